@@ -1,0 +1,62 @@
+// What crosses the border between a program and the installed library: texts both ways, failure objects
+// thrown inside the library and freed outside, and calls of the library into a class of the program.
+#include <cstdio>
+#include <exception>
+#include <string>
+
+#include "TEXPRESSCAL/express.h"
+#include "framework/exceptions.h"
+
+namespace {
+
+int failures = 0;
+
+void Check(bool good, const char* what) {
+  if (good) return;
+  std::printf("wrong: %s\n", what);
+  ++failures;
+}
+
+void TextsCrossBothWays() {
+  CString text = CString::FromUtf8(std::string("\xE5\xA2\x99") + std::string(500, 'x'));
+  text.Append(_T("KL"));
+  const std::string bytes = text.ToUtf8();
+  Check(bytes.size() == 505 && text.GetLength() == 503, "a text from a std::string and back");
+}
+
+void FailureObjectsCross() {
+  bool caught = false;
+  try {
+    AfxThrowInvalidArgException();
+  } catch (CException* failure) {
+    TCHAR message[100] = {};
+    caught = failure->GetErrorMessage(message, 100) != 0 && message[0] != 0;
+    failure->Delete();
+  }
+  Check(caught, "a failure thrown inside the library, caught by its base class");
+}
+
+class OnlyNamesOfMine : public CValidParameter {
+ public:
+  int ValidParameter(LPCTSTR name) const override { return CString(name) == _T("MINE") ? 1 : 0; }
+};
+
+void TheLibraryCallsBack() {
+  OnlyNamesOfMine judge;
+  CExpression mine;
+  CExpression other;
+  mine.m_pValidParameter = &judge;
+  other.m_pValidParameter = &judge;
+  Check(mine.ChangeExpression(_T("mine+1")) == -1, "a name that the program allows");
+  Check(other.ChangeExpression(_T("other+1")) >= 0, "a name that the program refuses");
+}
+
+}  // namespace
+
+int main() {
+  TextsCrossBothWays();
+  FailureObjectsCross();
+  TheLibraryCallsBack();
+  std::printf("%d wrong\n", failures);
+  return failures == 0 ? 0 : 1;
+}
