@@ -1,0 +1,31 @@
+#pragma once
+
+#include "framework/cstring.h"
+#include "framework/export.h"
+
+// What the suite tells its libraries about where things lie.
+// Any thread.
+namespace lorv {
+
+class COMM_LORV_API Suite {
+ public:
+  Suite() = default;
+  Suite(const Suite&) = delete;
+  Suite& operator=(const Suite&) = delete;
+  virtual ~Suite() = default;
+
+  // The folder of the suite; ends in a separator. By default what COMM_LORV_ROOT names in the environment,
+  // else the folder of the main program.
+  virtual CString RootFolder() = 0;
+  // A path in the folder of the user's own files of the suite: the folder is what stands before its last
+  // separator. By default what COMM_LORV_USER names, else the folder "Comm_LORV" among the user's
+  // application data, made at need.
+  virtual CString UserPath() = 0;
+};
+
+COMM_LORV_API Suite& NativeSuite();
+
+// A folder's path with one separator of this system at its end; the empty path stays empty.
+COMM_LORV_API CString WithSeparator(const CString& folder, TCHAR separator);
+
+}  // namespace lorv

@@ -1,0 +1,115 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "platform/posix/terminal_progress.h"
+#include "platform/process.h"
+#include "platform/shell.h"
+#include "platform/suite.h"
+#include "tests/support/data.h"
+#include "tests/support/print.h"
+
+namespace lorv {
+namespace {
+
+namespace fs = std::filesystem;
+using test::Utf8;
+
+// A value of the environment for a scope.
+class ScopedVariable {
+ public:
+  ScopedVariable(const char* name, const std::string& value) : name_(name) {
+    if (const char* old = std::getenv(name)) before_ = old;
+    setenv(name, value.c_str(), 1);
+  }
+  ~ScopedVariable() {
+    if (before_.empty()) {
+      unsetenv(name_);
+    } else {
+      setenv(name_, before_.c_str(), 1);
+    }
+  }
+  ScopedVariable(const ScopedVariable&) = delete;
+  ScopedVariable& operator=(const ScopedVariable&) = delete;
+
+ private:
+  const char* name_;
+  std::string before_;
+};
+
+CString Wide(const fs::path& path) {
+  return CString::FromUtf8(path.string());
+}
+
+TEST(PosixShell, DeletedFileCanBeTakenFromTheTrash) {
+  const test::ScratchFolder folder;
+  const ScopedVariable data("XDG_DATA_HOME", (folder.Path() / "data").string());
+  for (const char* content : {"first", "second"}) {
+    test::WriteBytes(folder.Path() / "墙 1.txt", content);
+    EXPECT_EQ(NativeShell().Operate({kFileDelete, Wide(folder.Path() / "墙 1.txt"), kFileAllowUndo}), 0);
+    EXPECT_FALSE(fs::exists(folder.Path() / "墙 1.txt"));
+  }
+  const fs::path trash = folder.Path() / "data" / "Trash";
+  EXPECT_EQ(test::ReadBytes(trash / "files" / "墙 1.txt"), "first");
+  EXPECT_EQ(test::ReadBytes(trash / "files" / "墙 1.txt.1"), "second");
+  const std::string note = test::ReadBytes(trash / "info" / "墙 1.txt.trashinfo");
+  EXPECT_EQ(note.find("[Trash Info]\nPath=/"), 0U) << note;
+  EXPECT_NE(note.find("/%E5%A2%99%201.txt\nDeletionDate=20"), std::string::npos) << note;
+}
+
+TEST(PosixShell, MissingFileIsAnErrorAndLeavesNoNote) {
+  const test::ScratchFolder folder;
+  const ScopedVariable data("XDG_DATA_HOME", (folder.Path() / "data").string());
+  EXPECT_NE(NativeShell().Operate({kFileDelete, Wide(folder.Path() / "none"), kFileAllowUndo}), 0);
+  EXPECT_FALSE(fs::exists(folder.Path() / "data" / "Trash" / "info" / "none.trashinfo"));
+  EXPECT_NE(NativeShell().Operate({kFileDelete, CString(), 0}), 0);
+  EXPECT_NE(NativeShell().Operate({1, Wide(folder.Path()), 0}), 0);
+}
+
+TEST(PosixShell, StartSaysWhetherThereIsSuchAProgram) {
+  EXPECT_TRUE(NativeShell().Start({_T("open"), _T("true"), _T(""), 10, 0x40}));
+  EXPECT_FALSE(NativeShell().Start({_T("open"), _T("no-such-program-here"), _T("x"), 10, 0x40}));
+}
+
+TEST(PosixSuite, FoldersCanBeNamed) {
+  const ScopedVariable root("COMM_LORV_ROOT", "/srv/算量");
+  const ScopedVariable user("COMM_LORV_USER", "/srv/user/");
+  EXPECT_EQ(Utf8(NativeSuite().RootFolder()), "/srv/算量/");
+  EXPECT_EQ(Utf8(NativeSuite().UserPath()), "/srv/user/");
+}
+
+TEST(PosixSuite, UserFolderIsMadeAtNeed) {
+  const test::ScratchFolder folder;
+  const ScopedVariable data("XDG_DATA_HOME", (folder.Path() / "a" / "b").string());
+  EXPECT_EQ(Utf8(NativeSuite().UserPath()), (folder.Path() / "a/b/Comm_LORV/").string());
+  EXPECT_TRUE(fs::is_directory(folder.Path() / "a/b/Comm_LORV"));
+}
+
+TEST(TerminalProgress, WritesTheLineAnewAtEachPercent) {
+  std::FILE* const out = std::tmpfile();
+  ASSERT_NE(out, nullptr);
+  {
+    TerminalProgress progress(out);
+    progress.SetTitle(_T("计算"));
+    progress.SetProgress(1, 1000);
+    progress.Open(kProgressAutoTime);
+    progress.SetProgress(2, 1000);
+    progress.SetProgress(500, 1000);
+    progress.SetLine(2, _T("not shown"), false);
+    progress.SetLine(1, _T("首层"), false);
+    progress.SetProgress(0xFFFFFFFF, 10);
+    EXPECT_FALSE(progress.HasUserCancelled());
+  }
+  std::rewind(out);
+  std::string written(1000, '\0');
+  written.resize(std::fread(written.data(), 1, written.size(), out));
+  std::fclose(out);
+  EXPECT_EQ(written, "\r计算   0% \x1b[K\r计算  50% \x1b[K\r计算  50% 首层\x1b[K\r计算 100% 首层\x1b[K\n");
+}
+
+}  // namespace
+}  // namespace lorv
