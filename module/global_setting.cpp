@@ -1,0 +1,11 @@
+#include "module/global_setting.h"
+
+gGlobalSetting* gGlobalSetting::m_pGloblSet = nullptr;
+
+gGlobalSetting* TasmerSet = gGlobalSetting::GetInstance();
+
+// The object is left to the end of the process on purpose: other modules still read it while they end.
+gGlobalSetting* gGlobalSetting::GetInstance() {
+  if (m_pGloblSet == nullptr) m_pGloblSet = new gGlobalSetting;
+  return m_pGloblSet;
+}

@@ -1,0 +1,15 @@
+#include "module/scope_markers.h"
+
+bool TOpenProject::m_bOpenPrj = false;
+
+int TBlockMouse::m_iBlockMouse = 0;
+CString TBlockMouse::m_iEventInfo;
+CString TBlockMouse::m_iEventAllInfo;
+
+void TBlockMouse::SetEventInfo(int value) {
+  m_iEventInfo.AppendFormat(_T(";%d"), value);
+}
+
+void TBlockMouse::SetAllEventInfo(int value) {
+  m_iEventAllInfo.AppendFormat(_T(";%d"), value);
+}
