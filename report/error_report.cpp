@@ -1,0 +1,56 @@
+#include "report/error_report.h"
+
+#include "module/product_flags.h"
+#include "platform/platform.h"
+#include "report/failure_message.h"
+#include "report/report_text.h"
+#include "report/stack_report.h"
+
+namespace {
+
+// What the data store says of a project file that is damaged, and what the user is told instead.
+constexpr LPCTSTR kDamagedStore = _T("database disk image is malformed");
+constexpr LPCTSTR kDamagedProject = _T("工程jgk已损坏,请关闭软件删除工程jgk重新计算!");
+
+constexpr LPCTSTR kDialogCaption = _T("错误提示");
+
+void Deliver(const CString& message, const lorv::FailurePlace& place) {
+  const bool show = (GetGlobelInfo() & lorv::kShowFailures) != 0;
+  const CString told = message.Find(kDamagedStore) >= 0 ? CString(kDamagedProject) : message;
+  const CString report = lorv::ReportText(told, place);
+  if (show) {
+    lorv::PortsInForce().dialogs->ShowFailure({kDialogCaption, report, place.file, place.line});
+  } else {
+    lorv::AppendToLog(report);
+  }
+}
+
+// Runs a reporting step. It is the last line of defence: what fails in it is reported to nobody.
+template <class Step>
+void Quietly(Step step) {
+  try {
+    step();
+  } catch (...) {
+    return;
+  }
+}
+
+}  // namespace
+
+void ReportCustErrorEx(CException* caught, LPCTSTR file, LPCTSTR signature, int line,
+                       const HINSTANCE& module) {
+  Quietly([&] {
+    const CString message = lorv::MessageOf(caught);
+    if (caught == nullptr) lorv::AskStackReport(signature, file, line);
+    Deliver(message, {file, line, module});
+  });
+}
+
+void ReportCustErrorEx(_com_error* caught, LPCTSTR file, LPCTSTR /*signature*/, int line,
+                       const HINSTANCE& module) {
+  Quietly([&] { Deliver(lorv::MessageOf(caught), {file, line, module}); });
+}
+
+void ReportCustErrorEx(LPCTSTR text, LPCTSTR file, LPCTSTR /*signature*/, int line, const HINSTANCE& module) {
+  Quietly([&] { Deliver(lorv::MessageOf(text), {file, line, module}); });
+}
