@@ -1,0 +1,208 @@
+#include "TEXPRESSCAL/calculator.h"
+
+#include <algorithm>
+
+#include "TEXPRESSCAL/capitals.h"
+#include "TEXPRESSCAL/evaluator.h"
+#include "TEXPRESSCAL/substitution.h"
+#include "TEXPRESSCAL/value_pairs.h"
+#include "framework/number_text.h"
+
+namespace {
+
+using lorv::TextView;
+
+constexpr int kMessageText = 40;
+
+void CopyMessage(LPTSTR message, const CString& text) {
+  const TextView kept = text.View().substr(0, kMessageText - 1);
+  std::copy(kept.begin(), kept.end(), message);
+  message[kept.size()] = 0;
+}
+
+}  // namespace
+
+CAdExpCalculate::CAdExpCalculate() {
+  UseOwnMap();
+}
+
+CAdExpCalculate::CAdExpCalculate(const CString& formula) : CAdExpCalculate() {
+  SetExpr(formula);
+}
+
+CAdExpCalculate::CAdExpCalculate(const CAdExpCalculate& other)
+    : CValidParameter(other),
+      m_szExpr(other.m_szExpr),
+      m_szCalcExpr(other.m_szCalcExpr),
+      m_pMapValue(other.m_pMapValue),
+      m_bExternalMap(true),
+      m_bTooLong(other.m_bTooLong),
+      owner_(other.owner_) {}
+
+CAdExpCalculate& CAdExpCalculate::operator=(const CAdExpCalculate& other) {
+  if (this == &other) return *this;
+  m_KeyWords = other.m_KeyWords;
+  m_szExpr = other.m_szExpr;
+  m_szCalcExpr = other.m_szCalcExpr;
+  m_pMapValue = other.m_pMapValue;
+  m_bExternalMap = other.m_bExternalMap;
+  m_bTooLong = other.m_bTooLong;
+  owner_ = other.owner_;
+  return *this;
+}
+
+CAdExpCalculate::~CAdExpCalculate() = default;
+
+void CAdExpCalculate::UseOwnMap() {
+  owner_ = std::make_shared<CMapValue>();
+  m_pMapValue = owner_.get();
+  m_bExternalMap = false;
+}
+
+void CAdExpCalculate::SetExpr(LPCTSTR formula) {
+  const TextView text = formula == nullptr ? TextView() : TextView(formula);
+  m_bTooLong = text.size() > lorv::kFormulaTextFlagged;
+  const TextView kept = text.substr(0, lorv::kMaxFormulaText);
+  lorv::CopyCapitals(kept, m_szExpr.Overwrite(kept.size()));
+  m_szCalcExpr = m_szExpr;
+}
+
+CString CAdExpCalculate::GetExpr() const {
+  return CString(m_szExpr.View());
+}
+
+CString CAdExpCalculate::GetCalcedExpr() const {
+  return CString(m_szCalcExpr.View());
+}
+
+bool CAdExpCalculate::ValidExp(CString& message) const {
+  TCHAR text[kMessageText] = {};
+  const bool valid = IsValid(text);
+  message = text;
+  return valid;
+}
+
+bool CAdExpCalculate::IsValid(LPTSTR message) const {
+  CString text;
+  if (m_bTooLong) {
+    text.Format(_T("字符太长,最长只能处理%d个字符的表达式!"), lorv::kFormulaTextFlagged);
+    CopyMessage(message, text);
+    return false;
+  }
+  const int parsed = ParseAfresh(m_szExpr.View());
+  if (parsed >= 0) {
+    text.Format(_T("表达式在第 %d 个字符有误"), parsed);
+    CopyMessage(message, text);
+    return false;
+  }
+  double value = 0;
+  const int code = expression_.Value(value);
+  if (code == lorv::kDivisionByZero) CopyMessage(message, _T("除数为零"));
+  if (code == lorv::kMalformedArguments) CopyMessage(message, _T("表达式非法"));
+  return code != lorv::kDivisionByZero && code != lorv::kMalformedArguments;
+}
+
+double CAdExpCalculate::Calculate() {
+  int error = 0;
+  return Calculate(error);
+}
+
+double CAdExpCalculate::Calculate(int& error) {
+  if (lorv::IsPlainNumber(m_szCalcExpr.View())) {
+    error = 0;
+    return lorv::ReadReal(m_szCalcExpr.View());
+  }
+  const int parsed = ReplExprWithVal();
+  const double value = CalcParsed(parsed, error);
+  return error == 0 ? value : 0;
+}
+
+void CAdExpCalculate::ReplExprWithVal2(LPTSTR text) const {
+  for (const auto& [name, value] : *m_pMapValue) ReplExprWithOneValue(text, name, value);
+}
+
+// Writes the values into the working copy, then 0 for keywords that have none. What ChangeExpression said of
+// the text that came out.
+int CAdExpCalculate::ReplExprWithVal() const {
+  for (const auto& [name, value] : *m_pMapValue) {
+    const TextView text(static_cast<LPCTSTR>(name));
+    if (!text.empty()) lorv::SubstituteValue(m_szCalcExpr, text, value);
+  }
+  const int parsed = ParseAfresh(m_szCalcExpr.View());
+  if (parsed >= 0 || expression_.m_szVarList[0] == 0) return parsed;
+  std::vector<CStrCmp> names;
+  SplitExprVars(m_szCalcExpr.Text(), names);
+  for (const CStrCmp& name : names) {
+    if (m_pMapValue->count(name) == 0) lorv::SubstituteValue(m_szCalcExpr, static_cast<LPCTSTR>(name), 0);
+  }
+  return ParseAfresh(m_szCalcExpr.View());
+}
+
+int CAdExpCalculate::ParseAfresh(TextView text) const {
+  expression_.Clear();
+  expression_.m_pValidParameter = this;
+  return expression_.ChangeExpression(text);
+}
+
+double CAdExpCalculate::CalcExpr(LPCTSTR text, int& error) const {
+  return CalcParsed(ParseAfresh(text), error);
+}
+
+double CAdExpCalculate::CalcParsed(int parsed, int& error) const {
+  if (parsed >= 0) {
+    error = parsed;
+    return 0;
+  }
+  double value = 0;
+  const int code = expression_.Value(value);
+  // A missing operand, an unknown variable and an argument outside the domain are no errors to the caller.
+  error = code == lorv::kDivisionByZero || code == lorv::kMalformedArguments ? 1 : 0;
+  return value;
+}
+
+void CAdExpCalculate::ClearAllValue() {
+  m_pMapValue->clear();
+}
+
+int CAdExpCalculate::SetVarValue(LPCTSTR name, const double& value, bool keepExisting) {
+  const auto [place, fresh] = m_pMapValue->Place(name);
+  if (fresh || !keepExisting) *place = value;
+  // Looked for first: most names come again and again.
+  if (name == nullptr || m_KeyWords.FindKey(name) < 0) m_KeyWords.AddSorted(CStrCmp(name));
+  return 1;
+}
+
+int CAdExpCalculate::SetVarValue(const CMapValue& values) {
+  *m_pMapValue = values;
+  if (owner_ == nullptr) owner_.reset(m_pMapValue);
+  m_bExternalMap = false;
+  return 1;
+}
+
+int CAdExpCalculate::SetVarValue(CMapValue* values) {
+  if (values == m_pMapValue) return 1;
+  if (values == nullptr) {
+    UseOwnMap();
+    return 1;
+  }
+  owner_.reset();
+  m_pMapValue = values;
+  m_bExternalMap = true;
+  return 1;
+}
+
+int CAdExpCalculate::SetVarValue(const std::map<CString, double>& values) {
+  if (m_bExternalMap) UseOwnMap();
+  m_pMapValue->clear();
+  for (const auto& [name, value] : values) SetVarValue(name, value, false);
+  return static_cast<int>(m_pMapValue->size());
+}
+
+int CAdExpCalculate::SetVarValue(const CString& list) {
+  if (m_bExternalMap) UseOwnMap();
+  m_pMapValue->clear();
+  lorv::ForEachPair(list, [this](const CString& name, const CString& value) {
+    SetVarValue(name, lorv::ReadReal(value.View()), false);
+  });
+  return static_cast<int>(m_pMapValue->size());
+}

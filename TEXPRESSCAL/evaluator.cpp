@@ -1,0 +1,176 @@
+#include "TEXPRESSCAL/evaluator.h"
+
+#include <cmath>
+
+namespace lorv {
+namespace {
+
+// "<" and ">" see numbers this close as equal; the other comparisons are exact.
+constexpr double kTolerance = 1e-9;
+
+// A quotient by zero shows the dividend, negated, over this.
+constexpr double kZeroStandIn = 0.001;
+
+bool HasLeftChain(unsigned short kind) {
+  switch (kind) {
+    case kAdd:
+    case kSubtract:
+    case kMultiply:
+    case kDivide:
+    case kPower:
+    case kAnd:
+    case kOr:
+    case kLess:
+    case kGreater:
+    case kGreaterEqual:
+    case kLessEqual:
+    case kNotEqual:
+    case kEqual:
+      return true;
+    default:
+      return false;
+  }
+}
+
+Operand NumberOperand(double number) {
+  return {number, nullptr};
+}
+
+TextView TextOf(const ExprNode* leaf) {
+  return {leaf->text, leaf->length};
+}
+
+template <class T>
+bool Holds(unsigned short kind, T left, T right) {
+  switch (kind) {
+    case kGreaterEqual:
+      return left >= right;
+    case kLessEqual:
+      return left <= right;
+    case kNotEqual:
+      return left != right;
+    case kLess:
+      return left < right;
+    case kGreater:
+      return left > right;
+    default:
+      return left == right;
+  }
+}
+
+}  // namespace
+
+Operand Evaluator::Evaluate(const ExprNode* node) {
+  const std::size_t base = pending_count_;
+  for (; node != nullptr && HasLeftChain(node->kind); node = node->left) Push(node);
+  Operand value = Single(node);
+  while (pending_count_ > base) {
+    --pending_count_;
+    const std::size_t at = pending_count_;
+    const Pending pending = at < pending_.size() ? pending_[at] : more_pending_[at - pending_.size()];
+    if (at >= pending_.size()) more_pending_.pop_back();
+    value = Join(pending, value);
+  }
+  return value;
+}
+
+void Evaluator::Push(const ExprNode* node) {
+  Pending pending{node, 0};
+  if (node->kind == kDivide || node->kind == kPower) {
+    pending.right = NumberOf(node->right);
+    if (node->kind == kDivide && pending.right == 0) SetError(kDivisionByZero, node);
+  }
+  if (pending_count_ < pending_.size()) {
+    pending_[pending_count_] = pending;
+  } else {
+    more_pending_.push_back(pending);
+  }
+  ++pending_count_;
+}
+
+Operand Evaluator::Join(const Pending& pending, Operand left) {
+  const ExprNode* node = pending.node;
+  switch (node->kind) {
+    case kDivide:
+      return NumberOperand(pending.right == 0 ? -left.number / kZeroStandIn : left.number / pending.right);
+    case kPower:
+      return NumberOperand(std::pow(left.number, pending.right));
+    case kMultiply:
+      return NumberOperand(left.number * NumberOf(node->right));
+    case kSubtract:
+      return NumberOperand(left.number - NumberOf(node->right));
+    case kAdd:
+      return Sum(left, Evaluate(node->right));
+    // Only an exact 1 passes for true.
+    case kAnd:
+      return NumberOperand(left.number == 1.0 && NumberOf(node->right) == 1.0 ? 1 : 0);
+    case kOr:
+      return NumberOperand(left.number == 1.0 || NumberOf(node->right) == 1.0 ? 1 : 0);
+    default:
+      return NumberOperand(Compare(node->kind, left, Evaluate(node->right)) ? 1 : 0);
+  }
+}
+
+Operand Evaluator::Single(const ExprNode* node) {
+  if (node == nullptr || (node->kind == kText && node->text == nullptr)) {
+    SetError(kMissingOperand, node);
+    return NumberOperand(0);
+  }
+  switch (node->kind) {
+    case kNumber:
+      return NumberOperand(node->value);
+    case kText:
+      return {0, node};
+    case kAbsolute:
+      return NumberOperand(std::fabs(NumberOf(node->left)));
+    // The left operand is not worked.
+    case kNot:
+      return NumberOperand(NumberOf(node->right) == 0 ? 1 : 0);
+    case kNegate: {
+      // A row of signs may be as long as the text.
+      bool negative = true;
+      const ExprNode* inner = node->right;
+      for (; inner != nullptr && inner->kind == kNegate; inner = inner->right) negative = !negative;
+      const double value = NumberOf(inner);
+      return NumberOperand(negative ? -value : value);
+    }
+    default:
+      return node->kind >= kSin && node->kind <= kFind ? NumberOperand(Function(node)) : Variable(node);
+  }
+}
+
+Operand Evaluator::Variable(const ExprNode* node) {
+  double value = 0;
+  if (variables_ == nullptr || node->text == nullptr || !variables_->FindVariable(node->text, value)) {
+    SetError(kUnknownVariable, node);
+    return NumberOperand(0);
+  }
+  return NumberOperand(value);
+}
+
+Operand Evaluator::Sum(Operand left, Operand right) {
+  if (left.text == nullptr || right.text == nullptr) return NumberOperand(left.number + right.number);
+  const TextView tail = TextOf(right.text);
+  // A text that was joined just before grows on, so that a long chain costs no more than its length.
+  if (joined_.empty() || left.text != &joined_.back()->node) {
+    joined_.push_back(std::make_unique<JoinedText>());
+    joined_.back()->text = TextOf(left.text);
+    joined_.back()->node.kind = kText;
+  }
+  JoinedText& joined = *joined_.back();
+  joined.text.append(tail);
+  joined.node.text = joined.text.c_str();
+  joined.node.length = static_cast<unsigned int>(joined.text.size());
+  return {0, &joined.node};
+}
+
+bool Evaluator::Compare(unsigned short kind, Operand left, Operand right) const {
+  if (left.text != nullptr && right.text != nullptr) {
+    return Holds(kind, CompareWithoutCase(TextOf(left.text), TextOf(right.text)), 0);
+  }
+  if (kind != kLess && kind != kGreater) return Holds(kind, left.number, right.number);
+  const double difference = left.number - right.number;
+  return std::fabs(difference) >= kTolerance && Holds(kind, difference, 0.0);
+}
+
+}  // namespace lorv

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "TEXPRESSCAL/expression_node.h"
+#include "framework/text_compare.h"
+
+namespace lorv {
+
+// Codes of an evaluation. The last one written wins.
+enum EvaluationError {
+  kNoTree = -1,
+  kNoError = 0,
+  kDivisionByZero = 1,
+  kUnknownVariable = 3,
+  kOutsideDomain = 4,
+  kMalformedArguments = 5,
+  kMissingOperand = 10
+};
+
+// A value on its way: a number, or a text that some node holds. A text counts as the number 0.
+struct Operand {
+  double number;
+  const ExprNode* text;  // null: a number
+};
+
+// What a variable node asks for the value of a name. The parser builds no such node; trees from elsewhere
+// may.
+class VariableSource {
+ public:
+  virtual bool FindVariable(LPCTSTR name, double& value) const = 0;
+
+ protected:
+  ~VariableSource() = default;
+};
+
+// Works one tree. Chains of operators that lean to the left, the usual shape and the only one that can be a
+// million nodes deep, are walked with a stack of its own; only brackets and calls recurse.
+class Evaluator {
+ public:
+  // `variables` may be null: every variable is then unknown.
+  explicit Evaluator(const VariableSource* variables) : variables_(variables) {}
+
+  Operand Evaluate(const ExprNode* node);
+  int Error() const { return error_; }
+  // The node whose work gave the error; null for a missing operand that has no node.
+  const ExprNode* ErrorNode() const { return error_node_; }
+
+ private:
+  struct Pending {
+    const ExprNode* node;
+    double right;  // of a quotient or power: their right operand comes first
+  };
+
+  void SetError(int error, const ExprNode* node) {
+    error_ = error;
+    error_node_ = node;
+  }
+  double NumberOf(const ExprNode* node) { return Evaluate(node).number; }
+  void Push(const ExprNode* node);
+  Operand Join(const Pending& pending, Operand left);
+  Operand Single(const ExprNode* node);
+  Operand Variable(const ExprNode* node);
+  Operand Sum(Operand left, Operand right);
+  bool Compare(unsigned short kind, Operand left, Operand right) const;
+
+  double Function(const ExprNode* call);
+  double Extreme(const ExprNode* call);
+  double Choose(const ExprNode* call);
+  double FindInText(const ExprNode* call);
+
+  const VariableSource* variables_;
+  int error_ = kNoError;
+  const ExprNode* error_node_ = nullptr;
+  // Operators whose left operand is being worked. The first few need no heap.
+  std::size_t pending_count_ = 0;
+  std::array<Pending, 24> pending_;
+  std::vector<Pending> more_pending_;
+  // Texts that were joined on the way, with the nodes that stand for them: few formulas join any.
+  struct JoinedText {
+    std::basic_string<TCHAR> text;
+    ExprNode node;
+  };
+  std::vector<std::unique_ptr<JoinedText>> joined_;
+};
+
+}  // namespace lorv

@@ -1,0 +1,153 @@
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+#include "TEXPRESSCAL/evaluator.h"
+
+namespace lorv {
+namespace {
+
+// The nudges keep 2.9999999999999 from being taken for less than 3.
+constexpr double kStepNudge = 1e-10;
+constexpr double kRoundNudge = 1e-15;
+
+// Cut to a 32-bit integer; what lies outside its range becomes the lowest one.
+double Through32Bits(double x) {
+  if (x > -2147483649.0 && x < 2147483648.0) return static_cast<double>(static_cast<std::int32_t>(x));
+  return -2147483648.0;
+}
+
+double Round(double x) {
+  return Through32Bits(x < 0 ? (x - 0.5) - kRoundNudge : x + 0.5 + kRoundNudge);
+}
+
+double ToRadians(double degrees) {
+  return (degrees / 180) * kPi;
+}
+
+double Calculated(unsigned short kind, double x) {
+  switch (kind) {
+    case kSin:
+      return std::sin(x);
+    case kCos:
+      return std::cos(x);
+    case kExp:
+      return std::exp(x);
+    case kTg:
+    case kTan:
+      return std::tan(x);
+    case kCtg:
+      return 1 / std::tan(x);
+    case kAsin:
+      return std::asin(x);
+    case kAcos:
+      return std::acos(x);
+    case kAtg:
+    case kAtan:
+      return std::atan(x);
+    case kFloor:
+      return Through32Bits(std::floor(x + kStepNudge));
+    case kCeil:
+      return Through32Bits(std::ceil(x - kStepNudge));
+    case kRound:
+      return Round(x);
+    case kInt:
+      return Through32Bits(x);
+    case kAbs:
+      return std::fabs(x);
+    case kDtor:
+      return ToRadians(x);
+    case kRtod:
+      return (x * 180) / kPi;
+    case kSina:
+      return std::sin(ToRadians(x));
+    case kCosa:
+      return std::cos(ToRadians(x));
+    case kTana:
+      return std::tan(ToRadians(x));
+    default:
+      return 1 / std::tan(ToRadians(x));  // kCtga
+  }
+}
+
+}  // namespace
+
+double Evaluator::Function(const ExprNode* call) {
+  switch (call->kind) {
+    case kMax:
+    case kMin:
+      return Extreme(call);
+    case kIif:
+      return Choose(call);
+    case kFind:
+      return FindInText(call);
+    // The length of any text is 0, and the argument is not worked: formulas in use rely on it.
+    case kLen:
+      return 0;
+    default:
+      break;
+  }
+  const double x = NumberOf(call->left);
+  if (call->left == nullptr) SetError(kMissingOperand, call);
+  if (call->kind != kSqrt && call->kind != kLog) return Calculated(call->kind, x);
+  if (call->kind == kSqrt ? x >= 0 : x > 0) return call->kind == kSqrt ? std::sqrt(x) : std::log(x);
+  SetError(kOutsideDomain, call);
+  return 0;
+}
+
+// The arguments are worked in order and compared from the last to the first.
+double Evaluator::Extreme(const ExprNode* call) {
+  double v = NumberOf(call->left);
+  if (call->right == nullptr) return v;
+  std::array<double, 8> first;
+  std::vector<double> more;
+  std::size_t count = 0;
+  const auto put = [&](double value) {
+    if (count < first.size()) {
+      first[count] = value;
+    } else {
+      more.push_back(value);
+    }
+    ++count;
+  };
+  put(v);
+  for (const ExprNode* link = call->right; link != nullptr; link = link->right) {
+    if (link->kind != kArgument) {
+      SetError(kMalformedArguments, call);
+      put(0);
+      break;
+    }
+    put(NumberOf(link->left));
+  }
+  const auto get = [&](std::size_t i) { return i < first.size() ? first[i] : more[i - first.size()]; };
+  double result = get(--count);
+  while (count > 0) {
+    v = get(--count);
+    const bool keep_v = call->kind == kMax ? v > result : !(result <= v);
+    if (keep_v) result = v;
+  }
+  return result;
+}
+
+// Only the chosen branch is worked. The test is "greater than 0", not the exact 1 of the joins.
+double Evaluator::Choose(const ExprNode* call) {
+  const ExprNode* yes = call->right;
+  const ExprNode* no = yes == nullptr ? nullptr : yes->right;
+  if (no == nullptr || yes->kind != kArgument || no->kind != kArgument || no->right != nullptr) {
+    SetError(kMalformedArguments, call);
+    return 0;
+  }
+  return NumberOf(NumberOf(call->left) > 0 ? yes->left : no->left);
+}
+
+// One-based place of the second text in the first; 0 where there is none or either is a number.
+double Evaluator::FindInText(const ExprNode* call) {
+  const Operand whole = Evaluate(call->left);
+  const Operand part = Evaluate(call->right == nullptr ? nullptr : call->right->left);
+  if (whole.text == nullptr || part.text == nullptr) return 0;
+  const TextView text(whole.text->text, whole.text->length);
+  const std::size_t at = text.find(TextView(part.text->text, part.text->length));
+  return at == TextView::npos ? 0 : static_cast<double>(at + 1);
+}
+
+}  // namespace lorv

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "containers/str_cmp.h"
+#include "framework/cstring.h"
+
+// Variable values by name, ordered by name; letter case does not count.
+//
+// Units: names hold at most 20 16-bit units, a longer one is cut.
+// Edges: a key stored through the access operator is in capitals. A null name is the empty name.
+// Result: as the standard map's operations of the same names. References and iterators hold until the next
+//   insertion or removal.
+// A plain value: copied whole, kept in one block. One thread at a time.
+//
+//   CMapValue m;  m[_T("h")] = 2.5;  MapValueToStr(m)  gives "H:2.5;"
+class COMM_LORV_API CMapValue {
+ public:
+  using value_type = std::pair<CStrCmp, double>;
+  using const_iterator = std::vector<value_type>::const_iterator;
+  using iterator = std::vector<value_type>::iterator;
+
+  // The value of a name, 0 and newly stored if there was none.
+  double& operator[](LPCTSTR name) { return *Place(name).first; }
+  double& operator[](const CString& name) { return (*this)[name.GetString()]; }
+  double& operator[](const CStrCmp& name) { return (*this)[static_cast<LPCTSTR>(name)]; }
+
+  const_iterator begin() const { return entries_.begin(); }
+  const_iterator end() const { return entries_.end(); }
+  iterator begin() { return entries_.begin(); }
+  iterator end() { return entries_.end(); }
+  std::size_t size() const { return entries_.size(); }
+  bool empty() const { return entries_.empty(); }
+  void clear() { entries_.clear(); }
+
+  const_iterator find(const CStrCmp& name) const;
+  iterator find(const CStrCmp& name);
+  std::size_t count(const CStrCmp& name) const { return find(name) == end() ? 0 : 1; }
+  std::size_t erase(const CStrCmp& name);
+  // The place of a name's value, and whether it is new.
+  std::pair<double*, bool> Place(LPCTSTR name);
+  // Stores the key as it stands; true when it was new. A value already there stays.
+  std::pair<iterator, bool> insert(const value_type& entry);
+
+ private:
+  std::size_t LowerBound(const CStrCmp& name) const;
+  bool Holds(std::size_t at, const CStrCmp& name) const;
+
+  std::vector<value_type> entries_;
+};
+
+// A pair of texts: a name and what belongs to it. As text "strFirst:strSecond", in lists joined by ";".
+struct CTwoStrValue {
+  CString strFirst;
+  CString strSecond;
+};
+
+// The text form of a value map: for each name in order the name, ":", the value with at most 5 decimals, ";".
+//
+//   an empty map gives ""
+COMM_LORV_API CString MapValueToStr(const CMapValue& values);
+
+// Empties the map and reads that form. A piece that is not exactly a name and a value is passed over.
+//
+// Result: the count of entries in the map.
+//
+//   StrValueToMap(_T("a:1;b;c:2:3;"), m)  gives 1 and the single key "A"
+COMM_LORV_API int StrValueToMap(LPCTSTR text, CMapValue& values);
+
+namespace lorv {
+
+// A number as it stands in the text form of a map.
+CString MapNumberText(double value);
+
+}  // namespace lorv

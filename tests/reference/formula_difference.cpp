@@ -1,0 +1,186 @@
+#include "tests/reference/formula_difference.h"
+
+#include <bit>
+#include <cmath>
+#include <cstdio>
+
+#include "TEXPRESSCAL/express.h"
+#include "tests/reference/reference_calculator.h"
+#include "tests/reference/reference_expression.h"
+
+namespace lorv::test {
+
+namespace {
+
+CString Library(const Text& text) {
+  return CString(text);
+}
+
+// Up to the terminator, as the library's pointers see it.
+bool SameText(const CString& library, const Text& reference) {
+  return TextView(reference) == library.View();
+}
+
+bool SameNumber(double a, double b) {
+  if (std::isnan(a) && std::isnan(b)) return true;
+  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
+}
+
+std::string ShownNumber(double value) {
+  char buffer[64];
+  std::snprintf(buffer, sizeof buffer, "%.17g", value);
+  return buffer;
+}
+
+// Collects the first thing that differs.
+class Findings {
+ public:
+  void Number(const char* what, double library, double reference) {
+    if (first_.empty() && !SameNumber(library, reference)) {
+      first_ =
+          std::string(what) + ": library " + ShownNumber(library) + ", reference " + ShownNumber(reference);
+    }
+  }
+  void Whole(const char* what, long long library, long long reference) {
+    if (first_.empty() && library != reference) {
+      first_ = std::string(what) + ": library " + std::to_string(library) + ", reference " +
+               std::to_string(reference);
+    }
+  }
+  void Texts(const char* what, const CString& library, const Text& reference) {
+    if (first_.empty() && !SameText(library, reference)) {
+      first_ = std::string(what) + ": library \"" + Shown(Text(library.View())) + "\", reference \"" +
+               Shown(reference) + "\"";
+    }
+  }
+  const std::string& First() const { return first_; }
+
+ private:
+  std::string first_;
+};
+
+class NamesJudge final : public CValidParameter {
+ public:
+  explicit NamesJudge(const std::vector<Text>& names) : names_(names) {}
+  bool Accepts(const Text& name) const {
+    for (const Text& known : names_) {
+      if (known == name) return true;
+    }
+    return false;
+  }
+  int ValidParameter(LPCTSTR name) const override { return Accepts(name) ? 1 : 0; }
+
+ private:
+  const std::vector<Text>& names_;
+};
+
+// Beyond the library's nesting limit the two part company by design.
+bool MayNestTooDeep(const Text& text) {
+  std::size_t openings = 0;
+  for (const TCHAR c : text) openings += c == '(' || c == '|' || c == '-' ? 1 : 0;
+  return openings >= static_cast<std::size_t>(kMaxNesting);
+}
+
+void CompareKeyWords(const CAdExpCalculate& library, const reference::Calculator& plain, Findings& findings) {
+  const TDefsetVars& words = library.GetKeywords();
+  findings.Whole("keywords", static_cast<long long>(words.size()),
+                 static_cast<long long>(plain.GetKeywords().size()));
+  for (std::size_t i = 0; findings.First().empty() && i < words.size(); ++i) {
+    findings.Texts("keyword", CString(static_cast<LPCTSTR>(words[i])), plain.GetKeywords()[i]);
+  }
+}
+
+void CompareNames(const CAdExpCalculate& library, const reference::Calculator& plain, Findings& findings) {
+  CStringArray names;
+  const int count = library.SplitExprVars(names);
+  const std::vector<Text> expected = plain.SplitExprVars();
+  findings.Whole("count of names", count, static_cast<long long>(expected.size()));
+  for (std::size_t i = 0; findings.First().empty() && i < expected.size(); ++i) {
+    findings.Texts("name", names.GetAt(static_cast<int>(i)), expected[i]);
+  }
+}
+
+void CompareWork(CAdExpCalculate& library, reference::Calculator& plain, Findings& findings) {
+  int error = -7;
+  int expected_error = -7;
+  const double value = library.Calculate(error);
+  const double expected = plain.Calculate(expected_error);
+  findings.Whole("error", error, expected_error);
+  findings.Number("value", value, expected);
+  findings.Texts("worked text", library.GetCalcedExpr(), plain.GetCalcedExpr());
+}
+
+void CompareValidity(const CAdExpCalculate& library, const reference::Calculator& plain, Findings& findings) {
+  CString message;
+  Text expected;
+  findings.Whole("valid", library.ValidExp(message) ? 1 : 0, plain.ValidExp(expected) ? 1 : 0);
+  findings.Texts("message", message, expected);
+}
+
+CStringArray Strings(const std::vector<Text>& texts) {
+  CStringArray out;
+  for (const Text& text : texts) out.Add(Library(text));
+  return out;
+}
+
+// Growth beyond this is no work for a reference that copies its text at every step.
+constexpr std::size_t kLongestWork = 20000;
+
+}  // namespace
+
+std::string ParserDifference(const Text& formula, bool judged, const std::vector<Text>& names) {
+  if (MayNestTooDeep(formula)) return {};
+  const NamesJudge judge(names);
+  CExpression library;
+  reference::Expression plain;
+  if (judged) {
+    library.m_pValidParameter = &judge;
+    plain.judge = [&judge](const Text& name) { return judge.Accepts(name); };
+  }
+  Findings findings;
+  const int changed = library.ChangeExpression(formula.c_str());
+  const int expected = plain.ChangeExpression(formula);
+  findings.Whole("position", changed, expected);
+  if (expected > 0) findings.Whole("m_nPos", library.m_nPos, expected);
+  findings.Whole("tree", library.m_pRoot != nullptr ? 1 : 0, plain.root != nullptr ? 1 : 0);
+  findings.Texts("rewritten text", CString(library.m_pszExpr), plain.rewritten);
+  if (plain.var_list.size() < 254)
+    findings.Texts("m_szVarList", CString(library.m_szVarList), plain.var_list);
+  double value = 7;
+  double expected_value = 7;
+  findings.Whole("code", library.Value(value), plain.Value(expected_value));
+  findings.Number("value", value, expected_value);
+  findings.Whole("m_nError", library.m_nError, plain.error);
+  return findings.First();
+}
+
+std::string CalculatorDifference(const CalculatorCase& made) {
+  CAdExpCalculate library;
+  reference::Calculator plain;
+  Findings findings;
+  findings.Whole("SetKeyWord", library.SetKeyWord(Strings(made.keywords)), plain.SetKeyWord(made.keywords));
+  for (const CalculatorCase::Round& round : made.rounds) {
+    if (MayNestTooDeep(round.formula)) return findings.First();
+    if (round.clear_values) {
+      library.ClearAllValue();
+      plain.ClearAllValue();
+    }
+    if (round.set_formula) {
+      library.SetExpr(round.formula.c_str());
+      plain.SetExpr(round.formula);
+    }
+    for (const auto& [name, value] : round.values) {
+      library.SetVarValue(name.c_str(), value, false);
+      plain.SetVarValue(name, value, false);
+    }
+    CompareKeyWords(library, plain, findings);
+    CompareValidity(library, plain, findings);
+    CompareNames(library, plain, findings);
+    CompareWork(library, plain, findings);
+    findings.Texts("text", library.GetExpr(), plain.GetExpr());
+    if (!findings.First().empty() || plain.LongestWork() > kLongestWork) break;
+  }
+  return findings.First();
+}
+
+}  // namespace lorv::test
