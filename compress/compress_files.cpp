@@ -1,0 +1,99 @@
+#include "compress/CompressFiles.h"
+
+#include <algorithm>
+#include <memory>
+#include <string>
+
+#include "comm/AdLorvComm.h"
+#include "compress/zip_reader.h"
+#include "compress/zip_writer.h"
+#include "framework/exceptions.h"
+#include "platform/platform.h"
+#include "report/guard.h"
+
+namespace {
+
+std::string Narrow(const CString& text) {
+  return lorv::PortsInForce().code_page->ToNarrow(text.View());
+}
+
+int LastSeparator(const CString& path) {
+  return std::max(path.ReverseFind('\\'), path.ReverseFind('/'));
+}
+
+// The name of the archive, which is the folder of its entries; empty for none.
+CString FolderOfEntries(const CString& archive) {
+  const int separator = LastSeparator(archive);
+  const int point = archive.ReverseFind('.');
+  if (separator < 0 || point < 0) return {};
+  return archive.Mid(separator + 1, point - separator - 1) + _T("\\");
+}
+
+CString EntryName(const CString& path, int point, const CString& folder) {
+  CString directory;
+  const CString name = Splitfilename(path, directory) + path.Mid(point);
+  return path.Find(name) > 1 ? folder + name : name;
+}
+
+// Adds one file; the result of adding is not looked at.
+void AddFile(lorv::ZipWriter& zip, const CString& path, const CString& folder) {
+  const int point = path.ReverseFind('.');
+  if (point < 0) return;
+  lorv::Files& files = *lorv::PortsInForce().files;
+  lorv::FileError error;
+  const std::unique_ptr<lorv::File> file = files.Open(path, lorv::FileUse::kRead, &error);
+  if (!file) throw new CFileException(error.cause, error.system, path);
+  const auto facts = files.Facts(path);
+  zip.Add(Narrow(EntryName(path, point, folder)).c_str(), *file, facts ? &*facts : nullptr);
+}
+
+template <class List, class At>
+int Pack(const CString& archive, const List& paths, int count, const At& at, CImpProgress* progress) {
+  if (count == 0) return 0;
+  lorv::ZipWriter zip;
+  if (zip.Create(Narrow(archive).c_str()) != lorv::kZipOk) return 0;
+  const CString folder = FolderOfEntries(archive);
+  for (int i = 0; i < count; ++i) {
+    if (progress != nullptr) progress->SetPos(i);
+    AddFile(zip, at(paths, i), folder);
+  }
+  zip.Close();
+  return 1;
+}
+
+int Unpack(const CString& archive, const CString& directory) {
+  lorv::ZipReader zip;
+  if (zip.Open(Narrow(archive).c_str()) != lorv::kZipOk) return 0;
+  lorv::ZipEntry entry;
+  zip.GetItem(-1, entry);
+  const int count = entry.index;
+  const lorv::Platform& ports = lorv::PortsInForce();
+  for (int i = 0; i < count; ++i) {
+    if (zip.GetItem(i, entry) != lorv::kZipOk) return 0;
+    const CString path = directory + CString(ports.code_page->ToText(entry.name));
+    ports.files->Remove(path);
+    if (zip.UnzipItem(i, Narrow(path).c_str()) != lorv::kZipOk) return 0;
+    ports.files->SetAttributes(path, lorv::kAttributeNormal);
+  }
+  zip.Close();
+  return 1;
+}
+
+}  // namespace
+
+int CompressFiles(const CString& archive, const CStringArray& paths) {
+  const auto at = [](const CStringArray& list, int i) { return list.GetAt(i); };
+  return Pack(archive, paths, static_cast<int>(paths.GetSize()), at, nullptr);
+}
+
+int CompressFiles(const CString& archive, const OxArray<CString, OxVector<CString>>& paths,
+                  CImpProgress* progress) {
+  const auto at = [](const auto& list, int i) { return list[static_cast<std::size_t>(i)]; };
+  return Pack(archive, paths, static_cast<int>(paths.size()), at, progress);
+}
+
+int DecompressFiles(const CString& archive, const CString& directory) {
+  int result = 1;
+  lorv::Guarded(LORV_HERE, [&] { result = Unpack(archive, directory); });
+  return result;
+}
