@@ -1,0 +1,112 @@
+#pragma once
+
+#include "framework/export.h"
+#include "framework/native_types.h"
+
+// Prompts and words of steel input, 91 rows.
+//
+// The two forms of lookup, and what null means: prompts/prompts.h.
+//
+//   CStInf::GetErrInf(CStInf::ErrPompt::Other)  gives "其它", in English "other"
+//
+// Two texts stand twice ("通跨", "同层高"): by text only the earlier row is found.
+namespace CStInf {
+
+enum class ErrPompt : int {
+  SteelDescCauseError = 0,
+  Other,
+  Distrub,
+  NotDistrub,
+  MultiDistrub,
+  LeftHang,
+  RightHang,
+  MiddleLabel,
+  PleaseInputPlaneSteelDesc,
+  PleaseSelectComponentBeforePressLayerButton,
+  AreYouSureRecalculateWithBeamPlaneItWillOverBeforeValue,
+  SteelCheck,
+  All,
+  NotSelectComponentPleaseSelectBeforeInputSteel,
+  HasSteelOnTheComponentAreYouSureEraseBeforeAndLayerNewSteel,
+  NotSelectComponentOrNotInputPlaneDesc,
+  EraseComponentSectionCanNotEraseSystemSection,
+  EraseSteelFormulaCanNotEraseSystemSteelFormula,
+  SteelName,
+  ComponentName,
+  SectionName,
+  AbnormitySection,
+  SectionNameCanNotNull,
+  LengthExpr,
+  Rotation,
+  Vertical,
+  Corner,
+  BSide,
+  HSide,
+  MainSteelPosition,
+  TopSlab,
+  BottomSlab,
+  LeftSlab,
+  RightSlab,
+  PlaneBeam,
+  PlaneBarFound,
+  PlaneMianBeam,
+  PlaneSecBeam,
+  PlaneCoronalBeam,
+  Next,
+  Previous,
+  NotInShore,
+  TwoRow,
+  ThirdRow,
+  FourRow,
+  Bottom,
+  SupportSteel,
+  TopSteel,
+  AllStraddle,
+  SingleStraddle,
+  ContinueStraddle,
+  Oxter,
+  SameAsFloorHeight,
+  SameAsSlabHeight,
+  TwoDoubleNotDistrubitDist,
+  TwoDoubleDistrubitDist,
+  TwoDoubleEncryptDist,
+  SameHoopDesc,
+  CommonBeam,
+  PositionIsRepeat,
+  MidShore,
+  EndShore,
+  End,
+  EndBottomSteel,
+  Hang,
+  Extend,
+  Right,
+  Left,
+  ConnectTopSteel,
+  NoChangeSteelDescAreYouWillChange,
+  NoChangeCenterLineAreYouWillChange,
+  IsAutoIdentBeamSteelYesIsBeamSteelNoIsBarFoundSteel,
+  JoinWallSteel,
+  ColumnInsertSteel,
+  WallInsertSteel,
+  VerticalMainSteel,
+  ColumnHoopSteel,
+  WallPlumbSteel,
+  WallLevelSteel,
+  TwoLayerPull,
+  TemperatureSteel,
+  TwoLayerMatSteel,
+  TraySteel,
+  EdgeSteel,
+  HoopStyle,
+  ColumnTabel,
+  SameFloorHigh,
+  SameWallHigh,
+  Same,
+  Select,
+  WallReplaceHoop,
+};
+
+COMM_LORV_API LPCTSTR GetErrInf(ErrPompt prompt);
+COMM_LORV_API LPCTSTR GetErrInf(LPCTSTR chinese);
+
+}  // namespace CStInf

@@ -1,0 +1,24 @@
+#include "prompts/prompt_row.h"
+
+namespace lorv {
+
+// Section shapes.
+// One row a line, as the vocabulary lists them: compare by eye.
+// clang-format off
+namespace {
+
+constexpr PromptRow kRows[] = {
+  {0, {_T("矩形"), _T("Rectangle")}},
+  {1, {_T("圆形"), _T("Circle")}},
+  {2, {_T("L形"), _T("LShape")}},
+  {3, {_T("T形"), _T("TShape")}},
+  {4, {_T("十字形"), _T("CrossShape")}},
+  {5, {_T("Z形"), _T("ZShape")}},
+};
+
+}  // namespace
+// clang-format on
+
+constinit const PromptTable kShapeTable{kRows};
+
+}  // namespace lorv
