@@ -1,0 +1,26 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace lorv::bench {
+
+// The peer in the formula benchmarks, muParser, set up to understand the same texts as the library's engine:
+// a parser object that is kept, with the functions of the texts defined and every name bound to a slot.
+class PeerParser {
+ public:
+  PeerParser();
+  ~PeerParser();
+
+  // The place where the parser reads the value of a name; made at the first call for it.
+  double& Slot(const std::string& name);
+
+  // Parses and works one text.
+  double Work(const std::string& text);
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+};
+
+}  // namespace lorv::bench
