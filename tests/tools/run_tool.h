@@ -1,0 +1,27 @@
+#pragma once
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tools/lorv/program.h"
+
+namespace lorv::test {
+
+// What a run of the tool left behind.
+struct ToolRun {
+  int code;
+  std::string out;
+  std::string err;
+};
+
+// Runs the tool inside the test program, with nothing on its input but `in`.
+inline ToolRun RunTool(const std::vector<std::string>& words, const std::string& in = "") {
+  std::istringstream input(in);
+  std::ostringstream out, err;
+  tool::Console console{input, out, err};
+  const int code = tool::RunProgram(words, console);
+  return {code, out.str(), err.str()};
+}
+
+}  // namespace lorv::test

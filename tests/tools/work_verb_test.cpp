@@ -1,0 +1,321 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "tests/support/data.h"
+#include "tests/tools/run_tool.h"
+#include "tools/lorv/takeoff/bill.h"
+
+namespace lorv::test {
+namespace {
+
+// A folder with a components and a rules file, and runs of the tool on them.
+class WorkVerb : public testing::Test {
+ protected:
+  std::string Path(const std::string& name) const { return (folder_.Path() / name).string(); }
+
+  ToolRun Work(const std::string& components, const std::string& rules, std::vector<std::string> more = {}) {
+    WriteBytes(folder_.Path() / "c.csv", components);
+    WriteBytes(folder_.Path() / "r.csv", rules);
+    std::vector<std::string> words = {"work", Path("c.csv"), "--rules", Path("r.csv")};
+    words.insert(words.end(), more.begin(), more.end());
+    ToolRun run = RunTool(words);
+    Shorten(run.err);
+    return run;
+  }
+  // Messages name files by their path; the tests want them short.
+  void Shorten(std::string& text) const {
+    const std::string prefix = (folder_.Path() / "").string();
+    for (std::size_t at = 0; (at = text.find(prefix)) != std::string::npos;) text.erase(at, prefix.size());
+  }
+  std::string Table(const std::string& components, const std::string& rules) {
+    Work(components, rules, {"--quiet", "--out", Path("out.csv")});
+    return ReadBytes(folder_.Path() / "out.csv");
+  }
+
+  ScratchFolder folder_;
+};
+
+TEST_F(WorkVerb, BillHasTotalsByClassStoreyAndQuantity) {
+  const ToolRun run = Work(
+      "类别,name,楼层,count,L,B,H\n墙,W1,1F,,6,0.2,3\n墙,W2,1F,2,4,0.2,3\n墙,W3,2F,,5,0.2,2.8\n柱,C1,1F,,0.4,"
+      "0.4,3\n",
+      "class,name,unit,formula,decimals\n墙,砌体,m3,L*B*H,\n,side,m2,L*H,1\n柱,混凝土,m3,L*B*H,2\n");
+  EXPECT_EQ(run.code, 0) << run.err;
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(run.out,
+            "Class  Quantity  Unit  Storey  Components   Total\n"
+            "-------------------------------------------------\n"
+            "墙     砌体      m3    1F               3   8.400\n"
+            "                       2F               1   2.800\n"
+            "                       all              4  11.200\n"
+            "       side      m2    1F               3    42.0\n"
+            "                       2F               1    14.0\n"
+            "                       all              4    56.0\n"
+            "-------------------------------------------------\n"
+            "柱     混凝土    m3    1F               1    0.48\n"
+            "\n"
+            "Whole building  Unit  Components   Total\n"
+            "----------------------------------------\n"
+            "砌体            m3             4  11.200\n"
+            "side            m2             4    56.0\n"
+            "混凝土          m3             1    0.48\n"
+            "\n"
+            "4 components\n");
+}
+
+TEST_F(WorkVerb, FullTableIsComponentsByQuantities) {
+  EXPECT_EQ(Table("class,name,storey,L,B\nW,w1,1,3,0.1\nX,x1,1,1,1\nW,\"w,2\",2,1,\n",
+                  "class,name,unit,formula\nW,area,m2,L*B\nW;X,length,m,L\n"),
+            "class,name,storey,area (m2),length (m),not worked\r\nW,w1,1,0.3,3,\r\nX,x1,1,,1,\r\n"
+            "W,\"w,2\",2,,1,area\r\n");
+}
+
+TEST_F(WorkVerb, ProblemsAreToldOnceARuleAndStopNothing) {
+  const ToolRun run =
+      Work("class,name,storey,L,B\nW,w1,1,3,0.1\nW,w2,1,,2\nW,w3,1,x,2\nW,w4,1,,0\n",
+           "class,name,unit,formula,condition\nW,qa,m2,L*Breite,\nW,qb,m2,(L*B,\nW,qc,m,1/B+L,\nW,qd,m,B,B>\n"
+           "W,qe,m,B,\n");
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.err,
+            "r.csv, line 2, character 1: qa: nothing is named \"Breite\" here\n"
+            "    L*Breite\n      ^^^^^^\n"
+            "    not worked for 4 components, first line 2, W, w1, 1\n"
+            "r.csv, line 3, character 1: qb: '(' is never closed\n"
+            "    (L*B\n    ^\n"
+            "    not worked for 4 components, first line 2, W, w1, 1\n"
+            "r.csv, line 4, character 1: qc: no value for \"L\"\n"
+            "    1/B+L\n        ^\n"
+            "    not worked for 2 components, first line 3, W, w2, 1\n"
+            "r.csv, line 4, character 1: qc: the value for \"L\" is no number\n"
+            "    1/B+L\n        ^\n"
+            "    not worked for 1 component: line 4, W, w3, 1\n"
+            "r.csv, line 5, character 1: qd, its condition: the formula ends where a value is expected\n"
+            "    B>\n      ^\n"
+            "    not worked for 4 components, first line 2, W, w1, 1\n");
+  EXPECT_NE(run.out.find("qe        m     1                4   4.100"), std::string::npos) << run.out;
+}
+
+TEST_F(WorkVerb, DivisionByZeroIsFoundWhereItStands) {
+  const ToolRun run = Work("class,墙长,洞口\nW,3,0\nW,3,2\n", "class,name,formula\nW,q,墙长/洞口\n");
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.err,
+            "r.csv, line 2, character 1: q: division by zero: '洞口' is 0\n    墙长/洞口\n         ^^^^\n"
+            "    not worked for 1 component: line 2, W\n");
+}
+
+TEST_F(WorkVerb, SlipOfThePenIsAnsweredWithTheNameMeant) {
+  const ToolRun run = Work("class,Length,墙高\nW,1,2\n", "class,name,formula\nW,q,Lenght*墙\n");
+  EXPECT_EQ(run.code, 1);
+  EXPECT_NE(
+      run.err.find("nothing is named \"Lenght\" here; did you mean LENGTH?\n    Lenght*墙\n    ^^^^^^\n"),
+      std::string::npos)
+      << run.err;
+}
+
+TEST_F(WorkVerb, RulesMayLeanOnRowsAbove) {
+  EXPECT_EQ(Table("class,L\nW,0.001\n",
+                  "kind,class,name,formula,factor\nconstant,,tiny,0.00001,\nconstant,,twice,2*tiny,\n"
+                  "step,W,s,L*L,\n,W,q,s*1000000,\n,W,r,q+twice*100000,\n,W,f,L,1000\n"),
+            "class,q,r,f,not worked\r\nW,1,3,1,\r\n");
+}
+
+TEST_F(WorkVerb, DefaultsFillMissingDimensions) {
+  EXPECT_EQ(Table("class,H,D\nW,,3\nW,2,3\nV,,3\nX,,\n",
+                  "kind,class,name,formula,missing\ndefault,W,H,D+1,\ndefault,*,H,9,\ndefault,*,B,0.5,\n"
+                  ",*,q,H*B,\n,X,d,D,skip\n,X,z,D+1,0\n"),
+            "class,q,d,z,not worked\r\nW,2,,,\r\nW,1,,,\r\nV,4.5,,,\r\nX,4.5,,1,\r\n");
+}
+
+TEST_F(WorkVerb, FirstRowWhoseConditionHoldsCounts) {
+  EXPECT_EQ(Table("class,name,H\nW,砖墙,4\nW,砖墙,2\nW,other,2\n",
+                  "class,name,formula,condition\nW,q,1,H>3\nW,q,2,\"FIND(name,'砖')>0\"\nW,q,3,\n"),
+            "class,name,q,not worked\r\nW,砖墙,1,\r\nW,砖墙,2,\r\nW,other,3,\r\n");
+}
+
+TEST_F(WorkVerb, ColumnsMayHaveShortNamesAndFactors) {
+  EXPECT_EQ(Table("class,Net Volume.Total,材料\nW,0.0012345,C30\n",
+                  "kind,class,name,formula,factor\ncolumn,,V,Net Volume.Total,1000000000\ntext,,M,材料,\n"
+                  ",W,q,V/1000000000,\n,W,c,\"FIND(M,'c30')\",\n"),
+            "class,q,c,not worked\r\nW,0.0012345,1,\r\n");
+}
+
+TEST_F(WorkVerb, ThirdDecimalIsToldWhenItMatters) {
+  const ToolRun run = Work("class,L\nW,0.0123456\n", "class,name,formula\nW,q,L\n");
+  EXPECT_EQ(run.code, 0);
+  EXPECT_NE(run.err.find("1 values of \"L\" have more than three decimals"), std::string::npos) << run.err;
+}
+
+TEST_F(WorkVerb, CompareCountsAgreement) {
+  const ToolRun run = Work("class,L,B,A\nW,2,3,6.05\nW,2,3,6.07\nW,1,1,\nV,2,2,4\n",
+                           "class,name,formula,compare,group\n*,area,L*B,A,any\nW,shifted,L*B+0.07,A,any\n",
+                           {"--compare", "--quiet"});
+  EXPECT_EQ(run.code, 0) << run.err;
+  EXPECT_EQ(run.out,
+            "Agrees with the file within 1 %  asked of  agree   share\n"
+            "--------------------------------------------------------\n"
+            "area                                    3      2  66.7 %\n"
+            "shifted                                 2      2   100 %\n"
+            "any                                     3      3   100 %\n");
+  EXPECT_NE(
+      Work("class,L,A\nW,2,2.1\n", "class,name,formula,compare\nW,a,L,A\n", {"--compare", "--tolerance", "5"})
+          .out.find("within 5 %"),
+      std::string::npos);
+}
+
+TEST_F(WorkVerb, JsonHoldsBillProblemsAndComparison) {
+  const ToolRun run = Work("class,storey,L\nW,1F,2\nW,1F,\n", "class,name,unit,formula,compare\nW,q,m,L,L\n",
+                           {"--json", "--compare"});
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(
+      run.out,
+      "{\n  \"components\": 2,\n  \"without_rule\": 0,\n  \"bill\": [\n    {\n      \"class\": \"W\",\n"
+      "      \"quantity\": \"q\",\n      \"unit\": \"m\",\n      \"storey\": \"1F\",\n      \"components\": "
+      "1,\n"
+      "      \"total\": 2\n    }\n  ],\n  \"problems\": [\n    {\n      \"line\": 2,\n      \"name\": "
+      "\"q\",\n"
+      "      \"part\": \"formula\",\n      \"formula\": \"L\",\n      \"message\": \"no value for "
+      "\\\"L\\\"\",\n"
+      "      \"position\": 0,\n      \"length\": 1,\n      \"components\": 1,\n"
+      "      \"first\": \"line 3, W, 1F\"\n    }\n  ],\n  \"comparison\": [\n    {\n      \"name\": \"q\",\n"
+      "      \"group\": false,\n      \"asked\": 1,\n      \"agree\": 1\n    }\n  ]\n}\n");
+}
+
+TEST_F(WorkVerb, BillFileAndMark) {
+  Work("class,storey,L\nW,1F,2\n", "class,name,unit,formula\nW,q,m,L\n",
+       {"--quiet", "--mark", "--bill", Path("bill.csv"), "--out", Path("out.csv")});
+  EXPECT_EQ(ReadBytes(folder_.Path() / "bill.csv"),
+            "\xEF\xBB\xBF"
+            "class,quantity,unit,storey,components,total\r\nW,q,m,1F,1,2\r\n");
+  EXPECT_EQ(ReadBytes(folder_.Path() / "out.csv"),
+            "\xEF\xBB\xBF"
+            "class,storey,q (m),not worked\r\nW,1F,2,\r\n");
+}
+
+constexpr const char* kRules = "class,name,formula\nW,q,L\n";
+constexpr const char* kComponents = "class,L\nW,1\n";
+constexpr struct {
+  const char *components, *rules, *message;
+} kBadFiles[] = {
+    {"", kRules, "lorv: c.csv: the file is empty\n"},
+    {"name,L\nx,1\n", kRules,
+     "lorv: c.csv, line 1, character 1: the header has no column class (类别): it tells which rules are "
+     "for a "
+     "component\n"},
+    {"class,L,l\n", kRules, "lorv: c.csv, line 1, character 9: the column \"l\" stands here a second time\n"},
+    {"class,L\nW,1,2\n", kRules,
+     "lorv: c.csv, line 2, character 5: more cells than the header has; a cell with a comma in it stands "
+     "in quotes\n"},
+    {"class,L\nW,1\nW,\"2\n", kRules,
+     "lorv: c.csv, line 3, character 3: the quote that opens here is never closed\n"},
+    {"class,count,L\nW,x,1\n", kRules,
+     "lorv: c.csv, line 2, character 3: the count \"x\" is no number from 0 up\n"},
+    {kComponents, "class,name\nW,q\n",
+     "lorv: r.csv, line 1, character 1: the header has no column formula (公式)\n"},
+    {kComponents, "class,name,formula\n", "lorv: r.csv: there is no rule below the header\n"},
+    {kComponents, "class,name,formula\n,q,L\n",
+     "lorv: r.csv, line 2, character 1: the class is missing, here and in the rows above\n"},
+    {kComponents, "class,name,formula\nW,q,MAX(L,1)\n",
+     "lorv: r.csv, line 2, character 11: more cells than the header has; a formula with a comma stands in "
+     "quotes\n"},
+    {kComponents, "class,name,formula\nW,,L\n", "lorv: r.csv, line 2, character 3: the name is missing\n"},
+    {kComponents, "class,name,formula\nW,q,\n", "lorv: r.csv, line 2, character 5: the formula is missing\n"},
+    {kComponents, "class,name,formula,decimals\nW,q,L,11\n",
+     "lorv: r.csv, line 2, character 7: decimals go from 0 to 10\n"},
+    {kComponents, "class,name,formula,factor\nW,q,L,0\n",
+     "lorv: r.csv, line 2, character 7: a factor of 0 makes every result 0\n"},
+    {kComponents, "class,name,formula,missing\nW,q,L,none\n",
+     "lorv: r.csv, line 2, character 7: \"none\" is neither report (报告), skip (跳过) nor a number\n"},
+    {kComponents, "kind,class,name,formula\nconstant,,1x,2\n",
+     "lorv: r.csv, line 2, character 11: \"1x\" cannot be a name in a formula: letters, digits and _ only, "
+     "no digit in "
+     "front, and no name of a function\n"},
+    {kComponents, "kind,class,name,formula\nconstant,,k,2\nconstant,,K,3\n,W,q,L\n",
+     "lorv: r.csv, line 3, character 11: \"K\" is declared a second time\n"},
+    {kComponents, "kind,class,name,formula\nconstant,,k,2+\n,W,q,L\n",
+     "lorv: r.csv, line 2, character 13: the constant k cannot be worked: the formula ends where a value "
+     "is "
+     "expected\n    2+\n      ^\n\n"},
+    {kComponents, "kind,class,name,formula\ncolumn,,k,Height\n,W,q,L\n",
+     "lorv: r.csv, line 2, character 11: c.csv has no column \"Height\"\n"},
+    {kComponents, "class,name,formula,compare\nW,q,L,Vol\n",
+     "lorv: r.csv, line 2, character 1: c.csv has no column \"Vol\" to compare with\n"},
+};
+
+TEST_F(WorkVerb, BadFilesEndWithTwoAndLeaveNothing) {
+  for (const auto& one : kBadFiles) {
+    WriteBytes(folder_.Path() / "out.csv", "before");
+    const ToolRun run = Work(one.components, one.rules, {"--out", Path("out.csv")});
+    EXPECT_EQ(run.code, 2) << one.message;
+    EXPECT_EQ(run.err, one.message);
+    EXPECT_EQ(run.out, "") << one.message;
+    EXPECT_EQ(ReadBytes(folder_.Path() / "out.csv"), "before") << one.message;
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 3) << one.message;
+  }
+}
+
+TEST_F(WorkVerb, BadArgumentsEndWithTwo) {
+  WriteBytes(folder_.Path() / "c.csv", "class,L\nW,1\n");
+  WriteBytes(folder_.Path() / "r.csv", "class,name,formula\nW,q,L\n");
+  const std::string c = Path("c.csv"), r = Path("r.csv");
+  const std::vector<std::string> cases[] = {
+      {"work"},
+      {"work", c},
+      {"work", c, "--rules", Path("no.csv")},
+      {"work", folder_.Path().string(), "--rules", r},
+      {"work", c, "--rules", r, "--out", c},
+      {"work", c, "--rules", r, "--bill", r},
+      {"work", c, "--rules", r, "--bill", Path("x"), "--out", Path("x")},
+      {"work", "-", "--rules", "-"},
+      {"work", c, "--rules", r, "--encoding", "latin"},
+      {"work", c, "--rules", r, "--tolerance", "x"},
+      {"work", c, "--rules", r, "--tolerance", "-1"},
+      {"work", c, "--rules", r, "--out", Path("no/out.csv")},
+  };
+  for (const auto& words : cases) {
+    const ToolRun run = RunTool(words);
+    EXPECT_EQ(run.code, 2) << words.back();
+    EXPECT_EQ(run.err.substr(0, 6), "lorv: ") << words.back();
+  }
+}
+
+TEST_F(WorkVerb, ReadsComponentsFromStandardInput) {
+  WriteBytes(folder_.Path() / "r.csv", "class,name,formula\nW,q,L\n");
+  const ToolRun run = RunTool({"work", "-", "--rules", Path("r.csv"), "--json"}, "class,L\nW,2\n");
+  EXPECT_EQ(run.code, 0);
+  EXPECT_NE(run.out.find("\"total\": 2"), std::string::npos);
+}
+
+TEST_F(WorkVerb, GbkFilesWorkLikeUtf8) {
+  // 类别,长 / 墙,2 and 类别,名称,公式 / 墙,面,长*2
+  const ToolRun run =
+      Work("\xC0\xE0\xB1\xF0,\xB3\xA4\n\xC7\xBD,2\n",
+           "\xC0\xE0\xB1\xF0,\xC3\xFB\xB3\xC6,\xB9\xAB\xCA\xBD\n\xC7\xBD,\xC3\xE6,\xB3\xA4*2\n");
+  EXPECT_EQ(run.code, 0) << run.err;
+  EXPECT_NE(run.out.find("墙     面                               1  4.000"), std::string::npos) << run.out;
+}
+
+TEST_F(WorkVerb, ManyRowsAreWorkedInOrder) {
+  std::string components = "class,storey,L\n";
+  for (int i = 0; i < 20000; ++i)
+    components += "W,F" + std::to_string(i % 3) + "," + std::to_string(i % 100) + ".5\n";
+  const ToolRun run = Work(components, "class,name,formula\nW,q,2*L\n", {"--json"});
+  EXPECT_EQ(run.code, 0);
+  double total = 0;
+  for (std::size_t at = 0; (at = run.out.find("\"total\": ", at)) != std::string::npos; ++at) {
+    total += std::stod(run.out.substr(at + 9));
+  }
+  EXPECT_DOUBLE_EQ(total, 20000 * 100.0);
+}
+
+TEST(BillSum, KeepsWhatPlainAdditionLoses) {
+  tool::Sum sum;
+  sum.Add(1e16);
+  for (int i = 0; i < 10; ++i) sum.Add(1);
+  sum.Add(-1e16);
+  EXPECT_EQ(sum.Value(), 10);
+}
+
+}  // namespace
+}  // namespace lorv::test

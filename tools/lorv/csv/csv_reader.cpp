@@ -1,0 +1,182 @@
+#include "tools/lorv/csv/csv_reader.h"
+
+#include <algorithm>
+
+#include "tools/lorv/csv/csv_limits.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+bool IsBlankCharacter(char c) {
+  return c == ' ' || c == '\t';
+}
+
+// How often each candidate stands in the first row outside of quotes; the earlier wins a tie.
+char MostFrequent(std::string_view block) {
+  constexpr char kCandidates[] = {',', ';', '\t'};
+  std::size_t counts[3] = {};
+  bool quoted = false;
+  for (const char c : block) {
+    if (c == '"') quoted = !quoted;
+    if (!quoted && (c == '\n' || c == '\r')) break;
+    const char* found = std::find(std::begin(kCandidates), std::end(kCandidates), c);
+    if (!quoted && found != std::end(kCandidates)) ++counts[found - kCandidates];
+  }
+  return kCandidates[std::max_element(counts, counts + 3) - counts];
+}
+
+}  // namespace
+
+std::string PlaceText(const std::string& file, FilePlace place) {
+  return file + ", line " + std::to_string(place.line) + ", character " + std::to_string(place.character) +
+         ": ";
+}
+
+std::string_view CsvRow::operator[](std::size_t cell) const {
+  if (cell >= cells_.size()) return {};
+  return std::string_view(text_).substr(cells_[cell].begin, cells_[cell].end - cells_[cell].begin);
+}
+
+FilePlace CsvRow::Place(std::size_t cell) const {
+  if (cells_.empty()) return {};
+  return cells_[cell < cells_.size() ? cell : 0].place;
+}
+
+bool CsvRow::IsBlank() const {
+  return text_.find_first_not_of(" \t\r\n") == std::string::npos;
+}
+
+void CsvRow::Clear() {
+  text_.clear();
+  cells_.clear();
+}
+
+CsvReader::CsvReader(InputBytes& bytes, Encoding encoding, bool comments)
+    : bytes_(bytes), decoder_(bytes, encoding), comments_(comments) {}
+
+void CsvReader::Fail(FilePlace place, const std::string& message) const {
+  throw BadInput(PlaceText(bytes_.Name(), place) + message);
+}
+
+bool CsvReader::More() {
+  if (at_ < block_.size()) return true;
+  at_ = 0;
+  return decoder_.Next(block_);
+}
+
+char CsvReader::Peek() {
+  return More() ? block_[at_] : '\n';
+}
+
+char CsvReader::TakeByte() {
+  const char c = block_[at_++];
+  if (c == 0) Fail(place_, "a zero character: this is no text file");
+  const bool pair = c == '\r' && at_ < block_.size() && block_[at_] == '\n';
+  if (c == '\n' || (c == '\r' && !pair)) {
+    ++place_.line;
+    place_.character = 1;
+  } else if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) {
+    ++place_.character;
+  }
+  return c;
+}
+
+void CsvReader::SkipLineEnd() {
+  if (!More()) return;
+  if (TakeByte() == '\r' && at_ < block_.size() && block_[at_] == '\n') TakeByte();
+}
+
+// A spreadsheet names the separator in a first line "sep=;".
+void CsvReader::FindSeparator() {
+  begun_ = true;
+  if (!More()) return;
+  const bool named =
+      block_.size() > 5 && block_.compare(0, 4, "sep=") == 0 && (block_[5] == '\r' || block_[5] == '\n');
+  if (!named) {
+    separator_ = MostFrequent(block_);
+    return;
+  }
+  separator_ = block_[4];
+  while (block_[at_] != '\r' && block_[at_] != '\n') TakeByte();
+  SkipLineEnd();
+}
+
+bool CsvReader::AtCellEnd() {
+  const char c = Peek();
+  return c == separator_ || c == '\n' || c == '\r';
+}
+
+void CsvReader::Keep(CsvRow& row, char c) {
+  row.text_ += c;
+  if (row.text_.size() - row.cells_.back().begin > kMaxCsvCell) {
+    Fail(row.cells_.back().place, "a cell of more than " + std::to_string(kMaxCsvCell) + " bytes");
+  }
+}
+
+void CsvReader::ReadQuoted(CsvRow& row, FilePlace begin) {
+  TakeByte();
+  for (;;) {
+    if (!More()) Fail(begin, "the quote that opens here is never closed");
+    const char c = TakeByte();
+    if (c != '"') {
+      Keep(row, c);
+    } else if (Peek() == '"' && More()) {
+      Keep(row, TakeByte());
+    } else {
+      break;
+    }
+  }
+  row.cells_.back().end = row.text_.size();
+  while (More() && IsBlankCharacter(Peek()) && Peek() != separator_) TakeByte();
+  if (More() && !AtCellEnd()) {
+    Fail(place_, "text behind a closing quote; a quote inside a quoted cell is written twice");
+  }
+}
+
+void CsvReader::ReadPlain(CsvRow& row) {
+  while (More() && !AtCellEnd()) Keep(row, TakeByte());
+  CsvRow::Cell& cell = row.cells_.back();
+  cell.end = row.text_.size();
+  while (cell.end > cell.begin && IsBlankCharacter(row.text_[cell.end - 1])) --cell.end;
+}
+
+void CsvReader::ReadCell(CsvRow& row) {
+  if (row.cells_.size() == kMaxCsvCells) {
+    Fail(place_, "a row of more than " + std::to_string(kMaxCsvCells) + " cells");
+  }
+  while (More() && IsBlankCharacter(Peek()) && Peek() != separator_) TakeByte();
+  row.cells_.push_back({row.text_.size(), row.text_.size(), place_});
+  const bool comment = comments_ && row.cells_.size() == 1 && Peek() == '#' && More();
+  if (comment) {
+    // A remark is prose: quotes and separators in it mean nothing.
+    while (More() && Peek() != '\n' && Peek() != '\r') TakeByte();
+    row.Clear();
+  } else if (Peek() == '"' && More()) {
+    ReadQuoted(row, place_);
+  } else {
+    ReadPlain(row);
+  }
+}
+
+void CsvReader::ReadRow(CsvRow& row) {
+  row.Clear();
+  ReadCell(row);
+  while (More() && Peek() == separator_) {
+    TakeByte();
+    ReadCell(row);
+  }
+  SkipLineEnd();
+}
+
+bool CsvReader::Next(CsvRow& row) {
+  if (!begun_) FindSeparator();
+  while (More()) {
+    ReadRow(row);
+    if (!row.IsBlank()) return true;
+  }
+  row.Clear();
+  return false;
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,47 @@
+#include "tools/lorv/csv/input_bytes.h"
+
+#include <istream>
+
+#include "framework/exceptions.h"
+#include "platform/platform.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+std::string Reason(const CString& path) {
+  const auto facts = PortsInForce().files->Facts(path);
+  if (!facts) return "there is no such file";
+  return facts->IsFolder() ? "it is a folder" : "it may not be read";
+}
+
+}  // namespace
+
+InputBytes::InputBytes(const std::string& path, std::istream& standard) : name_(path) {
+  if (path == "-") {
+    name_ = "standard input";
+    stream_ = &standard;
+    return;
+  }
+  const CString name = CString::FromUtf8(path);
+  file_ = PortsInForce().files->Open(name, FileUse::kRead);
+  if (file_ == nullptr) throw BadInput(path + " cannot be opened: " + Reason(name));
+  const std::int64_t size = file_->Size();
+  size_ = size > 0 ? static_cast<std::uint64_t>(size) : 0;
+}
+
+void InputBytes::Read(std::string& block, std::size_t size) {
+  block.resize(size);
+  std::int64_t count = 0;
+  if (file_ != nullptr) {
+    count = file_->Read(block.data(), size);
+  } else {
+    stream_->read(block.data(), static_cast<std::streamsize>(size));
+    count = stream_->bad() ? -1 : static_cast<std::int64_t>(stream_->gcount());
+  }
+  if (count < 0) throw BadInput(name_ + " cannot be read");
+  block.resize(static_cast<std::size_t>(count));
+  done_ += block.size();
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "TEXPRESSCAL/express.h"
+
+namespace lorv::tool {
+
+// What is wrong with a formula: words for the user, and the stretch of the formula that they are about.
+struct Fault {
+  int position = 0;  // 16-bit units from 0
+  int length = 0;    // 0 behind the end
+  std::string message;
+  bool syntax = false;  // it cannot be read, whatever the values
+  bool stops = true;    // false: there is a number all the same
+};
+
+// The fault of a formula with these values and names that may go without one; nothing when there is none. The
+// position is that in the text given.
+std::optional<Fault> FaultOf(const CString& formula, const CMapValue& values, const TDefsetVars& keywords);
+
+}  // namespace lorv::tool

@@ -1,0 +1,52 @@
+#include "tools/lorv/formula/name_values.h"
+
+#include <set>
+
+#include "tools/lorv/formula/formula_words.h"
+#include "tools/lorv/takeoff/rules_file.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+NameValue ReadOne(const std::string& word) {
+  const auto [name, value] = CutAtEqualSign(word, "NAME=VALUE");
+  NameValue pair{CString::FromUtf8(name), false, CString::FromUtf8(value), 0};
+  if (name.empty()) throw BadInput("\"" + word + "\" has no name in front of the =");
+  if (pair.name.GetLength() > static_cast<int>(CStrCmp::kCapacity)) {
+    throw BadInput("the name \"" + name + "\" is longer than " + std::to_string(CStrCmp::kCapacity) +
+                   " characters");
+  }
+  const int length = pair.text.GetLength();
+  pair.is_text = length >= 2 && pair.text[0] == '\'' && pair.text.Find('\'', 1) == length - 1;
+  if (pair.is_text) return pair;
+  const std::optional<double> number = WholeNumber(value);
+  if (!number) {
+    throw BadInput("the value of " + name + " is \"" + value +
+                   "\": neither a number nor a 'text' in single quotes");
+  }
+  pair.number = *number;
+  return pair;
+}
+
+}  // namespace
+
+std::pair<std::string, std::string> CutAtEqualSign(const std::string& word, const char* expected) {
+  const std::size_t at = word.find('=');
+  if (at == std::string::npos) throw BadInput("\"" + word + "\" is not of the form " + expected);
+  return {word.substr(0, at), word.substr(at + 1)};
+}
+
+std::vector<NameValue> ReadNameValues(const std::vector<std::string>& words) {
+  std::vector<NameValue> pairs;
+  std::set<CString> names;
+  for (const std::string& word : words) {
+    pairs.push_back(ReadOne(word));
+    if (!names.insert(NameKey(pairs.back().name.View())).second) {
+      throw BadInput("the name \"" + pairs.back().name.ToUtf8() + "\" has two values");
+    }
+  }
+  return pairs;
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,140 @@
+#include "tools/lorv/program.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <map>
+#include <ostream>
+
+#include "tools/lorv/command_words.h"
+#include "tools/lorv/verbs_table.h"
+
+namespace lorv::tool {
+namespace {
+
+constexpr const char* kAbout =
+    "lorv - formulas of construction quantity take-off, from the command line.\n"
+    "\n"
+    "A formula is what an estimator types: numbers, names, + - * / ^, brackets, comparisons and functions,\n"
+    "in English or Chinese letters. `lorv work` works whole tables of building components with it.\n";
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  lorv calc \"L*B*H\" L=3.6 B=0.24 H=2.8       the number\n"
+    "  lorv calc \"墙长*墙高-洞口\" 墙长=6 墙高=3 洞口=2.1\n"
+    "  lorv work house.csv --rules house-rules.csv --out quantities.csv\n"
+    "\n"
+    "`lorv VERB --help` tells the rest. Text is UTF-8 in and out.\n"
+    "\n"
+    "Exit codes: 0 fine, 1 a formula or a result is wrong, 2 an argument or a file cannot be used.";
+
+// The argument library's layout, with the groups of verbs in our order and no line about itself.
+class HelpLayout : public CLI::Formatter {
+ public:
+  HelpLayout() { column_width(28); }
+  std::string make_usage(const CLI::App* app, std::string /*name*/) const override {
+    return app->get_parent() == nullptr ? "Usage: lorv VERB [ARGUMENT ...]\n"
+                                        : CLI::Formatter::make_usage(app, "lorv " + app->get_name());
+  }
+  std::string make_subcommands(const CLI::App* /*app*/, CLI::AppFormatMode /*mode*/) const override {
+    std::string text;
+    for (const VerbGroup& group : AllVerbs()) {
+      if (group.verbs.empty()) continue;
+      text += std::string("\n") + group.title + ":\n";
+      for (const Verb& verb : group.verbs) text += make_verb(verb);
+    }
+    return text;
+  }
+
+ private:
+  static std::string make_verb(const Verb& verb) {
+    std::string line = std::string("  ") + verb.name;
+    line.resize(std::max<std::size_t>(line.size() + 1, 14), ' ');
+    return line + verb.summary + "\n";
+  }
+};
+
+struct Program {
+  CLI::App app{kAbout, "lorv"};
+  std::map<std::string, Work> work;
+  std::map<std::string, bool> takes_formulas;
+};
+
+void Declare(Program& program) {
+  program.app.formatter(std::make_shared<HelpLayout>());
+  program.app.allow_windows_style_options(false);
+  program.app.set_version_flag("--version", "lorv " LORV_VERSION, "print the version and end");
+  program.app.get_option("--help")->description("print this help and end; also behind a verb");
+  program.app.require_subcommand(1);
+  program.app.footer(kExamples);
+  for (const VerbGroup& group : AllVerbs()) {
+    for (const Verb& verb : group.verbs) {
+      CLI::App* sub = program.app.add_subcommand(verb.name, verb.summary);
+      sub->allow_windows_style_options(false);
+      program.work[verb.name] = verb.declare(*sub);
+      program.takes_formulas[verb.name] = verb.takes_formulas;
+      UnshieldValues(*sub);
+    }
+  }
+}
+
+// `lorv help calc` is `lorv calc --help`.
+std::vector<std::string> HelpWords(const std::vector<std::string>& words) {
+  if (words.empty()) return {"--help"};
+  if (words[0] != "help") return words;
+  if (words.size() == 1) return {"--help"};
+  return {words[1], "--help"};
+}
+
+void Parse(Program& program, std::vector<std::string> words) {
+  const auto verb = program.work.find(words[0]);
+  if (verb == program.work.end() && program.app.get_option_no_throw(words[0]) == nullptr) {
+    const bool option = words[0].size() > 1 && words[0][0] == '-';
+    throw BadInput(std::string("there is no ") + (option ? "option" : "verb") + " \"" + words[0] +
+                   "\"; `lorv --help` lists them");
+  }
+  if (verb != program.work.end()) {
+    std::vector<std::string> rest(words.begin() + 1, words.end());
+    const CLI::App& sub = *program.app.get_subcommand(words[0]);
+    rest = ShieldWords(rest, sub, program.takes_formulas[words[0]]);
+    words.resize(1);
+    words.insert(words.end(), rest.begin(), rest.end());
+  }
+  // The argument library wants them last first.
+  std::reverse(words.begin(), words.end());
+  program.app.parse(words);
+}
+
+int Run(const std::vector<std::string>& words, Console& console) {
+  Program program;
+  Declare(program);
+  const std::vector<std::string> asked = HelpWords(words);
+  try {
+    Parse(program, asked);
+  } catch (const CLI::Success& answer) {  // --help, --version
+    program.app.exit(answer, console.out, console.err);
+    return kFine;
+  } catch (const CLI::ParseError& wrong) {
+    throw BadInput(WithoutShields(wrong.what()) + "\n`lorv " + asked[0] + " --help` tells what it takes");
+  }
+  return program.work.at(asked[0])(console);
+}
+
+}  // namespace
+
+int RunProgram(const std::vector<std::string>& words, Console& console) {
+  int code = kBadInput;
+  try {
+    code = Run(words, console);
+  } catch (const std::exception& wrong) {
+    console.out.flush();
+    console.err << "lorv: " << wrong.what() << "\n";
+  }
+  console.out.flush();
+  if (!console.out) {
+    console.err << "lorv: the output could not be written\n";
+    return kBadInput;
+  }
+  return code;
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <iosfwd>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "tools/lorv/takeoff/component_worker.h"
+#include "tools/lorv/text/json_text.h"
+
+namespace lorv::tool {
+
+// Counts how many quantities agree with those that the components file stores itself.
+//
+// A rule is asked of a component when it was worked and the file holds the quantity of its column `compare`.
+// It agrees when both differ by no more than a share of the stored one. Rules of one name are one line; rules
+// of one group are one line more, in which a component agrees when any of them does.
+class Comparison {
+ public:
+  Comparison(const Planner& planner, double tolerance) : planner_(planner), tolerance_(tolerance) {}
+
+  // The results of the component that the file stands at.
+  void Add(const ComponentsFile& file, const std::vector<Result>& results);
+
+  void Print(std::ostream& out) const;
+  void Write(JsonText& json) const;
+
+ private:
+  struct Line {
+    std::string name;
+    bool is_group = false;
+    std::size_t rule = 0;  // the first of the name, or of the group
+    long long asked = 0;
+    long long agree = 0;
+  };
+  Line& LineOf(const std::string& name, bool is_group, std::size_t rule);
+  std::vector<const Line*> InOrder() const;
+
+  const Planner& planner_;
+  double tolerance_;
+  std::map<std::pair<bool, std::string>, Line> lines_;
+};
+
+}  // namespace lorv::tool

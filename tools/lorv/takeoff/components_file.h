@@ -1,0 +1,47 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "tools/lorv/csv/csv_reader.h"
+#include "tools/lorv/takeoff/column_names.h"
+
+namespace lorv::tool {
+
+// A table of building components, one a row, read once from front to end; docs/formats/components.md is its
+// manual. Throws BadInput, with file, line and character, for what is no such table.
+class ComponentsFile {
+ public:
+  // Reads the header.
+  ComponentsFile(InputBytes& bytes, Encoding encoding);
+
+  // The next component; false at the end.
+  bool Next();
+
+  const std::string& Name() const { return reader_.Name(); }
+  const CsvRow& Row() const { return row_; }
+  // The cell of a known column, empty where the file has no such column.
+  std::string_view Of(ComponentRole role) const;
+  // How many components the row stands for: 1 where nothing is said.
+  double Count() const;
+
+  const std::vector<std::string>& Titles() const { return titles_; }
+  std::optional<std::size_t> Column(ComponentRole role) const { return roles_[role]; }
+  // By title, without letter case.
+  std::optional<std::size_t> Column(std::string_view title) const;
+
+ private:
+  void ReadHeader();
+  [[noreturn]] void Fail(std::size_t cell, const std::string& message) const;
+
+  CsvReader reader_;
+  CsvRow row_;
+  std::vector<std::string> titles_;
+  std::map<std::string, std::size_t> by_title_;
+  std::array<std::optional<std::size_t>, kComponentRoles> roles_;
+};
+
+}  // namespace lorv::tool

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <stdexcept>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace lorv::tool {
+
+// What a verb talks to: the three streams (bytes are UTF-8) and what is known of the screen behind them.
+struct Console {
+  std::istream& in;
+  std::ostream& out;
+  std::ostream& err;
+  bool err_is_terminal = false;  // a progress bar may be drawn
+  int columns = 80;              // of the terminal; 80 where there is none
+};
+
+// How a run of the program ends. Scripts rely on the numbers.
+enum ExitCode {
+  kFine = 0,          // everything asked for was done
+  kResultFailed = 1,  // the work was done, and a formula or a result is wrong
+  kBadInput = 2,      // an argument or a file cannot be used; nothing was written
+};
+
+// What a verb throws to end with exit code 2. The text is for the user, in one or more lines, without
+// "lorv:" in front and without a line end behind.
+class BadInput : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+// What is done once the arguments are read; gives the exit code.
+using Work = std::function<int(Console&)>;
+
+// One verb of the tool: `lorv NAME ...`. To add one, write a file verb_NAME.cpp with its declaring function
+// and name it in verbs_table.cpp.
+struct Verb {
+  const char* name;
+  const char* summary;  // one line of the list of verbs
+  // Declares the verb's arguments and their help on `app` and gives what is done once they are read. What
+  // the arguments are read into must live as long as the work: keep it in a shared pointer.
+  Work (*declare)(CLI::App& app);
+  // The verb takes formulas: an argument such as -2^2 is a formula and no option.
+  bool takes_formulas = false;
+};
+
+}  // namespace lorv::tool

@@ -1,0 +1,72 @@
+#include <CLI/CLI.hpp>
+#include <ostream>
+
+#include "TEXPRESSCAL/calculator.h"
+#include "TEXPRESSCAL/formula_cleanup.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+struct CleanArguments {
+  std::string operation;
+  std::string text;
+  std::string values;
+};
+
+constexpr const char* kHelp =
+    "Operations, by their short name or by that of the library's function:\n"
+    "  numbers  OptimizeNumExpr     cut zeros behind a sign or a name\n"
+    "  terms    OptimizeExpr        cut every zero no digit follows, with its sign and factor, then clear up "
+    "signs\n"
+    "  signs    MoveConnSymbol      clear up doubled signs and empty brackets\n"
+    "  params   PrepareParamsValue  work each formula of a list NAME:FORMULA;... to a number\n"
+    "They serve texts that were built by substitution and parse nothing: \"10+a\" becomes \"1+a\" by terms.\n"
+    "\n"
+    "Examples:\n"
+    "  lorv clean numbers \"a+0+b\"                     a+b\n"
+    "  lorv clean terms \"a*0+b\"                       a+b\n"
+    "  lorv clean signs \"a*+b\"                        a+b\n"
+    "  lorv clean params \"a:1+1;b:H*2\" --values H:3    a:2;b:6";
+
+CString NumbersCleaned(const CString& text) {
+  // One unit of room for the "0" that comes for a text of which nothing is left.
+  CString cleaned = text;
+  CAdExpCalculate().OptimizeNumExpr(cleaned.GetBuffer(text.GetLength() + 1));
+  cleaned.ReleaseBuffer();
+  return cleaned;
+}
+
+int Clean(const CleanArguments& arguments, Console& console) {
+  CString text = CString::FromUtf8(arguments.text);
+  const std::string& operation = arguments.operation;
+  CAdExpCalculate calculator;
+  calculator.SetVarValue(CString::FromUtf8(arguments.values));
+  if (operation == "numbers" || operation == "OptimizeNumExpr") {
+    text = NumbersCleaned(text);
+  } else if (operation == "terms" || operation == "OptimizeExpr") {
+    calculator.OptimizeExpr(text);
+  } else if (operation == "signs" || operation == "MoveConnSymbol") {
+    ClearUpSigns(text);
+  } else if (!calculator.PrepareParamsValue(text)) {
+    throw BadInput("the list of parameters is empty");
+  }
+  console.out << text.ToUtf8() << "\n";
+  return kFine;
+}
+
+}  // namespace
+
+Work DeclareClean(CLI::App& app) {
+  auto arguments = std::make_shared<CleanArguments>();
+  app.add_option("OPERATION", arguments->operation, "what to do")
+      ->required()
+      ->check(CLI::IsMember({"numbers", "terms", "signs", "params", "OptimizeNumExpr", "OptimizeExpr",
+                             "MoveConnSymbol", "PrepareParamsValue"}));
+  app.add_option("TEXT", arguments->text, "the formula, or the list of parameters")->required();
+  app.add_option("--values", arguments->values, "for params: values of names, NAME:NUMBER;...");
+  app.footer(kHelp);
+  return [arguments](Console& console) { return Clean(*arguments, console); };
+}
+
+}  // namespace lorv::tool

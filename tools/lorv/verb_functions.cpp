@@ -1,0 +1,63 @@
+#include <CLI/CLI.hpp>
+#include <ostream>
+
+#include "TEXPRESSCAL/express.h"
+#include "tools/lorv/text/column_text.h"
+#include "tools/lorv/text/json_text.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+struct FunctionsArguments {
+  std::string name;
+  bool json = false;
+};
+
+constexpr const char* kHelp =
+    "The descriptions are those that the suite shows to its users.\n"
+    "\n"
+    "Examples:\n"
+    "  lorv functions\n"
+    "  lorv functions iif\n"
+    "  lorv functions --json";
+
+int List(const FunctionsArguments& arguments, Console& console) {
+  const CExpression expression;
+  const CExpression::FunctionArray& all = expression.GetFuncDta();
+  const CString wanted = CString::FromUtf8(arguments.name);
+  TextTable table({{"Function"}, {"Description"}});
+  JsonText json;
+  json.Open('[');
+  bool any = false;
+  for (const CDtaFunction& function : all) {
+    const CString name = function.pszName;
+    if (!wanted.IsEmpty() && name.CompareNoCase(wanted) != 0) continue;
+    any = true;
+    table.Add({name.ToUtf8(), CString(function.pszDesc).ToUtf8()});
+    json.Open('{');
+    json.Key("name").String(name.ToUtf8());
+    json.Key("description").String(CString(function.pszDesc).ToUtf8());
+    json.Close('}');
+  }
+  json.Close(']');
+  if (!any) throw BadInput("there is no function \"" + arguments.name + "\"; `lorv functions` lists them");
+  if (arguments.json) {
+    console.out << json.Text();
+  } else {
+    table.Print(console.out);
+  }
+  return kFine;
+}
+
+}  // namespace
+
+Work DeclareFunctions(CLI::App& app) {
+  auto arguments = std::make_shared<FunctionsArguments>();
+  app.add_option("NAME", arguments->name, "one function only");
+  app.add_flag("--json", arguments->json, "print the list as JSON");
+  app.footer(kHelp);
+  return [arguments](Console& console) { return List(*arguments, console); };
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,55 @@
+#include <CLI/CLI.hpp>
+#include <istream>
+
+#include "report/print_error_log.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+struct LogArguments {
+  std::string folder;
+  std::string file;
+  std::vector<std::string> lines;
+  bool open = false;
+};
+
+constexpr const char* kHelp =
+    "Writes LINES, or without any the lines of the input, to FILE in FOLDER, in the narrow code page of the "
+    "suite.\n"
+    "FOLDER is made if only its last level is missing; a file that stands there is replaced.\n"
+    "\n"
+    "Examples:\n"
+    "  lorv log checks today.txt \"KL1: no section\" \"Z3: no height\"\n"
+    "  lorv check \"1+\" 2>&1 | lorv log checks today.txt --open\n"
+    "\n"
+    "Exit code 2: the folder cannot be made, the file cannot be written, or there are no lines.";
+
+int WriteLog(const LogArguments& arguments, Console& console) {
+  CPrintErrorLog log;
+  for (const std::string& line : arguments.lines) log.AddOneString(CString::FromUtf8(line));
+  if (arguments.lines.empty()) {
+    for (std::string line; std::getline(console.in, line);) log.AddOneString(CString::FromUtf8(line));
+  }
+  if (log.Lines().IsEmpty()) throw BadInput("there are no lines to write");
+  const CString folder = CString::FromUtf8(arguments.folder);
+  if (!log.OutputErrorLog(folder, CString::FromUtf8(arguments.file), false, arguments.open)) {
+    throw BadInput("cannot write \"" + arguments.file + "\" in \"" + arguments.folder + "\"" +
+                   (arguments.open ? ", or no viewer starts" : ""));
+  }
+  return kFine;
+}
+
+}  // namespace
+
+Work DeclareLog(CLI::App& app) {
+  auto arguments = std::make_shared<LogArguments>();
+  app.add_option("FOLDER", arguments->folder, "where to")->required();
+  app.add_option("FILE", arguments->file, "the file's name")->required();
+  app.add_option("LINES", arguments->lines, "the lines");
+  app.add_flag("--open", arguments->open, "open the file in the text viewer");
+  app.footer(kHelp);
+  return [arguments](Console& console) { return WriteLog(*arguments, console); };
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,78 @@
+#include <CLI/CLI.hpp>
+#include <ostream>
+
+#include "comm/AdLorvComm.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+struct NameArguments {
+  std::string operation;
+  std::string text;
+  std::vector<std::string> names;
+  int limit = 21;
+  bool blanks = false;
+  bool number = false;
+};
+
+constexpr const char* kHelp =
+    "Operations:\n"
+    "  check  tell whether TEXT may be a name: it holds none of ' \\ \" % and, without --blanks, no blank\n"
+    "  clean  take \\ ' \" % and / out of TEXT (a blank stays, and takes every ' along)\n"
+    "  free   the first free name made of the head TEXT and a number, NAMES being taken\n"
+    "\n"
+    "Examples:\n"
+    "  lorv name check \"KL 1\"                 包含空格\n"
+    "  lorv name clean \"KL/1\"                 KL1\n"
+    "  lorv name free KL KL KL1 KL2            KL3\n"
+    "\n"
+    "Exit code 1: check found something; the findings are the suite's own words.";
+
+int Check(const NameArguments& arguments, Console& console) {
+  const CString text = CString::FromUtf8(arguments.text);
+  const auto finding = CAdLorvComm::IsValidStr(text, arguments.limit, arguments.blanks);
+  console.out << CString(CAdLorvComm::GetErrorInfo(finding)).ToUtf8() << "\n";
+  return finding == CAdLorvComm::emStrValid ? kFine : kResultFailed;
+}
+
+CString FreeName(const NameArguments& arguments) {
+  CStringArray names;
+  for (const std::string& name : arguments.names) names.Add(CString::FromUtf8(name));
+  CString result;
+  CAdLorvComm::GetValidNewNamebyHead(CString::FromUtf8(arguments.text), names, result, arguments.number);
+  return result;
+}
+
+int Name(const NameArguments& arguments, Console& console) {
+  if (arguments.operation != "free" && !arguments.names.empty()) {
+    throw BadInput(arguments.operation + " takes one text; \"" + arguments.names[0] + "\" is one too many");
+  }
+  if (arguments.operation == "check") return Check(arguments, console);
+  CString text = CString::FromUtf8(arguments.text);
+  if (arguments.operation == "clean") {
+    CAdLorvComm::RemoveInvaildChar(text);
+  } else {
+    text = FreeName(arguments);
+  }
+  console.out << text.ToUtf8() << "\n";
+  return kFine;
+}
+
+}  // namespace
+
+Work DeclareName(CLI::App& app) {
+  auto arguments = std::make_shared<NameArguments>();
+  app.add_option("OPERATION", arguments->operation, "what to do")
+      ->required()
+      ->check(CLI::IsMember({"check", "clean", "free"}));
+  app.add_option("TEXT", arguments->text, "the name, or the head of a new one")->required();
+  app.add_option("NAMES", arguments->names, "for free: the names that are taken");
+  app.add_option("--limit", arguments->limit, "for check: so many characters are too long; 21 if not given");
+  app.add_flag("--blanks", arguments->blanks, "for check: blanks are allowed");
+  app.add_flag("--number", arguments->number, "for free: never the head alone");
+  app.footer(kHelp);
+  return [arguments](Console& console) { return Name(*arguments, console); };
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,198 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iterator>
+#include <ostream>
+
+#include "TEXPRESSCAL/express.h"
+#include "tools/lorv/formula/name_values.h"
+#include "tools/lorv/takeoff/rules_file.h"
+#include "tools/lorv/text/json_text.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+struct RewriteArguments {
+  std::string operation;
+  std::string text;
+  std::vector<std::string> pairs;
+  bool first = false;
+  bool brackets = false;
+  bool multiply = false;
+  bool json = false;
+};
+
+constexpr const char* kHelp =
+    "Operations, as they are or by the name of the library's function:\n"
+    "  text      ReplaceStr            OLD=NEW: plain text, wherever it stands\n"
+    "  value     ReplExprWithValue     NAME=VALUE: a name by a value's text, at the edges of names only\n"
+    "  number    ReplExprWithOneValue  NAME=NUMBER: as values go into a formula: three decimals, thirds as "
+    "1/3\n"
+    "  formula   ReplaceExprWithExpr   NAME=FORMULA ...: names by formulas, in one walk\n"
+    "  split     SplitMidBracketKey    cut [...] off names; lists each name with what stood in the brackets\n"
+    "  pairs     StrValueToMap         read a list NAME:NUMBER;... and write it in order, MapValueToStr\n"
+    "Each does exactly what the library's function does. Letter case counts, except for names in "
+    "\"formula\".\n"
+    "\n"
+    "Examples:\n"
+    "  lorv rewrite formula \"2*a\" a=b+c --brackets      2*(b+c)\n"
+    "  lorv rewrite formula \"2a\" a=3 --multiply         2*3\n"
+    "  lorv rewrite number \"2a\" a=0.333                 2*1/3\n"
+    "  lorv rewrite split \"2*abc[1]\"                    2*abc, and abc with 1";
+
+// What an operation made of the text.
+struct Rewritten {
+  CString text;
+  std::optional<long long> count;   // of replacements
+  std::vector<CTwoStrValue> names;  // split off
+  bool done = true;                 // false: refused, the text is as it was
+};
+
+using Pair = std::pair<CString, CString>;
+
+Pair OnePair(const RewriteArguments& arguments, const char* form) {
+  if (arguments.pairs.size() != 1)
+    throw BadInput("the operation " + arguments.operation + " takes one " + form);
+  const auto [name, value] = CutAtEqualSign(arguments.pairs[0], form);
+  return {CString::FromUtf8(name), CString::FromUtf8(value)};
+}
+
+// Room for a text in which `most` places of `old` grow to `fresh`.
+std::vector<TCHAR> Room(const CString& text, int old, int fresh, int most) {
+  const int growth = std::max(0, fresh - std::max(old, 1));
+  const int places = std::min(most, text.GetLength());
+  std::vector<TCHAR> room(static_cast<std::size_t>(text.GetLength()) +
+                          static_cast<std::size_t>(growth) * static_cast<std::size_t>(places) + 1);
+  std::copy_n(text.GetString(), text.GetLength(), room.begin());
+  return room;
+}
+
+Rewritten ReplaceText(const RewriteArguments& arguments) {
+  const CString text = CString::FromUtf8(arguments.text);
+  const auto [old, fresh] = OnePair(arguments, "OLD=NEW");
+  std::vector<TCHAR> room = Room(text, old.GetLength(), fresh.GetLength(), text.GetLength());
+  const int count = ReplaceStr(room.data(), old, fresh, !arguments.first);
+  return {CString(room.data()), count, {}, true};
+}
+
+Rewritten ReplaceValue(const RewriteArguments& arguments) {
+  const CString text = CString::FromUtf8(arguments.text);
+  const auto [name, value] = OnePair(arguments, "NAME=VALUE");
+  std::vector<TCHAR> room = Room(text, name.GetLength(), value.GetLength(), text.GetLength());
+  const int count = ReplExprWithValue(room.data(), name, value, !arguments.first);
+  return {CString(room.data()), count, {}, true};
+}
+
+Rewritten ReplaceNumber(const RewriteArguments& arguments) {
+  const CString text = CString::FromUtf8(arguments.text);
+  const auto [name, value] = OnePair(arguments, "NAME=NUMBER");
+  const std::optional<double> number = WholeNumber(value.ToUtf8());
+  if (!number) throw BadInput("\"" + value.ToUtf8() + "\" is no number");
+  std::vector<TCHAR> room = Room(text, name.GetLength(), kValueText + 1, kMaxSubstitutions);
+  ReplExprWithOneValue(room.data(), name, *number);
+  return {CString(room.data()), std::nullopt, {}, true};
+}
+
+Rewritten ReplaceFormula(const RewriteArguments& arguments) {
+  if (arguments.pairs.empty()) throw BadInput("the operation " + arguments.operation + " takes NAME=FORMULA");
+  std::vector<CTwoStrValue> pairs;
+  for (const std::string& word : arguments.pairs) {
+    const auto [name, formula] = CutAtEqualSign(word, "NAME=FORMULA");
+    pairs.push_back({CString::FromUtf8(name), CString::FromUtf8(formula)});
+  }
+  Rewritten rewritten{CString::FromUtf8(arguments.text), std::nullopt, {}, true};
+  rewritten.done = ReplaceExprWithExpr(rewritten.text, pairs, arguments.brackets, arguments.multiply);
+  return rewritten;
+}
+
+Rewritten Split(const RewriteArguments& arguments) {
+  if (!arguments.pairs.empty())
+    throw BadInput("the operation " + arguments.operation + " takes the text alone");
+  Rewritten rewritten{CString::FromUtf8(arguments.text), std::nullopt, {}, true};
+  CStringArray names;
+  SplitMidBracketKey(rewritten.text, names, rewritten.names);
+  return rewritten;
+}
+
+Rewritten OrderPairs(const RewriteArguments& arguments) {
+  if (!arguments.pairs.empty())
+    throw BadInput("the operation " + arguments.operation + " takes the text alone");
+  CMapValue values;
+  const int count = StrValueToMap(CString::FromUtf8(arguments.text), values);
+  return {MapValueToStr(values), count, {}, true};
+}
+
+constexpr struct {
+  const char* name;
+  const char* function;
+  Rewritten (*run)(const RewriteArguments& arguments);
+} kOperations[] = {{"text", "replacestr", ReplaceText},
+                   {"value", "replexprwithvalue", ReplaceValue},
+                   {"number", "replexprwithonevalue", ReplaceNumber},
+                   {"formula", "replaceexprwithexpr", ReplaceFormula},
+                   {"split", "splitmidbracketkey", Split},
+                   {"pairs", "strvaluetomap", OrderPairs}};
+
+Rewritten Run(const RewriteArguments& arguments) {
+  const std::string wanted = Folded(arguments.operation);
+  std::string known;
+  for (const auto& operation : kOperations) {
+    if (wanted == operation.name || wanted == operation.function) return operation.run(arguments);
+    known += std::string(known.empty() ? "" : ", ") + operation.name;
+  }
+  throw BadInput("there is no operation \"" + arguments.operation + "\"; known are " + known);
+}
+
+void Write(const Rewritten& rewritten, std::ostream& out) {
+  JsonText json;
+  json.Open('{');
+  json.Key("text").String(rewritten.text.ToUtf8());
+  json.Key("done").Bool(rewritten.done);
+  if (rewritten.count) json.Key("count").Number(*rewritten.count);
+  json.Key("names").Open('[');
+  for (const CTwoStrValue& pair : rewritten.names) {
+    json.Open('{');
+    json.Key("name").String(pair.strFirst.ToUtf8());
+    json.Key("annotation").String(pair.strSecond.ToUtf8());
+    json.Close('}');
+  }
+  json.Close(']');
+  json.Close('}');
+  out << json.Text();
+}
+
+int Rewrite(const RewriteArguments& arguments, Console& console) {
+  const Rewritten rewritten = Run(arguments);
+  if (arguments.json) {
+    Write(rewritten, console.out);
+    return rewritten.done ? kFine : kResultFailed;
+  }
+  if (!rewritten.done) {
+    console.err << "lorv: the text is empty, or it or the result is longer than a formula may be; nothing is "
+                   "changed\n";
+    return kResultFailed;
+  }
+  console.out << rewritten.text.ToUtf8() << "\n";
+  for (const CTwoStrValue& pair : rewritten.names) {
+    console.out << pair.strFirst.ToUtf8() << "\t" << pair.strSecond.ToUtf8() << "\n";
+  }
+  return kFine;
+}
+
+}  // namespace
+
+Work DeclareRewrite(CLI::App& app) {
+  auto arguments = std::make_shared<RewriteArguments>();
+  app.add_option("OPERATION", arguments->operation, "what to do; see below")->required();
+  app.add_option("TEXT", arguments->text, "the formula")->required();
+  app.add_option("PAIRS", arguments->pairs, "what for what, parted by =");
+  app.add_flag("--first", arguments->first, "text, value: the first place only");
+  app.add_flag("--brackets", arguments->brackets, "formula: put what is more than a product in brackets");
+  app.add_flag("--multiply", arguments->multiply,
+               "formula: put * between a digit or letter and what is put in");
+  app.add_flag("--json", arguments->json, "print text, count and names as JSON");
+  app.footer(kHelp);
+  return [arguments](Console& console) { return Rewrite(*arguments, console); };
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,66 @@
+#include "tools/lorv/verbs_table.h"
+
+#include "tools/lorv/archive_verbs.h"
+
+namespace lorv::tool {
+
+// Formulas
+Work DeclareCalc(CLI::App& app);
+Work DeclareCheck(CLI::App& app);
+Work DeclareVars(CLI::App& app);
+Work DeclareFunctions(CLI::App& app);
+Work DeclareRewrite(CLI::App& app);
+Work DeclareSimplify(CLI::App& app);
+Work DeclareClean(CLI::App& app);
+
+// Take-off
+Work DeclareWork(CLI::App& app);
+
+// Text and names
+Work DeclareMatch(CLI::App& app);
+Work DeclareName(CLI::App& app);
+Work DeclarePrompts(CLI::App& app);
+Work DeclareLog(CLI::App& app);
+
+// Archives and files
+
+const std::vector<VerbGroup>& AllVerbs() {
+  static const std::vector<VerbGroup> groups = {
+      {"Formulas",
+       {
+           {"calc", "work one formula", DeclareCalc, true},
+           {"check", "tell whether a formula can be worked", DeclareCheck, true},
+           {"vars", "list the names in a formula", DeclareVars, true},
+           {"functions", "list the functions that a formula may call", DeclareFunctions},
+           {"rewrite", "replace names in a formula, cut annotations off", DeclareRewrite, true},
+           {"simplify", "shorten a formula", DeclareSimplify, true},
+           {"clean", "cut dead terms out of a formula that was built", DeclareClean, true},
+       }},
+
+      {"Take-off",
+       {
+           {"work", "work the quantities of a table of components", DeclareWork},
+       }},
+
+      {"Text and names",
+       {
+           {"match", "rank stored texts against what was typed", DeclareMatch},
+           {"name", "check a name, clean it, propose a free one", DeclareName},
+           {"prompts", "the suite's vocabulary in Chinese and English", DeclarePrompts},
+           {"log", "write messages to a text file of the suite", DeclareLog},
+       }},
+
+      {"Archives and files",
+       {
+           {"pack", "files and folders into a ZIP archive", DeclarePack},
+           {"unpack", "a ZIP archive into files", DeclareUnpack},
+           {"list", "what is in a ZIP archive", DeclareList},
+           {"test", "whether a ZIP archive is whole", DeclareTest},
+           {"squeeze", "a file into the LZARI form", DeclareSqueeze},
+           {"expand", "a file out of the LZARI form", DeclareExpand},
+       }},
+  };
+  return groups;
+}
+
+}  // namespace lorv::tool
