@@ -2,14 +2,10 @@
 
 #include <cmath>
 
+#include "TEXPRESSCAL/number_rules.h"
+
 namespace lorv {
 namespace {
-
-// "<" and ">" see numbers this close as equal; the other comparisons are exact.
-constexpr double kTolerance = 1e-9;
-
-// A quotient by zero shows the dividend, negated, over this.
-constexpr double kZeroStandIn = 0.001;
 
 bool HasLeftChain(unsigned short kind) {
   switch (kind) {
@@ -38,24 +34,6 @@ Operand NumberOperand(double number) {
 
 TextView TextOf(const ExprNode* leaf) {
   return {leaf->text, leaf->length};
-}
-
-template <class T>
-bool Holds(unsigned short kind, T left, T right) {
-  switch (kind) {
-    case kGreaterEqual:
-      return left >= right;
-    case kLessEqual:
-      return left <= right;
-    case kNotEqual:
-      return left != right;
-    case kLess:
-      return left < right;
-    case kGreater:
-      return left > right;
-    default:
-      return left == right;
-  }
 }
 
 }  // namespace
@@ -92,7 +70,7 @@ Operand Evaluator::Join(const Pending& pending, Operand left) {
   const ExprNode* node = pending.node;
   switch (node->kind) {
     case kDivide:
-      return NumberOperand(pending.right == 0 ? -left.number / kZeroStandIn : left.number / pending.right);
+      return NumberOperand(Quotient(left.number, pending.right));
     case kPower:
       return NumberOperand(std::pow(left.number, pending.right));
     case kMultiply:
@@ -101,11 +79,10 @@ Operand Evaluator::Join(const Pending& pending, Operand left) {
       return NumberOperand(left.number - NumberOf(node->right));
     case kAdd:
       return Sum(left, Evaluate(node->right));
-    // Only an exact 1 passes for true.
     case kAnd:
-      return NumberOperand(left.number == 1.0 && NumberOf(node->right) == 1.0 ? 1 : 0);
+      return NumberOperand(IsTruth(left.number) && IsTruth(NumberOf(node->right)) ? 1 : 0);
     case kOr:
-      return NumberOperand(left.number == 1.0 || NumberOf(node->right) == 1.0 ? 1 : 0);
+      return NumberOperand(IsTruth(left.number) || IsTruth(NumberOf(node->right)) ? 1 : 0);
     default:
       return NumberOperand(Compare(node->kind, left, Evaluate(node->right)) ? 1 : 0);
   }
@@ -168,9 +145,7 @@ bool Evaluator::Compare(unsigned short kind, Operand left, Operand right) const 
   if (left.text != nullptr && right.text != nullptr) {
     return Holds(kind, CompareWithoutCase(TextOf(left.text), TextOf(right.text)), 0);
   }
-  if (kind != kLess && kind != kGreater) return Holds(kind, left.number, right.number);
-  const double difference = left.number - right.number;
-  return std::fabs(difference) >= kTolerance && Holds(kind, difference, 0.0);
+  return NumbersCompare(kind, left.number, right.number);
 }
 
 }  // namespace lorv

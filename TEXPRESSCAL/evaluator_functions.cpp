@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "TEXPRESSCAL/evaluator.h"
+#include "TEXPRESSCAL/number_rules.h"
 
 namespace lorv {
 namespace {
@@ -25,7 +26,9 @@ double ToRadians(double degrees) {
   return (degrees / 180) * kPi;
 }
 
-double Calculated(unsigned short kind, double x) {
+}  // namespace
+
+double NumberFunction(unsigned short kind, double x) {
   switch (kind) {
     case kSin:
       return std::sin(x);
@@ -70,8 +73,6 @@ double Calculated(unsigned short kind, double x) {
   }
 }
 
-}  // namespace
-
 double Evaluator::Function(const ExprNode* call) {
   switch (call->kind) {
     case kMax:
@@ -89,7 +90,7 @@ double Evaluator::Function(const ExprNode* call) {
   }
   const double x = NumberOf(call->left);
   if (call->left == nullptr) SetError(kMissingOperand, call);
-  if (call->kind != kSqrt && call->kind != kLog) return Calculated(call->kind, x);
+  if (call->kind != kSqrt && call->kind != kLog) return NumberFunction(call->kind, x);
   if (call->kind == kSqrt ? x >= 0 : x > 0) return call->kind == kSqrt ? std::sqrt(x) : std::log(x);
   SetError(kOutsideDomain, call);
   return 0;
@@ -123,8 +124,7 @@ double Evaluator::Extreme(const ExprNode* call) {
   double result = get(--count);
   while (count > 0) {
     v = get(--count);
-    const bool keep_v = call->kind == kMax ? v > result : !(result <= v);
-    if (keep_v) result = v;
+    result = call->kind == kMax ? Larger(v, result) : Smaller(v, result);
   }
   return result;
 }
