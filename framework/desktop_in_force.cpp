@@ -1,0 +1,25 @@
+#include <atomic>
+
+#include "framework/desktop_port.h"
+#include "framework/exceptions.h"
+
+namespace lorv {
+namespace {
+
+std::atomic<Desktop*> in_force{nullptr};
+
+}  // namespace
+
+Desktop& DesktopInForce() {
+  Desktop* const desktop = in_force.load(std::memory_order_acquire);
+  if (desktop == nullptr) AfxThrowResourceException();
+  return *desktop;
+}
+
+ScopedDesktop::ScopedDesktop(Desktop& desktop) : before_(in_force.exchange(&desktop)) {}
+
+ScopedDesktop::~ScopedDesktop() {
+  in_force.store(before_);
+}
+
+}  // namespace lorv
