@@ -36,7 +36,84 @@ TextView TextOf(const ExprNode* leaf) {
   return {leaf->text, leaf->length};
 }
 
+// Whether a node may turn out a text: one in quotes, or a sum of such.
+bool MayBeText(const ExprNode* node) {
+  for (; node != nullptr && node->kind == kAdd; node = node->left) {
+    if (node->right == nullptr || (node->right->kind != kText && node->right->kind != kAdd)) return false;
+  }
+  return node != nullptr && node->kind == kText;
+}
+
 }  // namespace
+
+double Evaluator::WorkNumber(const ExprNode* node, int room) {
+  if (node == nullptr || room <= 0) return NumberOf(node);
+  --room;
+  const auto number = [this, room](const ExprNode* operand) { return Number(operand, room); };
+  switch (node->kind) {
+    case kNumber:
+      return node->value;
+    // Texts count 0, and so does their sum.
+    case kAdd: {
+      const double left = number(node->left);
+      return left + number(node->right);
+    }
+    case kSubtract: {
+      const double left = number(node->left);
+      return left - number(node->right);
+    }
+    case kMultiply: {
+      const double left = number(node->left);
+      return left * number(node->right);
+    }
+    case kDivide:
+      return WorkQuotient(node, room);
+    case kPower: {
+      const double right = number(node->right);
+      return std::pow(number(node->left), right);
+    }
+    case kAnd:
+      return IsTruth(number(node->left)) && IsTruth(number(node->right)) ? 1 : 0;
+    case kOr:
+      return IsTruth(number(node->left)) || IsTruth(number(node->right)) ? 1 : 0;
+    case kLess:
+    case kGreater:
+    case kGreaterEqual:
+    case kLessEqual:
+    case kNotEqual:
+    case kEqual:
+      return WorkComparison(node, room);
+    case kNegate:
+      return WorkNegation(node, room);
+    case kAbsolute:
+      return std::fabs(number(node->left));
+    case kNot:
+      return number(node->right) == 0 ? 1 : 0;
+    default:
+      return node->kind >= kSin && node->kind <= kFind ? Function(node, room) : NumberOf(node);
+  }
+}
+
+double Evaluator::WorkQuotient(const ExprNode* node, int room) {
+  const double right = Number(node->right, room);
+  if (right == 0) SetError(kDivisionByZero, node);
+  return Quotient(Number(node->left, room), right);
+}
+
+double Evaluator::WorkComparison(const ExprNode* node, int room) {
+  if (MayBeText(node->left) && MayBeText(node->right)) return NumberOf(node);
+  const double left = Number(node->left, room);
+  return NumbersCompare(node->kind, left, Number(node->right, room)) ? 1 : 0;
+}
+
+// A row of signs may be as long as the text.
+double Evaluator::WorkNegation(const ExprNode* node, int room) {
+  bool negative = true;
+  const ExprNode* inner = node->right;
+  for (; inner != nullptr && inner->kind == kNegate; inner = inner->right) negative = !negative;
+  const double value = Number(inner, room);
+  return negative ? -value : value;
+}
 
 Operand Evaluator::Evaluate(const ExprNode* node) {
   const std::size_t base = pending_count_;
@@ -103,16 +180,10 @@ Operand Evaluator::Single(const ExprNode* node) {
     // The left operand is not worked.
     case kNot:
       return NumberOperand(NumberOf(node->right) == 0 ? 1 : 0);
-    case kNegate: {
-      // A row of signs may be as long as the text.
-      bool negative = true;
-      const ExprNode* inner = node->right;
-      for (; inner != nullptr && inner->kind == kNegate; inner = inner->right) negative = !negative;
-      const double value = NumberOf(inner);
-      return NumberOperand(negative ? -value : value);
-    }
+    case kNegate:
+      return NumberOperand(WorkNegation(node, 0));
     default:
-      return node->kind >= kSin && node->kind <= kFind ? NumberOperand(Function(node)) : Variable(node);
+      return node->kind >= kSin && node->kind <= kFind ? NumberOperand(Function(node, 0)) : Variable(node);
   }
 }
 

@@ -37,13 +37,17 @@ class VariableSource {
   ~VariableSource() = default;
 };
 
-// Works one tree. Chains of operators that lean to the left, the usual shape and the only one that can be a
-// million nodes deep, are walked with a stack of its own; only brackets and calls recurse.
+// Works one tree. Few nodes are deep and few are texts, so numbers are worked by plain recursion as long as
+// it has `room`. What lies deeper, and all texts, take the other way: chains of operators that lean to the
+// left, the only shape that can be a million nodes deep, are walked with a stack of its own, and only
+// brackets and calls recurse. Both ways work operands in the same order and write the same errors.
 class Evaluator {
  public:
   // `variables` may be null: every variable is then unknown.
   explicit Evaluator(const VariableSource* variables) : variables_(variables) {}
 
+  // The tree as a number; a text counts 0.
+  double Work(const ExprNode* root) { return Number(root, kRoom); }
   Operand Evaluate(const ExprNode* node);
   int Error() const { return error_; }
   // The node whose work gave the error; null for a missing operand that has no node.
@@ -59,6 +63,16 @@ class Evaluator {
     error_ = error;
     error_node_ = node;
   }
+  // Levels of a tree that are worked by plain recursion.
+  static constexpr int kRoom = 250;
+
+  double Number(const ExprNode* node, int room) {
+    return node != nullptr && node->kind == kNumber ? node->value : WorkNumber(node, room);
+  }
+  double WorkNumber(const ExprNode* node, int room);
+  double WorkQuotient(const ExprNode* node, int room);
+  double WorkComparison(const ExprNode* node, int room);
+  double WorkNegation(const ExprNode* node, int room);
   double NumberOf(const ExprNode* node) { return Evaluate(node).number; }
   void Push(const ExprNode* node);
   Operand Join(const Pending& pending, Operand left);
@@ -67,9 +81,9 @@ class Evaluator {
   Operand Sum(Operand left, Operand right);
   bool Compare(unsigned short kind, Operand left, Operand right) const;
 
-  double Function(const ExprNode* call);
-  double Extreme(const ExprNode* call);
-  double Choose(const ExprNode* call);
+  double Function(const ExprNode* call, int room);
+  double Extreme(const ExprNode* call, int room);
+  double Choose(const ExprNode* call, int room);
   double FindInText(const ExprNode* call);
 
   const VariableSource* variables_;

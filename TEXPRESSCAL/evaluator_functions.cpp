@@ -73,13 +73,13 @@ double NumberFunction(unsigned short kind, double x) {
   }
 }
 
-double Evaluator::Function(const ExprNode* call) {
+double Evaluator::Function(const ExprNode* call, int room) {
   switch (call->kind) {
     case kMax:
     case kMin:
-      return Extreme(call);
+      return Extreme(call, room);
     case kIif:
-      return Choose(call);
+      return Choose(call, room);
     case kFind:
       return FindInText(call);
     // The length of any text is 0, and the argument is not worked: formulas in use rely on it.
@@ -88,7 +88,7 @@ double Evaluator::Function(const ExprNode* call) {
     default:
       break;
   }
-  const double x = NumberOf(call->left);
+  const double x = Number(call->left, room);
   if (call->left == nullptr) SetError(kMissingOperand, call);
   if (call->kind != kSqrt && call->kind != kLog) return NumberFunction(call->kind, x);
   if (call->kind == kSqrt ? x >= 0 : x > 0) return call->kind == kSqrt ? std::sqrt(x) : std::log(x);
@@ -97,9 +97,13 @@ double Evaluator::Function(const ExprNode* call) {
 }
 
 // The arguments are worked in order and compared from the last to the first.
-double Evaluator::Extreme(const ExprNode* call) {
-  double v = NumberOf(call->left);
+double Evaluator::Extreme(const ExprNode* call, int room) {
+  double v = Number(call->left, room);
   if (call->right == nullptr) return v;
+  if (call->right->kind == kArgument && call->right->right == nullptr) {
+    const double second = Number(call->right->left, room);
+    return call->kind == kMax ? Larger(v, second) : Smaller(v, second);
+  }
   std::array<double, 8> first;
   std::vector<double> more;
   std::size_t count = 0;
@@ -118,7 +122,7 @@ double Evaluator::Extreme(const ExprNode* call) {
       put(0);
       break;
     }
-    put(NumberOf(link->left));
+    put(Number(link->left, room));
   }
   const auto get = [&](std::size_t i) { return i < first.size() ? first[i] : more[i - first.size()]; };
   double result = get(--count);
@@ -130,14 +134,15 @@ double Evaluator::Extreme(const ExprNode* call) {
 }
 
 // Only the chosen branch is worked. The test is "greater than 0", not the exact 1 of the joins.
-double Evaluator::Choose(const ExprNode* call) {
+double Evaluator::Choose(const ExprNode* call, int room) {
   const ExprNode* yes = call->right;
   const ExprNode* no = yes == nullptr ? nullptr : yes->right;
   if (no == nullptr || yes->kind != kArgument || no->kind != kArgument || no->right != nullptr) {
     SetError(kMalformedArguments, call);
     return 0;
   }
-  return NumberOf(NumberOf(call->left) > 0 ? yes->left : no->left);
+  const bool holds = Number(call->left, room) > 0;
+  return Number(holds ? yes->left : no->left, room);
 }
 
 // One-based place of the second text in the first; 0 where there is none or either is a number.

@@ -107,12 +107,12 @@ int CExpression::Value(double& result) {
   }
   if (m_pVars == nullptr) {
     lorv::Evaluator evaluator(nullptr);
-    result = evaluator.Evaluate(m_pRoot).number;
+    result = evaluator.Work(m_pRoot);
     m_nError = evaluator.Error();
   } else {
     const MappedVariables variables(*m_pVars);
     lorv::Evaluator evaluator(&variables);
-    result = evaluator.Evaluate(m_pRoot).number;
+    result = evaluator.Work(m_pRoot);
     m_nError = evaluator.Error();
   }
   return m_nError;

@@ -4,7 +4,6 @@
 #include <cstdint>
 
 #include "TEXPRESSCAL/function_data.h"
-#include "framework/char_class.h"
 
 namespace lorv {
 namespace {
@@ -16,12 +15,9 @@ FunctionTable Filled() {
   return table;
 }
 
-// Function names have at most this many letters, so one fits a 64-bit word.
-constexpr std::size_t kLongestName = 5;
-
-std::uint64_t Packed(TextView name) {
+std::uint64_t Packed(LPCTSTR name) {
   std::uint64_t word = 0;
-  for (const TCHAR c : name) word = word << 8 | static_cast<std::uint64_t>(ToUpper(c) & 0xFF);
+  for (; *name != 0; ++name) word = AppendToWord(word, *name);
   return word;
 }
 
@@ -70,9 +66,9 @@ const FunctionTable& Functions() {
   return table;
 }
 
-unsigned short FunctionKind(TextView name) {
+unsigned short FunctionKind(std::uint64_t word, std::size_t length) {
   static const NameHash hash;
-  return name.empty() || name.size() > kLongestName ? 0 : hash.Find(Packed(name));
+  return length > kLongestFunctionName ? 0 : hash.Find(word);
 }
 
 }  // namespace lorv

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "containers/sort_array.h"
 #include "framework/export.h"
 #include "framework/text_compare.h"
@@ -30,8 +32,21 @@ class COMM_LORV_API FunctionTable : public FunctionRecords {
 // afterwards: any thread may read it.
 COMM_LORV_API const FunctionTable& Functions();
 
-// The node kind of a function by a name of any letter case, 0 when there is none. The parser's way: the same
-// answer as FindKey on the table, without walking it.
-unsigned short FunctionKind(TextView name);
+// A function's name as a word, made of its units in order; letter case falls away.
+constexpr std::uint64_t AppendToWord(std::uint64_t word, TCHAR c) {
+  return word << 8 | (c & 0xDF);
+}
+
+// Function names have at most this many units. A name of no more is in its word as a whole.
+constexpr std::size_t kLongestFunctionName = 5;
+
+// The node kind of a function by the word and the length of a name of ASCII letters, digits and "_"; 0 when
+// there is none. The parser's way: the same answer as FindKey on the table, without walking it.
+unsigned short FunctionKind(std::uint64_t word, std::size_t length);
+inline unsigned short FunctionKind(TextView name) {
+  std::uint64_t word = 0;
+  for (const TCHAR c : name) word = AppendToWord(word, c);
+  return FunctionKind(word, name.size());
+}
 
 }  // namespace lorv

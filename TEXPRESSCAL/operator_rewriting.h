@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <string>
 
 #include "TEXPRESSCAL/replace_rule.h"
 #include "framework/char_class.h"
@@ -16,34 +18,33 @@ enum OperatorSign : unsigned char {
   kGreaterSign = 4,
   kAmpersandSign = 8,
   kBarSign = 16,
-  kBlankSign = 32
+  kBlankSign = 32,
+  kNotSign = 64
 };
 
-constexpr std::array<unsigned char, 128> OperatorSigns() {
-  std::array<unsigned char, 128> signs{};
-  signs['<'] = kLessSign;
-  signs['='] = kEqualSign;
-  signs['>'] = kGreaterSign;
-  signs['&'] = kAmpersandSign;
-  signs['|'] = kBarSign;
-  signs[' '] = kBlankSign;
-  return signs;
-}
+struct SignUnit {
+  TCHAR unit;
+  OperatorSign sign;
+};
+
+constexpr std::array<SignUnit, 7> kSignUnits = {{{'<', kLessSign},
+                                                 {'=', kEqualSign},
+                                                 {'>', kGreaterSign},
+                                                 {'&', kAmpersandSign},
+                                                 {'|', kBarSign},
+                                                 {' ', kBlankSign},
+                                                 {'!', kNotSign}}};
 
 inline unsigned SignsOf(TextView text) {
-  static constexpr auto kSigns = OperatorSigns();
   unsigned signs = 0;
-  for (const TCHAR c : text) {
-    if (c < kSigns.size()) signs |= kSigns[c];
+  for (const SignUnit& wanted : kSignUnits) {
+    if (FindUnit(text.data(), text.size(), 0, wanted.unit) < text.size()) signs |= wanted.sign;
   }
   return signs;
 }
 
-inline bool IsLiteral(TextView stretch) {
-  for (const TCHAR c : stretch) {
-    if (!IsDigit(c) && c != '.' && c != '-') return false;
-  }
-  return !stretch.empty();
+constexpr bool IsLiteralUnit(TCHAR c) {
+  return IsDigit(c) || c == '.' || c == '-';
 }
 
 // "1<2<X" becomes "1<2 AND 2<X": only behind the first place of each operator, only over a literal.
@@ -53,12 +54,12 @@ void SeparateChains(Edit& edit) {
   for (const TCHAR first : kOperators) {
     const std::size_t at = FindUnit(edit.Text(), edit.Length(), 0, first);
     if (at == edit.Length()) continue;
-    for (const TCHAR second : kOperators) {
-      const std::size_t end = FindUnit(edit.Text(), edit.Length(), at + 1, second);
-      if (end == edit.Length()) continue;
-      const std::basic_string<TCHAR> literal(edit.Text() + at + 1, end - at - 1);
-      if (IsLiteral(literal)) edit.Splice(end, 0, _T(" AND ") + literal);
-    }
+    std::size_t end = at + 1;
+    while (end < edit.Length() && IsLiteralUnit(edit.Text()[end])) ++end;
+    if (end == at + 1 || end == edit.Length()) continue;
+    if (std::find(kOperators.begin(), kOperators.end(), edit.Text()[end]) == kOperators.end()) continue;
+    const std::basic_string<TCHAR> literal(edit.Text() + at + 1, end - at - 1);
+    edit.Splice(end, 0, _T(" AND ") + literal);
   }
 }
 
@@ -67,22 +68,25 @@ void SeparateChains(Edit& edit) {
 template <class Edit>
 void ShortenOperators(Edit& edit, unsigned signs) {
   const auto shorten = [&edit](TextView old, TCHAR fresh) { ReplaceFrom(edit, 0, old, {&fresh, 1}, true); };
-  if (signs & kEqualSign) {
+  const auto has = [signs](unsigned wanted) { return (signs & wanted) == wanted; };
+  if (has(kEqualSign | kGreaterSign)) {
     shorten(_T(">="), 4);
     shorten(_T("=>"), 4);
+  }
+  if (has(kEqualSign | kLessSign)) {
     shorten(_T("<="), 5);
     shorten(_T("=<"), 5);
-    shorten(_T("!="), 6);
   }
-  if ((signs & kLessSign) && (signs & kGreaterSign)) shorten(_T("<>"), 6);
-  if (signs & kEqualSign) {
+  if (has(kEqualSign | kNotSign)) shorten(_T("!="), 6);
+  if (has(kLessSign | kGreaterSign)) shorten(_T("<>"), 6);
+  if (has(kEqualSign)) {
     shorten(_T("=="), 7);
     shorten(_T("="), 7);
   }
-  if (signs & kBlankSign) shorten(_T(" AND "), 8);
-  if (signs & kAmpersandSign) shorten(_T("&&"), 8);
-  if (signs & kBlankSign) shorten(_T(" OR "), 9);
-  if (signs & kBarSign) shorten(_T("||"), 9);
+  if (has(kBlankSign)) shorten(_T(" AND "), 8);
+  if (has(kAmpersandSign)) shorten(_T("&&"), 8);
+  if (has(kBlankSign)) shorten(_T(" OR "), 9);
+  if (has(kBarSign)) shorten(_T("||"), 9);
 }
 
 // All of it. `edit` holds a formula in capitals.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
 #include "TEXPRESSCAL/function_table.h"
 #include "framework/char_class.h"
@@ -40,11 +41,8 @@ constexpr std::array<double, 16> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5
                                                  1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 constexpr std::size_t kExactDigits = 15;
 
-// Beyond the exact digits the number is read another way; until then it must not overflow.
-constexpr __int64 kManyDigits = 1000000000000000;
-
-__int64 TakeDigit(__int64 digits, TCHAR c) {
-  return digits < kManyDigits ? digits * 10 + (c - '0') : digits;
+[[gnu::noinline]] double LongNumber(LPCTSTR start, LPCTSTR end) {
+  return ReadReal({start, static_cast<std::size_t>(end - start)});
 }
 
 }  // namespace
@@ -81,15 +79,51 @@ unsigned int Parser::OperandEnd(unsigned int place, unsigned short kind) {
   return PlaceOf(at_);
 }
 
-// level(n) = level(n + 1) { operator(n) level(n + 1) }, all levels in one loop: behind an operator stand only
-// tighter ones.
-ExprNode* Parser::Binary(int lowest) {
-  ExprNode* left = Prefix();
+// Digits and points in any mix: the second point ends the value, not the token.
+inline double Parser::ReadNumber() {
+  const LPTSTR start = at_;
+  LPTSTR at = start;
+  std::uint64_t digits = 0;  // may overflow; it is then not used
+  const auto read_digits = [&at, &digits] {
+    for (; IsDigit(*at); ++at) digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
+  };
+  read_digits();
+  std::size_t count = static_cast<std::size_t>(at - start);
+  std::size_t decimals = 0;
+  if (*at == '.') {
+    const LPCTSTR behind_point = ++at;
+    read_digits();
+    decimals = static_cast<std::size_t>(at - behind_point);
+    count += decimals;
+    while (IsDigit(*at) || *at == '.') ++at;
+  }
+  at_ = at;
+  // Both numbers are exact, so the quotient is the correctly rounded value.
+  if (count <= kExactDigits)
+    return static_cast<double>(static_cast<__int64>(digits)) / kPowersOfTen[decimals];
+  return LongNumber(start, at);
+}
+
+// A prefixed primary. Most are numbers with an operator or bracket behind them, which need no more looking
+// at.
+inline ExprNode* Parser::Operand() {
+  const LPCTSTR start = at_;
+  if (!IsDigit(*start)) return Prefix();
+  ExprNode* const number = Number(ReadNumber(), start);
+  if (IsAsciiLetter(*at_)) return NameBehind(number);
+  SkipBlanks();
+  return number;
+}
+
+// level(n) = level(n + 1) { operator(n) level(n + 1) }, all levels in one loop: an operand that a tighter
+// operator follows becomes that operator's left one first.
+ExprNode* Parser::Climb(ExprNode* left, int lowest) {
   while (left != nullptr) {
     const int strength = StrengthOf(*at_);
     if (strength < lowest || strength == 0) break;
     const LPCTSTR place = at_++;
-    ExprNode* right = strength == kTightest ? Prefix() : Binary(strength + 1);
+    ExprNode* right = Operand();
+    if (right != nullptr && StrengthOf(*at_) > strength) right = Climb(right, strength + 1);
     if (right == nullptr) return nullptr;
     left = Node(static_cast<unsigned short>(*place), place, left, right);
   }
@@ -167,9 +201,12 @@ ExprNode* Parser::NumberOrName() {
 // A number in front of a name is dropped: "2PI" is plain PI.
 ExprNode* Parser::NameBehind(ExprNode* number) {
   const LPTSTR start = at_;
-  while (IsNameChar(*at_)) ++at_;
-  const TextView name(start, static_cast<std::size_t>(at_ - start));
-  const unsigned short kind = FunctionKind(name);
+  LPTSTR at = start;
+  std::uint64_t word = 0;
+  for (; IsNameChar(*at); ++at) word = AppendToWord(word, *at);
+  at_ = at;
+  const TextView name(start, static_cast<std::size_t>(at - start));
+  const unsigned short kind = FunctionKind(word, name.size());
   ExprNode* result = number;
   if (kind != 0) {
     result = Call(kind, start);
@@ -234,25 +271,6 @@ bool Parser::Arguments(ExprNode* call, int& count) {
     last = last->right;
   }
   return true;
-}
-
-// Digits and points in any mix: the second point ends the value, not the token.
-double Parser::ReadNumber() {
-  const LPCTSTR start = at_;
-  LPTSTR at = at_;
-  __int64 digits = 0;
-  for (; IsDigit(*at); ++at) digits = TakeDigit(digits, *at);
-  LPCTSTR point = at;
-  if (*at == '.') {
-    for (++at; IsDigit(*at); ++at) digits = TakeDigit(digits, *at);
-  }
-  const auto decimals = static_cast<std::size_t>(at - point) - (at == point ? 0 : 1);
-  const std::size_t count = static_cast<std::size_t>(point - start) + decimals;
-  while (IsDigit(*at) || *at == '.') ++at;
-  at_ = at;
-  // Both numbers are exact, so the quotient is the correctly rounded value.
-  if (count <= kExactDigits) return static_cast<double>(digits) / kPowersOfTen[decimals];
-  return ReadReal({start, static_cast<std::size_t>(at_ - start)});
 }
 
 }  // namespace lorv

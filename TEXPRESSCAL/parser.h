@@ -76,7 +76,9 @@ class Parser {
   unsigned int OperandEnd(unsigned int place, unsigned short kind);
 
  private:
-  ExprNode* Binary(int lowest);
+  ExprNode* Binary(int lowest) { return Climb(Operand(), lowest); }
+  ExprNode* Climb(ExprNode* left, int lowest);
+  ExprNode* Operand();
   ExprNode* Prefix();
   ExprNode* Primary();
   ExprNode* QuotedText();

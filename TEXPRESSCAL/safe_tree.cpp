@@ -185,7 +185,7 @@ int SafeParser::NameOrCall() {
   for (; IsNameChar(Here()) || IsForeign(Here()); ++at_) (IsForeign(Here()) ? foreign : ascii) = true;
   const TextView name = TextView(text_).substr(first, at_ - first);
   if ((ascii && foreign) || name == _T("AND") || name == _T("OR")) return kFailed;
-  const unsigned short kind = FunctionKind(name);
+  const unsigned short kind = foreign ? 0 : FunctionKind(name);
   if (kind == 0) return Add(name == _T("PI") ? SafeKind::kPiConstant : SafeKind::kName, first);
   SkipBlanks();
   return Here() == '(' ? Call(first, kind) : kFailed;

@@ -151,6 +151,60 @@ TEST(FormulaDifference, ListsOfThreeOperands) {
   }
 }
 
+Text Repeated(const Text& piece, int count) {
+  Text text;
+  for (int i = 0; i < count; ++i) text += piece;
+  return text;
+}
+
+// Trees are worked one way to some depth, another way below it.
+TEST(FormulaDifference, ChainsOfEveryDepth) {
+  for (const int depth : {1, 2, 30, 248, 249, 250, 251, 252, 499, 500, 501, 700}) {
+    for (const TCHAR* first :
+         {_T("2"), _T("1/0"), _T("SQRT(-1)"), _T("'A'"), _T("(1/0)/LOG(0)"), _T("SIN()")}) {
+      for (const TCHAR* link :
+           {_T("+1"), _T("-0.1"), _T("/3"), _T("/0"), _T("+'A'"), _T("<2"), _T("&&1"), _T("||0")})
+        ExpectSame(first + Repeated(link, depth), false);
+      for (const TCHAR* open :
+           {_T("1+("), _T("2-("), _T("1/("), _T("MAX(1,"), _T("IIF(1,"), _T("0||("), _T("ABS(")}) {
+        const Text close = Text(open) == _T("IIF(1,") ? Text(_T(",1/0)")) : Text(_T(")"));
+        ExpectSame(Repeated(open, depth) + first + Repeated(close, depth), false);
+      }
+    }
+    ExpectSame(_T("'A'") + Repeated(_T("+'A'"), depth) + _T("='A'") + Repeated(_T("+'a'"), depth), false);
+    ExpectSame(Repeated(_T("-"), depth) + _T("5"), false);
+  }
+}
+
+TEST(FormulaDifference, NumbersOfEveryLength) {
+  const Text digits = _T("98765432109876543210987654321098765432109876543210");
+  for (std::size_t length = 1; length <= digits.size(); ++length) {
+    for (std::size_t point = 1; point <= length; ++point) {
+      Text number = digits.substr(0, length);
+      number.insert(point, 1, '.');
+      ExpectSame(number, false);
+      ExpectSame(Text(_T("0.0000")) + number, false);
+      ExpectSame(_T("1+") + number + _T(".7*2"), false);
+      ExpectSame(number + _T("A1+1"), true);
+    }
+    ExpectSame(digits.substr(0, length), false);
+    ExpectSame(_T("000000000000000000000000") + digits.substr(0, length) + _T(" *2"), false);
+  }
+}
+
+TEST(FormulaDifference, ChainedComparisonsOverEveryStretch) {
+  for (const TCHAR* middle :
+       {_T("2"), _T("2.5"), _T("-1"), _T("-"), _T("."), _T("2-1"), _T("A"), _T("2+1"), _T("(2)"), _T("")}) {
+    for (const TCHAR* first : {_T("<"), _T(">"), _T("="), _T("<="), _T(">="), _T("<>"), _T("=="), _T("!=")}) {
+      for (const TCHAR* second :
+           {_T("<"), _T(">"), _T("="), _T("<="), _T("=>"), _T("=<"), _T("<>"), _T("!=")}) {
+        for (const TCHAR* tail : {_T("3"), _T("3<4"), _T("3>2=1"), _T("3&&1<2<3"), _T("A OR 4=4=1")})
+          ExpectSame(Text(_T("1")) + first + middle + second + tail, true);
+      }
+    }
+  }
+}
+
 TEST(FormulaDifference, RandomFormulas) {
   ChoiceSource source(20240601);
   for (int i = 0; i < 100000 / kShare; ++i) {

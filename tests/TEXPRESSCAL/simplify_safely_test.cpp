@@ -47,7 +47,8 @@ TEST(SimplifySafely, FoldsWhatIsConstant) {
       {_T("-5*0"), "-0"},
       {_T("PI*2"), "PI*2"},  // ten digits are longer
       {_T("A*(PI>3)*B"), "A*B"},
-      {_T("(5)+A"), "(5)+A"},  // brackets stay as they were typed
+      {_T("塁塂塓*(2+3)"), "塁塂塓*5"},  // a name whose codes end as those of ABS do
+      {_T("(5)+A"), "(5)+A"},            // brackets stay as they were typed
       {_T("-(2+3)*A"), "-5*A"},
   };
   for (const Case& c : cases) EXPECT_EQ(Safely(c.formula), c.after) << Utf8(c.formula);
