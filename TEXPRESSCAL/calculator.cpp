@@ -14,6 +14,11 @@ using lorv::TextView;
 
 constexpr int kMessageText = 40;
 
+// A missing operand, an unknown variable and an argument outside the domain are no errors to the caller.
+int ErrorForCaller(int code) {
+  return code == lorv::kDivisionByZero || code == lorv::kMalformedArguments ? 1 : 0;
+}
+
 void CopyMessage(LPTSTR message, const CString& text) {
   const TextView kept = text.View().substr(0, kMessageText - 1);
   std::copy(kept.begin(), kept.end(), message);
@@ -33,7 +38,7 @@ CAdExpCalculate::CAdExpCalculate(const CString& formula) : CAdExpCalculate() {
 CAdExpCalculate::CAdExpCalculate(const CAdExpCalculate& other)
     : CValidParameter(other),
       m_szExpr(other.m_szExpr),
-      m_szCalcExpr(other.m_szCalcExpr),
+      m_szCalcExpr(other.WorkText()),
       m_pMapValue(other.m_pMapValue),
       m_bExternalMap(true),
       m_bTooLong(other.m_bTooLong),
@@ -43,7 +48,10 @@ CAdExpCalculate& CAdExpCalculate::operator=(const CAdExpCalculate& other) {
   if (this == &other) return *this;
   m_KeyWords = other.m_KeyWords;
   m_szExpr = other.m_szExpr;
-  m_szCalcExpr = other.m_szCalcExpr;
+  m_szCalcExpr = other.WorkText();
+  work_text_ = WorkTextState::kWritten;
+  is_repeated_ = false;
+  repeated_.Forget();
   m_pMapValue = other.m_pMapValue;
   m_bExternalMap = other.m_bExternalMap;
   m_bTooLong = other.m_bTooLong;
@@ -63,8 +71,19 @@ void CAdExpCalculate::SetExpr(LPCTSTR formula) {
   const TextView text = formula == nullptr ? TextView() : TextView(formula);
   m_bTooLong = text.size() > lorv::kFormulaTextFlagged;
   const TextView kept = text.substr(0, lorv::kMaxFormulaText);
+  work_text_ = WorkTextState::kIsFormula;
+  is_repeated_ = lorv::IsInCapitals(kept, m_szExpr.View());
+  if (is_repeated_) return;
+  repeated_.Forget();
   lorv::CopyCapitals(kept, m_szExpr.Overwrite(kept.size()));
-  m_szCalcExpr = m_szExpr;
+}
+
+// The working copy, written out if what is in it has only been noted so far.
+lorv::GrowingEdit& CAdExpCalculate::WorkText() const {
+  if (work_text_ != WorkTextState::kWritten) m_szCalcExpr = m_szExpr;
+  if (work_text_ == WorkTextState::kHasPlannedValues) repeated_.WriteValues(m_szCalcExpr);
+  work_text_ = WorkTextState::kWritten;
+  return m_szCalcExpr;
 }
 
 CString CAdExpCalculate::GetExpr() const {
@@ -72,7 +91,7 @@ CString CAdExpCalculate::GetExpr() const {
 }
 
 CString CAdExpCalculate::GetCalcedExpr() const {
-  return CString(m_szCalcExpr.View());
+  return CString(WorkText().View());
 }
 
 bool CAdExpCalculate::ValidExp(CString& message) const {
@@ -108,12 +127,21 @@ double CAdExpCalculate::Calculate() {
 }
 
 double CAdExpCalculate::Calculate(int& error) {
-  if (lorv::IsPlainNumber(m_szCalcExpr.View())) {
+  double value = 0;
+  const bool is_set_again = work_text_ == WorkTextState::kIsFormula && is_repeated_;
+  if (is_set_again && repeated_.Work(*m_pMapValue, value, error)) {
+    work_text_ = WorkTextState::kHasPlannedValues;
+    error = ErrorForCaller(error);
+    return error == 0 ? value : 0;
+  }
+  const TextView text = WorkText().View();
+  if (lorv::IsPlainNumber(text)) {
     error = 0;
-    return lorv::ReadReal(m_szCalcExpr.View());
+    return lorv::ReadReal(text);
   }
   const int parsed = ReplExprWithVal();
-  const double value = CalcParsed(parsed, error);
+  value = CalcParsed(parsed, error);
+  if (is_set_again) repeated_.Note(m_szExpr.View(), *m_pMapValue);
   return error == 0 ? value : 0;
 }
 
@@ -124,18 +152,19 @@ void CAdExpCalculate::ReplExprWithVal2(LPTSTR text) const {
 // Writes the values into the working copy, then 0 for keywords that have none. What ChangeExpression said of
 // the text that came out.
 int CAdExpCalculate::ReplExprWithVal() const {
+  lorv::GrowingEdit& work = WorkText();
   for (const auto& [name, value] : *m_pMapValue) {
     const TextView text(static_cast<LPCTSTR>(name));
-    if (!text.empty()) lorv::SubstituteValue(m_szCalcExpr, text, value);
+    if (!text.empty()) lorv::SubstituteValue(work, text, value);
   }
-  const int parsed = ParseAfresh(m_szCalcExpr.View());
+  const int parsed = ParseAfresh(work.View());
   if (parsed >= 0 || expression_.m_szVarList[0] == 0) return parsed;
   std::vector<CStrCmp> names;
-  SplitExprVars(m_szCalcExpr.Text(), names);
+  SplitExprVars(work.Text(), names);
   for (const CStrCmp& name : names) {
-    if (m_pMapValue->count(name) == 0) lorv::SubstituteValue(m_szCalcExpr, static_cast<LPCTSTR>(name), 0);
+    if (m_pMapValue->count(name) == 0) lorv::SubstituteValue(work, static_cast<LPCTSTR>(name), 0);
   }
-  return ParseAfresh(m_szCalcExpr.View());
+  return ParseAfresh(work.View());
 }
 
 int CAdExpCalculate::ParseAfresh(TextView text) const {
@@ -155,8 +184,7 @@ double CAdExpCalculate::CalcParsed(int parsed, int& error) const {
   }
   double value = 0;
   const int code = expression_.Value(value);
-  // A missing operand, an unknown variable and an argument outside the domain are no errors to the caller.
-  error = code == lorv::kDivisionByZero || code == lorv::kMalformedArguments ? 1 : 0;
+  error = ErrorForCaller(code);
   return value;
 }
 

@@ -7,6 +7,7 @@
 #include "TEXPRESSCAL/expression.h"
 #include "TEXPRESSCAL/keyword_set.h"
 #include "TEXPRESSCAL/map_value.h"
+#include "TEXPRESSCAL/repeated_formula.h"
 #include "framework/string_array.h"
 
 // Works a formula with named values: holds one formula, the values of its variables, and the names allowed in
@@ -137,13 +138,19 @@ class COMM_LORV_API CAdExpCalculate : public CValidParameter {
   double WorkParameter(const CString& formula) const;
   int ParseAfresh(lorv::TextView text) const;
   int ReplExprWithVal() const;
+  lorv::GrowingEdit& WorkText() const;
   void UseOwnMap();
   void MakeKeyWord(TDefsetVars& set, LPCTSTR name) const;
 
   mutable TDefsetVars m_KeyWords;
   lorv::GrowingEdit m_szExpr;
-  // Grows where values are longer than their names: nothing is cut here.
+  // Grows where values are longer than their names: nothing is cut here. Read through WorkText() alone: what
+  // has not been asked for is not always written.
   mutable lorv::GrowingEdit m_szCalcExpr;
+  enum class WorkTextState { kWritten, kIsFormula, kHasPlannedValues };
+  mutable WorkTextState work_text_ = WorkTextState::kWritten;
+  lorv::RepeatedFormula repeated_;
+  bool is_repeated_ = false;  // the formula was set again since it came
   CMapValue* m_pMapValue = nullptr;
   bool m_bExternalMap = false;
   bool m_bTooLong = false;

@@ -51,4 +51,25 @@ inline bool CopyCapitals(TextView text, LPTSTR out) {
   return found;
 }
 
+// Whether `text` in capitals is `capitals`, which is in capitals already.
+inline bool IsInCapitals(TextView text, TextView capitals) {
+  if (text.size() != capitals.size()) return false;
+  std::size_t at = 0;
+#if defined(__SSE2__)
+  const auto all = [](TCHAR c) { return _mm_set1_epi16(static_cast<short>(c)); };
+  const __m128i before_a = all('a' - 1), behind_z = all('z' + 1), case_bit = all(32);
+  const auto units = [](const TCHAR* from) {
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+  };
+  for (; at + 8 <= text.size(); at += 8) {
+    const __m128i typed = units(text.data() + at);
+    const __m128i small = _mm_and_si128(_mm_cmpgt_epi16(typed, before_a), _mm_cmplt_epi16(typed, behind_z));
+    const __m128i raised = _mm_sub_epi16(typed, _mm_and_si128(small, case_bit));
+    if (_mm_movemask_epi8(_mm_cmpeq_epi16(raised, units(capitals.data() + at))) != 0xFFFF) return false;
+  }
+#endif
+  while (at < text.size() && ToUpper(text[at]) == capitals[at]) ++at;
+  return at == text.size();
+}
+
 }  // namespace lorv

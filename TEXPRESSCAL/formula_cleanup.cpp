@@ -133,12 +133,13 @@ bool CAdExpCalculate::MoveConnSymbol(CString& text) const {
 
 // The value of one parameter's formula, 0 if it fails. The working copy of this object is only lent for it.
 double CAdExpCalculate::WorkParameter(const CString& formula) const {
-  const lorv::GrowingEdit kept = m_szCalcExpr;
+  lorv::GrowingEdit& work = WorkText();
+  const lorv::GrowingEdit kept = work;
   const TextView text = formula.View().substr(0, lorv::kMaxFormulaText);
-  std::transform(text.begin(), text.end(), m_szCalcExpr.Overwrite(text.size()), lorv::ToUpper);
+  std::transform(text.begin(), text.end(), work.Overwrite(text.size()), lorv::ToUpper);
   int error = 0;
   const double value = CalcParsed(ReplExprWithVal(), error);
-  m_szCalcExpr = kept;
+  work = kept;
   return error == 0 ? value : 0.0;
 }
 

@@ -1,5 +1,7 @@
 #include "TEXPRESSCAL/map_value.h"
 
+#include <atomic>
+
 #include "TEXPRESSCAL/value_pairs.h"
 #include "comm/short_decimal.h"
 #include "framework/number_text.h"
@@ -10,6 +12,12 @@ constexpr int kStoredDecimals = 5;
 constexpr int kNumberText = 64;
 
 }  // namespace
+
+std::uint64_t CMapValue::NumberLayout() const {
+  static std::atomic<std::uint64_t> last{0};
+  layout_ = last.fetch_add(1, std::memory_order_relaxed) + 1;
+  return layout_;
+}
 
 std::size_t CMapValue::LowerBound(const CStrCmp& name) const {
   std::size_t lo = 0;
@@ -33,7 +41,10 @@ std::pair<double*, bool> CMapValue::Place(LPCTSTR name) {
   const CStrCmp key = CStrCmp::Capitals(name);
   const std::size_t at = LowerBound(key);
   const bool fresh = !Holds(at, key);
-  if (fresh) entries_.insert(begin() + static_cast<std::ptrdiff_t>(at), {key, 0.0});
+  if (fresh) {
+    entries_.insert(begin() + static_cast<std::ptrdiff_t>(at), {key, 0.0});
+    layout_ = 0;
+  }
   return {&entries_[at].second, fresh};
 }
 
@@ -51,6 +62,7 @@ std::size_t CMapValue::erase(const CStrCmp& name) {
   const iterator at = find(name);
   if (at == end()) return 0;
   entries_.erase(at);
+  layout_ = 0;
   return 1;
 }
 
@@ -58,6 +70,7 @@ std::pair<CMapValue::iterator, bool> CMapValue::insert(const value_type& entry) 
   const std::size_t at = LowerBound(entry.first);
   const bool fresh = !Holds(at, entry.first);
   const auto place = begin() + static_cast<std::ptrdiff_t>(at);
+  if (fresh) layout_ = 0;
   return {fresh ? entries_.insert(place, entry) : place, fresh};
 }
 

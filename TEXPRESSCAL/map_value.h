@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <utility>
 #include <vector>
 
@@ -32,7 +33,10 @@ class COMM_LORV_API CMapValue {
   iterator end() { return entries_.end(); }
   std::size_t size() const { return entries_.size(); }
   bool empty() const { return entries_.empty(); }
-  void clear() { entries_.clear(); }
+  void clear() {
+    entries_.clear();
+    layout_ = 0;
+  }
 
   const_iterator find(const CStrCmp& name) const;
   iterator find(const CStrCmp& name);
@@ -43,11 +47,17 @@ class COMM_LORV_API CMapValue {
   // Stores the key as it stands; true when it was new. A value already there stays.
   std::pair<iterator, bool> insert(const value_type& entry);
 
+  // A number for this row of names: two maps of one layout have the same names in the same places, and a map
+  // keeps its layout until a name comes or goes. Never 0.
+  std::uint64_t Layout() const { return layout_ != 0 ? layout_ : NumberLayout(); }
+
  private:
+  std::uint64_t NumberLayout() const;
   std::size_t LowerBound(const CStrCmp& name) const;
   bool Holds(std::size_t at, const CStrCmp& name) const;
 
   std::vector<value_type> entries_;
+  mutable std::uint64_t layout_ = 0;  // 0: not numbered since the names last changed
 };
 
 // A pair of texts: a name and what belongs to it. As text "strFirst:strSecond", in lists joined by ";".

@@ -1,9 +1,17 @@
 // One-shot work of formulas: text and values in, number out, each engine with its objects kept.
 //
-//   calculator   CAdExpCalculate: SetExpr, the values, Calculate
+//   calculator   CAdExpCalculate: SetExpr, the values, Calculate; another formula comes between any two,
+//   since the
+//                same one again would be worked by a plan
 //   expression   CExpression: parse and work the text in which numbers stand for the names
 //   peer         muParser: the values into their slots, parse and work the text with names
 //   peer_numbers muParser on the text that "expression" gets
+//
+// The same text again with other values:
+//
+//   again        CAdExpCalculate: the values into a map in use, SetExpr, Calculate
+//   again_named  CAdExpCalculate: ClearAllValue, the values by name, SetExpr, Calculate
+//   peer_again   muParser: the values into their slots, Eval of the compiled text
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -29,11 +37,16 @@ struct Job {
   std::vector<std::pair<double*, double>> slots;
 };
 
-double ByCalculator(CAdExpCalculate& calculator, const Job& job) {
+double AgainByName(CAdExpCalculate& calculator, const Job& job) {
   calculator.ClearAllValue();
   calculator.SetExpr(job.text);
   for (const auto& [name, value] : job.values) calculator.SetVarValue(name, value, false);
   return calculator.Calculate();
+}
+
+double ByCalculator(CAdExpCalculate& calculator, const Job& job) {
+  calculator.SetExpr(nullptr);
+  return AgainByName(calculator, job);
 }
 
 double ByExpression(CExpression& expression, const Job& job) {
@@ -112,6 +125,45 @@ void RegisterAll(Engines& engines, const std::string& name, std::size_t first, s
   Register("peer_numbers/" + name, first, count, [=](auto i) { return all->peer.Work(job(i).peer_numbers); });
 }
 
+// Values that change from one work to the next, as the components of a storey do: millimetres are added.
+double Varied(double value, std::size_t turn) {
+  return value + static_cast<double>(turn % 64) / 1000;
+}
+
+void RegisterAgain(Engines& engines, const std::string& name, std::size_t at) {
+  Engines* all = &engines;
+  benchmark::RegisterBenchmark(("again/" + name).c_str(), [=](benchmark::State& state) {
+    const Job& job = all->jobs[at];
+    CMapValue values;
+    for (const auto& [variable, value] : job.values) values[variable] = value;
+    CAdExpCalculate calculator;
+    calculator.SetVarValue(&values);
+    std::vector<double*> places;
+    for (const auto& entry : job.values) places.push_back(&values[entry.first]);
+    std::size_t turn = 0;
+    for (auto _ : state) {
+      ++turn;
+      for (std::size_t i = 0; i < places.size(); ++i) *places[i] = Varied(job.values[i].second, turn);
+      calculator.SetExpr(job.text);
+      benchmark::DoNotOptimize(calculator.Calculate());
+    }
+  });
+  benchmark::RegisterBenchmark(("again_named/" + name).c_str(), [=](benchmark::State& state) {
+    CAdExpCalculate calculator;
+    for (auto _ : state) benchmark::DoNotOptimize(AgainByName(calculator, all->jobs[at]));
+  });
+  benchmark::RegisterBenchmark(("peer_again/" + name).c_str(), [=](benchmark::State& state) {
+    const Job& job = all->jobs[at];
+    all->peer.Work(job.peer_text);
+    std::size_t turn = 0;
+    for (auto _ : state) {
+      ++turn;
+      for (const auto& [slot, value] : job.slots) *slot = Varied(value, turn);
+      benchmark::DoNotOptimize(all->peer.Again());
+    }
+  });
+}
+
 int Run(int argc, char** argv) {
   constexpr int kRandomFormulas = 600;
   Engines engines;
@@ -120,7 +172,10 @@ int Run(int argc, char** argv) {
   for (const Formula& formula : RandomFormulas(kRandomFormulas))
     engines.jobs.emplace_back(formula, engines.peer);
   if (!AllAgree(engines)) return 1;
-  for (std::size_t i = 0; i < twelve.size(); ++i) RegisterAll(engines, twelve[i].name, i, 1);
+  for (std::size_t i = 0; i < twelve.size(); ++i) {
+    RegisterAll(engines, twelve[i].name, i, 1);
+    RegisterAgain(engines, twelve[i].name, i);
+  }
   RegisterAll(engines, "600", twelve.size(), kRandomFormulas);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;

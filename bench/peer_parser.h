@@ -17,6 +17,8 @@ class PeerParser {
 
   // Parses and works one text.
   double Work(const std::string& text);
+  // Works the last text again, as it was compiled then.
+  double Again();
 
  private:
   struct State;

@@ -1,0 +1,173 @@
+#include "TEXPRESSCAL/formula_plan.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <set>
+
+#include "TEXPRESSCAL/operator_rewriting.h"
+#include "TEXPRESSCAL/parser.h"
+#include "TEXPRESSCAL/slot_edit.h"
+#include "TEXPRESSCAL/substitution.h"
+
+namespace lorv {
+namespace {
+
+// What stands for every value while a plan is made: its text is longer than any name, so that no hit is
+// missed behind it, and it has digits at both ends, as the text of every value that fits.
+constexpr double kStandIn = 1e20;
+// In the search for gaps: farther than any name reaches.
+constexpr std::size_t kNoGap = 1000;
+
+bool IsPartOfNumber(TCHAR c) {
+  return IsDigit(c) || c == '.';
+}
+
+// A name whose hits cannot begin inside the text of a value, and that holds no sign of the grammar.
+bool IsPlainName(TextView name) {
+  if (IsDigit(name.front())) return false;
+  return std::all_of(name.begin(), name.end(), [](TCHAR c) { return IsNameChar(c) || c >= 0x80; });
+}
+
+// No name may be left over: whether it is known, and that it counts 0, is asked anew for every text.
+class NoNames final : public CValidParameter {
+ public:
+  int ValidParameter(LPCTSTR) const override { return 0; }
+};
+
+}  // namespace
+
+// Reads the plan off a tree that was parsed from a text with stand-ins.
+class PlanReader {
+ public:
+  PlanReader(TextView text, std::vector<SlotEdit::Place> places) : text_(text), places_(std::move(places)) {}
+
+  // True when every value is a number of its own in the tree.
+  bool Read(const ExprNode* root) {
+    for (std::size_t i = 0; i < places_.size(); ++i) {
+      const SlotEdit::Place& place = places_[i];
+      if (place.start > 0 && IsPartOfNumber(text_[place.start - 1])) return false;
+      if (place.end < text_.size() && IsPartOfNumber(text_[place.end])) return false;
+      starts_[place.start] = i;
+    }
+    Walk(root);
+    return found_.size() == places_.size();
+  }
+
+  // The name that a number leaf stands for; null for a constant.
+  const std::size_t* NameOf(const ExprNode* leaf) const {
+    const auto at = starts_.find(leaf->place);
+    return at == starts_.end() ? nullptr : &places_[at->second].name;
+  }
+
+  // A sign that was typed as "+" before a value takes no "-" behind it.
+  bool TakesNegative(const SlotEdit::Place& place) const {
+    std::size_t at = place.start;
+    while (at > 0 && text_[at - 1] == ' ') --at;
+    return at == 0 || text_[at - 1] != '+' || sums_.contains(at - 1);
+  }
+
+  const std::vector<SlotEdit::Place>& Places() const { return places_; }
+
+ private:
+  void Walk(const ExprNode* root) {
+    std::vector<const ExprNode*> open{root};
+    while (!open.empty()) {
+      const ExprNode* node = open.back();
+      open.pop_back();
+      if (node == nullptr) continue;
+      if (node->kind == kNumber && starts_.contains(node->place)) found_.insert(node->place);
+      if (node->kind == kAdd) sums_.insert(node->place);
+      open.push_back(node->left);
+      open.push_back(node->right);
+    }
+  }
+
+  TextView text_;
+  std::vector<SlotEdit::Place> places_;
+  std::map<std::size_t, std::size_t> starts_;  // the index of the place that starts at a unit
+  std::set<std::size_t> found_;
+  std::set<std::size_t> sums_;
+};
+
+namespace {
+
+// Puts the stand-in in place of every name; the length that each name's values need, or nothing if a name is
+// none that a plan can be made for.
+bool PutStandIns(SlotEdit& edit, const CMapValue& values, std::vector<std::size_t>& least_texts) {
+  std::size_t entry = 0;
+  for (const auto& [key, value] : values) {
+    const TextView name(static_cast<LPCTSTR>(key));
+    least_texts.push_back(0);
+    if (!name.empty()) {
+      if (!IsPlainName(name)) return false;
+      edit.BeginName(entry);
+      SubstituteValue(edit, name, kStandIn);
+      const std::size_t gap = edit.LeastGap(name, kNoGap);
+      if (gap < name.size()) least_texts.back() = name.size() - gap;
+    }
+    ++entry;
+  }
+  edit.EndNames();
+  return !edit.IsDoubtful();
+}
+
+}  // namespace
+
+bool FormulaPlan::Make(TextView formula, const CMapValue& values) {
+  slots_.clear();
+  SlotEdit edit(formula);
+  std::vector<std::size_t> least_texts;
+  if (IsPlainNumber(formula) || !PutStandIns(edit, values, least_texts)) return false;
+  RewriteOperators(edit);
+  if (edit.CopiesText()) return false;
+
+  NodePool pool;
+  TCHAR refused[kVarListSize] = {};
+  NameList names(refused);
+  const NoNames judge;
+  Parser parser(edit.Writable(), pool, &judge, names);
+  const ExprNode* root = parser.Parse();
+  if (root == nullptr) return false;
+  PlanReader reader({edit.Text(), edit.Length()}, edit.Places());
+  if (!reader.Read(root)) return false;
+
+  MakeSlots(reader, least_texts);
+  return program_.Make(root, slots_.size(), [&](const ExprNode* leaf) {
+    const std::size_t* name = reader.NameOf(leaf);
+    return name == nullptr ? -1 : SlotOf(*name);
+  });
+}
+
+void FormulaPlan::MakeSlots(const PlanReader& reader, const std::vector<std::size_t>& least_texts) {
+  std::map<std::size_t, bool> takes_negative;
+  for (const SlotEdit::Place& place : reader.Places()) {
+    const auto [at, fresh] = takes_negative.try_emplace(place.name, true);
+    at->second = at->second && reader.TakesNegative(place);
+  }
+  for (const auto& [name, negative] : takes_negative) slots_.push_back({name, least_texts[name], negative});
+}
+
+int FormulaPlan::SlotOf(std::size_t name) const {
+  const auto at =
+      std::find_if(slots_.begin(), slots_.end(), [=](const Slot& slot) { return slot.entry == name; });
+  return static_cast<int>(at - slots_.begin());
+}
+
+bool FormulaPlan::Work(const CMapValue& values, double& result, int& error) {
+  const auto entries = values.begin();
+  double* cell = program_.Slots();
+  for (Slot& slot : slots_) {
+    slot.value = entries[static_cast<std::ptrdiff_t>(slot.entry)].second;
+    if (!Fits(slot, slot.value, *cell++)) return false;
+  }
+  result = program_.Work(error);
+  return true;
+}
+
+bool FormulaPlan::FitsClosely(const Slot& slot, double value) {
+  if (!slot.takes_negative && std::signbit(value)) return false;
+  return slot.least_text <= 1 || ValueText(value).Plain().size() >= slot.least_text;
+}
+
+}  // namespace lorv

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "TEXPRESSCAL/formula_program.h"
+#include "TEXPRESSCAL/map_value.h"
+#include "TEXPRESSCAL/value_reading.h"
+
+namespace lorv {
+
+class PlanReader;
+
+// How to work one formula again and again with other values of the same names, without writing the values
+// into the text and parsing it: the outcome is bit for bit what that gives.
+//
+// Not every formula has a plan, and not every value fits one: where a value can change what the text means
+// (inside quotes, beside digits, as a third, too short for its name's next hit to be found) the text has to
+// be worked. A plan is refused unless all of that is excluded.
+class FormulaPlan {
+ public:
+  // A name that occurs in the formula.
+  struct Slot {
+    std::size_t entry;       // its place among the values' names
+    std::size_t least_text;  // a value with a shorter text does not fit
+    bool takes_negative;     // else a value with a minus sign does not fit
+    double value = 0;        // as given to the last Work
+  };
+
+  // Makes the plan of a formula in capitals for the names of `values`; false if it has none.
+  bool Make(TextView formula, const CMapValue& values);
+
+  // Works the plan on the values of the same names. False, with nothing changed, where a value does not fit.
+  bool Work(const CMapValue& values, double& result, int& error);
+
+  // Whether a value fits a slot; `reading` is then the number to work with.
+  static bool Fits(const Slot& slot, double value, double& reading) {
+    if (!ReadsPlainly(value, reading)) return false;
+    return IsFree(slot) || FitsClosely(slot, value);
+  }
+  // Only the number decides whether a value fits.
+  static bool IsFree(const Slot& slot) { return slot.takes_negative && slot.least_text <= 1; }
+
+  // In the order of the names.
+  const std::vector<Slot>& Slots() const { return slots_; }
+  FormulaProgram& Program() { return program_; }
+
+ private:
+  static bool FitsClosely(const Slot& slot, double value);
+  void MakeSlots(const PlanReader& reader, const std::vector<std::size_t>& least_texts);
+  int SlotOf(std::size_t name) const;
+
+  std::vector<Slot> slots_;
+  FormulaProgram program_;
+};
+
+}  // namespace lorv

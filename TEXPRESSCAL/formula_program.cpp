@@ -1,0 +1,324 @@
+#include "TEXPRESSCAL/formula_program.h"
+
+#include <algorithm>
+#include <bit>
+#include <map>
+
+namespace lorv {
+
+// Walks a tree once and writes the steps. Recursion is bounded by the length of a formula.
+class ProgramMaker {
+ public:
+  ProgramMaker(FormulaProgram& program, const FormulaProgram::SlotOf& slot_of)
+      : program_(program), slot_of_(slot_of) {}
+
+  bool Make(const ExprNode* root) {
+    Collect(root);
+    program_.constant_end_ = program_.cells_.size();
+    next_save_ = program_.constant_end_;
+    program_.cells_.resize(next_save_);
+    if (good_) Write(root);
+    Put(StepKind::kEnd, 0);
+    return good_ && program_.cells_.size() <= FormulaProgram::kMaxCells;
+  }
+
+ private:
+  static bool IsComparison(unsigned short kind) {
+    return kind == kLess || kind == kGreater || (kind >= kGreaterEqual && kind <= kEqual);
+  }
+  static bool IsOperator(unsigned short kind) {
+    switch (kind) {
+      case kAdd:
+      case kSubtract:
+      case kMultiply:
+      case kDivide:
+      case kPower:
+      case kAnd:
+      case kOr:
+        return true;
+      default:
+        return IsComparison(kind);
+    }
+  }
+
+  void Collect(const ExprNode* node);
+  void CollectArguments(const ExprNode* call);
+  void AddConstant(double value);
+
+  void Write(const ExprNode* node);
+  void WriteOperator(const ExprNode* node);
+  void WriteQuotient(const ExprNode* node);
+  void WriteSum(const ExprNode* node);
+  void WriteJoin(const ExprNode* node);
+  void WriteExtreme(const ExprNode* call);
+  void WriteChoice(const ExprNode* call);
+  void WriteCall(const ExprNode* node);
+  // The right operand against the number in hand: from its own cell if it is a leaf.
+  void WriteRight(const ExprNode* right, StepKind with_cell, StepKind with_hand);
+
+  Step& Put(StepKind kind, std::size_t cell, std::size_t other = 0) {
+    program_.steps_.push_back(
+        {WorkOf(kind), kind, 0, static_cast<std::uint16_t>(cell), static_cast<std::uint16_t>(other), 0});
+    return program_.steps_.back();
+  }
+  // From the step at `from` on, to behind the last one written.
+  void PointBehind(std::size_t from) {
+    program_.steps_[from].onward = static_cast<std::uint16_t>(program_.steps_.size() - from);
+  }
+  std::size_t OpenCell() {
+    const std::size_t cell = next_save_++;
+    if (program_.cells_.size() < next_save_) program_.cells_.resize(next_save_);
+    good_ = good_ && next_save_ <= FormulaProgram::kMaxCells;
+    return cell;
+  }
+  void CloseCell() { --next_save_; }
+
+  static bool IsLeaf(const ExprNode* node) { return node->kind == kNumber || node->kind == kLen; }
+  std::size_t CellOf(const ExprNode* leaf) const;
+  static bool MayFail(const ExprNode* node);
+
+  FormulaProgram& program_;
+  const FormulaProgram::SlotOf& slot_of_;
+  std::map<std::uint64_t, std::size_t> constants_;
+  std::size_t next_save_ = 0;
+  bool good_ = true;
+};
+
+void ProgramMaker::AddConstant(double value) {
+  if (constants_.try_emplace(std::bit_cast<std::uint64_t>(value), program_.cells_.size()).second)
+    program_.cells_.push_back(value);
+}
+
+// Gathers the constants, and finds out whether the tree is one of numbers with every operand in its place.
+void ProgramMaker::Collect(const ExprNode* node) {
+  if (node == nullptr || program_.cells_.size() >= FormulaProgram::kMaxCells) {
+    good_ = false;
+    return;
+  }
+  if (IsOperator(node->kind)) {
+    Collect(node->left);
+    Collect(node->right);
+  } else if (node->kind == kNumber) {
+    if (slot_of_(node) < 0) AddConstant(node->value);
+  } else if (node->kind == kLen) {
+    AddConstant(0);  // the length of any text, and the argument is not worked
+  } else if (node->kind == kNegate || node->kind == kNot) {
+    Collect(node->right);
+  } else if (node->kind == kAbsolute) {
+    Collect(node->left);
+  } else if (node->kind >= kSin && node->kind < kFind) {
+    CollectArguments(node);
+  } else {
+    good_ = false;
+  }
+}
+
+void ProgramMaker::CollectArguments(const ExprNode* call) {
+  Collect(call->left);
+  // Other functions take any number of arguments and use the first alone.
+  if (call->kind != kMax && call->kind != kMin && call->kind != kIif) return;
+  int count = 1;
+  for (const ExprNode* link = call->right; link != nullptr; link = link->right, ++count) {
+    if (link->kind != kArgument) good_ = false;
+    Collect(link->left);
+  }
+  if (call->kind == kIif && count != 3) good_ = false;
+}
+
+std::size_t ProgramMaker::CellOf(const ExprNode* leaf) const {
+  if (leaf->kind == kLen) return constants_.at(0);
+  const int slot = slot_of_(leaf);
+  return slot >= 0 ? static_cast<std::size_t>(slot)
+                   : constants_.at(std::bit_cast<std::uint64_t>(leaf->value));
+}
+
+// Whether working a tree can write an error.
+bool ProgramMaker::MayFail(const ExprNode* node) {
+  if (node == nullptr || IsLeaf(node)) return false;
+  if (node->kind == kDivide || node->kind == kSqrt || node->kind == kLog) return true;
+  return MayFail(node->left) || MayFail(node->right);
+}
+
+void ProgramMaker::Write(const ExprNode* node) {
+  if (!good_) return;
+  if (IsLeaf(node)) {
+    Put(StepKind::kLoad, CellOf(node));
+  } else if (IsOperator(node->kind)) {
+    WriteOperator(node);
+  } else {
+    WriteCall(node);
+  }
+}
+
+void ProgramMaker::WriteOperator(const ExprNode* node) {
+  switch (node->kind) {
+    case kAdd:
+    case kSubtract:
+      return WriteSum(node);
+    case kMultiply:
+      if (IsLeaf(node->left) && IsLeaf(node->right)) {
+        Put(StepKind::kProduct, CellOf(node->left), CellOf(node->right));
+        return;
+      }
+      Write(node->left);
+      return WriteRight(node->right, StepKind::kMultiply, StepKind::kMultiply);
+    case kDivide:
+    case kPower:
+      return WriteQuotient(node);
+    case kAnd:
+    case kOr:
+      return WriteJoin(node);
+    default:
+      break;
+  }
+  // With the operands exchanged, "less" is "greater".
+  static const std::map<unsigned short, std::pair<StepKind, StepKind>> kComparisons = {
+      {kLess, {StepKind::kLess, StepKind::kGreater}},
+      {kGreater, {StepKind::kGreater, StepKind::kLess}},
+      {kLessEqual, {StepKind::kLessEqual, StepKind::kGreaterEqual}},
+      {kGreaterEqual, {StepKind::kGreaterEqual, StepKind::kLessEqual}},
+      {kEqual, {StepKind::kEqual, StepKind::kEqual}},
+      {kNotEqual, {StepKind::kNotEqual, StepKind::kNotEqual}}};
+  Write(node->left);
+  const auto& [with_cell, with_hand] = kComparisons.at(node->kind);
+  WriteRight(node->right, with_cell, with_hand);
+}
+
+void ProgramMaker::WriteRight(const ExprNode* right, StepKind with_cell, StepKind with_hand) {
+  if (IsLeaf(right)) {
+    Put(with_cell, CellOf(right));
+    return;
+  }
+  const std::size_t saved = OpenCell();
+  Put(StepKind::kSave, saved);
+  Write(right);
+  Put(with_hand, saved);
+  CloseCell();
+}
+
+void ProgramMaker::WriteSum(const ExprNode* node) {
+  Write(node->left);
+  const ExprNode* right = node->right;
+  if (right->kind == kMultiply && IsLeaf(right->left) && IsLeaf(right->right)) {
+    const StepKind kind = node->kind == kAdd ? StepKind::kAddProduct : StepKind::kSubtractProduct;
+    Put(kind, CellOf(right->left), CellOf(right->right));
+  } else if (node->kind == kAdd) {
+    WriteRight(right, StepKind::kAdd, StepKind::kAdd);
+  } else {
+    WriteRight(right, StepKind::kSubtract, StepKind::kSubtractFrom);
+  }
+}
+
+// The right operand is worked first, and a divisor of 0 is told before what the dividend may tell.
+void ProgramMaker::WriteQuotient(const ExprNode* node) {
+  const bool told_before = node->kind == kDivide && MayFail(node->left);
+  const StepKind join = node->kind == kPower ? StepKind::kPower
+                        : told_before        ? StepKind::kDivideSilently
+                                             : StepKind::kDivide;
+  if (IsLeaf(node->right)) {
+    const std::size_t cell = CellOf(node->right);
+    if (told_before) Put(StepKind::kCheckDivisor, cell);
+    Write(node->left);
+    Put(join, cell);
+    return;
+  }
+  const std::size_t saved = OpenCell();
+  Write(node->right);
+  Put(StepKind::kSave, saved);
+  if (told_before) Put(StepKind::kCheckDivisor, saved);
+  Write(node->left);
+  Put(join, saved);
+  CloseCell();
+}
+
+// The right side is worked only where the left one does not decide.
+void ProgramMaker::WriteJoin(const ExprNode* node) {
+  Write(node->left);
+  const std::size_t saved = OpenCell();
+  const std::size_t begin = program_.steps_.size();
+  Put(node->kind == kAnd ? StepKind::kAnd : StepKind::kOr, saved);
+  Write(node->right);
+  Put(StepKind::kEndJoin, saved, node->kind);
+  PointBehind(begin);
+  CloseCell();
+}
+
+void ProgramMaker::WriteExtreme(const ExprNode* call) {
+  const bool largest = call->kind == kMax;
+  Write(call->left);
+  if (call->right == nullptr) return;
+  const ExprNode* second = call->right->left;
+  if (call->right->right == nullptr && IsLeaf(second)) {
+    Put(largest ? StepKind::kLargerFirst : StepKind::kSmallerFirst, CellOf(second));
+    return;
+  }
+  int saved = 0;
+  for (const ExprNode* link = call->right; link != nullptr; link = link->right, ++saved) {
+    Put(StepKind::kSave, OpenCell());
+    Write(link->left);
+  }
+  for (; saved > 0; --saved) {
+    Put(largest ? StepKind::kLarger : StepKind::kSmaller, next_save_ - 1);
+    CloseCell();
+  }
+}
+
+void ProgramMaker::WriteChoice(const ExprNode* call) {
+  Write(call->left);
+  const std::size_t test = OpenCell();
+  const std::size_t begin = program_.steps_.size();
+  Put(StepKind::kIf, test);
+  Write(call->right->left);
+  const std::size_t yes = OpenCell();
+  const std::size_t middle = program_.steps_.size();
+  Put(StepKind::kElse, yes, test);
+  PointBehind(begin);
+  Write(call->right->right->left);
+  Put(StepKind::kEndIf, yes, test);
+  PointBehind(middle);
+  CloseCell();
+  CloseCell();
+}
+
+void ProgramMaker::WriteCall(const ExprNode* node) {
+  switch (node->kind) {
+    case kMax:
+    case kMin:
+      return WriteExtreme(node);
+    case kIif:
+      return WriteChoice(node);
+    default:
+      break;
+  }
+  Write(node->kind == kNegate || node->kind == kNot ? node->right : node->left);
+  switch (node->kind) {
+    case kNegate:
+      Put(StepKind::kNegate, 0);
+      break;
+    case kNot:
+      Put(StepKind::kNot, 0);
+      break;
+    case kAbsolute:
+    case kAbs:
+      Put(StepKind::kAbsolute, 0);
+      break;
+    case kSqrt:
+      Put(StepKind::kSqrt, 0);
+      break;
+    case kLog:
+      Put(StepKind::kLog, 0);
+      break;
+    default:
+      Put(StepKind::kFunction, 0).rule = static_cast<unsigned char>(node->kind);
+  }
+}
+
+bool FormulaProgram::Make(const ExprNode* root, std::size_t slots, const SlotOf& slot_of) {
+  slots_ = slots;
+  steps_.clear();
+  cells_.assign(slots, 0.0);
+  ProgramMaker maker(*this, slot_of);
+  return slots <= kMaxCells && maker.Make(root);
+}
+
+}  // namespace lorv

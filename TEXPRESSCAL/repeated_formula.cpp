@@ -1,0 +1,37 @@
+#include "TEXPRESSCAL/repeated_formula.h"
+
+#include <algorithm>
+
+#include "TEXPRESSCAL/substitution.h"
+
+namespace lorv {
+
+bool RepeatedFormula::CompareNames(const CMapValue& values) {
+  const auto same = [](const CStrCmp& name, const CMapValue::value_type& entry) {
+    return CompareExact(static_cast<LPCTSTR>(name), static_cast<LPCTSTR>(entry.first)) == 0;
+  };
+  if (!std::equal(names_.begin(), names_.end(), values.begin(), values.end(), same)) return false;
+  layout_ = values.Layout();
+  return true;
+}
+
+void RepeatedFormula::WriteValues(GrowingEdit& text) const {
+  for (const FormulaPlan::Slot& slot : plan_.Slots())
+    SubstituteValue(text, static_cast<LPCTSTR>(names_[slot.entry]), slot.value);
+}
+
+void RepeatedFormula::Note(TextView formula, const CMapValue& values) {
+  if (seen_ && HasSameNames(values)) {
+    // Tried before: there is no plan, or one of the values did not fit it.
+    if (!tried_) planned_ = plan_.Make(formula, values);
+    tried_ = true;
+    return;
+  }
+  seen_ = true;
+  tried_ = planned_ = false;
+  names_.clear();
+  for (const auto& [name, value] : values) names_.push_back(name);
+  layout_ = values.Layout();
+}
+
+}  // namespace lorv

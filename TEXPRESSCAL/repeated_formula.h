@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "TEXPRESSCAL/formula_plan.h"
+#include "TEXPRESSCAL/map_value.h"
+#include "TEXPRESSCAL/text_edit.h"
+
+namespace lorv {
+
+// Notices that one formula is worked again and again with values of the same names, and then works it by a
+// plan. A formula that comes once costs nothing here, one that comes twice in a row is planned.
+class RepeatedFormula {
+ public:
+  // Another formula has been set.
+  void Forget() { seen_ = tried_ = planned_ = false; }
+
+  // Works the formula; false, with nothing changed, where the text has to be worked.
+  bool Work(const CMapValue& values, double& result, int& error) {
+    return planned_ && HasSameNames(values) && plan_.Work(values, result, error);
+  }
+
+  // Writes the values of the last Work into a copy of the formula, as working the text does.
+  void WriteValues(GrowingEdit& text) const;
+
+  // The formula (in capitals), set for the second time or more, has been worked as a text.
+  void Note(TextView formula, const CMapValue& values);
+
+ private:
+  bool HasSameNames(const CMapValue& values) { return layout_ == values.Layout() || CompareNames(values); }
+  bool CompareNames(const CMapValue& values);
+
+  FormulaPlan plan_;
+  std::vector<CStrCmp> names_;
+  std::uint64_t layout_ = 0;  // of the map that was last found to have these names
+  bool seen_ = false;         // names_ and layout_ are of the last work
+  bool tried_ = false;
+  bool planned_ = false;
+};
+
+}  // namespace lorv
