@@ -68,12 +68,17 @@ void CAdExpCalculate::UseOwnMap() {
 }
 
 void CAdExpCalculate::SetExpr(LPCTSTR formula) {
+  work_text_ = WorkTextState::kIsFormula;
+  is_repeated_ = repeated_.IsTyped(formula);
+  if (is_repeated_) return;
   const TextView text = formula == nullptr ? TextView() : TextView(formula);
   m_bTooLong = text.size() > lorv::kFormulaTextFlagged;
   const TextView kept = text.substr(0, lorv::kMaxFormulaText);
-  work_text_ = WorkTextState::kIsFormula;
   is_repeated_ = lorv::IsInCapitals(kept, m_szExpr.View());
-  if (is_repeated_) return;
+  if (is_repeated_) {
+    repeated_.Remember(m_bTooLong ? TextView() : text);
+    return;
+  }
   repeated_.Forget();
   lorv::CopyCapitals(kept, m_szExpr.Overwrite(kept.size()));
 }

@@ -116,6 +116,7 @@ bool PutStandIns(SlotEdit& edit, const CMapValue& values, std::vector<std::size_
 
 bool FormulaPlan::Make(TextView formula, const CMapValue& values) {
   slots_.clear();
+  close_slots_.clear();
   SlotEdit edit(formula);
   std::vector<std::size_t> least_texts;
   if (IsPlainNumber(formula) || !PutStandIns(edit, values, least_texts)) return false;
@@ -133,7 +134,7 @@ bool FormulaPlan::Make(TextView formula, const CMapValue& values) {
   if (!reader.Read(root)) return false;
 
   MakeSlots(reader, least_texts);
-  return program_.Make(root, slots_.size(), [&](const ExprNode* leaf) {
+  return program_.Make(root, values_.size(), [&](const ExprNode* leaf) {
     const std::size_t* name = reader.NameOf(leaf);
     return name == nullptr ? -1 : SlotOf(*name);
   });
@@ -145,7 +146,11 @@ void FormulaPlan::MakeSlots(const PlanReader& reader, const std::vector<std::siz
     const auto [at, fresh] = takes_negative.try_emplace(place.name, true);
     at->second = at->second && reader.TakesNegative(place);
   }
-  for (const auto& [name, negative] : takes_negative) slots_.push_back({name, least_texts[name], negative});
+  for (const auto& [name, negative] : takes_negative) {
+    slots_.push_back({name, least_texts[name], negative});
+    if (!IsFree(slots_.back())) close_slots_.push_back(slots_.size() - 1);
+  }
+  values_.assign((slots_.size() + 1) / 2 * 2, 0.0);
 }
 
 int FormulaPlan::SlotOf(std::size_t name) const {
@@ -155,11 +160,12 @@ int FormulaPlan::SlotOf(std::size_t name) const {
 }
 
 bool FormulaPlan::Work(const CMapValue& values, double& result, int& error) {
-  const auto entries = values.begin();
-  double* cell = program_.Slots();
-  for (Slot& slot : slots_) {
-    slot.value = entries[static_cast<std::ptrdiff_t>(slot.entry)].second;
-    if (!Fits(slot, slot.value, *cell++)) return false;
+  const CMapValue::const_iterator entries = values.begin();
+  double* at = values_.data();
+  for (const Slot& slot : slots_) *at++ = entries[static_cast<std::ptrdiff_t>(slot.entry)].second;
+  if (!AllReadPlainly(values_.data(), program_.Slots(), values_.size())) return false;
+  for (const std::size_t i : close_slots_) {
+    if (!FitsClosely(slots_[i], values_[i])) return false;
   }
   result = program_.Work(error);
   return true;

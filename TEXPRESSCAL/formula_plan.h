@@ -24,7 +24,6 @@ class FormulaPlan {
     std::size_t entry;       // its place among the values' names
     std::size_t least_text;  // a value with a shorter text does not fit
     bool takes_negative;     // else a value with a minus sign does not fit
-    double value = 0;        // as given to the last Work
   };
 
   // Makes the plan of a formula in capitals for the names of `values`; false if it has none.
@@ -35,15 +34,16 @@ class FormulaPlan {
 
   // Whether a value fits a slot; `reading` is then the number to work with.
   static bool Fits(const Slot& slot, double value, double& reading) {
-    if (!ReadsPlainly(value, reading)) return false;
-    return IsFree(slot) || FitsClosely(slot, value);
+    return ReadsPlainly(value, reading) && (IsFree(slot) || FitsClosely(slot, value));
   }
   // Only the number decides whether a value fits.
   static bool IsFree(const Slot& slot) { return slot.takes_negative && slot.least_text <= 1; }
 
   // In the order of the names.
   const std::vector<Slot>& Slots() const { return slots_; }
-  FormulaProgram& Program() { return program_; }
+  // The values of the last Work, in the order of the slots.
+  const double* Values() const { return values_.data(); }
+  const FormulaProgram& Program() const { return program_; }
 
  private:
   static bool FitsClosely(const Slot& slot, double value);
@@ -51,6 +51,8 @@ class FormulaPlan {
   int SlotOf(std::size_t name) const;
 
   std::vector<Slot> slots_;
+  std::vector<std::size_t> close_slots_;  // the indexes of those that are not free
+  std::vector<double> values_;            // zeros behind them up to an even count
   FormulaProgram program_;
 };
 

@@ -19,7 +19,7 @@ class ProgramMaker {
     program_.cells_.resize(next_save_);
     if (good_) Write(root);
     Put(StepKind::kEnd, 0);
-    return good_ && program_.cells_.size() <= FormulaProgram::kMaxCells;
+    return good_ && program_.steps_.size() <= FormulaProgram::kMaxSteps;
   }
 
  private:
@@ -43,27 +43,23 @@ class ProgramMaker {
 
   void Collect(const ExprNode* node);
   void CollectArguments(const ExprNode* call);
-  void AddConstant(double value);
+  void Fold(const ExprNode* node);
+  void AddConstant(const ExprNode* node, double value);
+  const double* ConstantAt(const ExprNode* node) const;
 
   void Write(const ExprNode* node);
   void WriteOperator(const ExprNode* node);
+  void WriteBoth(const ExprNode* node, StepKind with_right, StepKind with_left);
   void WriteQuotient(const ExprNode* node);
   void WriteSum(const ExprNode* node);
   void WriteJoin(const ExprNode* node);
   void WriteExtreme(const ExprNode* call);
   void WriteChoice(const ExprNode* call);
   void WriteCall(const ExprNode* node);
-  // The right operand against the number in hand: from its own cell if it is a leaf.
-  void WriteRight(const ExprNode* right, StepKind with_cell, StepKind with_hand);
-
-  Step& Put(StepKind kind, std::size_t cell, std::size_t other = 0) {
-    program_.steps_.push_back(
-        {WorkOf(kind), kind, 0, static_cast<std::uint16_t>(cell), static_cast<std::uint16_t>(other), 0});
-    return program_.steps_.back();
-  }
+  void Put(StepKind kind, std::size_t cell, std::size_t other = 0, unsigned rule = 0);
   // From the step at `from` on, to behind the last one written.
   void PointBehind(std::size_t from) {
-    program_.steps_[from].onward = static_cast<std::uint16_t>(program_.steps_.size() - from);
+    program_.steps_[from].further = static_cast<std::uint16_t>(program_.steps_.size() - from);
   }
   std::size_t OpenCell() {
     const std::size_t cell = next_save_++;
@@ -73,20 +69,63 @@ class ProgramMaker {
   }
   void CloseCell() { --next_save_; }
 
-  static bool IsLeaf(const ExprNode* node) { return node->kind == kNumber || node->kind == kLen; }
+  // A variable, or what is the same number for all values of the variables.
+  bool IsLeaf(const ExprNode* node) const { return node->kind == kNumber || constant_nodes_.contains(node); }
   std::size_t CellOf(const ExprNode* leaf) const;
-  static bool MayFail(const ExprNode* node);
+  bool MayFail(const ExprNode* node) const;
 
   FormulaProgram& program_;
   const FormulaProgram::SlotOf& slot_of_;
-  std::map<std::uint64_t, std::size_t> constants_;
+  std::map<std::uint64_t, std::size_t> constants_;  // their cells, by the number's bits
+  std::map<const ExprNode*, double> constant_nodes_;
   std::size_t next_save_ = 0;
   bool good_ = true;
 };
 
-void ProgramMaker::AddConstant(double value) {
+void ProgramMaker::Put(StepKind kind, std::size_t cell, std::size_t other, unsigned rule) {
+  const auto narrow = [](std::size_t number) { return static_cast<std::uint16_t>(number); };
+  Step step{nullptr,      kind,          static_cast<std::uint8_t>(rule),
+            narrow(cell), narrow(other), MayLoad(kind) ? Step::kNoLoad : std::uint16_t{0}};
+  std::vector<Step>& steps = program_.steps_;
+  // A load in front is made a part of this step: whoever goes on there goes on here.
+  if (MayLoad(kind) && !steps.empty() && steps.back().kind == StepKind::kLoad) {
+    step.further = steps.back().cell;
+    steps.pop_back();
+  }
+  step.run = WorkOf(step);
+  steps.push_back(step);
+}
+
+void ProgramMaker::AddConstant(const ExprNode* node, double value) {
+  constant_nodes_[node] = value;
   if (constants_.try_emplace(std::bit_cast<std::uint64_t>(value), program_.cells_.size()).second)
     program_.cells_.push_back(value);
+}
+
+const double* ProgramMaker::ConstantAt(const ExprNode* node) const {
+  const auto at = constant_nodes_.find(node);
+  return at == constant_nodes_.end() ? nullptr : &at->second;
+}
+
+// Works what does not depend on any variable, where that cannot fail.
+void ProgramMaker::Fold(const ExprNode* node) {
+  const double* const right = ConstantAt(node->right);
+  if (node->kind == kNegate && right != nullptr) AddConstant(node, -*right);
+  const double* const left = node->left == nullptr ? nullptr : ConstantAt(node->left);
+  if (left == nullptr || right == nullptr) return;
+  switch (node->kind) {
+    case kAdd:
+      return AddConstant(node, *left + *right);
+    case kSubtract:
+      return AddConstant(node, *left - *right);
+    case kMultiply:
+      return AddConstant(node, *left * *right);
+    case kDivide:
+      if (*right != 0) AddConstant(node, *left / *right);
+      return;
+    default:
+      return;
+  }
 }
 
 // Gathers the constants, and finds out whether the tree is one of numbers with every operand in its place.
@@ -98,12 +137,14 @@ void ProgramMaker::Collect(const ExprNode* node) {
   if (IsOperator(node->kind)) {
     Collect(node->left);
     Collect(node->right);
+    Fold(node);
   } else if (node->kind == kNumber) {
-    if (slot_of_(node) < 0) AddConstant(node->value);
+    if (slot_of_(node) < 0) AddConstant(node, node->value);
   } else if (node->kind == kLen) {
-    AddConstant(0);  // the length of any text, and the argument is not worked
+    AddConstant(node, 0);  // the length of any text, and the argument is not worked
   } else if (node->kind == kNegate || node->kind == kNot) {
     Collect(node->right);
+    if (node->kind == kNegate) Fold(node);
   } else if (node->kind == kAbsolute) {
     Collect(node->left);
   } else if (node->kind >= kSin && node->kind < kFind) {
@@ -126,14 +167,13 @@ void ProgramMaker::CollectArguments(const ExprNode* call) {
 }
 
 std::size_t ProgramMaker::CellOf(const ExprNode* leaf) const {
-  if (leaf->kind == kLen) return constants_.at(0);
-  const int slot = slot_of_(leaf);
-  return slot >= 0 ? static_cast<std::size_t>(slot)
-                   : constants_.at(std::bit_cast<std::uint64_t>(leaf->value));
+  if (const double* const value = ConstantAt(leaf))
+    return constants_.at(std::bit_cast<std::uint64_t>(*value));
+  return static_cast<std::size_t>(slot_of_(leaf));
 }
 
 // Whether working a tree can write an error.
-bool ProgramMaker::MayFail(const ExprNode* node) {
+bool ProgramMaker::MayFail(const ExprNode* node) const {
   if (node == nullptr || IsLeaf(node)) return false;
   if (node->kind == kDivide || node->kind == kSqrt || node->kind == kLog) return true;
   return MayFail(node->left) || MayFail(node->right);
@@ -156,12 +196,7 @@ void ProgramMaker::WriteOperator(const ExprNode* node) {
     case kSubtract:
       return WriteSum(node);
     case kMultiply:
-      if (IsLeaf(node->left) && IsLeaf(node->right)) {
-        Put(StepKind::kProduct, CellOf(node->left), CellOf(node->right));
-        return;
-      }
-      Write(node->left);
-      return WriteRight(node->right, StepKind::kMultiply, StepKind::kMultiply);
+      return WriteBoth(node, StepKind::kMultiply, StepKind::kMultiply);
     case kDivide:
     case kPower:
       return WriteQuotient(node);
@@ -179,34 +214,41 @@ void ProgramMaker::WriteOperator(const ExprNode* node) {
       {kGreaterEqual, {StepKind::kGreaterEqual, StepKind::kLessEqual}},
       {kEqual, {StepKind::kEqual, StepKind::kEqual}},
       {kNotEqual, {StepKind::kNotEqual, StepKind::kNotEqual}}};
-  Write(node->left);
-  const auto& [with_cell, with_hand] = kComparisons.at(node->kind);
-  WriteRight(node->right, with_cell, with_hand);
+  const auto& [with_right, with_left] = kComparisons.at(node->kind);
+  WriteBoth(node, with_right, with_left);
 }
 
-void ProgramMaker::WriteRight(const ExprNode* right, StepKind with_cell, StepKind with_hand) {
-  if (IsLeaf(right)) {
-    Put(with_cell, CellOf(right));
+// Two operands that are worked from left to right. A leaf never fails and never changes, so it can wait in
+// its own cell for the other one; `with_left` joins a left operand in a cell with the right one in hand.
+void ProgramMaker::WriteBoth(const ExprNode* node, StepKind with_right, StepKind with_left) {
+  if (IsLeaf(node->right)) {
+    Write(node->left);
+    Put(with_right, CellOf(node->right));
     return;
   }
+  if (IsLeaf(node->left)) {
+    Write(node->right);
+    Put(with_left, CellOf(node->left));
+    return;
+  }
+  Write(node->left);
   const std::size_t saved = OpenCell();
   Put(StepKind::kSave, saved);
-  Write(right);
-  Put(with_hand, saved);
+  Write(node->right);
+  Put(with_left, saved);
   CloseCell();
 }
 
 void ProgramMaker::WriteSum(const ExprNode* node) {
-  Write(node->left);
+  const bool adds = node->kind == kAdd;
   const ExprNode* right = node->right;
-  if (right->kind == kMultiply && IsLeaf(right->left) && IsLeaf(right->right)) {
-    const StepKind kind = node->kind == kAdd ? StepKind::kAddProduct : StepKind::kSubtractProduct;
-    Put(kind, CellOf(right->left), CellOf(right->right));
-  } else if (node->kind == kAdd) {
-    WriteRight(right, StepKind::kAdd, StepKind::kAdd);
-  } else {
-    WriteRight(right, StepKind::kSubtract, StepKind::kSubtractFrom);
+  if (right->kind == kMultiply && !IsLeaf(right) && IsLeaf(right->left) && IsLeaf(right->right)) {
+    Write(node->left);
+    Put(adds ? StepKind::kAddProduct : StepKind::kSubtractProduct, CellOf(right->left), CellOf(right->right));
+    return;
   }
+  WriteBoth(node, adds ? StepKind::kAdd : StepKind::kSubtract,
+            adds ? StepKind::kAdd : StepKind::kSubtractFrom);
 }
 
 // The right operand is worked first, and a divisor of 0 is told before what the dividend may tell.
@@ -238,27 +280,28 @@ void ProgramMaker::WriteJoin(const ExprNode* node) {
   const std::size_t begin = program_.steps_.size();
   Put(node->kind == kAnd ? StepKind::kAnd : StepKind::kOr, saved);
   Write(node->right);
-  Put(StepKind::kEndJoin, saved, node->kind);
+  Put(StepKind::kEndJoin, 0, saved, node->kind);
   PointBehind(begin);
   CloseCell();
 }
 
 void ProgramMaker::WriteExtreme(const ExprNode* call) {
-  const bool largest = call->kind == kMax;
-  Write(call->left);
-  if (call->right == nullptr) return;
-  const ExprNode* second = call->right->left;
-  if (call->right->right == nullptr && IsLeaf(second)) {
-    Put(largest ? StepKind::kLargerFirst : StepKind::kSmallerFirst, CellOf(second));
-    return;
+  const StepKind last = call->kind == kMax ? StepKind::kLarger : StepKind::kSmaller;
+  const StepKind first = call->kind == kMax ? StepKind::kLargerFirst : StepKind::kSmallerFirst;
+  const ExprNode* link = call->right;
+  if (link == nullptr) return Write(call->left);
+  if (link->right == nullptr) {
+    const ExprNode both{call->left, link->left, call->kind, {0}, {0}};
+    return WriteBoth(&both, first, last);
   }
+  Write(call->left);
   int saved = 0;
-  for (const ExprNode* link = call->right; link != nullptr; link = link->right, ++saved) {
+  for (; link != nullptr; link = link->right, ++saved) {
     Put(StepKind::kSave, OpenCell());
     Write(link->left);
   }
   for (; saved > 0; --saved) {
-    Put(largest ? StepKind::kLarger : StepKind::kSmaller, next_save_ - 1);
+    Put(last, next_save_ - 1);
     CloseCell();
   }
 }
@@ -309,7 +352,7 @@ void ProgramMaker::WriteCall(const ExprNode* node) {
       Put(StepKind::kLog, 0);
       break;
     default:
-      Put(StepKind::kFunction, 0).rule = static_cast<unsigned char>(node->kind);
+      Put(StepKind::kFunction, 0, 0, node->kind);
   }
 }
 

@@ -14,17 +14,14 @@
 namespace lorv {
 
 enum class StepKind : std::uint8_t {
-  kLoad,             // takes a cell's number in hand
-  kSave,             // puts the number in hand into a cell
+  // These may load the hand from a cell first.
   kAdd,              // hand + cell
   kSubtract,         // hand - cell
   kSubtractFrom,     // cell - hand
   kMultiply,         // hand * cell
   kDivide,           // hand / cell, an error for a cell of 0
   kDivideSilently,   // the same, the error told before
-  kCheckDivisor,     // an error for a cell of 0
   kPower,            // hand to the cell's power
-  kProduct,          // cell * other cell
   kAddProduct,       // hand + cell * other cell
   kSubtractProduct,  // hand - cell * other cell
   kLarger,           // MAX of a cell before the hand
@@ -37,6 +34,10 @@ enum class StepKind : std::uint8_t {
   kGreaterEqual,
   kEqual,
   kNotEqual,
+  // These not.
+  kLoad,          // takes a cell's number in hand
+  kSave,          // puts the number in hand into a cell
+  kCheckDivisor,  // an error for a cell of 0
   kNegate,
   kAbsolute,
   kNot,
@@ -45,12 +46,16 @@ enum class StepKind : std::uint8_t {
   kFunction,  // the function of one number that `rule` names
   kAnd,       // saves the hand; goes on behind the matching end with 0 unless the hand is a truth
   kOr,        // the same with 1 if it is one
-  kEndJoin,   // whether the hand is a truth
+  kEndJoin,   // whether the hand is a truth; `other` is the cell and `rule` the node kind of the beginning
   kIf,        // saves the hand; goes on behind the matching kElse unless the hand is above 0
-  kElse,      // saves the hand; goes on behind the matching kEndIf
-  kEndIf,
+  kElse,      // saves the hand; goes on behind the matching kEndIf; `other` is the cell of the kIf
+  kEndIf,     // `cell` and `other` as at the kElse
   kEnd,
 };
+
+constexpr bool MayLoad(StepKind kind) {
+  return kind <= StepKind::kNotEqual;
+}
 
 // What a step may write beside the number.
 struct WorkState {
@@ -62,17 +67,22 @@ struct Step {
   // Works this step and all behind it.
   double (*run)(const Step* step, double hand, WorkState* state);
   StepKind kind;
-  unsigned char rule;  // kFunction: the function's node kind
-  std::uint16_t cell;  // kAnd, kOr, kIf, kElse: where the hand is saved
-  std::uint16_t
-      other;  // products: the second factor; kElse, kEndIf: the cell of the kIf; ends: of their beginning
-  std::uint16_t onward;  // of a step that may go on elsewhere: how many steps further on
+  std::uint8_t rule;
+  std::uint16_t cell;
+  std::uint16_t other;
+  // Of a step that may load: the cell that it loads first, or kNoLoad. Of one that may go on elsewhere: how
+  // many steps further on.
+  std::uint16_t further;
+
+  static constexpr std::uint16_t kNoLoad = 0xFFFF;
+  bool Loads() const { return MayLoad(kind) && further != kNoLoad; }
 };
 
 class FormulaProgram {
  public:
   // Cells: first those of the variables, then the constants, then room for numbers on their way.
   static constexpr std::size_t kMaxCells = 4096;
+  static constexpr std::size_t kMaxSteps = 0x8000;
 
   // The variable that a number leaf stands for, or -1 for a constant.
   using SlotOf = std::function<int(const ExprNode*)>;
@@ -106,8 +116,8 @@ class FormulaProgram {
   std::size_t constant_end_ = 0;
 };
 
-// What works each kind of step on single numbers.
+// What works a step on single numbers.
 using StepWork = double (*)(const Step*, double, WorkState*);
-StepWork WorkOf(StepKind kind);
+StepWork WorkOf(const Step& step);
 
 }  // namespace lorv

@@ -63,7 +63,4 @@ inline double Smaller(double number, double best) {
   return best <= number ? best : number;
 }
 
-// A function of one number whose argument is in its domain: all but those that pick, compare or search.
-double NumberFunction(unsigned short kind, double x);
-
 }  // namespace lorv

@@ -16,8 +16,9 @@ bool RepeatedFormula::CompareNames(const CMapValue& values) {
 }
 
 void RepeatedFormula::WriteValues(GrowingEdit& text) const {
+  const double* value = plan_.Values();
   for (const FormulaPlan::Slot& slot : plan_.Slots())
-    SubstituteValue(text, static_cast<LPCTSTR>(names_[slot.entry]), slot.value);
+    SubstituteValue(text, static_cast<LPCTSTR>(names_[slot.entry]), *value++);
 }
 
 void RepeatedFormula::Note(TextView formula, const CMapValue& values) {

@@ -6,6 +6,7 @@
 #include "TEXPRESSCAL/formula_plan.h"
 #include "TEXPRESSCAL/map_value.h"
 #include "TEXPRESSCAL/text_edit.h"
+#include "TEXPRESSCAL/typed_text.h"
 
 namespace lorv {
 
@@ -15,6 +16,10 @@ class RepeatedFormula {
  public:
   // Another formula has been set.
   void Forget() { seen_ = tried_ = planned_ = false; }
+
+  // The formula as it was typed last: whether it is typed so again is quickly seen.
+  bool IsTyped(LPCTSTR text) const { return typed_.Is(text); }
+  void Remember(TextView typed) { typed_.Remember(typed); }
 
   // Works the formula; false, with nothing changed, where the text has to be worked.
   bool Work(const CMapValue& values, double& result, int& error) {
@@ -31,6 +36,7 @@ class RepeatedFormula {
   bool HasSameNames(const CMapValue& values) { return layout_ == values.Layout() || CompareNames(values); }
   bool CompareNames(const CMapValue& values);
 
+  TypedText typed_;
   FormulaPlan plan_;
   std::vector<CStrCmp> names_;
   std::uint64_t layout_ = 0;  // of the map that was last found to have these names

@@ -3,6 +3,10 @@
 #include <cmath>
 #include <cstddef>
 
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
 // A value stands in a formula as a short text, and what is worked is the number which that text reads as. For
 // nearly all values that number follows from the value by arithmetic alone.
 namespace lorv {
@@ -14,8 +18,10 @@ struct ReadingBounds {
   static constexpr double kLimit = 0x1p36;  // in units: below it, a value times kUnits is off by a hair only
   static constexpr double kSurely = 0.499;  // nearer to a whole unit than this, rounding surely leads there
   static constexpr double kToWhole = 0x1p52;  // adding and taking it away leaves the nearest whole number
-  static constexpr double kThird = 333;       // in units: the texts of thirds are used for less than one unit
-  static constexpr double kTwoThirds = 667;   // around them, which these and their two neighbours cover
+  // In units: the texts of thirds are used less than one unit around them, which the numbers 332 to 334 and
+  // 666 to 668 cover: those within 1 of kThirds in distance from kMiddle.
+  static constexpr double kMiddle = 500;
+  static constexpr double kThirds = 167;
 };
 
 // True, with the number in `reading`, where it follows; else `reading` holds nothing of use. A zero keeps the
@@ -28,10 +34,35 @@ inline bool ReadsPlainly(double value, double& reading) {
   const double whole = (units + Bounds::kToWhole) - Bounds::kToWhole;
   // The quotient of two exact numbers is the rounded value that reading the digits gives as well.
   reading = std::copysign(whole / Bounds::kUnits, value);
-  // No short cuts among the tests: each alone is cheap, and a value hardly ever fails one.
-  const bool plain = (units < Bounds::kLimit) & (std::fabs(units - whole) < Bounds::kSurely) &
-                     (std::fabs(whole - Bounds::kThird) > 1) & (std::fabs(whole - Bounds::kTwoThirds) > 1);
+  return units < Bounds::kLimit && std::fabs(units - whole) < Bounds::kSurely &&
+         std::fabs(std::fabs(whole - Bounds::kMiddle) - Bounds::kThirds) > 1;
+}
+
+// The same for an even count of values at a time: true where the numbers of all of them follow.
+inline bool AllReadPlainly(const double* values, double* readings, std::size_t count) {
+#if defined(__SSE2__)
+  using Bounds = ReadingBounds;
+  const __m128d sign = _mm_set1_pd(-0.0);
+  const __m128d to_whole = _mm_set1_pd(Bounds::kToWhole), unit = _mm_set1_pd(Bounds::kUnits);
+  __m128d plain = _mm_castsi128_pd(_mm_set1_epi32(-1));
+  for (std::size_t i = 0; i < count; i += 2) {
+    const __m128d value = _mm_loadu_pd(values + i);
+    const __m128d units = _mm_mul_pd(_mm_andnot_pd(sign, value), unit);
+    const __m128d whole = _mm_sub_pd(_mm_add_pd(units, to_whole), to_whole);
+    _mm_storeu_pd(readings + i, _mm_or_pd(_mm_div_pd(whole, unit), _mm_and_pd(sign, value)));
+    const __m128d off = _mm_andnot_pd(sign, _mm_sub_pd(units, whole));
+    const __m128d from_middle = _mm_andnot_pd(sign, _mm_sub_pd(whole, _mm_set1_pd(Bounds::kMiddle)));
+    const __m128d from_thirds = _mm_andnot_pd(sign, _mm_sub_pd(from_middle, _mm_set1_pd(Bounds::kThirds)));
+    plain = _mm_and_pd(plain, _mm_cmplt_pd(units, _mm_set1_pd(Bounds::kLimit)));
+    plain = _mm_and_pd(plain, _mm_cmplt_pd(off, _mm_set1_pd(Bounds::kSurely)));
+    plain = _mm_and_pd(plain, _mm_cmpgt_pd(from_thirds, _mm_set1_pd(1)));
+  }
+  return _mm_movemask_pd(plain) == 3;
+#else
+  bool plain = true;
+  for (std::size_t i = 0; i < count; ++i) plain = ReadsPlainly(values[i], readings[i]) && plain;
   return plain;
+#endif
 }
 
 }  // namespace lorv
