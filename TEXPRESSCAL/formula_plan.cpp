@@ -117,6 +117,7 @@ bool PutStandIns(SlotEdit& edit, const CMapValue& values, std::vector<std::size_
 bool FormulaPlan::Make(TextView formula, const CMapValue& values) {
   slots_.clear();
   close_slots_.clear();
+  places_.clear();
   SlotEdit edit(formula);
   std::vector<std::size_t> least_texts;
   if (IsPlainNumber(formula) || !PutStandIns(edit, values, least_texts)) return false;
@@ -150,7 +151,9 @@ void FormulaPlan::MakeSlots(const PlanReader& reader, const std::vector<std::siz
     slots_.push_back({name, least_texts[name], negative});
     if (!IsFree(slots_.back())) close_slots_.push_back(slots_.size() - 1);
   }
-  values_.assign((slots_.size() + 1) / 2 * 2, 0.0);
+  for (const Slot& slot : slots_) places_.push_back(slot.entry);
+  if (places_.size() % 2 != 0) places_.push_back(places_.back());
+  values_.resize(places_.size());
 }
 
 int FormulaPlan::SlotOf(std::size_t name) const {
@@ -161,9 +164,8 @@ int FormulaPlan::SlotOf(std::size_t name) const {
 
 bool FormulaPlan::Work(const CMapValue& values, double& result, int& error) {
   const CMapValue::const_iterator entries = values.begin();
-  double* at = values_.data();
-  for (const Slot& slot : slots_) *at++ = entries[static_cast<std::ptrdiff_t>(slot.entry)].second;
-  if (!AllReadPlainly(values_.data(), program_.Slots(), values_.size())) return false;
+  const auto place = [&](std::size_t i) { return &entries[static_cast<std::ptrdiff_t>(places_[i])].second; };
+  if (!AllReadPlainly(places_.size(), place, values_.data(), program_.Slots())) return false;
   for (const std::size_t i : close_slots_) {
     if (!FitsClosely(slots_[i], values_[i])) return false;
   }

@@ -52,7 +52,8 @@ class FormulaPlan {
 
   std::vector<Slot> slots_;
   std::vector<std::size_t> close_slots_;  // the indexes of those that are not free
-  std::vector<double> values_;            // zeros behind them up to an even count
+  std::vector<std::size_t> places_;       // the slots' entries; the last one again up to an even count
+  std::vector<double> values_;            // of these places
   FormulaProgram program_;
 };
 

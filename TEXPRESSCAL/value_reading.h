@@ -38,15 +38,19 @@ inline bool ReadsPlainly(double value, double& reading) {
          std::fabs(std::fabs(whole - Bounds::kMiddle) - Bounds::kThirds) > 1;
 }
 
-// The same for an even count of values at a time: true where the numbers of all of them follow.
-inline bool AllReadPlainly(const double* values, double* readings, std::size_t count) {
+// The same for an even count of values at a time, the i-th of which stands at `place(i)`: true where the
+// numbers of all of them follow. The values are copied to `values`. Each goes straight from its place into a
+// register: a pair that is written singly and read again as one holds the processor up.
+template <class Place>
+bool AllReadPlainly(std::size_t count, const Place& place, double* values, double* readings) {
 #if defined(__SSE2__)
   using Bounds = ReadingBounds;
   const __m128d sign = _mm_set1_pd(-0.0);
   const __m128d to_whole = _mm_set1_pd(Bounds::kToWhole), unit = _mm_set1_pd(Bounds::kUnits);
   __m128d plain = _mm_castsi128_pd(_mm_set1_epi32(-1));
   for (std::size_t i = 0; i < count; i += 2) {
-    const __m128d value = _mm_loadu_pd(values + i);
+    const __m128d value = _mm_loadh_pd(_mm_load_sd(place(i)), place(i + 1));
+    _mm_storeu_pd(values + i, value);
     const __m128d units = _mm_mul_pd(_mm_andnot_pd(sign, value), unit);
     const __m128d whole = _mm_sub_pd(_mm_add_pd(units, to_whole), to_whole);
     _mm_storeu_pd(readings + i, _mm_or_pd(_mm_div_pd(whole, unit), _mm_and_pd(sign, value)));
@@ -60,7 +64,10 @@ inline bool AllReadPlainly(const double* values, double* readings, std::size_t c
   return _mm_movemask_pd(plain) == 3;
 #else
   bool plain = true;
-  for (std::size_t i = 0; i < count; ++i) plain = ReadsPlainly(values[i], readings[i]) && plain;
+  for (std::size_t i = 0; i < count; ++i) {
+    values[i] = *place(i);
+    plain = ReadsPlainly(values[i], readings[i]) && plain;
+  }
   return plain;
 #endif
 }
