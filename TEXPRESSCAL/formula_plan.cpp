@@ -151,7 +151,8 @@ void FormulaPlan::MakeSlots(const PlanReader& reader, const std::vector<std::siz
     slots_.push_back({name, least_texts[name], negative});
     if (!IsFree(slots_.back())) close_slots_.push_back(slots_.size() - 1);
   }
-  for (const Slot& slot : slots_) places_.push_back(slot.entry);
+  for (const Slot& slot : slots_)
+    places_.push_back(slot.entry * sizeof(CMapValue::value_type) + offsetof(CMapValue::value_type, second));
   if (places_.size() % 2 != 0) places_.push_back(places_.back());
   values_.resize(places_.size());
 }
@@ -163,14 +164,17 @@ int FormulaPlan::SlotOf(std::size_t name) const {
 }
 
 bool FormulaPlan::Work(const CMapValue& values, double& result, int& error) {
-  const CMapValue::const_iterator entries = values.begin();
-  const auto place = [&](std::size_t i) { return &entries[static_cast<std::ptrdiff_t>(places_[i])].second; };
+  const char* const first = values.empty() ? nullptr : reinterpret_cast<const char*>(&*values.begin());
+  const auto place = [=, this](std::size_t i) { return reinterpret_cast<const double*>(first + places_[i]); };
   if (!AllReadPlainly(places_.size(), place, values_.data(), program_.Slots())) return false;
-  for (const std::size_t i : close_slots_) {
-    if (!FitsClosely(slots_[i], values_[i])) return false;
-  }
+  if (!close_slots_.empty() && !AllFitClosely()) return false;
   result = program_.Work(error);
   return true;
+}
+
+bool FormulaPlan::AllFitClosely() const {
+  return std::all_of(close_slots_.begin(), close_slots_.end(),
+                     [this](std::size_t i) { return FitsClosely(slots_[i], values_[i]); });
 }
 
 bool FormulaPlan::FitsClosely(const Slot& slot, double value) {

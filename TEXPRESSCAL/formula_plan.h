@@ -47,13 +47,15 @@ class FormulaPlan {
 
  private:
   static bool FitsClosely(const Slot& slot, double value);
+  bool AllFitClosely() const;
   void MakeSlots(const PlanReader& reader, const std::vector<std::size_t>& least_texts);
   int SlotOf(std::size_t name) const;
 
   std::vector<Slot> slots_;
   std::vector<std::size_t> close_slots_;  // the indexes of those that are not free
-  std::vector<std::size_t> places_;       // the slots' entries; the last one again up to an even count
-  std::vector<double> values_;            // of these places
+  std::vector<std::size_t>
+      places_;  // the slots' values in bytes from the first; an even count, the last one twice
+  std::vector<double> values_;  // of these places
   FormulaProgram program_;
 };
 

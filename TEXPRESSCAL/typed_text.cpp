@@ -31,20 +31,20 @@ void TypedText::Remember(TextView text) {
 // readable as a whole, and what lies behind the terminator is left out of the comparison.
 __attribute__((no_sanitize("address"))) bool TypedText::IsWhole(LPCTSTR text) const {
   constexpr std::uintptr_t kPage = 4096;
-  const std::size_t count = length_ + 1;
-  for (std::size_t at = 0; at < count; at += kStep) {
-    const TCHAR* const known = units_.data() + at;
-    const std::size_t left = count - at;
-    if (reinterpret_cast<std::uintptr_t>(text + at) % kPage > kPage - kStep * sizeof(TCHAR)) {
-      if (!AreSame(text + at, known, left < kStep ? left : kStep)) return false;
-      continue;
-    }
+  const TCHAR* const known = units_.data();
+  if (reinterpret_cast<std::uintptr_t>(text) % kPage + units_.size() * sizeof(TCHAR) > kPage)
+    return AreSame(text, known, length_ + 1);
+  const auto differing = [=](std::size_t at) {
     const __m128i typed = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + at));
-    const __m128i same = _mm_cmpeq_epi16(typed, _mm_loadu_si128(reinterpret_cast<const __m128i*>(known)));
-    const unsigned counting = left < kStep ? (1U << 2 * left) - 1 : 0xFFFFU;
-    if ((static_cast<unsigned>(_mm_movemask_epi8(same)) & counting) != counting) return false;
+    const __m128i same =
+        _mm_cmpeq_epi16(typed, _mm_loadu_si128(reinterpret_cast<const __m128i*>(known + at)));
+    return static_cast<unsigned>(_mm_movemask_epi8(same)) ^ 0xFFFFU;
+  };
+  std::size_t at = 0;
+  for (; at + kStep <= length_; at += kStep) {
+    if (differing(at) != 0) return false;
   }
-  return true;
+  return (differing(at) & ((4U << 2 * (length_ - at)) - 1)) == 0;  // the terminator counts
 }
 
 #else

@@ -45,9 +45,11 @@ template <class Place>
 bool AllReadPlainly(std::size_t count, const Place& place, double* values, double* readings) {
 #if defined(__SSE2__)
   using Bounds = ReadingBounds;
-  const __m128d sign = _mm_set1_pd(-0.0);
-  const __m128d to_whole = _mm_set1_pd(Bounds::kToWhole), unit = _mm_set1_pd(Bounds::kUnits);
-  __m128d plain = _mm_castsi128_pd(_mm_set1_epi32(-1));
+  const __m128d sign = _mm_set1_pd(-0.0), unit = _mm_set1_pd(Bounds::kUnits);
+  const __m128d to_whole = _mm_set1_pd(Bounds::kToWhole), surely = _mm_set1_pd(Bounds::kSurely);
+  const __m128d middle = _mm_set1_pd(Bounds::kMiddle), thirds = _mm_set1_pd(Bounds::kThirds);
+  __m128d largest = _mm_setzero_pd(), nearest_third = _mm_set1_pd(Bounds::kThirds);
+  __m128d is_near = _mm_cmpeq_pd(sign, sign);  // also false for what is no number
   for (std::size_t i = 0; i < count; i += 2) {
     const __m128d value = _mm_loadh_pd(_mm_load_sd(place(i)), place(i + 1));
     _mm_storeu_pd(values + i, value);
@@ -55,13 +57,14 @@ bool AllReadPlainly(std::size_t count, const Place& place, double* values, doubl
     const __m128d whole = _mm_sub_pd(_mm_add_pd(units, to_whole), to_whole);
     _mm_storeu_pd(readings + i, _mm_or_pd(_mm_div_pd(whole, unit), _mm_and_pd(sign, value)));
     const __m128d off = _mm_andnot_pd(sign, _mm_sub_pd(units, whole));
-    const __m128d from_middle = _mm_andnot_pd(sign, _mm_sub_pd(whole, _mm_set1_pd(Bounds::kMiddle)));
-    const __m128d from_thirds = _mm_andnot_pd(sign, _mm_sub_pd(from_middle, _mm_set1_pd(Bounds::kThirds)));
-    plain = _mm_and_pd(plain, _mm_cmplt_pd(units, _mm_set1_pd(Bounds::kLimit)));
-    plain = _mm_and_pd(plain, _mm_cmplt_pd(off, _mm_set1_pd(Bounds::kSurely)));
-    plain = _mm_and_pd(plain, _mm_cmpgt_pd(from_thirds, _mm_set1_pd(1)));
+    const __m128d from_middle = _mm_andnot_pd(sign, _mm_sub_pd(whole, middle));
+    largest = _mm_max_pd(largest, units);
+    is_near = _mm_and_pd(is_near, _mm_cmplt_pd(off, surely));
+    nearest_third = _mm_min_pd(nearest_third, _mm_andnot_pd(sign, _mm_sub_pd(from_middle, thirds)));
   }
-  return _mm_movemask_pd(plain) == 3;
+  const __m128d is_small = _mm_cmplt_pd(largest, _mm_set1_pd(Bounds::kLimit));
+  const __m128d is_no_third = _mm_cmpgt_pd(nearest_third, _mm_set1_pd(1));
+  return _mm_movemask_pd(_mm_and_pd(is_near, _mm_and_pd(is_small, is_no_third))) == 3;
 #else
   bool plain = true;
   for (std::size_t i = 0; i < count; ++i) {
