@@ -6,6 +6,7 @@
 #include "TEXPRESSCAL/number_rules.h"
 
 namespace lorv {
+
 double Evaluator::Function(const ExprNode* call, int room) {
   switch (call->kind) {
     case kMax:
