@@ -4,6 +4,7 @@
 
 #include "TEXPRESSCAL/capitals.h"
 #include "TEXPRESSCAL/evaluator.h"
+#include "TEXPRESSCAL/one_pass.h"
 #include "TEXPRESSCAL/substitution.h"
 #include "TEXPRESSCAL/value_pairs.h"
 #include "framework/number_text.h"
@@ -47,6 +48,7 @@ CAdExpCalculate::CAdExpCalculate(const CAdExpCalculate& other)
 CAdExpCalculate& CAdExpCalculate::operator=(const CAdExpCalculate& other) {
   if (this == &other) return *this;
   m_KeyWords = other.m_KeyWords;
+  known_.Forget();
   m_szExpr = other.m_szExpr;
   m_szCalcExpr = other.WorkText();
   work_text_ = WorkTextState::kWritten;
@@ -87,6 +89,7 @@ void CAdExpCalculate::SetExpr(LPCTSTR formula) {
 lorv::GrowingEdit& CAdExpCalculate::WorkText() const {
   if (work_text_ != WorkTextState::kWritten) m_szCalcExpr = m_szExpr;
   if (work_text_ == WorkTextState::kHasPlannedValues) repeated_.WriteValues(m_szCalcExpr);
+  if (work_text_ == WorkTextState::kHasPlaces) places_.WriteInto(m_szCalcExpr);
   work_text_ = WorkTextState::kWritten;
   return m_szCalcExpr;
 }
@@ -139,15 +142,23 @@ double CAdExpCalculate::Calculate(int& error) {
     error = ErrorForCaller(error);
     return error == 0 ? value : 0;
   }
-  const TextView text = WorkText().View();
-  if (lorv::IsPlainNumber(text)) {
-    error = 0;
-    return lorv::ReadReal(text);
+  error = 0;
+  if (!WorkInOnePass(value)) {
+    const TextView text = WorkText().View();
+    if (lorv::IsPlainNumber(text)) return lorv::ReadReal(text);
+    const int parsed = ReplExprWithVal();
+    value = CalcParsed(parsed, error);
   }
-  const int parsed = ReplExprWithVal();
-  value = CalcParsed(parsed, error);
   if (is_set_again) repeated_.Note(m_szExpr.View(), *m_pMapValue);
   return error == 0 ? value : 0;
+}
+
+// A plain number comes out of the pass as it is read.
+bool CAdExpCalculate::WorkInOnePass(double& value) {
+  if (work_text_ != WorkTextState::kIsFormula) return false;
+  if (!lorv::OnePass(m_szExpr.Text(), *m_pMapValue, places_).Work(value)) return false;
+  work_text_ = WorkTextState::kHasPlaces;
+  return true;
 }
 
 void CAdExpCalculate::ReplExprWithVal2(LPTSTR text) const {
@@ -198,11 +209,17 @@ void CAdExpCalculate::ClearAllValue() {
 }
 
 int CAdExpCalculate::SetVarValue(LPCTSTR name, const double& value, bool keepExisting) {
-  const auto [place, fresh] = m_pMapValue->Place(name);
+  const lorv::NameWord word = lorv::WordOfName(name);
+  const auto [place, fresh] = m_pMapValue->Place(name, word);
   if (fresh || !keepExisting) *place = value;
-  // Looked for first: most names come again and again.
-  if (name == nullptr || m_KeyWords.FindKey(name) < 0) m_KeyWords.AddSorted(CStrCmp(name));
+  if (!known_.Holds(word)) AddKeyWord(name, word);
   return 1;
+}
+
+// Looked for first: most names come again and again.
+void CAdExpCalculate::AddKeyWord(LPCTSTR name, lorv::NameWord word) {
+  if (name == nullptr || m_KeyWords.FindKey(name) < 0) m_KeyWords.AddSorted(CStrCmp(name));
+  known_.Remember(word);
 }
 
 int CAdExpCalculate::SetVarValue(const CMapValue& values) {

@@ -5,9 +5,11 @@
 #include <vector>
 
 #include "TEXPRESSCAL/expression.h"
+#include "TEXPRESSCAL/keyword_memory.h"
 #include "TEXPRESSCAL/keyword_set.h"
 #include "TEXPRESSCAL/map_value.h"
 #include "TEXPRESSCAL/repeated_formula.h"
+#include "TEXPRESSCAL/value_places.h"
 #include "framework/string_array.h"
 
 // Works a formula with named values: holds one formula, the values of its variables, and the names allowed in
@@ -140,17 +142,21 @@ class COMM_LORV_API CAdExpCalculate : public CValidParameter {
   int ReplExprWithVal() const;
   lorv::GrowingEdit& WorkText() const;
   void UseOwnMap();
+  bool WorkInOnePass(double& value);
+  void AddKeyWord(LPCTSTR name, lorv::NameWord word);
   void MakeKeyWord(TDefsetVars& set, LPCTSTR name) const;
 
   mutable TDefsetVars m_KeyWords;
+  mutable lorv::KeywordMemory known_;
   lorv::GrowingEdit m_szExpr;
   // Grows where values are longer than their names: nothing is cut here. Read through WorkText() alone: what
   // has not been asked for is not always written.
   mutable lorv::GrowingEdit m_szCalcExpr;
-  enum class WorkTextState { kWritten, kIsFormula, kHasPlannedValues };
+  enum class WorkTextState { kWritten, kIsFormula, kHasPlannedValues, kHasPlaces };
   mutable WorkTextState work_text_ = WorkTextState::kWritten;
   lorv::RepeatedFormula repeated_;
   bool is_repeated_ = false;  // the formula was set again since it came
+  lorv::ValuePlaces places_;
   CMapValue* m_pMapValue = nullptr;
   bool m_bExternalMap = false;
   bool m_bTooLong = false;

@@ -13,6 +13,7 @@ void CAdExpCalculate::MakeKeyWord(TDefsetVars& set, LPCTSTR name) const {
 
 int CAdExpCalculate::SetKeyWord(const CStringArray& names) {
   m_KeyWords.clear();
+  known_.Forget();
   m_KeyWords.reserve(static_cast<std::size_t>(names.GetSize()));
   for (int i = 0; i < names.GetSize(); ++i) MakeKeyWord(m_KeyWords, names.GetAt(i));
   return static_cast<int>(m_KeyWords.size());
@@ -36,6 +37,7 @@ int CAdExpCalculate::SetKeyWord(const CString& classId, const CStringArray& firs
   const TDefsetVars* set = GetSetKeyWord(classId, first, second);
   if (set == nullptr) return 0;
   m_KeyWords = *set;
+  known_.Forget();
   return static_cast<int>(set->size());
 }
 
@@ -45,6 +47,7 @@ int CAdExpCalculate::AppendKeyWord(const CString& classId, const CStringArray& f
   if (set == nullptr) return 0;
   if (m_KeyWords.empty()) {
     m_KeyWords = *set;
+    known_.Forget();
   } else {
     for (const CStrCmp& name : *set) m_KeyWords.AddSorted(name);
   }
@@ -54,6 +57,7 @@ int CAdExpCalculate::AppendKeyWord(const CString& classId, const CStringArray& f
 void CAdExpCalculate::ClearStaticKeyWord() const {
   m_mapClassIdWithKeyWord.clear();
   m_KeyWords.clear();
+  known_.Forget();
 }
 
 CString CAdExpCalculate::GetSplitKeyWord(LPCTSTR text) const {

@@ -34,7 +34,7 @@ COMM_LORV_API const FunctionTable& Functions();
 
 // A function's name as a word, made of its units in order; letter case falls away.
 constexpr std::uint64_t AppendToWord(std::uint64_t word, TCHAR c) {
-  return word << 8 | (c & 0xDF);
+  return word << 8 | ((c | 0x20) & 0xFF);
 }
 
 // Function names have at most this many units. A name of no more is in its word as a whole.

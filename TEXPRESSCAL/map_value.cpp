@@ -1,5 +1,6 @@
 #include "TEXPRESSCAL/map_value.h"
 
+#include <algorithm>
 #include <atomic>
 
 #include "TEXPRESSCAL/value_pairs.h"
@@ -10,6 +11,28 @@ namespace {
 
 constexpr int kStoredDecimals = 5;
 constexpr int kNumberText = 64;
+
+using lorv::NameWord;
+
+// A key that does not stand in capitals is equal to one that does, but is not found in a text of capitals.
+NameWord WordOfKey(const CStrCmp& key) {
+  for (LPCTSTR at = key; *at != 0; ++at) {
+    if (*at != lorv::ToUpper(*at)) return 0;
+  }
+  return lorv::WordOfName(key);
+}
+
+// Of a key without a word. Units that are no ASCII are in no text of ASCII, and a long name of letters and
+// digits is no part of shorter runs.
+bool IsOdd(const CStrCmp& key) {
+  bool plain = lorv::IsAsciiLetter(*static_cast<LPCTSTR>(key));
+  int length = 0;
+  for (LPCTSTR at = key; *at != 0; ++at, ++length) {
+    if (*at >= 0x80) return false;
+    plain = plain && lorv::IsNameChar(*at);
+  }
+  return length > 0 && !(plain && length > lorv::kNameWordUnits);
+}
 
 }  // namespace
 
@@ -37,15 +60,38 @@ bool CMapValue::Holds(std::size_t at, const CStrCmp& name) const {
   return at < entries_.size() && entries_[at].first - name == 0;
 }
 
-std::pair<double*, bool> CMapValue::Place(LPCTSTR name) {
+// The entry that the last one leads to expect, the end, or what a search finds.
+std::size_t CMapValue::LowerBound(NameWord word) {
+  if (next_ < words_.size() && words_[next_] == word) return next_++;
+  next_ = words_.size();
+  if (words_.empty() || words_.back() < word) return next_++;
+  next_ = static_cast<std::size_t>(std::lower_bound(words_.begin(), words_.end(), word) - words_.begin());
+  return next_++;
+}
+
+std::pair<double*, bool> CMapValue::Place(LPCTSTR name, NameWord word) {
+  if (word == 0 || others_ != 0) return PlaceOther(name);
+  const std::size_t at = LowerBound(word);
+  const bool fresh = at == words_.size() || words_[at] != word;
+  if (fresh) Insert(at, CStrCmp::Capitals(name), 0, word);
+  return {&entries_[at].second, fresh};
+}
+
+std::pair<double*, bool> CMapValue::PlaceOther(LPCTSTR name) {
   const CStrCmp key = CStrCmp::Capitals(name);
   const std::size_t at = LowerBound(key);
   const bool fresh = !Holds(at, key);
-  if (fresh) {
-    entries_.insert(begin() + static_cast<std::ptrdiff_t>(at), {key, 0.0});
-    layout_ = 0;
-  }
+  if (fresh) Insert(at, key, 0, lorv::WordOfName(key));
   return {&entries_[at].second, fresh};
+}
+
+void CMapValue::Insert(std::size_t at, const CStrCmp& name, double value, NameWord word) {
+  entries_.emplace(begin() + static_cast<std::ptrdiff_t>(at), name, value);
+  words_.insert(words_.begin() + static_cast<std::ptrdiff_t>(at), word);
+  layout_ = 0;
+  if (word != 0) return;
+  ++others_;
+  if (IsOdd(name)) ++odd_;
 }
 
 CMapValue::const_iterator CMapValue::find(const CStrCmp& name) const {
@@ -61,6 +107,12 @@ CMapValue::iterator CMapValue::find(const CStrCmp& name) {
 std::size_t CMapValue::erase(const CStrCmp& name) {
   const iterator at = find(name);
   if (at == end()) return 0;
+  const auto word = words_.begin() + (at - begin());
+  if (*word == 0) {
+    --others_;
+    if (IsOdd(at->first)) --odd_;
+  }
+  words_.erase(word);
   entries_.erase(at);
   layout_ = 0;
   return 1;
@@ -69,9 +121,8 @@ std::size_t CMapValue::erase(const CStrCmp& name) {
 std::pair<CMapValue::iterator, bool> CMapValue::insert(const value_type& entry) {
   const std::size_t at = LowerBound(entry.first);
   const bool fresh = !Holds(at, entry.first);
-  const auto place = begin() + static_cast<std::ptrdiff_t>(at);
-  if (fresh) layout_ = 0;
-  return {fresh ? entries_.insert(place, entry) : place, fresh};
+  if (fresh) Insert(at, entry.first, entry.second, WordOfKey(entry.first));
+  return {begin() + static_cast<std::ptrdiff_t>(at), fresh};
 }
 
 CString lorv::MapNumberText(double value) {

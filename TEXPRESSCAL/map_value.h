@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "TEXPRESSCAL/name_word.h"
 #include "containers/str_cmp.h"
 #include "framework/cstring.h"
 
@@ -36,14 +37,17 @@ class COMM_LORV_API CMapValue {
   void clear() {
     entries_.clear();
     layout_ = 0;
+    words_.clear();
+    next_ = others_ = odd_ = 0;
   }
 
   const_iterator find(const CStrCmp& name) const;
   iterator find(const CStrCmp& name);
   std::size_t count(const CStrCmp& name) const { return find(name) == end() ? 0 : 1; }
   std::size_t erase(const CStrCmp& name);
-  // The place of a name's value, and whether it is new.
-  std::pair<double*, bool> Place(LPCTSTR name);
+  // The place of a name's value, and whether it is new. Who has the name's word already hands it over.
+  std::pair<double*, bool> Place(LPCTSTR name) { return Place(name, lorv::WordOfName(name)); }
+  std::pair<double*, bool> Place(LPCTSTR name, lorv::NameWord word);
   // Stores the key as it stands; true when it was new. A value already there stays.
   std::pair<iterator, bool> insert(const value_type& entry);
 
@@ -51,13 +55,26 @@ class COMM_LORV_API CMapValue {
   // keeps its layout until a name comes or goes. Never 0.
   std::uint64_t Layout() const { return layout_ != 0 ? layout_ : NumberLayout(); }
 
+  // The words of the names, entry by entry. A name that is not stored in capitals has none.
+  const std::vector<lorv::NameWord>& Words() const { return words_; }
+  // Whether a name without a word could be found in a text of capitals, digits, "_" and signs of ASCII even
+  // so, not taking up a whole run of letters and digits of more than a word's length.
+  bool HasOddNames() const { return odd_ != 0; }
+
  private:
   std::uint64_t NumberLayout() const;
   std::size_t LowerBound(const CStrCmp& name) const;
+  std::size_t LowerBound(lorv::NameWord word);
   bool Holds(std::size_t at, const CStrCmp& name) const;
+  std::pair<double*, bool> PlaceOther(LPCTSTR name);
+  void Insert(std::size_t at, const CStrCmp& name, double value, lorv::NameWord word);
 
   std::vector<value_type> entries_;
   mutable std::uint64_t layout_ = 0;  // 0: not numbered since the names last changed
+  std::vector<lorv::NameWord> words_;
+  std::size_t next_ = 0;    // the entry that is expected to be placed next: callers keep to an order
+  std::size_t others_ = 0;  // names without a word
+  std::size_t odd_ = 0;
 };
 
 // A pair of texts: a name and what belongs to it. As text "strFirst:strSecond", in lists joined by ";".

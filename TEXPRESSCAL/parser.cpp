@@ -4,9 +4,9 @@
 #include <array>
 #include <cstdint>
 
+#include "TEXPRESSCAL/formula_number.h"
 #include "TEXPRESSCAL/function_table.h"
 #include "framework/char_class.h"
-#include "framework/number_text.h"
 
 namespace lorv {
 namespace {
@@ -36,14 +36,6 @@ int StrengthOf(TCHAR c) {
 
 // What a name counts as that the judge has accepted but nobody has given a value.
 constexpr double kPlaceholder = 1000000;
-
-constexpr std::array<double, 16> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-constexpr std::size_t kExactDigits = 15;
-
-[[gnu::noinline]] double LongNumber(LPCTSTR start, LPCTSTR end) {
-  return ReadReal({start, static_cast<std::size_t>(end - start)});
-}
 
 }  // namespace
 
@@ -79,37 +71,19 @@ unsigned int Parser::OperandEnd(unsigned int place, unsigned short kind) {
   return PlaceOf(at_);
 }
 
-// Digits and points in any mix: the second point ends the value, not the token.
-inline double Parser::ReadNumber() {
+inline ExprNode* Parser::ReadNumber() {
   const LPTSTR start = at_;
-  LPTSTR at = start;
-  std::uint64_t digits = 0;  // may overflow; it is then not used
-  const auto read_digits = [&at, &digits] {
-    for (; IsDigit(*at); ++at) digits = digits * 10 + static_cast<std::uint64_t>(*at - '0');
-  };
-  read_digits();
-  std::size_t count = static_cast<std::size_t>(at - start);
-  std::size_t decimals = 0;
-  if (*at == '.') {
-    const LPCTSTR behind_point = ++at;
-    read_digits();
-    decimals = static_cast<std::size_t>(at - behind_point);
-    count += decimals;
-    while (IsDigit(*at) || *at == '.') ++at;
-  }
-  at_ = at;
-  // Both numbers are exact, so the quotient is the correctly rounded value.
-  if (count <= kExactDigits)
-    return static_cast<double>(static_cast<__int64>(digits)) / kPowersOfTen[decimals];
-  return LongNumber(start, at);
+  LPCTSTR end = start;
+  const double value = ReadFormulaNumber(end);
+  at_ = start + (end - start);
+  return Number(value, start);
 }
 
 // A prefixed primary. Most are numbers with an operator or bracket behind them, which need no more looking
 // at.
 inline ExprNode* Parser::Operand() {
-  const LPCTSTR start = at_;
-  if (!IsDigit(*start)) return Prefix();
-  ExprNode* const number = Number(ReadNumber(), start);
+  if (!IsDigit(*at_)) return Prefix();
+  ExprNode* const number = ReadNumber();
   if (IsAsciiLetter(*at_)) return NameBehind(number);
   SkipBlanks();
   return number;
@@ -191,8 +165,7 @@ ExprNode* Parser::Bracket(TCHAR close) {
 }
 
 ExprNode* Parser::NumberOrName() {
-  const LPCTSTR start = at_;
-  ExprNode* number = IsDigit(*at_) ? Number(ReadNumber(), start) : nullptr;
+  ExprNode* number = IsDigit(*at_) ? ReadNumber() : nullptr;
   if (IsAsciiLetter(*at_)) return NameBehind(number);
   SkipBlanks();
   return number != nullptr ? number : Fail(ParseFault::kNoOperand, at_);

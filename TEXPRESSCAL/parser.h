@@ -88,7 +88,7 @@ class Parser {
   ExprNode* JudgedName(TextView name);
   ExprNode* Call(unsigned short kind, LPCTSTR name);
   bool Arguments(ExprNode* call, int& count);
-  double ReadNumber();
+  ExprNode* ReadNumber();
 
   unsigned int PlaceOf(LPCTSTR at) const { return static_cast<unsigned int>(at - text_); }
   ExprNode* Fail(ParseFault fault, LPCTSTR place) {
