@@ -64,11 +64,14 @@ inline Doublings Normalise(CoderState& state) {
 // Bits packed from the most significant one of each byte down.
 class BitWriter {
  public:
-  // The lowest `count` of `bits`, at most 32.
+  // Whole bytes still held back are those of an operation that failed.
+  void Start() { count_ %= 8; }
+
+  // The lowest `count` of `bits`, at most 32; the others are 0.
   void Put(std::uint32_t bits, int count, ByteSink& sink) {
     bits_ = bits_ << count | bits;
-    for (count_ += count; count_ >= 8; count_ -= 8)
-      sink.Put(static_cast<unsigned char>(bits_ >> (count_ - 8)));
+    count_ += count;
+    if (count_ >= 32) Pass(4, sink);
   }
 
   // `count` times the same bit.
@@ -79,9 +82,16 @@ class BitWriter {
     }
   }
 
+  // Passes on what is held back, but for bits that make no whole byte.
+  void PassWholeBytes(ByteSink& sink) { Pass(count_ / 8, sink); }
+
  private:
+  void Pass(int bytes, ByteSink& sink) {
+    for (; bytes > 0; --bytes, count_ -= 8) sink.Put(static_cast<unsigned char>(bits_ >> (count_ - 8)));
+  }
+
   std::uint64_t bits_ = 0;
-  int count_ = 0;  // bits that make no whole byte yet
+  int count_ = 0;  // bits not yet passed on, 31 at most
 };
 
 }  // namespace lorv::lzari

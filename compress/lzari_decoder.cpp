@@ -5,6 +5,8 @@
 #include <cstring>
 
 #include "compress/byte_order.h"
+#include "compress/lzari_model_steps.h"
+#include "compress/lzari_positions.h"
 
 namespace lorv::lzari {
 namespace {
@@ -18,18 +20,21 @@ class GuardedBits {
     // The batches below rest on a value within the range, which only a fresh state promises.
     const bool fresh = coder.low == 0 && coder.high == kQ4 && coder.value == 0 && reader_.mask == 0;
     for (int i = 0; i < kCodeBits; ++i) coder.value = 2 * coder.value + GetBit();
-    if (fresh && file_ == nullptr) batch_end_ = reader_.input.size();
+    if (!fresh || file_ != nullptr || reader_.input.size() <= kReserve) return;
+    bit_ = reader_.position * 8 -
+           static_cast<std::size_t>(std::countr_zero(static_cast<unsigned>(reader_.mask)));
+    batch_end_ = (reader_.input.size() - kReserve) * 8;
   }
 
   void Renormalise(CoderState& coder) {
-    // 34 bits at most are taken at once; none of them may lie in the last byte.
-    if (reader_.position + 8 < batch_end_) [[likely]]
+    if (bit_ < batch_end_) [[likely]]
       return Batch(coder);
+    LeaveBatches();
     while (Step(coder)) {
     }
   }
 
-  void Finish(const CoderState& /*coder*/) {}
+  void Finish(const CoderState& /*coder*/) { LeaveBatches(); }
 
  private:
   std::uint32_t GetBit() {
@@ -62,20 +67,26 @@ class GuardedBits {
 
   void Batch(CoderState& coder) {
     const Doublings doublings = Normalise(coder);
-    const int unread = std::countr_zero(static_cast<unsigned>(reader_.mask));
-    const std::size_t bit = reader_.position * 8 - static_cast<std::size_t>(unread);
-    const std::uint64_t word = LoadBig64(&reader_.input[bit / 8]) << bit % 8;
-    coder.TakeBits(doublings, word);
-    const std::size_t now =
-        bit + static_cast<std::size_t>(doublings.settled) + static_cast<std::size_t>(doublings.deferred);
-    reader_.position = (now + 7) / 8;
-    reader_.mask = 1 << (reader_.position * 8 - now);
+    coder.TakeBits(doublings, LoadBig64(reader_.input.data() + bit_ / 8) << bit_ % 8);
+    bit_ += static_cast<std::size_t>(doublings.settled) + static_cast<std::size_t>(doublings.deferred);
+  }
+
+  // The reader stands where it would if it had taken the bits one by one.
+  void LeaveBatches() {
+    if (batch_end_ == 0) return;
+    batch_end_ = 0;
+    reader_.position = (bit_ + 7) / 8;
+    reader_.mask = 1 << (reader_.position * 8 - bit_);
     reader_.buffer = reader_.input[reader_.position - 1];
   }
 
+  // 34 bits at most are taken at once, out of a word of 64, and none of them may lie in the last byte.
+  static constexpr std::size_t kReserve = 8;
+
   BitReader& reader_;
   ByteSource* file_;
-  std::size_t batch_end_ = 0;
+  std::size_t bit_ = 0;        // the next one of the input
+  std::size_t batch_end_ = 0;  // up to here bits are taken at once
 };
 
 // The exact decoder's bits: bounded by the code, zeros behind it, and no more of those than the encoder's
@@ -180,7 +191,7 @@ class Decoder {
   }
 
   int DecodePosition() {
-    const int position = BinarySearchPos(Point(PositionTotal()));
+    const int position = BinarySearchPos(Point(kPositionTotal));
     parts_.coder.Narrow(PositionShare(position));
     bits_.Renormalise(parts_.coder);
     return position;
@@ -206,17 +217,6 @@ void PlainRow::Start() {
   std::fill_n(row_.begin(), kLongest, static_cast<unsigned char>(0));
   std::fill_n(row_.begin() + kLongest, kWindow - kLongest, static_cast<unsigned char>(' '));
   end_ = kWindow;
-}
-
-void PlainRow::PutMatch(std::size_t distance, std::size_t length) {
-  unsigned char* to = &row_[end_];
-  const unsigned char* from = to - distance;
-  end_ += length;
-  if (distance < 8) {
-    for (std::size_t i = 0; i < length; ++i) to[i] = from[i];
-    return;
-  }
-  for (std::size_t i = 0; i < length; i += 8) std::memcpy(to + i, from + i, 8);
 }
 
 void PlainRow::PassOn(ByteSink& sink) {

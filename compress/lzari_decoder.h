@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 
 #include "compress/byte_stream.h"
@@ -26,7 +27,17 @@ class PlainRow {
   void Start();
   void PutLiteral(int byte) { row_[end_++] = static_cast<unsigned char>(byte); }
   // `distance` is 1 for the last byte. A match may overlap itself.
-  void PutMatch(std::size_t distance, std::size_t length);
+  void PutMatch(std::size_t distance, std::size_t length) {
+    unsigned char* to = &row_[end_];
+    end_ += length;
+    if (distance < kPiece) [[unlikely]] {
+      for (std::size_t i = 0; i < length; ++i) to[i] = (to - distance)[i];
+      return;
+    }
+    // Most matches are one piece: no loop to be foretold.
+    CopyPiece(to, distance);
+    for (std::size_t i = kPiece; i < length; i += kPiece) CopyPiece(to + i, distance);
+  }
   // Makes room for a match, passing bytes on if need be.
   void MakeRoom(ByteSink& sink) {
     if (end_ > kWindow + kFill) [[unlikely]]
@@ -36,7 +47,10 @@ class PlainRow {
 
  private:
   static constexpr std::size_t kFill = 16384;
-  static constexpr std::size_t kSlack = 64 + 8;  // a match, and a word that runs over its end
+  static constexpr std::size_t kPiece = 16;
+  static constexpr std::size_t kSlack = 64;  // a match in whole pieces
+
+  static void CopyPiece(unsigned char* to, std::size_t distance) { std::memcpy(to, to - distance, kPiece); }
 
   std::array<unsigned char, kWindow + kFill + kSlack> row_{};
   std::size_t end_ = kWindow;

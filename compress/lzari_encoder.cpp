@@ -1,21 +1,31 @@
 #include "compress/lzari_encoder.h"
 
+#include "compress/lzari_model_steps.h"
+#include "compress/lzari_positions.h"
+
 namespace lorv::lzari {
 
 // The first settled bit is followed by the pending ones, its opposites; then come the other settled bits.
-void Encoder::Output(const Doublings& doublings, std::uint32_t bits) {
-  if (doublings.settled > 0) {
-    const int rest = doublings.settled - 1;
-    const bool first = (bits >> rest & 1) != 0;
-    put_.Put(first ? 1 : 0, 1, sink_);
-    put_.Repeat(!first, coder_.shifts, sink_);
-    put_.Put(bits & ((1U << rest) - 1), rest, sink_);
+inline void Encoder::Output(const Doublings& doublings, std::uint32_t bits) {
+  const int settled = doublings.settled;
+  if (settled > 0) {
+    const int rest = settled - 1;
+    if (coder_.shifts + settled <= 32) [[likely]] {
+      // 1 and its opposites, or 0 and its: either way the same number is added to the bit alone.
+      const std::uint64_t opposites = (std::uint64_t{1} << coder_.shifts) - 1;
+      put_.Put(static_cast<std::uint32_t>(bits + (opposites << rest)), coder_.shifts + settled, sink_);
+    } else {
+      const bool first = (bits >> rest & 1) != 0;
+      put_.Put(first ? 1 : 0, 1, sink_);
+      put_.Repeat(!first, coder_.shifts, sink_);
+      put_.Put(bits & ((1U << rest) - 1), rest, sink_);
+    }
     coder_.shifts = 0;
   }
   coder_.shifts += doublings.deferred;
 }
 
-void Encoder::EncodeShare(const Share& share) {
+inline void Encoder::EncodeShare(const Share& share) {
   coder_.Narrow(share);
   // Only a coder left over from a decoder that does not renormalise can come to an empty range.
   if (coder_.high <= coder_.low) Error(kWriteError);
@@ -36,6 +46,7 @@ void Encoder::EncodePosition(int position) {
 
 void Encoder::FlushBitBuffer() {
   put_.Put(0, 7, sink_);
+  put_.PassWholeBytes(sink_);
 }
 
 void Encoder::EncodeEnd() {
@@ -62,6 +73,7 @@ void Encoder::Advance() {
 
 // Sends the longest match, or else one literal; how many bytes that were.
 int Encoder::EncodeMatch(int ahead) {
+  tree_.FindMatch(r_);
   const int length = tree_.MatchLength() < ahead ? tree_.MatchLength() : ahead;
   if (length <= kThreshold) {
     EncodeChar(tree_.ByteAt(r_));
@@ -99,6 +111,7 @@ void Encoder::EncodeBytes(ByteSource& source, int ahead) {
 }
 
 void Encoder::Encode(std::uint32_t size, ByteSource& source) {
+  put_.Start();
   for (int shift = 0; shift < 32; shift += 8) sink_.Put(static_cast<unsigned char>(size >> shift));
   if (size == 0) {
     totals_.code_size = kHeaderBytes;

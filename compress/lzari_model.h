@@ -26,6 +26,8 @@ class SymbolModel {
  public:
   void StartModel();
 
+  // Defined in lzari_model_steps.h, for the inner loops that take them in:
+
   // Counts one more of `symbol`, after halving all frequencies if the total has reached its limit.
   void UpdateModel(int symbol);
 
@@ -51,6 +53,8 @@ class SymbolModel {
   void HalveFrequencies();
   void CountOneMore(int symbol);
   void Swap(int symbol, int other);
+  // Adds 1 to the first `count` of eight.
+  static void AddToFirst(std::int16_t* row, int count);
 
   alignas(16) std::array<std::int16_t, kBases> base_{};
   alignas(16) std::array<std::int16_t, kBlocks * kBlock> rest_{};
@@ -62,11 +66,5 @@ class SymbolModel {
   std::array<std::int16_t, kSymbols + 1> free_groups_{};
   int free_count_ = 0;
 };
-
-// The model of match positions, which favours near ones and never changes.
-Share PositionShare(int position);
-std::uint32_t PositionTotal();
-// The position that owns the point `x` of the total; 0 for a point beyond it.
-int BinarySearchPos(std::uint32_t x);
 
 }  // namespace lorv::lzari

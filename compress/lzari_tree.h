@@ -11,25 +11,31 @@ namespace lorv::lzari {
 // The window of the text being packed, and the binary trees of the strings in it, one tree a first byte.
 //
 // Which of several equally long matches is found depends on the very shape of the trees, so every link is
-// made as the plain algorithm makes it. What is faster here is the way down. Tables remember, for the first
-// three and the first eight bytes of a string, the topmost node that shares them. Every node above that one
-// shares fewer bytes, and so cannot give the best match; the walk may begin there. An entry that is no longer
-// certain is dropped, and the next walk that begins higher finds it again.
+// made as the plain algorithm makes it. What is faster here is the way to a string's place. The strings of a
+// tree also form a row in their order, each with the count of bytes it shares with the one before it. Between
+// its neighbours in that row a string has one place only in a tree of any shape; so finding the neighbours is
+// finding the place. And they are mostly near: what was next to a string, one byte further on, is close to
+// the next string.
 class SearchTree {
  public:
   // Zeros and spaces in the window, no string in the trees.
   void InitTree();
 
-  // Puts the string at `r` into its tree, and sets the best match among the strings met on the way: the
-  // longest, and of equally long ones the nearest. A string equal in all 60 bytes is replaced.
-  // Match length 0: no match of 3 or more.
+  // Puts the string at `r` into its tree. A string equal in all 60 bytes is replaced.
   void InsertNode(int r);
+
+  // Sets the best match of the string at `r`, the last one put in, among the strings above it in its tree:
+  // the longest, and of equally long ones the nearest. Under a length of 3 the position means nothing.
+  void FindMatch(int r);
 
   // Takes the string at `p` out; nothing if it is not in.
   void DeleteNode(int p);
 
   // A byte of text at `s`, and behind the window's end if a string may run over it.
-  void PutByte(int s, unsigned char byte);
+  void PutByte(int s, unsigned char byte) {
+    text_[static_cast<std::size_t>(s)] = byte;
+    if (s < kLongest - 1) text_[static_cast<std::size_t>(s) + kWindow] = byte;
+  }
   // A byte at a place of the first 60, which may lie behind the window's end.
   void PutAhead(int at, unsigned char byte) { text_[static_cast<std::size_t>(at)] = byte; }
   unsigned char ByteAt(int r) const { return text_[static_cast<std::size_t>(r)]; }
@@ -39,36 +45,50 @@ class SearchTree {
 
  private:
   using Link = std::uint16_t;
-  // Both sons in one word: the smaller strings in the low half, the greater in the high half.
-  using Sons = std::uint32_t;
-  enum Side { kSmaller = 0, kGreater = 1 };
-  // Compared are words of 8 bytes behind the first byte, so the last one reads 5 bytes too far.
-  static constexpr int kSlack = 5;
+  using Index = std::uint32_t;
+  enum Side : Index { kSmaller = 0, kGreater = 1 };
 
-  std::uint64_t WordAt(int p) const;
-  int EqualBytes(int r, int p) const;
-  void Walk(int r, int p);
-  void Attach(int r, int p, Side side);
-  void Replace(int r, int p);
-  void TakePlace(int q, int p);
-  int Predecessor(int p);
-  void KeepBest(int best);
+  // What stands on either side of a string.
+  template <class Value>
+  using Pair = std::array<Value, 2>;
 
-  int Son(int p, Side side) const {
-    return static_cast<int>(sons_[static_cast<std::size_t>(p)] >> (16 * side) & 0xFFFF);
-  }
-  void SetSon(int p, Side side, int son) {
-    Sons& sons = sons_[static_cast<std::size_t>(p)];
-    sons = (sons & 0xFFFF0000U >> (16 * side)) | static_cast<Sons>(son) << (16 * side);
-  }
-  Link& Parent(int p) { return parent_[static_cast<std::size_t>(p)]; }
+  struct Neighbour {
+    Index node;    // kNil: none, the row ends
+    Index shared;  // equal bytes at the beginning
+  };
+  static constexpr Neighbour kNobody = {kNil, 0};
+
+  // Compared are words of 8 bytes from any byte of a string on, and one may begin behind the window.
+  static constexpr int kSlack = 9;
+
+  static constexpr Link kNone = kNil;
+  static constexpr Index kMask = kWindow - 1;
+
+  std::uint64_t WordAt(Index p) const;
+  Index EqualBytes(Index r, Index p, Index known) const;
+  bool InsertNearby(Index r);
+  bool WalkRow(Index r, Index p, Index side, Index length);
+  void WalkTree(Index r);
+  void Attach(Index r, Pair<Neighbour> beside);
+  void AttachBetween(Index r, Index side, Neighbour passed, Neighbour next);
+  void Plant(Index r, Index root);
+  void Replace(Index r, Index p);
+  void TakePlace(Index q, Index p);
+  void TakePredecessor(Index p);
+  Index NearestAbove(Index r, Index length) const;
 
   std::array<unsigned char, kWindow + kLongest - 1 + kSlack> text_{};
   int match_position_ = 0;
   int match_length_ = 0;
-  std::array<Sons, kWindow + 257> sons_{};  // the 256 roots lie behind the nodes and have greater sons only
-  std::array<Link, kWindow + 1> parent_{};
-  int equal_ = kNil;  // what the last inserted string has replaced, if it has
+  std::array<Pair<Link>, kWindow + 257> son_{};  // the 256 roots lie behind the nodes, with greater sons only
+  std::array<Pair<Link>, kWindow + 1>
+      next_{};                              // in the row; the greater one of a replaced string is its heir
+  std::array<Link, kWindow + 1> parent_{};  // kNil: not in a tree
+  std::array<std::uint8_t, kWindow + 1>
+      shared_{};              // equal bytes at the beginning, with the smaller neighbour
+  Index last_ = kNil;         // the string last put in; kNil: none
+  Pair<Neighbour> beside_{};  // its neighbours
+  Index equal_ = kNil;        // or what it has replaced
 };
 
 }  // namespace lorv::lzari

@@ -7,6 +7,9 @@
 #include <utility>
 #include <vector>
 
+#include "compress/lzari_model_steps.h"
+#include "compress/lzari_positions.h"
+
 namespace lorv::lzari {
 namespace {
 
@@ -99,15 +102,15 @@ TEST(LzariModel, PositionSharesFavourNearOnes) {
     ASSERT_EQ(share.upper - share.lower, 10000U / static_cast<std::uint32_t>(p + 201)) << p;
     total += share.upper - share.lower;
   }
-  EXPECT_EQ(total, PositionTotal());
+  EXPECT_EQ(total, kPositionTotal);
 }
 
 TEST(LzariModel, FindsThePositionOfEveryPoint) {
-  for (std::uint32_t x = 0; x < PositionTotal(); ++x) {
+  for (std::uint32_t x = 0; x < kPositionTotal; ++x) {
     const Share share = PositionShare(BinarySearchPos(x));
     ASSERT_TRUE(share.lower <= x && x < share.upper) << x;
   }
-  EXPECT_EQ(BinarySearchPos(PositionTotal()), 0);
+  EXPECT_EQ(BinarySearchPos(kPositionTotal), 0);
   EXPECT_EQ(BinarySearchPos(0xFFFFFFFFU), 0);
 }
 

@@ -35,6 +35,27 @@ std::string Table(int rows) {
   return text;
 }
 
+// The same few beginnings with other bytes behind: many matches of one length, of which the tree's way
+// decides.
+std::string Ties(std::size_t length) {
+  std::mt19937 next(8);
+  std::string text;
+  while (text.size() < length) {
+    text += next() % 3 == 0 ? "abcd" : "abc";
+    text += static_cast<char>(next() % 256);
+  }
+  return text;
+}
+
+// Long pieces that come again, each a little cut: strings are replaced again and again by their equals.
+std::string Renewed(std::size_t length) {
+  std::mt19937 next(9);
+  const std::string piece = Noise(90, 10, 4);
+  std::string text;
+  while (text.size() < length) text += piece.substr(next() % 20) + static_cast<char>(next() % 2);
+  return text;
+}
+
 }  // namespace
 
 std::string Noise(std::size_t length, unsigned seed, int alphabet) {
@@ -57,11 +78,13 @@ std::vector<Sample> LzariSamples() {
       {"period of the window", Repeated(Noise(4096, 6), 20000)},
       {"period just beyond the reach", Repeated(Noise(4097, 7), 20000)},
       {"table", Table(2500)},
+      {"ties", Ties(30000)},
+      {"equal strings renewed", Renewed(30000)},
       {"rising bytes", {}},
   };
   for (int i = 0; i < 9000; ++i) samples.back().bytes.push_back(static_cast<char>(i / 16));
-  for (const std::size_t length :
-       std::vector<std::size_t>{2, 3, 4, 58, 59, 60, 61, 62, 119, 120, 4035, 4036, 4037, 4095, 4096, 4097}) {
+  for (const std::size_t length : std::vector<std::size_t>{2, 3, 4, 58, 59, 60, 61, 62, 118, 119, 120, 121,
+                                                           4035, 4036, 4037, 4095, 4096, 4097}) {
     samples.push_back({"noise of " + std::to_string(length), Noise(length, 1)});
     samples.push_back({"few letters, " + std::to_string(length), Noise(length, 2, 3)});
   }
