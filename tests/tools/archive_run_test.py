@@ -1,6 +1,6 @@
 """Packs with the built program and reads with other tools, and the other way round.
 
-usage: archive_run_test.py PROGRAM
+usage: archive_run_test.py [EMULATOR ...] PROGRAM
 
 The other tools are Python's zipfile, Info-ZIP's zip and unzip, and bsdtar; each one that is missing says so.
 """
@@ -14,7 +14,7 @@ import tempfile
 import unittest
 import zipfile
 
-PROGRAM = ""
+COMMAND = []
 TIME = 1_600_000_000
 FILES = {
     "text.txt": b"KL1 250*500 C30\r\n" * 4000,
@@ -27,7 +27,7 @@ FILES = {
 
 
 def run(*words, code=0):
-    done = subprocess.run([PROGRAM, *words], capture_output=True, timeout=120)
+    done = subprocess.run([*COMMAND, *words], capture_output=True, timeout=120)
     assert done.returncode == code, (words, done.returncode, done.stdout, done.stderr)
     return done.stdout.decode("utf-8"), done.stderr.decode("utf-8")
 
@@ -213,6 +213,6 @@ class Squeezed(Scratch):
 
 
 if __name__ == "__main__":
-    PROGRAM = os.path.abspath(sys.argv[1])
+    COMMAND = [os.path.abspath(word) for word in sys.argv[1:]]
     os.environ["LC_ALL"] = "C.UTF-8"
     unittest.main(argv=sys.argv[:1])
