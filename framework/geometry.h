@@ -16,10 +16,14 @@
 
 class COMM_LORV_API CSize : public SIZE {
  public:
-  CSize() : SIZE{0, 0} {}
-  CSize(int width, int height) : SIZE{width, height} {}
-  CSize(SIZE size) : SIZE(size) {}  // NOLINT(google-explicit-constructor)
-  explicit CSize(POINT point) : SIZE{point.x, point.y} {}
+  // Numbers are set one by one: the analyzer does not follow a base set as a whole.
+  CSize() : CSize(0, 0) {}
+  CSize(int width, int height) {
+    cx = width;
+    cy = height;
+  }
+  CSize(SIZE size) : CSize(size.cx, size.cy) {}  // NOLINT(google-explicit-constructor)
+  explicit CSize(POINT point) : CSize(point.x, point.y) {}
 
   void SetSize(int width, int height) { *this = CSize(width, height); }
   friend bool operator==(const CSize& a, const CSize& b) { return a.cx == b.cx && a.cy == b.cy; }
@@ -32,10 +36,13 @@ class COMM_LORV_API CSize : public SIZE {
 
 class COMM_LORV_API CPoint : public POINT {
  public:
-  CPoint() : POINT{0, 0} {}
-  CPoint(int across, int down) : POINT{across, down} {}
-  CPoint(POINT point) : POINT(point) {}  // NOLINT(google-explicit-constructor)
-  explicit CPoint(SIZE size) : POINT{size.cx, size.cy} {}
+  CPoint() : CPoint(0, 0) {}
+  CPoint(int across, int down) {
+    x = across;
+    y = down;
+  }
+  CPoint(POINT point) : CPoint(point.x, point.y) {}  // NOLINT(google-explicit-constructor)
+  explicit CPoint(SIZE size) : CPoint(size.cx, size.cy) {}
 
   void SetPoint(int across, int down) { *this = CPoint(across, down); }
   void Offset(int across, int down) { *this += CSize(across, down); }

@@ -10,3 +10,12 @@
 #if !defined(_WIN32)
 #include "framework/posix/window_types.h"
 #endif
+
+namespace lorv {
+
+// The flags but for some of them, whatever sign the system's constants have.
+constexpr DWORD Without(DWORD flags, DWORD gone) {
+  return flags & ~gone;
+}
+
+}  // namespace lorv

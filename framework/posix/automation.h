@@ -151,6 +151,15 @@ struct tagVARIANT {
 using VARIANT = tagVARIANT;
 using VARIANTARG = tagVARIANT;
 
+// The arguments of an automation call, the last one first.
+using DISPID = std::int32_t;
+struct DISPPARAMS {
+  VARIANTARG* rgvarg;
+  DISPID* rgdispidNamedArgs;
+  UINT cArgs;
+  UINT cNamedArgs;
+};
+
 // Texts with their length (in 16-bit units) in front; null is the empty text. SysAllocStringLen without a
 // source leaves the units zero. Null is the answer where memory is lacking.
 COMM_LORV_API BSTR SysAllocString(const char16_t* text);

@@ -26,6 +26,7 @@ using ATOM = WORD;
 using SHORT = std::int16_t;
 using UINT_PTR = std::uintptr_t;
 using LONG_PTR = std::intptr_t;
+using DWORD_PTR = std::uintptr_t;
 using WPARAM = UINT_PTR;
 using LPARAM = LONG_PTR;
 using LRESULT = LONG_PTR;
@@ -38,17 +39,13 @@ using COLORREF = DWORD;
 #undef LORV_NUMBER
 // NOLINTEND(bugprone-macro-parentheses)
 
-constexpr WORD LOWORD(std::uintptr_t pair) {
-  return static_cast<WORD>(pair & 0xFFFFU);
+template <class Number>
+constexpr WORD LOWORD(Number pair) {
+  return static_cast<WORD>(static_cast<std::uintptr_t>(pair) & 0xFFFFU);
 }
-constexpr WORD HIWORD(std::uintptr_t pair) {
-  return static_cast<WORD>((pair >> 16U) & 0xFFFFU);
-}
-constexpr WORD LOWORD(std::intptr_t pair) {
-  return LOWORD(static_cast<std::uintptr_t>(pair));
-}
-constexpr WORD HIWORD(std::intptr_t pair) {
-  return HIWORD(static_cast<std::uintptr_t>(pair));
+template <class Number>
+constexpr WORD HIWORD(Number pair) {
+  return static_cast<WORD>((static_cast<std::uintptr_t>(pair) >> 16U) & 0xFFFFU);
 }
 constexpr LONG MAKELONG(std::intptr_t low, std::intptr_t high) {
   return static_cast<LONG>(static_cast<DWORD>(LOWORD(low)) | (static_cast<DWORD>(LOWORD(high)) << 16U));

@@ -1,0 +1,167 @@
+#include "platform/headless/headless_edit_text.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/headless/headless_canvas.h"
+
+namespace lorv {
+namespace {
+
+constexpr TCHAR kFirstIdeograph = 0x2E80;
+
+bool IsHigh(TCHAR unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+bool IsLow(TCHAR unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+bool IsGap(TCHAR unit) {
+  return unit == _T(' ') || unit == _T('\t') || unit == _T('\r') || unit == _T('\n');
+}
+
+}  // namespace
+
+int HeadlessEditText::Clamped(int position) const {
+  return std::clamp(position, 0, text.GetLength());
+}
+
+void HeadlessEditText::Select(int start, int end) {
+  if (start == -1) {
+    anchor_ = caret_ = End();
+    return;
+  }
+  const int length = text.GetLength();
+  const int from = start < 0 ? length : std::min(start, length);
+  const int to = end < 0 ? length : std::min(end, length);
+  anchor_ = std::min(from, to);
+  caret_ = std::max(from, to);
+}
+
+void HeadlessEditText::MoveCaret(int to, bool extend) {
+  caret_ = Clamped(to);
+  if (!extend) anchor_ = caret_;
+}
+
+void HeadlessEditText::Set(const CString& fresh) {
+  text = fresh;
+  anchor_ = caret_ = 0;
+  modified = false;
+  can_undo_ = false;
+}
+
+void HeadlessEditText::Replace(const CString& fresh) {
+  before_ = text;
+  before_caret_ = caret_;
+  can_undo_ = true;
+  const int start = Start();
+  text = text.Left(start) + fresh + text.Mid(End());
+  anchor_ = caret_ = start + fresh.GetLength();
+  modified = true;
+}
+
+bool HeadlessEditText::Insert(const CString& fresh) {
+  const int room = std::max(0, limit - (text.GetLength() - (End() - Start())));
+  const bool whole = fresh.GetLength() <= room;
+  const CString fits = whole ? fresh : fresh.Left(room);
+  if (!fits.IsEmpty() || Start() != End()) Replace(fits);
+  return whole;
+}
+
+bool HeadlessEditText::Undo() {
+  if (!can_undo_) return false;
+  std::swap(text, before_);
+  std::swap(caret_, before_caret_);
+  anchor_ = caret_ = Clamped(caret_);
+  return true;
+}
+
+int HeadlessEditText::StepBack(int from) const {
+  if (from <= 0) return 0;
+  const bool pair = from >= 2 && ((text.GetAt(from - 1) == _T('\n') && text.GetAt(from - 2) == _T('\r')) ||
+                                  (IsLow(text.GetAt(from - 1)) && IsHigh(text.GetAt(from - 2))));
+  return from - (pair ? 2 : 1);
+}
+
+int HeadlessEditText::StepOn(int from) const {
+  const int length = text.GetLength();
+  if (from >= length) return length;
+  const bool pair =
+      from + 1 < length && ((text.GetAt(from) == _T('\r') && text.GetAt(from + 1) == _T('\n')) ||
+                            (IsHigh(text.GetAt(from)) && IsLow(text.GetAt(from + 1))));
+  return from + (pair ? 2 : 1);
+}
+
+int HeadlessEditText::WordBack(int from) const {
+  while (from > 0 && IsGap(text.GetAt(from - 1))) --from;
+  while (from > 0 && !IsGap(text.GetAt(from - 1))) --from;
+  return from;
+}
+
+int HeadlessEditText::WordOn(int from) const {
+  const int length = text.GetLength();
+  while (from < length && !IsGap(text.GetAt(from))) ++from;
+  while (from < length && IsGap(text.GetAt(from))) ++from;
+  return from;
+}
+
+void HeadlessEditText::WrapFrom(int start, int end, std::vector<int>& starts) const {
+  starts.push_back(start);
+  if (wrap_width <= 0) return;
+  int width = 0;
+  int last_break = start;
+  for (int at = start; at < end; at = StepOn(at)) {
+    const int unit_width = HeadlessExtent(text.View().substr(static_cast<std::size_t>(at), 1)).cx;
+    const bool after_blank = at > start && text.GetAt(at - 1) == _T(' ');
+    if (after_blank || text.GetAt(at) >= kFirstIdeograph) last_break = at;
+    width += unit_width;
+    if (width <= wrap_width || at == starts.back() || text.GetAt(at) == _T(' ')) continue;
+    starts.push_back(last_break > starts.back() ? last_break : at);
+    const int from = starts.back();
+    width = HeadlessExtent(
+                text.View().substr(static_cast<std::size_t>(from), static_cast<std::size_t>(at - from + 1)))
+                .cx;
+  }
+}
+
+std::vector<int> HeadlessEditText::LineStarts() const {
+  if (!lines_) return {0};
+  std::vector<int> starts;
+  int start = 0;
+  for (int end = text.Find(_T("\r\n")); end >= 0; end = text.Find(_T("\r\n"), start)) {
+    WrapFrom(start, end, starts);
+    start = end + 2;
+  }
+  WrapFrom(start, text.GetLength(), starts);
+  return starts;
+}
+
+int HeadlessEditText::LineOf(int position) const {
+  const auto starts = LineStarts();
+  return static_cast<int>(std::upper_bound(starts.begin(), starts.end(), position) - starts.begin()) - 1;
+}
+
+int HeadlessEditText::LineStart(int line) const {
+  const auto starts = LineStarts();
+  return line < 0 || line >= static_cast<int>(starts.size()) ? -1 : starts[static_cast<std::size_t>(line)];
+}
+
+int HeadlessEditText::LineLength(int line) const {
+  const int start = LineStart(line);
+  if (start < 0) return 0;
+  const int next = LineStart(line + 1);
+  int end = next < 0 ? text.GetLength() : next;
+  if (next > 0 && text.GetAt(end - 1) == _T('\n')) end -= 2;
+  return end - start;
+}
+
+int HeadlessEditText::Above(int position, int lines) const {
+  const int line = LineOf(position);
+  const int target = line - lines;
+  if (LineStart(target) < 0) return position;
+  return LineStart(target) + std::min(position - LineStart(line), LineLength(target));
+}
+
+}  // namespace lorv
