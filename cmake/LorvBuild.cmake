@@ -95,3 +95,13 @@ function(lorv_thread_test name)
   set_tests_properties(${name} PROPERTIES LABELS threads)
   add_dependencies(lorv_thread_tests lorv_test_${name})
 endfunction()
+
+# Tests of real windows, which need a screen and the keyboard to themselves.
+function(lorv_screen_test name)
+  lorv_test(${name} ${ARGN})
+  set_tests_properties(${name} PROPERTIES RESOURCE_LOCK screen)
+  if(CMAKE_CROSSCOMPILING_EMULATOR)
+    set_target_properties(lorv_test_${name} PROPERTIES
+                          CROSSCOMPILING_EMULATOR "${CMAKE_CROSSCOMPILING_EMULATOR};--screen")
+  endif()
+endfunction()
