@@ -173,7 +173,7 @@ void HeadlessWindow::Enable(bool on) {
     style_ |= WS_DISABLED;
     if (desktop_.Focus() == handle_) desktop_.MoveFocus(nullptr);
   } else {
-    style_ &= ~WS_DISABLED;
+    style_ = Without(style_, WS_DISABLED);
   }
   DeliverMessage(handle_, WM_ENABLE, static_cast<WPARAM>(on), 0);
 }
@@ -268,7 +268,7 @@ void HeadlessWindow::Destroy() {
   for (const HWND owned : desktop_.OwnedBy(handle_))
     if (const auto window = desktop_.At(owned)) window->Destroy();
   if ((style_ & WS_VISIBLE) != 0) {
-    style_ &= ~WS_VISIBLE;
+    style_ = Without(style_, WS_VISIBLE);
     LoseFocusWithin();
   }
   TellOfEnd();
