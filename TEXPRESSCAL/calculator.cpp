@@ -73,7 +73,7 @@ void CAdExpCalculate::SetExpr(LPCTSTR formula) {
   work_text_ = WorkTextState::kIsFormula;
   is_repeated_ = repeated_.IsTyped(formula);
   if (is_repeated_) return;
-  const TextView text = formula == nullptr ? TextView() : TextView(formula);
+  const TextView text = formula == nullptr ? TextView() : TextView(formula, lorv::TextLength(formula));
   m_bTooLong = text.size() > lorv::kFormulaTextFlagged;
   const TextView kept = text.substr(0, lorv::kMaxFormulaText);
   is_repeated_ = lorv::IsInCapitals(kept, m_szExpr.View());

@@ -27,7 +27,7 @@ class MappedVariables final : public lorv::VariableSource {
 };
 
 lorv::TextView Safe(LPCTSTR text) {
-  return text == nullptr ? lorv::TextView() : lorv::TextView(text);
+  return text == nullptr ? lorv::TextView() : lorv::TextView(text, lorv::TextLength(text));
 }
 
 }  // namespace

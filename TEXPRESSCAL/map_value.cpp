@@ -86,8 +86,13 @@ std::pair<double*, bool> CMapValue::PlaceOther(LPCTSTR name) {
 }
 
 void CMapValue::Insert(std::size_t at, const CStrCmp& name, double value, NameWord word) {
-  entries_.emplace(begin() + static_cast<std::ptrdiff_t>(at), name, value);
-  words_.insert(words_.begin() + static_cast<std::ptrdiff_t>(at), word);
+  if (at == entries_.size()) {
+    entries_.emplace_back(name, value);
+    words_.push_back(word);
+  } else {
+    entries_.emplace(begin() + static_cast<std::ptrdiff_t>(at), name, value);
+    words_.insert(words_.begin() + static_cast<std::ptrdiff_t>(at), word);
+  }
   layout_ = 0;
   if (word != 0) return;
   ++others_;

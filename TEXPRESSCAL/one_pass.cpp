@@ -59,6 +59,7 @@ OnePass::OnePass(LPCTSTR formula, const CMapValue& values, ValuePlaces& places)
 
 bool OnePass::Work(double& result) {
   if (refused_) return false;
+  if (count_ > kFewEntries) HashNames();
   const double value = Joined();
   // A replacement that stops at its limit might leave names; the sign of what is no number is not kept here.
   if (refused_ || by_zero_ || *at_ != 0 || name_units_ > kMaxSubstitutions || std::isnan(value)) return false;
@@ -253,22 +254,44 @@ inline double OnePass::Name(LPCTSTR& at) {
 }
 
 inline std::size_t OnePass::EntryOf(NameWord word) const {
+  if (count_ > kFewEntries) return FoundByHash(word);
   std::size_t found = kNoEntry;
   for (std::size_t i = 0; i < count_; ++i) found = words_[i] == word ? i : found;
   return found;
 }
 
+std::size_t OnePass::FoundByHash(NameWord word) const {
+  for (std::size_t slot = SlotOf(word);; slot = (slot + 1) % kSlots) {
+    if (slots_[slot] == 0) return kNoEntry;
+    const std::size_t entry = slots_[slot] - std::size_t{1};
+    if (words_[entry] == word) return entry;
+  }
+}
+
+void OnePass::HashNames() {
+  slots_.fill(0);
+  for (std::size_t entry = 0; entry < count_; ++entry) {
+    if (words_[entry] == 0) continue;
+    std::size_t slot = SlotOf(words_[entry]);
+    while (slots_[slot] != 0) slot = (slot + 1) % kSlots;
+    slots_[slot] = static_cast<std::uint8_t>(entry + 1);
+  }
+}
+
 inline double OnePass::Value(std::size_t entry, LPCTSTR start, std::size_t length) {
-  const double value = entries_[static_cast<std::ptrdiff_t>(entry)].second;
-  double reading = 0;
-  if (!ReadsPlainly(value, reading)) return Refuse();
   std::uint64_t& seen = seen_[entry / 64];
   const std::uint64_t bit = std::uint64_t{1} << entry % 64;
-  // A value that is shorter by one unit moves the search onto the unit behind it, which begins no name.
-  if (length > 2 && (seen & bit) != 0 && IsTooNear(entry, start, length)) return Refuse();
-  seen |= bit;
-  places_.Add(static_cast<std::size_t>(start - text_), length, entry, value);
-  return reading;
+  if ((seen & bit) == 0) {
+    const double value = entries_[static_cast<std::ptrdiff_t>(entry)].second;
+    if (!ReadsPlainly(value, readings_[entry])) return Refuse();
+    seen |= bit;
+    places_.SetValue(entry, value);
+  } else if (length > 2 && IsTooNear(entry, start, length)) {
+    // A value that is shorter by one unit moves the search onto the unit behind it, which begins no name.
+    return Refuse();
+  }
+  places_.Add(static_cast<std::size_t>(start - text_), length, entry);
+  return readings_[entry];
 }
 
 // A letter behind a digit begins a name of its own for a replacement.
@@ -284,14 +307,15 @@ inline bool OnePass::HasNamedTail(std::uint64_t units) const {
 
 // Whether the replacement of the name's last place might go on behind the beginning of this one: it does so
 // as many units late as the value is shorter than the name. What other values leave between is not known
-// here, but at least a unit of each.
+// here, but at least a unit of each, and a value has at least one unit as well.
 bool OnePass::IsTooNear(std::size_t entry, LPCTSTR start, std::size_t length) const {
-  const ValueText value(entries_[static_cast<std::ptrdiff_t>(entry)].second);
   const ValuePlaces::Place& last = places_.LastOf(entry);
   std::size_t between = 0;
   for (LPCTSTR at = text_ + last.start + last.length; at < start; ++at) {
     if (!IsNameChar(*at) || !IsNameChar(at[-1])) ++between;
+    if (between + 1 >= length) return false;
   }
+  const ValueText value(entries_[static_cast<std::ptrdiff_t>(entry)].second);
   return value.Plain().size() + between < length;
 }
 

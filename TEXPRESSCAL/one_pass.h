@@ -26,6 +26,13 @@ class OnePass {
   bool Work(double& result);
 
  private:
+  // So many names are looked through one by one.
+  static constexpr std::size_t kFewEntries = 8;
+  static constexpr std::size_t kSlots = 256;
+  static_assert(2 * ValuePlaces::kMaxEntries <= kSlots);
+
+  static constexpr std::size_t SlotOf(NameWord word) { return word * 0x9E3779B97F4A7C15U >> 56; }
+
   double Joined();
   double Compared();
   double Sum();
@@ -45,6 +52,8 @@ class OnePass {
   bool Take(TCHAR c);
 
   std::size_t EntryOf(NameWord word) const;
+  std::size_t FoundByHash(NameWord word) const;
+  void HashNames();
   bool HasNamedTail(std::uint64_t units) const;
   bool IsTooNear(std::size_t entry, LPCTSTR start, std::size_t length) const;
   bool EndsChainLink() const;
@@ -60,9 +69,11 @@ class OnePass {
   bool by_zero_ = false;                    // in what was worked so far, branches not taken left aside
   std::array<std::uint64_t, 2> seen_ = {};  // a bit for each entry that took a place
   static_assert(ValuePlaces::kMaxEntries <= 128);
+  std::array<double, ValuePlaces::kMaxEntries> readings_;  // of the entries seen
   std::size_t name_units_ = 0;
-  int operators_ = 0;                  // that are written in other ways before a parse
-  LPCTSTR last_comparison_ = nullptr;  // behind it
+  int operators_ = 0;                       // that are written in other ways before a parse
+  LPCTSTR last_comparison_ = nullptr;       // behind it
+  std::array<std::uint8_t, kSlots> slots_;  // of many names: entry and one; 0 is a free slot
 };
 
 }  // namespace lorv

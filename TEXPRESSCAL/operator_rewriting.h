@@ -37,8 +37,24 @@ constexpr std::array<SignUnit, 7> kSignUnits = {{{'<', kLessSign},
 
 inline unsigned SignsOf(TextView text) {
   unsigned signs = 0;
-  for (const SignUnit& wanted : kSignUnits) {
-    if (FindUnit(text.data(), text.size(), 0, wanted.unit) < text.size()) signs |= wanted.sign;
+  std::size_t at = 0;
+#if defined(__SSE2__)
+  __m128i seen[kSignUnits.size()] = {};
+  for (; at + 8 <= text.size(); at += 8) {
+    const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text.data() + at));
+    for (std::size_t i = 0; i < kSignUnits.size(); ++i) {
+      const __m128i wanted = _mm_set1_epi16(static_cast<short>(kSignUnits[i].unit));
+      seen[i] = _mm_or_si128(seen[i], _mm_cmpeq_epi16(units, wanted));
+    }
+  }
+  for (std::size_t i = 0; i < kSignUnits.size(); ++i) {
+    if (_mm_movemask_epi8(seen[i]) != 0) signs |= kSignUnits[i].sign;
+  }
+#endif
+  for (; at < text.size(); ++at) {
+    for (const SignUnit& wanted : kSignUnits) {
+      if (text[at] == wanted.unit) signs |= wanted.sign;
+    }
   }
   return signs;
 }
@@ -49,9 +65,12 @@ constexpr bool IsLiteralUnit(TCHAR c) {
 
 // "1<2<X" becomes "1<2 AND 2<X": only behind the first place of each operator, only over a literal.
 template <class Edit>
-void SeparateChains(Edit& edit) {
+void SeparateChains(Edit& edit, unsigned signs) {
   static constexpr std::array<TCHAR, 3> kOperators = {'>', '=', '<'};
-  for (const TCHAR first : kOperators) {
+  static constexpr std::array<OperatorSign, 3> kSigns = {kGreaterSign, kEqualSign, kLessSign};
+  for (std::size_t i = 0; i < kOperators.size(); ++i) {
+    if ((signs & kSigns[i]) == 0) continue;
+    const TCHAR first = kOperators[i];
     const std::size_t at = FindUnit(edit.Text(), edit.Length(), 0, first);
     if (at == edit.Length()) continue;
     std::size_t end = at + 1;
@@ -95,7 +114,7 @@ void RewriteOperators(Edit& edit) {
   unsigned signs = SignsOf({edit.Text(), edit.Length()});
   if (signs & (kLessSign | kEqualSign | kGreaterSign)) {
     const std::size_t length = edit.Length();
-    SeparateChains(edit);
+    SeparateChains(edit, signs);
     if (edit.Length() != length) signs |= kBlankSign;
   }
   ShortenOperators(edit, signs);

@@ -1,6 +1,12 @@
 #include "framework/text_compare.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 namespace lorv {
 namespace {
@@ -37,9 +43,33 @@ TextView Beginning(LPCTSTR text, int count) {
 
 }  // namespace
 
+#if defined(__SSE2__)
+
+// Eight units at a step. A step begins at a multiple of its size and so lies within one page of memory, which
+// is readable as a whole; what stands before the text or behind its terminator does not count.
+__attribute__((no_sanitize("address", "thread"))) std::size_t TextLength(LPCTSTR text) {
+  constexpr std::uintptr_t kStep = sizeof(__m128i);
+  const std::uintptr_t before = reinterpret_cast<std::uintptr_t>(text) % kStep;
+  const char* at = reinterpret_cast<const char*>(text) - before;
+  const __m128i zero = _mm_setzero_si128();
+  unsigned ends = ~0U << before;
+  for (;; at += kStep, ends = ~0U) {
+    const __m128i units = *reinterpret_cast<const __m128i*>(at);
+    ends &= static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi16(units, zero)));
+    if (ends != 0) break;
+  }
+  return (static_cast<std::size_t>(at - reinterpret_cast<const char*>(text)) +
+          static_cast<std::size_t>(std::countr_zero(ends))) /
+         sizeof(TCHAR);
+}
+
+#else
+
 std::size_t TextLength(LPCTSTR text) {
   return std::char_traits<TCHAR>::length(text);
 }
+
+#endif
 
 int CompareExact(LPCTSTR a, LPCTSTR b) {
   while (*a == *b && *a != 0) ++a, ++b;

@@ -23,6 +23,18 @@ TEST(TextCompare, LengthsCountUnits) {
   EXPECT_EQ(TextLength(_T("\U00020000")), 2u);
 }
 
+// The text ends where its memory ends, at any distance from a whole step.
+TEST(TextCompare, LengthsOfTextsThatEndWithTheirMemory) {
+  for (std::size_t length = 0; length < 40; ++length) {
+    for (std::size_t from = 0; from <= length; ++from) {
+      std::vector<TCHAR> units(length + 1, 'a');
+      units[length] = 0;
+      units.shrink_to_fit();
+      EXPECT_EQ(TextLength(units.data() + from), length - from);
+    }
+  }
+}
+
 TEST(TextCompare, PointersAndViewsGiveTheSameOrder) {
   const struct {
     LPCTSTR a;
