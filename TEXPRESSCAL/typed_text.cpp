@@ -12,9 +12,12 @@ namespace {
 
 constexpr std::size_t kStep = 8;
 
-// The terminator is among the units, so a shorter text differs before its end is passed.
+// Unit by unit: the terminator is among the units, so a shorter text differs before its end is passed, which
+// a comparison of whole blocks would not stop at.
 bool AreSame(LPCTSTR text, const TCHAR* units, std::size_t count) {
-  return std::equal(units, units + count, text);
+  std::size_t at = 0;
+  while (at < count && text[at] == units[at]) ++at;
+  return at == count;
 }
 
 }  // namespace
