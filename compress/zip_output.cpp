@@ -8,7 +8,7 @@
 namespace lorv::zip {
 namespace {
 
-constexpr std::size_t kPassOnAt = 256 * 1024;
+constexpr std::size_t kPassOnAt = 64 * 1024;
 
 }  // namespace
 

@@ -15,7 +15,7 @@
 namespace lorv {
 namespace {
 
-constexpr std::size_t kReadBlock = 128 * 1024;
+constexpr std::size_t kReadBlock = 64 * 1024;
 constexpr std::string_view kPackedSuffixes[] = {".z", ".zip", ".zoo", ".arc", ".lzh", ".arj", ".gz", ".tgz"};
 
 char Lower(char c) {
