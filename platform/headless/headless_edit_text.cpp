@@ -120,9 +120,10 @@ void HeadlessEditText::WrapFrom(int start, int end, std::vector<int>& starts) co
     if (width <= wrap_width || at == starts.back() || text.GetAt(at) == _T(' ')) continue;
     starts.push_back(last_break > starts.back() ? last_break : at);
     const int from = starts.back();
-    width = HeadlessExtent(
-                text.View().substr(static_cast<std::size_t>(from), static_cast<std::size_t>(at - from + 1)))
-                .cx;
+    const int count = at - from + 1;
+    width =
+        HeadlessExtent(text.View().substr(static_cast<std::size_t>(from), static_cast<std::size_t>(count)))
+            .cx;
   }
 }
 
