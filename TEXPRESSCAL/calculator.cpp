@@ -15,11 +15,6 @@ using lorv::TextView;
 
 constexpr int kMessageText = 40;
 
-// A missing operand, an unknown variable and an argument outside the domain are no errors to the caller.
-int ErrorForCaller(int code) {
-  return code == lorv::kDivisionByZero || code == lorv::kMalformedArguments ? 1 : 0;
-}
-
 void CopyMessage(LPTSTR message, const CString& text) {
   const TextView kept = text.View().substr(0, kMessageText - 1);
   std::copy(kept.begin(), kept.end(), message);
@@ -139,7 +134,7 @@ double CAdExpCalculate::Calculate(int& error) {
   const bool is_set_again = work_text_ == WorkTextState::kIsFormula && is_repeated_;
   if (is_set_again && repeated_.Work(*m_pMapValue, value, error)) {
     work_text_ = WorkTextState::kHasPlannedValues;
-    error = ErrorForCaller(error);
+    error = lorv::ErrorForCaller(error);
     return error == 0 ? value : 0;
   }
   error = 0;
@@ -200,7 +195,7 @@ double CAdExpCalculate::CalcParsed(int parsed, int& error) const {
   }
   double value = 0;
   const int code = expression_.Value(value);
-  error = ErrorForCaller(code);
+  error = lorv::ErrorForCaller(code);
   return value;
 }
 

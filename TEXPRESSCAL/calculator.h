@@ -56,6 +56,8 @@ class COMM_LORV_API CAdExpCalculate : public CValidParameter {
   double Calculate(int& error);
   double Calculate();
 
+  // The values in use: this object's, those it shares with the source of a copy, or a caller's map.
+  const CMapValue& Values() const { return *m_pMapValue; }
   // Empties the values, also those of a caller's map. The keywords stay.
   void ClearAllValue();
 

@@ -21,6 +21,12 @@ enum EvaluationError {
   kMissingOperand = 10
 };
 
+// What a calculator tells its caller: a missing operand, an unknown variable and an argument outside the
+// domain are no errors there.
+inline int ErrorForCaller(int code) {
+  return code == kDivisionByZero || code == kMalformedArguments ? 1 : 0;
+}
+
 // A value on its way: a number, or a text that some node holds. A text counts as the number 0.
 struct Operand {
   double number;

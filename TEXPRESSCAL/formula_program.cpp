@@ -264,8 +264,8 @@ void ProgramMaker::WriteQuotient(const ExprNode* node) {
     Put(join, cell);
     return;
   }
-  const std::size_t saved = OpenCell();
   Write(node->right);
+  const std::size_t saved = OpenCell();
   Put(StepKind::kSave, saved);
   if (told_before) Put(StepKind::kCheckDivisor, saved);
   Write(node->left);

@@ -6,6 +6,9 @@
 
 // What the operators and functions make of numbers: the rules that every way of working a formula shares, so
 // that all of them agree to the last bit.
+//
+// They are always taken in where they are used: code for several generations of processors uses them, and a
+// copy made for one must not be called by another.
 namespace lorv {
 
 // "<" and ">" see numbers this close as equal; the other comparisons are exact.
@@ -14,11 +17,11 @@ constexpr double kTolerance = 1e-9;
 // A quotient by zero shows the dividend, negated, over this.
 constexpr double kZeroStandIn = 0.001;
 
-inline double Quotient(double left, double right) {
+[[gnu::always_inline]] inline double Quotient(double left, double right) {
   return right == 0 ? -left / kZeroStandIn : left / right;
 }
 
-inline bool IsLess(double left, double right) {
+[[gnu::always_inline]] inline bool IsLess(double left, double right) {
   const double difference = left - right;
   return std::fabs(difference) >= kTolerance && difference < 0;
 }
@@ -50,16 +53,16 @@ inline bool NumbersCompare(unsigned short kind, double left, double right) {
 }
 
 // Only an exact 1 passes for true where truths are joined.
-inline bool IsTruth(double number) {
+[[gnu::always_inline]] inline bool IsTruth(double number) {
   return number == 1.0;
 }
 
 // MAX and MIN work their way from the last argument to the first: which of `number` and the best so far
 // stays.
-inline double Larger(double number, double best) {
+[[gnu::always_inline]] inline double Larger(double number, double best) {
   return number > best ? number : best;
 }
-inline double Smaller(double number, double best) {
+[[gnu::always_inline]] inline double Smaller(double number, double best) {
   return best <= number ? best : number;
 }
 

@@ -28,7 +28,8 @@ struct ReadingBounds {
 // value's sign, as "-0" does.
 //
 //   1.23449 gives 1.234;  -0.0001 gives -0.0;  0.3333 is refused
-inline bool ReadsPlainly(double value, double& reading) {
+// Always taken in where it is used, as are the rules of numbers.
+[[gnu::always_inline]] inline bool ReadsPlainly(double value, double& reading) {
   using Bounds = ReadingBounds;
   const double units = std::fabs(value) * Bounds::kUnits;
   const double whole = (units + Bounds::kToWhole) - Bounds::kToWhole;

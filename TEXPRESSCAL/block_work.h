@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "TEXPRESSCAL/formula_program.h"
+
+// Works a program on a block of rows at a time: each step is a loop over the block, which stays in the
+// processor's nearest cache, and the loops are compiled for several generations of processors.
+namespace lorv {
+
+constexpr std::size_t kBlockRows = 256;
+
+// A step that saves a number saves a block of them; formulas nest no deeper than this, or have no such work.
+constexpr std::size_t kMaxSavedBlocks = 48;
+
+// What stands in a cell for all rows of a block: a column of numbers, or one number.
+struct BlockCell {
+  const double* column;  // null: the number
+  double number;
+};
+
+// One thread's room.
+struct BlockRoom {
+  double blocks[kMaxSavedBlocks + 1][kBlockRows];
+  double whole[kBlockRows];
+};
+
+struct BlockJob {
+  const Step* steps;
+  const BlockCell* cells;  // of the variables and the constants
+  std::size_t saved_from;  // the first cell for numbers on their way
+  std::size_t rows;        // at most kBlockRows
+  double* results;         // of the rows
+  std::uint8_t* errors;    // the last error of each row; 0 when the work begins
+  BlockRoom* room;
+  double (*function)(unsigned short kind, double x);  // functions of one number that have no loop
+};
+
+// The loops for one generation of processors.
+struct BlockLoops {
+  const char* name;
+  void (*work)(const BlockJob& job);
+  // The numbers that values read as; false if there are values among them for which that has to be found out
+  // one by one.
+  bool (*read)(const double* values, double* readings, std::size_t rows);
+};
+
+// Those that this processor can run, the best first; at most `room` of them.
+std::size_t UsableBlockLoops(const BlockLoops** loops, std::size_t room);
+
+// Null where a program needs more room than there is.
+const BlockLoops* BestBlockLoops(const FormulaProgram& program);
+
+extern const BlockLoops kBaselineLoops;
+extern const BlockLoops kAvx2Loops;
+extern const BlockLoops kAvx512Loops;
+
+}  // namespace lorv
