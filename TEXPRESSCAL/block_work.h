@@ -40,10 +40,11 @@ struct BlockJob {
 // The loops for one generation of processors.
 struct BlockLoops {
   const char* name;
-  void (*work)(const BlockJob& job);
-  // The numbers that values read as; false if there are values among them for which that has to be found out
-  // one by one.
-  bool (*read)(const double* values, double* readings, std::size_t rows);
+  // True if an error was told for any row.
+  bool (*work)(const BlockJob& job);
+  // The numbers that values read as; false if that does not follow from the value alone for some of them,
+  // whose reading is then none (NaN). `ahead` more values behind them will be wanted soon.
+  bool (*read)(const double* values, double* readings, std::size_t rows, std::size_t ahead);
 };
 
 // Those that this processor can run, the best first; at most `room` of them.

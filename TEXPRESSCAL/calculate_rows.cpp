@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cmath>
 #include <exception>
 #include <memory>
 #include <system_error>
@@ -40,19 +41,16 @@ struct RowTable {
 // A calculator that works one row after the other as text, with values of its own.
 class TextWorker {
  public:
-  explicit TextWorker(const CAdExpCalculate& calculator) : calculator_(calculator) {
+  TextWorker(const CAdExpCalculate& calculator, const RowTable& table) : calculator_(calculator) {
     calculator_ = calculator;  // the keywords come along
     values_ = calculator.Values();
     calculator_.SetVarValue(&values_);
     formula_ = calculator.GetExpr();
+    Begin(table);
   }
 
-  void SetRow(const RowTable& table, std::size_t row) {
-    for (const ValueColumn& column : table.columns)
-      calculator_.SetVarValue(column.name, column.values[row], false);
-  }
   void Work(const RowTable& table, std::size_t row) {
-    SetRow(table, row);
+    for (std::size_t i = 0; i < places_.size(); ++i) *places_[i] = table.columns[i].values[row];
     calculator_.SetExpr(formula_);
     int error = 0;
     const double result = calculator_.Calculate(error);
@@ -63,7 +61,16 @@ class TextWorker {
   const CString& Formula() const { return formula_; }
 
  private:
+  // Makes the columns' names known; from then on their values are written where they stand.
+  void Begin(const RowTable& table) {
+    if (table.rows == 0) return;
+    for (const ValueColumn& column : table.columns)
+      calculator_.SetVarValue(column.name, column.values[0], false);
+    for (const ValueColumn& column : table.columns) places_.push_back(&values_[column.name]);
+  }
+
   CMapValue values_;
+  std::vector<double*> places_;  // of the columns' values
   CString formula_;
   CAdExpCalculate calculator_;
 };
@@ -115,31 +122,39 @@ class BlockWorker {
   BlockWorker(const BlockPlan& plan, const RowTable& table, const CAdExpCalculate& calculator)
       : plan_(plan),
         table_(table),
-        texts_(calculator),
+        texts_(calculator, table),
         cells_(plan.Cells()),
         readings_(plan.SlotCount()),
         room_(std::make_unique_for_overwrite<BlockRoom>()) {}
 
   void Work(std::size_t first) {
     const std::size_t rows = std::min(kBlockRows, table_.rows - first);
-    std::fill_n(told_.begin(), rows, std::uint8_t{0});
-    std::fill_n(refused_.begin(), rows, false);
     for (std::size_t slot = 0; slot < readings_.size(); ++slot) Read(slot, first, rows);
-    plan_.Loops().work({plan_.Plan().Program().Steps().data(), cells_.data(),
-                        plan_.Plan().Program().ConstantEnd(), rows, numbers_.data(), told_.data(),
-                        room_.get(), AnyFunction});
-    for (std::size_t i = 0; i < rows; ++i) {
-      const int error = ErrorForCaller(told_[i]);
-      table_.Put(first + i, error == 0 ? numbers_[i] : 0, error);
-    }
-    if (!any_refused_) return;
-    any_refused_ = false;
-    for (std::size_t i = 0; i < rows; ++i) {
-      if (refused_[i]) texts_.Work(table_, first + i);
-    }
+    const FormulaProgram& program = plan_.Plan().Program();
+    const bool has_told =
+        plan_.Loops().work({program.Steps().data(), cells_.data(), program.ConstantEnd(), rows,
+                            table_.results + first, told_.data(), room_.get(), AnyFunction});
+    if (table_.errors != nullptr) std::fill_n(table_.errors + first, rows, 0);
+    if (has_told) PutErrors(first, rows);
+    if (any_refused_) WorkRefused(first, rows);
   }
 
  private:
+  void WorkRefused(std::size_t first, std::size_t rows) {
+    for (std::size_t i = 0; i < rows; ++i) {
+      if (refused_[i]) texts_.Work(table_, first + i);
+    }
+    std::fill_n(refused_.begin(), rows, false);
+    any_refused_ = false;
+  }
+
+  void PutErrors(std::size_t first, std::size_t rows) {
+    for (std::size_t i = 0; i < rows; ++i) {
+      if (ErrorForCaller(told_[i]) != 0) table_.Put(first + i, 0, ErrorForCaller(told_[i]));
+    }
+    std::fill_n(told_.begin(), rows, std::uint8_t{0});
+  }
+
   // Reads the values of one slot; rows whose value does not fit are left to the text.
   void Read(std::size_t slot, std::size_t first, std::size_t rows) {
     const double* column = plan_.Column(slot);
@@ -147,10 +162,13 @@ class BlockWorker {
     column += first;
     cells_[slot].column = readings_[slot].data();
     const FormulaPlan::Slot& rule = plan_.Plan().Slots()[slot];
-    if (plan_.Loops().read(column, readings_[slot].data(), rows) && FormulaPlan::IsFree(rule)) return;
+    const double* const readings = readings_[slot].data();
+    const std::size_t ahead = std::min(kBlockRows, table_.rows - first - rows);
+    const bool all_read = plan_.Loops().read(column, readings_[slot].data(), rows, ahead);
+    if (all_read && FormulaPlan::IsFree(rule)) return;
     for (std::size_t i = 0; i < rows; ++i) {
-      double reading = 0;
-      if (FormulaPlan::Fits(rule, column[i], reading)) continue;
+      const bool has_reading = !std::isnan(readings[i]);
+      if (has_reading && (FormulaPlan::IsFree(rule) || FormulaPlan::FitsClosely(rule, column[i]))) continue;
       refused_[i] = any_refused_ = true;
     }
   }
@@ -161,9 +179,8 @@ class BlockWorker {
   std::vector<BlockCell> cells_;
   std::vector<std::array<double, kBlockRows>> readings_;
   std::unique_ptr<BlockRoom> room_;
-  std::array<double, kBlockRows> numbers_;
-  std::array<std::uint8_t, kBlockRows> told_;
-  std::array<bool, kBlockRows> refused_;
+  std::array<std::uint8_t, kBlockRows> told_{};
+  std::array<bool, kBlockRows> refused_{};
   bool any_refused_ = false;
 };
 
@@ -171,8 +188,7 @@ class BlockWorker {
 class RowJob {
  public:
   RowJob(const CAdExpCalculate& calculator, const RowTable& table) : calculator_(calculator), table_(table) {
-    TextWorker worker(calculator);
-    if (table.rows > 0) worker.SetRow(table, 0);
+    TextWorker worker(calculator, table);
     planned_ = plan_.Make(worker, table);
   }
 
@@ -206,7 +222,7 @@ class RowJob {
     });
   }
   void ShareTexts() {
-    TextWorker worker(calculator_);
+    TextWorker worker(calculator_, table_);
     Take([&](std::size_t first, std::size_t end) {
       for (; first < end; ++first) worker.Work(table_, first);
     });

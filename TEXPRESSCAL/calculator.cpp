@@ -132,7 +132,7 @@ double CAdExpCalculate::Calculate() {
 double CAdExpCalculate::Calculate(int& error) {
   double value = 0;
   const bool is_set_again = work_text_ == WorkTextState::kIsFormula && is_repeated_;
-  if (is_set_again && repeated_.Work(*m_pMapValue, value, error)) {
+  if (is_set_again && repeated_.Work(m_szExpr.View(), *m_pMapValue, value, error)) {
     work_text_ = WorkTextState::kHasPlannedValues;
     error = lorv::ErrorForCaller(error);
     return error == 0 ? value : 0;

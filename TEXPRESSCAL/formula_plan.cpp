@@ -92,21 +92,25 @@ class PlanReader {
 
 namespace {
 
-// Puts the stand-in in place of every name; the length that each name's values need, or nothing if a name is
-// none that a plan can be made for.
-bool PutStandIns(SlotEdit& edit, const CMapValue& values, std::vector<std::size_t>& least_texts) {
-  std::size_t entry = 0;
+// What is put in place of a name, and what that asks of its values.
+struct StandIn {
+  bool is_slot;            // else the value itself stands in the text
+  std::size_t least_text;  // shorter texts would change which hits are found
+};
+
+// Puts stand-ins in place of every name; false if a plan cannot be made for these names.
+bool PutStandIns(SlotEdit& edit, const CMapValue& values, bool writes_thirds,
+                 std::vector<StandIn>& stand_ins) {
   for (const auto& [key, value] : values) {
     const TextView name(static_cast<LPCTSTR>(key));
-    least_texts.push_back(0);
-    if (!name.empty()) {
-      if (!IsPlainName(name)) return false;
-      edit.BeginName(entry);
-      SubstituteValue(edit, name, kStandIn);
-      const std::size_t gap = edit.LeastGap(name, kNoGap);
-      if (gap < name.size()) least_texts.back() = name.size() - gap;
-    }
-    ++entry;
+    StandIn& stand_in = stand_ins.emplace_back(!writes_thirds || ThirdsOf(value) == 0, 0);
+    if (name.empty()) continue;
+    if (!IsPlainName(name)) return false;
+    edit.BeginName(stand_ins.size() - 1);
+    SubstituteValue(edit, name, stand_in.is_slot ? kStandIn : value);
+    const std::size_t gap = edit.LeastGap(name, kNoGap);
+    if (gap < name.size()) stand_in.least_text = name.size() - gap;
+    if (!stand_in.is_slot && stand_in.least_text > ValueText(value).Plain().size()) return false;
   }
   edit.EndNames();
   return !edit.IsDoubtful();
@@ -114,13 +118,14 @@ bool PutStandIns(SlotEdit& edit, const CMapValue& values, std::vector<std::size_
 
 }  // namespace
 
-bool FormulaPlan::Make(TextView formula, const CMapValue& values) {
+bool FormulaPlan::Make(TextView formula, const CMapValue& values, Thirds thirds) {
   slots_.clear();
   close_slots_.clear();
   places_.clear();
   SlotEdit edit(formula);
-  std::vector<std::size_t> least_texts;
-  if (IsPlainNumber(formula) || !PutStandIns(edit, values, least_texts)) return false;
+  std::vector<StandIn> stand_ins;
+  if (IsPlainNumber(formula) || !PutStandIns(edit, values, thirds == Thirds::kWritten, stand_ins))
+    return false;
   RewriteOperators(edit);
   if (edit.CopiesText()) return false;
 
@@ -131,9 +136,13 @@ bool FormulaPlan::Make(TextView formula, const CMapValue& values) {
   Parser parser(edit.Writable(), pool, &judge, names);
   const ExprNode* root = parser.Parse();
   if (root == nullptr) return false;
-  PlanReader reader({edit.Text(), edit.Length()}, edit.Places());
+  std::vector<SlotEdit::Place> places = edit.Places();
+  std::erase_if(places, [&](const SlotEdit::Place& place) { return !stand_ins[place.name].is_slot; });
+  PlanReader reader({edit.Text(), edit.Length()}, std::move(places));
   if (!reader.Read(root)) return false;
 
+  std::vector<std::size_t> least_texts;
+  for (const StandIn& stand_in : stand_ins) least_texts.push_back(stand_in.least_text);
   MakeSlots(reader, least_texts);
   return program_.Make(root, values_.size(), [&](const ExprNode* leaf) {
     const std::size_t* name = reader.NameOf(leaf);

@@ -26,8 +26,10 @@ class FormulaPlan {
     bool takes_negative;     // else a value with a minus sign does not fit
   };
 
-  // Makes the plan of a formula in capitals for the names of `values`; false if it has none.
-  bool Make(TextView formula, const CMapValue& values);
+  // Makes the plan of a formula in capitals for the names of `values`; false if it has none. With kWritten
+  // those values that are thirds are written into the formula: the plan is for these very thirds.
+  enum class Thirds { kDoNotFit, kWritten };
+  bool Make(TextView formula, const CMapValue& values, Thirds thirds = Thirds::kDoNotFit);
 
   // Works the plan on the values of the same names. False, with nothing changed, where a value does not fit.
   bool Work(const CMapValue& values, double& result, int& error);
@@ -39,14 +41,16 @@ class FormulaPlan {
   // Only the number decides whether a value fits.
   static bool IsFree(const Slot& slot) { return slot.takes_negative && slot.least_text <= 1; }
 
+  // Whether a value fits a slot that is not free, if its number does.
+  static bool FitsClosely(const Slot& slot, double value);
+
   // In the order of the names.
   const std::vector<Slot>& Slots() const { return slots_; }
-  // The values of the last Work, in the order of the slots.
+  // The values that the last Work was asked for, in the order of the slots.
   const double* Values() const { return values_.data(); }
   const FormulaProgram& Program() const { return program_; }
 
  private:
-  static bool FitsClosely(const Slot& slot, double value);
   bool AllFitClosely() const;
   void MakeSlots(const PlanReader& reader, const std::vector<std::size_t>& least_texts);
   int SlotOf(std::size_t name) const;

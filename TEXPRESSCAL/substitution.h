@@ -6,6 +6,7 @@
 
 #include "TEXPRESSCAL/replace_rule.h"
 #include "TEXPRESSCAL/text_rewriting.h"
+#include "TEXPRESSCAL/value_reading.h"
 #include "comm/short_decimal.h"
 #include "framework/char_class.h"
 
@@ -22,10 +23,8 @@ inline bool IsPlainNumber(TextView text) {
 class ValueText {
  public:
   explicit ValueText(double value) {
-    if (std::fabs(value - 0.3333333333333333) < kThirdWidth) {
-      SetThird('1');
-    } else if (std::fabs(value - 0.6666666666666666) < kThirdWidth) {
-      SetThird('2');
+    if (const int thirds = ThirdsOf(value)) {
+      SetThirds(static_cast<TCHAR>('0' + thirds));
     } else {
       length_ = ShortDecimal(value, kDecimals, false, text_.data() + 1, kValueText);
     }
@@ -37,9 +36,8 @@ class ValueText {
 
  private:
   static constexpr int kDecimals = 3;
-  static constexpr double kThirdWidth = 0.001;
 
-  void SetThird(TCHAR numerator) {
+  void SetThirds(TCHAR numerator) {
     text_[1] = numerator;
     text_[2] = '/';
     text_[3] = '3';

@@ -18,11 +18,17 @@ struct ReadingBounds {
   static constexpr double kLimit = 0x1p36;  // in units: below it, a value times kUnits is off by a hair only
   static constexpr double kSurely = 0.499;  // nearer to a whole unit than this, rounding surely leads there
   static constexpr double kToWhole = 0x1p52;  // adding and taking it away leaves the nearest whole number
-  // In units: the texts of thirds are used less than one unit around them, which the numbers 332 to 334 and
-  // 666 to 668 cover: those within 1 of kThirds in distance from kMiddle.
-  static constexpr double kMiddle = 500;
-  static constexpr double kThirds = 167;
+  static constexpr double kOneThird = 0.3333333333333333;
+  static constexpr double kTwoThirds = 0.6666666666666666;
+  static constexpr double kThirdWidth = 0.001;
 };
+
+// One or two thirds where a value is kept as that many, else 0.
+inline int ThirdsOf(double value) {
+  using Bounds = ReadingBounds;
+  if (std::fabs(value - Bounds::kOneThird) < Bounds::kThirdWidth) return 1;
+  return std::fabs(value - Bounds::kTwoThirds) < Bounds::kThirdWidth ? 2 : 0;
+}
 
 // True, with the number in `reading`, where it follows; else `reading` holds nothing of use. A zero keeps the
 // value's sign, as "-0" does.
@@ -36,7 +42,8 @@ struct ReadingBounds {
   // The quotient of two exact numbers is the rounded value that reading the digits gives as well.
   reading = std::copysign(whole / Bounds::kUnits, value);
   return units < Bounds::kLimit && std::fabs(units - whole) < Bounds::kSurely &&
-         std::fabs(std::fabs(whole - Bounds::kMiddle) - Bounds::kThirds) > 1;
+         std::fabs(value - Bounds::kOneThird) >= Bounds::kThirdWidth &&
+         std::fabs(value - Bounds::kTwoThirds) >= Bounds::kThirdWidth;
 }
 
 // The same for an even count of values at a time, the i-th of which stands at `place(i)`: true where the
@@ -48,8 +55,8 @@ bool AllReadPlainly(std::size_t count, const Place& place, double* values, doubl
   using Bounds = ReadingBounds;
   const __m128d sign = _mm_set1_pd(-0.0), unit = _mm_set1_pd(Bounds::kUnits);
   const __m128d to_whole = _mm_set1_pd(Bounds::kToWhole), surely = _mm_set1_pd(Bounds::kSurely);
-  const __m128d middle = _mm_set1_pd(Bounds::kMiddle), thirds = _mm_set1_pd(Bounds::kThirds);
-  __m128d largest = _mm_setzero_pd(), nearest_third = _mm_set1_pd(Bounds::kThirds);
+  const __m128d one_third = _mm_set1_pd(Bounds::kOneThird), two_thirds = _mm_set1_pd(Bounds::kTwoThirds);
+  __m128d largest = _mm_setzero_pd(), from_thirds = _mm_set1_pd(1);
   __m128d is_near = _mm_cmpeq_pd(sign, sign);  // also false for what is no number
   for (std::size_t i = 0; i < count; i += 2) {
     const __m128d value = _mm_loadh_pd(_mm_load_sd(place(i)), place(i + 1));
@@ -58,13 +65,13 @@ bool AllReadPlainly(std::size_t count, const Place& place, double* values, doubl
     const __m128d whole = _mm_sub_pd(_mm_add_pd(units, to_whole), to_whole);
     _mm_storeu_pd(readings + i, _mm_or_pd(_mm_div_pd(whole, unit), _mm_and_pd(sign, value)));
     const __m128d off = _mm_andnot_pd(sign, _mm_sub_pd(units, whole));
-    const __m128d from_middle = _mm_andnot_pd(sign, _mm_sub_pd(whole, middle));
     largest = _mm_max_pd(largest, units);
     is_near = _mm_and_pd(is_near, _mm_cmplt_pd(off, surely));
-    nearest_third = _mm_min_pd(nearest_third, _mm_andnot_pd(sign, _mm_sub_pd(from_middle, thirds)));
+    from_thirds = _mm_min_pd(from_thirds, _mm_andnot_pd(sign, _mm_sub_pd(value, one_third)));
+    from_thirds = _mm_min_pd(from_thirds, _mm_andnot_pd(sign, _mm_sub_pd(value, two_thirds)));
   }
   const __m128d is_small = _mm_cmplt_pd(largest, _mm_set1_pd(Bounds::kLimit));
-  const __m128d is_no_third = _mm_cmpgt_pd(nearest_third, _mm_set1_pd(1));
+  const __m128d is_no_third = _mm_cmpge_pd(from_thirds, _mm_set1_pd(Bounds::kThirdWidth));
   return _mm_movemask_pd(_mm_and_pd(is_near, _mm_and_pd(is_small, is_no_third))) == 3;
 #else
   bool plain = true;

@@ -1,6 +1,7 @@
 #include "bench/peer_parser.h"
 
 #include <muParser.h>
+#include <omp.h>
 
 #include <algorithm>
 #include <cmath>
@@ -82,6 +83,16 @@ double PeerParser::Work(const std::string& text) {
 
 double PeerParser::Again() {
   return state_->parser.Eval();
+}
+
+void PeerParser::Column(const std::string& name, double* values) {
+  state_->parser.DefineVar(name, values);
+}
+
+void PeerParser::WorkRows(const std::string& text, double* results, std::size_t rows) {
+  omp_set_num_threads(1);  // its bulk mode takes all processors else
+  state_->parser.SetExpr(text);
+  state_->parser.Eval(results, static_cast<int>(rows));
 }
 
 }  // namespace lorv::bench

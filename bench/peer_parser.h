@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -19,6 +20,11 @@ class PeerParser {
   double Work(const std::string& text);
   // Works the last text again, as it was compiled then.
   double Again();
+
+  // The values of a name for the rows of WorkRows, one a row; they stay the caller's.
+  void Column(const std::string& name, double* values);
+  // Works one text for many rows.
+  void WorkRows(const std::string& text, double* results, std::size_t rows);
 
  private:
   struct State;
