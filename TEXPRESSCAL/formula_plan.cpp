@@ -103,7 +103,8 @@ bool PutStandIns(SlotEdit& edit, const CMapValue& values, bool writes_thirds,
                  std::vector<StandIn>& stand_ins) {
   for (const auto& [key, value] : values) {
     const TextView name(static_cast<LPCTSTR>(key));
-    StandIn& stand_in = stand_ins.emplace_back(!writes_thirds || ThirdsOf(value) == 0, 0);
+    stand_ins.push_back({!writes_thirds || ThirdsOf(value) == 0, 0});
+    StandIn& stand_in = stand_ins.back();
     if (name.empty()) continue;
     if (!IsPlainName(name)) return false;
     edit.BeginName(stand_ins.size() - 1);
