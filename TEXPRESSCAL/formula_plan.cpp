@@ -142,8 +142,9 @@ bool FormulaPlan::Make(TextView formula, const CMapValue& values, Thirds thirds)
   PlanReader reader({edit.Text(), edit.Length()}, std::move(places));
   if (!reader.Read(root)) return false;
 
-  std::vector<std::size_t> least_texts;
-  for (const StandIn& stand_in : stand_ins) least_texts.push_back(stand_in.least_text);
+  std::vector<std::size_t> least_texts(stand_ins.size());
+  std::transform(stand_ins.begin(), stand_ins.end(), least_texts.begin(),
+                 [](const StandIn& stand_in) { return stand_in.least_text; });
   MakeSlots(reader, least_texts);
   return program_.Make(root, values_.size(), [&](const ExprNode* leaf) {
     const std::size_t* name = reader.NameOf(leaf);
