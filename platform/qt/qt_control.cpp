@@ -1,0 +1,56 @@
+#include "platform/qt/qt_control.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+#include "framework/window_map.h"
+#include "platform/qt/qt_fonts.h"
+#include "platform/qt/qt_text.h"
+
+namespace lorv {
+
+void QtControl::StartControl(QWidget* widget, QWidget* pane) {
+  Start(widget, pane);
+  widget->setFont(FontOf(Font()));
+}
+
+bool QtControl::Framed() const {
+  return (LookStyle() & WS_BORDER) != 0 || (ExStyle() & WS_EX_CLIENTEDGE) != 0;
+}
+
+QtWindow::Edges QtControl::Margins() const {
+  if (Pane() == Widget()) {
+    const int line = Framed() ? 1 : 0;
+    return {line, line, line, line};
+  }
+  const QRect pane = Pane()->geometry();
+  return {pane.left(), pane.top(), Widget()->width() - pane.left() - pane.width(),
+          Widget()->height() - pane.top() - pane.height()};
+}
+
+void QtControl::FontChanged(const QFont& font) {
+  Widget()->setFont(font);
+}
+
+LRESULT QtControl::Default(UINT message, WPARAM w, LPARAM l) {
+  if (message == WM_PAINT) {
+    natively_ = true;
+    return 0;
+  }
+  return QtWindow::Default(message, w, l);
+}
+
+bool QtControl::TakePaint(QObject* receiver, QPaintEvent& event) {
+  if (receiver != Pane() || MappedWindow(Handle()) == nullptr) return false;
+  natively_ = false;
+  KeepDirty(CRect(ClientRect()));
+  DeliverMessage(Handle(), WM_PAINT, 0, 0);
+  if (!Exists() || natively_) return false;
+  QPainter painter(Pane());
+  const Edges edges = Margins();
+  const QPoint at = Pane() == Widget() ? QPoint(edges.left, edges.top) : QPoint(0, 0);
+  Surface().Show(painter, at, event.rect());
+  return true;
+}
+
+}  // namespace lorv

@@ -1,0 +1,151 @@
+#pragma once
+
+#include <QObject>
+#include <atomic>
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <unordered_map>
+#include <vector>
+
+#include "framework/desktop_port.h"
+#include "framework/geometry.h"
+#include "platform/qt/qt_window.h"
+
+namespace lorv {
+
+// Where errands for the thread of the windows are left, by any thread; closed when the desktop ends.
+class QtMailbox {
+ public:
+  QtMailbox();
+  ~QtMailbox();
+  QtMailbox(const QtMailbox&) = delete;
+  QtMailbox& operator=(const QtMailbox&) = delete;
+  // Runs it in that thread when the events that are there are done; `last`: when all others are.
+  void Leave(std::function<void()> errand, bool last = false);
+  void Close();
+
+ private:
+  std::mutex mutex_;
+  QObject* receiver_;
+};
+
+// The desktop over Qt. Focus, activation and capture are its own record, in the platform's order of messages;
+// the widgets follow it, and what the user changes at the widgets changes it.
+class QtDesk : public Desktop {
+ public:
+  QtDesk();
+  ~QtDesk() override;
+
+  HWND Create(const WindowRequest& request) override;
+  std::shared_ptr<WindowPeer> Find(HWND window) const override { return At(window); }
+  std::vector<HWND> Windows() const override { return tops_; }
+  bool Post(HWND window, UINT message, WPARAM w, LPARAM l) override;
+  LRESULT Send(HWND window, UINT message, WPARAM w, LPARAM l) override;
+  bool Pump(bool wait) override;
+  void RunModal(HWND dialog) override;
+  void EndModal(HWND dialog) override;
+  HWND Focus() const override;
+  HWND Active() const override { return active_; }
+  HWND Capture() const override { return capture_; }
+  void SetCapture(HWND window) override;
+  SHORT KeyState(int key) const override;
+  POINT CursorPosition() const override { return mouse_; }
+  void SetCursorPosition(POINT at) override;
+  void SetCursor(int shape) override;
+  int Cursor() const override { return cursor_; }
+  HWND WindowAt(POINT screen) const override;
+  RECT WorkArea(POINT near_by) const override;
+  RECT Screen() const override;
+  COLORREF Colour(int index) const override;
+  int Metric(int index) const override;
+  LOGFONT DialogFont() const override;
+  DWORD Ticks() const override;
+  UINT Popup(const MenuModel& menu, POINT screen, UINT flags, HWND owner) override;
+  bool MenuUp() const override { return menu_up_; }
+  HKL Layout() const override;
+  HKL ActivateLayout(HKL layout, UINT flags) override;
+  std::vector<HKL> Layouts() const override { return {Layout()}; }
+  bool HasClipboardText() const override;
+  CString ClipboardText() const override;
+  bool SetClipboardText(const CString& text) override;
+  std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
+  UINT RegisterMessage(LPCTSTR name) override;
+
+  // For windows.
+  std::shared_ptr<QtWindow> At(HWND window) const;
+  HWND TopOf(HWND window) const;
+  bool Within(HWND outer, HWND inner) const;
+  std::vector<HWND> OwnedBy(HWND owner) const;
+  bool StillThere(HWND window) const { return At(window) != nullptr; }
+  void RaiseTop(HWND window);
+  void MoveFocus(HWND window);
+  void ActivateTop(HWND top);
+  void ActivateNext(HWND gone, HWND owner);
+  void Forget(HWND window);
+  void Deliver(MSG message);
+  MSG MessageNow(HWND window, UINT message, WPARAM w, LPARAM l) const;
+  const std::shared_ptr<QtMailbox>& Mailbox() const { return mailbox_; }
+  void WantPaint();
+
+  // What the user does, as the events tell it.
+  void KeepKey(int key, bool down, Qt::KeyboardModifiers modifiers);
+  void KeepMouse(CPoint screen, Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers);
+  WPARAM HeldKeys() const;
+  void Hover(HWND window);
+  // The widget set gave a window the focus, or took it away from all.
+  void FocusArrived(HWND window);
+  void FocusLeft();
+  void ClickedIn() { asked_ = nullptr; }
+
+  // An event of ours is being worked: widgets that end meanwhile are kept until it is over.
+  class Event {
+   public:
+    explicit Event(QtDesk& desk) : desk_(desk) { ++desk_.depth_; }
+    Event(const Event&) = delete;
+    Event& operator=(const Event&) = delete;
+    ~Event() { --desk_.depth_; }
+
+   private:
+    QtDesk& desk_;
+  };
+  void Bury(QWidget* widget);
+
+ private:
+  std::shared_ptr<QtWindow> MakeWindow(const WindowRequest& request, HWND handle);
+  void Adopt(const std::shared_ptr<QtWindow>& window);
+  bool Admits(const WindowRequest& request) const;
+  HWND Announce(const std::shared_ptr<QtWindow>& window, const WindowRequest& request);
+  HWND InnermostAt(HWND at, POINT screen) const;
+  bool PumpPosted();
+  void PaintAll();
+  HWND FirstDirty(HWND at) const;
+  void LeaveProgram();
+
+  mutable std::mutex mutex_;  // over windows_ and posted_, which any thread asks for
+  std::unordered_map<HWND, std::shared_ptr<QtWindow>> windows_;
+  std::deque<MSG> posted_;
+  std::shared_ptr<QtMailbox> mailbox_;
+
+  UINT_PTR last_handle_ = 0x10000;
+  std::vector<HWND> tops_;
+  std::vector<HWND> modal_;
+  std::map<int, bool> keys_;
+  HWND focus_ = nullptr;
+  HWND active_ = nullptr;
+  HWND asked_ = nullptr;  // the top window that the widget set was asked to make the active one
+  HWND capture_ = nullptr;
+  HWND hovered_ = nullptr;
+  CPoint mouse_;
+  int cursor_ = kCursorArrow;
+  int depth_ = 0;
+  bool elsewhere_ = false;
+  bool menu_up_ = false;
+  bool paint_wanted_ = false;
+  bool quitting_ = false;
+  std::map<CString, UINT> registered_;
+};
+
+}  // namespace lorv
