@@ -1,6 +1,6 @@
 #include "platform/win32/modal_loop.h"
 
-#include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "platform/win32/message_pump.h"
@@ -8,55 +8,53 @@
 namespace lorv {
 namespace {
 
-std::vector<HWND>& Running() {
-  static std::vector<HWND> running;
-  return running;
-}
-
-bool Runs(HWND dialog) {
-  return std::count(Running().begin(), Running().end(), dialog) != 0 && IsWindow(dialog);
-}
-
-// Keeps the owner from the user while a dialog is up.
-class OwnerAtRest {
+// A dialog that is waited for, and its owner, which is kept from the user meanwhile.
+class ModalRun {
  public:
-  explicit OwnerAtRest(HWND dialog) : dialog_(dialog), owner_(GetWindow(dialog, GW_OWNER)) {
-    if (owner_ != nullptr) was_disabled_ = EnableWindow(owner_, FALSE) != 0;
+  explicit ModalRun(HWND dialog) : dialog_(dialog), owner_(GetWindow(dialog, GW_OWNER)) {
+    Live().push_back(this);
+    if (owner_ != nullptr) owner_rests_ = EnableWindow(owner_, FALSE) == 0;
   }
-  OwnerAtRest(const OwnerAtRest&) = delete;
-  OwnerAtRest& operator=(const OwnerAtRest&) = delete;
-  ~OwnerAtRest() {
-    if (owner_ == nullptr || was_disabled_ || !IsWindow(owner_)) return;
-    EnableWindow(owner_, TRUE);
-    // A dialog that was hidden while its owner was disabled has handed the activation to nobody of ours.
+  ModalRun(const ModalRun&) = delete;
+  ModalRun& operator=(const ModalRun&) = delete;
+  ~ModalRun() {
+    FreeOwner();
+    std::erase(Live(), this);
+    if (owner_ == nullptr || !IsWindow(owner_) || !IsWindowEnabled(owner_)) return;
     const HWND active = GetActiveWindow();
-    if (active == nullptr || active == dialog_) SetActiveWindow(owner_);
+    if (active != nullptr && active != dialog_) return;
+    // Where nobody is in front it is taken there, but never past another program that is.
+    if (GetForegroundWindow() == nullptr) {
+      SetForegroundWindow(owner_);
+    } else {
+      SetActiveWindow(owner_);
+    }
+  }
+
+  static std::vector<ModalRun*>& Live() {
+    static std::vector<ModalRun*> live;
+    return live;
+  }
+  HWND Dialog() const { return dialog_; }
+  bool Goes() const { return !ended_ && IsWindow(dialog_); }
+  void End() { ended_ = true; }
+  void FreeOwner() {
+    if (std::exchange(owner_rests_, false) && IsWindow(owner_)) EnableWindow(owner_, TRUE);
   }
 
  private:
   HWND dialog_;
   HWND owner_;
-  bool was_disabled_ = false;
-};
-
-class WaitingFor {
- public:
-  explicit WaitingFor(HWND dialog) : dialog_(dialog) { Running().push_back(dialog); }
-  WaitingFor(const WaitingFor&) = delete;
-  WaitingFor& operator=(const WaitingFor&) = delete;
-  ~WaitingFor() { std::erase(Running(), dialog_); }
-
- private:
-  HWND dialog_;
+  bool owner_rests_ = false;
+  bool ended_ = false;
 };
 
 }  // namespace
 
 void RunModalLoop(HWND dialog) {
   if (!IsWindow(dialog)) return;
-  const OwnerAtRest owner(dialog);
-  const WaitingFor waiting(dialog);
-  while (Runs(dialog)) {
+  const ModalRun run(dialog);
+  while (run.Goes()) {
     if (PumpOne(true) != PumpStep::kQuit) continue;
     // The end of the program is the outer loops' affair as well.
     PostQuitMessage(0);
@@ -65,11 +63,18 @@ void RunModalLoop(HWND dialog) {
 }
 
 void EndModalLoop(HWND dialog) {
-  if (std::erase(Running(), dialog) != 0) PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+  for (ModalRun* const run : ModalRun::Live())
+    if (run->Dialog() == dialog) run->End();
+  WakeModalLoop();
+}
+
+void FreeModalOwner(HWND dialog) {
+  for (ModalRun* const run : ModalRun::Live())
+    if (run->Dialog() == dialog) run->FreeOwner();
 }
 
 void WakeModalLoop() {
-  if (!Running().empty()) PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
+  if (!ModalRun::Live().empty()) PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 
 }  // namespace lorv

@@ -88,7 +88,10 @@ void Win32Window::Finish() {
 
 void Win32Window::Destroy() {
   if (!Exists() || std::exchange(destroying_, true)) return;
-  const bool gone = CarriedFault::CallOut([&] { return DestroyWindow(handle_) != 0; });
+  const bool gone = CarriedFault::CallOut([&] {
+    FreeModalOwner(handle_);
+    return DestroyWindow(handle_) != 0;
+  });
   if (!gone) destroying_ = false;
 }
 

@@ -2,6 +2,7 @@
 
 #include "framework/geometry.h"
 #include "platform/win32/carried_fault.h"
+#include "platform/win32/modal_loop.h"
 #include "platform/win32/win32_window.h"
 
 // Place, looks, text and bars of a window: each a question to the system.
@@ -96,7 +97,10 @@ void Win32Window::Show(int how) {
   if (!Exists()) return;
   const bool activates = how != SW_HIDE && how != SW_SHOWNOACTIVATE;
   if (kind_ == WindowKind::Popup && activates) how = SW_SHOWNA;
-  CarriedFault::CallOut([&] { return ShowWindow(handle_, how); });
+  CarriedFault::CallOut([&] {
+    if (how == SW_HIDE) FreeModalOwner(handle_);
+    return ShowWindow(handle_, how);
+  });
 }
 
 void Win32Window::Enable(bool on) {

@@ -152,3 +152,21 @@ void RealWindows::Click(POINT screen) {
   Button(true);
   Button(false);
 }
+
+OtherProgram::~OtherProgram() {
+  done_ = true;
+  thread_.join();
+}
+
+void OtherProgram::Run() {
+  const HWND window = CreateWindowExW(0, L"Static", L"other", WS_POPUP | WS_VISIBLE, 700, 600, 90, 50,
+                                      nullptr, nullptr, nullptr, nullptr);
+  SetForegroundWindow(window);
+  window_ = window;
+  MSG message;
+  while (!done_) {
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+    Sleep(2);
+  }
+  DestroyWindow(window);
+}

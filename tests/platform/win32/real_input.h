@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <functional>
 #include <memory>
+#include <thread>
 #include <vector>
 
 #include "framework/cstring.h"
@@ -42,6 +44,24 @@ class Probe : public lorv::MessageTarget {
 
   LRESULT HandleMessage(HWND at, UINT message, WPARAM w, LPARAM l) override;
   bool TakeMessage(MSG& message) override;
+};
+
+// A window of another thread, which comes to the front and stays until the end of the object.
+class OtherProgram {
+ public:
+  OtherProgram() : thread_([this] { Run(); }) {}
+  OtherProgram(const OtherProgram&) = delete;
+  OtherProgram& operator=(const OtherProgram&) = delete;
+  ~OtherProgram();
+  bool IsInFront() const { return window_ != nullptr && GetForegroundWindow() == window_; }
+  HWND Window() const { return window_; }
+
+ private:
+  void Run();
+
+  std::atomic<HWND> window_{nullptr};
+  std::atomic<bool> done_{false};
+  std::thread thread_;
 };
 
 // A desktop of real windows in force, with one top window in front.

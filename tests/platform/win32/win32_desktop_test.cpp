@@ -329,24 +329,36 @@ TEST_F(Win32Desktops, HandlesThatNameNothingAreAnsweredWithNothing) {
 TEST_F(Win32Desktops, AnotherThreadsWindowInFrontHasTheFocus) {
   MakeSheet();
   EXPECT_EQ(Desk().Focus(), sheet.window);
-  std::atomic<HWND> foreign{nullptr};
-  std::atomic<bool> done{false};
-  std::thread other([&] {
-    const HWND window = CreateWindowExW(0, L"Static", L"other", WS_POPUP | WS_VISIBLE, 700, 600, 90, 50,
-                                        nullptr, nullptr, nullptr, nullptr);
-    SetForegroundWindow(window);
-    foreign = window;
-    MSG message;
-    while (!done) {
-      while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
-      Sleep(2);
-    }
-    DestroyWindow(window);
-  });
-  Until([&] { return foreign.load() != nullptr && GetForegroundWindow() == foreign.load(); });
+  const OtherProgram other;
+  EXPECT_TRUE(Until([&] { return other.IsInFront(); }));
   Settle();
-  EXPECT_EQ(Desk().Focus(), foreign.load());
+  EXPECT_EQ(Desk().Focus(), other.Window());
   EXPECT_EQ(lorv::MappedWindow(Desk().Focus()), nullptr);
-  done = true;
-  other.join();
+}
+
+// The owner is below the dialog and disabled when the dialog goes: the system would rather take the next
+// program.
+TEST_F(Win32Desktops, AfterAModalDialogItsOwnerIsInFrontAndNoOtherProgram) {
+  const OtherProgram other;
+  EXPECT_TRUE(Until([&] { return other.IsInFront(); }));
+  for (const bool destroys : {false, true}) {
+    Probe dialog;
+    dialog.Make(dialog.Request(WindowKind::Dialog, WS_CAPTION | WS_POPUP | WS_VISIBLE, {600, 300, 800, 400},
+                               top.window));
+    dialog.Peer()->Activate();
+    Settle();
+    const auto peer = dialog.Peer();
+    dialog.on = [&](const Probe::Message& m, LRESULT&) {
+      if (m.number != WM_USER + 1) return false;
+      if (destroys) peer->Destroy();
+      peer->Show(SW_HIDE);
+      Desk().EndModal(dialog.window);
+      return true;
+    };
+    Desk().Post(dialog.window, WM_USER + 1, 0, 0);
+    Desk().RunModal(dialog.window);
+    EXPECT_EQ(GetForegroundWindow(), top.window) << destroys;
+    EXPECT_EQ(Desk().Active(), top.window) << destroys;
+    Settle();
+  }
 }
