@@ -71,8 +71,14 @@ class COMM_LORV_API HeadlessDesktop : public Desktop {
   HWND Capture() const override { return capture_; }
   void SetCapture(HWND window) override;
   SHORT KeyState(int key) const override;
-  POINT CursorPosition() const override { return mouse_; }
-  void SetCursorPosition(POINT at) override { mouse_ = at; }
+  POINT CursorPosition() const override {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return mouse_;
+  }
+  void SetCursorPosition(POINT at) override {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    mouse_ = at;
+  }
   void SetCursor(int shape) override { cursor_ = shape; }
   int Cursor() const override { return cursor_; }
   HWND WindowAt(POINT screen) const override;
@@ -136,7 +142,7 @@ class COMM_LORV_API HeadlessDesktop : public Desktop {
   bool Offers(const MenuModel& menu, UINT command) const;
   WPARAM HeldKeys() const;
 
-  mutable std::mutex mutex_;  // over windows_, posted_ and ticks_, which any thread asks for
+  mutable std::mutex mutex_;  // over windows_, posted_, ticks_ and mouse_, which any thread asks for
   std::unordered_map<HWND, std::shared_ptr<HeadlessWindow>> windows_;
   std::deque<MSG> posted_;
   DWORD ticks_ = 0;

@@ -171,7 +171,7 @@ bool HeadlessDesktop::ComesToPress(HWND target, UINT message) {
 }
 
 void HeadlessDesktop::PlayMouse(Input input) {
-  mouse_ = input.at;
+  SetCursorPosition(input.at);
   if (input.message == WM_LBUTTONDOWN || input.message == WM_LBUTTONDBLCLK) keys_[VK_LBUTTON] = true;
   if (input.message == WM_LBUTTONUP) keys_[VK_LBUTTON] = false;
   if (input.message == WM_RBUTTONDOWN) keys_[VK_RBUTTON] = true;

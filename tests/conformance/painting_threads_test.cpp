@@ -7,7 +7,8 @@
 #include "framework/window.h"
 #include "platform/headless/headless_desktop.h"
 
-// A second thread paints a window while the first one paints, resizes and destroys it.
+// A second thread paints a window and posts to it while the first one paints, resizes and destroys it and the
+// mouse moves over it.
 
 TEST(PaintingThreads, AWindowIsPaintedWhileItLivesAndEnds) {
   lorv::HeadlessDesktop desktop;
@@ -32,6 +33,7 @@ TEST(PaintingThreads, AWindowIsPaintedWhileItLivesAndEnds) {
     window.MoveWindow(0, 0, 120 + i % 50, 100 + i % 30);
     CClientDC dc(&window);
     dc.FillSolidRect(CRect(0, 0, 60, 60), RGB(255, 0, 0));
+    desktop.MoveMouse({10 + i % 50, 10});
     desktop.Seen(handle);
     desktop.Pump(false);
   }
