@@ -279,19 +279,16 @@ void OnePass::HashNames() {
 }
 
 inline double OnePass::Value(std::size_t entry, LPCTSTR start, std::size_t length) {
+  const double value = entries_[static_cast<std::ptrdiff_t>(entry)].second;
+  double reading = 0;
+  if (!ReadsPlainly(value, reading)) return Refuse();
   std::uint64_t& seen = seen_[entry / 64];
   const std::uint64_t bit = std::uint64_t{1} << entry % 64;
-  if ((seen & bit) == 0) {
-    const double value = entries_[static_cast<std::ptrdiff_t>(entry)].second;
-    if (!ReadsPlainly(value, readings_[entry])) return Refuse();
-    seen |= bit;
-    places_.SetValue(entry, value);
-  } else if (length > 2 && IsTooNear(entry, start, length)) {
-    // A value that is shorter by one unit moves the search onto the unit behind it, which begins no name.
-    return Refuse();
-  }
-  places_.Add(static_cast<std::size_t>(start - text_), length, entry);
-  return readings_[entry];
+  // A value that is shorter by one unit moves the search onto the unit behind it, which begins no name.
+  if (length > 2 && (seen & bit) != 0 && IsTooNear(entry, start, length)) return Refuse();
+  seen |= bit;
+  places_.Add(static_cast<std::size_t>(start - text_), length, entry, value);
+  return reading;
 }
 
 // A letter behind a digit begins a name of its own for a replacement.

@@ -27,7 +27,7 @@ class OnePass {
 
  private:
   // So many names are looked through one by one.
-  static constexpr std::size_t kFewEntries = 8;
+  static constexpr std::size_t kFewEntries = 20;
   static constexpr std::size_t kSlots = 256;
   static_assert(2 * ValuePlaces::kMaxEntries <= kSlots);
 
@@ -52,7 +52,8 @@ class OnePass {
   bool Take(TCHAR c);
 
   std::size_t EntryOf(NameWord word) const;
-  std::size_t FoundByHash(NameWord word) const;
+  // Kept apart: taken into the working of sums, it slows down those that do without it.
+  [[gnu::noinline]] std::size_t FoundByHash(NameWord word) const;
   void HashNames();
   bool HasNamedTail(std::uint64_t units) const;
   bool IsTooNear(std::size_t entry, LPCTSTR start, std::size_t length) const;
@@ -69,7 +70,6 @@ class OnePass {
   bool by_zero_ = false;                    // in what was worked so far, branches not taken left aside
   std::array<std::uint64_t, 2> seen_ = {};  // a bit for each entry that took a place
   static_assert(ValuePlaces::kMaxEntries <= 128);
-  std::array<double, ValuePlaces::kMaxEntries> readings_;  // of the entries seen
   std::size_t name_units_ = 0;
   int operators_ = 0;                       // that are written in other ways before a parse
   LPCTSTR last_comparison_ = nullptr;       // behind it

@@ -23,10 +23,10 @@ class ValuePlaces {
   };
 
   void Clear() { count_ = 0; }
-  void SetValue(std::size_t entry, double value) { values_[entry] = value; }
-  void Add(std::size_t start, std::size_t length, std::size_t entry) {
+  void Add(std::size_t start, std::size_t length, std::size_t entry, double value) {
     places_[count_++] = {static_cast<std::uint16_t>(start), static_cast<std::uint8_t>(length),
                          static_cast<std::uint8_t>(entry)};
+    values_[entry] = value;
   }
   // The last place that the entry's value took before now, which must exist.
   const Place& LastOf(std::size_t entry) const;
