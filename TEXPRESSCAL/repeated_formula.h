@@ -15,7 +15,11 @@ namespace lorv {
 class RepeatedFormula {
  public:
   // Another formula has been set.
-  void Forget() { seen_ = tried_ = planned_ = false; }
+  void Forget() {
+    seen_ = tried_ = planned_ = false;
+    variants_.clear();
+    typed_.Forget();
+  }
 
   // The formula as it was typed last: whether it is typed so again is quickly seen.
   bool IsTyped(LPCTSTR text) const { return typed_.Is(text); }

@@ -210,6 +210,18 @@ TEST(FormulaPlan, IsLeftWhenNamesComeOrGo) {
   }
 }
 
+TEST(FormulaPlan, IsLeftWhenTheFormulaChanges) {
+  CAdExpCalculate calculator;
+  const NamedValues values = {{_T("A"), 2}, {_T("B"), 0.3333}};
+  const TCHAR* const formulas[] = {_T("A*3"), _T("A+30"), _T("A*B"), _T("a*3"), _T("7"), _T("A+"), _T("")};
+  ChoiceSource source(8);
+  for (int i = 0; i < 2000; ++i) {
+    const TCHAR* formula = source.From(formulas);
+    for (std::size_t times = 1 + source.Below(4); times > 0; --times)
+      EXPECT_EQ(WorkedBy(calculator, formula, values), WorkedAfresh(formula, values)) << Shown(formula);
+  }
+}
+
 TEST(FormulaPlan, IsKeptWhenTheSameNamesAreSetAfresh) {
   CAdExpCalculate calculator;
   for (int i = 0; i < 5; ++i) {
