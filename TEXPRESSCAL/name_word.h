@@ -14,7 +14,7 @@ constexpr int kNameWordUnits = 8;
 
 // The word of units that were appended one by one, `count` of them.
 constexpr NameWord FinishWord(NameWord appended, int count) {
-  return appended << 8 * (kNameWordUnits - count);
+  return count == 0 ? 0 : appended << 8 * (kNameWordUnits - count);
 }
 
 // `name` may be null.

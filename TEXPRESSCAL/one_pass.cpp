@@ -24,8 +24,9 @@ constexpr NameWord kPiName = FinishWord('p' << 8 | 'i', 2);
 // The units of names in capitals as their words hold them; 0 for all others.
 constexpr std::array<unsigned char, 128> NameUnits() {
   std::array<unsigned char, 128> units{};
-  for (unsigned char c = 0; c < units.size(); ++c) {
-    if (IsNameChar(c) && c == ToUpper(c)) units[c] = static_cast<unsigned char>(ToLower(c));
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    const auto c = static_cast<TCHAR>(i);
+    if (IsNameChar(c) && c == ToUpper(c)) units[i] = static_cast<unsigned char>(ToLower(c));
   }
   return units;
 }

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <map>
 
 #include "framework/no_window.h"
@@ -34,11 +35,12 @@ void GiveUpStale() {
 CWnd* Sibling(HWND window, int step) {
   const HWND parent = lorv::PeerOf(window)->Parent();
   const auto row = parent == nullptr ? lorv::DesktopInForce().Windows() : lorv::PeerOf(parent)->Children();
-  const auto count = static_cast<int>(row.size());
-  for (int i = 0; i < count; ++i)
-    if (row[static_cast<std::size_t>(i)] == window && i + step >= 0 && i + step < count)
-      return CWnd::FromHandle(row[static_cast<std::size_t>(i + step)]);
-  return nullptr;
+  const auto at = std::find(row.begin(), row.end(), window);
+  const auto before = at - row.begin();
+  const auto behind = row.end() - at;
+  // Not among them, or no such neighbour.
+  if (behind == 0 || before + step < 0 || step >= behind) return nullptr;
+  return CWnd::FromHandle(*(at + step));
 }
 
 CWnd* EndOf(const std::vector<HWND>& row, bool last) {
