@@ -9,8 +9,19 @@ set(LORV_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Comm_LORV)
 add_library(Comm_LORV::Comm_LORV ALIAS Comm_LORV)
 target_compile_features(Comm_LORV INTERFACE cxx_std_20)
 install(TARGETS Comm_LORV EXPORT Comm_LORVTargets)
+# What has to be built before: lorv_installed.
+add_custom_target(lorv_installed DEPENDS Comm_LORV)
 if(TARGET lorv)
   install(TARGETS lorv)
+  add_dependencies(lorv_installed lorv)
+endif()
+if(TARGET Comm_LORV_qt)
+  # Beside the core, where that one looks for it first; a program that links it finds the core there.
+  set_target_properties(Comm_LORV_qt PROPERTIES INSTALL_RPATH "$ORIGIN")
+  install(TARGETS Comm_LORV_qt EXPORT Comm_LORVTargets)
+  install(FILES platform/qt/qt_desktop.h DESTINATION ${LORV_INCLUDEDIR}/platform/qt)
+  add_library(Comm_LORV::Comm_LORV_qt ALIAS Comm_LORV_qt)
+  add_dependencies(lorv_installed Comm_LORV_qt)
 endif()
 
 # Headers keep their folders: callers write #include "TEXPRESSCAL/express.h".

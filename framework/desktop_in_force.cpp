@@ -1,7 +1,6 @@
 #include <atomic>
 
 #include "framework/desktop_port.h"
-#include "framework/exceptions.h"
 
 namespace lorv {
 namespace {
@@ -12,8 +11,7 @@ std::atomic<Desktop*> in_force{nullptr};
 
 Desktop& DesktopInForce() {
   Desktop* const desktop = in_force.load(std::memory_order_acquire);
-  if (desktop == nullptr) AfxThrowResourceException();
-  return *desktop;
+  return desktop != nullptr ? *desktop : ChosenDesktop();
 }
 
 ScopedDesktop::ScopedDesktop(Desktop& desktop) : before_(in_force.exchange(&desktop)) {}

@@ -101,8 +101,12 @@ constexpr int kCursorSizeDown = 32645;
 constexpr int kCursorSizeAll = 32646;
 constexpr int kCursorHand = 32649;
 
-// The desktop in force. Raises CResourceException by pointer if there is none. Reading is for any thread.
+// The desktop in force: that of the innermost scope, else the one chosen for the process. Reading is for any
+// thread. Raises CResourceException by pointer if that one cannot be had.
 COMM_LORV_API Desktop& DesktopInForce();
+
+// The one chosen for the process, made at the first call; answered by platform/desktop_choice.h.
+Desktop& ChosenDesktop();
 
 // Puts a desktop in force until its end. Scopes end in the reverse order of their beginning, on one thread.
 // The desktop is not owned and must live as long as it is in force.

@@ -4,6 +4,7 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "framework/exceptions.h"
 #include "framework/window_map.h"
 #include "platform/qt/qt_board.h"
 #include "platform/qt/qt_button.h"
@@ -19,13 +20,20 @@
 namespace lorv {
 namespace {
 
+// The widget set ends the process where it finds none.
+bool HasScreen() {
+  const auto named = [](const char* variable) { return !qEnvironmentVariableIsEmpty(variable); };
+  return named("QT_QPA_PLATFORM") || named("DISPLAY") || named("WAYLAND_DISPLAY");
+}
+
 // The widget set wants its arguments for as long as it lives. That is to the end of the process: ended among
 // the process's other objects it would reach for some that are gone already.
 void ProvideApplication() {
   static int count = 1;
   static char name[] = "lorv";
   static char* arguments[] = {name, nullptr};
-  if (QApplication::instance() != nullptr) return;
+  if (qobject_cast<QApplication*>(QApplication::instance()) != nullptr) return;
+  if (QApplication::instance() != nullptr || !HasScreen()) AfxThrowResourceException();
   static const QApplication* const application = new QApplication(count, arguments);
   static_cast<void>(application);
   QApplication::setQuitOnLastWindowClosed(false);
@@ -217,5 +225,10 @@ QWidget* QtWidgetOf(HWND window) {
 }  // namespace lorv
 
 lorv::Desktop* LorvNewQtDesktop() {
-  return lorv::MakeQtDesktop().release();
+  try {
+    return lorv::MakeQtDesktop().release();
+  } catch (CResourceException* none) {
+    none->Delete();
+    return nullptr;
+  }
 }

@@ -14,6 +14,8 @@ class QWidget;
 // Units: pixels as Qt counts them on the window's screen.
 // Edges: where Qt has no answer docs/windows-qt.md says what is given instead.
 // The first desktop makes the QApplication if the program has none; that one stays to the end of the process.
+// Where no screen is named in the environment, or the program has an application object without windows,
+//   CResourceException is raised by pointer.
 // Threads: that of the QApplication, but for what the ports free for any thread. One desktop at a time.
 //
 //   const auto desktop = lorv::MakeQtDesktop();  const lorv::ScopedDesktop scope(*desktop);
@@ -27,5 +29,6 @@ COMM_LORV_API QWidget* QtWidgetOf(HWND window);
 
 }  // namespace lorv
 
-// For a program that loads this library by name at run time: a new desktop, the caller's to delete.
+// For who loads this library by name at run time: a new desktop, the caller's to delete. Null where
+// MakeQtDesktop raises.
 extern "C" COMM_LORV_API lorv::Desktop* LorvNewQtDesktop();

@@ -1,11 +1,14 @@
 // What crosses the border between a program and the installed library: texts both ways, failure objects
 // thrown inside the library and freed outside, and calls of the library into a class of the program.
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <string>
 
 #include "TEXPRESSCAL/express.h"
 #include "framework/exceptions.h"
+#include "framework/window.h"
+#include "platform/desktop_choice.h"
 
 namespace {
 
@@ -51,12 +54,24 @@ void TheLibraryCallsBack() {
   Check(other.ChangeExpression(_T("other+1")) >= 0, "a name that the program refuses");
 }
 
+// In memory, as there need not be a screen; or of the kind that the environment names.
+void WindowsAreMade() {
+  const char* const named = std::getenv("COMM_LORV_DESKTOP");
+  if (named == nullptr) lorv::ChooseDesktop(lorv::DesktopKind::Headless);
+  CWnd window;
+  window.Create(nullptr, nullptr, WS_OVERLAPPEDWINDOW, CRect(10, 10, 210, 110), nullptr, 0);
+  Check(window.m_hWnd != nullptr && CWnd::FromHandle(window.m_hWnd) == &window, "a window");
+  const bool qt = named != nullptr && std::string(named) == "qt";
+  Check((lorv::ChosenKind() == lorv::DesktopKind::Qt) == qt, "windows of the kind that is asked for");
+}
+
 }  // namespace
 
 int main() {
   TextsCrossBothWays();
   FailureObjectsCross();
   TheLibraryCallsBack();
+  WindowsAreMade();
   std::printf("%d wrong\n", failures);
   return failures == 0 ? 0 : 1;
 }
