@@ -6,15 +6,22 @@
 #include "framework/geometry.h"
 #include "framework/native_types.h"
 #include "framework/string_array.h"
+#include "framework/window_types.h"
 
-// Text and number helpers of the suite: lists of texts, numbers as text, tests of what a text holds.
+class CComboBox;
+class CListBox;
+class CWnd;
+
+// Text and number helpers of the suite: lists of texts, numbers as text, tests of what a text holds, files
+// and the suite's windows.
 //
 // Units: lengths, positions and indices count from 0, lengths of texts in 16-bit units. Digits are 0 to 9 and
 // letters A to Z and a to z: a
 //   Chinese character or a full-width digit is neither.
 // Result: where a function gives bool and has an output, the output is untouched when it gives false,
 //   except where its line says otherwise.
-// No state, no locale: any thread that owns the arguments. Nothing is kept beyond a call. An argument may be
+// No state, no locale: any thread that owns the arguments, but for the windows, which are asked for on the
+//   user-interface thread. Nothing is kept beyond a call. An argument may be
 //   an element of the list it is used with.
 
 // `value` as the shortest text of at most `digits` decimals, into `out` of `size` units.
@@ -265,6 +272,46 @@ class COMM_LORV_API CAdLorvComm {
   // Writes the five numbers.
   static void WndPosFromRectToString(CString& text, const CRect& rect, int show_state);
 
+  // ---- Windows of the thread ----
+  //
+  // They look among the top windows of the calling thread, the topmost first and hidden ones too, and find
+  // the first that fits. Titles are compared by letter case, and a title fits that CONTAINS the text: every
+  // title contains the empty text. A dialog is a window of the system's dialog class. Where windows cannot be
+  // had at all there are none. A window found by pointer is the caller's only until it works the queue again.
+
+  // The first dialog whose title contains a text, or null.
+  static CWnd* GetWindowExist(const CString& title);
+  // Whether there is such a dialog, which is shown then if it was hidden.
+  static bool IsWindowTitleExist(const CString& title);
+  // The first window of a run-time class, letter case aside, or null. Windows without an object of ours are
+  // of class "CWnd".
+  //
+  //   IsWindowClassExist(_T("cdlgreback"))  finds the restore dialog
+  static HWND IsWindowClassExist(const CString& class_name);
+
+  // Asks every visible dialog, or with `all_windows` every visible window, to close, by a posted WM_CLOSE
+  // with both parameters 16. The project settings ("工程设置" in the first 259 units of a title, visible or
+  // not) stop it: they and all windows behind them stay. Without `all_windows` only a dialog is looked at.
+  // Result: 1 when all windows were gone through, 0 when it was stopped or there is no window.
+  static int CloseWindow(bool all_windows);
+
+  // The control bar of the active window, by what stands in it: the first child whose window class name
+  // contains "ControlBar" and which has a child with that text in its title. Null without one, without an
+  // active window, and for a null text.
+  static CWnd* GetDrawControlBar(LPCTSTR text);
+
+  // Has the panels count anew what is placed: posts message 1128 to the control bar with "布置实体" and to
+  // the dialog "项目列表区", then closes as CloseWindow(false), then sends WM_CLOSE to every window of the
+  // run-time class "CDlgReback" until none is left or one stays. Does nothing while a project is open.
+  // Result: false always.
+  static bool RefreshDefNum();
+  // Posts message 1128 to the dialog "回路核查" if there is one.
+  static void RefeshDlgHLCheck();
+
+  // Fills a control anew with the texts of a list, in its order; a text "?" is left out.
+  static void AddComboxItem(CComboBox& control, CStringArray& list);
+  static void AddComboxItem(CListBox& control, CStringArray& list);
+
   // ---- Times of a thread ----
 
   // What the calling thread has used so far, in counts of 100 nanoseconds.
@@ -274,4 +321,12 @@ class COMM_LORV_API CAdLorvComm {
   //   (0, 0, 50000, 10000, kernel, user) gives 5 and 1, and 6
   static __int64 TransfomNsToMs(__int64 first_kernel, __int64 first_user, __int64 second_kernel,
                                 __int64 second_user, int& kernel, int& user);
+
+ protected:
+  // What the windows are gone through with: 1 goes on, 0 stops. `search` is the address of a
+  // lorv::WindowSearch (comm/window_search.h), 0 stops; `all_windows` is 0 or 1.
+  static CWnd* FindWindowExist(const CString& title);
+  static int EnumWindowsTitleProc(HWND window, __int64 search);
+  static int EnumWindowsClassProc(HWND window, __int64 search);
+  static int CloseWindowProc(HWND window, __int64 all_windows);
 };

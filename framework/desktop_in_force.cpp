@@ -1,6 +1,7 @@
 #include <atomic>
 
 #include "framework/desktop_port.h"
+#include "framework/exceptions.h"
 
 namespace lorv {
 namespace {
@@ -12,6 +13,15 @@ std::atomic<Desktop*> in_force{nullptr};
 Desktop& DesktopInForce() {
   Desktop* const desktop = in_force.load(std::memory_order_acquire);
   return desktop != nullptr ? *desktop : ChosenDesktop();
+}
+
+Desktop* DesktopIfAny() {
+  try {
+    return &DesktopInForce();
+  } catch (CResourceException* none) {
+    none->Delete();
+    return nullptr;
+  }
 }
 
 ScopedDesktop::ScopedDesktop(Desktop& desktop) : before_(in_force.exchange(&desktop)) {}

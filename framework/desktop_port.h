@@ -105,6 +105,9 @@ constexpr int kCursorHand = 32649;
 // thread. Raises CResourceException by pointer if that one cannot be had.
 COMM_LORV_API Desktop& DesktopInForce();
 
+// The same, or null where it cannot be had: for those who can do without windows.
+COMM_LORV_API Desktop* DesktopIfAny();
+
 // The one chosen for the process, made at the first call; answered by platform/desktop_choice.h.
 Desktop& ChosenDesktop();
 

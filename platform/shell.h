@@ -45,7 +45,7 @@ class COMM_LORV_API Shell {
   virtual bool Start(const ShellStart& start) = 0;
   // Null where the system has no such dialog.
   virtual std::unique_ptr<ProgressDialog> MakeProgress() = 0;
-  // The desktop's rectangle in pixels; 1920 by 1080 where no window system is asked.
+  // The desktop's rectangle in pixels: off Windows that of the desktop in force, 1920 by 1080 without one.
   virtual RECT DesktopRect() = 0;
 };
 

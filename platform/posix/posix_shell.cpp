@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "framework/desktop_port.h"
 #include "platform/posix/native_path.h"
 #include "platform/posix/terminal_progress.h"
 #include "platform/posix/trash.h"
@@ -61,7 +62,10 @@ class SilentProgress : public ProgressDialog {
 
 class PosixShell : public Shell {
  public:
-  RECT DesktopRect() override { return {0, 0, 1920, 1080}; }
+  RECT DesktopRect() override {
+    const Desktop* const desktop = DesktopIfAny();
+    return desktop == nullptr ? RECT{0, 0, 1920, 1080} : desktop->Screen();
+  }
 
   int Operate(const FileOperation& operation) override {
     if (operation.function != kFileDelete || operation.from.IsEmpty()) return EINVAL;

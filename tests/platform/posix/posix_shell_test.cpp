@@ -6,6 +6,7 @@
 #include <fstream>
 #include <string>
 
+#include "platform/headless/headless_desktop.h"
 #include "platform/posix/terminal_progress.h"
 #include "platform/process.h"
 #include "platform/shell.h"
@@ -68,6 +69,16 @@ TEST(PosixShell, MissingFileIsAnErrorAndLeavesNoNote) {
   EXPECT_FALSE(fs::exists(folder.Path() / "data" / "Trash" / "info" / "none.trashinfo"));
   EXPECT_NE(NativeShell().Operate({kFileDelete, CString(), 0}), 0);
   EXPECT_NE(NativeShell().Operate({1, Wide(folder.Path()), 0}), 0);
+}
+
+TEST(PosixShell, TheDesktopIsTheOneInForce) {
+  class WideScreen : public HeadlessDesktop {
+    RECT Screen() const override { return {0, 0, 3840, 2160}; }
+  };
+  EXPECT_EQ(CRect(NativeShell().DesktopRect()), CRect(0, 0, 1920, 1080));
+  WideScreen desktop;
+  const ScopedDesktop scope(desktop);
+  EXPECT_EQ(CRect(NativeShell().DesktopRect()), CRect(0, 0, 3840, 2160));
 }
 
 TEST(PosixShell, StartSaysWhetherThereIsSuchAProgram) {
