@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
-#include <set>
 
 #include "TEXPRESSCAL/operator_rewriting.h"
-#include "TEXPRESSCAL/parser.h"
+#include "TEXPRESSCAL/plan_reader.h"
 #include "TEXPRESSCAL/slot_edit.h"
 #include "TEXPRESSCAL/substitution.h"
 
@@ -18,10 +17,8 @@ namespace {
 constexpr double kStandIn = 1e20;
 // In the search for gaps: farther than any name reaches.
 constexpr std::size_t kNoGap = 1000;
-
-bool IsPartOfNumber(TCHAR c) {
-  return IsDigit(c) || c == '.';
-}
+// The length of the text of a third.
+constexpr std::size_t kThirdText = 3;
 
 // A name whose hits cannot begin inside the text of a value, and that holds no sign of the grammar.
 bool IsPlainName(TextView name) {
@@ -29,89 +26,18 @@ bool IsPlainName(TextView name) {
   return std::all_of(name.begin(), name.end(), [](TCHAR c) { return IsNameChar(c) || c >= 0x80; });
 }
 
-// No name may be left over: whether it is known, and that it counts 0, is asked anew for every text.
-class NoNames final : public CValidParameter {
- public:
-  int ValidParameter(LPCTSTR) const override { return 0; }
-};
-
-}  // namespace
-
-// Reads the plan off a tree that was parsed from a text with stand-ins.
-class PlanReader {
- public:
-  PlanReader(TextView text, std::vector<SlotEdit::Place> places) : text_(text), places_(std::move(places)) {}
-
-  // True when every value is a number of its own in the tree.
-  bool Read(const ExprNode* root) {
-    for (std::size_t i = 0; i < places_.size(); ++i) {
-      const SlotEdit::Place& place = places_[i];
-      if (place.start > 0 && IsPartOfNumber(text_[place.start - 1])) return false;
-      if (place.end < text_.size() && IsPartOfNumber(text_[place.end])) return false;
-      starts_[place.start] = i;
-    }
-    Walk(root);
-    return found_.size() == places_.size();
-  }
-
-  // The name that a number leaf stands for; null for a constant.
-  const std::size_t* NameOf(const ExprNode* leaf) const {
-    const auto at = starts_.find(leaf->place);
-    return at == starts_.end() ? nullptr : &places_[at->second].name;
-  }
-
-  // A sign that was typed as "+" before a value takes no "-" behind it.
-  bool TakesNegative(const SlotEdit::Place& place) const {
-    std::size_t at = place.start;
-    while (at > 0 && text_[at - 1] == ' ') --at;
-    return at == 0 || text_[at - 1] != '+' || sums_.contains(at - 1);
-  }
-
-  const std::vector<SlotEdit::Place>& Places() const { return places_; }
-
- private:
-  void Walk(const ExprNode* root) {
-    std::vector<const ExprNode*> open{root};
-    while (!open.empty()) {
-      const ExprNode* node = open.back();
-      open.pop_back();
-      if (node == nullptr) continue;
-      if (node->kind == kNumber && starts_.contains(node->place)) found_.insert(node->place);
-      if (node->kind == kAdd) sums_.insert(node->place);
-      open.push_back(node->left);
-      open.push_back(node->right);
-    }
-  }
-
-  TextView text_;
-  std::vector<SlotEdit::Place> places_;
-  std::map<std::size_t, std::size_t> starts_;  // the index of the place that starts at a unit
-  std::set<std::size_t> found_;
-  std::set<std::size_t> sums_;
-};
-
-namespace {
-
-// What is put in place of a name, and what that asks of its values.
-struct StandIn {
-  bool is_slot;            // else the value itself stands in the text
-  std::size_t least_text;  // shorter texts would change which hits are found
-};
-
-// Puts stand-ins in place of every name; false if a plan cannot be made for these names.
-bool PutStandIns(SlotEdit& edit, const CMapValue& values, bool writes_thirds,
-                 std::vector<StandIn>& stand_ins) {
+// Puts stand-ins in place of every name, and for each tells how long the text of a value must be at least for
+// the same hits to be found; false if a plan cannot be made for these names.
+bool PutStandIns(SlotEdit& edit, const CMapValue& values, std::vector<std::size_t>& least_texts) {
   for (const auto& [key, value] : values) {
     const TextView name(static_cast<LPCTSTR>(key));
-    stand_ins.push_back({!writes_thirds || ThirdsOf(value) == 0, 0});
-    StandIn& stand_in = stand_ins.back();
+    least_texts.push_back(0);
     if (name.empty()) continue;
     if (!IsPlainName(name)) return false;
-    edit.BeginName(stand_ins.size() - 1);
-    SubstituteValue(edit, name, stand_in.is_slot ? kStandIn : value);
+    edit.BeginName(least_texts.size() - 1);
+    SubstituteValue(edit, name, kStandIn);
     const std::size_t gap = edit.LeastGap(name, kNoGap);
-    if (gap < name.size()) stand_in.least_text = name.size() - gap;
-    if (!stand_in.is_slot && stand_in.least_text > ValueText(value).Plain().size()) return false;
+    if (gap < name.size()) least_texts.back() = name.size() - gap;
   }
   edit.EndNames();
   return !edit.IsDoubtful();
@@ -120,47 +46,44 @@ bool PutStandIns(SlotEdit& edit, const CMapValue& values, bool writes_thirds,
 }  // namespace
 
 bool FormulaPlan::Make(TextView formula, const CMapValue& values, Thirds thirds) {
+  takes_thirds_ = thirds == Thirds::kFit;
   slots_.clear();
   close_slots_.clear();
   places_.clear();
   SlotEdit edit(formula);
-  std::vector<StandIn> stand_ins;
-  if (IsPlainNumber(formula) || !PutStandIns(edit, values, thirds == Thirds::kWritten, stand_ins))
-    return false;
+  std::vector<std::size_t> least_texts;
+  if (IsPlainNumber(formula) || !PutStandIns(edit, values, least_texts)) return false;
   RewriteOperators(edit);
   if (edit.CopiesText()) return false;
 
-  NodePool pool;
-  TCHAR refused[kVarListSize] = {};
-  NameList names(refused);
-  const NoNames judge;
-  Parser parser(edit.Writable(), pool, &judge, names);
-  const ExprNode* root = parser.Parse();
-  if (root == nullptr) return false;
-  std::vector<SlotEdit::Place> places = edit.Places();
-  std::erase_if(places, [&](const SlotEdit::Place& place) { return !stand_ins[place.name].is_slot; });
-  PlanReader reader({edit.Text(), edit.Length()}, std::move(places));
-  if (!reader.Read(root)) return false;
-
-  std::vector<std::size_t> least_texts(stand_ins.size());
-  std::transform(stand_ins.begin(), stand_ins.end(), least_texts.begin(),
-                 [](const StandIn& stand_in) { return stand_in.least_text; });
+  PlanReader reader({edit.Text(), edit.Length()}, edit.Places());
+  if (!reader.Read()) return false;
   MakeSlots(reader, least_texts);
-  return program_.Make(root, values_.size(), [&](const ExprNode* leaf) {
-    const std::size_t* name = reader.NameOf(leaf);
-    return name == nullptr ? -1 : SlotOf(*name);
+  if (!takes_thirds_) return MakeProgram(reader);
+  PlanReader divided = reader.WithDivisors();
+  return divided.Read() && reader.IsSameBut(divided) && MakeProgram(divided);
+}
+
+bool FormulaPlan::MakeProgram(const PlanReader& reader) {
+  const std::size_t cells = values_.size() * (takes_thirds_ ? 2 : 1);
+  return program_.Make(reader.Root(), cells, [&](const ExprNode* leaf) {
+    if (const std::size_t* name = reader.NameOf(leaf)) return SlotOf(*name);
+    const std::size_t* const divisor = reader.DivisorOf(leaf);
+    return divisor == nullptr ? -1 : static_cast<int>(values_.size()) + SlotOf(*divisor);
   });
 }
 
 void FormulaPlan::MakeSlots(const PlanReader& reader, const std::vector<std::size_t>& least_texts) {
-  std::map<std::size_t, bool> takes_negative;
+  std::map<std::size_t, Slot> by_name;
   for (const SlotEdit::Place& place : reader.Places()) {
-    const auto [at, fresh] = takes_negative.try_emplace(place.name, true);
-    at->second = at->second && reader.TakesNegative(place);
+    Slot& slot =
+        by_name.try_emplace(place.name, Slot{place.name, least_texts[place.name], true, true}).first->second;
+    slot.takes_negative = slot.takes_negative && reader.TakesNegative(place);
+    slot.takes_third = slot.takes_third && reader.TakesDivisor(place);
   }
-  for (const auto& [name, negative] : takes_negative) {
-    slots_.push_back({name, least_texts[name], negative});
-    if (!IsFree(slots_.back())) close_slots_.push_back(slots_.size() - 1);
+  for (const auto& [name, slot] : by_name) {
+    slots_.push_back(slot);
+    if (!IsFree(slot)) close_slots_.push_back(slots_.size() - 1);
   }
   for (const Slot& slot : slots_)
     places_.push_back(slot.entry * sizeof(CMapValue::value_type) + offsetof(CMapValue::value_type, second));
@@ -177,10 +100,25 @@ int FormulaPlan::SlotOf(std::size_t name) const {
 bool FormulaPlan::Work(const CMapValue& values, double& result, int& error) {
   const char* const first = values.empty() ? nullptr : reinterpret_cast<const char*>(&*values.begin());
   const auto place = [=, this](std::size_t i) { return reinterpret_cast<const double*>(first + places_[i]); };
-  if (!AllReadPlainly(places_.size(), place, values_.data(), program_.Slots())) return false;
-  if (!close_slots_.empty() && !AllFitClosely()) return false;
+  if (takes_thirds_) {
+    for (std::size_t i = 0; i < slots_.size(); ++i) {
+      values_[i] = *place(i);
+      if (!Reads(slots_[i], values_[i], program_.Slots()[i], program_.Slots()[i + values_.size()]))
+        return false;
+    }
+  } else {
+    if (!AllReadPlainly(places_.size(), place, values_.data(), program_.Slots())) return false;
+    if (!close_slots_.empty() && !AllFitClosely()) return false;
+  }
   result = program_.Work(error);
   return true;
+}
+
+bool FormulaPlan::Reads(const Slot& slot, double value, double& number, double& divisor) {
+  number = ThirdsOf(value);
+  divisor = number == 0 ? 1 : 3;
+  if (number == 0) return Fits(slot, value, number);
+  return slot.takes_third && slot.least_text <= kThirdText;
 }
 
 bool FormulaPlan::AllFitClosely() const {

@@ -24,11 +24,13 @@ class FormulaPlan {
     std::size_t entry;       // its place among the values' names
     std::size_t least_text;  // a value with a shorter text does not fit
     bool takes_negative;     // else a value with a minus sign does not fit
+    bool takes_third;        // else a third does not fit, even in a plan that takes thirds
   };
 
-  // Makes the plan of a formula in capitals for the names of `values`; false if it has none. With kWritten
-  // those values that are thirds are written into the formula: the plan is for these very thirds.
-  enum class Thirds { kDoNotFit, kWritten };
+  // Makes the plan of a formula in capitals for the names of `values`; false if it has none. A third stands
+  // in the text as a division: with kFit every value is worked as a number and a divisor, which costs time,
+  // and is refused where that is not what both kinds of text mean ("A^2").
+  enum class Thirds { kDoNotFit, kFit };
   bool Make(TextView formula, const CMapValue& values, Thirds thirds = Thirds::kDoNotFit);
 
   // Works the plan on the values of the same names. False, with nothing changed, where a value does not fit.
@@ -44,17 +46,24 @@ class FormulaPlan {
   // Whether a value fits a slot that is not free, if its number does.
   static bool FitsClosely(const Slot& slot, double value);
 
+  // Of a plan that takes thirds: whether a value fits, and then the number and the divisor to work with.
+  static bool Reads(const Slot& slot, double value, double& number, double& divisor);
+
   // In the order of the names.
   const std::vector<Slot>& Slots() const { return slots_; }
   // The values that the last Work was asked for, in the order of the slots.
   const double* Values() const { return values_.data(); }
+  // Its first cells are those of the slots' numbers. The slots' divisors begin at FirstDivisor.
   const FormulaProgram& Program() const { return program_; }
+  std::size_t FirstDivisor() const { return values_.size(); }
 
  private:
   bool AllFitClosely() const;
+  bool MakeProgram(const PlanReader& reader);
   void MakeSlots(const PlanReader& reader, const std::vector<std::size_t>& least_texts);
   int SlotOf(std::size_t name) const;
 
+  bool takes_thirds_ = false;
   std::vector<Slot> slots_;
   std::vector<std::size_t> close_slots_;  // the indexes of those that are not free
   std::vector<std::size_t>

@@ -21,22 +21,12 @@ void RepeatedFormula::WriteValues(GrowingEdit& text) const {
     SubstituteValue(text, static_cast<LPCTSTR>(names_[slot.entry]), *value++);
 }
 
-bool RepeatedFormula::WorkVariant(TextView formula, const CMapValue& values, double& result, int& error) {
-  if (plan_.Slots().size() > kMaxVariantValues) return false;
-  std::uint64_t thirds = 0;
-  for (const FormulaPlan::Slot& slot : plan_.Slots()) {
-    const double value = (values.begin() + static_cast<std::ptrdiff_t>(slot.entry))->second;
-    thirds = thirds << 2 | static_cast<std::uint64_t>(ThirdsOf(value));
+bool RepeatedFormula::WorkThirds(TextView formula, const CMapValue& values, double& result, int& error) {
+  if (thirds_state_ == ThirdsPlan::kNotTried) {
+    const bool made = thirds_plan_.Make(formula, values, FormulaPlan::Thirds::kFit);
+    thirds_state_ = made ? ThirdsPlan::kMade : ThirdsPlan::kNone;
   }
-  if (thirds == 0) return false;
-  auto variant =
-      std::find_if(variants_.begin(), variants_.end(), [=](const Variant& v) { return v.thirds == thirds; });
-  if (variant == variants_.end()) {
-    if (variants_.size() == kMaxVariants) return false;
-    variant = variants_.insert(variants_.end(), {thirds, false, {}});
-    variant->is_planned = variant->plan.Make(formula, values, FormulaPlan::Thirds::kWritten);
-  }
-  return variant->is_planned && variant->plan.Work(values, result, error);
+  return thirds_state_ == ThirdsPlan::kMade && thirds_plan_.Work(values, result, error);
 }
 
 void RepeatedFormula::Note(TextView formula, const CMapValue& values) {
@@ -48,7 +38,7 @@ void RepeatedFormula::Note(TextView formula, const CMapValue& values) {
   }
   seen_ = true;
   tried_ = planned_ = false;
-  variants_.clear();
+  thirds_state_ = ThirdsPlan::kNotTried;
   names_.clear();
   for (const auto& [name, value] : values) names_.push_back(name);
   layout_ = values.Layout();

@@ -17,7 +17,7 @@ class RepeatedFormula {
   // Another formula has been set.
   void Forget() {
     seen_ = tried_ = planned_ = false;
-    variants_.clear();
+    thirds_state_ = ThirdsPlan::kNotTried;
     typed_.Forget();
   }
 
@@ -28,7 +28,7 @@ class RepeatedFormula {
   // Works the formula (in capitals); false, with nothing changed, where the text has to be worked.
   bool Work(TextView formula, const CMapValue& values, double& result, int& error) {
     if (!planned_ || !HasSameNames(values)) return false;
-    return plan_.Work(values, result, error) || WorkVariant(formula, values, result, error);
+    return plan_.Work(values, result, error) || WorkThirds(formula, values, result, error);
   }
 
   // Writes the values of the last Work into a copy of the formula, as working the text does.
@@ -40,21 +40,14 @@ class RepeatedFormula {
  private:
   bool HasSameNames(const CMapValue& values) { return layout_ == values.Layout() || CompareNames(values); }
   bool CompareNames(const CMapValue& values);
-  bool WorkVariant(TextView formula, const CMapValue& values, double& result, int& error);
-
-  // Thirds stand in the text as divisions, which changes how it is worked: a plan for each way they have come
-  // in.
-  struct Variant {
-    std::uint64_t thirds;  // of all values, two bits each
-    bool is_planned;
-    FormulaPlan plan;
-  };
-  static constexpr std::size_t kMaxVariants = 128;
-  static constexpr std::size_t kMaxVariantValues = 32;
+  bool WorkThirds(TextView formula, const CMapValue& values, double& result, int& error);
 
   TypedText typed_;
   FormulaPlan plan_;
-  std::vector<Variant> variants_;
+  // For the values that do not fit: thirds stand in the text as divisions. Made when the first one comes.
+  enum class ThirdsPlan { kNotTried, kNone, kMade };
+  FormulaPlan thirds_plan_;
+  ThirdsPlan thirds_state_ = ThirdsPlan::kNotTried;
   std::vector<CStrCmp> names_;
   std::uint64_t layout_ = 0;  // of the map that was last found to have these names
   bool seen_ = false;         // names_ and layout_ are of the last work

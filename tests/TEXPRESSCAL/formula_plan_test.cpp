@@ -156,6 +156,32 @@ TEST(FormulaPlan, TakesTheValuesWhoseTextsCannotMatter) {
   }
 }
 
+bool FitsPlanOfThirds(const Text& formula, const NamedValues& values) {
+  FormulaPlan plan;
+  double value = 0;
+  int error = 0;
+  const CMapValue map = MapOf(values);
+  return plan.Make(Capitals(formula), map, FormulaPlan::Thirds::kFit) && plan.Work(map, value, error);
+}
+
+TEST(FormulaPlan, TakesThirdsWhereTheirDivisorBindsToNothingElse) {
+  const NamedValues values = {{_T("A"), 0.3333}, {_T("B"), 0.667}, {_T("H"), 2.5}};
+  for (const TCHAR* formula : {_T("A"), _T("A*B/H"), _T("H/A/B"), _T("2^A"), _T("-A-B"), _T("IIF(A>B,A,B)*H"),
+                               _T("MAX(A,B)"), _T("|A-B|"), _T("2A"), _T("H^2*A"), _T("A=B&&H>2")}) {
+    EXPECT_TRUE(FitsPlanOfThirds(formula, values)) << Shown(formula);
+    CAdExpCalculate calculator;
+    for (int i = 0; i < 4; ++i)
+      EXPECT_EQ(WorkedBy(calculator, formula, values), WorkedAfresh(formula, values)) << Shown(formula);
+  }
+  // "1/3^2" is a ninth, where "0.5^2" squares the half.
+  EXPECT_FALSE(FitsPlanOfThirds(_T("A^2"), values));
+  EXPECT_FALSE(FitsPlanOfThirds(_T("H*B ^H"), values));
+  EXPECT_FALSE(FitsPlanOfThirds(_T("A+A^2"), values));
+  // The text of a third has three units.
+  EXPECT_TRUE(FitsPlanOfThirds(_T("ABCD*ABCD"), {{_T("ABCD"), 0.3333}}));
+  EXPECT_FALSE(FitsPlanOfThirds(_T("ABCDE*ABCDE"), {{_T("ABCDE"), 0.3333}}));
+}
+
 TEST(FormulaPlan, LeavesAShortValueWhoseNextHitIsMissed) {
   EXPECT_TRUE(FitsPlan(_T("GJL*GJL"), {{_T("GJL"), 12}}));
   EXPECT_FALSE(FitsPlan(_T("GJL*GJL"), {{_T("GJL"), 8}}));
