@@ -8,7 +8,7 @@ namespace {
 #if defined(__x86_64__)
 
 bool RunsAvx2() {
-  return __builtin_cpu_supports("avx2") != 0;
+  return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("fma") != 0;
 }
 bool RunsAvx512() {
   return RunsAvx2() && __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512dq") != 0 &&

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -13,6 +14,9 @@ constexpr std::size_t kBlockRows = 256;
 
 // A step that saves a number saves a block of them; formulas nest no deeper than this, or have no such work.
 constexpr std::size_t kMaxSavedBlocks = 48;
+
+// A bit for each row of a block.
+using RowMarks = std::array<std::uint64_t, kBlockRows / 64>;
 
 // What stands in a cell for all rows of a block: a column of numbers, or one number.
 struct BlockCell {
@@ -42,9 +46,11 @@ struct BlockLoops {
   const char* name;
   // True if an error was told for any row.
   bool (*work)(const BlockJob& job);
-  // The numbers that values read as; false if that does not follow from the value alone for some of them,
-  // whose reading is then none (NaN). `ahead` more values behind them will be wanted soon.
-  bool (*read)(const double* values, double* readings, std::size_t rows, std::size_t ahead);
+  // The numbers that values read as: the values themselves where all of them are, else `readings`. Rows whose
+  // number does not follow from the value alone are marked in `refused`, whose other marks stay, and are read
+  // as anything. `ahead` more values behind them will be wanted soon.
+  const double* (*read)(const double* values, double* readings, std::size_t rows, std::size_t ahead,
+                        RowMarks& refused);
 };
 
 // Those that this processor can run, the best first; at most `room` of them.

@@ -3,17 +3,17 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <cmath>
+#include <bit>
+#include <cstdint>
 #include <exception>
-#include <memory>
 #include <system_error>
 #include <thread>
 #include <vector>
 
-#include "TEXPRESSCAL/block_work.h"
 #include "TEXPRESSCAL/evaluator.h"
-#include "TEXPRESSCAL/formula_plan.h"
-#include "TEXPRESSCAL/number_functions.h"
+#include "TEXPRESSCAL/row_lot.h"
+#include "TEXPRESSCAL/row_plan.h"
+#include "TEXPRESSCAL/row_text.h"
 
 namespace lorv {
 namespace {
@@ -21,175 +21,73 @@ namespace {
 // Blocks that a thread takes at a time.
 constexpr std::size_t kBlocksTaken = 16;
 
-double AnyFunction(unsigned short kind, double x) {
-  return NumberFunction(kind, x);
-}
-
-// What all threads share: the rows and where their outcome goes.
-struct RowTable {
-  std::span<const ValueColumn> columns;
-  std::size_t rows;
-  double* results;
-  int* errors;
-
-  void Put(std::size_t row, double result, int error) const {
-    results[row] = result;
-    if (errors != nullptr) errors[row] = error;
-  }
-};
-
-// A calculator that works one row after the other as text, with values of its own.
-class TextWorker {
- public:
-  TextWorker(const CAdExpCalculate& calculator, const RowTable& table) : calculator_(calculator) {
-    calculator_ = calculator;  // the keywords come along
-    values_ = calculator.Values();
-    calculator_.SetVarValue(&values_);
-    formula_ = calculator.GetExpr();
-    Begin(table);
-  }
-
-  void Work(const RowTable& table, std::size_t row) {
-    for (std::size_t i = 0; i < places_.size(); ++i) *places_[i] = table.columns[i].values[row];
-    calculator_.SetExpr(formula_);
-    int error = 0;
-    const double result = calculator_.Calculate(error);
-    table.Put(row, result, error);
-  }
-
-  const CMapValue& Values() const { return values_; }
-  const CString& Formula() const { return formula_; }
-
- private:
-  // Makes the columns' names known; from then on their values are written where they stand.
-  void Begin(const RowTable& table) {
-    if (table.rows == 0) return;
-    for (const ValueColumn& column : table.columns)
-      calculator_.SetVarValue(column.name, column.values[0], false);
-    for (const ValueColumn& column : table.columns) places_.push_back(&values_[column.name]);
-  }
-
-  CMapValue values_;
-  std::vector<double*> places_;  // of the columns' values
-  CString formula_;
-  CAdExpCalculate calculator_;
-};
-
-// How to work whole blocks; the same for all threads.
-class BlockPlan {
- public:
-  // False where the formula has to be worked as text.
-  bool Make(const TextWorker& worker, const RowTable& table) {
-    if (table.rows == 0 || !plan_.Make(worker.Formula().View(), worker.Values())) return false;
-    loops_ = BestBlockLoops(plan_.Program());
-    if (loops_ == nullptr) return false;
-    const FormulaProgram& program = plan_.Program();
-    for (std::size_t cell = 0; cell < program.ConstantEnd(); ++cell)
-      cells_.push_back({nullptr, program.Cells()[cell]});
-    for (const FormulaPlan::Slot& slot : plan_.Slots()) {
-      const auto& [name, value] = *(worker.Values().begin() + static_cast<std::ptrdiff_t>(slot.entry));
-      columns_.push_back(ColumnOf(name, table));
-      // A value that is the same in all rows and does not fit rules all of them out.
-      if (columns_.back() == nullptr && !FormulaPlan::Fits(slot, value, cells_[columns_.size() - 1].number))
-        return false;
-    }
-    return true;
-  }
-
-  const BlockLoops& Loops() const { return *loops_; }
-  const FormulaPlan& Plan() const { return plan_; }
-  const std::vector<BlockCell>& Cells() const { return cells_; }
-  // The values of a slot; null for one that is the same in all rows.
-  const double* Column(std::size_t slot) const { return columns_[slot]; }
-  std::size_t SlotCount() const { return columns_.size(); }
-
- private:
-  static const double* ColumnOf(const CStrCmp& name, const RowTable& table) {
-    const auto named = [&](const ValueColumn& column) { return CStrCmp(column.name) - name == 0; };
-    const auto last = std::find_if(table.columns.rbegin(), table.columns.rend(), named);
-    return last == table.columns.rend() ? nullptr : last->values;
-  }
-
-  FormulaPlan plan_;
-  const BlockLoops* loops_ = nullptr;
-  std::vector<BlockCell> cells_;
-  std::vector<const double*> columns_;
-};
-
 // One thread's work on blocks.
 class BlockWorker {
  public:
-  BlockWorker(const BlockPlan& plan, const RowTable& table, const CAdExpCalculate& calculator)
+  BlockWorker(const RowPlan& plan, RowText& texts)
       : plan_(plan),
-        table_(table),
-        texts_(calculator, table),
+        table_(texts.Table()),
+        lot_(texts, bench_),
         cells_(plan.Cells()),
-        readings_(plan.SlotCount()),
-        room_(std::make_unique_for_overwrite<BlockRoom>()) {}
+        readings_(plan.Slots().size()) {}
 
   void Work(std::size_t first) {
     const std::size_t rows = std::min(kBlockRows, table_.rows - first);
     for (std::size_t slot = 0; slot < readings_.size(); ++slot) Read(slot, first, rows);
-    const FormulaProgram& program = plan_.Plan().Program();
-    const bool has_told =
-        plan_.Loops().work({program.Steps().data(), cells_.data(), program.ConstantEnd(), rows,
-                            table_.results + first, told_.data(), room_.get(), AnyFunction});
+    const std::uint8_t* const told = bench_.Work(plan_, cells_, rows, table_.results + first);
     if (table_.errors != nullptr) std::fill_n(table_.errors + first, rows, 0);
-    if (has_told) PutErrors(first, rows);
-    if (any_refused_) WorkRefused(first, rows);
+    if (told != nullptr) PutErrors(told, first, rows);
+    PassOnRefused(first);
   }
+
+  void Finish() { lot_.Finish(); }
 
  private:
-  void WorkRefused(std::size_t first, std::size_t rows) {
-    for (std::size_t i = 0; i < rows; ++i) {
-      if (refused_[i]) texts_.Work(table_, first + i);
-    }
-    std::fill_n(refused_.begin(), rows, false);
-    any_refused_ = false;
-  }
-
-  void PutErrors(std::size_t first, std::size_t rows) {
-    for (std::size_t i = 0; i < rows; ++i) {
-      if (ErrorForCaller(told_[i]) != 0) table_.Put(first + i, 0, ErrorForCaller(told_[i]));
-    }
-    std::fill_n(told_.begin(), rows, std::uint8_t{0});
-  }
-
-  // Reads the values of one slot; rows whose value does not fit are left to the text.
+  // Reads the values of one slot, and marks the rows whose value does not fit.
   void Read(std::size_t slot, std::size_t first, std::size_t rows) {
-    const double* column = plan_.Column(slot);
-    if (column == nullptr) return;
-    column += first;
-    cells_[slot].column = readings_[slot].data();
-    const FormulaPlan::Slot& rule = plan_.Plan().Slots()[slot];
-    const double* const readings = readings_[slot].data();
+    const auto& [rule, whole_column] = plan_.Slots()[slot];
+    if (whole_column == nullptr) return;
+    const double* const column = whole_column + first;
     const std::size_t ahead = std::min(kBlockRows, table_.rows - first - rows);
-    const bool all_read = plan_.Loops().read(column, readings_[slot].data(), rows, ahead);
-    if (all_read && FormulaPlan::IsFree(rule)) return;
+    cells_[slot].column = plan_.Loops().read(column, readings_[slot].data(), rows, ahead, refused_);
+    if (FormulaPlan::IsFree(rule)) return;
     for (std::size_t i = 0; i < rows; ++i) {
-      const bool has_reading = !std::isnan(readings[i]);
-      if (has_reading && (FormulaPlan::IsFree(rule) || FormulaPlan::FitsClosely(rule, column[i]))) continue;
-      refused_[i] = any_refused_ = true;
+      if (!FormulaPlan::FitsClosely(rule, column[i])) refused_[i / 64] |= std::uint64_t{1} << i % 64;
     }
   }
 
-  const BlockPlan& plan_;
+  void PutErrors(const std::uint8_t* told, std::size_t first, std::size_t rows) const {
+    for (std::size_t i = 0; i < rows; ++i) {
+      if (ErrorForCaller(told[i]) != 0) table_.Put(first + i, 0, ErrorForCaller(told[i]));
+    }
+  }
+
+  void PassOnRefused(std::size_t first) {
+    for (std::uint64_t& marks : refused_) {
+      for (; marks != 0; marks &= marks - 1)
+        lot_.Add(first + static_cast<std::size_t>(std::countr_zero(marks)));
+      first += 64;
+    }
+  }
+
+  const RowPlan& plan_;
   const RowTable& table_;
-  TextWorker texts_;
+  BlockBench bench_;
+  RowLot lot_;
   std::vector<BlockCell> cells_;
   std::vector<std::array<double, kBlockRows>> readings_;
-  std::unique_ptr<BlockRoom> room_;
-  std::array<std::uint8_t, kBlockRows> told_{};
-  std::array<bool, kBlockRows> refused_{};
-  bool any_refused_ = false;
+  RowMarks refused_{};
 };
 
 // Shares the rows out: each thread takes the next few blocks until none is left.
 class RowJob {
  public:
   RowJob(const CAdExpCalculate& calculator, const RowTable& table) : calculator_(calculator), table_(table) {
-    TextWorker worker(calculator, table);
-    planned_ = plan_.Make(worker, table);
+    RowText texts(calculator, table);
+    const CMapValue& values = texts.ValuesOf(0);
+    // Thirds among the values that are the same in all rows ask for divisors in every row.
+    planned_ = plan_.Make(texts.Formula(), values, table, FormulaPlan::Thirds::kDoNotFit) ||
+               plan_.Make(texts.Formula(), values, table, FormulaPlan::Thirds::kFit);
   }
 
   void Run(int threads) {
@@ -216,15 +114,17 @@ class RowJob {
     }
   }
   void ShareBlocks() {
-    BlockWorker worker(plan_, table_, calculator_);
+    RowText texts(calculator_, table_);
+    BlockWorker worker(plan_, texts);
     Take([&](std::size_t first, std::size_t end) {
       for (; first < end; first += kBlockRows) worker.Work(first);
     });
+    worker.Finish();
   }
   void ShareTexts() {
-    TextWorker worker(calculator_, table_);
+    RowText texts(calculator_, table_);
     Take([&](std::size_t first, std::size_t end) {
-      for (; first < end; ++first) worker.Work(table_, first);
+      for (; first < end; ++first) texts.Work(first);
     });
   }
   template <class Work>
@@ -239,7 +139,7 @@ class RowJob {
 
   const CAdExpCalculate& calculator_;
   const RowTable& table_;
-  BlockPlan plan_;
+  RowPlan plan_;
   bool planned_ = false;
   std::atomic<std::size_t> next_{0};
   std::atomic<bool> has_failed_{false};
@@ -250,6 +150,7 @@ class RowJob {
 
 void CalculateRows(const CAdExpCalculate& calculator, std::span<const ValueColumn> columns, std::size_t rows,
                    double* results, int* errors, int threads) {
+  if (rows == 0) return;
   const RowTable table{columns, rows, results, errors};
   RowJob(calculator, table).Run(threads);
 }

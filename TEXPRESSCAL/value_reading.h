@@ -15,6 +15,7 @@ namespace lorv {
 // the middle between two thousandths, and those so large that their thousandths are no longer exact.
 struct ReadingBounds {
   static constexpr double kUnits = 1000;
+  static constexpr double kOneUnit = 0.001;
   static constexpr double kLimit = 0x1p36;  // in units: below it, a value times kUnits is off by a hair only
   static constexpr double kSurely = 0.499;  // nearer to a whole unit than this, rounding surely leads there
   static constexpr double kToWhole = 0x1p52;  // adding and taking it away leaves the nearest whole number
@@ -30,6 +31,19 @@ inline int ThirdsOf(double value) {
   return std::fabs(value - Bounds::kTwoThirds) < Bounds::kThirdWidth ? 2 : 0;
 }
 
+// The number nearest to so many thousandths, a whole count below the limit. The quotient of two exact numbers
+// is the rounded value that reading the digits gives as well. Where the processor multiplies and adds at
+// once, a product that is off by less than one in its last place is mended by what it misses, which is exact.
+[[gnu::always_inline]] inline double FromUnits(double whole) {
+  using Bounds = ReadingBounds;
+#if defined(__FMA__)
+  const double nearly = whole * Bounds::kOneUnit;
+  return __builtin_fma(__builtin_fma(-nearly, Bounds::kUnits, whole), Bounds::kOneUnit, nearly);
+#else
+  return whole / Bounds::kUnits;
+#endif
+}
+
 // True, with the number in `reading`, where it follows; else `reading` holds nothing of use. A zero keeps the
 // value's sign, as "-0" does.
 //
@@ -39,8 +53,7 @@ inline int ThirdsOf(double value) {
   using Bounds = ReadingBounds;
   const double units = std::fabs(value) * Bounds::kUnits;
   const double whole = (units + Bounds::kToWhole) - Bounds::kToWhole;
-  // The quotient of two exact numbers is the rounded value that reading the digits gives as well.
-  reading = std::copysign(whole / Bounds::kUnits, value);
+  reading = std::copysign(FromUnits(whole), value);
   return units < Bounds::kLimit && std::fabs(units - whole) < Bounds::kSurely &&
          std::fabs(value - Bounds::kOneThird) >= Bounds::kThirdWidth &&
          std::fabs(value - Bounds::kTwoThirds) >= Bounds::kThirdWidth;

@@ -140,7 +140,7 @@ TEST(CalculateRows, GivesWhatRowByRowGives) {
                                           : MakeFormula(source, 1 + static_cast<int>(source.Below(4)));
     CAdExpCalculate calculator(formula.c_str());
     std::vector<NamedColumn> columns;
-    const std::size_t rows = 1 + source.Below(20);
+    const std::size_t rows = 1 + source.Below(i % 20 == 0 ? 400 : 20);
     for (const TCHAR* name : kNames) {
       if (source.OneIn(6)) {
         calculator.SetVarValue(name, TypicalValue(source), false);
@@ -166,6 +166,20 @@ std::vector<double> WorkedBy(const BlockLoops& loops, const FormulaProgram& prog
               errors.data(), room.get(),
               [](unsigned short kind, double x) { return NumberFunction(kind, x); }});
   return results;
+}
+
+void ExpectWorkedAlike(const BlockLoops& loops, FormulaProgram& program, const std::vector<double>& values,
+                       const Text& formula) {
+  std::vector<std::uint8_t> errors;
+  const std::vector<double> results = WorkedBy(loops, program, values, errors);
+  for (std::size_t row = 0; row < values.size(); ++row) {
+    std::fill_n(program.Slots(), program.SlotCount(), values[row]);
+    int error = 0;
+    const double expected = program.Work(error);
+    EXPECT_TRUE(SameBits(results[row], expected) && errors[row] == error)
+        << Shown(formula) << " of " << values[row] << " by " << loops.name << ": " << results[row]
+        << ", error " << int{errors[row]} << " for " << expected << ", error " << error;
+  }
 }
 
 const double kEdges[] = {0,
@@ -198,7 +212,9 @@ const double kEdges[] = {0,
 TEST(CalculateRows, GivesTheSameOnEveryGenerationOfProcessors) {
   std::vector<double> values(std::begin(kEdges), std::end(kEdges));
   ChoiceSource source(5);
-  while (values.size() < kBlockRows) values.push_back(MakeValue(source));
+  while (values.size() < kBlockRows - 1) values.push_back(MakeValue(source));
+  values.push_back(-1e-11);  // the last of a block of whole strides, and of one that is not
+  values[kBlockRows - 2] = -1e-11;
   std::array<const BlockLoops*, 4> loops{};
   const std::size_t count = UsableBlockLoops(loops.data(), loops.size());
   ASSERT_GE(count, 1U);
@@ -235,16 +251,24 @@ TEST(CalculateRows, GivesTheSameOnEveryGenerationOfProcessors) {
     if (!plan.Make(capitals, names)) continue;
     FormulaProgram program = plan.Program();
     for (std::size_t i = 0; i < count; ++i) {
-      std::vector<std::uint8_t> errors;
-      const std::vector<double> results = WorkedBy(*loops[i], program, values, errors);
-      for (std::size_t row = 0; row < values.size(); ++row) {
-        std::fill_n(program.Slots(), program.SlotCount(), values[row]);
-        int error = 0;
-        const double expected = program.Work(error);
-        EXPECT_TRUE(SameBits(results[row], expected) && errors[row] == error)
-            << Shown(capitals) << " of " << values[row] << " by " << loops[i]->name << ": " << results[row]
-            << ", error " << int{errors[row]} << " for " << expected << ", error " << error;
-      }
+      ExpectWorkedAlike(*loops[i], program, values, capitals);
+      ExpectWorkedAlike(*loops[i], program, {values.begin(), values.end() - 1}, capitals);
+    }
+  }
+}
+
+// The rules of one value at a time are the judge.
+void ExpectReadAlike(const BlockLoops& loops, const std::vector<double>& values) {
+  std::vector<double> readings(values.size(), -7);
+  RowMarks refused{};
+  const double* const read = loops.read(values.data(), readings.data(), values.size(), 0, refused);
+  EXPECT_TRUE(read == values.data() || read == readings.data());
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    double expected = 0;
+    const bool plain = ReadsPlainly(values[i], expected);
+    ASSERT_EQ((refused[i / 64] >> i % 64 & 1) == 0, plain) << loops.name << ' ' << values[i];
+    if (plain) {
+      ASSERT_TRUE(SameBits(read[i], expected)) << loops.name << ' ' << values[i];
     }
   }
 }
@@ -253,23 +277,69 @@ TEST(CalculateRows, ReadsValuesAlikeOnEveryGenerationOfProcessors) {
   std::array<const BlockLoops*, 4> loops{};
   const std::size_t count = UsableBlockLoops(loops.data(), loops.size());
   ChoiceSource source(6);
-  for (int turn = 0; turn < 20000 / kShare; ++turn) {
-    std::vector<double> values(1 + source.Below(20));
-    bool all_plain = true;
-    std::vector<double> expected(values.size());
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      values[i] = source.OneIn(10) ? MakeValue(source) : static_cast<double>(source.Below(100000)) / 1000;
-      const bool plain = ReadsPlainly(values[i], expected[i]);
-      if (!plain) expected[i] = std::numeric_limits<double>::quiet_NaN();
-      all_plain = all_plain && plain;
+  for (int turn = 0; turn < 20000 / kShare && !HasFatalFailure(); ++turn) {
+    std::vector<double> values(1 + source.Below(turn % 10 == 0 ? kBlockRows : 20));
+    const std::size_t any_share = source.OneIn(3) ? 10 : 1000;
+    for (double& value : values)
+      value = source.OneIn(any_share) ? MakeValue(source) : static_cast<double>(source.Below(100000)) / 1000;
+    for (std::size_t i = 0; i < count; ++i) ExpectReadAlike(*loops[i], values);
+  }
+}
+
+TEST(CalculateRows, ReadsTheEdgesOfThirdsAlikeOnEveryGenerationOfProcessors) {
+  std::array<const BlockLoops*, 4> loops{};
+  const std::size_t count = UsableBlockLoops(loops.data(), loops.size());
+  for (const double middle : {1.0 / 3, 2.0 / 3, 1.0 / 3 - 0.001, 1.0 / 3 + 0.001, 2.0 / 3 - 0.001,
+                              2.0 / 3 + 0.001, 0.0, 0x1p36 / 1000}) {
+    for (const double sign : {1.0, -1.0}) {
+      std::vector<double> values{sign * middle};
+      for (int i = 0; i < 60; ++i)
+        values.push_back(std::nextafter(values.back(), i < 30 ? -2 * sign : 1e300 * sign));
+      for (std::size_t i = 0; i < count; ++i) ExpectReadAlike(*loops[i], values);
     }
-    for (std::size_t i = 0; i < count; ++i) {
-      std::vector<double> readings(values.size());
-      ASSERT_EQ(loops[i]->read(values.data(), readings.data(), values.size(), 0), all_plain)
-          << loops[i]->name;
-      for (std::size_t k = 0; k < values.size(); ++k)
-        ASSERT_TRUE(SameBits(readings[k], expected[k])) << values[k];
+  }
+}
+
+// The quotient is mended where the processor can; a plain division is the judge.
+TEST(CalculateRows, ReadsEveryCountOfThousandthsAsTheQuotient) {
+  std::array<const BlockLoops*, 4> loops{};
+  const std::size_t count = UsableBlockLoops(loops.data(), loops.size());
+  ChoiceSource source(9);
+  std::vector<double> values(kBlockRows);
+  std::vector<double> readings(kBlockRows);
+  for (int turn = 0; turn < 40000 / kShare; ++turn) {
+    const double first = std::floor(std::ldexp(1.0 + static_cast<double>(source.Below(1U << 30)) / (1U << 30),
+                                               static_cast<int>(source.Below(35))));
+    for (std::size_t i = 0; i < values.size(); ++i)
+      values[i] = (first + static_cast<double>(i)) / 1000 * (1 + 0x1p-40);  // not the quotient itself
+    for (std::size_t k = 0; k < count; ++k) {
+      RowMarks refused{};
+      const double* const read = loops[k]->read(values.data(), readings.data(), values.size(), 0, refused);
+      for (std::size_t i = 0; i < values.size(); ++i) {
+        if ((refused[i / 64] >> i % 64 & 1) != 0) continue;
+        ASSERT_TRUE(SameBits(read[i], std::nearbyint(values[i] * 1000) / 1000))
+            << loops[k]->name << ' ' << values[i];
+      }
     }
+  }
+}
+
+// Rows with thirds wait until there are enough of them.
+TEST(CalculateRows, WorksManyRowsOfThirds) {
+  const double kMixed[] = {0.3333, 0.667, 0.333, 1.25, -0.3333, 2, 0.334, 1e13, 2.0005, -1, 0};
+  ChoiceSource source(11);
+  for (const TCHAR* formula :
+       {_T("A*B+1"), _T("1/A/B"), _T("A/B*2-B"), _T("IIF(A>B,A,B)/A"), _T("A^2+B"), _T("2^A*B"), _T("-A*-B"),
+        _T("2A+3B"), _T("A*-B/C"), _T("MAX(A,B,C)-MIN(A,1)/A"), _T("AA*AA*B"), _T("ROUND(A*100)/B"),
+        _T("(A<B)+(1>A)"), _T("1*+A")}) {
+    CAdExpCalculate calculator(formula);
+    calculator.SetVarValue(_T("C"), source.OneIn(2) ? 0.3333 : 2.5, false);
+    std::vector<NamedColumn> columns = {{_T("A"), {}}, {_T("B"), {}}, {_T("AA"), {}}};
+    constexpr std::size_t kRows = 700;
+    for (NamedColumn& column : columns) {
+      for (std::size_t row = 0; row < kRows; ++row) column.values.push_back(source.From(kMixed));
+    }
+    ExpectSameAsRowByRow(calculator, columns, kRows);
   }
 }
 

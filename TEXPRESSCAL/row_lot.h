@@ -1,0 +1,66 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "TEXPRESSCAL/row_plan.h"
+#include "TEXPRESSCAL/row_text.h"
+
+namespace lorv {
+
+// One thread's room for working blocks.
+class BlockBench {
+ public:
+  BlockBench();
+
+  // Works a program on a block; the error codes of its rows, or null if none has failed. They hold until the
+  // next call.
+  const std::uint8_t* Work(const RowPlan& plan, const std::vector<BlockCell>& cells, std::size_t rows,
+                           double* results);
+
+ private:
+  std::unique_ptr<BlockRoom> room_;
+  std::array<std::uint8_t, kBlockRows> told_{};
+  bool has_told_ = false;
+};
+
+// The rows that a block leaves over because a value is a third, or nearly one: in the text it is a division,
+// and whatever stands around it binds to its parts. They are gathered until there are enough of them to be
+// worked as a block, by a plan with divisors. What fits no plan is worked as text at once.
+class RowLot {
+ public:
+  RowLot(RowText& texts, BlockBench& bench) : texts_(texts), bench_(bench) {}
+
+  void Add(std::size_t row);
+  // Works what is still waiting.
+  void Finish();
+
+ private:
+  static constexpr std::size_t kLotRows = 64;
+  // As many rows are worked as text in the time that making a plan takes.
+  static constexpr std::size_t kWorthAPlan = 32;
+
+  using LotNumbers = std::array<double, kLotRows>;
+  struct Reading {
+    LotNumbers numbers;
+    LotNumbers divisors;
+  };
+
+  void MakePlan(std::size_t row);
+  bool Take(std::size_t row);
+
+  RowText& texts_;
+  BlockBench& bench_;
+  std::size_t added_ = 0;
+  bool is_planned_ = false;
+  RowPlan plan_;
+  std::vector<BlockCell> cells_;
+  std::vector<Reading> readings_;  // of the plan's slots
+  std::array<std::size_t, kLotRows> rows_;
+  std::size_t count_ = 0;
+};
+
+}  // namespace lorv
