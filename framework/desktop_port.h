@@ -47,6 +47,8 @@ class COMM_LORV_API Desktop {
   // A window of ours, null where none has the focus, or some handle that is not ours where another program's
   // window has it.
   virtual HWND Focus() const = 0;
+  // Nobody has the focus then; WM_KILLFOCUS to the former.
+  virtual void ClearFocus() = 0;
   virtual HWND Active() const = 0;
   virtual HWND Capture() const = 0;
   // All mouse messages go to that window, null ends it; WM_CAPTURECHANGED tells the former.
@@ -85,6 +87,9 @@ class COMM_LORV_API Desktop {
 
   // A surface in memory, filled with white, that can be copied to the windows of this desktop.
   virtual std::unique_ptr<Canvas> MakeCanvas(SIZE size) const = 0;
+
+  // Whether anybody sees the windows and can answer what they ask.
+  virtual bool HasViewer() const { return true; }
 
   // The number that all programs share for a message of that name, from 0xC000 on.
   virtual UINT RegisterMessage(LPCTSTR name) = 0;

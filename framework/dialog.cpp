@@ -19,7 +19,8 @@ INT_PTR CDialog::DoModal() {
   modal_ = true;
   ended_ = false;
   result_ = -1;
-  if (!Build(*form_, parent_)) return -1;
+  // Nobody goes on working behind a question.
+  if (!Build(*form_, parent_ != nullptr ? parent_ : GetActiveWindow())) return -1;
   Start();
   const HWND window = m_hWnd;
   if (window != nullptr && !ended_) {

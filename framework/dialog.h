@@ -41,6 +41,7 @@ struct DialogTemplate {
 // Result: DoModal gives what EndDialog was told, IDOK and IDCANCEL by OnOK and OnCancel; -1 if no window
 // could be
 //   made. OnInitDialog answers TRUE to have the focus set to the first control.
+// A modal dialog made without an owner is owned by the window that is active when it starts.
 // The template is read while the window is made. The object may be deleted in no handler of a modal dialog.
 //
 //   CDialog dialog(kTemplate, &parent);  if (dialog.DoModal() == IDOK) ...

@@ -127,6 +127,13 @@ class COMM_LORV_API WindowPeer {
   virtual LRESULT Default(UINT message, WPARAM w, LPARAM l) = 0;
 
   virtual int Dpi() const = 0;
+
+  // What the window shows now with all that stands in it, its frame only where the system draws that as a
+  // part of the window; pixels as Canvas::Pixels gives them, row by row. Empty where nothing is shown.
+  virtual std::vector<DWORD> Picture(SIZE& size) {
+    size = {0, 0};
+    return {};
+  }
 };
 
 }  // namespace lorv

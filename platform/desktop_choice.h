@@ -28,6 +28,7 @@ class COMM_LORV_API DesktopFailure : public CResourceException {
   DECLARE_DYNAMIC(DesktopFailure)
  public:
   explicit DesktopFailure(const CString& reason) : reason_(reason) {}
+  const CString& Reason() const { return reason_; }
 
  protected:
   CString ErrorText() const override { return reason_; }

@@ -7,7 +7,8 @@ namespace {
 
 const Platform& NativePorts() {
   static const Platform ports = {&SuiteCodePage(),  &NativeFiles(),   &NativeClock(), &NativeProcess(),
-                                 &NativeSettings(), &NativeDialogs(), &NativeSuite(), &NativeShell()};
+                                 &NativeSettings(), &NativeDialogs(), &NativeSuite(), &NativeShell(),
+                                 &NativeMail(),     &NativePrinting()};
   return ports;
 }
 
@@ -35,6 +36,8 @@ ScopedPlatform::ScopedPlatform(const Platform& ports) : ports_(ports), before_(i
   Keep(ports_.dialogs, before.dialogs);
   Keep(ports_.suite, before.suite);
   Keep(ports_.shell, before.shell);
+  Keep(ports_.mail, before.mail);
+  Keep(ports_.printing, before.printing);
   in_force.store(&ports_);
 }
 

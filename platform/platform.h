@@ -5,6 +5,8 @@
 #include "platform/code_page.h"
 #include "platform/dialogs.h"
 #include "platform/files.h"
+#include "platform/mail.h"
+#include "platform/printing.h"
 #include "platform/process.h"
 #include "platform/settings.h"
 #include "platform/shell.h"
@@ -30,6 +32,8 @@ struct Platform {
   Dialogs* dialogs = nullptr;
   Suite* suite = nullptr;
   Shell* shell = nullptr;
+  Mail* mail = nullptr;
+  Printing* printing = nullptr;
 };
 
 COMM_LORV_API const Platform& PortsInForce();

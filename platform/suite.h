@@ -7,6 +7,9 @@
 // Any thread.
 namespace lorv {
 
+// Stands for the address until the suite sets its own: a name that is never anybody's.
+constexpr LPCTSTR kSupportAddress = _T("SMTP:support@suite.example");
+
 class COMM_LORV_API Suite {
  public:
   Suite() = default;
@@ -21,6 +24,9 @@ class COMM_LORV_API Suite {
   // separator. By default what COMM_LORV_USER names, else the folder "Comm_LORV" among the user's
   // application data, made at need.
   virtual CString UserPath() = 0;
+  // Where failure reports are mailed to, with the kind of address before it: by default what
+  // COMM_LORV_SUPPORT names, else kSupportAddress.
+  virtual CString SupportAddress() = 0;
 };
 
 COMM_LORV_API Suite& NativeSuite();

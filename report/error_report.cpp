@@ -2,6 +2,8 @@
 
 #include "module/product_flags.h"
 #include "platform/platform.h"
+#include "report/dialog_forms.h"
+#include "report/dlg_except.h"
 #include "report/failure_message.h"
 #include "report/report_text.h"
 #include "report/stack_report.h"
@@ -12,16 +14,30 @@ namespace {
 constexpr LPCTSTR kDamagedStore = _T("database disk image is malformed");
 constexpr LPCTSTR kDamagedProject = _T("工程jgk已损坏,请关闭软件删除工程jgk重新计算!");
 
-constexpr LPCTSTR kDialogCaption = _T("错误提示");
+bool SomebodySees() {
+  const lorv::Desktop* const desktop = lorv::DesktopIfAny();
+  return desktop != nullptr && desktop->HasViewer();
+}
+
+// Where nobody sees windows the report goes the way of all messages: nothing that failed is lost.
+void Show(CDlgExcept& dialog) {
+  if (SomebodySees()) {
+    dialog.DoModal();
+  } else {
+    lorv::PortsInForce().dialogs->ShowMessage(
+        {dialog.Report(), lorv::kFailureForm.caption, lorv::kIconError});
+  }
+}
 
 void Deliver(const CString& message, const lorv::FailurePlace& place) {
   const bool show = (GetGlobelInfo() & lorv::kShowFailures) != 0;
   const CString told = message.Find(kDamagedStore) >= 0 ? CString(kDamagedProject) : message;
-  const CString report = lorv::ReportText(told, place);
+  CDlgExcept dialog;
+  dialog.BuildReport(told, place);
   if (show) {
-    lorv::PortsInForce().dialogs->ShowFailure({kDialogCaption, report, place.file, place.line});
+    Show(dialog);
   } else {
-    lorv::AppendToLog(report);
+    lorv::AppendToLog(dialog.Report());
   }
 }
 

@@ -54,6 +54,8 @@ class COMM_LORV_API HeadlessDesktop : public Desktop {
   // The focus goes to another program's window.
   void LeaveProgram();
   void SetLayouts(std::vector<HKL> layouts);
+  // Whether the steps of WhenIdle stand for somebody who sees the windows.
+  void SetViewer(bool there) { viewer_ = there; }
 
   // For the windows of this desktop.
   void MoveFocus(HWND window);
@@ -67,6 +69,7 @@ class COMM_LORV_API HeadlessDesktop : public Desktop {
   void RunModal(HWND dialog) override;
   void EndModal(HWND dialog) override;
   HWND Focus() const override { return focus_; }
+  void ClearFocus() override { MoveFocus(nullptr); }
   HWND Active() const override { return active_; }
   HWND Capture() const override { return capture_; }
   void SetCapture(HWND window) override;
@@ -97,6 +100,7 @@ class COMM_LORV_API HeadlessDesktop : public Desktop {
   CString ClipboardText() const override { return clip_; }
   bool SetClipboardText(const CString& text) override;
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
+  bool HasViewer() const override { return viewer_; }
   UINT RegisterMessage(LPCTSTR name) override;
 
  private:
@@ -161,6 +165,7 @@ class COMM_LORV_API HeadlessDesktop : public Desktop {
   HWND hovered_ = nullptr;
   POINT mouse_ = {0, 0};
   int cursor_ = kCursorArrow;
+  bool viewer_ = false;
   std::vector<HKL> layouts_;
   HKL layout_ = nullptr;
   bool has_clip_ = false;

@@ -117,11 +117,6 @@ int HeadlessDialogs::ShowMessage(const MessageRequest& request) {
   return answer;
 }
 
-int HeadlessDialogs::ChooseItem(const ChoiceRequest& request) {
-  choices.push_back(request);
-  return choice;
-}
-
 int HeadlessShell::Operate(const FileOperation& operation) {
   operations.push_back(operation);
   return result;
@@ -138,7 +133,7 @@ std::unique_ptr<ProgressDialog> HeadlessShell::MakeProgress() {
 }
 
 Platform HeadlessPlatform::Ports() {
-  return {&SuiteCodePage(), &files, &clock, &process, &settings, &dialogs, &suite, &shell};
+  return {&SuiteCodePage(), &files, &clock, &process, &settings, &dialogs, &suite, &shell, &mail, &printing};
 }
 
 }  // namespace lorv

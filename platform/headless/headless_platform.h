@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "platform/headless/headless_files.h"
+#include "platform/headless/headless_mail.h"
+#include "platform/headless/headless_printing.h"
 #include "platform/platform.h"
 
 // A whole machine in memory: every port answers from what was set, alike at each run, and records what it was
@@ -64,23 +66,20 @@ class COMM_LORV_API HeadlessSettings : public Settings {
 class COMM_LORV_API HeadlessDialogs : public Dialogs {
  public:
   int answer = kAnswerOk;
-  int choice = -1;
   std::vector<MessageRequest> messages;
-  std::vector<ChoiceRequest> choices;
-  std::vector<FailureNotice> failures;
 
   int ShowMessage(const MessageRequest& request) override;
-  int ChooseItem(const ChoiceRequest& request) override;
-  void ShowFailure(const FailureNotice& notice) override { failures.push_back(notice); }
 };
 
 class COMM_LORV_API HeadlessSuite : public Suite {
  public:
   CString root = _T("C:\\Suite\\");
   CString user = _T("C:\\Users\\Estimator\\");
+  CString support = _T("SMTP:support@suite.example");
 
   CString RootFolder() override { return root; }
   CString UserPath() override { return user; }
+  CString SupportAddress() override { return support; }
 };
 
 class COMM_LORV_API HeadlessShell : public Shell {
@@ -110,6 +109,8 @@ class COMM_LORV_API HeadlessPlatform {
   HeadlessDialogs dialogs;
   HeadlessSuite suite;
   HeadlessShell shell;
+  HeadlessMail mail;
+  HeadlessPrinting printing;
 
   Platform Ports();
 };

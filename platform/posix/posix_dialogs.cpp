@@ -1,7 +1,7 @@
 #include <cstdio>
 #include <string>
 
-#include "platform/dialogs.h"
+#include "platform/desktop_services.h"
 
 namespace lorv {
 namespace {
@@ -11,22 +11,14 @@ void Print(const CString& text) {
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
-// Without windows there is nobody to ask: messages go to the terminal, and the careful answer is given.
+// A desktop with windows asks the user. Without one there is nobody to ask: messages go to the terminal, and
+// the careful answer is given.
 class PosixDialogs : public Dialogs {
  public:
   int ShowMessage(const MessageRequest& request) override {
+    if (DesktopServices* const services = ServicesOfDesktop()) return services->ShowMessage(request);
     Print(request.caption.IsEmpty() ? request.text : request.caption + _T(": ") + request.text);
     return request.style % (kLastButtons + 1) == kButtonsYesNo ? kAnswerNo : kAnswerOk;
-  }
-
-  int ChooseItem(const ChoiceRequest& request) override {
-    Print(request.caption);
-    return -1;
-  }
-
-  void ShowFailure(const FailureNotice& notice) override {
-    Print(notice.caption);
-    Print(notice.report);
   }
 
  private:

@@ -1,7 +1,5 @@
 #include "platform/shell.h"
 
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -11,39 +9,20 @@
 
 #include "framework/desktop_port.h"
 #include "platform/posix/native_path.h"
+#include "platform/posix/start_program.h"
 #include "platform/posix/terminal_progress.h"
 #include "platform/posix/trash.h"
-
-extern char** environ;
 
 namespace lorv {
 namespace {
 
 namespace fs = std::filesystem;
 
-// Starts a program and leaves it to itself; fails where there is no such program.
-constexpr const char* kStartScript =
-    "command -v \"$0\" >/dev/null || exit 1; \"$0\" \"$@\" </dev/null >/dev/null 2>&1 &";
-
 std::error_code Delete(const fs::path& path) {
   std::error_code error;
   const auto removed = fs::remove_all(path, error);
   if (!error && removed == 0) return std::make_error_code(std::errc::no_such_file_or_directory);
   return error;
-}
-
-bool RunShell(const std::string& program, const std::string& parameter) {
-  std::string words[] = {"sh", "-c", kStartScript, program, parameter};
-  char* arguments[] = {words[0].data(), words[1].data(), words[2].data(),
-                       words[3].data(), words[4].data(), nullptr};
-  if (parameter.empty()) arguments[4] = nullptr;
-  pid_t shell = 0;
-  if (posix_spawn(&shell, "/bin/sh", nullptr, nullptr, arguments, environ) != 0) return false;
-  int status = 0;
-  while (waitpid(shell, &status, 0) < 0) {
-    if (errno != EINTR) return false;
-  }
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 // Where nobody sees the line, nothing is written.
@@ -76,7 +55,9 @@ class PosixShell : public Shell {
 
   bool Start(const ShellStart& start) override {
     const bool viewer = start.file.CompareNoCase(_T("notepad.exe")) == 0;
-    return RunShell(viewer ? "xdg-open" : NativePath(start.file), NativePath(start.parameters));
+    std::vector<std::string> words = {viewer ? "xdg-open" : NativePath(start.file)};
+    if (!start.parameters.IsEmpty()) words.push_back(NativePath(start.parameters));
+    return StartProgram(std::move(words));
   }
 
   std::unique_ptr<ProgressDialog> MakeProgress() override {

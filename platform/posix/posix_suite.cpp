@@ -29,6 +29,11 @@ class PosixSuite : public Suite {
     return WithSeparator(CString::FromUtf8(folder), kSeparator);
   }
 
+  CString SupportAddress() override {
+    const std::string named = EnvironmentValue("COMM_LORV_SUPPORT");
+    return named.empty() ? CString(kSupportAddress) : CString::FromUtf8(named);
+  }
+
  private:
   static constexpr int kLongestPath = 4096;
 };

@@ -242,11 +242,14 @@ void QtCanvas::Image(const PixelImage& image, const RECT& to) {
 }
 
 std::vector<DWORD> QtCanvas::Pixels(const RECT& rect) const {
-  const QImage part = surface_->Part(rect);
-  const auto width = static_cast<std::size_t>(part.width());
-  std::vector<DWORD> pixels(width * static_cast<std::size_t>(part.height()));
-  for (int y = 0; y < part.height() && width != 0; ++y)
-    std::memcpy(&pixels[static_cast<std::size_t>(y) * width], part.constScanLine(y), width * sizeof(DWORD));
+  return PixelsOf(surface_->Part(rect));
+}
+
+std::vector<DWORD> PixelsOf(const QImage& image) {
+  const auto width = static_cast<std::size_t>(image.width());
+  std::vector<DWORD> pixels(width * static_cast<std::size_t>(image.height()));
+  for (int y = 0; y < image.height() && width != 0; ++y)
+    std::memcpy(&pixels[static_cast<std::size_t>(y) * width], image.constScanLine(y), width * sizeof(DWORD));
   return pixels;
 }
 

@@ -70,4 +70,7 @@ class QtCanvas : public Canvas {
   QFont font_;
 };
 
+// An image's pixels row by row.
+std::vector<DWORD> PixelsOf(const QImage& image);
+
 }  // namespace lorv

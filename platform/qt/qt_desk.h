@@ -12,6 +12,7 @@
 
 #include "framework/desktop_port.h"
 #include "framework/geometry.h"
+#include "platform/qt/qt_services.h"
 #include "platform/qt/qt_window.h"
 
 namespace lorv {
@@ -34,7 +35,7 @@ class QtMailbox {
 
 // The desktop over Qt. Focus, activation and capture are its own record, in the platform's order of messages;
 // the widgets follow it, and what the user changes at the widgets changes it.
-class QtDesk : public Desktop {
+class QtDesk : public Desktop, public QtServices {
  public:
   QtDesk();
   ~QtDesk() override;
@@ -48,6 +49,7 @@ class QtDesk : public Desktop {
   void RunModal(HWND dialog) override;
   void EndModal(HWND dialog) override;
   HWND Focus() const override;
+  void ClearFocus() override { MoveFocus(nullptr); }
   HWND Active() const override { return active_; }
   HWND Capture() const override { return capture_; }
   void SetCapture(HWND window) override;

@@ -263,6 +263,17 @@ void QtWindow::ShowScroll(int bar, bool on) {
   if (alive_ && ((style_ & bit) != 0) != on) SetStyle(on ? style_ | bit : style_ & ~bit);
 }
 
+std::vector<DWORD> QtWindow::Picture(SIZE& size) {
+  size = {0, 0};
+  if (!Seen()) return {};
+  const auto keep = shared_from_this();
+  Update();
+  if (!alive_) return {};
+  const QImage grabbed = widget_->grab().toImage().convertToFormat(QImage::Format_RGB32);
+  size = {grabbed.width(), grabbed.height()};
+  return PixelsOf(grabbed);
+}
+
 int QtWindow::Dpi() const {
   return alive_ ? widget_->logicalDpiX() : 96;
 }

@@ -78,6 +78,7 @@ class QtWindow : public WindowPeer, public std::enable_shared_from_this<QtWindow
   void TrackLeave() override { leave_ = true; }
   LRESULT Default(UINT message, WPARAM w, LPARAM l) override;
   int Dpi() const override;
+  std::vector<DWORD> Picture(SIZE& size) override;
 
   void Begin();
   // From the watcher of the widget: true if the event goes no further.

@@ -87,6 +87,10 @@ class Win32Desktop : public Desktop {
     return front != nullptr && GetWindowThreadProcessId(front, nullptr) != thread_ ? front : nullptr;
   }
 
+  void ClearFocus() override {
+    CarriedFault::CallOut([] { return ::SetFocus(nullptr); });
+  }
+
   HWND Active() const override { return GetActiveWindow(); }
   HWND Capture() const override { return GetCapture(); }
 

@@ -40,6 +40,11 @@ class Win32Suite : public Suite {
     CreateDirectoryW(folder, nullptr);  // if it fails, opening a file there will say so
     return folder + kSeparator;
   }
+
+  CString SupportAddress() override {
+    const CString named = EnvironmentValue(_T("COMM_LORV_SUPPORT"));
+    return named.IsEmpty() ? CString(kSupportAddress) : named;
+  }
 };
 
 }  // namespace

@@ -74,6 +74,7 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
 
   LRESULT Default(UINT message, WPARAM w, LPARAM l) override;
   int Dpi() const override;
+  std::vector<DWORD> Picture(SIZE& size) override;
 
   // The height to ask the system for: that of a combo is the height of its opened list.
   int HeightToAsk(int height) const;

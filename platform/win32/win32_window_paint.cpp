@@ -95,6 +95,28 @@ void Win32Window::Invalidate(const RECT* rect) {
   if (Exists()) InvalidateRect(handle_, rect, TRUE);
 }
 
+// A top window's own surface holds all that stands in it, seen or covered.
+std::vector<DWORD> Win32Window::Picture(SIZE& size) {
+  size = {0, 0};
+  if (!Exists() || IsWindowVisible(handle_) == 0) return {};
+  CarriedFault::CallOut(
+      [&] { return RedrawWindow(handle_, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN); });
+  if (!Exists()) return {};
+  const CSize whole(CRect(WindowRect()).Size());
+  GdiMemory memory(whole);
+  const HDC window = GetWindowDC(handle_);
+  const bool copied = memory.Pixels() != nullptr &&
+                      BitBlt(memory.Context(), 0, 0, whole.cx, whole.cy, window, 0, 0, SRCCOPY) != 0;
+  ReleaseDC(handle_, window);
+  if (!copied) return {};
+  GdiFlush();
+  size = whole;
+  std::vector<DWORD> pixels(memory.Pixels(), memory.Pixels() + static_cast<std::size_t>(whole.cx) *
+                                                                   static_cast<std::size_t>(whole.cy));
+  for (DWORD& pixel : pixels) pixel |= 0xFF000000;
+  return pixels;
+}
+
 void Win32Window::Update() {
   if (Exists()) CarriedFault::CallOut([&] { return UpdateWindow(handle_); });
 }

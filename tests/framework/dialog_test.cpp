@@ -91,6 +91,19 @@ TEST_F(Dialog, ItsOwnerIsDisabledWhileItRuns) {
   EXPECT_EQ(enabled, FALSE);
 }
 
+TEST_F(Dialog, WithoutAnOwnerItIsOwnedByTheActiveWindow) {
+  Form form(nullptr);
+  BOOL enabled = TRUE;
+  const CWnd* owner = nullptr;
+  Modal(form, {[&] {
+          enabled = top.IsWindowEnabled();
+          owner = form.GetParent();
+        }});
+  EXPECT_EQ(enabled, FALSE);
+  EXPECT_EQ(owner, &top);
+  EXPECT_NE(top.IsWindowEnabled(), 0);
+}
+
 TEST_F(Dialog, TabWalksAroundAndBack) {
   Form form(&top);
   std::vector<int> seen;

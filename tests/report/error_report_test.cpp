@@ -6,8 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "framework/window.h"
 #include "module/product_flags.h"
+#include "platform/headless/headless_desktop.h"
 #include "platform/headless/headless_platform.h"
+#include "report/dialog_forms.h"
 #include "report/guard.h"
 #include "report/stack_report.h"
 #include "tests/report/counted_failure.h"
@@ -56,7 +59,7 @@ class ErrorReport : public testing::Test {
 TEST_F(ErrorReport, LogHoldsTimeReportAndAnEmptyLine) {
   ReportText(_T("x"));
   EXPECT_EQ(Log(), Block("x"));
-  EXPECT_TRUE(machine_.dialogs.failures.empty());
+  EXPECT_TRUE(machine_.dialogs.messages.empty());
 }
 
 TEST_F(ErrorReport, LogIsInTheNarrowCodePageAndOnlyAppended) {
@@ -211,22 +214,43 @@ TEST_F(ErrorReport, LogThatDoesNotOpenIsPassedOver) {
   machine_.suite.user = _T("C:\\Nowhere\\");
   ReportText(_T("x"));
   EXPECT_EQ(Log(), "(no such file)");
-  EXPECT_TRUE(machine_.dialogs.failures.empty());
   EXPECT_TRUE(machine_.dialogs.messages.empty());
 }
 
 TEST_F(ErrorReport, ProductFlagChoosesTheDialog) {
   ShowFailures();
+  HeadlessDesktop desktop;
+  const ScopedDesktop in_force(desktop);
+  desktop.SetViewer(true);
+  CString shown;
+  desktop.WhenIdle([&] {
+    const CWnd* const dialog = CWnd::GetActiveWindow();
+    if (dialog != nullptr) dialog->GetDlgItemText(kReportTextId, shown);
+    desktop.Press(VK_RETURN);
+  });
+  ReportText(_T("x"));
+  EXPECT_EQ(
+      Utf8(shown),
+      "x\r\n错误发生的模块是:C:\\Suite\\suite.exe\r\n版本信息:10.0.1\r\n发生错误文件的位置为: a.cpp, 第 "
+      "5行\r\n剩余内存空间: 2048KB");
+  EXPECT_EQ(Log(), "(no such file)");
+  EXPECT_TRUE(machine_.dialogs.messages.empty());
+  EXPECT_TRUE(desktop.Windows().empty());
+}
+
+TEST_F(ErrorReport, ADialogThatNobodySeesIsAMessage) {
+  ShowFailures();
+  HeadlessDesktop desktop;
+  const ScopedDesktop in_force(desktop);
   ReportText(_T("x"));
   EXPECT_EQ(Log(), "(no such file)");
-  ASSERT_EQ(machine_.dialogs.failures.size(), 1U);
-  const FailureNotice& shown = machine_.dialogs.failures[0];
-  EXPECT_EQ(Utf8(shown.caption), "错误提示");
-  EXPECT_EQ(Utf8(shown.report),
+  ASSERT_EQ(machine_.dialogs.messages.size(), 1U);
+  const MessageRequest& told = machine_.dialogs.messages[0];
+  EXPECT_EQ(Utf8(told.caption), "错误提示");
+  EXPECT_EQ(told.style, kIconError);
+  EXPECT_EQ(Utf8(told.text),
             "x\n错误发生的模块是:C:\\Suite\\suite.exe\n版本信息:10.0.1\n发生错误文件的位置为: a.cpp, 第 5行\n"
             "剩余内存空间: 2048KB");
-  EXPECT_EQ(Utf8(shown.source_file), "a.cpp");
-  EXPECT_EQ(shown.source_line, 5);
 }
 
 TEST_F(ErrorReport, DefaultFlagChoosesTheLog) {

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -11,6 +10,7 @@
 #include "platform/process.h"
 #include "platform/shell.h"
 #include "platform/suite.h"
+#include "tests/platform/posix/scoped_variable.h"
 #include "tests/support/data.h"
 #include "tests/support/print.h"
 
@@ -18,29 +18,8 @@ namespace lorv {
 namespace {
 
 namespace fs = std::filesystem;
+using test::ScopedVariable;
 using test::Utf8;
-
-// A value of the environment for a scope.
-class ScopedVariable {
- public:
-  ScopedVariable(const char* name, const std::string& value) : name_(name) {
-    if (const char* old = std::getenv(name)) before_ = old;
-    setenv(name, value.c_str(), 1);
-  }
-  ~ScopedVariable() {
-    if (before_.empty()) {
-      unsetenv(name_);
-    } else {
-      setenv(name_, before_.c_str(), 1);
-    }
-  }
-  ScopedVariable(const ScopedVariable&) = delete;
-  ScopedVariable& operator=(const ScopedVariable&) = delete;
-
- private:
-  const char* name_;
-  std::string before_;
-};
 
 CString Wide(const fs::path& path) {
   return CString::FromUtf8(path.string());

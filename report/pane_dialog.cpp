@@ -1,0 +1,3 @@
+#include "report/pane_dialog.h"
+
+IMPLEMENT_DYNAMIC(TPaneDlg, CDialog)
