@@ -124,6 +124,8 @@ class QtDesk : public Desktop, public QtServices {
   bool PumpPosted();
   void PaintAll();
   HWND FirstDirty(HWND at) const;
+  void AskToActivate(HWND top);
+  bool IsForeign(const QWidget* widget) const;
   void LeaveProgram();
 
   mutable std::mutex mutex_;  // over windows_ and posted_, which any thread asks for

@@ -2,6 +2,7 @@
 #include <QCursor>
 #include <QTimer>
 #include <QWidget>
+#include <algorithm>
 #include <utility>
 
 #include "framework/window_map.h"
@@ -20,29 +21,37 @@ HWND ForeignWindow() {
 
 }  // namespace
 
+// A widget of the program around us counts as another program's window.
+bool QtDesk::IsForeign(const QWidget* widget) const {
+  const auto holds = [this, widget](HWND top) {
+    const auto window = At(top);
+    return window != nullptr && window->Widget() == widget->window();
+  };
+  return widget != nullptr && std::none_of(tops_.begin(), tops_.end(), holds);
+}
+
 HWND QtDesk::Focus() const {
   if (focus_ != nullptr) return focus_;
-  // A widget of the program around us counts as another program's window.
-  const QWidget* const holder = QApplication::focusWidget();
-  bool ours = holder == nullptr;
-  for (const HWND top : tops_) {
-    const auto window = At(top);
-    ours = ours || (window != nullptr && window->Widget() != nullptr && holder->window() == window->Widget());
-  }
-  return elsewhere_ || !ours ? ForeignWindow() : nullptr;
+  return elsewhere_ || IsForeign(QApplication::focusWidget()) ? ForeignWindow() : nullptr;
+}
+
+// A window that is made active before it is shown asks when it is.
+void QtDesk::AskToActivate(HWND top) {
+  QWidget* const widget = At(top)->Widget();
+  if (!widget->isVisible() || QApplication::activeWindow() == widget) return;
+  asked_ = top;
+  widget->activateWindow();
+  widget->raise();
 }
 
 void QtDesk::ActivateTop(HWND top) {
   const auto window = At(top);
-  if (window == nullptr || active_ == top || (window->Style() & WS_DISABLED) != 0) return;
+  if (window == nullptr || (window->Style() & WS_DISABLED) != 0) return;
+  if (active_ == top) return AskToActivate(top);
   const HWND former = std::exchange(active_, top);
   elsewhere_ = false;
   RaiseTop(top);
-  if (window->Widget()->isVisible() && QApplication::activeWindow() != window->Widget()) {
-    asked_ = top;
-    window->Widget()->activateWindow();
-    window->Widget()->raise();
-  }
+  AskToActivate(top);
   const auto pair = [](HWND other) { return reinterpret_cast<LPARAM>(other); };
   if (StillThere(former)) DeliverMessage(former, WM_ACTIVATE, WA_INACTIVE, pair(top));
   if (active_ == top && StillThere(top)) DeliverMessage(top, WM_ACTIVATE, WA_ACTIVE, pair(former));
@@ -101,7 +110,8 @@ void QtDesk::FocusLeft() {
 }
 
 void QtDesk::LeaveProgram() {
-  if (QGuiApplication::focusWindow() != nullptr || QApplication::activePopupWidget() != nullptr) return;
+  const bool stays = QGuiApplication::focusWindow() != nullptr && !IsForeign(QApplication::activeWindow());
+  if (stays || QApplication::activePopupWidget() != nullptr) return;
   if (asked_ != nullptr || active_ == nullptr) return;
   const HWND former = std::exchange(active_, nullptr);
   if (StillThere(former)) DeliverMessage(former, WM_ACTIVATE, WA_INACTIVE, 0);

@@ -1,9 +1,7 @@
-#include <algorithm>
 #include <deque>
-#include <iostream>
 
 #include "tests/conformance/conduct_scene.h"
-#include "tests/conformance/conduct_trace_table.inc"
+#include "tests/conformance/kept_trace.h"
 #include "tests/platform/win32/real_input.h"
 
 namespace {
@@ -34,12 +32,8 @@ std::vector<int> KeysTo(HMENU menu, UINT command) {
   return {};
 }
 
-// What the system's own windows say otherwise, and why: docs/desktop-differences.md.
-struct Difference {
-  const char* step;
-  std::vector<std::string> events;
-};
-const Difference kDifferences[] = {
+// What the system's own windows say otherwise.
+const std::vector<lorv_test::Difference> kDifferences = {
     {"11 none", {"  edit selects 2 to 2"}},
     {"21 the limit stops letters", {"  edit full", "  edit update", "  edit change", "  edit = abc"}},
     {"25 undo", {"  edit update", "  edit change", "  edit change", "  edit = 梁C30"}},
@@ -47,31 +41,6 @@ const Difference kDifferences[] = {
     {"49 the list follows a press", {"  typed given up", "  typed leave", "  list select", "  0"}},
     {"77 bars take room from the client area", {"  sheet size 73,80", "  narrower"}},
 };
-
-bool IsStep(const std::string& line) {
-  return line[0] != ' ';
-}
-
-std::vector<std::string> KeptEvents(const std::string& step) {
-  const auto* at = std::find(std::begin(kConductTrace), std::end(kConductTrace), step);
-  std::vector<std::string> events;
-  if (at == std::end(kConductTrace)) return events;
-  for (++at; at != std::end(kConductTrace) && !IsStep(*at); ++at) events.emplace_back(*at);
-  return events;
-}
-
-std::vector<std::string> WithDifferences() {
-  std::vector<std::string> trace;
-  for (const char* const line : kConductTrace) {
-    if (!IsStep(line)) continue;
-    trace.emplace_back(line);
-    const auto* const row = std::find_if(std::begin(kDifferences), std::end(kDifferences),
-                                         [line](const Difference& d) { return std::string(d.step) == line; });
-    const auto events = row == std::end(kDifferences) ? KeptEvents(line) : row->events;
-    trace.insert(trace.end(), events.begin(), events.end());
-  }
-  return trace;
-}
 
 // The user at real windows. What has to be done while a menu or a dialog is up is done by a timer of the
 // thread.
@@ -194,13 +163,5 @@ class Win32Conduct : public RealWindows {
 TEST_F(Win32Conduct, TraceIsTheKeptOneButForTheListedDifferences) {
   top.Peer()->Destroy();
   Driver driver(*this);
-  const std::vector<std::string> trace = lorv_test::PlayConduct(driver);
-  const std::vector<std::string> expected = WithDifferences();
-  EXPECT_EQ(trace, expected);
-  if (trace == expected) return;
-  for (const std::string& line : trace) std::cout << "    \"" << line << "\",\n";
-}
-
-TEST_F(Win32Conduct, EveryListedDifferenceIsOne) {
-  for (const Difference& row : kDifferences) EXPECT_NE(KeptEvents(row.step), row.events) << row.step;
+  lorv_test::ExpectKeptTrace(lorv_test::PlayConduct(driver), kDifferences);
 }

@@ -229,6 +229,22 @@ TEST_F(QtWindowTest, FocusOfAForeignWidgetIsSomeForeignHandle) {
   EXPECT_EQ(desktop_->Find(desktop_->Focus()), nullptr);
 }
 
+TEST_F(QtWindowTest, FocusThatGoesToAForeignWidgetIsTold) {
+  Witness child;
+  Child(WindowKind::Custom, 0, 1, {0, 0, 50, 40}, &child);
+  desktop_->Find(child.window)->Focus();
+  Settle();
+  QWidget foreign;
+  foreign.show();
+  foreign.activateWindow();
+  EXPECT_TRUE(WorkUntil([&] { return child.Count(WM_KILLFOCUS) == 1; }));
+  EXPECT_EQ(top.Order({WM_ACTIVATE}), std::vector<UINT>{WM_ACTIVATE});
+  EXPECT_EQ(desktop_->Active(), nullptr);
+  EXPECT_EQ(desktop_->Find(desktop_->Focus()), nullptr);
+  desktop_->Find(top.window)->Activate();
+  EXPECT_TRUE(WorkUntil([&] { return QApplication::activeWindow() == WidgetOf(top.window); }));
+}
+
 TEST_F(QtWindowTest, CloseAsksTheClassAndEndsByDefault) {
   bool keep = true;
   top.on_message = [&keep](UINT message, WPARAM, LPARAM, LRESULT&) { return message == WM_CLOSE && keep; };
