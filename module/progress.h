@@ -15,10 +15,12 @@ constexpr int kProgressLineRoom = 260;
 
 // The progress dialog of a long operation.
 //
-// Edges: every call before StartProgress, or after it has failed, does nothing and gives false. A negative
-//   position or total goes to the dialog as the system takes it, as a large unsigned number.
+// Edges: every call before StartProgress, or where the system has no such dialog, gives false and does
+//   nothing. A negative position or total goes to the dialog as a large unsigned number, as the system takes
+//   it.
 // Lives on the stack of one operation, on the user-interface thread; on Windows that thread has started COM.
-// Off Windows the progress is a line on the terminal, which cannot be cancelled.
+// Off Windows the dialog is the desktop's (a window through Qt); on one without windows the progress is a
+// line on the terminal, which cannot be cancelled.
 //
 //   CProgressCom progress(100);
 //   if (progress.StartProgress(_T("计算"))) progress.StepProgress(1, _T("首层"));

@@ -4,6 +4,7 @@
 
 #include "platform/dialogs.h"
 #include "platform/printing.h"
+#include "platform/progress_dialog.h"
 
 // What a desktop brings along beside its windows: the ports of a system without windows of its own ask it
 // before they fall back on the terminal. A desktop has it by being derived from it, too.
@@ -19,6 +20,7 @@ class COMM_LORV_API DesktopServices {
 
   virtual int ShowMessage(const MessageRequest& request) = 0;
   virtual std::unique_ptr<PrintJob> AskPrinter(HWND owner, DWORD flags) = 0;
+  virtual std::unique_ptr<ProgressDialog> MakeProgress() = 0;
 };
 
 // Those of the desktop in force; null if it has none. Makes no desktop fail: where none can be had, null.

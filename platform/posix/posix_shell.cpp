@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "framework/desktop_port.h"
+#include "platform/desktop_services.h"
 #include "platform/posix/native_path.h"
 #include "platform/posix/start_program.h"
 #include "platform/posix/terminal_progress.h"
@@ -61,6 +62,7 @@ class PosixShell : public Shell {
   }
 
   std::unique_ptr<ProgressDialog> MakeProgress() override {
+    if (DesktopServices* const services = ServicesOfDesktop()) return services->MakeProgress();
     if (isatty(STDERR_FILENO) == 0) return std::make_unique<SilentProgress>();
     return std::make_unique<TerminalProgress>(stderr);
   }

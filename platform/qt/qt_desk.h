@@ -25,10 +25,24 @@ class QtMailbox {
   QtMailbox(const QtMailbox&) = delete;
   QtMailbox& operator=(const QtMailbox&) = delete;
   // Runs it in that thread when the events that are there are done; `last`: when all others are.
-  void Leave(std::function<void()> errand, bool last = false);
+  void Leave(const std::function<void()>& errand, bool last = false);
   void Close();
 
+  // As long as one lives, errands wait. In the thread of the windows.
+  class Holding {
+   public:
+    explicit Holding(QtMailbox& mailbox) : mailbox_(mailbox) { mailbox_.Hold(1); }
+    Holding(const Holding&) = delete;
+    Holding& operator=(const Holding&) = delete;
+    ~Holding() { mailbox_.Hold(-1); }
+
+   private:
+    QtMailbox& mailbox_;
+  };
+
  private:
+  void Hold(int more);
+
   std::mutex mutex_;
   QObject* receiver_;
 };
@@ -75,6 +89,7 @@ class QtDesk : public Desktop, public QtServices {
   bool SetClipboardText(const CString& text) override;
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
   UINT RegisterMessage(LPCTSTR name) override;
+  std::unique_ptr<ProgressDialog> MakeProgress() override;
 
   // For windows.
   std::shared_ptr<QtWindow> At(HWND window) const;

@@ -15,20 +15,44 @@ namespace {
 
 class Errand : public QEvent {
  public:
-  explicit Errand(std::function<void()> run) : QEvent(User), run_(std::move(run)) {}
-  void Run() { run_(); }
+  Errand(std::function<void()> work, bool is_last) : QEvent(User), run(std::move(work)), last(is_last) {}
 
- private:
-  std::function<void()> run_;
+  std::function<void()> run;
+  bool last;
 };
 
 class Runner : public QObject {
  public:
   bool event(QEvent* event) override {
     if (event->type() != QEvent::User) return QObject::event(event);
-    static_cast<Errand*>(event)->Run();
+    auto* const errand = static_cast<Errand*>(event);
+    if (held_ > 0) {
+      kept_.push_back({errand->run, errand->last});
+    } else {
+      errand->run();
+    }
     return true;
   }
+
+  void Take(const std::function<void()>& work, bool last) {
+    QCoreApplication::postEvent(this, new Errand(work, last),
+                                last ? Qt::LowEventPriority : Qt::NormalEventPriority);
+  }
+
+  void Hold(int more) {
+    held_ += more;
+    if (held_ > 0) return;
+    for (const Kept& kept : std::exchange(kept_, {})) Take(kept.run, kept.last);
+  }
+
+ private:
+  struct Kept {
+    std::function<void()> run;
+    bool last;
+  };
+
+  int held_ = 0;
+  std::vector<Kept> kept_;
 };
 
 bool WorkEvents(QEventLoop::ProcessEventsFlags flags) {
@@ -44,11 +68,14 @@ QtMailbox::~QtMailbox() {
   Close();
 }
 
-void QtMailbox::Leave(std::function<void()> errand, bool last) {
+void QtMailbox::Leave(const std::function<void()>& errand, bool last) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  if (receiver_ != nullptr)
-    QCoreApplication::postEvent(receiver_, new Errand(std::move(errand)),
-                                last ? Qt::LowEventPriority : Qt::NormalEventPriority);
+  if (receiver_ != nullptr) static_cast<Runner*>(receiver_)->Take(errand, last);
+}
+
+void QtMailbox::Hold(int more) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (receiver_ != nullptr) static_cast<Runner*>(receiver_)->Hold(more);
 }
 
 void QtMailbox::Close() {

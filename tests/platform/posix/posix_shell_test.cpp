@@ -1,10 +1,13 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <string>
 
+#include "module/progress.h"
 #include "platform/headless/headless_desktop.h"
 #include "platform/posix/terminal_progress.h"
 #include "platform/process.h"
@@ -77,6 +80,47 @@ TEST(PosixSuite, UserFolderIsMadeAtNeed) {
   const ScopedVariable data("XDG_DATA_HOME", (folder.Path() / "a" / "b").string());
   EXPECT_EQ(Utf8(NativeSuite().UserPath()), (folder.Path() / "a/b/Comm_LORV/").string());
   EXPECT_TRUE(fs::is_directory(folder.Path() / "a/b/Comm_LORV"));
+}
+
+// A terminal in the place of the error output, whose other end is read.
+class TerminalAsErrors {
+ public:
+  TerminalAsErrors() : far_(posix_openpt(O_RDWR | O_NOCTTY)), before_(dup(STDERR_FILENO)) {
+    EXPECT_EQ(grantpt(far_), 0);
+    EXPECT_EQ(unlockpt(far_), 0);
+    char name[64] = {};
+    EXPECT_EQ(ptsname_r(far_, name, sizeof(name)), 0);
+    near_ = open(name, O_RDWR | O_NOCTTY);
+    dup2(near_, STDERR_FILENO);
+  }
+  TerminalAsErrors(const TerminalAsErrors&) = delete;
+  TerminalAsErrors& operator=(const TerminalAsErrors&) = delete;
+  ~TerminalAsErrors() {
+    dup2(before_, STDERR_FILENO);
+    for (const int file : {before_, near_, far_}) close(file);
+  }
+  std::string Written() {
+    std::string text(1000, '\0');
+    const ssize_t count = read(far_, text.data(), text.size());
+    text.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
+    return text;
+  }
+
+ private:
+  int far_;
+  int before_;
+  int near_ = -1;
+};
+
+TEST(TerminalProgress, IsWhatAnOperationShowsWithoutWindows) {
+  TerminalAsErrors terminal;
+  CProgressCom progress(4);
+  EXPECT_TRUE(progress.StartProgress(_T("计算")));
+  progress.StepProgress(1, _T("首层"));
+  EXPECT_FALSE(progress.QueryCancel(_T("停止?")));
+  progress.EndProgress();
+  EXPECT_EQ(terminal.Written(),
+            "\r计算   0% \x1b[K\r计算  25% \x1b[K\r计算  25% 首层\x1b[K\r计算 100% 首层\x1b[K\r\n");
 }
 
 TEST(TerminalProgress, WritesTheLineAnewAtEachPercent) {

@@ -1,0 +1,177 @@
+#include "platform/qt/qt_progress.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+
+#include "module/progress.h"
+#include "platform/headless/headless_platform.h"
+#include "tests/platform/qt/qt_fixture.h"
+
+namespace lorv::test {
+namespace {
+
+class QtProgressTest : public QtTest {
+ protected:
+  static QDialog* Box() {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+      if (auto* const box = dynamic_cast<QDialog*>(widget)) return box;
+    return nullptr;
+  }
+  static QStringList Lines() {
+    QStringList lines;
+    for (const QLabel* label : Box()->findChildren<QLabel*>()) lines.push_back(label->text());
+    return lines;
+  }
+  static int Bar() { return Box()->findChild<QProgressBar*>()->value(); }
+  static QPushButton* Button() { return Box()->findChild<QPushButton*>(); }
+};
+
+TEST_F(QtProgressTest, ShowsTitleLineAndPosition) {
+  CProgressCom progress(4);
+  ASSERT_TRUE(progress.StartProgress(_T("计算工程量")));
+  ASSERT_NE(Box(), nullptr);
+  EXPECT_TRUE(Box()->isVisible());
+  EXPECT_EQ(Box()->windowTitle(), QStringLiteral("计算工程量"));
+  EXPECT_EQ(Bar(), 0);
+  progress.StepProgress(1, _T("首层 <b>墙</b>"));
+  EXPECT_EQ(Lines().at(0), QStringLiteral("首层 <b>墙</b>"));
+  EXPECT_EQ(Bar(), 250);
+  progress.StepProgress(2, _T(""));
+  EXPECT_EQ(Lines().at(0), QStringLiteral("首层 <b>墙</b>")) << "an empty text leaves the line";
+  EXPECT_EQ(Bar(), 500);
+  progress.StepProgress(-1, _T(""));
+  EXPECT_EQ(Bar(), 1000) << "a negative position is a large number";
+  progress.EndProgress();
+  EXPECT_EQ(Bar(), 1000);
+  EXPECT_FALSE(Box()->isVisible());
+}
+
+TEST_F(QtProgressTest, NoStepsAreAllDone) {
+  CProgressCom progress(0);
+  progress.StartProgress(_T("t"));
+  progress.EndProgress();
+  EXPECT_EQ(Bar(), 1000);
+}
+
+TEST_F(QtProgressTest, GoesWithTheOperation) {
+  {
+    CProgressCom progress(4);
+    progress.StartProgress(_T("t"));
+    EXPECT_NE(Box(), nullptr);
+  }
+  EXPECT_EQ(Box(), nullptr);
+}
+
+TEST_F(QtProgressTest, LongTextsAreCutToTheWindow) {
+  CProgressCom progress(4);
+  progress.StartProgress(_T("t"));
+  const int width = Box()->width();
+  progress.StepProgress(1, CString(_T('x'), 5000));
+  Settle();
+  EXPECT_EQ(Box()->width(), width);
+  EXPECT_TRUE(Lines().at(0).endsWith(QChar(0x2026)));
+  EXPECT_LT(Box()->findChildren<QLabel*>().at(0)->sizeHint().width(), width);
+}
+
+TEST_F(QtProgressTest, TheButtonCancelsAndItStaysSo) {
+  HeadlessPlatform machine;
+  Platform ports;
+  ports.dialogs = &machine.dialogs;
+  const ScopedPlatform scope(ports);
+  CProgressCom progress(4);
+  progress.StartProgress(_T("t"));
+  EXPECT_FALSE(progress.QueryCancel(_T("停止?")));
+  EXPECT_TRUE(machine.dialogs.messages.empty());
+  Button()->click();
+  EXPECT_FALSE(Button()->isEnabled());
+  EXPECT_TRUE(Box()->isVisible());
+  EXPECT_EQ(Lines().at(2), QStringLiteral("Please wait while the current operation is cleaned up"));
+  machine.dialogs.answer = kAnswerNo;
+  EXPECT_FALSE(progress.QueryCancel(_T("停止?")));
+  EXPECT_FALSE(progress.QueryCancel(_T("停止?")));
+  EXPECT_EQ(machine.dialogs.messages.size(), 2U);
+  progress.StepProgress(2, _T("二层"));
+  EXPECT_EQ(Bar(), 500) << "No lets it go on";
+  EXPECT_EQ(Lines().at(2), QStringLiteral("Please wait while the current operation is cleaned up"));
+  machine.dialogs.answer = kAnswerYes;
+  EXPECT_TRUE(progress.QueryCancel(_T("停止?")));
+}
+
+TEST_F(QtProgressTest, ClosingAndEscapeCancelToo) {
+  for (const bool by_key : {false, true}) {
+    const auto dialog = NativeShell().MakeProgress();
+    dialog->Open(0);
+    EXPECT_FALSE(dialog->HasUserCancelled());
+    if (by_key) {
+      Key(Box(), Qt::Key_Escape);
+    } else {
+      Box()->close();
+    }
+    EXPECT_TRUE(Box()->isVisible());
+    EXPECT_TRUE(dialog->HasUserCancelled());
+  }
+}
+
+TEST_F(QtProgressTest, NoHandlerRunsInTheMiddleOfTheOperation) {
+  desktop_->Find(top.window)->SetTimer(4, 1);
+  desktop_->Post(top.window, WM_APP, 1, 0);
+  desktop_->Find(top.window)->Invalidate(nullptr);
+  top.told.clear();
+  const auto dialog = NativeShell().MakeProgress();
+  dialog->Open(kProgressAutoTime);
+  for (const UINT message : {WM_APP, WM_PAINT, WM_TIMER}) EXPECT_EQ(top.Count(message), 0) << message;
+  Settle();
+  EXPECT_EQ(top.Count(WM_APP), 1);
+  EXPECT_GE(top.Count(WM_PAINT), 1);
+  EXPECT_TRUE(WorkUntil([&] { return top.Count(WM_TIMER) > 0; }));
+}
+
+TEST_F(QtProgressTest, WhatTheUserDoesElsewhereMeanwhileIsDropped) {
+  QWidget* const widget = WidgetOf(top.window);
+  QCoreApplication::postEvent(widget, new QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier));
+  top.told.clear();
+  const auto dialog = NativeShell().MakeProgress();
+  dialog->Open(0);
+  Settle();
+  EXPECT_EQ(top.Count(WM_KEYDOWN), 0);
+  QCoreApplication::postEvent(widget, new QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier));
+  Settle();
+  EXPECT_EQ(top.Count(WM_KEYDOWN), 1) << "between the steps the program may work its queue";
+}
+
+TEST_F(QtProgressTest, TheWindowThatItBelongsToMayGo) {
+  CProgressCom progress(4);
+  progress.StartProgress(_T("t"));
+  desktop_->Find(top.window)->Destroy();
+  Settle();
+  progress.StepProgress(2, _T("x"));
+  EXPECT_FALSE(progress.QueryCancel(_T("停止?")));
+  progress.EndProgress();
+}
+
+TEST_F(QtProgressTest, TimeLeftIsToldFromTheFirstSecondOn) {
+  const struct {
+    std::int64_t milliseconds;
+    DWORD position;
+    DWORD total;
+    const char* text;
+  } rows[] = {
+      {30000, 1, 3, "大约还需 60 秒"},
+      {999, 1, 3, ""},
+      {1000, 1, 3, "大约还需 2 秒"},
+      {1000, 0, 3, ""},
+      {1000, 3, 3, ""},
+      {1000, 4, 3, ""},
+      {45000, 1, 3, "大约还需 90 秒"},
+      {45001, 1, 3, "大约还需 2 分钟"},
+      {60000, 1, 0xFFFFFFFF, "大约还需 4294967294 分钟"},
+      {1000, 999, 1000, "大约还需 1 秒"},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(Utf8(TimeLeftText(row.milliseconds, row.position, row.total)), row.text) << row.milliseconds;
+}
+
+}  // namespace
+}  // namespace lorv::test
