@@ -51,6 +51,12 @@ struct BlockLoops {
   // as anything. `ahead` more values behind them will be wanted soon.
   const double* (*read)(const double* values, double* readings, std::size_t rows, std::size_t ahead,
                         RowMarks& refused);
+  // Reads a whole number of strides of `lanes` values, the i-th of which stands places[i] bytes behind
+  // `first`: true, with the numbers that they read as in `readings`, where these follow from all values
+  // alone. The values are copied to `values` in any case.
+  std::size_t lanes;
+  bool (*read_places)(const char* first, const std::size_t* places, std::size_t count, double* values,
+                      double* readings);
 };
 
 // Those that this processor can run, the best first; at most `room` of them.

@@ -132,12 +132,17 @@ double CAdExpCalculate::Calculate() {
 double CAdExpCalculate::Calculate(int& error) {
   double value = 0;
   const bool is_set_again = work_text_ == WorkTextState::kIsFormula && is_repeated_;
-  if (is_set_again && repeated_.Work(m_szExpr.View(), *m_pMapValue, value, error)) {
-    work_text_ = WorkTextState::kHasPlannedValues;
-    error = lorv::ErrorForCaller(error);
-    return error == 0 ? value : 0;
-  }
+  if (!is_set_again || !repeated_.Work(m_szExpr.View(), *m_pMapValue, value, error))
+    return CalculateText(error, is_set_again);
+  work_text_ = WorkTextState::kHasPlannedValues;
+  if (error == 0) return value;
+  error = lorv::ErrorForCaller(error);
+  return error == 0 ? value : 0;
+}
+
+double CAdExpCalculate::CalculateText(int& error, bool is_set_again) {
   error = 0;
+  double value = 0;
   if (!WorkInOnePass(value)) {
     const TextView text = WorkText().View();
     if (lorv::IsPlainNumber(text)) return lorv::ReadReal(text);

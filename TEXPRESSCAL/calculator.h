@@ -144,6 +144,8 @@ class COMM_LORV_API CAdExpCalculate : public CValidParameter {
   int ReplExprWithVal() const;
   lorv::GrowingEdit& WorkText() const;
   void UseOwnMap();
+  // Kept apart from Calculate, which has little to do for a formula that has a plan.
+  [[gnu::noinline]] double CalculateText(int& error, bool is_set_again);
   bool WorkInOnePass(double& value);
   void AddKeyWord(LPCTSTR name, lorv::NameWord word);
   void MakeKeyWord(TDefsetVars& set, LPCTSTR name) const;

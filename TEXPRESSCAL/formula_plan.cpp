@@ -4,6 +4,7 @@
 #include <cmath>
 #include <map>
 
+#include "TEXPRESSCAL/block_work.h"
 #include "TEXPRESSCAL/operator_rewriting.h"
 #include "TEXPRESSCAL/plan_reader.h"
 #include "TEXPRESSCAL/slot_edit.h"
@@ -87,7 +88,8 @@ void FormulaPlan::MakeSlots(const PlanReader& reader, const std::vector<std::siz
   }
   for (const Slot& slot : slots_)
     places_.push_back(slot.entry * sizeof(CMapValue::value_type) + offsetof(CMapValue::value_type, second));
-  if (places_.size() % 2 != 0) places_.push_back(places_.back());
+  UsableBlockLoops(&loops_, 1);
+  while (places_.size() % loops_->lanes != 0) places_.push_back(places_.back());
   values_.resize(places_.size());
 }
 
@@ -98,19 +100,23 @@ int FormulaPlan::SlotOf(std::size_t name) const {
 }
 
 bool FormulaPlan::Work(const CMapValue& values, double& result, int& error) {
-  const char* const first = values.empty() ? nullptr : reinterpret_cast<const char*>(&*values.begin());
-  const auto place = [=, this](std::size_t i) { return reinterpret_cast<const double*>(first + places_[i]); };
-  if (takes_thirds_) {
-    for (std::size_t i = 0; i < slots_.size(); ++i) {
-      values_[i] = *place(i);
-      if (!Reads(slots_[i], values_[i], program_.Slots()[i], program_.Slots()[i + values_.size()]))
-        return false;
-    }
-  } else {
-    if (!AllReadPlainly(places_.size(), place, values_.data(), program_.Slots())) return false;
-    if (!close_slots_.empty() && !AllFitClosely()) return false;
-  }
+  const char* const first = reinterpret_cast<const char*>(values.Entries());
+  if (!(takes_thirds_ ? ReadWithThirds(first) : ReadWithoutThirds(first))) return false;
   result = program_.Work(error);
+  return true;
+}
+
+bool FormulaPlan::ReadWithoutThirds(const char* first) {
+  return loops_->read_places(first, places_.data(), places_.size(), values_.data(), program_.Slots()) &&
+         (close_slots_.empty() || AllFitClosely());
+}
+
+bool FormulaPlan::ReadWithThirds(const char* first) {
+  for (std::size_t i = 0; i < slots_.size(); ++i) {
+    values_[i] = *reinterpret_cast<const double*>(first + places_[i]);
+    if (!Reads(slots_[i], values_[i], program_.Slots()[i], program_.Slots()[FirstDivisor() + i]))
+      return false;
+  }
   return true;
 }
 

@@ -10,6 +10,7 @@
 namespace lorv {
 
 class PlanReader;
+struct BlockLoops;
 
 // How to work one formula again and again with other values of the same names, without writing the values
 // into the text and parsing it: the outcome is bit for bit what that gives.
@@ -58,16 +59,19 @@ class FormulaPlan {
   std::size_t FirstDivisor() const { return values_.size(); }
 
  private:
+  bool ReadWithThirds(const char* first);
+  bool ReadWithoutThirds(const char* first);
   bool AllFitClosely() const;
   bool MakeProgram(const PlanReader& reader);
   void MakeSlots(const PlanReader& reader, const std::vector<std::size_t>& least_texts);
   int SlotOf(std::size_t name) const;
 
   bool takes_thirds_ = false;
+  const BlockLoops* loops_ = nullptr;
   std::vector<Slot> slots_;
   std::vector<std::size_t> close_slots_;  // the indexes of those that are not free
   std::vector<std::size_t>
-      places_;  // the slots' values in bytes from the first; an even count, the last one twice
+      places_;  // the slots' values in bytes from the first entry; the last one repeated to whole strides
   std::vector<double> values_;  // of these places
   FormulaProgram program_;
 };

@@ -55,6 +55,9 @@ class COMM_LORV_API CMapValue {
   // keeps its layout until a name comes or goes. Never 0.
   std::uint64_t Layout() const { return layout_ != 0 ? layout_ : NumberLayout(); }
 
+  // The entries, one behind the other in the order of the names; null if there are none.
+  const value_type* Entries() const { return entries_.data(); }
+
   // The words of the names, entry by entry. A name that is not stored in capitals has none.
   const std::vector<lorv::NameWord>& Words() const { return words_; }
   // Whether a name without a word could be found in a text of capitals, digits, "_" and signs of ASCII even

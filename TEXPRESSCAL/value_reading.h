@@ -1,11 +1,6 @@
 #pragma once
 
 #include <cmath>
-#include <cstddef>
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 // A value stands in a formula as a short text, and what is worked is the number which that text reads as. For
 // nearly all values that number follows from the value by arithmetic alone.
@@ -57,43 +52,6 @@ inline int ThirdsOf(double value) {
   return units < Bounds::kLimit && std::fabs(units - whole) < Bounds::kSurely &&
          std::fabs(value - Bounds::kOneThird) >= Bounds::kThirdWidth &&
          std::fabs(value - Bounds::kTwoThirds) >= Bounds::kThirdWidth;
-}
-
-// The same for an even count of values at a time, the i-th of which stands at `place(i)`: true where the
-// numbers of all of them follow. The values are copied to `values`. Each goes straight from its place into a
-// register: a pair that is written singly and read again as one holds the processor up.
-template <class Place>
-bool AllReadPlainly(std::size_t count, const Place& place, double* values, double* readings) {
-#if defined(__SSE2__)
-  using Bounds = ReadingBounds;
-  const __m128d sign = _mm_set1_pd(-0.0), unit = _mm_set1_pd(Bounds::kUnits);
-  const __m128d to_whole = _mm_set1_pd(Bounds::kToWhole), surely = _mm_set1_pd(Bounds::kSurely);
-  const __m128d one_third = _mm_set1_pd(Bounds::kOneThird), two_thirds = _mm_set1_pd(Bounds::kTwoThirds);
-  __m128d largest = _mm_setzero_pd(), from_thirds = _mm_set1_pd(1);
-  __m128d is_near = _mm_cmpeq_pd(sign, sign);  // also false for what is no number
-  for (std::size_t i = 0; i < count; i += 2) {
-    const __m128d value = _mm_loadh_pd(_mm_load_sd(place(i)), place(i + 1));
-    _mm_storeu_pd(values + i, value);
-    const __m128d units = _mm_mul_pd(_mm_andnot_pd(sign, value), unit);
-    const __m128d whole = _mm_sub_pd(_mm_add_pd(units, to_whole), to_whole);
-    _mm_storeu_pd(readings + i, _mm_or_pd(_mm_div_pd(whole, unit), _mm_and_pd(sign, value)));
-    const __m128d off = _mm_andnot_pd(sign, _mm_sub_pd(units, whole));
-    largest = _mm_max_pd(largest, units);
-    is_near = _mm_and_pd(is_near, _mm_cmplt_pd(off, surely));
-    from_thirds = _mm_min_pd(from_thirds, _mm_andnot_pd(sign, _mm_sub_pd(value, one_third)));
-    from_thirds = _mm_min_pd(from_thirds, _mm_andnot_pd(sign, _mm_sub_pd(value, two_thirds)));
-  }
-  const __m128d is_small = _mm_cmplt_pd(largest, _mm_set1_pd(Bounds::kLimit));
-  const __m128d is_no_third = _mm_cmpge_pd(from_thirds, _mm_set1_pd(Bounds::kThirdWidth));
-  return _mm_movemask_pd(_mm_and_pd(is_near, _mm_and_pd(is_small, is_no_third))) == 3;
-#else
-  bool plain = true;
-  for (std::size_t i = 0; i < count; ++i) {
-    values[i] = *place(i);
-    plain = ReadsPlainly(values[i], readings[i]) && plain;
-  }
-  return plain;
-#endif
 }
 
 }  // namespace lorv

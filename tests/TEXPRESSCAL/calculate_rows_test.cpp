@@ -324,6 +324,39 @@ TEST(CalculateRows, ReadsEveryCountOfThousandthsAsTheQuotient) {
   }
 }
 
+TEST(CalculateRows, ReadsPlacesAlikeOnEveryGenerationOfProcessors) {
+  std::array<const BlockLoops*, 4> loops{};
+  const std::size_t count = UsableBlockLoops(loops.data(), loops.size());
+  ChoiceSource source(16);
+  for (int turn = 0; turn < 60000 / kShare; ++turn) {
+    std::array<double, 16> values{};
+    std::array<std::size_t, 16> places{};
+    std::array<double, 16> copies{};
+    std::array<double, 16> readings{};
+    for (std::size_t i = 0; i < values.size(); ++i) {
+      values[i] = source.OneIn(100) ? MakeValue(source) : static_cast<double>(source.Below(100000)) / 1013;
+      places[i] = source.Below(values.size()) * sizeof(double);
+    }
+    for (std::size_t k = 0; k < count; ++k) {
+      const std::size_t wanted = loops[k]->lanes * (1 + source.Below(16 / loops[k]->lanes));
+      const bool all_read = loops[k]->read_places(reinterpret_cast<const char*>(values.data()), places.data(),
+                                                  wanted, copies.data(), readings.data());
+      bool expected_all = true;
+      for (std::size_t i = 0; i < wanted; ++i) {
+        const double value = values[places[i] / sizeof(double)];
+        double expected = 0;
+        const bool plain = ReadsPlainly(value, expected);
+        expected_all = expected_all && plain;
+        ASSERT_TRUE(SameBits(copies[i], value));
+        if (all_read) {
+          ASSERT_TRUE(SameBits(readings[i], expected)) << loops[k]->name << ' ' << value;
+        }
+      }
+      ASSERT_EQ(all_read, expected_all) << loops[k]->name;
+    }
+  }
+}
+
 // Rows with thirds wait until there are enough of them.
 TEST(CalculateRows, WorksManyRowsOfThirds) {
   const double kMixed[] = {0.3333, 0.667, 0.333, 1.25, -0.3333, 2, 0.334, 1e13, 2.0005, -1, 0};
