@@ -1,0 +1,39 @@
+# cpack in a build folder packs what cmake --install would install: for Windows a ZIP, else a tarball and, where
+# Debian's tools are, a package of Debian. What has to be built before: lorv_installed.
+#
+#   cmake --build --preset linux-release --target lorv_installed && cpack --config build/linux-release/CPackConfig.cmake
+install(FILES README.md CHANGELOG.md NOTICE.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs FILES_MATCHING PATTERN "*.md")
+
+set(CPACK_PACKAGE_NAME ${PROJECT_NAME})
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_CONTACT "The maintainers of Comm_LORV <maintainers@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Support library of a quantity take-off suite, with its command-line tool")
+set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packs)
+set(CPACK_RESOURCE_FILE_README ${CMAKE_SOURCE_DIR}/README.md)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_VERBATIM_VARIABLES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
+                                                WORLD_READ WORLD_EXECUTE)
+# A test tree has much more than what is installed: nothing of it is built for the sake of packing.
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
+
+if(WIN32)
+  set(CPACK_GENERATOR ZIP)
+else()
+  set(CPACK_GENERATOR TGZ)
+  find_program(LORV_SHLIBDEPS dpkg-shlibdeps)
+  if(LORV_SHLIBDEPS)
+    list(APPEND CPACK_GENERATOR DEB)
+  endif()
+endif()
+
+set(CPACK_DEBIAN_PACKAGE_NAME comm-lorv)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION libs)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+# What the package depends on is asked when it is made, of the files that were built.
+set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_LIST_DIR}/LorvDebian.cmake)
+set(CPACK_LORV_BINARIES ${CMAKE_BINARY_DIR}/bin)
+set(CPACK_LORV_SHLIBDEPS ${LORV_SHLIBDEPS})
+include(CPack)
