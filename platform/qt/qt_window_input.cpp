@@ -51,8 +51,9 @@ bool QtWindow::Take(QObject* receiver, QEvent& event) {
       return TakePaint(receiver, static_cast<QPaintEvent&>(event));
     case QEvent::Resize:
     case QEvent::Move:
-      // Within a call of ours the caller reports, when the widget has finished.
-      if (receiver == widget_ && working_ == 0) ReportPlace();
+      // Within a call of ours the caller reports, when the widget has finished. A widget lays out its pane
+      // after it heard of its own size, the first time when it is shown.
+      if (working_ == 0) ReportPlace();
       return false;
     case QEvent::FocusIn:
     case QEvent::FocusOut:

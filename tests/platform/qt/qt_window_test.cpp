@@ -341,6 +341,32 @@ TEST_F(QtWindowTest, WindowAtIsTheInnermost) {
   EXPECT_EQ(desktop_->WindowAt({-5000, -5000}), nullptr);
 }
 
+// Edits and lists lay out their inner part only when they are shown.
+TEST_F(QtWindowTest, ControlsOfAHiddenWindowKnowTheirClientAreaOnceItIsShown) {
+  WindowRequest request;
+  request.kind = WindowKind::Dialog;
+  request.style = WS_POPUP | WS_CAPTION;
+  request.place = {50, 50, 450, 350};
+  Witness dialog;
+  ASSERT_NE(Make(request, &dialog), nullptr);
+  for (const WindowKind kind : {WindowKind::Edit, WindowKind::List}) {
+    WindowRequest control;
+    control.kind = kind;
+    control.style = WS_CHILD | WS_VISIBLE | WS_BORDER | ES_MULTILINE;
+    control.parent = dialog.window;
+    control.place = {10, 10, 310, 210};
+    const HWND window = Make(control, nullptr);
+    desktop_->Find(dialog.window)->Show(SW_SHOW);
+    Settle();
+    const CRect client(desktop_->Find(window)->ClientRect());
+    EXPECT_GE(client.Width(), 290);
+    EXPECT_LE(client.Width(), 300);
+    EXPECT_GE(client.Height(), 190);
+    desktop_->Find(dialog.window)->Show(SW_HIDE);
+  }
+  desktop_->Find(dialog.window)->Destroy();
+}
+
 TEST_F(QtWindowTest, RightClickAsksForAMenuUpwards) {
   Witness child;
   Child(WindowKind::Custom, 0, 1, {30, 20, 130, 120}, &child);
