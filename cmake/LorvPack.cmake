@@ -3,7 +3,8 @@
 #
 #   cmake --build --preset linux-release --target lorv_installed && cpack --config build/linux-release/CPackConfig.cmake
 install(FILES README.md CHANGELOG.md NOTICE.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs FILES_MATCHING PATTERN "*.md")
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs FILES_MATCHING PATTERN "*.md"
+        PATTERN "*.png")
 
 set(CPACK_PACKAGE_NAME ${PROJECT_NAME})
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})

@@ -6,6 +6,7 @@
 #include <ostream>
 
 #include "tools/lorv/command_words.h"
+#include "tools/lorv/guarded_run.h"
 #include "tools/lorv/verbs_table.h"
 
 namespace lorv::tool {
@@ -122,19 +123,7 @@ int Run(const std::vector<std::string>& words, Console& console) {
 }  // namespace
 
 int RunProgram(const std::vector<std::string>& words, Console& console) {
-  int code = kBadInput;
-  try {
-    code = Run(words, console);
-  } catch (const std::exception& wrong) {
-    console.out.flush();
-    console.err << "lorv: " << wrong.what() << "\n";
-  }
-  console.out.flush();
-  if (!console.out) {
-    console.err << "lorv: the output could not be written\n";
-    return kBadInput;
-  }
-  return code;
+  return GuardedRun("lorv", console, [&] { return Run(words, console); });
 }
 
 }  // namespace lorv::tool

@@ -1,0 +1,102 @@
+"""Starts the built desktop program as a user does and looks at its words, its exit code and its pictures.
+
+usage: desk_run_test.py [EMULATOR ...] PROGRAM
+"""
+
+import os
+import pathlib
+import struct
+import subprocess
+import sys
+import tempfile
+import unittest
+import zlib
+
+COMMAND = []
+NAMES = [f"{what}-{language}" for what in ("failure", "description", "workbooks") for language in ("zh", "en")]
+
+
+def run(*words, folder=None, env=None):
+    done = subprocess.run(COMMAND + list(words), capture_output=True, timeout=300, cwd=folder, env=env)
+    return done.returncode, done.stdout.decode("utf-8"), done.stderr.decode("utf-8")
+
+
+def size_of(png):
+    """Width and height; whatever is wrong with the file fails."""
+    assert png[:8] == b"\x89PNG\r\n\x1a\n", png[:8]
+    width, height, depth, colours = struct.unpack(">IIBB", png[16:26])
+    data, at = b"", 8
+    while at < len(png):
+        length, name = struct.unpack(">I4s", png[at:at + 8])
+        body = png[at + 4:at + 8 + length]
+        assert struct.unpack(">I", png[at + 8 + length:at + 12 + length])[0] == zlib.crc32(body), name
+        data += body[4:] if name == b"IDAT" else b""
+        at += 12 + length
+    assert (depth, colours) == (8, 2)
+    assert len(zlib.decompress(data)) == height * (width * 3 + 1)
+    return width, height
+
+
+class Desk(unittest.TestCase):
+    def test_help_and_version(self):
+        code, out, err = run("--help")
+        self.assertEqual((code, err), (0, ""))
+        for word in ("--dialogs", "--pictures FOLDER", "Exit codes: 0 fine"):
+            self.assertIn(word, out)
+        code, out, _ = run("--version")
+        self.assertEqual(code, 0)
+        self.assertRegex(out, r"^lorv-desk \d+\.\d+\.\d+\n$")
+
+    def test_words_that_mean_nothing_are_refused(self):
+        for words in ((), ("--nothing",), ("墙",), ("--pictures", "x"), ("--dialogs", "--pictures")):
+            code, out, err = run(*words)
+            self.assertEqual((code, out), (2, ""), words)
+            self.assertTrue(err.startswith("lorv-desk: "), err)
+            self.assertIn("lorv-desk --help", err)
+
+    def test_pictures_of_every_dialog(self):
+        with tempfile.TemporaryDirectory() as folder:
+            for _ in range(2):  # the second run replaces what the first one wrote
+                code, out, err = run("--dialogs", "--pictures", "图片/shots", folder=folder)
+                self.assertEqual(code, 0, err)
+                self.assertEqual([line.split()[0] for line in out.splitlines()],
+                                 [f"图片/shots/{name}.png" for name in NAMES])
+            for name in NAMES:
+                width, height = size_of((pathlib.Path(folder) / "图片" / "shots" / f"{name}.png").read_bytes())
+                self.assertTrue(300 < width < 700, (name, width))
+                self.assertTrue(150 < height < 600, (name, height))
+
+    def test_a_folder_that_cannot_be_made_is_told(self):
+        with tempfile.TemporaryDirectory() as folder:
+            (pathlib.Path(folder) / "file").write_bytes(b"")
+            code, out, err = run("--dialogs", "--pictures", "file", folder=folder)
+            self.assertEqual((code, out), (2, ""))
+            self.assertIn("lorv-desk: file cannot be made a folder\n", err)
+
+
+
+class DeskOfTheSystem(unittest.TestCase):
+    """What an emulator stands in the way of: a program to be ended, an environment of its own."""
+
+    def test_dialogs_wait_for_the_user(self):
+        shown = subprocess.Popen(COMMAND + ["--dialogs"], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
+        try:
+            self.assertEqual(shown.stdout.readline().decode("utf-8"), "a failure, in Chinese\n")
+            self.assertIsNone(shown.poll())
+        finally:
+            shown.terminate()
+            shown.wait()
+            shown.stdout.close()
+
+    def test_without_a_screen_the_reason_is_told(self):
+        bare = {key: value for key, value in os.environ.items()
+                if key not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM")}
+        code, out, err = run("--dialogs", env=bare)
+        self.assertEqual((code, out), (2, ""))
+        self.assertTrue(err.startswith("lorv-desk: there is no screen for windows: "), err)
+
+
+if __name__ == "__main__":
+    COMMAND = sys.argv[1:]
+    os.environ["LC_ALL"] = "zh_CN.UTF-8"
+    unittest.main(argv=sys.argv[:1], defaultTest=["Desk"] if len(COMMAND) > 1 else None)

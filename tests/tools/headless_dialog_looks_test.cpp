@@ -1,0 +1,15 @@
+#include "platform/headless/headless_desktop.h"
+#include "tests/tools/dialog_looks_suite.h"
+
+namespace lorv::test {
+namespace {
+
+struct Memory {
+  static constexpr bool kHasPictures = false;
+  static std::unique_ptr<Desktop> Make() { return std::make_unique<HeadlessDesktop>(); }
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Headless, DialogLooks, Memory);
+
+}  // namespace
+}  // namespace lorv::test

@@ -1,0 +1,15 @@
+#include "platform/win32/win32_desktop.h"
+#include "tests/tools/dialog_looks_suite.h"
+
+namespace lorv::test {
+namespace {
+
+struct RealWindows {
+  static constexpr bool kHasPictures = true;
+  static std::unique_ptr<Desktop> Make() { return MakeWin32Desktop(); }
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Win32, DialogLooks, RealWindows);
+
+}  // namespace
+}  // namespace lorv::test

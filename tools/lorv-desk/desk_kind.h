@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/desktop_choice.h"
+
+namespace lorv::tool {
+
+// The desktop with windows that people of this system see.
+DesktopKind ScreenDesktop();
+
+}  // namespace lorv::tool

@@ -1,0 +1,9 @@
+#include "tools/lorv-desk/desk_kind.h"
+
+namespace lorv::tool {
+
+DesktopKind ScreenDesktop() {
+  return DesktopKind::Qt;
+}
+
+}  // namespace lorv::tool
