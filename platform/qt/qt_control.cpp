@@ -2,6 +2,7 @@
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <utility>
 
 #include "framework/window_map.h"
 #include "platform/qt/qt_fonts.h"
@@ -40,12 +41,20 @@ LRESULT QtControl::Default(UINT message, WPARAM w, LPARAM l) {
   return QtWindow::Default(message, w, l);
 }
 
+void QtControl::AskToPaint() {
+  const bool before = std::exchange(natively_, false);
+  QtWindow::AskToPaint();
+  if (!Exists() || (natively_ && before)) return;
+  asked_ = true;
+  Pane()->update();
+}
+
+// The widget set paints on its own account as well. The class is asked afterwards, not in the middle of that,
+// and what it then draws is shown by the next round.
 bool QtControl::TakePaint(QObject* receiver, QPaintEvent& event) {
   if (receiver != Pane() || MappedWindow(Handle()) == nullptr) return false;
-  natively_ = false;
-  KeepDirty(CRect(ClientRect()));
-  DeliverMessage(Handle(), WM_PAINT, 0, 0);
-  if (!Exists() || natively_) return false;
+  if (!std::exchange(asked_, false)) WantPaint(CRect(ClientRect()));
+  if (natively_) return false;
   QPainter painter(Pane());
   const Edges edges = Margins();
   const QPoint at = Pane() == Widget() ? QPoint(edges.left, edges.top) : QPoint(0, 0);

@@ -15,13 +15,15 @@ class QtControl : public QtWindow {
   Edges Margins() const override;
   bool PaintsSelf() const override { return false; }
   bool TakePaint(QObject* receiver, QPaintEvent& event) override;
+  void AskToPaint() override;
   void FontChanged(const QFont& font) override;
   // The first size of its text and items; before the widget is shown.
   void StartControl(QWidget* widget, QWidget* pane = nullptr);
   bool Framed() const;
 
  private:
-  bool natively_ = false;
+  bool natively_ = true;  // as the class last said
+  bool asked_ = false;    // since the widget set painted
 };
 
 }  // namespace lorv

@@ -53,6 +53,7 @@ QtDesk::~QtDesk() {
     if (const auto window = At(top)) window->Destroy();
     std::erase(tops_, top);
   }
+  Sweep();
   mailbox_->Close();
 }
 
@@ -152,14 +153,37 @@ void QtDesk::Forget(HWND window) {
   if (hovered_ == window) hovered_ = nullptr;
 }
 
-// A widget of which an event is being worked must outlive the event; between events it goes at once.
-void QtDesk::Bury(QWidget* widget) {
-  if (depth_ == 0) {
+QtDesk::Event::Event(QtDesk& desk) : desk_(desk) {
+  desk_.live_events_.push_back(++desk_.event_count_);
+}
+
+QtDesk::Event::~Event() {
+  desk_.live_events_.pop_back();
+  if (!desk_.graves_.empty()) desk_.WantSweep();
+}
+
+void QtDesk::Bury(QWidget* widget, std::uint64_t born) {
+  if (live_events_.empty()) {
     delete widget;
     return;
   }
   widget->hide();
-  widget->deleteLater();
+  graves_.push_back({widget, born});
+}
+
+void QtDesk::WantSweep() {
+  if (std::exchange(sweep_wanted_, true)) return;
+  mailbox_->Leave([this] { Sweep(); });
+}
+
+void QtDesk::Sweep() {
+  sweep_wanted_ = false;
+  const auto kept = std::stable_partition(graves_.begin(), graves_.end(),
+                                          [this](const Grave& grave) { return !MayEnd(grave.born); });
+  const std::vector<Grave> ready(std::make_move_iterator(kept), std::make_move_iterator(graves_.end()));
+  graves_.erase(kept, graves_.end());
+  // A widget that stands in another one goes with that.
+  for (const Grave& grave : ready) delete grave.widget.data();
 }
 
 HWND QtDesk::TopOf(HWND window) const {

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
+#include <array>
 #include <atomic>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <map>
@@ -25,7 +28,9 @@ class QtMailbox {
   QtMailbox(const QtMailbox&) = delete;
   QtMailbox& operator=(const QtMailbox&) = delete;
   // Runs it in that thread when the events that are there are done; `last`: when all others are.
-  void Leave(const std::function<void()>& errand, bool last = false);
+  void Leave(std::function<void()> errand, bool last = false);
+  // In that thread: the next errand of the two sorts.
+  void RunNext(bool last);
   void Close();
 
   // As long as one lives, errands wait. In the thread of the windows.
@@ -42,8 +47,11 @@ class QtMailbox {
 
  private:
   void Hold(int more);
+  void Call(bool last);
 
-  std::mutex mutex_;
+  std::mutex mutex_;                                          // over all that follows
+  std::array<std::deque<std::function<void()>>, 2> errands_;  // what an event carried would not be guarded
+  int held_ = 0;
   QObject* receiver_;
 };
 
@@ -117,18 +125,21 @@ class QtDesk : public Desktop, public QtServices {
   void FocusLeft();
   void ClickedIn() { asked_ = nullptr; }
 
-  // An event of ours is being worked: widgets that end meanwhile are kept until it is over.
+  // An event of ours is being worked. What the widget set does around it may hold every widget that was there
+  // when it began: such a widget is kept until the event is over, whatever loops run within it.
   class Event {
    public:
-    explicit Event(QtDesk& desk) : desk_(desk) { ++desk_.depth_; }
+    explicit Event(QtDesk& desk);
     Event(const Event&) = delete;
     Event& operator=(const Event&) = delete;
-    ~Event() { --desk_.depth_; }
+    ~Event();
 
    private:
     QtDesk& desk_;
   };
-  void Bury(QWidget* widget);
+  std::uint64_t EventCount() const { return event_count_; }
+  // Ends a widget as soon as that may be; `born`: the count of events when it was made.
+  void Bury(QWidget* widget, std::uint64_t born);
 
  private:
   std::shared_ptr<QtWindow> MakeWindow(const WindowRequest& request, HWND handle);
@@ -139,6 +150,9 @@ class QtDesk : public Desktop, public QtServices {
   bool PumpPosted();
   void PaintAll();
   HWND FirstDirty(HWND at) const;
+  bool MayEnd(std::uint64_t born) const { return live_events_.empty() || live_events_.back() <= born; }
+  void WantSweep();
+  void Sweep();
   void AskToActivate(HWND top);
   bool IsForeign(const QWidget* widget) const;
   void LeaveProgram();
@@ -159,7 +173,14 @@ class QtDesk : public Desktop, public QtServices {
   HWND hovered_ = nullptr;
   CPoint mouse_;
   int cursor_ = kCursorArrow;
-  int depth_ = 0;
+  struct Grave {
+    QPointer<QWidget> widget;
+    std::uint64_t born;
+  };
+  std::uint64_t event_count_ = 0;
+  std::vector<std::uint64_t> live_events_;  // their numbers, the innermost last
+  std::vector<Grave> graves_;
+  bool sweep_wanted_ = false;
   bool elsewhere_ = false;
   bool menu_up_ = false;
   bool paint_wanted_ = false;

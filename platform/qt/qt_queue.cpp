@@ -13,46 +13,20 @@
 namespace lorv {
 namespace {
 
-class Errand : public QEvent {
- public:
-  Errand(std::function<void()> work, bool is_last) : QEvent(User), run(std::move(work)), last(is_last) {}
-
-  std::function<void()> run;
-  bool last;
-};
+constexpr QEvent::Type kErrand = QEvent::User;
+constexpr QEvent::Type kLastErrand = static_cast<QEvent::Type>(QEvent::User + 1);
 
 class Runner : public QObject {
  public:
+  explicit Runner(QtMailbox& box) : box_(box) {}
   bool event(QEvent* event) override {
-    if (event->type() != QEvent::User) return QObject::event(event);
-    auto* const errand = static_cast<Errand*>(event);
-    if (held_ > 0) {
-      kept_.push_back({errand->run, errand->last});
-    } else {
-      errand->run();
-    }
+    if (event->type() != kErrand && event->type() != kLastErrand) return QObject::event(event);
+    box_.RunNext(event->type() == kLastErrand);
     return true;
   }
 
-  void Take(const std::function<void()>& work, bool last) {
-    QCoreApplication::postEvent(this, new Errand(work, last),
-                                last ? Qt::LowEventPriority : Qt::NormalEventPriority);
-  }
-
-  void Hold(int more) {
-    held_ += more;
-    if (held_ > 0) return;
-    for (const Kept& kept : std::exchange(kept_, {})) Take(kept.run, kept.last);
-  }
-
  private:
-  struct Kept {
-    std::function<void()> run;
-    bool last;
-  };
-
-  int held_ = 0;
-  std::vector<Kept> kept_;
+  QtMailbox& box_;
 };
 
 bool WorkEvents(QEventLoop::ProcessEventsFlags flags) {
@@ -62,20 +36,44 @@ bool WorkEvents(QEventLoop::ProcessEventsFlags flags) {
 
 }  // namespace
 
-QtMailbox::QtMailbox() : receiver_(new Runner) {}
+QtMailbox::QtMailbox() : receiver_(new Runner(*this)) {}
 
 QtMailbox::~QtMailbox() {
   Close();
 }
 
-void QtMailbox::Leave(const std::function<void()>& errand, bool last) {
-  const std::lock_guard<std::mutex> lock(mutex_);
-  if (receiver_ != nullptr) static_cast<Runner*>(receiver_)->Take(errand, last);
+// Under the lock: the thread of the windows is to run an errand of that sort.
+void QtMailbox::Call(bool last) {
+  QCoreApplication::postEvent(receiver_, new QEvent(last ? kLastErrand : kErrand),
+                              last ? Qt::LowEventPriority : Qt::NormalEventPriority);
 }
 
+void QtMailbox::Leave(std::function<void()> errand, bool last) {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  if (receiver_ == nullptr) return;
+  errands_[last ? 1 : 0].push_back(std::move(errand));
+  Call(last);
+}
+
+void QtMailbox::RunNext(bool last) {
+  std::function<void()> errand;
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    auto& waiting = errands_[last ? 1 : 0];
+    if (held_ > 0 || waiting.empty()) return;
+    errand = std::move(waiting.front());
+    waiting.pop_front();
+  }
+  errand();
+}
+
+// What was called for meanwhile is called for again; a call too many finds nothing to run.
 void QtMailbox::Hold(int more) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  if (receiver_ != nullptr) static_cast<Runner*>(receiver_)->Hold(more);
+  held_ += more;
+  if (held_ > 0 || receiver_ == nullptr) return;
+  for (const bool last : {false, true})
+    for (std::size_t i = 0; i < errands_[last ? 1 : 0].size(); ++i) Call(last);
 }
 
 void QtMailbox::Close() {

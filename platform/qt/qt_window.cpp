@@ -188,22 +188,25 @@ void QtWindow::Invalidate(const RECT* rect) {
   if (!alive_) return;
   const CRect client(ClientRect());
   const CRect part = rect == nullptr ? client : client & *rect;
-  if (!PaintsSelf()) {
-    pane_->update();
-    return;
-  }
+  if (!PaintsSelf()) pane_->update();
+  WantPaint(part);
+}
+
+void QtWindow::WantPaint(const CRect& part) {
   dirty_ |= part;
   if (Dirty()) desk_.WantPaint();
+}
+
+void QtWindow::AskToPaint() {
+  DeliverMessage(handle_, WM_PAINT, 0, 0);
+  // A handler that paints nothing would be asked for ever.
+  dirty_.SetRectEmpty();
 }
 
 void QtWindow::Update() {
   if (!Seen()) return;
   const auto keep = shared_from_this();
-  if (Dirty()) {
-    DeliverMessage(handle_, WM_PAINT, 0, 0);
-    // A handler that paints nothing would be asked for ever.
-    dirty_.SetRectEmpty();
-  }
+  if (Dirty()) AskToPaint();
   ShowChanges();
 }
 

@@ -113,6 +113,7 @@ class QtWindow : public WindowPeer, public std::enable_shared_from_this<QtWindow
   virtual void StyleChanged(DWORD /*before*/) {}
   virtual void ScrollChanged() {}
   virtual bool TakePaint(QObject* receiver, QPaintEvent& event) = 0;
+  virtual void AskToPaint();
   // The window that the keys of this widget are for.
   virtual HWND KeyTarget() const { return handle_; }
 
@@ -123,7 +124,8 @@ class QtWindow : public WindowPeer, public std::enable_shared_from_this<QtWindow
   DWORD LookStyle() const { return style_; }
   void KeepText(const CString& text) { text_ = text; }
   void KeepStyle(DWORD style) { style_ = style; }
-  void KeepDirty(const CRect& part) { dirty_ = part; }
+  // WM_PAINT is sent when other messages are done.
+  void WantPaint(const CRect& part);
   LRESULT TextMessage(UINT message, WPARAM w, LPARAM l);
   // WM_COMMAND to the parent: when the event under way is over, and at once.
   void Note(UINT code);
@@ -171,6 +173,7 @@ class QtWindow : public WindowPeer, public std::enable_shared_from_this<QtWindow
   QWidget* widget_ = nullptr;
   QWidget* pane_ = nullptr;
   QtWatcher* watcher_ = nullptr;
+  std::uint64_t born_ = 0;  // the count of events when the widget was made
   int working_ = 0;
   bool notes_due_ = false;
   std::vector<UINT> notes_;

@@ -64,6 +64,7 @@ QtWindow::QtWindow(QtDesk& desk, HWND handle, const WindowRequest& request)
 
 void QtWindow::Start(QWidget* widget, QWidget* pane) {
   widget_ = widget;
+  born_ = desk_.EventCount();
   pane_ = pane == nullptr ? widget : pane;
   watcher_ = new QtWatcher(widget);
   Watch(widget);
@@ -111,6 +112,7 @@ void QtWindow::TellOfEnd() {
 
 void QtWindow::End() {
   const auto keep = shared_from_this();
+  ending_ = true;
   while (!children_.empty()) {
     const HWND child = children_.back();
     children_.pop_back();
@@ -118,6 +120,7 @@ void QtWindow::End() {
   }
   if (!alive_) return;
   DeliverMessage(handle_, WM_NCDESTROY, 0, 0);
+  if (!alive_) return;
   if (const auto parent = desk_.At(parent_)) std::erase(parent->children_, handle_);
   alive_ = false;
   desk_.Forget(handle_);
@@ -125,7 +128,7 @@ void QtWindow::End() {
   watcher_->Serve(nullptr);
   watcher_ = nullptr;
   pane_ = nullptr;
-  desk_.Bury(std::exchange(widget_, nullptr));
+  desk_.Bury(std::exchange(widget_, nullptr), born_);
 }
 
 void QtWindow::Notify(UINT code) {

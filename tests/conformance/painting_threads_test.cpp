@@ -1,47 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <thread>
-
-#include "framework/device_context.h"
-#include "framework/window.h"
 #include "platform/headless/headless_desktop.h"
-
-// A second thread paints a window and posts to it while the first one paints, resizes and destroys it and the
-// mouse moves over it.
+#include "tests/conformance/painting_threads.h"
 
 TEST(PaintingThreads, AWindowIsPaintedWhileItLivesAndEnds) {
   lorv::HeadlessDesktop desktop;
   const lorv::ScopedDesktop scope(desktop);
-  CWnd window;
-  window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(0, 0, 200, 150), nullptr, 0);
-  const HWND handle = window.m_hWnd;
-  std::atomic<bool> stop{false};
-  std::atomic<int> rounds{0};
-  std::thread painter([&] {
-    while (!stop) {
-      const auto peer = lorv::PeerOf(handle);
-      const CRect client(peer->ClientRect());
-      CDC dc(std::shared_ptr<lorv::Canvas>(peer->ClientCanvas()));
-      dc.FillSolidRect(client, RGB(0, 0, 255));
-      dc.DrawText(_T("梁 KL1"), client, DT_CENTER | DT_SINGLELINE);
-      lorv::DesktopInForce().Post(handle, WM_USER, 0, 0);
-      ++rounds;
-    }
+  lorv_test::PaintFromTwoThreads(desktop, [&](HWND window, int round) {
+    desktop.MoveMouse({10 + round % 50, 10});
+    desktop.Seen(window);
   });
-  for (int i = 0; i < 200; ++i) {
-    window.MoveWindow(0, 0, 120 + i % 50, 100 + i % 30);
-    CClientDC dc(&window);
-    dc.FillSolidRect(CRect(0, 0, 60, 60), RGB(255, 0, 0));
-    desktop.MoveMouse({10 + i % 50, 10});
-    desktop.Seen(handle);
-    desktop.Pump(false);
-  }
-  window.DestroyWindow();
-  const int before = rounds;
-  while (rounds < before + 5) std::this_thread::yield();
-  stop = true;
-  painter.join();
-  EXPECT_EQ(desktop.Find(handle), nullptr);
-  EXPECT_FALSE(desktop.Post(handle, WM_USER, 0, 0));
 }

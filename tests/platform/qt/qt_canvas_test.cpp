@@ -172,7 +172,20 @@ TEST_F(QtCanvasTest, ControlWithAnOwnPainterShowsWhatThatDrew) {
     desktop_->Find(label.window)->PaintCanvas(dirty)->Fill(dirty, kRedColour);
     return true;
   };
-  EXPECT_EQ(WidgetOf(label.window)->grab().toImage().pixel(20, 20), kRed);
+  // The widget has been shown already: it is asked again.
+  desktop_->Find(label.window)->Invalidate(nullptr);
+  Settle();
+  const auto seen = [&] { return WidgetOf(label.window)->grab().toImage().pixel(20, 20); };
+  EXPECT_EQ(seen(), kRed);
+  const int before = label.Count(WM_PAINT);
+  EXPECT_GE(before, 1);
+  EXPECT_EQ(seen(), kRed);
+  Settle();
+  EXPECT_GT(label.Count(WM_PAINT), before);
+  label.on_message = nullptr;
+  desktop_->Find(label.window)->Invalidate(nullptr);
+  Settle();
+  EXPECT_NE(seen(), kRed);
 }
 
 TEST_F(QtCanvasTest, BothThreadsDrawOnOneWindow) {

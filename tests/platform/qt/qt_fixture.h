@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QThread>
 #include <QWidget>
 #include <algorithm>
@@ -131,23 +132,24 @@ class QtTest : public testing::Test {
   QWidget* WidgetOf(HWND window) const { return QtWidgetOf(window); }
 
   // The user: events as the window system would send them.
-  void Key(QWidget* widget, int key, const QString& text = {},
+  void Key(const QPointer<QWidget>& widget, int key, const QString& text = {},
            Qt::KeyboardModifiers held = Qt::NoModifier) const {
     QKeyEvent down(QEvent::KeyPress, key, held, text);
     QCoreApplication::sendEvent(widget, &down);
     Settle();
+    if (widget.isNull()) return;  // it ended in its key
     QKeyEvent up(QEvent::KeyRelease, key, held, text);
     QCoreApplication::sendEvent(widget, &up);
     Settle();
   }
   void Key(HWND window, int key, const QString& text = {},
            Qt::KeyboardModifiers held = Qt::NoModifier) const {
-    if (QWidget* const widget = WidgetOf(window)) Key(widget, key, text, held);
+    if (QWidget* const widget = WidgetOf(window)) Key(QPointer(widget), key, text, held);
   }
   void Type(HWND window, const QString& text) const {
     for (const QChar unit : text) {
       const int key = unit.isLetterOrNumber() && unit.unicode() < 128 ? unit.toUpper().unicode() : 0;
-      if (QWidget* const widget = WidgetOf(window)) Key(widget, key, QString(unit));
+      if (QWidget* const widget = WidgetOf(window)) Key(QPointer(widget), key, QString(unit));
     }
   }
   void Mouse(QWidget* widget, QEvent::Type type, QPoint at, Qt::MouseButton button,
