@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/progress_picture.h"
 #include "platform/qt/qt_desk.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_text.h"
@@ -112,7 +113,7 @@ class OneWindowOnly : public QObject {
   QWidget& window_;
 };
 
-class QtProgress : public ProgressDialog {
+class QtProgress : public ProgressDialog, public ProgressPicture {
  public:
   explicit QtProgress(std::shared_ptr<QtMailbox> mailbox)
       : mailbox_(std::move(mailbox)), box_(new ProgressBox(QtWidgetOf(DesktopInForce().Active()))) {}
@@ -161,6 +162,14 @@ class QtProgress : public ProgressDialog {
 
   void Close() override {
     if (box_ != nullptr) box_->hide();
+  }
+
+  std::vector<DWORD> Picture(SIZE& size) override {
+    size = {0, 0};
+    if (box_ == nullptr || !box_->isVisible()) return {};
+    const QImage grabbed = box_->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    size = {grabbed.width(), grabbed.height()};
+    return PixelsOf(grabbed);
   }
 
  private:

@@ -56,15 +56,17 @@ class Desk(unittest.TestCase):
 
     def test_pictures_of_every_dialog(self):
         with tempfile.TemporaryDirectory() as folder:
+            # The progress of Windows is a window of its shell's, which is not pictured.
+            names = NAMES if len(COMMAND) > 1 else NAMES + ["progress-zh", "progress-en"]
             for _ in range(2):  # the second run replaces what the first one wrote
                 code, out, err = run("--dialogs", "--pictures", "图片/shots", folder=folder)
                 self.assertEqual(code, 0, err)
                 self.assertEqual([line.split()[0] for line in out.splitlines()],
-                                 [f"图片/shots/{name}.png" for name in NAMES])
-            for name in NAMES:
+                                 [f"图片/shots/{name}.png" for name in names])
+            for name in names:
                 width, height = size_of((pathlib.Path(folder) / "图片" / "shots" / f"{name}.png").read_bytes())
                 self.assertTrue(300 < width < 700, (name, width))
-                self.assertTrue(150 < height < 600, (name, height))
+                self.assertTrue(100 < height < 600, (name, height))
 
     def test_a_folder_that_cannot_be_made_is_told(self):
         with tempfile.TemporaryDirectory() as folder:

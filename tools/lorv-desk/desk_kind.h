@@ -4,7 +4,7 @@
 
 namespace lorv::tool {
 
-// The desktop with windows that people of this system see.
+// The desktop with windows that people of this system see; gets the thread ready for it.
 DesktopKind ScreenDesktop();
 
 }  // namespace lorv::tool

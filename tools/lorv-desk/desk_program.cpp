@@ -7,6 +7,7 @@
 #include "tools/lorv-desk/desk_kind.h"
 #include "tools/lorv-desk/png_file.h"
 #include "tools/lorv-desk/sample_dialogs.h"
+#include "tools/lorv-desk/sample_progress.h"
 #include "tools/lorv/guarded_run.h"
 #include "tools/lorv/program.h"
 
@@ -59,6 +60,18 @@ void TakePicture(const SampleDialog& sample, const fs::path& path) {
   WritePng(path, size, pixels);
 }
 
+void TakeProgress(const SampleProgress& sample, const std::string& folder, Console& console) {
+  SIZE size = {0, 0};
+  const std::vector<DWORD> pixels = PictureOfProgress(sample, size);
+  if (pixels.empty()) {
+    console.err << "lorv-desk: no picture of " << sample.title << ": its window is the system's own\n";
+    return;
+  }
+  const std::string name = sample.name + ".png";
+  WritePng(PathOf(folder) / name, size, pixels);
+  console.out << folder << "/" << name << "  " << sample.title << "\n";
+}
+
 void TakePictures(const std::string& folder, Console& console) {
   std::error_code failed;
   fs::create_directories(PathOf(folder), failed);
@@ -69,12 +82,17 @@ void TakePictures(const std::string& folder, Console& console) {
     TakePicture(sample, PathOf(folder) / name);
     console.out << folder << "/" << name << "  " << sample.title << "\n";
   }
+  for (const SampleProgress& sample : SampleProgresses()) TakeProgress(sample, folder, console);
 }
 
 void ShowAll(Console& console) {
   for (const SampleDialog& sample : SampleDialogs()) {
     console.out << sample.title << std::endl;  // before the window, which waits
     if (sample.make()->DoModal() == -1) throw BadInput("the dialog of " + sample.title + " cannot be opened");
+  }
+  for (const SampleProgress& sample : SampleProgresses()) {
+    console.out << sample.title << std::endl;
+    ShowProgress(sample);
   }
 }
 

@@ -6,7 +6,9 @@
 #include <QPushButton>
 
 #include "module/progress.h"
+#include "platform/desktop_services.h"
 #include "platform/headless/headless_platform.h"
+#include "platform/progress_picture.h"
 #include "tests/platform/qt/qt_fixture.h"
 
 namespace lorv::test {
@@ -27,6 +29,22 @@ class QtProgressTest : public QtTest {
   static int Bar() { return Box()->findChild<QProgressBar*>()->value(); }
   static QPushButton* Button() { return Box()->findChild<QPushButton*>(); }
 };
+
+TEST_F(QtProgressTest, IsPicturedWhileItIsOpen) {
+  const auto dialog = ServicesOfDesktop()->MakeProgress();
+  auto* const pictured = dynamic_cast<ProgressPicture*>(dialog.get());
+  ASSERT_NE(pictured, nullptr);
+  SIZE size = {1, 1};
+  EXPECT_TRUE(pictured->Picture(size).empty());
+  EXPECT_EQ(size.cx, 0);
+  dialog->Open(0);
+  const std::vector<DWORD> pixels = pictured->Picture(size);
+  EXPECT_EQ(size.cx, Box()->width());
+  EXPECT_EQ(size.cy, Box()->height());
+  EXPECT_EQ(pixels.size(), static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy));
+  dialog->Close();
+  EXPECT_TRUE(pictured->Picture(size).empty());
+}
 
 TEST_F(QtProgressTest, ShowsTitleLineAndPosition) {
   CProgressCom progress(4);
