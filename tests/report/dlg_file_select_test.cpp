@@ -88,7 +88,7 @@ TEST_F(FileSelect, WithoutAnAnswerThereIsNoSelection) {
 
 TEST_F(FileSelect, ThousandsOfNamesAreChosenFrom) {
   CStringArray many;
-  for (int i = 0; i < 5000; ++i) many.Add(CString(_T("x"), 300));
+  for (int i = 0; i < 5000; ++i) many.Add(CString(_T('x'), 300));
   CDlgFileSelect choice(many);
   Modal(choice, {Press(VK_END), Click(IDOK)});
   EXPECT_EQ(choice.Selection(), 4999);

@@ -65,10 +65,10 @@ TEST(PngFile, HoldsThePixels) {
 
 TEST(PngFile, AFolderThatIsNotThereIsToldByItsName) {
   const test::ScratchFolder folder;
-  WritePng(folder.Path() / "图.png", {1, 1}, {0});
-  EXPECT_EQ(test::ReadBytes(folder.Path() / "图.png"), PngOf({1, 1}, {0}));
+  WritePng(folder.Path() / u8"图.png", {1, 1}, {0});
+  EXPECT_EQ(test::ReadBytes(folder.Path() / u8"图.png"), PngOf({1, 1}, {0}));
   try {
-    WritePng(folder.Path() / "没有" / "图.png", {1, 1}, {0});
+    WritePng(folder.Path() / u8"没有" / u8"图.png", {1, 1}, {0});
     FAIL();
   } catch (const BadInput& wrong) {
     EXPECT_NE(std::string(wrong.what()).find("图.png cannot be written"), std::string::npos) << wrong.what();
