@@ -95,6 +95,7 @@ LRESULT HeadlessButton::Mouse(UINT message, LPARAM l) {
   const CPoint at(static_cast<short>(LOWORD(l)), static_cast<short>(HIWORD(l)));
   const bool inside = CRect(ClientRect()).PtInRect(at) != 0;
   if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) {
+    if (Type() == BS_GROUPBOX) return 0;
     Focus();
     if (!Exists()) return 0;
     Home().SetCapture(Handle());

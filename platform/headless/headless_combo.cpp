@@ -166,7 +166,7 @@ LRESULT HeadlessCombo::ChoiceMessage(UINT message, WPARAM w, LPARAM l) {
     case CB_GETDROPPEDWIDTH:
       return std::max<LRESULT>(dropped_width_, CRect(WindowRect()).Width());
     case CB_GETDROPPEDCONTROLRECT:
-      *reinterpret_cast<LPRECT>(l) = WindowRect();
+      if (const auto target = reinterpret_cast<LPRECT>(l)) *target = WindowRect();
       return TRUE;
     case CB_GETITEMHEIGHT:
       return kHeadlessHeight;

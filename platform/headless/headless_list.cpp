@@ -128,7 +128,7 @@ int HeadlessList::SelectedCount() const {
 
 LRESULT HeadlessList::SelectedItems(int room, int* target) const {
   int count = 0;
-  for (int i = 0; i < items_.Count() && count < room; ++i)
+  for (int i = 0; i < items_.Count() && count < room && target != nullptr; ++i)
     if (items_.At(i).selected) target[count++] = i;
   return count;
 }

@@ -47,6 +47,16 @@ TEST_F(HeadlessButton, LeavingBeforeTheReleaseIsNoClick) {
   EXPECT_EQ(CWnd::GetCapture(), nullptr);
 }
 
+TEST_F(HeadlessButton, GroupBoxTakesNoPresses) {
+  CButton box;
+  Make(box, BS_GROUPBOX, 4, 0);
+  desktop.Click(On(box, 5, 5));
+  Run();
+  EXPECT_EQ(top.Taken(), Notes());
+  EXPECT_NE(CWnd::GetFocus(), &box);
+  EXPECT_EQ(CWnd::GetCapture(), nullptr);
+}
+
 TEST_F(HeadlessButton, DisabledTakesNothing) {
   CButton button;
   Make(button, BS_PUSHBUTTON, 4, 0);

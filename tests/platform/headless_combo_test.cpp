@@ -48,6 +48,13 @@ TEST_F(HeadlessCombo, AnswersByTheNumbersOfTheMessages) {
   EXPECT_TRUE(top.Taken().empty());
 }
 
+TEST_F(HeadlessCombo, PlaceWithoutATargetIsNotWritten) {
+  RECT place = {};
+  EXPECT_EQ(list.SendMessage(CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&place)), TRUE);
+  EXPECT_EQ(place.right - place.left, 100);
+  EXPECT_EQ(list.SendMessage(CB_GETDROPPEDCONTROLRECT, 0, 0), TRUE);
+}
+
 TEST_F(HeadlessCombo, ArrowsOfAClosedListChoose) {
   list.SetFocus();
   EXPECT_EQ(top.Taken(), Notes{"command 1 3"});

@@ -96,5 +96,9 @@ TEST_F(HeadlessList, SortsAndChoosesSeveral) {
   EXPECT_EQ(several.GetSel(0), 0);
   several.SetSel(-1);
   EXPECT_EQ(several.GetSelCount(), 3);
+  int chosen[2] = {};
+  EXPECT_EQ(several.SendMessage(LB_GETSELITEMS, 2, reinterpret_cast<LPARAM>(chosen)), 2);
+  EXPECT_EQ(chosen[1], 1);
+  EXPECT_EQ(several.SendMessage(LB_GETSELITEMS, 2, 0), 0);
   EXPECT_EQ(several.SetCurSel(0), LB_ERR);
 }
