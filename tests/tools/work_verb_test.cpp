@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <regex>
 
 #include "tests/support/data.h"
 #include "tests/tools/run_tool.h"
@@ -307,6 +308,36 @@ TEST_F(WorkVerb, ManyRowsAreWorkedInOrder) {
     total += std::stod(run.out.substr(at + 9));
   }
   EXPECT_DOUBLE_EQ(total, 20000 * 100.0);
+}
+
+TEST_F(WorkVerb, TellsRowsASecond) {
+  const ToolRun run = Work("class,L\n墙,1\n墙,2\n", "class,name,formula\n墙,a,L*2\n", {"--time", "--quiet"});
+  EXPECT_EQ(run.code, 0);
+  EXPECT_EQ(run.out, "");
+  EXPECT_TRUE(
+      std::regex_match(run.err, std::regex("lorv: 2 rows in [0-9]+\\.[0-9]{3} s, [0-9]+ rows a second\n")))
+      << run.err;
+}
+
+// More components than are worked ahead at a time: each of another kind, so that all ways to a result come
+// together.
+TEST_F(WorkVerb, WorksManyComponentsAsOneByOne) {
+  const char* const kKinds[] = {"2,0.5,3",          "2,,3",    "2,x,3", "0.3333,0.667,3", "0,0.25,3",
+                                "2.00049,-0.5,1e3", "1e20,1,1"};
+  std::string components = "class,name,L,B,H\n";
+  std::string single[std::size(kKinds)];
+  const std::string rules =
+      "class,name,formula,condition\n墙,a,L*B*H,\n墙,b,H/"
+      "L,\n墙,c,a*2+L,\n墙,d,SQRT(B),\n墙,e,\"IIF(L>1,B,H)\",L*H>1\n";
+  for (std::size_t i = 0; i < std::size(kKinds); ++i)
+    single[i] = Table("class,name,L,B,H\n墙,n," + std::string(kKinds[i]) + "\n", rules);
+  std::string expected = single[0].substr(0, single[0].find('\n') + 1);
+  for (int i = 0; i < 2500; ++i) {
+    const std::size_t kind = static_cast<std::size_t>(i * 7 + i / 5) % std::size(kKinds);
+    components += "墙,n," + std::string(kKinds[kind]) + "\n";
+    expected += single[kind].substr(single[kind].find('\n') + 1);
+  }
+  EXPECT_EQ(Table(components, rules), expected);
 }
 
 TEST(BillSum, KeepsWhatPlainAdditionLoses) {

@@ -1,4 +1,6 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <ostream>
 
@@ -27,6 +29,7 @@ struct WorkArguments {
   bool quiet = false;
   bool json = false;
   bool mark = false;
+  bool time = false;
 };
 
 constexpr const char* kHelp =
@@ -73,6 +76,7 @@ class TakeOff {
   void WriteBill() const;
   void Print() const;
   void PrintRoundings() const;
+  void PrintTime() const;
   void PrintJson() const;
 
   const WorkArguments& arguments_;
@@ -88,6 +92,7 @@ class TakeOff {
   ComponentWorker worker_;
   long long components_ = 0;
   long long without_rule_ = 0;
+  std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
 };
 
 void TakeOff::AddToBill(const std::vector<Result>& results) {
@@ -162,8 +167,17 @@ void TakeOff::PrintJson() const {
   console_.out << json.Text();
 }
 
+void TakeOff::PrintTime() const {
+  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin_;
+  const double seconds = std::max(taken.count(), 1e-9);
+  console_.err << "lorv: " << components_ << (components_ == 1 ? " row" : " rows") << " in "
+               << RealToText(seconds, 'f', 3) << " s, "
+               << RealToText(static_cast<double>(components_) / seconds, 'f', 0) << " rows a second\n";
+}
+
 int TakeOff::Run() {
   WorkAll();
+  if (arguments_.time) PrintTime();
   if (arguments_.json) {
     PrintJson();
   } else {
@@ -211,6 +225,7 @@ Work DeclareWork(CLI::App& app) {
                  "share in per cent within which they agree; 1 if not given");
   app.add_option("--encoding", arguments->encoding, "of both inputs: auto, utf-8, gbk, utf-16le, utf-16be");
   app.add_flag("--quiet", arguments->quiet, "do not print the bill");
+  app.add_flag("--time", arguments->time, "tell how many rows a second were read, worked and written");
   app.add_flag("--json", arguments->json, "print bill, problems and comparison as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "TEXPRESSCAL/calculate_rows.h"
 #include "TEXPRESSCAL/diagnose.h"
 #include "framework/number_text.h"
 
@@ -12,6 +13,10 @@ namespace {
 // Characters for private use: no letter of any language, so no name and no text typed by a user holds them.
 constexpr unsigned kFirstMark = 0xE000;
 constexpr unsigned kLastMark = 0xF8FF;
+
+TCHAR MarkOf(std::size_t dimension) {
+  return static_cast<TCHAR>(kFirstMark + dimension);
+}
 
 bool IsMark(TCHAR c) {
   return static_cast<unsigned>(c) >= kFirstMark && static_cast<unsigned>(c) <= kLastMark;
@@ -68,19 +73,17 @@ BoundFormula::BoundFormula(const CString& formula, const Lookup& lookup, const T
 void BoundFormula::Bind(const Lookup& lookup, const TDefsetVars& known) {
   silent_codes_ = MayFailSilently(typed_);
   int at = 0;
-  std::vector<std::size_t> dimensions;
   for (const FormulaWord& word : NamesOf(typed_.View())) {
     Piece piece{typed_.Mid(at, word.position - at), at, word, lookup(NameKey(word.name.View()))};
     at = word.position + word.length;
-    BindWord(word, piece, dimensions, known);
+    BindWord(word, piece, known);
     pieces_.push_back(std::move(piece));
   }
   pieces_.push_back({typed_.Mid(at), at, {}, {}});
 }
 
 // A name that stands for a number gets its mark; the first one that stands for nothing is the fault.
-void BoundFormula::BindWord(const FormulaWord& word, Piece& piece, std::vector<std::size_t>& dimensions,
-                            const TDefsetVars& known) {
+void BoundFormula::BindWord(const FormulaWord& word, Piece& piece, const TDefsetVars& known) {
   const int behind = word.position + word.length;
   if (piece.symbol.kind == Symbol::kUnknown && !fault_) {
     fault_ = Fault{word.position, word.length,
@@ -92,19 +95,9 @@ void BoundFormula::BindWord(const FormulaWord& word, Piece& piece, std::vector<s
     fault_ = Fault{behind, 1, "no point may stand behind a name", true, true};
   }
   if (piece.symbol.kind != Symbol::kDimension) return;
-  const auto found = std::find(dimensions.begin(), dimensions.end(), piece.symbol.index);
-  piece.mark = static_cast<TCHAR>(kFirstMark + static_cast<unsigned>(found - dimensions.begin()));
-  if (found == dimensions.end()) dimensions.push_back(piece.symbol.index);
-}
-
-std::vector<std::size_t> BoundFormula::Dimensions() const {
-  std::vector<std::size_t> dimensions;
-  for (const Piece& piece : pieces_) {
-    const bool known =
-        std::find(dimensions.begin(), dimensions.end(), piece.symbol.index) != dimensions.end();
-    if (piece.mark != 0 && !known) dimensions.push_back(piece.symbol.index);
-  }
-  return dimensions;
+  const auto found = std::find(dimensions_.begin(), dimensions_.end(), piece.symbol.index);
+  piece.mark = MarkOf(static_cast<std::size_t>(found - dimensions_.begin()));
+  if (found == dimensions_.end()) dimensions_.push_back(piece.symbol.index);
 }
 
 // A formula that cannot be parsed with some value for each name cannot be worked for any component.
@@ -122,6 +115,23 @@ void BoundFormula::Check() {
   }
   const std::optional<Fault> fault = FaultOf(text.text, text.values, {});
   if (fault && fault->syntax) fault_ = AsTyped(*fault, text);
+  const bool same_for_all = std::all_of(pieces_.begin(), pieces_.end(), [](const Piece& piece) {
+    return piece.symbol.kind != Symbol::kText && piece.symbol.kind != Symbol::kResult;
+  });
+  if (!fault_ && !silent_codes_ && same_for_all) row_text_ = text.text;
+}
+
+std::vector<double> BoundFormula::WorkRows(const std::vector<std::vector<double>>& columns,
+                                           std::size_t rows) const {
+  std::vector<ValueColumn> named;
+  for (std::size_t i = 0; i < columns.size(); ++i) named.push_back({CString(MarkOf(i)), columns[i].data()});
+  std::vector<double> results(rows);
+  std::vector<int> errors(rows);
+  CalculateRows(CAdExpCalculate(row_text_), named, rows, results.data(), errors.data());
+  for (std::size_t row = 0; row < rows; ++row) {
+    if (errors[row] != 0 || !std::isfinite(results[row])) results[row] = std::nan("");
+  }
+  return results;
 }
 
 BoundFormula::Text BoundFormula::Fill(ValueSource& source, std::optional<double> instead, Outcome& outcome) {

@@ -61,7 +61,13 @@ class BoundFormula {
   const std::optional<tool::Fault>& FaultOfText() const { return fault_; }
   const CString& Typed() const { return typed_; }
   // The dimensions that it uses, each once.
-  std::vector<std::size_t> Dimensions() const;
+  const std::vector<std::size_t>& Dimensions() const { return dimensions_; }
+
+  // True for a formula without faults of dimensions and constants alone, in which nothing can fail unseen.
+  bool NeedsNumbersOnly() const { return !row_text_.IsEmpty(); }
+  // Works such a formula for many rows at once; `columns` are the numbers of Dimensions(). A row that fails
+  // is no number in the result.
+  std::vector<double> WorkRows(const std::vector<std::vector<double>>& columns, std::size_t rows) const;
 
  private:
   // A stretch of the formula, then what stands behind it.
@@ -75,8 +81,7 @@ class BoundFormula {
   struct Text;
 
   void Bind(const Lookup& lookup, const TDefsetVars& known);
-  void BindWord(const FormulaWord& word, Piece& piece, std::vector<std::size_t>& dimensions,
-                const TDefsetVars& known);
+  void BindWord(const FormulaWord& word, Piece& piece, const TDefsetVars& known);
   void Check();
   Text Fill(ValueSource& source, std::optional<double> instead, Outcome& outcome);
   // A place in the text that was worked, as the place in the formula as typed.
@@ -85,6 +90,8 @@ class BoundFormula {
 
   CString typed_;
   std::vector<Piece> pieces_;
+  std::vector<std::size_t> dimensions_;  // the first one has the first mark
+  CString row_text_;                     // the text for all rows, with marks; empty where it is not the same
   std::optional<Fault> fault_;
   bool silent_codes_ = false;                    // uses functions whose errors the calculator keeps to itself
   std::unique_ptr<CAdExpCalculate> calculator_;  // a copy of a calculator knows no names

@@ -2,8 +2,6 @@
 
 #include <cmath>
 
-#include "tools/lorv/takeoff/takeoff_limits.h"
-
 namespace lorv::tool {
 namespace {
 
@@ -31,12 +29,14 @@ ComponentWorker::ComponentWorker(Planner& planner, const ComponentsFile& file, P
     : planner_(planner),
       file_(file),
       problems_(problems),
+      ready_(planner, file),
       values_(planner.Dimensions().size()),
       roundings_(planner.Dimensions().size()) {}
 
 const std::vector<Result>& ComponentWorker::Work() {
   ++component_;
-  plan_ = &planner_.PlanOf(std::string(file_.Of(kClassOf)));
+  if (file_.InBlock() == 0) ready_.Begin();
+  plan_ = &ready_.PlanAtHand();
   defaults_in_use_ = plan_->defaults.size();
   results_.assign(plan_->results, {});
   for (BoundRule& rule : plan_->rules) WorkRule(rule);
@@ -83,6 +83,10 @@ Outcome ComponentWorker::WorkFormula(BoundFormula& formula, std::size_t rule) {
   std::optional<double> instead;
   if (row.missing == Missing::kUseNumber) instead = row.missing_value;
   text_met_.reset();
+  if (const double* const result = ready_.ResultOf(formula)) {
+    for (const std::size_t dimension : formula.Dimensions()) DimensionOf(dimension);
+    return {Outcome::kWorked, *result, {}};
+  }
   Outcome outcome = formula.Work(*this, instead);
   // Words where a number belongs are no missing value: they are never passed over.
   if (!text_met_) return outcome;
@@ -112,13 +116,7 @@ ComponentWorker::Value ComponentWorker::LookUp(std::size_t index) {
   const Dimension& dimension = planner_.Dimensions()[index];
   Value value{component_, std::nullopt, false};
   const std::string_view cell = dimension.column ? file_.Row()[*dimension.column] : std::string_view();
-  if (cell.empty()) {
-    value.number = DefaultOf(index);
-    return value;
-  }
-  const std::optional<double> number = WholeNumber(cell);
-  value.is_text = !number || std::fabs(*number * dimension.factor) > kLargestDimension;
-  if (!value.is_text) value.number = *number * dimension.factor;
+  value.number = cell.empty() ? DefaultOf(index) : NumberOfCell(cell, dimension.factor, value.is_text);
   return value;
 }
 

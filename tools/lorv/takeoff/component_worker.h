@@ -5,6 +5,7 @@
 
 #include "tools/lorv/takeoff/plan.h"
 #include "tools/lorv/takeoff/problems.h"
+#include "tools/lorv/takeoff/ready_block.h"
 
 namespace lorv::tool {
 
@@ -57,6 +58,7 @@ class ComponentWorker : private ValueSource {
   Planner& planner_;
   const ComponentsFile& file_;
   Problems& problems_;
+  ReadyBlock ready_;
   Plan* plan_ = nullptr;
   std::vector<Value> values_;
   std::vector<Rounding> roundings_;

@@ -7,44 +7,54 @@
 
 namespace lorv::tool {
 
-ComponentsFile::ComponentsFile(InputBytes& bytes, Encoding encoding) : reader_(bytes, encoding, false) {
-  if (!reader_.Next(row_)) throw BadInput(reader_.Name() + ": the file is empty");
-  ReadHeader();
+ComponentsFile::ComponentsFile(InputBytes& bytes, Encoding encoding)
+    : reader_(bytes, encoding, false), block_(kBlock) {
+  CsvRow header;
+  if (!reader_.Next(header)) throw BadInput(reader_.Name() + ": the file is empty");
+  ReadHeader(header);
 }
 
-void ComponentsFile::Fail(std::size_t cell, const std::string& message) const {
-  throw BadInput(PlaceText(reader_.Name(), row_.Place(cell)) + message);
+void ComponentsFile::Fail(const CsvRow& row, std::size_t cell, const std::string& message) const {
+  throw BadInput(PlaceText(reader_.Name(), row.Place(cell)) + message);
 }
 
-void ComponentsFile::ReadHeader() {
-  for (std::size_t cell = 0; cell < row_.Size(); ++cell) {
-    const std::string title(row_[cell]);
+void ComponentsFile::ReadHeader(const CsvRow& row) {
+  for (std::size_t cell = 0; cell < row.Size(); ++cell) {
+    const std::string title(row[cell]);
     titles_.push_back(title);
     if (title.empty()) continue;
     if (!by_title_.emplace(Folded(title), cell).second) {
-      Fail(cell, "the column \"" + title + "\" stands here a second time");
+      Fail(row, cell, "the column \"" + title + "\" stands here a second time");
     }
     const int role = RoleOf(ComponentColumns(), title);
     if (role >= 0 && !roles_[static_cast<std::size_t>(role)]) roles_[static_cast<std::size_t>(role)] = cell;
   }
   if (!roles_[kClassOf]) {
-    Fail(0, "the header has no column " + NamesForUser(ComponentColumns().subspan(kClassOf, 1)) +
-                ": it tells which rules are for a component");
+    Fail(row, 0,
+         "the header has no column " + NamesForUser(ComponentColumns().subspan(kClassOf, 1)) +
+             ": it tells which rules are for a component");
   }
 }
 
 bool ComponentsFile::Next() {
-  if (!reader_.Next(row_)) return false;
-  for (std::size_t cell = titles_.size(); cell < row_.Size(); ++cell) {
-    if (!row_[cell].empty()) {
-      Fail(cell, "more cells than the header has; a cell with a comma in it stands in quotes");
+  if (++at_ < size_) return true;
+  at_ = size_ = 0;
+  while (size_ < kBlock && ReadComponent(block_[size_])) ++size_;
+  return size_ != 0;
+}
+
+bool ComponentsFile::ReadComponent(CsvRow& row) {
+  if (!reader_.Next(row)) return false;
+  for (std::size_t cell = titles_.size(); cell < row.Size(); ++cell) {
+    if (!row[cell].empty()) {
+      Fail(row, cell, "more cells than the header has; a cell with a comma in it stands in quotes");
     }
   }
   return true;
 }
 
-std::string_view ComponentsFile::Of(ComponentRole role) const {
-  return roles_[role] ? row_[*roles_[role]] : std::string_view();
+std::string_view ComponentsFile::Of(ComponentRole role, std::size_t index) const {
+  return roles_[role] ? block_[index][*roles_[role]] : std::string_view();
 }
 
 double ComponentsFile::Count() const {
@@ -52,7 +62,7 @@ double ComponentsFile::Count() const {
   if (cell.empty()) return 1;
   const std::optional<double> count = WholeNumber(cell);
   if (!count || *count < 0 || *count > kLargestDimension) {
-    Fail(*roles_[kCountOf], "the count \"" + std::string(cell) + "\" is no number from 0 up");
+    Fail(Row(), *roles_[kCountOf], "the count \"" + std::string(cell) + "\" is no number from 0 up");
   }
   return *count;
 }

@@ -18,13 +18,19 @@ class ComponentsFile {
   // Reads the header.
   ComponentsFile(InputBytes& bytes, Encoding encoding);
 
-  // The next component; false at the end.
+  // The next component; false at the end. Components are read a block at a time.
   bool Next();
 
   const std::string& Name() const { return reader_.Name(); }
-  const CsvRow& Row() const { return row_; }
+  const CsvRow& Row() const { return block_[at_]; }
   // The cell of a known column, empty where the file has no such column.
-  std::string_view Of(ComponentRole role) const;
+  std::string_view Of(ComponentRole role) const { return Of(role, at_); }
+
+  // Where the component stands in its block: 0 for the first one.
+  std::size_t InBlock() const { return at_; }
+  std::size_t BlockSize() const { return size_; }
+  const CsvRow& RowInBlock(std::size_t index) const { return block_[index]; }
+  std::string_view Of(ComponentRole role, std::size_t index) const;
   // How many components the row stands for: 1 where nothing is said.
   double Count() const;
 
@@ -34,11 +40,16 @@ class ComponentsFile {
   std::optional<std::size_t> Column(std::string_view title) const;
 
  private:
-  void ReadHeader();
-  [[noreturn]] void Fail(std::size_t cell, const std::string& message) const;
+  static constexpr std::size_t kBlock = 1024;
+
+  void ReadHeader(const CsvRow& row);
+  bool ReadComponent(CsvRow& row);
+  [[noreturn]] void Fail(const CsvRow& row, std::size_t cell, const std::string& message) const;
 
   CsvReader reader_;
-  CsvRow row_;
+  std::vector<CsvRow> block_;
+  std::size_t size_ = 0;
+  std::size_t at_ = 0;
   std::vector<std::string> titles_;
   std::map<std::string, std::size_t> by_title_;
   std::array<std::optional<std::size_t>, kComponentRoles> roles_;
