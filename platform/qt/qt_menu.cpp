@@ -1,14 +1,14 @@
 #include <QAction>
-#include <QActionGroup>
+#include <QApplication>
 #include <QMenu>
-#include <QScreen>
+#include <algorithm>
 #include <memory>
 
+#include "platform/qt/qt_column_menu.h"
 #include "platform/qt/qt_desk.h"
 #include "platform/qt/qt_text.h"
 
-// Popup menus. Qt's menu has no columns that a program sets: the breaks become separators, or nothing where
-// the menu is so long that Qt makes columns of its own.
+// Popup menus. A submenu that breaks into columns stays one column with lines at its breaks.
 
 namespace lorv {
 namespace {
@@ -20,30 +20,48 @@ QString Label(const CString& text) {
   return ToQt(text.View());
 }
 
+bool Breaks(const MenuEntry& entry) {
+  return (entry.flags & kBreaks) != 0;
+}
+
+void Fill(QMenu& menu, const MenuModel& model);
+
+void AddEntry(QMenu& menu, const MenuEntry& entry) {
+  if ((entry.flags & MF_SEPARATOR) != 0) {
+    menu.addSeparator();
+    return;
+  }
+  QAction* action = nullptr;
+  if (entry.submenu != nullptr) {
+    auto* const below = new QMenu(Label(entry.text), &menu);
+    Fill(*below, *entry.submenu);
+    action = menu.addMenu(below);
+  } else {
+    action = menu.addAction(Label(entry.text));
+    action->setData(entry.id);
+  }
+  action->setEnabled((entry.flags & (MF_GRAYED | MF_DISABLED)) == 0);
+  action->setCheckable((entry.flags & MF_CHECKED) != 0);
+  action->setChecked((entry.flags & MF_CHECKED) != 0);
+}
+
 void Fill(QMenu& menu, const MenuModel& model) {
   for (const MenuEntry& entry : model.entries) {
-    if ((entry.flags & MF_SEPARATOR) != 0) {
-      menu.addSeparator();
-      continue;
-    }
-    if ((entry.flags & kBreaks) != 0 && !menu.isEmpty()) menu.addSeparator();
-    QAction* action = nullptr;
-    if (entry.submenu != nullptr) {
-      auto* const below = new QMenu(Label(entry.text), &menu);
-      Fill(*below, *entry.submenu);
-      action = menu.addMenu(below);
-    } else {
-      action = menu.addAction(Label(entry.text));
-      action->setData(entry.id);
-    }
-    action->setEnabled((entry.flags & (MF_GRAYED | MF_DISABLED)) == 0);
-    action->setCheckable((entry.flags & MF_CHECKED) != 0);
-    action->setChecked((entry.flags & MF_CHECKED) != 0);
+    if (Breaks(entry) && !menu.isEmpty()) menu.addSeparator();
+    AddEntry(menu, entry);
   }
 }
 
-QPoint CornerOf(const QMenu& menu, POINT screen, UINT flags) {
-  const QSize size = menu.sizeHint();
+void Fill(QtColumnMenu& menu, const MenuModel& model) {
+  QMenu* column = nullptr;
+  for (const MenuEntry& entry : model.entries) {
+    if (column == nullptr || (Breaks(entry) && !column->isEmpty()))
+      column = &menu.AddColumn(column != nullptr && (entry.flags & MF_MENUBARBREAK) != 0);
+    AddEntry(*column, entry);
+  }
+}
+
+QPoint CornerOf(QSize size, POINT screen, UINT flags) {
   QPoint at = ToQt(screen);
   if ((flags & TPM_RIGHTALIGN) != 0) at.rx() -= size.width();
   if ((flags & TPM_CENTERALIGN) != 0) at.rx() -= size.width() / 2;
@@ -54,18 +72,29 @@ QPoint CornerOf(const QMenu& menu, POINT screen, UINT flags) {
 
 }  // namespace
 
+// Menus have no parent: the owner may go while one is up.
 UINT QtDesk::Popup(const MenuModel& model, POINT screen, UINT flags, HWND owner) {
   if (menu_up_) return 0;
   const auto window = At(owner);
-  // Without a parent: the owner may go while the menu is up.
-  QMenu menu;
-  Fill(menu, model);
-  if (window != nullptr) menu.setFont(window->Widget()->font());
+  const QFont font = window != nullptr ? window->Widget()->font() : QApplication::font("QMenu");
   SetCapture(nullptr);
   menu_up_ = true;
-  const QAction* const chosen = menu.exec(CornerOf(menu, screen, flags));
+  UINT command = 0;
+  if (std::any_of(model.entries.begin(), model.entries.end(), Breaks)) {
+    QtColumnMenu menu;
+    menu.setFont(font);
+    Fill(menu, model);
+    const QAction* const chosen = menu.Choose(CornerOf(menu.sizeHint(), screen, flags));
+    if (chosen != nullptr) command = chosen->data().toUInt();
+  } else {
+    QMenu menu;
+    Fill(menu, model);
+    menu.setFont(font);
+    const QAction* const chosen = menu.exec(CornerOf(menu.sizeHint(), screen, flags));
+    if (chosen != nullptr) command = chosen->data().toUInt();
+  }
   menu_up_ = false;
-  return chosen == nullptr ? 0 : chosen->data().toUInt();
+  return command;
 }
 
 }  // namespace lorv

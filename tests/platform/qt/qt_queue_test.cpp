@@ -140,7 +140,7 @@ TEST_F(QtQueueTest, MenuGivesTheCommandThatIsChosen) {
   menu.entries.push_back({MF_SEPARATOR, 0, CString(), nullptr});
   menu.entries.push_back({MF_GRAYED, 11, _T("Paste"), nullptr});
   menu.entries.push_back({MF_STRING, 0, _T("More"), std::make_shared<MenuModel>(below)});
-  menu.entries.push_back({MF_MENUBREAK | MF_CHECKED, 13, _T("Column"), nullptr});
+  menu.entries.push_back({MF_CHECKED, 13, _T("Checked"), nullptr});
   bool was_up = false;
   const auto choose = [&](const std::function<void(QMenu&)>& step) {
     QTimer::singleShot(0, [&was_up, step, this] {
@@ -164,9 +164,9 @@ TEST_F(QtQueueTest, MenuGivesTheCommandThatIsChosen) {
   EXPECT_FALSE(desktop_->MenuUp());
   EXPECT_EQ(choose([&](QMenu& shown) { key(shown, Qt::Key_Escape); }), 0U);
   EXPECT_EQ(choose([](QMenu& shown) {
-              EXPECT_EQ(shown.actions().size(), 6);
+              EXPECT_EQ(shown.actions().size(), 5);
               EXPECT_FALSE(shown.actions()[2]->isEnabled());
-              EXPECT_TRUE(shown.actions()[5]->isChecked());
+              EXPECT_TRUE(shown.actions()[4]->isChecked());
               QMenu* const more = shown.actions()[3]->menu();
               shown.setActiveAction(shown.actions()[3]);
               more->setActiveAction(more->actions()[0]);
