@@ -1,7 +1,9 @@
 #include "platform/headless/headless_canvas.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
+#include <utility>
 
 namespace lorv {
 namespace {
@@ -18,9 +20,49 @@ bool Covers(const CRect& outer, const CRect& inner) {
   return (outer & inner) == inner;
 }
 
-int Between(int first, int last, int at, int length) {
-  return length <= 1 ? first : first + (last - first) * at / (length - 1);
+// Places may be anywhere in 32 bits, their distances and products are not.
+std::int64_t Far(LONG from, LONG to) {
+  return static_cast<std::int64_t>(to) - from;
 }
+
+int Between(int first, int last, std::int64_t at, std::int64_t length) {
+  return length <= 1 ? first : static_cast<int>(first + (last - first) * at / (length - 1));
+}
+
+// The pixels of a line, the last one left out; the longer way has one of them a step.
+class LineSteps {
+ public:
+  LineSteps(POINT from, POINT to)
+      : from_(from),
+        by_x_(Far(from.x, to.x)),
+        by_y_(Far(from.y, to.y)),
+        count_(std::max(std::abs(by_x_), std::abs(by_y_))) {}
+
+  std::int64_t Count() const { return count_; }
+  CPoint At(std::int64_t step) const {
+    return {static_cast<int>(from_.x + Part(by_x_, step)), static_cast<int>(from_.y + Part(by_y_, step))};
+  }
+  // The steps that can touch the area, so that a line far out of it costs no time.
+  std::pair<std::int64_t, std::int64_t> Within(const CRect& area, int width) const {
+    const bool flat = std::abs(by_x_) == count_;
+    const std::int64_t low = Far(flat ? from_.x : from_.y, flat ? area.left : area.top) - width + 1;
+    const std::int64_t high = Far(flat ? from_.x : from_.y, flat ? area.right : area.bottom) - 1;
+    const bool onwards = (flat ? by_x_ : by_y_) > 0;
+    return {std::max<std::int64_t>(onwards ? low : -high, 0), std::min(onwards ? high : -low, count_ - 1)};
+  }
+
+ private:
+  // The product of the longest line would leave 64 bits.
+  std::int64_t Part(std::int64_t by, std::int64_t step) const {
+    return static_cast<std::int64_t>(static_cast<double>(by) * static_cast<double>(step) /
+                                     static_cast<double>(count_));
+  }
+
+  CPoint from_;
+  std::int64_t by_x_;
+  std::int64_t by_y_;
+  std::int64_t count_;
+};
 
 DWORD Blend(DWORD below, DWORD above) {
   const DWORD alpha = above >> 24U;
@@ -40,7 +82,8 @@ bool Inside(const std::vector<POINT>& corners, int x, int y) {
     const POINT a = corners[i];
     const POINT b = corners[j];
     if ((a.y > y) == (b.y > y)) continue;
-    const double cross = a.x + static_cast<double>(b.x - a.x) * (y - a.y) / static_cast<double>(b.y - a.y);
+    const double cross = a.x + static_cast<double>(Far(a.x, b.x)) * static_cast<double>(Far(a.y, y)) /
+                                   static_cast<double>(Far(a.y, b.y));
     if (x < cross) inside = !inside;
   }
   return inside;
@@ -145,8 +188,8 @@ void HeadlessCanvas::Gradient(const RECT& rect, COLORREF first, COLORREF last, b
   Note(Drawn::Kind::Gradient, rect, first);
   const CRect box(rect);
   surface_->Change(box & clip_, [&](DWORD& pixel, int x, int y) {
-    const int at = downwards ? y - box.top : x - box.left;
-    const int length = downwards ? box.Height() : box.Width();
+    const std::int64_t at = downwards ? Far(box.top, y) : Far(box.left, x);
+    const std::int64_t length = downwards ? Far(box.top, box.bottom) : Far(box.left, box.right);
     pixel = PixelOf(RGB(static_cast<BYTE>(Between(GetRValue(first), GetRValue(last), at, length)),
                         static_cast<BYTE>(Between(GetGValue(first), GetGValue(last), at, length)),
                         static_cast<BYTE>(Between(GetBValue(first), GetBValue(last), at, length))));
@@ -154,6 +197,7 @@ void HeadlessCanvas::Gradient(const RECT& rect, COLORREF first, COLORREF last, b
 }
 
 void HeadlessCanvas::Frame(const RECT& rect, COLORREF colour, int width) {
+  if (width <= 0) return;
   Note(Drawn::Kind::Frame, rect, colour);
   const CRect box(rect);
   CRect inner(box);
@@ -166,16 +210,15 @@ void HeadlessCanvas::Frame(const RECT& rect, COLORREF colour, int width) {
 
 void HeadlessCanvas::Line(POINT from, POINT to, const Stroke& stroke) {
   if (stroke.style == PS_NULL) return;
-  CRect bounds(from, to);
-  bounds.NormalizeRect();
-  bounds.right = std::max(bounds.right, bounds.left + stroke.width);
-  bounds.bottom = std::max(bounds.bottom, bounds.top + stroke.width);
-  Note(Drawn::Kind::Line, bounds, stroke.colour);
-  const int steps = std::max(std::abs(to.x - from.x), std::abs(to.y - from.y));
-  for (int i = 0; i < steps; ++i) {
+  const LineSteps steps(from, to);
+  if (steps.Count() == 0) return;
+  const CSize square(stroke.width, stroke.width);
+  Note(Drawn::Kind::Line, CRect(from, square) | CRect(steps.At(steps.Count() - 1), square), stroke.colour);
+  const CRect area = clip_ & CRect(CPoint(0, 0), surface_->Size());
+  const auto [first, last] = steps.Within(area, stroke.width);
+  for (std::int64_t i = first; i <= last; ++i) {
     if (stroke.style == PS_DOT && i % 2 != 0) continue;
-    const CPoint at(from.x + (to.x - from.x) * i / steps, from.y + (to.y - from.y) * i / steps);
-    surface_->Paint(CRect(at, CSize(stroke.width, stroke.width)) & clip_, stroke.colour);
+    surface_->Paint(CRect(steps.At(i), square) & area, stroke.colour);
   }
 }
 
@@ -219,9 +262,12 @@ void HeadlessCanvas::SetClip(const RECT* clip) {
 
 void HeadlessCanvas::Copy(const RECT& to, Canvas& from, POINT from_at) {
   const auto* const source = dynamic_cast<HeadlessCanvas*>(&from);
-  const CRect target = CRect(to) & clip_ & CRect(CPoint(0, 0), surface_->Size());
-  if (source == nullptr || target.IsRectEmpty() != 0) return;
+  if (source == nullptr) return;
   const CSize by = CRect(to).TopLeft() - CPoint(from_at);
+  // What lies outside the source is left as it is in the target.
+  const CRect there = CRect(CPoint(0, 0), source->Size()) + by;
+  const CRect target = CRect(to) & clip_ & CRect(CPoint(0, 0), surface_->Size()) & there;
+  if (target.IsRectEmpty() != 0) return;
   surface_->CopyFrom(*source->surface_, target - by, target.TopLeft());
 }
 
@@ -230,8 +276,8 @@ void HeadlessCanvas::Image(const PixelImage& image, const RECT& to) {
   if (image.pixels == nullptr || image.width <= 0 || image.height <= 0 || box.IsRectEmpty() != 0) return;
   Note(Drawn::Kind::Image, box, 0);
   surface_->Change(box & clip_, [&](DWORD& at, int x, int y) {
-    const int from_x = (x - box.left) * image.width / box.Width();
-    const int from_y = (y - box.top) * image.height / box.Height();
+    const std::int64_t from_x = Far(box.left, x) * image.width / Far(box.left, box.right);
+    const std::int64_t from_y = Far(box.top, y) * image.height / Far(box.top, box.bottom);
     at = Blend(at, image.pixels[from_y * image.width + from_x]);
   });
 }

@@ -18,6 +18,11 @@ bool IsLow(TCHAR unit) {
   return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
+// Two units that the caret passes as one: a line end, a letter beyond U+FFFF.
+bool IsPair(TCHAR first, TCHAR second) {
+  return (first == _T('\r') && second == _T('\n')) || (IsHigh(first) && IsLow(second));
+}
+
 bool IsGap(TCHAR unit) {
   return unit == _T(' ') || unit == _T('\t') || unit == _T('\r') || unit == _T('\n');
 }
@@ -42,6 +47,7 @@ void HeadlessEditText::Select(int start, int end) {
 
 void HeadlessEditText::MoveCaret(int to, bool extend) {
   caret_ = Clamped(to);
+  if (IsPair(text.GetAt(caret_ - 1), text.GetAt(caret_))) --caret_;
   if (!extend) anchor_ = caret_;
 }
 
@@ -63,8 +69,9 @@ void HeadlessEditText::Replace(const CString& fresh) {
 }
 
 bool HeadlessEditText::Insert(const CString& fresh) {
-  const int room = std::max(0, limit - (text.GetLength() - (End() - Start())));
+  int room = std::max(0, limit - (text.GetLength() - (End() - Start())));
   const bool whole = fresh.GetLength() <= room;
+  if (!whole && IsPair(fresh.GetAt(room - 1), fresh.GetAt(room))) --room;
   const CString fits = whole ? fresh : fresh.Left(room);
   if (!fits.IsEmpty() || Start() != End()) Replace(fits);
   return whole;
@@ -75,26 +82,24 @@ bool HeadlessEditText::Undo() {
   std::swap(text, before_);
   std::swap(caret_, before_caret_);
   anchor_ = caret_ = Clamped(caret_);
+  modified = true;
   return true;
 }
 
 int HeadlessEditText::StepBack(int from) const {
-  if (from <= 0) return 0;
-  const bool pair = from >= 2 && ((text.GetAt(from - 1) == _T('\n') && text.GetAt(from - 2) == _T('\r')) ||
-                                  (IsLow(text.GetAt(from - 1)) && IsHigh(text.GetAt(from - 2))));
-  return from - (pair ? 2 : 1);
+  from = Clamped(from);
+  if (from == 0) return 0;
+  return from - (IsPair(text.GetAt(from - 2), text.GetAt(from - 1)) ? 2 : 1);
 }
 
 int HeadlessEditText::StepOn(int from) const {
-  const int length = text.GetLength();
-  if (from >= length) return length;
-  const bool pair =
-      from + 1 < length && ((text.GetAt(from) == _T('\r') && text.GetAt(from + 1) == _T('\n')) ||
-                            (IsHigh(text.GetAt(from)) && IsLow(text.GetAt(from + 1))));
-  return from + (pair ? 2 : 1);
+  from = Clamped(from);
+  if (from == text.GetLength()) return from;
+  return from + (IsPair(text.GetAt(from), text.GetAt(from + 1)) ? 2 : 1);
 }
 
 int HeadlessEditText::WordBack(int from) const {
+  from = Clamped(from);
   while (from > 0 && IsGap(text.GetAt(from - 1))) --from;
   while (from > 0 && !IsGap(text.GetAt(from - 1))) --from;
   return from;
@@ -102,9 +107,16 @@ int HeadlessEditText::WordBack(int from) const {
 
 int HeadlessEditText::WordOn(int from) const {
   const int length = text.GetLength();
+  from = Clamped(from);
   while (from < length && !IsGap(text.GetAt(from))) ++from;
   while (from < length && IsGap(text.GetAt(from))) ++from;
   return from;
+}
+
+int HeadlessEditText::WidthOf(int start, int end) const {
+  return HeadlessExtent(
+             text.View().substr(static_cast<std::size_t>(start), static_cast<std::size_t>(end - start)))
+      .cx;
 }
 
 void HeadlessEditText::WrapFrom(int start, int end, std::vector<int>& starts) const {
@@ -113,17 +125,13 @@ void HeadlessEditText::WrapFrom(int start, int end, std::vector<int>& starts) co
   int width = 0;
   int last_break = start;
   for (int at = start; at < end; at = StepOn(at)) {
-    const int unit_width = HeadlessExtent(text.View().substr(static_cast<std::size_t>(at), 1)).cx;
+    const int next = StepOn(at);
     const bool after_blank = at > start && text.GetAt(at - 1) == _T(' ');
     if (after_blank || text.GetAt(at) >= kFirstIdeograph) last_break = at;
-    width += unit_width;
+    width += WidthOf(at, next);
     if (width <= wrap_width || at == starts.back() || text.GetAt(at) == _T(' ')) continue;
     starts.push_back(last_break > starts.back() ? last_break : at);
-    const int from = starts.back();
-    const int count = at - from + 1;
-    width =
-        HeadlessExtent(text.View().substr(static_cast<std::size_t>(from), static_cast<std::size_t>(count)))
-            .cx;
+    width = WidthOf(starts.back(), next);
   }
 }
 
@@ -149,20 +157,27 @@ int HeadlessEditText::LineStart(int line) const {
   return line < 0 || line >= static_cast<int>(starts.size()) ? -1 : starts[static_cast<std::size_t>(line)];
 }
 
+bool HeadlessEditText::EndsLine(int position) const {
+  return text.GetAt(position - 2) == _T('\r') && text.GetAt(position - 1) == _T('\n');
+}
+
 int HeadlessEditText::LineLength(int line) const {
   const int start = LineStart(line);
   if (start < 0) return 0;
   const int next = LineStart(line + 1);
   int end = next < 0 ? text.GetLength() : next;
-  if (next > 0 && text.GetAt(end - 1) == _T('\n')) end -= 2;
+  if (next > 0 && EndsLine(end)) end -= 2;
   return end - start;
 }
 
 int HeadlessEditText::Above(int position, int lines) const {
   const int line = LineOf(position);
   const int target = line - lines;
-  if (LineStart(target) < 0) return position;
-  return LineStart(target) + std::min(position - LineStart(line), LineLength(target));
+  if (line < 0 || LineStart(target) < 0) return position;
+  const int next = LineStart(target + 1);
+  // Behind the last letter of a broken line lies the start of the next one.
+  const int last = next < 0 || EndsLine(next) ? LineStart(target) + LineLength(target) : StepBack(next);
+  return std::min(LineStart(target) + (position - LineStart(line)), last);
 }
 
 }  // namespace lorv

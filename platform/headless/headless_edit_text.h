@@ -24,17 +24,19 @@ class HeadlessEditText {
   int Caret() const { return caret_; }
   // As EM_SETSEL: (0, -1) all, (-1, any) none; the caret comes to the end.
   void Select(int start, int end);
+  // Into the text, and before a pair of units of which `to` is the middle.
   void MoveCaret(int to, bool extend);
 
   void Set(const CString& fresh);
   // Puts a text in the place of the selection, whatever the limit.
   void Replace(const CString& fresh);
-  // The same as far as the limit allows; false if something was left out.
+  // The same as far as the limit allows, pairs of units whole; false if something was left out.
   bool Insert(const CString& fresh);
   bool Undo();  // back and forth over the last change
   bool CanUndo() const { return can_undo_; }
   void ForgetUndo() { can_undo_ = false; }
 
+  // From anywhere: positions outside the text count as its ends.
   int StepBack(int from) const;
   int StepOn(int from) const;
   int WordBack(int from) const;
@@ -42,15 +44,18 @@ class HeadlessEditText {
 
   // Lines as they are shown, the breaks of the width included; the first one starts at 0.
   std::vector<int> LineStarts() const;
-  int LineOf(int position) const;
-  int LineLength(int line) const;  // without its line end
+  int LineOf(int position) const;  // -1 before the text, the last line behind it
+  int LineLength(int line) const;  // without its line end; 0 of a line that is not
   CString LineText(int line) const { return text.Mid(LineStart(line), LineLength(line)); }
-  int LineStart(int line) const;
-  // The position as far into another line as this one is into its own.
+  int LineStart(int line) const;  // -1 of a line that is not
+  // The position as far into another line as this one is into its own, or at that line's end; the same
+  // position where there is no such line.
   int Above(int position, int lines) const;
 
  private:
   int Clamped(int position) const;
+  int WidthOf(int start, int end) const;  // pixels
+  bool EndsLine(int position) const;      // whether a line end stands before it
   void WrapFrom(int start, int end, std::vector<int>& starts) const;
 
   bool lines_;
