@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <algorithm>
+#include <cstdlib>
 
 namespace lorv {
 
@@ -26,6 +27,7 @@ QMenu& QtColumnMenu::AddColumn(bool with_line) {
   // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): as its parent's child
   auto* const column = new QMenu(this);
   column->setWindowFlags(Qt::Widget);
+  column->installEventFilter(this);
   row->addWidget(column, 0, Qt::AlignTop);
   connect(column, &QMenu::triggered, this, [this](const QAction* action) {
     chosen_ = action;
@@ -55,23 +57,42 @@ bool QtColumnMenu::LeavesColumn(int key) const {
   return key == Qt::Key_Right && current_ + 1 < columns_.size() && (at == nullptr || at->menu() == nullptr);
 }
 
-// The entry beside the one that was left, or the last one.
+// The entry beside the one that was left, or the one nearest to it that can be chosen.
 void QtColumnMenu::Enter(std::size_t column) {
   QMenu& left = *columns_[current_];
-  const qsizetype at = std::max<qsizetype>(left.actions().indexOf(left.activeAction()), 0);
+  const qsizetype beside = std::max<qsizetype>(left.actions().indexOf(left.activeAction()), 0);
   left.setActiveAction(nullptr);
   current_ = column;
   const QList<QAction*> entries = columns_[column]->actions();
-  if (!entries.isEmpty()) columns_[column]->setActiveAction(entries[std::min(at, entries.size() - 1)]);
+  QAction* nearest = nullptr;
+  qsizetype distance = entries.size() + beside;
+  for (qsizetype i = 0; i < entries.size(); ++i) {
+    if (entries[i]->isSeparator() || !entries[i]->isEnabled() || std::abs(i - beside) >= distance) continue;
+    distance = std::abs(i - beside);
+    nearest = entries[i];
+  }
+  columns_[column]->setActiveAction(nearest);
 }
 
+// Whichever column has the focus: keys are for the one that the user is in.
+bool QtColumnMenu::eventFilter(QObject* receiver, QEvent* event) {
+  if (event->type() != QEvent::KeyPress || is_asking_) return QFrame::eventFilter(receiver, event);
+  keyPressEvent(static_cast<QKeyEvent*>(event));
+  return true;
+}
+
+// What a column makes nothing of comes back here as to its parent.
 void QtColumnMenu::keyPressEvent(QKeyEvent* event) {
+  event->accept();
+  if (is_asking_) return;
   if (event->key() == Qt::Key_Escape) {
     hide();
   } else if (LeavesColumn(event->key())) {
     Enter(event->key() == Qt::Key_Left ? current_ - 1 : current_ + 1);
   } else {
+    is_asking_ = true;
     QCoreApplication::sendEvent(columns_[current_], event);
+    is_asking_ = false;
   }
 }
 

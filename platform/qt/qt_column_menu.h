@@ -25,6 +25,7 @@ class QtColumnMenu : public QFrame {
   const QAction* Choose(QPoint corner);
 
  protected:
+  bool eventFilter(QObject* receiver, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void hideEvent(QHideEvent* event) override;
 
@@ -34,6 +35,7 @@ class QtColumnMenu : public QFrame {
 
   std::vector<QMenu*> columns_;
   std::size_t current_ = 0;
+  bool is_asking_ = false;  // the current column, about a key
   const QAction* chosen_ = nullptr;
   QEventLoop loop_;
 };

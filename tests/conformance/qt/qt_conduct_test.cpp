@@ -35,6 +35,29 @@ std::vector<int> KeysTo(const QMenu& menu, UINT command) {
   return {};
 }
 
+// A popup is one menu, or holds one for each of its columns.
+QList<const QMenu*> ColumnsOf(const QWidget& popup) {
+  if (const auto* const menu = qobject_cast<const QMenu*>(&popup)) return {menu};
+  return popup.findChildren<const QMenu*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+// A column is entered at the entry beside the first one.
+std::vector<int> KeysTo(const QList<const QMenu*>& columns, UINT command) {
+  std::vector<int> to_column;
+  for (const QMenu* const column : columns) {
+    const std::vector<int> within = KeysTo(*column, command);
+    if (within.empty()) {
+      if (to_column.empty()) to_column.push_back(VK_DOWN);
+      to_column.push_back(VK_RIGHT);
+      continue;
+    }
+    std::vector<int> keys = to_column;
+    keys.insert(keys.end(), within.begin() + (to_column.empty() ? 0 : 1), within.end());
+    return keys;
+  }
+  return {};
+}
+
 // What has to be done while a menu or a dialog is up is done when Qt would wait for the user.
 class QtDriver : public lorv_test::ConductDriver {
  public:
@@ -130,10 +153,10 @@ class QtDriver : public lorv_test::ConductDriver {
   }
 
   void Answer() {
-    const auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    const QWidget* const popup = QApplication::activePopupWidget();
     std::vector<int> keys;
-    if (menu != nullptr && !answers_.empty()) {
-      keys = KeysTo(*menu, answers_.front());
+    if (popup != nullptr && !answers_.empty()) {
+      keys = KeysTo(ColumnsOf(*popup), answers_.front());
       answers_.pop_front();
     }
     if (keys.empty()) keys = {VK_ESCAPE};

@@ -91,7 +91,17 @@ TEST_F(QtColumnMenuTest, KeysLeadFromColumnToColumn) {
               for (const int key : {Qt::Key_Down, Qt::Key_Right, Qt::Key_Left, Qt::Key_Return}) Key(key);
             }),
             10U);
+  // Beside the second entry stands a grey one.
+  EXPECT_EQ(Choose([](const QList<QMenu*>&) {
+              for (const int key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Return}) Key(key);
+            }),
+            12U);
   EXPECT_EQ(Choose([](const QList<QMenu*>&) { Key(Qt::Key_Escape); }), 0U);
+  // Keys that mean nothing here.
+  EXPECT_EQ(Choose([](const QList<QMenu*>&) {
+              for (const int key : {Qt::Key_Left, Qt::Key_F9, Qt::Key_Q, Qt::Key_Escape}) Key(key);
+            }),
+            0U);
 }
 
 TEST_F(QtColumnMenuTest, ASubmenuGivesItsCommand) {
