@@ -16,20 +16,18 @@ struct ValueColumn {
 // Works a calculator's formula for many rows of values.
 //
 // For each row the result and the error are those of the calculator itself, to the last bit: every column's
-// value
-//   given to its name in the order of the columns (SetVarValue), the formula set afresh, then Calculate.
-//   Other names keep the calculator's values, and its keywords count. The calculator is not changed.
-// Units: one value a row in each column. Edges: no rows do nothing. Of two columns of one name the later
-// counts. A
-//   formula whose values cannot be worked as numbers alone (texts, values inside quotes) is worked row by row
-//   as text, and so is a single row whose value is nearly a third, lies between two thousandths or is huge.
+//   value given to its name in the order of the columns (SetVarValue), the formula set afresh, then
+//   Calculate. Other names keep the calculator's values, and its keywords count. The calculator is not
+//   changed.
+// Units: one value a row in each column.
+// Edges: no rows do nothing. Of two columns of one name the later counts. A formula whose values cannot be
+//   worked as numbers alone (texts, values inside quotes) is worked row by row as text, and so is a single
+//   row with a value that lies between two thousandths, is huge, or is nearly a third before a power.
 // Result: `results` and, unless it is null, `errors` get one entry a row. Nothing here throws but for want of
-// memory;
-//   `results` and `errors` are then undefined.
-// All arrays are the caller's. At most `threads` threads work on the rows, the calling one among them; nobody
-// may
-//   change the calculator, its values or the columns meanwhile. Calls with separate calculators are
-//   independent.
+//   memory; both are then undefined.
+// All arrays are the caller's; the two results lie apart from all columns. At most `threads` threads work on
+//   the rows, the calling one among them; nobody may change the calculator, its values or the columns
+//   meanwhile. Calls with separate calculators are independent.
 //
 //   const double lengths[] = {1, 2, 3};  double results[3];  CAdExpCalculate c(_T("L*2"));
 //   const ValueColumn columns[] = {{_T("L"), lengths}};
