@@ -84,15 +84,14 @@ class ProgramMaker {
 
 void ProgramMaker::Put(StepKind kind, std::size_t cell, std::size_t other, unsigned rule) {
   const auto narrow = [](std::size_t number) { return static_cast<std::uint16_t>(number); };
-  Step step{nullptr,      kind,          static_cast<std::uint8_t>(rule),
-            narrow(cell), narrow(other), MayLoad(kind) ? Step::kNoLoad : std::uint16_t{0}};
+  Step step{kind, static_cast<std::uint8_t>(rule), narrow(cell), narrow(other),
+            MayLoad(kind) ? Step::kNoLoad : std::uint16_t{0}};
   std::vector<Step>& steps = program_.steps_;
   // A load in front is made a part of this step: whoever goes on there goes on here.
   if (MayLoad(kind) && !steps.empty() && steps.back().kind == StepKind::kLoad) {
     step.further = steps.back().cell;
     steps.pop_back();
   }
-  step.run = WorkOf(step);
   steps.push_back(step);
 }
 
@@ -361,7 +360,9 @@ bool FormulaProgram::Make(const ExprNode* root, std::size_t slots, const SlotOf&
   steps_.clear();
   cells_.assign(slots, 0.0);
   ProgramMaker maker(*this, slot_of);
-  return slots <= kMaxCells && maker.Make(root);
+  if (slots > kMaxCells || !maker.Make(root)) return false;
+  quick_steps_ = QuickStepsOf(steps_);
+  return true;
 }
 
 }  // namespace lorv
