@@ -1,6 +1,6 @@
 #include "TEXPRESSCAL/block_work.h"
 
-#include <array>
+#include "TEXPRESSCAL/formula_program.h"
 
 namespace lorv {
 namespace {

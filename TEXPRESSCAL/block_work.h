@@ -4,16 +4,22 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "TEXPRESSCAL/formula_program.h"
+#include "TEXPRESSCAL/formula_step.h"
+#include "framework/text_compare.h"
 
 // Works a program on a block of rows at a time: each step is a loop over the block, which stays in the
 // processor's nearest cache, and the loops are compiled for several generations of processors.
 namespace lorv {
 
+class FormulaProgram;
+
 constexpr std::size_t kBlockRows = 256;
 
 // A step that saves a number saves a block of them; formulas nest no deeper than this, or have no such work.
 constexpr std::size_t kMaxSavedBlocks = 48;
+
+// Texts are compared so many units at a step.
+constexpr std::size_t kTypedStep = 32;
 
 // A bit for each row of a block.
 using RowMarks = std::array<std::uint64_t, kBlockRows / 64>;
@@ -41,6 +47,14 @@ struct BlockJob {
   double (*function)(unsigned short kind, double x);  // functions of one number that have no loop
 };
 
+// Values of which the i-th stands places[i] bytes behind a first one, and where they go.
+struct ScatteredValues {
+  const std::size_t* places;
+  std::size_t count;  // so many strides of `lanes` of the loops
+  double* values;
+  double* readings;
+};
+
 // The loops for one generation of processors.
 struct BlockLoops {
   const char* name;
@@ -51,12 +65,14 @@ struct BlockLoops {
   // as anything. `ahead` more values behind them will be wanted soon.
   const double* (*read)(const double* values, double* readings, std::size_t rows, std::size_t ahead,
                         RowMarks& refused);
-  // Reads a whole number of strides of `lanes` values, the i-th of which stands places[i] bytes behind
-  // `first`: true, with the numbers that they read as in `readings`, where these follow from all values
-  // alone. The values are copied to `values` in any case.
+  // Reads values that lie scattered. True, with the numbers that they read as, where these follow from all
+  // values alone. The values are copied in any case.
   std::size_t lanes;
-  bool (*read_places)(const char* first, const std::size_t* places, std::size_t count, double* values,
-                      double* readings);
+  bool (*read_places)(const char* first, const ScatteredValues& scattered);
+  bool (*read_stride)(const char* first, const ScatteredValues& scattered);  // the same for `lanes` values
+  // Whether a text is a known one: both are read in steps, of the last one only the bits set in `counts`
+  // count.
+  bool (*is_typed)(const TCHAR* text, const TCHAR* known, std::size_t last_step, const TCHAR* counts);
 };
 
 // Those that this processor can run, the best first; at most `room` of them.

@@ -47,7 +47,6 @@ CAdExpCalculate& CAdExpCalculate::operator=(const CAdExpCalculate& other) {
   m_szExpr = other.m_szExpr;
   m_szCalcExpr = other.WorkText();
   work_text_ = WorkTextState::kWritten;
-  is_repeated_ = false;
   repeated_.Forget();
   m_pMapValue = other.m_pMapValue;
   m_bExternalMap = other.m_bExternalMap;
@@ -65,17 +64,20 @@ void CAdExpCalculate::UseOwnMap() {
 }
 
 void CAdExpCalculate::SetExpr(LPCTSTR formula) {
-  work_text_ = WorkTextState::kIsFormula;
-  is_repeated_ = repeated_.IsTyped(formula);
-  if (is_repeated_) return;
+  work_text_ = WorkTextState::kIsFormulaAgain;
+  if (!repeated_.IsTyped(formula)) SetOtherText(formula);
+}
+
+// Not typed as the last one was, which may still be the same in capitals.
+void CAdExpCalculate::SetOtherText(LPCTSTR formula) {
   const TextView text = formula == nullptr ? TextView() : TextView(formula, lorv::TextLength(formula));
   m_bTooLong = text.size() > lorv::kFormulaTextFlagged;
   const TextView kept = text.substr(0, lorv::kMaxFormulaText);
-  is_repeated_ = lorv::IsInCapitals(kept, m_szExpr.View());
-  if (is_repeated_) {
+  if (lorv::IsInCapitals(kept, m_szExpr.View())) {
     repeated_.Remember(m_bTooLong ? TextView() : text);
     return;
   }
+  work_text_ = WorkTextState::kIsFormula;
   repeated_.Forget();
   lorv::CopyCapitals(kept, m_szExpr.Overwrite(kept.size()));
 }
@@ -131,16 +133,28 @@ double CAdExpCalculate::Calculate() {
 
 double CAdExpCalculate::Calculate(int& error) {
   double value = 0;
-  const bool is_set_again = work_text_ == WorkTextState::kIsFormula && is_repeated_;
-  if (!is_set_again || !repeated_.Work(m_szExpr.View(), *m_pMapValue, value, error))
-    return CalculateText(error, is_set_again);
+  const bool is_planned =
+      work_text_ == WorkTextState::kIsFormulaAgain && repeated_.IsPlannedFor(*m_pMapValue);
+  if (!is_planned || !repeated_.WorkPlan(*m_pMapValue, value, error) || error != 0)
+    return CalculateAnything(error);
   work_text_ = WorkTextState::kHasPlannedValues;
-  if (error == 0) return value;
+  return value;
+}
+
+double CAdExpCalculate::CalculateAnything(int& error) {
+  double value = 0;
+  if (work_text_ != WorkTextState::kIsFormulaAgain) return CalculateText(error);
+  if (!repeated_.Work(m_szExpr.View(), *m_pMapValue, value, error)) {
+    value = CalculateText(error);
+    repeated_.Note(m_szExpr.View(), *m_pMapValue);
+    return value;
+  }
+  work_text_ = WorkTextState::kHasPlannedValues;
   error = lorv::ErrorForCaller(error);
   return error == 0 ? value : 0;
 }
 
-double CAdExpCalculate::CalculateText(int& error, bool is_set_again) {
+double CAdExpCalculate::CalculateText(int& error) {
   error = 0;
   double value = 0;
   if (!WorkInOnePass(value)) {
@@ -149,13 +163,12 @@ double CAdExpCalculate::CalculateText(int& error, bool is_set_again) {
     const int parsed = ReplExprWithVal();
     value = CalcParsed(parsed, error);
   }
-  if (is_set_again) repeated_.Note(m_szExpr.View(), *m_pMapValue);
   return error == 0 ? value : 0;
 }
 
 // A plain number comes out of the pass as it is read.
 bool CAdExpCalculate::WorkInOnePass(double& value) {
-  if (work_text_ != WorkTextState::kIsFormula) return false;
+  if (work_text_ != WorkTextState::kIsFormula && work_text_ != WorkTextState::kIsFormulaAgain) return false;
   if (!lorv::OnePass(m_szExpr.Text(), *m_pMapValue, places_).Work(value)) return false;
   work_text_ = WorkTextState::kHasPlaces;
   return true;

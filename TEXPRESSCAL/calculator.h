@@ -144,8 +144,10 @@ class COMM_LORV_API CAdExpCalculate : public CValidParameter {
   int ReplExprWithVal() const;
   lorv::GrowingEdit& WorkText() const;
   void UseOwnMap();
-  // Kept apart from Calculate, which has little to do for a formula that has a plan.
-  [[gnu::noinline]] double CalculateText(int& error, bool is_set_again);
+  // Kept apart from SetExpr and Calculate, which have little to do for a formula that has a plan.
+  [[gnu::noinline]] void SetOtherText(LPCTSTR formula);
+  [[gnu::noinline]] double CalculateAnything(int& error);
+  double CalculateText(int& error);
   bool WorkInOnePass(double& value);
   void AddKeyWord(LPCTSTR name, lorv::NameWord word);
   void MakeKeyWord(TDefsetVars& set, LPCTSTR name) const;
@@ -156,10 +158,10 @@ class COMM_LORV_API CAdExpCalculate : public CValidParameter {
   // Grows where values are longer than their names: nothing is cut here. Read through WorkText() alone: what
   // has not been asked for is not always written.
   mutable lorv::GrowingEdit m_szCalcExpr;
-  enum class WorkTextState { kWritten, kIsFormula, kHasPlannedValues, kHasPlaces };
+  // kIsFormulaAgain: the formula was set again since it came.
+  enum class WorkTextState { kWritten, kIsFormula, kIsFormulaAgain, kHasPlannedValues, kHasPlaces };
   mutable WorkTextState work_text_ = WorkTextState::kWritten;
   lorv::RepeatedFormula repeated_;
-  bool is_repeated_ = false;  // the formula was set again since it came
   lorv::ValuePlaces places_;
   CMapValue* m_pMapValue = nullptr;
   bool m_bExternalMap = false;

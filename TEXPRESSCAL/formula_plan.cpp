@@ -4,7 +4,6 @@
 #include <cmath>
 #include <map>
 
-#include "TEXPRESSCAL/block_work.h"
 #include "TEXPRESSCAL/operator_rewriting.h"
 #include "TEXPRESSCAL/plan_reader.h"
 #include "TEXPRESSCAL/slot_edit.h"
@@ -67,11 +66,13 @@ bool FormulaPlan::Make(TextView formula, const CMapValue& values, Thirds thirds)
 
 bool FormulaPlan::MakeProgram(const PlanReader& reader) {
   const std::size_t cells = values_.size() * (takes_thirds_ ? 2 : 1);
-  return program_.Make(reader.Root(), cells, [&](const ExprNode* leaf) {
+  const bool is_made = program_.Make(reader.Root(), cells, [&](const ExprNode* leaf) {
     if (const std::size_t* name = reader.NameOf(leaf)) return SlotOf(*name);
     const std::size_t* const divisor = reader.DivisorOf(leaf);
     return divisor == nullptr ? -1 : static_cast<int>(values_.size()) + SlotOf(*divisor);
   });
+  scattered_ = {places_.data(), places_.size(), values_.data(), program_.Slots()};
+  return is_made;
 }
 
 void FormulaPlan::MakeSlots(const PlanReader& reader, const std::vector<std::size_t>& least_texts) {
@@ -88,27 +89,17 @@ void FormulaPlan::MakeSlots(const PlanReader& reader, const std::vector<std::siz
   }
   for (const Slot& slot : slots_)
     places_.push_back(slot.entry * sizeof(CMapValue::value_type) + offsetof(CMapValue::value_type, second));
-  UsableBlockLoops(&loops_, 1);
-  while (places_.size() % loops_->lanes != 0) places_.push_back(places_.back());
+  const BlockLoops* loops = nullptr;
+  UsableBlockLoops(&loops, 1);
+  while (places_.size() % loops->lanes != 0) places_.push_back(places_.back());
   values_.resize(places_.size());
+  read_ = places_.size() == loops->lanes ? loops->read_stride : loops->read_places;
 }
 
 int FormulaPlan::SlotOf(std::size_t name) const {
   const auto at =
       std::find_if(slots_.begin(), slots_.end(), [=](const Slot& slot) { return slot.entry == name; });
   return static_cast<int>(at - slots_.begin());
-}
-
-bool FormulaPlan::Work(const CMapValue& values, double& result, int& error) {
-  const char* const first = reinterpret_cast<const char*>(values.Entries());
-  if (!(takes_thirds_ ? ReadWithThirds(first) : ReadWithoutThirds(first))) return false;
-  result = program_.Work(error);
-  return true;
-}
-
-bool FormulaPlan::ReadWithoutThirds(const char* first) {
-  return loops_->read_places(first, places_.data(), places_.size(), values_.data(), program_.Slots()) &&
-         (close_slots_.empty() || AllFitClosely());
 }
 
 bool FormulaPlan::ReadWithThirds(const char* first) {

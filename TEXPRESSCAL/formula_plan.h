@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "TEXPRESSCAL/block_work.h"
 #include "TEXPRESSCAL/formula_program.h"
 #include "TEXPRESSCAL/map_value.h"
 #include "TEXPRESSCAL/value_reading.h"
@@ -10,7 +11,6 @@
 namespace lorv {
 
 class PlanReader;
-struct BlockLoops;
 
 // How to work one formula again and again with other values of the same names, without writing the values
 // into the text and parsing it: the outcome is bit for bit what that gives.
@@ -20,6 +20,10 @@ struct BlockLoops;
 // be worked. A plan is refused unless all of that is excluded.
 class FormulaPlan {
  public:
+  FormulaPlan() = default;
+  FormulaPlan(const FormulaPlan&) = delete;
+  FormulaPlan& operator=(const FormulaPlan&) = delete;
+
   // A name that occurs in the formula.
   struct Slot {
     std::size_t entry;       // its place among the values' names
@@ -35,7 +39,11 @@ class FormulaPlan {
   bool Make(TextView formula, const CMapValue& values, Thirds thirds = Thirds::kDoNotFit);
 
   // Works the plan on the values of the same names. False, with nothing changed, where a value does not fit.
-  bool Work(const CMapValue& values, double& result, int& error);
+  bool Work(const CMapValue& values, double& result, int& error) {
+    if (!Read(reinterpret_cast<const char*>(values.Entries()))) return false;
+    result = program_.Work(error);
+    return true;
+  }
 
   // Whether a value fits a slot; `reading` is then the number to work with.
   static bool Fits(const Slot& slot, double value, double& reading) {
@@ -59,20 +67,25 @@ class FormulaPlan {
   std::size_t FirstDivisor() const { return values_.size(); }
 
  private:
+  // `first` is where the values' entries begin.
+  bool Read(const char* first) {
+    if (takes_thirds_) return ReadWithThirds(first);
+    return read_(first, scattered_) && (close_slots_.empty() || AllFitClosely());
+  }
   bool ReadWithThirds(const char* first);
-  bool ReadWithoutThirds(const char* first);
   bool AllFitClosely() const;
   bool MakeProgram(const PlanReader& reader);
   void MakeSlots(const PlanReader& reader, const std::vector<std::size_t>& least_texts);
   int SlotOf(std::size_t name) const;
 
   bool takes_thirds_ = false;
-  const BlockLoops* loops_ = nullptr;
   std::vector<Slot> slots_;
   std::vector<std::size_t> close_slots_;  // the indexes of those that are not free
-  std::vector<std::size_t>
-      places_;  // the slots' values in bytes from the first entry; the last one repeated to whole strides
-  std::vector<double> values_;  // of these places
+  // The slots' values in bytes from the first entry; the last one repeated to whole strides.
+  std::vector<std::size_t> places_;
+  AlignedRow<double> values_;  // of these places
+  ScatteredValues scattered_{};
+  bool (*read_)(const char* first, const ScatteredValues& scattered) = nullptr;
   FormulaProgram program_;
 };
 

@@ -54,6 +54,8 @@ class COMM_LORV_API CMapValue {
   // A number for this row of names: two maps of one layout have the same names in the same places, and a map
   // keeps its layout until a name comes or goes. Never 0.
   std::uint64_t Layout() const { return layout_ != 0 ? layout_ : NumberLayout(); }
+  // The same, but 0 while the names have no number yet.
+  std::uint64_t KnownLayout() const { return layout_; }
 
   // The entries, one behind the other in the order of the names; null if there are none.
   const value_type* Entries() const { return entries_.data(); }

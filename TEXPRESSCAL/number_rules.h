@@ -22,8 +22,7 @@ constexpr double kZeroStandIn = 0.001;
 }
 
 [[gnu::always_inline]] inline bool IsLess(double left, double right) {
-  const double difference = left - right;
-  return std::fabs(difference) >= kTolerance && difference < 0;
+  return left - right <= -kTolerance;
 }
 
 // Whether a comparison holds, for two values in an order of their own.

@@ -21,6 +21,12 @@ void RepeatedFormula::WriteValues(GrowingEdit& text) const {
     SubstituteValue(text, static_cast<LPCTSTR>(names_[slot.entry]), *value++);
 }
 
+bool RepeatedFormula::Work(TextView formula, const CMapValue& values, double& result, int& error) {
+  if (!planned_ || !HasSameNames(values)) return false;
+  planned_layout_ = layout_;
+  return plan_.Work(values, result, error) || WorkThirds(formula, values, result, error);
+}
+
 bool RepeatedFormula::WorkThirds(TextView formula, const CMapValue& values, double& result, int& error) {
   if (thirds_state_ == ThirdsPlan::kNotTried) {
     const bool made = thirds_plan_.Make(formula, values, FormulaPlan::Thirds::kFit);
@@ -38,6 +44,7 @@ void RepeatedFormula::Note(TextView formula, const CMapValue& values) {
   }
   seen_ = true;
   tried_ = planned_ = false;
+  planned_layout_ = kNoLayout;
   thirds_state_ = ThirdsPlan::kNotTried;
   names_.clear();
   for (const auto& [name, value] : values) names_.push_back(name);

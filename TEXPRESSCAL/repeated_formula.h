@@ -17,6 +17,7 @@ class RepeatedFormula {
   // Another formula has been set.
   void Forget() {
     seen_ = tried_ = planned_ = false;
+    planned_layout_ = kNoLayout;
     thirds_state_ = ThirdsPlan::kNotTried;
     typed_.Forget();
   }
@@ -25,11 +26,16 @@ class RepeatedFormula {
   bool IsTyped(LPCTSTR text) const { return typed_.Is(text); }
   void Remember(TextView typed) { typed_.Remember(typed); }
 
-  // Works the formula (in capitals); false, with nothing changed, where the text has to be worked.
-  bool Work(TextView formula, const CMapValue& values, double& result, int& error) {
-    if (!planned_ || !HasSameNames(values)) return false;
-    return plan_.Work(values, result, error) || WorkThirds(formula, values, result, error);
+  // Whether the formula has a plan for these names, as far as a glance tells.
+  bool IsPlannedFor(const CMapValue& values) const { return planned_layout_ == values.KnownLayout(); }
+  // Works the plan for values of its names; false, with nothing changed, where one of them does not fit.
+  bool WorkPlan(const CMapValue& values, double& result, int& error) {
+    return plan_.Work(values, result, error);
   }
+
+  // Works the formula (in capitals) even where a glance does not tell, or values are thirds; false, with
+  // nothing changed, where the text has to be worked.
+  bool Work(TextView formula, const CMapValue& values, double& result, int& error);
 
   // Writes the values of the last Work into a copy of the formula, as working the text does.
   void WriteValues(GrowingEdit& text) const;
@@ -53,6 +59,8 @@ class RepeatedFormula {
   bool seen_ = false;         // names_ and layout_ are of the last work
   bool tried_ = false;
   bool planned_ = false;
+  static constexpr std::uint64_t kNoLayout = ~std::uint64_t{0};
+  std::uint64_t planned_layout_ = kNoLayout;  // layout_, once there is a plan
 };
 
 }  // namespace lorv

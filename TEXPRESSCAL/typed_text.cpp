@@ -1,59 +1,47 @@
 #include "TEXPRESSCAL/typed_text.h"
 
 #include <algorithm>
-#include <cstdint>
-
-#if defined(__SSE2__)
-#include <emmintrin.h>
-#endif
 
 namespace lorv {
 namespace {
 
-constexpr std::size_t kStep = 8;
-
-// Unit by unit: the terminator is among the units, so a shorter text differs before its end is passed, which
-// a comparison of whole blocks would not stop at.
-bool AreSame(LPCTSTR text, const TCHAR* units, std::size_t count) {
-  std::size_t at = 0;
-  while (at < count && text[at] == units[at]) ++at;
-  return at == count;
-}
+// The units are read by no call: the sanitizers would watch what is called.
+using Word [[gnu::may_alias, gnu::aligned(1)]] = std::uint64_t;
+constexpr std::size_t kWordUnits = sizeof(Word) / sizeof(TCHAR);
 
 }  // namespace
 
 void TypedText::Remember(TextView text) {
+  const BlockLoops* loops = nullptr;
+  UsableBlockLoops(&loops, 1);
+  is_typed_ = loops->is_typed;
   length_ = text.size();
-  units_.assign((length_ / kStep + 1) * kStep, 0);
+  last_step_ = length_ / kTypedStep * kTypedStep;
+  units_.assign(last_step_ + kTypedStep, 0);
   std::copy(text.begin(), text.end(), units_.begin());
+  const std::size_t bytes = units_.size() * sizeof(TCHAR);
+  reach_ = length_ == 0 || bytes > kPage ? 0 : kPage - bytes + 1;
+  for (std::size_t i = 0; i < kTypedStep; ++i)
+    counts_[i] = last_step_ + i <= length_ ? static_cast<TCHAR>(0xFFFF) : TCHAR{0};
 }
 
-#if defined(__SSE2__)
-
-// A step may reach behind the text's terminator, as long as it stays within one page of memory: a page is
-// readable as a whole, and what lies behind the terminator is left out of the comparison. The units are read
-// by no call: the sanitizer would watch what is called.
-__attribute__((no_sanitize("address"))) bool TypedText::IsWhole(LPCTSTR text) const {
-  constexpr std::uintptr_t kPage = 4096;
+// The terminator is among the units, so a shorter text differs before its end is passed. A word may reach
+// behind that end as long as it does not leave the page, which is readable as a whole.
+__attribute__((no_sanitize("address", "thread"))) bool TypedText::IsAcrossPages(LPCTSTR text) const {
+  if (length_ == 0) return false;
   const TCHAR* const known = units_.data();
-  if (reinterpret_cast<std::uintptr_t>(text) % kPage + units_.size() * sizeof(TCHAR) > kPage)
-    return AreSame(text, known, length_ + 1);
-  for (std::size_t at = 0;; at += kStep) {
-    const __m128i typed = *reinterpret_cast<const __m128i_u*>(text + at);
-    const __m128i same = _mm_cmpeq_epi16(typed, *reinterpret_cast<const __m128i_u*>(known + at));
-    const unsigned differing = static_cast<unsigned>(_mm_movemask_epi8(same)) ^ 0xFFFFU;
-    // The terminator counts.
-    if (at + kStep > length_) return (differing & ((4U << 2 * (length_ - at)) - 1)) == 0;
-    if (differing != 0) return false;
+  for (std::size_t at = 0; at <= length_;) {
+    const std::size_t in_page = reinterpret_cast<std::uintptr_t>(text + at) % kPage;
+    if (at + kWordUnits <= length_ + 1 && in_page <= kPage - sizeof(Word)) {
+      if (*reinterpret_cast<const Word*>(text + at) != *reinterpret_cast<const Word*>(known + at))
+        return false;
+      at += kWordUnits;
+    } else {
+      if (text[at] != known[at]) return false;
+      ++at;
+    }
   }
+  return true;
 }
-
-#else
-
-bool TypedText::IsWhole(LPCTSTR text) const {
-  return AreSame(text, units_.data(), length_ + 1);
-}
-
-#endif
 
 }  // namespace lorv

@@ -11,6 +11,7 @@ namespace lorv {
 struct ReadingBounds {
   static constexpr double kUnits = 1000;
   static constexpr double kOneUnit = 0.001;
+  static constexpr double kOneUnitRest = -0x1.89374bc6a7efap-66;  // what that misses of a thousandth
   static constexpr double kLimit = 0x1p36;  // in units: below it, a value times kUnits is off by a hair only
   static constexpr double kSurely = 0.499;  // nearer to a whole unit than this, rounding surely leads there
   static constexpr double kToWhole = 0x1p52;  // adding and taking it away leaves the nearest whole number
@@ -28,12 +29,12 @@ inline int ThirdsOf(double value) {
 
 // The number nearest to so many thousandths, a whole count below the limit. The quotient of two exact numbers
 // is the rounded value that reading the digits gives as well. Where the processor multiplies and adds at
-// once, a product that is off by less than one in its last place is mended by what it misses, which is exact.
+// once, so is the product with a thousandth in two parts: no count lies so close to the middle between two
+// numbers that what the product misses would matter.
 [[gnu::always_inline]] inline double FromUnits(double whole) {
   using Bounds = ReadingBounds;
 #if defined(__FMA__)
-  const double nearly = whole * Bounds::kOneUnit;
-  return __builtin_fma(__builtin_fma(-nearly, Bounds::kUnits, whole), Bounds::kOneUnit, nearly);
+  return __builtin_fma(whole, Bounds::kOneUnit, whole * Bounds::kOneUnitRest);
 #else
   return whole / Bounds::kUnits;
 #endif

@@ -339,8 +339,10 @@ TEST(CalculateRows, ReadsPlacesAlikeOnEveryGenerationOfProcessors) {
     }
     for (std::size_t k = 0; k < count; ++k) {
       const std::size_t wanted = loops[k]->lanes * (1 + source.Below(16 / loops[k]->lanes));
-      const bool all_read = loops[k]->read_places(reinterpret_cast<const char*>(values.data()), places.data(),
-                                                  wanted, copies.data(), readings.data());
+      const auto read =
+          wanted == loops[k]->lanes && source.OneIn(2) ? loops[k]->read_stride : loops[k]->read_places;
+      const bool all_read = read(reinterpret_cast<const char*>(values.data()),
+                                 {places.data(), wanted, copies.data(), readings.data()});
       bool expected_all = true;
       for (std::size_t i = 0; i < wanted; ++i) {
         const double value = values[places[i] / sizeof(double)];

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+
+#include "framework/native_types.h"
+
+namespace lorv::test {
+
+// Two pages of memory behind which none may be read.
+class GuardedPages {
+ public:
+  static constexpr std::size_t kUnits = 2 * 4096 / sizeof(TCHAR);
+
+  GuardedPages();
+  ~GuardedPages();
+  GuardedPages(const GuardedPages&) = delete;
+  GuardedPages& operator=(const GuardedPages&) = delete;
+
+  TCHAR* Units() const { return units_; }
+
+ private:
+  TCHAR* units_;
+};
+
+}  // namespace lorv::test

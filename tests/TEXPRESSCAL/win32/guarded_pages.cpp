@@ -1,0 +1,28 @@
+#include "tests/TEXPRESSCAL/guarded_pages.h"
+
+#include <windows.h>
+
+#include <new>
+
+namespace lorv::test {
+namespace {
+
+constexpr std::size_t kBytes = GuardedPages::kUnits * sizeof(TCHAR);
+constexpr std::size_t kGuard = 4096;
+
+}  // namespace
+
+GuardedPages::GuardedPages() {
+  void* const memory = VirtualAlloc(nullptr, kBytes + kGuard, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+  DWORD before = 0;
+  if (memory == nullptr ||
+      VirtualProtect(static_cast<char*>(memory) + kBytes, kGuard, PAGE_NOACCESS, &before) == 0)
+    throw std::bad_alloc();
+  units_ = static_cast<TCHAR*>(memory);
+}
+
+GuardedPages::~GuardedPages() {
+  VirtualFree(units_, 0, MEM_RELEASE);
+}
+
+}  // namespace lorv::test
