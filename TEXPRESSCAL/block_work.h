@@ -15,6 +15,12 @@ class FormulaProgram;
 
 constexpr std::size_t kBlockRows = 256;
 
+// So many rows behind a block are looked at to fetch them in time.
+constexpr std::size_t kRowsAhead = 2 * kBlockRows;
+
+// Blocks are worked in whole strides of so many rows.
+constexpr std::size_t kBlockStride = 8;
+
 // A step that saves a number saves a block of them; formulas nest no deeper than this, or have no such work.
 constexpr std::size_t kMaxSavedBlocks = 48;
 
@@ -26,14 +32,25 @@ using RowMarks = std::array<std::uint64_t, kBlockRows / 64>;
 
 // What stands in a cell for all rows of a block: a column of numbers, or one number.
 struct BlockCell {
-  const double* column;  // null: the number
+  const double* column;  // readable to the end of the last stride; null: the number
   double number;
 };
 
-// One thread's room.
-struct BlockRoom {
+// Memory and caches are fetched and written in lines of so many bytes.
+constexpr std::size_t kMemoryLine = 64;
+
+// Which rows a branch is worked for.
+enum class Guard : std::uint8_t { kAbove, kNotAbove, kTruth, kNoTruth };
+
+// One thread's room. What is in it holds during one program's work.
+struct alignas(kMemoryLine) BlockRoom {
   double blocks[kMaxSavedBlocks + 1][kBlockRows];
-  double whole[kBlockRows];
+  const double* saved[kMaxSavedBlocks];
+  // Of the branches that are being worked: the tests, what they ask for, and of choices how many rows take
+  // the first.
+  const double* guarding[kMaxSavedBlocks];
+  Guard guards[kMaxSavedBlocks];
+  std::size_t above[kMaxSavedBlocks];
 };
 
 struct BlockJob {
@@ -42,6 +59,7 @@ struct BlockJob {
   std::size_t saved_from;  // the first cell for numbers on their way
   std::size_t rows;        // at most kBlockRows
   double* results;         // of the rows
+  bool streams;            // write the results past the caches; they begin at a line of memory
   std::uint8_t* errors;    // the last error of each row; 0 when the work begins
   BlockRoom* room;
   double (*function)(unsigned short kind, double x);  // functions of one number that have no loop
@@ -65,6 +83,9 @@ struct BlockLoops {
   // as anything. `ahead` more values behind them will be wanted soon.
   const double* (*read)(const double* values, double* readings, std::size_t rows, std::size_t ahead,
                         RowMarks& refused);
+  // Reads at most 64 values, in whole strides of blocks, as numbers and divisors: a third as 1 and 3. A bit
+  // for each of which the number does not surely follow.
+  std::uint64_t (*read_thirds)(const double* values, double* numbers, double* divisors, std::size_t rows);
   // Reads values that lie scattered. True, with the numbers that they read as, where these follow from all
   // values alone. The values are copied in any case.
   std::size_t lanes;
@@ -73,6 +94,10 @@ struct BlockLoops {
   // Whether a text is a known one: both are read in steps, of the last one only the bits set in `counts`
   // count.
   bool (*is_typed)(const TCHAR* text, const TCHAR* known, std::size_t last_step, const TCHAR* counts);
+  // Writes zeros past the caches.
+  void (*stream_no_errors)(int* errors, std::size_t rows);
+  // Whoever wrote past the caches calls this before another thread may read.
+  void (*end_stream)();
 };
 
 // Those that this processor can run, the best first; at most `room` of them.

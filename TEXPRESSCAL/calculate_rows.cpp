@@ -21,6 +21,10 @@ namespace {
 // Blocks that a thread takes at a time.
 constexpr std::size_t kBlocksTaken = 16;
 
+bool IsAtLine(const double* number) {
+  return reinterpret_cast<std::uintptr_t>(number) % kMemoryLine == 0;
+}
+
 // One thread's work on blocks.
 class BlockWorker {
  public:
@@ -29,18 +33,29 @@ class BlockWorker {
         table_(texts.Table()),
         lot_(texts, bench_),
         cells_(plan.Cells()),
-        readings_(plan.Slots().size()) {}
+        readings_(plan.Slots().size()),
+        streams_(table_.rows >= RowTable::kManyRows) {}
 
-  void Work(std::size_t first) {
-    const std::size_t rows = std::min(kBlockRows, table_.rows - first);
+  // Up to a block's rows.
+  void Work(std::size_t first, std::size_t rows) {
     for (std::size_t slot = 0; slot < readings_.size(); ++slot) Read(slot, first, rows);
-    const std::uint8_t* const told = bench_.Work(plan_, cells_, rows, table_.results + first);
-    if (table_.errors != nullptr) std::fill_n(table_.errors + first, rows, 0);
+    double* const results = table_.results + first;
+    const std::uint8_t* const told = bench_.Work(plan_, cells_, rows, results, streams_ && IsAtLine(results));
     if (told != nullptr) PutErrors(told, first, rows);
     PassOnRefused(first);
   }
 
-  void Finish() { lot_.Finish(); }
+  // Rows that are to be worked later may have errors, others have none.
+  void ClearErrors(std::size_t first, std::size_t end) const {
+    if (table_.errors == nullptr) return;
+    if (streams_) return plan_.Loops().stream_no_errors(table_.errors + first, end - first);
+    std::fill(table_.errors + first, table_.errors + end, 0);
+  }
+
+  void Finish() {
+    lot_.Finish();
+    if (streams_) plan_.Loops().end_stream();
+  }
 
  private:
   // Reads the values of one slot, and marks the rows whose value does not fit.
@@ -48,8 +63,12 @@ class BlockWorker {
     const auto& [rule, whole_column] = plan_.Slots()[slot];
     if (whole_column == nullptr) return;
     const double* const column = whole_column + first;
-    const std::size_t ahead = std::min(kBlockRows, table_.rows - first - rows);
+    const std::size_t ahead = std::min(kRowsAhead, table_.rows - first - rows);
     cells_[slot].column = plan_.Loops().read(column, readings_[slot].data(), rows, ahead, refused_);
+    if (cells_[slot].column == column && rows % kBlockStride != 0) {
+      std::copy_n(column, rows, readings_[slot].data());
+      cells_[slot].column = readings_[slot].data();
+    }
     if (FormulaPlan::IsFree(rule)) return;
     for (std::size_t i = 0; i < rows; ++i) {
       if (!FormulaPlan::FitsClosely(rule, column[i])) refused_[i / 64] |= std::uint64_t{1} << i % 64;
@@ -75,8 +94,9 @@ class BlockWorker {
   BlockBench bench_;
   RowLot lot_;
   std::vector<BlockCell> cells_;
-  std::vector<std::array<double, kBlockRows>> readings_;
+  AlignedRow<std::array<double, kBlockRows>> readings_;
   RowMarks refused_{};
+  const bool streams_;
 };
 
 // Shares the rows out: each thread takes the next few blocks until none is left.
@@ -85,6 +105,8 @@ class RowJob {
   RowJob(const CAdExpCalculate& calculator, const RowTable& table) : calculator_(calculator), table_(table) {
     RowText texts(calculator, table);
     const CMapValue& values = texts.ValuesOf(0);
+    while (lead_ < std::min(table.rows, kBlockRows) && !IsAtLine(table.results + lead_)) ++lead_;
+    next_ = lead_;
     // Thirds among the values that are the same in all rows ask for divisors in every row.
     planned_ = plan_.Make(texts.Formula(), values, table, FormulaPlan::Thirds::kDoNotFit) ||
                plan_.Make(texts.Formula(), values, table, FormulaPlan::Thirds::kFit);
@@ -117,7 +139,8 @@ class RowJob {
     RowText texts(calculator_, table_);
     BlockWorker worker(plan_, texts);
     Take([&](std::size_t first, std::size_t end) {
-      for (; first < end; first += kBlockRows) worker.Work(first);
+      worker.ClearErrors(first, end);
+      for (; first < end; first += kBlockRows) worker.Work(first, std::min(kBlockRows, end - first));
     });
     worker.Finish();
   }
@@ -130,6 +153,7 @@ class RowJob {
   template <class Work>
   void Take(Work work) {
     constexpr std::size_t kTaken = kBlockRows * kBlocksTaken;
+    if (!is_lead_taken_.exchange(true)) work(0, lead_);
     for (;;) {
       const std::size_t first = next_.fetch_add(kTaken);
       if (first >= table_.rows || has_failed_) return;
@@ -141,6 +165,9 @@ class RowJob {
   const RowTable& table_;
   RowPlan plan_;
   bool planned_ = false;
+  // The first rows, up to where the results meet a line of memory, are worked apart from the others.
+  std::size_t lead_ = 0;
+  std::atomic<bool> is_lead_taken_{false};
   std::atomic<std::size_t> next_{0};
   std::atomic<bool> has_failed_{false};
   std::exception_ptr failure_;

@@ -19,7 +19,7 @@ class BlockBench {
   // Works a program on a block; the error codes of its rows, or null if none has failed. They hold until the
   // next call.
   const std::uint8_t* Work(const RowPlan& plan, const std::vector<BlockCell>& cells, std::size_t rows,
-                           double* results);
+                           double* results, bool streams);
 
  private:
   std::unique_ptr<BlockRoom> room_;
@@ -34,12 +34,16 @@ class RowLot {
  public:
   RowLot(RowText& texts, BlockBench& bench) : texts_(texts), bench_(bench) {}
 
-  void Add(std::size_t row);
+  void Add(std::size_t row) {
+    rows_[count_] = row;
+    if (++count_ == kLotRows) Finish();
+  }
   // Works what is still waiting.
   void Finish();
 
  private:
   static constexpr std::size_t kLotRows = 64;
+  static_assert(kLotRows % kBlockStride == 0);
   // As many rows are worked as text in the time that making a plan takes.
   static constexpr std::size_t kWorthAPlan = 32;
 
@@ -49,16 +53,19 @@ class RowLot {
     LotNumbers divisors;
   };
 
-  void MakePlan(std::size_t row);
-  bool Take(std::size_t row);
+  void MakePlan();
+  std::uint64_t Read();
+  std::uint64_t ReadSlot(const RowPlan::Slot& slot, Reading& reading);
+  void WorkPlanned(std::uint64_t refused);
 
   RowText& texts_;
   BlockBench& bench_;
-  std::size_t added_ = 0;
+  bool is_tried_ = false;
   bool is_planned_ = false;
   RowPlan plan_;
   std::vector<BlockCell> cells_;
-  std::vector<Reading> readings_;  // of the plan's slots
+  AlignedRow<Reading> readings_;  // of the plan's slots
+  LotNumbers values_{};
   std::array<std::size_t, kLotRows> rows_;
   std::size_t count_ = 0;
 };

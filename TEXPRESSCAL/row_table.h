@@ -14,6 +14,9 @@ struct RowTable {
   double* results;
   int* errors;
 
+  // So many rows that writing their results past the caches is faster than through them.
+  static constexpr std::size_t kManyRows = 1U << 18;
+
   void Put(std::size_t row, double result, int error) const {
     results[row] = result;
     if (errors != nullptr) errors[row] = error;

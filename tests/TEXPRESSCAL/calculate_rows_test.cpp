@@ -4,15 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
-#include <limits>
 #include <vector>
 
 #include "TEXPRESSCAL/block_work.h"
-#include "TEXPRESSCAL/formula_plan.h"
-#include "TEXPRESSCAL/number_functions.h"
+#include "TEXPRESSCAL/row_table.h"
 #include "framework/char_class.h"
 #include "tests/reference/formula_difference.h"
 #include "tests/support/print.h"
@@ -153,212 +152,6 @@ TEST(CalculateRows, GivesWhatRowByRowGives) {
   }
 }
 
-// Each generation of loops that this processor can run, on one program and one block.
-std::vector<double> WorkedBy(const BlockLoops& loops, const FormulaProgram& program,
-                             const std::vector<double>& values, std::vector<std::uint8_t>& errors) {
-  std::vector<BlockCell> cells;
-  for (std::size_t i = 0; i < program.ConstantEnd(); ++i) cells.push_back({nullptr, program.Cells()[i]});
-  for (std::size_t i = 0; i < program.SlotCount(); ++i) cells[i].column = values.data();
-  std::vector<double> results(values.size());
-  errors.assign(values.size(), 0);
-  const auto room = std::make_unique<BlockRoom>();
-  loops.work({program.Steps().data(), cells.data(), program.ConstantEnd(), values.size(), results.data(),
-              errors.data(), room.get(),
-              [](unsigned short kind, double x) { return NumberFunction(kind, x); }});
-  return results;
-}
-
-void ExpectWorkedAlike(const BlockLoops& loops, FormulaProgram& program, const std::vector<double>& values,
-                       const Text& formula) {
-  std::vector<std::uint8_t> errors;
-  const std::vector<double> results = WorkedBy(loops, program, values, errors);
-  for (std::size_t row = 0; row < values.size(); ++row) {
-    std::fill_n(program.Slots(), program.SlotCount(), values[row]);
-    int error = 0;
-    const double expected = program.Work(error);
-    EXPECT_TRUE(SameBits(results[row], expected) && errors[row] == error)
-        << Shown(formula) << " of " << values[row] << " by " << loops.name << ": " << results[row]
-        << ", error " << int{errors[row]} << " for " << expected << ", error " << error;
-  }
-}
-
-const double kEdges[] = {0,
-                         -0.0,
-                         1,
-                         -1,
-                         0.5,
-                         -0.5,
-                         1.5,
-                         2.5,
-                         1e-10,
-                         -1e-10,
-                         0.9999999999,
-                         2147483646.5,
-                         2147483647,
-                         2147483647.5,
-                         2147483648.0,
-                         2147483649.0,
-                         -2147483647.5,
-                         -2147483648.0,
-                         -2147483648.5,
-                         -2147483649.0,
-                         1e300,
-                         -1e300,
-                         4.9e-324,
-                         std::numeric_limits<double>::infinity(),
-                         -std::numeric_limits<double>::infinity(),
-                         std::numeric_limits<double>::quiet_NaN()};
-
-TEST(CalculateRows, GivesTheSameOnEveryGenerationOfProcessors) {
-  std::vector<double> values(std::begin(kEdges), std::end(kEdges));
-  ChoiceSource source(5);
-  while (values.size() < kBlockRows - 1) values.push_back(MakeValue(source));
-  values.push_back(-1e-11);  // the last of a block of whole strides, and of one that is not
-  values[kBlockRows - 2] = -1e-11;
-  std::array<const BlockLoops*, 4> loops{};
-  const std::size_t count = UsableBlockLoops(loops.data(), loops.size());
-  ASSERT_GE(count, 1U);
-  CMapValue names;
-  names[_T("A")] = 1;
-  for (const TCHAR* text : {_T("FLOOR(A)"),
-                            _T("CEIL(A)"),
-                            _T("ROUND(A)"),
-                            _T("INT(A)"),
-                            _T("SQRT(A)"),
-                            _T("LOG(A)"),
-                            _T("ABS(A)"),
-                            _T("SIN(A)"),
-                            _T("EXP(A)"),
-                            _T("A/(A-1)"),
-                            _T("A<1"),
-                            _T("1<A"),
-                            _T("A>=1"),
-                            _T("A<>1"),
-                            _T("MAX(A,1,0-A)"),
-                            _T("MIN(A,1)"),
-                            _T("1-A*A"),
-                            _T("A^2"),
-                            _T("2^A"),
-                            _T("!A"),
-                            _T("IIF(A,1/(A-1),SQRT(A))"),
-                            _T("(A>0)AND(A<2)"),
-                            _T("(A>0)&&(A<2)||(A=5)"),
-                            _T("-A+|A|"),
-                            _T("A+2*A"),
-                            _T("A-A*3")}) {
-    FormulaPlan plan;
-    Text capitals(text);
-    if (!plan.Make(capitals, names)) continue;
-    FormulaProgram program = plan.Program();
-    for (std::size_t i = 0; i < count; ++i) {
-      ExpectWorkedAlike(*loops[i], program, values, capitals);
-      ExpectWorkedAlike(*loops[i], program, {values.begin(), values.end() - 1}, capitals);
-    }
-  }
-}
-
-// The rules of one value at a time are the judge.
-void ExpectReadAlike(const BlockLoops& loops, const std::vector<double>& values) {
-  std::vector<double> readings(values.size(), -7);
-  RowMarks refused{};
-  const double* const read = loops.read(values.data(), readings.data(), values.size(), 0, refused);
-  EXPECT_TRUE(read == values.data() || read == readings.data());
-  for (std::size_t i = 0; i < values.size(); ++i) {
-    double expected = 0;
-    const bool plain = ReadsPlainly(values[i], expected);
-    ASSERT_EQ((refused[i / 64] >> i % 64 & 1) == 0, plain) << loops.name << ' ' << values[i];
-    if (plain) {
-      ASSERT_TRUE(SameBits(read[i], expected)) << loops.name << ' ' << values[i];
-    }
-  }
-}
-
-TEST(CalculateRows, ReadsValuesAlikeOnEveryGenerationOfProcessors) {
-  std::array<const BlockLoops*, 4> loops{};
-  const std::size_t count = UsableBlockLoops(loops.data(), loops.size());
-  ChoiceSource source(6);
-  for (int turn = 0; turn < 20000 / kShare && !HasFatalFailure(); ++turn) {
-    std::vector<double> values(1 + source.Below(turn % 10 == 0 ? kBlockRows : 20));
-    const std::size_t any_share = source.OneIn(3) ? 10 : 1000;
-    for (double& value : values)
-      value = source.OneIn(any_share) ? MakeValue(source) : static_cast<double>(source.Below(100000)) / 1000;
-    for (std::size_t i = 0; i < count; ++i) ExpectReadAlike(*loops[i], values);
-  }
-}
-
-TEST(CalculateRows, ReadsTheEdgesOfThirdsAlikeOnEveryGenerationOfProcessors) {
-  std::array<const BlockLoops*, 4> loops{};
-  const std::size_t count = UsableBlockLoops(loops.data(), loops.size());
-  for (const double middle : {1.0 / 3, 2.0 / 3, 1.0 / 3 - 0.001, 1.0 / 3 + 0.001, 2.0 / 3 - 0.001,
-                              2.0 / 3 + 0.001, 0.0, 0x1p36 / 1000}) {
-    for (const double sign : {1.0, -1.0}) {
-      std::vector<double> values{sign * middle};
-      for (int i = 0; i < 60; ++i)
-        values.push_back(std::nextafter(values.back(), i < 30 ? -2 * sign : 1e300 * sign));
-      for (std::size_t i = 0; i < count; ++i) ExpectReadAlike(*loops[i], values);
-    }
-  }
-}
-
-// The quotient is mended where the processor can; a plain division is the judge.
-TEST(CalculateRows, ReadsEveryCountOfThousandthsAsTheQuotient) {
-  std::array<const BlockLoops*, 4> loops{};
-  const std::size_t count = UsableBlockLoops(loops.data(), loops.size());
-  ChoiceSource source(9);
-  std::vector<double> values(kBlockRows);
-  std::vector<double> readings(kBlockRows);
-  for (int turn = 0; turn < 40000 / kShare; ++turn) {
-    const double first = std::floor(std::ldexp(1.0 + static_cast<double>(source.Below(1U << 30)) / (1U << 30),
-                                               static_cast<int>(source.Below(35))));
-    for (std::size_t i = 0; i < values.size(); ++i)
-      values[i] = (first + static_cast<double>(i)) / 1000 * (1 + 0x1p-40);  // not the quotient itself
-    for (std::size_t k = 0; k < count; ++k) {
-      RowMarks refused{};
-      const double* const read = loops[k]->read(values.data(), readings.data(), values.size(), 0, refused);
-      for (std::size_t i = 0; i < values.size(); ++i) {
-        if ((refused[i / 64] >> i % 64 & 1) != 0) continue;
-        ASSERT_TRUE(SameBits(read[i], std::nearbyint(values[i] * 1000) / 1000))
-            << loops[k]->name << ' ' << values[i];
-      }
-    }
-  }
-}
-
-TEST(CalculateRows, ReadsPlacesAlikeOnEveryGenerationOfProcessors) {
-  std::array<const BlockLoops*, 4> loops{};
-  const std::size_t count = UsableBlockLoops(loops.data(), loops.size());
-  ChoiceSource source(16);
-  for (int turn = 0; turn < 60000 / kShare; ++turn) {
-    std::array<double, 16> values{};
-    std::array<std::size_t, 16> places{};
-    std::array<double, 16> copies{};
-    std::array<double, 16> readings{};
-    for (std::size_t i = 0; i < values.size(); ++i) {
-      values[i] = source.OneIn(100) ? MakeValue(source) : static_cast<double>(source.Below(100000)) / 1013;
-      places[i] = source.Below(values.size()) * sizeof(double);
-    }
-    for (std::size_t k = 0; k < count; ++k) {
-      const std::size_t wanted = loops[k]->lanes * (1 + source.Below(16 / loops[k]->lanes));
-      const auto read =
-          wanted == loops[k]->lanes && source.OneIn(2) ? loops[k]->read_stride : loops[k]->read_places;
-      const bool all_read = read(reinterpret_cast<const char*>(values.data()),
-                                 {places.data(), wanted, copies.data(), readings.data()});
-      bool expected_all = true;
-      for (std::size_t i = 0; i < wanted; ++i) {
-        const double value = values[places[i] / sizeof(double)];
-        double expected = 0;
-        const bool plain = ReadsPlainly(value, expected);
-        expected_all = expected_all && plain;
-        ASSERT_TRUE(SameBits(copies[i], value));
-        if (all_read) {
-          ASSERT_TRUE(SameBits(readings[i], expected)) << loops[k]->name << ' ' << value;
-        }
-      }
-      ASSERT_EQ(all_read, expected_all) << loops[k]->name;
-    }
-  }
-}
-
 // Rows with thirds wait until there are enough of them.
 TEST(CalculateRows, WorksManyRowsOfThirds) {
   const double kMixed[] = {0.3333, 0.667, 0.333, 1.25, -0.3333, 2, 0.334, 1e13, 2.0005, -1, 0};
@@ -375,6 +168,40 @@ TEST(CalculateRows, WorksManyRowsOfThirds) {
       for (std::size_t row = 0; row < kRows; ++row) column.values.push_back(source.From(kMixed));
     }
     ExpectSameAsRowByRow(calculator, columns, kRows);
+  }
+}
+
+// So many rows that their outcome is written past the caches: the same as in pieces that are not.
+TEST(CalculateRows, WorksSoManyRowsAsInPieces) {
+  constexpr std::size_t kRows = RowTable::kManyRows + 77;
+  constexpr std::size_t kPiece = 1000;
+  ChoiceSource source(12);
+  std::vector<double> lengths(kRows);
+  std::vector<double> counts(kRows);
+  for (std::size_t row = 0; row < kRows; ++row) {
+    lengths[row] = static_cast<double>(source.Below(4000)) / 1000;
+    counts[row] = static_cast<double>(source.Below(50)) - 1;
+  }
+  const CAdExpCalculate calculator(_T("CEIL(L*7)/N+SQRT(N)+IIF(L>2,L,N*L)"));
+  // The outcome does not begin at a line of memory.
+  std::vector<double> results(kRows + 3, -7);
+  std::vector<int> errors(kRows + 3, -7);
+  const ValueColumn columns[] = {{_T("L"), lengths.data()}, {_T("N"), counts.data()}};
+  CalculateRows(calculator, columns, kRows, results.data() + 1, errors.data() + 1, 2);
+  for (const std::size_t outside : {std::size_t{0}, kRows + 1, kRows + 2}) {
+    EXPECT_EQ(results[outside], -7);
+    EXPECT_EQ(errors[outside], -7);
+  }
+  for (std::size_t first = 0; first < kRows; first += kPiece) {
+    std::array<double, kPiece> expected{};
+    std::array<int, kPiece> told{};
+    const ValueColumn piece[] = {{_T("L"), lengths.data() + first}, {_T("N"), counts.data() + first}};
+    const std::size_t rows = std::min(kPiece, kRows - first);
+    CalculateRows(calculator, piece, rows, expected.data(), told.data());
+    for (std::size_t i = 0; i < rows; ++i) {
+      ASSERT_TRUE(SameBits(results[1 + first + i], expected[i])) << first + i;
+      ASSERT_EQ(errors[1 + first + i], told[i]) << first + i;
+    }
   }
 }
 
