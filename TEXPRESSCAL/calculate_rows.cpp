@@ -47,9 +47,8 @@ class BlockWorker {
 
   // Rows that are to be worked later may have errors, others have none.
   void ClearErrors(std::size_t first, std::size_t end) const {
-    if (table_.errors == nullptr) return;
-    if (streams_) return plan_.Loops().stream_no_errors(table_.errors + first, end - first);
-    std::fill(table_.errors + first, table_.errors + end, 0);
+    if (!streams_) return table_.ClearErrors(first, end);
+    if (table_.errors != nullptr) plan_.Loops().stream_no_errors(table_.errors + first, end - first);
   }
 
   void Finish() {
@@ -147,6 +146,7 @@ class RowJob {
   void ShareTexts() {
     RowText texts(calculator_, table_);
     Take([&](std::size_t first, std::size_t end) {
+      table_.ClearErrors(first, end);
       for (; first < end; ++first) texts.Work(first);
     });
   }

@@ -36,6 +36,7 @@ class RowLot {
 
   void Add(std::size_t row) {
     rows_[count_] = row;
+    texts_.Table().Expect(row);
     if (++count_ == kLotRows) Finish();
   }
   // Works what is still waiting.
