@@ -42,6 +42,9 @@ constexpr std::size_t kMemoryLine = 64;
 // Which rows a branch is worked for.
 enum class Guard : std::uint8_t { kAbove, kNotAbove, kTruth, kNoTruth };
 
+// Which part of the rows.
+enum class Share : std::uint8_t { kNone, kSome, kAll };
+
 // One thread's room. What is in it holds during one program's work.
 struct alignas(kMemoryLine) BlockRoom {
   double blocks[kMaxSavedBlocks + 1][kBlockRows];
@@ -50,7 +53,7 @@ struct alignas(kMemoryLine) BlockRoom {
   // the first.
   const double* guarding[kMaxSavedBlocks];
   Guard guards[kMaxSavedBlocks];
-  std::size_t above[kMaxSavedBlocks];
+  Share shares[kMaxSavedBlocks];
 };
 
 struct BlockJob {
