@@ -51,7 +51,7 @@ std::uint64_t RowLot::Read() {
 std::uint64_t RowLot::ReadSlot(const RowPlan::Slot& slot, Reading& reading) {
   for (std::size_t k = 0; k < count_; ++k) values_[k] = slot.column[rows_[k]];
   const bool is_easy = FormulaPlan::IsFree(slot.rule) && slot.rule.takes_third;
-  std::uint64_t doubtful = ~std::uint64_t{0} >> (kLotRows - count_);
+  std::uint64_t doubtful = waiting_;
   if (is_easy)
     doubtful &=
         plan_.Loops().read_thirds(values_.data(), reading.numbers.data(), reading.divisors.data(), kLotRows);
@@ -77,14 +77,14 @@ void RowLot::WorkPlanned(std::uint64_t refused) {
 void RowLot::Finish() {
   if (count_ == 0) return;
   if (!is_tried_ && count_ >= kWorthAPlan) MakePlan();
-  std::uint64_t refused = ~std::uint64_t{0} >> (kLotRows - count_);
+  std::uint64_t refused = waiting_;
   if (is_planned_) {
     refused = Read();
     WorkPlanned(refused);
   }
   for (; refused != 0; refused &= refused - 1)
     texts_.Work(rows_[static_cast<std::size_t>(std::countr_zero(refused))]);
-  count_ = 0;
+  count_ = waiting_ = 0;
 }
 
 }  // namespace lorv

@@ -36,6 +36,7 @@ class RowLot {
 
   void Add(std::size_t row) {
     rows_[count_] = row;
+    waiting_ |= std::uint64_t{1} << count_;
     texts_.Table().Expect(row);
     if (++count_ == kLotRows) Finish();
   }
@@ -69,6 +70,7 @@ class RowLot {
   LotNumbers values_{};
   std::array<std::size_t, kLotRows> rows_;
   std::size_t count_ = 0;
+  std::uint64_t waiting_ = 0;  // a bit for each
 };
 
 }  // namespace lorv

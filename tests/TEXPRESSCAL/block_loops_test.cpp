@@ -282,8 +282,7 @@ TEST(BlockLoops, ReadsThirdsAlikeOnEveryGeneration) {
 // Doubt is for what is rare, or rows would be worked as text.
 TEST(BlockLoops, DoubtsNoThirdsAndNoTypedLengths) {
   AlignedRow<double> values(64);
-  for (std::size_t i = 0; i < 64; ++i)
-    values[i] = (i % 2 == 0 ? 0.0 : 1.0 / 3) + static_cast<double>(i / 2) * 1.001;
+  for (std::size_t i = 0; i < 64; ++i) values[i] = i % 2 == 0 ? static_cast<double>(i) * 1.001 : 1.0 / 3;
   values[1] = 0.3333;
   values[3] = 2.0 / 3;
   AlignedRow<double> numbers(64);
