@@ -84,8 +84,10 @@ struct BlockLoops {
   // The numbers that values read as: the values themselves where all of them are, else `readings`. Rows whose
   // number does not follow from the value alone are marked in `refused`, whose other marks stay, and are read
   // as anything. `ahead` more values behind them will be wanted soon.
-  const double* (*read)(const double* values, double* readings, std::size_t rows, std::size_t ahead,
-                        RowMarks& refused);
+  using Read = const double* (*)(const double* values, double* readings, std::size_t rows, std::size_t ahead,
+                                 RowMarks& refused);
+  Read read;
+  Read read_thirds_too;  // the same, for columns in which thirds are common
   // Reads at most 64 values, in whole strides of blocks, as numbers and divisors: a third as 1 and 3. A bit
   // for each of which the number does not surely follow.
   std::uint64_t (*read_thirds)(const double* values, double* numbers, double* divisors, std::size_t rows);

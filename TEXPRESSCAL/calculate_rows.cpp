@@ -34,6 +34,7 @@ class BlockWorker {
         lot_(texts, bench_),
         cells_(plan.Cells()),
         readings_(plan.Slots().size()),
+        has_thirds_(plan.Slots().size()),
         streams_(table_.rows >= RowTable::kManyRows) {}
 
   // Up to a block's rows.
@@ -63,7 +64,10 @@ class BlockWorker {
     if (whole_column == nullptr) return;
     const double* const column = whole_column + first;
     const std::size_t ahead = std::min(kRowsAhead, table_.rows - first - rows);
-    cells_[slot].column = plan_.Loops().read(column, readings_[slot].data(), rows, ahead, refused_);
+    const RowMarks before = refused_;
+    const BlockLoops::Read read = has_thirds_[slot] ? plan_.Loops().read_thirds_too : plan_.Loops().read;
+    cells_[slot].column = read(column, readings_[slot].data(), rows, ahead, refused_);
+    has_thirds_[slot] = has_thirds_[slot] || refused_ != before;
     if (cells_[slot].column == column && rows % kBlockStride != 0) {
       std::copy_n(column, rows, readings_[slot].data());
       cells_[slot].column = readings_[slot].data();
@@ -94,6 +98,7 @@ class BlockWorker {
   RowLot lot_;
   std::vector<BlockCell> cells_;
   AlignedRow<std::array<double, kBlockRows>> readings_;
+  std::vector<bool> has_thirds_;  // of the slots
   RowMarks refused_{};
   const bool streams_;
 };
