@@ -1,31 +1,20 @@
 #pragma once
 
+#include "platform/controls/button_conduct.h"
+#include "platform/headless/headless_desktop.h"
 #include "platform/headless/headless_window.h"
 
 namespace lorv {
 
-// Push buttons, check boxes and radio buttons; the automatic ones change their own mark. A radio button
-// clears the others of its group.
-class HeadlessButton : public HeadlessWindow {
+class HeadlessButton : public ButtonConduct<HeadlessWindow> {
  public:
-  using HeadlessWindow::HeadlessWindow;
-  LRESULT Default(UINT message, WPARAM w, LPARAM l) override;
+  using ButtonConduct::ButtonConduct;
 
  protected:
   void PaintSelf(Canvas& canvas) override;
 
  private:
-  UINT Type() const { return static_cast<UINT>(Style() & BS_TYPEMASK); }
-  LRESULT Code() const;
-  LRESULT Own(UINT message, WPARAM w, LPARAM l);
-  LRESULT Mouse(UINT message, LPARAM l);
-  void Push(bool on);
-  void Click();
-  void TakeMark();
-  void ClearGroup();
-
-  UINT check_ = BST_UNCHECKED;
-  bool pushed_ = false;
+  void ShowState() override { Invalidate(nullptr); }
 };
 
 class HeadlessStatic : public HeadlessWindow {

@@ -77,6 +77,8 @@ class HeadlessWindow : public WindowPeer, public std::enable_shared_from_this<He
   virtual void PaintSelf(Canvas& /*canvas*/) {}
   void KeepText(const CString& text) { text_ = text; }
   HeadlessDesktop& Home() const { return desktop_; }
+  DWORD Look() const { return style_; }
+  void SetLook(DWORD style) { SetStyle(style); }
 
  private:
   friend class HeadlessDesktop;

@@ -59,27 +59,27 @@ QtBoard::QtBoard(QtDesk& desk, HWND handle, const WindowRequest& request, QWidge
 }
 
 int QtBoard::Line() const {
-  const bool framed = (LookStyle() & WS_CAPTION) != WS_CAPTION && (LookStyle() & WS_BORDER) != 0;
+  const bool framed = (Look() & WS_CAPTION) != WS_CAPTION && (Look() & WS_BORDER) != 0;
   return framed || (ExStyle() & WS_EX_CLIENTEDGE) != 0 ? 1 : 0;
 }
 
 QtWindow::Edges QtBoard::Margins() const {
   const int line = Line();
   const int bar = Widget()->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
-  return {line, line, line + ((LookStyle() & WS_VSCROLL) != 0 ? bar : 0),
-          line + ((LookStyle() & WS_HSCROLL) != 0 ? bar : 0)};
+  return {line, line, line + ((Look() & WS_VSCROLL) != 0 ? bar : 0),
+          line + ((Look() & WS_HSCROLL) != 0 ? bar : 0)};
 }
 
 void QtBoard::EraseGround(Canvas& canvas, const CRect& part) {
   if (Kind() == WindowKind::Dialog || Kind() == WindowKind::Top)
-    canvas.Fill(part, Desk().Colour(COLOR_BTNFACE));
+    canvas.Fill(part, Home().Colour(COLOR_BTNFACE));
 }
 
 void QtBoard::StyleChanged(DWORD before) {
   constexpr DWORD kBars = WS_VSCROLL | WS_HSCROLL;
-  if (((LookStyle() ^ before) & kBars) == 0 || Widget() == nullptr) return;
-  if ((LookStyle() & WS_VSCROLL) != 0) ProvideBar(SB_VERT);
-  if ((LookStyle() & WS_HSCROLL) != 0) ProvideBar(SB_HORZ);
+  if (((Look() ^ before) & kBars) == 0 || Widget() == nullptr) return;
+  if ((Look() & WS_VSCROLL) != 0) ProvideBar(SB_VERT);
+  if ((Look() & WS_HSCROLL) != 0) ProvideBar(SB_HORZ);
   PlaceBars();
 }
 
@@ -99,7 +99,7 @@ void QtBoard::PlaceBars() {
   for (const int bar : {SB_VERT, SB_HORZ}) {
     QScrollBar* const slot = bars_[bar == SB_VERT ? 1 : 0];
     if (slot == nullptr) continue;
-    const bool on = (LookStyle() & (bar == SB_VERT ? WS_VSCROLL : WS_HSCROLL)) != 0;
+    const bool on = (Look() & (bar == SB_VERT ? WS_VSCROLL : WS_HSCROLL)) != 0;
     const QRect client = all.adjusted(edges.left, edges.top, -edges.right, -edges.bottom);
     const int line = Line();
     slot->setGeometry(bar == SB_VERT
@@ -126,7 +126,7 @@ void QtBoard::ScrollChanged() {
 void QtBoard::Moved(int bar, int action) {
   if (!Exists() || Blocked()) return;
   const auto keep = shared_from_this();
-  const QtDesk::Event event(Desk());
+  const QtDesk::Event event(Home());
   QScrollBar* const slot = bars_[bar == SB_VERT ? 1 : 0];
   const int code = CodeOf(action);
   if (code == SB_THUMBTRACK) {
@@ -144,7 +144,7 @@ void QtBoard::Moved(int bar, int action) {
 void QtBoard::Released(int bar) {
   if (!Exists() || Blocked()) return;
   const auto keep = shared_from_this();
-  const QtDesk::Event event(Desk());
+  const QtDesk::Event event(Home());
   QScrollBar* const slot = bars_[bar == SB_VERT ? 1 : 0];
   Tell(bar, SB_THUMBPOSITION, slot->sliderPosition());
   if (Exists()) Tell(bar, SB_ENDSCROLL, 0);
@@ -160,9 +160,9 @@ bool QtBoard::TakePaint(QObject* receiver, QPaintEvent& event) {
   const Edges edges = Margins();
   QPainter painter(Widget());
   if (edges.right > Line() || edges.bottom > Line() || Line() != 0) {
-    painter.fillRect(Widget()->rect(), ToQt(Desk().Colour(COLOR_BTNFACE)));
+    painter.fillRect(Widget()->rect(), ToQt(Home().Colour(COLOR_BTNFACE)));
     if (Line() != 0) {
-      painter.setPen(ToQt(Desk().Colour(COLOR_BTNSHADOW)));
+      painter.setPen(ToQt(Home().Colour(COLOR_BTNSHADOW)));
       painter.drawRect(Widget()->rect().adjusted(0, 0, -1, -1));
     }
   }

@@ -58,7 +58,7 @@ LRESULT QtCombo::Default(UINT message, WPARAM w, LPARAM l) {
       return 0;
     case WM_SETFOCUS:
       if (edit_ != nullptr) {
-        Desk().MoveFocus(edit_);
+        Home().MoveFocus(edit_);
       } else {
         Notify(CBN_SETFOCUS);
       }
@@ -77,7 +77,7 @@ LRESULT QtCombo::Default(UINT message, WPARAM w, LPARAM l) {
     case WM_SETTEXT:
       return edit_ == nullptr ? CB_ERR : ToEdit(message, w, l);
     case WM_SIZE:
-      if (const auto edit = Desk().Find(edit_)) edit->Place(EditPlace());
+      if (const auto edit = Home().Find(edit_)) edit->Place(EditPlace());
       return 0;
     case WM_GETDLGCODE:
       return DLGC_WANTARROWS | DLGC_WANTCHARS | (dropped_ ? DLGC_WANTALLKEYS : 0U);
@@ -101,7 +101,7 @@ void QtCombo::MakeEdit() {
   request.parent = Handle();
   request.id = kInnerEdit;
   request.attach = [this](HWND edit) { edit_ = edit; };
-  Desk().Create(request);
+  Home().Create(request);
 }
 
 // What the edit inside tells, goes on as the drop-down list's own.
@@ -124,13 +124,13 @@ void QtCombo::FromEdit(UINT code) {
 }
 
 LRESULT QtCombo::ToEdit(UINT message, WPARAM w, LPARAM l) const {
-  const auto edit = Desk().Find(edit_);
+  const auto edit = Home().Find(edit_);
   return edit == nullptr ? CB_ERR : edit->Default(message, w, l);
 }
 
 CString QtCombo::Text() const {
   if (!Exists()) return {};
-  if (const auto edit = Desk().Find(edit_)) return edit->Text();
+  if (const auto edit = Home().Find(edit_)) return edit->Text();
   return items_.Has(items_.chosen) ? items_.Text(items_.chosen) : CString();
 }
 
@@ -239,7 +239,7 @@ void QtCombo::ShowChosen() {
   if (edit_ == nullptr) return;
   const CString text = items_.Has(chosen) ? items_.Text(chosen) : CString();
   const HWND edit = std::exchange(edit_, nullptr);
-  if (const auto peer = Desk().Find(edit)) {
+  if (const auto peer = Home().Find(edit)) {
     peer->Default(WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.GetString()));
     peer->Default(EM_SETSEL, 0, -1);
   }
@@ -276,7 +276,7 @@ void QtCombo::CloseBy(bool taken) {
 // The list went by a click in it or beside it. Which of the two is known when the click is worked through.
 void QtCombo::ListClosed() {
   if (!dropped_) return;
-  Desk().Mailbox()->Leave([&desk = Desk(), handle = Handle()] {
+  Home().Mailbox()->Leave([&desk = Home(), handle = Handle()] {
     const auto window = std::dynamic_pointer_cast<QtCombo>(desk.At(handle));
     if (window == nullptr || !window->dropped_) return;
     const int picked = window->picked_;
@@ -298,7 +298,7 @@ void QtCombo::ChooseByUser(int index, bool ended) {
 }
 
 LRESULT QtCombo::Key(int key) {
-  const bool alt = Desk().KeyState(VK_MENU) != 0;
+  const bool alt = Home().KeyState(VK_MENU) != 0;
   if (key == VK_F4 || (alt && (key == VK_DOWN || key == VK_UP))) {
     if (dropped_) {
       CloseBy(true);

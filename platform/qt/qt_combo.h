@@ -22,7 +22,7 @@ class QtCombo : public QtControl {
 
  private:
   QtCombo(QtDesk& desk, HWND handle, const WindowRequest& request, DropList* list);
-  bool HasEdit() const { return (LookStyle() & 3U) != CBS_DROPDOWNLIST; }
+  bool HasEdit() const { return (Look() & 3U) != CBS_DROPDOWNLIST; }
   LRESULT ItemMessage(UINT message, WPARAM w, LPARAM l);
   LRESULT ChoiceMessage(UINT message, WPARAM w, LPARAM l);
   LRESULT LooksMessage(UINT message, WPARAM w, LPARAM l);

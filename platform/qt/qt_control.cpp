@@ -16,7 +16,7 @@ void QtControl::StartControl(QWidget* widget, QWidget* pane) {
 }
 
 bool QtControl::Framed() const {
-  return (LookStyle() & WS_BORDER) != 0 || (ExStyle() & WS_EX_CLIENTEDGE) != 0;
+  return (Look() & WS_BORDER) != 0 || (ExStyle() & WS_EX_CLIENTEDGE) != 0;
 }
 
 QtWindow::Edges QtControl::Margins() const {

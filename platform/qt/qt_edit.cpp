@@ -39,12 +39,12 @@ QtEdit::QtEdit(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget*
   pane_ = Lines() ? MakeTextPane(around, changed) : MakeLinePane(around, changed);
   const Quiet quiet(*this);
   StartControl(pane_->Widget(), pane_->Pane());
-  pane_->UseStyle(LookStyle(), Framed());
+  pane_->UseStyle(Look(), Framed());
   pane_->Set(request.text);
 }
 
 void QtEdit::StyleChanged(DWORD /*before*/) {
-  if (pane_ != nullptr) pane_->UseStyle(LookStyle(), Framed());
+  if (pane_ != nullptr) pane_->UseStyle(Look(), Framed());
 }
 
 CString QtEdit::Text() const {
@@ -241,7 +241,7 @@ LRESULT QtEdit::StateMessage(UINT message, WPARAM w, LPARAM l) {
     case EM_GETLIMITTEXT:
       return limit_;
     case EM_SETREADONLY:
-      SetStyle(w != 0 ? LookStyle() | ES_READONLY : LookStyle() & ~ES_READONLY);
+      SetStyle(w != 0 ? Look() | ES_READONLY : Look() & ~ES_READONLY);
       return TRUE;
     default:
       return QtControl::Default(message, w, l);
@@ -250,7 +250,7 @@ LRESULT QtEdit::StateMessage(UINT message, WPARAM w, LPARAM l) {
 
 LRESULT QtEdit::ClipboardMessage(UINT message) {
   const CString selected = pane_->Text().Mid(pane_->Start(), pane_->End() - pane_->Start());
-  if ((message == WM_COPY || message == WM_CUT) && !selected.IsEmpty()) Desk().SetClipboardText(selected);
+  if ((message == WM_COPY || message == WM_CUT) && !selected.IsEmpty()) Home().SetClipboardText(selected);
   if (message == WM_COPY || ReadOnly()) return 0;
   if (message == WM_UNDO) {
     {
@@ -267,10 +267,10 @@ LRESULT QtEdit::ClipboardMessage(UINT message) {
     }
     return 0;
   }
-  CString text = Desk().ClipboardText();
+  CString text = Home().ClipboardText();
   // An edit of one line takes what stands before the first line end.
   if (!Lines()) text = text.SpanExcluding(_T("\r\n"));
-  if (Desk().HasClipboardText()) Write(text);
+  if (Home().HasClipboardText()) Write(text);
   return 0;
 }
 
@@ -279,8 +279,8 @@ void QtEdit::Write(const CString& text) {
   if (ReadOnly()) return;
   const auto keep = shared_from_this();
   CString shaped = text;
-  if ((LookStyle() & ES_UPPERCASE) != 0) shaped.MakeUpper();
-  if ((LookStyle() & ES_LOWERCASE) != 0) shaped.MakeLower();
+  if ((Look() & ES_UPPERCASE) != 0) shaped.MakeUpper();
+  if ((Look() & ES_LOWERCASE) != 0) shaped.MakeLower();
   const int room = std::max(0, limit_ - (pane_->Text().GetLength() - (pane_->End() - pane_->Start())));
   const bool whole = shaped.GetLength() <= room;
   const CString fits = whole ? shaped : shaped.Left(room);

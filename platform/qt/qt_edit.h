@@ -18,8 +18,8 @@ class QtEdit : public QtControl {
 
  private:
   class Quiet;
-  bool Lines() const { return (LookStyle() & ES_MULTILINE) != 0; }
-  bool ReadOnly() const { return (LookStyle() & ES_READONLY) != 0; }
+  bool Lines() const { return (Look() & ES_MULTILINE) != 0; }
+  bool ReadOnly() const { return (Look() & ES_READONLY) != 0; }
   LRESULT SelectionMessage(UINT message, WPARAM w, LPARAM l);
   LRESULT LineMessage(UINT message, WPARAM w, LPARAM l);
   LRESULT PointMessage(UINT message, WPARAM w, LPARAM l);

@@ -49,7 +49,7 @@ bool GoesToList(int key, bool dropped) {
 
 // Keys that choose in the list of the drop-down list around this edit.
 bool QtEdit::ToCombo(int key) {
-  const auto combo = std::dynamic_pointer_cast<QtCombo>(Desk().At(Parent()));
+  const auto combo = std::dynamic_pointer_cast<QtCombo>(Home().At(Parent()));
   if (combo == nullptr || !GoesToList(key, combo->Dropped())) return false;
   combo->Default(WM_KEYDOWN, static_cast<WPARAM>(key), 1);
   return true;
@@ -57,8 +57,8 @@ bool QtEdit::ToCombo(int key) {
 
 LRESULT QtEdit::Key(int key) {
   if (ToCombo(key)) return 0;
-  const bool shift = Desk().KeyState(VK_SHIFT) != 0;
-  const bool control = Desk().KeyState(VK_CONTROL) != 0;
+  const bool shift = Home().KeyState(VK_SHIFT) != 0;
+  const bool control = Home().KeyState(VK_CONTROL) != 0;
   if (key == VK_DELETE) {
     Erase(Step::On);
     return 0;
@@ -109,16 +109,16 @@ LRESULT QtEdit::Character(TCHAR unit) {
       return 0;
     default:
       if (unit < _T(' ')) return 0;
-      if ((LookStyle() & ES_NUMBER) != 0 && (unit < _T('0') || unit > _T('9'))) return 0;
+      if ((Look() & ES_NUMBER) != 0 && (unit < _T('0') || unit > _T('9'))) return 0;
       Write(CString(unit));
       return 0;
   }
 }
 
 LRESULT QtEdit::Mouse(UINT message, LPARAM l) {
-  const bool captured = Desk().Capture() == Handle();
+  const bool captured = Home().Capture() == Handle();
   if (message == WM_LBUTTONUP) {
-    if (captured) Desk().SetCapture(nullptr);
+    if (captured) Home().SetCapture(nullptr);
     return 0;
   }
   if (message == WM_MOUSEMOVE) {
@@ -134,10 +134,10 @@ LRESULT QtEdit::Mouse(UINT message, LPARAM l) {
     pane_->Move(Step::WordOn, true);
     return 0;
   }
-  const bool extend = Desk().KeyState(VK_SHIFT) != 0;
+  const bool extend = Home().KeyState(VK_SHIFT) != 0;
   if (extend) anchor_ = pane_->Caret() == pane_->End() ? pane_->Start() : pane_->End();
   MoveCaret(at, extend);
-  Desk().SetCapture(Handle());
+  Home().SetCapture(Handle());
   return 0;
 }
 

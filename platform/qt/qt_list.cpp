@@ -52,7 +52,7 @@ LRESULT QtList::Default(UINT message, WPARAM w, LPARAM l) {
 }
 
 void QtList::Tell(UINT code) {
-  if ((LookStyle() & LBS_NOTIFY) != 0) Notify(code);
+  if ((Look() & LBS_NOTIFY) != 0) Notify(code);
 }
 
 int QtList::RowHeight() const {
@@ -192,7 +192,7 @@ void QtList::ChooseByUser(int index, bool toggles) {
   if (!items_.Has(index)) return;
   if (Several() && toggles) {
     list_.item(index)->setSelected(!Selected(index));
-  } else if ((LookStyle() & LBS_EXTENDEDSEL) != 0) {
+  } else if ((Look() & LBS_EXTENDEDSEL) != 0) {
     Select(-1, false);
     list_.item(index)->setSelected(true);
   }
@@ -230,7 +230,7 @@ LRESULT QtList::Key(int key) {
   int index = Target(key);
   if (index < 0 || items_.Count() == 0) return 0;
   index = std::min(index, items_.Count() - 1);
-  if ((LookStyle() & LBS_MULTIPLESEL) != 0) {
+  if ((Look() & LBS_MULTIPLESEL) != 0) {
     Choose(index);
     return 0;
   }
@@ -240,7 +240,7 @@ LRESULT QtList::Key(int key) {
 
 // The next item that begins with the character.
 LRESULT QtList::Character(TCHAR unit) {
-  if (unit <= _T(' ') || (LookStyle() & LBS_MULTIPLESEL) != 0) return 0;
+  if (unit <= _T(' ') || (Look() & LBS_MULTIPLESEL) != 0) return 0;
   const int found = items_.Find(caret_, CString(unit), false);
   if (found >= 0 && found != items_.chosen) ChooseByUser(found, false);
   return 0;
@@ -260,8 +260,8 @@ LRESULT QtList::Press(UINT message, LPARAM l) {
     Tell(LBN_DBLCLK);
     return 0;
   }
-  const bool control = Desk().KeyState(VK_CONTROL) != 0;
-  ChooseByUser(index, (LookStyle() & LBS_MULTIPLESEL) != 0 || control);
+  const bool control = Home().KeyState(VK_CONTROL) != 0;
+  ChooseByUser(index, (Look() & LBS_MULTIPLESEL) != 0 || control);
   return 0;
 }
 

@@ -15,7 +15,7 @@ class QtList : public QtControl {
 
  private:
   QtList(QtDesk& desk, HWND handle, const WindowRequest& request, QListWidget* list);
-  bool Several() const { return (LookStyle() & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL)) != 0; }
+  bool Several() const { return (Look() & (LBS_MULTIPLESEL | LBS_EXTENDEDSEL)) != 0; }
   LRESULT ItemMessage(UINT message, WPARAM w, LPARAM l);
   LRESULT ChoiceMessage(UINT message, WPARAM w, LPARAM l);
   LRESULT PlaceMessage(UINT message, WPARAM w, LPARAM l);

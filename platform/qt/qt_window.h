@@ -119,11 +119,11 @@ class QtWindow : public WindowPeer, public std::enable_shared_from_this<QtWindow
 
   // The part of the widget that is the client area, and gets the mouse.
   QWidget* Pane() const { return pane_; }
-  QtDesk& Desk() const { return desk_; }
+  QtDesk& Home() const { return desk_; }
   QtSurface& Surface() const { return *surface_; }
-  DWORD LookStyle() const { return style_; }
+  DWORD Look() const { return style_; }
   void KeepText(const CString& text) { text_ = text; }
-  void KeepStyle(DWORD style) { style_ = style; }
+  void SetLook(DWORD style) { style_ = style; }
   // WM_PAINT is sent when other messages are done.
   void WantPaint(const CRect& part);
   LRESULT TextMessage(UINT message, WPARAM w, LPARAM l);
