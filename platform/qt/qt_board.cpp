@@ -89,8 +89,9 @@ void QtBoard::ProvideBar(int bar) {
   slot = new QScrollBar(bar == SB_VERT ? Qt::Vertical : Qt::Horizontal, Widget());
   slot->setFocusPolicy(Qt::NoFocus);
   Watch(slot);
-  QObject::connect(slot, &QScrollBar::actionTriggered, slot, [this, bar](int action) { Moved(bar, action); });
-  QObject::connect(slot, &QScrollBar::sliderReleased, slot, [this, bar] { Released(bar); });
+  QObject::connect(slot, &QScrollBar::actionTriggered, slot,
+                   WhileItLives([this, bar](int action) { Moved(bar, action); }));
+  QObject::connect(slot, &QScrollBar::sliderReleased, slot, WhileItLives([this, bar] { Released(bar); }));
 }
 
 void QtBoard::PlaceBars() {

@@ -37,8 +37,9 @@ QtCombo::QtCombo(QtDesk& desk, HWND handle, const WindowRequest& request, DropLi
       items_(*list->model(), (request.style & CBS_SORT) != 0) {
   StartControl(list);
   Watch(list->view());
-  list->closed = [this] { ListClosed(); };
-  QObject::connect(list, &QComboBox::activated, list, [this](int index) { PickedByMouse(index); });
+  list->closed = WhileItLives([this] { ListClosed(); });
+  QObject::connect(list, &QComboBox::activated, list,
+                   WhileItLives([this](int index) { PickedByMouse(index); }));
 }
 
 HWND QtCombo::KeyTarget() const {

@@ -30,12 +30,12 @@ class QtEdit::Quiet {
 
 QtEdit::QtEdit(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around)
     : QtControl(desk, handle, request) {
-  const auto changed = [this] {
+  const auto changed = WhileItLives([this] {
     if (quiet_ != 0) return;
     modified_ = can_undo_ = true;
     Note(EN_UPDATE);
     Note(EN_CHANGE);
-  };
+  });
   pane_ = Lines() ? MakeTextPane(around, changed) : MakeLinePane(around, changed);
   const Quiet quiet(*this);
   StartControl(pane_->Widget(), pane_->Pane());

@@ -130,9 +130,20 @@ class QtWindow : public WindowPeer, public std::enable_shared_from_this<QtWindow
   // WM_COMMAND to the parent: when the event under way is over, and at once.
   void Note(UINT code);
   void Notify(UINT code);
+  // What is told to the window by its widget: nothing any more once the window is gone, which its widget
+  // outlives.
+  template <class Tell>
+  auto WhileItLives(Tell tell) {
+    return [this, &desk = desk_, handle = handle_, tell](auto... told) {
+      if (const auto keep = Living(desk, handle, this)) tell(told...);
+    };
+  }
   void ReportPlace();
 
  private:
+  // The window itself, or null where another or none has its handle.
+  static std::shared_ptr<QtWindow> Living(const QtDesk& desk, HWND handle, const QtWindow* window);
+
   bool TakeKey(QKeyEvent& event);
   bool TakeMouse(QObject* receiver, QMouseEvent& event);
   bool TakeWheel(QWheelEvent& event);

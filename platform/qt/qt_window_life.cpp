@@ -131,6 +131,11 @@ void QtWindow::End() {
   desk_.Bury(std::exchange(widget_, nullptr), born_);
 }
 
+std::shared_ptr<QtWindow> QtWindow::Living(const QtDesk& desk, HWND handle, const QtWindow* window) {
+  std::shared_ptr<QtWindow> found = desk.At(handle);
+  return found.get() == window ? found : nullptr;
+}
+
 void QtWindow::Notify(UINT code) {
   const HWND receiver = parent_ == nullptr ? owner_ : parent_;
   if (receiver != nullptr)
