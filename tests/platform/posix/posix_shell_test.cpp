@@ -99,10 +99,18 @@ class TerminalAsErrors {
     dup2(before_, STDERR_FILENO);
     for (const int file : {before_, near_, far_}) close(file);
   }
+  // A terminal hands on what is written piece by piece, so a mark is awaited behind all of it.
   std::string Written() {
-    std::string text(1000, '\0');
-    const ssize_t count = read(far_, text.data(), text.size());
-    text.resize(count < 0 ? 0 : static_cast<std::size_t>(count));
+    constexpr char kMark = '\a';
+    EXPECT_EQ(write(near_, &kMark, 1), 1);
+    std::string text;
+    while (text.empty() || text.back() != kMark) {
+      char piece[1000];
+      const ssize_t count = read(far_, piece, sizeof(piece));
+      if (count <= 0) return text;
+      text.append(piece, static_cast<std::size_t>(count));
+    }
+    text.pop_back();
     return text;
   }
 
