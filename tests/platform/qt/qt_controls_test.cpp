@@ -2,6 +2,7 @@
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 
 #include "tests/platform/qt/qt_fixture.h"
 
@@ -216,6 +217,37 @@ TEST_F(QtControlsTest, EditMayEndInItsOwnKey) {
   EXPECT_EQ(desktop_->Find(window), nullptr);
   EXPECT_TRUE(WorkUntil([&] { return widget.isNull(); }));
   EXPECT_EQ(edit.Count(WM_CHAR), 0);
+}
+
+// A widget lives until the events under way are over, and may be worked meanwhile.
+TEST_F(QtControlsTest, WidgetsTellNothingOnceTheirWindowsHaveEnded) {
+  const HWND edit = Child(WindowKind::Edit, 0, kId, kPlace);
+  const HWND lines = Child(WindowKind::Edit, ES_MULTILINE, kId, kPlace);
+  const HWND combo = Child(WindowKind::Combo, CBS_DROPDOWNLIST, kId, kPlace);
+  SendText(combo, CB_ADDSTRING, 0, _T("one"));
+  QPointer<QWidget> line = WidgetOf(edit);
+  QPointer<QWidget> text = WidgetOf(lines);
+  QPointer<QWidget> list = WidgetOf(combo);
+  Witness key;
+  Child(WindowKind::Custom, 0, 2, kPlace, &key);
+  bool has_worked = false;
+  key.on_message = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+    if (message != WM_KEYDOWN) return false;
+    for (const HWND window : {edit, lines, combo}) desktop_->Find(window)->Destroy();
+    has_worked = !line.isNull() && !text.isNull() && !list.isNull();
+    if (!has_worked) return false;
+    static_cast<QLineEdit*>(line.data())->insert(QStringLiteral("x"));
+    static_cast<QPlainTextEdit*>(text.data())->insertPlainText(QStringLiteral("x"));
+    static_cast<QComboBox*>(list.data())->hidePopup();
+    Q_EMIT static_cast<QComboBox*>(list.data())->activated(0);
+    return false;
+  };
+  desktop_->Find(key.window)->Focus();
+  QKeyEvent down(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier, QStringLiteral("a"));
+  QCoreApplication::sendEvent(WidgetOf(key.window), &down);
+  EXPECT_TRUE(has_worked);
+  Settle();
+  EXPECT_EQ(top.Notes(kId), Notes{});
 }
 
 TEST_F(QtControlsTest, ButtonClicksByMouseSpaceAndMessage) {
