@@ -131,6 +131,7 @@ double CAdExpCalculate::Calculate() {
   return Calculate(error);
 }
 
+// Good work of a plan is told at once; errors are rare, so they are worked again where all else is.
 double CAdExpCalculate::Calculate(int& error) {
   double value = 0;
   const bool is_planned =

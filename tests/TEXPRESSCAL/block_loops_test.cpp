@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <bit>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -16,20 +15,13 @@
 #include "framework/aligned_row.h"
 #include "tests/reference/formula_difference.h"
 #include "tests/support/print.h"
+#include "tests/support/same_bits.h"
+#include "tests/support/sanitized_share.h"
 
 namespace lorv::test {
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int kShare = 10;
-#else
-constexpr int kShare = 1;
-#endif
-
-bool SameBits(double a, double b) {
-  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b) ||
-         (std::isnan(a) && std::isnan(b));
-}
+constexpr int kShare = SanitizedShare(10);
 
 std::vector<const BlockLoops*> AllLoops() {
   std::vector<const BlockLoops*> loops(4);

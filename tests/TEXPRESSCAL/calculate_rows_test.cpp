@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cmath>
 #include <vector>
 
@@ -15,25 +14,18 @@
 #include "framework/char_class.h"
 #include "tests/reference/formula_difference.h"
 #include "tests/support/print.h"
+#include "tests/support/same_bits.h"
+#include "tests/support/sanitized_share.h"
 
 namespace lorv::test {
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int kShare = 10;
-#else
-constexpr int kShare = 1;
-#endif
+constexpr int kShare = SanitizedShare(10);
 
 struct NamedColumn {
   Text name;
   std::vector<double> values;
 };
-
-bool SameBits(double a, double b) {
-  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b) ||
-         (std::isnan(a) && std::isnan(b));
-}
 
 // Every row of all columns, by both ways.
 void ExpectSameAsRowByRow(const CAdExpCalculate& calculator, const std::vector<NamedColumn>& columns,

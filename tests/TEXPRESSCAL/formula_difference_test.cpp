@@ -6,18 +6,14 @@
 #include <vector>
 
 #include "tests/reference/formula_difference.h"
+#include "tests/support/sanitized_share.h"
 
 namespace lorv::test {
 namespace {
 
 const std::vector<Text> kJudged = {_T("A"), _T("B"), _T("H"), _T("A1"), _T("A_1"), _T("AB"), _T("E3")};
 
-// The build with sanitizers works a part of what the plain build does.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int kShare = 5;
-#else
-constexpr int kShare = 1;
-#endif
+constexpr int kShare = SanitizedShare(5);
 
 void ExpectSame(const Text& formula, bool judged) {
   const std::string difference = ParserDifference(formula, judged, kJudged);

@@ -17,15 +17,13 @@
 #include "framework/number_text.h"
 #include "tests/reference/formula_difference.h"
 #include "tests/support/print.h"
+#include "tests/support/same_bits.h"
+#include "tests/support/sanitized_share.h"
 
 namespace lorv::test {
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int kShare = 10;
-#else
-constexpr int kShare = 1;
-#endif
+constexpr int kShare = SanitizedShare(10);
 
 using NamedValues = std::vector<std::pair<Text, double>>;
 
@@ -35,10 +33,7 @@ struct Outcome {
   std::string worked;
 
   bool operator==(const Outcome& other) const {
-    const bool same_value =
-        std::bit_cast<std::uint64_t>(value) == std::bit_cast<std::uint64_t>(other.value) ||
-        (std::isnan(value) && std::isnan(other.value));
-    return same_value && error == other.error && worked == other.worked;
+    return SameBits(value, other.value) && error == other.error && worked == other.worked;
   }
 };
 

@@ -9,7 +9,8 @@ namespace lorv::test {
 // Two pages of memory behind which none may be read.
 class GuardedPages {
  public:
-  static constexpr std::size_t kUnits = 2 * 4096 / sizeof(TCHAR);
+  static constexpr std::size_t kPage = 4096;
+  static constexpr std::size_t kUnits = 2 * kPage / sizeof(TCHAR);
 
   GuardedPages();
   ~GuardedPages();
@@ -19,6 +20,8 @@ class GuardedPages {
   TCHAR* Units() const { return units_; }
 
  private:
+  static constexpr std::size_t kBytes = kUnits * sizeof(TCHAR);
+
   TCHAR* units_;
 };
 

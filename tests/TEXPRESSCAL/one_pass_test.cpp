@@ -13,18 +13,14 @@
 #include "TEXPRESSCAL/calculator.h"
 #include "tests/reference/formula_difference.h"
 #include "tests/support/print.h"
+#include "tests/support/sanitized_share.h"
 
 namespace lorv::test {
 namespace {
 
 using Values = std::vector<std::pair<Text, double>>;
 
-// The build with sanitizers works a part of what the plain build does.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int kShare = 5;
-#else
-constexpr int kShare = 1;
-#endif
+constexpr int kShare = SanitizedShare(5);
 
 const Values kUsual = {{_T("A"), 2.5},   {_T("B"), 0.25}, {_T("C"), 3},       {_T("N"), -4},
                        {_T("H"), 3.15},  {_T("X1"), 7},   {_T("B1K"), 1.125}, {_T("W_1"), 0.5},

@@ -5,23 +5,17 @@
 #include <new>
 
 namespace lorv::test {
-namespace {
-
-constexpr std::size_t kBytes = GuardedPages::kUnits * sizeof(TCHAR);
-constexpr std::size_t kGuard = 4096;
-
-}  // namespace
 
 GuardedPages::GuardedPages() {
   void* const memory =
-      mmap(nullptr, kBytes + kGuard, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (memory == MAP_FAILED || mprotect(static_cast<char*>(memory) + kBytes, kGuard, PROT_NONE) != 0)
+      mmap(nullptr, kBytes + kPage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (memory == MAP_FAILED || mprotect(static_cast<char*>(memory) + kBytes, kPage, PROT_NONE) != 0)
     throw std::bad_alloc();
   units_ = static_cast<TCHAR*>(memory);
 }
 
 GuardedPages::~GuardedPages() {
-  munmap(units_, kBytes + kGuard);
+  munmap(units_, kBytes + kPage);
 }
 
 }  // namespace lorv::test

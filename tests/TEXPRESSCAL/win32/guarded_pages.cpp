@@ -5,18 +5,12 @@
 #include <new>
 
 namespace lorv::test {
-namespace {
-
-constexpr std::size_t kBytes = GuardedPages::kUnits * sizeof(TCHAR);
-constexpr std::size_t kGuard = 4096;
-
-}  // namespace
 
 GuardedPages::GuardedPages() {
-  void* const memory = VirtualAlloc(nullptr, kBytes + kGuard, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
+  void* const memory = VirtualAlloc(nullptr, kBytes + kPage, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE);
   DWORD before = 0;
   if (memory == nullptr ||
-      VirtualProtect(static_cast<char*>(memory) + kBytes, kGuard, PAGE_NOACCESS, &before) == 0)
+      VirtualProtect(static_cast<char*>(memory) + kBytes, kPage, PAGE_NOACCESS, &before) == 0)
     throw std::bad_alloc();
   units_ = static_cast<TCHAR*>(memory);
 }
