@@ -15,8 +15,8 @@ class FormulaProgram;
 
 constexpr std::size_t kBlockRows = 256;
 
-// So many rows behind a block are looked at to fetch them in time.
-constexpr std::size_t kRowsAhead = 2 * kBlockRows;
+// While a value is read, the one so many rows further on is fetched: it is there when the next block is read.
+constexpr std::size_t kRowsAhead = kBlockRows + 64;
 
 // Blocks are worked in whole strides of so many rows.
 constexpr std::size_t kBlockStride = 8;
@@ -83,11 +83,9 @@ struct BlockLoops {
   bool (*work)(const BlockJob& job);
   // The numbers that values read as: the values themselves where all of them are, else `readings`. Rows whose
   // number does not follow from the value alone are marked in `refused`, whose other marks stay, and are read
-  // as anything. `ahead` more values behind them will be wanted soon.
-  using Read = const double* (*)(const double* values, double* readings, std::size_t rows, std::size_t ahead,
-                                 RowMarks& refused);
-  Read read;
-  Read read_thirds_too;  // the same, for columns in which thirds are common
+  // as anything. `often_thirds` stays with the column, and is set when one of them may be a third.
+  const double* (*read)(const double* values, double* readings, std::size_t rows, bool& often_thirds,
+                        RowMarks& refused);
   // Reads at most 64 values, in whole strides of blocks, as numbers and divisors: a third as 1 and 3. A bit
   // for each of which the number does not surely follow.
   std::uint64_t (*read_thirds)(const double* values, double* numbers, double* divisors, std::size_t rows);

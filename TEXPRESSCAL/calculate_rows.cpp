@@ -34,7 +34,6 @@ class BlockWorker {
         lot_(texts, bench_),
         cells_(plan.Cells()),
         readings_(plan.Slots().size()),
-        has_thirds_(plan.Slots().size()),
         streams_(table_.rows >= RowTable::kManyRows) {}
 
   // Up to a block's rows.
@@ -58,19 +57,21 @@ class BlockWorker {
   }
 
  private:
+  struct alignas(kMemoryLine) Reading {
+    std::array<double, kBlockRows> numbers;
+    bool often_thirds = false;
+  };
+
   // Reads the values of one slot, and marks the rows whose value does not fit.
   void Read(std::size_t slot, std::size_t first, std::size_t rows) {
     const auto& [rule, whole_column] = plan_.Slots()[slot];
     if (whole_column == nullptr) return;
     const double* const column = whole_column + first;
-    const std::size_t ahead = std::min(kRowsAhead, table_.rows - first - rows);
-    const RowMarks before = refused_;
-    const BlockLoops::Read read = has_thirds_[slot] ? plan_.Loops().read_thirds_too : plan_.Loops().read;
-    cells_[slot].column = read(column, readings_[slot].data(), rows, ahead, refused_);
-    has_thirds_[slot] = has_thirds_[slot] || refused_ != before;
+    auto& [readings, often_thirds] = readings_[slot];
+    cells_[slot].column = plan_.Loops().read(column, readings.data(), rows, often_thirds, refused_);
     if (cells_[slot].column == column && rows % kBlockStride != 0) {
-      std::copy_n(column, rows, readings_[slot].data());
-      cells_[slot].column = readings_[slot].data();
+      std::copy_n(column, rows, readings.data());
+      cells_[slot].column = readings.data();
     }
     if (FormulaPlan::IsFree(rule)) return;
     for (std::size_t i = 0; i < rows; ++i) {
@@ -97,8 +98,7 @@ class BlockWorker {
   BlockBench bench_;
   RowLot lot_;
   std::vector<BlockCell> cells_;
-  AlignedRow<std::array<double, kBlockRows>> readings_;
-  std::vector<bool> has_thirds_;  // of the slots
+  AlignedRow<Reading> readings_;  // of the slots
   RowMarks refused_{};
   const bool streams_;
 };
