@@ -15,8 +15,9 @@ class FormulaProgram;
 
 constexpr std::size_t kBlockRows = 256;
 
-// While a value is read, the one so many rows further on is fetched: it is there when the next block is read.
-constexpr std::size_t kRowsAhead = kBlockRows + 64;
+// While a value is at work, the one so many rows further on is fetched from memory. No whole number of pages:
+// values at the same place of their pages share a small part of the nearest cache.
+constexpr std::size_t kRowsAhead = 640;
 
 // Blocks are worked in whole strides of so many rows.
 constexpr std::size_t kBlockStride = 8;
@@ -58,6 +59,7 @@ struct alignas(kMemoryLine) BlockRoom {
 
 struct BlockJob {
   const Step* steps;
+  std::size_t step_count;  // the end among them
   const BlockCell* cells;  // of the variables and the constants
   std::size_t saved_from;  // the first cell for numbers on their way
   std::size_t rows;        // at most kBlockRows
@@ -66,6 +68,9 @@ struct BlockJob {
   std::uint8_t* errors;    // the last error of each row; 0 when the work begins
   BlockRoom* room;
   double (*function)(unsigned short kind, double x);  // functions of one number that have no loop
+  // The columns of a whole block, of which the values further on are fetched; none where no more are wanted.
+  const double* const* columns;
+  std::size_t column_count;
 };
 
 // Values of which the i-th stands places[i] bytes behind a first one, and where they go.

@@ -38,9 +38,12 @@ class BlockWorker {
 
   // Up to a block's rows.
   void Work(std::size_t first, std::size_t rows) {
+    columns_.clear();
     for (std::size_t slot = 0; slot < readings_.size(); ++slot) Read(slot, first, rows);
+    if (rows < kBlockRows) columns_.clear();
     double* const results = table_.results + first;
-    const std::uint8_t* const told = bench_.Work(plan_, cells_, rows, results, streams_ && IsAtLine(results));
+    const std::uint8_t* const told =
+        bench_.Work(plan_, {cells_, rows, results, streams_ && IsAtLine(results), columns_});
     if (told != nullptr) PutErrors(told, first, rows);
     PassOnRefused(first);
   }
@@ -67,6 +70,7 @@ class BlockWorker {
     const auto& [rule, whole_column] = plan_.Slots()[slot];
     if (whole_column == nullptr) return;
     const double* const column = whole_column + first;
+    columns_.push_back(column);
     auto& [readings, often_thirds] = readings_[slot];
     cells_[slot].column = plan_.Loops().read(column, readings.data(), rows, often_thirds, refused_);
     if (cells_[slot].column == column && rows % kBlockStride != 0) {
@@ -98,7 +102,8 @@ class BlockWorker {
   BlockBench bench_;
   RowLot lot_;
   std::vector<BlockCell> cells_;
-  AlignedRow<Reading> readings_;  // of the slots
+  AlignedRow<Reading> readings_;        // of the slots
+  std::vector<const double*> columns_;  // of the block
   RowMarks refused_{};
   const bool streams_;
 };

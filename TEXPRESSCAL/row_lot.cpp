@@ -16,12 +16,12 @@ double AnyFunction(unsigned short kind, double x) {
 
 BlockBench::BlockBench() : room_(std::make_unique_for_overwrite<BlockRoom>()) {}
 
-const std::uint8_t* BlockBench::Work(const RowPlan& plan, const std::vector<BlockCell>& cells,
-                                     std::size_t rows, double* results, bool streams) {
+const std::uint8_t* BlockBench::Work(const RowPlan& plan, const BlockTask& task) {
   if (has_told_) told_.fill(0);
   const FormulaProgram& program = plan.Program();
-  has_told_ = plan.Loops().work({program.Steps().data(), cells.data(), program.ConstantEnd(), rows, results,
-                                 streams, told_.data(), room_.get(), AnyFunction});
+  has_told_ = plan.Loops().work({program.Steps().data(), program.Steps().size(), task.cells.data(),
+                                 program.ConstantEnd(), task.rows, task.results, task.streams, told_.data(),
+                                 room_.get(), AnyFunction, task.columns.data(), task.columns.size()});
   return has_told_ ? told_.data() : nullptr;
 }
 
@@ -66,7 +66,7 @@ std::uint64_t RowLot::ReadSlot(const RowPlan::Slot& slot, Reading& reading) {
 
 void RowLot::WorkPlanned(std::uint64_t refused) {
   std::array<double, kLotRows> results;
-  const std::uint8_t* const told = bench_.Work(plan_, cells_, count_, results.data(), false);
+  const std::uint8_t* const told = bench_.Work(plan_, {cells_, count_, results.data(), false});
   for (std::size_t k = 0; k < count_; ++k) {
     if ((refused >> k & 1) != 0) continue;
     const int error = told == nullptr ? 0 : ErrorForCaller(told[k]);

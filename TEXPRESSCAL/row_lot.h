@@ -4,12 +4,22 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <vector>
 
 #include "TEXPRESSCAL/row_plan.h"
 #include "TEXPRESSCAL/row_text.h"
 
 namespace lorv {
+
+// What a program is worked on, and where the results go.
+struct BlockTask {
+  const std::vector<BlockCell>& cells;
+  std::size_t rows;
+  double* results;
+  bool streams;                              // write the results past the caches
+  std::span<const double* const> columns{};  // of a whole block: what follows is fetched
+};
 
 // One thread's room for working blocks.
 class BlockBench {
@@ -18,8 +28,7 @@ class BlockBench {
 
   // Works a program on a block; the error codes of its rows, or null if none has failed. They hold until the
   // next call.
-  const std::uint8_t* Work(const RowPlan& plan, const std::vector<BlockCell>& cells, std::size_t rows,
-                           double* results, bool streams);
+  const std::uint8_t* Work(const RowPlan& plan, const BlockTask& task);
 
  private:
   std::unique_ptr<BlockRoom> room_;

@@ -41,9 +41,9 @@ std::vector<double> WorkedBy(const BlockLoops& loops, const FormulaProgram& prog
   AlignedRow<double> results(values.size() + 1, -7);
   errors.assign(values.size(), 0);
   const auto room = std::make_unique<BlockRoom>();
-  loops.work({program.Steps().data(), cells.data(), program.ConstantEnd(), values.size(), results.data(),
-              streams, errors.data(), room.get(),
-              [](unsigned short kind, double x) { return NumberFunction(kind, x); }});
+  loops.work({program.Steps().data(), program.Steps().size(), cells.data(), program.ConstantEnd(),
+              values.size(), results.data(), streams, errors.data(), room.get(),
+              [](unsigned short kind, double x) { return NumberFunction(kind, x); }, nullptr, 0});
   loops.end_stream();
   EXPECT_EQ(results.back(), -7);
   return {results.begin(), results.end() - 1};

@@ -12,6 +12,7 @@
 #include "TEXPRESSCAL/block_work.h"
 #include "TEXPRESSCAL/row_table.h"
 #include "framework/char_class.h"
+#include "tests/TEXPRESSCAL/guarded_pages.h"
 #include "tests/reference/formula_difference.h"
 #include "tests/support/print.h"
 #include "tests/support/same_bits.h"
@@ -60,6 +61,20 @@ TEST(CalculateRows, WorksEveryRow) {
   EXPECT_EQ(results[0], 2);
   EXPECT_EQ(results[1], 4);
   EXPECT_EQ(results[2], 6);
+}
+
+// Values are fetched long before they are read; behind the last one that must do no harm.
+TEST(CalculateRows, TakesColumnsBehindWhichThereIsNothing) {
+  const GuardedPages pages;
+  constexpr std::size_t kRows = 2 * GuardedPages::kPage / sizeof(double);
+  auto* const lengths = reinterpret_cast<double*>(pages.Units());
+  for (std::size_t row = 0; row < kRows; ++row) lengths[row] = static_cast<double>(row) / 1000;
+  std::vector<double> results(kRows);
+  for (const std::size_t rows : {kRows, kRows - 1, std::size_t{300}, std::size_t{1}}) {
+    const ValueColumn columns[] = {{_T("L"), lengths + kRows - rows}};
+    CalculateRows(CAdExpCalculate(_T("L*2")), columns, rows, results.data(), nullptr);
+    EXPECT_EQ(results[rows - 1], static_cast<double>(kRows - 1) / 1000 * 2);
+  }
 }
 
 TEST(CalculateRows, DoesNothingForNoRows) {
