@@ -4,8 +4,7 @@
 #include <vector>
 
 #include "framework/desktop_port.h"
-#include "framework/geometry.h"
-#include "framework/window_types.h"
+#include "platform/controls/message_values.h"
 
 namespace lorv {
 
@@ -102,7 +101,7 @@ class ButtonConduct : public Window {
   }
 
   LRESULT Mouse(UINT message, LPARAM l) {
-    const CPoint at(static_cast<short>(LOWORD(l)), static_cast<short>(HIWORD(l)));
+    const CPoint at = PointOf(l);
     const bool inside = CRect(this->ClientRect()).PtInRect(at) != 0;
     if (message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK) {
       if (Type() == BS_GROUPBOX) return 0;

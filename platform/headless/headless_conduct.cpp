@@ -1,6 +1,5 @@
-#include <algorithm>
-
 #include "framework/window_map.h"
+#include "platform/controls/message_values.h"
 #include "platform/headless/headless_desktop.h"
 #include "platform/headless/headless_window.h"
 
@@ -37,7 +36,7 @@ LRESULT HeadlessWindow::Default(UINT message, WPARAM w, LPARAM l) {
     case WM_MOUSEWHEEL:
       return parent_ == nullptr ? 0 : DeliverMessage(parent_, message, w, l);
     case WM_RBUTTONUP: {
-      const CPoint at = CPoint(static_cast<short>(LOWORD(l)), static_cast<short>(HIWORD(l))) + ClientOrigin();
+      const CPoint at = PointOf(l) + ClientOrigin();
       return DeliverMessage(handle_, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(handle_),
                             MAKELPARAM(at.x, at.y));
     }
@@ -55,13 +54,7 @@ LRESULT HeadlessWindow::TextMessage(UINT message, WPARAM w, LPARAM l) {
     Invalidate(nullptr);
     return TRUE;
   }
-  const auto target = reinterpret_cast<LPTSTR>(l);
-  if (w == 0 || target == nullptr) return 0;
-  const CString text = Text();
-  const auto count = std::min(static_cast<WPARAM>(text.GetLength()), w - 1);
-  std::copy_n(text.GetString(), count, target);
-  target[count] = 0;
-  return static_cast<LRESULT>(count);
+  return CopyOut(Text(), reinterpret_cast<LPTSTR>(l), w);
 }
 
 LRESULT HeadlessWindow::ActivateMessage(WPARAM w) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/controls/message_values.h"
 #include "platform/headless/headless_desktop.h"
 
 namespace lorv {
@@ -137,7 +138,7 @@ LRESULT HeadlessEdit::LineMessage(UINT message, WPARAM w, LPARAM l) {
       return number > text_.text.GetLength() ? -1 : MAKELONG(at.x, at.y);
     }
     case EM_CHARFROMPOS: {
-      const int at = PositionAt(CPoint(static_cast<short>(LOWORD(l)), static_cast<short>(HIWORD(l))));
+      const int at = PositionAt(PointOf(l));
       return MAKELONG(at, text_.LineOf(at));
     }
     default:
@@ -316,7 +317,7 @@ CPoint HeadlessEdit::PlaceOf(int position) const {
 }
 
 LRESULT HeadlessEdit::Mouse(UINT message, LPARAM l) {
-  const CPoint point(static_cast<short>(LOWORD(l)), static_cast<short>(HIWORD(l)));
+  const CPoint point = PointOf(l);
   if (message == WM_LBUTTONUP) {
     if (Home().Capture() == Handle()) Home().SetCapture(nullptr);
     return 0;

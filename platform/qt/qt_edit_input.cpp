@@ -1,6 +1,7 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "platform/controls/message_values.h"
 #include "platform/qt/qt_combo.h"
 #include "platform/qt/qt_desk.h"
 #include "platform/qt/qt_edit.h"

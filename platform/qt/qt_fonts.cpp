@@ -4,6 +4,7 @@
 #include <QFontMetrics>
 #include <algorithm>
 
+#include "platform/controls/message_values.h"
 #include "platform/qt/qt_text.h"
 
 namespace lorv {

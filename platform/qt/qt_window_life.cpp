@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "framework/window_map.h"
+#include "platform/controls/message_values.h"
 #include "platform/qt/qt_desk.h"
 #include "platform/qt/qt_fonts.h"
 #include "platform/qt/qt_text.h"

@@ -124,3 +124,34 @@ TEST_F(HeadlessCombo, LeavingClosesTheList) {
   typed.SetFocus();
   EXPECT_EQ(top.Taken(), (Notes{"command 1 10", "command 1 8", "command 1 4", "command 2 3"}));
 }
+
+TEST_F(HeadlessCombo, DropsOnceHoweverOftenItIsAskedMeanwhile) {
+  class Asking : public CWnd {
+   public:
+    CComboBox* list = nullptr;
+    bool destroys = false;
+    int told = 0;
+
+   protected:
+    BOOL OnCommand(WPARAM w, LPARAM l) override {
+      if (HIWORD(w) != CBN_DROPDOWN) return CWnd::OnCommand(w, l);
+      ++told;
+      if (destroys) return list->DestroyWindow();
+      list->ShowDropDown();
+      return TRUE;
+    }
+  };
+  Asking parent;
+  parent.Create(nullptr, _T("asking"), WS_OVERLAPPEDWINDOW, CRect(0, 0, 200, 200), nullptr, 0);
+  CComboBox inner;
+  inner.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST, CRect(0, 0, 100, 20), &parent, 4);
+  parent.list = &inner;
+  inner.ShowDropDown();
+  EXPECT_EQ(parent.told, 1);
+  EXPECT_TRUE(inner.GetDroppedState());
+  inner.ShowDropDown(FALSE);
+  parent.destroys = true;
+  inner.ShowDropDown();
+  EXPECT_EQ(parent.told, 2);
+  EXPECT_EQ(inner.GetSafeHwnd(), nullptr);
+}

@@ -72,6 +72,35 @@ TEST_F(HeadlessList, ClicksChooseWhatTheyHit) {
   EXPECT_EQ(top.Taken(), (Notes{"command 5002 1", "command 5002 2"}));
 }
 
+TEST_F(HeadlessList, TellsWhereItsRowsAre) {
+  list.SetTopIndex(1);
+  RECT row = {};
+  EXPECT_EQ(list.SendMessage(LB_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&row)), 1);
+  EXPECT_EQ(CRect(row), CRect(0, 16, 100, 32));
+  EXPECT_EQ(list.SendMessage(LB_GETITEMRECT, 4, reinterpret_cast<LPARAM>(&row)), LB_ERR);
+  EXPECT_EQ(list.SendMessage(LB_ITEMFROMPOINT, 0, MAKELPARAM(5, 20)), MAKELONG(2, 0));
+  EXPECT_EQ(list.SendMessage(LB_ITEMFROMPOINT, 0, MAKELPARAM(5, 200)), MAKELONG(3, 1));
+}
+
+TEST_F(HeadlessList, CharactersLeadToTheNextRowThatBeginsSo) {
+  list.SendMessage(WM_CHAR, 'c', 0);
+  EXPECT_EQ(list.GetCurSel(), 2);
+  list.SendMessage(WM_CHAR, 'q', 0);
+  EXPECT_EQ(list.GetCurSel(), 2);
+  EXPECT_EQ(top.Taken(), Notes{"command 5002 1"});
+}
+
+TEST_F(HeadlessList, WheelScrollsThreeRowsANotch) {
+  list.AddString(_T("e.xls"));
+  list.AddString(_T("f.xls"));
+  list.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, static_cast<WORD>(-120)), 0);
+  EXPECT_EQ(list.GetTopIndex(), 3);
+  list.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, 40), 0);
+  EXPECT_EQ(list.GetTopIndex(), 2);
+  list.SendMessage(WM_MOUSEWHEEL, MAKEWPARAM(0, 1200), 0);
+  EXPECT_EQ(list.GetTopIndex(), 0);
+}
+
 TEST_F(HeadlessList, ChoosingByProgramIsNotTold) {
   EXPECT_EQ(list.SetCurSel(2), 2);
   EXPECT_EQ(list.SetCurSel(-1), -1);
