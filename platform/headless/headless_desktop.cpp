@@ -122,34 +122,6 @@ void HeadlessDesktop::Forget(HWND window) {
   if (hovered_ == window) hovered_ = nullptr;
 }
 
-HWND HeadlessDesktop::TopOf(HWND window) const {
-  for (auto at = At(window); at != nullptr; at = At(window)) {
-    if (at->Parent() == nullptr) return window;
-    window = at->Parent();
-  }
-  return nullptr;
-}
-
-bool HeadlessDesktop::Within(HWND outer, HWND inner) const {
-  while (inner != nullptr && inner != outer) {
-    const auto at = At(inner);
-    inner = at == nullptr ? nullptr : at->Parent();
-  }
-  return inner != nullptr;
-}
-
-std::vector<HWND> HeadlessDesktop::OwnedBy(HWND owner) const {
-  std::vector<HWND> owned;
-  for (const HWND top : tops_)
-    if (const auto window = At(top); window != nullptr && window->Owner() == owner) owned.push_back(top);
-  return owned;
-}
-
-void HeadlessDesktop::RaiseTop(HWND window) {
-  const auto at = std::find(tops_.begin(), tops_.end(), window);
-  if (at != tops_.end()) std::rotate(tops_.begin(), at, at + 1);
-}
-
 void HeadlessDesktop::ActivateTop(HWND top) {
   const auto window = At(top);
   if (window == nullptr || active_ == top || (window->Style() & WS_DISABLED) != 0) return;
@@ -161,15 +133,7 @@ void HeadlessDesktop::ActivateTop(HWND top) {
 }
 
 void HeadlessDesktop::ActivateNext(HWND gone, HWND owner) {
-  const auto fits = [this, gone](HWND top) {
-    const auto window = At(top);
-    return top != gone && window != nullptr && window->Seen() && (window->Style() & WS_DISABLED) == 0 &&
-           window->Kind() != WindowKind::Popup;
-  };
-  HWND next = owner != nullptr && fits(owner) ? owner : nullptr;
-  for (std::size_t i = 0; i < tops_.size() && next == nullptr; ++i)
-    if (fits(tops_[i])) next = tops_[i];
-  if (next != nullptr) return ActivateTop(next);
+  if (const HWND next = NextTop(gone, owner)) return ActivateTop(next);
   MoveFocus(nullptr);
   if (active_ == gone) active_ = nullptr;
 }
@@ -199,28 +163,6 @@ void HeadlessDesktop::SetCapture(HWND window) {
   const HWND former = std::exchange(capture_, window);
   if (former != window && StillThere(former))
     DeliverMessage(former, WM_CAPTURECHANGED, 0, reinterpret_cast<LPARAM>(window));
-}
-
-HWND HeadlessDesktop::InnermostAt(HWND at, POINT screen) const {
-  const auto window = At(at);
-  if (window == nullptr || (window->Style() & WS_VISIBLE) == 0) return nullptr;
-  if (CRect(window->WindowRect()).PtInRect(screen) == 0) return nullptr;
-  const CRect client = CRect(window->ClientRect()) + window->ClientOrigin();
-  if (client.PtInRect(screen) == 0) return at;
-  const auto children = window->Children();
-  for (auto child = children.rbegin(); child != children.rend(); ++child) {
-    const auto inner = At(*child);
-    const bool disabled = inner != nullptr && (inner->Style() & WS_DISABLED) != 0;
-    const HWND hit = disabled ? nullptr : InnermostAt(*child, screen);
-    if (hit != nullptr) return hit;
-  }
-  return at;
-}
-
-HWND HeadlessDesktop::WindowAt(POINT screen) const {
-  for (const HWND top : tops_)
-    if (const HWND hit = InnermostAt(top, screen)) return hit;
-  return nullptr;
 }
 
 std::vector<Drawn> HeadlessDesktop::Seen(HWND window) const {

@@ -10,6 +10,7 @@
 
 #include "framework/desktop_port.h"
 #include "framework/geometry.h"
+#include "platform/controls/kinship.h"
 #include "platform/headless/headless_window.h"
 
 namespace lorv {
@@ -26,7 +27,7 @@ namespace lorv {
 //
 //   HeadlessDesktop desktop;  ScopedDesktop scope(desktop);  ...  desktop.Type(_T("C30"));
 //   desktop.RunUntilIdle();
-class COMM_LORV_API HeadlessDesktop : public Desktop {
+class COMM_LORV_API HeadlessDesktop : public Kinship<HeadlessWindow> {
  public:
   HeadlessDesktop();
   ~HeadlessDesktop() override;
@@ -84,7 +85,7 @@ class COMM_LORV_API HeadlessDesktop : public Desktop {
   }
   void SetCursor(int shape) override { cursor_ = shape; }
   int Cursor() const override { return cursor_; }
-  HWND WindowAt(POINT screen) const override;
+  HWND WindowAt(POINT screen) const override { return HitTop(screen); }
   RECT WorkArea(POINT /*near_by*/) const override { return {0, 0, 1920, 1040}; }
   RECT Screen() const override { return {0, 0, 1920, 1080}; }
   COLORREF Colour(int index) const override;
@@ -117,11 +118,7 @@ class COMM_LORV_API HeadlessDesktop : public Desktop {
     UINT period;
   };
 
-  std::shared_ptr<HeadlessWindow> At(HWND window) const;
-  HWND TopOf(HWND window) const;
-  bool Within(HWND outer, HWND inner) const;
-  std::vector<HWND> OwnedBy(HWND owner) const;
-  void RaiseTop(HWND window);
+  std::shared_ptr<HeadlessWindow> At(HWND window) const override;
   void ActivateTop(HWND top);
   void ActivateNext(HWND gone, HWND owner);
   void Forget(HWND window);
@@ -151,7 +148,6 @@ class COMM_LORV_API HeadlessDesktop : public Desktop {
   std::deque<MSG> posted_;
   DWORD ticks_ = 0;
 
-  std::vector<HWND> tops_;
   std::deque<Input> input_;
   std::vector<Timer> timers_;
   std::deque<std::function<void()>> steps_;

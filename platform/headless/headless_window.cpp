@@ -4,6 +4,7 @@
 
 #include "framework/no_window.h"
 #include "framework/window_map.h"
+#include "platform/controls/class_names.h"
 #include "platform/headless/headless_desktop.h"
 
 namespace lorv {
@@ -13,37 +14,13 @@ constexpr int kSizingFrame = 4;
 constexpr int kCaption = 24;
 constexpr int kBar = 16;
 
-CString NativeName(WindowKind kind) {
-  switch (kind) {
-    case WindowKind::Dialog:
-      return _T("#32770");
-    case WindowKind::Edit:
-      return _T("Edit");
-    case WindowKind::Combo:
-      return _T("ComboBox");
-    case WindowKind::List:
-      return _T("ListBox");
-    case WindowKind::Button:
-      return _T("Button");
-    case WindowKind::Static:
-      return _T("Static");
-    default:
-      return _T("LorvWindow");
-  }
-}
-
-bool IsOwnDrawn(WindowKind kind) {
-  return kind == WindowKind::Custom || kind == WindowKind::Top || kind == WindowKind::Popup;
-}
-
 }  // namespace
 
 HeadlessWindow::HeadlessWindow(HeadlessDesktop& desktop, HWND handle, const WindowRequest& request)
     : desktop_(desktop),
       handle_(handle),
       kind_(request.kind),
-      class_name_(IsOwnDrawn(request.kind) && !request.class_name.IsEmpty() ? request.class_name
-                                                                            : NativeName(request.kind)),
+      class_name_(ClassNameOf(request)),
       text_(request.text),
       style_(Without(request.style, WS_VISIBLE)),
       ex_style_(request.ex_style),

@@ -186,56 +186,6 @@ void QtDesk::Sweep() {
   for (const Grave& grave : ready) delete grave.widget.data();
 }
 
-HWND QtDesk::TopOf(HWND window) const {
-  for (auto at = At(window); at != nullptr; at = At(window)) {
-    if (at->Parent() == nullptr) return window;
-    window = at->Parent();
-  }
-  return nullptr;
-}
-
-bool QtDesk::Within(HWND outer, HWND inner) const {
-  while (inner != nullptr && inner != outer) {
-    const auto at = At(inner);
-    inner = at == nullptr ? nullptr : at->Parent();
-  }
-  return inner != nullptr;
-}
-
-std::vector<HWND> QtDesk::OwnedBy(HWND owner) const {
-  std::vector<HWND> owned;
-  for (const HWND top : tops_)
-    if (const auto window = At(top); window != nullptr && window->Owner() == owner) owned.push_back(top);
-  return owned;
-}
-
-void QtDesk::RaiseTop(HWND window) {
-  const auto at = std::find(tops_.begin(), tops_.end(), window);
-  if (at != tops_.end()) std::rotate(tops_.begin(), at, at + 1);
-}
-
-HWND QtDesk::InnermostAt(HWND at, POINT screen) const {
-  const auto window = At(at);
-  if (window == nullptr || (window->Style() & WS_VISIBLE) == 0) return nullptr;
-  if (CRect(window->WindowRect()).PtInRect(screen) == 0) return nullptr;
-  const CRect client = CRect(window->ClientRect()) + window->ClientOrigin();
-  if (client.PtInRect(screen) == 0) return at;
-  const auto children = window->Children();
-  for (auto child = children.rbegin(); child != children.rend(); ++child) {
-    const auto inner = At(*child);
-    const bool disabled = inner != nullptr && (inner->Style() & WS_DISABLED) != 0;
-    const HWND hit = disabled ? nullptr : InnermostAt(*child, screen);
-    if (hit != nullptr) return hit;
-  }
-  return at;
-}
-
-HWND QtDesk::WindowAt(POINT screen) const {
-  for (const HWND top : tops_)
-    if (const HWND hit = InnermostAt(top, screen)) return hit;
-  return nullptr;
-}
-
 std::unique_ptr<Desktop> MakeQtDesktop() {
   return std::make_unique<QtDesk>();
 }

@@ -15,6 +15,7 @@
 
 #include "framework/desktop_port.h"
 #include "framework/geometry.h"
+#include "platform/controls/kinship.h"
 #include "platform/qt/qt_services.h"
 #include "platform/qt/qt_window.h"
 
@@ -57,7 +58,7 @@ class QtMailbox {
 
 // The desktop over Qt. Focus, activation and capture are its own record, in the platform's order of messages;
 // the widgets follow it, and what the user changes at the widgets changes it.
-class QtDesk : public Desktop, public QtServices {
+class QtDesk : public Kinship<QtWindow>, public QtServices {
  public:
   QtDesk();
   ~QtDesk() override;
@@ -80,7 +81,7 @@ class QtDesk : public Desktop, public QtServices {
   void SetCursorPosition(POINT at) override;
   void SetCursor(int shape) override;
   int Cursor() const override { return cursor_; }
-  HWND WindowAt(POINT screen) const override;
+  HWND WindowAt(POINT screen) const override { return HitTop(screen); }
   RECT WorkArea(POINT near_by) const override;
   RECT Screen() const override;
   COLORREF Colour(int index) const override;
@@ -100,12 +101,8 @@ class QtDesk : public Desktop, public QtServices {
   std::unique_ptr<ProgressDialog> MakeProgress() override;
 
   // For windows.
-  std::shared_ptr<QtWindow> At(HWND window) const;
-  HWND TopOf(HWND window) const;
-  bool Within(HWND outer, HWND inner) const;
-  std::vector<HWND> OwnedBy(HWND owner) const;
+  std::shared_ptr<QtWindow> At(HWND window) const override;
   bool StillThere(HWND window) const { return At(window) != nullptr; }
-  void RaiseTop(HWND window);
   void MoveFocus(HWND window);
   void ActivateTop(HWND top);
   void ActivateNext(HWND gone, HWND owner);
@@ -146,7 +143,6 @@ class QtDesk : public Desktop, public QtServices {
   void Adopt(const std::shared_ptr<QtWindow>& window);
   bool Admits(const WindowRequest& request) const;
   HWND Announce(const std::shared_ptr<QtWindow>& window, const WindowRequest& request);
-  HWND InnermostAt(HWND at, POINT screen) const;
   bool PumpPosted();
   void PaintAll();
   HWND FirstDirty(HWND at) const;
@@ -163,7 +159,6 @@ class QtDesk : public Desktop, public QtServices {
   std::shared_ptr<QtMailbox> mailbox_;
 
   UINT_PTR last_handle_ = 0x10000;
-  std::vector<HWND> tops_;
   std::vector<HWND> modal_;
   std::map<int, bool> keys_;
   HWND focus_ = nullptr;

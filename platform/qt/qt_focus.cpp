@@ -58,15 +58,7 @@ void QtDesk::ActivateTop(HWND top) {
 }
 
 void QtDesk::ActivateNext(HWND gone, HWND owner) {
-  const auto fits = [this, gone](HWND top) {
-    const auto window = At(top);
-    return top != gone && window != nullptr && window->Seen() && (window->Style() & WS_DISABLED) == 0 &&
-           window->Kind() != WindowKind::Popup;
-  };
-  HWND next = owner != nullptr && fits(owner) ? owner : nullptr;
-  for (std::size_t i = 0; i < tops_.size() && next == nullptr; ++i)
-    if (fits(tops_[i])) next = tops_[i];
-  if (next != nullptr) return ActivateTop(next);
+  if (const HWND next = NextTop(gone, owner)) return ActivateTop(next);
   MoveFocus(nullptr);
   if (active_ == gone) active_ = nullptr;
 }

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "framework/window_map.h"
+#include "platform/controls/class_names.h"
 #include "platform/controls/message_values.h"
 #include "platform/qt/qt_desk.h"
 #include "platform/qt/qt_fonts.h"
@@ -12,29 +13,6 @@
 
 namespace lorv {
 namespace {
-
-CString NativeName(WindowKind kind) {
-  switch (kind) {
-    case WindowKind::Dialog:
-      return _T("#32770");
-    case WindowKind::Edit:
-      return _T("Edit");
-    case WindowKind::Combo:
-      return _T("ComboBox");
-    case WindowKind::List:
-      return _T("ListBox");
-    case WindowKind::Button:
-      return _T("Button");
-    case WindowKind::Static:
-      return _T("Static");
-    default:
-      return _T("LorvWindow");
-  }
-}
-
-bool IsOwnDrawn(WindowKind kind) {
-  return kind == WindowKind::Custom || kind == WindowKind::Top || kind == WindowKind::Popup;
-}
 
 // The surface asks the window's thread to show what was drawn. It knows the window by handle only.
 std::function<void()> ShowLater(QtDesk& desk, HWND handle) {
@@ -51,8 +29,7 @@ QtWindow::QtWindow(QtDesk& desk, HWND handle, const WindowRequest& request)
     : desk_(desk),
       handle_(handle),
       kind_(request.kind),
-      class_name_(IsOwnDrawn(request.kind) && !request.class_name.IsEmpty() ? request.class_name
-                                                                            : NativeName(request.kind)),
+      class_name_(ClassNameOf(request)),
       text_(request.text),
       style_(request.style & ~WS_VISIBLE),
       ex_style_(request.ex_style),
