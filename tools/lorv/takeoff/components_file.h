@@ -40,7 +40,7 @@ class ComponentsFile {
   std::optional<std::size_t> Column(std::string_view title) const;
 
  private:
-  static constexpr std::size_t kBlock = 1024;
+  static constexpr std::size_t kBlock = 4096;
 
   void ReadHeader(const CsvRow& row);
   bool ReadComponent(CsvRow& row);
