@@ -28,8 +28,9 @@ constexpr std::size_t kMaxSavedBlocks = 48;
 // Texts are compared so many units at a step.
 constexpr std::size_t kTypedStep = 32;
 
-// A bit for each row of a block.
-using RowMarks = std::array<std::uint64_t, kBlockRows / 64>;
+// Rows are read in groups; a word of marks has a bit for each of a group's.
+constexpr std::size_t kGroupRows = 64;
+using RowMarks = std::array<std::uint64_t, kBlockRows / kGroupRows>;
 
 // What stands in a cell for all rows of a block: a column of numbers, or one number.
 struct BlockCell {
@@ -50,8 +51,8 @@ enum class Share : std::uint8_t { kNone, kSome, kAll };
 struct alignas(kMemoryLine) BlockRoom {
   double blocks[kMaxSavedBlocks + 1][kBlockRows];
   const double* saved[kMaxSavedBlocks];
-  // Of the branches that are being worked: the tests, what they ask for, and of choices how many rows take
-  // the first.
+  // Of the branches that are being worked: the tests, what they ask for, and of choices which share of the
+  // rows takes the first.
   const double* guarding[kMaxSavedBlocks];
   Guard guards[kMaxSavedBlocks];
   Share shares[kMaxSavedBlocks];

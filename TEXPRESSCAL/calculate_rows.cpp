@@ -40,7 +40,7 @@ class BlockWorker {
   void Work(std::size_t first, std::size_t rows) {
     columns_.clear();
     for (std::size_t slot = 0; slot < readings_.size(); ++slot) Read(slot, first, rows);
-    if (rows < kBlockRows) columns_.clear();
+    if (rows < kBlockRows) columns_.clear();  // the first rows or the last: little follows
     double* const results = table_.results + first;
     const std::uint8_t* const told =
         bench_.Work(plan_, {cells_, rows, results, streams_ && IsAtLine(results), columns_});
@@ -79,7 +79,8 @@ class BlockWorker {
     }
     if (FormulaPlan::IsFree(rule)) return;
     for (std::size_t i = 0; i < rows; ++i) {
-      if (!FormulaPlan::FitsClosely(rule, column[i])) refused_[i / 64] |= std::uint64_t{1} << i % 64;
+      if (!FormulaPlan::FitsClosely(rule, column[i]))
+        refused_[i / kGroupRows] |= std::uint64_t{1} << i % kGroupRows;
     }
   }
 
@@ -93,7 +94,7 @@ class BlockWorker {
     for (std::uint64_t& marks : refused_) {
       for (; marks != 0; marks &= marks - 1)
         lot_.Add(first + static_cast<std::size_t>(std::countr_zero(marks)));
-      first += 64;
+      first += kGroupRows;
     }
   }
 

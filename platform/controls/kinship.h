@@ -13,7 +13,7 @@ namespace lorv {
 // `Window` is its peers' class.
 template <class Window>
 class Kinship : public Desktop {
- public:
+ protected:
   // Null for what is no window any more.
   virtual std::shared_ptr<Window> At(HWND window) const = 0;
 
@@ -46,7 +46,6 @@ class Kinship : public Desktop {
     if (at != tops_.end()) std::rotate(tops_.begin(), at, at + 1);
   }
 
- protected:
   // The window to be active when another one goes; null if there is none.
   HWND NextTop(HWND gone, HWND owner) const {
     const auto fits = [this, gone](HWND top) {

@@ -102,6 +102,10 @@ class QtDesk : public Kinship<QtWindow>, public QtServices {
 
   // For windows.
   std::shared_ptr<QtWindow> At(HWND window) const override;
+  using Kinship::OwnedBy;
+  using Kinship::RaiseTop;
+  using Kinship::TopOf;
+  using Kinship::Within;
   bool StillThere(HWND window) const { return At(window) != nullptr; }
   void MoveFocus(HWND window);
   void ActivateTop(HWND top);
