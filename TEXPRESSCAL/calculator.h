@@ -4,13 +4,13 @@
 #include <memory>
 #include <vector>
 
+#include "TEXPRESSCAL/compiled/repeated_formula.h"
 #include "TEXPRESSCAL/expression.h"
-#include "TEXPRESSCAL/keyword_memory.h"
 #include "TEXPRESSCAL/keyword_set.h"
 #include "TEXPRESSCAL/map_value.h"
-#include "TEXPRESSCAL/repeated_formula.h"
-#include "TEXPRESSCAL/value_places.h"
-#include "framework/string_array.h"
+#include "TEXPRESSCAL/values/keyword_memory.h"
+#include "TEXPRESSCAL/values/value_places.h"
+#include "framework/collections/string_array.h"
 
 // Works a formula with named values: holds one formula, the values of its variables, and the names allowed in
 // it.

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "TEXPRESSCAL/expression_node.h"
 #include "TEXPRESSCAL/function_table.h"
-#include "TEXPRESSCAL/node_pool.h"
-#include "TEXPRESSCAL/parser.h"
-#include "TEXPRESSCAL/text_edit.h"
-#include "framework/map.h"
-#include "framework/object.h"
+#include "TEXPRESSCAL/language/expression_node.h"
+#include "TEXPRESSCAL/language/node_pool.h"
+#include "TEXPRESSCAL/language/parser.h"
+#include "TEXPRESSCAL/text/text_edit.h"
+#include "framework/collections/map.h"
+#include "framework/objects/object.h"
 
 // A variable's object, as a caller keeps it for CExpression::m_pVars.
 class COMM_LORV_API CValue : public CObject {

@@ -3,12 +3,12 @@
 #include <cstdint>
 
 #include "containers/sort_array.h"
-#include "framework/export.h"
-#include "framework/text_compare.h"
+#include "framework/native/export.h"
+#include "framework/text/text_compare.h"
 
 // One built-in function of the formula language, as lists of functions show it to the user.
 struct CDtaFunction {
-  unsigned short nCode;  // node kind of a call, see TEXPRESSCAL/expression_node.h
+  unsigned short nCode;  // node kind of a call, see TEXPRESSCAL/language/expression_node.h
   LPCTSTR pszName;       // capital letters
   LPCTSTR pszDesc;       // description for the user
 

@@ -4,9 +4,9 @@
 #include <utility>
 #include <vector>
 
-#include "TEXPRESSCAL/name_word.h"
+#include "TEXPRESSCAL/language/name_word.h"
 #include "containers/str_cmp.h"
-#include "framework/cstring.h"
+#include "framework/text/cstring.h"
 
 // Variable values by name, ordered by name; letter case does not count.
 //

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "TEXPRESSCAL/map_value.h"
-#include "framework/string_array.h"
+#include "framework/collections/string_array.h"
 
 // Shortens a formula's text by its characters alone: folds max, min and iif whose arguments can be worked,
 // and takes out zero terms with the operators they leave behind.

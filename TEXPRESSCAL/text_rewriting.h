@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "TEXPRESSCAL/map_value.h"
-#include "framework/string_array.h"
+#include "framework/collections/string_array.h"
 
 // Rewriting of formula texts: names replaced by values or by other formulas, annotations split off. Nothing
 // here parses: each operation walks the text and decides by what stands next to a hit, and each draws the

@@ -8,7 +8,7 @@
 
 #include "containers/sort_array.h"
 #include "containers/str_cmp.h"
-#include "framework/cstring.h"
+#include "framework/text/cstring.h"
 
 namespace {
 

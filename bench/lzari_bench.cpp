@@ -5,7 +5,7 @@
 #include <string>
 
 #include "compress/AdRar.h"
-#include "tests/compress/plain_lzari.h"
+#include "tests/compress/lzari/plain_lzari.h"
 
 // The codec beside the plain writing of its algorithm, over texts, a table and noise.
 namespace {

@@ -5,7 +5,7 @@
 
 #include "comm/AdLorvComm.h"
 #include "comm/match_score.h"
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 #include "tests/comm/plain_match.h"
 
 namespace {

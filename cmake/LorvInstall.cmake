@@ -21,7 +21,7 @@ if(TARGET Comm_LORV_qt)
   # Beside the core, where that one looks for it first; a program that links it finds the core there.
   set_target_properties(Comm_LORV_qt PROPERTIES INSTALL_RPATH "$ORIGIN")
   install(TARGETS Comm_LORV_qt EXPORT Comm_LORVTargets)
-  install(FILES platform/qt/qt_desktop.h DESTINATION ${LORV_INCLUDEDIR}/platform/qt)
+  install(FILES platform/qt/desktop/qt_desktop.h DESTINATION ${LORV_INCLUDEDIR}/platform/qt/desktop)
   add_library(Comm_LORV::Comm_LORV_qt ALIAS Comm_LORV_qt)
   add_dependencies(lorv_installed Comm_LORV_qt)
 endif()

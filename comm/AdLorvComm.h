@@ -1,12 +1,12 @@
 #pragma once
 
 #include "containers/ox_array.h"
-#include "framework/cstring.h"
-#include "framework/export.h"
-#include "framework/geometry.h"
-#include "framework/native_types.h"
-#include "framework/string_array.h"
-#include "framework/window_types.h"
+#include "framework/collections/string_array.h"
+#include "framework/drawing/geometry.h"
+#include "framework/native/export.h"
+#include "framework/native/native_types.h"
+#include "framework/native/window_types.h"
+#include "framework/text/cstring.h"
 
 class CComboBox;
 class CListBox;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 
 namespace {
 

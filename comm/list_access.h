@@ -3,8 +3,8 @@
 #include <functional>
 
 #include "containers/ox_array.h"
-#include "framework/cstring.h"
-#include "framework/string_array.h"
+#include "framework/collections/string_array.h"
+#include "framework/text/cstring.h"
 
 // One face for the two kinds of text lists, so that each list operation is written once.
 namespace lorv {

@@ -7,7 +7,7 @@
 #include <limits>
 
 #include "comm/AdLorvComm.h"
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 
 namespace lorv {
 namespace {

@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "framework/cstring.h"
-#include "framework/string_array.h"
+#include "framework/collections/string_array.h"
+#include "framework/text/cstring.h"
 
 // The fuzzy score of GetMaxMatch, made for ranking many stored texts against one that the user types.
 //

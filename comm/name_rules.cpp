@@ -1,7 +1,7 @@
 #include <set>
 
 #include "comm/AdLorvComm.h"
-#include "framework/number_text.h"
+#include "framework/text/number_text.h"
 
 namespace {
 

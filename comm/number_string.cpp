@@ -4,8 +4,8 @@
 
 #include "comm/AdLorvComm.h"
 #include "comm/short_decimal.h"
-#include "framework/char_class.h"
-#include "framework/number_text.h"
+#include "framework/text/char_class.h"
+#include "framework/text/number_text.h"
 
 namespace {
 

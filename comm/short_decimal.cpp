@@ -7,7 +7,7 @@
 #include <cstring>
 #include <limits>
 
-#include "framework/number_text.h"
+#include "framework/text/number_text.h"
 
 // Two ways lead to the same text. The long way follows the definition step by step in doubles. The short way
 // looks at u, the value in units of the last permitted decimal, and its nearest whole number n: unless u lies

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/export.h"
-#include "framework/native_types.h"
+#include "framework/native/export.h"
+#include "framework/native/native_types.h"
 
 // A real number as the shortest text within a bounded number of decimals: the core of Double2String, for
 // callers that print a number for every value of every formula.

@@ -2,7 +2,7 @@
 
 #include "comm/AdLorvComm.h"
 #include "comm/comm_limits.h"
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 #include "comm/AdLorvComm.h"
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "comm/AdLorvComm.h"
 #include "comm/comm_limits.h"
 #include "comm/window_search.h"
-#include "framework/controls.h"
-#include "framework/desktop_port.h"
+#include "framework/ports/desktop_port.h"
+#include "framework/windows/controls.h"
 
 // Looking for windows among those of the thread, and closing them.
 

@@ -1,8 +1,8 @@
 #include <array>
 
 #include "comm/AdLorvComm.h"
-#include "framework/number_text.h"
-#include "platform/platform.h"
+#include "framework/text/number_text.h"
+#include "platform/ports/platform.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <set>
 
 #include "comm/AdLorvComm.h"
-#include "framework/window.h"
+#include "framework/windows/window.h"
 #include "module/scope_markers.h"
 
 // Having the application's open panels refresh themselves.

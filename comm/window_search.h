@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/cstring.h"
-#include "framework/window_types.h"
+#include "framework/native/window_types.h"
+#include "framework/text/cstring.h"
 
 namespace lorv {
 

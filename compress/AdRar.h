@@ -5,14 +5,14 @@
 #include <memory>
 #include <vector>
 
-#include "compress/byte_stream.h"
-#include "compress/lzari_coder.h"
-#include "compress/lzari_decoder.h"
-#include "compress/lzari_model.h"
-#include "compress/lzari_totals.h"
-#include "compress/lzari_tree.h"
-#include "framework/export.h"
-#include "platform/files.h"
+#include "compress/lzari/byte_stream.h"
+#include "compress/lzari/lzari_coder.h"
+#include "compress/lzari/lzari_decoder.h"
+#include "compress/lzari/lzari_model.h"
+#include "compress/lzari/lzari_totals.h"
+#include "compress/lzari/lzari_tree.h"
+#include "framework/native/export.h"
+#include "platform/ports/files.h"
 
 // Packs a stream of bytes into the LZARI format and unpacks it again, buffer to buffer and file to file.
 // docs/formats/lzari.md describes the stream, which is the same in both forms.

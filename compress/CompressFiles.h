@@ -1,9 +1,9 @@
 #pragma once
 
 #include "containers/ox_array.h"
-#include "framework/cstring.h"
-#include "framework/export.h"
-#include "framework/string_array.h"
+#include "framework/collections/string_array.h"
+#include "framework/native/export.h"
+#include "framework/text/cstring.h"
 
 // Hears which file is being packed.
 class COMM_LORV_API CImpProgress {

@@ -6,9 +6,9 @@
 #include <span>
 #include <utility>
 
-#include "compress/byte_order.h"
-#include "compress/lzari_encoder.h"
-#include "platform/platform.h"
+#include "compress/lzari/byte_order.h"
+#include "compress/lzari/lzari_encoder.h"
+#include "platform/ports/platform.h"
 
 namespace lzari = lorv::lzari;
 

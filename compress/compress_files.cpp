@@ -5,10 +5,10 @@
 #include <string>
 
 #include "comm/AdLorvComm.h"
-#include "compress/zip_reader.h"
-#include "compress/zip_writer.h"
-#include "framework/exceptions.h"
-#include "platform/platform.h"
+#include "compress/zip/zip_reader.h"
+#include "compress/zip/zip_writer.h"
+#include "framework/objects/exceptions.h"
+#include "platform/ports/platform.h"
 #include "report/guard.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "containers/ox_array.h"
-#include "framework/native_types.h"
+#include "framework/native/native_types.h"
 
 // Sorted arrays with binary insertion, and sorted arrays that are searched by a key of another type.
 //

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "containers/ox_array.h"
-#include "framework/cstring.h"
+#include "framework/text/cstring.h"
 
 // A list of texts kept in the suite's text order (letter case does not count), each once.
 //

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/char_class.h"
-#include "framework/cstring.h"
+#include "framework/text/char_class.h"
+#include "framework/text/cstring.h"
 
 // A name held inline and compared without regard to letter case: the key of keyword sets and value maps.
 //

@@ -9,7 +9,7 @@
 #include "TEXPRESSCAL/calculator.h"
 #include "TEXPRESSCAL/optimize_expression.h"
 #include "TEXPRESSCAL/simplify_safely.h"
-#include "framework/exceptions.h"
+#include "framework/objects/exceptions.h"
 #include "fuzz/formula_input.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "compress/zip_reader.h"
+#include "compress/zip/zip_reader.h"
 
 // Any bytes as an archive: no entry gives more bytes than it says, and a whole one gives what its record
 // told.

@@ -1,6 +1,6 @@
 #include "module/auto_compare.h"
 
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 
 EmDiffNumAutoTestMode CAutoCompareMode::m_emTestMode{};
 bool CAutoCompareMode::g_bStartCloudFX = false;

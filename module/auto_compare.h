@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "framework/export.h"
+#include "framework/native/export.h"
 #include "tables/xarray_db.h"
 
 // The modes of the automatic comparison. The modules that drive it name them; all this library knows is that

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/export.h"
-#include "framework/lock.h"
+#include "framework/native/export.h"
+#include "framework/objects/lock.h"
 
 // Holds a critical section that it entered without waiting, and leaves it at its end as often as it entered.
 //

@@ -3,8 +3,8 @@
 #include <cstdint>
 
 #include "containers/ox_array.h"
-#include "framework/cstring.h"
-#include "framework/export.h"
+#include "framework/native/export.h"
+#include "framework/text/cstring.h"
 #include "module/value_list.h"
 
 // Settings shared by all modules of the suite. This library only keeps them: their meaning is the suite's,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/export.h"
+#include "framework/native/export.h"
 
 // Whether the program may have windows of its own worked beside the one that is up: a host asks before it
 // lets its tool windows take input. While a foreign library's dialog is up it may not.

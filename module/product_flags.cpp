@@ -1,6 +1,6 @@
 #include "module/product_flags.h"
 
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 
 namespace lorv {
 

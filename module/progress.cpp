@@ -1,6 +1,6 @@
 #include "module/progress.h"
 
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 
 namespace {
 

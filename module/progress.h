@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "framework/cstring.h"
-#include "framework/export.h"
-#include "platform/progress_dialog.h"
+#include "framework/native/export.h"
+#include "framework/text/cstring.h"
+#include "platform/ports/progress_dialog.h"
 
 namespace lorv {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/cstring.h"
-#include "framework/export.h"
+#include "framework/native/export.h"
+#include "framework/text/cstring.h"
 
 // Marks that a project is open, for as long as an object lives. Not a count: of two nested objects the inner
 // one's end takes the mark away. For the user-interface thread.

@@ -2,8 +2,8 @@
 
 #include <vector>
 
-#include "framework/export.h"
-#include "framework/native_types.h"
+#include "framework/native/export.h"
+#include "framework/native/native_types.h"
 
 // The library as a module of its process: attached when it is loaded, detached when it goes.
 //

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "framework/export.h"
+#include "framework/native/export.h"
 
 // A list of values of eight bytes with a fixed rule of growth.
 //

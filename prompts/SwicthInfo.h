@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/export.h"
-#include "framework/native_types.h"
+#include "framework/native/export.h"
+#include "framework/native/native_types.h"
 
 // Messages of the display switches, 10 rows: even rows when shown, odd rows when hidden.
 //

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/export.h"
-#include "framework/native_types.h"
+#include "framework/native/export.h"
+#include "framework/native/native_types.h"
 
 // Drawing methods (even rows) and the prompt that opens each (the odd row behind it), 34 rows.
 //

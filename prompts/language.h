@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/export.h"
+#include "framework/native/export.h"
 
 // The language in which the whole process spells the suite's vocabulary.
 //

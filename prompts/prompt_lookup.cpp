@@ -1,6 +1,6 @@
 #include "prompts/prompt_lookup.h"
 
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 #include "prompts/language.h"
 
 namespace lorv {

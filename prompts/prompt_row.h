@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <span>
 
-#include "framework/native_types.h"
+#include "framework/native/native_types.h"
 
 // The constant tables of the suite's two-language vocabulary.
 namespace lorv {

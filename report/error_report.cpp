@@ -1,9 +1,9 @@
 #include "report/error_report.h"
 
 #include "module/product_flags.h"
-#include "platform/platform.h"
-#include "report/dialog_forms.h"
-#include "report/dlg_except.h"
+#include "platform/ports/platform.h"
+#include "report/dialogs/dialog_forms.h"
+#include "report/dialogs/dlg_except.h"
 #include "report/failure_message.h"
 #include "report/report_text.h"
 #include "report/stack_report.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/com_error.h"
-#include "framework/exceptions.h"
+#include "framework/objects/exceptions.h"
+#include "framework/values/com_error.h"
 
 // The last line of defence: makes a report of what a guarded function caught.
 //

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/com_error.h"
-#include "framework/exceptions.h"
+#include "framework/objects/exceptions.h"
+#include "framework/values/com_error.h"
 
 // What a report says about a failure, in the user's words.
 //

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "framework/export.h"
+#include "framework/native/export.h"
 
 // The one guard of the library's functions: runs a body, reports whatever leaves it, and returns normally.
 //

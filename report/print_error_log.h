@@ -1,7 +1,7 @@
 #pragma once
 
-#include "framework/cstring.h"
-#include "framework/string_array.h"
+#include "framework/collections/string_array.h"
+#include "framework/text/cstring.h"
 
 // Messages collected by a caller and written at the end to one text file, which may be opened for the user.
 //
@@ -25,7 +25,7 @@ class COMM_LORV_API CPrintErrorLog {
   // Adds a line as it stands.
   void AddOneString(LPCTSTR text) { m_arrLines.Add(text); }
 
-  // Adds a line made by printf's formats; see framework/format.h.
+  // Adds a line made by printf's formats; see framework/text/format.h.
   template <class... Args>
   void AddErrorLog(LPCTSTR format, const Args&... args) {
     AddFormatted(lorv::FormatText(format == nullptr ? _T("") : format, {lorv::FormatArg(args)...}));

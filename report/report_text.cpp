@@ -1,6 +1,6 @@
 #include "report/report_text.h"
 
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 #include "report/report_limits.h"
 
 namespace lorv {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 
 namespace lorv {
 namespace {

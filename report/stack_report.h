@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "framework/native_types.h"
+#include "framework/native/native_types.h"
 
 namespace lorv {
 

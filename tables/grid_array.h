@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "containers/ox_array.h"
-#include "framework/native_types.h"
+#include "framework/native/native_types.h"
 
 // A table of cells in rows, held by value.
 //

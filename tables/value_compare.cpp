@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "framework/char_class.h"
+#include "framework/text/char_class.h"
 
 namespace lorv {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/variant_text.h"
+#include "framework/values/variant_text.h"
 
 namespace lorv {
 

@@ -1,13 +1,13 @@
 #pragma once
 
-#include "framework/variant.h"
+#include "framework/values/variant.h"
 #include "tables/grid_array.h"
 
 // The table of tagged values that grids and the spreadsheet exchange hand around, with the method names of
 // the array that bound grids know.
 //
 // Edges and results are those of CGridArray; what differs stands at each operation. Texts of cells, by which
-//   Find compares: framework/variant_text.h.
+//   Find compares: framework/values/variant_text.h.
 // A copy of a cell that fails raises `_com_error`, and so does a search among cells that have no text
 // (objects). One thread at a time.
 //

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "framework/native_types.h"
+#include "framework/native/native_types.h"
 
 namespace lorv::test {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "comm/AdLorvComm.h"
-#include "platform/headless/headless_platform.h"
+#include "platform/headless/services/headless_platform.h"
 #include "tests/support/data.h"
 #include "tests/support/print.h"
 

@@ -1,4 +1,4 @@
-#include "platform/headless/headless_desktop.h"
+#include "platform/headless/desktop/headless_desktop.h"
 #include "tests/comm/thread_windows_suite.h"
 
 namespace lorv_test {

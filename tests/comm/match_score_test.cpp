@@ -7,7 +7,7 @@
 #include <random>
 
 #include "comm/AdLorvComm.h"
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 #include "tests/comm/plain_match.h"
 #include "tests/support/print.h"
 

@@ -5,7 +5,7 @@
 #include <limits>
 #include <string>
 
-#include "framework/number_text.h"
+#include "framework/text/number_text.h"
 
 // Double2String step by step as it is defined, without any short cut: what the fast way is held against.
 namespace lorv::test {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "comm/AdLorvComm.h"
-#include "platform/headless/headless_platform.h"
+#include "platform/headless/services/headless_platform.h"
 #include "tests/support/data.h"
 #include "tests/support/print.h"
 

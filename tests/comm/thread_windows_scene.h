@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "comm/AdLorvComm.h"
-#include "framework/controls.h"
-#include "framework/desktop_port.h"
+#include "framework/ports/desktop_port.h"
+#include "framework/windows/controls.h"
 
 // Windows as the suite has them: dialogs, a frame with control bars, the restore dialog.
 namespace lorv_test {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "module/scope_markers.h"
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 #include "tests/comm/thread_windows_scene.h"
 #include "tests/support/print.h"
 

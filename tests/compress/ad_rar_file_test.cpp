@@ -5,8 +5,8 @@
 #include <string>
 
 #include "compress/AdRar.h"
-#include "tests/compress/lzari_samples.h"
-#include "tests/compress/plain_lzari.h"
+#include "tests/compress/lzari/lzari_samples.h"
+#include "tests/compress/lzari/plain_lzari.h"
 #include "tests/support/data.h"
 
 namespace lorv::test {

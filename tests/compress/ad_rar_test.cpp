@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "tests/compress/lzari_samples.h"
-#include "tests/compress/plain_lzari.h"
+#include "tests/compress/lzari/lzari_samples.h"
+#include "tests/compress/lzari/plain_lzari.h"
 
 namespace lorv::test {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "compress/zip_reader.h"
-#include "framework/exceptions.h"
-#include "platform/headless/headless_platform.h"
+#include "compress/zip/zip_reader.h"
+#include "framework/objects/exceptions.h"
+#include "platform/headless/services/headless_platform.h"
 #include "tests/support/data.h"
 #include "tests/support/print.h"
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "tests/conformance/conduct_trace_table.inc"
+#include "tests/conformance/behaviour_trace_table.inc"
 
 namespace lorv_test {
 namespace {

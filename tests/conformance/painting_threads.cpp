@@ -5,8 +5,8 @@
 #include <atomic>
 #include <thread>
 
-#include "framework/device_context.h"
-#include "framework/window.h"
+#include "framework/drawing/device_context.h"
+#include "framework/windows/window.h"
 
 namespace lorv_test {
 

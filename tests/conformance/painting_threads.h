@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "framework/desktop_port.h"
+#include "framework/ports/desktop_port.h"
 
 namespace lorv_test {
 

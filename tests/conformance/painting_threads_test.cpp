@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/headless/headless_desktop.h"
+#include "platform/headless/desktop/headless_desktop.h"
 #include "tests/conformance/painting_threads.h"
 
 TEST(PaintingThreads, AWindowIsPaintedWhileItLivesAndEnds) {

@@ -2,7 +2,7 @@
 
 #include "module/global_setting.h"
 #include "module/startup.h"
-#include "platform/process.h"
+#include "platform/ports/process.h"
 
 // Linked with the shared library as users have it: what its loading sets up.
 namespace {

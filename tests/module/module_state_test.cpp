@@ -6,7 +6,7 @@
 #include "module/product_flags.h"
 #include "module/scope_markers.h"
 #include "module/startup.h"
-#include "platform/headless/headless_platform.h"
+#include "platform/headless/services/headless_platform.h"
 #include "tests/support/print.h"
 
 namespace lorv {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/headless/headless_platform.h"
+#include "platform/headless/services/headless_platform.h"
 #include "tests/support/print.h"
 
 namespace lorv {

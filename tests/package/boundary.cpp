@@ -6,9 +6,9 @@
 #include <string>
 
 #include "TEXPRESSCAL/express.h"
-#include "framework/exceptions.h"
-#include "framework/window.h"
-#include "platform/desktop_choice.h"
+#include "framework/objects/exceptions.h"
+#include "framework/windows/window.h"
+#include "platform/choice/desktop_choice.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "framework/native_types.h"
+#include "framework/native/native_types.h"
 
 // Slow and obvious text helpers of the reference engine. They share no code with the library: a mistake
 // there cannot hide here. Texts are 16-bit units; letter case folds for A to Z only.

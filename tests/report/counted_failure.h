@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/exceptions.h"
+#include "framework/objects/exceptions.h"
 
 namespace lorv::test {
 

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "framework/window.h"
+#include "framework/windows/window.h"
 #include "module/product_flags.h"
-#include "platform/headless/headless_desktop.h"
-#include "platform/headless/headless_platform.h"
-#include "report/dialog_forms.h"
+#include "platform/headless/desktop/headless_desktop.h"
+#include "platform/headless/services/headless_platform.h"
+#include "report/dialogs/dialog_forms.h"
 #include "report/guard.h"
 #include "report/stack_report.h"
 #include "tests/report/counted_failure.h"

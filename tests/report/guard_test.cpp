@@ -4,8 +4,8 @@
 
 #include <stdexcept>
 
-#include "framework/com_error.h"
-#include "platform/headless/headless_platform.h"
+#include "framework/values/com_error.h"
+#include "platform/headless/services/headless_platform.h"
 #include "tests/report/counted_failure.h"
 
 namespace lorv {

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/headless/headless_platform.h"
+#include "platform/headless/services/headless_platform.h"
 #include "report/error_report.h"
 #include "tests/support/data.h"
 

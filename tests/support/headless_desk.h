@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "framework/controls.h"
-#include "platform/headless/headless_desktop.h"
+#include "framework/windows/controls.h"
+#include "platform/headless/desktop/headless_desktop.h"
 
 // A headless desktop in force for one test, with a top window that notes what it is told.
 namespace lorv_test {

@@ -5,7 +5,7 @@
 #include <iosfwd>
 #include <string>
 
-#include "framework/cstring.h"
+#include "framework/text/cstring.h"
 
 // Lets a failing check print 16-bit text as UTF-8.
 void PrintTo(const CString& text, std::ostream* out);

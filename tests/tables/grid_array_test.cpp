@@ -6,7 +6,7 @@
 #include <string>
 #include <type_traits>
 
-#include "framework/variant_text.h"
+#include "framework/values/variant_text.h"
 #include "tests/support/print.h"
 
 namespace lorv {

@@ -5,7 +5,7 @@
 #include <limits>
 #include <string>
 
-#include "framework/variant_text.h"
+#include "framework/values/variant_text.h"
 #include "tests/support/print.h"
 
 namespace lorv {

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "framework/device_context.h"
-#include "framework/dialog.h"
+#include "framework/drawing/device_context.h"
+#include "framework/windows/dialog.h"
 #include "tests/support/print.h"
 #include "tools/lorv-desk/sample_dialogs.h"
 

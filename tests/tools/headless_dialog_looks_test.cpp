@@ -1,4 +1,4 @@
-#include "platform/headless/headless_desktop.h"
+#include "platform/headless/desktop/headless_desktop.h"
 #include "tests/tools/dialog_looks_suite.h"
 
 namespace lorv::test {

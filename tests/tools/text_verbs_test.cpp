@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/headless/headless_platform.h"
+#include "platform/headless/services/headless_platform.h"
 #include "tests/tools/run_tool.h"
 
 namespace lorv::test {

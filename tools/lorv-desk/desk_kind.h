@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/desktop_choice.h"
+#include "platform/choice/desktop_choice.h"
 
 namespace lorv::tool {
 

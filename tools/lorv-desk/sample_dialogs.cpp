@@ -1,10 +1,10 @@
 #include "tools/lorv-desk/sample_dialogs.h"
 
-#include "platform/headless/headless_platform.h"
-#include "report/dialog_forms.h"
-#include "report/dlg_except.h"
-#include "report/dlg_except_add_info.h"
-#include "report/dlg_file_select.h"
+#include "platform/headless/services/headless_platform.h"
+#include "report/dialogs/dialog_forms.h"
+#include "report/dialogs/dlg_except.h"
+#include "report/dialogs/dlg_except_add_info.h"
+#include "report/dialogs/dlg_file_select.h"
 
 namespace lorv::tool {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/dialog.h"
+#include "framework/windows/dialog.h"
 
 namespace lorv::tool {
 

@@ -4,8 +4,8 @@
 #include <thread>
 
 #include "module/progress.h"
-#include "platform/platform.h"
-#include "platform/progress_picture.h"
+#include "platform/ports/platform.h"
+#include "platform/ports/progress_picture.h"
 
 namespace lorv::tool {
 namespace {

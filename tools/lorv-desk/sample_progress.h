@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/window_types.h"
+#include "framework/native/window_types.h"
 
 namespace lorv::tool {
 

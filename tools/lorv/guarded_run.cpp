@@ -3,7 +3,7 @@
 #include <array>
 #include <ostream>
 
-#include "framework/exceptions.h"
+#include "framework/objects/exceptions.h"
 
 namespace lorv::tool {
 namespace {

@@ -1,6 +1,6 @@
 #include "tools/lorv/verbs_table.h"
 
-#include "tools/lorv/archive_verbs.h"
+#include "tools/lorv/verbs/archive_verbs.h"
 
 namespace lorv::tool {
 

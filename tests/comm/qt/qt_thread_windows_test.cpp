@@ -1,4 +1,4 @@
-#include "platform/qt/qt_desktop.h"
+#include "platform/qt/desktop/qt_desktop.h"
 #include "tests/comm/thread_windows_suite.h"
 
 namespace lorv_test {

@@ -1,7 +1,7 @@
 #include <future>
 #include <thread>
 
-#include "platform/win32/win32_desktop.h"
+#include "platform/win32/desktop/win32_desktop.h"
 #include "tests/comm/thread_windows_suite.h"
 
 namespace lorv_test {

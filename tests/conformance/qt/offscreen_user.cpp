@@ -6,7 +6,7 @@
 #include <map>
 #include <set>
 
-#include "framework/window_types.h"
+#include "framework/native/window_types.h"
 #include "tests/conformance/qt/qt_user.h"
 
 QT_BEGIN_NAMESPACE

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "platform/qt/qt_desktop.h"
+#include "platform/qt/desktop/qt_desktop.h"
 #include "tests/conformance/painting_threads.h"
 #include "tests/conformance/qt/qt_user.h"
 

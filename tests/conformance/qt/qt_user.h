@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "framework/native_types.h"
+#include "framework/native/native_types.h"
 
 // The user's hands at a window system below Qt. What they do comes to Qt as the window system would send it.
 namespace lorv_test {

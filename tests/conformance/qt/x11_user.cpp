@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <map>
 
-#include "framework/window_types.h"
+#include "framework/native/window_types.h"
 #include "tests/conformance/qt/qt_user.h"
 
 namespace lorv_test {

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "module/progress.h"
-#include "platform/headless/headless_platform.h"
+#include "platform/headless/services/headless_platform.h"
 #include "tests/support/print.h"
 
 // The shell's own dialog, which lives on a thread of its own: what it shows is waited for.

@@ -3,12 +3,12 @@
 
 #include <filesystem>
 
-#include "platform/code_page.h"
-#include "platform/headless/headless_desktop.h"
-#include "platform/mail.h"
-#include "platform/posix/start_program.h"
-#include "platform/printing.h"
-#include "platform/suite.h"
+#include "platform/headless/desktop/headless_desktop.h"
+#include "platform/ports/code_page.h"
+#include "platform/ports/mail.h"
+#include "platform/ports/printing.h"
+#include "platform/ports/suite.h"
+#include "platform/posix/services/start_program.h"
 #include "tests/platform/posix/scoped_variable.h"
 #include "tests/support/data.h"
 #include "tests/support/print.h"

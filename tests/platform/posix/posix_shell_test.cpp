@@ -8,11 +8,11 @@
 #include <string>
 
 #include "module/progress.h"
-#include "platform/headless/headless_desktop.h"
-#include "platform/posix/terminal_progress.h"
-#include "platform/process.h"
-#include "platform/shell.h"
-#include "platform/suite.h"
+#include "platform/headless/desktop/headless_desktop.h"
+#include "platform/ports/process.h"
+#include "platform/ports/shell.h"
+#include "platform/ports/suite.h"
+#include "platform/posix/services/terminal_progress.h"
 #include "tests/platform/posix/scoped_variable.h"
 #include "tests/support/data.h"
 #include "tests/support/print.h"

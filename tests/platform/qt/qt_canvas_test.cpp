@@ -1,7 +1,7 @@
 #include <QPixmap>
 #include <thread>
 
-#include "framework/geometry.h"
+#include "framework/drawing/geometry.h"
 #include "tests/platform/qt/qt_fixture.h"
 
 namespace lorv::test {

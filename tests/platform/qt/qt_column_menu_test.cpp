@@ -1,7 +1,7 @@
 #include <QMenu>
 #include <QTimer>
 
-#include "framework/menu_model.h"
+#include "framework/ports/menu_model.h"
 #include "tests/platform/qt/qt_fixture.h"
 
 namespace lorv::test {

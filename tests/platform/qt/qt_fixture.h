@@ -14,8 +14,8 @@
 #include <string>
 #include <vector>
 
-#include "framework/window_map.h"
-#include "platform/qt/qt_desktop.h"
+#include "framework/ports/window_map.h"
+#include "platform/qt/desktop/qt_desktop.h"
 #include "tests/support/print.h"
 
 namespace lorv::test {

@@ -10,7 +10,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include "platform/qt/qt_services.h"
+#include "platform/qt/services/qt_services.h"
 #include "tests/platform/qt/qt_fixture.h"
 
 namespace lorv {

@@ -1,4 +1,4 @@
-#include "platform/qt/qt_progress.h"
+#include "platform/qt/services/qt_progress.h"
 
 #include <QDialog>
 #include <QLabel>
@@ -6,9 +6,9 @@
 #include <QPushButton>
 
 #include "module/progress.h"
-#include "platform/desktop_services.h"
-#include "platform/headless/headless_platform.h"
-#include "platform/progress_picture.h"
+#include "platform/headless/services/headless_platform.h"
+#include "platform/ports/desktop_services.h"
+#include "platform/ports/progress_picture.h"
 #include "tests/platform/qt/qt_fixture.h"
 
 namespace lorv::test {

@@ -2,8 +2,8 @@
 #include <QTimer>
 #include <thread>
 
-#include "framework/geometry.h"
-#include "framework/menu_model.h"
+#include "framework/drawing/geometry.h"
+#include "framework/ports/menu_model.h"
 #include "tests/platform/qt/qt_fixture.h"
 
 namespace lorv::test {

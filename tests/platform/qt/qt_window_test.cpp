@@ -2,7 +2,7 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
-#include "framework/geometry.h"
+#include "framework/drawing/geometry.h"
 #include "tests/platform/qt/qt_fixture.h"
 
 namespace lorv::test {

@@ -1,4 +1,4 @@
-#include "platform/win32/gdi_canvas.h"
+#include "platform/win32/drawing/gdi_canvas.h"
 
 #include <algorithm>
 

@@ -1,11 +1,11 @@
-#include "platform/win32/gdi_print_job.h"
+#include "platform/win32/services/gdi_print_job.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "platform/mail.h"
+#include "platform/ports/mail.h"
 #include "tests/support/print.h"
 
 namespace lorv {

@@ -1,6 +1,6 @@
-#include "platform/win32/native_menu.h"
+#include "platform/win32/controls/native_menu.h"
 
-#include "platform/win32/message_pump.h"
+#include "platform/win32/desktop/message_pump.h"
 #include "tests/platform/win32/real_input.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/win32/win32_desktop.h"
+#include "platform/win32/desktop/win32_desktop.h"
 
 Probe::~Probe() {
   if (window == nullptr) return;

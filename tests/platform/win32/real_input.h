@@ -8,10 +8,10 @@
 #include <thread>
 #include <vector>
 
-#include "framework/cstring.h"
-#include "framework/desktop_port.h"
-#include "framework/geometry.h"
-#include "framework/window_map.h"
+#include "framework/drawing/geometry.h"
+#include "framework/ports/desktop_port.h"
+#include "framework/ports/window_map.h"
+#include "framework/text/cstring.h"
 
 // Real windows worked by real keys and clicks.
 

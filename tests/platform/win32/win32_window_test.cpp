@@ -1,4 +1,4 @@
-#include "platform/win32/win32_window.h"
+#include "platform/win32/window/win32_window.h"
 
 #include <stdexcept>
 #include <string>

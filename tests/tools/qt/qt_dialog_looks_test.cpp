@@ -1,4 +1,4 @@
-#include "platform/qt/qt_desktop.h"
+#include "platform/qt/desktop/qt_desktop.h"
 #include "tests/tools/dialog_looks_suite.h"
 
 namespace lorv::test {

@@ -1,6 +1,6 @@
 #include "tools/lorv-desk/desk_kind.h"
 
-#include "framework/native_types.h"
+#include "framework/native/native_types.h"
 
 #include <objbase.h>
 

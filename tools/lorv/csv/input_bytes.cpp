@@ -2,8 +2,8 @@
 
 #include <istream>
 
-#include "framework/exceptions.h"
-#include "platform/platform.h"
+#include "framework/objects/exceptions.h"
+#include "platform/ports/platform.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/files.h"
+#include "platform/ports/files.h"
 
 namespace lorv::tool {
 

@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "platform/platform.h"
+#include "platform/ports/platform.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {

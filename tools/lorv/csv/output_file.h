@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "framework/cstring.h"
-#include "platform/files.h"
+#include "framework/text/cstring.h"
+#include "platform/ports/files.h"
 
 namespace lorv::tool {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "framework/utf8.h"
-#include "platform/platform.h"
+#include "framework/text/utf8.h"
+#include "platform/ports/platform.h"
 #include "tools/lorv/csv/csv_limits.h"
 #include "tools/lorv/verb.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "framework/utf8.h"
+#include "framework/text/utf8.h"
 #include "tools/lorv/text/display_width.h"
 
 namespace lorv::tool {

@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "TEXPRESSCAL/express.h"
-#include "framework/char_class.h"
+#include "framework/text/char_class.h"
 
 namespace lorv::tool {
 namespace {

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <ostream>
 
-#include "framework/number_text.h"
+#include "framework/text/number_text.h"
 #include "tools/lorv/csv/csv_writer.h"
 #include "tools/lorv/takeoff/takeoff_limits.h"
 #include "tools/lorv/text/column_text.h"

@@ -5,7 +5,7 @@
 
 #include "TEXPRESSCAL/calculate_rows.h"
 #include "TEXPRESSCAL/diagnose.h"
-#include "framework/number_text.h"
+#include "framework/text/number_text.h"
 
 namespace lorv::tool {
 namespace {

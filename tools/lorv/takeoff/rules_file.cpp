@@ -4,7 +4,7 @@
 #include <cmath>
 #include <set>
 
-#include "framework/number_text.h"
+#include "framework/text/number_text.h"
 #include "tools/lorv/formula/formula_words.h"
 #include "tools/lorv/takeoff/column_names.h"
 #include "tools/lorv/takeoff/takeoff_limits.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "framework/cstring.h"
+#include "framework/text/cstring.h"
 #include "tools/lorv/csv/csv_reader.h"
 #include "tools/lorv/takeoff/class_selector.h"
 

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "framework/number_text.h"
-#include "framework/utf8.h"
+#include "framework/text/number_text.h"
+#include "framework/text/utf8.h"
 
 namespace lorv::tool {
 

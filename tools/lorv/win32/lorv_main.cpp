@@ -3,8 +3,8 @@
 
 #include <iostream>
 
-#include "framework/native_types.h"
-#include "framework/utf8.h"
+#include "framework/native/native_types.h"
+#include "framework/text/utf8.h"
 #include "tools/lorv/program.h"
 
 // The start-up code would take "2*3" for a pattern of file names.

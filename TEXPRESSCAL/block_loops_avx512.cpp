@@ -1,3 +1,0 @@
-#define LORV_LOOPS kAvx512Loops
-#define LORV_LOOPS_NAME "avx512"
-#include "TEXPRESSCAL/block_loops.inc"

@@ -1,0 +1,368 @@
+#include "TEXPRESSCAL/compiled/compiler.h"
+
+#include <algorithm>
+#include <bit>
+#include <map>
+
+namespace lorv {
+
+// Walks a tree once and writes the steps. Recursion is bounded by the length of a formula.
+class ProgramMaker {
+ public:
+  ProgramMaker(FormulaProgram& program, const FormulaProgram::SlotOf& slot_of)
+      : program_(program), slot_of_(slot_of) {}
+
+  bool Make(const ExprNode* root) {
+    Collect(root);
+    program_.constant_end_ = program_.cells_.size();
+    next_save_ = program_.constant_end_;
+    program_.cells_.resize(next_save_);
+    if (good_) Write(root);
+    Put(StepKind::kEnd, 0);
+    return good_ && program_.steps_.size() <= FormulaProgram::kMaxSteps;
+  }
+
+ private:
+  static bool IsComparison(unsigned short kind) {
+    return kind == kLess || kind == kGreater || (kind >= kGreaterEqual && kind <= kEqual);
+  }
+  static bool IsOperator(unsigned short kind) {
+    switch (kind) {
+      case kAdd:
+      case kSubtract:
+      case kMultiply:
+      case kDivide:
+      case kPower:
+      case kAnd:
+      case kOr:
+        return true;
+      default:
+        return IsComparison(kind);
+    }
+  }
+
+  void Collect(const ExprNode* node);
+  void CollectArguments(const ExprNode* call);
+  void Fold(const ExprNode* node);
+  void AddConstant(const ExprNode* node, double value);
+  const double* ConstantAt(const ExprNode* node) const;
+
+  void Write(const ExprNode* node);
+  void WriteOperator(const ExprNode* node);
+  void WriteBoth(const ExprNode* node, StepKind with_right, StepKind with_left);
+  void WriteQuotient(const ExprNode* node);
+  void WriteSum(const ExprNode* node);
+  void WriteJoin(const ExprNode* node);
+  void WriteExtreme(const ExprNode* call);
+  void WriteChoice(const ExprNode* call);
+  void WriteCall(const ExprNode* node);
+  void Put(StepKind kind, std::size_t cell, std::size_t other = 0, unsigned rule = 0);
+  // From the step at `from` on, to behind the last one written.
+  void PointBehind(std::size_t from) {
+    program_.steps_[from].further = static_cast<std::uint16_t>(program_.steps_.size() - from);
+  }
+  std::size_t OpenCell() {
+    const std::size_t cell = next_save_++;
+    if (program_.cells_.size() < next_save_) program_.cells_.resize(next_save_);
+    good_ = good_ && next_save_ <= FormulaProgram::kMaxCells;
+    return cell;
+  }
+  void CloseCell() { --next_save_; }
+
+  // A variable, or what is the same number for all values of the variables.
+  bool IsLeaf(const ExprNode* node) const { return node->kind == kNumber || constant_nodes_.contains(node); }
+  std::size_t CellOf(const ExprNode* leaf) const;
+  bool MayFail(const ExprNode* node) const;
+
+  FormulaProgram& program_;
+  const FormulaProgram::SlotOf& slot_of_;
+  std::map<std::uint64_t, std::size_t> constants_;  // their cells, by the number's bits
+  std::map<const ExprNode*, double> constant_nodes_;
+  std::size_t next_save_ = 0;
+  bool good_ = true;
+};
+
+void ProgramMaker::Put(StepKind kind, std::size_t cell, std::size_t other, unsigned rule) {
+  const auto narrow = [](std::size_t number) { return static_cast<std::uint16_t>(number); };
+  Step step{kind, static_cast<std::uint8_t>(rule), narrow(cell), narrow(other),
+            MayLoad(kind) ? Step::kNoLoad : std::uint16_t{0}};
+  std::vector<Step>& steps = program_.steps_;
+  // A load in front is made a part of this step: whoever goes on there goes on here.
+  if (MayLoad(kind) && !steps.empty() && steps.back().kind == StepKind::kLoad) {
+    step.further = steps.back().cell;
+    steps.pop_back();
+  }
+  steps.push_back(step);
+}
+
+void ProgramMaker::AddConstant(const ExprNode* node, double value) {
+  constant_nodes_[node] = value;
+  if (constants_.try_emplace(std::bit_cast<std::uint64_t>(value), program_.cells_.size()).second)
+    program_.cells_.push_back(value);
+}
+
+const double* ProgramMaker::ConstantAt(const ExprNode* node) const {
+  const auto at = constant_nodes_.find(node);
+  return at == constant_nodes_.end() ? nullptr : &at->second;
+}
+
+// Works what does not depend on any variable, where that cannot fail.
+void ProgramMaker::Fold(const ExprNode* node) {
+  const double* const right = ConstantAt(node->right);
+  if (node->kind == kNegate && right != nullptr) AddConstant(node, -*right);
+  const double* const left = node->left == nullptr ? nullptr : ConstantAt(node->left);
+  if (left == nullptr || right == nullptr) return;
+  switch (node->kind) {
+    case kAdd:
+      return AddConstant(node, *left + *right);
+    case kSubtract:
+      return AddConstant(node, *left - *right);
+    case kMultiply:
+      return AddConstant(node, *left * *right);
+    case kDivide:
+      if (*right != 0) AddConstant(node, *left / *right);
+      return;
+    default:
+      return;
+  }
+}
+
+// Gathers the constants, and finds out whether the tree is one of numbers with every operand in its place.
+void ProgramMaker::Collect(const ExprNode* node) {
+  if (node == nullptr || program_.cells_.size() >= FormulaProgram::kMaxCells) {
+    good_ = false;
+    return;
+  }
+  if (IsOperator(node->kind)) {
+    Collect(node->left);
+    Collect(node->right);
+    Fold(node);
+  } else if (node->kind == kNumber) {
+    if (slot_of_(node) < 0) AddConstant(node, node->value);
+  } else if (node->kind == kLen) {
+    AddConstant(node, 0);  // the length of any text, and the argument is not worked
+  } else if (node->kind == kNegate || node->kind == kNot) {
+    Collect(node->right);
+    if (node->kind == kNegate) Fold(node);
+  } else if (node->kind == kAbsolute) {
+    Collect(node->left);
+  } else if (node->kind >= kSin && node->kind < kFind) {
+    CollectArguments(node);
+  } else {
+    good_ = false;
+  }
+}
+
+void ProgramMaker::CollectArguments(const ExprNode* call) {
+  Collect(call->left);
+  // Other functions take any number of arguments and use the first alone.
+  if (call->kind != kMax && call->kind != kMin && call->kind != kIif) return;
+  int count = 1;
+  for (const ExprNode* link = call->right; link != nullptr; link = link->right, ++count) {
+    if (link->kind != kArgument) good_ = false;
+    Collect(link->left);
+  }
+  if (call->kind == kIif && count != 3) good_ = false;
+}
+
+std::size_t ProgramMaker::CellOf(const ExprNode* leaf) const {
+  if (const double* const value = ConstantAt(leaf))
+    return constants_.at(std::bit_cast<std::uint64_t>(*value));
+  return static_cast<std::size_t>(slot_of_(leaf));
+}
+
+// Whether working a tree can write an error.
+bool ProgramMaker::MayFail(const ExprNode* node) const {
+  if (node == nullptr || IsLeaf(node)) return false;
+  if (node->kind == kDivide || node->kind == kSqrt || node->kind == kLog) return true;
+  return MayFail(node->left) || MayFail(node->right);
+}
+
+void ProgramMaker::Write(const ExprNode* node) {
+  if (!good_) return;
+  if (IsLeaf(node)) {
+    Put(StepKind::kLoad, CellOf(node));
+  } else if (IsOperator(node->kind)) {
+    WriteOperator(node);
+  } else {
+    WriteCall(node);
+  }
+}
+
+void ProgramMaker::WriteOperator(const ExprNode* node) {
+  switch (node->kind) {
+    case kAdd:
+    case kSubtract:
+      return WriteSum(node);
+    case kMultiply:
+      return WriteBoth(node, StepKind::kMultiply, StepKind::kMultiply);
+    case kDivide:
+    case kPower:
+      return WriteQuotient(node);
+    case kAnd:
+    case kOr:
+      return WriteJoin(node);
+    default:
+      break;
+  }
+  // With the operands exchanged, "less" is "greater".
+  static const std::map<unsigned short, std::pair<StepKind, StepKind>> kComparisons = {
+      {kLess, {StepKind::kLess, StepKind::kGreater}},
+      {kGreater, {StepKind::kGreater, StepKind::kLess}},
+      {kLessEqual, {StepKind::kLessEqual, StepKind::kGreaterEqual}},
+      {kGreaterEqual, {StepKind::kGreaterEqual, StepKind::kLessEqual}},
+      {kEqual, {StepKind::kEqual, StepKind::kEqual}},
+      {kNotEqual, {StepKind::kNotEqual, StepKind::kNotEqual}}};
+  const auto& [with_right, with_left] = kComparisons.at(node->kind);
+  WriteBoth(node, with_right, with_left);
+}
+
+// Two operands that are worked from left to right. A leaf never fails and never changes, so it can wait in
+// its own cell for the other one; `with_left` joins a left operand in a cell with the right one in hand.
+void ProgramMaker::WriteBoth(const ExprNode* node, StepKind with_right, StepKind with_left) {
+  if (IsLeaf(node->right)) {
+    Write(node->left);
+    Put(with_right, CellOf(node->right));
+    return;
+  }
+  if (IsLeaf(node->left)) {
+    Write(node->right);
+    Put(with_left, CellOf(node->left));
+    return;
+  }
+  Write(node->left);
+  const std::size_t saved = OpenCell();
+  Put(StepKind::kSave, saved);
+  Write(node->right);
+  Put(with_left, saved);
+  CloseCell();
+}
+
+void ProgramMaker::WriteSum(const ExprNode* node) {
+  const bool adds = node->kind == kAdd;
+  const ExprNode* right = node->right;
+  if (right->kind == kMultiply && !IsLeaf(right) && IsLeaf(right->left) && IsLeaf(right->right)) {
+    Write(node->left);
+    Put(adds ? StepKind::kAddProduct : StepKind::kSubtractProduct, CellOf(right->left), CellOf(right->right));
+    return;
+  }
+  WriteBoth(node, adds ? StepKind::kAdd : StepKind::kSubtract,
+            adds ? StepKind::kAdd : StepKind::kSubtractFrom);
+}
+
+// The right operand is worked first, and a divisor of 0 is told before what the dividend may tell.
+void ProgramMaker::WriteQuotient(const ExprNode* node) {
+  const bool told_before = node->kind == kDivide && MayFail(node->left);
+  const StepKind join = node->kind == kPower ? StepKind::kPower
+                        : told_before        ? StepKind::kDivideSilently
+                                             : StepKind::kDivide;
+  if (IsLeaf(node->right)) {
+    const std::size_t cell = CellOf(node->right);
+    if (told_before) Put(StepKind::kCheckDivisor, cell);
+    Write(node->left);
+    Put(join, cell);
+    return;
+  }
+  Write(node->right);
+  const std::size_t saved = OpenCell();
+  Put(StepKind::kSave, saved);
+  if (told_before) Put(StepKind::kCheckDivisor, saved);
+  Write(node->left);
+  Put(join, saved);
+  CloseCell();
+}
+
+// The right side is worked only where the left one does not decide.
+void ProgramMaker::WriteJoin(const ExprNode* node) {
+  Write(node->left);
+  const std::size_t saved = OpenCell();
+  const std::size_t begin = program_.steps_.size();
+  Put(node->kind == kAnd ? StepKind::kAnd : StepKind::kOr, saved);
+  Write(node->right);
+  Put(StepKind::kEndJoin, 0, saved, node->kind);
+  PointBehind(begin);
+  CloseCell();
+}
+
+void ProgramMaker::WriteExtreme(const ExprNode* call) {
+  const StepKind last = call->kind == kMax ? StepKind::kLarger : StepKind::kSmaller;
+  const StepKind first = call->kind == kMax ? StepKind::kLargerFirst : StepKind::kSmallerFirst;
+  const ExprNode* link = call->right;
+  if (link == nullptr) return Write(call->left);
+  if (link->right == nullptr) {
+    const ExprNode both{call->left, link->left, call->kind, {0}, {0}};
+    return WriteBoth(&both, first, last);
+  }
+  Write(call->left);
+  int saved = 0;
+  for (; link != nullptr; link = link->right, ++saved) {
+    Put(StepKind::kSave, OpenCell());
+    Write(link->left);
+  }
+  for (; saved > 0; --saved) {
+    Put(last, next_save_ - 1);
+    CloseCell();
+  }
+}
+
+void ProgramMaker::WriteChoice(const ExprNode* call) {
+  Write(call->left);
+  const std::size_t test = OpenCell();
+  const std::size_t begin = program_.steps_.size();
+  Put(StepKind::kIf, test);
+  Write(call->right->left);
+  const std::size_t yes = OpenCell();
+  const std::size_t middle = program_.steps_.size();
+  Put(StepKind::kElse, yes, test);
+  PointBehind(begin);
+  Write(call->right->right->left);
+  Put(StepKind::kEndIf, yes, test);
+  PointBehind(middle);
+  CloseCell();
+  CloseCell();
+}
+
+void ProgramMaker::WriteCall(const ExprNode* node) {
+  switch (node->kind) {
+    case kMax:
+    case kMin:
+      return WriteExtreme(node);
+    case kIif:
+      return WriteChoice(node);
+    default:
+      break;
+  }
+  Write(node->kind == kNegate || node->kind == kNot ? node->right : node->left);
+  switch (node->kind) {
+    case kNegate:
+      Put(StepKind::kNegate, 0);
+      break;
+    case kNot:
+      Put(StepKind::kNot, 0);
+      break;
+    case kAbsolute:
+    case kAbs:
+      Put(StepKind::kAbsolute, 0);
+      break;
+    case kSqrt:
+      Put(StepKind::kSqrt, 0);
+      break;
+    case kLog:
+      Put(StepKind::kLog, 0);
+      break;
+    default:
+      Put(StepKind::kFunction, 0, 0, node->kind);
+  }
+}
+
+bool FormulaProgram::Make(const ExprNode* root, std::size_t slots, const SlotOf& slot_of) {
+  slots_ = slots;
+  steps_.clear();
+  cells_.assign(slots, 0.0);
+  ProgramMaker maker(*this, slot_of);
+  if (slots > kMaxCells || !maker.Make(root)) return false;
+  quick_steps_ = QuickStepsOf(steps_);
+  return true;
+}
+
+}  // namespace lorv

@@ -1,0 +1,53 @@
+#include "TEXPRESSCAL/compiled/placeholder_edit.h"
+
+#include <algorithm>
+
+#include "TEXPRESSCAL/text/unit_search.h"
+
+namespace lorv {
+namespace {
+
+constexpr TCHAR kFirstBeyondAscii = 0x80;
+
+}  // namespace
+
+void SlotEdit::TakeValue(std::size_t at, TextView fresh) {
+  const std::size_t end = at + fresh.size();
+  if (fresh.front() == '*') ++at;  // the value itself stands behind the sign that a digit before it needs
+  if (at > 0 && text_[at - 1] >= kFirstBeyondAscii) doubtful_ = true;
+  std::fill(places_.begin() + static_cast<std::ptrdiff_t>(at),
+            places_.begin() + static_cast<std::ptrdiff_t>(end), static_cast<int>(names_.size()));
+  names_.push_back(name_);
+}
+
+std::vector<SlotEdit::Place> SlotEdit::Places() const {
+  std::vector<Place> places;
+  for (std::size_t at = 0; at < places_.size(); ++at) {
+    if (places_[at] == kNoPlace) continue;
+    if (at == 0 || places_[at] != places_[at - 1])
+      places.push_back({names_[static_cast<std::size_t>(places_[at])], at, at});
+    places.back().end = at + 1;
+  }
+  return places;
+}
+
+std::size_t SlotEdit::LeastGap(TextView name, std::size_t none) const {
+  const std::vector<Place> places = Places();
+  std::size_t least = none;
+  for (auto place = places.begin(); place != places.end(); ++place) {
+    if (place->name != name_) continue;
+    std::size_t next = FindText(Text(), Length(), place->end, name);
+    const auto again =
+        std::find_if(place + 1, places.end(), [this](const Place& other) { return other.name == name_; });
+    if (again != places.end()) next = std::min(next, again->start);
+    if (next == TextView::npos) continue;
+    // Another value in between has one unit at least.
+    std::size_t gap = next - place->end;
+    for (auto other = place + 1; other != again && other->start < next; ++other)
+      gap -= other->end - other->start - 1;
+    least = std::min(least, gap);
+  }
+  return least;
+}
+
+}  // namespace lorv

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "framework/text/text_compare.h"
+
+namespace lorv {
+
+// A text in which values stand for names, and that knows of each unit which value it belongs to: what a plan
+// is read off. Edited like the other texts (text_edit.h).
+class SlotEdit {
+ public:
+  static constexpr int kNoPlace = -1;
+
+  // A stretch that one value has taken.
+  struct Place {
+    std::size_t name;  // as given to BeginName
+    std::size_t start;
+    std::size_t end;
+  };
+
+  explicit SlotEdit(TextView text) : text_(text), places_(text.size(), kNoPlace) {}
+
+  LPCTSTR Text() const { return text_.c_str(); }
+  LPTSTR Writable() { return text_.data(); }
+  std::size_t Length() const { return text_.size(); }
+
+  // From now on every replacement puts in a value of this name.
+  void BeginName(std::size_t name) {
+    name_ = name;
+    taking_values_ = true;
+  }
+  // From now on replacements have nothing to do with values.
+  void EndNames() { taking_values_ = false; }
+
+  void Splice(std::size_t at, std::size_t count, TextView fresh) {
+    text_.replace(at, count, fresh);
+    const auto begin = places_.begin() + static_cast<std::ptrdiff_t>(at);
+    places_.insert(places_.erase(begin, begin + static_cast<std::ptrdiff_t>(count)), fresh.size(), kNoPlace);
+    copies_text_ = copies_text_ || count == 0;
+    if (taking_values_) TakeValue(at, fresh);
+  }
+
+  // The stretches of all values in the order of the text.
+  std::vector<Place> Places() const;
+
+  // The least number of units that can lie between a value of the current name and where the name is found
+  // next, however short the other values are; `none` where it is never found again.
+  std::size_t LeastGap(TextView name, std::size_t none) const;
+
+  // Text was put in between units: it may repeat a value.
+  bool CopiesText() const { return copies_text_; }
+  // A value was put behind a unit with which it could be taken together for another name.
+  bool IsDoubtful() const { return doubtful_; }
+
+ private:
+  void TakeValue(std::size_t at, TextView fresh);
+
+  std::basic_string<TCHAR> text_;
+  std::vector<int> places_;  // of each unit; kNoPlace or an index into names_
+  std::vector<std::size_t> names_;
+  std::size_t name_ = 0;
+  bool taking_values_ = false;
+  bool copies_text_ = false;
+  bool doubtful_ = false;
+};
+
+}  // namespace lorv

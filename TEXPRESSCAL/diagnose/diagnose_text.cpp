@@ -1,0 +1,71 @@
+#include "TEXPRESSCAL/diagnose/diagnose_text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace lorv {
+namespace {
+
+using enum FormulaFault;
+
+// clang-format off
+constexpr std::array kFaultTexts = {
+    FaultText{kNone, _T(""), _T("")},
+    FaultText{kTooLong, _T("公式太长,超出部分将被截断"), _T("the formula is too long, the rest would be cut off")},
+    FaultText{kUnfinished, _T("公式没有写完,这里缺少数值"), _T("the formula ends where a value is expected")},
+    FaultText{kNoOperand, _T("这里缺少数值,不能是“%s”"), _T("a value is expected here, not '%s'")},
+    FaultText{kNoOperator, _T("“%s”之前缺少运算符"), _T("an operator is missing before '%s'")},
+    FaultText{kStrayCharacter, _T("公式中不能使用“%s”"), _T("'%s' does not belong in a formula")},
+    FaultText{kFullWidth, _T("“%s”是全角符号,请改用半角"), _T("'%s' is a full-width sign, type the plain one")},
+    FaultText{kDecimalComma, _T("小数点应写“.”,不能写逗号"), _T("the decimal point is '.', not a comma")},
+    FaultText{kLeadingPoint, _T("数字不能以小数点开头,请在前面加0"), _T("a number cannot begin with its point, put a 0 before it")},
+    FaultText{kExtraBracket, _T("右括号多余"), _T("this closing bracket has no opening one")},
+    FaultText{kOpenBracket, _T("“%s”没有配对的右括号"), _T("'%s' is never closed")},
+    FaultText{kOpenText, _T("引号没有配对"), _T("the quote is never closed")},
+    FaultText{kBlankBehindBar, _T("竖线之后不能有空格"), _T("no blank may stand behind a closing bar")},
+    FaultText{kNoArguments, _T("函数“%s”之后缺少括号"), _T("the function '%s' needs its brackets")},
+    FaultText{kArgumentCount, _T("函数“%s”的参数个数不对"), _T("'%s' has the wrong number of arguments")},
+    FaultText{kUnknownName, _T("变量“%s”没有定义"), _T("the name '%s' is not known")},
+    FaultText{kTooDeep, _T("括号嵌套太深"), _T("the brackets are nested too deeply")},
+    FaultText{kDivisionByZero, _T("除数为零:“%s”"), _T("division by zero: '%s' is 0")},
+    FaultText{kOutsideDomain, _T("“%s”的参数超出定义域"), _T("the argument of '%s' is outside its domain")},
+    FaultText{kMissingArgument, _T("“%s”缺少参数"), _T("'%s' lacks its argument")},
+    FaultText{kMalformedArguments, _T("“%s”的参数不合法"), _T("the arguments of '%s' are not valid")},
+};
+
+struct SignPair {
+  TCHAR typed;
+  LPCTSTR plain;
+};
+
+// What an East Asian input method types beside the full-width forms of the ASCII signs, which follow a rule.
+constexpr std::array kSigns = {
+    SignPair{0x3000, _T(" ")},  SignPair{0x3001, _T(",")},  SignPair{0x3002, _T(".")},
+    SignPair{0x2018, _T("'")},  SignPair{0x2019, _T("'")},  SignPair{0x201C, _T("'")},
+    SignPair{0x201D, _T("'")},  SignPair{0x00D7, _T("*")},  SignPair{0x00F7, _T("/")},
+    SignPair{0x2264, _T("<=")}, SignPair{0x2265, _T(">=")}, SignPair{0x2260, _T("<>")},
+    SignPair{0x2212, _T("-")},  SignPair{0x2014, _T("-")},  SignPair{0x2013, _T("-")},
+    SignPair{0x3010, _T("(")},  SignPair{0x3011, _T(")")},  SignPair{0x00A0, _T(" ")},
+};
+
+constexpr TCHAR kFirstFullWidth = 0xFF01;
+constexpr TCHAR kLastFullWidth = 0xFF5E;
+constexpr LPCTSTR kAsciiSigns = _T("!\"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]^_`abcdefghijklmnopqrstuvwxyz{|}~");
+// clang-format on
+
+}  // namespace
+
+const FaultText& TextOfFault(FormulaFault fault) {
+  const auto found = std::find_if(kFaultTexts.begin(), kFaultTexts.end(),
+                                  [fault](const FaultText& text) { return text.fault == fault; });
+  return found == kFaultTexts.end() ? kFaultTexts.front() : *found;
+}
+
+TextView PlainSign(TCHAR c) {
+  if (c >= kFirstFullWidth && c <= kLastFullWidth) return {kAsciiSigns + (c - kFirstFullWidth), 1};
+  const auto found =
+      std::find_if(kSigns.begin(), kSigns.end(), [c](const SignPair& sign) { return sign.typed == c; });
+  return found == kSigns.end() ? TextView() : TextView(found->plain);
+}
+
+}  // namespace lorv

@@ -1,0 +1,222 @@
+#include "TEXPRESSCAL/evaluate/evaluator.h"
+
+#include <cmath>
+
+#include "TEXPRESSCAL/evaluate/number_rules.h"
+
+namespace lorv {
+namespace {
+
+bool HasLeftChain(unsigned short kind) {
+  switch (kind) {
+    case kAdd:
+    case kSubtract:
+    case kMultiply:
+    case kDivide:
+    case kPower:
+    case kAnd:
+    case kOr:
+    case kLess:
+    case kGreater:
+    case kGreaterEqual:
+    case kLessEqual:
+    case kNotEqual:
+    case kEqual:
+      return true;
+    default:
+      return false;
+  }
+}
+
+Operand NumberOperand(double number) {
+  return {number, nullptr};
+}
+
+TextView TextOf(const ExprNode* leaf) {
+  return {leaf->text, leaf->length};
+}
+
+// Whether a node may turn out a text: one in quotes, or a sum of such.
+bool MayBeText(const ExprNode* node) {
+  for (; node != nullptr && node->kind == kAdd; node = node->left) {
+    if (node->right == nullptr || (node->right->kind != kText && node->right->kind != kAdd)) return false;
+  }
+  return node != nullptr && node->kind == kText;
+}
+
+}  // namespace
+
+double Evaluator::WorkNumber(const ExprNode* node, int room) {
+  if (node == nullptr || room <= 0) return NumberOf(node);
+  --room;
+  const auto number = [this, room](const ExprNode* operand) { return Number(operand, room); };
+  switch (node->kind) {
+    case kNumber:
+      return node->value;
+    // Texts count 0, and so does their sum.
+    case kAdd: {
+      const double left = number(node->left);
+      return left + number(node->right);
+    }
+    case kSubtract: {
+      const double left = number(node->left);
+      return left - number(node->right);
+    }
+    case kMultiply: {
+      const double left = number(node->left);
+      return left * number(node->right);
+    }
+    case kDivide:
+      return WorkQuotient(node, room);
+    case kPower: {
+      const double right = number(node->right);
+      return std::pow(number(node->left), right);
+    }
+    case kAnd:
+      return IsTruth(number(node->left)) && IsTruth(number(node->right)) ? 1 : 0;
+    case kOr:
+      return IsTruth(number(node->left)) || IsTruth(number(node->right)) ? 1 : 0;
+    case kLess:
+    case kGreater:
+    case kGreaterEqual:
+    case kLessEqual:
+    case kNotEqual:
+    case kEqual:
+      return WorkComparison(node, room);
+    case kNegate:
+      return WorkNegation(node, room);
+    case kAbsolute:
+      return std::fabs(number(node->left));
+    case kNot:
+      return number(node->right) == 0 ? 1 : 0;
+    default:
+      return node->kind >= kSin && node->kind <= kFind ? Function(node, room) : NumberOf(node);
+  }
+}
+
+double Evaluator::WorkQuotient(const ExprNode* node, int room) {
+  const double right = Number(node->right, room);
+  if (right == 0) SetError(kDivisionByZero, node);
+  return Quotient(Number(node->left, room), right);
+}
+
+double Evaluator::WorkComparison(const ExprNode* node, int room) {
+  if (MayBeText(node->left) && MayBeText(node->right)) return NumberOf(node);
+  const double left = Number(node->left, room);
+  return NumbersCompare(node->kind, left, Number(node->right, room)) ? 1 : 0;
+}
+
+// A row of signs may be as long as the text.
+double Evaluator::WorkNegation(const ExprNode* node, int room) {
+  bool negative = true;
+  const ExprNode* inner = node->right;
+  for (; inner != nullptr && inner->kind == kNegate; inner = inner->right) negative = !negative;
+  const double value = Number(inner, room);
+  return negative ? -value : value;
+}
+
+Operand Evaluator::Evaluate(const ExprNode* node) {
+  const std::size_t base = pending_count_;
+  for (; node != nullptr && HasLeftChain(node->kind); node = node->left) Push(node);
+  Operand value = Single(node);
+  while (pending_count_ > base) {
+    --pending_count_;
+    const std::size_t at = pending_count_;
+    const Pending pending = at < pending_.size() ? pending_[at] : more_pending_[at - pending_.size()];
+    if (at >= pending_.size()) more_pending_.pop_back();
+    value = Join(pending, value);
+  }
+  return value;
+}
+
+void Evaluator::Push(const ExprNode* node) {
+  Pending pending{node, 0};
+  if (node->kind == kDivide || node->kind == kPower) {
+    pending.right = NumberOf(node->right);
+    if (node->kind == kDivide && pending.right == 0) SetError(kDivisionByZero, node);
+  }
+  if (pending_count_ < pending_.size()) {
+    pending_[pending_count_] = pending;
+  } else {
+    more_pending_.push_back(pending);
+  }
+  ++pending_count_;
+}
+
+Operand Evaluator::Join(const Pending& pending, Operand left) {
+  const ExprNode* node = pending.node;
+  switch (node->kind) {
+    case kDivide:
+      return NumberOperand(Quotient(left.number, pending.right));
+    case kPower:
+      return NumberOperand(std::pow(left.number, pending.right));
+    case kMultiply:
+      return NumberOperand(left.number * NumberOf(node->right));
+    case kSubtract:
+      return NumberOperand(left.number - NumberOf(node->right));
+    case kAdd:
+      return Sum(left, Evaluate(node->right));
+    case kAnd:
+      return NumberOperand(IsTruth(left.number) && IsTruth(NumberOf(node->right)) ? 1 : 0);
+    case kOr:
+      return NumberOperand(IsTruth(left.number) || IsTruth(NumberOf(node->right)) ? 1 : 0);
+    default:
+      return NumberOperand(Compare(node->kind, left, Evaluate(node->right)) ? 1 : 0);
+  }
+}
+
+Operand Evaluator::Single(const ExprNode* node) {
+  if (node == nullptr || (node->kind == kText && node->text == nullptr)) {
+    SetError(kMissingOperand, node);
+    return NumberOperand(0);
+  }
+  switch (node->kind) {
+    case kNumber:
+      return NumberOperand(node->value);
+    case kText:
+      return {0, node};
+    case kAbsolute:
+      return NumberOperand(std::fabs(NumberOf(node->left)));
+    // The left operand is not worked.
+    case kNot:
+      return NumberOperand(NumberOf(node->right) == 0 ? 1 : 0);
+    case kNegate:
+      return NumberOperand(WorkNegation(node, 0));
+    default:
+      return node->kind >= kSin && node->kind <= kFind ? NumberOperand(Function(node, 0)) : Variable(node);
+  }
+}
+
+Operand Evaluator::Variable(const ExprNode* node) {
+  double value = 0;
+  if (variables_ == nullptr || node->text == nullptr || !variables_->FindVariable(node->text, value)) {
+    SetError(kUnknownVariable, node);
+    return NumberOperand(0);
+  }
+  return NumberOperand(value);
+}
+
+Operand Evaluator::Sum(Operand left, Operand right) {
+  if (left.text == nullptr || right.text == nullptr) return NumberOperand(left.number + right.number);
+  const TextView tail = TextOf(right.text);
+  // A text that was joined just before grows on, so that a long chain costs no more than its length.
+  if (joined_.empty() || left.text != &joined_.back()->node) {
+    joined_.push_back(std::make_unique<JoinedText>());
+    joined_.back()->text = TextOf(left.text);
+    joined_.back()->node.kind = kText;
+  }
+  JoinedText& joined = *joined_.back();
+  joined.text.append(tail);
+  joined.node.text = joined.text.c_str();
+  joined.node.length = static_cast<unsigned int>(joined.text.size());
+  return {0, &joined.node};
+}
+
+bool Evaluator::Compare(unsigned short kind, Operand left, Operand right) const {
+  if (left.text != nullptr && right.text != nullptr) {
+    return Holds(kind, CompareWithoutCase(TextOf(left.text), TextOf(right.text)), 0);
+  }
+  return NumbersCompare(kind, left.number, right.number);
+}
+
+}  // namespace lorv

@@ -1,0 +1,110 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "TEXPRESSCAL/language/expression_node.h"
+#include "framework/text/text_compare.h"
+
+namespace lorv {
+
+// Codes of an evaluation. The last one written wins.
+enum EvaluationError {
+  kNoTree = -1,
+  kNoError = 0,
+  kDivisionByZero = 1,
+  kUnknownVariable = 3,
+  kOutsideDomain = 4,
+  kMalformedArguments = 5,
+  kMissingOperand = 10
+};
+
+// What a calculator tells its caller: a missing operand, an unknown variable and an argument outside the
+// domain are no errors there.
+inline int ErrorForCaller(int code) {
+  return code == kDivisionByZero || code == kMalformedArguments ? 1 : 0;
+}
+
+// A value on its way: a number, or a text that some node holds. A text counts as the number 0.
+struct Operand {
+  double number;
+  const ExprNode* text;  // null: a number
+};
+
+// What a variable node asks for the value of a name. The parser builds no such node; trees from elsewhere
+// may.
+class VariableSource {
+ public:
+  virtual bool FindVariable(LPCTSTR name, double& value) const = 0;
+
+ protected:
+  ~VariableSource() = default;
+};
+
+// Works one tree. Few nodes are deep and few are texts, so numbers are worked by plain recursion as long as
+// it has `room`. What lies deeper, and all texts, take the other way: chains of operators that lean to the
+// left, the only shape that can be a million nodes deep, are walked with a stack of its own, and only
+// brackets and calls recurse. Both ways work operands in the same order and write the same errors.
+class Evaluator {
+ public:
+  // `variables` may be null: every variable is then unknown.
+  explicit Evaluator(const VariableSource* variables) : variables_(variables) {}
+
+  // The tree as a number; a text counts 0.
+  double Work(const ExprNode* root) { return Number(root, kRoom); }
+  Operand Evaluate(const ExprNode* node);
+  int Error() const { return error_; }
+  // The node whose work gave the error; null for a missing operand that has no node.
+  const ExprNode* ErrorNode() const { return error_node_; }
+
+ private:
+  struct Pending {
+    const ExprNode* node;
+    double right;  // of a quotient or power: their right operand comes first
+  };
+
+  void SetError(int error, const ExprNode* node) {
+    error_ = error;
+    error_node_ = node;
+  }
+  // Levels of a tree that are worked by plain recursion.
+  static constexpr int kRoom = 250;
+
+  double Number(const ExprNode* node, int room) {
+    return node != nullptr && node->kind == kNumber ? node->value : WorkNumber(node, room);
+  }
+  double WorkNumber(const ExprNode* node, int room);
+  double WorkQuotient(const ExprNode* node, int room);
+  double WorkComparison(const ExprNode* node, int room);
+  double WorkNegation(const ExprNode* node, int room);
+  double NumberOf(const ExprNode* node) { return Evaluate(node).number; }
+  void Push(const ExprNode* node);
+  Operand Join(const Pending& pending, Operand left);
+  Operand Single(const ExprNode* node);
+  Operand Variable(const ExprNode* node);
+  Operand Sum(Operand left, Operand right);
+  bool Compare(unsigned short kind, Operand left, Operand right) const;
+
+  double Function(const ExprNode* call, int room);
+  double Extreme(const ExprNode* call, int room);
+  double Choose(const ExprNode* call, int room);
+  double FindInText(const ExprNode* call);
+
+  const VariableSource* variables_;
+  int error_ = kNoError;
+  const ExprNode* error_node_ = nullptr;
+  // Operators whose left operand is being worked. The first few need no heap.
+  std::size_t pending_count_ = 0;
+  std::array<Pending, 24> pending_;
+  std::vector<Pending> more_pending_;
+  // Texts that were joined on the way, with the nodes that stand for them: few formulas join any.
+  struct JoinedText {
+    std::basic_string<TCHAR> text;
+    ExprNode node;
+  };
+  std::vector<std::unique_ptr<JoinedText>> joined_;
+};
+
+}  // namespace lorv

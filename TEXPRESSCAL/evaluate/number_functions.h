@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cmath>
+#include <cstdint>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+#include "TEXPRESSCAL/language/expression_node.h"
+
+namespace lorv {
+
+// The nudges keep 2.9999999999999 from being taken for less than 3.
+constexpr double kStepNudge = 1e-10;
+constexpr double kRoundNudge = 1e-15;
+
+constexpr double kEndOf32Bits = 2147483648.0;
+
+// Cut to a 32-bit integer; what lies outside its range becomes the lowest one.
+inline double Through32Bits(double x) {
+#if defined(__SSE2__)
+  return _mm_cvttsd_si32(_mm_set_sd(x));
+#else
+  if (x > -2147483649.0 && x < 2147483648.0) return static_cast<double>(static_cast<std::int32_t>(x));
+  return -2147483648.0;
+#endif
+}
+
+// The next whole number below or above, cut likewise. Asking the system's library costs more than all else.
+inline double FloorThrough32Bits(double x) {
+  const double cut = Through32Bits(x);
+  return cut > x && cut > -kEndOf32Bits ? cut - 1 : cut;
+}
+inline double CeilThrough32Bits(double x) {
+  const double cut = Through32Bits(x);
+  const double next = cut < x && x < kEndOf32Bits ? cut + 1 : cut;
+  return next == kEndOf32Bits ? -kEndOf32Bits : next;
+}
+
+inline double Round(double x) {
+  return Through32Bits(x < 0 ? (x - 0.5) - kRoundNudge : x + 0.5 + kRoundNudge);
+}
+
+inline double ToRadians(double degrees) {
+  return (degrees / 180) * kPi;
+}
+
+// A function of one number whose argument is in its domain: all but those that pick, compare or search.
+inline double NumberFunction(unsigned short kind, double x) {
+  switch (kind) {
+    case kSin:
+      return std::sin(x);
+    case kCos:
+      return std::cos(x);
+    case kExp:
+      return std::exp(x);
+    case kTg:
+    case kTan:
+      return std::tan(x);
+    case kCtg:
+      return 1 / std::tan(x);
+    case kAsin:
+      return std::asin(x);
+    case kAcos:
+      return std::acos(x);
+    case kAtg:
+    case kAtan:
+      return std::atan(x);
+    case kFloor:
+      return FloorThrough32Bits(x + kStepNudge);
+    case kCeil:
+      return CeilThrough32Bits(x - kStepNudge);
+    case kRound:
+      return Round(x);
+    case kInt:
+      return Through32Bits(x);
+    case kAbs:
+      return std::fabs(x);
+    case kDtor:
+      return ToRadians(x);
+    case kRtod:
+      return (x * 180) / kPi;
+    case kSina:
+      return std::sin(ToRadians(x));
+    case kCosa:
+      return std::cos(ToRadians(x));
+    case kTana:
+      return std::tan(ToRadians(x));
+    default:
+      return 1 / std::tan(ToRadians(x));  // kCtga
+  }
+}
+
+}  // namespace lorv

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+#include "TEXPRESSCAL/language/expression_node.h"
+
+namespace lorv {
+
+// The nodes of one expression. A formula of usual length finds room in the object itself; longer ones take
+// blocks from the heap, of which the first is kept for the next formula.
+class NodePool {
+ public:
+  NodePool() = default;
+  NodePool(const NodePool&) = delete;
+  NodePool& operator=(const NodePool&) = delete;
+
+  ExprNode* Take() {
+    if (next_ == end_) AddBlock();
+    return next_++;
+  }
+
+  void Clear() {
+    if (blocks_.size() > 1) blocks_.resize(1);
+    used_blocks_ = 0;
+    Use(inline_.data(), inline_.size());
+  }
+
+ private:
+  static constexpr std::size_t kInline = 40;
+  static constexpr std::size_t kBlock = 512;
+
+  void Use(ExprNode* first, std::size_t count) {
+    next_ = first;
+    end_ = first + count;
+  }
+
+  // Kept apart from Take, which every node goes through.
+  [[gnu::noinline]] void AddBlock() {
+    if (used_blocks_ == blocks_.size()) blocks_.push_back(std::make_unique_for_overwrite<Block>());
+    Use(blocks_[used_blocks_++]->data(), kBlock);
+  }
+
+  using Block = std::array<ExprNode, kBlock>;
+
+  std::array<ExprNode, kInline> inline_;
+  ExprNode* next_ = inline_.data();
+  ExprNode* end_ = inline_.data() + kInline;
+  std::vector<std::unique_ptr<Block>> blocks_;
+  std::size_t used_blocks_ = 0;
+};
+
+}  // namespace lorv

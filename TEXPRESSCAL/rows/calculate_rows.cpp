@@ -1,0 +1,196 @@
+#include "TEXPRESSCAL/calculate_rows.h"
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <bit>
+#include <cstdint>
+#include <exception>
+#include <system_error>
+#include <thread>
+#include <vector>
+
+#include "TEXPRESSCAL/evaluate/evaluator.h"
+#include "TEXPRESSCAL/rows/deferred_rows.h"
+#include "TEXPRESSCAL/rows/row_plan.h"
+#include "TEXPRESSCAL/rows/row_text.h"
+
+namespace lorv {
+namespace {
+
+// Blocks that a thread takes at a time.
+constexpr std::size_t kBlocksTaken = 48;
+
+bool IsAtLine(const double* number) {
+  return reinterpret_cast<std::uintptr_t>(number) % kMemoryLine == 0;
+}
+
+// One thread's work on blocks.
+class BlockWorker {
+ public:
+  BlockWorker(const RowPlan& plan, RowText& texts)
+      : plan_(plan),
+        table_(texts.Table()),
+        lot_(texts, bench_),
+        cells_(plan.Cells()),
+        readings_(plan.Slots().size()),
+        streams_(table_.rows >= RowTable::kManyRows) {}
+
+  // Up to a block's rows.
+  void Work(std::size_t first, std::size_t rows) {
+    columns_.clear();
+    for (std::size_t slot = 0; slot < readings_.size(); ++slot) Read(slot, first, rows);
+    if (rows < kBlockRows) columns_.clear();  // the first rows or the last: little follows
+    double* const results = table_.results + first;
+    const std::uint8_t* const told =
+        bench_.Work(plan_, {cells_, rows, results, streams_ && IsAtLine(results), columns_});
+    if (told != nullptr) PutErrors(told, first, rows);
+    PassOnRefused(first);
+  }
+
+  // Rows that are to be worked later may have errors, others have none.
+  void ClearErrors(std::size_t first, std::size_t end) const {
+    if (!streams_) return table_.ClearErrors(first, end);
+    if (table_.errors != nullptr) plan_.Loops().stream_no_errors(table_.errors + first, end - first);
+  }
+
+  void Finish() {
+    lot_.Finish();
+    if (streams_) plan_.Loops().end_stream();
+  }
+
+ private:
+  struct alignas(kMemoryLine) Reading {
+    std::array<double, kBlockRows> numbers;
+    bool often_thirds = false;
+  };
+
+  // Reads the values of one slot, and marks the rows whose value does not fit.
+  void Read(std::size_t slot, std::size_t first, std::size_t rows) {
+    const auto& [rule, whole_column] = plan_.Slots()[slot];
+    if (whole_column == nullptr) return;
+    const double* const column = whole_column + first;
+    columns_.push_back(column);
+    auto& [readings, often_thirds] = readings_[slot];
+    cells_[slot].column = plan_.Loops().read(column, readings.data(), rows, often_thirds, refused_);
+    if (cells_[slot].column == column && rows % kBlockStride != 0) {
+      std::copy_n(column, rows, readings.data());
+      cells_[slot].column = readings.data();
+    }
+    if (FormulaPlan::IsFree(rule)) return;
+    for (std::size_t i = 0; i < rows; ++i) {
+      if (!FormulaPlan::FitsClosely(rule, column[i]))
+        refused_[i / kGroupRows] |= std::uint64_t{1} << i % kGroupRows;
+    }
+  }
+
+  void PutErrors(const std::uint8_t* told, std::size_t first, std::size_t rows) const {
+    for (std::size_t i = 0; i < rows; ++i) {
+      if (ErrorForCaller(told[i]) != 0) table_.Put(first + i, 0, ErrorForCaller(told[i]));
+    }
+  }
+
+  void PassOnRefused(std::size_t first) {
+    for (std::uint64_t& marks : refused_) {
+      for (; marks != 0; marks &= marks - 1)
+        lot_.Add(first + static_cast<std::size_t>(std::countr_zero(marks)));
+      first += kGroupRows;
+    }
+  }
+
+  const RowPlan& plan_;
+  const RowTable& table_;
+  BlockBench bench_;
+  RowLot lot_;
+  std::vector<BlockCell> cells_;
+  AlignedRow<Reading> readings_;        // of the slots
+  std::vector<const double*> columns_;  // of the block
+  RowMarks refused_{};
+  const bool streams_;
+};
+
+// Shares the rows out: each thread takes the next few blocks until none is left.
+class RowJob {
+ public:
+  RowJob(const CAdExpCalculate& calculator, const RowTable& table) : calculator_(calculator), table_(table) {
+    RowText texts(calculator, table);
+    const CMapValue& values = texts.ValuesOf(0);
+    while (lead_ < std::min(table.rows, kBlockRows) && !IsAtLine(table.results + lead_)) ++lead_;
+    next_ = lead_;
+    // Thirds among the values that are the same in all rows ask for divisors in every row.
+    planned_ = plan_.Make(texts.Formula(), values, table, FormulaPlan::Thirds::kDoNotFit) ||
+               plan_.Make(texts.Formula(), values, table, FormulaPlan::Thirds::kFit);
+  }
+
+  void Run(int threads) {
+    std::vector<std::thread> others;
+    const std::size_t useful = table_.rows / (kBlockRows * kBlocksTaken) + 1;
+    const std::size_t wanted = std::min(static_cast<std::size_t>(std::max(threads, 1)), useful);
+    try {
+      while (others.size() + 1 < wanted) others.emplace_back([this] { Share(); });
+    } catch (const std::system_error&) {
+      // Fewer threads then; the rows are shared out all the same.
+    }
+    Share();
+    for (std::thread& other : others) other.join();
+    if (failure_) std::rethrow_exception(failure_);
+  }
+
+ private:
+  // What fails for want of memory fails the whole call, in the calling thread.
+  void Share() noexcept {
+    try {
+      planned_ ? ShareBlocks() : ShareTexts();
+    } catch (...) {
+      if (!has_failed_.exchange(true)) failure_ = std::current_exception();
+    }
+  }
+  void ShareBlocks() {
+    RowText texts(calculator_, table_);
+    BlockWorker worker(plan_, texts);
+    Take([&](std::size_t first, std::size_t end) {
+      worker.ClearErrors(first, end);
+      for (; first < end; first += kBlockRows) worker.Work(first, std::min(kBlockRows, end - first));
+    });
+    worker.Finish();
+  }
+  void ShareTexts() {
+    RowText texts(calculator_, table_);
+    Take([&](std::size_t first, std::size_t end) {
+      table_.ClearErrors(first, end);
+      for (; first < end; ++first) texts.Work(first);
+    });
+  }
+  template <class Work>
+  void Take(Work work) {
+    constexpr std::size_t kTaken = kBlockRows * kBlocksTaken;
+    if (!is_lead_taken_.exchange(true)) work(0, lead_);
+    for (;;) {
+      const std::size_t first = next_.fetch_add(kTaken);
+      if (first >= table_.rows || has_failed_) return;
+      work(first, std::min(first + kTaken, table_.rows));
+    }
+  }
+
+  const CAdExpCalculate& calculator_;
+  const RowTable& table_;
+  RowPlan plan_;
+  bool planned_ = false;
+  // The first rows, up to where the results meet a line of memory, are worked apart from the others.
+  std::size_t lead_ = 0;
+  std::atomic<bool> is_lead_taken_{false};
+  std::atomic<std::size_t> next_{0};
+  std::atomic<bool> has_failed_{false};
+  std::exception_ptr failure_;
+};
+
+}  // namespace
+
+void CalculateRows(const CAdExpCalculate& calculator, std::span<const ValueColumn> columns, std::size_t rows,
+                   double* results, int* errors, int threads) {
+  if (rows == 0) return;
+  const RowTable table{columns, rows, results, errors};
+  RowJob(calculator, table).Run(threads);
+}
+
+}  // namespace lorv

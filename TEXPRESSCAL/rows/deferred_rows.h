@@ -1,0 +1,85 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "TEXPRESSCAL/rows/row_plan.h"
+#include "TEXPRESSCAL/rows/row_text.h"
+
+namespace lorv {
+
+// What a program is worked on, and where the results go.
+struct BlockTask {
+  const std::vector<BlockCell>& cells;
+  std::size_t rows;
+  double* results;
+  bool streams;                              // write the results past the caches
+  std::span<const double* const> columns{};  // of a whole block: what follows is fetched
+};
+
+// One thread's room for working blocks.
+class BlockBench {
+ public:
+  BlockBench();
+
+  // Works a program on a block; the error codes of its rows, or null if none has failed. They hold until the
+  // next call.
+  const std::uint8_t* Work(const RowPlan& plan, const BlockTask& task);
+
+ private:
+  std::unique_ptr<BlockRoom> room_;
+  std::array<std::uint8_t, kBlockRows> told_{};
+  bool has_told_ = false;
+};
+
+// The rows that a block leaves over because a value is a third, or nearly one: in the text it is a division,
+// and whatever stands around it binds to its parts. They are gathered until there are enough of them to be
+// worked as a block, by a plan with divisors. What fits no plan is worked as text at once.
+class RowLot {
+ public:
+  RowLot(RowText& texts, BlockBench& bench) : texts_(texts), bench_(bench) {}
+
+  void Add(std::size_t row) {
+    rows_[count_] = row;
+    waiting_ |= std::uint64_t{1} << count_;
+    texts_.Table().Expect(row);
+    if (++count_ == kLotRows) Finish();
+  }
+  // Works what is still waiting.
+  void Finish();
+
+ private:
+  static constexpr std::size_t kLotRows = 64;
+  static_assert(kLotRows % kBlockStride == 0);
+  // As many rows are worked as text in the time that making a plan takes.
+  static constexpr std::size_t kWorthAPlan = 32;
+
+  using LotNumbers = std::array<double, kLotRows>;
+  struct Reading {
+    LotNumbers numbers;
+    LotNumbers divisors;
+  };
+
+  void MakePlan();
+  std::uint64_t Read();
+  std::uint64_t ReadSlot(const RowPlan::Slot& slot, Reading& reading);
+  void WorkPlanned(std::uint64_t refused);
+
+  RowText& texts_;
+  BlockBench& bench_;
+  bool is_tried_ = false;
+  bool is_planned_ = false;
+  RowPlan plan_;
+  std::vector<BlockCell> cells_;
+  AlignedRow<Reading> readings_;  // of the plan's slots
+  LotNumbers values_{};
+  std::array<std::size_t, kLotRows> rows_;
+  std::size_t count_ = 0;
+  std::uint64_t waiting_ = 0;  // a bit for each
+};
+
+}  // namespace lorv

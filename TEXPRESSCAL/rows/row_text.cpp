@@ -1,0 +1,27 @@
+#include "TEXPRESSCAL/rows/row_text.h"
+
+namespace lorv {
+
+// The columns' names are made known once; from then on their values are written where they stand.
+RowText::RowText(const CAdExpCalculate& calculator, const RowTable& table)
+    : table_(table), values_(calculator.Values()), formula_(calculator.GetExpr()), calculator_(calculator) {
+  calculator_ = calculator;  // the keywords come along
+  calculator_.SetVarValue(&values_);
+  for (const ValueColumn& column : table.columns) calculator_.SetVarValue(column.name, 0, false);
+  for (const ValueColumn& column : table.columns) places_.push_back(&values_[column.name]);
+}
+
+void RowText::Work(std::size_t row) {
+  ValuesOf(row);
+  calculator_.SetExpr(formula_);
+  int error = 0;
+  const double result = calculator_.Calculate(error);
+  table_.Put(row, result, error);
+}
+
+const CMapValue& RowText::ValuesOf(std::size_t row) {
+  for (std::size_t i = 0; i < places_.size(); ++i) *places_[i] = table_.columns[i].values[row];
+  return values_;
+}
+
+}  // namespace lorv

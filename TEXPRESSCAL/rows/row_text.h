@@ -1,0 +1,29 @@
+#pragma once
+
+#include <vector>
+
+#include "TEXPRESSCAL/rows/row_table.h"
+
+namespace lorv {
+
+// Works one row after the other as text, by a calculator with values of its own.
+class RowText {
+ public:
+  RowText(const CAdExpCalculate& calculator, const RowTable& table);
+
+  void Work(std::size_t row);
+
+  // The values of a row by name; beside the columns' those of the calculator.
+  const CMapValue& ValuesOf(std::size_t row);
+  const CString& Formula() const { return formula_; }
+  const RowTable& Table() const { return table_; }
+
+ private:
+  const RowTable& table_;
+  CMapValue values_;
+  std::vector<double*> places_;  // of the columns' values
+  CString formula_;
+  CAdExpCalculate calculator_;
+};
+
+}  // namespace lorv

@@ -1,0 +1,3 @@
+#define LORV_LOOPS kAvx512Loops
+#define LORV_LOOPS_NAME "avx512"
+#include "TEXPRESSCAL/simd/block_loops.inc"

@@ -1,0 +1,49 @@
+#include "TEXPRESSCAL/simd/block_work.h"
+
+#include "TEXPRESSCAL/compiled/compiler.h"
+
+namespace lorv {
+namespace {
+
+#if defined(__x86_64__)
+
+bool RunsAvx2() {
+  return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("fma") != 0;
+}
+bool RunsAvx512() {
+  return RunsAvx2() && __builtin_cpu_supports("avx512f") != 0 && __builtin_cpu_supports("avx512dq") != 0 &&
+         __builtin_cpu_supports("avx512vl") != 0;
+}
+
+#else
+
+bool RunsAvx2() {
+  return false;
+}
+bool RunsAvx512() {
+  return false;
+}
+
+#endif
+
+}  // namespace
+
+std::size_t UsableBlockLoops(const BlockLoops** loops, std::size_t room) {
+  std::size_t count = 0;
+  const auto add = [&](const BlockLoops& some, bool runs) {
+    if (runs && count < room) loops[count++] = &some;
+  };
+  add(kAvx512Loops, RunsAvx512());
+  add(kAvx2Loops, RunsAvx2());
+  add(kBaselineLoops, true);
+  return count;
+}
+
+const BlockLoops* BestBlockLoops(const FormulaProgram& program) {
+  if (program.Cells().size() - program.ConstantEnd() > kMaxSavedBlocks) return nullptr;
+  const BlockLoops* best = nullptr;
+  UsableBlockLoops(&best, 1);
+  return best;
+}
+
+}  // namespace lorv

@@ -1,0 +1,26 @@
+#include "TEXPRESSCAL/values/value_places.h"
+
+#include "TEXPRESSCAL/values/substitution.h"
+
+namespace lorv {
+
+const ValuePlaces::Place& ValuePlaces::LastOf(std::size_t entry) const {
+  std::size_t at = count_ - 1;
+  while (places_[at].entry != entry) --at;
+  return places_[at];
+}
+
+void ValuePlaces::WriteInto(GrowingEdit& text) const {
+  std::basic_string<TCHAR> written;
+  std::size_t from = 0;
+  for (std::size_t i = 0; i < count_; ++i) {
+    const Place& place = places_[i];
+    written.append(text.View().substr(from, place.start - from));
+    written.append(ValueText(values_[place.entry]).Plain());
+    from = place.start + std::size_t{place.length};
+  }
+  written.append(text.View().substr(from));
+  text.Assign(written);
+}
+
+}  // namespace lorv

@@ -1,0 +1,67 @@
+#include "compress/zip/zip_output.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "compress/zip/zip_result.h"
+
+namespace lorv::zip {
+namespace {
+
+constexpr std::size_t kPassOnAt = 64 * 1024;
+
+}  // namespace
+
+Output::Output(std::unique_ptr<File> owned) : Output(*owned) {
+  owned_ = std::move(owned);
+}
+
+Output::Output(File& file) : file_(&file) {
+  const std::int64_t size = file.Size();
+  seekable_ = size >= 0 && file.Seek(static_cast<std::uint64_t>(size));
+  if (seekable_) origin_ = static_cast<std::uint64_t>(size);
+  buffer_.reserve(kPassOnAt);
+}
+
+DWORD Output::Write(std::span<const unsigned char> bytes) {
+  if (limited_ && bytes.size() > block_.size() - buffer_.size()) return kZipMemoryFull;
+  if (file_ != nullptr && buffer_.size() + bytes.size() > kPassOnAt) {
+    const DWORD result = PassOn();
+    if (result != kZipOk) return result;
+  }
+  buffer_.insert(buffer_.end(), bytes.begin(), bytes.end());
+  return kZipOk;
+}
+
+DWORD Output::PassOn() {
+  if (!file_->Write(buffer_.data(), buffer_.size())) return kZipWriteFailed;
+  base_ += buffer_.size();
+  buffer_.clear();
+  return kZipOk;
+}
+
+DWORD Output::Patch(std::uint64_t position, std::span<const unsigned char> bytes) {
+  if (position >= base_) {
+    std::copy(bytes.begin(), bytes.end(), buffer_.begin() + static_cast<std::ptrdiff_t>(position - base_));
+    return kZipOk;
+  }
+  const DWORD result = PassOn();
+  if (result != kZipOk) return result;
+  const bool done = file_->Seek(origin_ + position) && file_->Write(bytes.data(), bytes.size()) &&
+                    file_->Seek(origin_ + base_);
+  return done ? kZipOk : kZipWriteFailed;
+}
+
+DWORD Output::Finish() {
+  if (limited_) std::copy(buffer_.begin(), buffer_.end(), block_.begin());
+  if (file_ == nullptr) return kZipOk;
+  const DWORD result = PassOn();
+  if (result != kZipOk) return result;
+  return file_->Flush() ? kZipOk : kZipWriteFailed;
+}
+
+std::span<const unsigned char> Output::Memory() const {
+  return file_ == nullptr ? std::span<const unsigned char>(buffer_) : std::span<const unsigned char>();
+}
+
+}  // namespace lorv::zip

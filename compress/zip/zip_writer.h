@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "compress/zip/zip_format.h"
+#include "compress/zip/zip_output.h"
+#include "compress/zip/zip_result.h"
+#include "framework/native/export.h"
+#include "platform/ports/files.h"
+
+namespace lorv {
+
+// The creating side of ZIP archives: create, add entries, close.
+//
+// Names and paths are narrow text in the system's code page; entry names are stored as they come, with "/"
+//   for every "\". A name may have 259 bytes; data 2^31 - 1 bytes; the archive 65535 entries and 2^32 - 1
+//   bytes. What is more is refused before anything of it is written.
+// Entries are deflated at the fastest level; those whose name says that they are packed already (".zip",
+//   ".gz" and the like), and folders, are stored. The write, access and creation times go with each entry.
+// Result: the codes of compress/zip/zip_result.h; the last one is kept for the module. After an error each
+//   further add gives 0x40000, after the close 0x50000; closing still makes an archive of what came before.
+// A file or memory given stays the caller's and must live until the close. One thread at a time.
+//
+//   ZipWriter zip;  zip.Create("D:\\out\\p.zip");  zip.Add("p/x.dat", "C:\\p\\x.dat");  zip.Close();
+class COMM_LORV_API ZipWriter {
+ public:
+  ZipWriter();
+  ZipWriter(const ZipWriter&) = delete;
+  ZipWriter& operator=(const ZipWriter&) = delete;
+  // Closes the archive if that has not been done.
+  ~ZipWriter();
+
+  // Overwrites what stands there: 0x200 where that cannot be.
+  DWORD Create(const char* path);
+  // Behind what an open file holds.
+  DWORD Create(File& file);
+  // In a block of memory; a null block is memory that grows and is the object's.
+  DWORD Create(void* block, std::size_t size);
+
+  DWORD Add(const char* name, const char* path);
+  // From where an open file stands; `facts` are those of the file on disk, none for what is no such file.
+  DWORD Add(const char* name, File& file, const FileFacts* facts);
+  DWORD Add(const char* name, const void* data, std::size_t size);
+  DWORD AddFolder(const char* name);
+
+  DWORD Close();
+  // The archive in memory, valid until the object's end: 0x20000 for one in a file.
+  DWORD GetMemory(const void*& data, std::size_t& size) const;
+
+ private:
+  struct Entry;
+  class Deflater;
+
+  DWORD Begin();
+  DWORD AddEntry(Entry& entry, File* file, std::span<const unsigned char> memory);
+  DWORD WriteEntry(Entry& entry, File* file, std::span<const unsigned char> memory);
+  DWORD WriteData(Entry& entry, File* file, std::span<const unsigned char> memory);
+  DWORD WriteBlock(Entry& entry, std::span<const unsigned char> bytes, bool last);
+  DWORD WriteLocalHeader(const Entry& entry, bool again);
+  DWORD WriteDescriptor(const Entry& entry);
+  DWORD WriteDirectory();
+  DWORD Keep(DWORD result);
+
+  std::optional<zip::Output> output_;
+  std::unique_ptr<Deflater> deflater_;
+  std::vector<unsigned char> directory_;  // the central headers, as they will stand in the archive
+  std::size_t count_ = 0;
+  bool failed_ = false;
+  bool ended_ = false;
+};
+
+}  // namespace lorv

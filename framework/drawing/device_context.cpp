@@ -1,0 +1,215 @@
+#include "framework/drawing/device_context.h"
+
+#include <algorithm>
+
+#include "framework/drawing/text_layout.h"
+#include "framework/ports/no_window.h"
+#include "framework/windows/window.h"
+
+namespace {
+
+// What a new context has selected, and what SelectStockObject gives.
+CPen& StockPen(COLORREF colour) {
+  static CPen black(PS_SOLID, 1, 0);
+  static CPen white(PS_SOLID, 1, RGB(255, 255, 255));
+  return colour == 0 ? black : white;
+}
+
+CPen& NullPen() {
+  static CPen none;
+  return none;
+}
+
+CBrush& StockBrush(COLORREF colour) {
+  static CBrush black(0);
+  static CBrush white(RGB(255, 255, 255));
+  return colour == 0 ? black : white;
+}
+
+CBrush& NullBrush() {
+  static CBrush none;
+  return none;
+}
+
+CFont& StockFont() {
+  static CFont font(lorv::DesktopInForce().DialogFont());
+  return font;
+}
+
+CBitmap& StockBitmap() {
+  static CBitmap none;
+  return none;
+}
+
+}  // namespace
+
+lorv::Canvas& CDC::Surface() const {
+  static const auto none = lorv::NoCanvas();
+  return surface_ == nullptr ? *none : *surface_;
+}
+
+BOOL CDC::CreateCompatibleDC(CDC* like) {
+  SetSurface(lorv::DesktopInForce().MakeCanvas({1, 1}));
+  if (like != nullptr && like->state_.own_face) SelectObject(like->GetCurrentFont());
+  return TRUE;
+}
+
+BOOL CDC::DeleteDC() {
+  surface_.reset();
+  return TRUE;
+}
+
+CPen* CDC::SelectObject(CPen* pen) {
+  CPen* const before = state_.pen_object == nullptr ? &StockPen(0) : state_.pen_object;
+  if (pen == nullptr) return before;
+  state_.pen_object = pen;
+  state_.stroke = pen->Stroke();
+  return before;
+}
+
+CBrush* CDC::SelectObject(CBrush* brush) {
+  CBrush* const before =
+      state_.brush_object == nullptr ? &StockBrush(RGB(255, 255, 255)) : state_.brush_object;
+  if (brush == nullptr) return before;
+  state_.brush_object = brush;
+  state_.filled = brush->IsSolid();
+  state_.brush = brush->Colour();
+  return before;
+}
+
+CFont* CDC::SelectObject(CFont* font) {
+  CFont* const before = GetCurrentFont();
+  if (font == nullptr) return before;
+  state_.font_object = font;
+  state_.face = font->Face();
+  state_.own_face = true;
+  Surface().SetFont(state_.face);
+  return before;
+}
+
+CFont* CDC::GetCurrentFont() const {
+  return state_.font_object == nullptr ? &StockFont() : state_.font_object;
+}
+
+CBitmap* CDC::SelectObject(CBitmap* bitmap) {
+  CBitmap* const before = bitmap_ == nullptr ? &StockBitmap() : bitmap_;
+  if (bitmap == nullptr) return before;
+  bitmap_ = bitmap;
+  SetSurface(bitmap->Surface());
+  UseState();
+  return before;
+}
+
+CObject* CDC::SelectStockObject(int index) {
+  switch (index) {
+    case WHITE_BRUSH:
+    case BLACK_BRUSH:
+      return SelectObject(&StockBrush(index == BLACK_BRUSH ? 0 : RGB(255, 255, 255)));
+    case NULL_BRUSH:
+      return SelectObject(&NullBrush());
+    case WHITE_PEN:
+    case BLACK_PEN:
+      return SelectObject(&StockPen(index == BLACK_PEN ? 0 : RGB(255, 255, 255)));
+    case NULL_PEN:
+      return SelectObject(&NullPen());
+    case SYSTEM_FONT:
+    case DEFAULT_GUI_FONT:
+      return SelectObject(&StockFont());
+    default:
+      return nullptr;
+  }
+}
+
+int CDC::SaveDC() {
+  saved_.push_back(state_);
+  return static_cast<int>(saved_.size());
+}
+
+BOOL CDC::RestoreDC(int saved) {
+  const int count = static_cast<int>(saved_.size());
+  const int index = saved < 0 ? count + saved : saved - 1;
+  if (index < 0 || index >= count) return FALSE;
+  state_ = saved_[static_cast<std::size_t>(index)];
+  saved_.resize(static_cast<std::size_t>(index));
+  UseState();
+  return TRUE;
+}
+
+void CDC::UseState() {
+  if (state_.own_face) Surface().SetFont(state_.face);
+  UseClip();
+}
+
+void CDC::UseClip() {
+  Surface().SetClip(state_.clipped ? static_cast<LPCRECT>(state_.clip) : nullptr);
+}
+
+int CDC::GetDeviceCaps(int index) const {
+  return index == LOGPIXELSX || index == LOGPIXELSY ? 96 : 0;
+}
+
+CPoint CDC::SetWindowOrg(int x, int y) {
+  return std::exchange(state_.window, CPoint(x, y));
+}
+
+CPoint CDC::SetViewportOrg(int x, int y) {
+  return std::exchange(state_.viewport, CPoint(x, y));
+}
+
+CPoint CDC::OffsetViewportOrg(int x, int y) {
+  return std::exchange(state_.viewport, state_.viewport + CSize(x, y));
+}
+
+int CDC::IntersectClipRect(LPCRECT rect) {
+  CRect box = Device(rect);
+  if (state_.clipped) box &= state_.clip;
+  state_.clip = box;
+  state_.clipped = true;
+  UseClip();
+  return box.IsRectEmpty() != 0 ? NULLREGION : SIMPLEREGION;
+}
+
+int CDC::IntersectClipRect(int left, int top, int right, int bottom) {
+  return IntersectClipRect(CRect(left, top, right, bottom));
+}
+
+int CDC::SelectClipRgn(void* /*always_null*/) {
+  state_.clipped = false;
+  UseClip();
+  return SIMPLEREGION;
+}
+
+int CDC::GetClipBox(LPRECT rect) const {
+  CRect box(CPoint(0, 0), Surface().Size());
+  if (state_.clipped) box &= state_.clip;
+  *rect = box + (state_.window - state_.viewport);
+  return box.IsRectEmpty() != 0 ? NULLREGION : SIMPLEREGION;
+}
+
+BOOL CDC::RectVisible(LPCRECT rect) const {
+  CRect box;
+  GetClipBox(box);
+  return (box & *rect).IsRectEmpty() == 0;
+}
+
+BOOL CDC::BitBlt(int x, int y, int width, int height, CDC* from, int from_x, int from_y, DWORD way) {
+  const CRect to(CPoint(x, y), CSize(width, height));
+  if (way == DSTINVERT) {
+    InvertRect(to);
+    return TRUE;
+  }
+  if (from == nullptr || way != SRCCOPY) return FALSE;
+  Surface().Copy(Device(to), from->Surface(), from->Device({from_x, from_y}));
+  return TRUE;
+}
+
+void CDC::DrawImage(const lorv::PixelImage& image, LPCRECT rect) {
+  Surface().Image(image, Device(rect));
+}
+
+CPaintDC::CPaintDC(CWnd* window) {
+  SetSurface(lorv::PeerOf(window == nullptr ? nullptr : window->m_hWnd)->PaintCanvas(m_ps.rcPaint));
+}
+
+CClientDC::CClientDC(CWnd* window)
+    : CDC(lorv::PeerOf(window == nullptr ? nullptr : window->m_hWnd)->ClientCanvas()) {}

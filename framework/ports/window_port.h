@@ -1,0 +1,139 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "framework/native/window_types.h"
+#include "framework/ports/canvas_port.h"
+#include "framework/text/cstring.h"
+
+// One window as a peer answers for it: the ground under CWnd.
+//
+// Messages go both ways by number. What happens to the window the peer tells by lorv::DeliverMessage
+//   (framework/ports/window_map.h), which runs the window class; what the class leaves to the system comes
+//   back as Default. The peer keeps no pointer to the class: a handle that names nothing is answered 0.
+// Units: pixels of the window's own screen. A child is placed in its parent's client area, all others on the
+//   screen.
+// Edges: a call out may destroy the window, its parent or its children; every peer looks again after each.
+//   The peer's object stays as long as somebody holds it. When its window is gone it does nothing and answers
+//   null, false, empty rectangles and texts.
+// Threads: that of the user interface. Exists, ClientRect and ClientCanvas are for any thread, and so is the
+//   end of the object.
+//
+// Room is left for three things that come with the grids:
+//   accessibility: WM_GETOBJECT asks the window class for what screen readers see; a peer with a bridge of
+//   its
+//     own (Qt) gets the same object by a call to be added here, beside Default;
+//   input methods: a composition arrives as WM_IME_STARTCOMPOSITION, WM_IME_COMPOSITION (its text by a call
+//     to be added here) and WM_IME_ENDCOMPOSITION; in edits it is the native control's affair. A key that an
+//     input method took is WM_KEYDOWN with VK_PROCESSKEY and is never told as the key itself;
+//   drag and drop: a target is announced by a call to be added here; what is dropped comes as a data object.
+namespace lorv {
+
+enum class WindowKind : int {
+  Custom,  // draws itself: grids, tips' contents, bars
+  Top,     // a window with a frame and a caption
+  Dialog,  // the same for dialogs; its class name is "#32770"
+  Popup,   // no frame, above the others, takes no activation: tips, lists
+  Edit,
+  Combo,
+  List,
+  Button,
+  Static
+};
+
+// What is asked for when a window is made.
+struct WindowRequest {
+  WindowKind kind = WindowKind::Custom;
+  CString
+      class_name;  // of Custom and Top windows, for those who look windows up by it; empty: the peer's own
+  CString text;
+  DWORD style = 0;
+  DWORD ex_style = 0;
+  RECT place = {0, 0, 0, 0};
+  HWND parent = nullptr;  // of a child; the owner of other windows
+  UINT id = 0;            // of a child
+  void* parameter = nullptr;
+  // Called with the handle before the first message, so that none is lost. Never empty.
+  std::function<void(HWND)> attach;
+};
+
+class COMM_LORV_API WindowPeer {
+ public:
+  WindowPeer() = default;
+  WindowPeer(const WindowPeer&) = delete;
+  WindowPeer& operator=(const WindowPeer&) = delete;
+  virtual ~WindowPeer() = default;
+
+  virtual bool Exists() const = 0;
+  // Sends WM_DESTROY to the window, then to its children, then WM_NCDESTROY from the inside out. Owned
+  // windows go first. Legal inside every handler, the window's own too; a second call does nothing.
+  virtual void Destroy() = 0;
+
+  virtual WindowKind Kind() const = 0;
+  virtual CString ClassName() const = 0;  // "Edit", "ComboBox", "ListBox", "Button", "Static", "#32770", ...
+  virtual HWND Parent() const = 0;        // null for a window that is no child
+  virtual HWND Owner() const = 0;         // null for a child
+  virtual std::vector<HWND> Children() const = 0;  // in the order in which Tab visits them
+  virtual UINT Id() const = 0;
+  virtual void SetId(UINT id) = 0;
+  virtual DWORD Style() const = 0;  // WS_VISIBLE, WS_DISABLED, WS_VSCROLL, WS_HSCROLL as they are now
+  virtual void SetStyle(DWORD style) = 0;
+  virtual DWORD ExStyle() const = 0;
+  virtual void SetExStyle(DWORD style) = 0;
+
+  // WM_MOVE and WM_SIZE follow if anything changed.
+  virtual void Place(const RECT& place) = 0;
+  virtual void Raise() = 0;                       // above its siblings
+  virtual RECT WindowRect() const = 0;            // on the screen, with frame and bars
+  virtual RECT ClientRect() const = 0;            // left and top are 0
+  virtual POINT ClientOrigin() const = 0;         // on the screen
+  virtual SIZE FrameSize(SIZE client) const = 0;  // the window's size for that client area
+
+  virtual void Show(int how) = 0;  // SW_...; WM_SHOWWINDOW if it changed
+  virtual void Enable(bool on) = 0;
+  virtual void Focus() = 0;     // WM_KILLFOCUS to the former, WM_SETFOCUS to this one
+  virtual void Activate() = 0;  // its top window becomes the active one
+
+  // What is seen is out of date: all of it, or the rectangle. WM_PAINT comes when the queue is empty, or
+  // by Update at once. A region is valid again when PaintCanvas was asked for it or Default had WM_PAINT.
+  virtual void Invalidate(const RECT* rect) = 0;
+  virtual void Update() = 0;
+  // Within WM_PAINT: the canvas, clipped to what is out of date, which goes to `dirty`.
+  virtual std::unique_ptr<Canvas> PaintCanvas(RECT& dirty) = 0;
+  virtual std::unique_ptr<Canvas> ClientCanvas() = 0;  // at any time, never null
+
+  virtual CString Text() const = 0;  // line ends are CR LF
+  virtual void SetText(const CString& text) = 0;
+  virtual void SetFont(const LOGFONT& font) = 0;
+  virtual LOGFONT Font() const = 0;
+
+  // `bar` is SB_HORZ or SB_VERT; cbSize is not looked at. The position is brought into the range, the last
+  // one being max - page + 1. A range that fits into the page hides the bar unless SIF_DISABLENOSCROLL.
+  virtual void SetScroll(int bar, const SCROLLINFO& info) = 0;
+  virtual SCROLLINFO Scroll(int bar) const = 0;  // all fields
+  virtual void ShowScroll(int bar, bool on) = 0;
+
+  // WM_TIMER with that id each `milliseconds` while the queue is worked; set again, it starts anew.
+  virtual void SetTimer(UINT_PTR id, UINT milliseconds) = 0;
+  virtual bool KillTimer(UINT_PTR id) = 0;
+  // WM_MOUSELEAVE once when the mouse goes; asked for anew each time.
+  virtual void TrackLeave() = 0;
+
+  // What the system's own window of this kind does with the message: editing, lists, the answers of EM_, CB_,
+  // LB_, BM_, WM_SETTEXT, WM_GETTEXT, WM_CLOSE (destroys), painting. Notifications go to the parent as
+  // WM_COMMAND.
+  virtual LRESULT Default(UINT message, WPARAM w, LPARAM l) = 0;
+
+  virtual int Dpi() const = 0;
+
+  // What the window shows now with all that stands in it, its frame only where the system draws that as a
+  // part of the window; pixels as Canvas::Pixels gives them, row by row. Empty where nothing is shown.
+  virtual std::vector<DWORD> Picture(SIZE& size) {
+    size = {0, 0};
+    return {};
+  }
+};
+
+}  // namespace lorv

@@ -1,0 +1,76 @@
+#include "framework/values/variant.h"
+
+#include <utility>
+
+#include "framework/values/variant_convert.h"
+
+namespace {
+
+// By reference any kind may be held, as the value does not own it.
+bool IsValid(VARTYPE type) {
+  const auto bare = static_cast<VARTYPE>(type & ~VT_BYREF);
+  if (lorv::IsPlainType(bare) || bare == VT_BSTR || bare == VT_DISPATCH || bare == VT_UNKNOWN) {
+    return type == bare || (bare != VT_EMPTY && bare != VT_NULL);
+  }
+  return bare == VT_VARIANT && type != bare;
+}
+
+}  // namespace
+
+void VariantInit(VARIANT* value) {
+  *value = VARIANT{};
+}
+
+HRESULT VariantClear(VARIANT* value) {
+  if (value == nullptr) return E_INVALIDARG;
+  if (!IsValid(value->vt)) return DISP_E_BADVARTYPE;
+  // Emptied first: what is released may lead back here.
+  const VARIANT old = std::exchange(*value, VARIANT{});
+  if (old.vt == VT_BSTR) SysFreeString(old.bstrVal);
+  if ((old.vt == VT_DISPATCH || old.vt == VT_UNKNOWN) && old.punkVal != nullptr) old.punkVal->Release();
+  return S_OK;
+}
+
+HRESULT VariantCopy(VARIANT* target, const VARIANT* source) {
+  if (target == nullptr || source == nullptr) return E_INVALIDARG;
+  if (!IsValid(source->vt)) return DISP_E_BADVARTYPE;
+  if (target == source) return S_OK;
+  VARIANT fresh = *source;
+  if (source->vt == VT_BSTR && source->bstrVal != nullptr) {
+    fresh.bstrVal = SysAllocStringLen(source->bstrVal, SysStringLen(source->bstrVal));
+    if (fresh.bstrVal == nullptr) return E_OUTOFMEMORY;
+  }
+  if ((source->vt == VT_DISPATCH || source->vt == VT_UNKNOWN) && source->punkVal != nullptr) {
+    source->punkVal->AddRef();
+  }
+  VariantClear(target);
+  *target = fresh;
+  return S_OK;
+}
+
+HRESULT VariantCopyInd(VARIANT* target, const VARIANT* source) {
+  if (source == nullptr) return E_INVALIDARG;
+  VARIANT shared{};
+  const HRESULT result = lorv::FollowReference(*source, shared);
+  if (FAILED(result)) return result;
+  // The target may be the very reference whose value is copied.
+  VARIANT fresh{};
+  const HRESULT copied = VariantCopy(&fresh, &shared);
+  if (FAILED(copied)) return copied;
+  VariantClear(target);
+  *target = fresh;
+  return S_OK;
+}
+
+HRESULT VariantChangeType(VARIANT* target, const VARIANT* source, USHORT /*flags*/, VARTYPE type) {
+  if (target == nullptr || source == nullptr) return E_INVALIDARG;
+  return lorv::ChangeValueType(*target, *source, type);
+}
+
+namespace lorv {
+
+HRESULT ChangeSystemType(VARIANT& /*target*/, const VARIANT& source, VARTYPE type) {
+  return IsValid(source.vt) && IsValid(type) ? DISP_E_TYPEMISMATCH : DISP_E_BADVARTYPE;
+}
+
+}  // namespace lorv

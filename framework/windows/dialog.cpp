@@ -1,0 +1,132 @@
+#include "framework/windows/dialog.h"
+
+#include "framework/drawing/device_context.h"
+
+IMPLEMENT_DYNAMIC(CDialog, CWnd)
+
+BEGIN_MESSAGE_MAP(CDialog, CWnd)
+ON_COMMAND(IDOK, OnOK)
+ON_COMMAND(IDCANCEL, OnCancel)
+ON_WM_CLOSE()
+ON_MESSAGE(DM_GETDEFID, HandleGetDefault)
+ON_MESSAGE(DM_SETDEFID, HandleSetDefault)
+END_MESSAGE_MAP()
+
+CDialog::~CDialog() = default;
+
+INT_PTR CDialog::DoModal() {
+  if (form_ == nullptr || m_hWnd != nullptr) return -1;
+  modal_ = true;
+  ended_ = false;
+  result_ = -1;
+  // Nobody goes on working behind a question.
+  if (!Build(*form_, parent_ != nullptr ? parent_ : GetActiveWindow())) return -1;
+  Start();
+  const HWND window = m_hWnd;
+  if (window != nullptr && !ended_) {
+    ShowWindow(SW_SHOW);
+    lorv::DesktopInForce().RunModal(window);
+  }
+  // The window may have gone without EndDialog; then there is no answer.
+  DestroyWindow();
+  modal_ = false;
+  return result_;
+}
+
+BOOL CDialog::Create(const lorv::DialogTemplate& form, CWnd* parent) {
+  form_ = &form;
+  modal_ = false;
+  if (!Build(form, parent)) return FALSE;
+  const HWND window = m_hWnd;
+  Start();
+  if (lorv::MappedWindow(window) != this) return FALSE;
+  if ((form.style & WS_VISIBLE) != 0) ShowWindow(SW_SHOW);
+  return TRUE;
+}
+
+void CDialog::EndDialog(int result) {
+  result_ = result;
+  ended_ = true;
+  if (m_hWnd == nullptr) return;
+  lorv::PeerOf(m_hWnd)->Show(SW_HIDE);
+  if (modal_ && m_hWnd != nullptr) lorv::DesktopInForce().EndModal(m_hWnd);
+}
+
+// The units of a dialog come from its font: the average of the letters, and its height.
+void CDialog::Measure(const lorv::DialogTemplate& form) {
+  static const CString letters(_T("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"));
+  CFont font;
+  font.CreatePointFont(form.points * 10, form.font);
+  face_ = font.Face();
+  const auto canvas = lorv::DesktopInForce().MakeCanvas({1, 1});
+  canvas->SetFont(face_);
+  base_ = {(canvas->Extent(letters.View()).cx / 26 + 1) / 2, canvas->Metrics().tmHeight};
+}
+
+void CDialog::MapDialogRect(LPRECT rect) const {
+  const auto across = [this](LONG units) { return (units * base_.cx + 2) / 4; };
+  const auto down = [this](LONG units) { return (units * base_.cy + 4) / 8; };
+  *rect = {across(rect->left), down(rect->top), across(rect->right), down(rect->bottom)};
+}
+
+BOOL CDialog::Build(const lorv::DialogTemplate& form, CWnd* parent) {
+  Measure(form);
+  CRect client(0, 0, form.width, form.height);
+  MapDialogRect(client);
+  lorv::WindowRequest request;
+  request.kind = lorv::WindowKind::Dialog;
+  request.text = form.caption;
+  request.style = lorv::Without(form.style, WS_VISIBLE);
+  request.place = client;
+  request.parent = parent == nullptr ? nullptr : parent->m_hWnd;
+  if (!Make(request) || m_hWnd == nullptr) return FALSE;
+  const auto peer = lorv::PeerOf(m_hWnd);
+  // The template's size is that of the client area; the window stands in the middle of its owner or screen.
+  const CSize size(peer->FrameSize(client.Size()));
+  const CRect around(parent == nullptr ? lorv::DesktopInForce().WorkArea({0, 0})
+                                       : lorv::PeerOf(parent->m_hWnd)->WindowRect());
+  peer->Place(CRect(around.CenterPoint() - CSize(size.cx / 2, size.cy / 2), static_cast<SIZE>(size)));
+  peer->SetFont(face_);
+  BuildItems(form);
+  return m_hWnd != nullptr;
+}
+
+void CDialog::BuildItems(const lorv::DialogTemplate& form) {
+  for (const lorv::DialogItem& item : form.items) {
+    CRect place(CPoint(item.x, item.y), CSize(item.width, item.height));
+    MapDialogRect(place);
+    lorv::WindowRequest request;
+    request.kind = item.kind;
+    request.text = item.text;
+    request.style = item.style | WS_CHILD | WS_VISIBLE;
+    request.place = place;
+    request.parent = m_hWnd;
+    request.id = item.id;
+    request.attach = [](HWND) {};
+    const HWND made = lorv::DesktopInForce().Create(request);
+    lorv::PeerOf(made)->SetFont(face_);
+    const UINT kind = item.style & BS_TYPEMASK;
+    if (item.kind == lorv::WindowKind::Button && kind == BS_DEFPUSHBUTTON) default_id_ = item.id;
+  }
+}
+
+void CDialog::Start() {
+  const HWND window = m_hWnd;
+  const BOOL wants_focus = OnInitDialog();
+  if (lorv::MappedWindow(window) != this || wants_focus == 0) return;
+  if (form_ != nullptr && (!modal_ || !ended_)) Step(true);
+}
+
+void CDialog::OnClose() {
+  SendMessage(WM_COMMAND, MAKEWPARAM(IDCANCEL, BN_CLICKED));
+}
+
+LRESULT CDialog::HandleGetDefault(WPARAM /*w*/, LPARAM /*l*/) {
+  constexpr int kHasDefault = 0x534B;
+  return MAKELONG(static_cast<LONG_PTR>(default_id_), kHasDefault);
+}
+
+LRESULT CDialog::HandleSetDefault(WPARAM w, LPARAM /*l*/) {
+  default_id_ = static_cast<UINT>(w);
+  return TRUE;
+}

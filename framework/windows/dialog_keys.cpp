@@ -1,0 +1,164 @@
+#include <algorithm>
+
+#include "framework/windows/dialog.h"
+
+// How a dialog is worked from the keyboard.
+
+namespace {
+
+using lorv::PeerOf;
+
+bool Usable(HWND window) {
+  return (PeerOf(window)->Style() & (WS_VISIBLE | WS_DISABLED)) == WS_VISIBLE;
+}
+
+bool IsTabStop(HWND window) {
+  return Usable(window) && (PeerOf(window)->Style() & WS_TABSTOP) != 0;
+}
+
+UINT CodeOf(HWND window) {
+  return static_cast<UINT>(lorv::DesktopInForce().Send(window, WM_GETDLGCODE, 0, 0));
+}
+
+bool IsPushButton(HWND window) {
+  const auto peer = PeerOf(window);
+  return peer->Kind() == lorv::WindowKind::Button && (peer->Style() & BS_TYPEMASK) <= BS_DEFPUSHBUTTON;
+}
+
+bool KeepsReturn(HWND window) {
+  const auto peer = PeerOf(window);
+  if (peer->Kind() != lorv::WindowKind::Edit) return (CodeOf(window) & DLGC_WANTALLKEYS) != 0;
+  constexpr DWORD kKeeps = ES_MULTILINE | ES_WANTRETURN;
+  return (peer->Style() & kKeeps) == kKeeps;
+}
+
+// The control of the dialog in which the window stands: an inner window counts as its control.
+HWND ControlOf(HWND dialog, HWND window) {
+  for (HWND above = PeerOf(window)->Parent(); above != nullptr && above != dialog;
+       above = PeerOf(window)->Parent())
+    window = above;
+  return window;
+}
+
+TCHAR MarkOf(HWND window) {
+  const CString text = PeerOf(window)->Text();
+  for (int i = 0; i + 1 < text.GetLength(); ++i)
+    if (text.GetAt(i) == _T('&') && text.GetAt(++i) != _T('&')) return text.GetAt(i);
+  return 0;
+}
+
+TCHAR Folded(TCHAR letter) {
+  return letter >= _T('a') && letter <= _T('z') ? static_cast<TCHAR>(letter - 32) : letter;
+}
+
+}  // namespace
+
+BOOL CDialog::PreTranslateMessage(MSG* message) {
+  if (m_hWnd == nullptr) return FALSE;
+  if (message->message == WM_SYSCHAR) return TakeMark(static_cast<TCHAR>(message->wParam));
+  return message->message == WM_KEYDOWN && TakeKey(*message);
+}
+
+BOOL CDialog::TakeKey(const MSG& message) {
+  const HWND focus = ControlOf(m_hWnd, message.hwnd);
+  switch (const int key = static_cast<int>(message.wParam)) {
+    case VK_TAB:
+      if (PeerOf(focus)->Kind() != lorv::WindowKind::Edit &&
+          (CodeOf(focus) & (DLGC_WANTTAB | DLGC_WANTALLKEYS)) != 0)
+        return FALSE;
+      Step((lorv::DesktopInForce().KeyState(VK_SHIFT) & 0x8000) == 0);
+      return TRUE;
+    case VK_RETURN:
+      return TakeReturn(focus);
+    case VK_ESCAPE:
+      return TakeEscape();
+    case VK_LEFT:
+    case VK_UP:
+    case VK_RIGHT:
+    case VK_DOWN:
+      return TakeArrow(focus, key);
+    default:
+      return FALSE;
+  }
+}
+
+void CDialog::Step(bool forward) {
+  const auto row = PeerOf(m_hWnd)->Children();
+  const HWND focus = ControlOf(m_hWnd, lorv::DesktopInForce().Focus());
+  const auto count = static_cast<int>(row.size());
+  int at = static_cast<int>(std::find(row.begin(), row.end(), focus) - row.begin());
+  if (at == count) at = forward ? -1 : 0;
+  for (int i = 0; i < count; ++i) {
+    at = (at + (forward ? 1 : count - 1)) % count;
+    const HWND candidate = row[static_cast<std::size_t>(at)];
+    if (!IsTabStop(candidate)) continue;
+    GotoDlgCtrl(FromHandle(candidate));
+    return;
+  }
+}
+
+void CDialog::GotoDlgCtrl(CWnd* control) {
+  if (control == nullptr) return;
+  const HWND window = control->m_hWnd;
+  control->SetFocus();
+  if ((CodeOf(window) & DLGC_HASSETSEL) != 0) lorv::DesktopInForce().Send(window, EM_SETSEL, 0, -1);
+}
+
+void CDialog::Press(UINT id) {
+  const CWnd* const button = GetDlgItem(static_cast<int>(id));
+  if (button != nullptr && !Usable(button->m_hWnd)) return;
+  SendMessage(WM_COMMAND, MAKEWPARAM(static_cast<LONG_PTR>(id), BN_CLICKED),
+              button == nullptr ? 0 : reinterpret_cast<LPARAM>(button->m_hWnd));
+}
+
+BOOL CDialog::TakeReturn(HWND focus) {
+  if (focus != m_hWnd && KeepsReturn(focus)) return FALSE;
+  Press(focus != m_hWnd && IsPushButton(focus) ? PeerOf(focus)->Id() : default_id_);
+  return TRUE;
+}
+
+BOOL CDialog::TakeEscape() {
+  Press(IDCANCEL);
+  return TRUE;
+}
+
+// From one control to the next of its group: from WS_GROUP to before the next WS_GROUP.
+BOOL CDialog::TakeArrow(HWND focus, int key) {
+  if (focus == m_hWnd || (CodeOf(focus) & (DLGC_WANTARROWS | DLGC_WANTALLKEYS)) != 0) return FALSE;
+  const auto row = PeerOf(m_hWnd)->Children();
+  const auto begins = [](HWND window) { return (PeerOf(window)->Style() & WS_GROUP) != 0; };
+  const auto here = std::find(row.begin(), row.end(), focus);
+  if (here == row.end()) return FALSE;
+  auto first = here;
+  while (first != row.begin() && !begins(*first)) --first;
+  const auto last = std::find_if(here + 1, row.end(), begins);
+  const auto count = static_cast<int>(last - first);
+  int at = static_cast<int>(here - first);
+  const int step = key == VK_RIGHT || key == VK_DOWN ? 1 : count - 1;
+  for (int i = 0; i < count; ++i) {
+    at = (at + step) % count;
+    const HWND next = *(first + at);
+    if (!Usable(next) || PeerOf(next)->Kind() == lorv::WindowKind::Static) continue;
+    if (next != focus) PeerOf(next)->Focus();
+    return TRUE;
+  }
+  return TRUE;
+}
+
+BOOL CDialog::TakeMark(TCHAR letter) {
+  const auto row = PeerOf(m_hWnd)->Children();
+  for (auto at = row.begin(); at != row.end(); ++at) {
+    const TCHAR mark = MarkOf(*at);
+    if (mark == 0 || Folded(mark) != Folded(letter) || PeerOf(*at)->Kind() == lorv::WindowKind::Edit)
+      continue;
+    if (IsPushButton(*at)) {
+      Press(PeerOf(*at)->Id());
+      return TRUE;
+    }
+    // A label's mark stands for the control behind it.
+    while (at != row.end() && PeerOf(*at)->Kind() == lorv::WindowKind::Static) ++at;
+    if (at != row.end() && Usable(*at)) GotoDlgCtrl(FromHandle(*at));
+    return TRUE;
+  }
+  return FALSE;
+}

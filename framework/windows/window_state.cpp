@@ -1,0 +1,249 @@
+#include <algorithm>
+
+#include "framework/drawing/device_context.h"
+#include "framework/drawing/drawing_tools.h"
+#include "framework/windows/window.h"
+
+// Text, place, looks and bars of a window: each a question to its peer.
+
+using lorv::PeerOf;
+
+void CWnd::GetWindowText(CString& text) const {
+  text = PeerOf(m_hWnd)->Text();
+}
+
+int CWnd::GetWindowText(LPTSTR text, int room) const {
+  if (text == nullptr || room <= 0) return 0;
+  const CString whole = PeerOf(m_hWnd)->Text();
+  const int count = std::min(whole.GetLength(), room - 1);
+  std::copy_n(whole.GetString(), count, text);
+  text[count] = 0;
+  return count;
+}
+
+int CWnd::GetWindowTextLength() const {
+  return PeerOf(m_hWnd)->Text().GetLength();
+}
+
+void CWnd::SetWindowText(LPCTSTR text) {
+  PeerOf(m_hWnd)->SetText(text);
+}
+
+void CWnd::SetDlgItemText(int id, LPCTSTR text) {
+  if (CWnd* const item = GetDlgItem(id)) item->SetWindowText(text);
+}
+
+int CWnd::GetDlgItemText(int id, CString& text) const {
+  text.Empty();
+  if (const CWnd* const item = GetDlgItem(id)) item->GetWindowText(text);
+  return text.GetLength();
+}
+
+CString CWnd::GetWindowClassName() const {
+  return PeerOf(m_hWnd)->ClassName();
+}
+
+CFont* CWnd::GetFont() const {
+  if (m_hWnd == nullptr) return nullptr;
+  if (font_ == nullptr) font_ = std::make_shared<CFont>(PeerOf(m_hWnd)->Font());
+  return font_.get();
+}
+
+void CWnd::SetFont(CFont* font, BOOL redraw) {
+  const auto peer = PeerOf(m_hWnd);
+  font_.reset();
+  if (font != nullptr) peer->SetFont(font->Face());
+  if (redraw != 0) peer->Invalidate(nullptr);
+}
+
+DWORD CWnd::GetStyle() const {
+  return PeerOf(m_hWnd)->Style();
+}
+
+DWORD CWnd::GetExStyle() const {
+  return PeerOf(m_hWnd)->ExStyle();
+}
+
+BOOL CWnd::ModifyStyle(DWORD remove, DWORD add, UINT /*flags*/) {
+  const auto peer = PeerOf(m_hWnd);
+  const DWORD former = peer->Style();
+  const DWORD fresh = lorv::Without(former, remove) | add;
+  if (fresh == former) return FALSE;
+  peer->SetStyle(fresh);
+  return TRUE;
+}
+
+BOOL CWnd::ModifyStyleEx(DWORD remove, DWORD add, UINT /*flags*/) {
+  const auto peer = PeerOf(m_hWnd);
+  const DWORD former = peer->ExStyle();
+  const DWORD fresh = lorv::Without(former, remove) | add;
+  if (fresh == former) return FALSE;
+  peer->SetExStyle(fresh);
+  return TRUE;
+}
+
+void CWnd::GetWindowRect(LPRECT rect) const {
+  *rect = PeerOf(m_hWnd)->WindowRect();
+}
+
+void CWnd::GetClientRect(LPRECT rect) const {
+  *rect = PeerOf(m_hWnd)->ClientRect();
+}
+
+void CWnd::MoveWindow(int x, int y, int width, int height, BOOL repaint) {
+  MoveWindow(CRect(x, y, x + width, y + height), repaint);
+}
+
+void CWnd::MoveWindow(LPCRECT rect, BOOL repaint) {
+  const auto peer = PeerOf(m_hWnd);
+  peer->Place(*rect);
+  if (repaint != 0) peer->Invalidate(nullptr);
+}
+
+BOOL CWnd::SetWindowPos(const CWnd* /*after*/, int x, int y, int width, int height, UINT flags) {
+  if (m_hWnd == nullptr) return FALSE;
+  const auto peer = PeerOf(m_hWnd);
+  CRect place(peer->WindowRect());
+  const HWND parent = peer->Parent();
+  if (parent != nullptr) place -= PeerOf(parent)->ClientOrigin();
+  if ((flags & SWP_NOMOVE) == 0) place.MoveToXY(x, y);
+  if ((flags & SWP_NOSIZE) == 0) place.SetRect(place.left, place.top, place.left + width, place.top + height);
+  if ((flags & (SWP_NOMOVE | SWP_NOSIZE)) != (SWP_NOMOVE | SWP_NOSIZE)) peer->Place(place);
+  if ((flags & SWP_NOZORDER) == 0) peer->Raise();
+  if ((flags & SWP_HIDEWINDOW) != 0) peer->Show(SW_HIDE);
+  if ((flags & SWP_SHOWWINDOW) != 0) peer->Show((flags & SWP_NOACTIVATE) != 0 ? SW_SHOWNA : SW_SHOW);
+  return TRUE;
+}
+
+void CWnd::ClientToScreen(LPPOINT point) const {
+  const POINT origin = PeerOf(m_hWnd)->ClientOrigin();
+  *point = CPoint(*point) + origin;
+}
+
+void CWnd::ClientToScreen(LPRECT rect) const {
+  *rect = CRect(*rect) + PeerOf(m_hWnd)->ClientOrigin();
+}
+
+void CWnd::ScreenToClient(LPPOINT point) const {
+  const CSize back(CPoint(PeerOf(m_hWnd)->ClientOrigin()));
+  *point = CPoint(*point) - static_cast<SIZE>(back);
+}
+
+void CWnd::ScreenToClient(LPRECT rect) const {
+  *rect = CRect(*rect) - PeerOf(m_hWnd)->ClientOrigin();
+}
+
+BOOL CWnd::ShowWindow(int how) {
+  const BOOL before = IsWindowVisible();
+  PeerOf(m_hWnd)->Show(how);
+  return before;
+}
+
+BOOL CWnd::IsWindowVisible() const {
+  HWND at = m_hWnd;
+  for (; at != nullptr; at = PeerOf(at)->Parent())
+    if ((PeerOf(at)->Style() & WS_VISIBLE) == 0) return FALSE;
+  return m_hWnd != nullptr;
+}
+
+BOOL CWnd::EnableWindow(BOOL enable) {
+  const BOOL before = m_hWnd != nullptr && !IsWindowEnabled();
+  PeerOf(m_hWnd)->Enable(enable != 0);
+  return before;
+}
+
+BOOL CWnd::IsWindowEnabled() const {
+  return m_hWnd != nullptr && (GetStyle() & WS_DISABLED) == 0;
+}
+
+void CWnd::Invalidate(BOOL /*erase*/) {
+  PeerOf(m_hWnd)->Invalidate(nullptr);
+}
+
+void CWnd::InvalidateRect(LPCRECT rect, BOOL /*erase*/) {
+  PeerOf(m_hWnd)->Invalidate(rect);
+}
+
+void CWnd::UpdateWindow() {
+  PeerOf(m_hWnd)->Update();
+}
+
+BOOL CWnd::RedrawWindow(LPCRECT rect, void* /*region*/, UINT flags) {
+  const auto peer = PeerOf(m_hWnd);
+  if ((flags & RDW_INVALIDATE) != 0) peer->Invalidate(rect);
+  if ((flags & RDW_UPDATENOW) != 0) peer->Update();
+  return m_hWnd != nullptr;
+}
+
+void CWnd::SetRedraw(BOOL on) {
+  SendMessage(WM_SETREDRAW, static_cast<WPARAM>(on != 0));
+}
+
+CDC* CWnd::GetDC() {
+  return m_hWnd == nullptr ? nullptr : new CClientDC(this);
+}
+
+int CWnd::ReleaseDC(CDC* dc) {
+  delete dc;
+  return dc != nullptr;
+}
+
+UINT_PTR CWnd::SetTimer(UINT_PTR id, UINT milliseconds, void* /*always_null*/) {
+  if (m_hWnd == nullptr) return 0;
+  PeerOf(m_hWnd)->SetTimer(id, milliseconds);
+  return id;
+}
+
+BOOL CWnd::KillTimer(UINT_PTR id) {
+  return PeerOf(m_hWnd)->KillTimer(id);
+}
+
+BOOL CWnd::SetScrollInfo(int bar, SCROLLINFO* info, BOOL /*redraw*/) {
+  if (m_hWnd == nullptr || info == nullptr) return FALSE;
+  PeerOf(m_hWnd)->SetScroll(bar, *info);
+  return TRUE;
+}
+
+BOOL CWnd::GetScrollInfo(int bar, SCROLLINFO* info, UINT mask) {
+  if (m_hWnd == nullptr || info == nullptr) return FALSE;
+  const SCROLLINFO now = PeerOf(m_hWnd)->Scroll(bar);
+  if ((mask & SIF_RANGE) != 0) info->nMin = now.nMin;
+  if ((mask & SIF_RANGE) != 0) info->nMax = now.nMax;
+  if ((mask & SIF_PAGE) != 0) info->nPage = now.nPage;
+  if ((mask & SIF_POS) != 0) info->nPos = now.nPos;
+  if ((mask & SIF_TRACKPOS) != 0) info->nTrackPos = now.nTrackPos;
+  return TRUE;
+}
+
+int CWnd::SetScrollPos(int bar, int position, BOOL /*redraw*/) {
+  const int former = GetScrollPos(bar);
+  SCROLLINFO info = {};
+  info.fMask = SIF_POS;
+  info.nPos = position;
+  PeerOf(m_hWnd)->SetScroll(bar, info);
+  return former;
+}
+
+int CWnd::GetScrollPos(int bar) const {
+  return PeerOf(m_hWnd)->Scroll(bar).nPos;
+}
+
+void CWnd::SetScrollRange(int bar, int least, int most, BOOL /*redraw*/) {
+  SCROLLINFO info = {};
+  info.fMask = SIF_RANGE;
+  info.nMin = least;
+  info.nMax = most;
+  PeerOf(m_hWnd)->SetScroll(bar, info);
+}
+
+void CWnd::GetScrollRange(int bar, int* least, int* most) const {
+  const SCROLLINFO now = PeerOf(m_hWnd)->Scroll(bar);
+  *least = now.nMin;
+  *most = now.nMax;
+}
+
+void CWnd::ShowScrollBar(UINT bar, BOOL show) {
+  const auto peer = PeerOf(m_hWnd);
+  if (bar != static_cast<UINT>(SB_VERT)) peer->ShowScroll(SB_HORZ, show != 0);
+  if (bar != static_cast<UINT>(SB_HORZ)) peer->ShowScroll(SB_VERT, show != 0);
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/headless/desktop/headless_desktop.h"
+#include "platform/headless/window/headless_window.h"
+#include "platform/models/button_behaviour.h"
+
+namespace lorv {
+
+class HeadlessButton : public ButtonConduct<HeadlessWindow> {
+ public:
+  using ButtonConduct::ButtonConduct;
+
+ protected:
+  void PaintSelf(Canvas& canvas) override;
+
+ private:
+  void ShowState() override { Invalidate(nullptr); }
+};
+
+class HeadlessStatic : public HeadlessWindow {
+ public:
+  using HeadlessWindow::HeadlessWindow;
+  LRESULT Default(UINT message, WPARAM w, LPARAM l) override;
+
+ protected:
+  void PaintSelf(Canvas& canvas) override;
+};
+
+}  // namespace lorv

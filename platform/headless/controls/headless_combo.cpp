@@ -1,0 +1,16 @@
+#include "platform/headless/controls/headless_combo.h"
+
+namespace lorv {
+
+CRect HeadlessCombo::EditPlace() const {
+  constexpr int kArrowWidth = 16;
+  const CRect client(ClientRect());
+  return CRect(0, 0, client.right - kArrowWidth, client.bottom);
+}
+
+void HeadlessCombo::PaintSelf(Canvas& canvas) {
+  canvas.Fill(ClientRect(), RGB(255, 255, 255));
+  if (Edit() == nullptr) canvas.Text({0, 0}, Text().View(), 0);
+}
+
+}  // namespace lorv

@@ -1,0 +1,183 @@
+#include "platform/headless/controls/headless_edit_text.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/headless/drawing/headless_canvas.h"
+
+namespace lorv {
+namespace {
+
+constexpr TCHAR kFirstIdeograph = 0x2E80;
+
+bool IsHigh(TCHAR unit) {
+  return unit >= 0xD800 && unit <= 0xDBFF;
+}
+
+bool IsLow(TCHAR unit) {
+  return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+// Two units that the caret passes as one: a line end, a letter beyond U+FFFF.
+bool IsPair(TCHAR first, TCHAR second) {
+  return (first == _T('\r') && second == _T('\n')) || (IsHigh(first) && IsLow(second));
+}
+
+bool IsGap(TCHAR unit) {
+  return unit == _T(' ') || unit == _T('\t') || unit == _T('\r') || unit == _T('\n');
+}
+
+}  // namespace
+
+int HeadlessEditText::Clamped(int position) const {
+  return std::clamp(position, 0, text.GetLength());
+}
+
+void HeadlessEditText::Select(int start, int end) {
+  if (start == -1) {
+    anchor_ = caret_ = End();
+    return;
+  }
+  const int length = text.GetLength();
+  const int from = start < 0 ? length : std::min(start, length);
+  const int to = end < 0 ? length : std::min(end, length);
+  anchor_ = std::min(from, to);
+  caret_ = std::max(from, to);
+}
+
+void HeadlessEditText::MoveCaret(int to, bool extend) {
+  caret_ = Clamped(to);
+  if (IsPair(text.GetAt(caret_ - 1), text.GetAt(caret_))) --caret_;
+  if (!extend) anchor_ = caret_;
+}
+
+void HeadlessEditText::Set(const CString& fresh) {
+  text = fresh;
+  anchor_ = caret_ = 0;
+  modified = false;
+  can_undo_ = false;
+}
+
+void HeadlessEditText::Replace(const CString& fresh) {
+  before_ = text;
+  before_caret_ = caret_;
+  can_undo_ = true;
+  const int start = Start();
+  text = text.Left(start) + fresh + text.Mid(End());
+  anchor_ = caret_ = start + fresh.GetLength();
+  modified = true;
+}
+
+bool HeadlessEditText::Insert(const CString& fresh) {
+  int room = std::max(0, limit - (text.GetLength() - (End() - Start())));
+  const bool whole = fresh.GetLength() <= room;
+  if (!whole && IsPair(fresh.GetAt(room - 1), fresh.GetAt(room))) --room;
+  const CString fits = whole ? fresh : fresh.Left(room);
+  if (!fits.IsEmpty() || Start() != End()) Replace(fits);
+  return whole;
+}
+
+bool HeadlessEditText::Undo() {
+  if (!can_undo_) return false;
+  std::swap(text, before_);
+  std::swap(caret_, before_caret_);
+  anchor_ = caret_ = Clamped(caret_);
+  modified = true;
+  return true;
+}
+
+int HeadlessEditText::StepBack(int from) const {
+  from = Clamped(from);
+  if (from == 0) return 0;
+  return from - (IsPair(text.GetAt(from - 2), text.GetAt(from - 1)) ? 2 : 1);
+}
+
+int HeadlessEditText::StepOn(int from) const {
+  from = Clamped(from);
+  if (from == text.GetLength()) return from;
+  return from + (IsPair(text.GetAt(from), text.GetAt(from + 1)) ? 2 : 1);
+}
+
+int HeadlessEditText::WordBack(int from) const {
+  from = Clamped(from);
+  while (from > 0 && IsGap(text.GetAt(from - 1))) --from;
+  while (from > 0 && !IsGap(text.GetAt(from - 1))) --from;
+  return from;
+}
+
+int HeadlessEditText::WordOn(int from) const {
+  const int length = text.GetLength();
+  from = Clamped(from);
+  while (from < length && !IsGap(text.GetAt(from))) ++from;
+  while (from < length && IsGap(text.GetAt(from))) ++from;
+  return from;
+}
+
+int HeadlessEditText::WidthOf(int start, int end) const {
+  return HeadlessExtent(
+             text.View().substr(static_cast<std::size_t>(start), static_cast<std::size_t>(end - start)))
+      .cx;
+}
+
+void HeadlessEditText::WrapFrom(int start, int end, std::vector<int>& starts) const {
+  starts.push_back(start);
+  if (wrap_width <= 0) return;
+  int width = 0;
+  int last_break = start;
+  for (int at = start; at < end; at = StepOn(at)) {
+    const int next = StepOn(at);
+    const bool after_blank = at > start && text.GetAt(at - 1) == _T(' ');
+    if (after_blank || text.GetAt(at) >= kFirstIdeograph) last_break = at;
+    width += WidthOf(at, next);
+    if (width <= wrap_width || at == starts.back() || text.GetAt(at) == _T(' ')) continue;
+    starts.push_back(last_break > starts.back() ? last_break : at);
+    width = WidthOf(starts.back(), next);
+  }
+}
+
+std::vector<int> HeadlessEditText::LineStarts() const {
+  if (!lines_) return {0};
+  std::vector<int> starts;
+  int start = 0;
+  for (int end = text.Find(_T("\r\n")); end >= 0; end = text.Find(_T("\r\n"), start)) {
+    WrapFrom(start, end, starts);
+    start = end + 2;
+  }
+  WrapFrom(start, text.GetLength(), starts);
+  return starts;
+}
+
+int HeadlessEditText::LineOf(int position) const {
+  const auto starts = LineStarts();
+  return static_cast<int>(std::upper_bound(starts.begin(), starts.end(), position) - starts.begin()) - 1;
+}
+
+int HeadlessEditText::LineStart(int line) const {
+  const auto starts = LineStarts();
+  return line < 0 || line >= static_cast<int>(starts.size()) ? -1 : starts[static_cast<std::size_t>(line)];
+}
+
+bool HeadlessEditText::EndsLine(int position) const {
+  return text.GetAt(position - 2) == _T('\r') && text.GetAt(position - 1) == _T('\n');
+}
+
+int HeadlessEditText::LineLength(int line) const {
+  const int start = LineStart(line);
+  if (start < 0) return 0;
+  const int next = LineStart(line + 1);
+  int end = next < 0 ? text.GetLength() : next;
+  if (next > 0 && EndsLine(end)) end -= 2;
+  return end - start;
+}
+
+int HeadlessEditText::Above(int position, int lines) const {
+  const int line = LineOf(position);
+  const int target = line - lines;
+  if (line < 0 || LineStart(target) < 0) return position;
+  const int next = LineStart(target + 1);
+  // Behind the last letter of a broken line lies the start of the next one.
+  const int last = next < 0 || EndsLine(next) ? LineStart(target) + LineLength(target) : StepBack(next);
+  return std::min(LineStart(target) + (position - LineStart(line)), last);
+}
+
+}  // namespace lorv

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/headless/controls/headless_items.h"
+#include "platform/headless/desktop/headless_desktop.h"
+#include "platform/headless/window/headless_window.h"
+#include "platform/models/list_behaviour.h"
+
+namespace lorv {
+
+// Its rows are 16 pixels high.
+class HeadlessList : public ListConduct<HeadlessWindow, HeadlessItems> {
+ public:
+  HeadlessList(HeadlessDesktop& desktop, HWND handle, const WindowRequest& request)
+      : ListConduct(HeadlessItems((request.style & LBS_SORT) != 0, {}), desktop, handle, request) {}
+
+ protected:
+  bool IsSelected(int index) const override { return Kept().Kept().IsSelected(index); }
+  void SetSelected(int index, bool on) override;
+  CRect RowPlace(int index) const override;
+  int RowHeight() const override { return kHeadlessHeight; }
+  int RowAt(CPoint at) const override;
+  int Top() const override { return top_; }
+  void SetTop(int index) override;
+  void ShowChoice() override;
+  void PaintSelf(Canvas& canvas) override;
+
+ private:
+  int top_ = 0;
+};
+
+}  // namespace lorv

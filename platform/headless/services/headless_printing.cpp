@@ -1,0 +1,47 @@
+#include "platform/headless/services/headless_printing.h"
+
+namespace lorv {
+namespace {
+
+class RecordedJob : public PrintJob {
+ public:
+  explicit RecordedJob(HeadlessPrinting& printing) : printing_(printing) {}
+  ~RecordedJob() override { Note(_T("gone")); }
+
+  bool Begin(LPCTSTR document, const PageWays& ways) override {
+    Note(_T("begin %s mapping %d font %s %d align %u"), document, ways.mapping, ways.face,
+         ways.tenths_of_points, ways.align);
+    return printing_.begins;
+  }
+
+  SIZE Extent(LPCTSTR text) override {
+    Note(_T("extent %s"), text);
+    return {CString(text).GetLength() * 100, printing_.line_height};
+  }
+
+  void Text(int x, int y, LPCTSTR text) override { Note(_T("text %d %d %s"), x, y, text); }
+  void End() override { Note(_T("end")); }
+
+ private:
+  template <class... Args>
+  void Note(LPCTSTR format, const Args&... args) {
+    CString note;
+    note.Format(format, args...);
+    printing_.asked.push_back(note);
+  }
+
+  HeadlessPrinting& printing_;
+};
+
+}  // namespace
+
+std::unique_ptr<PrintJob> HeadlessPrinting::Ask(HWND owner, DWORD flags) {
+  CString note;
+  note.Format(_T("ask %u"), flags);
+  asked.push_back(note);
+  owners.push_back(owner);
+  if (!agrees) return nullptr;
+  return std::make_unique<RecordedJob>(*this);
+}
+
+}  // namespace lorv

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstddef>
+#include <utility>
+
+#include "platform/models/message_values.h"
+
+namespace lorv {
+
+// The items of a list or drop-down list: texts with a number each, and which one is chosen. Answers are those
+// of the LB_ and CB_ messages, -1 for what is not there. Texts compare without regard to the case of letters.
+//
+// `Store` keeps them where the peer wants them: Count(), Text(i), Put(i, text), Remove(i), Clear(), Data(i)
+// and SetData(i, data), all of items that are there.
+template <class Store>
+class Items {
+ public:
+  Items(bool sorted, Store store) : sorted_(sorted), store_(std::move(store)) {}
+
+  int Count() const { return store_.Count(); }
+  bool Has(int index) const { return index >= 0 && index < Count(); }
+  CString Text(int index) const { return store_.Text(index); }
+  Store& Kept() { return store_; }
+  const Store& Kept() const { return store_; }
+
+  int Add(LPCTSTR text) {
+    int index = Count();
+    if (sorted_)
+      for (index = 0; index < Count() && Text(index).CompareNoCase(text) <= 0;) ++index;
+    return Put(index, text);
+  }
+  // -1: at the end.
+  int Insert(int index, LPCTSTR text) {
+    if (index < -1 || index > Count()) return -1;
+    return Put(index == -1 ? Count() : index, text);
+  }
+  int Delete(int index) {
+    if (!Has(index)) return -1;
+    store_.Remove(index);
+    if (chosen == index)
+      chosen = -1;
+    else if (chosen > index)
+      --chosen;
+    return Count();
+  }
+  void Clear() {
+    store_.Clear();
+    chosen = -1;
+  }
+
+  // From behind `after` around to it; `whole`: equal, else beginning with it.
+  int Find(int after, LPCTSTR text, bool whole) const {
+    const CString wanted(text);
+    const int count = Count();
+    const int start = Has(after) ? after + 1 : 0;
+    for (int i = 0; i < count; ++i) {
+      const int index = (start + i) % count;
+      const CString known = Text(index);
+      if ((whole ? known : known.Left(wanted.GetLength())).CompareNoCase(wanted) == 0) return index;
+    }
+    return -1;
+  }
+  LRESULT Length(int index) const { return Has(index) ? Text(index).GetLength() : -1; }
+  LRESULT Copy(int index, LPTSTR target) const {
+    if (!Has(index) || target == nullptr) return -1;
+    const CString text = Text(index);
+    return CopyOut(text, target, static_cast<std::size_t>(text.GetLength()) + 1);
+  }
+  LRESULT Data(int index) const { return Has(index) ? store_.Data(index) : -1; }
+  LRESULT SetData(int index, LPARAM data) {
+    if (!Has(index)) return -1;
+    store_.SetData(index, data);
+    return 0;
+  }
+
+  int chosen = -1;
+
+ private:
+  int Put(int index, LPCTSTR text) {
+    store_.Put(index, CString(text));
+    if (chosen >= index) ++chosen;
+    return index;
+  }
+
+  bool sorted_;
+  Store store_;
+};
+
+}  // namespace lorv

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <vector>
+
+#include "framework/native/export.h"
+#include "framework/native/window_types.h"
+
+namespace lorv {
+
+// A progress dialog that tells what it shows: one whose window is drawn by this process. A dialog has it by
+// being derived from it, too; that of the system's shell has it not.
+// One thread: that of the user interface.
+class COMM_LORV_API ProgressPicture {
+ public:
+  ProgressPicture() = default;
+  ProgressPicture(const ProgressPicture&) = delete;
+  ProgressPicture& operator=(const ProgressPicture&) = delete;
+  virtual ~ProgressPicture() = default;
+
+  // As WindowPeer::Picture.
+  virtual std::vector<DWORD> Picture(SIZE& size) = 0;
+};
+
+}  // namespace lorv

@@ -1,0 +1,180 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+
+#include "framework/objects/exceptions.h"
+#include "framework/text/utf8.h"
+#include "platform/ports/files.h"
+#include "platform/posix/services/file_time.h"
+#include "platform/posix/services/native_path.h"
+
+namespace lorv {
+namespace {
+
+constexpr mode_t kFileMode = 0666;
+constexpr mode_t kFolderMode = 0777;
+constexpr mode_t kWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
+
+class PosixFile : public File {
+ public:
+  explicit PosixFile(int descriptor) : descriptor_(descriptor) {}
+  ~PosixFile() override { close(descriptor_); }
+
+  std::int64_t Read(void* out, std::size_t size) override {
+    std::size_t done = 0;
+    while (done < size) {
+      const ssize_t count = read(descriptor_, static_cast<char*>(out) + done, size - done);
+      if (count < 0 && errno == EINTR) continue;
+      if (count < 0) return -1;
+      if (count == 0) break;
+      done += static_cast<std::size_t>(count);
+    }
+    return static_cast<std::int64_t>(done);
+  }
+
+  bool Write(const void* bytes, std::size_t size) override {
+    std::size_t done = 0;
+    while (done < size) {
+      const ssize_t count = write(descriptor_, static_cast<const char*>(bytes) + done, size - done);
+      if (count < 0 && errno == EINTR) continue;
+      if (count < 0) return false;
+      done += static_cast<std::size_t>(count);
+    }
+    return true;
+  }
+
+  bool Seek(std::uint64_t position) override {
+    return lseek(descriptor_, static_cast<off_t>(position), SEEK_SET) >= 0;
+  }
+
+  std::int64_t Size() override {
+    struct stat facts {};
+    return fstat(descriptor_, &facts) == 0 && S_ISREG(facts.st_mode) ? facts.st_size : -1;
+  }
+
+  // Every write goes to the system at once.
+  bool Flush() override { return true; }
+
+ private:
+  int descriptor_;
+};
+
+int FlagsOf(FileUse use) {
+  switch (use) {
+    case FileUse::kCreate:
+      return O_RDWR | O_CREAT | O_TRUNC;
+    case FileUse::kAppend:
+      return O_WRONLY | O_CREAT | O_APPEND;
+    default:
+      return O_RDONLY;
+  }
+}
+
+int OpenPlainFile(const std::string& path, FileUse use) {
+  const int descriptor = open(path.c_str(), FlagsOf(use) | O_CLOEXEC, kFileMode);
+  struct stat facts {};
+  if (descriptor < 0 || fstat(descriptor, &facts) != 0 || !S_ISDIR(facts.st_mode)) return descriptor;
+  close(descriptor);
+  errno = EACCES;
+  return -1;
+}
+
+bool IsHidden(const std::string& path) {
+  const std::size_t name = path.find_last_of('/') + 1;
+  return path.size() > name + 1 && path[name] == '.' && path[name + 1] != '.';
+}
+
+FileFacts FactsOf(const struct stat& native, const std::string& path) {
+  FileFacts facts;
+  if (S_ISDIR(native.st_mode)) facts.attributes |= kAttributeFolder;
+  if ((native.st_mode & kWriteBits) == 0) facts.attributes |= kAttributeReadOnly;
+  if (IsHidden(path)) facts.attributes |= kAttributeHidden;
+  if (facts.attributes == 0) facts.attributes = kAttributeNormal;
+  facts.size = S_ISREG(native.st_mode) ? static_cast<std::uint64_t>(native.st_size) : 0;
+  facts.times.access = FileTimeOf(native.st_atim);
+  facts.times.write = FileTimeOf(native.st_mtim);
+  // The system keeps no time of birth that all its file systems know: the earlier of its two changes.
+  facts.times.creation = std::min(FileTimeOf(native.st_ctim), facts.times.write);
+  return facts;
+}
+
+class PosixFiles : public Files {
+ public:
+  std::unique_ptr<File> Open(LPCTSTR path, FileUse use, FileError* error) override {
+    const int descriptor = OpenPlainFile(NativePath(path), use);
+    if (descriptor >= 0) return std::make_unique<PosixFile>(descriptor);
+    if (error != nullptr) *error = {CFileException::ErrnoToException(errno), errno};
+    return nullptr;
+  }
+
+  std::optional<FileFacts> Facts(LPCTSTR path) override {
+    struct stat native {};
+    const std::string name = NativePath(path);
+    if (stat(name.c_str(), &native) != 0) return std::nullopt;
+    return FactsOf(native, name);
+  }
+
+  bool SetAttributes(LPCTSTR path, DWORD attributes) override {
+    struct stat native {};
+    const std::string name = NativePath(path);
+    if (stat(name.c_str(), &native) != 0) return false;
+    const mode_t others = native.st_mode & static_cast<mode_t>(07777) & ~kWriteBits;
+    const bool read_only = (attributes & kAttributeReadOnly) != 0;
+    const bool was_read_only = (native.st_mode & kWriteBits) == 0;
+    if (read_only == was_read_only) return true;
+    return chmod(name.c_str(), read_only ? others : others | S_IWUSR) == 0;
+  }
+
+  bool SetTimes(LPCTSTR path, const FileTimes& times) override {
+    const timespec native[2] = {NativeTimeOf(times.access), NativeTimeOf(times.write)};
+    return utimensat(AT_FDCWD, NativePath(path).c_str(), native, 0) == 0;
+  }
+
+  bool Remove(LPCTSTR path) override { return unlink(NativePath(path).c_str()) == 0; }
+
+  bool Replace(LPCTSTR from, LPCTSTR to) override {
+    return std::rename(NativePath(from).c_str(), NativePath(to).c_str()) == 0;
+  }
+
+  bool MakeFolder(LPCTSTR path) override { return mkdir(NativePath(path).c_str(), kFolderMode) == 0; }
+
+  std::vector<FoundFile> List(LPCTSTR folder, LPCTSTR pattern) override;
+};
+
+bool IsFolder(const std::string& path) {
+  struct stat native {};
+  return stat(path.c_str(), &native) == 0 && S_ISDIR(native.st_mode);
+}
+
+std::vector<FoundFile> PosixFiles::List(LPCTSTR folder, LPCTSTR pattern) {
+  std::vector<FoundFile> found;
+  std::string place = NativePath(folder);
+  if (place.empty()) place = ".";
+  const std::unique_ptr<DIR, int (*)(DIR*)> open_folder(opendir(place.c_str()), &closedir);
+  if (!open_folder) return found;
+  const CString fitting(pattern);
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): the stream is this call's own
+  while (const dirent* entry = readdir(open_folder.get())) {
+    const std::string_view bytes(entry->d_name);
+    if (bytes == "." || bytes == "..") continue;
+    const CString name = CString::FromUtf8(bytes);
+    if (!FitsPattern(name.View(), fitting.View())) continue;
+    found.push_back({name, IsFolder(place + '/' + entry->d_name)});
+  }
+  std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
+  return found;
+}
+
+}  // namespace
+
+Files& NativeFiles() {
+  static PosixFiles files;
+  return files;
+}
+
+}  // namespace lorv

@@ -1,0 +1,23 @@
+#include "platform/ports/desktop_services.h"
+#include "platform/ports/printing.h"
+
+namespace lorv {
+namespace {
+
+// Printers are chosen in a window, so only a desktop with windows can ask.
+class PosixPrinting : public Printing {
+ public:
+  std::unique_ptr<PrintJob> Ask(HWND owner, DWORD flags) override {
+    DesktopServices* const services = ServicesOfDesktop();
+    return services == nullptr ? nullptr : services->AskPrinter(owner, flags);
+  }
+};
+
+}  // namespace
+
+Printing& NativePrinting() {
+  static PosixPrinting printing;
+  return printing;
+}
+
+}  // namespace lorv

@@ -1,0 +1,102 @@
+#include "platform/qt/controls/qt_button.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "platform/qt/desktop/qt_text.h"
+
+namespace lorv {
+namespace {
+
+QWidget* MakeWidget(UINT type, QWidget* around) {
+  switch (type) {
+    case BS_CHECKBOX:
+    case BS_AUTOCHECKBOX:
+    case BS_3STATE:
+    case BS_AUTO3STATE: {
+      auto* const box = new QCheckBox(around);
+      box->setTristate(type == BS_3STATE || type == BS_AUTO3STATE);
+      return box;
+    }
+    case BS_RADIOBUTTON:
+    case BS_AUTORADIOBUTTON: {
+      auto* const button = new QRadioButton(around);
+      button->setAutoExclusive(false);
+      return button;
+    }
+    case BS_GROUPBOX:
+      return new QGroupBox(around);
+    default: {
+      auto* const button = new QPushButton(around);
+      // Which button Return presses is the dialog's affair.
+      button->setAutoDefault(false);
+      return button;
+    }
+  }
+}
+
+// Without its marks: "&" before a letter, and "&&" for the sign itself.
+QString WithoutMarks(const QString& text) {
+  QString plain;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    if (text[i] == u'&' && i + 1 < text.size()) ++i;
+    plain += text[i];
+  }
+  return plain;
+}
+
+}  // namespace
+
+QtButton::QtButton(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around)
+    : ButtonConduct(desk, handle, request) {
+  StartControl(MakeWidget(Type(), around));
+  ShowState();
+  TextChanged();
+}
+
+void QtButton::TextChanged() {
+  const QString text = ToQt(Text().View());
+  if (auto* const button = dynamic_cast<QAbstractButton*>(Widget())) button->setText(text);
+  if (auto* const box = dynamic_cast<QGroupBox*>(Widget())) box->setTitle(text);
+}
+
+void QtButton::ShowState() {
+  auto* const button = dynamic_cast<QAbstractButton*>(Widget());
+  if (button == nullptr) return;
+  button->setDown(IsPushed());
+  if (auto* const box = dynamic_cast<QCheckBox*>(button)) {
+    constexpr Qt::CheckState kStates[] = {Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked};
+    box->setCheckState(kStates[Check()]);
+  } else if (button->isCheckable()) {
+    button->setChecked(Check() != BST_UNCHECKED);
+  }
+  if (auto* const push = dynamic_cast<QPushButton*>(button)) push->setDefault(Type() == BS_DEFPUSHBUTTON);
+}
+
+QtStatic::QtStatic(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around)
+    : QtControl(desk, handle, request) {
+  auto* const label = new QLabel(around);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  const DWORD side = Look() & 3U;
+  const auto across =
+      side == SS_CENTER ? Qt::AlignHCenter : (side == SS_RIGHT ? Qt::AlignRight : Qt::AlignLeft);
+  label->setAlignment(across | Qt::AlignTop);
+  StartControl(label);
+  TextChanged();
+}
+
+void QtStatic::TextChanged() {
+  const QString text = ToQt(Text().View());
+  const bool marks = (Look() & SS_NOPREFIX) == 0;
+  static_cast<QLabel*>(Widget())->setText(marks ? WithoutMarks(text) : text);
+}
+
+LRESULT QtStatic::Default(UINT message, WPARAM w, LPARAM l) {
+  return message == WM_GETDLGCODE ? DLGC_STATIC : QtControl::Default(message, w, l);
+}
+
+}  // namespace lorv

@@ -1,0 +1,65 @@
+#include "platform/qt/controls/qt_control.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <utility>
+
+#include "framework/ports/window_map.h"
+#include "platform/qt/desktop/qt_text.h"
+#include "platform/qt/drawing/qt_fonts.h"
+
+namespace lorv {
+
+void QtControl::StartControl(QWidget* widget, QWidget* pane) {
+  Start(widget, pane);
+  widget->setFont(FontOf(Font()));
+}
+
+bool QtControl::Framed() const {
+  return (Look() & WS_BORDER) != 0 || (ExStyle() & WS_EX_CLIENTEDGE) != 0;
+}
+
+QtWindow::Edges QtControl::Margins() const {
+  if (Pane() == Widget()) {
+    const int line = Framed() ? 1 : 0;
+    return {line, line, line, line};
+  }
+  const QRect pane = Pane()->geometry();
+  return {pane.left(), pane.top(), Widget()->width() - pane.left() - pane.width(),
+          Widget()->height() - pane.top() - pane.height()};
+}
+
+void QtControl::FontChanged(const QFont& font) {
+  Widget()->setFont(font);
+}
+
+LRESULT QtControl::Default(UINT message, WPARAM w, LPARAM l) {
+  if (message == WM_PAINT) {
+    natively_ = true;
+    return 0;
+  }
+  return QtWindow::Default(message, w, l);
+}
+
+void QtControl::AskToPaint() {
+  const bool before = std::exchange(natively_, false);
+  QtWindow::AskToPaint();
+  if (!Exists() || (natively_ && before)) return;
+  asked_ = true;
+  Pane()->update();
+}
+
+// The widget set paints on its own account as well. The class is asked afterwards, not in the middle of that,
+// and what it then draws is shown by the next round.
+bool QtControl::TakePaint(QObject* receiver, QPaintEvent& event) {
+  if (receiver != Pane() || MappedWindow(Handle()) == nullptr) return false;
+  if (!std::exchange(asked_, false)) WantPaint(CRect(ClientRect()));
+  if (natively_) return false;
+  QPainter painter(Pane());
+  const Edges edges = Margins();
+  const QPoint at = Pane() == Widget() ? QPoint(edges.left, edges.top) : QPoint(0, 0);
+  Surface().Show(painter, at, event.rect());
+  return true;
+}
+
+}  // namespace lorv

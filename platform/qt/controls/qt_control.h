@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/qt/window/qt_window.h"
+
+namespace lorv {
+
+// A window that the widget set draws. Where its window class handles WM_PAINT without asking for the default
+// conduct, the class's own drawing is shown instead.
+class QtControl : public QtWindow {
+ public:
+  using QtWindow::QtWindow;
+  LRESULT Default(UINT message, WPARAM w, LPARAM l) override;
+
+ protected:
+  Edges Margins() const override;
+  bool PaintsSelf() const override { return false; }
+  bool TakePaint(QObject* receiver, QPaintEvent& event) override;
+  void AskToPaint() override;
+  void FontChanged(const QFont& font) override;
+  // The first size of its text and items; before the widget is shown.
+  void StartControl(QWidget* widget, QWidget* pane = nullptr);
+  bool Framed() const;
+
+ private:
+  bool natively_ = true;  // as the class last said
+  bool asked_ = false;    // since the widget set painted
+};
+
+}  // namespace lorv

@@ -1,0 +1,100 @@
+#include <QAction>
+#include <QApplication>
+#include <QMenu>
+#include <algorithm>
+#include <memory>
+
+#include "platform/qt/controls/qt_column_menu.h"
+#include "platform/qt/desktop/qt_desk.h"
+#include "platform/qt/desktop/qt_text.h"
+
+// Popup menus. A submenu that breaks into columns stays one column with lines at its breaks.
+
+namespace lorv {
+namespace {
+
+constexpr UINT kBreaks = MF_MENUBREAK | MF_MENUBARBREAK;
+
+QString Label(const CString& text) {
+  // What stands behind the tab goes to the right edge, as a key of a command does.
+  return ToQt(text.View());
+}
+
+bool Breaks(const MenuEntry& entry) {
+  return (entry.flags & kBreaks) != 0;
+}
+
+void Fill(QMenu& menu, const MenuModel& model);
+
+void AddEntry(QMenu& menu, const MenuEntry& entry) {
+  if ((entry.flags & MF_SEPARATOR) != 0) {
+    menu.addSeparator();
+    return;
+  }
+  QAction* action = nullptr;
+  if (entry.submenu != nullptr) {
+    auto* const below = new QMenu(Label(entry.text), &menu);
+    Fill(*below, *entry.submenu);
+    action = menu.addMenu(below);
+  } else {
+    action = menu.addAction(Label(entry.text));
+    action->setData(entry.id);
+  }
+  action->setEnabled((entry.flags & (MF_GRAYED | MF_DISABLED)) == 0);
+  action->setCheckable((entry.flags & MF_CHECKED) != 0);
+  action->setChecked((entry.flags & MF_CHECKED) != 0);
+}
+
+void Fill(QMenu& menu, const MenuModel& model) {
+  for (const MenuEntry& entry : model.entries) {
+    if (Breaks(entry) && !menu.isEmpty()) menu.addSeparator();
+    AddEntry(menu, entry);
+  }
+}
+
+void Fill(QtColumnMenu& menu, const MenuModel& model) {
+  QMenu* column = nullptr;
+  for (const MenuEntry& entry : model.entries) {
+    if (column == nullptr || (Breaks(entry) && !column->isEmpty()))
+      column = &menu.AddColumn(column != nullptr && (entry.flags & MF_MENUBARBREAK) != 0);
+    AddEntry(*column, entry);
+  }
+}
+
+QPoint CornerOf(QSize size, POINT screen, UINT flags) {
+  QPoint at = ToQt(screen);
+  if ((flags & TPM_RIGHTALIGN) != 0) at.rx() -= size.width();
+  if ((flags & TPM_CENTERALIGN) != 0) at.rx() -= size.width() / 2;
+  if ((flags & TPM_BOTTOMALIGN) != 0) at.ry() -= size.height();
+  if ((flags & TPM_VCENTERALIGN) != 0) at.ry() -= size.height() / 2;
+  return at;
+}
+
+}  // namespace
+
+// Menus have no parent: the owner may go while one is up.
+UINT QtDesk::Popup(const MenuModel& model, POINT screen, UINT flags, HWND owner) {
+  if (menu_up_) return 0;
+  const auto window = At(owner);
+  const QFont font = window != nullptr ? window->Widget()->font() : QApplication::font("QMenu");
+  SetCapture(nullptr);
+  menu_up_ = true;
+  UINT command = 0;
+  if (std::any_of(model.entries.begin(), model.entries.end(), Breaks)) {
+    QtColumnMenu menu;
+    menu.setFont(font);
+    Fill(menu, model);
+    const QAction* const chosen = menu.Choose(CornerOf(menu.sizeHint(), screen, flags));
+    if (chosen != nullptr) command = chosen->data().toUInt();
+  } else {
+    QMenu menu;
+    Fill(menu, model);
+    menu.setFont(font);
+    const QAction* const chosen = menu.exec(CornerOf(menu.sizeHint(), screen, flags));
+    if (chosen != nullptr) command = chosen->data().toUInt();
+  }
+  menu_up_ = false;
+  return command;
+}
+
+}  // namespace lorv

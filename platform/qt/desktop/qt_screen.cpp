@@ -1,0 +1,143 @@
+#include <QApplication>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QInputMethod>
+#include <QLocale>
+#include <QPalette>
+#include <QScreen>
+#include <QStyle>
+#include <QWidget>
+
+#include "platform/qt/desktop/qt_desk.h"
+#include "platform/qt/desktop/qt_text.h"
+#include "platform/qt/drawing/qt_fonts.h"
+
+// The screen, its colours and measures, the clipboard, the keyboard layout.
+
+namespace lorv {
+namespace {
+
+QPalette::ColorRole RoleOf(int index) {
+  switch (index) {
+    case COLOR_WINDOW:
+      return QPalette::Base;
+    case COLOR_WINDOWTEXT:
+      return QPalette::Text;
+    case COLOR_HIGHLIGHT:
+    case COLOR_HOTLIGHT:
+      return QPalette::Highlight;
+    case COLOR_HIGHLIGHTTEXT:
+      return QPalette::HighlightedText;
+    case COLOR_BTNSHADOW:
+      return QPalette::Dark;
+    case COLOR_BTNTEXT:
+      return QPalette::ButtonText;
+    case COLOR_BTNHIGHLIGHT:
+      return QPalette::Light;
+    case COLOR_INFOBK:
+      return QPalette::ToolTipBase;
+    case COLOR_INFOTEXT:
+      return QPalette::ToolTipText;
+    case COLOR_BTNFACE:
+    case COLOR_SCROLLBAR:
+      return QPalette::Window;
+    default:
+      return QPalette::WindowText;
+  }
+}
+
+const QScreen* ScreenNear(POINT at) {
+  const QScreen* const hit = QGuiApplication::screenAt(ToQt(at));
+  return hit == nullptr ? QGuiApplication::primaryScreen() : hit;
+}
+
+}  // namespace
+
+RECT QtDesk::WorkArea(POINT near_by) const {
+  const QScreen* const screen = ScreenNear(near_by);
+  return screen == nullptr ? CRect() : FromQt(screen->availableGeometry());
+}
+
+RECT QtDesk::Screen() const {
+  const QScreen* const screen = QGuiApplication::primaryScreen();
+  return screen == nullptr ? CRect() : FromQt(screen->geometry());
+}
+
+COLORREF QtDesk::Colour(int index) const {
+  const auto group = index == COLOR_GRAYTEXT ? QPalette::Disabled : QPalette::Active;
+  const QColor colour = QApplication::palette().color(group, RoleOf(index));
+  return RGB(static_cast<unsigned>(colour.red()), static_cast<unsigned>(colour.green()),
+             static_cast<unsigned>(colour.blue()));
+}
+
+int QtDesk::Metric(int index) const {
+  const QStyle* const style = QApplication::style();
+  switch (index) {
+    case SM_CXSCREEN:
+      return Screen().right - Screen().left;
+    case SM_CYSCREEN:
+      return Screen().bottom - Screen().top;
+    case SM_CXVSCROLL:
+    case SM_CYHSCROLL:
+    case SM_CYVSCROLL:
+    case SM_CXHSCROLL:
+      return style->pixelMetric(QStyle::PM_ScrollBarExtent);
+    case SM_CYCAPTION:
+      return style->pixelMetric(QStyle::PM_TitleBarHeight);
+    case SM_CXDOUBLECLK:
+    case SM_CYDOUBLECLK:
+      return 4;
+    case SM_CXEDGE:
+    case SM_CYEDGE:
+      return 2;
+    default:
+      return 1;
+  }
+}
+
+LOGFONT QtDesk::DialogFont() const {
+  return DialogFace();
+}
+
+std::unique_ptr<Canvas> QtDesk::MakeCanvas(SIZE size) const {
+  return std::make_unique<QtCanvas>(std::make_shared<QtSurface>(size), CRect(CPoint(0, 0), size));
+}
+
+// The language in use, with the number that the platform has for it; others answer as English.
+HKL QtDesk::Layout() const {
+  const QLocale locale = QGuiApplication::inputMethod()->locale();
+  const bool traditional = locale.script() == QLocale::TraditionalChineseScript;
+  UINT_PTR number = 0x0409;
+  if (locale.language() == QLocale::Chinese) number = traditional ? 0x0404 : 0x0804;
+  if (locale.language() == QLocale::Japanese) number = 0x0411;
+  if (locale.language() == QLocale::German) number = 0x0407;
+  return reinterpret_cast<HKL>(number << 16U | number);
+}
+
+// Qt reads the layout and cannot change it: only the one in force can be "activated".
+HKL QtDesk::ActivateLayout(HKL layout, UINT /*flags*/) {
+  return layout == Layout() ? layout : nullptr;
+}
+
+bool QtDesk::HasClipboardText() const {
+  return !ClipboardText().IsEmpty();
+}
+
+CString QtDesk::ClipboardText() const {
+  QString text = QGuiApplication::clipboard()->text();
+  text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+  return FromQt(text.replace(QChar(u'\n'), QStringLiteral("\r\n")));
+}
+
+bool QtDesk::SetClipboardText(const CString& text) {
+  QGuiApplication::clipboard()->setText(
+      ToQt(text.View()).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+  return true;
+}
+
+UINT QtDesk::RegisterMessage(LPCTSTR name) {
+  constexpr UINT kFirst = 0xC000;
+  return registered_.emplace(CString(name), kFirst + static_cast<UINT>(registered_.size())).first->second;
+}
+
+}  // namespace lorv

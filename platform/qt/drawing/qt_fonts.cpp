@@ -1,0 +1,77 @@
+#include "platform/qt/drawing/qt_fonts.h"
+
+#include <QFontDatabase>
+#include <QFontMetrics>
+#include <algorithm>
+
+#include "platform/models/message_values.h"
+#include "platform/qt/desktop/qt_text.h"
+
+namespace lorv {
+namespace {
+
+constexpr int kDialogPixels = 12;
+
+QString ChineseFamily() {
+  const QStringList families = QFontDatabase::families(QFontDatabase::SimplifiedChinese);
+  for (const QString& family : families)
+    if (!QFontDatabase::isFixedPitch(family)) return family;
+  return families.isEmpty() ? QFont().family() : families.front();
+}
+
+const QString& Chinese() {
+  static const QString family = ChineseFamily();
+  return family;
+}
+
+QString Installed(const QString& face) {
+  return !face.isEmpty() && QFontDatabase::hasFamily(face) ? face : Chinese();
+}
+
+TextView FaceOf(const LOGFONT& description) {
+  const TCHAR* const face = description.lfFaceName;
+  return {face, static_cast<std::size_t>(std::find(face, face + LF_FACESIZE, TCHAR{0}) - face)};
+}
+
+// The size at which a line has that height.
+int PixelsForLine(QFont font, int height) {
+  font.setPixelSize(height);
+  const int line = std::max(QFontMetrics(font).height(), 1);
+  return std::max(height * height / line, 1);
+}
+
+}  // namespace
+
+QFont FontOf(const LOGFONT& description) {
+  QFont font;
+  font.setFamilies({Installed(ToQt(FaceOf(description))), Chinese()});
+  font.setBold(description.lfWeight > (FW_NORMAL + FW_BOLD) / 2);
+  font.setItalic(description.lfItalic != 0);
+  font.setUnderline(description.lfUnderline != 0);
+  font.setStrikeOut(description.lfStrikeOut != 0);
+  const int height = std::clamp(description.lfHeight, -10000, 10000);
+  if (height < 0) font.setPixelSize(-height);
+  if (height == 0) font.setPixelSize(kDialogPixels);
+  if (height > 0) font.setPixelSize(PixelsForLine(font, height));
+  return font;
+}
+
+LOGFONT DescriptionOf(const QFont& font) {
+  LOGFONT description = {};
+  description.lfHeight = -font.pixelSize();
+  description.lfWeight = font.bold() ? FW_BOLD : FW_NORMAL;
+  description.lfItalic = font.italic() ? 1 : 0;
+  description.lfUnderline = font.underline() ? 1 : 0;
+  description.lfStrikeOut = font.strikeOut() ? 1 : 0;
+  description.lfCharSet = DEFAULT_CHARSET;
+  CopyOut(FromQt(font.family()), description.lfFaceName, LF_FACESIZE);
+  return description;
+}
+
+LOGFONT DialogFace() {
+  QFont font(Chinese());
+  font.setPixelSize(kDialogPixels);
+  return DescriptionOf(font);
+}
+
+}  // namespace lorv

@@ -1,0 +1,174 @@
+#include "platform/qt/window/qt_board.h"
+
+#include <QDialog>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyle>
+
+#include "framework/ports/window_map.h"
+#include "platform/qt/desktop/qt_desk.h"
+#include "platform/qt/desktop/qt_text.h"
+
+namespace lorv {
+namespace {
+
+Qt::WindowFlags FlagsOf(const WindowRequest& request) {
+  if ((request.style & WS_CHILD) != 0) return Qt::Widget;
+  if (request.kind == WindowKind::Popup) return Qt::ToolTip | Qt::FramelessWindowHint;
+  const bool frame = (request.style & WS_CAPTION) == WS_CAPTION;
+  const auto kind = request.kind == WindowKind::Dialog ? Qt::Dialog : Qt::Window;
+  return frame ? Qt::WindowFlags(kind) : kind | Qt::FramelessWindowHint;
+}
+
+QWidget* MakeWidget(const WindowRequest& request, QWidget* around) {
+  if (request.kind == WindowKind::Dialog) return new QDialog(around, FlagsOf(request));
+  return new QWidget(around, FlagsOf(request));
+}
+
+int CodeOf(int action) {
+  switch (action) {
+    case QAbstractSlider::SliderSingleStepAdd:
+      return SB_LINEDOWN;
+    case QAbstractSlider::SliderSingleStepSub:
+      return SB_LINEUP;
+    case QAbstractSlider::SliderPageStepAdd:
+      return SB_PAGEDOWN;
+    case QAbstractSlider::SliderPageStepSub:
+      return SB_PAGEUP;
+    case QAbstractSlider::SliderToMinimum:
+      return SB_TOP;
+    case QAbstractSlider::SliderToMaximum:
+      return SB_BOTTOM;
+    default:
+      return SB_THUMBTRACK;
+  }
+}
+
+}  // namespace
+
+QtBoard::QtBoard(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around)
+    : QtWindow(desk, handle, request) {
+  QWidget* const widget = MakeWidget(request, around);
+  // What is seen comes from the surface alone: nothing is filled before.
+  widget->setAttribute(Qt::WA_OpaquePaintEvent);
+  widget->setAttribute(Qt::WA_InputMethodEnabled);
+  widget->setWindowTitle(ToQt(request.text.View()));
+  Start(widget);
+  StyleChanged(0);
+}
+
+int QtBoard::Line() const {
+  const bool framed = (Look() & WS_CAPTION) != WS_CAPTION && (Look() & WS_BORDER) != 0;
+  return framed || (ExStyle() & WS_EX_CLIENTEDGE) != 0 ? 1 : 0;
+}
+
+QtWindow::Edges QtBoard::Margins() const {
+  const int line = Line();
+  const int bar = Widget()->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  return {line, line, line + ((Look() & WS_VSCROLL) != 0 ? bar : 0),
+          line + ((Look() & WS_HSCROLL) != 0 ? bar : 0)};
+}
+
+void QtBoard::EraseGround(Canvas& canvas, const CRect& part) {
+  if (Kind() == WindowKind::Dialog || Kind() == WindowKind::Top)
+    canvas.Fill(part, Home().Colour(COLOR_BTNFACE));
+}
+
+void QtBoard::StyleChanged(DWORD before) {
+  constexpr DWORD kBars = WS_VSCROLL | WS_HSCROLL;
+  if (((Look() ^ before) & kBars) == 0 || Widget() == nullptr) return;
+  if ((Look() & WS_VSCROLL) != 0) ProvideBar(SB_VERT);
+  if ((Look() & WS_HSCROLL) != 0) ProvideBar(SB_HORZ);
+  PlaceBars();
+}
+
+void QtBoard::ProvideBar(int bar) {
+  QScrollBar*& slot = bars_[bar == SB_VERT ? 1 : 0];
+  if (slot != nullptr) return;
+  slot = new QScrollBar(bar == SB_VERT ? Qt::Vertical : Qt::Horizontal, Widget());
+  slot->setFocusPolicy(Qt::NoFocus);
+  Watch(slot);
+  QObject::connect(slot, &QScrollBar::actionTriggered, slot,
+                   WhileItLives([this, bar](int action) { Moved(bar, action); }));
+  QObject::connect(slot, &QScrollBar::sliderReleased, slot, WhileItLives([this, bar] { Released(bar); }));
+}
+
+void QtBoard::PlaceBars() {
+  const QRect all = Widget()->rect();
+  const Edges edges = Margins();
+  for (const int bar : {SB_VERT, SB_HORZ}) {
+    QScrollBar* const slot = bars_[bar == SB_VERT ? 1 : 0];
+    if (slot == nullptr) continue;
+    const bool on = (Look() & (bar == SB_VERT ? WS_VSCROLL : WS_HSCROLL)) != 0;
+    const QRect client = all.adjusted(edges.left, edges.top, -edges.right, -edges.bottom);
+    const int line = Line();
+    slot->setGeometry(bar == SB_VERT
+                          ? QRect(client.right() + 1, client.top(), edges.right - line, client.height())
+                          : QRect(client.left(), client.bottom() + 1, client.width(), edges.bottom - line));
+    slot->setVisible(on);
+  }
+}
+
+void QtBoard::ScrollChanged() {
+  PlaceBars();
+  for (const int bar : {SB_VERT, SB_HORZ}) {
+    QScrollBar* const slot = bars_[bar == SB_VERT ? 1 : 0];
+    if (slot == nullptr || slot->isSliderDown()) continue;
+    const SCROLLINFO now = Scroll(bar);
+    const int page = static_cast<int>(now.nPage);
+    slot->setRange(now.nMin, now.nMax - std::max(page - 1, 0));
+    slot->setPageStep(std::max(page, 1));
+    slot->setValue(now.nPos);
+  }
+}
+
+// The bar only asks: it moves when the window class sets its position. The handle alone follows the mouse.
+void QtBoard::Moved(int bar, int action) {
+  if (!Exists() || Blocked()) return;
+  const auto keep = shared_from_this();
+  const QtDesk::Event event(Home());
+  QScrollBar* const slot = bars_[bar == SB_VERT ? 1 : 0];
+  const int code = CodeOf(action);
+  if (code == SB_THUMBTRACK) {
+    dragged_ = slot->isSliderDown();
+    Tell(bar, SB_THUMBTRACK, slot->sliderPosition());
+    if (!dragged_ && Exists()) Released(bar);
+    return;
+  }
+  slot->setSliderPosition(Scroll(bar).nPos);
+  Tell(bar, code, 0);
+  if (Exists()) Tell(bar, SB_ENDSCROLL, 0);
+  if (Exists()) slot->setSliderPosition(Scroll(bar).nPos);
+}
+
+void QtBoard::Released(int bar) {
+  if (!Exists() || Blocked()) return;
+  const auto keep = shared_from_this();
+  const QtDesk::Event event(Home());
+  QScrollBar* const slot = bars_[bar == SB_VERT ? 1 : 0];
+  Tell(bar, SB_THUMBPOSITION, slot->sliderPosition());
+  if (Exists()) Tell(bar, SB_ENDSCROLL, 0);
+  if (Exists()) slot->setSliderPosition(Scroll(bar).nPos);
+}
+
+void QtBoard::Tell(int bar, int code, int position) {
+  DeliverMessage(Handle(), bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(code, position), 0);
+}
+
+bool QtBoard::TakePaint(QObject* receiver, QPaintEvent& event) {
+  if (receiver != Widget()) return false;
+  const Edges edges = Margins();
+  QPainter painter(Widget());
+  if (edges.right > Line() || edges.bottom > Line() || Line() != 0) {
+    painter.fillRect(Widget()->rect(), ToQt(Home().Colour(COLOR_BTNFACE)));
+    if (Line() != 0) {
+      painter.setPen(ToQt(Home().Colour(COLOR_BTNSHADOW)));
+      painter.drawRect(Widget()->rect().adjusted(0, 0, -1, -1));
+    }
+  }
+  Surface().Show(painter, QPoint(edges.left, edges.top), event.rect());
+  return true;
+}
+
+}  // namespace lorv

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/qt/window/qt_window.h"
+
+class QScrollBar;
+
+namespace lorv {
+
+// A window that draws itself: grids, dialogs, tips. Its bars stand at the right and the bottom edge.
+class QtBoard : public QtWindow {
+ public:
+  QtBoard(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around);
+
+ protected:
+  Edges Margins() const override;
+  void EraseGround(Canvas& canvas, const CRect& part) override;
+  void ScrollChanged() override;
+  void StyleChanged(DWORD before) override;
+  bool TakePaint(QObject* receiver, QPaintEvent& event) override;
+
+ private:
+  int Line() const;
+  void ProvideBar(int bar);
+  void PlaceBars();
+  void Moved(int bar, int action);
+  void Released(int bar);
+  void Tell(int bar, int code, int position);
+
+  std::array<QScrollBar*, 2> bars_ = {};
+  bool dragged_ = false;
+};
+
+}  // namespace lorv

@@ -1,0 +1,81 @@
+#include "platform/text/code_table.h"
+
+#include "platform/text/private_use_936.h"
+
+namespace lorv {
+namespace {
+
+constexpr unsigned kFirstLead = 0x81;
+constexpr unsigned kLastLead = 0xFE;
+constexpr unsigned kFirstTrail = 0x40;
+constexpr unsigned kLastTrail = 0xFE;
+constexpr unsigned kEuroCode = 0x80;
+constexpr unsigned kEuroSign = 0x20AC;
+
+constexpr unsigned ByteAt(std::string_view bytes, std::size_t at) {
+  return static_cast<unsigned char>(bytes[at]);
+}
+
+void AppendCode(std::string& bytes, unsigned code) {
+  if (code >= 0x100) bytes += static_cast<char>(code >> 8);
+  bytes += static_cast<char>(code & 0xFF);
+}
+
+}  // namespace
+
+CodeTable::CodeTable() : codes_(kUnits, 0), units_(kUnits, 0) {
+  for (unsigned code = 1; code < 0x80; ++code) Enter(code, code);
+  Enter(kEuroCode, kEuroSign);
+  const SystemCodes system;
+  for (unsigned lead = kFirstLead; lead <= kLastLead; ++lead) {
+    for (unsigned trail = kFirstTrail; trail <= kLastTrail; ++trail) {
+      const char bytes[] = {static_cast<char>(lead), static_cast<char>(trail)};
+      if (const unsigned unit = system.UnitOf({bytes, 2})) Enter(lead << 8 | trail, unit);
+    }
+  }
+  EnterPrivateUse();
+}
+
+void CodeTable::Enter(unsigned code, unsigned unit) {
+  units_[code] = static_cast<std::uint16_t>(unit);
+  codes_[unit] = static_cast<std::uint16_t>(code);
+}
+
+// Some systems leave these codes out of their table.
+void CodeTable::EnterPrivateUse() {
+  for (const PrivateUseRun& run : kPrivateUse936) {
+    for (unsigned i = 0; i < run.count; ++i) Enter(run.code + i, run.unit + i);
+  }
+}
+
+std::string CodeTable::ToNarrow(TextView text) const {
+  std::string bytes;
+  bytes.reserve(text.size() + text.size() / 2);
+  for (const TCHAR unit : text) {
+    const unsigned code = codes_[static_cast<std::uint16_t>(unit)];
+    AppendCode(bytes, code == 0 && unit != 0 ? '?' : code);
+  }
+  return bytes;
+}
+
+std::basic_string<TCHAR> CodeTable::ToText(std::string_view bytes) const {
+  std::basic_string<TCHAR> text;
+  text.reserve(bytes.size());
+  for (std::size_t at = 0; at < bytes.size(); ++at) {
+    const unsigned lead = ByteAt(bytes, at);
+    unsigned unit = units_[lead];
+    if (lead >= kFirstLead && lead <= kLastLead && at + 1 < bytes.size()) {
+      unit = units_[lead << 8 | ByteAt(bytes, at + 1)];
+      if (unit != 0) ++at;
+    }
+    text += static_cast<TCHAR>(unit == 0 && lead != 0 ? '?' : unit);
+  }
+  return text;
+}
+
+CodePage& SuiteCodePage() {
+  static CodeTable table;
+  return table;
+}
+
+}  // namespace lorv

@@ -1,0 +1,80 @@
+#include "platform/win32/desktop/message_pump.h"
+
+#include <cstring>
+
+#include "framework/ports/window_map.h"
+#include "platform/win32/desktop/carried_fault.h"
+
+namespace lorv {
+namespace {
+
+// What was offered last and not taken.
+thread_local MSG offered = {};
+thread_local int hooks = 0;
+
+bool IsSame(const MSG& a, const MSG& b) {
+  return a.hwnd == b.hwnd && a.message == b.message && a.wParam == b.wParam && a.lParam == b.lParam &&
+         a.time == b.time && a.pt.x == b.pt.x && a.pt.y == b.pt.y;
+}
+
+void Offer(MSG& message) {
+  if (message.hwnd == nullptr || IsMenuUp()) return;
+  // A message whose handler failed half way is not delivered on top of it.
+  bool taken = true;
+  CarriedFault::Guarded([&] { return taken = OfferMessage(message); });
+  if (taken) {
+    message.hwnd = nullptr;
+    message.message = WM_NULL;
+    message.wParam = 0;
+    message.lParam = 0;
+  }
+  // Behind the call: a handler may have run a loop of its own.
+  offered = message;
+}
+
+LRESULT CALLBACK SeeMessage(int code, WPARAM w, LPARAM l) {
+  // Those who only look at the queue will come again.
+  if (code == HC_ACTION && w == PM_REMOVE) Offer(*reinterpret_cast<MSG*>(l));
+  return CallNextHookEx(nullptr, code, w, l);
+}
+
+}  // namespace
+
+bool IsMenuUp() {
+  GUITHREADINFO info = {};
+  info.cbSize = sizeof(info);
+  constexpr DWORD kInMenu = GUI_INMENUMODE | GUI_POPUPMENUMODE | GUI_SYSTEMMENUMODE;
+  return GetGUIThreadInfo(GetCurrentThreadId(), &info) && (info.flags & kInMenu) != 0;
+}
+
+MessageHook::MessageHook()
+    : hook_(SetWindowsHookExW(WH_GETMESSAGE, &SeeMessage, nullptr, GetCurrentThreadId())) {
+  ++hooks;
+}
+
+MessageHook::~MessageHook() {
+  --hooks;
+  if (hook_ != nullptr) UnhookWindowsHookEx(hook_);
+}
+
+bool OfferHostMessage(MSG* message) {
+  if (message == nullptr || hooks == 0) return false;
+  if (message->hwnd == nullptr || IsSame(*message, offered)) return false;
+  Offer(*message);
+  return message->message == WM_NULL && message->hwnd == nullptr;
+}
+
+PumpStep PumpOne(bool wait) {
+  MSG message = {};
+  return CarriedFault::CallOut([&] {
+    if (wait && GetMessageW(&message, nullptr, 0, 0) <= 0) return PumpStep::kQuit;
+    if (!wait && !PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) return PumpStep::kNothing;
+    if (message.message == WM_QUIT) return PumpStep::kQuit;
+    if (OfferHostMessage(&message)) return PumpStep::kWorked;
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+    return PumpStep::kWorked;
+  });
+}
+
+}  // namespace lorv

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <memory>
+
+#include "framework/ports/canvas_port.h"
+#include "platform/win32/drawing/gdi_font.h"
+
+// The canvas over the system's device contexts. What it draws on is a target: a window's client area, what a
+// window has to repaint, or memory.
+namespace lorv {
+
+class GdiTarget {
+ public:
+  GdiTarget() = default;
+  GdiTarget(const GdiTarget&) = delete;
+  GdiTarget& operator=(const GdiTarget&) = delete;
+  virtual ~GdiTarget() = default;
+
+  virtual HDC Context() const = 0;  // null: what is drawn is lost
+  virtual SIZE Size() const = 0;
+};
+
+// A 32-bit picture in memory. Its context counts from `corner`, which is its left top pixel.
+class GdiMemory : public GdiTarget {
+ public:
+  explicit GdiMemory(SIZE size, POINT corner = {0, 0});
+  ~GdiMemory() override;
+
+  HDC Context() const override { return context_; }
+  SIZE Size() const override { return size_; }
+  DWORD* Pixels() { return pixels_; }  // from the top down, 0x00RRGGBB; null for want of memory
+
+ private:
+  SIZE size_;
+  HDC context_ = nullptr;
+  HBITMAP bitmap_ = nullptr;
+  HGDIOBJ former_ = nullptr;
+  DWORD* pixels_ = nullptr;
+};
+
+class GdiCanvas : public Canvas {
+ public:
+  explicit GdiCanvas(std::unique_ptr<GdiTarget> target);
+  ~GdiCanvas() override;
+
+  SIZE Size() const override { return target_->Size(); }
+  void Fill(const RECT& rect, COLORREF colour) override;
+  void Gradient(const RECT& rect, COLORREF first, COLORREF last, bool downwards) override;
+  void Frame(const RECT& rect, COLORREF colour, int width) override;
+  void Line(POINT from, POINT to, const Stroke& stroke) override;
+  void Polygon(const std::vector<POINT>& corners, const Stroke* edge, const COLORREF* inside) override;
+  void Invert(const RECT& rect) override;
+  void SetFont(const LOGFONTW& font) override;
+  TEXTMETRICW Metrics() const override;
+  SIZE Extent(TextView text) const override;
+  void Text(POINT at, TextView text, COLORREF colour) override;
+  void SetClip(const RECT* clip) override;
+  void Copy(const RECT& to, Canvas& from, POINT from_at) override;
+  void Image(const PixelImage& image, const RECT& to) override;
+  std::vector<DWORD> Pixels(const RECT& rect) const override;
+
+ private:
+  HDC Context() const { return target_->Context(); }
+
+  std::unique_ptr<GdiTarget> target_;
+  std::shared_ptr<const GdiFont> font_;
+  HDC measure_;  // without a window, so that texts are measured when the window is gone
+  HGDIOBJ measure_font_ = nullptr;
+  HGDIOBJ former_font_ = nullptr;
+};
+
+}  // namespace lorv

@@ -1,0 +1,163 @@
+#include <algorithm>
+
+#include "framework/objects/exceptions.h"
+#include "platform/ports/files.h"
+
+namespace lorv {
+namespace {
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr std::size_t kLargestTransfer = std::size_t{1} << 30;
+
+class Win32File : public File {
+ public:
+  explicit Win32File(HANDLE handle) : handle_(handle) {}
+  ~Win32File() override { CloseHandle(handle_); }
+
+  std::int64_t Read(void* out, std::size_t size) override {
+    std::size_t done = 0;
+    while (done < size) {
+      const auto part = static_cast<DWORD>(std::min(size - done, kLargestTransfer));
+      DWORD count = 0;
+      if (!ReadFile(handle_, static_cast<char*>(out) + done, part, &count, nullptr)) return -1;
+      if (count == 0) break;
+      done += count;
+    }
+    return static_cast<std::int64_t>(done);
+  }
+
+  bool Write(const void* bytes, std::size_t size) override {
+    std::size_t done = 0;
+    while (done < size) {
+      const auto part = static_cast<DWORD>(std::min(size - done, kLargestTransfer));
+      DWORD count = 0;
+      const char* from = static_cast<const char*>(bytes) + done;
+      if (!WriteFile(handle_, from, part, &count, nullptr) || count == 0) return false;
+      done += count;
+    }
+    return true;
+  }
+
+  bool Seek(std::uint64_t position) override {
+    LARGE_INTEGER to;
+    to.QuadPart = static_cast<LONGLONG>(position);
+    return SetFilePointerEx(handle_, to, nullptr, FILE_BEGIN) != 0;
+  }
+
+  std::int64_t Size() override {
+    LARGE_INTEGER size;
+    return GetFileSizeEx(handle_, &size) ? size.QuadPart : -1;
+  }
+
+  // Every write goes to the system at once.
+  bool Flush() override { return true; }
+
+ private:
+  HANDLE handle_;
+};
+
+LPCTSTR PathOf(LPCTSTR path) {
+  return path == nullptr ? _T("") : path;
+}
+
+HANDLE OpenHandle(LPCTSTR path, FileUse use) {
+  switch (use) {
+    case FileUse::kCreate:
+      return CreateFileW(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
+                         FILE_ATTRIBUTE_NORMAL, nullptr);
+    case FileUse::kAppend:
+      return CreateFileW(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
+                         FILE_ATTRIBUTE_NORMAL, nullptr);
+    default:
+      return CreateFileW(path, GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
+                         nullptr);
+  }
+}
+
+std::int64_t ToCount(const FILETIME& time) {
+  return static_cast<std::int64_t>(static_cast<std::uint64_t>(time.dwHighDateTime) << 32 |
+                                   time.dwLowDateTime);
+}
+
+FILETIME ToNative(std::int64_t time) {
+  const auto bits = static_cast<std::uint64_t>(time);
+  return {static_cast<DWORD>(bits), static_cast<DWORD>(bits >> 32)};
+}
+
+class Win32Files : public Files {
+ public:
+  std::unique_ptr<File> Open(LPCTSTR path, FileUse use, FileError* error) override {
+    const HANDLE handle = OpenHandle(PathOf(path), use);
+    if (handle != INVALID_HANDLE_VALUE) return std::make_unique<Win32File>(handle);
+    const auto number = static_cast<LONG>(GetLastError());
+    if (error != nullptr) *error = {CFileException::OsErrorToException(number), number};
+    return nullptr;
+  }
+
+  std::optional<FileFacts> Facts(LPCTSTR path) override {
+    WIN32_FILE_ATTRIBUTE_DATA native;
+    if (!GetFileAttributesExW(PathOf(path), GetFileExInfoStandard, &native)) return std::nullopt;
+    FileFacts facts;
+    facts.attributes = native.dwFileAttributes;
+    facts.size = static_cast<std::uint64_t>(native.nFileSizeHigh) << 32 | native.nFileSizeLow;
+    facts.times = {ToCount(native.ftLastAccessTime), ToCount(native.ftCreationTime),
+                   ToCount(native.ftLastWriteTime)};
+    return facts;
+  }
+
+  bool SetAttributes(LPCTSTR path, DWORD attributes) override {
+    return SetFileAttributesW(PathOf(path), attributes) != 0;
+  }
+
+  bool SetTimes(LPCTSTR path, const FileTimes& times) override {
+    const HANDLE handle = CreateFileW(PathOf(path), FILE_WRITE_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) return false;
+    // A time of 0 means "as it is" to the system too.
+    const FILETIME creation = ToNative(times.creation);
+    const FILETIME access = ToNative(times.access);
+    const FILETIME write = ToNative(times.write);
+    const bool set = SetFileTime(handle, &creation, &access, &write) != 0;
+    CloseHandle(handle);
+    return set;
+  }
+
+  std::string WithLineEnds(std::string text) const override { return WithCarriageReturns(text); }
+
+  bool Remove(LPCTSTR path) override { return DeleteFileW(PathOf(path)) != 0; }
+
+  bool Replace(LPCTSTR from, LPCTSTR to) override {
+    return MoveFileExW(PathOf(from), PathOf(to), MOVEFILE_REPLACE_EXISTING) != 0;
+  }
+
+  bool MakeFolder(LPCTSTR path) override { return CreateDirectoryW(PathOf(path), nullptr) != 0; }
+
+  std::vector<FoundFile> List(LPCTSTR folder, LPCTSTR pattern) override;
+};
+
+// The system would also match short names ("A~1.TXT"), so it lists all and the pattern is ours.
+std::vector<FoundFile> Win32Files::List(LPCTSTR folder, LPCTSTR pattern) {
+  std::vector<FoundFile> found;
+  const CString all = CString(folder).IsEmpty() ? CString(_T("*")) : CString(folder) + _T("\\*");
+  const CString fitting(pattern);
+  WIN32_FIND_DATAW entry;
+  const HANDLE search = FindFirstFileW(all, &entry);
+  if (search == INVALID_HANDLE_VALUE) return found;
+  do {
+    const CString name(static_cast<LPCTSTR>(entry.cFileName));
+    if (name == _T(".") || name == _T("..") || !FitsPattern(name.View(), fitting.View())) continue;
+    found.push_back({name, (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
+  } while (FindNextFileW(search, &entry));
+  FindClose(search);
+  std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
+  return found;
+}
+
+}  // namespace
+
+Files& NativeFiles() {
+  static Win32Files files;
+  return files;
+}
+
+}  // namespace lorv

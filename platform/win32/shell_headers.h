@@ -1,9 +1,0 @@
-#pragma once
-
-// The shell's part of the Windows headers, behind the one door of all.
-#include "framework/native_types.h"
-
-// clang-format off
-#include <shellapi.h>
-#include <shlobj.h>
-// clang-format on

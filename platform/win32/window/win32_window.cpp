@@ -1,0 +1,142 @@
+#include "platform/win32/window/win32_window.h"
+
+#include <algorithm>
+
+#include "framework/drawing/geometry.h"
+#include "framework/ports/window_map.h"
+#include "platform/win32/desktop/carried_fault.h"
+#include "platform/win32/desktop/modal_loop.h"
+#include "platform/win32/desktop/window_registry.h"
+#include "platform/win32/window/window_making.h"
+
+// Life of a window and the way of its messages.
+
+namespace lorv {
+
+Win32Window::Win32Window(const WindowRequest& request)
+    : kind_(request.kind), added_style_(AddedStyle(request.kind, request.style)), request_(&request) {}
+
+Win32Window::Win32Window(HWND window)
+    : handle_(window), phase_(Phase::kLiving), ours_(false), kind_(WindowKind::Custom) {
+  kind_ = KindOfClass(ClassName());
+}
+
+DWORD AddedStyle(WindowKind kind, DWORD style) {
+  const bool own = kind == WindowKind::Custom || kind == WindowKind::Top || kind == WindowKind::Popup;
+  DWORD added = own ? WS_CLIPCHILDREN : 0;  // what is drawn never covers a child
+  if (kind == WindowKind::Popup && (style & WS_CHILD) == 0) added |= WS_POPUP;
+  return added & ~style;
+}
+
+bool Win32Window::DrawsItself() const {
+  return kind_ == WindowKind::Custom || kind_ == WindowKind::Top || kind_ == WindowKind::Popup;
+}
+
+void Win32Window::Begin(HWND window, WNDPROC original) {
+  handle_ = window;
+  original_ = original;
+}
+
+bool Win32Window::Exists() const {
+  return phase_ != Phase::kGone && handle_ != nullptr && (ours_ || IsWindow(handle_));
+}
+
+LRESULT Win32Window::Receive(UINT message, WPARAM w, LPARAM l) {
+  // Whoever looks up the handle in a handler must find the window, and this object must outlive its call.
+  const auto keep = shared_from_this();
+  if (message == WM_NCDESTROY) return Ended(w, l);
+  if (phase_ == Phase::kMaking) return message == WM_CREATE ? Created(w, l) : Default(message, w, l);
+  if (message == WM_DESTROY) destroying_ = true;
+  return Deliver(message, w, l);
+}
+
+LRESULT Win32Window::Deliver(UINT message, WPARAM w, LPARAM l) {
+  // Windows without an object need no desktop in force: the system may send until the process ends.
+  return MappedWindow(handle_) == nullptr ? Default(message, w, l) : DeliverMessage(handle_, message, w, l);
+}
+
+LRESULT Win32Window::Created(WPARAM w, LPARAM l) {
+  LRESULT result = -1;
+  CarriedFault::Guarded([&] {
+    request_->attach(handle_);
+    phase_ = Phase::kLiving;
+    result = Deliver(WM_CREATE, w, l);
+    return true;
+  });
+  phase_ = Phase::kLiving;
+  request_ = nullptr;
+  return result;
+}
+
+LRESULT Win32Window::Ended(WPARAM w, LPARAM l) {
+  const HWND window = handle_;
+  if (phase_ == Phase::kLiving) CarriedFault::Guarded([&] { return Deliver(WM_NCDESTROY, w, l); });
+  // The control's memory is freed here even if the class kept the message to itself.
+  if (!saw_the_end_) Default(WM_NCDESTROY, w, l);
+  phase_ = Phase::kGone;
+  UnmapWindow(window);
+  ForgetWindow(window);
+  WakeModalLoop();
+  return 0;
+}
+
+void Win32Window::Finish() {
+  if (DrawsItself() || kind_ == WindowKind::Dialog || font_ != nullptr) return;
+  font_ = SharedFont(SystemDialogFont());
+  Default(WM_SETFONT, reinterpret_cast<WPARAM>(font_->Handle()), FALSE);
+}
+
+void Win32Window::Destroy() {
+  if (!Exists() || std::exchange(destroying_, true)) return;
+  const bool gone = CarriedFault::CallOut([&] {
+    FreeModalOwner(handle_);
+    return DestroyWindow(handle_) != 0;
+  });
+  if (!gone) destroying_ = false;
+}
+
+LRESULT Win32Window::Default(UINT message, WPARAM w, LPARAM l) {
+  if (!Exists()) return 0;
+  if (!ours_) return CarriedFault::CallOut([&] { return SendMessageW(handle_, message, w, l); });
+  if (message == WM_NCDESTROY && std::exchange(saw_the_end_, true)) return 0;
+  if (message == WM_MOUSEACTIVATE && kind_ == WindowKind::Popup) return MA_NOACTIVATE;
+  if (DrawsItself() && message == WM_GETFONT) return reinterpret_cast<LRESULT>(font_handle_);
+  if (DrawsItself() && message == WM_SETFONT) {
+    font_handle_ = reinterpret_cast<HFONT>(w);
+    return 0;
+  }
+  const auto keep = shared_from_this();
+  return CarriedFault::CallOut([&] { return CallWindowProcW(original_, handle_, message, w, l); });
+}
+
+CString Win32Window::ClassName() const {
+  wchar_t name[256] = {};
+  return Exists() ? CString(name, GetClassNameW(handle_, name, 256)) : CString();
+}
+
+HWND Win32Window::Parent() const {
+  const bool child = Exists() && (GetWindowLongPtrW(handle_, GWL_STYLE) & WS_CHILD) != 0;
+  return child ? GetAncestor(handle_, GA_PARENT) : nullptr;
+}
+
+HWND Win32Window::Owner() const {
+  return Exists() ? GetWindow(handle_, GW_OWNER) : nullptr;
+}
+
+std::vector<HWND> Win32Window::Children() const {
+  std::vector<HWND> children;
+  if (!Exists()) return children;
+  for (HWND at = GetWindow(handle_, GW_CHILD); at != nullptr; at = GetWindow(at, GW_HWNDNEXT))
+    children.push_back(at);
+  return children;
+}
+
+UINT Win32Window::Id() const {
+  return Parent() == nullptr ? 0 : static_cast<UINT>(GetWindowLongPtrW(handle_, GWLP_ID));
+}
+
+void Win32Window::SetId(UINT id) {
+  if (Parent() != nullptr) SetWindowLongPtrW(handle_, GWLP_ID, static_cast<LONG_PTR>(id));
+}
+
+}  // namespace lorv

@@ -1,0 +1,25 @@
+#include "report/dialogs/dlg_file_select.h"
+
+#include "report/dialogs/dialog_forms.h"
+
+IMPLEMENT_DYNAMIC(CDlgFileSelect, TPaneDlg)
+
+BEGIN_MESSAGE_MAP(CDlgFileSelect, TPaneDlg)
+ON_LBN_DBLCLK(lorv::kNamesId, OnOK)
+END_MESSAGE_MAP()
+
+CDlgFileSelect::CDlgFileSelect(const CStringArray& names, CWnd* parent)
+    : TPaneDlg(lorv::kFileSelectForm, parent), m_arrNames(names) {}
+
+BOOL CDlgFileSelect::OnInitDialog() {
+  const CWnd* const list = GetDlgItem(lorv::kNamesId);
+  for (int i = 0; i < m_arrNames.GetSize(); ++i)
+    list->SendMessage(LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(m_arrNames[i].GetString()));
+  list->SendMessage(LB_SETCURSEL, 0);
+  return TPaneDlg::OnInitDialog();
+}
+
+void CDlgFileSelect::OnOK() {
+  m_nSelection = static_cast<int>(GetDlgItem(lorv::kNamesId)->SendMessage(LB_GETCURSEL));
+  TPaneDlg::OnOK();
+}

@@ -1,0 +1,25 @@
+#include "report/dialogs/foreign_dialog.h"
+
+#include "module/modeless.h"
+
+namespace lorv {
+
+ForeignDialogScope::ForeignDialogScope(CWnd& owner)
+    : owner_(owner.m_hWnd), frame_(owner_), frame_was_enabled_(false) {
+  if (const CWnd* const top = owner.GetTopLevelParent()) frame_ = top->m_hWnd;
+  EnableModeless(false);
+  DesktopInForce().SetCapture(owner_);
+  DesktopInForce().ClearFocus();
+  frame_was_enabled_ = (PeerOf(frame_)->Style() & WS_DISABLED) == 0;
+  if (frame_was_enabled_) PeerOf(frame_)->Enable(false);
+}
+
+ForeignDialogScope::~ForeignDialogScope() {
+  DesktopInForce().SetCapture(nullptr);
+  if (frame_was_enabled_) PeerOf(frame_)->Enable(true);
+  PeerOf(owner_)->Activate();
+  PeerOf(owner_)->Focus();
+  EnableModeless(true);
+}
+
+}  // namespace lorv

@@ -1,0 +1,3 @@
+#include "report/dialogs/pane_dialog.h"
+
+IMPLEMENT_DYNAMIC(TPaneDlg, CDialog)

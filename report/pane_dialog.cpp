@@ -1,3 +1,0 @@
-#include "report/pane_dialog.h"
-
-IMPLEMENT_DYNAMIC(TPaneDlg, CDialog)

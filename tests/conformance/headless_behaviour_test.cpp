@@ -1,0 +1,47 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "platform/headless/desktop/headless_desktop.h"
+#include "tests/conformance/behaviour_scene.h"
+#include "tests/conformance/kept_trace.h"
+
+namespace {
+
+class HeadlessDriver : public lorv_test::ConductDriver {
+ public:
+  explicit HeadlessDriver(lorv::HeadlessDesktop& desktop) : desktop_(desktop) {}
+
+  lorv::Desktop& Desktop() override { return desktop_; }
+  void Press(int key) override { desktop_.Press(key), Settle(); }
+  void PressWith(int modifier, int key) override { desktop_.PressWith(modifier, key), Settle(); }
+  void Type(lorv::TextView text) override { desktop_.Type(text), Settle(); }
+  void MoveMouse(POINT screen) override { desktop_.MoveMouse(screen), Settle(); }
+  void MouseDown() override { desktop_.MouseDown(), Settle(); }
+  void MouseUp() override { desktop_.MouseUp(), Settle(); }
+  void DoubleClick(POINT screen) override { desktop_.DoubleClick(screen), Settle(); }
+  void AnswerMenu(UINT command) override { desktop_.AnswerMenu(command); }
+  void WhenModal(std::function<void()> step) override { desktop_.WhenIdle(std::move(step)); }
+  void Advance(DWORD milliseconds) override { desktop_.Advance(milliseconds); }
+  void LeaveProgram() override { desktop_.LeaveProgram(); }
+  void Settle() override { desktop_.RunUntilIdle(); }
+
+ private:
+  lorv::HeadlessDesktop& desktop_;
+};
+
+}  // namespace
+
+TEST(Conduct, HeadlessTraceIsTheKeptOne) {
+  lorv::HeadlessDesktop desktop;
+  const lorv::ScopedDesktop scope(desktop);
+  HeadlessDriver driver(desktop);
+  lorv_test::ExpectKeptTrace(lorv_test::PlayConduct(driver), {});
+}
+
+TEST(Conduct, HasAtLeastEightySteps) {
+  const auto kept = lorv_test::KeptTrace();
+  const auto steps =
+      std::count_if(kept.begin(), kept.end(), [](const std::string& line) { return line[0] != ' '; });
+  EXPECT_GE(steps, 80);
+}

@@ -1,0 +1,72 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QTimer>
+#include <QWheelEvent>
+#include <QWindow>
+
+#include "framework/native/window_types.h"
+#include "platform/qt/desktop/qt_desktop.h"
+#include "tests/conformance/qt/qt_user.h"
+#include "tests/conformance/random_behaviour.h"
+
+namespace {
+
+class QtRandomUser : public lorv_test::RandomUser {
+ public:
+  lorv::Desktop& Desktop() override { return *desktop_; }
+  void Press(int key) override { hands_->Key(key, true), hands_->Key(key, false); }
+  // Letters are keys, the rest comes from an input method.
+  void Type(lorv::TextView text) override {
+    for (const TCHAR unit : text) {
+      if (unit >= _T('a') && unit <= _T('z')) {
+        Press(unit - _T('a') + 'A');
+      } else {
+        Commit(QString(QChar(unit)));
+      }
+    }
+  }
+  void Click(POINT screen) override {
+    hands_->MoveMouse(screen);
+    hands_->Button(true), hands_->Button(false);
+  }
+  void Wheel(int delta) override {
+    QWindow* const window = QGuiApplication::focusWindow();
+    if (window == nullptr) return;
+    QWheelEvent turned(QPointF(5, 5), window->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, delta), Qt::NoButton,
+                       Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(window, &turned);
+  }
+  void Advance(DWORD milliseconds) override {
+    bool over = false;
+    QTimer::singleShot(static_cast<int>(milliseconds), Qt::PreciseTimer, [&over] { over = true; });
+    while (!over) desktop_->Pump(true);
+  }
+  // The timers of a script never rest.
+  void Settle() override {
+    for (int i = 0; i < 30 && desktop_->Pump(false); ++i) {
+    }
+  }
+
+ private:
+  static void Commit(const QString& text) {
+    QObject* const receiver = QGuiApplication::focusObject();
+    if (receiver == nullptr) return;
+    QInputMethodEvent committed;
+    committed.setCommitString(text);
+    QCoreApplication::sendEvent(receiver, &committed);
+  }
+
+  std::unique_ptr<lorv::Desktop> desktop_ = lorv::MakeQtDesktop();
+  std::unique_ptr<lorv_test::QtUser> hands_ = lorv_test::MakeQtUser();
+};
+
+}  // namespace
+
+TEST(QtRandomConduct, NothingThatIsGoneIsTouched) {
+  for (unsigned script = 0; script < lorv_test::kRandomScripts; ++script) {
+    QtRandomUser user;
+    lorv_test::PlayRandomConduct(user, script);
+  }
+}

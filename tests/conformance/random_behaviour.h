@@ -1,0 +1,31 @@
+#pragma once
+
+#include "framework/ports/desktop_port.h"
+
+// Handlers that destroy, make anew, move the focus and come back in at random, in every message of every
+// window: whatever they do, nothing that is gone is touched. The address sanitizer's build watches it.
+namespace lorv_test {
+
+constexpr unsigned kRandomScripts = 10000;
+
+// What a script's user does on one kind of desktop. It is also done in the middle of a message.
+class RandomUser {
+ public:
+  RandomUser() = default;
+  RandomUser(const RandomUser&) = delete;
+  RandomUser& operator=(const RandomUser&) = delete;
+  virtual ~RandomUser() = default;
+
+  virtual lorv::Desktop& Desktop() = 0;
+  virtual void Press(int key) = 0;
+  virtual void Type(lorv::TextView text) = 0;
+  virtual void Click(POINT screen) = 0;
+  virtual void Wheel(int delta) = 0;
+  virtual void Advance(DWORD milliseconds) = 0;
+  virtual void Settle() = 0;
+};
+
+// Plays the script of that number; fails if a window is left.
+void PlayRandomConduct(RandomUser& user, unsigned script);
+
+}  // namespace lorv_test

@@ -1,0 +1,30 @@
+#include "tests/conformance/random_behaviour.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/headless/desktop/headless_desktop.h"
+
+namespace {
+
+class HeadlessUser : public lorv_test::RandomUser {
+ public:
+  lorv::Desktop& Desktop() override { return desktop_; }
+  void Press(int key) override { desktop_.Press(key); }
+  void Type(lorv::TextView text) override { desktop_.Type(text); }
+  void Click(POINT screen) override { desktop_.Click(screen); }
+  void Wheel(int delta) override { desktop_.Wheel(delta); }
+  void Advance(DWORD milliseconds) override { desktop_.Advance(milliseconds); }
+  void Settle() override { desktop_.RunUntilIdle(); }
+
+ private:
+  lorv::HeadlessDesktop desktop_;
+};
+
+}  // namespace
+
+TEST(RandomConduct, NothingThatIsGoneIsTouched) {
+  for (unsigned script = 0; script < lorv_test::kRandomScripts; ++script) {
+    HeadlessUser user;
+    lorv_test::PlayRandomConduct(user, script);
+  }
+}

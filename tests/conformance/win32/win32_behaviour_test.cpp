@@ -1,0 +1,167 @@
+#include <deque>
+
+#include "tests/conformance/behaviour_scene.h"
+#include "tests/conformance/kept_trace.h"
+#include "tests/platform/win32/real_input.h"
+
+namespace {
+
+constexpr UINT kMenuHandle = 0x01E1;  // asks a menu's window for its menu
+
+// The keys that lead from a menu's first opening to the command; empty: it is not there.
+std::vector<int> KeysTo(HMENU menu, UINT command) {
+  std::vector<int> keys;
+  const int count = GetMenuItemCount(menu);
+  for (int i = 0; i < count; ++i) {
+    if ((GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION) & MF_SEPARATOR) != 0 &&
+        GetSubMenu(menu, i) == nullptr)
+      continue;
+    keys.push_back(VK_DOWN);
+    if (GetMenuItemID(menu, i) == command) {
+      keys.push_back(VK_RETURN);
+      return keys;
+    }
+    const auto below =
+        GetSubMenu(menu, i) == nullptr ? std::vector<int>() : KeysTo(GetSubMenu(menu, i), command);
+    if (below.empty()) continue;
+    // Opening a submenu stands on its first entry already.
+    keys.push_back(VK_RIGHT);
+    keys.insert(keys.end(), below.begin() + 1, below.end());
+    return keys;
+  }
+  return {};
+}
+
+// What the system's own windows say otherwise.
+const std::vector<lorv_test::Difference> kDifferences = {
+    {"11 none", {"  edit selects 2 to 2"}},
+    {"21 the limit stops letters", {"  edit full", "  edit update", "  edit change", "  edit = abc"}},
+    {"25 undo", {"  edit update", "  edit change", "  edit change", "  edit = 梁C30"}},
+    {"45 an edit stands inside", {"  choice given up", "  choice leave", "  typed focus", "  inner focus"}},
+    {"49 the list follows a press", {"  typed given up", "  typed leave", "  list select", "  0"}},
+    {"77 bars take room from the client area", {"  sheet size 73,80", "  narrower"}},
+};
+
+// The user at real windows. What has to be done while a menu or a dialog is up is done by a timer of the
+// thread.
+class Win32Conduct : public RealWindows {
+ protected:
+  class Driver : public lorv_test::ConductDriver {
+   public:
+    explicit Driver(Win32Conduct& test) : test_(test) {
+      now_ = this;
+      // Less than two clicks of the script lie apart, so that they are two.
+      SetDoubleClickTime(50);
+      timer_ = SetTimer(nullptr, 0, 60, &Tick);
+    }
+    ~Driver() override {
+      SetDoubleClickTime(double_click_time_);
+      KillTimer(nullptr, timer_);
+      now_ = nullptr;
+    }
+
+    lorv::Desktop& Desktop() override { return test_.Desk(); }
+    void Press(int key) override {
+      SendKey(key, 0), SendKey(key, KEYEVENTF_KEYUP);
+      Settle();
+    }
+    void PressWith(int modifier, int key) override {
+      SendKey(modifier, 0);
+      Press(key);
+      SendKey(modifier, KEYEVENTF_KEYUP);
+      Settle();
+    }
+    void Type(lorv::TextView text) override {
+      for (const TCHAR unit : text) {
+        const SHORT key = VkKeyScanW(unit);
+        if ((key & 0x100) != 0) SendKey(VK_SHIFT, 0);
+        SendKey(key & 0xFF, 0), SendKey(key & 0xFF, KEYEVENTF_KEYUP);
+        if ((key & 0x100) != 0) SendKey(VK_SHIFT, KEYEVENTF_KEYUP);
+        Settle();
+      }
+    }
+    void MoveMouse(POINT screen) override {
+      Quietly([&] { test_.MoveMouse(screen); });
+    }
+    void MouseDown() override {
+      Quietly([&] { test_.Button(true); });
+    }
+    void MouseUp() override {
+      Quietly([&] { test_.Button(false); });
+    }
+    void DoubleClick(POINT screen) override {
+      MoveMouse(screen);
+      INPUT input[4] = {};
+      for (int i = 0; i < 4; ++i) {
+        input[i].type = INPUT_MOUSE;
+        input[i].mi.dwFlags = i % 2 == 0 ? MOUSEEVENTF_LEFTDOWN : MOUSEEVENTF_LEFTUP;
+      }
+      EXPECT_EQ(SendInput(4, input, sizeof(INPUT)), 4u);
+      Settle();
+    }
+    void AnswerMenu(UINT command) override { answers_.push_back(command); }
+    void WhenModal(std::function<void()> step) override { steps_.push_back(std::move(step)); }
+    void Advance(DWORD milliseconds) override {
+      Quietly([&] { test_.Until([] { return false; }, milliseconds); });
+    }
+    void LeaveProgram() override {
+      other_ = std::make_unique<OtherProgram>();
+      Quietly([&] { test_.Until([&] { return other_->IsInFront(); }); });
+      Settle();
+    }
+    void Settle() override {
+      Quietly([&] { test_.Settle(); });
+    }
+
+   private:
+    // While we wait for what we did ourselves, the next step is not due.
+    void Quietly(const std::function<void()>& work) {
+      ++busy_;
+      work();
+      --busy_;
+    }
+
+    static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
+      if (now_ != nullptr) now_->Step();
+    }
+
+    void Step() {
+      if (lorv::DesktopInForce().MenuUp()) {
+        Answer();
+        return;
+      }
+      if (busy_ > 0 || steps_.empty()) return;
+      const auto step = std::move(steps_.front());
+      steps_.pop_front();
+      step();
+    }
+
+    void Answer() {
+      std::vector<int> keys;
+      if (!answers_.empty()) {
+        const auto menu = SendMessageW(FindWindowW(L"#32768", nullptr), kMenuHandle, 0, 0);
+        keys = KeysTo(reinterpret_cast<HMENU>(menu), answers_.front());
+        answers_.pop_front();
+      }
+      if (keys.empty()) keys = {VK_ESCAPE};
+      for (const int key : keys) SendKey(key, 0), SendKey(key, KEYEVENTF_KEYUP);
+    }
+
+    static inline Driver* now_ = nullptr;
+    Win32Conduct& test_;
+    UINT_PTR timer_;
+    UINT double_click_time_ = GetDoubleClickTime();
+    int busy_ = 0;
+    std::deque<UINT> answers_;
+    std::deque<std::function<void()>> steps_;
+    std::unique_ptr<OtherProgram> other_;
+  };
+};
+
+}  // namespace
+
+TEST_F(Win32Conduct, TraceIsTheKeptOneButForTheListedDifferences) {
+  top.Peer()->Destroy();
+  Driver driver(*this);
+  lorv_test::ExpectKeptTrace(lorv_test::PlayConduct(driver), kDifferences);
+}

@@ -1,0 +1,241 @@
+#include "platform/ports/files.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "framework/objects/exceptions.h"
+#include "platform/headless/services/headless_platform.h"
+#include "tests/support/data.h"
+#include "tests/support/print.h"
+
+namespace lorv {
+namespace {
+
+using test::Utf8;
+
+// A place to work in, on the system's disk or in memory: one suite runs on both.
+class Ground {
+ public:
+  Ground() = default;
+  Ground(const Ground&) = delete;
+  Ground& operator=(const Ground&) = delete;
+  virtual ~Ground() = default;
+  virtual Files& Port() = 0;
+  virtual CString Folder() = 0;
+};
+
+class NativeGround : public Ground {
+ public:
+  Files& Port() override { return NativeFiles(); }
+  CString Folder() override { return CString::FromUtf8(folder_.Path().string()); }
+
+ private:
+  test::ScratchFolder folder_;
+};
+
+class HeadlessGround : public Ground {
+ public:
+  Files& Port() override { return machine_.files; }
+  CString Folder() override { return _T("C:"); }
+
+ private:
+  HeadlessPlatform machine_;
+};
+
+template <class T>
+class FilesPort : public testing::Test {
+ protected:
+  Files& Port() { return ground_.Port(); }
+  CString At(LPCTSTR name) { return ground_.Folder() + _T("\\") + name; }
+  void Put(LPCTSTR name, const std::string& bytes) {
+    const auto file = Port().Open(At(name), FileUse::kCreate);
+    ASSERT_TRUE(file && file->Write(bytes.data(), bytes.size()));
+  }
+  std::string Get(LPCTSTR name) { return Port().ReadAll(At(name)).value_or("(none)"); }
+
+  T ground_;
+};
+
+using Grounds = testing::Types<NativeGround, HeadlessGround>;
+TYPED_TEST_SUITE(FilesPort, Grounds);
+
+TYPED_TEST(FilesPort, CreatedFileHoldsWhatWasWritten) {
+  this->Put(_T("墙.txt"), "old and long");
+  this->Put(_T("墙.txt"), std::string("a\0b\r\n", 5));
+  EXPECT_EQ(this->Get(_T("墙.txt")), std::string("a\0b\r\n", 5));
+}
+
+TYPED_TEST(FilesPort, AppendMakesAndContinues) {
+  for (const char* part : {"one", "two"}) {
+    const auto file = this->Port().Open(this->At(_T("log")), FileUse::kAppend);
+    ASSERT_TRUE(file);
+    EXPECT_TRUE(file->Write(part, 3));
+    EXPECT_TRUE(file->Flush());
+  }
+  EXPECT_EQ(this->Get(_T("log")), "onetwo");
+}
+
+TYPED_TEST(FilesPort, ReadGivesFewerBytesAtTheEndAndSeekGoesBack) {
+  this->Put(_T("f"), "abcdef");
+  const auto file = this->Port().Open(this->At(_T("f")), FileUse::kRead);
+  ASSERT_TRUE(file);
+  EXPECT_EQ(file->Size(), 6);
+  char bytes[8] = {};
+  EXPECT_EQ(file->Read(bytes, 4), 4);
+  EXPECT_EQ(file->Read(bytes, 8), 2);
+  EXPECT_EQ(file->Read(bytes, 8), 0);
+  EXPECT_TRUE(file->Seek(1));
+  EXPECT_EQ(file->Read(bytes, 2), 2);
+  EXPECT_EQ(std::string(bytes, 2), "bc");
+  EXPECT_FALSE(file->Write("x", 1));
+}
+
+TYPED_TEST(FilesPort, SeekWithinACreatedFileOverwrites) {
+  const auto file = this->Port().Open(this->At(_T("f")), FileUse::kCreate);
+  ASSERT_TRUE(file);
+  EXPECT_TRUE(file->Write("abcdef", 6));
+  EXPECT_TRUE(file->Seek(2));
+  EXPECT_TRUE(file->Write("XY", 2));
+  EXPECT_EQ(this->Get(_T("f")), "abXYef");
+}
+
+TYPED_TEST(FilesPort, WhatDoesNotOpenSaysWhy) {
+  FileError error;
+  EXPECT_FALSE(this->Port().Open(this->At(_T("none")), FileUse::kRead, &error));
+  EXPECT_EQ(error.cause, CFileException::fileNotFound);
+  EXPECT_NE(error.system, 0);
+  error = {};
+  EXPECT_FALSE(this->Port().Open(this->At(_T("none\\f")), FileUse::kCreate, &error));
+  EXPECT_NE(error.cause, CFileException::none);
+  EXPECT_FALSE(this->Port().Open(this->At(_T("")), FileUse::kRead, &error)) << "a folder";
+  EXPECT_FALSE(this->Port().Open(this->At(_T("")), FileUse::kCreate));
+  EXPECT_FALSE(this->Port().Open(nullptr, FileUse::kRead));
+}
+
+TYPED_TEST(FilesPort, FactsTellFilesFromFolders) {
+  this->Put(_T("f"), "abc");
+  EXPECT_TRUE(this->Port().MakeFolder(this->At(_T("d"))));
+  const auto file = this->Port().Facts(this->At(_T("f")));
+  const auto folder = this->Port().Facts(this->At(_T("d")));
+  ASSERT_TRUE(file && folder);
+  EXPECT_FALSE(file->IsFolder());
+  EXPECT_EQ(file->size, 3U);
+  EXPECT_GT(file->times.write, 0);
+  EXPECT_TRUE(folder->IsFolder());
+  EXPECT_FALSE(this->Port().Facts(this->At(_T("none"))));
+  EXPECT_TRUE(this->Port().Exists(this->At(_T("d"))));
+  EXPECT_FALSE(this->Port().Exists(this->At(_T("none"))));
+}
+
+TYPED_TEST(FilesPort, ReadOnlyIsSetAndTakenBack) {
+  this->Put(_T("f"), "abc");
+  EXPECT_TRUE(this->Port().SetAttributes(this->At(_T("f")), kAttributeReadOnly));
+  EXPECT_NE(this->Port().Facts(this->At(_T("f")))->attributes & kAttributeReadOnly, 0U);
+  EXPECT_TRUE(this->Port().SetAttributes(this->At(_T("f")), kAttributeNormal));
+  EXPECT_EQ(this->Port().Facts(this->At(_T("f")))->attributes & kAttributeReadOnly, 0U);
+  EXPECT_FALSE(this->Port().SetAttributes(this->At(_T("none")), kAttributeNormal));
+}
+
+TYPED_TEST(FilesPort, TimesAreSetAndZeroLeavesThem) {
+  constexpr std::int64_t kWrite = 133'500'000'000'000'000;  // 2024
+  constexpr std::int64_t kAccess = kWrite + 20'000'000;
+  this->Put(_T("f"), "abc");
+  EXPECT_TRUE(this->Port().SetTimes(this->At(_T("f")), {kAccess, 0, kWrite}));
+  EXPECT_EQ(this->Port().Facts(this->At(_T("f")))->times.write, kWrite);
+  EXPECT_EQ(this->Port().Facts(this->At(_T("f")))->times.access, kAccess);
+  EXPECT_TRUE(this->Port().SetTimes(this->At(_T("f")), {kWrite, 0, 0}));
+  EXPECT_EQ(this->Port().Facts(this->At(_T("f")))->times.write, kWrite);
+  EXPECT_FALSE(this->Port().SetTimes(this->At(_T("none")), {kAccess, 0, kWrite}));
+}
+
+TYPED_TEST(FilesPort, RemoveTakesFilesOnly) {
+  this->Put(_T("f"), "abc");
+  EXPECT_TRUE(this->Port().MakeFolder(this->At(_T("d"))));
+  EXPECT_TRUE(this->Port().Remove(this->At(_T("f"))));
+  EXPECT_FALSE(this->Port().Remove(this->At(_T("f"))));
+  EXPECT_FALSE(this->Port().Remove(this->At(_T("d"))));
+  EXPECT_TRUE(this->Port().Exists(this->At(_T("d"))));
+}
+
+TYPED_TEST(FilesPort, FolderIsMadeOneLevelAtATime) {
+  EXPECT_FALSE(this->Port().MakeFolder(this->At(_T("a\\b"))));
+  EXPECT_TRUE(this->Port().MakeFolder(this->At(_T("a"))));
+  EXPECT_FALSE(this->Port().MakeFolder(this->At(_T("a"))));
+  EXPECT_TRUE(this->Port().MakeFolder(this->At(_T("a/b"))));
+  EXPECT_TRUE(this->Port().Exists(this->At(_T("a\\b"))));
+}
+
+TYPED_TEST(FilesPort, ReplaceTakesTheOthersPlace) {
+  this->Put(_T("new"), "fresh");
+  this->Put(_T("old"), "stale");
+  EXPECT_TRUE(this->Port().Replace(this->At(_T("new")), this->At(_T("old"))));
+  EXPECT_EQ(this->Get(_T("old")), "fresh");
+  EXPECT_FALSE(this->Port().Exists(this->At(_T("new"))));
+  EXPECT_FALSE(this->Port().Replace(this->At(_T("new")), this->At(_T("old"))));
+  EXPECT_EQ(this->Get(_T("old")), "fresh");
+}
+
+TYPED_TEST(FilesPort, WholeFileIsReplacedAtOnce) {
+  EXPECT_TRUE(this->Port().WriteWhole(this->At(_T("f")), "one"));
+  EXPECT_TRUE(this->Port().WriteWhole(this->At(_T("f")), "two"));
+  EXPECT_EQ(this->Get(_T("f")), "two");
+  EXPECT_EQ(this->Port().List(this->At(_T("")), _T("*")).size(), 1U) << "nothing is left beside it";
+  EXPECT_FALSE(this->Port().WriteWhole(this->At(_T("none\\f")), "x"));
+  EXPECT_TRUE(this->Port().MakeFolder(this->At(_T("d"))));
+  EXPECT_FALSE(this->Port().WriteWhole(this->At(_T("d")), "x"));
+  EXPECT_EQ(this->Port().List(this->At(_T("")), _T("*")).size(), 2U);
+}
+
+TYPED_TEST(FilesPort, ListGivesFittingNamesInOrder) {
+  for (const LPCTSTR name : {_T("b.txt"), _T("A.TXT"), _T("c.csv"), _T("墙.txt")}) this->Put(name, "");
+  EXPECT_TRUE(this->Port().MakeFolder(this->At(_T("d.txt"))));
+  std::string names;
+  for (const FoundFile& found : this->Port().List(this->At(_T("")), _T("*.txt"))) {
+    names += Utf8(found.name) + (found.is_folder ? "/ " : " ");
+  }
+  EXPECT_EQ(names, "A.TXT b.txt d.txt/ 墙.txt ");
+  EXPECT_EQ(this->Port().List(this->At(_T("")), _T("*.*")).size(), 5U);
+  EXPECT_TRUE(this->Port().List(this->At(_T("none")), _T("*")).empty());
+}
+
+TEST(FilesPattern, StarsAndQuestionMarks) {
+  const struct {
+    LPCTSTR name;
+    LPCTSTR pattern;
+    bool fits;
+  } cases[] = {
+      {_T("a.txt"), _T("*.txt"), true},
+      {_T("a.txt"), _T("*"), true},
+      {_T("readme"), _T("*.*"), true},
+      {_T("a.txt"), _T("?.TXT"), true},
+      {_T("ab.txt"), _T("?.txt"), false},
+      {_T("aXbXc"), _T("a*X*c"), true},
+      {_T("aab"), _T("*ab"), true},
+      {_T("abc"), _T("ab"), false},
+      {_T("ab"), _T("abc"), false},
+      {_T(""), _T("*"), true},
+      {_T(""), _T(""), true},
+      {_T("a"), _T(""), false},
+      {_T("墙.txt"), _T("?.txt"), true},
+      {_T("ab"), _T("**"), true},
+      {_T("a"), _T("a?"), false},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(FitsPattern(c.name, c.pattern), c.fits) << Utf8(c.name) << " " << Utf8(c.pattern);
+  }
+}
+
+TEST(HeadlessFiles, FullDiskKeepsTheOldFile) {
+  HeadlessPlatform machine;
+  machine.files.Put(_T("C:\\f"), "old");
+  machine.files.room_left = 2;
+  EXPECT_FALSE(machine.files.WriteWhole(_T("C:\\f"), "new"));
+  EXPECT_EQ(machine.files.BytesOf(_T("C:\\f")), "old");
+  EXPECT_EQ(machine.files.List(_T("C:"), _T("*")).size(), 1U);
+}
+
+}  // namespace
+}  // namespace lorv

@@ -1,0 +1,72 @@
+#include <CLI/CLI.hpp>
+#include <istream>
+#include <ostream>
+
+#include "comm/match_score.h"
+#include "platform/ports/platform.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+struct MatchArguments {
+  std::string typed;
+  std::string file;
+  int most = 10;
+  bool sum = false;
+};
+
+constexpr const char* kHelp =
+    "Ranks stored texts, one a line, by how much of what was typed they share: the best first, each behind "
+    "its\n"
+    "score. Texts that share nothing are left out. They come from FILE or, without one, from the input.\n"
+    "\n"
+    "Examples:\n"
+    "  lorv match KL1 --file names.txt\n"
+    "  printf \"KL1\\n框架梁\\n\" | lorv match 框架 --top 3\n"
+    "\n"
+    "Exit code 1: none shares anything.";
+
+void AddLine(std::string line, CStringArray& stored) {
+  if (!line.empty() && line.back() == '\r') line.pop_back();
+  if (!line.empty()) stored.Add(CString::FromUtf8(line));
+}
+
+CStringArray LinesOf(std::istream& in) {
+  CStringArray stored;
+  for (std::string line; std::getline(in, line);) AddLine(line, stored);
+  return stored;
+}
+
+CStringArray StoredTexts(const MatchArguments& arguments, Console& console) {
+  if (arguments.file.empty()) return LinesOf(console.in);
+  const auto bytes = PortsInForce().files->ReadAll(CString::FromUtf8(arguments.file));
+  if (!bytes.has_value()) throw BadInput("cannot read \"" + arguments.file + "\"");
+  std::istringstream in(*bytes);
+  return LinesOf(in);
+}
+
+int Rank(const MatchArguments& arguments, Console& console) {
+  const CStringArray stored = StoredTexts(arguments, console);
+  const CString typed = CString::FromUtf8(arguments.typed);
+  const auto ranked = RankMatches(typed, stored, arguments.sum ? 1 : 0, arguments.most);
+  for (const RankedMatch& match : ranked) {
+    console.out << match.score << "\t" << stored[match.index].ToUtf8() << "\n";
+  }
+  return ranked.empty() ? kResultFailed : kFine;
+}
+
+}  // namespace
+
+Work DeclareMatch(CLI::App& app) {
+  auto arguments = std::make_shared<MatchArguments>();
+  app.add_option("TYPED", arguments->typed, "what the user typed")->required();
+  app.add_option("--file", arguments->file, "a text file of the stored texts, UTF-8");
+  app.add_option("--top", arguments->most, "how many to print; 10 if not given")
+      ->check(CLI::Range(1, 1000000));
+  app.add_flag("--sum", arguments->sum, "add the scores of all shared runs up");
+  app.footer(kHelp);
+  return [arguments](Console& console) { return Rank(*arguments, console); };
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,135 @@
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <ostream>
+
+#include "framework/text/cstring.h"
+#include "prompts/prompts.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+// A table by a name for the command line, over the library's lookup.
+struct NamedTable {
+  const char* name;
+  const char* function;
+  int rows;
+  LPCTSTR (*at)(int position);
+};
+
+template <class Key, LPCTSTR (*lookup)(Key)>
+LPCTSTR At(int position) {
+  return lookup(static_cast<Key>(position));
+}
+
+constexpr NamedTable kTables[] = {
+    {"steel", "CStInf::GetErrInf", 91, At<CStInf::ErrPompt, CStInf::GetErrInf>},
+    {"classes", "CObjClassInf::GetInf", 112, At<CObjClassInf::ErrPompt, CObjClassInf::GetInf>},
+    {"words", "PublicInf::GetPubInf", 13, At<PublicInf::PublicPropt, PublicInf::GetPubInf>},
+    {"failures", "PublicInf::GetErrInf", 5, At<PublicInf::ErrorPropt, PublicInf::GetErrInf>},
+    {"shapes", "PublicInf::GetShapeInf", 6, At<PublicInf::Shape, PublicInf::GetShapeInf>},
+    {"points", "PublicInf::GetPtInf", 9, At<PublicInf::PointPrompt, PublicInf::GetPtInf>},
+    {"drawing", "TCompDrawInf::GetInf", 34, At<TCompDrawInf::DrawInformation, TCompDrawInf::GetInf>},
+    {"switches", "SwicthInfo::GetSwitchInf", 10, At<SwicthInfo::ShowSwitch, SwicthInfo::GetSwitchInf>},
+};
+
+struct PromptArguments {
+  std::string table;
+  std::string item;
+  bool english = false;
+};
+
+constexpr const char* kHelp =
+    "Without TABLE: lists the tables. With TABLE: its rows, each with its number, its Chinese and its "
+    "English text,\n"
+    "tabs between. With ITEM, a row's number or its Chinese text: that item in Chinese, with --english in "
+    "English.\n"
+    "\n"
+    "Examples:\n"
+    "  lorv prompts\n"
+    "  lorv prompts shapes\n"
+    "  lorv prompts classes 墙 --english       Wall\n"
+    "  lorv prompts classes 106               砼结构\n"
+    "\n"
+    "Line ends and tabs inside a text are printed as \\n and \\t. Exit code 1: the table has no such text.";
+
+// One text on one line.
+std::string OneLine(LPCTSTR text) {
+  CString line(text);
+  line.Replace(_T("\n"), _T("\\n"));
+  line.Replace(_T("\t"), _T("\\t"));
+  return line.ToUtf8();
+}
+
+std::string TextAt(const NamedTable& table, int row, LanguageType language) {
+  SetLanguageType(language);
+  std::string text = OneLine(table.at(row));
+  SetLanguageType(LANGUAGE_CHINESE);
+  return text;
+}
+
+int ListRows(const NamedTable& table, Console& console) {
+  for (int row = 0; row < table.rows; ++row) {
+    console.out << row << "\t" << TextAt(table, row, LANGUAGE_CHINESE) << "\t"
+                << TextAt(table, row, LANGUAGE_ENGLISH) << "\n";
+  }
+  return kFine;
+}
+
+int ListTables(Console& console) {
+  for (const NamedTable& table : kTables) {
+    console.out << table.name << "\t" << table.rows << "\t" << table.function << "\n";
+  }
+  return kFine;
+}
+
+// The first row that has a text, as the library finds it; -1 for none.
+int RowOf(const NamedTable& table, const std::string& chinese) {
+  for (int row = 0; row < table.rows; ++row) {
+    if (TextAt(table, row, LANGUAGE_CHINESE) == chinese) return row;
+  }
+  return -1;
+}
+
+int LookUp(const NamedTable& table, const PromptArguments& arguments, Console& console) {
+  const std::string& item = arguments.item;
+  int row = -1;
+  if (std::all_of(item.begin(), item.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+    row = item.size() < 6 ? std::stoi(item) : table.rows;
+    if (row >= table.rows) {
+      throw BadInput("the table has the rows 0 to " + std::to_string(table.rows - 1) + ", not " + item);
+    }
+  } else {
+    row = RowOf(table, item);
+  }
+  if (row < 0) {
+    console.err << "lorv: the table has no \"" << item << "\"\n";
+    return kResultFailed;
+  }
+  console.out << TextAt(table, row, arguments.english ? LANGUAGE_ENGLISH : LANGUAGE_CHINESE) << "\n";
+  return kFine;
+}
+
+int Prompts(const PromptArguments& arguments, Console& console) {
+  if (arguments.table.empty()) return ListTables(console);
+  const NamedTable* table =
+      std::find_if(std::begin(kTables), std::end(kTables),
+                   [&](const NamedTable& named) { return arguments.table == named.name; });
+  if (table == std::end(kTables)) {
+    throw BadInput("there is no table \"" + arguments.table + "\"; `lorv prompts` lists them");
+  }
+  return arguments.item.empty() ? ListRows(*table, console) : LookUp(*table, arguments, console);
+}
+
+}  // namespace
+
+Work DeclarePrompts(CLI::App& app) {
+  auto arguments = std::make_shared<PromptArguments>();
+  app.add_option("TABLE", arguments->table, "which table");
+  app.add_option("ITEM", arguments->item, "a row's number, or its Chinese text");
+  app.add_flag("--english", arguments->english, "the item in English");
+  app.footer(kHelp);
+  return [arguments](Console& console) { return Prompts(*arguments, console); };
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,103 @@
+#include <CLI/CLI.hpp>
+#include <ostream>
+
+#include "TEXPRESSCAL/optimize_expression.h"
+#include "TEXPRESSCAL/simplify_safely.h"
+#include "framework/objects/exceptions.h"
+#include "framework/text/number_text.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+struct SimplifyArguments {
+  std::string formula;
+  std::vector<std::string> rules;
+  std::vector<std::string> values;
+  bool safe = false;
+  bool any_zero = false;
+};
+
+constexpr const char* kHelp =
+    "Without --safe: the suite's own rules, which work on characters and do not know the grammar. They may "
+    "change\n"
+    "what a formula gives (\"sin(a*0)\" becomes \"s0)\"); the result is in small letters. Rules: zero, max, "
+    "min, iif.\n"
+    "With --safe: a shorter formula that gives the same value and the same error for any values of its "
+    "names.\n"
+    "\n"
+    "Examples:\n"
+    "  lorv simplify \"a*0+b\"                          b\n"
+    "  lorv simplify \"max(1,2)+0*c\" --rules max        2+0*c\n"
+    "  lorv simplify \"max(墙高,2)\" --value 墙高=3       墙高\n"
+    "  lorv simplify --safe \"1*A+IIF(2>1,B,C/0)\"      A+(B)\n"
+    "\n"
+    "Exit code 1: the rules found a division by zero, or a call that they cannot fold.";
+
+int FlagsOf(const std::vector<std::string>& rules) {
+  if (rules.empty()) return COptimizeExpression::kAllRules;
+  int flags = 0;
+  for (const std::string& rule : rules) {
+    if (rule == "zero") flags |= COptimizeExpression::kZeroRules;
+    if (rule == "max") flags |= COptimizeExpression::kFoldMax;
+    if (rule == "min") flags |= COptimizeExpression::kFoldMin;
+    if (rule == "iif") flags |= COptimizeExpression::kFoldIif;
+  }
+  return flags;
+}
+
+void TakeValues(const std::vector<std::string>& values, COptimizeExpression& simplifier) {
+  for (const std::string& pair : values) {
+    const CString text = CString::FromUtf8(pair);
+    const int equals = text.Find('=');
+    const CString number = text.Mid(equals + 1);
+    std::size_t used = 0;
+    const double value = ReadReal(number.View(), &used);
+    const bool whole = used == static_cast<std::size_t>(number.GetLength());
+    if (equals < 1 || used == 0 || !whole) throw BadInput("\"" + pair + "\" is no NAME=NUMBER");
+    simplifier.SetKeyValue(text.Left(equals), value);
+  }
+}
+
+int Simplify(const SimplifyArguments& arguments, Console& console) {
+  CString text = CString::FromUtf8(arguments.formula);
+  if (arguments.safe) {
+    const auto sign = arguments.any_zero ? ZeroSign::kIgnored : ZeroSign::kKept;
+    console.out << SimplifySafely(text, sign).ToUtf8() << "\n";
+    return kFine;
+  }
+  COptimizeExpression simplifier;
+  TakeValues(arguments.values, simplifier);
+  try {
+    if (simplifier.OptimizateExper(text, FlagsOf(arguments.rules))) {
+      console.out << text.ToUtf8() << "\n";
+      return kFine;
+    }
+  } catch (CException* e) {
+    e->Delete();
+    console.err << "lorv: an iif inside another call has not three arguments\n";
+    return kResultFailed;
+  }
+  console.err << (text.IsEmpty() ? "lorv: the formula is empty\n" : "lorv: the formula divides by 0\n");
+  return kResultFailed;
+}
+
+}  // namespace
+
+Work DeclareSimplify(CLI::App& app) {
+  auto arguments = std::make_shared<SimplifyArguments>();
+  app.add_option("FORMULA", arguments->formula, "the formula")->required();
+  CLI::Option* rules =
+      app.add_option("--rules", arguments->rules, "which rules, with commas between; all if not given");
+  rules->delimiter(',')->check(CLI::IsMember({"zero", "max", "min", "iif"}));
+  CLI::Option* values =
+      app.add_option("--value", arguments->values, "NAME=NUMBER, known when calls are folded");
+  values->allow_extra_args(false);
+  CLI::Option* safe = app.add_flag("--safe", arguments->safe, "keep what the formula gives, to the last bit");
+  safe->excludes(rules)->excludes(values);
+  app.add_flag("--any-zero", arguments->any_zero, "with --safe: 0 and -0 count as the same")->needs(safe);
+  app.footer(kHelp);
+  return [arguments](Console& console) { return Simplify(*arguments, console); };
+}
+
+}  // namespace lorv::tool

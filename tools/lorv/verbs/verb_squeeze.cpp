@@ -1,0 +1,106 @@
+#include "tools/lorv/verbs/archive_verbs.h"
+
+#include <CLI/CLI.hpp>
+#include <array>
+#include <ostream>
+
+#include "compress/AdRar.h"
+#include "compress/lzari/byte_order.h"
+#include "platform/ports/platform.h"
+#include "tools/lorv/verbs/archive_output.h"
+
+namespace lorv::tool {
+namespace {
+
+constexpr const char* kSuffix = ".lzari";
+
+struct SqueezeArguments {
+  std::string source;
+  std::string target;
+  bool force = false;
+};
+
+std::uint64_t SizeOf(const std::string& path) {
+  const auto facts = PortsInForce().files->Facts(CString::FromUtf8(path));
+  if (!facts || facts->IsFolder()) throw BadInput("\"" + path + "\" is no file");
+  return facts->size;
+}
+
+// What a squeezed file says it holds, for the progress only.
+std::uint64_t PlainSizeOf(const std::string& path) {
+  std::array<unsigned char, 4> header{};
+  const auto file = PortsInForce().files->Open(CString::FromUtf8(path), FileUse::kRead);
+  if (!file || file->Read(header.data(), header.size()) != 4)
+    throw BadInput("\"" + path + "\" is no squeezed file");
+  return LoadLittle32(header.data());
+}
+
+// Runs one operation of the codec into a new file.
+template <class Operation>
+void WriteBy(const SqueezeArguments& arguments, std::uint64_t total, Console& console,
+             const Operation& operation) {
+  NewFile target(arguments.target, arguments.force);
+  target.CloseStream();
+  const std::string from = NarrowPath(arguments.source);
+  const std::string to = NarrowPath(target.TemporaryPath().ToUtf8());
+  {
+    ProgressBar bar(console, total);
+    CAdRar codec;
+    codec.SetExactDecoding(true);
+    codec.SetProgress([&](std::uint32_t done) { bar.Show(done); });
+    operation(codec, from.c_str(), to.c_str());
+  }
+  target.Keep();
+}
+
+int Squeeze(SqueezeArguments arguments, Console& console) {
+  if (arguments.target.empty()) arguments.target = arguments.source + kSuffix;
+  WriteBy(arguments, SizeOf(arguments.source), console, [&](CAdRar& codec, const char* from, const char* to) {
+    try {
+      codec.Compress(from, to);
+    } catch (int) {
+      throw BadInput("\"" + arguments.source +
+                     "\" has 4 GB or more, or cannot be read, or there is no more room");
+    }
+  });
+  return kFine;
+}
+
+int Expand(SqueezeArguments arguments, Console& console) {
+  if (arguments.target.empty()) {
+    if (!arguments.source.ends_with(kSuffix)) throw BadInput("name the file to be made: --out FILE");
+    arguments.target = arguments.source.substr(0, arguments.source.size() - std::string(kSuffix).size());
+  }
+  SizeOf(arguments.source);
+  WriteBy(arguments, PlainSizeOf(arguments.source), console,
+          [&](CAdRar& codec, const char* from, const char* to) {
+            try {
+              codec.UnCompress(from, to);
+            } catch (int) {
+              throw BadInput("\"" + arguments.source +
+                             "\" is damaged or cut, or no squeezed file, or there is no more room");
+            }
+          });
+  return kFine;
+}
+
+Work Declare(CLI::App& app, const char* what, int (*work)(SqueezeArguments, Console&)) {
+  const auto arguments = std::make_shared<SqueezeArguments>();
+  app.add_option("FILE", arguments->source, what)->required();
+  app.add_option("--out", arguments->target, "the file to be made; else with or without \".lzari\" behind");
+  app.add_flag("--force", arguments->force, "replace a file that is there already");
+  return [arguments, work](Console& console) { return work(*arguments, console); };
+}
+
+}  // namespace
+
+Work DeclareSqueeze(CLI::App& app) {
+  app.footer("Examples:\n  lorv squeeze plan.csv\n  lorv squeeze plan.csv --out plan.lz");
+  return Declare(app, "the file to be squeezed", Squeeze);
+}
+Work DeclareExpand(CLI::App& app) {
+  app.footer("Examples:\n  lorv expand plan.csv.lzari\n  lorv expand plan.lz --out plan.csv");
+  return Declare(app, "a squeezed file", Expand);
+}
+
+}  // namespace lorv::tool
