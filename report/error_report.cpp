@@ -2,11 +2,11 @@
 
 #include "module/product_flags.h"
 #include "platform/ports/platform.h"
+#include "report/content/failure_message.h"
+#include "report/content/report_text.h"
+#include "report/content/stack_report.h"
 #include "report/dialogs/dialog_forms.h"
 #include "report/dialogs/dlg_except.h"
-#include "report/failure_message.h"
-#include "report/report_text.h"
-#include "report/stack_report.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <functional>
 #include <vector>
 
-#include "TEXPRESSCAL/compiled/formula_step.h"
 #include "TEXPRESSCAL/compiled/quick_steps.h"
 #include "TEXPRESSCAL/language/expression_node.h"
+#include "TEXPRESSCAL/simd/formula_step.h"
 #include "framework/collections/aligned_row.h"
 
 // A formula whose variables stay variables, made from a parsed tree to be worked many times: a row of steps
@@ -41,6 +41,7 @@ class FormulaProgram {
   // way.
   const AlignedRow<double>& Cells() const { return cells_; }
   std::size_t ConstantEnd() const { return constant_end_; }
+  std::size_t SavedNumbers() const { return cells_.size() - constant_end_; }
 
  private:
   friend class ProgramMaker;

@@ -2,7 +2,7 @@
 #include <cmath>
 
 #include "TEXPRESSCAL/compiled/quick_steps.h"
-#include "TEXPRESSCAL/evaluate/evaluator.h"
+#include "TEXPRESSCAL/evaluate/evaluation_error.h"
 #include "TEXPRESSCAL/evaluate/number_functions.h"
 #include "TEXPRESSCAL/evaluate/number_rules.h"
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "TEXPRESSCAL/compiled/formula_step.h"
+#include "TEXPRESSCAL/simd/formula_step.h"
 
 // The steps of a program as single numbers are worked by them. Going from one step to the next costs as much
 // as the arithmetic of both, so neighbours that belong together are one step here: a number is taken in hand,

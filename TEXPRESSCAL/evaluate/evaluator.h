@@ -5,27 +5,11 @@
 #include <string>
 #include <vector>
 
+#include "TEXPRESSCAL/evaluate/evaluation_error.h"
 #include "TEXPRESSCAL/language/expression_node.h"
 #include "framework/text/text_compare.h"
 
 namespace lorv {
-
-// Codes of an evaluation. The last one written wins.
-enum EvaluationError {
-  kNoTree = -1,
-  kNoError = 0,
-  kDivisionByZero = 1,
-  kUnknownVariable = 3,
-  kOutsideDomain = 4,
-  kMalformedArguments = 5,
-  kMissingOperand = 10
-};
-
-// What a calculator tells its caller: a missing operand, an unknown variable and an argument outside the
-// domain are no errors there.
-inline int ErrorForCaller(int code) {
-  return code == kDivisionByZero || code == kMalformedArguments ? 1 : 0;
-}
 
 // A value on its way: a number, or a text that some node holds. A text counts as the number 0.
 struct Operand {

@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-#include "TEXPRESSCAL/evaluate/evaluator.h"
+#include "TEXPRESSCAL/evaluate/evaluation_error.h"
 #include "TEXPRESSCAL/rows/deferred_rows.h"
 #include "TEXPRESSCAL/rows/row_plan.h"
 #include "TEXPRESSCAL/rows/row_text.h"

@@ -2,7 +2,7 @@
 
 #include <bit>
 
-#include "TEXPRESSCAL/evaluate/evaluator.h"
+#include "TEXPRESSCAL/evaluate/evaluation_error.h"
 #include "TEXPRESSCAL/evaluate/number_functions.h"
 
 namespace lorv {

@@ -19,7 +19,7 @@ bool RowPlan::Make(const CString& formula, const CMapValue& values, const RowTab
   slots_.clear();
   cells_.clear();
   if (!plan_.Make(formula.View(), values, thirds)) return false;
-  loops_ = BestBlockLoops(plan_.Program());
+  loops_ = BestBlockLoops(plan_.Program().SavedNumbers());
   if (loops_ == nullptr) return false;
   const FormulaProgram& program = plan_.Program();
   for (std::size_t cell = 0; cell < program.ConstantEnd(); ++cell)

@@ -1,7 +1,5 @@
 #include "TEXPRESSCAL/simd/block_work.h"
 
-#include "TEXPRESSCAL/compiled/compiler.h"
-
 namespace lorv {
 namespace {
 
@@ -39,8 +37,8 @@ std::size_t UsableBlockLoops(const BlockLoops** loops, std::size_t room) {
   return count;
 }
 
-const BlockLoops* BestBlockLoops(const FormulaProgram& program) {
-  if (program.Cells().size() - program.ConstantEnd() > kMaxSavedBlocks) return nullptr;
+const BlockLoops* BestBlockLoops(std::size_t saved_numbers) {
+  if (saved_numbers > kMaxSavedBlocks) return nullptr;
   const BlockLoops* best = nullptr;
   UsableBlockLoops(&best, 1);
   return best;

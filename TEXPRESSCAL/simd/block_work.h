@@ -4,14 +4,12 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "TEXPRESSCAL/compiled/formula_step.h"
+#include "TEXPRESSCAL/simd/formula_step.h"
 #include "framework/text/text_compare.h"
 
 // Works a program on a block of rows at a time: each step is a loop over the block, which stays in the
 // processor's nearest cache, and the loops are compiled for several generations of processors.
 namespace lorv {
-
-class FormulaProgram;
 
 constexpr std::size_t kBlockRows = 256;
 
@@ -112,8 +110,9 @@ struct BlockLoops {
 // Those that this processor can run, the best first; at most `room` of them.
 std::size_t UsableBlockLoops(const BlockLoops** loops, std::size_t room);
 
-// Null where a program needs more room than there is.
-const BlockLoops* BestBlockLoops(const FormulaProgram& program);
+// The best of them for a program that saves so many numbers on their way; null where that is more than there
+// is room for.
+const BlockLoops* BestBlockLoops(std::size_t saved_numbers);
 
 extern const BlockLoops kBaselineLoops;
 extern const BlockLoops kAvx2Loops;

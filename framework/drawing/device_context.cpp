@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "framework/drawing/text_layout.h"
+#include "framework/ports/desktop_port.h"
 #include "framework/ports/no_window.h"
-#include "framework/windows/window.h"
 
 namespace {
 
@@ -206,10 +206,3 @@ BOOL CDC::BitBlt(int x, int y, int width, int height, CDC* from, int from_x, int
 void CDC::DrawImage(const lorv::PixelImage& image, LPCRECT rect) {
   Surface().Image(image, Device(rect));
 }
-
-CPaintDC::CPaintDC(CWnd* window) {
-  SetSurface(lorv::PeerOf(window == nullptr ? nullptr : window->m_hWnd)->PaintCanvas(m_ps.rcPaint));
-}
-
-CClientDC::CClientDC(CWnd* window)
-    : CDC(lorv::PeerOf(window == nullptr ? nullptr : window->m_hWnd)->ClientCanvas()) {}

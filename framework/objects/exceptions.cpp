@@ -4,8 +4,6 @@
 #include <array>
 #include <cerrno>
 
-#include "framework/values/com_error.h"
-
 IMPLEMENT_DYNAMIC(CException, CObject)
 IMPLEMENT_DYNAMIC(CMemoryException, CException)
 IMPLEMENT_DYNAMIC(CNotSupportedException, CException)
@@ -150,14 +148,6 @@ CString CArchiveException::ErrorText() const {
   return m_strFileName.IsEmpty() ? text : m_strFileName + _T(": ") + text;
 }
 
-CString COleException::ErrorText() const {
-  return _com_error(m_sc).ErrorMessage();
-}
-
-CString COleDispatchException::ErrorText() const {
-  return m_strDescription;
-}
-
 int CFileException::ErrnoToException(int error) {
   return CauseIn(kCausesOfErrno, error);
 }
@@ -172,13 +162,6 @@ void CFileException::ThrowErrno(int error, LPCTSTR file_name) {
 
 void CFileException::ThrowOsError(LONG error, LPCTSTR file_name) {
   throw new CFileException(OsErrorToException(error), error, file_name);
-}
-
-HRESULT COleException::Process(const CException* caught) {
-  if (const auto* ole = dynamic_cast<const COleException*>(caught)) return ole->m_sc;
-  if (dynamic_cast<const CMemoryException*>(caught) != nullptr) return E_OUTOFMEMORY;
-  if (dynamic_cast<const CNotSupportedException*>(caught) != nullptr) return E_NOTIMPL;
-  return E_UNEXPECTED;
 }
 
 void AfxThrowMemoryException() {
@@ -207,12 +190,4 @@ void AfxThrowFileException(int cause, LONG os_error, LPCTSTR file_name) {
 
 void AfxThrowArchiveException(int cause, LPCTSTR file_name) {
   throw new CArchiveException(cause, file_name);
-}
-
-void AfxThrowOleException(HRESULT code) {
-  throw new COleException(code);
-}
-
-void AfxThrowOleDispatchException(WORD code, LPCTSTR description, UINT help_id) {
-  throw new COleDispatchException(description, help_id, code);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "framework/text/cstring.h"
+#include "report/content/report_text.h"
 #include "report/dialogs/pane_dialog.h"
-#include "report/report_text.h"
 
 // The report of one failure, and the dialog that shows it: the user reads it, and may print or mail a
 // description of what led to it.

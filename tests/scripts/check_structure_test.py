@@ -9,9 +9,9 @@ import unittest
 CHECKER = pathlib.Path(__file__).resolve().parent.parent.parent / "scripts" / "check_structure"
 
 GOOD = {
-    "framework/low.h": "#pragma once\n\nint Low();\n",
-    "framework/low.cpp": '#include "framework/low.h"\n\nint Low() { return 1; }\n',
-    "comm/high.h": '#pragma once\n\n#include "framework/low.h"\n',
+    "framework/text/low.h": "#pragma once\n\nint Low();\n",
+    "framework/text/low.cpp": '#include "framework/text/low.h"\n\nint Low() { return 1; }\n',
+    "comm/high.h": '#pragma once\n\n#include "framework/text/low.h"\n',
     "tests/comm/high_test.cpp": '#include "comm/high.h"\n',
     "framework/posix/twin.cpp": "#include <unistd.h>\n",
     "framework/win32/twin.cpp": "#include <windows.h>\n",
@@ -47,7 +47,31 @@ class CheckStructure(unittest.TestCase):
         self.passed({})
 
     def test_include_of_a_lower_folder(self):
-        self.refused({"framework/a.h": '#include "comm/high.h"\n'}, "framework/a.h:1: framework/ must not include comm/")
+        self.refused({"framework/text/a.h": '#include "comm/high.h"\n'},
+                     "framework/text/a.h:1: framework/text/ must not include comm/, which stands below it")
+
+    def test_include_of_a_lower_room(self):
+        self.refused({"framework/text/a.h": '#include "framework/windows/b.h"\n', "framework/windows/b.h": ""},
+                     "framework/text/ must not include framework/windows/, which stands below it")
+        self.passed({"framework/windows/b.h": '#include "framework/text/low.h"\n'})
+
+    def test_folder_without_a_place_in_the_order(self):
+        self.refused({"framework/attic/a.h": '#include "framework/text/low.h"\n'},
+                     "framework/attic/a.h stands in no room of")
+        self.passed({"comm/inner/a.h": '#include "comm/high.h"\n'})
+
+    def test_public_header_belongs_to_the_room_of_its_source(self):
+        files = {"TEXPRESSCAL/a.h": "", "TEXPRESSCAL/rows/a.cpp": '#include "TEXPRESSCAL/a.h"\n'}
+        self.passed({**files, "TEXPRESSCAL/diagnose/b.h": '#include "TEXPRESSCAL/a.h"\n'})
+        self.refused({**files, "TEXPRESSCAL/text/b.h": '#include "TEXPRESSCAL/a.h"\n'},
+                     "TEXPRESSCAL/text/ must not include TEXPRESSCAL/rows/")
+
+    def test_sources_of_a_peer_know_each_other_but_headers_keep_the_order(self):
+        button = {"platform/qt/controls/button.h": ""}
+        text = '#include "platform/qt/controls/button.h"\n'
+        self.passed({**button, "platform/qt/desktop/a.cpp": text})
+        self.refused({**button, "platform/qt/desktop/a.h": text}, "platform/qt/desktop/ must not include")
+        self.refused({**button, "platform/ports/a.cpp": text}, "platform/ports/ must not include")
 
     def test_include_of_a_test_or_tool(self):
         self.refused({"comm/a.h": '#include "tests/b.h"\n', "tests/b.h": ""}, "the library must not include tests/")
@@ -62,7 +86,7 @@ class CheckStructure(unittest.TestCase):
         self.refused({"tests/low/a.h": "", "comm/b.cpp": '#include "low/a.h"\n'}, "includes go from the root")
 
     def test_include_named_in_a_comment_only_is_none(self):
-        self.passed({"framework/a.h": '// see #include "comm/high.h"\n'})
+        self.passed({"framework/text/a.h": '// see #include "comm/high.h"\n'})
 
     def test_system_header_outside_its_place(self):
         for name in ("windows.h", "Windows.h", "unistd.h", "sys/stat.h"):
@@ -74,7 +98,7 @@ class CheckStructure(unittest.TestCase):
         self.passed({"platform/a.cpp": "#ifdef _WIN32\n#endif\n", "framework/native/export.h": "#ifdef _WIN32\n#endif\n"})
 
     def test_own_header_not_first(self):
-        text = '#include "framework/low.h"\n#include "comm/a.h"\n'
+        text = '#include "framework/text/low.h"\n#include "comm/a.h"\n'
         self.refused({"comm/a.h": "", "comm/a.cpp": text}, "comm/a.cpp:1: the first include must be comm/a.h")
         self.refused({"comm/a.h": "", "comm/posix/a.cpp": "#include <string>\n"}, "must be comm/a.h")
 

@@ -1,4 +1,4 @@
-#include "report/failure_message.h"
+#include "report/content/failure_message.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "report/report_text.h"
+#include "report/content/report_text.h"
 
 #include "platform/ports/platform.h"
-#include "report/report_limits.h"
+#include "report/content/report_limits.h"
 
 namespace lorv {
 namespace {

@@ -1,4 +1,4 @@
-#include "report/stack_report.h"
+#include "report/content/stack_report.h"
 
 #include <string>
 

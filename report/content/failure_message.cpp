@@ -1,9 +1,9 @@
-#include "report/failure_message.h"
+#include "report/content/failure_message.h"
 
 #include <array>
 #include <memory>
 
-#include "report/report_limits.h"
+#include "report/content/report_limits.h"
 
 namespace lorv {
 namespace {
