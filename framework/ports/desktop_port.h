@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "framework/ports/menu_model.h"
@@ -39,8 +40,14 @@ class COMM_LORV_API Desktop {
   // Takes one message: offers it to the window classes (lorv::OfferMessage), then delivers it. Order: posted
   // messages, input, painting, timers. Without one it waits if asked to. False: nothing came, or WM_QUIT.
   virtual bool Pump(bool wait) = 0;
-  // Works the queue until EndModal of that window, or until it is gone. While it runs, the window's owner
-  // is disabled; dialogs may be nested.
+  // What the last WM_QUIT carried that Pump came upon: the answer of the program. Empty before. A modal loop
+  // that comes upon it ends and leaves it to the loop around; the host's own loop has it from its system.
+  virtual std::optional<int> QuitCode() const = 0;
+  // Asks the loops of the thread to end, with that code.
+  bool Quit(int code) { return Post(nullptr, WM_QUIT, static_cast<WPARAM>(code), 0); }
+  // Works the queue until EndModal of that window, until it is gone, or until WM_QUIT. While it runs, the
+  // window's owner is disabled, and enabled again however it ends: what a handler throws goes on to the
+  // caller. Dialogs may be nested.
   virtual void RunModal(HWND dialog) = 0;
   virtual void EndModal(HWND dialog) = 0;
 

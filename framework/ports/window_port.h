@@ -21,14 +21,11 @@
 // Threads: that of the user interface. Exists, ClientRect and ClientCanvas are for any thread, and so is the
 //   end of the object.
 //
-// Room is left for three things that come with the grids:
-//   accessibility: WM_GETOBJECT asks the window class for what screen readers see; a peer with a bridge of
-//   its
-//     own (Qt) gets the same object by a call to be added here, beside Default;
-//   input methods: a composition arrives as WM_IME_STARTCOMPOSITION, WM_IME_COMPOSITION (its text by a call
-//     to be added here) and WM_IME_ENDCOMPOSITION; in edits it is the native control's affair. A key that an
-//     input method took is WM_KEYDOWN with VK_PROCESSKEY and is never told as the key itself;
-//   drag and drop: a target is announced by a call to be added here; what is dropped comes as a data object.
+// Input methods: a composition arrives as WM_IME_STARTCOMPOSITION, WM_IME_COMPOSITION (its text by
+//   CompositionNow) and WM_IME_ENDCOMPOSITION; what is committed comes as WM_CHAR where the class leaves the
+//   message to Default. A key that an input method took is WM_KEYDOWN with VK_PROCESSKEY and is never told as
+//   the key itself. A class that opens an edit inside WM_IME_STARTCOMPOSITION and gives it the focus has the
+//   composition go on there.
 namespace lorv {
 
 enum class WindowKind : int {
@@ -57,6 +54,13 @@ struct WindowRequest {
   void* parameter = nullptr;
   // Called with the handle before the first message, so that none is lost. Never empty.
   std::function<void(HWND)> attach;
+};
+
+// What an input method is composing in a window.
+struct Composition {
+  CString text;       // on display, not committed
+  int caret = 0;      // in it
+  CString committed;  // by the WM_IME_COMPOSITION that is being handled
 };
 
 class COMM_LORV_API WindowPeer {
@@ -125,6 +129,18 @@ class COMM_LORV_API WindowPeer {
   // LB_, BM_, WM_SETTEXT, WM_GETTEXT, WM_CLOSE (destroys), painting. Notifications go to the parent as
   // WM_COMMAND.
   virtual LRESULT Default(UINT message, WPARAM w, LPARAM l) = 0;
+
+  // What the input method composes, while the WM_IME messages are handled; else empty.
+  virtual Composition CompositionNow() const { return {}; }
+  // Where the input method shows its candidates: below that rectangle of the client area, the caret's.
+  virtual void SetCompositionCaret(const RECT& /*caret*/) {}
+
+  // A window that the framework did not make: from now on its messages go to the window class that is mapped
+  // to it, and Default is what its own procedure does. False where the system does not allow it: a window of
+  // another program or thread. Windows that the framework made are so from the beginning.
+  virtual bool TakeOver() { return Exists(); }
+  // Back to what it was before TakeOver.
+  virtual void GiveBack() {}
 
   virtual int Dpi() const = 0;
 

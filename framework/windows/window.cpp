@@ -89,9 +89,17 @@ HWND CWnd::Detach() {
 }
 
 BOOL CWnd::SubclassWindow(HWND window) {
-  if (!lorv::PeerOf(window)->Exists() || !Attach(window)) return FALSE;
+  const auto peer = lorv::PeerOf(window);
+  if (!peer->Exists() || FromHandlePermanent(window) != nullptr || m_hWnd != nullptr) return FALSE;
+  if (!peer->TakeOver() || !Attach(window)) return FALSE;
   PreSubclassWindow();
   return TRUE;
+}
+
+HWND CWnd::UnsubclassWindow() {
+  const HWND window = Detach();
+  lorv::PeerOf(window)->GiveBack();
+  return window;
 }
 
 BOOL CWnd::SubclassDlgItem(UINT id, CWnd* parent) {
@@ -101,9 +109,19 @@ BOOL CWnd::SubclassDlgItem(UINT id, CWnd* parent) {
 
 LRESULT CWnd::HandleMessage(HWND window, UINT message, WPARAM w, LPARAM l) {
   const Handling handling(window, message, w, l);
-  const LRESULT result = WindowProc(message, w, l);
-  // From here on the object may be gone; the map knows.
-  if (message == WM_NCDESTROY && lorv::MappedWindow(window) == this) Finish(window);
+  if (message != WM_NCDESTROY) return WindowProc(message, w, l);
+  // The window goes whatever the handler does. From then on the object may be gone; the map knows.
+  const auto finish = [this, window] {
+    if (lorv::MappedWindow(window) == this) Finish(window);
+  };
+  LRESULT result = 0;
+  try {
+    result = WindowProc(message, w, l);
+  } catch (...) {
+    finish();
+    throw;
+  }
+  finish();
   return result;
 }
 

@@ -43,7 +43,8 @@ class COMM_LORV_API CWnd : public CCmdTarget, public lorv::MessageTarget {
   HWND Detach();
   BOOL SubclassWindow(HWND window);
   BOOL SubclassDlgItem(UINT id, CWnd* parent);
-  HWND UnsubclassWindow() { return Detach(); }
+  // Its messages go to its own procedure alone again; the window stays.
+  HWND UnsubclassWindow();
   static CWnd* FromHandle(HWND window);
   static CWnd* FromHandlePermanent(HWND window);
 

@@ -14,7 +14,7 @@ namespace lorv {
 // `Window` is the peer's window class, which gives Home(), its desktop, and Look() and SetLook(), its style
 // without further conduct. What is left to the peer is to show the state.
 template <class Window>
-class ButtonConduct : public Window {
+class ButtonBehaviour : public Window {
  public:
   using Window::Window;
 

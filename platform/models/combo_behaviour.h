@@ -15,10 +15,10 @@ namespace lorv {
 // `Window` is the peer's window class, which gives Home(), its desktop, and Look(), its style; `Items` is
 // made with a store of the peer's. What is left to the peer is to show the state.
 template <class Window, class Items>
-class ComboConduct : public Window {
+class ComboBehaviour : public Window {
  public:
   template <class... Request>
-  explicit ComboConduct(Items items, Request&&... request)
+  explicit ComboBehaviour(Items items, Request&&... request)
       : Window(std::forward<Request>(request)...), items_(std::move(items)) {}
 
   LRESULT Default(UINT message, WPARAM w, LPARAM l) override {

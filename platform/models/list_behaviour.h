@@ -15,10 +15,10 @@ namespace lorv {
 // made with a store of the peer's. What is left to the peer is to show the rows, to scroll them and to keep
 // which are selected.
 template <class Window, class Items>
-class ListConduct : public Window {
+class ListBehaviour : public Window {
  public:
   template <class... Request>
-  explicit ListConduct(Items items, Request&&... request)
+  explicit ListBehaviour(Items items, Request&&... request)
       : Window(std::forward<Request>(request)...), items_(std::move(items)) {}
 
   LRESULT Default(UINT message, WPARAM w, LPARAM l) override {

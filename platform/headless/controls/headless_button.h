@@ -6,9 +6,9 @@
 
 namespace lorv {
 
-class HeadlessButton : public ButtonConduct<HeadlessWindow> {
+class HeadlessButton : public ButtonBehaviour<HeadlessWindow> {
  public:
-  using ButtonConduct::ButtonConduct;
+  using ButtonBehaviour::ButtonBehaviour;
 
  protected:
   void PaintSelf(Canvas& canvas) override;

@@ -8,10 +8,10 @@
 namespace lorv {
 
 // Its list is no window of its own.
-class HeadlessCombo : public ComboConduct<HeadlessWindow, HeadlessItems> {
+class HeadlessCombo : public ComboBehaviour<HeadlessWindow, HeadlessItems> {
  public:
   HeadlessCombo(HeadlessDesktop& desktop, HWND handle, const WindowRequest& request)
-      : ComboConduct(HeadlessItems((request.style & CBS_SORT) != 0, {}), desktop, handle, request) {}
+      : ComboBehaviour(HeadlessItems((request.style & CBS_SORT) != 0, {}), desktop, handle, request) {}
 
  protected:
   CRect EditPlace() const override;

@@ -4,24 +4,12 @@
 #include <utility>
 
 #include "platform/headless/drawing/headless_canvas.h"
+#include "platform/models/unit_pairs.h"
 
 namespace lorv {
 namespace {
 
 constexpr TCHAR kFirstIdeograph = 0x2E80;
-
-bool IsHigh(TCHAR unit) {
-  return unit >= 0xD800 && unit <= 0xDBFF;
-}
-
-bool IsLow(TCHAR unit) {
-  return unit >= 0xDC00 && unit <= 0xDFFF;
-}
-
-// Two units that the caret passes as one: a line end, a letter beyond U+FFFF.
-bool IsPair(TCHAR first, TCHAR second) {
-  return (first == _T('\r') && second == _T('\n')) || (IsHigh(first) && IsLow(second));
-}
 
 bool IsGap(TCHAR unit) {
   return unit == _T(' ') || unit == _T('\t') || unit == _T('\r') || unit == _T('\n');
@@ -47,14 +35,13 @@ void HeadlessEditText::Select(int start, int end) {
 
 void HeadlessEditText::MoveCaret(int to, bool extend) {
   caret_ = Clamped(to);
-  if (IsPair(text.GetAt(caret_ - 1), text.GetAt(caret_))) --caret_;
+  if (IsUnitPair(text.GetAt(caret_ - 1), text.GetAt(caret_))) --caret_;
   if (!extend) anchor_ = caret_;
 }
 
 void HeadlessEditText::Set(const CString& fresh) {
   text = fresh;
   anchor_ = caret_ = 0;
-  modified = false;
   can_undo_ = false;
 }
 
@@ -65,16 +52,6 @@ void HeadlessEditText::Replace(const CString& fresh) {
   const int start = Start();
   text = text.Left(start) + fresh + text.Mid(End());
   anchor_ = caret_ = start + fresh.GetLength();
-  modified = true;
-}
-
-bool HeadlessEditText::Insert(const CString& fresh) {
-  int room = std::max(0, limit - (text.GetLength() - (End() - Start())));
-  const bool whole = fresh.GetLength() <= room;
-  if (!whole && IsPair(fresh.GetAt(room - 1), fresh.GetAt(room))) --room;
-  const CString fits = whole ? fresh : fresh.Left(room);
-  if (!fits.IsEmpty() || Start() != End()) Replace(fits);
-  return whole;
 }
 
 bool HeadlessEditText::Undo() {
@@ -82,20 +59,19 @@ bool HeadlessEditText::Undo() {
   std::swap(text, before_);
   std::swap(caret_, before_caret_);
   anchor_ = caret_ = Clamped(caret_);
-  modified = true;
   return true;
 }
 
 int HeadlessEditText::StepBack(int from) const {
   from = Clamped(from);
   if (from == 0) return 0;
-  return from - (IsPair(text.GetAt(from - 2), text.GetAt(from - 1)) ? 2 : 1);
+  return from - (IsUnitPair(text.GetAt(from - 2), text.GetAt(from - 1)) ? 2 : 1);
 }
 
 int HeadlessEditText::StepOn(int from) const {
   from = Clamped(from);
   if (from == text.GetLength()) return from;
-  return from + (IsPair(text.GetAt(from), text.GetAt(from + 1)) ? 2 : 1);
+  return from + (IsUnitPair(text.GetAt(from), text.GetAt(from + 1)) ? 2 : 1);
 }
 
 int HeadlessEditText::WordBack(int from) const {
@@ -147,37 +123,16 @@ std::vector<int> HeadlessEditText::LineStarts() const {
   return starts;
 }
 
-int HeadlessEditText::LineOf(int position) const {
-  const auto starts = LineStarts();
-  return static_cast<int>(std::upper_bound(starts.begin(), starts.end(), position) - starts.begin()) - 1;
-}
-
-int HeadlessEditText::LineStart(int line) const {
-  const auto starts = LineStarts();
-  return line < 0 || line >= static_cast<int>(starts.size()) ? -1 : starts[static_cast<std::size_t>(line)];
-}
-
-bool HeadlessEditText::EndsLine(int position) const {
-  return text.GetAt(position - 2) == _T('\r') && text.GetAt(position - 1) == _T('\n');
-}
-
-int HeadlessEditText::LineLength(int line) const {
-  const int start = LineStart(line);
-  if (start < 0) return 0;
-  const int next = LineStart(line + 1);
-  int end = next < 0 ? text.GetLength() : next;
-  if (next > 0 && EndsLine(end)) end -= 2;
-  return end - start;
-}
-
 int HeadlessEditText::Above(int position, int lines) const {
-  const int line = LineOf(position);
+  const EditLines layout = Lines();
+  const int line = layout.Of(position);
   const int target = line - lines;
-  if (line < 0 || LineStart(target) < 0) return position;
-  const int next = LineStart(target + 1);
+  const int start = layout.Start(target);
+  if (line < 0 || start < 0) return position;
+  const int next = layout.Start(target + 1);
   // Behind the last letter of a broken line lies the start of the next one.
-  const int last = next < 0 || EndsLine(next) ? LineStart(target) + LineLength(target) : StepBack(next);
-  return std::min(LineStart(target) + (position - LineStart(line)), last);
+  const int last = next < 0 || layout.EndsLine(next) ? start + layout.Length(target) : StepBack(next);
+  return std::min(start + (position - layout.Start(line)), last);
 }
 
 }  // namespace lorv

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "framework/text/cstring.h"
+#include "platform/models/edit_lines.h"
 
 namespace lorv {
 
@@ -15,8 +16,6 @@ class HeadlessEditText {
   explicit HeadlessEditText(bool lines) : lines_(lines) {}
 
   CString text;
-  int limit = 30000;  // of typing and pasting
-  bool modified = false;
   int wrap_width = 0;  // pixels; 0 does not wrap
 
   int Start() const { return anchor_ < caret_ ? anchor_ : caret_; }
@@ -30,11 +29,7 @@ class HeadlessEditText {
   void Set(const CString& fresh);
   // Puts a text in the place of the selection, whatever the limit.
   void Replace(const CString& fresh);
-  // The same as far as the limit allows, pairs of units whole; false if something was left out.
-  bool Insert(const CString& fresh);
   bool Undo();  // back and forth over the last change
-  bool CanUndo() const { return can_undo_; }
-  void ForgetUndo() { can_undo_ = false; }
 
   // From anywhere: positions outside the text count as its ends.
   int StepBack(int from) const;
@@ -44,10 +39,7 @@ class HeadlessEditText {
 
   // Lines as they are shown, the breaks of the width included; the first one starts at 0.
   std::vector<int> LineStarts() const;
-  int LineOf(int position) const;  // -1 before the text, the last line behind it
-  int LineLength(int line) const;  // without its line end; 0 of a line that is not
-  CString LineText(int line) const { return text.Mid(LineStart(line), LineLength(line)); }
-  int LineStart(int line) const;  // -1 of a line that is not
+  EditLines Lines() const { return {text, LineStarts()}; }
   // The position as far into another line as this one is into its own, or at that line's end; the same
   // position where there is no such line.
   int Above(int position, int lines) const;
@@ -55,7 +47,6 @@ class HeadlessEditText {
  private:
   int Clamped(int position) const;
   int WidthOf(int start, int end) const;  // pixels
-  bool EndsLine(int position) const;      // whether a line end stands before it
   void WrapFrom(int start, int end, std::vector<int>& starts) const;
 
   bool lines_;

@@ -8,10 +8,10 @@
 namespace lorv {
 
 // Its rows are 16 pixels high.
-class HeadlessList : public ListConduct<HeadlessWindow, HeadlessItems> {
+class HeadlessList : public ListBehaviour<HeadlessWindow, HeadlessItems> {
  public:
   HeadlessList(HeadlessDesktop& desktop, HWND handle, const WindowRequest& request)
-      : ListConduct(HeadlessItems((request.style & LBS_SORT) != 0, {}), desktop, handle, request) {}
+      : ListBehaviour(HeadlessItems((request.style & LBS_SORT) != 0, {}), desktop, handle, request) {}
 
  protected:
   bool IsSelected(int index) const override { return Kept().Kept().IsSelected(index); }

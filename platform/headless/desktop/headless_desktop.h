@@ -11,7 +11,7 @@
 #include "framework/drawing/geometry.h"
 #include "framework/ports/desktop_port.h"
 #include "platform/headless/window/headless_window.h"
-#include "platform/models/window_tree.h"
+#include "platform/models/desktop_model.h"
 
 namespace lorv {
 
@@ -27,7 +27,7 @@ namespace lorv {
 //
 //   HeadlessDesktop desktop;  ScopedDesktop scope(desktop);  ...  desktop.Type(_T("C30"));
 //   desktop.RunUntilIdle();
-class COMM_LORV_API HeadlessDesktop : public Kinship<HeadlessWindow> {
+class COMM_LORV_API HeadlessDesktop : public DesktopModel {
  public:
   HeadlessDesktop();
   ~HeadlessDesktop() override;
@@ -44,8 +44,11 @@ class COMM_LORV_API HeadlessDesktop : public Kinship<HeadlessWindow> {
   void Click(POINT screen, int button = VK_LBUTTON);
   void DoubleClick(POINT screen);
   void Wheel(int delta);
-  // A move of a window's bar: SB_LINEDOWN, SB_THUMBTRACK with a position, ...
+  // A move of a window's bar: SB_LINEDOWN, SB_THUMBTRACK with a position of 32 bits, ...
   void ScrollBar(HWND window, int bar, int code, int position = 0);
+  // An input method in the window that has the focus: what it shows, and what it commits at once.
+  void ComposeText(const CString& text, int caret);
+  void CommitText(const CString& text);
   void AnswerMenu(UINT command) { menu_answers_.push_back(command); }
   void WhenIdle(std::function<void()> step) { steps_.push_back(std::move(step)); }
   void RunUntilIdle();
@@ -58,38 +61,10 @@ class COMM_LORV_API HeadlessDesktop : public Kinship<HeadlessWindow> {
   // Whether the steps of WhenIdle stand for somebody who sees the windows.
   void SetViewer(bool there) { viewer_ = there; }
 
-  // For the windows of this desktop.
-  void MoveFocus(HWND window);
-
-  HWND Create(const WindowRequest& request) override;
-  std::shared_ptr<WindowPeer> Find(HWND window) const override { return At(window); }
-  std::vector<HWND> Windows() const override { return tops_; }
-  bool Post(HWND window, UINT message, WPARAM w, LPARAM l) override;
-  LRESULT Send(HWND window, UINT message, WPARAM w, LPARAM l) override;
-  bool Pump(bool wait) override;
-  void RunModal(HWND dialog) override;
-  void EndModal(HWND dialog) override;
-  HWND Focus() const override { return focus_; }
-  void ClearFocus() override { MoveFocus(nullptr); }
-  HWND Active() const override { return active_; }
-  HWND Capture() const override { return capture_; }
-  void SetCapture(HWND window) override;
-  SHORT KeyState(int key) const override;
-  POINT CursorPosition() const override {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    return mouse_;
-  }
-  void SetCursorPosition(POINT at) override {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    mouse_ = at;
-  }
-  void SetCursor(int shape) override { cursor_ = shape; }
-  int Cursor() const override { return cursor_; }
-  HWND WindowAt(POINT screen) const override { return HitTop(screen); }
+  HWND Focus() const override;
   RECT WorkArea(POINT /*near_by*/) const override { return {0, 0, 1920, 1040}; }
   RECT Screen() const override { return {0, 0, 1920, 1080}; }
   COLORREF Colour(int index) const override;
-  int Metric(int index) const override;
   LOGFONT DialogFont() const override;
   DWORD Ticks() const override;
   UINT Popup(const MenuModel& menu, POINT screen, UINT flags, HWND owner) override;
@@ -102,14 +77,27 @@ class COMM_LORV_API HeadlessDesktop : public Kinship<HeadlessWindow> {
   bool SetClipboardText(const CString& text) override;
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
   bool HasViewer() const override { return viewer_; }
-  UINT RegisterMessage(LPCTSTR name) override;
+
+  void Forget(HWND window) override;
+
+ protected:
+  std::shared_ptr<WindowModel> MakeWindow(const WindowRequest& request, HWND handle) override;
+  void Begin(WindowModel& window, const WindowRequest& request) override;
+  void FocusChanged(HWND former) override;
+  bool PumpOnce(bool wait) override;
+  bool WorkModal(HWND dialog) override;
+  void Translate(const MSG& message) override;
+  int BarWidth() const override { return 16; }
+  int CaptionHeight() const override { return 24; }
 
  private:
   friend class HeadlessWindow;
+  // What the user did: a key or the mouse as a message, a bar, a composition.
   struct Input {
     UINT message = 0;
     WPARAM w = 0;
     POINT at = {0, 0};
+    std::function<void()> other = nullptr;
   };
   struct Timer {
     HWND window;
@@ -118,34 +106,19 @@ class COMM_LORV_API HeadlessDesktop : public Kinship<HeadlessWindow> {
     UINT period;
   };
 
-  std::shared_ptr<HeadlessWindow> At(HWND window) const override;
-  void ActivateTop(HWND top);
-  void ActivateNext(HWND gone, HWND owner);
-  void Forget(HWND window);
   void StartTimer(HWND window, UINT_PTR id, UINT period);
-  void StopTimer(HWND window, UINT_PTR id);
+  bool StopTimer(HWND window, UINT_PTR id);
 
-  std::shared_ptr<HeadlessWindow> MakeWindow(const WindowRequest& request, HWND handle);
-  void Adopt(const std::shared_ptr<HeadlessWindow>& window);
-  bool StillThere(HWND window) const { return At(window) != nullptr; }
-  HWND InnermostAt(HWND window, POINT screen) const;
-  void Deliver(MSG message);
-  bool PumpPosted();
   bool PumpInput();
   bool PumpPaint();
   bool PumpTimer();
-  HWND FirstDirty(HWND window) const;
   void PlayKey(const Input& input);
-  void PlayMouse(Input input);
-  void LeaveFormer(HWND now);
+  void PlayMouse(const Input& input);
+  void PlayWheel(const Input& input);
   bool ComesToPress(HWND target, UINT message);
-  void Translate(const MSG& message);
   bool Offers(const MenuModel& menu, UINT command) const;
-  WPARAM HeldKeys() const;
 
-  mutable std::mutex mutex_;  // over windows_, posted_, ticks_ and mouse_, which any thread asks for
-  std::unordered_map<HWND, std::shared_ptr<HeadlessWindow>> windows_;
-  std::deque<MSG> posted_;
+  mutable std::mutex mutex_;  // over ticks_, which any thread asks for
   DWORD ticks_ = 0;
 
   std::deque<Input> input_;
@@ -153,20 +126,13 @@ class COMM_LORV_API HeadlessDesktop : public Kinship<HeadlessWindow> {
   std::deque<std::function<void()>> steps_;
   std::deque<UINT> menu_answers_;
   std::vector<MenuModel> shown_menus_;
-  std::vector<HWND> modal_;
-  std::map<int, bool> keys_;
-  HWND focus_ = nullptr;
-  HWND active_ = nullptr;
-  HWND capture_ = nullptr;
-  HWND hovered_ = nullptr;
-  POINT mouse_ = {0, 0};
-  int cursor_ = kCursorArrow;
+  std::vector<HWND> cancelled_;  // modal dialogs that nobody answered
+  bool elsewhere_ = false;
   bool viewer_ = false;
   std::vector<HKL> layouts_;
   HKL layout_ = nullptr;
   bool has_clip_ = false;
   CString clip_;
-  std::map<CString, UINT> registered_;
 };
 
 // The foreign handle that LeaveProgram leaves the focus with.

@@ -44,19 +44,14 @@ TCHAR CharacterOfKey(int key, bool shift, bool control) {
   return 0;
 }
 
-bool IsDown(UINT message) {
-  return message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN ||
-         message == WM_LBUTTONDBLCLK;
-}
-
 }  // namespace
 
 void HeadlessDesktop::KeyDown(int key) {
-  input_.push_back({WM_KEYDOWN, static_cast<WPARAM>(key), mouse_});
+  input_.push_back({WM_KEYDOWN, static_cast<WPARAM>(key), CursorPosition()});
 }
 
 void HeadlessDesktop::KeyUp(int key) {
-  input_.push_back({WM_KEYUP, static_cast<WPARAM>(key), mouse_});
+  input_.push_back({WM_KEYUP, static_cast<WPARAM>(key), CursorPosition()});
 }
 
 void HeadlessDesktop::Press(int key) {
@@ -74,8 +69,8 @@ void HeadlessDesktop::Type(TextView text) {
   for (const TCHAR c : text) {
     const KeyOf known = KeyOfCharacter(c);
     if (known.key == 0) {
-      input_.push_back({WM_KEYDOWN, VK_PROCESSKEY, mouse_});
-      input_.push_back({WM_CHAR, c, mouse_});
+      input_.push_back({WM_KEYDOWN, VK_PROCESSKEY, CursorPosition()});
+      input_.push_back({WM_CHAR, c, CursorPosition()});
     } else if (known.shifted) {
       PressWith(VK_SHIFT, known.key);
     } else {
@@ -89,13 +84,13 @@ void HeadlessDesktop::MoveMouse(POINT screen) {
 }
 
 void HeadlessDesktop::MouseDown(int button) {
-  const POINT at = input_.empty() ? mouse_ : input_.back().at;
+  const POINT at = input_.empty() ? CursorPosition() : input_.back().at;
   const UINT message = button == VK_RBUTTON ? WM_RBUTTONDOWN : WM_LBUTTONDOWN;
   input_.push_back({message, 0, at});
 }
 
 void HeadlessDesktop::MouseUp(int button) {
-  const POINT at = input_.empty() ? mouse_ : input_.back().at;
+  const POINT at = input_.empty() ? CursorPosition() : input_.back().at;
   const UINT message = button == VK_RBUTTON ? WM_RBUTTONUP : WM_LBUTTONUP;
   input_.push_back({message, 0, at});
 }
@@ -113,87 +108,81 @@ void HeadlessDesktop::DoubleClick(POINT screen) {
 }
 
 void HeadlessDesktop::Wheel(int delta) {
-  input_.push_back({WM_MOUSEWHEEL, MAKEWPARAM(0, delta), mouse_});
+  input_.push_back({WM_MOUSEWHEEL, MAKEWPARAM(0, delta), CursorPosition()});
 }
 
 void HeadlessDesktop::ScrollBar(HWND window, int bar, int code, int position) {
-  Post(window, bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(code, position), 0);
+  input_.push_back({WM_NULL, 0, CursorPosition(), [=, this] {
+                      if (const auto at = At(window)) at->ScrollByUser(bar, code, position);
+                    }});
 }
 
-SHORT HeadlessDesktop::KeyState(int key) const {
-  const auto found = keys_.find(key);
-  return found != keys_.end() && found->second ? static_cast<SHORT>(-0x8000) : SHORT{0};
+void HeadlessDesktop::ComposeText(const CString& text, int caret) {
+  KeyDown(VK_PROCESSKEY);
+  input_.push_back({WM_NULL, 0, CursorPosition(), [=, this] {
+                      Compose(FocusedWindow(), {text, caret, {}});
+                    }});
 }
 
-WPARAM HeadlessDesktop::HeldKeys() const {
-  WPARAM held = 0;
-  if (KeyState(VK_LBUTTON) != 0) held |= MK_LBUTTON;
-  if (KeyState(VK_RBUTTON) != 0) held |= MK_RBUTTON;
-  if (KeyState(VK_SHIFT) != 0) held |= MK_SHIFT;
-  if (KeyState(VK_CONTROL) != 0) held |= MK_CONTROL;
-  return held;
+void HeadlessDesktop::CommitText(const CString& text) {
+  KeyDown(VK_PROCESSKEY);
+  input_.push_back({WM_NULL, 0, CursorPosition(), [=, this] { Compose(FocusedWindow(), {{}, 0, text}); }});
 }
 
 void HeadlessDesktop::PlayKey(const Input& input) {
   const int key = static_cast<int>(input.w);
   const bool down = input.message == WM_KEYDOWN;
-  if (input.message != WM_CHAR && key > 0 && key < kKeyLimit) keys_[key] = down;
-  const HWND target = StillThere(focus_) ? focus_ : active_;
+  if (input.message != WM_CHAR && key > 0 && key < kKeyLimit) HoldKey(key, down);
+  const HWND target = StillThere(Focus()) ? Focus() : Active();
   if (!StillThere(target)) return;
   UINT message = input.message;
   const bool system = KeyState(VK_MENU) != 0 && KeyState(VK_CONTROL) == 0;
   if (system && message != WM_CHAR) message = down ? WM_SYSKEYDOWN : WM_SYSKEYUP;
   constexpr LPARAM kReleased = static_cast<LPARAM>(0xC0000001);
-  Deliver({target, message, input.w, down || message == WM_CHAR ? 1 : kReleased, Ticks(), mouse_});
+  Deliver(MessageNow(target, message, input.w, down || message == WM_CHAR ? 1 : kReleased));
 }
 
 void HeadlessDesktop::Translate(const MSG& message) {
+  if (message.message != WM_KEYDOWN && message.message != WM_SYSKEYDOWN) return;
   const int key = static_cast<int>(message.wParam);
   if (key == VK_PROCESSKEY) return;
   const TCHAR c = CharacterOfKey(key, KeyState(VK_SHIFT) != 0, KeyState(VK_CONTROL) != 0);
   if (c != 0) Post(message.hwnd, message.message == WM_SYSKEYDOWN ? WM_SYSCHAR : WM_CHAR, c, 1);
 }
 
-void HeadlessDesktop::LeaveFormer(HWND now) {
-  const HWND former = std::exchange(hovered_, now);
-  if (former == now) return;
-  const auto window = At(former);
-  if (window != nullptr && window->TakeLeave()) DeliverMessage(former, WM_MOUSELEAVE, 0, 0);
-}
-
 // Whether a press reaches the window: it makes its top window the active one, unless that is disabled.
 bool HeadlessDesktop::ComesToPress(HWND target, UINT message) {
   const auto top = At(TopOf(target));
   if (top == nullptr || (top->Style() & WS_DISABLED) != 0) return false;
-  if (IsDown(message) && top->Kind() != WindowKind::Popup && (top->ExStyle() & WS_EX_NOACTIVATE) == 0)
+  if (IsButtonDown(message) && top->Kind() != WindowKind::Popup && (top->ExStyle() & WS_EX_NOACTIVATE) == 0)
     ActivateTop(top->Handle());
   return StillThere(target);
 }
 
-void HeadlessDesktop::PlayMouse(Input input) {
+// The wheel is for the window that has the focus.
+void HeadlessDesktop::PlayWheel(const Input& input) {
+  const POINT at = CursorPosition();
+  if (StillThere(Focus()))
+    Deliver(MessageNow(Focus(), input.message, input.w | HeldKeys(), MAKELPARAM(at.x, at.y)));
+}
+
+void HeadlessDesktop::PlayMouse(const Input& input) {
   SetCursorPosition(input.at);
-  if (input.message == WM_LBUTTONDOWN || input.message == WM_LBUTTONDBLCLK) keys_[VK_LBUTTON] = true;
-  if (input.message == WM_LBUTTONUP) keys_[VK_LBUTTON] = false;
-  if (input.message == WM_RBUTTONDOWN) keys_[VK_RBUTTON] = true;
-  if (input.message == WM_RBUTTONUP) keys_[VK_RBUTTON] = false;
-  if (input.message == WM_MOUSEWHEEL) {
-    const HWND target = focus_;
-    if (StillThere(target))
-      Deliver({target, input.message, input.w | HeldKeys(), MAKELPARAM(mouse_.x, mouse_.y), Ticks(), mouse_});
-    return;
-  }
-  const HWND captured = capture_;
-  const HWND target = captured != nullptr ? captured : WindowAt(mouse_);
-  LeaveFormer(target);
+  const bool left = input.message >= WM_LBUTTONDOWN && input.message <= WM_LBUTTONDBLCLK;
+  const bool right = input.message == WM_RBUTTONDOWN || input.message == WM_RBUTTONUP;
+  if (left || right) HoldKey(left ? VK_LBUTTON : VK_RBUTTON, IsButtonDown(input.message));
+  if (input.message == WM_MOUSEWHEEL) return PlayWheel(input);
+  const HWND captured = Capture();
+  const HWND target = captured != nullptr ? captured : WindowAt(input.at);
+  Hover(target);
   if (!StillThere(target) || !ComesToPress(target, input.message)) return;
-  const CPoint at = CPoint(mouse_) - CSize(CPoint(At(target)->ClientOrigin()));
+  const CPoint at = CPoint(input.at) - CSize(CPoint(At(target)->ClientOrigin()));
   const bool inside = CRect(At(target)->ClientRect()).PtInRect(at) != 0;
   if (captured == nullptr && !inside) return;
   if (captured == nullptr)
     DeliverMessage(target, WM_SETCURSOR, reinterpret_cast<WPARAM>(target),
                    MAKELPARAM(HTCLIENT, static_cast<LONG_PTR>(input.message)));
-  if (StillThere(target))
-    Deliver({target, input.message, HeldKeys(), MAKELPARAM(at.x, at.y), Ticks(), mouse_});
+  if (StillThere(target)) Deliver(MessageNow(target, input.message, HeldKeys(), MAKELPARAM(at.x, at.y)));
 }
 
 }  // namespace lorv

@@ -51,13 +51,13 @@ QString WithoutMarks(const QString& text) {
 }  // namespace
 
 QtButton::QtButton(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around)
-    : ButtonConduct(desk, handle, request) {
+    : ButtonBehaviour(desk, handle, request) {
   StartControl(MakeWidget(Type(), around));
   ShowState();
-  TextChanged();
+  ShowText();
 }
 
-void QtButton::TextChanged() {
+void QtButton::ShowText() {
   const QString text = ToQt(Text().View());
   if (auto* const button = dynamic_cast<QAbstractButton*>(Widget())) button->setText(text);
   if (auto* const box = dynamic_cast<QGroupBox*>(Widget())) box->setTitle(text);
@@ -86,10 +86,10 @@ QtStatic::QtStatic(QtDesk& desk, HWND handle, const WindowRequest& request, QWid
       side == SS_CENTER ? Qt::AlignHCenter : (side == SS_RIGHT ? Qt::AlignRight : Qt::AlignLeft);
   label->setAlignment(across | Qt::AlignTop);
   StartControl(label);
-  TextChanged();
+  ShowText();
 }
 
-void QtStatic::TextChanged() {
+void QtStatic::ShowText() {
   const QString text = ToQt(Text().View());
   const bool marks = (Look() & SS_NOPREFIX) == 0;
   static_cast<QLabel*>(Widget())->setText(marks ? WithoutMarks(text) : text);

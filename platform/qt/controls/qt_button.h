@@ -7,12 +7,12 @@
 namespace lorv {
 
 // The widget shows the state, the messages decide it.
-class QtButton : public ButtonConduct<QtControl> {
+class QtButton : public ButtonBehaviour<QtControl> {
  public:
   QtButton(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around);
 
  protected:
-  void TextChanged() override;
+  void ShowText() override;
 
  private:
   void ShowState() override;
@@ -25,7 +25,7 @@ class QtStatic : public QtControl {
   LRESULT Default(UINT message, WPARAM w, LPARAM l) override;
 
  protected:
-  void TextChanged() override;
+  void ShowText() override;
 };
 
 }  // namespace lorv

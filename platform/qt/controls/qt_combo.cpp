@@ -24,8 +24,8 @@ QtCombo::QtCombo(QtDesk& desk, HWND handle, const WindowRequest& request, QWidge
     : QtCombo(desk, handle, request, new DropList(around)) {}
 
 QtCombo::QtCombo(QtDesk& desk, HWND handle, const WindowRequest& request, DropList* list)
-    : ComboConduct(QtItems((request.style & CBS_SORT) != 0, QtItemStore(*list->model())), desk, handle,
-                   request),
+    : ComboBehaviour(QtItems((request.style & CBS_SORT) != 0, QtItemStore(*list->model())), desk, handle,
+                     request),
       list_(*list) {
   StartControl(list);
   Watch(list->view());
@@ -66,7 +66,7 @@ void QtCombo::ShowDroppedWidth(UINT width) {
 void QtCombo::ListClosed() {
   if (!Dropped()) return;
   Home().Mailbox()->Leave([&desk = Home(), handle = Handle()] {
-    const auto window = std::dynamic_pointer_cast<QtCombo>(desk.At(handle));
+    const auto window = std::dynamic_pointer_cast<QtCombo>(desk.Window(handle));
     if (window == nullptr || !window->Dropped()) return;
     const int picked = window->picked_;
     window->CloseBy(picked >= 0);

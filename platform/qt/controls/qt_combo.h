@@ -11,7 +11,7 @@ class DropList;
 
 // The keys go through the drop-down list even while the widget's own list is shown; the mouse is that list's
 // affair.
-class QtCombo : public ComboConduct<QtControl, QtItems> {
+class QtCombo : public ComboBehaviour<QtControl, QtItems> {
  public:
   QtCombo(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around);
 

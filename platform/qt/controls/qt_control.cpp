@@ -29,7 +29,7 @@ QtWindow::Edges QtControl::Margins() const {
           Widget()->height() - pane.top() - pane.height()};
 }
 
-void QtControl::FontChanged(const QFont& font) {
+void QtControl::ShowFont(const QFont& font) {
   Widget()->setFont(font);
 }
 

@@ -16,7 +16,7 @@ class QtControl : public QtWindow {
   bool PaintsSelf() const override { return false; }
   bool TakePaint(QObject* receiver, QPaintEvent& event) override;
   void AskToPaint() override;
-  void FontChanged(const QFont& font) override;
+  void ShowFont(const QFont& font) override;
   // The first size of its text and items; before the widget is shown.
   void StartControl(QWidget* widget, QWidget* pane = nullptr);
   bool Framed() const;

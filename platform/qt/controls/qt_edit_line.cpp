@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kNoLimit = 0x7FFFFFF;
 
-class LinePane : public EditPane {
+class LinePane : public QtEditPane {
  public:
   LinePane(QWidget* around, std::function<void()> changed) : line_(*new QLineEdit(around)) {
     // Limits are those of the messages, which do not cut a text that is set by program.
@@ -103,10 +103,10 @@ class LinePane : public EditPane {
   int PositionAt(CPoint at) const override {
     return const_cast<QLineEdit&>(line_).cursorPositionAt(QPoint(at.x, line_.height() / 2));
   }
-  void ShowMenu(QPoint screen) override {
+  void ShowMenu(CPoint screen) override {
     QMenu* const menu = line_.createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->popup(screen);
+    menu->popup(ToQt(screen));
   }
 
  private:
@@ -122,7 +122,7 @@ class LinePane : public EditPane {
 
 }  // namespace
 
-std::unique_ptr<EditPane> MakeLinePane(QWidget* around, std::function<void()> changed) {
+std::unique_ptr<QtEditPane> MakeLinePane(QWidget* around, std::function<void()> changed) {
   return std::make_unique<LinePane>(around, std::move(changed));
 }
 

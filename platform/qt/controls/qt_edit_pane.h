@@ -2,71 +2,24 @@
 
 #include <functional>
 #include <memory>
-#include <vector>
 
-#include "framework/drawing/geometry.h"
-#include "framework/text/cstring.h"
+#include "platform/models/edit_pane.h"
 
-class QFont;
-class QPoint;
 class QWidget;
 
 namespace lorv {
 
-// What an edit asks of the widget that does the editing: one answer over a line edit, one over a plain text
-// edit.
-//
-// Units: positions count 16-bit units, a line end being the two of CR LF; the widget's own positions do not
-// leave it.
-class EditPane {
+// The widget that does the editing: one answer over a line edit, one over a plain text edit. The widget's own
+// positions do not leave it.
+class QtEditPane : public EditPane {
  public:
-  enum class Step : int {
-    Back,
-    On,
-    WordBack,
-    WordOn,
-    Up,
-    Down,
-    LineStart,
-    LineEnd,
-    Start,
-    End,
-    PageUp,
-    PageDown
-  };
-
-  EditPane() = default;
-  EditPane(const EditPane&) = delete;
-  EditPane& operator=(const EditPane&) = delete;
-  virtual ~EditPane() = default;
-
   virtual QWidget* Widget() const = 0;
   virtual QWidget* Pane() const = 0;
   virtual void UseStyle(DWORD style, bool framed) = 0;
-
-  virtual CString Text() const = 0;
-  virtual void Set(const CString& text) = 0;      // forgets what could be undone
-  virtual void Replace(const CString& text) = 0;  // the selection
-  virtual bool Undo() = 0;                        // back, and the next time on again
-
-  virtual int Start() const = 0;
-  virtual int End() const = 0;
-  virtual int Caret() const = 0;
-  virtual void Select(int start, int end) = 0;  // the caret comes to `end`
-  virtual void Move(Step step, bool extend) = 0;
-
-  // Lines as they are shown, the breaks of the width included; the first one starts at 0.
-  virtual std::vector<int> LineStarts() const = 0;
-  virtual int FirstLine() const = 0;
-  virtual void Scroll(int lines) = 0;
-  virtual void ShowCaret() = 0;
-  virtual CPoint PlaceOf(int position) const = 0;
-  virtual int PositionAt(CPoint at) const = 0;
-  virtual void ShowMenu(QPoint screen) = 0;
 };
 
 // `changed`: the user changed the text at the widget itself.
-std::unique_ptr<EditPane> MakeLinePane(QWidget* around, std::function<void()> changed);
-std::unique_ptr<EditPane> MakeTextPane(QWidget* around, std::function<void()> changed);
+std::unique_ptr<QtEditPane> MakeLinePane(QWidget* around, std::function<void()> changed);
+std::unique_ptr<QtEditPane> MakeTextPane(QWidget* around, std::function<void()> changed);
 
 }  // namespace lorv

@@ -47,7 +47,7 @@ QString WithSingleEnds(const CString& text) {
   return ToQt(text.View()).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
 }
 
-class TextPane : public EditPane {
+class TextPane : public QtEditPane {
  public:
   TextPane(QWidget* around, std::function<void()> changed) : text_(*new QPlainTextEdit(around)) {
     text_.setTabChangesFocus(false);
@@ -139,10 +139,10 @@ class TextPane : public EditPane {
     return FromQt(text_.cursorRect(cursor).topLeft());
   }
   int PositionAt(CPoint at) const override { return Outer(text_.cursorForPosition(ToQt(at)).position()); }
-  void ShowMenu(QPoint screen) override {
+  void ShowMenu(CPoint screen) override {
     QMenu* const menu = text_.createStandardContextMenu();
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->popup(screen);
+    menu->popup(ToQt(screen));
   }
 
  private:
@@ -176,7 +176,7 @@ class TextPane : public EditPane {
 
 }  // namespace
 
-std::unique_ptr<EditPane> MakeTextPane(QWidget* around, std::function<void()> changed) {
+std::unique_ptr<QtEditPane> MakeTextPane(QWidget* around, std::function<void()> changed) {
   return std::make_unique<TextPane>(around, std::move(changed));
 }
 

@@ -12,8 +12,8 @@ QtList::QtList(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget*
     : QtList(desk, handle, request, new QListWidget(around)) {}
 
 QtList::QtList(QtDesk& desk, HWND handle, const WindowRequest& request, QListWidget* list)
-    : ListConduct(QtItems((request.style & LBS_SORT) != 0, QtItemStore(*list->model())), desk, handle,
-                  request),
+    : ListBehaviour(QtItems((request.style & LBS_SORT) != 0, QtItemStore(*list->model())), desk, handle,
+                    request),
       list_(*list) {
   list->setFrameShape(Framed() ? QFrame::Box : QFrame::NoFrame);
   list->setLineWidth(1);

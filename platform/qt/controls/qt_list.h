@@ -9,7 +9,7 @@ class QListWidget;
 
 namespace lorv {
 
-class QtList : public ListConduct<QtControl, QtItems> {
+class QtList : public ListBehaviour<QtControl, QtItems> {
  public:
   QtList(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around);
 

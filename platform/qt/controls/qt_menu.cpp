@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "platform/models/carried_fault.h"
 #include "platform/qt/controls/qt_column_menu.h"
 #include "platform/qt/desktop/qt_desk.h"
 #include "platform/qt/desktop/qt_text.h"
@@ -70,31 +71,39 @@ QPoint CornerOf(QSize size, POINT screen, UINT flags) {
   return at;
 }
 
+UINT CommandOf(const QAction* chosen) {
+  return chosen == nullptr ? 0 : chosen->data().toUInt();
+}
+
+UINT ShowMenu(const MenuModel& model, POINT screen, UINT flags, const QFont& font) {
+  if (std::any_of(model.entries.begin(), model.entries.end(), Breaks)) {
+    QtColumnMenu menu;
+    menu.setFont(font);
+    Fill(menu, model);
+    return CommandOf(menu.Choose(CornerOf(menu.sizeHint(), screen, flags)));
+  }
+  QMenu menu;
+  Fill(menu, model);
+  menu.setFont(font);
+  return CommandOf(menu.exec(CornerOf(menu.sizeHint(), screen, flags)));
+}
+
 }  // namespace
 
 // Menus have no parent: the owner may go while one is up.
 UINT QtDesk::Popup(const MenuModel& model, POINT screen, UINT flags, HWND owner) {
   if (menu_up_) return 0;
-  const auto window = At(owner);
+  const auto window = Window(owner);
   const QFont font = window != nullptr ? window->Widget()->font() : QApplication::font("QMenu");
   SetCapture(nullptr);
-  menu_up_ = true;
-  UINT command = 0;
-  if (std::any_of(model.entries.begin(), model.entries.end(), Breaks)) {
-    QtColumnMenu menu;
-    menu.setFont(font);
-    Fill(menu, model);
-    const QAction* const chosen = menu.Choose(CornerOf(menu.sizeHint(), screen, flags));
-    if (chosen != nullptr) command = chosen->data().toUInt();
-  } else {
-    QMenu menu;
-    Fill(menu, model);
-    menu.setFont(font);
-    const QAction* const chosen = menu.exec(CornerOf(menu.sizeHint(), screen, flags));
-    if (chosen != nullptr) command = chosen->data().toUInt();
-  }
-  menu_up_ = false;
-  return command;
+  struct Up {
+    explicit Up(bool& up) : up_(up) { up_ = true; }
+    ~Up() { up_ = false; }
+    bool& up_;
+  };
+  const Up up(menu_up_);
+  const InnerLoop loop(*this);
+  return CarriedFault::CallOut([&] { return ShowMenu(model, screen, flags, font); });
 }
 
 }  // namespace lorv

@@ -15,7 +15,7 @@
 
 #include "framework/drawing/geometry.h"
 #include "framework/ports/desktop_port.h"
-#include "platform/models/window_tree.h"
+#include "platform/models/desktop_model.h"
 #include "platform/qt/services/qt_services.h"
 #include "platform/qt/window/qt_window.h"
 
@@ -58,34 +58,18 @@ class QtMailbox {
 
 // The desktop over Qt. Focus, activation and capture are its own record, in the platform's order of messages;
 // the widgets follow it, and what the user changes at the widgets changes it.
-class QtDesk : public Kinship<QtWindow>, public QtServices {
+class QtDesk : public DesktopModel, public QtServices {
  public:
   QtDesk();
   ~QtDesk() override;
 
-  HWND Create(const WindowRequest& request) override;
-  std::shared_ptr<WindowPeer> Find(HWND window) const override { return At(window); }
-  std::vector<HWND> Windows() const override { return tops_; }
-  bool Post(HWND window, UINT message, WPARAM w, LPARAM l) override;
-  LRESULT Send(HWND window, UINT message, WPARAM w, LPARAM l) override;
-  bool Pump(bool wait) override;
-  void RunModal(HWND dialog) override;
   void EndModal(HWND dialog) override;
   HWND Focus() const override;
-  void ClearFocus() override { MoveFocus(nullptr); }
-  HWND Active() const override { return active_; }
-  HWND Capture() const override { return capture_; }
-  void SetCapture(HWND window) override;
-  SHORT KeyState(int key) const override;
-  POINT CursorPosition() const override { return mouse_; }
   void SetCursorPosition(POINT at) override;
   void SetCursor(int shape) override;
-  int Cursor() const override { return cursor_; }
-  HWND WindowAt(POINT screen) const override { return HitTop(screen); }
   RECT WorkArea(POINT near_by) const override;
   RECT Screen() const override;
   COLORREF Colour(int index) const override;
-  int Metric(int index) const override;
   LOGFONT DialogFont() const override;
   DWORD Ticks() const override;
   UINT Popup(const MenuModel& menu, POINT screen, UINT flags, HWND owner) override;
@@ -97,30 +81,23 @@ class QtDesk : public Kinship<QtWindow>, public QtServices {
   CString ClipboardText() const override;
   bool SetClipboardText(const CString& text) override;
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
-  UINT RegisterMessage(LPCTSTR name) override;
   std::unique_ptr<ProgressDialog> MakeProgress() override;
 
   // For windows.
-  std::shared_ptr<QtWindow> At(HWND window) const override;
-  using Kinship::OwnedBy;
-  using Kinship::RaiseTop;
-  using Kinship::TopOf;
-  using Kinship::Within;
-  bool StillThere(HWND window) const { return At(window) != nullptr; }
-  void MoveFocus(HWND window);
-  void ActivateTop(HWND top);
-  void ActivateNext(HWND gone, HWND owner);
-  void Forget(HWND window);
-  void Deliver(MSG message);
-  MSG MessageNow(HWND window, UINT message, WPARAM w, LPARAM l) const;
+  std::shared_ptr<QtWindow> Window(HWND window) const {
+    return std::static_pointer_cast<QtWindow>(At(window));
+  }
+  using DesktopModel::Deliver;
+  using DesktopModel::HeldKeys;
+  using DesktopModel::Hover;
+  using DesktopModel::MessageNow;
+  void Forget(HWND window) override;
   const std::shared_ptr<QtMailbox>& Mailbox() const { return mailbox_; }
   void WantPaint();
 
   // What the user does, as the events tell it.
   void KeepKey(int key, bool down, Qt::KeyboardModifiers modifiers);
   void KeepMouse(CPoint screen, Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers);
-  WPARAM HeldKeys() const;
-  void Hover(HWND window);
   // The widget set gave a window the focus, or took it away from all.
   void FocusArrived(HWND window);
   void FocusLeft();
@@ -139,52 +116,57 @@ class QtDesk : public Kinship<QtWindow>, public QtServices {
     QtDesk& desk_;
   };
   std::uint64_t EventCount() const { return event_count_; }
-  // Ends a widget as soon as that may be; `born`: the count of events when it was made.
-  void Bury(QWidget* widget, std::uint64_t born);
+
+  // A loop of the widget set that runs within a call of ours: that of a menu, of a message box.
+  class InnerLoop {
+   public:
+    explicit InnerLoop(QtDesk& desk) : desk_(desk) { ++desk_.inner_loops_; }
+    InnerLoop(const InnerLoop&) = delete;
+    InnerLoop& operator=(const InnerLoop&) = delete;
+    ~InnerLoop() { --desk_.inner_loops_; }
+
+   private:
+    QtDesk& desk_;
+  };
+  // Deletes a widget as soon as that may be; `born`: the count of events when it was made.
+  void DeleteLater(QWidget* widget, std::uint64_t born);
+
+ protected:
+  std::shared_ptr<WindowModel> MakeWindow(const WindowRequest& request, HWND handle) override;
+  void Begin(WindowModel& window, const WindowRequest& request) override;
+  void FocusChanged(HWND former) override;
+  void ActiveChanged() override;
+  void CaptureChanged(HWND former) override;
+  void MessagePosted() override;
+  bool EndHostLoop(int code) override;
+  bool PumpOnce(bool wait) override;
+  int BarWidth() const override;
+  int CaptionHeight() const override;
 
  private:
-  std::shared_ptr<QtWindow> MakeWindow(const WindowRequest& request, HWND handle);
-  void Adopt(const std::shared_ptr<QtWindow>& window);
-  bool Admits(const WindowRequest& request) const;
-  HWND Announce(const std::shared_ptr<QtWindow>& window, const WindowRequest& request);
-  bool PumpPosted();
+  bool WorkPosted();
   void PaintAll();
-  HWND FirstDirty(HWND at) const;
   bool MayEnd(std::uint64_t born) const { return live_events_.empty() || live_events_.back() <= born; }
   void WantSweep();
   void Sweep();
-  void AskToActivate(HWND top);
   bool IsForeign(const QWidget* widget) const;
   void LeaveProgram();
 
-  mutable std::mutex mutex_;  // over windows_ and posted_, which any thread asks for
-  std::unordered_map<HWND, std::shared_ptr<QtWindow>> windows_;
-  std::deque<MSG> posted_;
   std::shared_ptr<QtMailbox> mailbox_;
 
-  UINT_PTR last_handle_ = 0x10000;
-  std::vector<HWND> modal_;
-  std::map<int, bool> keys_;
-  HWND focus_ = nullptr;
-  HWND active_ = nullptr;
   HWND asked_ = nullptr;  // the top window that the widget set was asked to make the active one
-  HWND capture_ = nullptr;
-  HWND hovered_ = nullptr;
-  CPoint mouse_;
-  int cursor_ = kCursorArrow;
-  struct Grave {
+  struct Doomed {
     QPointer<QWidget> widget;
     std::uint64_t born;
   };
   std::uint64_t event_count_ = 0;
   std::vector<std::uint64_t> live_events_;  // their numbers, the innermost last
-  std::vector<Grave> graves_;
+  std::vector<Doomed> doomed_;
   bool sweep_wanted_ = false;
   bool elsewhere_ = false;
   bool menu_up_ = false;
   bool paint_wanted_ = false;
-  bool quitting_ = false;
-  std::map<CString, UINT> registered_;
+  int inner_loops_ = 0;
 };
 
 }  // namespace lorv

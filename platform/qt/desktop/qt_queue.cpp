@@ -5,7 +5,7 @@
 #include <QThread>
 #include <algorithm>
 
-#include "framework/ports/window_map.h"
+#include "platform/models/carried_fault.h"
 #include "platform/qt/desktop/qt_desk.h"
 
 // The queue of messages within the event loop of Qt.
@@ -21,7 +21,10 @@ class Runner : public QObject {
   explicit Runner(QtMailbox& box) : box_(box) {}
   bool event(QEvent* event) override {
     if (event->type() != kErrand && event->type() != kLastErrand) return QObject::event(event);
-    box_.RunNext(event->type() == kLastErrand);
+    CarriedFault::Guarded([&] {
+      box_.RunNext(event->type() == kLastErrand);
+      return true;
+    });
     return true;
   }
 
@@ -85,18 +88,8 @@ void QtMailbox::Close() {
   delete gone;
 }
 
-bool QtDesk::Post(HWND window, UINT message, WPARAM w, LPARAM l) {
-  {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    if (window != nullptr && windows_.count(window) == 0) return false;
-    posted_.push_back({window, message, w, l, Ticks(), {0, 0}});
-  }
-  mailbox_->Leave([this] { PumpPosted(); });
-  return true;
-}
-
-LRESULT QtDesk::Send(HWND window, UINT message, WPARAM w, LPARAM l) {
-  return StillThere(window) ? DeliverMessage(window, message, w, l) : 0;
+void QtDesk::MessagePosted() {
+  mailbox_->Leave([this] { WorkPosted(); });
 }
 
 DWORD QtDesk::Ticks() const {
@@ -108,40 +101,23 @@ DWORD QtDesk::Ticks() const {
   return static_cast<DWORD>(started.elapsed());
 }
 
-MSG QtDesk::MessageNow(HWND window, UINT message, WPARAM w, LPARAM l) const {
-  return {window, message, w, l, Ticks(), mouse_};
-}
-
-void QtDesk::Deliver(MSG message) {
-  // A menu is worked by its own window: nobody else is offered its keys.
-  if (!menu_up_ && OfferMessage(message)) return;
-  if (StillThere(message.hwnd)) DeliverMessage(message.hwnd, message.message, message.wParam, message.lParam);
-}
-
-bool QtDesk::PumpPosted() {
-  MSG message = {};
-  {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    if (posted_.empty()) return false;
-    message = posted_.front();
-    posted_.pop_front();
-  }
-  if (message.hwnd == nullptr && message.message == WM_QUIT) {
-    // Ends the loops of ours, and the program's own.
-    quitting_ = true;
-    QCoreApplication::exit(static_cast<int>(message.wParam));
-    return true;
-  }
-  message.pt = mouse_;
+bool QtDesk::WorkPosted() {
   const Event working(*this);
-  Deliver(message);
-  return true;
+  return PumpPosted();
 }
 
-bool QtDesk::Pump(bool wait) {
-  const bool something = PumpPosted() || WorkEvents(QEventLoop::AllEvents) ||
-                         (wait && !quitting_ && WorkEvents(QEventLoop::WaitForMoreEvents));
-  return something && !quitting_;
+// Ends the program's own loops, should it be in any.
+bool QtDesk::EndHostLoop(int code) {
+  QCoreApplication::exit(code);
+  return QThread::currentThread()->loopLevel() > inner_loops_;
+}
+
+bool QtDesk::PumpOnce(bool wait) {
+  if (WorkPosted()) return true;
+  return CarriedFault::CallOut([&] {
+    return WorkEvents(QEventLoop::AllEvents) ||
+           (wait && !Quits() && WorkEvents(QEventLoop::WaitForMoreEvents));
+  });
 }
 
 void QtDesk::WantPaint() {
@@ -149,22 +125,12 @@ void QtDesk::WantPaint() {
   mailbox_->Leave([this] { PaintAll(); }, true);
 }
 
-HWND QtDesk::FirstDirty(HWND at) const {
-  const auto window = At(at);
-  if (window == nullptr || (window->Style() & WS_VISIBLE) == 0) return nullptr;
-  if (window->Dirty()) return at;
-  for (const HWND child : window->Children())
-    if (const HWND dirty = FirstDirty(child)) return dirty;
-  return nullptr;
-}
-
 // Each window once: one that is out of date again when it has painted waits for the next time.
 void QtDesk::PaintAll() {
   paint_wanted_ = false;
   const Event working(*this);
   std::vector<HWND> done;
-  const std::vector<HWND> tops = tops_;
-  for (const HWND top : tops) {
+  for (const HWND top : Windows()) {
     for (HWND dirty = FirstDirty(top); dirty != nullptr; dirty = FirstDirty(top)) {
       if (std::find(done.begin(), done.end(), dirty) != done.end()) return WantPaint();
       done.push_back(dirty);
@@ -173,25 +139,8 @@ void QtDesk::PaintAll() {
   }
 }
 
-void QtDesk::RunModal(HWND dialog) {
-  const auto window = At(dialog);
-  if (window == nullptr) return;
-  const auto owner = At(TopOf(window->Owner()));
-  const bool disabled_it = owner != nullptr && (owner->Style() & WS_DISABLED) == 0;
-  if (disabled_it) owner->Enable(false);
-  modal_.push_back(dialog);
-  const auto runs = [this, dialog] {
-    return StillThere(dialog) && std::find(modal_.begin(), modal_.end(), dialog) != modal_.end();
-  };
-  while (runs() && !quitting_) Pump(true);
-  std::erase(modal_, dialog);
-  if (disabled_it) owner->Enable(true);
-  if (disabled_it && owner->Exists() && (active_ == nullptr || active_ == dialog))
-    ActivateTop(owner->Handle());
-}
-
 void QtDesk::EndModal(HWND dialog) {
-  std::erase(modal_, dialog);
+  DesktopModel::EndModal(dialog);
   // Wakes the loop that waits.
   mailbox_->Leave([] {});
 }

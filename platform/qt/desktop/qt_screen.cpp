@@ -70,29 +70,12 @@ COLORREF QtDesk::Colour(int index) const {
              static_cast<unsigned>(colour.blue()));
 }
 
-int QtDesk::Metric(int index) const {
-  const QStyle* const style = QApplication::style();
-  switch (index) {
-    case SM_CXSCREEN:
-      return Screen().right - Screen().left;
-    case SM_CYSCREEN:
-      return Screen().bottom - Screen().top;
-    case SM_CXVSCROLL:
-    case SM_CYHSCROLL:
-    case SM_CYVSCROLL:
-    case SM_CXHSCROLL:
-      return style->pixelMetric(QStyle::PM_ScrollBarExtent);
-    case SM_CYCAPTION:
-      return style->pixelMetric(QStyle::PM_TitleBarHeight);
-    case SM_CXDOUBLECLK:
-    case SM_CYDOUBLECLK:
-      return 4;
-    case SM_CXEDGE:
-    case SM_CYEDGE:
-      return 2;
-    default:
-      return 1;
-  }
+int QtDesk::BarWidth() const {
+  return QApplication::style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+}
+
+int QtDesk::CaptionHeight() const {
+  return QApplication::style()->pixelMetric(QStyle::PM_TitleBarHeight);
 }
 
 LOGFONT QtDesk::DialogFont() const {
@@ -133,11 +116,6 @@ bool QtDesk::SetClipboardText(const CString& text) {
   QGuiApplication::clipboard()->setText(
       ToQt(text.View()).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
   return true;
-}
-
-UINT QtDesk::RegisterMessage(LPCTSTR name) {
-  constexpr UINT kFirst = 0xC000;
-  return registered_.emplace(CString(name), kFirst + static_cast<UINT>(registered_.size())).first->second;
 }
 
 }  // namespace lorv

@@ -6,7 +6,6 @@
 #include <QScrollBar>
 #include <QStyle>
 
-#include "framework/ports/window_map.h"
 #include "platform/qt/desktop/qt_desk.h"
 #include "platform/qt/desktop/qt_text.h"
 
@@ -55,7 +54,7 @@ QtBoard::QtBoard(QtDesk& desk, HWND handle, const WindowRequest& request, QWidge
   widget->setAttribute(Qt::WA_InputMethodEnabled);
   widget->setWindowTitle(ToQt(request.text.View()));
   Start(widget);
-  StyleChanged(0);
+  ShowStyle(0);
 }
 
 int QtBoard::Line() const {
@@ -75,7 +74,7 @@ void QtBoard::EraseGround(Canvas& canvas, const CRect& part) {
     canvas.Fill(part, Home().Colour(COLOR_BTNFACE));
 }
 
-void QtBoard::StyleChanged(DWORD before) {
+void QtBoard::ShowStyle(DWORD before) {
   constexpr DWORD kBars = WS_VSCROLL | WS_HSCROLL;
   if (((Look() ^ before) & kBars) == 0 || Widget() == nullptr) return;
   if ((Look() & WS_VSCROLL) != 0) ProvideBar(SB_VERT);
@@ -117,7 +116,7 @@ void QtBoard::ScrollChanged() {
     if (slot == nullptr || slot->isSliderDown()) continue;
     const SCROLLINFO now = Scroll(bar);
     const int page = static_cast<int>(now.nPage);
-    slot->setRange(now.nMin, now.nMax - std::max(page - 1, 0));
+    slot->setRange(now.nMin, Bar(bar).LastPosition());
     slot->setPageStep(std::max(page, 1));
     slot->setValue(now.nPos);
   }
@@ -132,13 +131,13 @@ void QtBoard::Moved(int bar, int action) {
   const int code = CodeOf(action);
   if (code == SB_THUMBTRACK) {
     dragged_ = slot->isSliderDown();
-    Tell(bar, SB_THUMBTRACK, slot->sliderPosition());
+    ScrollByUser(bar, SB_THUMBTRACK, slot->sliderPosition());
     if (!dragged_ && Exists()) Released(bar);
     return;
   }
   slot->setSliderPosition(Scroll(bar).nPos);
-  Tell(bar, code, 0);
-  if (Exists()) Tell(bar, SB_ENDSCROLL, 0);
+  ScrollByUser(bar, code, 0);
+  if (Exists()) ScrollByUser(bar, SB_ENDSCROLL, 0);
   if (Exists()) slot->setSliderPosition(Scroll(bar).nPos);
 }
 
@@ -147,13 +146,9 @@ void QtBoard::Released(int bar) {
   const auto keep = shared_from_this();
   const QtDesk::Event event(Home());
   QScrollBar* const slot = bars_[bar == SB_VERT ? 1 : 0];
-  Tell(bar, SB_THUMBPOSITION, slot->sliderPosition());
-  if (Exists()) Tell(bar, SB_ENDSCROLL, 0);
+  ScrollByUser(bar, SB_THUMBPOSITION, slot->sliderPosition());
+  if (Exists()) ScrollByUser(bar, SB_ENDSCROLL, 0);
   if (Exists()) slot->setSliderPosition(Scroll(bar).nPos);
-}
-
-void QtBoard::Tell(int bar, int code, int position) {
-  DeliverMessage(Handle(), bar == SB_VERT ? WM_VSCROLL : WM_HSCROLL, MAKEWPARAM(code, position), 0);
 }
 
 bool QtBoard::TakePaint(QObject* receiver, QPaintEvent& event) {

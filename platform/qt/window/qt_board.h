@@ -15,7 +15,7 @@ class QtBoard : public QtWindow {
   Edges Margins() const override;
   void EraseGround(Canvas& canvas, const CRect& part) override;
   void ScrollChanged() override;
-  void StyleChanged(DWORD before) override;
+  void ShowStyle(DWORD before) override;
   bool TakePaint(QObject* receiver, QPaintEvent& event) override;
 
  private:
@@ -24,7 +24,6 @@ class QtBoard : public QtWindow {
   void PlaceBars();
   void Moved(int bar, int action);
   void Released(int bar);
-  void Tell(int bar, int code, int position);
 
   std::array<QScrollBar*, 2> bars_ = {};
   bool dragged_ = false;

@@ -32,13 +32,15 @@ UINT PressOf(Qt::MouseButton button, QEvent::Type type) {
   }
 }
 
-UINT MessageOf(const QMouseEvent& event) {
-  return event.type() == QEvent::MouseMove ? WM_MOUSEMOVE : PressOf(event.button(), event.type());
+// Where the caret stands in what is being composed: at its end unless the input method says otherwise.
+int CaretOf(const QInputMethodEvent& event) {
+  for (const QInputMethodEvent::Attribute& attribute : event.attributes())
+    if (attribute.type == QInputMethodEvent::Cursor) return attribute.start;
+  return static_cast<int>(event.preeditString().size());
 }
 
-bool IsDown(UINT message) {
-  return message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN ||
-         message == WM_LBUTTONDBLCLK;
+UINT MessageOf(const QMouseEvent& event) {
+  return event.type() == QEvent::MouseMove ? WM_MOUSEMOVE : PressOf(event.button(), event.type());
 }
 
 }  // namespace
@@ -53,7 +55,7 @@ bool QtWindow::Take(QObject* receiver, QEvent& event) {
     case QEvent::Move:
       // Within a call of ours the caller reports, when the widget has finished. A widget lays out its pane
       // after it heard of its own size, the first time when it is shown.
-      if (working_ == 0) ReportPlace();
+      if (working_ == 0) PlaceChanged();
       return false;
     case QEvent::FocusIn:
     case QEvent::FocusOut:
@@ -61,7 +63,7 @@ bool QtWindow::Take(QObject* receiver, QEvent& event) {
       if (receiver == widget_) TakeFocus(event);
       return false;
     case QEvent::WindowActivate:
-      if (receiver == widget_ && parent_ == nullptr) desk_.FocusArrived(handle_);
+      if (receiver == widget_ && Parent() == nullptr) desk_.FocusArrived(Handle());
       return false;
     case QEvent::Leave:
       if (receiver == pane_) desk_.Hover(nullptr);
@@ -86,6 +88,8 @@ bool QtWindow::TakeInput(QObject* receiver, QEvent& event) {
       return TakeKey(static_cast<QKeyEvent&>(event));
     case QEvent::InputMethod:
       return TakeComposition(event);
+    case QEvent::InputMethodQuery:
+      return TakeQuery(event);
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
@@ -101,14 +105,14 @@ bool QtWindow::TakeInput(QObject* receiver, QEvent& event) {
 bool QtWindow::TakeClose(QEvent& event) {
   // Only the window class closes: the widget goes with its window.
   event.ignore();
-  if (!Blocked()) DeliverMessage(handle_, WM_CLOSE, 0, 0);
+  if (!Blocked()) DeliverMessage(Handle(), WM_CLOSE, 0, 0);
   return true;
 }
 
 void QtWindow::TakeFocus(QEvent& event) {
   const Qt::FocusReason reason = static_cast<QFocusEvent&>(event).reason();
   if (event.type() == QEvent::FocusIn) {
-    if (reason != Qt::PopupFocusReason) desk_.FocusArrived(handle_);
+    if (reason != Qt::PopupFocusReason) desk_.FocusArrived(Handle());
   } else if (reason == Qt::ActiveWindowFocusReason) {
     desk_.FocusLeft();
   }
@@ -136,18 +140,39 @@ bool QtWindow::TakeKey(QKeyEvent& event) {
 }
 
 bool QtWindow::TakeComposition(QEvent& event) {
-  auto& composition = static_cast<QInputMethodEvent&>(event);
+  auto& composing = static_cast<QInputMethodEvent&>(event);
   if (Blocked()) return true;
-  // What the input method commits is typed; what it is still composing the widget shows itself.
-  const QString committed = composition.commitString();
-  for (const QChar unit : committed) desk_.Post(KeyTarget(), WM_CHAR, unit.unicode(), 1);
-  if (committed.isEmpty()) return PaintsSelf();
+  const HWND target = KeyTarget();
+  const CString committed = FromQt(composing.commitString());
+  const HWND goes_on =
+      desk_.Compose(target, {FromQt(composing.preeditString()), CaretOf(composing), committed});
   event.accept();
-  if (!PaintsSelf() && alive_) {
-    const WidgetWork work(*this);
-    QInputMethodEvent ended;
-    static_cast<QObject*>(widget_)->event(&ended);
-  }
+  const auto other = goes_on == target ? nullptr : desk_.Window(goes_on);
+  if (other != nullptr) return other->ShowComposition(composing), true;
+  if (PaintsSelf() || !Exists()) return true;
+  // The widget shows what is composed; what is committed comes to it as characters.
+  if (committed.IsEmpty()) return false;
+  ShowComposition(QInputMethodEvent());
+  return true;
+}
+
+void QtWindow::ShowComposition(const QInputMethodEvent& shown) {
+  if (PaintsSelf() || !Exists()) return;
+  const WidgetWork work(*this);
+  QInputMethodEvent event(shown.preeditString(), shown.attributes());
+  static_cast<QObject*>(widget_)->event(&event);
+}
+
+// Where the candidates of the input method are to stand, for windows that draw their caret themselves.
+bool QtWindow::TakeQuery(QEvent& event) {
+  if (!PaintsSelf()) return false;
+  auto& query = static_cast<QInputMethodQueryEvent&>(event);
+  if ((query.queries() & Qt::ImEnabled) != 0) query.setValue(Qt::ImEnabled, !Blocked());
+  const Edges edges = Margins();
+  const QRect caret = ToQt(CompositionCaret()).translated(edges.left, edges.top);
+  if ((query.queries() & Qt::ImCursorRectangle) != 0) query.setValue(Qt::ImCursorRectangle, caret);
+  if ((query.queries() & Qt::ImAnchorRectangle) != 0) query.setValue(Qt::ImAnchorRectangle, caret);
+  query.accept();
   return true;
 }
 
@@ -160,30 +185,30 @@ bool QtWindow::TakeMouse(QObject* receiver, QMouseEvent& event) {
   desk_.KeepMouse(screen, event.buttons(), event.modifiers());
   const UINT message = MessageOf(event);
   const HWND captured = desk_.Capture();
-  auto target = captured != nullptr ? desk_.At(captured) : desk_.At(handle_);
+  auto target = captured != nullptr ? desk_.Window(captured) : desk_.Window(Handle());
   while (captured == nullptr && target != nullptr && (target->Style() & WS_DISABLED) != 0)
-    target = desk_.At(target->Parent());
+    target = desk_.Window(target->Parent());
   if (target != nullptr && message != WM_NULL && !target->Blocked()) target->PlayMouse(message, screen);
   return true;
 }
 
 void QtWindow::PlayMouse(UINT message, CPoint screen) {
   const auto keep = shared_from_this();
-  const bool captured = desk_.Capture() == handle_;
-  desk_.Hover(handle_);
-  if (IsDown(message)) {
+  const bool captured = desk_.Capture() == Handle();
+  desk_.Hover(Handle());
+  if (IsButtonDown(message)) {
     desk_.ClickedIn();
-    const auto top = desk_.At(desk_.TopOf(handle_));
+    const auto top = desk_.Window(desk_.TopOf(Handle()));
     const bool activates = top != nullptr && top->Kind() != WindowKind::Popup;
     if (activates && (top->ExStyle() & WS_EX_NOACTIVATE) == 0) desk_.ActivateTop(top->Handle());
   }
-  if (!alive_) return;
+  if (!Exists()) return;
   const CPoint at = screen - CSize(CPoint(ClientOrigin()));
   if (!captured && CRect(ClientRect()).PtInRect(at) == 0) return;
   if (!captured)
-    DeliverMessage(handle_, WM_SETCURSOR, reinterpret_cast<WPARAM>(handle_),
+    DeliverMessage(Handle(), WM_SETCURSOR, reinterpret_cast<WPARAM>(Handle()),
                    MAKELPARAM(HTCLIENT, static_cast<LONG_PTR>(message)));
-  if (alive_) desk_.Deliver(desk_.MessageNow(handle_, message, desk_.HeldKeys(), MAKELPARAM(at.x, at.y)));
+  if (Exists()) desk_.Deliver(desk_.MessageNow(Handle(), message, desk_.HeldKeys(), MAKELPARAM(at.x, at.y)));
 }
 
 bool QtWindow::TakeWheel(QWheelEvent& event) {
@@ -191,7 +216,7 @@ bool QtWindow::TakeWheel(QWheelEvent& event) {
   const CPoint screen = FromQt(event.globalPosition().toPoint());
   desk_.KeepMouse(screen, event.buttons(), event.modifiers());
   const HWND focus = desk_.Focus();
-  const auto target = desk_.At(focus == nullptr || !desk_.StillThere(focus) ? handle_ : focus);
+  const auto target = desk_.Window(focus == nullptr || !desk_.StillThere(focus) ? Handle() : focus);
   if (target == nullptr || target->Blocked()) return true;
   const QPoint turned = event.angleDelta();
   const UINT message = turned.y() != 0 ? WM_MOUSEWHEEL : WM_MOUSEHWHEEL;
@@ -200,10 +225,6 @@ bool QtWindow::TakeWheel(QWheelEvent& event) {
                                  MAKEWPARAM(static_cast<LONG_PTR>(desk_.HeldKeys()), delta),
                                  MAKELPARAM(screen.x, screen.y)));
   return true;
-}
-
-void QtWindow::MouseGone() {
-  if (std::exchange(leave_, false)) DeliverMessage(handle_, WM_MOUSELEAVE, 0, 0);
 }
 
 }  // namespace lorv

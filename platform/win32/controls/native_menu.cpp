@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/win32/desktop/carried_fault.h"
+#include "platform/models/carried_fault.h"
 
 namespace lorv {
 namespace {

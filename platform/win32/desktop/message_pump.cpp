@@ -3,7 +3,7 @@
 #include <cstring>
 
 #include "framework/ports/window_map.h"
-#include "platform/win32/desktop/carried_fault.h"
+#include "platform/models/carried_fault.h"
 
 namespace lorv {
 namespace {
@@ -11,6 +11,7 @@ namespace {
 // What was offered last and not taken.
 thread_local MSG offered = {};
 thread_local int hooks = 0;
+thread_local std::optional<int> quit_code;
 
 bool IsSame(const MSG& a, const MSG& b) {
   return a.hwnd == b.hwnd && a.message == b.message && a.wParam == b.wParam && a.lParam == b.lParam &&
@@ -30,6 +31,13 @@ void Offer(MSG& message) {
   }
   // Behind the call: a handler may have run a loop of its own.
   offered = message;
+}
+
+PumpStep Work(MSG& message) {
+  if (OfferHostMessage(&message)) return PumpStep::kWorked;
+  TranslateMessage(&message);
+  DispatchMessageW(&message);
+  return PumpStep::kWorked;
 }
 
 LRESULT CALLBACK SeeMessage(int code, WPARAM w, LPARAM l) {
@@ -67,14 +75,17 @@ bool OfferHostMessage(MSG* message) {
 PumpStep PumpOne(bool wait) {
   MSG message = {};
   return CarriedFault::CallOut([&] {
-    if (wait && GetMessageW(&message, nullptr, 0, 0) <= 0) return PumpStep::kQuit;
-    if (!wait && !PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) return PumpStep::kNothing;
-    if (message.message == WM_QUIT) return PumpStep::kQuit;
-    if (OfferHostMessage(&message)) return PumpStep::kWorked;
-    TranslateMessage(&message);
-    DispatchMessageW(&message);
-    return PumpStep::kWorked;
+    const BOOL got =
+        wait ? GetMessageW(&message, nullptr, 0, 0) : PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);
+    if (got != 0 && got != -1 && message.message != WM_QUIT) return Work(message);
+    if (message.message != WM_QUIT) return wait ? PumpStep::kQuit : PumpStep::kNothing;
+    quit_code = static_cast<int>(message.wParam);
+    return PumpStep::kQuit;
   });
+}
+
+std::optional<int> LastQuitCode() {
+  return quit_code;
 }
 
 }  // namespace lorv

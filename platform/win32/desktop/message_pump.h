@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "framework/native/export.h"
 #include "framework/native/window_types.h"
 
@@ -40,5 +42,7 @@ enum class PumpStep { kNothing, kWorked, kQuit };
 
 // Takes one message and works it.
 PumpStep PumpOne(bool wait);
+// What the last WM_QUIT of the thread carried that PumpOne came upon.
+std::optional<int> LastQuitCode();
 
 }  // namespace lorv

@@ -57,7 +57,7 @@ void RunModalLoop(HWND dialog) {
   while (run.Goes()) {
     if (PumpOne(true) != PumpStep::kQuit) continue;
     // The end of the program is the outer loops' affair as well.
-    PostQuitMessage(0);
+    PostQuitMessage(LastQuitCode().value_or(0));
     return;
   }
 }

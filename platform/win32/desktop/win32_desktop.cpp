@@ -4,8 +4,8 @@
 #include <array>
 
 #include "framework/drawing/geometry.h"
+#include "platform/models/carried_fault.h"
 #include "platform/win32/controls/native_menu.h"
-#include "platform/win32/desktop/carried_fault.h"
 #include "platform/win32/desktop/message_pump.h"
 #include "platform/win32/desktop/modal_loop.h"
 #include "platform/win32/desktop/win32_clipboard.h"
@@ -76,6 +76,7 @@ class Win32Desktop : public Desktop {
   }
 
   bool Pump(bool wait) override { return PumpOne(wait) == PumpStep::kWorked; }
+  std::optional<int> QuitCode() const override { return LastQuitCode(); }
   void RunModal(HWND dialog) override { RunModalLoop(dialog); }
   void EndModal(HWND dialog) override { EndModalLoop(dialog); }
 

@@ -4,7 +4,7 @@
 
 #include "framework/drawing/geometry.h"
 #include "framework/ports/window_map.h"
-#include "platform/win32/desktop/carried_fault.h"
+#include "platform/models/carried_fault.h"
 #include "platform/win32/desktop/modal_loop.h"
 #include "platform/win32/desktop/window_registry.h"
 #include "platform/win32/window/window_making.h"
@@ -29,6 +29,7 @@ DWORD AddedStyle(WindowKind kind, DWORD style) {
 }
 
 bool Win32Window::DrawsItself() const {
+  if (taken_over_) return false;
   return kind_ == WindowKind::Custom || kind_ == WindowKind::Top || kind_ == WindowKind::Popup;
 }
 
@@ -105,8 +106,42 @@ LRESULT Win32Window::Default(UINT message, WPARAM w, LPARAM l) {
     font_handle_ = reinterpret_cast<HFONT>(w);
     return 0;
   }
+  if (kind_ == WindowKind::Edit && message == WM_CHAR && RefusesHalf(w)) return 0;
   const auto keep = shared_from_this();
   return CarriedFault::CallOut([&] { return CallWindowProcW(original_, handle_, message, w, l); });
+}
+
+bool Win32Window::TakeOver() {
+  if (!Exists()) return false;
+  if (ours_) return true;
+  // From now on it is answered for by this object, for everybody who asks for the handle.
+  taken_over_ = TakeOverWindow(handle_, *this);
+  ours_ = taken_over_;
+  return taken_over_;
+}
+
+void Win32Window::GiveBack() {
+  if (!Exists() || !taken_over_) return;
+  const HWND window = handle_;
+  if (!GiveBackWindow(window, original_)) return;
+  phase_ = Phase::kGone;
+  ForgetWindow(window);
+}
+
+// The system's edit takes the halves of a character one by one, and the first alone where both do not fit.
+bool Win32Window::RefusesHalf(WPARAM unit) {
+  const auto ask = [this](UINT message) { return CallWindowProcW(original_, handle_, message, 0, 0); };
+  const LRESULT selected = ask(EM_GETSEL);
+  const int room =
+      static_cast<int>(ask(EM_GETLIMITTEXT) - ask(WM_GETTEXTLENGTH)) + HIWORD(selected) - LOWORD(selected);
+  if (!halves_.Refuses(static_cast<TCHAR>(unit), room)) return false;
+  const HWND parent = GetParent(handle_);
+  if (IsHighHalf(static_cast<TCHAR>(unit)) && parent != nullptr)
+    CarriedFault::CallOut([&] {
+      const WPARAM code = MAKEWPARAM(GetDlgCtrlID(handle_), EN_MAXTEXT);
+      return SendMessageW(parent, WM_COMMAND, code, reinterpret_cast<LPARAM>(handle_.load()));
+    });
+  return true;
 }
 
 CString Win32Window::ClassName() const {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "framework/ports/window_port.h"
+#include "platform/models/unit_pairs.h"
 #include "platform/win32/drawing/gdi_font.h"
 
 namespace lorv {
@@ -73,6 +74,10 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
   void TrackLeave() override;
 
   LRESULT Default(UINT message, WPARAM w, LPARAM l) override;
+  Composition CompositionNow() const override;
+  void SetCompositionCaret(const RECT& caret) override;
+  bool TakeOver() override;
+  void GiveBack() override;
   int Dpi() const override;
   std::vector<DWORD> Picture(SIZE& size) override;
 
@@ -86,16 +91,19 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
   LRESULT Ended(WPARAM w, LPARAM l);
   LRESULT Deliver(UINT message, WPARAM w, LPARAM l);
   bool DrawsItself() const;
+  bool RefusesHalf(WPARAM unit);
 
   std::atomic<HWND> handle_{nullptr};
   std::atomic<Phase> phase_{Phase::kMaking};
   bool ours_ = true;
+  bool taken_over_ = false;  // made by somebody else
   WindowKind kind_;
   DWORD added_style_ = 0;  // ours, not the asker's
   WNDPROC original_ = nullptr;
   const WindowRequest* request_ = nullptr;  // while it is being made
   bool destroying_ = false;
   bool saw_the_end_ = false;
+  TypedHalves halves_;  // of an edit
   std::shared_ptr<const GdiFont> font_;
   HFONT font_handle_ = nullptr;  // of a window that draws itself, for WM_GETFONT
 };

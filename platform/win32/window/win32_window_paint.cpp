@@ -1,5 +1,5 @@
 #include "framework/drawing/geometry.h"
-#include "platform/win32/desktop/carried_fault.h"
+#include "platform/models/carried_fault.h"
 #include "platform/win32/drawing/gdi_canvas.h"
 #include "platform/win32/window/win32_window.h"
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "framework/drawing/geometry.h"
-#include "platform/win32/desktop/carried_fault.h"
+#include "platform/models/carried_fault.h"
 #include "platform/win32/desktop/modal_loop.h"
 #include "platform/win32/window/win32_window.h"
 

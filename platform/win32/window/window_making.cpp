@@ -3,7 +3,7 @@
 #include <array>
 #include <utility>
 
-#include "platform/win32/desktop/carried_fault.h"
+#include "platform/models/carried_fault.h"
 #include "platform/win32/desktop/window_registry.h"
 #include "platform/win32/window/win32_window.h"
 
@@ -119,6 +119,19 @@ void SubclassInnerEdit(HWND combo) {
 }
 
 }  // namespace
+
+bool TakeOverWindow(HWND handle, Win32Window& window) {
+  if (GetWindowThreadProcessId(handle, nullptr) != GetCurrentThreadId()) return false;
+  Subclass(handle, window);
+  return true;
+}
+
+// Only where nobody else came in between since: else the window's messages go through us to its end.
+bool GiveBackWindow(HWND handle, WNDPROC original) {
+  if (GetWindowLongPtrW(handle, GWLP_WNDPROC) != reinterpret_cast<LONG_PTR>(&Procedure)) return false;
+  SetWindowLongPtrW(handle, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(original));
+  return true;
+}
 
 WindowKind KindOfClass(const CString& name) {
   for (const KindName& known : kSystemKinds)

@@ -134,6 +134,35 @@ TEST_F(HeadlessEdit, TheLimitHoldsForTypingOnly) {
   EXPECT_EQ(TextOf(edit), CString(_T("longer")));
 }
 
+TEST_F(HeadlessEdit, TheLimitHasTheRoomOfTheSelection) {
+  edit.SetLimitText(4);
+  edit.SetWindowText(_T("abcd"));
+  edit.SetSel(1, 3);
+  desktop.SetClipboardText(_T("xyz"));
+  edit.SendMessage(WM_PASTE);
+  EXPECT_EQ(TextOf(edit), CString(_T("axyd")));
+  edit.SetLimitText(2);
+  edit.SetWindowText(_T("abcdef"));
+  edit.SetSel(0, 1);
+  edit.SendMessage(WM_PASTE);
+  EXPECT_EQ(TextOf(edit), CString(_T("bcdef")));
+}
+
+TEST_F(HeadlessEdit, NeitherHalfOfACharacterIsTypedWhereBothDoNotFit) {
+  edit.SetLimitText(3);
+  edit.SetWindowText(_T("ab"));
+  edit.SetSel(2, 2);
+  top.Taken();
+  edit.SendMessage(WM_CHAR, 0xD83D);
+  edit.SendMessage(WM_CHAR, 0xDE00);
+  EXPECT_EQ(TextOf(edit), CString(_T("ab")));
+  EXPECT_EQ(top.Taken().size(), 1U);
+  edit.SetLimitText(4);
+  edit.SendMessage(WM_CHAR, 0xD83D);
+  edit.SendMessage(WM_CHAR, 0xDE00);
+  EXPECT_EQ(edit.GetWindowTextLength(), 4);
+}
+
 TEST_F(HeadlessEdit, ReadOnlyKeepsItsText) {
   edit.SetWindowText(_T("abc"));
   edit.SetReadOnly();

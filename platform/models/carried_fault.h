@@ -1,10 +1,9 @@
 #pragma once
 
-#include <exception>
-#include <utility>
+#include "framework/native/export.h"
 
-// The way of an exception from a handler to the caller of the framework, past the system in between, through
-// which no exception may pass.
+// The way of an exception from a handler to the caller of the framework, past the window system in between,
+// through which no exception may pass: Win32, or the event loop of Qt.
 //
 // Guarded runs at the system's edge towards us and keeps what was thrown; CallOut runs at our edge towards
 // the system and throws it again when the system has come back. So a caller of Send, Pump or Create sees the
@@ -13,7 +12,7 @@
 //   ends at the edge. One thread: that of the user interface.
 namespace lorv {
 
-class CarriedFault {
+class COMM_LORV_API CarriedFault {
  public:
   template <class Work>
   static auto Guarded(Work work) noexcept -> decltype(work()) {
@@ -35,21 +34,16 @@ class CarriedFault {
 
  private:
   struct Waiting {
-    Waiting() { ++waiting_; }
+    Waiting() { Wait(1); }
     Waiting(const Waiting&) = delete;
     Waiting& operator=(const Waiting&) = delete;
-    ~Waiting() { --waiting_; }
+    ~Waiting() { Wait(-1); }
   };
 
-  static void Keep() noexcept {
-    if (waiting_ > 0 && kept_ == nullptr) kept_ = std::current_exception();
-  }
-  static void Rethrow() {
-    if (kept_ != nullptr) std::rethrow_exception(std::exchange(kept_, nullptr));
-  }
-
-  static thread_local int waiting_;
-  static thread_local std::exception_ptr kept_;
+  // The state of the thread stays within the library.
+  static void Wait(int more) noexcept;
+  static void Keep() noexcept;
+  static void Rethrow();
 };
 
 }  // namespace lorv

@@ -1,0 +1,47 @@
+#include <utility>
+
+#include "platform/models/desktop_model.h"
+
+// Input methods: what they compose, as messages.
+
+namespace lorv {
+
+HWND DesktopModel::StartComposition(HWND window) {
+  composing_ = window;
+  const HWND before = FocusedWindow();
+  Deliver(MessageNow(window, WM_IME_STARTCOMPOSITION, 0, 0));
+  // The class may have opened an edit for it.
+  const HWND focus = FocusedWindow();
+  if (focus == before || focus == window || !StillThere(focus)) return composing_;
+  EndComposition();
+  composing_ = focus;
+  Deliver(MessageNow(focus, WM_IME_STARTCOMPOSITION, 0, 0));
+  return composing_;
+}
+
+void DesktopModel::EndComposition() {
+  const HWND former = std::exchange(composing_, nullptr);
+  const auto window = At(former);
+  if (window == nullptr) return;
+  window->composition_ = {};
+  Deliver(MessageNow(former, WM_IME_ENDCOMPOSITION, 0, 0));
+}
+
+HWND DesktopModel::Compose(HWND window, const Composition& now) {
+  if (composing_ != window) {
+    EndComposition();
+    window = StartComposition(window);
+  }
+  const auto target = At(window);
+  if (target == nullptr) return nullptr;
+  const bool commits = !now.committed.IsEmpty();
+  const bool shows = !now.text.IsEmpty() || !commits;
+  target->composition_ = now;
+  constexpr LPARAM kShown = GCS_COMPSTR | GCS_CURSORPOS;
+  Deliver(MessageNow(window, WM_IME_COMPOSITION, 0, (commits ? GCS_RESULTSTR : 0) | (shows ? kShown : 0)));
+  target->composition_.committed.Empty();
+  if (now.text.IsEmpty()) EndComposition();
+  return StillThere(window) ? window : nullptr;
+}
+
+}  // namespace lorv

@@ -1,0 +1,36 @@
+#include "platform/models/scroll_model.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace lorv {
+
+int ScrollModel::LastPosition() const {
+  const std::int64_t page = std::max<std::int64_t>(std::int64_t{info_.nPage} - 1, 0);
+  return static_cast<int>(std::max<std::int64_t>(info_.nMax - page, info_.nMin));
+}
+
+void ScrollModel::Set(const SCROLLINFO& info) {
+  if ((info.fMask & SIF_RANGE) != 0) {
+    info_.nMin = info.nMin;
+    info_.nMax = std::max(info.nMin, info.nMax);
+  }
+  if ((info.fMask & SIF_PAGE) != 0) info_.nPage = info.nPage;
+  if ((info.fMask & SIF_POS) != 0) info_.nPos = info.nPos;
+  const std::int64_t span = std::int64_t{info_.nMax} - info_.nMin + 1;
+  info_.nPage = static_cast<UINT>(std::min<std::int64_t>(info_.nPage, span));
+  info_.nPos = std::clamp(info_.nPos, info_.nMin, LastPosition());
+}
+
+SCROLLINFO ScrollModel::Info() const {
+  SCROLLINFO info = info_;
+  info.nTrackPos = dragged_ ? track_ : info_.nPos;
+  return info;
+}
+
+void ScrollModel::Drag(int position) {
+  dragged_ = true;
+  track_ = std::clamp(position, info_.nMin, LastPosition());
+}
+
+}  // namespace lorv

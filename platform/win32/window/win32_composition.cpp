@@ -1,0 +1,64 @@
+#include <algorithm>
+
+#include "framework/drawing/geometry.h"
+#include "platform/win32/window/win32_window.h"
+
+// What the system's input method composes in a window, and where it shows its candidates.
+
+namespace lorv {
+namespace {
+
+class InputContext {
+ public:
+  explicit InputContext(HWND window) : window_(window), context_(ImmGetContext(window)) {}
+  InputContext(const InputContext&) = delete;
+  InputContext& operator=(const InputContext&) = delete;
+  ~InputContext() {
+    if (context_ != nullptr) ImmReleaseContext(window_, context_);
+  }
+  HIMC Handle() const { return context_; }
+
+  CString Text(DWORD which) const {
+    const LONG bytes = context_ == nullptr ? 0 : ImmGetCompositionStringW(context_, which, nullptr, 0);
+    if (bytes <= 0) return {};
+    CString text;
+    const int units = static_cast<int>(bytes / static_cast<LONG>(sizeof(wchar_t)));
+    ImmGetCompositionStringW(context_, which, text.GetBuffer(units), static_cast<DWORD>(bytes));
+    text.ReleaseBuffer(units);
+    return text;
+  }
+  int Caret() const {
+    const LONG at = context_ == nullptr ? 0 : ImmGetCompositionStringW(context_, GCS_CURSORPOS, nullptr, 0);
+    return std::max(static_cast<int>(at), 0);
+  }
+
+ private:
+  HWND window_;
+  HIMC context_;
+};
+
+}  // namespace
+
+Composition Win32Window::CompositionNow() const {
+  if (!Exists()) return {};
+  const InputContext input(handle_);
+  return {input.Text(GCS_COMPSTR), input.Caret(), input.Text(GCS_RESULTSTR)};
+}
+
+void Win32Window::SetCompositionCaret(const RECT& caret) {
+  if (!Exists()) return;
+  const InputContext input(handle_);
+  if (input.Handle() == nullptr) return;
+  COMPOSITIONFORM text = {};
+  text.dwStyle = CFS_POINT;
+  text.ptCurrentPos = {caret.left, caret.top};
+  ImmSetCompositionWindow(input.Handle(), &text);
+  // The list of candidates keeps off the caret's rectangle.
+  CANDIDATEFORM list = {};
+  list.dwStyle = CFS_EXCLUDE;
+  list.ptCurrentPos = {caret.left, caret.bottom};
+  list.rcArea = caret;
+  ImmSetCandidateWindow(input.Handle(), &list);
+}
+
+}  // namespace lorv
