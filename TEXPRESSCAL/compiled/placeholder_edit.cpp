@@ -13,19 +13,22 @@ constexpr TCHAR kFirstBeyondAscii = 0x80;
 
 void SlotEdit::TakeValue(std::size_t at, TextView fresh) {
   const std::size_t end = at + fresh.size();
-  if (fresh.front() == '*') ++at;  // the value itself stands behind the sign that a digit before it needs
+  const bool is_behind_digit = fresh.front() == '*';
+  if (is_behind_digit) ++at;
   if (at > 0 && text_[at - 1] >= kFirstBeyondAscii) doubtful_ = true;
   std::fill(places_.begin() + static_cast<std::ptrdiff_t>(at),
-            places_.begin() + static_cast<std::ptrdiff_t>(end), static_cast<int>(names_.size()));
-  names_.push_back(name_);
+            places_.begin() + static_cast<std::ptrdiff_t>(end), static_cast<int>(taken_.size()));
+  taken_.push_back({name_, is_behind_digit});
 }
 
 std::vector<SlotEdit::Place> SlotEdit::Places() const {
   std::vector<Place> places;
   for (std::size_t at = 0; at < places_.size(); ++at) {
     if (places_[at] == kNoPlace) continue;
-    if (at == 0 || places_[at] != places_[at - 1])
-      places.push_back({names_[static_cast<std::size_t>(places_[at])], at, at});
+    if (at == 0 || places_[at] != places_[at - 1]) {
+      const Taken& taken = taken_[static_cast<std::size_t>(places_[at])];
+      places.push_back({taken.name, at, at, taken.is_behind_digit});
+    }
     places.back().end = at + 1;
   }
   return places;
@@ -39,10 +42,11 @@ std::size_t SlotEdit::LeastGap(TextView name, std::size_t none) const {
     std::size_t next = FindText(Text(), Length(), place->end, name);
     const auto again =
         std::find_if(place + 1, places.end(), [this](const Place& other) { return other.name == name_; });
-    if (again != places.end()) next = std::min(next, again->start);
+    // The search found the name itself: the "*" that its value brought was not there yet.
+    if (again != places.end()) next = std::min(next, again->Hit());
     if (next == TextView::npos) continue;
+    std::size_t gap = next - place->end + (place->start - place->Hit());
     // Another value in between has one unit at least.
-    std::size_t gap = next - place->end;
     for (auto other = place + 1; other != again && other->start < next; ++other)
       gap -= other->end - other->start - 1;
     least = std::min(least, gap);

@@ -18,6 +18,10 @@ class SlotEdit {
     std::size_t name;  // as given to BeginName
     std::size_t start;
     std::size_t end;
+    bool is_behind_digit;  // a "*" that came with the value stands before it
+
+    // Where the name was found.
+    std::size_t Hit() const { return is_behind_digit ? start - 1 : start; }
   };
 
   explicit SlotEdit(TextView text) : text_(text), places_(text.size(), kNoPlace) {}
@@ -45,8 +49,9 @@ class SlotEdit {
   // The stretches of all values in the order of the text.
   std::vector<Place> Places() const;
 
-  // The least number of units that can lie between a value of the current name and where the name is found
-  // next, however short the other values are; `none` where it is never found again.
+  // The least number of units that can lie between where the current name was found and where it is found
+  // next, a "*" that comes with the value included and the value itself not, however short the other values
+  // are; `none` where it is never found again.
   std::size_t LeastGap(TextView name, std::size_t none) const;
 
   // Text was put in between units: it may repeat a value.
@@ -55,11 +60,17 @@ class SlotEdit {
   bool IsDoubtful() const { return doubtful_; }
 
  private:
+  // A value that was put in.
+  struct Taken {
+    std::size_t name;
+    bool is_behind_digit;
+  };
+
   void TakeValue(std::size_t at, TextView fresh);
 
   std::basic_string<TCHAR> text_;
-  std::vector<int> places_;  // of each unit; kNoPlace or an index into names_
-  std::vector<std::size_t> names_;
+  std::vector<int> places_;  // of each unit; kNoPlace or an index into taken_
+  std::vector<Taken> taken_;
   std::size_t name_ = 0;
   bool taking_values_ = false;
   bool copies_text_ = false;

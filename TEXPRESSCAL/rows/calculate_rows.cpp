@@ -84,11 +84,15 @@ class BlockWorker {
     }
   }
 
+  // A refused row has been worked with a number that is not its value's: what came of it counts for nothing,
+  // and an error written now would stay.
   void PutErrors(const std::uint8_t* told, std::size_t first, std::size_t rows) const {
     for (std::size_t i = 0; i < rows; ++i) {
-      if (ErrorForCaller(told[i]) != 0) table_.Put(first + i, 0, ErrorForCaller(told[i]));
+      const int error = ErrorForCaller(told[i]);
+      if (error != 0 && !IsRefused(i)) table_.Put(first + i, 0, error);
     }
   }
+  bool IsRefused(std::size_t row) const { return (refused_[row / kGroupRows] >> row % kGroupRows & 1) != 0; }
 
   void PassOnRefused(std::size_t first) {
     for (std::uint64_t& marks : refused_) {

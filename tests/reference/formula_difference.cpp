@@ -1,10 +1,7 @@
 #include "tests/reference/formula_difference.h"
 
-#include <bit>
-#include <cmath>
-#include <cstdio>
-
 #include "TEXPRESSCAL/express.h"
+#include "tests/reference/findings.h"
 #include "tests/reference/reference_calculator.h"
 #include "tests/reference/reference_expression.h"
 
@@ -15,49 +12,6 @@ namespace {
 CString Library(const Text& text) {
   return CString(text);
 }
-
-// Up to the terminator, as the library's pointers see it.
-bool SameText(const CString& library, const Text& reference) {
-  return TextView(reference) == library.View();
-}
-
-bool SameNumber(double a, double b) {
-  if (std::isnan(a) && std::isnan(b)) return true;
-  return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
-}
-
-std::string ShownNumber(double value) {
-  char buffer[64];
-  std::snprintf(buffer, sizeof buffer, "%.17g", value);
-  return buffer;
-}
-
-// Collects the first thing that differs.
-class Findings {
- public:
-  void Number(const char* what, double library, double reference) {
-    if (first_.empty() && !SameNumber(library, reference)) {
-      first_ =
-          std::string(what) + ": library " + ShownNumber(library) + ", reference " + ShownNumber(reference);
-    }
-  }
-  void Whole(const char* what, long long library, long long reference) {
-    if (first_.empty() && library != reference) {
-      first_ = std::string(what) + ": library " + std::to_string(library) + ", reference " +
-               std::to_string(reference);
-    }
-  }
-  void Texts(const char* what, const CString& library, const Text& reference) {
-    if (first_.empty() && !SameText(library, reference)) {
-      first_ = std::string(what) + ": library \"" + Shown(Text(library.View())) + "\", reference \"" +
-               Shown(reference) + "\"";
-    }
-  }
-  const std::string& First() const { return first_; }
-
- private:
-  std::string first_;
-};
 
 class NamesJudge final : public CValidParameter {
  public:

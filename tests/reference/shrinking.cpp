@@ -1,15 +1,13 @@
 // Smaller cases that still fail, and cases in print.
 
-#include <cstdio>
-#include <functional>
+#include "tests/reference/shrinking.h"
 
-#include "tests/reference/formula_difference.h"
+#include <cstdio>
+
+#include "tests/reference/findings.h"
 
 namespace lorv::test {
 
-namespace {
-
-// Cuts runs of units, long ones first, as long as the rest still fails.
 void ShrinkText(Text& text, const std::function<bool()>& fails) {
   for (std::size_t run = text.size(); run > 0; run = run > 16 ? run / 2 : run - 1) {
     for (std::size_t at = 0; at + run <= text.size();) {
@@ -22,17 +20,6 @@ void ShrinkText(Text& text, const std::function<bool()>& fails) {
   }
 }
 
-template <class T>
-void ShrinkList(std::vector<T>& list, const std::function<bool()>& fails) {
-  for (std::size_t at = 0; at < list.size();) {
-    const std::vector<T> whole = list;
-    list.erase(list.begin() + static_cast<std::ptrdiff_t>(at));
-    if (fails()) continue;
-    list = whole;
-    ++at;
-  }
-}
-
 void ShrinkNumber(double& number, const std::function<bool()>& fails) {
   const double whole = number;
   for (const double simple : {0.0, 1.0, -1.0, 0.5, 10.0}) {
@@ -41,14 +28,6 @@ void ShrinkNumber(double& number, const std::function<bool()>& fails) {
   }
   number = whole;
 }
-
-std::string Number(double value) {
-  char buffer[64];
-  std::snprintf(buffer, sizeof buffer, "%.17g", value);
-  return buffer;
-}
-
-}  // namespace
 
 std::string Shown(const Text& text) {
   std::string out;
@@ -70,14 +49,14 @@ std::string Shown(const CalculatorCase& made) {
   for (const CalculatorCase::Round& round : made.rounds) {
     out += round.clear_values ? "\n  values cleared;" : "\n ";
     out += round.set_formula ? " formula \"" + Shown(round.formula) + "\"" : " formula left as worked";
-    for (const auto& [name, value] : round.values) out += ", \"" + Shown(name) + "\" = " + Number(value);
+    for (const auto& [name, value] : round.values) out += ", \"" + Shown(name) + "\" = " + ShownNumber(value);
   }
   return out;
 }
 
 std::string Shown(const RewritingCase& made) {
   return "text \"" + Shown(made.text) + "\", name \"" + Shown(made.name) + "\", value \"" +
-         Shown(made.value) + "\", number " + Number(made.number) + ", pairs \"" + Shown(made.pairs) +
+         Shown(made.value) + "\", number " + ShownNumber(made.number) + ", pairs \"" + Shown(made.pairs) +
          "\", flags " + (made.first_flag ? "true " : "false ") + (made.second_flag ? "true" : "false");
 }
 
