@@ -23,6 +23,14 @@ class COMM_LORV_API CMapValue {
   using const_iterator = std::vector<value_type>::const_iterator;
   using iterator = std::vector<value_type>::iterator;
 
+  CMapValue() = default;
+  CMapValue(const CMapValue&) = default;
+  CMapValue& operator=(const CMapValue&) = default;
+  // A map that was moved from is empty, and is a map of other names from then on.
+  CMapValue(CMapValue&& other) noexcept { *this = std::move(other); }
+  CMapValue& operator=(CMapValue&& other) noexcept;
+  ~CMapValue() = default;
+
   // The value of a name, 0 and newly stored if there was none.
   double& operator[](LPCTSTR name) { return *Place(name).first; }
   double& operator[](const CString& name) { return (*this)[name.GetString()]; }

@@ -36,6 +36,18 @@ bool IsOdd(const CStrCmp& key) {
 
 }  // namespace
 
+CMapValue& CMapValue::operator=(CMapValue&& other) noexcept {
+  if (this == &other) return *this;
+  entries_ = std::move(other.entries_);
+  layout_ = other.layout_;
+  words_ = std::move(other.words_);
+  next_ = other.next_;
+  others_ = other.others_;
+  odd_ = other.odd_;
+  other.clear();
+  return *this;
+}
+
 std::uint64_t CMapValue::NumberLayout() const {
   static std::atomic<std::uint64_t> last{0};
   layout_ = last.fetch_add(1, std::memory_order_relaxed) + 1;

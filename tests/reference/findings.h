@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <string>
 
-#include "framework/cstring.h"
+#include "framework/text/cstring.h"
 #include "tests/reference/formula_difference.h"
 #include "tests/support/same_bits.h"
 

@@ -86,6 +86,32 @@ TEST(RepeatedFormula, LeavesNoErrorBesideARightValue) {
   }
 }
 
+CMapValue TakenFrom(CMapValue& values) {
+  return std::move(values);
+}
+
+// A map whose names were moved away is empty, whatever was known of them.
+TEST(RepeatedFormula, NoticesThatTheValuesWereMovedAway) {
+  CMapValue values;
+  CAdExpCalculate calculator;
+  calculator.SetVarValue(&values);
+  for (int round = 0; round < 4; ++round) {
+    calculator.SetExpr(_T("A*B"));
+    values[_T("A")] = 2;
+    values[_T("B")] = round;
+    EXPECT_EQ(calculator.Calculate(), 2 * round);
+  }
+  const CMapValue others = TakenFrom(values);
+  calculator.SetExpr(_T("A*B"));
+  int error = 0;
+  EXPECT_EQ(calculator.Calculate(error), 0);
+  EXPECT_EQ(error, 1);  // a name without a value, known as no keyword
+  EXPECT_EQ(others.size(), 2U);
+  values[_T("B")] = 7;
+  calculator.SetExpr(_T("B+1"));
+  EXPECT_EQ(calculator.Calculate(), 8);
+}
+
 bool HasPlan(const RepeatedCase& made) {
   Text formula = made.formula;
   for (TCHAR& unit : formula) unit = ToUpper(unit);
