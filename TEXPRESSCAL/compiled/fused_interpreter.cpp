@@ -1,6 +1,7 @@
 #include <array>
 #include <cmath>
 
+#include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
 #include "TEXPRESSCAL/compiled/quick_steps.h"
 #include "TEXPRESSCAL/evaluate/evaluation_error.h"
 #include "TEXPRESSCAL/evaluate/number_functions.h"
@@ -56,7 +57,7 @@ double Divide(const Operands& of) {
   return DivideSilently(of);
 }
 double Power(const Operands& of) {
-  return std::pow(of.hand, of.cell);
+  return arithmetic::Power(of.hand, of.cell);
 }
 double AddProduct(const Operands& of) {
   return of.hand + of.Product();
@@ -136,7 +137,7 @@ double SquareRoot(const QuickStep* step, double hand, double* cells, int* error)
   return Next(step, 0, cells, error);
 }
 double Logarithm(const QuickStep* step, double hand, double* cells, int* error) {
-  if (hand > 0) return Next(step, std::log(hand), cells, error);
+  if (hand > 0) return Next(step, arithmetic::Logarithm(hand), cells, error);
   *error = kOutsideDomain;
   return Next(step, 0, cells, error);
 }

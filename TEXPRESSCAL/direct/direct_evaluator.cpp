@@ -3,6 +3,7 @@
 #include <bit>
 #include <cmath>
 
+#include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
 #include "TEXPRESSCAL/evaluate/number_functions.h"
 #include "TEXPRESSCAL/evaluate/number_rules.h"
 #include "TEXPRESSCAL/function_table.h"
@@ -207,7 +208,7 @@ double OnePass::Bracket() {
 double OnePass::Power(double base) {
   while (*at_ == '^') {
     ++at_;
-    base = std::pow(base, Signed());
+    base = arithmetic::Power(base, Signed());
   }
   return base;
 }
@@ -333,7 +334,7 @@ double OnePass::Call(unsigned short kind) {
   if (!Take(')')) return 0;
   // Outside the domain is an error that only a division by zero before it could tell from none.
   if (kind == kSqrt) return x >= 0 ? std::sqrt(x) : 0;
-  if (kind == kLog) return x > 0 ? std::log(x) : 0;
+  if (kind == kLog) return x > 0 ? arithmetic::Logarithm(x) : 0;
   return NumberFunction(kind, x);
 }
 

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
 #include "TEXPRESSCAL/evaluate/number_rules.h"
 
 namespace lorv {
@@ -70,7 +71,7 @@ double Evaluator::WorkNumber(const ExprNode* node, int room) {
       return WorkQuotient(node, room);
     case kPower: {
       const double right = number(node->right);
-      return std::pow(number(node->left), right);
+      return arithmetic::Power(number(node->left), right);
     }
     case kAnd:
       return IsTruth(number(node->left)) && IsTruth(number(node->right)) ? 1 : 0;
@@ -149,7 +150,7 @@ Operand Evaluator::Join(const Pending& pending, Operand left) {
     case kDivide:
       return NumberOperand(Quotient(left.number, pending.right));
     case kPower:
-      return NumberOperand(std::pow(left.number, pending.right));
+      return NumberOperand(arithmetic::Power(left.number, pending.right));
     case kMultiply:
       return NumberOperand(left.number * NumberOf(node->right));
     case kSubtract:

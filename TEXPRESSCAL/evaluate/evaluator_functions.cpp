@@ -1,6 +1,7 @@
 #include <cmath>
 #include <vector>
 
+#include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
 #include "TEXPRESSCAL/evaluate/evaluator.h"
 #include "TEXPRESSCAL/evaluate/number_functions.h"
 #include "TEXPRESSCAL/evaluate/number_rules.h"
@@ -25,7 +26,8 @@ double Evaluator::Function(const ExprNode* call, int room) {
   const double x = Number(call->left, room);
   if (call->left == nullptr) SetError(kMissingOperand, call);
   if (call->kind != kSqrt && call->kind != kLog) return NumberFunction(call->kind, x);
-  if (call->kind == kSqrt ? x >= 0 : x > 0) return call->kind == kSqrt ? std::sqrt(x) : std::log(x);
+  if (call->kind == kSqrt ? x >= 0 : x > 0)
+    return call->kind == kSqrt ? std::sqrt(x) : arithmetic::Logarithm(x);
   SetError(kOutsideDomain, call);
   return 0;
 }

@@ -7,6 +7,7 @@
 #include <emmintrin.h>
 #endif
 
+#include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
 #include "TEXPRESSCAL/language/expression_node.h"
 
 namespace lorv {
@@ -50,23 +51,23 @@ inline double ToRadians(double degrees) {
 inline double NumberFunction(unsigned short kind, double x) {
   switch (kind) {
     case kSin:
-      return std::sin(x);
+      return arithmetic::Sine(x);
     case kCos:
-      return std::cos(x);
+      return arithmetic::Cosine(x);
     case kExp:
-      return std::exp(x);
+      return arithmetic::Exponential(x);
     case kTg:
     case kTan:
-      return std::tan(x);
+      return arithmetic::Tangent(x);
     case kCtg:
-      return 1 / std::tan(x);
+      return 1 / arithmetic::Tangent(x);
     case kAsin:
-      return std::asin(x);
+      return arithmetic::ArcSine(x);
     case kAcos:
-      return std::acos(x);
+      return arithmetic::ArcCosine(x);
     case kAtg:
     case kAtan:
-      return std::atan(x);
+      return arithmetic::ArcTangent(x);
     case kFloor:
       return FloorThrough32Bits(x + kStepNudge);
     case kCeil:
@@ -82,13 +83,13 @@ inline double NumberFunction(unsigned short kind, double x) {
     case kRtod:
       return (x * 180) / kPi;
     case kSina:
-      return std::sin(ToRadians(x));
+      return arithmetic::Sine(ToRadians(x));
     case kCosa:
-      return std::cos(ToRadians(x));
+      return arithmetic::Cosine(ToRadians(x));
     case kTana:
-      return std::tan(ToRadians(x));
+      return arithmetic::Tangent(ToRadians(x));
     default:
-      return 1 / std::tan(ToRadians(x));  // kCtga
+      return 1 / arithmetic::Tangent(ToRadians(x));  // kCtga
   }
 }
 

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <vector>
 
+#include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
 #include "tests/reference/reference_expression.h"
 
 namespace lorv::reference {
@@ -60,7 +61,7 @@ class Evaluator {
         return OfNumber(Quotient(node));
       case '^': {
         const double exponent = NumberOf(node.right);
-        return OfNumber(std::pow(NumberOf(node.left), exponent));
+        return OfNumber(arithmetic::Power(NumberOf(node.left), exponent));
       }
       case '!':
         return OfNumber(NumberOf(node.right) == 0 ? 1 : 0);
@@ -165,20 +166,20 @@ class Evaluator {
     return 0;
   }
   double Logarithm(double x) {
-    if (x > 0) return std::log(x);
+    if (x > 0) return arithmetic::Logarithm(x);
     error_ = kOutsideDomain;
     return 0;
   }
 
   static double OneArgument(const Text& name, double x) {
-    if (name == _T("SIN")) return std::sin(x);
-    if (name == _T("COS")) return std::cos(x);
-    if (name == _T("EXP")) return std::exp(x);
-    if (name == _T("TG") || name == _T("TAN")) return std::tan(x);
-    if (name == _T("CTG")) return 1 / std::tan(x);
-    if (name == _T("ASIN")) return std::asin(x);
-    if (name == _T("ACOS")) return std::acos(x);
-    if (name == _T("ATG") || name == _T("ATAN")) return std::atan(x);
+    if (name == _T("SIN")) return arithmetic::Sine(x);
+    if (name == _T("COS")) return arithmetic::Cosine(x);
+    if (name == _T("EXP")) return arithmetic::Exponential(x);
+    if (name == _T("TG") || name == _T("TAN")) return arithmetic::Tangent(x);
+    if (name == _T("CTG")) return 1 / arithmetic::Tangent(x);
+    if (name == _T("ASIN")) return arithmetic::ArcSine(x);
+    if (name == _T("ACOS")) return arithmetic::ArcCosine(x);
+    if (name == _T("ATG") || name == _T("ATAN")) return arithmetic::ArcTangent(x);
     if (name == _T("FLOOR")) return ThroughInt32(std::floor(x + 1e-10));
     if (name == _T("CEIL")) return ThroughInt32(std::ceil(x - 1e-10));
     if (name == _T("ROUND")) return ThroughInt32(x < 0 ? (x - 0.5) - 1e-15 : x + 0.5 + 1e-15);
@@ -186,10 +187,10 @@ class Evaluator {
     if (name == _T("ABS")) return std::fabs(x);
     if (name == _T("DTOR")) return (x / 180) * kPi;
     if (name == _T("RTOD")) return (x * 180) / kPi;
-    if (name == _T("SINA")) return std::sin((x / 180) * kPi);
-    if (name == _T("COSA")) return std::cos((x / 180) * kPi);
-    if (name == _T("TANA")) return std::tan((x / 180) * kPi);
-    return 1 / std::tan((x / 180) * kPi);  // CTGA
+    if (name == _T("SINA")) return arithmetic::Sine((x / 180) * kPi);
+    if (name == _T("COSA")) return arithmetic::Cosine((x / 180) * kPi);
+    if (name == _T("TANA")) return arithmetic::Tangent((x / 180) * kPi);
+    return 1 / arithmetic::Tangent((x / 180) * kPi);  // CTGA
   }
 
   int& error_;

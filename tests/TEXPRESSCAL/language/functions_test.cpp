@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
 #include "tests/TEXPRESSCAL/formula_engines.h"
 
 namespace lorv::test {
@@ -17,27 +18,27 @@ constexpr double kPi = 3.1415926536;
 
 TYPED_TEST(Functions, AnglesInRadians) {
   const GoodFormula kTable[] = {
-      {"SIN(1.5)", std::sin(1.5)},     {"COS(1.5)", std::cos(1.5)},
-      {"TG(1.5)", std::tan(1.5)},      {"TAN(1.5)", std::tan(1.5)},
-      {"CTG(1.5)", 1 / std::tan(1.5)}, {"ASIN(0.5)", std::asin(0.5)},
-      {"ACOS(0.5)", std::acos(0.5)},   {"ATG(0.5)", std::atan(0.5)},
-      {"ATAN(0.5)", std::atan(0.5)},   {"SIN(30/180*PI)", std::sin(30.0 / 180 * kPi)},
-      {"CTG(0)", 1 / std::tan(0.0)},
+      {"SIN(1.5)", arithmetic::Sine(1.5)},        {"COS(1.5)", arithmetic::Cosine(1.5)},
+      {"TG(1.5)", arithmetic::Tangent(1.5)},      {"TAN(1.5)", arithmetic::Tangent(1.5)},
+      {"CTG(1.5)", 1 / arithmetic::Tangent(1.5)}, {"ASIN(0.5)", arithmetic::ArcSine(0.5)},
+      {"ACOS(0.5)", arithmetic::ArcCosine(0.5)},  {"ATG(0.5)", arithmetic::ArcTangent(0.5)},
+      {"ATAN(0.5)", arithmetic::ArcTangent(0.5)}, {"SIN(30/180*PI)", arithmetic::Sine(30.0 / 180 * kPi)},
+      {"CTG(0)", 1 / arithmetic::Tangent(0.0)},
   };
   for (const GoodFormula& row : kTable) ExpectGood<TypeParam>(row);
 }
 
 TYPED_TEST(Functions, AnglesInDegreesUseTheShortConstant) {
   const GoodFormula kTable[] = {
-      {"SINA(30)", std::sin((30.0 / 180) * kPi)},
-      {"COSA(60)", std::cos((60.0 / 180) * kPi)},
-      {"TANA(45)", std::tan((45.0 / 180) * kPi)},
-      {"CTGA(45)", 1 / std::tan((45.0 / 180) * kPi)},
+      {"SINA(30)", arithmetic::Sine((30.0 / 180) * kPi)},
+      {"COSA(60)", arithmetic::Cosine((60.0 / 180) * kPi)},
+      {"TANA(45)", arithmetic::Tangent((45.0 / 180) * kPi)},
+      {"CTGA(45)", 1 / arithmetic::Tangent((45.0 / 180) * kPi)},
       {"DTOR(180)", kPi},
       {"DTOR(7)", (7.0 / 180) * kPi},
       {"RTOD(1)", 180 / kPi},
       {"RTOD(0.1)", (0.1 * 180) / kPi},
-      {"SINA(7.3)", std::sin((7.3 / 180) * kPi)},
+      {"SINA(7.3)", arithmetic::Sine((7.3 / 180) * kPi)},
   };
   for (const GoodFormula& row : kTable) ExpectGood<TypeParam>(row);
   EXPECT_NEAR(TypeParam::Work(_T("SINA(30)"), nullptr).value, 0.50000000000147, 1e-14);
@@ -55,11 +56,16 @@ TYPED_TEST(Functions, InverseFunctionsOutsideTheirRangeReportNothing) {
 
 TYPED_TEST(Functions, RootAndLogarithmKnowTheirDomain) {
   const GoodFormula kTable[] = {
-      {"SQRT(-1)", 0, 4},          {"SQRT(0)", 0},
-      {"SQRT(2)", std::sqrt(2.0)}, {"LOG(0)", 0, 4},
-      {"LOG(-1)", 0, 4},           {"LOG(10)", std::log(10.0)},
-      {"EXP(1)", std::exp(1.0)},   {"LOG(EXP(1))", std::log(std::exp(1.0))},
-      {"SQRT(-0)", -0.0},          {"EXP(0)", 1},
+      {"SQRT(-1)", 0, 4},
+      {"SQRT(0)", 0},
+      {"SQRT(2)", std::sqrt(2.0)},
+      {"LOG(0)", 0, 4},
+      {"LOG(-1)", 0, 4},
+      {"LOG(10)", arithmetic::Logarithm(10.0)},
+      {"EXP(1)", arithmetic::Exponential(1.0)},
+      {"LOG(EXP(1))", arithmetic::Logarithm(arithmetic::Exponential(1.0))},
+      {"SQRT(-0)", -0.0},
+      {"EXP(0)", 1},
       {"SQRT(-0.0000001)", 0, 4},
   };
   for (const GoodFormula& row : kTable) ExpectGood<TypeParam>(row);
