@@ -25,12 +25,23 @@ INT_PTR CDialog::DoModal() {
   const HWND window = m_hWnd;
   if (window != nullptr && !ended_) {
     ShowWindow(SW_SHOW);
-    lorv::DesktopInForce().RunModal(window);
+    Run(window);
   }
   // The window may have gone without EndDialog; then there is no answer.
   DestroyWindow();
   modal_ = false;
   return result_;
+}
+
+// What a handler throws leaves no dialog behind.
+void CDialog::Run(HWND window) {
+  try {
+    lorv::DesktopInForce().RunModal(window);
+  } catch (...) {
+    modal_ = false;
+    DestroyWindow();
+    throw;
+  }
 }
 
 BOOL CDialog::Create(const lorv::DialogTemplate& form, CWnd* parent) {
@@ -127,6 +138,6 @@ LRESULT CDialog::HandleGetDefault(WPARAM /*w*/, LPARAM /*l*/) {
 }
 
 LRESULT CDialog::HandleSetDefault(WPARAM w, LPARAM /*l*/) {
-  default_id_ = static_cast<UINT>(w);
+  SetDefID(static_cast<UINT>(w));
   return TRUE;
 }

@@ -36,8 +36,8 @@ struct DialogTemplate {
 //
 // Keys: Tab and Shift+Tab go to the next and previous control that takes the focus, arrows go through a
 // group,
-//   Return presses the default button (or the button that has the focus), Esc is Cancel, Alt with a marked
-//   letter goes to its control. Edits with ES_WANTRETURN keep Return.
+//   Return presses the default button (or the button that has the focus, which looks the default then), Esc
+//   is Cancel, Alt with a marked letter goes to its control. Edits with ES_WANTRETURN keep Return.
 // Result: DoModal gives what EndDialog was told, IDOK and IDCANCEL by OnOK and OnCancel; -1 if no window
 // could be
 //   made. OnInitDialog answers TRUE to have the focus set to the first control.
@@ -58,7 +58,7 @@ class COMM_LORV_API CDialog : public CWnd {
   void EndDialog(int result);
 
   UINT GetDefID() const { return default_id_; }
-  void SetDefID(UINT id) { default_id_ = id; }
+  void SetDefID(UINT id);
   void NextDlgCtrl() { Step(true); }
   void PrevDlgCtrl() { Step(false); }
   void GotoDlgCtrl(CWnd* control);
@@ -83,6 +83,7 @@ class COMM_LORV_API CDialog : public CWnd {
   void BuildItems(const lorv::DialogTemplate& form);
   void Measure(const lorv::DialogTemplate& form);
   void Start();
+  void Run(HWND window);
   void Step(bool forward);
   BOOL TakeKey(const MSG& message);
   BOOL TakeReturn(HWND focus);
@@ -90,6 +91,7 @@ class COMM_LORV_API CDialog : public CWnd {
   BOOL TakeArrow(HWND focus, int key);
   BOOL TakeMark(TCHAR letter);
   void Press(UINT id);
+  void ShowDefault(HWND coming = nullptr);
   LRESULT HandleGetDefault(WPARAM w, LPARAM l);
   LRESULT HandleSetDefault(WPARAM w, LPARAM l);
 

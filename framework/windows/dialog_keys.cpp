@@ -53,8 +53,30 @@ TCHAR Folded(TCHAR letter) {
 
 }  // namespace
 
+void CDialog::SetDefID(UINT id) {
+  default_id_ = id;
+  ShowDefault();
+}
+
+// The push button that has the focus, or that is about to, else the dialog's own default: it alone looks like
+// the one that Return presses.
+void CDialog::ShowDefault(HWND coming) {
+  if (m_hWnd == nullptr) return;
+  const HWND focus = coming != nullptr ? coming : ControlOf(m_hWnd, lorv::DesktopInForce().Focus());
+  const bool own = PeerOf(focus)->Parent() != m_hWnd || !IsPushButton(focus);
+  for (const HWND child : PeerOf(m_hWnd)->Children()) {
+    if (!IsPushButton(child)) continue;
+    const auto peer = PeerOf(child);
+    const UINT wanted = own ? peer->Id() == default_id_ : child == focus;
+    if ((peer->Style() & BS_TYPEMASK) != wanted)
+      lorv::DesktopInForce().Send(child, BM_SETSTYLE, wanted != 0 ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
+  }
+}
+
 BOOL CDialog::PreTranslateMessage(MSG* message) {
   if (m_hWnd == nullptr) return FALSE;
+  if (message->message == WM_LBUTTONDOWN && IsPushButton(message->hwnd)) ShowDefault(message->hwnd);
+  if (message->message == WM_KEYDOWN) ShowDefault();
   if (message->message == WM_SYSCHAR) return TakeMark(static_cast<TCHAR>(message->wParam));
   return message->message == WM_KEYDOWN && TakeKey(*message);
 }
@@ -101,6 +123,7 @@ void CDialog::GotoDlgCtrl(CWnd* control) {
   if (control == nullptr) return;
   const HWND window = control->m_hWnd;
   control->SetFocus();
+  ShowDefault();
   if ((CodeOf(window) & DLGC_HASSETSEL) != 0) lorv::DesktopInForce().Send(window, EM_SETSEL, 0, -1);
 }
 
@@ -140,6 +163,7 @@ BOOL CDialog::TakeArrow(HWND focus, int key) {
     const HWND next = *(first + at);
     if (!Usable(next) || PeerOf(next)->Kind() == lorv::WindowKind::Static) continue;
     if (next != focus) PeerOf(next)->Focus();
+    ShowDefault();
     return TRUE;
   }
   return TRUE;

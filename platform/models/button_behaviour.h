@@ -34,10 +34,12 @@ class ButtonBehaviour : public Window {
         if (w == VK_SPACE && pushed_) Click();
         return 0;
       case WM_SETFOCUS:
+        ShowState();
         if ((this->Look() & BS_NOTIFY) != 0) this->Notify(BN_SETFOCUS);
         return 0;
       case WM_KILLFOCUS:
         Push(false);
+        ShowState();
         if ((this->Look() & BS_NOTIFY) != 0) this->Notify(BN_KILLFOCUS);
         return 0;
       case WM_CAPTURECHANGED:

@@ -11,8 +11,14 @@ thread_local std::exception_ptr kept;
 
 }  // namespace
 
-void CarriedFault::Wait(int more) noexcept {
-  waiting += more;
+std::exception_ptr CarriedFault::Begin() noexcept {
+  ++waiting;
+  return std::exchange(kept, nullptr);
+}
+
+void CarriedFault::End(std::exception_ptr outer) noexcept {
+  --waiting;
+  kept = std::move(outer);
 }
 
 void CarriedFault::Keep() noexcept {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <exception>
+#include <utility>
+
 #include "framework/native/export.h"
 
 // The way of an exception from a handler to the caller of the framework, past the window system in between,
@@ -33,15 +36,18 @@ class COMM_LORV_API CarriedFault {
   }
 
  private:
+  // What was kept before this call belongs to the call around it.
   struct Waiting {
-    Waiting() { Wait(1); }
+    Waiting() : outer(Begin()) {}
     Waiting(const Waiting&) = delete;
     Waiting& operator=(const Waiting&) = delete;
-    ~Waiting() { Wait(-1); }
+    ~Waiting() { End(std::move(outer)); }
+    std::exception_ptr outer;
   };
 
   // The state of the thread stays within the library.
-  static void Wait(int more) noexcept;
+  static std::exception_ptr Begin() noexcept;
+  static void End(std::exception_ptr outer) noexcept;
   static void Keep() noexcept;
   static void Rethrow();
 };

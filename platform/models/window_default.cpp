@@ -25,6 +25,9 @@ LRESULT WindowModel::Default(UINT message, WPARAM w, LPARAM l) {
       return 0;
     case WM_ERASEBKGND:
       return 1;
+    case WM_CANCELMODE:
+      if (desktop_.Capture() == handle_) desktop_.SetCapture(nullptr);
+      return 0;
     case WM_ACTIVATE:
       return ActivateMessage(w);
     case WM_SETCURSOR:

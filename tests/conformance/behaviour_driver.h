@@ -8,12 +8,12 @@ namespace lorv_test {
 
 // Plays the user on one kind of desktop, with input as real as that desktop knows it. Every call returns when
 // all that follows from it has been worked off.
-class ConductDriver {
+class BehaviourDriver {
  public:
-  ConductDriver() = default;
-  ConductDriver(const ConductDriver&) = delete;
-  ConductDriver& operator=(const ConductDriver&) = delete;
-  virtual ~ConductDriver() = default;
+  BehaviourDriver() = default;
+  BehaviourDriver(const BehaviourDriver&) = delete;
+  BehaviourDriver& operator=(const BehaviourDriver&) = delete;
+  virtual ~BehaviourDriver() = default;
 
   virtual lorv::Desktop& Desktop() = 0;
   virtual void Press(int key) = 0;
@@ -27,7 +27,16 @@ class ConductDriver {
   virtual void AnswerMenu(UINT command) = 0;
   // Done while the next modal dialog waits for the user.
   virtual void WhenModal(std::function<void()> step) = 0;
+  // Done while the next menu is up, before it is answered.
+  virtual void WhenMenu(std::function<void()> step) = 0;
   virtual void Advance(DWORD milliseconds) = 0;
+  // The handle of the window's bar down its right edge is dragged to about the middle, and let go.
+  virtual void DragHandle(HWND window) = 0;
+  // An input method in the window that has the focus: what it shows, then what it commits.
+  virtual void Compose(const CString& shown) = 0;
+  virtual void Commit(const CString& text) = 0;
+  // An edit that the host made by its own means, where the system has such.
+  virtual HWND MakeHostEdit(HWND parent, const RECT& place) = 0;
   // Another program comes to the front, until a window of ours takes the focus.
   virtual void LeaveProgram() = 0;
   virtual void Settle() = 0;

@@ -82,6 +82,10 @@ std::string SheetEvent(UINT message, WPARAM w, LPARAM l) {
       return "size " + At(l);
     case WM_USER:
       return "user " + std::to_string(w);
+    case WM_IME_STARTCOMPOSITION:
+      return "composition begins";
+    case WM_IME_ENDCOMPOSITION:
+      return "composition ends";
     default:
       return {};
   }
@@ -146,7 +150,7 @@ BOOL TracedDialog::OnCommand(WPARAM w, LPARAM l) {
   return CDialog::OnCommand(w, l);
 }
 
-Scene::Scene(ConductDriver& player) : driver(player), frame(*this), sheet(*this) {
+Scene::Scene(BehaviourDriver& player) : driver(player), frame(*this), sheet(*this) {
   constexpr DWORD kChild = WS_CHILD | WS_VISIBLE | WS_TABSTOP;
   frame.Create(nullptr, _T("conduct"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(60, 60, 560, 460), nullptr, 0);
   sheet.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(10, 10, 110, 110), &frame, kSheet);
@@ -213,12 +217,25 @@ void Scene::Fill(CWnd& window, LPCTSTR text) {
   trace.resize(before);
 }
 
-std::vector<std::string> PlayConduct(ConductDriver& driver) {
+HWND MakeBareEdit(lorv::Desktop& desktop, HWND parent, const RECT& place) {
+  lorv::WindowRequest request;
+  request.kind = WindowKind::Edit;
+  request.style = WS_CHILD | WS_VISIBLE;
+  request.place = place;
+  request.parent = parent;
+  request.id = kExtra;
+  request.attach = [](HWND) {};
+  return desktop.Create(request);
+}
+
+std::vector<std::string> PlayBehaviour(BehaviourDriver& driver) {
   Scene scene(driver);
   int number = 0;
-  for (auto* const part : {EditSteps, EditKeySteps, EditStateSteps, LineSteps, ListSteps, TypedListSteps,
-                           ButtonSteps, MenuSteps, WindowSteps, QueueSteps, PlaceSteps, PaintSteps,
-                           DialogSteps, DialogInputSteps, EndingSteps, LateEndingSteps}) {
+  for (auto* const part :
+       {EditSteps,          EditKeySteps,       EditStateSteps, LineSteps,      ListSteps,   TypedListSteps,
+        ButtonSteps,        MenuSteps,          WindowSteps,    QueueSteps,     PlaceSteps,  PaintSteps,
+        DialogSteps,        DialogInputSteps,   FaultSteps,     LoopFaultSteps, ScrollSteps, CompositionSteps,
+        DefaultButtonSteps, EndInCallbackSteps, EndingSteps,    LateEndingSteps}) {
     for (const Step& step : part()) {
       scene.trace.push_back(std::to_string(++number) + " " + step.name);
       step.play(scene);

@@ -85,7 +85,7 @@ enum ControlId : int {
 };
 
 struct Scene {
-  explicit Scene(ConductDriver& player);
+  explicit Scene(BehaviourDriver& player);
 
   void Say(const std::string& line) { trace.push_back("  " + line); }
   void SayText(const CWnd& window);
@@ -103,7 +103,7 @@ struct Scene {
   static CString Text(const CWnd& window);
   static std::string NameOf(int id);
 
-  ConductDriver& driver;
+  BehaviourDriver& driver;
   std::vector<std::string> trace;
   TracedFrame frame;
   TracedSheet sheet;
@@ -140,7 +140,17 @@ std::vector<Step> DialogInputSteps();
 std::vector<Step> EndingSteps();
 std::vector<Step> LateEndingSteps();
 
+std::vector<Step> FaultSteps();
+std::vector<Step> LoopFaultSteps();
+std::vector<Step> ScrollSteps();
+std::vector<Step> CompositionSteps();
+std::vector<Step> DefaultButtonSteps();
+std::vector<Step> EndInCallbackSteps();
+
+// An edit without an object of a window class.
+HWND MakeBareEdit(lorv::Desktop& desktop, HWND parent, const RECT& place);
+
 // Plays the whole script; the trace, a line an event.
-std::vector<std::string> PlayConduct(ConductDriver& driver);
+std::vector<std::string> PlayBehaviour(BehaviourDriver& driver);
 
 }  // namespace lorv_test

@@ -8,7 +8,7 @@
 
 namespace {
 
-class HeadlessDriver : public lorv_test::ConductDriver {
+class HeadlessDriver : public lorv_test::BehaviourDriver {
  public:
   explicit HeadlessDriver(lorv::HeadlessDesktop& desktop) : desktop_(desktop) {}
 
@@ -22,6 +22,18 @@ class HeadlessDriver : public lorv_test::ConductDriver {
   void DoubleClick(POINT screen) override { desktop_.DoubleClick(screen), Settle(); }
   void AnswerMenu(UINT command) override { desktop_.AnswerMenu(command); }
   void WhenModal(std::function<void()> step) override { desktop_.WhenIdle(std::move(step)); }
+  void WhenMenu(std::function<void()> step) override { desktop_.WhenMenu(std::move(step)); }
+  void DragHandle(HWND window) override {
+    desktop_.ScrollBar(window, SB_VERT, SB_THUMBTRACK, 500000);
+    desktop_.ScrollBar(window, SB_VERT, SB_THUMBPOSITION, 500000);
+    desktop_.ScrollBar(window, SB_VERT, SB_ENDSCROLL);
+    Settle();
+  }
+  void Compose(const CString& shown) override { desktop_.ComposeText(shown, shown.GetLength()), Settle(); }
+  void Commit(const CString& text) override { desktop_.CommitText(text), Settle(); }
+  HWND MakeHostEdit(HWND parent, const RECT& place) override {
+    return lorv_test::MakeBareEdit(desktop_, parent, place);
+  }
   void Advance(DWORD milliseconds) override { desktop_.Advance(milliseconds); }
   void LeaveProgram() override { desktop_.LeaveProgram(); }
   void Settle() override { desktop_.RunUntilIdle(); }
@@ -32,14 +44,14 @@ class HeadlessDriver : public lorv_test::ConductDriver {
 
 }  // namespace
 
-TEST(Conduct, HeadlessTraceIsTheKeptOne) {
+TEST(Behaviour, HeadlessTraceIsTheKeptOne) {
   lorv::HeadlessDesktop desktop;
   const lorv::ScopedDesktop scope(desktop);
   HeadlessDriver driver(desktop);
-  lorv_test::ExpectKeptTrace(lorv_test::PlayConduct(driver), {});
+  lorv_test::ExpectKeptTrace(lorv_test::PlayBehaviour(driver), {});
 }
 
-TEST(Conduct, HasAtLeastEightySteps) {
+TEST(Behaviour, HasAtLeastEightySteps) {
   const auto kept = lorv_test::KeptTrace();
   const auto steps =
       std::count_if(kept.begin(), kept.end(), [](const std::string& line) { return line[0] != ' '; });

@@ -25,6 +25,12 @@ Steps StepsOf(const std::vector<std::string>& trace) {
   return steps;
 }
 
+std::string InTableForm(const std::vector<std::string>& trace) {
+  std::string table;
+  for (const std::string& line : trace) table += "    \"" + line + "\",\n";
+  return table;
+}
+
 Steps::iterator Found(Steps& steps, const std::string& name) {
   return std::find_if(steps.begin(), steps.end(), [&](const auto& step) { return step.first == name; });
 }
@@ -32,7 +38,7 @@ Steps::iterator Found(Steps& steps, const std::string& name) {
 }  // namespace
 
 std::vector<std::string> KeptTrace() {
-  return {std::begin(kConductTrace), std::end(kConductTrace)};
+  return {std::begin(kBehaviourTrace), std::end(kBehaviourTrace)};
 }
 
 void ExpectKeptTrace(const std::vector<std::string>& trace, const std::vector<Difference>& differences) {
@@ -44,7 +50,7 @@ void ExpectKeptTrace(const std::vector<std::string>& trace, const std::vector<Di
     step->second = row.events;
   }
   const Steps steps = StepsOf(trace);
-  ASSERT_EQ(steps.size(), expected.size());
+  ASSERT_EQ(steps.size(), expected.size()) << "all of it, as the table has it:\n" << InTableForm(trace);
   for (std::size_t i = 0; i < steps.size(); ++i) {
     EXPECT_EQ(steps[i].first, expected[i].first);
     EXPECT_EQ(steps[i].second, expected[i].second) << steps[i].first;

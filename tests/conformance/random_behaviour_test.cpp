@@ -22,7 +22,7 @@ class HeadlessUser : public lorv_test::RandomUser {
 
 }  // namespace
 
-TEST(RandomConduct, NothingThatIsGoneIsTouched) {
+TEST(RandomBehaviour, NothingThatIsGoneIsTouched) {
   for (unsigned script = 0; script < lorv_test::kRandomScripts; ++script) {
     HeadlessUser user;
     lorv_test::PlayRandomConduct(user, script);

@@ -20,7 +20,11 @@ void HeadlessButton::PaintSelf(Canvas& canvas) {
   const bool push = Type() <= BS_DEFPUSHBUTTON;
   const UINT flags = DT_SINGLELINE | DT_VCENTER | (push ? DT_CENTER : DT_LEFT);
   PaintText(canvas, Text(), client, flags, kFace);
-  if (push) canvas.Frame(client, 0, 1);
+  if (push) canvas.Frame(client, 0, Type() == BS_DEFPUSHBUTTON ? 2 : 1);
+  if (Home().Focus() != Handle()) return;
+  CRect inside(client);
+  inside.DeflateRect(3, 3);
+  canvas.Frame(inside, Home().Colour(COLOR_BTNSHADOW), 1);
 }
 
 LRESULT HeadlessStatic::Default(UINT message, WPARAM w, LPARAM l) {

@@ -6,6 +6,7 @@
 #include "platform/headless/controls/headless_combo.h"
 #include "platform/headless/controls/headless_edit.h"
 #include "platform/headless/controls/headless_list.h"
+#include "platform/models/first_fault.h"
 
 // Windows of the headless desktop: which there are, which has the focus, and what the screen is like.
 
@@ -115,11 +116,29 @@ std::unique_ptr<Canvas> HeadlessDesktop::MakeCanvas(SIZE size) const {
   return std::make_unique<HeadlessCanvas>(std::make_shared<HeadlessSurface>(size), limit);
 }
 
+void HeadlessDesktop::WorkMenuSteps() {
+  if (menu_steps_.empty()) return;
+  const std::function<void()> step = std::move(menu_steps_.front());
+  menu_steps_.pop_front();
+  step();
+  while (PumpPosted()) {
+  }
+}
+
 UINT HeadlessDesktop::Popup(const MenuModel& menu, POINT /*screen*/, UINT /*flags*/, HWND /*owner*/) {
+  if (menu_up_) return 0;
   shown_menus_.push_back(menu);
-  if (menu_answers_.empty()) return 0;
-  const UINT answer = menu_answers_.front();
-  menu_answers_.pop_front();
+  SetCapture(nullptr);
+  UINT answer = 0;
+  if (!menu_answers_.empty()) {
+    answer = menu_answers_.front();
+    menu_answers_.pop_front();
+  }
+  menu_up_ = true;
+  FirstFault fault;
+  fault.Run([this] { WorkMenuSteps(); });
+  menu_up_ = false;
+  fault.Rethrow();
   return Offers(menu, answer) ? answer : 0;
 }
 

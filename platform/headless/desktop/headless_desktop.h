@@ -50,6 +50,8 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   void ComposeText(const CString& text, int caret);
   void CommitText(const CString& text);
   void AnswerMenu(UINT command) { menu_answers_.push_back(command); }
+  // Done while the next menu is up; what it posts is worked before the menu is answered.
+  void WhenMenu(std::function<void()> step) { menu_steps_.push_back(std::move(step)); }
   void WhenIdle(std::function<void()> step) { steps_.push_back(std::move(step)); }
   void RunUntilIdle();
   void Advance(DWORD milliseconds);  // timers come due one by one, the queue is worked in between
@@ -68,7 +70,7 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   LOGFONT DialogFont() const override;
   DWORD Ticks() const override;
   UINT Popup(const MenuModel& menu, POINT screen, UINT flags, HWND owner) override;
-  bool MenuUp() const override { return false; }  // a menu is answered at once
+  bool MenuUp() const override { return menu_up_; }
   HKL Layout() const override { return layout_; }
   HKL ActivateLayout(HKL layout, UINT flags) override;
   std::vector<HKL> Layouts() const override { return layouts_; }
@@ -117,6 +119,7 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   void PlayWheel(const Input& input);
   bool ComesToPress(HWND target, UINT message);
   bool Offers(const MenuModel& menu, UINT command) const;
+  void WorkMenuSteps();
 
   mutable std::mutex mutex_;  // over ticks_, which any thread asks for
   DWORD ticks_ = 0;
@@ -125,6 +128,8 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   std::vector<Timer> timers_;
   std::deque<std::function<void()>> steps_;
   std::deque<UINT> menu_answers_;
+  std::deque<std::function<void()>> menu_steps_;
+  bool menu_up_ = false;
   std::vector<MenuModel> shown_menus_;
   std::vector<HWND> cancelled_;  // modal dialogs that nobody answered
   bool elsewhere_ = false;

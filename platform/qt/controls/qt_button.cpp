@@ -63,6 +63,12 @@ void QtButton::ShowText() {
   if (auto* const box = dynamic_cast<QGroupBox*>(Widget())) box->setTitle(text);
 }
 
+// Styles draw the focus of a button only for those who came by key.
+void QtButton::ShowFocus() {
+  const bool by_mouse = Home().KeyState(VK_LBUTTON) != 0;
+  Widget()->setFocus(by_mouse ? Qt::MouseFocusReason : Qt::ShortcutFocusReason);
+}
+
 void QtButton::ShowState() {
   auto* const button = dynamic_cast<QAbstractButton*>(Widget());
   if (button == nullptr) return;

@@ -13,6 +13,7 @@ class QtButton : public ButtonBehaviour<QtControl> {
 
  protected:
   void ShowText() override;
+  void ShowFocus() override;
 
  private:
   void ShowState() override;

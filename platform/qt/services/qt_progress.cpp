@@ -20,7 +20,6 @@
 namespace lorv {
 namespace {
 
-constexpr int kWidth = 440;
 constexpr int kTextWidth = 410;
 constexpr int kBarSteps = 1000;
 constexpr int kTimeLine = 2;             // the third one
@@ -34,9 +33,7 @@ class ProgressBox : public QDialog {
   explicit ProgressBox(QWidget* owner) : QDialog(owner) {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
-    setFixedWidth(kWidth);
     button_.setText(QString::fromUtf16(u"取消"));
-    button_.setFocusPolicy(Qt::NoFocus);
     bar_.setRange(0, kBarSteps);
     bar_.setValue(0);
     bar_.setTextVisible(false);
@@ -46,13 +43,18 @@ class ProgressBox : public QDialog {
                           static_cast<QWidget*>(&bar_), static_cast<QWidget*>(&lines_[2])})
       column->addWidget(part);
     column->addWidget(&button_, 0, Qt::AlignRight);
+    // As high with its lines empty as with them full, in whatever script.
+    for (QLabel& line : lines_) {
+      line.setTextFormat(Qt::PlainText);
+      line.setFixedSize(kTextWidth, line.fontMetrics().lineSpacing() + 2);
+    }
+    column->setSizeConstraint(QLayout::SetFixedSize);
     QObject::connect(&button_, &QPushButton::clicked, this, [this] { ProgressBox::reject(); });
   }
 
   void SetLine(int line, const QString& text, bool path) {
     QLabel& label = lines_[line];
     const auto cut = path ? Qt::ElideMiddle : Qt::ElideRight;
-    label.setTextFormat(Qt::PlainText);
     label.setText(label.fontMetrics().elidedText(text, cut, kTextWidth));
   }
   void SetBar(int value) { bar_.setValue(value); }

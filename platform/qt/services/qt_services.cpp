@@ -6,6 +6,8 @@
 #include <QPrinter>
 #include <QPushButton>
 
+#include "platform/models/carried_fault.h"
+#include "platform/qt/desktop/qt_desk.h"
 #include "platform/qt/desktop/qt_desktop.h"
 #include "platform/qt/desktop/qt_text.h"
 
@@ -69,7 +71,9 @@ int QtServices::ShowMessage(const MessageRequest& request) {
   box.setWindowTitle(request.caption.IsEmpty() ? QCoreApplication::applicationName()
                                                : ToQt(request.caption.View()));
   AddButtons(box, request.style);
-  return AnswerOf(box.exec(), request.style);
+  // This object is the desktop itself.
+  const QtDesk::InnerLoop loop(static_cast<QtDesk&>(*this));
+  return CarriedFault::CallOut([&] { return AnswerOf(box.exec(), request.style); });
 }
 
 std::unique_ptr<PrintJob> QtServices::AskPrinter(HWND owner, DWORD flags) {

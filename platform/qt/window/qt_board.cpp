@@ -5,6 +5,8 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyle>
+#include <algorithm>
+#include <cstdint>
 
 #include "platform/qt/desktop/qt_desk.h"
 #include "platform/qt/desktop/qt_text.h"
@@ -15,9 +17,12 @@ namespace {
 Qt::WindowFlags FlagsOf(const WindowRequest& request) {
   if ((request.style & WS_CHILD) != 0) return Qt::Widget;
   if (request.kind == WindowKind::Popup) return Qt::ToolTip | Qt::FramelessWindowHint;
-  const bool frame = (request.style & WS_CAPTION) == WS_CAPTION;
   const auto kind = request.kind == WindowKind::Dialog ? Qt::Dialog : Qt::Window;
-  return frame ? Qt::WindowFlags(kind) : kind | Qt::FramelessWindowHint;
+  if ((request.style & WS_CAPTION) != WS_CAPTION) return kind | Qt::FramelessWindowHint;
+  if ((request.style & WS_THICKFRAME) != 0) return kind;
+  // A frame that sizes nothing has no button that would.
+  constexpr auto kFixed = Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
+  return kind | kFixed | ((request.style & WS_SYSMENU) != 0 ? Qt::WindowSystemMenuHint : Qt::Widget);
 }
 
 QWidget* MakeWidget(const WindowRequest& request, QWidget* around) {
@@ -44,6 +49,26 @@ int CodeOf(int action) {
   }
 }
 
+// The widget set reckons in int and needs room for sums: a longer range stands in its bar in steps.
+class WidgetRange {
+ public:
+  explicit WidgetRange(const SCROLLINFO& info) : least_(info.nMin) {
+    constexpr std::int64_t kMost = 1 << 24;
+    for (std::int64_t span = std::int64_t{info.nMax} - info.nMin; span > kMost; span /= 2) ++halvings_;
+  }
+  int ToWidget(int position) const {
+    return static_cast<int>((std::int64_t{position} - least_) >> halvings_);
+  }
+  int FromWidget(int place) const { return static_cast<int>(least_ + (std::int64_t{place} << halvings_)); }
+  int Page(UINT page) const {
+    return static_cast<int>(std::max(std::int64_t{page} >> halvings_, std::int64_t{1}));
+  }
+
+ private:
+  std::int64_t least_;
+  int halvings_ = 0;
+};
+
 }  // namespace
 
 QtBoard::QtBoard(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around)
@@ -62,6 +87,11 @@ int QtBoard::Line() const {
   return framed || (ExStyle() & WS_EX_CLIENTEDGE) != 0 ? 1 : 0;
 }
 
+bool QtBoard::IsFixed() const {
+  const bool top = (Look() & (WS_CHILD | WS_CAPTION)) == WS_CAPTION;
+  return top && (Look() & WS_THICKFRAME) == 0;
+}
+
 QtWindow::Edges QtBoard::Margins() const {
   const int line = Line();
   const int bar = Widget()->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
@@ -76,6 +106,7 @@ void QtBoard::EraseGround(Canvas& canvas, const CRect& part) {
 
 void QtBoard::ShowStyle(DWORD before) {
   constexpr DWORD kBars = WS_VSCROLL | WS_HSCROLL;
+  if (((Look() ^ before) & WS_THICKFRAME) != 0) HoldSize();
   if (((Look() ^ before) & kBars) == 0 || Widget() == nullptr) return;
   if ((Look() & WS_VSCROLL) != 0) ProvideBar(SB_VERT);
   if ((Look() & WS_HSCROLL) != 0) ProvideBar(SB_HORZ);
@@ -115,11 +146,20 @@ void QtBoard::ScrollChanged() {
     QScrollBar* const slot = bars_[bar == SB_VERT ? 1 : 0];
     if (slot == nullptr || slot->isSliderDown()) continue;
     const SCROLLINFO now = Scroll(bar);
-    const int page = static_cast<int>(now.nPage);
-    slot->setRange(now.nMin, Bar(bar).LastPosition());
-    slot->setPageStep(std::max(page, 1));
-    slot->setValue(now.nPos);
+    const WidgetRange range(now);
+    slot->setRange(0, range.ToWidget(Bar(bar).LastPosition()));
+    slot->setPageStep(range.Page(now.nPage));
+    slot->setValue(range.ToWidget(now.nPos));
   }
+}
+
+int QtBoard::HandlePlace(int bar) const {
+  return WidgetRange(Scroll(bar)).FromWidget(bars_[bar == SB_VERT ? 1 : 0]->sliderPosition());
+}
+
+void QtBoard::ResetHandle(int bar) {
+  const SCROLLINFO now = Scroll(bar);
+  bars_[bar == SB_VERT ? 1 : 0]->setSliderPosition(WidgetRange(now).ToWidget(now.nPos));
 }
 
 // The bar only asks: it moves when the window class sets its position. The handle alone follows the mouse.
@@ -131,24 +171,23 @@ void QtBoard::Moved(int bar, int action) {
   const int code = CodeOf(action);
   if (code == SB_THUMBTRACK) {
     dragged_ = slot->isSliderDown();
-    ScrollByUser(bar, SB_THUMBTRACK, slot->sliderPosition());
+    ScrollByUser(bar, SB_THUMBTRACK, HandlePlace(bar));
     if (!dragged_ && Exists()) Released(bar);
     return;
   }
-  slot->setSliderPosition(Scroll(bar).nPos);
+  ResetHandle(bar);
   ScrollByUser(bar, code, 0);
   if (Exists()) ScrollByUser(bar, SB_ENDSCROLL, 0);
-  if (Exists()) slot->setSliderPosition(Scroll(bar).nPos);
+  if (Exists()) ResetHandle(bar);
 }
 
 void QtBoard::Released(int bar) {
   if (!Exists() || Blocked()) return;
   const auto keep = shared_from_this();
   const QtDesk::Event event(Home());
-  QScrollBar* const slot = bars_[bar == SB_VERT ? 1 : 0];
-  ScrollByUser(bar, SB_THUMBPOSITION, slot->sliderPosition());
+  ScrollByUser(bar, SB_THUMBPOSITION, HandlePlace(bar));
   if (Exists()) ScrollByUser(bar, SB_ENDSCROLL, 0);
-  if (Exists()) slot->setSliderPosition(Scroll(bar).nPos);
+  if (Exists()) ResetHandle(bar);
 }
 
 bool QtBoard::TakePaint(QObject* receiver, QPaintEvent& event) {

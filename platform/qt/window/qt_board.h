@@ -13,6 +13,7 @@ class QtBoard : public QtWindow {
 
  protected:
   Edges Margins() const override;
+  bool IsFixed() const override;
   void EraseGround(Canvas& canvas, const CRect& part) override;
   void ScrollChanged() override;
   void ShowStyle(DWORD before) override;
@@ -24,6 +25,9 @@ class QtBoard : public QtWindow {
   void PlaceBars();
   void Moved(int bar, int action);
   void Released(int bar);
+  // Where the user holds the handle, and back to where the window is.
+  int HandlePlace(int bar) const;
+  void ResetHandle(int bar);
 
   std::array<QScrollBar*, 2> bars_ = {};
   bool dragged_ = false;

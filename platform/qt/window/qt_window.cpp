@@ -24,7 +24,7 @@ void QtWindow::VisibleChanged(int how) {
   const bool activates = how != SW_SHOWNA && how != SW_SHOWNOACTIVATE && how != SW_SHOWMINNOACTIVE;
   widget_->setAttribute(Qt::WA_ShowWithoutActivating, !activates || Kind() == WindowKind::Popup);
   widget_->setVisible(how != SW_HIDE);
-  if (how == SW_SHOWMAXIMIZED) widget_->showMaximized();
+  if (how == SW_SHOWMAXIMIZED && !IsFixed()) widget_->showMaximized();
   if (how == SW_SHOWMINIMIZED || how == SW_MINIMIZE) widget_->showMinimized();
   if (how == SW_RESTORE || how == SW_SHOWNORMAL) widget_->setWindowState(Qt::WindowNoState);
 }
@@ -85,7 +85,20 @@ void QtWindow::PutAt(const RECT& place) {
     rect.adjust(inner.left() - frame.left(), inner.top() - frame.top(), inner.right() - frame.right(),
                 inner.bottom() - frame.bottom());
   }
+  if (IsFixed()) {
+    widget_->setMinimumSize(0, 0);
+    widget_->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+  }
   widget_->setGeometry(QRect(rect.topLeft(), rect.size().expandedTo(QSize(0, 0))));
+  HoldSize();
+}
+
+// The window system is told of a fixed size by its limits.
+void QtWindow::HoldSize() {
+  if (widget_ == nullptr || Parent() != nullptr) return;
+  const QSize all(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+  widget_->setMinimumSize(IsFixed() ? widget_->size() : QSize(0, 0));
+  widget_->setMaximumSize(IsFixed() ? widget_->size() : all);
 }
 
 void QtWindow::Place(const RECT& place) {

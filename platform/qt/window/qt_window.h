@@ -73,6 +73,9 @@ class QtWindow : public WindowModel {
   // Between the widget's edges and its client area.
   virtual Edges Margins() const { return {}; }
   virtual bool PaintsSelf() const { return true; }
+  // Whether the user cannot size it.
+  virtual bool IsFixed() const { return false; }
+  void HoldSize();
   virtual void EraseGround(Canvas& /*canvas*/, const CRect& /*part*/) {}
   // The same as the model's, while what the widget reports of it is kept back.
   virtual void ShowStyle(DWORD /*before*/) {}

@@ -2,12 +2,15 @@
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
+#include <QInputMethodEvent>
 #include <QMenu>
 #include <QStyleHints>
 #include <QTimer>
 #include <deque>
 #include <limits>
 
+#include "framework/drawing/geometry.h"
+#include "platform/models/carried_fault.h"
 #include "platform/qt/desktop/qt_desktop.h"
 #include "tests/conformance/behaviour_scene.h"
 #include "tests/conformance/kept_trace.h"
@@ -59,7 +62,7 @@ std::vector<int> KeysTo(const QList<const QMenu*>& columns, UINT command) {
 }
 
 // What has to be done while a menu or a dialog is up is done when Qt would wait for the user.
-class QtDriver : public lorv_test::ConductDriver {
+class QtDriver : public lorv_test::BehaviourDriver {
  public:
   QtDriver(lorv::Desktop& desktop, lorv_test::QtUser& user) : desktop_(desktop), user_(user) {
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &here_,
@@ -70,13 +73,19 @@ class QtDriver : public lorv_test::ConductDriver {
 
   lorv::Desktop& Desktop() override { return desktop_; }
   void Press(int key) override {
-    user_.Key(key, true), Settle();
-    user_.Key(key, false), Settle();
+    // It comes up whatever it brings about.
+    try {
+      Key(key, true);
+    } catch (...) {
+      Key(key, false);
+      throw;
+    }
+    Key(key, false);
   }
   void PressWith(int modifier, int key) override {
-    user_.Key(modifier, true), Settle();
+    Key(modifier, true);
     Press(key);
-    user_.Key(modifier, false), Settle();
+    Key(modifier, false);
   }
   void Type(lorv::TextView text) override {
     for (const TCHAR unit : text) {
@@ -100,6 +109,30 @@ class QtDriver : public lorv_test::ConductDriver {
   }
   void AnswerMenu(UINT command) override { answers_.push_back(command); }
   void WhenModal(std::function<void()> step) override { steps_.push_back(std::move(step)); }
+  void WhenMenu(std::function<void()> step) override { menu_steps_.push_back(std::move(step)); }
+  // The bar at the right edge: the handle stands below the arrow.
+  void DragHandle(HWND window) override {
+    const CRect frame(desktop_.Find(window)->WindowRect());
+    const int bar = desktop_.Metric(SM_CXVSCROLL);
+    const LONG x = frame.right - bar / 2;
+    MoveMouse({x, frame.top + bar + 5});
+    MouseDown();
+    MoveMouse({x, frame.top + bar + 20});
+    MoveMouse({x, frame.CenterPoint().y});
+    MouseUp();
+  }
+  void Compose(const CString& shown) override {
+    QInputMethodEvent event(QString::fromUtf16(shown.GetString()), {});
+    SendToFocus(event);
+  }
+  void Commit(const CString& text) override {
+    QInputMethodEvent event;
+    event.setCommitString(QString::fromUtf16(text.GetString()));
+    SendToFocus(event);
+  }
+  HWND MakeHostEdit(HWND parent, const RECT& place) override {
+    return lorv_test::MakeBareEdit(desktop_, parent, place);
+  }
   void Advance(DWORD milliseconds) override {
     bool over = false;
     QTimer::singleShot(static_cast<int>(milliseconds), Qt::PreciseTimer, &here_, [&over] { over = true; });
@@ -122,16 +155,31 @@ class QtDriver : public lorv_test::ConductDriver {
       do {
         while (desktop_.Pump(false)) {
         }
-      } while (user_.Arrive());
+      } while (lorv::CarriedFault::CallOut([this] { return user_.Arrive(); }));
     });
   }
 
  private:
   // While we wait for what we did ourselves, the next step is not due.
   void Busily(const std::function<void()>& work) {
-    ++busy_;
+    struct Busy {
+      explicit Busy(int& count) : count_(count) { ++count_; }
+      ~Busy() { --count_; }
+      int& count_;
+    };
+    const Busy busy(busy_);
     work();
-    --busy_;
+  }
+
+  // What the user does may come at once, as from a loop of ours.
+  void Key(int key, bool down) {
+    lorv::CarriedFault::CallOut([&] { return user_.Key(key, down), true; });
+    Settle();
+  }
+
+  void SendToFocus(QEvent& event) {
+    QCoreApplication::sendEvent(QApplication::focusWidget(), &event);
+    Settle();
   }
 
   void Waiting() {
@@ -145,10 +193,14 @@ class QtDriver : public lorv_test::ConductDriver {
   }
 
   void Step() {
+    if (desktop_.MenuUp() && !menu_steps_.empty()) return RunNext(menu_steps_);
     if (desktop_.MenuUp()) return Answer();
-    if (steps_.empty()) return;
-    const auto step = std::move(steps_.front());
-    steps_.pop_front();
+    if (!steps_.empty()) RunNext(steps_);
+  }
+
+  static void RunNext(std::deque<std::function<void()>>& steps) {
+    const auto step = std::move(steps.front());
+    steps.pop_front();
     step();
   }
 
@@ -169,6 +221,7 @@ class QtDriver : public lorv_test::ConductDriver {
   int busy_ = 0;
   std::deque<UINT> answers_;
   std::deque<std::function<void()>> steps_;
+  std::deque<std::function<void()>> menu_steps_;
 };
 
 const std::vector<lorv_test::Difference> kDifferences = {
@@ -177,10 +230,10 @@ const std::vector<lorv_test::Difference> kDifferences = {
 
 }  // namespace
 
-TEST(QtConduct, TraceIsTheKeptOneButForTheListedDifferences) {
+TEST(QtBehaviour, TraceIsTheKeptOneButForTheListedDifferences) {
   const auto desktop = lorv::MakeQtDesktop();
   const lorv::ScopedDesktop scope(*desktop);
   const auto user = lorv_test::MakeQtUser();
   QtDriver driver(*desktop, *user);
-  lorv_test::ExpectKeptTrace(lorv_test::PlayConduct(driver), kDifferences);
+  lorv_test::ExpectKeptTrace(lorv_test::PlayBehaviour(driver), kDifferences);
 }

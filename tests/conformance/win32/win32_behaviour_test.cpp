@@ -40,15 +40,20 @@ const std::vector<lorv_test::Difference> kDifferences = {
     {"45 an edit stands inside", {"  choice given up", "  choice leave", "  typed focus", "  inner focus"}},
     {"49 the list follows a press", {"  typed given up", "  typed leave", "  list select", "  0"}},
     {"77 bars take room from the client area", {"  sheet size 73,80", "  narrower"}},
+    // A range of the system's spans 31 bits at the most.
+    {"106 a range of all numbers", {"  page 0"}},
+    // What is to be committed is shown first.
+    {"109 an input method in a window that draws itself",
+     {"  begins", "  shows qiang", "  shows 墙", "  shows ", "  commits 墙", "  char 22681"}},
 };
 
 // The user at real windows. What has to be done while a menu or a dialog is up is done by a timer of the
 // thread.
-class Win32Conduct : public RealWindows {
+class Win32Behaviour : public RealWindows {
  protected:
-  class Driver : public lorv_test::ConductDriver {
+  class Driver : public lorv_test::BehaviourDriver {
    public:
-    explicit Driver(Win32Conduct& test) : test_(test) {
+    explicit Driver(Win32Behaviour& test) : test_(test) {
       now_ = this;
       // Less than two clicks of the script lie apart, so that they are two.
       SetDoubleClickTime(50);
@@ -101,6 +106,40 @@ class Win32Conduct : public RealWindows {
     }
     void AnswerMenu(UINT command) override { answers_.push_back(command); }
     void WhenModal(std::function<void()> step) override { steps_.push_back(std::move(step)); }
+    void WhenMenu(std::function<void()> step) override { menu_steps_.push_back(std::move(step)); }
+    // All at once: the system's own loop follows the handle until the button is up.
+    void DragHandle(HWND window) override {
+      const CRect frame(Desktop().Find(window)->WindowRect());
+      const int bar = Desktop().Metric(SM_CXVSCROLL);
+      const LONG x = frame.right - bar / 2;
+      test_.MoveMouse({x, frame.top + bar + 5});
+      Queue(MOUSEEVENTF_LEFTDOWN, {0, 0});
+      Queue(MOUSEEVENTF_MOVE, {x, frame.top + bar + 20});
+      Queue(MOUSEEVENTF_MOVE, {x, frame.CenterPoint().y});
+      Queue(MOUSEEVENTF_LEFTUP, {0, 0});
+      Settle();
+    }
+    void Compose(const CString& shown) override {
+      const HIMC input = ImmGetContext(GetFocus());
+      const auto bytes = static_cast<DWORD>(shown.GetLength()) * sizeof(wchar_t);
+      ImmSetCompositionStringW(input, SCS_SETSTR, const_cast<wchar_t*>(shown.GetString()),
+                               static_cast<DWORD>(bytes), nullptr, 0);
+      ImmReleaseContext(GetFocus(), input);
+      Settle();
+    }
+    void Commit(const CString& text) override {
+      Compose(text);
+      const HIMC input = ImmGetContext(GetFocus());
+      ImmNotifyIME(input, NI_COMPOSITIONSTR, CPS_COMPLETE, 0);
+      ImmReleaseContext(GetFocus(), input);
+      Settle();
+    }
+    HWND MakeHostEdit(HWND parent, const RECT& place) override {
+      const CRect at(place);
+      return CreateWindowExW(0, L"Edit", L"", WS_CHILD | WS_VISIBLE, at.left, at.top, at.Width(), at.Height(),
+                             parent, reinterpret_cast<HMENU>(static_cast<UINT_PTR>(lorv_test::kExtra)),
+                             nullptr, nullptr);
+    }
     void Advance(DWORD milliseconds) override {
       Quietly([&] { test_.Until([] { return false; }, milliseconds); });
     }
@@ -116,9 +155,24 @@ class Win32Conduct : public RealWindows {
    private:
     // While we wait for what we did ourselves, the next step is not due.
     void Quietly(const std::function<void()>& work) {
-      ++busy_;
+      struct Busy {
+        explicit Busy(int& count) : count_(count) { ++count_; }
+        ~Busy() { --count_; }
+        int& count_;
+      };
+      const Busy busy(busy_);
       work();
-      --busy_;
+    }
+
+    // Places count in 65536ths of the screen; a move by pixels would be made longer the faster it is.
+    static void Queue(DWORD what, POINT at) {
+      const auto place = [](LONG pixel, int size) { return (pixel * 65536 + size - 1) / size; };
+      INPUT input = {};
+      input.type = INPUT_MOUSE;
+      input.mi.dwFlags = what == MOUSEEVENTF_MOVE ? what | MOUSEEVENTF_ABSOLUTE : what;
+      input.mi.dx = place(at.x, GetSystemMetrics(SM_CXSCREEN));
+      input.mi.dy = place(at.y, GetSystemMetrics(SM_CYSCREEN));
+      EXPECT_EQ(SendInput(1, &input, sizeof(input)), 1u);
     }
 
     static void CALLBACK Tick(HWND, UINT, UINT_PTR, DWORD) {
@@ -126,13 +180,13 @@ class Win32Conduct : public RealWindows {
     }
 
     void Step() {
-      if (lorv::DesktopInForce().MenuUp()) {
-        Answer();
-        return;
-      }
-      if (busy_ > 0 || steps_.empty()) return;
-      const auto step = std::move(steps_.front());
-      steps_.pop_front();
+      if (lorv::DesktopInForce().MenuUp()) return menu_steps_.empty() ? Answer() : RunNext(menu_steps_);
+      if (busy_ == 0 && !steps_.empty()) RunNext(steps_);
+    }
+
+    static void RunNext(std::deque<std::function<void()>>& steps) {
+      const auto step = std::move(steps.front());
+      steps.pop_front();
       step();
     }
 
@@ -148,20 +202,21 @@ class Win32Conduct : public RealWindows {
     }
 
     static inline Driver* now_ = nullptr;
-    Win32Conduct& test_;
+    Win32Behaviour& test_;
     UINT_PTR timer_;
     UINT double_click_time_ = GetDoubleClickTime();
     int busy_ = 0;
     std::deque<UINT> answers_;
     std::deque<std::function<void()>> steps_;
+    std::deque<std::function<void()>> menu_steps_;
     std::unique_ptr<OtherProgram> other_;
   };
 };
 
 }  // namespace
 
-TEST_F(Win32Conduct, TraceIsTheKeptOneButForTheListedDifferences) {
+TEST_F(Win32Behaviour, TraceIsTheKeptOneButForTheListedDifferences) {
   top.Peer()->Destroy();
   Driver driver(*this);
-  lorv_test::ExpectKeptTrace(lorv_test::PlayConduct(driver), kDifferences);
+  lorv_test::ExpectKeptTrace(lorv_test::PlayBehaviour(driver), kDifferences);
 }

@@ -35,6 +35,19 @@ TEST(CarriedFault, ComesBackBehindTheCallOut) {
   EXPECT_EQ(lorv::CarriedFault::CallOut([] { return 5; }), 5);
 }
 
+TEST(CarriedFault, ACallInTheMiddleDoesNotGetTheOuterOnesException) {
+  int inner = 0;
+  const auto call = [&] {
+    return lorv::CarriedFault::CallOut([&] {
+      lorv::CarriedFault::Guarded([]() -> bool { throw std::runtime_error("handler"); });
+      inner = lorv::CarriedFault::CallOut([] { return 5; });
+      return true;
+    });
+  };
+  EXPECT_THROW(call(), std::runtime_error);
+  EXPECT_EQ(inner, 5);
+}
+
 TEST(CarriedFault, EndsAtTheEdgeWhereNobodyWaits) {
   EXPECT_FALSE(lorv::CarriedFault::Guarded([]() -> bool { throw std::runtime_error("handler"); }));
   EXPECT_EQ(lorv::CarriedFault::CallOut([] { return 5; }), 5);

@@ -46,6 +46,34 @@ TEST_F(QtProgressTest, IsPicturedWhileItIsOpen) {
   EXPECT_TRUE(pictured->Picture(size).empty());
 }
 
+TEST_F(QtProgressTest, IsAsHighWithItsLinesEmptyAsFull) {
+  const auto dialog = ServicesOfDesktop()->MakeProgress();
+  dialog->Open(kProgressAutoTime);
+  const QSize before = Box()->size();
+  for (const LPCTSTR text : {_T("首层 墙 梁 板 柱"), _T("Abg"), _T("")}) {
+    for (const DWORD line : {1U, 2U}) dialog->SetLine(line, text, false);
+    dialog->SetProgress(3, 10);
+    QApplication::processEvents();
+    EXPECT_EQ(Box()->size(), before);
+  }
+}
+
+TEST_F(QtProgressTest, CancelIsReachedByTab) {
+  const auto dialog = ServicesOfDesktop()->MakeProgress();
+  dialog->Open(0);
+  Box()->activateWindow();
+  Settle();
+  QKeyEvent down(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+  QApplication::sendEvent(Box(), &down);
+  EXPECT_TRUE(Button()->hasFocus());
+  EXPECT_FALSE(dialog->HasUserCancelled());
+  QKeyEvent press(QEvent::KeyPress, Qt::Key_Space, Qt::NoModifier);
+  QKeyEvent release(QEvent::KeyRelease, Qt::Key_Space, Qt::NoModifier);
+  QApplication::sendEvent(Button(), &press);
+  QApplication::sendEvent(Button(), &release);
+  EXPECT_TRUE(dialog->HasUserCancelled());
+}
+
 TEST_F(QtProgressTest, ShowsTitleLineAndPosition) {
   CProgressCom progress(4);
   ASSERT_TRUE(progress.StartProgress(_T("计算工程量")));

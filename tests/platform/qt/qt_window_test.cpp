@@ -1,4 +1,7 @@
 #include <QCloseEvent>
+#include <QImage>
+#include <QInputMethodQueryEvent>
+#include <QPixmap>
 #include <QScrollBar>
 #include <QWheelEvent>
 
@@ -319,6 +322,48 @@ TEST_F(QtWindowTest, BarAsksAndDoesNotMoveByItself) {
   EXPECT_EQ(HIWORD(child.told[0].w), 40);
   EXPECT_EQ(LOWORD(child.told[1].w), SB_THUMBPOSITION);
   EXPECT_EQ(bar->value(), 5);
+}
+
+TEST_F(QtWindowTest, DialogWithoutASizingFrameKeepsTheSizeOfTheProgram) {
+  Witness dialog;
+  WindowRequest request;
+  request.kind = WindowKind::Dialog;
+  request.style = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE;
+  request.place = {150, 150, 350, 250};
+  const HWND window = Make(request, &dialog);
+  const QWidget* const widget = QtWidgetOf(window);
+  EXPECT_EQ(widget->minimumSize(), widget->size());
+  EXPECT_EQ(widget->maximumSize(), widget->size());
+  EXPECT_FALSE(widget->windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
+  const QSize before = widget->size();
+  desktop_->Find(window)->Show(SW_SHOWMAXIMIZED);
+  EXPECT_EQ(widget->size(), before);
+  // The program may size it.
+  desktop_->Find(window)->Place({150, 150, 400, 300});
+  EXPECT_GT(widget->width(), before.width());
+  EXPECT_EQ(widget->maximumSize(), widget->size());
+  desktop_->Find(window)->SetStyle(desktop_->Find(window)->Style() | WS_THICKFRAME);
+  EXPECT_GT(widget->maximumWidth(), 10000);
+}
+
+TEST_F(QtWindowTest, CandidatesStandAtTheCaretOfTheWindowClass) {
+  Witness child;
+  const HWND window = Child(WindowKind::Custom, WS_BORDER, 1, {10, 10, 110, 60}, &child);
+  desktop_->Find(window)->SetCompositionCaret({20, 5, 21, 21});
+  QInputMethodQueryEvent query(Qt::ImCursorRectangle | Qt::ImEnabled);
+  QCoreApplication::sendEvent(QtWidgetOf(window), &query);
+  EXPECT_EQ(query.value(Qt::ImCursorRectangle).toRect(), QRect(21, 6, 1, 16));
+  EXPECT_TRUE(query.value(Qt::ImEnabled).toBool());
+}
+
+TEST_F(QtWindowTest, ButtonWithTheFocusLooksOtherwise) {
+  Child(WindowKind::Button, BS_PUSHBUTTON, 1, {10, 10, 110, 40});
+  const HWND second = Child(WindowKind::Button, BS_PUSHBUTTON, 2, {10, 50, 110, 80});
+  Settle();
+  const QImage before = QtWidgetOf(second)->grab().toImage();
+  desktop_->Find(second)->Focus();
+  Settle();
+  EXPECT_NE(QtWidgetOf(second)->grab().toImage(), before);
 }
 
 TEST_F(QtWindowTest, LeaveIsToldOnceWhenAskedFor) {
