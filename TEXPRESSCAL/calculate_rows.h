@@ -13,7 +13,7 @@ struct ValueColumn {
   const double* values;
 };
 
-// Works a calculator's formula for many rows of values.
+// Evaluates a calculator's formula for many rows of values.
 //
 // For each row the result and the error are those of the calculator itself, to the last bit: every column's
 //   value given to its name in the order of the columns (SetVarValue), the formula set afresh, then
@@ -21,8 +21,8 @@ struct ValueColumn {
 //   changed.
 // Units: one value a row in each column.
 // Edges: no rows do nothing. Of two columns of one name the later counts. A formula whose values cannot be
-//   worked as numbers alone (texts, values inside quotes) is worked row by row as text, and so is a single
-//   row with a value that lies between two thousandths, is huge, or is nearly a third before a power.
+//   evaluated as numbers alone (texts, values inside quotes) is evaluated row by row as text, and so is a
+//   single row with a value that lies between two thousandths, is huge, or is nearly a third before a power.
 // Result: `results` and, unless it is null, `errors` get one entry a row. Nothing here throws but for want of
 //   memory; both are then undefined.
 // All arrays are the caller's; the two results lie apart from all columns. At most `threads` threads work on

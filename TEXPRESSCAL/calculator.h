@@ -4,19 +4,20 @@
 #include <memory>
 #include <vector>
 
-#include "TEXPRESSCAL/compiled/repeated_formula.h"
 #include "TEXPRESSCAL/expression.h"
 #include "TEXPRESSCAL/keyword_set.h"
 #include "TEXPRESSCAL/map_value.h"
-#include "TEXPRESSCAL/values/keyword_memory.h"
-#include "TEXPRESSCAL/values/value_places.h"
 #include "framework/collections/string_array.h"
 
-// Works a formula with named values: holds one formula, the values of its variables, and the names allowed in
-// it.
+namespace lorv {
+class FormulaEngine;
+}
+
+// Evaluates a formula with named values: holds one formula, the values of its variables, and the names
+// allowed in it.
 //
 // Values are written into a working copy of the text as numbers (three decimals, thirds as divisions; see
-// ReplExprWithOneValue), and what is left is parsed and worked by CExpression. So a name may be Chinese as
+// ReplExprWithOneValue), and what is left is parsed and evaluated by CExpression. So a name may be Chinese as
 // long as it has a value; names without one are ASCII letters, digits and "_", and must be among the
 // keywords, where they count 0. A name that is neither stops the work.
 //
@@ -46,11 +47,11 @@ class COMM_LORV_API CAdExpCalculate : public CValidParameter {
 
   void SetExpr(LPCTSTR formula);
   CString GetExpr() const;
-  // The text as worked: after Calculate with the numbers in it. New values take effect after SetExpr only.
+  // The text as evaluated: after Calculate with the numbers in it. New values take effect after SetExpr only.
   CString GetCalcedExpr() const;
 
-  // True when the formula can be worked with every keyword counted as 1000000; else `message` says why not.
-  // The formula is taken as it was set, without values, so a Chinese name is always an error here.
+  // True when the formula can be evaluated with every keyword counted as 1000000; else `message` says why
+  // not. The formula is taken as it was set, without values, so a Chinese name is always an error here.
   bool ValidExp(CString& message) const;
 
   double Calculate(int& error);
@@ -114,9 +115,9 @@ class COMM_LORV_API CAdExpCalculate : public CValidParameter {
   //   "a*0+b" becomes "a+b";  "a-0*3" becomes "a"
   bool OptimizeExpr(CString& text) const;
 
-  // Works each value of a parameter list "name:formula;name:formula" to a number, by this object's variables
-  // and keywords. A formula that fails counts 0, one of more than lorv::kMaxFormulaText units is cut. A piece
-  // that is no name and formula vanishes. Result: false for the empty text only.
+  // Evaluates each value of a parameter list "name:formula;name:formula" to a number, by this object's
+  // variables and keywords. A formula that fails counts 0, one of more than lorv::kMaxFormulaText units is
+  // cut. A piece that is no name and formula vanishes. Result: false for the empty text only.
   //
   //   "a:1+1;b" becomes "a:2"
   bool PrepareParamsValue(CString& parameters) const;
@@ -131,43 +132,20 @@ class COMM_LORV_API CAdExpCalculate : public CValidParameter {
 
   int ValidParameter(LPCTSTR name) const override;
 
-  int SplitExprVars(LPCTSTR text, CStringArray& names) const;
-  int SplitExprVars(LPCTSTR text, std::vector<CStrCmp>& names) const;
-  int SplitExprVarsToArray(LPCTSTR text, CStringArray* array, std::vector<CStrCmp>* vector) const;
   CString GetSplitKeyWord(LPCTSTR text) const;
-  double CalcExpr(LPCTSTR text, int& error) const;
-  double CalcParsed(int parsed, int& error) const;
   bool IsValid(LPTSTR message) const;
   bool MoveConnSymbol(CString& text) const;
-  double WorkParameter(const CString& formula) const;
-  int ParseAfresh(lorv::TextView text) const;
-  int ReplExprWithVal() const;
-  lorv::GrowingEdit& WorkText() const;
   void UseOwnMap();
-  // Kept apart from SetExpr and Calculate, which have little to do for a formula that has a plan.
-  [[gnu::noinline]] void SetOtherText(LPCTSTR formula);
-  [[gnu::noinline]] double CalculateAnything(int& error);
-  double CalculateText(int& error);
-  bool WorkInOnePass(double& value);
   void AddKeyWord(LPCTSTR name, lorv::NameWord word);
   void MakeKeyWord(TDefsetVars& set, LPCTSTR name) const;
 
   mutable TDefsetVars m_KeyWords;
-  mutable lorv::KeywordMemory known_;
-  lorv::GrowingEdit m_szExpr;
-  // Grows where values are longer than their names: nothing is cut here. Read through WorkText() alone: what
-  // has not been asked for is not always written.
-  mutable lorv::GrowingEdit m_szCalcExpr;
-  // kIsFormulaAgain: the formula was set again since it came.
-  enum class WorkTextState { kWritten, kIsFormula, kIsFormulaAgain, kHasPlannedValues, kHasPlaces };
-  mutable WorkTextState work_text_ = WorkTextState::kWritten;
-  lorv::RepeatedFormula repeated_;
-  lorv::ValuePlaces places_;
   CMapValue* m_pMapValue = nullptr;
   bool m_bExternalMap = false;
   bool m_bTooLong = false;
   std::shared_ptr<CMapValue> owner_;  // of m_pMapValue, also when a copy shares it; null: the caller's
-  mutable CExpression expression_;    // made anew for each use, its storage kept
+  // The formula, its working copy and all that speeds evaluation up. It is large and belongs to no interface.
+  std::unique_ptr<lorv::FormulaEngine> engine_;
 
   static std::map<CString, TDefsetVars> m_mapClassIdWithKeyWord;
 };

@@ -14,13 +14,13 @@ class COMM_LORV_API CValue : public CObject {
   virtual double GetValue() const = 0;
 };
 
-// Parses one formula and works it to a double.
+// Parses one formula and evaluates it to a double.
 //
 // The formula: numbers, texts in single quotes, functions, "+ - * / ^", comparisons, " AND ", " OR " (or &&
 // ||),
 //   brackets, bars for the absolute value. All operators join to the left; a sign binds tighter than "^", so
 //   -2^2 is 4; AND and OR bind alike. A comparison is 1 or 0 and may stand wherever a number stands. Names
-//   have no values here: a judge says which may be used, and each counts 1000000.
+//   have no values here: a name resolver says which may be used, and each counts 1000000.
 // Units: positions count 16-bit units of the rewritten text, from 0, in which "<=" is one unit and the blanks
 //   of " AND " are gone.
 // Edges: letter case never matters, inside quotes neither: everything is turned to capitals first. A text
@@ -28,7 +28,7 @@ class COMM_LORV_API CValue : public CObject {
 //   formula deeper than lorv::kMaxNesting brackets fails at the bracket that is too much.
 // Result: see each operation. Nothing here throws but for want of memory.
 // An object belongs to one thread at a time; separate objects are independent, the first one included. The
-// judge and the variables are the caller's and must live as long as they are used.
+// name resolver and the variables are the caller's and must live as long as they are used.
 //
 //   CExpression e;  double v;  e.ChangeExpression(_T("1+2*3"))  gives -1, e.Value(v) 0 with v = 7
 class COMM_LORV_API CExpression : public CObject {
@@ -40,7 +40,7 @@ class COMM_LORV_API CExpression : public CObject {
 
   CExpression();
   explicit CExpression(VariableMap* variables);
-  // Copies own their text and tree. The list of names, the error and the judge are not copied.
+  // Copies own their text and tree. The list of names, the error and the name resolver are not copied.
   CExpression(const CExpression& other);
   CExpression& operator=(const CExpression& other);
   ~CExpression() override;
@@ -50,7 +50,7 @@ class COMM_LORV_API CExpression : public CObject {
   int ChangeExpression(LPCTSTR text);
   int ChangeExpression(lorv::TextView text);
 
-  // Works the formula. The code is 0, 1 (division by zero), 3 (unknown variable), 4 (argument outside the
+  // Evaluates the formula. The code is 0, 1 (division by zero), 3 (unknown variable), 4 (argument outside the
   // domain), 5 (malformed argument list), 10 (missing operand), the last one met, or -1 without a tree.
   // `result` is set in every case: with an error to what came out so far, without a tree to 0.
   int Value(double& result);
@@ -61,7 +61,7 @@ class COMM_LORV_API CExpression : public CObject {
   // Stores the rewritten text, or loads one and parses it as it stands.
   void Serialize(CArchive& archive) override;
 
-  // As if made anew, but for the variables: no tree, no names, no judge. Storage is kept.
+  // As if made anew, but for the variables: no tree, no names, no name resolver. Storage is kept.
   void Clear();
 
   // The names accepted by the last parses in order and with repeats, a comma behind each, however many;
@@ -70,7 +70,7 @@ class COMM_LORV_API CExpression : public CObject {
 
   // The accepted names, each behind a comma (",A,B"), or the refused one alone. A new parse adds to it.
   TCHAR m_szVarList[lorv::kVarListSize];
-  const CValidParameter* m_pValidParameter = nullptr;  // the judge of names; null: no name is known
+  const CValidParameter* m_pValidParameter = nullptr;  // resolves names; null: no name is known
   int m_nError = 0;                                    // of the last Value
   VariableMap* m_pVars = nullptr;                      // variable objects by name; may be null
   LPTSTR m_pszExpr = nullptr;                          // the rewritten text; null before the first

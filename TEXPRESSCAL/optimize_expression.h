@@ -3,7 +3,7 @@
 #include "TEXPRESSCAL/map_value.h"
 #include "framework/collections/string_array.h"
 
-// Shortens a formula's text by its characters alone: folds max, min and iif whose arguments can be worked,
+// Shortens a formula's text by its characters alone: folds max, min and iif whose arguments can be evaluated,
 // and takes out zero terms with the operators they leave behind.
 //
 // It does not know the grammar. Everything is decided by what stands around a token, so a formula may change

@@ -10,9 +10,9 @@ enum class ZeroSign { kKept, kIgnored };
 // A shorter formula that gives the same value, to the last bit, and the same error for any values of its
 // variables.
 //
-// Works on the formula's tree: folds what is constant, takes out zero terms, unit factors and the branches
-// that can never be chosen. Names, brackets and letter case stay as they were typed where nothing is taken
-// out. What is NOT done, because some value would show it: folding over a possible division by zero or
+// Evaluates on the formula's tree: folds what is constant, takes out zero terms, unit factors and the
+// branches that can never be chosen. Names, brackets and letter case stay as they were typed where nothing is
+// taken out. What is NOT done, because some value would show it: folding over a possible division by zero or
 // argument outside a domain; functions whose last bit hangs on the system; moving terms ("a+2+3"); "a+0" as
 // the whole formula, as it makes 0 of -0, unless `zero_sign` is kIgnored. "a*b-0", "2*(a+0)>1" and
 // "(a+b*0)+1" lose their zero. Values are finite numbers put in as text by CAdExpCalculate, or as numbers by

@@ -1,4 +1,5 @@
 #include "TEXPRESSCAL/calculator.h"
+#include "TEXPRESSCAL/calculator/formula_engine.h"
 
 std::map<CString, TDefsetVars> CAdExpCalculate::m_mapClassIdWithKeyWord;
 
@@ -13,7 +14,7 @@ void CAdExpCalculate::MakeKeyWord(TDefsetVars& set, LPCTSTR name) const {
 
 int CAdExpCalculate::SetKeyWord(const CStringArray& names) {
   m_KeyWords.clear();
-  known_.Forget();
+  engine_->known_keywords.Forget();
   m_KeyWords.reserve(static_cast<std::size_t>(names.GetSize()));
   for (int i = 0; i < names.GetSize(); ++i) MakeKeyWord(m_KeyWords, names.GetAt(i));
   return static_cast<int>(m_KeyWords.size());
@@ -37,7 +38,7 @@ int CAdExpCalculate::SetKeyWord(const CString& classId, const CStringArray& firs
   const TDefsetVars* set = GetSetKeyWord(classId, first, second);
   if (set == nullptr) return 0;
   m_KeyWords = *set;
-  known_.Forget();
+  engine_->known_keywords.Forget();
   return static_cast<int>(set->size());
 }
 
@@ -47,7 +48,7 @@ int CAdExpCalculate::AppendKeyWord(const CString& classId, const CStringArray& f
   if (set == nullptr) return 0;
   if (m_KeyWords.empty()) {
     m_KeyWords = *set;
-    known_.Forget();
+    engine_->known_keywords.Forget();
   } else {
     for (const CStrCmp& name : *set) m_KeyWords.AddSorted(name);
   }
@@ -57,44 +58,23 @@ int CAdExpCalculate::AppendKeyWord(const CString& classId, const CStringArray& f
 void CAdExpCalculate::ClearStaticKeyWord() const {
   m_mapClassIdWithKeyWord.clear();
   m_KeyWords.clear();
-  known_.Forget();
+  engine_->known_keywords.Forget();
 }
 
 CString CAdExpCalculate::GetSplitKeyWord(LPCTSTR text) const {
-  return ParseAfresh(text) >= 0 ? CString() : expression_.AcceptedNames();
+  return engine_->Parse(text, *this) >= 0 ? CString() : engine_->Parsed().AcceptedNames();
 }
 
 int CAdExpCalculate::SplitExprVars(CStringArray& names) const {
-  return SplitExprVars(m_szExpr.Text(), names);
+  names.RemoveAll();
+  lorv::ForEachListedName(GetSplitKeyWord(engine_->FormulaText()),
+                          [&names](const CString& name) { names.Add(name); });
+  return static_cast<int>(names.GetSize());
 }
 
 int CAdExpCalculate::SplitExprVars(std::vector<CStrCmp>& names) const {
-  return SplitExprVars(m_szExpr.Text(), names);
-}
-
-int CAdExpCalculate::SplitExprVars(LPCTSTR text, CStringArray& names) const {
-  names.RemoveAll();
-  return SplitExprVarsToArray(text, &names, nullptr);
-}
-
-int CAdExpCalculate::SplitExprVars(LPCTSTR text, std::vector<CStrCmp>& names) const {
   names.clear();
-  return SplitExprVarsToArray(text, nullptr, &names);
-}
-
-int CAdExpCalculate::SplitExprVarsToArray(LPCTSTR text, CStringArray* array,
-                                          std::vector<CStrCmp>* vector) const {
-  const CString list = GetSplitKeyWord(text);
-  int start = 0;
-  for (int comma = list.Find(',', 1); comma >= 0; comma = list.Find(',', start + 1)) {
-    const CString name = list.Mid(start, comma - start);
-    start = comma + 1;
-    if (array != nullptr) {
-      array->Add(name);
-    } else if (vector != nullptr) {
-      vector->emplace_back(name);
-    }
-  }
-  if (array != nullptr) return static_cast<int>(array->GetSize());
-  return vector == nullptr ? 0 : static_cast<int>(vector->size());
+  lorv::ForEachListedName(GetSplitKeyWord(engine_->FormulaText()),
+                          [&names](const CString& name) { names.emplace_back(name); });
+  return static_cast<int>(names.size());
 }

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "TEXPRESSCAL/calculator.h"
+#include "TEXPRESSCAL/calculator/formula_engine.h"
 #include "TEXPRESSCAL/text_rewriting.h"
 #include "TEXPRESSCAL/values/value_pairs.h"
 #include "framework/text/char_class.h"
@@ -131,24 +132,15 @@ bool CAdExpCalculate::MoveConnSymbol(CString& text) const {
   return true;
 }
 
-// The value of one parameter's formula, 0 if it fails. The working copy of this object is only lent for it.
-double CAdExpCalculate::WorkParameter(const CString& formula) const {
-  lorv::GrowingEdit& work = WorkText();
-  const lorv::GrowingEdit kept = work;
-  const TextView text = formula.View().substr(0, lorv::kMaxFormulaText);
-  std::transform(text.begin(), text.end(), work.Overwrite(text.size()), lorv::ToUpper);
-  int error = 0;
-  const double value = CalcParsed(ReplExprWithVal(), error);
-  work = kept;
-  return error == 0 ? value : 0.0;
-}
-
 bool CAdExpCalculate::PrepareParamsValue(CString& parameters) const {
   if (parameters.IsEmpty()) return false;
-  CString worked;
+  CString prepared;
+  const auto value_of = [this](const CString& formula) {
+    return engine_->CalculateAside(formula.View().substr(0, lorv::kMaxFormulaText), *m_pMapValue, *this);
+  };
   lorv::ForEachPair(parameters, [&](const CString& name, const CString& formula) {
-    worked += name + _T(":") + lorv::MapNumberText(WorkParameter(formula)) + _T(";");
+    prepared += name + _T(":") + lorv::MapNumberText(value_of(formula)) + _T(";");
   });
-  parameters = worked.TrimRight(TCHAR{';'});
+  parameters = prepared.TrimRight(TCHAR{';'});
   return true;
 }

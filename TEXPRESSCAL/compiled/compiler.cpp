@@ -4,12 +4,14 @@
 #include <bit>
 #include <map>
 
+#include "TEXPRESSCAL/language/operators.h"
+
 namespace lorv {
 
 // Walks a tree once and writes the steps. Recursion is bounded by the length of a formula.
-class ProgramMaker {
+class Compiler {
  public:
-  ProgramMaker(FormulaProgram& program, const FormulaProgram::SlotOf& slot_of)
+  Compiler(FormulaProgram& program, const FormulaProgram::SlotOf& slot_of)
       : program_(program), slot_of_(slot_of) {}
 
   bool Make(const ExprNode* root) {
@@ -23,24 +25,6 @@ class ProgramMaker {
   }
 
  private:
-  static bool IsComparison(unsigned short kind) {
-    return kind == kLess || kind == kGreater || (kind >= kGreaterEqual && kind <= kEqual);
-  }
-  static bool IsOperator(unsigned short kind) {
-    switch (kind) {
-      case kAdd:
-      case kSubtract:
-      case kMultiply:
-      case kDivide:
-      case kPower:
-      case kAnd:
-      case kOr:
-        return true;
-      default:
-        return IsComparison(kind);
-    }
-  }
-
   void Collect(const ExprNode* node);
   void CollectArguments(const ExprNode* call);
   void Fold(const ExprNode* node);
@@ -82,7 +66,7 @@ class ProgramMaker {
   bool good_ = true;
 };
 
-void ProgramMaker::Put(StepKind kind, std::size_t cell, std::size_t other, unsigned rule) {
+void Compiler::Put(StepKind kind, std::size_t cell, std::size_t other, unsigned rule) {
   const auto narrow = [](std::size_t number) { return static_cast<std::uint16_t>(number); };
   Step step{kind, static_cast<std::uint8_t>(rule), narrow(cell), narrow(other),
             MayLoad(kind) ? Step::kNoLoad : std::uint16_t{0}};
@@ -95,19 +79,19 @@ void ProgramMaker::Put(StepKind kind, std::size_t cell, std::size_t other, unsig
   steps.push_back(step);
 }
 
-void ProgramMaker::AddConstant(const ExprNode* node, double value) {
+void Compiler::AddConstant(const ExprNode* node, double value) {
   constant_nodes_[node] = value;
   if (constants_.try_emplace(std::bit_cast<std::uint64_t>(value), program_.cells_.size()).second)
     program_.cells_.push_back(value);
 }
 
-const double* ProgramMaker::ConstantAt(const ExprNode* node) const {
+const double* Compiler::ConstantAt(const ExprNode* node) const {
   const auto at = constant_nodes_.find(node);
   return at == constant_nodes_.end() ? nullptr : &at->second;
 }
 
-// Works what does not depend on any variable, where that cannot fail.
-void ProgramMaker::Fold(const ExprNode* node) {
+// Evaluates what does not depend on any variable, where that cannot fail.
+void Compiler::Fold(const ExprNode* node) {
   const double* const right = ConstantAt(node->right);
   if (node->kind == kNegate && right != nullptr) AddConstant(node, -*right);
   const double* const left = node->left == nullptr ? nullptr : ConstantAt(node->left);
@@ -128,19 +112,19 @@ void ProgramMaker::Fold(const ExprNode* node) {
 }
 
 // Gathers the constants, and finds out whether the tree is one of numbers with every operand in its place.
-void ProgramMaker::Collect(const ExprNode* node) {
+void Compiler::Collect(const ExprNode* node) {
   if (node == nullptr || program_.cells_.size() >= FormulaProgram::kMaxCells) {
     good_ = false;
     return;
   }
-  if (IsOperator(node->kind)) {
+  if (UsesLeftOperand(node->kind)) {
     Collect(node->left);
     Collect(node->right);
     Fold(node);
   } else if (node->kind == kNumber) {
     if (slot_of_(node) < 0) AddConstant(node, node->value);
   } else if (node->kind == kLen) {
-    AddConstant(node, 0);  // the length of any text, and the argument is not worked
+    AddConstant(node, 0);  // the length of any text, and the argument is not evaluated
   } else if (node->kind == kNegate || node->kind == kNot) {
     Collect(node->right);
     if (node->kind == kNegate) Fold(node);
@@ -153,7 +137,7 @@ void ProgramMaker::Collect(const ExprNode* node) {
   }
 }
 
-void ProgramMaker::CollectArguments(const ExprNode* call) {
+void Compiler::CollectArguments(const ExprNode* call) {
   Collect(call->left);
   // Other functions take any number of arguments and use the first alone.
   if (call->kind != kMax && call->kind != kMin && call->kind != kIif) return;
@@ -165,31 +149,31 @@ void ProgramMaker::CollectArguments(const ExprNode* call) {
   if (call->kind == kIif && count != 3) good_ = false;
 }
 
-std::size_t ProgramMaker::CellOf(const ExprNode* leaf) const {
+std::size_t Compiler::CellOf(const ExprNode* leaf) const {
   if (const double* const value = ConstantAt(leaf))
     return constants_.at(std::bit_cast<std::uint64_t>(*value));
   return static_cast<std::size_t>(slot_of_(leaf));
 }
 
-// Whether working a tree can write an error.
-bool ProgramMaker::MayFail(const ExprNode* node) const {
+// Whether evaluating a tree can write an error.
+bool Compiler::MayFail(const ExprNode* node) const {
   if (node == nullptr || IsLeaf(node)) return false;
   if (node->kind == kDivide || node->kind == kSqrt || node->kind == kLog) return true;
   return MayFail(node->left) || MayFail(node->right);
 }
 
-void ProgramMaker::Write(const ExprNode* node) {
+void Compiler::Write(const ExprNode* node) {
   if (!good_) return;
   if (IsLeaf(node)) {
     Put(StepKind::kLoad, CellOf(node));
-  } else if (IsOperator(node->kind)) {
+  } else if (UsesLeftOperand(node->kind)) {
     WriteOperator(node);
   } else {
     WriteCall(node);
   }
 }
 
-void ProgramMaker::WriteOperator(const ExprNode* node) {
+void Compiler::WriteOperator(const ExprNode* node) {
   switch (node->kind) {
     case kAdd:
     case kSubtract:
@@ -217,9 +201,10 @@ void ProgramMaker::WriteOperator(const ExprNode* node) {
   WriteBoth(node, with_right, with_left);
 }
 
-// Two operands that are worked from left to right. A leaf never fails and never changes, so it can wait in
-// its own cell for the other one; `with_left` joins a left operand in a cell with the right one in hand.
-void ProgramMaker::WriteBoth(const ExprNode* node, StepKind with_right, StepKind with_left) {
+// Two operands that are evaluated from left to right. A leaf never fails and never changes, so it can wait in
+// its own cell for the other one; `with_left` joins a left operand in a cell with the right one in the
+// accumulator.
+void Compiler::WriteBoth(const ExprNode* node, StepKind with_right, StepKind with_left) {
   if (IsLeaf(node->right)) {
     Write(node->left);
     Put(with_right, CellOf(node->right));
@@ -238,7 +223,7 @@ void ProgramMaker::WriteBoth(const ExprNode* node, StepKind with_right, StepKind
   CloseCell();
 }
 
-void ProgramMaker::WriteSum(const ExprNode* node) {
+void Compiler::WriteSum(const ExprNode* node) {
   const bool adds = node->kind == kAdd;
   const ExprNode* right = node->right;
   if (right->kind == kMultiply && !IsLeaf(right) && IsLeaf(right->left) && IsLeaf(right->right)) {
@@ -250,8 +235,8 @@ void ProgramMaker::WriteSum(const ExprNode* node) {
             adds ? StepKind::kAdd : StepKind::kSubtractFrom);
 }
 
-// The right operand is worked first, and a divisor of 0 is told before what the dividend may tell.
-void ProgramMaker::WriteQuotient(const ExprNode* node) {
+// The right operand is evaluated first, and a divisor of 0 is told before what the dividend may tell.
+void Compiler::WriteQuotient(const ExprNode* node) {
   const bool told_before = node->kind == kDivide && MayFail(node->left);
   const StepKind join = node->kind == kPower ? StepKind::kPower
                         : told_before        ? StepKind::kDivideSilently
@@ -272,8 +257,8 @@ void ProgramMaker::WriteQuotient(const ExprNode* node) {
   CloseCell();
 }
 
-// The right side is worked only where the left one does not decide.
-void ProgramMaker::WriteJoin(const ExprNode* node) {
+// The right side is evaluated only where the left one does not decide.
+void Compiler::WriteJoin(const ExprNode* node) {
   Write(node->left);
   const std::size_t saved = OpenCell();
   const std::size_t begin = program_.steps_.size();
@@ -284,7 +269,7 @@ void ProgramMaker::WriteJoin(const ExprNode* node) {
   CloseCell();
 }
 
-void ProgramMaker::WriteExtreme(const ExprNode* call) {
+void Compiler::WriteExtreme(const ExprNode* call) {
   const StepKind last = call->kind == kMax ? StepKind::kLarger : StepKind::kSmaller;
   const StepKind first = call->kind == kMax ? StepKind::kLargerFirst : StepKind::kSmallerFirst;
   const ExprNode* link = call->right;
@@ -305,7 +290,7 @@ void ProgramMaker::WriteExtreme(const ExprNode* call) {
   }
 }
 
-void ProgramMaker::WriteChoice(const ExprNode* call) {
+void Compiler::WriteChoice(const ExprNode* call) {
   Write(call->left);
   const std::size_t test = OpenCell();
   const std::size_t begin = program_.steps_.size();
@@ -322,7 +307,7 @@ void ProgramMaker::WriteChoice(const ExprNode* call) {
   CloseCell();
 }
 
-void ProgramMaker::WriteCall(const ExprNode* node) {
+void Compiler::WriteCall(const ExprNode* node) {
   switch (node->kind) {
     case kMax:
     case kMin:
@@ -359,9 +344,9 @@ bool FormulaProgram::Make(const ExprNode* root, std::size_t slots, const SlotOf&
   slots_ = slots;
   steps_.clear();
   cells_.assign(slots, 0.0);
-  ProgramMaker maker(*this, slot_of);
+  Compiler maker(*this, slot_of);
   if (slots > kMaxCells || !maker.Make(root)) return false;
-  quick_steps_ = QuickStepsOf(steps_);
+  fused_steps_ = FuseSteps(steps_);
   return true;
 }
 

@@ -4,15 +4,15 @@
 #include <functional>
 #include <vector>
 
-#include "TEXPRESSCAL/compiled/quick_steps.h"
+#include "TEXPRESSCAL/compiled/fused_steps.h"
 #include "TEXPRESSCAL/language/expression_node.h"
 #include "TEXPRESSCAL/simd/formula_step.h"
 #include "framework/collections/aligned_row.h"
 
-// A formula whose variables stay variables, made from a parsed tree to be worked many times: a row of steps
-// over one number in hand and numbered cells. The value and the error are those of working the tree itself,
-// to the last bit: each step applies the tree's own rule, and the steps stand in the order in which the tree
-// is worked, since the last error written is the one that counts.
+// A formula whose variables stay variables, made from a parsed tree to be evaluated many times: a row of
+// steps over one number in the accumulator and numbered cells. The value and the error are those of
+// evaluating the tree itself, to the last bit: each step applies the tree's own rule, and the steps stand in
+// the order in which the tree is evaluated, since the last error written is the one that counts.
 namespace lorv {
 
 class FormulaProgram {
@@ -28,10 +28,10 @@ class FormulaProgram {
   // kMaxCells.
   bool Make(const ExprNode* root, std::size_t slots, const SlotOf& slot_of);
 
-  // Works the program on the variables' numbers, which stand in the first cells.
-  double Work(int& error) {
+  // Evaluates the program on the variables' numbers, which stand in the first cells.
+  double Evaluate(int& error) {
     error = 0;
-    return quick_steps_.front().run(quick_steps_.data(), 0, cells_.data(), &error);
+    return fused_steps_.front().run(fused_steps_.data(), 0, cells_.data(), &error);
   }
 
   double* Slots() { return cells_.data(); }
@@ -44,10 +44,10 @@ class FormulaProgram {
   std::size_t SavedNumbers() const { return cells_.size() - constant_end_; }
 
  private:
-  friend class ProgramMaker;
+  friend class Compiler;
 
   std::vector<Step> steps_;
-  std::vector<QuickStep> quick_steps_;
+  std::vector<FusedStep> fused_steps_;
   AlignedRow<double> cells_;
   std::size_t slots_ = 0;
   std::size_t constant_end_ = 0;

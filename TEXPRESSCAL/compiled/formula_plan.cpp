@@ -14,7 +14,7 @@ namespace {
 
 // What stands for every value while a plan is made: its text is longer than any name, so that no hit is
 // missed behind it, and it has digits at both ends, as the text of every value that fits.
-constexpr double kStandIn = 1e20;
+constexpr double kPlaceholder = 1e20;
 // In the search for gaps: farther than any name reaches.
 constexpr std::size_t kNoGap = 1000;
 // The length of the text of a third.
@@ -26,16 +26,16 @@ bool IsPlainName(TextView name) {
   return std::all_of(name.begin(), name.end(), [](TCHAR c) { return IsNameChar(c) || c >= 0x80; });
 }
 
-// Puts stand-ins in place of every name, and for each tells how long the text of a value must be at least for
-// the same hits to be found; false if a plan cannot be made for these names.
-bool PutStandIns(SlotEdit& edit, const CMapValue& values, std::vector<std::size_t>& least_texts) {
+// Puts placeholders in place of every name, and for each tells how long the text of a value must be at least
+// for the same hits to be found; false if a plan cannot be made for these names.
+bool PutPlaceholders(PlaceholderEdit& edit, const CMapValue& values, std::vector<std::size_t>& least_texts) {
   for (const auto& [key, value] : values) {
     const TextView name(static_cast<LPCTSTR>(key));
     least_texts.push_back(0);
     if (name.empty()) continue;
     if (!IsPlainName(name)) return false;
     edit.BeginName(least_texts.size() - 1);
-    SubstituteValue(edit, name, kStandIn);
+    SubstituteValue(edit, name, kPlaceholder);
     const std::size_t gap = edit.LeastGap(name, kNoGap);
     if (gap < name.size()) least_texts.back() = name.size() - gap;
   }
@@ -50,9 +50,9 @@ bool FormulaPlan::Make(TextView formula, const CMapValue& values, Thirds thirds)
   slots_.clear();
   close_slots_.clear();
   places_.clear();
-  SlotEdit edit(formula);
+  PlaceholderEdit edit(formula);
   std::vector<std::size_t> least_texts;
-  if (IsPlainNumber(formula) || !PutStandIns(edit, values, least_texts)) return false;
+  if (IsPlainNumber(formula) || !PutPlaceholders(edit, values, least_texts)) return false;
   RewriteOperators(edit);
   if (edit.CopiesText()) return false;
 
@@ -77,7 +77,7 @@ bool FormulaPlan::MakeProgram(const PlanReader& reader) {
 
 void FormulaPlan::MakeSlots(const PlanReader& reader, const std::vector<std::size_t>& least_texts) {
   std::map<std::size_t, Slot> by_name;
-  for (const SlotEdit::Place& place : reader.Places()) {
+  for (const PlaceholderEdit::Place& place : reader.Places()) {
     Slot& slot =
         by_name.try_emplace(place.name, Slot{place.name, least_texts[place.name], true, true}).first->second;
     slot.takes_negative = slot.takes_negative && reader.TakesNegative(place);

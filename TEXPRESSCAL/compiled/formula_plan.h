@@ -12,12 +12,12 @@ namespace lorv {
 
 class PlanReader;
 
-// How to work one formula again and again with other values of the same names, without writing the values
+// How to evaluate one formula again and again with other values of the same names, without writing the values
 // into the text and parsing it: the outcome is bit for bit what that gives.
 //
 // Not every formula has a plan, and not every value fits one: where a value can change what the text means
 // (inside quotes, beside digits, as a third, too short for its name's next hit to be found) the text has to
-// be worked. A plan is refused unless all of that is excluded.
+// be evaluated. A plan is refused unless all of that is excluded.
 class FormulaPlan {
  public:
   FormulaPlan() = default;
@@ -33,19 +33,20 @@ class FormulaPlan {
   };
 
   // Makes the plan of a formula in capitals for the names of `values`; false if it has none. A third stands
-  // in the text as a division: with kFit every value is worked as a number and a divisor, which costs time,
-  // and is refused where that is not what both kinds of text mean ("A^2").
+  // in the text as a division: with kFit every value is evaluated as a number and a divisor, which costs
+  // time, and is refused where that is not what both kinds of text mean ("A^2").
   enum class Thirds { kDoNotFit, kFit };
   bool Make(TextView formula, const CMapValue& values, Thirds thirds = Thirds::kDoNotFit);
 
-  // Works the plan on the values of the same names. False, with nothing changed, where a value does not fit.
-  bool Work(const CMapValue& values, double& result, int& error) {
+  // Evaluates the plan on the values of the same names. False, with nothing changed, where a value does not
+  // fit.
+  bool Evaluate(const CMapValue& values, double& result, int& error) {
     if (!Read(reinterpret_cast<const char*>(values.Entries()))) return false;
-    result = program_.Work(error);
+    result = program_.Evaluate(error);
     return true;
   }
 
-  // Whether a value fits a slot; `reading` is then the number to work with.
+  // Whether a value fits a slot; `reading` is then the number to calculate with.
   static bool Fits(const Slot& slot, double value, double& reading) {
     return ReadsPlainly(value, reading) && (IsFree(slot) || FitsClosely(slot, value));
   }
@@ -55,12 +56,12 @@ class FormulaPlan {
   // Whether a value fits a slot that is not free, if its number does.
   static bool FitsClosely(const Slot& slot, double value);
 
-  // Of a plan that takes thirds: whether a value fits, and then the number and the divisor to work with.
+  // Of a plan that takes thirds: whether a value fits, and then the number and the divisor to calculate with.
   static bool Reads(const Slot& slot, double value, double& number, double& divisor);
 
   // In the order of the names.
   const std::vector<Slot>& Slots() const { return slots_; }
-  // The values that the last Work was asked for, in the order of the slots.
+  // The values that the last Evaluate was asked for, in the order of the slots.
   const double* Values() const { return values_.data(); }
   // Its first cells are those of the slots' numbers. The slots' divisors begin at FirstDivisor.
   const FormulaProgram& Program() const { return program_; }

@@ -11,7 +11,7 @@ constexpr TCHAR kFirstBeyondAscii = 0x80;
 
 }  // namespace
 
-void SlotEdit::TakeValue(std::size_t at, TextView fresh) {
+void PlaceholderEdit::TakeValue(std::size_t at, TextView fresh) {
   const std::size_t end = at + fresh.size();
   const bool is_behind_digit = fresh.front() == '*';
   if (is_behind_digit) ++at;
@@ -21,7 +21,7 @@ void SlotEdit::TakeValue(std::size_t at, TextView fresh) {
   taken_.push_back({name_, is_behind_digit});
 }
 
-std::vector<SlotEdit::Place> SlotEdit::Places() const {
+std::vector<PlaceholderEdit::Place> PlaceholderEdit::Places() const {
   std::vector<Place> places;
   for (std::size_t at = 0; at < places_.size(); ++at) {
     if (places_[at] == kNoPlace) continue;
@@ -34,7 +34,7 @@ std::vector<SlotEdit::Place> SlotEdit::Places() const {
   return places;
 }
 
-std::size_t SlotEdit::LeastGap(TextView name, std::size_t none) const {
+std::size_t PlaceholderEdit::LeastGap(TextView name, std::size_t none) const {
   const std::vector<Place> places = Places();
   std::size_t least = none;
   for (auto place = places.begin(); place != places.end(); ++place) {

@@ -9,7 +9,7 @@ namespace lorv {
 
 // A text in which values stand for names, and that knows of each unit which value it belongs to: what a plan
 // is read off. Edited like the other texts (text_edit.h).
-class SlotEdit {
+class PlaceholderEdit {
  public:
   static constexpr int kNoPlace = -1;
 
@@ -24,7 +24,7 @@ class SlotEdit {
     std::size_t Hit() const { return is_behind_digit ? start - 1 : start; }
   };
 
-  explicit SlotEdit(TextView text) : text_(text), places_(text.size(), kNoPlace) {}
+  explicit PlaceholderEdit(TextView text) : text_(text), places_(text.size(), kNoPlace) {}
 
   LPCTSTR Text() const { return text_.c_str(); }
   LPTSTR Writable() { return text_.data(); }

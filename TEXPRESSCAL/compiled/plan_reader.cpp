@@ -24,15 +24,15 @@ class NoNames final : public CValidParameter {
 }  // namespace
 
 bool PlanReader::Read() {
-  for (const SlotEdit::Place& place : places_) {
+  for (const PlaceholderEdit::Place& place : places_) {
     if (place.start > 0 && IsPartOfNumber(text_[place.start - 1])) return false;
     if (place.end < text_.size() && IsPartOfNumber(text_[place.end])) return false;
     starts_[place.start] = place.name;
   }
   TCHAR refused[kVarListSize] = {};
   NameList names(refused);
-  const NoNames judge;
-  Parser parser(text_.data(), *pool_, &judge, names);
+  const NoNames no_names;
+  Parser parser(text_.data(), *pool_, &no_names, names);
   root_ = parser.Parse();
   if (root_ == nullptr) return false;
   Walk();
@@ -43,7 +43,7 @@ PlanReader PlanReader::WithDivisors() const {
   PlanReader divided(text_, places_);
   std::size_t shift = 0;
   for (std::size_t i = 0; i < places_.size(); ++i) {
-    SlotEdit::Place& place = divided.places_[i];
+    PlaceholderEdit::Place& place = divided.places_[i];
     place.start += shift;
     place.end += shift;
     if (!TakesDivisor(places_[i])) continue;
@@ -54,12 +54,12 @@ PlanReader PlanReader::WithDivisors() const {
   return divided;
 }
 
-bool PlanReader::TakesDivisor(const SlotEdit::Place& place) const {
+bool PlanReader::TakesDivisor(const PlaceholderEdit::Place& place) const {
   const std::size_t next = text_.find_first_not_of(' ', place.end);
   return next == TextView::npos || text_[next] != kPower;
 }
 
-bool PlanReader::TakesNegative(const SlotEdit::Place& place) const {
+bool PlanReader::TakesNegative(const PlaceholderEdit::Place& place) const {
   std::size_t at = place.start;
   while (at > 0 && text_[at - 1] == ' ') --at;
   return at == 0 || text_[at - 1] != '+' || sums_.contains(at - 1);

@@ -11,26 +11,27 @@
 
 namespace lorv {
 
-// Parses a text with stand-ins for values, and tells which number of the tree is which value's.
+// Parses a text with placeholders for values, and tells which number of the tree is which value's.
 class PlanReader {
  public:
-  PlanReader(TextView text, std::vector<SlotEdit::Place> places) : text_(text), places_(std::move(places)) {}
+  PlanReader(TextView text, std::vector<PlaceholderEdit::Place> places)
+      : text_(text), places_(std::move(places)) {}
 
   // True when the text is a formula and every value is a number of its own in it.
   bool Read();
   // The text with a divisor behind each value, as it is written for thirds, but where a power follows: that
   // would take the divisor for its base.
   PlanReader WithDivisors() const;
-  bool TakesDivisor(const SlotEdit::Place& place) const;
+  bool TakesDivisor(const PlaceholderEdit::Place& place) const;
 
   const ExprNode* Root() const { return root_; }
-  const std::vector<SlotEdit::Place>& Places() const { return places_; }
+  const std::vector<PlaceholderEdit::Place>& Places() const { return places_; }
   // The name that a number leaf, or a divisor, stands for; null for any other.
   const std::size_t* NameOf(const ExprNode* leaf) const { return In(starts_, leaf); }
   const std::size_t* DivisorOf(const ExprNode* leaf) const { return In(divisors_, leaf); }
 
   // A sign that was typed as "+" before a value takes no "-" behind it.
-  bool TakesNegative(const SlotEdit::Place& place) const;
+  bool TakesNegative(const PlaceholderEdit::Place& place) const;
   // Whether the tree with divisors is this one but for the divisions by them: what divides by 1 then gives
   // just what the plain one gives.
   bool IsSameBut(const PlanReader& divided) const { return SameBut(root_, divided, divided.root_); }
@@ -46,7 +47,7 @@ class PlanReader {
   void Walk();
 
   std::basic_string<TCHAR> text_;
-  std::vector<SlotEdit::Place> places_;
+  std::vector<PlaceholderEdit::Place> places_;
   std::unique_ptr<NodePool> pool_ = std::make_unique<NodePool>();
   const ExprNode* root_ = nullptr;
   NamesByPlace starts_;

@@ -6,6 +6,7 @@
 
 namespace lorv {
 
+// Layouts differ between maps of the same names when these were stored at different times; the names decide.
 bool RepeatedFormula::CompareNames(const CMapValue& values) {
   const auto same = [](const CStrCmp& name, const CMapValue::value_type& entry) {
     return CompareExact(static_cast<LPCTSTR>(name), static_cast<LPCTSTR>(entry.first)) == 0;
@@ -15,37 +16,38 @@ bool RepeatedFormula::CompareNames(const CMapValue& values) {
   return true;
 }
 
+// The values are those of plan_ in every case: it reads them even where one does not fit and thirds_plan_
+// takes over.
 void RepeatedFormula::WriteValues(GrowingEdit& text) const {
   const double* value = plan_.Values();
   for (const FormulaPlan::Slot& slot : plan_.Slots())
     SubstituteValue(text, static_cast<LPCTSTR>(names_[slot.entry]), *value++);
 }
 
-bool RepeatedFormula::Work(TextView formula, const CMapValue& values, double& result, int& error) {
-  if (!planned_ || !HasSameNames(values)) return false;
+bool RepeatedFormula::Evaluate(TextView formula, const CMapValue& values, double& result, int& error) {
+  if (stage_ < Stage::kPlanned || !HasSameNames(values)) return false;
   planned_layout_ = layout_;
-  return plan_.Work(values, result, error) || WorkThirds(formula, values, result, error);
+  return plan_.Evaluate(values, result, error) || EvaluateThirds(formula, values, result, error);
 }
 
-bool RepeatedFormula::WorkThirds(TextView formula, const CMapValue& values, double& result, int& error) {
-  if (thirds_state_ == ThirdsPlan::kNotTried) {
+bool RepeatedFormula::EvaluateThirds(TextView formula, const CMapValue& values, double& result, int& error) {
+  if (stage_ == Stage::kPlanned) {
     const bool made = thirds_plan_.Make(formula, values, FormulaPlan::Thirds::kFit);
-    thirds_state_ = made ? ThirdsPlan::kMade : ThirdsPlan::kNone;
+    stage_ = made ? Stage::kPlannedThirds : Stage::kPlannedNoThirds;
   }
-  return thirds_state_ == ThirdsPlan::kMade && thirds_plan_.Work(values, result, error);
+  return stage_ == Stage::kPlannedThirds && thirds_plan_.Evaluate(values, result, error);
 }
 
-void RepeatedFormula::Note(TextView formula, const CMapValue& values) {
-  if (seen_ && HasSameNames(values)) {
-    // Tried before: there is no plan, or one of the values did not fit it.
-    if (!tried_) planned_ = plan_.Make(formula, values);
-    tried_ = true;
-    return;
-  }
-  seen_ = true;
-  tried_ = planned_ = false;
+void RepeatedFormula::Observe(TextView formula, const CMapValue& values) {
+  if (stage_ < Stage::kObserved || !HasSameNames(values)) return RememberNames(values);
+  // Later stages stay: there is no plan, or one of the values did not fit it.
+  if (stage_ == Stage::kObserved)
+    stage_ = plan_.Make(formula, values) ? Stage::kPlanned : Stage::kUnplannable;
+}
+
+void RepeatedFormula::RememberNames(const CMapValue& values) {
+  stage_ = Stage::kObserved;
   planned_layout_ = kNoLayout;
-  thirds_state_ = ThirdsPlan::kNotTried;
   names_.clear();
   for (const auto& [name, value] : values) names_.push_back(name);
   layout_ = values.Layout();

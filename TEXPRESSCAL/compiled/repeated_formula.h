@@ -10,57 +10,79 @@
 
 namespace lorv {
 
-// Notices that one formula is worked again and again with values of the same names, and then works it by a
-// plan. A formula that comes once costs nothing here, one that comes twice in a row is planned.
+// Notices that one formula is evaluated again and again with values of the same names, and then evaluates it
+// by a plan. A formula that comes once costs nothing here; the third evaluation makes the plan, the fourth
+// one uses it.
+//
+//   kSetOnce     --- SetAgain() --------------------------------> kSetAgain
+//   kSetAgain    --- Observe() ---------------------------------> kObserved
+//   kObserved    --- Observe(), same names ---------------------> kPlanned or kUnplannable
+//   kPlanned     --- Evaluate(), a third among the values ------> kPlannedThirds or kPlannedNoThirds
+//   any but kSetOnce --- Observe(), other names ----------------> kObserved
+//   any          --- Forget() ----------------------------------> kSetOnce
 class RepeatedFormula {
  public:
   // Another formula has been set.
   void Forget() {
-    seen_ = tried_ = planned_ = false;
+    stage_ = Stage::kSetOnce;
     planned_layout_ = kNoLayout;
-    thirds_state_ = ThirdsPlan::kNotTried;
     typed_.Forget();
   }
 
-  // The formula as it was typed last: whether it is typed so again is quickly seen.
+  // The formula was set again, typed like this. An empty text is not remembered.
+  void SetAgain(TextView typed) {
+    if (stage_ == Stage::kSetOnce) stage_ = Stage::kSetAgain;
+    typed_.Remember(typed);
+  }
+  bool IsSetAgain() const { return stage_ != Stage::kSetOnce; }
+  // Whether a text is typed like the formula was when it was set again last: seen quickly.
   bool IsTyped(LPCTSTR text) const { return typed_.Is(text); }
-  void Remember(TextView typed) { typed_.Remember(typed); }
 
   // Whether the formula has a plan for these names, as far as a glance tells.
   bool IsPlannedFor(const CMapValue& values) const { return planned_layout_ == values.KnownLayout(); }
-  // Works the plan for values of its names; false, with nothing changed, where one of them does not fit.
-  bool WorkPlan(const CMapValue& values, double& result, int& error) {
-    return plan_.Work(values, result, error);
+  // Evaluates the plan with values of its names; false, with nothing changed, where one of them does not fit.
+  bool EvaluatePlan(const CMapValue& values, double& result, int& error) {
+    return plan_.Evaluate(values, result, error);
   }
 
-  // Works the formula (in capitals) even where a glance does not tell, or values are thirds; false, with
-  // nothing changed, where the text has to be worked.
-  bool Work(TextView formula, const CMapValue& values, double& result, int& error);
+  // Evaluates the formula (in capitals) even where a glance does not tell, or values are thirds; false, with
+  // nothing changed, where the text has to be evaluated.
+  bool Evaluate(TextView formula, const CMapValue& values, double& result, int& error);
 
-  // Writes the values of the last Work into a copy of the formula, as working the text does.
+  // Writes the values of the last evaluation into a copy of the formula, as the substitution does.
   void WriteValues(GrowingEdit& text) const;
 
-  // The formula (in capitals), set for the second time or more, has been worked as a text.
-  void Note(TextView formula, const CMapValue& values);
+  // The formula (in capitals), set for the second time or more, has been evaluated as a text.
+  void Observe(TextView formula, const CMapValue& values);
 
  private:
+  // In this order: what has a plan comes last.
+  enum class Stage : std::uint8_t {
+    kSetOnce,
+    kSetAgain,         // nothing is known of the names
+    kObserved,         // evaluated as a text with names_
+    kUnplannable,      // there is no plan for names_
+    kPlanned,          // there is one
+    kPlannedThirds,    // and one for thirds
+    kPlannedNoThirds,  // but none for thirds
+  };
+
   bool HasSameNames(const CMapValue& values) { return layout_ == values.Layout() || CompareNames(values); }
   bool CompareNames(const CMapValue& values);
-  bool WorkThirds(TextView formula, const CMapValue& values, double& result, int& error);
+  void RememberNames(const CMapValue& values);
+  bool EvaluateThirds(TextView formula, const CMapValue& values, double& result, int& error);
 
+  static constexpr std::uint64_t kNoLayout = ~std::uint64_t{0};
+
+  Stage stage_ = Stage::kSetOnce;
   TypedText typed_;
   FormulaPlan plan_;
-  // For the values that do not fit: thirds stand in the text as divisions. Made when the first one comes.
-  enum class ThirdsPlan { kNotTried, kNone, kMade };
+  // For the values that do not fit the plan: thirds stand in the text as divisions.
   FormulaPlan thirds_plan_;
-  ThirdsPlan thirds_state_ = ThirdsPlan::kNotTried;
   std::vector<CStrCmp> names_;
-  std::uint64_t layout_ = 0;  // of the map that was last found to have these names
-  bool seen_ = false;         // names_ and layout_ are of the last work
-  bool tried_ = false;
-  bool planned_ = false;
-  static constexpr std::uint64_t kNoLayout = ~std::uint64_t{0};
-  std::uint64_t planned_layout_ = kNoLayout;  // layout_, once there is a plan
+  std::uint64_t layout_ = 0;  // of the map that was last found to have names_
+  // layout_ from kPlanned on, else kNoLayout: so one comparison tells whether the plan can be used.
+  std::uint64_t planned_layout_ = kNoLayout;
 };
 
 }  // namespace lorv

@@ -6,7 +6,9 @@
 #include "TEXPRESSCAL/diagnose/nearest_name.h"
 #include "TEXPRESSCAL/evaluate/evaluator.h"
 #include "TEXPRESSCAL/function_table.h"
+#include "TEXPRESSCAL/language/operators.h"
 #include "TEXPRESSCAL/language/parser.h"
+#include "TEXPRESSCAL/text/capitals.h"
 #include "TEXPRESSCAL/text/operator_rewriting.h"
 #include "TEXPRESSCAL/values/substitution.h"
 
@@ -14,9 +16,9 @@ namespace lorv {
 namespace {
 
 // Accepts the names that the formula may use and gathers those that have no value.
-class NameJudge final : public CValidParameter {
+class NameResolver final : public CValidParameter {
  public:
-  NameJudge(const CMapValue& values, const TDefsetVars& keywords) : values_(values), keywords_(keywords) {}
+  NameResolver(const CMapValue& values, const TDefsetVars& keywords) : values_(values), keywords_(keywords) {}
 
   int ValidParameter(LPCTSTR name) const override {
     const bool has_value = TextLength(name) <= CStrCmp::kCapacity && values_.count(name) != 0;
@@ -33,7 +35,7 @@ class NameJudge final : public CValidParameter {
   mutable std::vector<CString> valueless_;
 };
 
-// One formula followed through substitution, rewriting, parse and work, with every unit's typed place.
+// One formula followed through substitution, rewriting, parse and evaluation, with every unit's typed place.
 class Tracer {
  public:
   Tracer(TextView formula, const CMapValue& values, const TDefsetVars& keywords)
@@ -42,12 +44,11 @@ class Tracer {
   FormulaDiagnosis Run();
 
  private:
-  static std::basic_string<TCHAR> Capitals(TextView text);
   const ExprNode* Parse();
   FormulaDiagnosis ExplainParse();
   FormulaDiagnosis ExplainStop(unsigned int position, bool value_wanted);
   FormulaDiagnosis ExplainUnit(TCHAR c, std::size_t at, bool value_wanted);
-  FormulaDiagnosis ExplainWork(int code, const ExprNode* node);
+  FormulaDiagnosis ExplainEvaluation(int code, const ExprNode* node);
   FormulaDiagnosis Named(FormulaFault fault, std::size_t first, std::size_t behind) const;
   FormulaDiagnosis Unknown(std::size_t first, std::size_t behind) const;
   std::size_t NameEnd(std::size_t first) const;
@@ -71,12 +72,6 @@ class Tracer {
   unsigned int place_ = 0;
 };
 
-std::basic_string<TCHAR> Tracer::Capitals(TextView text) {
-  std::basic_string<TCHAR> capitals(text);
-  std::transform(capitals.begin(), capitals.end(), capitals.begin(), ToUpper);
-  return capitals;
-}
-
 // Parses what the values have left; keywords without a value become 0 and the text is parsed again.
 const ExprNode* Tracer::Parse() {
   for (bool first = true;; first = false) {
@@ -86,14 +81,14 @@ const ExprNode* Tracer::Parse() {
     nodes_.Clear();
     NameList names(names_text_);
     names.Clear();
-    const NameJudge judge(values_, keywords_);
-    Parser parser(parsed_.data(), nodes_, &judge, names);
+    const NameResolver resolver(values_, keywords_);
+    Parser parser(parsed_.data(), nodes_, &resolver, names);
     const ExprNode* root = parser.Parse();
     fault_ = parser.Fault();
     position_ = parser.Position();
     place_ = parser.FaultPlace();
-    if (root == nullptr || !first || judge.Valueless().empty()) return root;
-    for (const CString& name : judge.Valueless()) SubstituteValue(text_, name.View(), 0);
+    if (root == nullptr || !first || resolver.Valueless().empty()) return root;
+    for (const CString& name : resolver.Valueless()) SubstituteValue(text_, name.View(), 0);
   }
 }
 
@@ -107,7 +102,7 @@ FormulaDiagnosis Tracer::Run() {
   Evaluator evaluator(nullptr);
   evaluator.Evaluate(root);
   if (evaluator.Error() == kNoError) return {};
-  return ExplainWork(evaluator.Error(), evaluator.ErrorNode());
+  return ExplainEvaluation(evaluator.Error(), evaluator.ErrorNode());
 }
 
 FormulaDiagnosis Tracer::Named(FormulaFault fault, std::size_t first, std::size_t behind) const {
@@ -174,8 +169,7 @@ FormulaDiagnosis Tracer::ExplainUnit(TCHAR c, std::size_t at, bool value_wanted)
   if (c == ' ' && !value_wanted && at > 0 && At(at - 1) == '|')
     return Named(FormulaFault::kBlankBehindBar, at, at + 1);
   if (c == ')' && !value_wanted) return Named(FormulaFault::kExtraBracket, at, at + 1);
-  const TextView signs = _T("+-*/^<>=!|),&\4\5\6\7\10\11");
-  const bool sign = signs.find(c) != TextView::npos;
+  const bool sign = StrengthOf(c) != 0 || TextView(_T("=&|),")).find(c) != TextView::npos;
   return Named(sign && value_wanted ? FormulaFault::kNoOperand : FormulaFault::kStrayCharacter, at, at + 1);
 }
 
@@ -187,16 +181,16 @@ FormulaDiagnosis Tracer::Unknown(std::size_t first, std::size_t behind) const {
   return diagnosis;
 }
 
-FormulaDiagnosis Tracer::ExplainWork(int code, const ExprNode* node) {
+FormulaDiagnosis Tracer::ExplainEvaluation(int code, const ExprNode* node) {
   if (node == nullptr) {
     FormulaDiagnosis diagnosis = Named(FormulaFault::kMissingArgument, 0, rewritten_.Length());
     diagnosis.stops = false;
     return diagnosis;
   }
   NameList names(names_text_);
-  const NameJudge judge(values_, keywords_);
+  const NameResolver resolver(values_, keywords_);
   NodePool spare;
-  Parser parser(parsed_.data(), spare, &judge, names);
+  Parser parser(parsed_.data(), spare, &resolver, names);
   if (code == kDivisionByZero) {
     std::size_t first = node->place + 1;
     while (At(first) == ' ') ++first;

@@ -1,13 +1,16 @@
 #include "TEXPRESSCAL/direct/direct_evaluator.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
+#include <span>
 
 #include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
 #include "TEXPRESSCAL/evaluate/number_functions.h"
 #include "TEXPRESSCAL/evaluate/number_rules.h"
 #include "TEXPRESSCAL/function_table.h"
 #include "TEXPRESSCAL/language/formula_number.h"
+#include "TEXPRESSCAL/language/operators.h"
 #include "TEXPRESSCAL/text/replace_rule.h"
 #include "TEXPRESSCAL/values/substitution.h"
 #include "TEXPRESSCAL/values/value_reading.h"
@@ -34,6 +37,13 @@ constexpr std::array<unsigned char, 128> NameUnits() {
 
 constexpr auto kNameUnits = NameUnits();
 
+// They head the table of operators.
+constexpr std::span kTwoUnitComparisons(kOperators.begin(), 7);
+static_assert(std::all_of(kTwoUnitComparisons.begin(), kTwoUnitComparisons.end(), [](const Operator& each) {
+  return IsComparison(each.kind) && each.typed.size() == 2;
+}));
+static_assert(kOperators[kTwoUnitComparisons.size()].typed.size() == 1);
+
 constexpr bool IsCapital(TCHAR c) {
   return c >= 'A' && c <= 'Z';
 }
@@ -48,7 +58,7 @@ constexpr std::uint64_t LettersBehindDigits(std::uint64_t units) {
 
 }  // namespace
 
-OnePass::OnePass(LPCTSTR formula, const CMapValue& values, ValuePlaces& places)
+DirectEvaluator::DirectEvaluator(LPCTSTR formula, const CMapValue& values, ValuePlaces& places)
     : text_(formula),
       at_(formula),
       words_(values.Words().data()),
@@ -59,7 +69,7 @@ OnePass::OnePass(LPCTSTR formula, const CMapValue& values, ValuePlaces& places)
   places_.Clear();
 }
 
-bool OnePass::Work(double& result) {
+bool DirectEvaluator::Evaluate(double& result) {
   if (refused_) return false;
   if (count_ > kFewEntries) HashNames();
   const double value = Joined();
@@ -69,13 +79,13 @@ bool OnePass::Work(double& result) {
   return true;
 }
 
-double OnePass::Refuse() {
+double DirectEvaluator::Refuse() {
   refused_ = true;
   at_ = &kEnd;
   return 0;
 }
 
-bool OnePass::Take(TCHAR c) {
+bool DirectEvaluator::Take(TCHAR c) {
   if (*at_ != c) {
     Refuse();
     return false;
@@ -84,8 +94,9 @@ bool OnePass::Take(TCHAR c) {
   return true;
 }
 
-// { compared && | || }. What the truth on the left has decided is worked all the same, but leaves no error.
-double OnePass::Joined() {
+// { compared && | || }. What the truth on the left has decided is evaluated all the same, but leaves no
+// error.
+double DirectEvaluator::Joined() {
   double value = Compared();
   while (*at_ == '&' || *at_ == '|') {
     const TCHAR sign = *at_;
@@ -99,7 +110,7 @@ double OnePass::Joined() {
   return value;
 }
 
-bool OnePass::TakeJoin(TCHAR sign) {
+bool DirectEvaluator::TakeJoin(TCHAR sign) {
   if (at_[1] != sign || at_[2] == sign || ++operators_ > kMaxReplacements) {
     Refuse();
     return false;
@@ -108,7 +119,7 @@ bool OnePass::TakeJoin(TCHAR sign) {
   return true;
 }
 
-double OnePass::Compared() {
+double DirectEvaluator::Compared() {
   double value = Sum();
   while ((*at_ >= '<' && *at_ <= '>') || *at_ == '!') {
     const unsigned short kind = TakeComparison();
@@ -119,23 +130,16 @@ double OnePass::Compared() {
 }
 
 // The kind of the comparison here, which must be one of the clear ones and stand alone.
-unsigned short OnePass::TakeComparison() {
+unsigned short DirectEvaluator::TakeComparison() {
   const auto is_sign = [](TCHAR c) { return (c >= '<' && c <= '>') || c == '!'; };
-  static constexpr struct {
-    TCHAR first;
-    TCHAR second;
-    unsigned short kind;
-  } kPairs[] = {{'>', '=', kGreaterEqual}, {'=', '>', kGreaterEqual}, {'<', '=', kLessEqual},
-                {'=', '<', kLessEqual},    {'!', '=', kNotEqual},     {'<', '>', kNotEqual},
-                {'=', '=', kEqual}};
   unsigned short kind = 0;
   int length = 1;
   if (!is_sign(at_[1])) {
     kind = *at_ == '=' ? kEqual : *at_ == '!' ? 0 : *at_;
   } else if (!is_sign(at_[2])) {
     length = 2;
-    for (const auto& pair : kPairs) {
-      if (pair.first == *at_ && pair.second == at_[1]) kind = pair.kind;
+    for (const Operator& each : kTwoUnitComparisons) {
+      if (each.typed[0] == at_[0] && each.typed[1] == at_[1]) kind = each.kind;
     }
   }
   if (kind == 0 || EndsChainLink() || ++operators_ > kMaxReplacements) {
@@ -148,7 +152,7 @@ unsigned short OnePass::TakeComparison() {
 }
 
 // Whether all that stands behind the last comparison may be a literal once values stand in it.
-bool OnePass::EndsChainLink() const {
+bool DirectEvaluator::EndsChainLink() const {
   if (last_comparison_ == nullptr) return false;
   LPCTSTR at = last_comparison_;
   while (IsNameChar(*at) || *at == '.' || *at == '-') ++at;
@@ -156,7 +160,7 @@ bool OnePass::EndsChainLink() const {
 }
 
 // Sums and products run side by side, without a call for each level. -0 is what changes no first term.
-double OnePass::Sum() {
+double DirectEvaluator::Sum() {
   LPCTSTR at = at_;
   double sum = -0.0;
   for (bool negative = false;;) {
@@ -176,7 +180,7 @@ double OnePass::Sum() {
   return sum;
 }
 
-inline double OnePass::Factor(LPCTSTR& at) {
+inline double DirectEvaluator::Factor(LPCTSTR& at) {
   double value = 0;
   if (IsDigit(*at)) {
     value = ReadFormulaNumber(at);
@@ -194,18 +198,18 @@ inline double OnePass::Factor(LPCTSTR& at) {
   return value;
 }
 
-double OnePass::Unnamed() {
+double DirectEvaluator::Unnamed() {
   if (*at_ == '(') return Bracket();
   return *at_ == '-' || *at_ == '+' ? Signed() : Refuse();
 }
 
-double OnePass::Bracket() {
+double DirectEvaluator::Bracket() {
   ++at_;
   const double value = Joined();
   return Take(')') ? value : 0;
 }
 
-double OnePass::Power(double base) {
+double DirectEvaluator::Power(double base) {
   while (*at_ == '^') {
     ++at_;
     base = arithmetic::Power(base, Signed());
@@ -214,7 +218,7 @@ double OnePass::Power(double base) {
 }
 
 // { - } [ + ] operand. Behind the "+" no value with a sign of its own may follow.
-double OnePass::Signed() {
+double DirectEvaluator::Signed() {
   bool negative = false;
   for (; *at_ == '-'; ++at_) negative = !negative;
   const bool plus = *at_ == '+';
@@ -235,7 +239,7 @@ double OnePass::Signed() {
 }
 
 // A function's name may have a value, too: values come first.
-inline double OnePass::Name(LPCTSTR& at) {
+inline double DirectEvaluator::Name(LPCTSTR& at) {
   const LPCTSTR start = at;
   std::uint64_t units = 0;
   LPCTSTR end = start;
@@ -255,14 +259,14 @@ inline double OnePass::Name(LPCTSTR& at) {
   return value;
 }
 
-inline std::size_t OnePass::EntryOf(NameWord word) const {
+inline std::size_t DirectEvaluator::EntryOf(NameWord word) const {
   if (count_ > kFewEntries) return FoundByHash(word);
   std::size_t found = kNoEntry;
   for (std::size_t i = 0; i < count_; ++i) found = words_[i] == word ? i : found;
   return found;
 }
 
-std::size_t OnePass::FoundByHash(NameWord word) const {
+std::size_t DirectEvaluator::FoundByHash(NameWord word) const {
   for (std::size_t slot = SlotOf(word);; slot = (slot + 1) % kSlots) {
     if (slots_[slot] == 0) return kNoEntry;
     const std::size_t entry = slots_[slot] - std::size_t{1};
@@ -270,7 +274,7 @@ std::size_t OnePass::FoundByHash(NameWord word) const {
   }
 }
 
-void OnePass::HashNames() {
+void DirectEvaluator::HashNames() {
   slots_.fill(0);
   for (std::size_t entry = 0; entry < count_; ++entry) {
     if (words_[entry] == 0) continue;
@@ -280,7 +284,7 @@ void OnePass::HashNames() {
   }
 }
 
-inline double OnePass::Value(std::size_t entry, LPCTSTR start, std::size_t length) {
+inline double DirectEvaluator::Value(std::size_t entry, LPCTSTR start, std::size_t length) {
   const double value = entries_[static_cast<std::ptrdiff_t>(entry)].second;
   double reading = 0;
   if (!ReadsPlainly(value, reading)) return Refuse();
@@ -294,7 +298,7 @@ inline double OnePass::Value(std::size_t entry, LPCTSTR start, std::size_t lengt
 }
 
 // A letter behind a digit begins a name of its own for a replacement.
-inline bool OnePass::HasNamedTail(std::uint64_t units) const {
+inline bool DirectEvaluator::HasNamedTail(std::uint64_t units) const {
   std::uint64_t tails = LettersBehindDigits(units);
   for (; tails != 0; tails &= tails - 1) {
     // The lowest bit is that of the shortest tail.
@@ -307,7 +311,7 @@ inline bool OnePass::HasNamedTail(std::uint64_t units) const {
 // Whether the replacement of the name's last place might go on behind the beginning of this one: it does so
 // as many units late as the value is shorter than the name. What other values leave between is not known
 // here, but at least a unit of each, and a value has at least one unit as well.
-bool OnePass::IsTooNear(std::size_t entry, LPCTSTR start, std::size_t length) const {
+bool DirectEvaluator::IsTooNear(std::size_t entry, LPCTSTR start, std::size_t length) const {
   const ValuePlaces::Place& last = places_.LastOf(entry);
   std::size_t between = 0;
   for (LPCTSTR at = text_ + last.start + last.length; at < start; ++at) {
@@ -318,14 +322,14 @@ bool OnePass::IsTooNear(std::size_t entry, LPCTSTR start, std::size_t length) co
   return value.Plain().size() + between < length;
 }
 
-double OnePass::Unvalued(std::uint64_t units, std::size_t length) {
+double DirectEvaluator::Unvalued(std::uint64_t units, std::size_t length) {
   if (*at_ != '(') return FinishWord(units, static_cast<int>(length)) == kPiName ? kPi : Refuse();
   const unsigned short kind = FunctionKind(units, length);
   return kind == 0 ? Refuse() : Call(kind);
 }
 
 // A call has at least the arguments it uses, and those of one argument have no more than that.
-double OnePass::Call(unsigned short kind) {
+double DirectEvaluator::Call(unsigned short kind) {
   ++at_;
   if (kind == kMax || kind == kMin) return Extreme(kind);
   if (kind == kIif) return Choose();
@@ -338,7 +342,7 @@ double OnePass::Call(unsigned short kind) {
   return NumberFunction(kind, x);
 }
 
-double OnePass::Extreme(unsigned short kind) {
+double DirectEvaluator::Extreme(unsigned short kind) {
   std::array<double, 8> values;
   values[0] = Joined();
   std::size_t count = 1;
@@ -356,8 +360,8 @@ double OnePass::Extreme(unsigned short kind) {
   return best;
 }
 
-// Both branches are worked; the one not taken leaves no error.
-double OnePass::Choose() {
+// Both branches are evaluated; the one not taken leaves no error.
+double DirectEvaluator::Choose() {
   const bool holds = Joined() > 0;
   if (!Take(',')) return 0;
   const bool by_zero = by_zero_;

@@ -8,22 +8,22 @@
 
 namespace lorv {
 
-// Works a formula with names in one pass over its text: no value is written into it and no tree is built, and
-// the outcome is bit for bit what comes of doing both.
+// Evaluates a formula with names in one pass over its text: no value is written into it and no tree is built,
+// and the outcome is bit for bit what comes of doing both.
 //
 // Covered is what nearly all formulas consist of: numbers, short plain names with values, + - * / ^,
 // brackets, comparisons, && and ||, and the functions of numbers. Whatever is or might be something else is
-// refused, every mistake among it, and the text has to be worked: quotes, blanks and bars, names without a
+// refused, every mistake among it, and the text has to be evaluated: quotes, blanks and bars, names without a
 // value, digits right before a name, values whose text is not simply their number (thirds), names so near
 // each other that their replacement would miss one, a comparison that might be one of a chain, a division by
 // zero.
-class OnePass {
+class DirectEvaluator {
  public:
   // `formula` is terminated, in capitals and has kMaxFormulaText units at most.
-  OnePass(LPCTSTR formula, const CMapValue& values, ValuePlaces& places);
+  DirectEvaluator(LPCTSTR formula, const CMapValue& values, ValuePlaces& places);
 
-  // False where the text has to be worked; `result` is then as it was.
-  bool Work(double& result);
+  // False where the text has to be evaluated; `result` is then as it was.
+  bool Evaluate(double& result);
 
  private:
   // So many names are looked through one by one.
@@ -52,7 +52,7 @@ class OnePass {
   bool Take(TCHAR c);
 
   std::size_t EntryOf(NameWord word) const;
-  // Kept apart: taken into the working of sums, it slows down those that do without it.
+  // Kept apart: taken into the evaluating of sums, it slows down those that do without it.
   [[gnu::noinline]] std::size_t FoundByHash(NameWord word) const;
   void HashNames();
   bool HasNamedTail(std::uint64_t units) const;
@@ -67,7 +67,7 @@ class OnePass {
   CMapValue::const_iterator entries_;
   ValuePlaces& places_;
   bool refused_;
-  bool by_zero_ = false;                    // in what was worked so far, branches not taken left aside
+  bool by_zero_ = false;                    // in what was evaluated so far, branches not taken left aside
   std::array<std::uint64_t, 2> seen_ = {};  // a bit for each entry that took a place
   static_assert(ValuePlaces::kMaxEntries <= 128);
   std::size_t name_units_ = 0;

@@ -13,9 +13,9 @@ enum EvaluationError {
   kMissingOperand = 10
 };
 
-// What a calculator tells its caller: a missing operand, an unknown variable and an argument outside the
+// What a calculator reports to its caller: a missing operand, an unknown variable and an argument outside the
 // domain are no errors there.
-inline int ErrorForCaller(int code) {
+constexpr int ErrorForCaller(int code) {
   return code == kDivisionByZero || code == kMalformedArguments ? 1 : 0;
 }
 

@@ -4,30 +4,10 @@
 
 #include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
 #include "TEXPRESSCAL/evaluate/number_rules.h"
+#include "TEXPRESSCAL/language/operators.h"
 
 namespace lorv {
 namespace {
-
-bool HasLeftChain(unsigned short kind) {
-  switch (kind) {
-    case kAdd:
-    case kSubtract:
-    case kMultiply:
-    case kDivide:
-    case kPower:
-    case kAnd:
-    case kOr:
-    case kLess:
-    case kGreater:
-    case kGreaterEqual:
-    case kLessEqual:
-    case kNotEqual:
-    case kEqual:
-      return true;
-    default:
-      return false;
-  }
-}
 
 Operand NumberOperand(double number) {
   return {number, nullptr};
@@ -47,10 +27,10 @@ bool MayBeText(const ExprNode* node) {
 
 }  // namespace
 
-double Evaluator::WorkNumber(const ExprNode* node, int room) {
-  if (node == nullptr || room <= 0) return NumberOf(node);
-  --room;
-  const auto number = [this, room](const ExprNode* operand) { return Number(operand, room); };
+double Evaluator::EvaluateNumber(const ExprNode* node, int levels) {
+  if (node == nullptr || levels <= 0) return NumberOf(node);
+  --levels;
+  const auto number = [this, levels](const ExprNode* operand) { return Number(operand, levels); };
   switch (node->kind) {
     case kNumber:
       return node->value;
@@ -68,7 +48,7 @@ double Evaluator::WorkNumber(const ExprNode* node, int room) {
       return left * number(node->right);
     }
     case kDivide:
-      return WorkQuotient(node, room);
+      return EvaluateQuotient(node, levels);
     case kPower: {
       const double right = number(node->right);
       return arithmetic::Power(number(node->left), right);
@@ -83,42 +63,42 @@ double Evaluator::WorkNumber(const ExprNode* node, int room) {
     case kLessEqual:
     case kNotEqual:
     case kEqual:
-      return WorkComparison(node, room);
+      return EvaluateComparison(node, levels);
     case kNegate:
-      return WorkNegation(node, room);
+      return EvaluateNegation(node, levels);
     case kAbsolute:
       return std::fabs(number(node->left));
     case kNot:
       return number(node->right) == 0 ? 1 : 0;
     default:
-      return node->kind >= kSin && node->kind <= kFind ? Function(node, room) : NumberOf(node);
+      return node->kind >= kSin && node->kind <= kFind ? Function(node, levels) : NumberOf(node);
   }
 }
 
-double Evaluator::WorkQuotient(const ExprNode* node, int room) {
-  const double right = Number(node->right, room);
+double Evaluator::EvaluateQuotient(const ExprNode* node, int levels) {
+  const double right = Number(node->right, levels);
   if (right == 0) SetError(kDivisionByZero, node);
-  return Quotient(Number(node->left, room), right);
+  return Quotient(Number(node->left, levels), right);
 }
 
-double Evaluator::WorkComparison(const ExprNode* node, int room) {
+double Evaluator::EvaluateComparison(const ExprNode* node, int levels) {
   if (MayBeText(node->left) && MayBeText(node->right)) return NumberOf(node);
-  const double left = Number(node->left, room);
-  return NumbersCompare(node->kind, left, Number(node->right, room)) ? 1 : 0;
+  const double left = Number(node->left, levels);
+  return NumbersCompare(node->kind, left, Number(node->right, levels)) ? 1 : 0;
 }
 
 // A row of signs may be as long as the text.
-double Evaluator::WorkNegation(const ExprNode* node, int room) {
+double Evaluator::EvaluateNegation(const ExprNode* node, int levels) {
   bool negative = true;
   const ExprNode* inner = node->right;
   for (; inner != nullptr && inner->kind == kNegate; inner = inner->right) negative = !negative;
-  const double value = Number(inner, room);
+  const double value = Number(inner, levels);
   return negative ? -value : value;
 }
 
 Operand Evaluator::Evaluate(const ExprNode* node) {
   const std::size_t base = pending_count_;
-  for (; node != nullptr && HasLeftChain(node->kind); node = node->left) Push(node);
+  for (; node != nullptr && UsesLeftOperand(node->kind); node = node->left) Push(node);
   Operand value = Single(node);
   while (pending_count_ > base) {
     --pending_count_;
@@ -178,11 +158,11 @@ Operand Evaluator::Single(const ExprNode* node) {
       return {0, node};
     case kAbsolute:
       return NumberOperand(std::fabs(NumberOf(node->left)));
-    // The left operand is not worked.
+    // The left operand is not evaluated.
     case kNot:
       return NumberOperand(NumberOf(node->right) == 0 ? 1 : 0);
     case kNegate:
-      return NumberOperand(WorkNegation(node, 0));
+      return NumberOperand(EvaluateNegation(node, 0));
     default:
       return node->kind >= kSin && node->kind <= kFind ? NumberOperand(Function(node, 0)) : Variable(node);
   }

@@ -27,17 +27,17 @@ class VariableSource {
   ~VariableSource() = default;
 };
 
-// Works one tree. Few nodes are deep and few are texts, so numbers are worked by plain recursion as long as
-// it has `room`. What lies deeper, and all texts, take the other way: chains of operators that lean to the
-// left, the only shape that can be a million nodes deep, are walked with a stack of its own, and only
-// brackets and calls recurse. Both ways work operands in the same order and write the same errors.
+// Evaluates one tree. Few nodes are deep and few are texts, so numbers are evaluated by plain recursion as
+// long as it has `levels`. What lies deeper, and all texts, take the other way: chains of operators that lean
+// to the left, the only shape that can be a million nodes deep, are walked with a stack of its own, and only
+// brackets and calls recurse. Both ways evaluate operands in the same order and write the same errors.
 class Evaluator {
  public:
   // `variables` may be null: every variable is then unknown.
   explicit Evaluator(const VariableSource* variables) : variables_(variables) {}
 
   // The tree as a number; a text counts 0.
-  double Work(const ExprNode* root) { return Number(root, kRoom); }
+  double EvaluateAsNumber(const ExprNode* root) { return Number(root, kRecursionLevels); }
   Operand Evaluate(const ExprNode* node);
   int Error() const { return error_; }
   // The node whose work gave the error; null for a missing operand that has no node.
@@ -53,16 +53,16 @@ class Evaluator {
     error_ = error;
     error_node_ = node;
   }
-  // Levels of a tree that are worked by plain recursion.
-  static constexpr int kRoom = 250;
+  // Levels of a tree that are evaluated by plain recursion.
+  static constexpr int kRecursionLevels = 250;
 
-  double Number(const ExprNode* node, int room) {
-    return node != nullptr && node->kind == kNumber ? node->value : WorkNumber(node, room);
+  double Number(const ExprNode* node, int levels) {
+    return node != nullptr && node->kind == kNumber ? node->value : EvaluateNumber(node, levels);
   }
-  double WorkNumber(const ExprNode* node, int room);
-  double WorkQuotient(const ExprNode* node, int room);
-  double WorkComparison(const ExprNode* node, int room);
-  double WorkNegation(const ExprNode* node, int room);
+  double EvaluateNumber(const ExprNode* node, int levels);
+  double EvaluateQuotient(const ExprNode* node, int levels);
+  double EvaluateComparison(const ExprNode* node, int levels);
+  double EvaluateNegation(const ExprNode* node, int levels);
   double NumberOf(const ExprNode* node) { return Evaluate(node).number; }
   void Push(const ExprNode* node);
   Operand Join(const Pending& pending, Operand left);
@@ -71,15 +71,15 @@ class Evaluator {
   Operand Sum(Operand left, Operand right);
   bool Compare(unsigned short kind, Operand left, Operand right) const;
 
-  double Function(const ExprNode* call, int room);
-  double Extreme(const ExprNode* call, int room);
-  double Choose(const ExprNode* call, int room);
+  double Function(const ExprNode* call, int levels);
+  double Extreme(const ExprNode* call, int levels);
+  double Choose(const ExprNode* call, int levels);
   double FindInText(const ExprNode* call);
 
   const VariableSource* variables_;
   int error_ = kNoError;
   const ExprNode* error_node_ = nullptr;
-  // Operators whose left operand is being worked. The first few need no heap.
+  // Operators whose left operand is being evaluated. The first few need no heap.
   std::size_t pending_count_ = 0;
   std::array<Pending, 24> pending_;
   std::vector<Pending> more_pending_;

@@ -8,22 +8,22 @@
 
 namespace lorv {
 
-double Evaluator::Function(const ExprNode* call, int room) {
+double Evaluator::Function(const ExprNode* call, int levels) {
   switch (call->kind) {
     case kMax:
     case kMin:
-      return Extreme(call, room);
+      return Extreme(call, levels);
     case kIif:
-      return Choose(call, room);
+      return Choose(call, levels);
     case kFind:
       return FindInText(call);
-    // The length of any text is 0, and the argument is not worked: formulas in use rely on it.
+    // The length of any text is 0, and the argument is not evaluated: formulas in use rely on it.
     case kLen:
       return 0;
     default:
       break;
   }
-  const double x = Number(call->left, room);
+  const double x = Number(call->left, levels);
   if (call->left == nullptr) SetError(kMissingOperand, call);
   if (call->kind != kSqrt && call->kind != kLog) return NumberFunction(call->kind, x);
   if (call->kind == kSqrt ? x >= 0 : x > 0)
@@ -32,12 +32,12 @@ double Evaluator::Function(const ExprNode* call, int room) {
   return 0;
 }
 
-// The arguments are worked in order and compared from the last to the first.
-double Evaluator::Extreme(const ExprNode* call, int room) {
-  double v = Number(call->left, room);
+// The arguments are evaluated in order and compared from the last to the first.
+double Evaluator::Extreme(const ExprNode* call, int levels) {
+  double v = Number(call->left, levels);
   if (call->right == nullptr) return v;
   if (call->right->kind == kArgument && call->right->right == nullptr) {
-    const double second = Number(call->right->left, room);
+    const double second = Number(call->right->left, levels);
     return call->kind == kMax ? Larger(v, second) : Smaller(v, second);
   }
   std::array<double, 8> first;
@@ -58,7 +58,7 @@ double Evaluator::Extreme(const ExprNode* call, int room) {
       put(0);
       break;
     }
-    put(Number(link->left, room));
+    put(Number(link->left, levels));
   }
   const auto get = [&](std::size_t i) { return i < first.size() ? first[i] : more[i - first.size()]; };
   double result = get(--count);
@@ -69,16 +69,16 @@ double Evaluator::Extreme(const ExprNode* call, int room) {
   return result;
 }
 
-// Only the chosen branch is worked. The test is "greater than 0", not the exact 1 of the joins.
-double Evaluator::Choose(const ExprNode* call, int room) {
+// Only the chosen branch is evaluated. The test is "greater than 0", not the exact 1 of the joins.
+double Evaluator::Choose(const ExprNode* call, int levels) {
   const ExprNode* yes = call->right;
   const ExprNode* no = yes == nullptr ? nullptr : yes->right;
   if (no == nullptr || yes->kind != kArgument || no->kind != kArgument || no->right != nullptr) {
     SetError(kMalformedArguments, call);
     return 0;
   }
-  const bool holds = Number(call->left, room) > 0;
-  return Number(holds ? yes->left : no->left, room);
+  const bool holds = Number(call->left, levels) > 0;
+  return Number(holds ? yes->left : no->left, levels);
 }
 
 // One-based place of the second text in the first; 0 where there is none or either is a number.

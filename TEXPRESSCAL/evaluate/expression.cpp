@@ -59,7 +59,7 @@ CExpression& CExpression::operator=(const CExpression& other) {
 
 CExpression::~CExpression() = default;
 
-// Works off a list instead of recursing: a sum of a million terms is a million nodes deep.
+// Evaluates off a list instead of recursing: a sum of a million terms is a million nodes deep.
 void CExpression::CloneTree(const CExpression& other) {
   nodes_.Clear();
   m_pRoot = nullptr;
@@ -107,12 +107,12 @@ int CExpression::Value(double& result) {
   }
   if (m_pVars == nullptr) {
     lorv::Evaluator evaluator(nullptr);
-    result = evaluator.Work(m_pRoot);
+    result = evaluator.EvaluateAsNumber(m_pRoot);
     m_nError = evaluator.Error();
   } else {
     const MappedVariables variables(*m_pVars);
     lorv::Evaluator evaluator(&variables);
-    result = evaluator.Work(m_pRoot);
+    result = evaluator.EvaluateAsNumber(m_pRoot);
     m_nError = evaluator.Error();
   }
   return m_nError;

@@ -8,23 +8,18 @@
 #endif
 
 #include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
+#include "TEXPRESSCAL/evaluate/rounding.h"
 #include "TEXPRESSCAL/language/expression_node.h"
 
 namespace lorv {
-
-// The nudges keep 2.9999999999999 from being taken for less than 3.
-constexpr double kStepNudge = 1e-10;
-constexpr double kRoundNudge = 1e-15;
-
-constexpr double kEndOf32Bits = 2147483648.0;
 
 // Cut to a 32-bit integer; what lies outside its range becomes the lowest one.
 inline double Through32Bits(double x) {
 #if defined(__SSE2__)
   return _mm_cvttsd_si32(_mm_set_sd(x));
 #else
-  if (x > -2147483649.0 && x < 2147483648.0) return static_cast<double>(static_cast<std::int32_t>(x));
-  return -2147483648.0;
+  if (x > -kEndOf32Bits - 1 && x < kEndOf32Bits) return static_cast<double>(static_cast<std::int32_t>(x));
+  return -kEndOf32Bits;
 #endif
 }
 

@@ -4,8 +4,8 @@
 
 #include "TEXPRESSCAL/language/expression_node.h"
 
-// What the operators and functions make of numbers: the rules that every way of working a formula shares, so
-// that all of them agree to the last bit.
+// What the operators and functions make of numbers: the rules that every way of evaluating a formula shares,
+// so that all of them agree to the last bit.
 //
 // They are always taken in where they are used: code for several generations of processors uses them, and a
 // copy made for one must not be called by another.

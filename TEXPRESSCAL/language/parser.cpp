@@ -1,40 +1,17 @@
 #include "TEXPRESSCAL/language/parser.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 
 #include "TEXPRESSCAL/function_table.h"
 #include "TEXPRESSCAL/language/formula_number.h"
+#include "TEXPRESSCAL/language/operators.h"
 #include "framework/text/char_class.h"
 
 namespace lorv {
 namespace {
 
-// Binding strength of each operator, lowest first; 0 for what is no operator. AND and OR bind alike, and all
-// operators join to the left, the power included.
-constexpr int kLoosest = 1;
-constexpr int kTightest = 6;
-
-constexpr std::array<unsigned char, 128> Strengths() {
-  std::array<unsigned char, 128> strengths{};
-  strengths[kAnd] = strengths[kOr] = kLoosest;
-  strengths[kLess] = strengths[kGreater] = 2;
-  strengths[kGreaterEqual] = strengths[kLessEqual] = strengths[kNotEqual] = strengths[kEqual] = 2;
-  strengths[kAdd] = strengths[kSubtract] = 3;
-  strengths[kMultiply] = strengths[kDivide] = 4;
-  strengths[kPower] = 5;
-  strengths[kNot] = kTightest;
-  return strengths;
-}
-
-constexpr auto kStrength = Strengths();
-
-int StrengthOf(TCHAR c) {
-  return c < kStrength.size() ? kStrength[c] : 0;
-}
-
-// What a name counts as that the judge has accepted but nobody has given a value.
+// What a name counts as that the resolver has accepted but nobody has given a value.
 constexpr double kPlaceholder = 1000000;
 
 }  // namespace
@@ -58,14 +35,14 @@ void NameList::Refuse(TextView name) {
 }
 
 ExprNode* Parser::Parse() {
-  ExprNode* root = Binary(kLoosest);
+  ExprNode* root = Binary(kLoosestStrength);
   if (root == nullptr || *at_ == 0) return root;
   return Fail(ParseFault::kTrailing, at_);
 }
 
 unsigned int Parser::OperandEnd(unsigned int place, unsigned short kind) {
   at_ = text_ + place;
-  const int strength = StrengthOf(static_cast<TCHAR>(kind));
+  const int strength = StrengthOf(kind);
   Binary(strength + 1);
   while (at_ > text_ + place && at_[-1] == ' ') --at_;
   return PlaceOf(at_);
@@ -155,7 +132,7 @@ ExprNode* Parser::Bracket(TCHAR close) {
   if (depth_ == kMaxNesting) return Fail(ParseFault::kTooDeep, open);
   ++depth_;
   ++at_;
-  ExprNode* inner = Binary(kLoosest);
+  ExprNode* inner = Binary(kLoosestStrength);
   --depth_;
   if (inner == nullptr) return nullptr;
   if (!Take(close)) return Fail(ParseFault::kOpenBracket, open);
@@ -185,8 +162,8 @@ ExprNode* Parser::NameBehind(ExprNode* number) {
     result = Call(kind, start);
   } else if (name == _T("PI")) {
     result = Number(kPi, start);
-  } else if (judge_ != nullptr) {
-    result = JudgedName(name);
+  } else if (resolver_ != nullptr) {
+    result = ResolvedName(name);
   } else if (number == nullptr) {
     Fail(ParseFault::kUnknownName, start);
   }
@@ -194,11 +171,11 @@ ExprNode* Parser::NameBehind(ExprNode* number) {
   return result;
 }
 
-ExprNode* Parser::JudgedName(TextView name) {
-  // The judge wants a terminated text; the name lies in ours.
+ExprNode* Parser::ResolvedName(TextView name) {
+  // The resolver wants a terminated text; the name lies in ours.
   const TCHAR behind = *at_;
   *at_ = 0;
-  const bool accepted = judge_->ValidParameter(name.data()) != 0;
+  const bool accepted = resolver_->ValidParameter(name.data()) != 0;
   *at_ = behind;
   if (!accepted) {
     names_.Refuse(name);
@@ -232,13 +209,13 @@ bool Parser::Arguments(ExprNode* call, int& count) {
   SkipBlanks();
   // A first argument that is not there leaves its place empty; the evaluator reports it.
   if (*at_ != ')' && *at_ != ',') {
-    call->left = Binary(kLoosest);
+    call->left = Binary(kLoosestStrength);
     if (call->left == nullptr) return false;
   }
   count = 1;
   for (ExprNode* last = call; *at_ == ','; ++count) {
     const LPCTSTR comma = at_++;
-    ExprNode* argument = Binary(kLoosest);
+    ExprNode* argument = Binary(kLoosestStrength);
     if (argument == nullptr) return false;
     last->right = Node(kArgument, comma, argument, nullptr);
     last = last->right;

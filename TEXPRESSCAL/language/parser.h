@@ -7,7 +7,7 @@
 #include "framework/native/export.h"
 #include "framework/text/text_compare.h"
 
-// The judge of names that a formula uses and no function table knows.
+// The resolver of names that a formula uses and no function table knows.
 class COMM_LORV_API CValidParameter {
  public:
   // Not zero: the name may be used. The name is terminated and lives during the call only.
@@ -59,10 +59,10 @@ enum class ParseFault {
 // Recursive descent over a rewritten formula. One object serves one parse.
 class Parser {
  public:
-  // `text` is terminated; a name's end is marked in it while the judge looks, so it must be writable.
-  // `judge` may be null.
-  Parser(LPTSTR text, NodePool& pool, const CValidParameter* judge, NameList& names)
-      : text_(text), at_(text), pool_(pool), judge_(judge), names_(names) {}
+  // `text` is terminated; a name's end is marked in it while the resolver looks, so it must be writable.
+  // `resolver` may be null.
+  Parser(LPTSTR text, NodePool& pool, const CValidParameter* resolver, NameList& names)
+      : text_(text), at_(text), pool_(pool), resolver_(resolver), names_(names) {}
 
   // The tree, or null; Position() is then where the failing rule stopped.
   ExprNode* Parse();
@@ -85,7 +85,7 @@ class Parser {
   ExprNode* Bracket(TCHAR close);
   ExprNode* NumberOrName();
   ExprNode* NameBehind(ExprNode* number);
-  ExprNode* JudgedName(TextView name);
+  ExprNode* ResolvedName(TextView name);
   ExprNode* Call(unsigned short kind, LPCTSTR name);
   bool Arguments(ExprNode* call, int& count);
   ExprNode* ReadNumber();
@@ -122,7 +122,7 @@ class Parser {
   LPTSTR text_;
   LPTSTR at_;
   NodePool& pool_;
-  const CValidParameter* judge_;
+  const CValidParameter* resolver_;
   NameList& names_;
   int depth_ = 0;
   ParseFault fault_ = ParseFault::kNone;

@@ -31,31 +31,31 @@ class BlockWorker {
   BlockWorker(const RowPlan& plan, RowText& texts)
       : plan_(plan),
         table_(texts.Table()),
-        lot_(texts, bench_),
+        deferred_(texts, executor_),
         cells_(plan.Cells()),
         readings_(plan.Slots().size()),
         streams_(table_.rows >= RowTable::kManyRows) {}
 
   // Up to a block's rows.
-  void Work(std::size_t first, std::size_t rows) {
+  void Evaluate(std::size_t first, std::size_t rows) {
     columns_.clear();
     for (std::size_t slot = 0; slot < readings_.size(); ++slot) Read(slot, first, rows);
     if (rows < kBlockRows) columns_.clear();  // the first rows or the last: little follows
     double* const results = table_.results + first;
-    const std::uint8_t* const told =
-        bench_.Work(plan_, {cells_, rows, results, streams_ && IsAtLine(results), columns_});
-    if (told != nullptr) PutErrors(told, first, rows);
+    const std::uint8_t* const errors =
+        executor_.Evaluate(plan_, {cells_, rows, results, streams_ && IsAtLine(results), columns_});
+    if (errors != nullptr) PutErrors(errors, first, rows);
     PassOnRefused(first);
   }
 
-  // Rows that are to be worked later may have errors, others have none.
+  // Rows that are to be evaluated later may have errors, others have none.
   void ClearErrors(std::size_t first, std::size_t end) const {
     if (!streams_) return table_.ClearErrors(first, end);
     if (table_.errors != nullptr) plan_.Loops().stream_no_errors(table_.errors + first, end - first);
   }
 
   void Finish() {
-    lot_.Finish();
+    deferred_.Finish();
     if (streams_) plan_.Loops().end_stream();
   }
 
@@ -84,11 +84,11 @@ class BlockWorker {
     }
   }
 
-  // A refused row has been worked with a number that is not its value's: what came of it counts for nothing,
-  // and an error written now would stay.
-  void PutErrors(const std::uint8_t* told, std::size_t first, std::size_t rows) const {
+  // A refused row has been evaluated with a number that is not its value's: what came of it counts for
+  // nothing, and an error written now would stay.
+  void PutErrors(const std::uint8_t* errors, std::size_t first, std::size_t rows) const {
     for (std::size_t i = 0; i < rows; ++i) {
-      const int error = ErrorForCaller(told[i]);
+      const int error = ErrorForCaller(errors[i]);
       if (error != 0 && !IsRefused(i)) table_.Put(first + i, 0, error);
     }
   }
@@ -97,15 +97,15 @@ class BlockWorker {
   void PassOnRefused(std::size_t first) {
     for (std::uint64_t& marks : refused_) {
       for (; marks != 0; marks &= marks - 1)
-        lot_.Add(first + static_cast<std::size_t>(std::countr_zero(marks)));
+        deferred_.Add(first + static_cast<std::size_t>(std::countr_zero(marks)));
       first += kGroupRows;
     }
   }
 
   const RowPlan& plan_;
   const RowTable& table_;
-  BlockBench bench_;
-  RowLot lot_;
+  BlockExecutor executor_;
+  DeferredRows deferred_;
   std::vector<BlockCell> cells_;
   AlignedRow<Reading> readings_;        // of the slots
   std::vector<const double*> columns_;  // of the block
@@ -154,7 +154,7 @@ class RowJob {
     BlockWorker worker(plan_, texts);
     Take([&](std::size_t first, std::size_t end) {
       worker.ClearErrors(first, end);
-      for (; first < end; first += kBlockRows) worker.Work(first, std::min(kBlockRows, end - first));
+      for (; first < end; first += kBlockRows) worker.Evaluate(first, std::min(kBlockRows, end - first));
     });
     worker.Finish();
   }
@@ -162,17 +162,17 @@ class RowJob {
     RowText texts(calculator_, table_);
     Take([&](std::size_t first, std::size_t end) {
       table_.ClearErrors(first, end);
-      for (; first < end; ++first) texts.Work(first);
+      for (; first < end; ++first) texts.Evaluate(first);
     });
   }
-  template <class Work>
-  void Take(Work work) {
+  template <class Process>
+  void Take(Process process) {
     constexpr std::size_t kTaken = kBlockRows * kBlocksTaken;
-    if (!is_lead_taken_.exchange(true)) work(0, lead_);
+    if (!is_lead_taken_.exchange(true)) process(0, lead_);
     for (;;) {
       const std::size_t first = next_.fetch_add(kTaken);
       if (first >= table_.rows || has_failed_) return;
-      work(first, std::min(first + kTaken, table_.rows));
+      process(first, std::min(first + kTaken, table_.rows));
     }
   }
 
@@ -180,7 +180,7 @@ class RowJob {
   const RowTable& table_;
   RowPlan plan_;
   bool planned_ = false;
-  // The first rows, up to where the results meet a line of memory, are worked apart from the others.
+  // The first rows, up to where the results meet a line of memory, are evaluated apart from the others.
   std::size_t lead_ = 0;
   std::atomic<bool> is_lead_taken_{false};
   std::atomic<std::size_t> next_{0};

@@ -12,7 +12,7 @@
 
 namespace lorv {
 
-// What a program is worked on, and where the results go.
+// What a program is evaluated on, and where the results go.
 struct BlockTask {
   const std::vector<BlockCell>& cells;
   std::size_t rows;
@@ -21,63 +21,63 @@ struct BlockTask {
   std::span<const double* const> columns{};  // of a whole block: what follows is fetched
 };
 
-// One thread's room for working blocks.
-class BlockBench {
+// One thread's room for evaluating blocks.
+class BlockExecutor {
  public:
-  BlockBench();
+  BlockExecutor();
 
-  // Works a program on a block; the error codes of its rows, or null if none has failed. They hold until the
-  // next call.
-  const std::uint8_t* Work(const RowPlan& plan, const BlockTask& task);
+  // Evaluates a program on a block; the error codes of its rows, or null if none has failed. They hold until
+  // the next call.
+  const std::uint8_t* Evaluate(const RowPlan& plan, const BlockTask& task);
 
  private:
-  std::unique_ptr<BlockRoom> room_;
-  std::array<std::uint8_t, kBlockRows> told_{};
-  bool has_told_ = false;
+  std::unique_ptr<BlockScratch> scratch_;
+  std::array<std::uint8_t, kBlockRows> errors_{};
+  bool has_errors_ = false;
 };
 
 // The rows that a block leaves over because a value is a third, or nearly one: in the text it is a division,
 // and whatever stands around it binds to its parts. They are gathered until there are enough of them to be
-// worked as a block, by a plan with divisors. What fits no plan is worked as text at once.
-class RowLot {
+// evaluated as a block, by a plan with divisors. What fits no plan is evaluated as text at once.
+class DeferredRows {
  public:
-  RowLot(RowText& texts, BlockBench& bench) : texts_(texts), bench_(bench) {}
+  DeferredRows(RowText& texts, BlockExecutor& executor) : texts_(texts), executor_(executor) {}
 
   void Add(std::size_t row) {
     rows_[count_] = row;
     waiting_ |= std::uint64_t{1} << count_;
-    texts_.Table().Expect(row);
-    if (++count_ == kLotRows) Finish();
+    texts_.Table().Prefetch(row);
+    if (++count_ == kDeferredRows) Finish();
   }
-  // Works what is still waiting.
+  // Evaluates what is still waiting.
   void Finish();
 
  private:
-  static constexpr std::size_t kLotRows = 64;
-  static_assert(kLotRows % kBlockStride == 0);
-  // As many rows are worked as text in the time that making a plan takes.
+  static constexpr std::size_t kDeferredRows = 64;
+  static_assert(kDeferredRows % kBlockStride == 0);
+  // As many rows are evaluated as text in the time that making a plan takes.
   static constexpr std::size_t kWorthAPlan = 32;
 
-  using LotNumbers = std::array<double, kLotRows>;
+  using DeferredNumbers = std::array<double, kDeferredRows>;
   struct Reading {
-    LotNumbers numbers;
-    LotNumbers divisors;
+    DeferredNumbers numbers;
+    DeferredNumbers divisors;
   };
 
   void MakePlan();
   std::uint64_t Read();
   std::uint64_t ReadSlot(const RowPlan::Slot& slot, Reading& reading);
-  void WorkPlanned(std::uint64_t refused);
+  void EvaluatePlanned(std::uint64_t refused);
 
   RowText& texts_;
-  BlockBench& bench_;
+  BlockExecutor& executor_;
   bool is_tried_ = false;
   bool is_planned_ = false;
   RowPlan plan_;
   std::vector<BlockCell> cells_;
   AlignedRow<Reading> readings_;  // of the plan's slots
-  LotNumbers values_{};
-  std::array<std::size_t, kLotRows> rows_;
+  DeferredNumbers values_{};
+  std::array<std::size_t, kDeferredRows> rows_;
   std::size_t count_ = 0;
   std::uint64_t waiting_ = 0;  // a bit for each
 };

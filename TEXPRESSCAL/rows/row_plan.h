@@ -8,7 +8,7 @@
 
 namespace lorv {
 
-// How to work a formula for whole blocks of rows, and which column each of its slots is read from.
+// How to evaluate a formula for whole blocks of rows, and which column each of its slots is read from.
 class RowPlan {
  public:
   struct Slot {
@@ -17,7 +17,7 @@ class RowPlan {
   };
 
   // `values` are those of a row, of which the ones without a column are the same in all rows. False where the
-  // formula has to be worked as text.
+  // formula has to be evaluated as text.
   bool Make(const CString& formula, const CMapValue& values, const RowTable& table,
             FormulaPlan::Thirds thirds);
 

@@ -28,7 +28,7 @@ struct RowTable {
     if (error != 0 && errors != nullptr) errors[row] = error;
   }
   // The row will be put before long.
-  void Expect(std::size_t row) const { __builtin_prefetch(results + row, 1); }
+  void Prefetch(std::size_t row) const { __builtin_prefetch(results + row, 1); }
 };
 
 }  // namespace lorv

@@ -11,7 +11,7 @@ RowText::RowText(const CAdExpCalculate& calculator, const RowTable& table)
   for (const ValueColumn& column : table.columns) places_.push_back(&values_[column.name]);
 }
 
-void RowText::Work(std::size_t row) {
+void RowText::Evaluate(std::size_t row) {
   ValuesOf(row);
   calculator_.SetExpr(formula_);
   int error = 0;

@@ -6,12 +6,12 @@
 
 namespace lorv {
 
-// Works one row after the other as text, by a calculator with values of its own.
+// Evaluates one row after the other as text, by a calculator with values of its own.
 class RowText {
  public:
   RowText(const CAdExpCalculate& calculator, const RowTable& table);
 
-  void Work(std::size_t row);
+  void Evaluate(std::size_t row);
 
   // The values of a row by name; beside the columns' those of the calculator.
   const CMapValue& ValuesOf(std::size_t row);

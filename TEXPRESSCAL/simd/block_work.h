@@ -7,7 +7,7 @@
 #include "TEXPRESSCAL/simd/formula_step.h"
 #include "framework/text/text_compare.h"
 
-// Works a program on a block of rows at a time: each step is a loop over the block, which stays in the
+// Evaluates a program on a block of rows at a time: each step is a loop over the block, which stays in the
 // processor's nearest cache, and the loops are compiled for several generations of processors.
 namespace lorv {
 
@@ -17,7 +17,7 @@ constexpr std::size_t kBlockRows = 256;
 // values at the same place of their pages share a small part of the nearest cache.
 constexpr std::size_t kRowsAhead = 640;
 
-// Blocks are worked in whole strides of so many rows.
+// Blocks are evaluated in whole strides of so many rows.
 constexpr std::size_t kBlockStride = 8;
 
 // A step that saves a number saves a block of them; formulas nest no deeper than this, or have no such work.
@@ -39,17 +39,17 @@ struct BlockCell {
 // Memory and caches are fetched and written in lines of so many bytes.
 constexpr std::size_t kMemoryLine = 64;
 
-// Which rows a branch is worked for.
+// Which rows a branch is evaluated for.
 enum class Guard : std::uint8_t { kAbove, kNotAbove, kTruth, kNoTruth };
 
 // Which part of the rows.
 enum class Share : std::uint8_t { kNone, kSome, kAll };
 
 // One thread's room. What is in it holds during one program's work.
-struct alignas(kMemoryLine) BlockRoom {
+struct alignas(kMemoryLine) BlockScratch {
   double blocks[kMaxSavedBlocks + 1][kBlockRows];
   const double* saved[kMaxSavedBlocks];
-  // Of the branches that are being worked: the tests, what they ask for, and of choices which share of the
+  // Of the branches that are being evaluated: the tests, what they ask for, and of choices which share of the
   // rows takes the first.
   const double* guarding[kMaxSavedBlocks];
   Guard guards[kMaxSavedBlocks];
@@ -65,7 +65,7 @@ struct BlockJob {
   double* results;         // of the rows
   bool streams;            // write the results past the caches; they begin at a line of memory
   std::uint8_t* errors;    // the last error of each row; 0 when the work begins
-  BlockRoom* room;
+  BlockScratch* scratch;
   double (*function)(unsigned short kind, double x);  // functions of one number that have no loop
   // The columns of a whole block, of which the values further on are fetched; none where no more are wanted.
   const double* const* columns;
@@ -84,7 +84,7 @@ struct ScatteredValues {
 struct BlockLoops {
   const char* name;
   // True if an error was told for any row.
-  bool (*work)(const BlockJob& job);
+  bool (*evaluate)(const BlockJob& job);
   // The numbers that values read as: the values themselves where all of them are, else `readings`. Rows whose
   // number does not follow from the value alone are marked in `refused`, whose other marks stay, and are read
   // as anything. `often_thirds` stays with the column, and is set when one of them may be a third.

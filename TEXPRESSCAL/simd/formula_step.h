@@ -5,29 +5,29 @@
 namespace lorv {
 
 enum class StepKind : std::uint8_t {
-  // These may load the hand from a cell first.
-  kAdd,              // hand + cell
-  kSubtract,         // hand - cell
-  kSubtractFrom,     // cell - hand
-  kMultiply,         // hand * cell
-  kDivide,           // hand / cell, an error for a cell of 0
-  kDivideSilently,   // the same, the error told before
-  kPower,            // hand to the cell's power
-  kAddProduct,       // hand + cell * other cell
-  kSubtractProduct,  // hand - cell * other cell
-  kLarger,           // MAX of a cell before the hand
+  // These may load the accumulator from a cell first.
+  kAdd,              // accumulator + cell
+  kSubtract,         // accumulator - cell
+  kSubtractFrom,     // cell - accumulator
+  kMultiply,         // accumulator * cell
+  kDivide,           // accumulator / cell, an error for a cell of 0
+  kDivideSilently,   // the same, the error reported before
+  kPower,            // accumulator to the cell's power
+  kAddProduct,       // accumulator + cell * other cell
+  kSubtractProduct,  // accumulator - cell * other cell
+  kLarger,           // MAX of a cell before the accumulator
   kSmaller,
-  kLargerFirst,  // MAX of the hand before a cell
+  kLargerFirst,  // MAX of the accumulator before a cell
   kSmallerFirst,
-  kLess,  // hand against cell, 1 or 0
+  kLess,  // accumulator against cell, 1 or 0
   kGreater,
   kLessEqual,
   kGreaterEqual,
   kEqual,
   kNotEqual,
   // These not.
-  kLoad,          // takes a cell's number in hand
-  kSave,          // puts the number in hand into a cell
+  kLoad,          // takes a cell's number in the accumulator
+  kSave,          // puts the number in the accumulator into a cell
   kCheckDivisor,  // an error for a cell of 0
   kNegate,
   kAbsolute,
@@ -35,12 +35,13 @@ enum class StepKind : std::uint8_t {
   kSqrt,
   kLog,
   kFunction,  // the function of one number that `rule` names
-  kAnd,       // saves the hand; goes on behind the matching end with 0 unless the hand is a truth
-  kOr,        // the same with 1 if it is one
-  kEndJoin,   // whether the hand is a truth; `other` is the cell and `rule` the node kind of the beginning
-  kIf,        // saves the hand; goes on behind the matching kElse unless the hand is above 0
-  kElse,      // saves the hand; goes on behind the matching kEndIf; `other` is the cell of the kIf
-  kEndIf,     // `cell` and `other` as at the kElse
+  kAnd,  // saves the accumulator; goes on behind the matching end with 0 unless the accumulator is a truth
+  kOr,   // the same with 1 if it is one
+  kEndJoin,  // whether the accumulator is a truth; `other` is the cell and `rule` the node kind of the
+             // beginning
+  kIf,       // saves the accumulator; goes on behind the matching kElse unless the accumulator is above 0
+  kElse,     // saves the accumulator; goes on behind the matching kEndIf; `other` is the cell of the kIf
+  kEndIf,    // `cell` and `other` as at the kElse
   kEnd,
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 #include "framework/text/char_class.h"
 #include "framework/text/text_compare.h"
@@ -49,6 +50,12 @@ inline bool CopyCapitals(TextView text, LPTSTR out) {
     found |= MayNeedRewriting(text[at]);
   }
   return found;
+}
+
+inline std::basic_string<TCHAR> Capitals(TextView text) {
+  std::basic_string<TCHAR> capitals(text.size(), 0);
+  CopyCapitals(text, capitals.data());
+  return capitals;
 }
 
 // Whether `text` in capitals is `capitals`, which is in capitals already.

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <string>
 
+#include "TEXPRESSCAL/language/operators.h"
 #include "TEXPRESSCAL/text/replace_rule.h"
 #include "framework/text/char_class.h"
 
@@ -35,6 +35,18 @@ constexpr std::array<SignUnit, 7> kSignUnits = {{{'<', kLessSign},
                                                  {' ', kBlankSign},
                                                  {'!', kNotSign}}};
 
+// Unit by unit.
+constexpr unsigned SignsIn(TextView text) {
+  unsigned signs = 0;
+  for (const TCHAR c : text) {
+    for (const SignUnit& wanted : kSignUnits) {
+      if (c == wanted.unit) signs |= wanted.sign;
+    }
+  }
+  return signs;
+}
+
+// Many units at a step.
 inline unsigned SignsOf(TextView text) {
   unsigned signs = 0;
   std::size_t at = 0;
@@ -51,12 +63,7 @@ inline unsigned SignsOf(TextView text) {
     if (_mm_movemask_epi8(seen[i]) != 0) signs |= kSignUnits[i].sign;
   }
 #endif
-  for (; at < text.size(); ++at) {
-    for (const SignUnit& wanted : kSignUnits) {
-      if (text[at] == wanted.unit) signs |= wanted.sign;
-    }
-  }
-  return signs;
+  return signs | SignsIn(text.substr(at));
 }
 
 constexpr bool IsLiteralUnit(TCHAR c) {
@@ -66,46 +73,35 @@ constexpr bool IsLiteralUnit(TCHAR c) {
 // "1<2<X" becomes "1<2 AND 2<X": only behind the first place of each operator, only over a literal.
 template <class Edit>
 void SeparateChains(Edit& edit, unsigned signs) {
-  static constexpr std::array<TCHAR, 3> kOperators = {'>', '=', '<'};
-  static constexpr std::array<OperatorSign, 3> kSigns = {kGreaterSign, kEqualSign, kLessSign};
-  for (std::size_t i = 0; i < kOperators.size(); ++i) {
-    if ((signs & kSigns[i]) == 0) continue;
-    const TCHAR first = kOperators[i];
-    const std::size_t at = FindUnit(edit.Text(), edit.Length(), 0, first);
+  static constexpr std::array<SignUnit, 3> kChaining = {
+      {{'>', kGreaterSign}, {'=', kEqualSign}, {'<', kLessSign}}};
+  const auto may_chain = [](TCHAR c) { return c >= '<' && c <= '>'; };
+  for (const SignUnit& first : kChaining) {
+    if ((signs & first.sign) == 0) continue;
+    const std::size_t at = FindUnit(edit.Text(), edit.Length(), 0, first.unit);
     if (at == edit.Length()) continue;
     std::size_t end = at + 1;
     while (end < edit.Length() && IsLiteralUnit(edit.Text()[end])) ++end;
-    if (end == at + 1 || end == edit.Length()) continue;
-    if (std::find(kOperators.begin(), kOperators.end(), edit.Text()[end]) == kOperators.end()) continue;
+    if (end == at + 1 || end == edit.Length() || !may_chain(edit.Text()[end])) continue;
     const std::basic_string<TCHAR> literal(edit.Text() + at + 1, end - at - 1);
     edit.Splice(end, 0, _T(" AND ") + literal);
   }
 }
 
-// Operators become their control characters, in this order, each at kMaxReplacements places at most. The
-// words need both blanks, and the blanks go with them.
+// Operators become their control characters, in the order of their table, each at kMaxReplacements places at
+// most. The words need both blanks, and the blanks go with them.
 template <class Edit>
 void ShortenOperators(Edit& edit, unsigned signs) {
-  const auto shorten = [&edit](TextView old, TCHAR fresh) { ReplaceFrom(edit, 0, old, {&fresh, 1}, true); };
-  const auto has = [signs](unsigned wanted) { return (signs & wanted) == wanted; };
-  if (has(kEqualSign | kGreaterSign)) {
-    shorten(_T(">="), 4);
-    shorten(_T("=>"), 4);
+  static constexpr auto kSignsNeeded = [] {
+    std::array<unsigned, kOperators.size()> needed{};
+    for (std::size_t i = 0; i < needed.size(); ++i) needed[i] = SignsIn(kOperators[i].typed);
+    return needed;
+  }();
+  for (std::size_t i = 0; i < kOperators.size() && kOperators[i].IsRewritten(); ++i) {
+    if ((signs & kSignsNeeded[i]) != kSignsNeeded[i]) continue;
+    const auto control = static_cast<TCHAR>(kOperators[i].kind);
+    ReplaceFrom(edit, 0, kOperators[i].typed, {&control, 1}, true);
   }
-  if (has(kEqualSign | kLessSign)) {
-    shorten(_T("<="), 5);
-    shorten(_T("=<"), 5);
-  }
-  if (has(kEqualSign | kNotSign)) shorten(_T("!="), 6);
-  if (has(kLessSign | kGreaterSign)) shorten(_T("<>"), 6);
-  if (has(kEqualSign)) {
-    shorten(_T("=="), 7);
-    shorten(_T("="), 7);
-  }
-  if (has(kBlankSign)) shorten(_T(" AND "), 8);
-  if (has(kAmpersandSign)) shorten(_T("&&"), 8);
-  if (has(kBlankSign)) shorten(_T(" OR "), 9);
-  if (has(kBarSign)) shorten(_T("||"), 9);
 }
 
 // All of it. `edit` holds a formula in capitals.

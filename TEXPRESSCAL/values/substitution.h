@@ -60,7 +60,7 @@ inline Edge EdgesOf(LPCTSTR text, std::size_t length, std::size_t hit, std::size
 }
 
 // Puts a value in place of a name. The cursor is set behind each hit before the text changes its length and
-// is not moved along: that is how the suite's stored formulas have always been worked.
+// is not moved along: that is how the suite's stored formulas have always been evaluated.
 template <class Edit>
 void SubstituteValue(Edit& edit, TextView name, double value) {
   std::size_t hit = FindText(edit.Text(), edit.Length(), 0, name);

@@ -9,7 +9,7 @@
 
 namespace lorv {
 
-// Where in a formula values stand for names: noted while it is worked, and written into its text only when
+// Where in a formula values stand for names: noted while it is evaluated, and written into its text only when
 // somebody wants to see that.
 class ValuePlaces {
  public:

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-// A value stands in a formula as a short text, and what is worked is the number which that text reads as. For
-// nearly all values that number follows from the value by arithmetic alone.
+// A value stands in a formula as a short text, and what is evaluated is the number which that text reads as.
+// For nearly all values that number follows from the value by arithmetic alone.
 namespace lorv {
 
 // Where it does not: values near a third or two thirds (their text is a division), values that lie close to

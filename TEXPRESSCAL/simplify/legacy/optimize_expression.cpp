@@ -188,7 +188,7 @@ CString COptimizeExpression::GetMaxOrMinValue(const CStringArray& list, bool max
   return best;
 }
 
-// The value of a text with the known variables put in; 0 for one that cannot be worked.
+// The value of a text with the known variables put in; 0 for one that cannot be evaluated.
 double COptimizeExpression::ValStrChangDouble(const CString& text) const {
   lorv::GrowingEdit copy;
   copy.Assign(text.View());

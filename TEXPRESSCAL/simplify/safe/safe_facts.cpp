@@ -4,6 +4,9 @@
 #include <cmath>
 #include <limits>
 
+#include "TEXPRESSCAL/evaluate/rounding.h"
+#include "TEXPRESSCAL/language/operators.h"
+
 namespace lorv {
 namespace {
 
@@ -12,7 +15,6 @@ constexpr double kUnbounded = std::numeric_limits<double>::infinity();
 constexpr double kNameBound = 1e64;
 // Beyond it, sums and products may leave the range of numbers.
 constexpr double kSureBound = 1e300;
-constexpr double kIntegerBound = 2147483648.0;
 constexpr double kFindBound = 1e6;
 
 bool IsFiniteBound(const SafeFacts& facts) {
@@ -21,10 +23,6 @@ bool IsFiniteBound(const SafeFacts& facts) {
 
 double Capped(double bound) {
   return bound < kSureBound ? bound : kUnbounded;
-}
-
-bool IsBooleanOperator(unsigned short code) {
-  return code == kLess || code == kGreater || (code >= kGreaterEqual && code <= kOr);
 }
 
 // First from the leaves to the root, then what surroundings see, from the root to the leaves.
@@ -152,7 +150,7 @@ SafeFacts FactFinder::Binary(const SafeNode& node) {
   } else if (node.code == kDivide) {
     facts = Quotient(node, a, b);
     own_purity = facts.pure;
-  } else if (IsBooleanOperator(node.code)) {
+  } else if (GivesTruth(node.code)) {
     facts.bound = 1;
     facts.boolean = facts.not_minus_zero = true;
   } else {
@@ -178,7 +176,7 @@ SafeFacts FactFinder::OneArgument(const SafeNode& node) {
     case kRound:
     case kInt:
       facts.exact = x.exact;
-      facts.bound = kIntegerBound;
+      facts.bound = kEndOf32Bits;
       facts.not_minus_zero = true;
       break;
     case kAbs:

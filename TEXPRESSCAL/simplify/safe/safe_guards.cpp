@@ -4,6 +4,7 @@
 #include <map>
 
 #include "TEXPRESSCAL/expression.h"
+#include "TEXPRESSCAL/text/capitals.h"
 #include "TEXPRESSCAL/values/substitution.h"
 #include "containers/str_cmp.h"
 #include "framework/text/char_class.h"
@@ -15,13 +16,7 @@ using Text = std::basic_string<TCHAR>;
 
 constexpr TCHAR kFirstForeign = 128;
 
-Text Capitals(TextView text) {
-  Text capitals(text);
-  std::transform(capitals.begin(), capitals.end(), capitals.begin(), ToUpper);
-  return capitals;
-}
-
-bool IsComparison(TCHAR c) {
+bool IsComparisonSign(TCHAR c) {
   return c == '<' || c == '=' || c == '>';
 }
 
@@ -37,7 +32,7 @@ Text ChainOf(TextView text) {
   bool may_part = false;
   std::size_t behind = TextView::npos;
   for (std::size_t i = 0; i < text.size(); ++i) {
-    if (!IsComparison(text[i])) continue;
+    if (!IsComparisonSign(text[i])) continue;
     if (behind != TextView::npos) {
       const TextView stretch = text.substr(behind, i - behind);
       may_part |= MayBeLiteral(stretch);
@@ -121,9 +116,9 @@ bool EngineParses(TextView text) {
   // Names of other scripts are gone when a formula is parsed; here a letter stands for each of their units.
   std::replace_if(
       ascii.begin(), ascii.end(), [](TCHAR c) { return c >= kFirstForeign; }, TCHAR{'Z'});
-  const AnyName judge;
+  const AnyName any_name;
   CExpression expression;
-  expression.m_pValidParameter = &judge;
+  expression.m_pValidParameter = &any_name;
   return expression.ChangeExpression(TextView(ascii)) == -1;
 }
 

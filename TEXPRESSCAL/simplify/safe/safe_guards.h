@@ -8,7 +8,7 @@
 namespace lorv {
 
 // What a formula's worth hangs on beyond its tree, because values are put into its text and chained
-// comparisons are taken apart in it. Two texts with equal marks are worked alike.
+// comparisons are taken apart in it. Two texts with equal marks are evaluated alike.
 struct SafeMarks {
   // The comparisons in their order, if one of them may be taken apart over what stands between; else empty.
   std::basic_string<TCHAR> chain;

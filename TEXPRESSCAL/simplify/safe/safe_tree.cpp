@@ -1,9 +1,10 @@
 #include "TEXPRESSCAL/simplify/safe/safe_tree.h"
 
-#include <algorithm>
 #include <string>
 
 #include "TEXPRESSCAL/function_table.h"
+#include "TEXPRESSCAL/language/operators.h"
+#include "TEXPRESSCAL/text/capitals.h"
 #include "framework/text/char_class.h"
 #include "framework/text/number_text.h"
 
@@ -14,30 +15,8 @@ namespace {
 constexpr TCHAR kFirstForeign = 128;
 constexpr int kFailed = -2;
 
-// An operator as it is typed. Longer ones come before those they begin with.
-struct TypedOperator {
-  TextView text;
-  unsigned short code;
-  int strength;
-};
-
-constexpr TypedOperator kOperators[] = {
-    {_T(">="), kGreaterEqual, 2}, {_T("=>"), kGreaterEqual, 2}, {_T("<="), kLessEqual, 2},
-    {_T("=<"), kLessEqual, 2},    {_T("!="), kNotEqual, 2},     {_T("<>"), kNotEqual, 2},
-    {_T("=="), kEqual, 2},        {_T("="), kEqual, 2},         {_T("&&"), kAnd, 1},
-    {_T("||"), kOr, 1},           {_T("<"), kLess, 2},          {_T(">"), kGreater, 2},
-    {_T("+"), kAdd, 3},           {_T("-"), kSubtract, 3},      {_T("*"), kMultiply, 4},
-    {_T("/"), kDivide, 4},        {_T("^"), kPower, 5},         {_T("!"), kNot, 6},
-};
-// The words stand between blanks, which belong to them.
-constexpr TypedOperator kWords[] = {{_T("AND "), kAnd, 1}, {_T("OR "), kOr, 1}};
-constexpr int kPrefixStrength = 7;
-
-std::basic_string<TCHAR> Capitals(TextView text) {
-  std::basic_string<TCHAR> capitals(text);
-  std::transform(capitals.begin(), capitals.end(), capitals.begin(), ToUpper);
-  return capitals;
-}
+// A sign before an operand binds tighter than all operators.
+constexpr int kPrefixStrength = kTightestStrength + 1;
 
 bool IsForeign(TCHAR c) {
   return c >= kFirstForeign;
@@ -54,7 +33,7 @@ class SafeParser {
     for (const TCHAR c : typed_) {
       if (c < ' ') return std::nullopt;
     }
-    const int root = Binary(1);
+    const int root = Binary(kLoosestStrength);
     SkipBlanks();
     if (root == kFailed || at_ != text_.size()) return std::nullopt;
     return std::move(tree_);
@@ -73,7 +52,7 @@ class SafeParser {
     return tree_.Root();
   }
 
-  const TypedOperator* NextOperator();
+  const Operator* NextOperator();
   int Binary(int lowest);
   int Prefix();
   int Primary();
@@ -90,17 +69,15 @@ class SafeParser {
   SafeTree tree_;
 };
 
-// The operator that follows, the cursor on it; null if there is none, the cursor then as it was.
-const TypedOperator* SafeParser::NextOperator() {
+// The operator that follows; null if there is none, the cursor then as it was. The cursor stands on it, or
+// on the blank that a word begins with.
+const Operator* SafeParser::NextOperator() {
   const std::size_t before = at_;
   SkipBlanks();
-  if (at_ > 0 && text_[at_ - 1] == ' ') {
-    for (const TypedOperator& word : kWords) {
-      if (Begins(word.text)) return &word;
-    }
-  }
-  for (const TypedOperator& op : kOperators) {
-    if (Begins(op.text)) return &op;
+  const std::size_t behind_blanks = at_;
+  for (const Operator& op : kOperators) {
+    at_ = op.IsWord() && behind_blanks > 0 ? behind_blanks - 1 : behind_blanks;
+    if (Begins(op.typed)) return &op;
   }
   at_ = before;
   return nullptr;
@@ -111,15 +88,15 @@ int SafeParser::Binary(int lowest) {
   int left = Prefix();
   while (left != kFailed) {
     const std::size_t before = at_;
-    const TypedOperator* op = NextOperator();
+    const Operator* op = NextOperator();
     if (op == nullptr || op->strength < lowest) {
       at_ = before;
       break;
     }
-    at_ += op->text.size();
+    at_ += op->typed.size();
     const int right = op->strength + 1 == kPrefixStrength ? Prefix() : Binary(op->strength + 1);
     if (right == kFailed) return kFailed;
-    left = Add(SafeKind::kBinary, static_cast<std::size_t>(tree_.Node(left).first), op->code, {left, right});
+    left = Add(SafeKind::kBinary, static_cast<std::size_t>(tree_.Node(left).first), op->kind, {left, right});
   }
   return left;
 }
@@ -159,7 +136,7 @@ int SafeParser::Quoted() {
 int SafeParser::Bracket(TCHAR close) {
   if (++depth_ > kMaxNesting) return kFailed;
   const std::size_t first = at_++;
-  const int inner = Binary(1);
+  const int inner = Binary(kLoosestStrength);
   --depth_;
   if (inner == kFailed) return kFailed;
   SkipBlanks();
@@ -196,12 +173,12 @@ int SafeParser::Call(std::size_t first, unsigned short kind) {
   ++at_;
   SkipBlanks();
   std::vector<int> arguments;
-  arguments.push_back(Here() == ')' || Here() == ',' ? SafeTree::kMissing : Binary(1));
+  arguments.push_back(Here() == ')' || Here() == ',' ? SafeTree::kMissing : Binary(kLoosestStrength));
   while (arguments.back() != kFailed) {
     SkipBlanks();
     if (Here() != ',') break;
     ++at_;
-    arguments.push_back(Binary(1));
+    arguments.push_back(Binary(kLoosestStrength));
   }
   --depth_;
   const std::size_t wanted = kind == kIif ? 3 : kind == kFind ? 2 : arguments.size();

@@ -120,7 +120,7 @@ bool SafeFormula::Simplify(int index) {
   }
 }
 
-// Puts `fresh` in place of a stretch, if the text gets shorter and is worked by the same rules as before.
+// Puts `fresh` in place of a stretch, if the text gets shorter and is evaluated by the same rules as before.
 bool SafeFormula::Put(int first, int past, TextView fresh) {
   const auto length = static_cast<std::size_t>(past - first);
   if (fresh.size() >= length) return false;
@@ -217,7 +217,7 @@ bool SafeFormula::DropJoin(int index) {
   }
   if (const auto value = Constant(right)) {
     const bool decides = (*value == 1.0) != both;
-    // The left one is worked first, and may fail.
+    // The left one is evaluated first, and may fail.
     if (decides) return Of(left).pure && PutNode(index, decided);
     return Of(left).boolean && KeepLeft(index);
   }

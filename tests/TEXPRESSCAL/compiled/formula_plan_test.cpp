@@ -77,7 +77,7 @@ bool FitsPlan(const Text& formula, const NamedValues& values) {
   double value = 0;
   int error = 0;
   const CMapValue map = MapOf(values);
-  return plan.Make(Capitals(formula), map) && plan.Work(map, value, error);
+  return plan.Make(Capitals(formula), map) && plan.Evaluate(map, value, error);
 }
 
 const NamedValues kBeam = {
@@ -156,7 +156,7 @@ bool FitsPlanOfThirds(const Text& formula, const NamedValues& values) {
   double value = 0;
   int error = 0;
   const CMapValue map = MapOf(values);
-  return plan.Make(Capitals(formula), map, FormulaPlan::Thirds::kFit) && plan.Work(map, value, error);
+  return plan.Make(Capitals(formula), map, FormulaPlan::Thirds::kFit) && plan.Evaluate(map, value, error);
 }
 
 TEST(FormulaPlan, TakesThirdsWhereTheirDivisorBindsToNothingElse) {

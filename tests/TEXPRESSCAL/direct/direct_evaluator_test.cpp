@@ -35,7 +35,7 @@ CMapValue MapOf(const Values& values) {
 bool IsCovered(const Text& formula, const CMapValue& values) {
   ValuePlaces places;
   double value = 0;
-  return OnePass(formula.c_str(), values, places).Work(value);
+  return DirectEvaluator(formula.c_str(), values, places).Evaluate(value);
 }
 
 // Worked alone, and once more behind another formula with the same values.
@@ -49,7 +49,7 @@ void ExpectSame(const Text& formula, const Values& values) {
   if (!difference.empty()) FAIL() << Shown(made) << '\n' << difference;
 }
 
-TEST(OnePass, CoversWhatFormulasUsuallyAre) {
+TEST(DirectEvaluator, CoversWhatFormulasUsuallyAre) {
   for (const TCHAR* formula : {_T("A"),
                                _T("1.2.3"),
                                _T("-A"),
@@ -95,7 +95,7 @@ TEST(OnePass, CoversWhatFormulasUsuallyAre) {
   }
 }
 
-TEST(OnePass, RefusesWhatMayMeanSomethingElse) {
+TEST(DirectEvaluator, RefusesWhatMayMeanSomethingElse) {
   for (const TCHAR* formula :
        {_T(""),          _T("A +B"),    _T(" A"),           _T("'A'='A'"),
         _T("|N|"),       _T("0!A"),     _T("A B"),          _T("2A"),
@@ -118,7 +118,7 @@ TEST(OnePass, RefusesWhatMayMeanSomethingElse) {
   }
 }
 
-TEST(OnePass, RefusesValuesWhoseTextIsNotTheirNumber) {
+TEST(DirectEvaluator, RefusesValuesWhoseTextIsNotTheirNumber) {
   for (const double value : {0.3333333333333333, 0.333, 0.334, 0.6666666666666666, 0.667, 1e62, 1e-3 / 2,
                              0.0015, 2.4995, 1e300, HUGE_VAL, -HUGE_VAL, std::nan("")}) {
     EXPECT_FALSE(IsCovered(_T("A*3"), MapOf({{_T("A"), value}}))) << value;
@@ -129,7 +129,7 @@ TEST(OnePass, RefusesValuesWhoseTextIsNotTheirNumber) {
     ExpectSame(_T("A*3/(A-7)^2"), {{_T("A"), value}});
 }
 
-TEST(OnePass, RefusesMapsWithNamesThatCouldMatchElsewhere) {
+TEST(DirectEvaluator, RefusesMapsWithNamesThatCouldMatchElsewhere) {
   for (const TCHAR* odd : {_T("A+B"), _T("1"), _T("_A"), _T("2A"), _T("("), _T("+"), _T("A."),
                            _T("NINE+LETTERS"), _T("_NINELETTERS")}) {
     const Values values = {{_T("A"), 2}, {_T("B"), 3}, {odd, 5}};
@@ -148,7 +148,7 @@ TEST(OnePass, RefusesMapsWithNamesThatCouldMatchElsewhere) {
   EXPECT_FALSE(IsCovered(_T("A"), small));
 }
 
-TEST(OnePass, CountsOfEntriesUnitsAndOperatorsAreBounded) {
+TEST(DirectEvaluator, CountsOfEntriesUnitsAndOperatorsAreBounded) {
   Values values;
   for (int i = 0; i < static_cast<int>(ValuePlaces::kMaxEntries); ++i) {
     Text name = _T("K");
@@ -179,7 +179,7 @@ TEST(OnePass, CountsOfEntriesUnitsAndOperatorsAreBounded) {
 }
 
 // A value shorter than its name makes the next place of that name be missed if it follows closely.
-TEST(OnePass, NamesCloseToEachOther) {
+TEST(DirectEvaluator, NamesCloseToEachOther) {
   EXPECT_FALSE(IsCovered(_T("ABC+ABC"), MapOf({{_T("ABC"), 1}})));
   EXPECT_TRUE(IsCovered(_T("ABC+ABC"), MapOf({{_T("ABC"), 12}})));
   EXPECT_TRUE(IsCovered(_T("ABC+(ABC)"), MapOf({{_T("ABC"), 1}})));
@@ -199,7 +199,7 @@ TEST(OnePass, NamesCloseToEachOther) {
   }
 }
 
-TEST(OnePass, NamesWithinNames) {
+TEST(DirectEvaluator, NamesWithinNames) {
   const Values values = {{_T("A"), 2},    {_T("AA"), 3}, {_T("AAA"), 5}, {_T("A1"), 7},    {_T("A12"), 11},
                          {_T("A1B"), 13}, {_T("B"), 17}, {_T("B1"), 19}, {_T("A1B1"), 23}, {_T("MAX"), 29}};
   const TCHAR* const names[] = {_T("A"),    _T("AA"), _T("AAA"),   _T("A1"),  _T("A12"),  _T("A1B"),
@@ -220,7 +220,7 @@ TEST(OnePass, NamesWithinNames) {
   EXPECT_FALSE(IsCovered(_T("A1B2C"), MapOf({{_T("A1B2C"), 1}, {_T("B2C"), 2}})));
 }
 
-TEST(OnePass, EveryFormulaOfFiveTokens) {
+TEST(DirectEvaluator, EveryFormulaOfFiveTokens) {
   const TCHAR* const tokens[] = {_T("A"), _T("N"), _T("2"), _T("-"), _T("+"),
                                  _T("/"), _T("^"), _T("("), _T(")"), _T("<")};
   constexpr int kLong = 100000;
@@ -275,7 +275,7 @@ class FormulaSource {
   ChoiceSource& s_;
 };
 
-TEST(OnePass, RandomFormulas) {
+TEST(DirectEvaluator, RandomFormulas) {
   ChoiceSource source(20240611);
   int covered = 0;
   constexpr int kCount = 40000 / kShare;
@@ -291,7 +291,7 @@ TEST(OnePass, RandomFormulas) {
 }
 
 // The worked text is that of the moment of the work, however late it is asked for.
-TEST(OnePass, WorkedTextIsKeptUntilItIsAskedFor) {
+TEST(DirectEvaluator, WorkedTextIsKeptUntilItIsAskedFor) {
   CMapValue values = MapOf({{_T("A"), 2}, {_T("B"), 3.25}});
   CAdExpCalculate calculator;
   calculator.SetVarValue(&values);
@@ -312,7 +312,7 @@ TEST(OnePass, WorkedTextIsKeptUntilItIsAskedFor) {
   EXPECT_EQ(Utf8(calculator.GetCalcedExpr()), "A+1");
 }
 
-TEST(OnePass, ParametersAreWorkedBesideThePendingText) {
+TEST(DirectEvaluator, ParametersAreWorkedBesideThePendingText) {
   CAdExpCalculate calculator(_T("A*2"));
   calculator.SetVarValue(_T("A"), 3, false);
   EXPECT_EQ(calculator.Calculate(), 6);
@@ -323,7 +323,7 @@ TEST(OnePass, ParametersAreWorkedBesideThePendingText) {
 }
 
 // Names that were seen to be keywords are searched no more, until keywords go.
-TEST(OnePass, KeywordsThatWentComeAgainWithTheirValue) {
+TEST(DirectEvaluator, KeywordsThatWentComeAgainWithTheirValue) {
   CAdExpCalculate calculator;
   const auto count_with_value = [&calculator] {
     calculator.SetVarValue(_T("H"), 1, false);

@@ -40,10 +40,10 @@ std::vector<double> WorkedBy(const BlockLoops& loops, const FormulaProgram& prog
   for (std::size_t i = 0; i < program.SlotCount(); ++i) cells[i].column = column.data();
   AlignedRow<double> results(values.size() + 1, -7);
   errors.assign(values.size(), 0);
-  const auto room = std::make_unique<BlockRoom>();
-  loops.work({program.Steps().data(), program.Steps().size(), cells.data(), program.ConstantEnd(),
-              values.size(), results.data(), streams, errors.data(), room.get(),
-              [](unsigned short kind, double x) { return NumberFunction(kind, x); }, nullptr, 0});
+  const auto scratch = std::make_unique<BlockScratch>();
+  loops.evaluate({program.Steps().data(), program.Steps().size(), cells.data(), program.ConstantEnd(),
+                  values.size(), results.data(), streams, errors.data(), scratch.get(),
+                  [](unsigned short kind, double x) { return NumberFunction(kind, x); }, nullptr, 0});
   loops.end_stream();
   EXPECT_EQ(results.back(), -7);
   return {results.begin(), results.end() - 1};
@@ -56,7 +56,7 @@ void ExpectWorkedAlike(const BlockLoops& loops, FormulaProgram& program, const s
   for (std::size_t row = 0; row < values.size(); ++row) {
     std::fill_n(program.Slots(), program.SlotCount(), values[row]);
     int error = 0;
-    const double expected = program.Work(error);
+    const double expected = program.Evaluate(error);
     EXPECT_TRUE(SameBits(results[row], expected) && errors[row] == error)
         << Shown(formula) << " of " << values[row] << " by " << loops.name << ": " << results[row]
         << ", error " << int{errors[row]} << " for " << expected << ", error " << error;

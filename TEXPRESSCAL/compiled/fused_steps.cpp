@@ -1,4 +1,4 @@
-#include "TEXPRESSCAL/compiled/quick_steps.h"
+#include "TEXPRESSCAL/compiled/fused_steps.h"
 
 #include <cstddef>
 #include <utility>
@@ -14,39 +14,39 @@ bool IsComparison(StepKind kind) {
   return kind >= StepKind::kLess && kind <= StepKind::kNotEqual;
 }
 
-QuickSecond SecondOf(const Step& step) {
-  if (step.Loads()) return QuickSecond::kNothing;
+FusedSecond SecondOf(const Step& step) {
+  if (step.Loads()) return FusedSecond::kNothing;
   switch (step.kind) {
     case StepKind::kAdd:
-      return QuickSecond::kAdd;
+      return FusedSecond::kAdd;
     case StepKind::kSubtract:
-      return QuickSecond::kSubtract;
+      return FusedSecond::kSubtract;
     case StepKind::kSubtractFrom:
-      return QuickSecond::kSubtractFrom;
+      return FusedSecond::kSubtractFrom;
     case StepKind::kMultiply:
-      return QuickSecond::kMultiply;
+      return FusedSecond::kMultiply;
     default:
-      return QuickSecond::kNothing;
+      return FusedSecond::kNothing;
   }
 }
 
-class QuickStepMaker {
+class FusedStepMaker {
  public:
-  explicit QuickStepMaker(const std::vector<Step>& steps)
+  explicit FusedStepMaker(const std::vector<Step>& steps)
       : steps_(steps), is_goal_(steps.size()), place_(steps.size()) {
     for (std::size_t at = 0; at < steps.size(); ++at) {
       if (GoesElsewhere(steps[at].kind)) is_goal_[at + steps[at].further] = true;
     }
   }
 
-  std::vector<QuickStep> Make() {
+  std::vector<FusedStep> Make() {
     for (std::size_t at = 0; at < steps_.size();) {
-      place_[at] = quick_.size();
+      place_[at] = fused_.size();
       at = MayLoad(steps_[at].kind) ? TakeJoined(at) : TakeOther(at);
     }
     for (const auto& [from, goal] : ways_)
-      quick_[from].target = static_cast<std::uint16_t>(place_[goal] - from);
-    return std::move(quick_);
+      fused_[from].target = static_cast<std::uint16_t>(place_[goal] - from);
+    return std::move(fused_);
   }
 
  private:
@@ -55,46 +55,46 @@ class QuickStepMaker {
 
   std::size_t TakeJoined(std::size_t at) {
     const Step& step = steps_[at++];
-    QuickStep quick{nullptr, step.further, step.cell, step.other, 0, 0, 0};
-    QuickSecond second = QuickSecond::kNothing;
+    FusedStep fused{nullptr, step.further, step.cell, step.other, 0, 0, 0};
+    FusedSecond second = FusedSecond::kNothing;
     if (!IsComparison(step.kind) && !is_goal_[at]) second = SecondOf(steps_[at]);
-    if (second != QuickSecond::kNothing) quick.second = steps_[at++].cell;
-    QuickTail tail = QuickTail::kGoesOn;
+    if (second != FusedSecond::kNothing) fused.second = steps_[at++].cell;
+    FusedTail tail = FusedTail::kGoesOn;
     if (Follows(at, StepKind::kSave)) {
-      tail = QuickTail::kSaves;
-      quick.target = steps_[at++].cell;
+      tail = FusedTail::kSaves;
+      fused.target = steps_[at++].cell;
     } else if (Follows(at, StepKind::kEnd)) {
-      tail = QuickTail::kEnds;
+      tail = FusedTail::kEnds;
       ++at;
     } else if (IsComparison(step.kind) && Follows(at, StepKind::kIf)) {
-      tail = QuickTail::kBranches;
-      ways_.emplace_back(quick_.size(), at + steps_[at].further);
+      tail = FusedTail::kBranches;
+      ways_.emplace_back(fused_.size(), at + steps_[at].further);
       ++at;
     }
-    quick.run = QuickWorkOf(step.kind, step.Loads(), second, tail);
-    quick_.push_back(quick);
+    fused.run = HandlerOf(step.kind, step.Loads(), second, tail);
+    fused_.push_back(fused);
     return at;
   }
 
   std::size_t TakeOther(std::size_t at) {
     const Step& step = steps_[at];
     if (step.kind == StepKind::kEndIf) return at + 1;
-    if (GoesElsewhere(step.kind)) ways_.emplace_back(quick_.size(), at + step.further);
-    quick_.push_back({QuickWorkOf(step), 0, step.cell, step.other, 0, step.cell, step.rule});
+    if (GoesElsewhere(step.kind)) ways_.emplace_back(fused_.size(), at + step.further);
+    fused_.push_back({HandlerOf(step), 0, step.cell, step.other, 0, step.cell, step.rule});
     return at + 1;
   }
 
   const std::vector<Step>& steps_;
   std::vector<bool> is_goal_;
-  std::vector<std::size_t> place_;  // of each step, the quick one that begins with it
-  std::vector<QuickStep> quick_;
-  std::vector<std::pair<std::size_t, std::size_t>> ways_;  // from a quick step to a step elsewhere
+  std::vector<std::size_t> place_;  // of each step, the fused one that begins with it
+  std::vector<FusedStep> fused_;
+  std::vector<std::pair<std::size_t, std::size_t>> ways_;  // from a fused step to a step elsewhere
 };
 
 }  // namespace
 
-std::vector<QuickStep> QuickStepsOf(const std::vector<Step>& steps) {
-  return QuickStepMaker(steps).Make();
+std::vector<FusedStep> FuseSteps(const std::vector<Step>& steps) {
+  return FusedStepMaker(steps).Make();
 }
 
 }  // namespace lorv

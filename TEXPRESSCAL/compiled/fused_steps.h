@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "TEXPRESSCAL/simd/formula_step.h"
+
+// The steps of a program as single numbers are evaluated by them. Going from one step to the next costs as
+// much as the arithmetic of both, so neighbours that belong together are one step here: a number is taken in
+// accumulator, joined with one cell and with another, and put away.
+namespace lorv {
+
+struct FusedStep {
+  // Evaluates this step and all behind it. The error is written where one is met.
+  using Handler = double (*)(const FusedStep* step, double accumulator, double* cells, int* error);
+
+  Handler run;
+  std::uint16_t load;    // the cell that is taken in accumulator first, if any is
+  std::uint16_t cell;    // what the accumulator is joined with
+  std::uint16_t other;   // the other factor of a product
+  std::uint16_t second;  // what the accumulator is joined with then
+  std::uint16_t target;  // the cell where the accumulator is put, or how many steps further on to go
+  std::uint16_t rule;    // the function
+};
+
+// What a fused step with arithmetic or a comparison does behind it.
+enum class FusedTail : std::uint8_t { kGoesOn, kSaves, kEnds, kBranches };
+
+// How the accumulator is joined with a second cell.
+enum class FusedSecond : std::uint8_t { kNothing, kAdd, kSubtract, kSubtractFrom, kMultiply };
+
+// What evaluates a step that may load; only comparisons branch, and take nothing second.
+FusedStep::Handler HandlerOf(StepKind kind, bool loads, FusedSecond second, FusedTail tail);
+// What evaluates any other.
+FusedStep::Handler HandlerOf(const Step& step);
+
+std::vector<FusedStep> FuseSteps(const std::vector<Step>& steps);
+
+}  // namespace lorv
