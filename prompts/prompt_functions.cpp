@@ -5,81 +5,34 @@
 #include "prompts/TCompDrawInf.h"
 #include "prompts/prompt_lookup.h"
 
-using lorv::PromptAt;
-using lorv::PromptFor;
+// The public look-ups, all of them by position and by Chinese text: what each one adds is the table.
+#define LORV_PROMPT_LOOKUP(name, Position, table)                          \
+  LPCTSTR name(Position prompt) {                                          \
+    return lorv::PromptAt(lorv::table, static_cast<std::int64_t>(prompt)); \
+  }                                                                        \
+  LPCTSTR name(LPCTSTR chinese) {                                          \
+    return lorv::PromptFor(lorv::table, chinese);                          \
+  }
 
 namespace CStInf {
-
-LPCTSTR GetErrInf(ErrPompt prompt) {
-  return PromptAt(lorv::kSteelInputTable, static_cast<int>(prompt));
+LORV_PROMPT_LOOKUP(GetErrInf, ErrPompt, kSteelInputTable)
 }
-LPCTSTR GetErrInf(LPCTSTR chinese) {
-  return PromptFor(lorv::kSteelInputTable, chinese);
-}
-
-}  // namespace CStInf
 
 namespace CObjClassInf {
-
-LPCTSTR GetInf(ErrPompt prompt) {
-  return PromptAt(lorv::kObjectClassTable, static_cast<int>(prompt));
+LORV_PROMPT_LOOKUP(GetInf, ErrPompt, kObjectClassTable)
 }
-LPCTSTR GetInf(LPCTSTR chinese) {
-  return PromptFor(lorv::kObjectClassTable, chinese);
-}
-
-}  // namespace CObjClassInf
 
 namespace PublicInf {
-
-LPCTSTR GetPubInf(PublicPropt prompt) {
-  return PromptAt(lorv::kCommandLineTable, static_cast<int>(prompt));
-}
-LPCTSTR GetPubInf(LPCTSTR chinese) {
-  return PromptFor(lorv::kCommandLineTable, chinese);
-}
-
-LPCTSTR GetErrInf(ErrorPropt prompt) {
-  return PromptAt(lorv::kFailureTable, static_cast<int>(prompt));
-}
-LPCTSTR GetErrInf(LPCTSTR chinese) {
-  return PromptFor(lorv::kFailureTable, chinese);
-}
-
-LPCTSTR GetShapeInf(Shape prompt) {
-  return PromptAt(lorv::kShapeTable, static_cast<int>(prompt));
-}
-LPCTSTR GetShapeInf(LPCTSTR chinese) {
-  return PromptFor(lorv::kShapeTable, chinese);
-}
-
-LPCTSTR GetPtInf(PointPrompt prompt) {
-  return PromptAt(lorv::kPointTable, static_cast<int>(prompt));
-}
-LPCTSTR GetPtInf(LPCTSTR chinese) {
-  return PromptFor(lorv::kPointTable, chinese);
-}
-
+LORV_PROMPT_LOOKUP(GetPubInf, PublicPropt, kCommandLineTable)
+LORV_PROMPT_LOOKUP(GetErrInf, ErrorPropt, kFailureTable)
+LORV_PROMPT_LOOKUP(GetShapeInf, Shape, kShapeTable)
+LORV_PROMPT_LOOKUP(GetPtInf, PointPrompt, kPointTable)
 }  // namespace PublicInf
 
 namespace TCompDrawInf {
-
-LPCTSTR GetInf(DrawInformation prompt) {
-  return PromptAt(lorv::kDrawingTable, static_cast<int>(prompt));
+LORV_PROMPT_LOOKUP(GetInf, DrawInformation, kDrawingTable)
 }
-LPCTSTR GetInf(LPCTSTR chinese) {
-  return PromptFor(lorv::kDrawingTable, chinese);
-}
-
-}  // namespace TCompDrawInf
 
 namespace SwicthInfo {
-
-LPCTSTR GetSwitchInf(ShowSwitch prompt) {
-  return PromptAt(lorv::kShowSwitchTable, static_cast<int>(prompt));
+LORV_PROMPT_LOOKUP(GetSwitchInf, ShowSwitch, kShowSwitchTable)
 }
-LPCTSTR GetSwitchInf(LPCTSTR chinese) {
-  return PromptFor(lorv::kShowSwitchTable, chinese);
-}
-
-}  // namespace SwicthInfo
