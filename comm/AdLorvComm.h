@@ -16,8 +16,7 @@ class CWnd;
 // and the suite's windows.
 //
 // Units: lengths, positions and indices count from 0, lengths of texts in 16-bit units. Digits are 0 to 9 and
-// letters A to Z and a to z: a
-//   Chinese character or a full-width digit is neither.
+//   letters A to Z and a to z: a Chinese character or a full-width digit is neither.
 // Result: where a function gives bool and has an output, the output is untouched when it gives false,
 //   except where its line says otherwise.
 // No state, no locale: any thread that owns the arguments, but for the windows, which are asked for on the

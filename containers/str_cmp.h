@@ -50,8 +50,7 @@ class COMM_LORV_API CStrCmp {
 // Comparison of two texts of which either may be missing (null).
 //
 // Result: 0 for identical pointers and for two missing texts, -1 when only `a` is missing, 1 when only `b`
-// is.
-//   Two texts are compared as `b` with `a`: in that order, the reverse of what the rule for missing texts
+//   is. Two texts are compared as `b` with `a`: in that order, the reverse of what the rule for missing texts
 //   suggests, and callers sort by it.
 //
 //   TStrCmp(_T("a"), _T("b"), false)  is positive

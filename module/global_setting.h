@@ -11,8 +11,7 @@
 // which reaches them through `TasmerSet`.
 //
 // There is one object, made on first use and never destroyed; it may be copied, member by member. Fields,
-// their
-//   order and their defaults are fixed.
+//   their order and their defaults are fixed.
 // Plain values without a lock, for the user-interface thread.
 //
 //   TasmerSet->tolerance  gives 0.0001

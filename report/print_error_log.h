@@ -6,8 +6,7 @@
 // Messages collected by a caller and written at the end to one text file, which may be opened for the user.
 //
 // Units: formatted lines hold 16-bit units, at most lorv::kMaxLogLine; longer ones are cut to it. Lines added
-// as
-//   they are have no limit of their own.
+//   as they are have no limit of their own.
 // Edges: a null text counts as the empty one. The file is written in the system's narrow code page.
 // Result: OutputErrorLog tells only whether all of its steps were done; no message is shown.
 // An object belongs to one thread at a time. Texts are copied.
@@ -39,9 +38,8 @@ class COMM_LORV_API CPrintErrorLog {
   // An empty directory means the default one. It is made if only its last level is missing. A separator comes
   // between the two even if the directory ends in one. With `clear` the lines are forgotten afterwards; with
   // `open` the file is opened in the text viewer. Result: false when there is no directory, it cannot be
-  // made, THERE ARE NO LINES (the directory is made all the
-  //   same), the file cannot be written, or, with `open`, no viewer starts. But for the last case the lines
-  //   stay, so that another directory can be tried.
+  //   made, THERE ARE NO LINES (the directory is made all the same), the file cannot be written, or, with
+  //   `open`, no viewer starts. But for the last case the lines stay, so that another directory can be tried.
   bool OutputErrorLog(LPCTSTR directory, LPCTSTR file_name, bool clear, bool open);
 
   const CStringArray& Lines() const { return m_arrLines; }

@@ -12,12 +12,10 @@
 //
 // Units: rows and columns count from 0.
 // The declared width is what the table was last dimensioned to. AppendColumn and RemoveCol change the rows
-// and
-//   not the declared width; SetArray brings the two back together. New rows have the declared width, and
+//   and not the declared width; SetArray brings the two back together. New rows have the declared width, and
 //   SetValueAt goes by it.
 // Edges: an index outside the table is refused, or gives an empty cell where the result is a cell. A new cell
-// is
-//   T().
+//   is T().
 // Result: "refused" is 0 or false, and the cells are then as they were. SetArray that finds no memory is
 //   refused too; elsewhere a lack of memory is std::bad_alloc. A cell whose copy fails raises what T raises.
 // A reference to a cell is valid until rows or columns change. One thread at a time.

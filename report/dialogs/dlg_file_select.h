@@ -6,8 +6,7 @@
 // Has the user choose one of several names: which of the open workbooks is meant.
 //
 // Result: Selection gives the name's place in the list once OK was pressed (or a name clicked twice); -1
-// before
-//   that, after Cancel, and where there was nothing to choose.
+//   before that, after Cancel, and where there was nothing to choose.
 // The names are shown in the order given, the first one selected. They are copied.
 // One thread: that of the user interface.
 //
