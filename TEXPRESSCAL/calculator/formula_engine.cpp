@@ -31,8 +31,10 @@ void FormulaEngine::SetOtherText(LPCTSTR typed, bool& too_long) {
   CopyCapitals(kept, formula_.Overwrite(kept.size()));
 }
 
+// Nothing is touched where it is written already: several threads may copy from one calculator.
 GrowingEdit& FormulaEngine::WorkingText() {
-  if (content_ != Content::kWritten) working_ = formula_;
+  if (content_ == Content::kWritten) return working_;
+  working_ = formula_;
   if (content_ == Content::kFormulaAndPlan) repeated_.WriteValues(working_);
   if (content_ == Content::kFormulaAndPlaces) places_.WriteInto(working_);
   content_ = Content::kWritten;
@@ -120,6 +122,7 @@ double FormulaEngine::CalculateAside(TextView formula, const CMapValue& values,
   return is_good ? value : 0.0;
 }
 
+// The expression is cleared, not made anew: its storage is what makes repeated parses cheap.
 int FormulaEngine::Parse(TextView text, const CValidParameter& names) {
   expression_.Clear();
   expression_.m_pValidParameter = &names;

@@ -1,10 +1,12 @@
-// Separate objects of the engine on several threads at once: nothing is shared but the function table. The
-// thread sanitizer runs this program, too.
+// The engine on several threads at once: separate objects share nothing but the function table, and many rows
+// are shared out among threads. The thread sanitizer runs this program, too.
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <thread>
 #include <vector>
 
+#include "TEXPRESSCAL/calculate_rows.h"
 #include "TEXPRESSCAL/express.h"
 #include "tests/support/print.h"
 
@@ -53,6 +55,26 @@ TEST(FormulaThreads, CalculatorsOnTheirOwnThreadsDoNotMeet) {
   });
   for (int i = 0; i < kThreads; ++i) {
     EXPECT_EQ(sums[static_cast<std::size_t>(i)], kRounds * (i * 2.5 + 1)) << "thread " << i;
+  }
+}
+
+// All threads copy the one calculator, whose working copy may not be written yet.
+TEST(FormulaThreads, RowsAreSharedOutAmongThreads) {
+  constexpr std::size_t kRows = 60000;
+  const double kMixed[] = {0.3333, 2, 0.0015, -1.25, 0, 0.667, 12.5};
+  std::vector<double> column(kRows);
+  for (std::size_t row = 0; row < kRows; ++row) column[row] = kMixed[row % std::size(kMixed)];
+  const lorv::ValueColumn columns[] = {{_T("A"), column.data()}};
+  for (const TCHAR* formula : {_T("1/(A-0.3334)+A*2"), _T("FIND('B','AB')+1/A")}) {
+    CAdExpCalculate calculator(formula);
+    calculator.SetVarValue(_T("A"), 7, false);
+    calculator.Calculate();
+    std::vector<double> alone(kRows), shared(kRows);
+    std::vector<int> alone_errors(kRows), shared_errors(kRows);
+    lorv::CalculateRows(calculator, columns, kRows, alone.data(), alone_errors.data());
+    lorv::CalculateRows(calculator, columns, kRows, shared.data(), shared_errors.data(), kThreads);
+    EXPECT_EQ(alone, shared);
+    EXPECT_EQ(alone_errors, shared_errors);
   }
 }
 
