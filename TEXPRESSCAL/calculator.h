@@ -19,27 +19,25 @@ class FormulaEngine;
 // Values are written into a working copy of the text as numbers (three decimals, thirds as divisions; see
 // ReplExprWithOneValue), and what is left is parsed and evaluated by CExpression. So a name may be Chinese as
 // long as it has a value; names without one are ASCII letters, digits and "_", and must be among the
-// keywords, where they count 0. A name that is neither stops the work.
+// keywords, where they count 0. A name that is neither stops the evaluation.
 //
 // Units: 16-bit units; error positions count in the rewritten text, from 0. A formula holds at most
 //   lorv::kMaxFormulaText units and is cut there without a word; ValidExp reports more than
 //   lorv::kFormulaTextFlagged. A name holds 20 units.
 // Edges: letter case never matters. A null text is the empty text.
 // Result: Calculate gives 0 with an error. Its error is 0 for success, but also for a formula that is empty
-// or
-//   fails at position 0; 1 for a division by zero, a malformed argument list or a failure at position 1; else
-//   the position of the failure. SQRT(-1) and its like are no errors here.
+//   or fails at position 0; 1 for a division by zero, a malformed argument list or a failure at position 1;
+//   else the position of the failure. SQRT(-1) and its like are no errors here.
 // An object belongs to one thread at a time, separate ones are independent. Only the keyword sets by class id
-// are
-//   shared by all objects: the calls that take a class id, and ClearStaticKeyWord, belong to one thread at a
-//   time.
+//   are shared by all objects: the calls that take a class id, and ClearStaticKeyWord, belong to one thread
+//   at a time.
 //
 //   CAdExpCalculate c(_T("a+b"));  c.SetVarValue(_T("A:2;b:3"));  c.Calculate()  gives 5
 class COMM_LORV_API CAdExpCalculate : public CValidParameter {
  public:
   CAdExpCalculate();
   explicit CAdExpCalculate(const CString& formula);
-  // The copy works with the source's values (later changes are seen by both) and knows no keywords.
+  // The copy calculates with the source's values (later changes are seen by both) and knows no keywords.
   CAdExpCalculate(const CAdExpCalculate& other);
   // Like copying, and the keywords come along.
   CAdExpCalculate& operator=(const CAdExpCalculate& other);

@@ -26,7 +26,7 @@ enum class FormulaFault {
   kTooDeep,          // brackets deeper than kMaxNesting
   kDivisionByZero,   // the divisor is 0
   kOutsideDomain,    // a root or logarithm of what has none
-  kMissingArgument,  // a function without the argument it evaluates
+  kMissingArgument,  // a function without the argument it uses
   kMalformedArguments
 };
 
@@ -44,12 +44,12 @@ struct FormulaDiagnosis {
 // Says what is wrong with a formula, in the text as it was typed, where Calculate counts in its rewritten
 // one.
 //
-// The formula is evaluated as CAdExpCalculate evaluates it with these values and keywords (the names of
-// `values` count as keywords): a keyword without a value is 0. Only the first fault of the syntax is found,
-// or the last one of the values, which is the one that Calculate tells of. Units: 16-bit units of the formula
-// as typed; only what a calculator keeps of it is looked at. Edges: an empty formula has no fault. A missing
-// argument and an argument outside the domain are faults here
-//   though Calculate works on with 0 (`stops` is false).
+// The formula is evaluated as CAdExpCalculate does it with these values and keywords (the names of `values`
+// count as keywords): a keyword without a value is 0. Only the first fault of the syntax is found, or the
+// last one of the values, which is the one that Calculate reports.
+// Units: 16-bit units of the formula as typed; only what a calculator keeps of it is looked at.
+// Edges: an empty formula has no fault. A missing argument and an argument outside the domain are faults here
+//   though Calculate goes on with 0 (`stops` is false).
 // Result: the fault; kNone if there is none, with no message.
 // Nothing is kept. Any thread.
 //

@@ -17,10 +17,9 @@ class COMM_LORV_API CValue : public CObject {
 // Parses one formula and evaluates it to a double.
 //
 // The formula: numbers, texts in single quotes, functions, "+ - * / ^", comparisons, " AND ", " OR " (or &&
-// ||),
-//   brackets, bars for the absolute value. All operators join to the left; a sign binds tighter than "^", so
-//   -2^2 is 4; AND and OR bind alike. A comparison is 1 or 0 and may stand wherever a number stands. Names
-//   have no values here: a name resolver says which may be used, and each counts 1000000.
+//   ||), brackets, bars for the absolute value. All operators join to the left; a sign binds tighter than
+//   "^", so -2^2 is 4; AND and OR bind alike. A comparison is 1 or 0 and may stand wherever a number stands.
+//   Names have no values here: a name resolver says which may be used, and each counts 1000000.
 // Units: positions count 16-bit units of the rewritten text, from 0, in which "<=" is one unit and the blanks
 //   of " AND " are gone.
 // Edges: letter case never matters, inside quotes neither: everything is turned to capitals first. A text

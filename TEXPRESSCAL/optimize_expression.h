@@ -97,7 +97,7 @@ class COMM_LORV_API COptimizeExpression {
   void FoldCalls(CString& text) const;
   bool RunZeroRounds(CString& text) const;
 
-  int m_nFuncIndex = -1;  // what the pass works on: 0 max, 1 min, 2 iif, -1 the zero rules
+  int m_nFuncIndex = -1;  // what the pass looks for: 0 max, 1 min, 2 iif, -1 the zero rules
   CMapValue m_mapKeyValue;
 };
 

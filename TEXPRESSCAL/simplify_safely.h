@@ -20,9 +20,8 @@ enum class ZeroSign { kKept, kIgnored };
 // are allowed for.
 //
 // Units: 16-bit units. Edges: a formula that does not parse, of more than lorv::kMaxFormulaText units, with a
-// sign "+"
-//   before an operand, a number right before a name, a name in mixed scripts or of more than 20 units, or
-//   operators inside quotes, comes back untouched.
+//   sign "+" before an operand, a number right before a name, a name in mixed scripts or of more than 20
+//   units, or operators inside quotes, comes back untouched.
 // Result: never longer than `formula`. Throws nothing but std::bad_alloc. Any thread.
 //
 //   SimplifySafely(_T("1*A+IIF(2>1,B,C/0)"))  gives "A+(B)"

@@ -19,10 +19,10 @@
 // Replaces a variable by a value text.
 //
 // A hit counts only if no digit, ASCII letter, "_" or "." stands before or behind it. A value that begins
-// with an operator may hang on anything: what stands before is then not looked at. Result: the count of
-// replacements, at most lorv::kMaxReplacements with `all`. Without `all` the call ends at
-//   the first hit, and gives 0 if that one does not count, whatever follows. 0 also when the name or value is
-//   empty, or both differ in letter case only.
+// with an operator may hang on anything: what stands before is then not looked at.
+// Result: the count of replacements, at most lorv::kMaxReplacements with `all`. Without `all` the call ends
+//   at the first hit, and gives 0 if that one does not count, whatever follows. 0 also when the name or value
+//   is empty, or both differ in letter case only.
 //
 //   ReplExprWithValue(_T("a.b+a") in a buffer, _T("a"), _T("3"), true)  gives 1 and "a.b+3"
 COMM_LORV_API int ReplExprWithValue(LPTSTR text, LPCTSTR name, LPCTSTR value, bool all);
@@ -61,8 +61,7 @@ COMM_LORV_API bool ReplaceExprWithExpr(CString& text, LPCTSTR pairs, bool bBrack
 // annotation.
 //
 // Edges: the first unit of the text is never part of a name, so "abc[1]" lists "bc". After a cut the search
-// goes
-//   on one unit behind it: of "a[1][2]" the second annotation stays.
+//   goes on one unit behind it: of "a[1][2]" the second annotation stays.
 // Result: false for an empty text, else true. The lists are added to, not emptied.
 //
 //   SplitMidBracketKey(_T("2*abc[1]"), names, pairs)  leaves "2*abc" and lists "abc" with "1"

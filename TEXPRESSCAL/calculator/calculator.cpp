@@ -11,6 +11,7 @@ namespace {
 
 using lorv::TextView;
 
+// The interface gives messages in a buffer of this size.
 constexpr int kMessageText = 40;
 
 void CopyMessage(LPTSTR message, const CString& text) {
@@ -29,6 +30,8 @@ CAdExpCalculate::CAdExpCalculate(const CString& formula) : CAdExpCalculate() {
   SetExpr(formula);
 }
 
+// A copy shares the values and knows no keywords until it is told some: that is how copies differ from
+// assigned objects, and callers rely on it.
 CAdExpCalculate::CAdExpCalculate(const CAdExpCalculate& other)
     : CValidParameter(other),
       m_pMapValue(other.m_pMapValue),
@@ -53,6 +56,7 @@ CAdExpCalculate& CAdExpCalculate::operator=(const CAdExpCalculate& other) {
 
 CAdExpCalculate::~CAdExpCalculate() = default;
 
+// Copies share the map, so whoever uses it last deletes it.
 void CAdExpCalculate::UseOwnMap() {
   owner_ = std::make_shared<CMapValue>();
   m_pMapValue = owner_.get();
@@ -78,6 +82,7 @@ bool CAdExpCalculate::ValidExp(CString& message) const {
   return valid;
 }
 
+// Parses the formula as it was set: every name counts 1000000 here, whatever value it has.
 bool CAdExpCalculate::IsValid(LPTSTR message) const {
   CString text;
   if (m_bTooLong) {
@@ -107,6 +112,7 @@ double CAdExpCalculate::Calculate(int& error) {
   return engine_->Calculate(*m_pMapValue, *this, error);
 }
 
+// In a derived class's own buffer, so by the operation that works in a caller's buffer.
 void CAdExpCalculate::ReplExprWithVal2(LPTSTR text) const {
   for (const auto& [name, value] : *m_pMapValue) ReplExprWithOneValue(text, name, value);
 }
@@ -115,6 +121,8 @@ void CAdExpCalculate::ClearAllValue() {
   m_pMapValue->clear();
 }
 
+// The name's word is made once: map and keywords are both searched by it. A name that cannot be a word has
+// the word 0, and both are then searched by the name itself.
 int CAdExpCalculate::SetVarValue(LPCTSTR name, const double& value, bool keepExisting) {
   const lorv::NameWord word = lorv::WordOfName(name);
   const auto [place, fresh] = m_pMapValue->Place(name, word);
@@ -129,6 +137,8 @@ void CAdExpCalculate::AddKeyWord(LPCTSTR name, lorv::NameWord word) {
   engine_->known_keywords.Remember(word);
 }
 
+// Taking over the caller's map here is what the interface says, however it reads: the map is not copied but
+// overwritten, and this object deletes it from now on.
 int CAdExpCalculate::SetVarValue(const CMapValue& values) {
   *m_pMapValue = values;
   if (owner_ == nullptr) owner_.reset(m_pMapValue);

@@ -3,6 +3,7 @@
 
 std::map<CString, TDefsetVars> CAdExpCalculate::m_mapClassIdWithKeyWord;
 
+// What the parser asks of each name. The name is not cut here, so one of more than 20 units is never found.
 int CAdExpCalculate::ValidParameter(LPCTSTR name) const {
   if (name == nullptr) return 0;
   return m_KeyWords.FindKey(name) >= 0 ? 1 : 0;
@@ -12,6 +13,8 @@ void CAdExpCalculate::MakeKeyWord(TDefsetVars& set, LPCTSTR name) const {
   set.AddSorted(CStrCmp::Capitals(name));
 }
 
+// Wherever keywords may go, the memory of those that were seen is emptied; that keywords come does no harm to
+// it.
 int CAdExpCalculate::SetKeyWord(const CStringArray& names) {
   m_KeyWords.clear();
   engine_->known_keywords.Forget();
@@ -20,6 +23,8 @@ int CAdExpCalculate::SetKeyWord(const CStringArray& names) {
   return static_cast<int>(m_KeyWords.size());
 }
 
+// The first caller fixes the set of a class id, so its list is not looked at again; the second list only
+// adds.
 TDefsetVars* CAdExpCalculate::GetSetKeyWord(const CString& classId, const CStringArray& first,
                                             const CStringArray& second) const {
   if (classId.IsEmpty()) return nullptr;
@@ -61,6 +66,7 @@ void CAdExpCalculate::ClearStaticKeyWord() const {
   engine_->known_keywords.Forget();
 }
 
+// A text that does not parse uses no names, not even those that stand before the failure.
 CString CAdExpCalculate::GetSplitKeyWord(LPCTSTR text) const {
   return engine_->Parse(text, *this) >= 0 ? CString() : engine_->Parsed().AcceptedNames();
 }

@@ -79,6 +79,7 @@ void Compiler::Put(StepKind kind, std::size_t cell, std::size_t other, unsigned 
   steps.push_back(step);
 }
 
+// Equal numbers share a cell. They are told apart by their bits: 0 and -0 are equal and not the same.
 void Compiler::AddConstant(const ExprNode* node, double value) {
   constant_nodes_[node] = value;
   if (constants_.try_emplace(std::bit_cast<std::uint64_t>(value), program_.cells_.size()).second)
@@ -90,7 +91,7 @@ const double* Compiler::ConstantAt(const ExprNode* node) const {
   return at == constant_nodes_.end() ? nullptr : &at->second;
 }
 
-// Evaluates what does not depend on any variable, where that cannot fail.
+// Folds what does not depend on any variable, where that cannot fail.
 void Compiler::Fold(const ExprNode* node) {
   const double* const right = ConstantAt(node->right);
   if (node->kind == kNegate && right != nullptr) AddConstant(node, -*right);
@@ -137,6 +138,7 @@ void Compiler::Collect(const ExprNode* node) {
   }
 }
 
+// A call with arguments in the wrong number never comes from the parser, but trees may come from elsewhere.
 void Compiler::CollectArguments(const ExprNode* call) {
   Collect(call->left);
   // Other functions take any number of arguments and use the first alone.
@@ -149,6 +151,7 @@ void Compiler::CollectArguments(const ExprNode* call) {
   if (call->kind == kIif && count != 3) good_ = false;
 }
 
+// Only of leaves.
 std::size_t Compiler::CellOf(const ExprNode* leaf) const {
   if (const double* const value = ConstantAt(leaf))
     return constants_.at(std::bit_cast<std::uint64_t>(*value));
@@ -162,6 +165,8 @@ bool Compiler::MayFail(const ExprNode* node) const {
   return MayFail(node->left) || MayFail(node->right);
 }
 
+// What a tree gives stands in the accumulator behind its steps; nothing else but the cells opened meanwhile
+// has changed.
 void Compiler::Write(const ExprNode* node) {
   if (!good_) return;
   if (IsLeaf(node)) {
@@ -223,6 +228,7 @@ void Compiler::WriteBoth(const ExprNode* node, StepKind with_right, StepKind wit
   CloseCell();
 }
 
+// "+ a * b" with two leaves is one step: the most common term of a quantity.
 void Compiler::WriteSum(const ExprNode* node) {
   const bool adds = node->kind == kAdd;
   const ExprNode* right = node->right;
@@ -235,7 +241,7 @@ void Compiler::WriteSum(const ExprNode* node) {
             adds ? StepKind::kAdd : StepKind::kSubtractFrom);
 }
 
-// The right operand is evaluated first, and a divisor of 0 is told before what the dividend may tell.
+// The right operand is evaluated first, and a divisor of 0 is reported before what the dividend may report.
 void Compiler::WriteQuotient(const ExprNode* node) {
   const bool told_before = node->kind == kDivide && MayFail(node->left);
   const StepKind join = node->kind == kPower ? StepKind::kPower
@@ -269,6 +275,8 @@ void Compiler::WriteJoin(const ExprNode* node) {
   CloseCell();
 }
 
+// All arguments are evaluated first, as the tree does it, and compared from the last to the first. Two
+// arguments, the usual case, need no cells.
 void Compiler::WriteExtreme(const ExprNode* call) {
   const StepKind last = call->kind == kMax ? StepKind::kLarger : StepKind::kSmaller;
   const StepKind first = call->kind == kMax ? StepKind::kLargerFirst : StepKind::kSmallerFirst;
@@ -290,6 +298,8 @@ void Compiler::WriteExtreme(const ExprNode* call) {
   }
 }
 
+// Both branches leave their value in the accumulator. The cell of the first is used by the loops over blocks
+// alone, where some rows take one branch and some the other.
 void Compiler::WriteChoice(const ExprNode* call) {
   Write(call->left);
   const std::size_t test = OpenCell();
@@ -340,6 +350,7 @@ void Compiler::WriteCall(const ExprNode* node) {
   }
 }
 
+// The fused steps are made last: they are read off the finished steps.
 bool FormulaProgram::Make(const ExprNode* root, std::size_t slots, const SlotOf& slot_of) {
   slots_ = slots;
   steps_.clear();

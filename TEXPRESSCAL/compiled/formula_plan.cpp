@@ -26,8 +26,8 @@ bool IsPlainName(TextView name) {
   return std::all_of(name.begin(), name.end(), [](TCHAR c) { return IsNameChar(c) || c >= 0x80; });
 }
 
-// Puts placeholders in place of every name, and for each tells how long the text of a value must be at least
-// for the same hits to be found; false if a plan cannot be made for these names.
+// Puts placeholders in place of every name, and finds out for each how long the text of a value must be at
+// least for the same hits to be found; false if a plan cannot be made for these names.
 bool PutPlaceholders(PlaceholderEdit& edit, const CMapValue& values, std::vector<std::size_t>& least_texts) {
   for (const auto& [key, value] : values) {
     const TextView name(static_cast<LPCTSTR>(key));
@@ -64,6 +64,7 @@ bool FormulaPlan::Make(TextView formula, const CMapValue& values, Thirds thirds)
   return divided.Read() && reader.IsSameBut(divided) && MakeProgram(divided);
 }
 
+// The divisors of a plan with thirds are variables beside the numbers, in the same order.
 bool FormulaPlan::MakeProgram(const PlanReader& reader) {
   const std::size_t cells = values_.size() * (takes_thirds_ ? 2 : 1);
   const bool is_made = program_.Make(reader.Root(), cells, [&](const ExprNode* leaf) {
@@ -75,6 +76,9 @@ bool FormulaPlan::MakeProgram(const PlanReader& reader) {
   return is_made;
 }
 
+// A name has one slot however often it occurs, and a value must fit all of its places. The values are read in
+// whole strides of the processor, so the last place is repeated to the end of one; nobody reads what comes of
+// the repetitions.
 void FormulaPlan::MakeSlots(const PlanReader& reader, const std::vector<std::size_t>& least_texts) {
   std::map<std::size_t, Slot> by_name;
   for (const PlaceholderEdit::Place& place : reader.Places()) {
@@ -102,6 +106,8 @@ int FormulaPlan::SlotOf(std::size_t name) const {
   return static_cast<int>(at - slots_.begin());
 }
 
+// One by one: plans with thirds are rare, and the values are kept even where one does not fit, as the other
+// reading does it.
 bool FormulaPlan::ReadWithThirds(const char* first) {
   for (std::size_t i = 0; i < slots_.size(); ++i) {
     values_[i] = *reinterpret_cast<const double*>(first + places_[i]);
@@ -111,6 +117,7 @@ bool FormulaPlan::ReadWithThirds(const char* first) {
   return true;
 }
 
+// A third is written as "1/3" or "2/3": three units without a sign.
 bool FormulaPlan::Reads(const Slot& slot, double value, double& number, double& divisor) {
   number = ThirdsOf(value);
   divisor = number == 0 ? 1 : 3;
@@ -118,6 +125,7 @@ bool FormulaPlan::Reads(const Slot& slot, double value, double& number, double& 
   return slot.takes_third && slot.least_text <= kThirdText;
 }
 
+// Most plans have no such slots, so most evaluations do not come here.
 bool FormulaPlan::AllFitClosely() const {
   return std::all_of(close_slots_.begin(), close_slots_.end(),
                      [this](std::size_t i) { return FitsClosely(slots_[i], values_[i]); });

@@ -7,7 +7,9 @@
 #include "TEXPRESSCAL/evaluate/number_functions.h"
 #include "TEXPRESSCAL/evaluate/number_rules.h"
 
-// Each step ends by calling the next one with the number in accumulator, which the compiler turns into a
+// Runs a compiled formula on single numbers. It is used by plans, for a formula that is set again and again.
+//
+// Each step ends by calling the next one with the accumulator, which the compiler turns into a
 // jump: the number stays in a register from the first step to the last.
 namespace lorv {
 namespace {
@@ -82,8 +84,10 @@ bool Compare(const Operands& of) {
   return NumbersCompare(kKind, of.accumulator, of.cell);
 }
 
+// A rule is a template argument, so that it is part of the handler and no call of its own.
 using Rule = double (*)(const Operands&);
 
+// The last thing a step does: most go on, some save first.
 template <FusedTail kTail>
 double GoOn(const FusedStep* step, double accumulator, double* cells, int* error) {
   if constexpr (kTail == FusedTail::kEnds) return accumulator;
@@ -91,6 +95,7 @@ double GoOn(const FusedStep* step, double accumulator, double* cells, int* error
   return Next(step, accumulator, cells, error);
 }
 
+// All that varies is known when the handler is compiled, so nothing is asked while it runs.
 template <Rule kRule, Rule kSecond, bool kLoads, FusedTail kTail>
 double Joined(const FusedStep* step, double accumulator, double* cells, int* error) {
   if constexpr (kLoads) accumulator = cells[step->load];
@@ -132,6 +137,7 @@ double Absolute(const FusedStep* step, double accumulator, double* cells, int* e
 double Not(const FusedStep* step, double accumulator, double* cells, int* error) {
   return Next(step, AsNumber(accumulator == 0), cells, error);
 }
+// What is no number has no root either.
 double SquareRoot(const FusedStep* step, double accumulator, double* cells, int* error) {
   if (accumulator >= 0) return Next(step, std::sqrt(accumulator), cells, error);
   *error = kOutsideDomain;
@@ -145,12 +151,14 @@ double Logarithm(const FusedStep* step, double accumulator, double* cells, int* 
 double AnyFunction(const FusedStep* step, double accumulator, double* cells, int* error) {
   return Next(step, NumberFunction(step->rule, accumulator), cells, error);
 }
-// The functions that formulas use most need no choice when they are evaluated.
+// The functions that formulas use most need no choice when they are run.
 template <unsigned short kKind>
 double OneFunction(const FusedStep* step, double accumulator, double* cells, int* error) {
   return Next(step, NumberFunction(kKind, accumulator), cells, error);
 }
 
+// Where the left side decides, its outcome is that of the whole, and the right side is passed over together
+// with the errors it might report.
 double And(const FusedStep* step, double accumulator, double* cells, int* error) {
   return IsTruth(accumulator) ? Next(step, accumulator, cells, error) : Onward(step, 0, cells, error);
 }
@@ -163,6 +171,7 @@ double EndJoin(const FusedStep* step, double accumulator, double* cells, int* er
 double If(const FusedStep* step, double accumulator, double* cells, int* error) {
   return accumulator > 0 ? Next(step, accumulator, cells, error) : Onward(step, accumulator, cells, error);
 }
+// The first branch is done, and the second is passed over.
 double Else(const FusedStep* step, double accumulator, double* cells, int* error) {
   return Onward(step, accumulator, cells, error);
 }
@@ -199,6 +208,7 @@ constexpr std::array<FusedStep::Handler, kComparisons> kComparedHandlers = {
     Compared<Compare<kLessEqual>, kLoads, kTail>, Compared<Compare<kGreaterEqual>, kLoads, kTail>,
     Compared<Compare<kEqual>, kLoads, kTail>,     Compared<Compare<kNotEqual>, kLoads, kTail>};
 
+// From what the compiler knows at run time to the handler that was made for it.
 template <bool kLoads, FusedTail kTail>
 FusedStep::Handler ComparedOrJoined(std::size_t kind, std::size_t second) {
   if (kind >= kFirstComparison) return kComparedHandlers<kLoads, kTail>[kind - kFirstComparison];
@@ -225,6 +235,7 @@ constexpr std::array<FusedStep::Handler,
     kOtherHandlers = {Load,        Save, CheckDivisor, Negate,  Absolute, Not,  SquareRoot, Logarithm,
                       AnyFunction, And,  Or,           EndJoin, If,       Else, nullptr,    End};
 
+// The rounding functions stand in every other formula of quantities.
 FusedStep::Handler HandlerOfFunction(unsigned kind) {
   switch (kind) {
     case kRound:

@@ -6,14 +6,17 @@
 namespace lorv {
 namespace {
 
+// These name a step further on, which must then begin a fused step of its own.
 bool GoesElsewhere(StepKind kind) {
   return kind == StepKind::kAnd || kind == StepKind::kOr || kind == StepKind::kIf || kind == StepKind::kElse;
 }
 
+// Comparisons take nothing second, but may branch.
 bool IsComparison(StepKind kind) {
   return kind >= StepKind::kLess && kind <= StepKind::kNotEqual;
 }
 
+// Only arithmetic that takes the accumulator as it stands can follow within the same fused step.
 FusedSecond SecondOf(const Step& step) {
   if (step.Loads()) return FusedSecond::kNothing;
   switch (step.kind) {
@@ -30,6 +33,7 @@ FusedSecond SecondOf(const Step& step) {
   }
 }
 
+// Walks the steps once from the first to the last.
 class FusedStepMaker {
  public:
   explicit FusedStepMaker(const std::vector<Step>& steps)
@@ -53,6 +57,7 @@ class FusedStepMaker {
   // Whether the step is of a kind, and only ever reached from the one before.
   bool Follows(std::size_t at, StepKind kind) const { return steps_[at].kind == kind && !is_goal_[at]; }
 
+  // Takes a step and, as far as nothing jumps between them, a second one and what is done with the outcome.
   std::size_t TakeJoined(std::size_t at) {
     const Step& step = steps_[at++];
     FusedStep fused{nullptr, step.further, step.cell, step.other, 0, 0, 0};
@@ -76,6 +81,7 @@ class FusedStepMaker {
     return at;
   }
 
+  // The end of a choice does nothing for a single number: one branch alone was run.
   std::size_t TakeOther(std::size_t at) {
     const Step& step = steps_[at];
     if (step.kind == StepKind::kEndIf) return at + 1;
@@ -93,6 +99,7 @@ class FusedStepMaker {
 
 }  // namespace
 
+// Distances are filled in at the end, when the place of every step is known.
 std::vector<FusedStep> FuseSteps(const std::vector<Step>& steps) {
   return FusedStepMaker(steps).Make();
 }

@@ -5,17 +5,17 @@
 
 #include "TEXPRESSCAL/simd/formula_step.h"
 
-// The steps of a program as single numbers are evaluated by them. Going from one step to the next costs as
-// much as the arithmetic of both, so neighbours that belong together are one step here: a number is taken in
-// accumulator, joined with one cell and with another, and put away.
+// The steps of a program as they are run on single numbers. Going from one step to the next costs as much as
+// the arithmetic of both, so neighbours that belong together are one step here: the accumulator is loaded,
+// joined with one cell and with another, and saved. Fusing changes no operation and no order of operations.
 namespace lorv {
 
 struct FusedStep {
-  // Evaluates this step and all behind it. The error is written where one is met.
+  // Runs this step and all behind it. The error is written where one is met.
   using Handler = double (*)(const FusedStep* step, double accumulator, double* cells, int* error);
 
   Handler run;
-  std::uint16_t load;    // the cell that is taken in accumulator first, if any is
+  std::uint16_t load;    // the cell that is loaded first, if any is
   std::uint16_t cell;    // what the accumulator is joined with
   std::uint16_t other;   // the other factor of a product
   std::uint16_t second;  // what the accumulator is joined with then
@@ -29,9 +29,9 @@ enum class FusedTail : std::uint8_t { kGoesOn, kSaves, kEnds, kBranches };
 // How the accumulator is joined with a second cell.
 enum class FusedSecond : std::uint8_t { kNothing, kAdd, kSubtract, kSubtractFrom, kMultiply };
 
-// What evaluates a step that may load; only comparisons branch, and take nothing second.
+// The handler of a step that may load; only comparisons branch, and take nothing second.
 FusedStep::Handler HandlerOf(StepKind kind, bool loads, FusedSecond second, FusedTail tail);
-// What evaluates any other.
+// The handler of any other.
 FusedStep::Handler HandlerOf(const Step& step);
 
 std::vector<FusedStep> FuseSteps(const std::vector<Step>& steps);

@@ -11,6 +11,8 @@ constexpr TCHAR kFirstBeyondAscii = 0x80;
 
 }  // namespace
 
+// The "*" that a digit before the name asks for belongs to no value: it is the same for all of them. Behind a
+// unit beyond ASCII a value's sign decides whether that unit still ends a name, which no plan can know.
 void PlaceholderEdit::TakeValue(std::size_t at, TextView fresh) {
   const std::size_t end = at + fresh.size();
   const bool is_behind_digit = fresh.front() == '*';
@@ -21,6 +23,7 @@ void PlaceholderEdit::TakeValue(std::size_t at, TextView fresh) {
   taken_.push_back({name_, is_behind_digit});
 }
 
+// Runs of units of one value. Two values side by side are two runs, as each value has a number of its own.
 std::vector<PlaceholderEdit::Place> PlaceholderEdit::Places() const {
   std::vector<Place> places;
   for (std::size_t at = 0; at < places_.size(); ++at) {
@@ -34,6 +37,9 @@ std::vector<PlaceholderEdit::Place> PlaceholderEdit::Places() const {
   return places;
 }
 
+// The substitution goes on as many units behind a hit as the name has, however long the value is. So a hit is
+// missed if the "*", the value and what follows up to the next hit are shorter than the name. What is asked
+// here is the least that the rest can come to; the plan then asks for values that are long enough.
 std::size_t PlaceholderEdit::LeastGap(TextView name, std::size_t none) const {
   const std::vector<Place> places = Places();
   std::size_t least = none;

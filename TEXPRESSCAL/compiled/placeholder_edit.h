@@ -7,8 +7,10 @@
 
 namespace lorv {
 
-// A text in which values stand for names, and that knows of each unit which value it belongs to: what a plan
-// is read off. Edited like the other texts (text_edit.h).
+// A formula's text in which placeholders for values are put in place of the names, and that knows of each
+// unit which of them it belongs to. It is edited like the other texts (text_edit.h), by the very substitution
+// that puts values in, so names are found where that finds them; what depends on the length or the units of a
+// value is asked here, and limits which values fit the plan.
 class PlaceholderEdit {
  public:
   static constexpr int kNoPlace = -1;

@@ -23,6 +23,8 @@ class NoNames final : public CValidParameter {
 
 }  // namespace
 
+// A value that touches a digit or a point would join that number, and no digits of a value may be part of
+// another one. Each place must be a leaf of the tree: one inside quotes, or dropped by the parser, is none.
 bool PlanReader::Read() {
   for (const PlaceholderEdit::Place& place : places_) {
     if (place.start > 0 && IsPartOfNumber(text_[place.start - 1])) return false;
@@ -39,6 +41,7 @@ bool PlanReader::Read() {
   return found_.size() == places_.size();
 }
 
+// Places behind an insertion move along.
 PlanReader PlanReader::WithDivisors() const {
   PlanReader divided(text_, places_);
   std::size_t shift = 0;
@@ -54,11 +57,14 @@ PlanReader PlanReader::WithDivisors() const {
   return divided;
 }
 
+// "1/3^2" is a ninth of a third's square: the power would take the divisor alone.
 bool PlanReader::TakesDivisor(const PlaceholderEdit::Place& place) const {
   const std::size_t next = text_.find_first_not_of(' ', place.end);
   return next == TextView::npos || text_[next] != kPower;
 }
 
+// "5+-2" is a difference, but a "+" that is itself a sign allows a primary only, and a value with a sign is
+// none.
 bool PlanReader::TakesNegative(const PlaceholderEdit::Place& place) const {
   std::size_t at = place.start;
   while (at > 0 && text_[at - 1] == ' ') --at;
@@ -81,6 +87,7 @@ bool PlanReader::SameBut(const ExprNode* node, const PlanReader& divided, const 
   return SameBut(node->left, divided, other->left) && SameBut(node->right, divided, other->right);
 }
 
+// By a list of open nodes: chains of operators are as deep as the text is long.
 void PlanReader::Walk() {
   std::vector<const ExprNode*> open{root_};
   while (!open.empty()) {

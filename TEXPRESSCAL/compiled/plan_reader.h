@@ -11,7 +11,9 @@
 
 namespace lorv {
 
-// Parses a text with placeholders for values, and tells which number of the tree is which value's.
+// Parses a text with placeholders for values, and finds out which number of the tree is which value's. It is
+// used while a plan is made. What it accepts is safe to plan: every value is a number of its own in the tree,
+// whatever its digits are, so another value changes numbers and never the shape of the tree.
 class PlanReader {
  public:
   PlanReader(TextView text, std::vector<PlaceholderEdit::Place> places)

@@ -92,6 +92,8 @@ const ExprNode* Tracer::Parse() {
   }
 }
 
+// The steps of a calculator, done with texts that remember where each unit was typed. No fast way is taken:
+// only formulas that fail are explained, and a person waits for it.
 FormulaDiagnosis Tracer::Run() {
   for (const auto& [name, value] : values_) {
     const TextView text(static_cast<LPCTSTR>(name));
@@ -105,6 +107,7 @@ FormulaDiagnosis Tracer::Run() {
   return ExplainEvaluation(evaluator.Error(), evaluator.ErrorNode());
 }
 
+// The texts of a fault show the stretch as it was typed, not as it was rewritten.
 FormulaDiagnosis Tracer::Named(FormulaFault fault, std::size_t first, std::size_t behind) const {
   FormulaDiagnosis diagnosis;
   const TypedRange range = rewritten_.Range(first, behind);
@@ -119,6 +122,7 @@ FormulaDiagnosis Tracer::Named(FormulaFault fault, std::size_t first, std::size_
   return diagnosis;
 }
 
+// The parser knows where it stopped and which rule did; a person wants to see what is wrong there.
 FormulaDiagnosis Tracer::ExplainParse() {
   switch (fault_) {
     case ParseFault::kUnknownName:
@@ -145,6 +149,7 @@ FormulaDiagnosis Tracer::ExplainParse() {
   }
 }
 
+// Whatever could begin an operand misses an operator before it.
 FormulaDiagnosis Tracer::ExplainStop(unsigned int position, bool value_wanted) {
   const TCHAR c = At(position);
   if (c == 0) return Named(FormulaFault::kUnfinished, position, position);
@@ -154,6 +159,7 @@ FormulaDiagnosis Tracer::ExplainStop(unsigned int position, bool value_wanted) {
   return ExplainUnit(c, position, value_wanted);
 }
 
+// In the order of how likely a mistake each is.
 FormulaDiagnosis Tracer::ExplainUnit(TCHAR c, std::size_t at, bool value_wanted) {
   if (const TextView plain = PlainSign(c); !plain.empty()) {
     FormulaDiagnosis diagnosis = Named(FormulaFault::kFullWidth, at, at + 1);
@@ -181,6 +187,7 @@ FormulaDiagnosis Tracer::Unknown(std::size_t first, std::size_t behind) const {
   return diagnosis;
 }
 
+// Shows the operand that is to blame: its end is found by parsing once more from where it begins.
 FormulaDiagnosis Tracer::ExplainEvaluation(int code, const ExprNode* node) {
   if (node == nullptr) {
     FormulaDiagnosis diagnosis = Named(FormulaFault::kMissingArgument, 0, rewritten_.Length());
@@ -226,6 +233,7 @@ std::size_t Tracer::TextNameEnd(std::size_t first) const {
   return first;
 }
 
+// All that might have been meant.
 std::vector<CString> Tracer::KnownNames() const {
   std::vector<CString> names;
   for (const auto& [name, value] : values_) names.emplace_back(static_cast<LPCTSTR>(name));

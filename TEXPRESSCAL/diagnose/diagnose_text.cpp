@@ -55,6 +55,7 @@ constexpr LPCTSTR kAsciiSigns = _T("!\"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJK
 
 }  // namespace
 
+// Searched in order: a person waits for one text, and the list is read more easily than an index.
 const FaultText& TextOfFault(FormulaFault fault) {
   const auto found = std::find_if(kFaultTexts.begin(), kFaultTexts.end(),
                                   [fault](const FaultText& text) { return text.fault == fault; });

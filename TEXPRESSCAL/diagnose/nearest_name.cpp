@@ -8,6 +8,7 @@
 namespace lorv {
 namespace {
 
+// Longer names are not compared, and count as far from every other one.
 constexpr std::size_t kLongestName = 32;
 constexpr int kFar = 100;
 

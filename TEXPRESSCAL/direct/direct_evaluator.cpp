@@ -48,7 +48,8 @@ constexpr bool IsCapital(TCHAR c) {
   return c >= 'A' && c <= 'Z';
 }
 
-// A bit in the byte of each unit that is a letter behind a digit. Bits 5 and 6 tell the kinds of units apart.
+// A bit in the byte of each unit that is a letter behind a digit. Bits 5 and 6 distinguish the kinds of
+// units.
 constexpr std::uint64_t LettersBehindDigits(std::uint64_t units) {
   constexpr std::uint64_t kEveryByte = 0x0101010101010101;
   const std::uint64_t letters = (units >> 5) & (units >> 6);
@@ -58,6 +59,7 @@ constexpr std::uint64_t LettersBehindDigits(std::uint64_t units) {
 
 }  // namespace
 
+// Names that could be found where this evaluation looks for none rule it out before it begins.
 DirectEvaluator::DirectEvaluator(LPCTSTR formula, const CMapValue& values, ValuePlaces& places)
     : text_(formula),
       at_(formula),
@@ -79,6 +81,7 @@ bool DirectEvaluator::Evaluate(double& result) {
   return true;
 }
 
+// All rules then find the end of a text and come back at once, so that none has to ask after each call.
 double DirectEvaluator::Refuse() {
   refused_ = true;
   at_ = &kEnd;
@@ -110,6 +113,7 @@ double DirectEvaluator::Joined() {
   return value;
 }
 
+// Three signs in a row are rewritten from the left, which leaves one over: such texts are mistakes.
 bool DirectEvaluator::TakeJoin(TCHAR sign) {
   if (at_[1] != sign || at_[2] == sign || ++operators_ > kMaxReplacements) {
     Refuse();
@@ -209,6 +213,7 @@ double DirectEvaluator::Bracket() {
   return Take(')') ? value : 0;
 }
 
+// To the left, and the sign of a base belongs to it: "-2^2" is 4.
 double DirectEvaluator::Power(double base) {
   while (*at_ == '^') {
     ++at_;
@@ -266,6 +271,7 @@ inline std::size_t DirectEvaluator::EntryOf(NameWord word) const {
   return found;
 }
 
+// Never full: there are twice as many slots as entries.
 std::size_t DirectEvaluator::FoundByHash(NameWord word) const {
   for (std::size_t slot = SlotOf(word);; slot = (slot + 1) % kSlots) {
     if (slots_[slot] == 0) return kNoEntry;
@@ -274,6 +280,7 @@ std::size_t DirectEvaluator::FoundByHash(NameWord word) const {
   }
 }
 
+// For each evaluation anew, as the map may have changed; that still pays from some twenty names on.
 void DirectEvaluator::HashNames() {
   slots_.fill(0);
   for (std::size_t entry = 0; entry < count_; ++entry) {
@@ -284,6 +291,7 @@ void DirectEvaluator::HashNames() {
   }
 }
 
+// Noted so that the text can be written later.
 inline double DirectEvaluator::Value(std::size_t entry, LPCTSTR start, std::size_t length) {
   const double value = entries_[static_cast<std::ptrdiff_t>(entry)].second;
   double reading = 0;
@@ -322,6 +330,7 @@ bool DirectEvaluator::IsTooNear(std::size_t entry, LPCTSTR start, std::size_t le
   return value.Plain().size() + between < length;
 }
 
+// A keyword without a value counts 0, but whether a name is one is asked where texts are evaluated.
 double DirectEvaluator::Unvalued(std::uint64_t units, std::size_t length) {
   if (*at_ != '(') return FinishWord(units, static_cast<int>(length)) == kPiName ? kPi : Refuse();
   const unsigned short kind = FunctionKind(units, length);
@@ -336,12 +345,13 @@ double DirectEvaluator::Call(unsigned short kind) {
   if (kind == kLen || kind == kFind) return Refuse();
   const double x = Joined();
   if (!Take(')')) return 0;
-  // Outside the domain is an error that only a division by zero before it could tell from none.
+  // Outside the domain is an error that only a division by zero before it could distinguish from none.
   if (kind == kSqrt) return x >= 0 ? std::sqrt(x) : 0;
   if (kind == kLog) return x > 0 ? arithmetic::Logarithm(x) : 0;
   return NumberFunction(kind, x);
 }
 
+// All arguments first, compared from the last to the first: what is no number makes the order count.
 double DirectEvaluator::Extreme(unsigned short kind) {
   std::array<double, 8> values;
   values[0] = Joined();

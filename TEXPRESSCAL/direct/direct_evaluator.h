@@ -52,7 +52,7 @@ class DirectEvaluator {
   bool Take(TCHAR c);
 
   std::size_t EntryOf(NameWord word) const;
-  // Kept apart: taken into the evaluating of sums, it slows down those that do without it.
+  // Kept apart: taken into the loop of sums, it slows down those that do without it.
   [[gnu::noinline]] std::size_t FoundByHash(NameWord word) const;
   void HashNames();
   bool HasNamedTail(std::uint64_t units) const;

@@ -75,12 +75,14 @@ double Evaluator::EvaluateNumber(const ExprNode* node, int levels) {
   }
 }
 
+// The divisor first: its errors come before the dividend's, and the last error is the one that counts.
 double Evaluator::EvaluateQuotient(const ExprNode* node, int levels) {
   const double right = Number(node->right, levels);
   if (right == 0) SetError(kDivisionByZero, node);
   return Quotient(Number(node->left, levels), right);
 }
 
+// Two texts are compared as texts, which the plain recursion knows nothing of.
 double Evaluator::EvaluateComparison(const ExprNode* node, int levels) {
   if (MayBeText(node->left) && MayBeText(node->right)) return NumberOf(node);
   const double left = Number(node->left, levels);
@@ -96,6 +98,7 @@ double Evaluator::EvaluateNegation(const ExprNode* node, int levels) {
   return negative ? -value : value;
 }
 
+// Down the chain of left operands first, then back up, so that a chain of any length needs no recursion.
 Operand Evaluator::Evaluate(const ExprNode* node) {
   const std::size_t base = pending_count_;
   for (; node != nullptr && UsesLeftOperand(node->kind); node = node->left) Push(node);
@@ -110,6 +113,7 @@ Operand Evaluator::Evaluate(const ExprNode* node) {
   return value;
 }
 
+// What must be evaluated before the left operand is evaluated here.
 void Evaluator::Push(const ExprNode* node) {
   Pending pending{node, 0};
   if (node->kind == kDivide || node->kind == kPower) {
@@ -124,6 +128,7 @@ void Evaluator::Push(const ExprNode* node) {
   ++pending_count_;
 }
 
+// The left operand is known; the right one is evaluated now unless it came first.
 Operand Evaluator::Join(const Pending& pending, Operand left) {
   const ExprNode* node = pending.node;
   switch (node->kind) {
@@ -146,6 +151,7 @@ Operand Evaluator::Join(const Pending& pending, Operand left) {
   }
 }
 
+// A node that begins no chain.
 Operand Evaluator::Single(const ExprNode* node) {
   if (node == nullptr || (node->kind == kText && node->text == nullptr)) {
     SetError(kMissingOperand, node);
@@ -168,6 +174,7 @@ Operand Evaluator::Single(const ExprNode* node) {
   }
 }
 
+// The parser builds no such node; trees that callers make may hold one.
 Operand Evaluator::Variable(const ExprNode* node) {
   double value = 0;
   if (variables_ == nullptr || node->text == nullptr || !variables_->FindVariable(node->text, value)) {
@@ -193,6 +200,7 @@ Operand Evaluator::Sum(Operand left, Operand right) {
   return {0, &joined.node};
 }
 
+// A text beside a number counts 0.
 bool Evaluator::Compare(unsigned short kind, Operand left, Operand right) const {
   if (left.text != nullptr && right.text != nullptr) {
     return Holds(kind, CompareWithoutCase(TextOf(left.text), TextOf(right.text)), 0);

@@ -27,10 +27,11 @@ class VariableSource {
   ~VariableSource() = default;
 };
 
-// Evaluates one tree. Few nodes are deep and few are texts, so numbers are evaluated by plain recursion as
-// long as it has `levels`. What lies deeper, and all texts, take the other way: chains of operators that lean
-// to the left, the only shape that can be a million nodes deep, are walked with a stack of its own, and only
-// brackets and calls recurse. Both ways evaluate operands in the same order and write the same errors.
+// Evaluates one tree: the plain way, which defines what every other way must give. Few nodes are deep and few
+// are texts, so numbers are evaluated by plain recursion as long as it has `levels`. What lies deeper, and
+// all texts, take the other way: chains of operators that lean to the left, the only shape that can be a
+// million nodes deep, are walked with a stack of its own, and only brackets and calls recurse. Both ways
+// evaluate operands in the same order and write the same errors.
 class Evaluator {
  public:
   // `variables` may be null: every variable is then unknown.
@@ -40,7 +41,7 @@ class Evaluator {
   double EvaluateAsNumber(const ExprNode* root) { return Number(root, kRecursionLevels); }
   Operand Evaluate(const ExprNode* node);
   int Error() const { return error_; }
-  // The node whose work gave the error; null for a missing operand that has no node.
+  // The node whose evaluation gave the error; null for a missing operand that has no node.
   const ExprNode* ErrorNode() const { return error_node_; }
 
  private:

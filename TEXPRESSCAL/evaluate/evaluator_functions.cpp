@@ -8,6 +8,8 @@
 
 namespace lorv {
 
+// Functions that use one argument leave the others alone, errors included. A missing one counts 0 and is
+// reported behind whatever else the call might report.
 double Evaluator::Function(const ExprNode* call, int levels) {
   switch (call->kind) {
     case kMax:
@@ -40,6 +42,7 @@ double Evaluator::Extreme(const ExprNode* call, int levels) {
     const double second = Number(call->right->left, levels);
     return call->kind == kMax ? Larger(v, second) : Smaller(v, second);
   }
+  // Few calls have more arguments than these, and those take a block from the heap.
   std::array<double, 8> first;
   std::vector<double> more;
   std::size_t count = 0;

@@ -47,6 +47,8 @@ CExpression::CExpression(const CExpression& other) : CExpression() {
   *this = other;
 }
 
+// Text and tree are duplicated. Sharing them, as callers might expect of the interface's description, would
+// leave two owners of one text.
 CExpression& CExpression::operator=(const CExpression& other) {
   if (this == &other) return *this;
   text_ = other.text_;
@@ -59,7 +61,7 @@ CExpression& CExpression::operator=(const CExpression& other) {
 
 CExpression::~CExpression() = default;
 
-// Evaluates off a list instead of recursing: a sum of a million terms is a million nodes deep.
+// Walks a list of open nodes instead of recursing: a sum of a million terms is a million nodes deep.
 void CExpression::CloneTree(const CExpression& other) {
   nodes_.Clear();
   m_pRoot = nullptr;
@@ -81,6 +83,7 @@ int CExpression::ChangeExpression(LPCTSTR text) {
   return ChangeExpression(Safe(text));
 }
 
+// The tree is kept for an empty text: callers who clear an input field expect the last value.
 int CExpression::ChangeExpression(lorv::TextView text) {
   if (text.empty()) {
     m_pszExpr = empty_;
@@ -90,6 +93,7 @@ int CExpression::ChangeExpression(lorv::TextView text) {
   return ParseText();
 }
 
+// The list of names goes on from the last parse; only Clear empties it.
 int CExpression::ParseText() {
   m_pszExpr = text_.Text();
   nodes_.Clear();
@@ -99,6 +103,7 @@ int CExpression::ParseText() {
   return m_pRoot != nullptr ? -1 : static_cast<int>(m_nPos);
 }
 
+// Without variables, the usual case, no adapter is made for them.
 int CExpression::Value(double& result) {
   m_nError = lorv::kNoError;
   if (m_pRoot == nullptr) {
@@ -118,6 +123,7 @@ int CExpression::Value(double& result) {
   return m_nError;
 }
 
+// Cheaper than a new object: the pool and the text keep their blocks.
 void CExpression::Clear() {
   names_.Clear();
   nodes_.Clear();
@@ -132,6 +138,7 @@ const CExpression::FunctionArray& CExpression::GetFuncDta() const {
   return lorv::Functions();
 }
 
+// The rewritten text is stored, so it is not rewritten when it is loaded.
 void CExpression::Serialize(CArchive& archive) {
   if (archive.IsStoring()) {
     archive << CString(Safe(m_pszExpr));
@@ -147,6 +154,7 @@ void CExpression::Serialize(CArchive& archive) {
   ParseText();
 }
 
+// In the form that callers take apart: "A,B,".
 CString CExpression::AcceptedNames() const {
   CString names(m_szVarList);
   names.Append(names_.Rest());

@@ -11,6 +11,7 @@
 #include "TEXPRESSCAL/evaluate/rounding.h"
 #include "TEXPRESSCAL/language/expression_node.h"
 
+// The functions of one number, written once for the tree, the direct evaluation and compiled formulas.
 namespace lorv {
 
 // Cut to a 32-bit integer; what lies outside its range becomes the lowest one.

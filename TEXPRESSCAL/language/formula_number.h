@@ -7,6 +7,8 @@
 #include "framework/text/char_class.h"
 #include "framework/text/number_text.h"
 
+// Reads the numbers of formulas, for the parser and the direct evaluation: both must read the same bits as
+// the library's general reader, and nearly all numbers are short enough to be read by one exact division.
 namespace lorv {
 
 constexpr std::size_t kExactDigits = 15;

@@ -8,6 +8,7 @@
 namespace lorv {
 namespace {
 
+// By name, as users see it; the parser asks the hash below.
 FunctionTable Filled() {
   FunctionTable table;
   table.reserve(kFunctionData.size());
@@ -53,6 +54,7 @@ class NameHash {
 
 }  // namespace
 
+// Letter case does not count: names come from callers, too.
 __int64 FunctionTable::Compare(const CDtaFunction& a, const CDtaFunction& b) const {
   return CompareWithoutCase(a.pszName, b.pszName);
 }
@@ -61,11 +63,13 @@ __int64 FunctionTable::CompareKey(const LPCTSTR* key, const CDtaFunction& elemen
   return CompareWithoutCase(*key, element.pszName);
 }
 
+// Made by whoever asks first, on any thread: the language sees to that.
 const FunctionTable& Functions() {
   static const FunctionTable table = Filled();
   return table;
 }
 
+// A longer name could have the word of its last units.
 unsigned short FunctionKind(std::uint64_t word, std::size_t length) {
   static const NameHash hash;
   return length > kLongestFunctionName ? 0 : hash.Find(word);

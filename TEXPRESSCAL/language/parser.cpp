@@ -171,6 +171,7 @@ ExprNode* Parser::NameBehind(ExprNode* number) {
   return result;
 }
 
+// The value of a name is not known here: it counts kPlaceholder, and the caller sees it in the list.
 ExprNode* Parser::ResolvedName(TextView name) {
   // The resolver wants a terminated text; the name lies in ours.
   const TCHAR behind = *at_;

@@ -7,7 +7,7 @@
 #include "framework/native/export.h"
 #include "framework/text/text_compare.h"
 
-// The resolver of names that a formula uses and no function table knows.
+// Resolves the names that a formula uses and no function table knows.
 class COMM_LORV_API CValidParameter {
  public:
   // Not zero: the name may be used. The name is terminated and lives during the call only.
@@ -56,7 +56,8 @@ enum class ParseFault {
   kTooDeep
 };
 
-// Recursive descent over a rewritten formula. One object serves one parse.
+// Recursive descent over a rewritten formula (operator_rewriting.h). One object serves one parse. The tree it
+// gives is what all ways of evaluating a formula are made from or measured by.
 class Parser {
  public:
   // `text` is terminated; a name's end is marked in it while the resolver looks, so it must be writable.

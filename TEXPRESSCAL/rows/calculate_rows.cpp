@@ -25,7 +25,9 @@ bool IsAtLine(const double* number) {
   return reinterpret_cast<std::uintptr_t>(number) % kMemoryLine == 0;
 }
 
-// One thread's work on blocks.
+// One thread's share of the blocks.
+// The column of a slot is read, block by block, into the cells of the program; the program is run; rows with
+// a value that does not fit are deferred.
 class BlockWorker {
  public:
   BlockWorker(const RowPlan& plan, RowText& texts)
@@ -94,6 +96,7 @@ class BlockWorker {
   }
   bool IsRefused(std::size_t row) const { return (refused_[row / kGroupRows] >> row % kGroupRows & 1) != 0; }
 
+  // Clears the marks for the next block.
   void PassOnRefused(std::size_t first) {
     for (std::uint64_t& marks : refused_) {
       for (; marks != 0; marks &= marks - 1)
@@ -149,6 +152,7 @@ class RowJob {
       if (!has_failed_.exchange(true)) failure_ = std::current_exception();
     }
   }
+  // The deferred rows are finished before the thread ends: no other thread knows of them.
   void ShareBlocks() {
     RowText texts(calculator_, table_);
     BlockWorker worker(plan_, texts);
@@ -165,6 +169,7 @@ class RowJob {
       for (; first < end; ++first) texts.Evaluate(first);
     });
   }
+  // Hands out blocks in order, so that neighbouring memory is read by one thread at a time.
   template <class Process>
   void Take(Process process) {
     constexpr std::size_t kTaken = kBlockRows * kBlocksTaken;

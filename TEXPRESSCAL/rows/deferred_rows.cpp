@@ -14,6 +14,7 @@ double AnyFunction(unsigned short kind, double x) {
 
 }  // namespace
 
+// Not cleared: what a program has not written it does not read.
 BlockExecutor::BlockExecutor() : scratch_(std::make_unique_for_overwrite<BlockScratch>()) {}
 
 const std::uint8_t* BlockExecutor::Evaluate(const RowPlan& plan, const BlockTask& task) {
@@ -26,6 +27,8 @@ const std::uint8_t* BlockExecutor::Evaluate(const RowPlan& plan, const BlockTask
   return has_errors_ ? errors_.data() : nullptr;
 }
 
+// Made when enough rows have come to pay for it. Its columns are the readings: the rows that wait lie
+// anywhere.
 void DeferredRows::MakePlan() {
   is_tried_ = true;
   is_planned_ =
@@ -49,6 +52,7 @@ std::uint64_t DeferredRows::Read() {
   return refused;
 }
 
+// What stands behind the rows that wait is read as well, left over from earlier ones; nobody looks at it.
 std::uint64_t DeferredRows::ReadSlot(const RowPlan::Slot& slot, Reading& reading) {
   for (std::size_t k = 0; k < count_; ++k) values_[k] = slot.column[rows_[k]];
   const bool is_easy = FormulaPlan::IsFree(slot.rule) && slot.rule.takes_third;
@@ -65,6 +69,7 @@ std::uint64_t DeferredRows::ReadSlot(const RowPlan::Slot& slot, Reading& reading
   return refused;
 }
 
+// The refused rows are left for the text: neither their result nor their error is put.
 void DeferredRows::EvaluatePlanned(std::uint64_t refused) {
   std::array<double, kDeferredRows> results;
   const std::uint8_t* const errors = executor_.Evaluate(plan_, {cells_, count_, results.data(), false});
@@ -75,6 +80,7 @@ void DeferredRows::EvaluatePlanned(std::uint64_t refused) {
   }
 }
 
+// Few rows at the very end are not worth a plan.
 void DeferredRows::Finish() {
   if (count_ == 0) return;
   if (!is_tried_ && count_ >= kWorthAPlan) MakePlan();

@@ -12,7 +12,7 @@
 
 namespace lorv {
 
-// What a program is evaluated on, and where the results go.
+// A block of rows to be evaluated, and where its results go.
 struct BlockTask {
   const std::vector<BlockCell>& cells;
   std::size_t rows;
@@ -21,7 +21,8 @@ struct BlockTask {
   std::span<const double* const> columns{};  // of a whole block: what follows is fetched
 };
 
-// One thread's room for evaluating blocks.
+// Runs a program on one block of rows after the other, with one thread's scratch memory. What a block leaves
+// in the scratch is never read by the next: only the errors are cleared, and only where there were some.
 class BlockExecutor {
  public:
   BlockExecutor();

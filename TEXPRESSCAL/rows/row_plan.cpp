@@ -14,6 +14,7 @@ const double* ColumnOf(const CStrCmp& name, const RowTable& table) {
 
 }  // namespace
 
+// Values that are the same in all rows stand in their cells for good; columns wait for each block.
 bool RowPlan::Make(const CString& formula, const CMapValue& values, const RowTable& table,
                    FormulaPlan::Thirds thirds) {
   slots_.clear();

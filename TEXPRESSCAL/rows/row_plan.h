@@ -8,7 +8,9 @@
 
 namespace lorv {
 
-// How to evaluate a formula for whole blocks of rows, and which column each of its slots is read from.
+// How to evaluate a formula for whole blocks of rows, and which column each of its slots is read from. It is
+// made once for all rows and shared by the threads, which only read it. It is the FormulaPlan of a formula
+// set again, so rows and single evaluations agree by construction.
 class RowPlan {
  public:
   struct Slot {

@@ -8,7 +8,7 @@
 
 namespace lorv {
 
-// What all threads share that work on rows: the values, and where the outcome goes.
+// What all threads share: the columns, and where results and errors go. A thread writes its own rows only.
 struct RowTable {
   std::span<const ValueColumn> columns;
   std::size_t rows;

@@ -11,6 +11,7 @@ RowText::RowText(const CAdExpCalculate& calculator, const RowTable& table)
   for (const ValueColumn& column : table.columns) places_.push_back(&values_[column.name]);
 }
 
+// Setting the formula again is what lets the calculator use its own plan.
 void RowText::Evaluate(std::size_t row) {
   ValuesOf(row);
   calculator_.SetExpr(formula_);

@@ -6,7 +6,9 @@
 
 namespace lorv {
 
-// Evaluates one row after the other as text, by a calculator with values of its own.
+// Evaluates single rows by a calculator with values of its own: the rows that fit no plan, and all rows of a
+// formula that has none. It does what a caller would do row by row, which is what CalculateRows promises. One
+// thread's; it writes straight into the results.
 class RowText {
  public:
   RowText(const CAdExpCalculate& calculator, const RowTable& table);

@@ -26,6 +26,7 @@ bool RunsAvx512() {
 
 }  // namespace
 
+// The best first. The processor is asked each time: it is asked when a plan is made, not when one is run.
 std::size_t UsableBlockLoops(const BlockLoops** loops, std::size_t room) {
   std::size_t count = 0;
   const auto add = [&](const BlockLoops& some, bool runs) {

@@ -13,14 +13,14 @@ namespace lorv {
 
 constexpr std::size_t kBlockRows = 256;
 
-// While a value is at work, the one so many rows further on is fetched from memory. No whole number of pages:
+// While a value is read, the one so many rows further on is fetched from memory. No whole number of pages:
 // values at the same place of their pages share a small part of the nearest cache.
 constexpr std::size_t kRowsAhead = 640;
 
 // Blocks are evaluated in whole strides of so many rows.
 constexpr std::size_t kBlockStride = 8;
 
-// A step that saves a number saves a block of them; formulas nest no deeper than this, or have no such work.
+// A step that saves a number saves a block of them; formulas nest no deeper than this, or have no loops.
 constexpr std::size_t kMaxSavedBlocks = 48;
 
 // Texts are compared so many units at a step.
@@ -45,7 +45,7 @@ enum class Guard : std::uint8_t { kAbove, kNotAbove, kTruth, kNoTruth };
 // Which part of the rows.
 enum class Share : std::uint8_t { kNone, kSome, kAll };
 
-// One thread's room. What is in it holds during one program's work.
+// One thread's scratch memory. What is in it holds during one run of a program.
 struct alignas(kMemoryLine) BlockScratch {
   double blocks[kMaxSavedBlocks + 1][kBlockRows];
   const double* saved[kMaxSavedBlocks];
@@ -64,7 +64,7 @@ struct BlockJob {
   std::size_t rows;        // at most kBlockRows
   double* results;         // of the rows
   bool streams;            // write the results past the caches; they begin at a line of memory
-  std::uint8_t* errors;    // the last error of each row; 0 when the work begins
+  std::uint8_t* errors;    // the last error of each row; 0 when the run begins
   BlockScratch* scratch;
   double (*function)(unsigned short kind, double x);  // functions of one number that have no loop
   // The columns of a whole block, of which the values further on are fetched; none where no more are wanted.
@@ -83,7 +83,7 @@ struct ScatteredValues {
 // The loops for one generation of processors.
 struct BlockLoops {
   const char* name;
-  // True if an error was told for any row.
+  // Runs a program on a block; true if an error was reported for any row.
   bool (*evaluate)(const BlockJob& job);
   // The numbers that values read as: the values themselves where all of them are, else `readings`. Rows whose
   // number does not follow from the value alone are marked in `refused`, whose other marks stay, and are read

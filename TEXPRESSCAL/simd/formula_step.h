@@ -4,6 +4,10 @@
 
 namespace lorv {
 
+// The instructions of a compiled formula. A step joins one number, the accumulator, with numbered cells: a
+// formula of quantities is mostly a row of such operations, and each of them is one loop when rows are
+// evaluated in blocks. The compiler writes the steps, the fused interpreter and the loops over blocks read
+// them; both apply the rules of number_rules.h, so they give the same bits.
 enum class StepKind : std::uint8_t {
   // These may load the accumulator from a cell first.
   kAdd,              // accumulator + cell
@@ -11,7 +15,7 @@ enum class StepKind : std::uint8_t {
   kSubtractFrom,     // cell - accumulator
   kMultiply,         // accumulator * cell
   kDivide,           // accumulator / cell, an error for a cell of 0
-  kDivideSilently,   // the same, the error reported before
+  kDivideSilently,   // the same, the error reported by a kCheckDivisor before
   kPower,            // accumulator to the cell's power
   kAddProduct,       // accumulator + cell * other cell
   kSubtractProduct,  // accumulator - cell * other cell
@@ -26,8 +30,8 @@ enum class StepKind : std::uint8_t {
   kEqual,
   kNotEqual,
   // These not.
-  kLoad,          // takes a cell's number in the accumulator
-  kSave,          // puts the number in the accumulator into a cell
+  kLoad,          // loads the accumulator from a cell
+  kSave,          // stores the accumulator in a cell
   kCheckDivisor,  // an error for a cell of 0
   kNegate,
   kAbsolute,
@@ -49,6 +53,7 @@ constexpr bool MayLoad(StepKind kind) {
   return kind <= StepKind::kNotEqual;
 }
 
+// Small, because long formulas have hundreds of them and are run again and again.
 struct Step {
   StepKind kind;
   std::uint8_t rule;

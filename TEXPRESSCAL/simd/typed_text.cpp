@@ -11,6 +11,7 @@ constexpr std::size_t kWordUnits = sizeof(Word) / sizeof(TCHAR);
 
 }  // namespace
 
+// Room to the end of the last step, so that the comparison needs no rest loop.
 void TypedText::Remember(TextView text) {
   const BlockLoops* loops = nullptr;
   UsableBlockLoops(&loops, 1);

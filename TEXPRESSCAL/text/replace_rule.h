@@ -3,6 +3,8 @@
 #include "TEXPRESSCAL/text/text_edit.h"
 #include "TEXPRESSCAL/text/unit_search.h"
 
+// The plain replacement under ReplaceStr and the rewriting of operators, for every kind of text
+// (text_edit.h).
 namespace lorv {
 
 // A text is searched and replaced this often at most by one call; what remains stays as it is.

@@ -13,7 +13,7 @@
 // typed.
 namespace lorv {
 
-// A caller's buffer of unknown size, terminated: the caller has seen to room for the grown text.
+// A caller's buffer of unknown size, terminated: the caller has left room for the grown text.
 class BufferEdit {
  public:
   explicit BufferEdit(LPTSTR text) : text_(text), length_(TextLength(text)) {}

@@ -36,6 +36,7 @@ bool IsOdd(const CStrCmp& key) {
 
 }  // namespace
 
+// The layout goes with the names. Left behind, it would let a plan read names that are no longer there.
 CMapValue& CMapValue::operator=(CMapValue&& other) noexcept {
   if (this == &other) return *this;
   entries_ = std::move(other.entries_);
@@ -48,6 +49,7 @@ CMapValue& CMapValue::operator=(CMapValue&& other) noexcept {
   return *this;
 }
 
+// One count for the whole process: maps of different names never share a number.
 std::uint64_t CMapValue::NumberLayout() const {
   static std::atomic<std::uint64_t> last{0};
   layout_ = last.fetch_add(1, std::memory_order_relaxed) + 1;
@@ -89,6 +91,7 @@ std::pair<double*, bool> CMapValue::Place(LPCTSTR name, NameWord word) {
   return {&entries_[at].second, fresh};
 }
 
+// Where a name has no word, all names are compared as texts, whose order is that of the words.
 std::pair<double*, bool> CMapValue::PlaceOther(LPCTSTR name) {
   const CStrCmp key = CStrCmp::Capitals(name);
   const std::size_t at = LowerBound(key);
@@ -97,6 +100,7 @@ std::pair<double*, bool> CMapValue::PlaceOther(LPCTSTR name) {
   return {&entries_[at].second, fresh};
 }
 
+// Behind the last entry is the usual place: callers set names in order.
 void CMapValue::Insert(std::size_t at, const CStrCmp& name, double value, NameWord word) {
   if (at == entries_.size()) {
     entries_.emplace_back(name, value);
@@ -121,6 +125,7 @@ CMapValue::iterator CMapValue::find(const CStrCmp& name) {
   return Holds(at, name) ? begin() + static_cast<std::ptrdiff_t>(at) : end();
 }
 
+// The words stay beside their entries.
 std::size_t CMapValue::erase(const CStrCmp& name) {
   const iterator at = find(name);
   if (at == end()) return 0;

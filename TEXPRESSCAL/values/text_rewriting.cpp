@@ -37,6 +37,7 @@ bool StandsFree(const lorv::BufferEdit& edit, std::size_t hit, std::size_t end, 
 
 }  // namespace
 
+// A refused hit counts as looked at, so without `all` the first hit decides.
 int ReplExprWithValue(LPTSTR text, LPCTSTR name, LPCTSTR value, bool all) {
   if (IsEmptyText(text) || IsEmptyText(name) || IsEmptyText(value)) return 0;
   const TextView old(name);
@@ -87,6 +88,7 @@ void ListOnce(const CString& name, TextView inner, CStringArray& names, std::vec
 
 }  // namespace
 
+// Built as a new text from the pieces between the annotations, so a long text costs no more than its length.
 bool SplitMidBracketKey(CString& text, CStringArray& names, std::vector<CTwoStrValue>& pairs) {
   if (text.IsEmpty()) return false;
   const TextView whole = text.View();
@@ -150,6 +152,8 @@ class NameWalk {
   std::size_t start_ = kNone;
 };
 
+// A letter behind a digit begins a new name: "a1b" ends in the name "b". That is how stored formulas are
+// read.
 bool NameWalk::Run() {
   for (; at_ < text_.size(); ++at_) {
     const TCHAR c = text_[at_];
@@ -167,6 +171,7 @@ bool NameWalk::Run() {
   return true;
 }
 
+// An unknown name is left as it is.
 bool NameWalk::EndToken() {
   if (start_ == kNone) return true;
   const CStrCmp name(CString(TextView(text_).substr(start_, at_ - start_)));

@@ -4,12 +4,14 @@
 
 namespace lorv {
 
+// Names repeat at short distances, so the search goes backwards.
 const ValuePlaces::Place& ValuePlaces::LastOf(std::size_t entry) const {
   std::size_t at = count_ - 1;
   while (places_[at].entry != entry) --at;
   return places_[at];
 }
 
+// Places are noted from left to right, which is the order of the text.
 void ValuePlaces::WriteInto(GrowingEdit& text) const {
   std::basic_string<TCHAR> written;
   std::size_t from = 0;

@@ -9,8 +9,9 @@
 
 namespace lorv {
 
-// Where in a formula values stand for names: noted while it is evaluated, and written into its text only when
-// somebody wants to see that.
+// Where in a formula values stand for names. The direct evaluation notes them and goes on; the text is
+// written only when somebody asks for it, which hardly anybody does. Values are noted as well: what is
+// written are those of the evaluation, however late it is asked for.
 class ValuePlaces {
  public:
   // Values of a map with more entries are not noted.

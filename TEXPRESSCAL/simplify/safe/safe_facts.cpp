@@ -17,6 +17,7 @@ constexpr double kNameBound = 1e64;
 constexpr double kSureBound = 1e300;
 constexpr double kFindBound = 1e6;
 
+// A bound that leaves room for one more operation.
 bool IsFiniteBound(const SafeFacts& facts) {
   return facts.bound < kSureBound;
 }
@@ -67,6 +68,8 @@ class FactFinder {
   bool has_text_ = false;
 };
 
+// Each rule says less than it could where it is not sure: a fact that is missing only leaves a formula
+// longer.
 SafeFacts FactFinder::Find(const SafeNode& node) {
   SafeFacts facts;
   facts.pure = true;
@@ -109,6 +112,7 @@ SafeFacts FactFinder::Find(const SafeNode& node) {
   }
 }
 
+// A sum is -0 only if both terms are; only two texts make a text.
 SafeFacts FactFinder::Sum(const SafeNode& node, const SafeFacts& a, const SafeFacts& b) {
   SafeFacts facts;
   facts.bound = Capped(a.bound + b.bound);
@@ -119,6 +123,7 @@ SafeFacts FactFinder::Sum(const SafeNode& node, const SafeFacts& a, const SafeFa
   return facts;
 }
 
+// 0 times infinity is no number, so a zero factor makes a zero of bounded ones only.
 SafeFacts FactFinder::Product(const SafeFacts& a, const SafeFacts& b) {
   SafeFacts facts;
   facts.bound = Capped(a.bound * b.bound);
@@ -138,6 +143,7 @@ SafeFacts FactFinder::Quotient(const SafeNode& node, const SafeFacts& a, const S
   return facts;
 }
 
+// The facts of the kinds that have no rule of their own hold for the operands together.
 SafeFacts FactFinder::Binary(const SafeNode& node) {
   const SafeFacts a = Part(node, 0);
   const SafeFacts b = Part(node, 1);
@@ -164,6 +170,8 @@ SafeFacts FactFinder::Binary(const SafeNode& node) {
   return facts;
 }
 
+// Rounding never gives -0: it goes through a 32-bit integer. Sines and the like do not count as exact: a formula
+// reads better with them than with sixteen digits in their place.
 SafeFacts FactFinder::OneArgument(const SafeNode& node) {
   const SafeFacts x = Part(node, 0);
   SafeFacts facts;
@@ -202,6 +210,8 @@ SafeFacts FactFinder::OneArgument(const SafeNode& node) {
   return facts;
 }
 
+// Of functions that choose among their arguments: what holds for all that may be chosen. LEN and FIND give
+// small whole numbers.
 SafeFacts FactFinder::Call(const SafeNode& node) {
   if (node.code != kMax && node.code != kMin && node.code != kIif && node.code != kFind &&
       node.code != kLen) {
@@ -225,6 +235,7 @@ SafeFacts FactFinder::Call(const SafeNode& node) {
   return facts;
 }
 
+// Brackets and signs pass on what their surroundings see; bars hide the sign of a zero.
 void FactFinder::Surround(const SafeNode& node, const SafeFacts& facts) {
   switch (node.kind) {
     case SafeKind::kBracket:
@@ -248,6 +259,8 @@ void FactFinder::Surround(const SafeNode& node, const SafeFacts& facts) {
   }
 }
 
+// The sign of a zero shows where it decides the sign of another zero or of an infinity; comparisons and joins
+// do not see it, and a zero divisor is reported whatever its sign.
 void FactFinder::SurroundOperands(const SafeNode& node, const SafeFacts& facts) {
   SafeFacts& a = Of(node.parts[0]);
   SafeFacts& b = Of(node.parts[1]);
@@ -278,6 +291,7 @@ void FactFinder::SurroundOperands(const SafeNode& node, const SafeFacts& facts) 
   }
 }
 
+// A test and a rounded argument show no sign of a zero.
 void FactFinder::SurroundArguments(const SafeNode& node, const SafeFacts& facts) {
   for (std::size_t i = 0; i < node.parts.size(); ++i) {
     if (node.parts[i] == SafeTree::kMissing) continue;

@@ -10,7 +10,7 @@ namespace lorv {
 struct SafeFacts {
   bool has_name = false;
   bool exact = false;  // made of numbers by operations that give the same bits on every system
-  bool pure = false;   // evaluating it never sets an error
+  bool pure = false;   // its evaluation never sets an error
   double bound = 0;    // the greatest magnitude; infinity if it is not known, or may be no number
   bool not_minus_zero = false;
   bool zero = false;       // it is 0 or -0

@@ -27,6 +27,8 @@ bool MayBeLiteral(TextView stretch) {
   });
 }
 
+// Only the first place of each sign is taken apart, which depends on all signs of the text: so all of them
+// are kept, with what stands between where it may be a literal.
 Text ChainOf(TextView text) {
   Text chain;
   bool may_part = false;

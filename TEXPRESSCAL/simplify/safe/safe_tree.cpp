@@ -83,6 +83,7 @@ const Operator* SafeParser::NextOperator() {
   return nullptr;
 }
 
+// Operators of one strength join to the left; the right operand is made of tighter ones alone.
 int SafeParser::Binary(int lowest) {
   SkipBlanks();
   int left = Prefix();
@@ -101,6 +102,7 @@ int SafeParser::Binary(int lowest) {
   return left;
 }
 
+// The innermost sign becomes the innermost node. A "+" as a sign has no tree here.
 int SafeParser::Prefix() {
   SkipBlanks();
   std::vector<std::size_t> signs;
@@ -112,6 +114,7 @@ int SafeParser::Prefix() {
   return node;
 }
 
+// "||" is an operator, so bars that touch have no tree: which of them opens and which closes is not certain.
 int SafeParser::Primary() {
   const TCHAR c = Here();
   if (c == '\'') return Quoted();
@@ -133,6 +136,7 @@ int SafeParser::Quoted() {
   return Add(SafeKind::kText, first);
 }
 
+// As deep as the engine's own parser goes.
 int SafeParser::Bracket(TCHAR close) {
   if (++depth_ > kMaxNesting) return kFailed;
   const std::size_t first = at_++;
@@ -155,6 +159,7 @@ int SafeParser::Number() {
   return node;
 }
 
+// "AND" without its blanks is a name to the parser, and no estimator means one.
 int SafeParser::NameOrCall() {
   const std::size_t first = at_;
   bool ascii = false;
@@ -168,6 +173,7 @@ int SafeParser::NameOrCall() {
   return Here() == '(' ? Call(first, kind) : kFailed;
 }
 
+// IIF and FIND need their number of arguments, or the formula does not parse.
 int SafeParser::Call(std::size_t first, unsigned short kind) {
   if (++depth_ > kMaxNesting) return kFailed;
   ++at_;

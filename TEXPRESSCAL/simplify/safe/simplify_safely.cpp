@@ -24,11 +24,11 @@ bool SameBits(double a, double b) {
   return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b);
 }
 
-// The shortest text without exponent that reads as `value` again, in at most `room` units.
-std::optional<Text> NumberText(double value, std::size_t room) {
+// The shortest text without exponent that reads as `value` again, in at most `most_units`.
+std::optional<Text> NumberText(double value, std::size_t most_units) {
   for (int decimals = 0; decimals <= kMostDecimals; ++decimals) {
     const std::string digits = RealToText(std::fabs(value), 'f', decimals);
-    if (digits.size() + (std::signbit(value) ? 1 : 0) > room) return std::nullopt;
+    if (digits.size() + (std::signbit(value) ? 1 : 0) > most_units) return std::nullopt;
     const Text text(digits.begin(), digits.end());
     if (SameBits(ReadReal(text), std::fabs(value))) return std::signbit(value) ? _T("-") + text : text;
   }
@@ -36,7 +36,7 @@ std::optional<Text> NumberText(double value, std::size_t room) {
 }
 
 // The value of a formula without names that works without an error.
-std::optional<double> Worked(TextView text) {
+std::optional<double> Evaluated(TextView text) {
   CExpression expression;
   double value = 0;
   if (expression.ChangeExpression(text) != -1 || expression.Value(value) != 0) return std::nullopt;
@@ -100,6 +100,7 @@ bool SafeFormula::Step() {
   return false;
 }
 
+// The first rule that fits and shortens the text.
 bool SafeFormula::Simplify(int index) {
   const SafeNode& node = tree_.Node(index);
   if (Fold(index) || FoldZero(index)) return true;
@@ -152,7 +153,7 @@ std::optional<double> SafeFormula::Constant(int index) const {
   if (index == SafeTree::kMissing) return std::nullopt;
   const SafeFacts& facts = Of(index);
   if (!facts.exact || facts.has_name || !facts.numeric) return std::nullopt;
-  return Worked(TextOf(tree_.Node(index)));
+  return Evaluated(TextOf(tree_.Node(index)));
 }
 
 // A text that stands alone is a text; in arithmetic it was a number.
