@@ -170,8 +170,8 @@ SafeFacts FactFinder::Binary(const SafeNode& node) {
   return facts;
 }
 
-// Rounding never gives -0: it goes through a 32-bit integer. Sines and the like do not count as exact: a formula
-// reads better with them than with sixteen digits in their place.
+// Rounding never gives -0: it goes through a 32-bit integer. Sines and the like do not count as exact: a
+// formula reads better with them than with sixteen digits in their place.
 SafeFacts FactFinder::OneArgument(const SafeNode& node) {
   const SafeFacts x = Part(node, 0);
   SafeFacts facts;
