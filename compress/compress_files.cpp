@@ -40,10 +40,12 @@ void AddFile(lorv::ZipWriter& zip, const CString& path, const CString& folder) {
   const int point = path.ReverseFind('.');
   if (point < 0) return;
   lorv::Files& files = *lorv::PortsInForce().files;
+  const auto facts = files.Facts(path);
+  // Nobody knows how long a pipe or a device would have to be waited for.
+  if (facts && facts->is_stream) throw new CFileException(CFileException::invalidFile, 0, path);
   lorv::FileError error;
   const std::unique_ptr<lorv::File> file = files.Open(path, lorv::FileUse::kRead, &error);
   if (!file) throw new CFileException(error.cause, error.system, path);
-  const auto facts = files.Facts(path);
   zip.Add(Narrow(EntryName(path, point, folder)).c_str(), *file, facts ? &*facts : nullptr);
 }
 

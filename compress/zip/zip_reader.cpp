@@ -40,12 +40,14 @@ bool HasOwnPlace(const CString& path) {
          path.Find(_T("..\\")) >= 0;
 }
 
-bool SameName(const char* a, const char* b, bool any_case) {
-  const auto folded = [&](char c) {
-    return any_case && c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
-  };
-  while (*a != '\0' && folded(*a) == folded(*b)) ++a, ++b;
-  return folded(*a) == folded(*b);
+// Characters, not bytes, are without case: the second byte of one may have the value of a letter.
+bool SameName(const std::string& a, const std::string& b, bool any_case) {
+  return any_case ? WideText(a.c_str()).CompareNoCase(WideText(b.c_str())) == 0 : a == b;
+}
+
+bool EndsWithSeparator(const std::string& name) {
+  const CString text = WideText(name.c_str());
+  return !text.IsEmpty() && (text[text.GetLength() - 1] == '/' || text[text.GetLength() - 1] == '\\');
 }
 
 }  // namespace
@@ -146,7 +148,7 @@ DWORD ZipReader::Fill(int index, ZipEntry& entry) {
   entry = {};
   entry.index = index;
   std::memcpy(entry.name, name.c_str(), name.size() + 1);
-  entry.attributes = zip::FileAttributes(item->attributes, item->made_by, name.ends_with('/'));
+  entry.attributes = zip::FileAttributes(item->attributes, item->made_by, EndsWithSeparator(name));
   entry.access_time = local.times.access;
   entry.creation_time = local.times.creation;
   entry.write_time = local.times.write;
@@ -165,7 +167,7 @@ DWORD ZipReader::GetItem(int index, ZipEntry& entry) {
 DWORD ZipReader::FindItem(const char* name, bool any_case, ZipEntry& entry) {
   if (name == nullptr || !input_) return KeepZipOpening(kZipArguments);
   for (std::size_t i = 0; i < entries_.size(); ++i) {
-    if (!SameName(name, NarrowName(entries_[i]).c_str(), any_case)) continue;
+    if (!SameName(name, NarrowName(entries_[i]), any_case)) continue;
     return KeepZipOpening(Fill(static_cast<int>(i), entry));
   }
   return KeepZipOpening(kZipNotFound);

@@ -47,11 +47,11 @@ std::int64_t FromDosTime(std::uint32_t dos_time) {
 
 std::uint32_t ToUnixTime(std::int64_t file_time) {
   const std::int64_t seconds = file_time / kTicksPerSecond - kUnixEpoch;
-  return static_cast<std::uint32_t>(std::clamp<std::int64_t>(seconds, INT32_MIN, INT32_MAX));
+  return static_cast<std::uint32_t>(std::clamp<std::int64_t>(seconds, 0, UINT32_MAX));
 }
 
 std::int64_t FromUnixTime(std::uint32_t unix_time) {
-  return (static_cast<std::int32_t>(unix_time) + kUnixEpoch) * kTicksPerSecond;
+  return (unix_time + kUnixEpoch) * kTicksPerSecond;
 }
 
 }  // namespace lorv::zip

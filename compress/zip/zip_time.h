@@ -14,7 +14,8 @@ std::uint32_t ToDosTime(std::int64_t file_time);
 // 0 for what is no date.
 std::int64_t FromDosTime(std::uint32_t dos_time);
 
-// Seconds since 1970 in universal time as signed 32 bits; beyond them the nearer end.
+// Seconds since 1970 in universal time as unsigned 32 bits, which last until 2106; beyond them the nearer
+// end.
 std::uint32_t ToUnixTime(std::int64_t file_time);
 std::int64_t FromUnixTime(std::uint32_t unix_time);
 

@@ -50,11 +50,22 @@ class Record {
   std::vector<unsigned char> bytes_;
 };
 
+// The character "\" becomes "/": a byte of that value may be the second one of another character.
+void PlainSeparators(std::string& name) {
+  const CodePage& code_page = *PortsInForce().code_page;
+  for (std::size_t at = 0; at < name.size();) {
+    const std::size_t bytes = code_page.FirstCharacter(std::string_view(name).substr(at));
+    if (bytes == 1 && name[at] == '\\') name[at] = '/';
+    at += bytes;
+  }
+}
+
 }  // namespace
 
 struct ZipWriter::Entry {
   std::string name;
   bool folder = false;
+  bool on_disk = false;
   std::uint32_t attributes = zip::kUnixFile;
   FileTimes times;
   std::uint32_t flags = zip::kFlagDescriptor;
@@ -66,7 +77,7 @@ struct ZipWriter::Entry {
   std::uint64_t offset = 0;
 
   Entry(const char* given, bool is_folder) : name(given == nullptr ? "" : given), folder(is_folder) {
-    std::replace(name.begin(), name.end(), '\\', '/');
+    PlainSeparators(name);
     if (folder && !name.ends_with('/')) name += '/';
     if (folder || IsPackedAlready(name)) method = zip::kStored;
     const std::int64_t now = PortsInForce().clock->Now();
@@ -114,7 +125,7 @@ class ZipWriter::Deflater {
 ZipWriter::ZipWriter() = default;
 
 ZipWriter::~ZipWriter() {
-  if (output_ && !ended_) Close();
+  if (stage_ == Stage::kOpen) Close();
 }
 
 DWORD ZipWriter::Keep(DWORD result) {
@@ -126,12 +137,19 @@ DWORD ZipWriter::Begin() {
   deflater_ = std::make_unique<Deflater>();
   directory_.clear();
   count_ = 0;
-  failed_ = ended_ = false;
+  failed_ = false;
+  stage_ = Stage::kOpen;
   return Keep(kZipOk);
 }
 
+DWORD ZipWriter::Refusal() const {
+  if (stage_ == Stage::kNone) return kZipArguments;
+  if (stage_ == Stage::kEnded) return kZipEnded;
+  return failed_ ? kZipFailedBefore : kZipOk;
+}
+
 DWORD ZipWriter::Create(const char* path) {
-  if (path == nullptr || (output_ && !ended_)) return Keep(kZipArguments);
+  if (path == nullptr || stage_ == Stage::kOpen) return Keep(kZipArguments);
   const Platform& ports = PortsInForce();
   auto file = ports.files->Open(CString(ports.code_page->ToText(path)), FileUse::kCreate);
   if (!file) return Keep(kZipNoFile);
@@ -140,13 +158,13 @@ DWORD ZipWriter::Create(const char* path) {
 }
 
 DWORD ZipWriter::Create(File& file) {
-  if (output_ && !ended_) return Keep(kZipArguments);
+  if (stage_ == Stage::kOpen) return Keep(kZipArguments);
   output_.emplace(file);
   return Begin();
 }
 
 DWORD ZipWriter::Create(void* block, std::size_t size) {
-  if (output_ && !ended_) return Keep(kZipArguments);
+  if (stage_ == Stage::kOpen) return Keep(kZipArguments);
   if (block == nullptr) {
     output_.emplace();
   } else {
@@ -156,13 +174,14 @@ DWORD ZipWriter::Create(void* block, std::size_t size) {
 }
 
 DWORD ZipWriter::Add(const char* name, const char* path) {
+  if (const DWORD refusal = Refusal(); refusal != kZipOk) return Keep(refusal);
   if (path == nullptr) return Keep(kZipArguments);
   const Platform& ports = PortsInForce();
   const CString wide(ports.code_page->ToText(path));
-  const auto file = ports.files->Open(wide, FileUse::kRead);
-  if (!file) return Keep(failed_ ? kZipFailedBefore : kZipNoFile);
   const auto facts = ports.files->Facts(wide);
-  return Add(name, *file, facts ? &*facts : nullptr);
+  if (!facts || facts->is_stream) return Keep(kZipNoFile);
+  const auto file = ports.files->Open(wide, FileUse::kRead);
+  return file ? Add(name, *file, &*facts) : Keep(kZipNoFile);
 }
 
 DWORD ZipWriter::Add(const char* name, File& file, const FileFacts* facts) {
@@ -170,6 +189,7 @@ DWORD ZipWriter::Add(const char* name, File& file, const FileFacts* facts) {
   const std::int64_t size = file.Size();
   if (size > 0) entry.announced_size = static_cast<std::uint64_t>(size);
   if (facts != nullptr && size >= 0) {
+    entry.on_disk = true;
     entry.attributes = zip::ExternalAttributes(facts->attributes);
     entry.times = facts->times;
   }
@@ -177,6 +197,7 @@ DWORD ZipWriter::Add(const char* name, File& file, const FileFacts* facts) {
 }
 
 DWORD ZipWriter::Add(const char* name, const void* data, std::size_t size) {
+  if (const DWORD refusal = Refusal(); refusal != kZipOk) return Keep(refusal);
   if (data == nullptr && size > 0) return Keep(kZipArguments);
   Entry entry(name, false);
   entry.announced_size = size;
@@ -190,9 +211,7 @@ DWORD ZipWriter::AddFolder(const char* name) {
 }
 
 DWORD ZipWriter::AddEntry(Entry& entry, File* file, std::span<const unsigned char> memory) {
-  if (!output_) return Keep(kZipArguments);
-  if (ended_) return Keep(kZipEnded);
-  if (failed_) return Keep(kZipFailedBefore);
+  if (const DWORD refusal = Refusal(); refusal != kZipOk) return Keep(refusal);
   // Deflate adds 5 bytes to 16383 at the worst; the directory must fit behind the data.
   const std::uint64_t most =
       output_->Position() + entry.announced_size + entry.announced_size / 1024 + directory_.size() + 1024;
@@ -267,7 +286,8 @@ DWORD ZipWriter::WriteData(Entry& entry, File* file, std::span<const unsigned ch
       if (count < 0) return kZipReadFailed;
       bytes = deflater_->InputBlock().first(static_cast<std::size_t>(count));
       last = bytes.size() < kReadBlock;
-      if (entry.size == 0 && zip::LooksExecutable(bytes, *file)) entry.attributes |= zip::kUnixExecute;
+      if (entry.on_disk && entry.size == 0 && zip::LooksExecutable(bytes, *file))
+        entry.attributes |= zip::kUnixExecute;
     }
     const DWORD result = WriteBlock(entry, bytes, last);
     if (result != kZipOk) return result;
@@ -292,9 +312,8 @@ DWORD ZipWriter::WriteDirectory() {
 }
 
 DWORD ZipWriter::Close() {
-  if (!output_) return Keep(kZipArguments);
-  if (ended_) return Keep(kZipEnded);
-  ended_ = true;
+  if (stage_ != Stage::kOpen) return Keep(Refusal());
+  stage_ = Stage::kEnded;
   const DWORD result = Keep(WriteDirectory());
   if (output_->Memory().empty()) output_.reset();
   deflater_.reset();
@@ -302,7 +321,8 @@ DWORD ZipWriter::Close() {
 }
 
 DWORD ZipWriter::GetMemory(const void*& data, std::size_t& size) const {
-  if (!output_ || !ended_ || output_->Memory().empty()) return KeepZipCreation(kZipNotInMemory);
+  if (stage_ != Stage::kEnded || !output_ || output_->Memory().empty())
+    return KeepZipCreation(kZipNotInMemory);
   data = output_->Memory().data();
   size = output_->Memory().size();
   return KeepZipCreation(kZipOk);

@@ -23,7 +23,9 @@ namespace lorv {
 // Entries are deflated at the fastest level; those whose name says that they are packed already (".zip",
 //   ".gz" and the like), and folders, are stored. The write, access and creation times go with each entry.
 // Result: the codes of compress/zip/zip_result.h; the last one is kept for the module. After an error each
-//   further add gives 0x40000, after the close 0x50000; closing still makes an archive of what came before.
+//   further add gives 0x40000; closing still makes an archive of what came before. After the close each add
+//   and each further close give 0x50000, whatever was done before and whatever they are given; before the
+//   first archive is created, 0x10000.
 // A file or memory given stays the caller's and must live until the close. One thread at a time.
 //
 //   ZipWriter zip;  zip.Create("D:\\out\\p.zip");  zip.Add("p/x.dat", "C:\\p\\x.dat");  zip.Close();
@@ -42,8 +44,10 @@ class COMM_LORV_API ZipWriter {
   // In a block of memory; a null block is memory that grows and is the object's.
   DWORD Create(void* block, std::size_t size);
 
+  // 0x200 for a path that cannot be opened, and for a pipe or a device: nobody waits for what they may give.
   DWORD Add(const char* name, const char* path);
-  // From where an open file stands; `facts` are those of the file on disk, none for what is no such file.
+  // From where an open file stands; `facts` are those of the file on disk, none for what is no such file: it
+  // has no attributes and the time of now.
   DWORD Add(const char* name, File& file, const FileFacts* facts);
   DWORD Add(const char* name, const void* data, std::size_t size);
   DWORD AddFolder(const char* name);
@@ -56,7 +60,11 @@ class COMM_LORV_API ZipWriter {
   struct Entry;
   class Deflater;
 
+  enum class Stage { kNone, kOpen, kEnded };
+
   DWORD Begin();
+  // Why nothing can be added now; kZipOk where it can.
+  DWORD Refusal() const;
   DWORD AddEntry(Entry& entry, File* file, std::span<const unsigned char> memory);
   DWORD WriteEntry(Entry& entry, File* file, std::span<const unsigned char> memory);
   DWORD WriteData(Entry& entry, File* file, std::span<const unsigned char> memory);
@@ -70,8 +78,8 @@ class COMM_LORV_API ZipWriter {
   std::unique_ptr<Deflater> deflater_;
   std::vector<unsigned char> directory_;  // the central headers, as they will stand in the archive
   std::size_t count_ = 0;
+  Stage stage_ = Stage::kNone;
   bool failed_ = false;
-  bool ended_ = false;
 };
 
 }  // namespace lorv

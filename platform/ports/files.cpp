@@ -1,12 +1,18 @@
 #include "platform/ports/files.h"
 
+#include <algorithm>
+#include <random>
+
 #include "framework/text/char_class.h"
 
 namespace lorv {
 namespace {
 
 constexpr std::size_t kBlock = 65536;
-constexpr LPCTSTR kBesideSuffix = _T(".writing");
+constexpr TextView kUnfinishedBegin = _T(".lorv-");
+constexpr TextView kUnfinishedEnd = _T(".part");
+constexpr std::size_t kUnfinishedLetters = 16;
+constexpr TextView kHexLetters = _T("0123456789abcdef");
 
 bool ReadBlocks(File& file, std::string& bytes) {
   std::vector<char> block(kBlock);
@@ -32,14 +38,34 @@ std::optional<std::string> Files::ReadAll(LPCTSTR path) {
 }
 
 bool Files::WriteWhole(LPCTSTR path, std::string_view bytes) {
-  const CString beside = CString(path) + kBesideSuffix;
-  std::unique_ptr<File> file = Open(beside, FileUse::kCreate);
+  const CString beside = UnfinishedPath(path);
+  std::unique_ptr<File> file = Open(beside, FileUse::kCreateNew);
   if (!file) return false;
-  const bool written = file->Write(bytes.data(), bytes.size()) && file->Flush();
+  const bool written = file->Write(bytes.data(), bytes.size()) && file->Sync();
   file.reset();
-  if (written && Replace(beside, path)) return true;
+  if (written && Replace(beside, path)) return SyncFolder(FolderOfPath(path));
   Remove(beside);
   return false;
+}
+
+CString FolderOfPath(LPCTSTR path) {
+  const CString whole(path);
+  return whole.Left(std::max(whole.ReverseFind('/'), whole.ReverseFind('\\')) + 1);
+}
+
+CString UnfinishedPath(LPCTSTR path) {
+  std::random_device chance;
+  std::uint64_t number = static_cast<std::uint64_t>(chance()) << 32 | chance();
+  CString name = FolderOfPath(path) + CString(kUnfinishedBegin);
+  for (std::size_t i = 0; i < kUnfinishedLetters; ++i, number >>= 4) name += kHexLetters[number & 15];
+  return name + CString(kUnfinishedEnd);
+}
+
+bool IsUnfinishedName(TextView name) {
+  if (name.size() != kUnfinishedBegin.size() + kUnfinishedLetters + kUnfinishedEnd.size()) return false;
+  const TextView letters = name.substr(kUnfinishedBegin.size(), kUnfinishedLetters);
+  return name.starts_with(kUnfinishedBegin) && name.ends_with(kUnfinishedEnd) &&
+         letters.find_first_not_of(kHexLetters) == TextView::npos;
 }
 
 std::string WithCarriageReturns(std::string_view text) {

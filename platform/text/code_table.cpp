@@ -63,14 +63,19 @@ std::basic_string<TCHAR> CodeTable::ToText(std::string_view bytes) const {
   text.reserve(bytes.size());
   for (std::size_t at = 0; at < bytes.size(); ++at) {
     const unsigned lead = ByteAt(bytes, at);
-    unsigned unit = units_[lead];
-    if (lead >= kFirstLead && lead <= kLastLead && at + 1 < bytes.size()) {
-      unit = units_[lead << 8 | ByteAt(bytes, at + 1)];
-      if (unit != 0) ++at;
-    }
+    const bool two = FirstCharacter(bytes.substr(at)) == 2;
+    const unsigned unit = units_[two ? lead << 8 | ByteAt(bytes, at + 1) : lead];
+    if (two) ++at;
     text += static_cast<TCHAR>(unit == 0 && lead != 0 ? '?' : unit);
   }
   return text;
+}
+
+std::size_t CodeTable::FirstCharacter(std::string_view bytes) const {
+  if (bytes.size() < 2) return bytes.size();
+  const unsigned lead = ByteAt(bytes, 0);
+  const bool leads = lead >= kFirstLead && lead <= kLastLead;
+  return leads && units_[lead << 8 | ByteAt(bytes, 1)] != 0 ? 2 : 1;
 }
 
 CodePage& SuiteCodePage() {

@@ -16,6 +16,7 @@ class CodeTable : public CodePage {
 
   std::string ToNarrow(TextView text) const override;
   std::basic_string<TCHAR> ToText(std::string_view bytes) const override;
+  std::size_t FirstCharacter(std::string_view bytes) const override;
 
  private:
   static constexpr std::size_t kUnits = 0x10000;

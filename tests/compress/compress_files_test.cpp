@@ -176,6 +176,39 @@ TEST_F(CompressFilesTest, NoArchiveGives0) {
   EXPECT_EQ(DecompressFiles(_T("D:\\out\\text.zip"), _T("E:\\t\\")), 0);
 }
 
+TEST_F(CompressFilesTest, ReadOnlyFileStaysAndGives0) {
+  Put("C:\\p\\x.dat", "hello");
+  Put("E:\\t\\x.dat", "mine");
+  machine_.files.SetAttributes(_T("E:\\t\\x.dat"), kAttributeReadOnly);
+  Pack("D:\\out\\backup", {"C:\\p\\x.dat"});
+  EXPECT_EQ(DecompressFiles(_T("D:\\out\\backup"), _T("E:\\t\\")), 0);
+  EXPECT_EQ(LastZipOpening(), kZipNoFile);
+  EXPECT_EQ(machine_.files.ReadAll(_T("E:\\t\\x.dat")), "mine");
+  EXPECT_EQ(machine_.files.Facts(_T("E:\\t\\x.dat"))->attributes, kAttributeReadOnly);
+}
+
+// On whatever system this runs, and by its administrator too.
+TEST(CompressFilesOnDisk, ReadOnlyFileStaysAndGives0) {
+  const ScratchFolder scratch;
+  WriteBytes(scratch.Path() / "x.dat", "hello");
+  std::filesystem::create_directories(scratch.Path() / "out" / "proj");
+  const auto target = scratch.Path() / "out" / "proj" / "x.dat";
+  WriteBytes(target, "mine");
+  const CString wide = Wide(target.string());
+  ASSERT_TRUE(NativeFiles().SetAttributes(wide, kAttributeReadOnly));
+  CStringArray list;
+  list.Add(Wide((scratch.Path() / "x.dat").string()));
+  const CString archive = Wide((scratch.Path() / "proj.zip").string());
+  ASSERT_EQ(CompressFiles(archive, list), 1);
+  const CString out = Wide((scratch.Path() / "out").string()) + _T("/");
+  EXPECT_EQ(DecompressFiles(archive, out), 0);
+  EXPECT_EQ(LastZipOpening(), kZipNoFile);
+  EXPECT_EQ(ReadBytes(target), "mine");
+  ASSERT_TRUE(NativeFiles().SetAttributes(wide, kAttributeNormal));
+  EXPECT_EQ(DecompressFiles(archive, out), 1);
+  EXPECT_EQ(ReadBytes(target), "hello");
+}
+
 TEST(CompressFilesOnDisk, FilesComeBackWithContentsAndTimes) {
   const ScratchFolder scratch;
   namespace fs = std::filesystem;

@@ -37,6 +37,10 @@ LPCTSTR WordFor(FileUse use) {
       return _T("open create ");
     case FileUse::kAppend:
       return _T("open append ");
+    case FileUse::kCreateNew:
+      return _T("open new ");
+    case FileUse::kStream:
+      return _T("open stream ");
     default:
       return _T("open read ");
   }
@@ -46,8 +50,8 @@ LPCTSTR WordFor(FileUse use) {
 
 class HeadlessFiles::OpenFile : public File {
  public:
-  OpenFile(HeadlessFiles& files, EntryPointer entry, FileUse use)
-      : files_(files), entry_(std::move(entry)), use_(use) {}
+  OpenFile(HeadlessFiles& files, const CString& path, EntryPointer entry, FileUse use)
+      : files_(files), path_(path), entry_(std::move(entry)), use_(use) {}
 
   std::int64_t Read(void* out, std::size_t size) override {
     if (use_ == FileUse::kAppend) return -1;
@@ -83,8 +87,16 @@ class HeadlessFiles::OpenFile : public File {
 
   bool Flush() override { return true; }
 
+  bool Sync() override {
+    files_.asked.push_back(CString(_T("sync ")) + path_);
+    return true;
+  }
+
+  bool SetTimes(const FileTimes& times) override { return files_.SetTimes(path_, times); }
+
  private:
   HeadlessFiles& files_;
+  CString path_;
   EntryPointer entry_;
   FileUse use_;
   std::size_t position_ = 0;
@@ -130,13 +142,18 @@ bool HeadlessFiles::IsFolder(const CString& path) const {
 
 int HeadlessFiles::CauseAgainst(const CString& path, FileUse use) const {
   if (refused.contains(path) || IsFolder(path)) return CFileException::accessDenied;
-  const EntryPointer entry = Find(path);
-  if (entry) {
-    const bool read_only = (entry->facts.attributes & kAttributeReadOnly) != 0;
-    return read_only && use != FileUse::kRead ? CFileException::accessDenied : CFileException::none;
+  if (Find(path)) {
+    const bool kept = use == FileUse::kCreateNew || (IsReadOnly(path) && use != FileUse::kRead);
+    return kept ? CFileException::accessDenied : CFileException::none;
   }
   if (!IsFolder(FolderOf(Plain(path)))) return CFileException::badPath;
-  return use == FileUse::kRead ? CFileException::fileNotFound : CFileException::none;
+  const bool must_stand = use == FileUse::kRead || use == FileUse::kStream;
+  return must_stand ? CFileException::fileNotFound : CFileException::none;
+}
+
+bool HeadlessFiles::IsReadOnly(const CString& path) const {
+  const EntryPointer entry = Find(path);
+  return entry && (entry->facts.attributes & kAttributeReadOnly) != 0;
 }
 
 std::unique_ptr<File> HeadlessFiles::Open(LPCTSTR path, FileUse use, FileError* error) {
@@ -148,7 +165,7 @@ std::unique_ptr<File> HeadlessFiles::Open(LPCTSTR path, FileUse use, FileError* 
   EntryPointer entry = Find(path);
   if (!entry) entry = Make(path, kAttributeNormal);
   if (use == FileUse::kCreate) entry->bytes.clear();
-  return std::make_unique<OpenFile>(*this, entry, use);
+  return std::make_unique<OpenFile>(*this, path, entry, use);
 }
 
 std::optional<FileFacts> HeadlessFiles::Facts(LPCTSTR path) {
@@ -156,6 +173,7 @@ std::optional<FileFacts> HeadlessFiles::Facts(LPCTSTR path) {
   if (!entry) return std::nullopt;
   FileFacts facts = entry->facts;
   facts.size = entry->bytes.size();
+  facts.is_stream = streams.contains(path);
   return facts;
 }
 
@@ -179,8 +197,7 @@ bool HeadlessFiles::SetTimes(LPCTSTR path, const FileTimes& times) {
 bool HeadlessFiles::Remove(LPCTSTR path) {
   asked.push_back(CString(_T("remove ")) + path);
   const EntryPointer entry = Find(path);
-  const bool kept = !entry || refused.contains(path) || entry->facts.IsFolder() ||
-                    (entry->facts.attributes & kAttributeReadOnly) != 0;
+  const bool kept = !entry || refused.contains(path) || entry->facts.IsFolder() || IsReadOnly(path);
   if (kept) return false;
   entries_.erase(Plain(path));
   return true;
@@ -190,11 +207,24 @@ bool HeadlessFiles::Replace(LPCTSTR from, LPCTSTR to) {
   asked.push_back(CString(_T("replace ")) + to + _T(" by ") + from);
   const EntryPointer entry = Find(from);
   const bool kept = !entry || refused.contains(from) || refused.contains(to) || IsFolder(to) ||
-                    !IsFolder(FolderOf(Plain(to)));
+                    IsReadOnly(to) || !IsFolder(FolderOf(Plain(to)));
   if (kept) return false;
   entries_.erase(Plain(from));
   entries_[Plain(to)] = entry;
   return true;
+}
+
+bool HeadlessFiles::Rename(LPCTSTR from, LPCTSTR to) {
+  return !Find(to) && Replace(from, to);
+}
+
+bool HeadlessFiles::SyncFolder(LPCTSTR folder) {
+  asked.push_back(CString(_T("sync folder ")) + folder);
+  return IsFolder(folder);
+}
+
+bool HeadlessFiles::CanList(LPCTSTR folder) {
+  return IsFolder(folder) && !unreadable.contains(Plain(folder));
 }
 
 bool HeadlessFiles::MakeFolder(LPCTSTR path) {

@@ -28,6 +28,10 @@ class COMM_LORV_API HeadlessFiles : public Files {
   std::set<CString> refused;
   // How many bytes all writes together may still take; a disk that fills up.
   std::int64_t room_left = INT64_MAX;
+  // Paths of pipes and devices: neither files nor folders, though they can be opened.
+  std::set<CString> streams;
+  // Folders whose names cannot be read.
+  std::set<CString> unreadable;
   // What was asked, in order: "open read C:\a.txt", "remove C:\a.txt", "replace C:\b by C:\a" ...
   std::vector<CString> asked;
 
@@ -37,8 +41,11 @@ class COMM_LORV_API HeadlessFiles : public Files {
   bool SetTimes(LPCTSTR path, const FileTimes& times) override;
   bool Remove(LPCTSTR path) override;
   bool Replace(LPCTSTR from, LPCTSTR to) override;
+  bool Rename(LPCTSTR from, LPCTSTR to) override;
+  bool SyncFolder(LPCTSTR folder) override;
   bool MakeFolder(LPCTSTR path) override;
   std::vector<FoundFile> List(LPCTSTR folder, LPCTSTR pattern) override;
+  bool CanList(LPCTSTR folder) override;
 
  private:
   struct Entry {
@@ -52,6 +59,7 @@ class COMM_LORV_API HeadlessFiles : public Files {
   EntryPointer Make(const CString& path, DWORD attributes);
   int CauseAgainst(const CString& path, FileUse use) const;
   bool IsFolder(const CString& path) const;
+  bool IsReadOnly(const CString& path) const;
 
   Clock& clock_;
   std::map<CString, EntryPointer> entries_;

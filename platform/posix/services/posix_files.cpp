@@ -4,7 +4,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 
 #include "framework/objects/exceptions.h"
@@ -18,6 +20,7 @@ namespace {
 
 constexpr mode_t kFileMode = 0666;
 constexpr mode_t kFolderMode = 0777;
+constexpr int kMostLinks = 40;  // as the system itself follows
 constexpr mode_t kWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
 
 class PosixFile : public File {
@@ -60,6 +63,14 @@ class PosixFile : public File {
   // Every write goes to the system at once.
   bool Flush() override { return true; }
 
+  // A pipe and most devices have no disk behind them, and say so.
+  bool Sync() override { return fsync(descriptor_) == 0 || errno == EINVAL || errno == ENOTSUP; }
+
+  bool SetTimes(const FileTimes& times) override {
+    const timespec native[2] = {NativeTimeOf(times.access), NativeTimeOf(times.write)};
+    return futimens(descriptor_, native) == 0;
+  }
+
  private:
   int descriptor_;
 };
@@ -70,12 +81,33 @@ int FlagsOf(FileUse use) {
       return O_RDWR | O_CREAT | O_TRUNC;
     case FileUse::kAppend:
       return O_WRONLY | O_CREAT | O_APPEND;
+    case FileUse::kCreateNew:
+      return O_RDWR | O_CREAT | O_EXCL;
+    case FileUse::kStream:
+      return O_WRONLY;
     default:
       return O_RDONLY;
   }
 }
 
+// The system would let its administrator write to a read-only file, and anybody remove it whose the folder
+// is.
+bool IsReadOnly(const std::string& path, bool follow) {
+  struct stat facts {};
+  const int result = follow ? stat(path.c_str(), &facts) : lstat(path.c_str(), &facts);
+  return result == 0 && S_ISREG(facts.st_mode) && (facts.st_mode & kWriteBits) == 0;
+}
+
+bool Refused() {
+  errno = EACCES;
+  return false;
+}
+
 int OpenPlainFile(const std::string& path, FileUse use) {
+  if ((use == FileUse::kCreate || use == FileUse::kAppend) && IsReadOnly(path, true)) {
+    errno = EACCES;
+    return -1;
+  }
   const int descriptor = open(path.c_str(), FlagsOf(use) | O_CLOEXEC, kFileMode);
   struct stat facts {};
   if (descriptor < 0 || fstat(descriptor, &facts) != 0 || !S_ISDIR(facts.st_mode)) return descriptor;
@@ -95,6 +127,7 @@ FileFacts FactsOf(const struct stat& native, const std::string& path) {
   if ((native.st_mode & kWriteBits) == 0) facts.attributes |= kAttributeReadOnly;
   if (IsHidden(path)) facts.attributes |= kAttributeHidden;
   if (facts.attributes == 0) facts.attributes = kAttributeNormal;
+  facts.is_stream = !S_ISREG(native.st_mode) && !S_ISDIR(native.st_mode);
   facts.size = S_ISREG(native.st_mode) ? static_cast<std::uint64_t>(native.st_size) : 0;
   facts.times.access = FileTimeOf(native.st_atim);
   facts.times.write = FileTimeOf(native.st_mtim);
@@ -135,16 +168,88 @@ class PosixFiles : public Files {
     return utimensat(AT_FDCWD, NativePath(path).c_str(), native, 0) == 0;
   }
 
-  bool Remove(LPCTSTR path) override { return unlink(NativePath(path).c_str()) == 0; }
+  bool IsLink(LPCTSTR path) override {
+    struct stat native {};
+    return lstat(NativePath(path).c_str(), &native) == 0 && S_ISLNK(native.st_mode);
+  }
+
+  CString FollowLinks(LPCTSTR path) override;
+
+  bool Remove(LPCTSTR path) override {
+    const std::string name = NativePath(path);
+    return IsReadOnly(name, false) ? Refused() : unlink(name.c_str()) == 0;
+  }
 
   bool Replace(LPCTSTR from, LPCTSTR to) override {
-    return std::rename(NativePath(from).c_str(), NativePath(to).c_str()) == 0;
+    const std::string target = NativePath(to);
+    if (IsReadOnly(target, false)) return Refused();
+    return std::rename(NativePath(from).c_str(), target.c_str()) == 0;
+  }
+
+  bool Rename(LPCTSTR from, LPCTSTR to) override;
+  bool CopyRights(LPCTSTR from, LPCTSTR to) override;
+
+  bool SyncFolder(LPCTSTR folder) override {
+    const int descriptor = OpenFolder(folder);
+    const bool synced = descriptor >= 0 && (fsync(descriptor) == 0 || errno == EINVAL);
+    if (descriptor >= 0) close(descriptor);
+    return synced;
+  }
+
+  bool SyncAll(LPCTSTR folder) override {
+    const int descriptor = OpenFolder(folder);
+    const bool synced = descriptor >= 0 && syncfs(descriptor) == 0;
+    if (descriptor >= 0) close(descriptor);
+    return synced;
   }
 
   bool MakeFolder(LPCTSTR path) override { return mkdir(NativePath(path).c_str(), kFolderMode) == 0; }
 
   std::vector<FoundFile> List(LPCTSTR folder, LPCTSTR pattern) override;
+
+  bool CanList(LPCTSTR folder) override {
+    const int descriptor = OpenFolder(folder);
+    if (descriptor >= 0) close(descriptor);
+    return descriptor >= 0;
+  }
+
+ private:
+  static int OpenFolder(LPCTSTR folder) {
+    const std::string name = NativePath(folder);
+    return open(name.empty() ? "." : name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  }
 };
+
+// Where a relative link leads counts from the folder that the link stands in.
+CString PosixFiles::FollowLinks(LPCTSTR path) {
+  std::string name = NativePath(path);
+  std::array<char, PATH_MAX> target{};
+  for (int i = 0; i < kMostLinks; ++i) {
+    const ssize_t length = readlink(name.c_str(), target.data(), target.size());
+    if (length < 0) return i == 0 ? CString(path) : CString::FromUtf8(name);
+    const std::string to(target.data(), static_cast<std::size_t>(length));
+    name = to.starts_with('/') ? to : name.substr(0, name.find_last_of('/') + 1) + to;
+  }
+  return {path};
+}
+
+// File systems that do not know the one call have two: the second name and then none of the first.
+bool PosixFiles::Rename(LPCTSTR from, LPCTSTR to) {
+  const std::string source = NativePath(from), target = NativePath(to);
+  if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) return true;
+  if (errno != EINVAL && errno != ENOSYS) return false;
+  return link(source.c_str(), target.c_str()) == 0 && unlink(source.c_str()) == 0;
+}
+
+// Of another owner's file everything is kept but what would then be a right to act as somebody else.
+bool PosixFiles::CopyRights(LPCTSTR from, LPCTSTR to) {
+  struct stat native {};
+  const std::string target = NativePath(to);
+  if (stat(NativePath(from).c_str(), &native) != 0) return false;
+  const bool owned = chown(target.c_str(), native.st_uid, native.st_gid) == 0;
+  const mode_t kept = native.st_mode & static_cast<mode_t>(owned ? 07777 : 0777);
+  return chmod(target.c_str(), kept) == 0;
+}
 
 bool IsFolder(const std::string& path) {
   struct stat native {};

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <array>
+#include <vector>
 
 #include "framework/objects/exceptions.h"
 #include "platform/ports/files.h"
@@ -7,7 +9,21 @@ namespace lorv {
 namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr std::size_t kLongestPath = 32768;
 constexpr std::size_t kLargestTransfer = std::size_t{1} << 30;
+
+FILETIME ToNative(std::int64_t time) {
+  const auto bits = static_cast<std::uint64_t>(time);
+  return {static_cast<DWORD>(bits), static_cast<DWORD>(bits >> 32)};
+}
+
+// A time of 0 means "as it is" to the system too.
+bool SetTimesOf(HANDLE handle, const FileTimes& times) {
+  const FILETIME creation = ToNative(times.creation);
+  const FILETIME access = ToNative(times.access);
+  const FILETIME write = ToNative(times.write);
+  return SetFileTime(handle, &creation, &access, &write) != 0;
+}
 
 class Win32File : public File {
  public:
@@ -52,6 +68,11 @@ class Win32File : public File {
   // Every write goes to the system at once.
   bool Flush() override { return true; }
 
+  // What is no disk has nothing to wait for.
+  bool Sync() override { return GetFileType(handle_) != FILE_TYPE_DISK || FlushFileBuffers(handle_) != 0; }
+
+  bool SetTimes(const FileTimes& times) override { return SetTimesOf(handle_, times); }
+
  private:
   HANDLE handle_;
 };
@@ -68,6 +89,12 @@ HANDLE OpenHandle(LPCTSTR path, FileUse use) {
     case FileUse::kAppend:
       return CreateFileW(path, FILE_APPEND_DATA, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_ALWAYS,
                          FILE_ATTRIBUTE_NORMAL, nullptr);
+    case FileUse::kCreateNew:
+      // Deleting is shared, so that a program that is interrupted can take it away while it is open.
+      return CreateFileW(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
+                         CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
+    case FileUse::kStream:
+      return CreateFileW(path, GENERIC_WRITE, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
     default:
       return CreateFileW(path, GENERIC_READ, kShareAll, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL,
                          nullptr);
@@ -79,9 +106,13 @@ std::int64_t ToCount(const FILETIME& time) {
                                    time.dwLowDateTime);
 }
 
-FILETIME ToNative(std::int64_t time) {
-  const auto bits = static_cast<std::uint64_t>(time);
-  return {static_cast<DWORD>(bits), static_cast<DWORD>(bits >> 32)};
+// A device's full path begins with two backslashes, a point and a backslash, under whatever name it was asked
+// for.
+bool IsDevice(LPCTSTR path) {
+  std::array<TCHAR, MAX_PATH> full{};
+  const DWORD length = GetFullPathNameW(PathOf(path), static_cast<DWORD>(full.size()), full.data(), nullptr);
+  if (length >= full.size()) return false;
+  return CString(static_cast<LPCTSTR>(full.data())).Left(4) == _T("\\\\.\\");
 }
 
 class Win32Files : public Files {
@@ -95,10 +126,16 @@ class Win32Files : public Files {
   }
 
   std::optional<FileFacts> Facts(LPCTSTR path) override {
-    WIN32_FILE_ATTRIBUTE_DATA native;
-    if (!GetFileAttributesExW(PathOf(path), GetFileExInfoStandard, &native)) return std::nullopt;
+    WIN32_FILE_ATTRIBUTE_DATA native{};
     FileFacts facts;
+    if (!GetFileAttributesExW(PathOf(path), GetFileExInfoStandard, &native)) {
+      if (!IsDevice(path)) return std::nullopt;
+      facts.attributes = kAttributeNormal;
+      facts.is_stream = true;
+      return facts;
+    }
     facts.attributes = native.dwFileAttributes;
+    facts.is_stream = IsDevice(path);
     facts.size = static_cast<std::uint64_t>(native.nFileSizeHigh) << 32 | native.nFileSizeLow;
     facts.times = {ToCount(native.ftLastAccessTime), ToCount(native.ftCreationTime),
                    ToCount(native.ftLastWriteTime)};
@@ -113,11 +150,7 @@ class Win32Files : public Files {
     const HANDLE handle = CreateFileW(PathOf(path), FILE_WRITE_ATTRIBUTES, kShareAll, nullptr, OPEN_EXISTING,
                                       FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (handle == INVALID_HANDLE_VALUE) return false;
-    // A time of 0 means "as it is" to the system too.
-    const FILETIME creation = ToNative(times.creation);
-    const FILETIME access = ToNative(times.access);
-    const FILETIME write = ToNative(times.write);
-    const bool set = SetFileTime(handle, &creation, &access, &write) != 0;
+    const bool set = SetTimesOf(handle, times);
     CloseHandle(handle);
     return set;
   }
@@ -127,21 +160,60 @@ class Win32Files : public Files {
   bool Remove(LPCTSTR path) override { return DeleteFileW(PathOf(path)) != 0; }
 
   bool Replace(LPCTSTR from, LPCTSTR to) override {
-    return MoveFileExW(PathOf(from), PathOf(to), MOVEFILE_REPLACE_EXISTING) != 0;
+    return MoveFileExW(PathOf(from), PathOf(to), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
   }
+
+  bool Rename(LPCTSTR from, LPCTSTR to) override {
+    return MoveFileExW(PathOf(from), PathOf(to), MOVEFILE_WRITE_THROUGH) != 0;
+  }
+
+  bool IsLink(LPCTSTR path) override {
+    WIN32_FIND_DATAW entry;
+    const HANDLE search = FindFirstFileW(PathOf(path), &entry);
+    if (search == INVALID_HANDLE_VALUE) return false;
+    FindClose(search);
+    return (entry.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           entry.dwReserved0 == IO_REPARSE_TAG_SYMLINK;
+  }
+
+  CString FollowLinks(LPCTSTR path) override;
 
   bool MakeFolder(LPCTSTR path) override { return CreateDirectoryW(PathOf(path), nullptr) != 0; }
 
   std::vector<FoundFile> List(LPCTSTR folder, LPCTSTR pattern) override;
+
+  bool CanList(LPCTSTR folder) override {
+    WIN32_FIND_DATAW entry;
+    const HANDLE search = FindFirstFileW(AllOf(folder), &entry);
+    // The root of a drive may be empty; every other folder holds itself.
+    if (search == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_FILE_NOT_FOUND;
+    FindClose(search);
+    return true;
+  }
+
+ private:
+  static CString AllOf(LPCTSTR folder) {
+    return CString(folder).IsEmpty() ? CString(_T("*")) : CString(folder) + _T("\\*");
+  }
 };
+
+CString Win32Files::FollowLinks(LPCTSTR path) {
+  if (!IsLink(path)) return {path};
+  const HANDLE handle =
+      CreateFileW(PathOf(path), 0, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (handle == INVALID_HANDLE_VALUE) return {path};
+  std::vector<TCHAR> target(kLongestPath);
+  const DWORD length = GetFinalPathNameByHandleW(handle, target.data(), static_cast<DWORD>(target.size()), 0);
+  CloseHandle(handle);
+  return length > 0 && length < target.size() ? CString(static_cast<LPCTSTR>(target.data())) : CString(path);
+}
 
 // The system would also match short names ("A~1.TXT"), so it lists all and the pattern is ours.
 std::vector<FoundFile> Win32Files::List(LPCTSTR folder, LPCTSTR pattern) {
   std::vector<FoundFile> found;
-  const CString all = CString(folder).IsEmpty() ? CString(_T("*")) : CString(folder) + _T("\\*");
   const CString fitting(pattern);
   WIN32_FIND_DATAW entry;
-  const HANDLE search = FindFirstFileW(all, &entry);
+  const HANDLE search = FindFirstFileW(AllOf(folder), &entry);
   if (search == INVALID_HANDLE_VALUE) return found;
   do {
     const CString name(static_cast<LPCTSTR>(entry.cFileName));

@@ -178,6 +178,54 @@ TYPED_TEST(FilesPort, ReplaceTakesTheOthersPlace) {
   EXPECT_EQ(this->Get(_T("old")), "fresh");
 }
 
+TYPED_TEST(FilesPort, ReadOnlyFilesStayAsTheyAre) {
+  this->Put(_T("f"), "mine");
+  this->Put(_T("new"), "fresh");
+  ASSERT_TRUE(this->Port().SetAttributes(this->At(_T("f")), kAttributeReadOnly));
+  EXPECT_FALSE(this->Port().Remove(this->At(_T("f"))));
+  EXPECT_FALSE(this->Port().Replace(this->At(_T("new")), this->At(_T("f"))));
+  EXPECT_FALSE(this->Port().WriteWhole(this->At(_T("f")), "fresh"));
+  for (const FileUse use : {FileUse::kCreate, FileUse::kAppend, FileUse::kCreateNew}) {
+    EXPECT_FALSE(this->Port().Open(this->At(_T("f")), use));
+  }
+  EXPECT_EQ(this->Get(_T("f")), "mine");
+  EXPECT_EQ(this->Get(_T("new")), "fresh");
+  ASSERT_TRUE(this->Port().SetAttributes(this->At(_T("f")), kAttributeNormal));
+  EXPECT_TRUE(this->Port().Remove(this->At(_T("f"))));
+}
+
+TYPED_TEST(FilesPort, NewFileIsMadeOnlyWhereNothingStands) {
+  FileError error;
+  {
+    const auto file = this->Port().Open(this->At(_T("f")), FileUse::kCreateNew, &error);
+    ASSERT_TRUE(file);
+    EXPECT_TRUE(file->Write("one", 3) && file->Sync());
+    EXPECT_TRUE(file->SetTimes({0, 0, 133'500'000'000'000'000}));
+  }
+  EXPECT_EQ(this->Port().Facts(this->At(_T("f")))->times.write, 133'500'000'000'000'000);
+  EXPECT_FALSE(this->Port().Open(this->At(_T("f")), FileUse::kCreateNew, &error));
+  EXPECT_NE(error.cause, CFileException::none);
+  EXPECT_EQ(this->Get(_T("f")), "one");
+}
+
+TYPED_TEST(FilesPort, RenameNeverReplaces) {
+  this->Put(_T("new"), "fresh");
+  this->Put(_T("old"), "mine");
+  EXPECT_FALSE(this->Port().Rename(this->At(_T("new")), this->At(_T("old"))));
+  EXPECT_EQ(this->Get(_T("old")), "mine");
+  EXPECT_TRUE(this->Port().Rename(this->At(_T("new")), this->At(_T("third"))));
+  EXPECT_EQ(this->Get(_T("third")), "fresh");
+  EXPECT_FALSE(this->Port().Exists(this->At(_T("new"))));
+}
+
+TYPED_TEST(FilesPort, FoldersAreSyncedAndToldWhetherTheyCanBeRead) {
+  EXPECT_TRUE(this->Port().SyncFolder(this->At(_T(""))));
+  EXPECT_TRUE(this->Port().CanList(this->At(_T(""))));
+  EXPECT_FALSE(this->Port().CanList(this->At(_T("none"))));
+  EXPECT_FALSE(this->Port().IsLink(this->At(_T(""))));
+  EXPECT_EQ(Utf8(this->Port().FollowLinks(this->At(_T("none")))), Utf8(this->At(_T("none"))));
+}
+
 TYPED_TEST(FilesPort, WholeFileIsReplacedAtOnce) {
   EXPECT_TRUE(this->Port().WriteWhole(this->At(_T("f")), "one"));
   EXPECT_TRUE(this->Port().WriteWhole(this->At(_T("f")), "two"));
@@ -199,6 +247,32 @@ TYPED_TEST(FilesPort, ListGivesFittingNamesInOrder) {
   EXPECT_EQ(names, "A.TXT b.txt d.txt/ 墙.txt ");
   EXPECT_EQ(this->Port().List(this->At(_T("")), _T("*.*")).size(), 5U);
   EXPECT_TRUE(this->Port().List(this->At(_T("none")), _T("*")).empty());
+}
+
+TEST(HeadlessFiles, WholeFileReachesTheDiskBeforeItTakesItsName) {
+  HeadlessPlatform machine;
+  machine.files.Put(_T("C:\\d\\f"), "old");
+  ASSERT_TRUE(machine.files.WriteWhole(_T("C:\\d\\f"), "new"));
+  ASSERT_EQ(machine.files.asked.size(), 4U);
+  const std::string beside = Utf8(machine.files.asked[0]).substr(9);
+  EXPECT_EQ(Utf8(machine.files.asked[0]), "open new " + beside);
+  EXPECT_EQ(Utf8(machine.files.asked[1]), "sync " + beside);
+  EXPECT_EQ(Utf8(machine.files.asked[2]), "replace C:\\d\\f by " + beside);
+  EXPECT_EQ(Utf8(machine.files.asked[3]), "sync folder C:\\d\\");
+}
+
+TEST(UnfinishedNames, AreMadeByChanceInTheFolderOfTheirFile) {
+  const std::string path = Utf8(UnfinishedPath(_T("C:\\a\\b.txt")));
+  EXPECT_EQ(path.substr(0, 11), "C:\\a\\.lorv-");
+  EXPECT_EQ(path.size(), 5 + 27U);
+  EXPECT_NE(path, Utf8(UnfinishedPath(_T("C:\\a\\b.txt"))));
+  EXPECT_TRUE(IsUnfinishedName(UnfinishedPath(_T("b.txt")).View()));
+  for (const LPCTSTR name :
+       {_T(".lorv-0123456789abcde.part"), _T(".lorv-0123456789abcdefg.part"), _T("b.part"),
+        _T(".lorv-0123456789abcdeG.part"), _T("x.lorv-0123456789abcdef.part"), _T("")}) {
+    EXPECT_FALSE(IsUnfinishedName(name)) << Utf8(CString(name));
+  }
+  EXPECT_TRUE(IsUnfinishedName(_T(".lorv-0123456789abcdef.part")));
 }
 
 TEST(FilesPattern, StarsAndQuestionMarks) {
