@@ -51,6 +51,10 @@ class COMM_LORV_API CAdRar {
   void Compress(const char* source, const char* target);
   void UnCompress(const char* source, const char* target);
 
+  // From an open file to another, which stay the caller's; the source has a known size where it is packed.
+  void Compress(lorv::File& source, lorv::File& target);
+  void UnCompress(lorv::File& source, lorv::File& target);
+
   // Buffer to buffer. `result` points into the object and is valid until `Release` or its end; nobody
   // frees it.
   //

@@ -173,20 +173,28 @@ void CAdRar::UnCompress(const unsigned char* data, int length, const unsigned ch
 void CAdRar::Compress(const char* source, const char* target) {
   if (!OpenFiles(source, target)) return;
   const FilesClosed at_end(*this);
+  Compress(*in_file_, *out_file_);
+}
+
+void CAdRar::Compress(lorv::File& source, lorv::File& target) {
   StartOperation();
   memory_ = false;
-  lorv::ByteSource from(*in_file_);
-  lorv::ByteSink to(*out_file_);
-  Run([&] { Encode(in_file_->Size(), from, to); });
+  lorv::ByteSource from(source);
+  lorv::ByteSink to(target);
+  Run([&] { Encode(source.Size(), from, to); });
 }
 
 void CAdRar::UnCompress(const char* source, const char* target) {
   if (!OpenFiles(source, target)) return;
   const FilesClosed at_end(*this);
+  UnCompress(*in_file_, *out_file_);
+}
+
+void CAdRar::UnCompress(lorv::File& source, lorv::File& target) {
   StartOperation();
   memory_ = false;
-  lorv::ByteSource from(*in_file_);
-  lorv::ByteSink to(*out_file_);
-  const std::int64_t size = in_file_->Size();
+  lorv::ByteSource from(source);
+  lorv::ByteSink to(target);
+  const std::int64_t size = source.Size();
   Run([&] { Decode(from, size < 0 ? kUnknown : static_cast<std::uint64_t>(size), to); });
 }

@@ -1,5 +1,7 @@
 #include "compress/zip/zip_directory.h"
 
+#include <zlib.h>
+
 #include <algorithm>
 #include <array>
 #include <optional>
@@ -18,6 +20,7 @@ using Bytes = std::span<const unsigned char>;
 
 // Where the directory says that it lies.
 struct End {
+  bool alone = true;           // the archive is no part of several
   std::uint64_t position = 0;  // behind the directory
   std::uint64_t size = 0;
   std::uint64_t offset = 0;
@@ -42,7 +45,7 @@ void TakeLargeEnd(Input& input, End& end) {
   if (LoadLittle32(&bytes[kEnd64Bytes]) != kLocator64Signature ||
       LoadLittle32(bytes.data()) != kEnd64Signature)
     return;
-  end = {end.position - kBoth, LoadLittle64(&bytes[40]), LoadLittle64(&bytes[48])};
+  end = {end.alone, end.position - kBoth, LoadLittle64(&bytes[40]), LoadLittle64(&bytes[48])};
 }
 
 // Calls `take` with id and contents of each extra field that is whole.
@@ -65,6 +68,17 @@ void TakeLargeSizes(Bytes field, DirectoryEntry& entry) {
   }
 }
 
+// The field belongs to the narrow name whose sum it bears: a tool that does not know it may have changed
+// that.
+void TakeUnicodeName(Bytes field, DirectoryEntry& entry) {
+  if (field.size() <= kUnicodeNameHead || field[0] != kUnicodeNameVersion) return;
+  const auto* const narrow = reinterpret_cast<const Bytef*>(entry.name.data());
+  const auto sum = crc32(0, narrow, static_cast<uInt>(entry.name.size()));
+  const Bytes name = field.subspan(kUnicodeNameHead);
+  if (LoadLittle32(&field[1]) != sum || std::find(name.begin(), name.end(), 0) != name.end()) return;
+  entry.unicode_name.assign(name.begin(), name.end());
+}
+
 // The entry at the beginning of `bytes`, which are then what stands behind it.
 bool TakeEntry(Bytes& bytes, DirectoryEntry& entry) {
   if (bytes.size() < kCentralBytes || LoadLittle32(bytes.data()) != kCentralSignature) return false;
@@ -83,8 +97,10 @@ bool TakeEntry(Bytes& bytes, DirectoryEntry& entry) {
   entry.attributes = LoadLittle32(from + 38);
   entry.offset = LoadLittle32(from + 42);
   entry.name.assign(reinterpret_cast<const char*>(from + kCentralBytes), name);
+  if ((entry.flags & kFlagUtf8) != 0) entry.unicode_name = entry.name;
   ForEachExtra(bytes.subspan(kCentralBytes + name, extra), [&](std::uint32_t id, Bytes field) {
     if (id == kSizesExtra) TakeLargeSizes(field, entry);
+    if (id == kUnicodeNameExtra) TakeUnicodeName(field, entry);
   });
   bytes = bytes.subspan(kCentralBytes + name + extra + comment);
   return true;
@@ -133,26 +149,28 @@ Bytes Input::Block(std::uint64_t position, std::size_t most) {
   return Bytes(block_).first(length);
 }
 
-DWORD ReadDirectory(Input& input, std::vector<DirectoryEntry>& entries) {
+ZipFault ReadDirectory(Input& input, std::vector<DirectoryEntry>& entries) {
   const auto position = FindEnd(input);
   std::array<unsigned char, kEndBytes> record{};
-  if (!position || !input.ReadAt(*position, record)) return kZipCorrupt;
-  End end = {*position, LoadLittle32(&record[12]), LoadLittle32(&record[16])};
+  if (!position || !input.ReadAt(*position, record)) return ZipFault::kNoArchive;
+  const std::uint32_t part = LoadLittle16(&record[4]);
+  End end = {part == 0 || part == 0xFFFF, *position, LoadLittle32(&record[12]), LoadLittle32(&record[16])};
   TakeLargeEnd(input, end);
-  if (end.size > end.position) return kZipCorrupt;
+  const ZipFault damaged = end.alone ? ZipFault::kDirectory : ZipFault::kParts;
+  if (end.size > end.position) return damaged;
   // The archive need not begin where its file does: offsets are moved by as much as the directory lies
   // elsewhere than it says. Unsigned, so that a file cut at its front moves them back.
   const std::uint64_t begin = end.position - end.size;
   const std::uint64_t moved = begin - end.offset;
   std::vector<unsigned char> directory(static_cast<std::size_t>(end.size));
-  if (!input.ReadAt(begin, directory)) return kZipCorrupt;
+  if (!input.ReadAt(begin, directory)) return damaged;
   std::vector<DirectoryEntry> found;
   for (Bytes rest = directory; !rest.empty();) {
-    if (!TakeEntry(rest, found.emplace_back())) return kZipCorrupt;
+    if (!TakeEntry(rest, found.emplace_back())) return damaged;
     found.back().offset += moved;
   }
   entries = std::move(found);
-  return kZipOk;
+  return ZipFault::kNone;
 }
 
 DWORD ReadLocal(Input& input, const DirectoryEntry& entry, LocalEntry& local) {

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "compress/zip/zip_fault.h"
 #include "framework/native/native_types.h"
 #include "platform/ports/files.h"
 
@@ -39,6 +40,7 @@ class Input {
 // An entry as the directory of an archive tells it.
 struct DirectoryEntry {
   std::string name;
+  std::string unicode_name;  // UTF-8; empty where the archive has none
   std::uint32_t made_by = 0;
   std::uint32_t flags = 0;
   std::uint32_t method = 0;
@@ -48,11 +50,13 @@ struct DirectoryEntry {
   std::uint64_t packed_size = 0;
   std::uint64_t size = 0;
   std::uint64_t offset = 0;  // of the local header in the input; beyond its size where the archive is damaged
+
+  bool operator==(const DirectoryEntry&) const = default;
 };
 
 // Reads the directory. What stands before and behind an archive in its file is passed over.
-// Result: kZipOk or kZipCorrupt.
-DWORD ReadDirectory(Input& input, std::vector<DirectoryEntry>& entries);
+// Result: kNone, kNoArchive, kParts or kDirectory.
+ZipFault ReadDirectory(Input& input, std::vector<DirectoryEntry>& entries);
 
 // The local header of an entry.
 struct LocalEntry {

@@ -29,8 +29,11 @@ inline constexpr std::uint32_t kFlagUtf8 = 0x800;
 inline constexpr std::uint32_t kStored = 0;
 inline constexpr std::uint32_t kDeflated = 8;
 
-inline constexpr std::uint32_t kTimesExtra = 0x5455;  // "UT"
-inline constexpr std::uint32_t kSizesExtra = 0x0001;  // sizes and offset beyond 32 bits
+inline constexpr std::uint32_t kTimesExtra = 0x5455;        // "UT"
+inline constexpr std::uint32_t kSizesExtra = 0x0001;        // sizes and offset beyond 32 bits
+inline constexpr std::uint32_t kUnicodeNameExtra = 0x7075;  // "up": the name in UTF-8 beside the narrow one
+inline constexpr unsigned char kUnicodeNameVersion = 1;
+inline constexpr std::size_t kUnicodeNameHead = 5;  // the version, and the CRC of the narrow name
 inline constexpr std::size_t kLocalTimesBytes = 13;
 inline constexpr std::size_t kCentralTimesBytes = 5;
 inline constexpr unsigned char kTimesFlags = 7;
@@ -48,6 +51,8 @@ inline constexpr std::uint32_t kFolderAttributes = 0x41C00010;
 // with the terminator.
 inline constexpr std::uint64_t kMaxEntryBytes = 0x7FFFFFFF;
 inline constexpr std::size_t kNameUnits = 260;
+// The extra fields of an entry have 65535 bytes together: two heads of 4, the local times, and this name.
+inline constexpr std::size_t kMaxUnicodeName = 0xFFFF - 4 - 4 - kLocalTimesBytes - kUnicodeNameHead;
 // What an archive may have at most: an offset has 32 bits, a count 16.
 inline constexpr std::uint64_t kMaxArchiveBytes = 0xFFFFFFFF;
 inline constexpr std::size_t kMaxEntries = 0xFFFF;

@@ -45,9 +45,34 @@ bool SameName(const std::string& a, const std::string& b, bool any_case) {
   return any_case ? WideText(a.c_str()).CompareNoCase(WideText(b.c_str())) == 0 : a == b;
 }
 
-bool EndsWithSeparator(const std::string& name) {
-  const CString text = WideText(name.c_str());
+bool EndsWithSeparator(const CString& text) {
   return !text.IsEmpty() && (text[text.GetLength() - 1] == '/' || text[text.GetLength() - 1] == '\\');
+}
+
+// What keeps an entry from being unzipped, as far as the directory tells.
+ZipFault FaultOf(const zip::DirectoryEntry& entry) {
+  if (entry.size > zip::kMaxEntryBytes || entry.packed_size > zip::kMaxEntryBytes)
+    return ZipFault::kLargeEntry;
+  if (entry.name.find('\0') != std::string::npos) return ZipFault::kZeroName;
+  if ((entry.flags & zip::kFlagEncrypted) != 0) return ZipFault::kEncrypted;
+  const bool known = entry.method == zip::kStored || entry.method == zip::kDeflated;
+  return known ? ZipFault::kNone : ZipFault::kMethod;
+}
+
+DWORD ResultOf(ZipFault fault) {
+  switch (fault) {
+    case ZipFault::kNone:
+      return kZipOk;
+    case ZipFault::kNoMemory:
+      return kZipNoMemory;
+    case ZipFault::kCut:
+    case ZipFault::kData:
+    case ZipFault::kTooMuch:
+    case ZipFault::kTaker:
+      return kZipWriteFailed;
+    default:
+      return kZipCorrupt;
+  }
 }
 
 }  // namespace
@@ -93,9 +118,9 @@ ZipReader::~ZipReader() = default;
 DWORD ZipReader::Begin() {
   entries_.clear();
   if (!inflater_) inflater_ = std::make_unique<Inflater>();
-  const DWORD result = zip::ReadDirectory(*input_, entries_);
-  if (result != kZipOk) input_.reset();
-  return KeepZipOpening(result);
+  fault_ = zip::ReadDirectory(*input_, entries_);
+  if (fault_ != ZipFault::kNone) input_.reset();
+  return KeepZipOpening(fault_ == ZipFault::kNone ? kZipOk : kZipCorrupt);
 }
 
 DWORD ZipReader::Open(const char* path) {
@@ -128,9 +153,16 @@ DWORD ZipReader::Close() {
 DWORD ZipReader::Item(int index, const zip::DirectoryEntry*& entry) const {
   if (!input_ || index < 0 || static_cast<std::size_t>(index) >= entries_.size()) return kZipArguments;
   entry = &entries_[static_cast<std::size_t>(index)];
-  const bool fits = entry->size <= zip::kMaxEntryBytes && entry->packed_size <= zip::kMaxEntryBytes &&
-                    entry->name.find('\0') == std::string::npos;
-  return fits ? kZipOk : kZipCorrupt;
+  const ZipFault fault = FaultOf(*entry);
+  return fault == ZipFault::kLargeEntry || fault == ZipFault::kZeroName ? kZipCorrupt : kZipOk;
+}
+
+// Where the local header is damaged the directory still tells what the entry was.
+FileTimes ZipReader::TimesOf(const zip::DirectoryEntry& entry) {
+  zip::LocalEntry local;
+  if (zip::ReadLocal(*input_, entry, local) == kZipOk && local.has_times) return local.times;
+  const std::int64_t time = zip::FromDosTime(entry.dos_time);
+  return {time, time, time};
 }
 
 DWORD ZipReader::Fill(int index, ZipEntry& entry) {
@@ -139,19 +171,15 @@ DWORD ZipReader::Fill(int index, ZipEntry& entry) {
   if (result != kZipOk) return result;
   const std::string name = NarrowName(*item);
   if (name.size() >= zip::kNameUnits) return kZipCorrupt;
-  // Where the local header is damaged the directory still tells what the entry was.
-  zip::LocalEntry local;
-  if (zip::ReadLocal(*input_, *item, local) != kZipOk || !local.has_times) {
-    const std::int64_t time = zip::FromDosTime(item->dos_time);
-    local.times = {time, time, time};
-  }
+  const FileTimes times = TimesOf(*item);
   entry = {};
   entry.index = index;
   std::memcpy(entry.name, name.c_str(), name.size() + 1);
-  entry.attributes = zip::FileAttributes(item->attributes, item->made_by, EndsWithSeparator(name));
-  entry.access_time = local.times.access;
-  entry.creation_time = local.times.creation;
-  entry.write_time = local.times.write;
+  entry.attributes =
+      zip::FileAttributes(item->attributes, item->made_by, EndsWithSeparator(WideText(name.c_str())));
+  entry.access_time = times.access;
+  entry.creation_time = times.creation;
+  entry.write_time = times.write;
   entry.compressed_size = static_cast<std::int32_t>(item->packed_size);
   entry.size = static_cast<std::int32_t>(item->size);
   return kZipOk;
@@ -164,6 +192,35 @@ DWORD ZipReader::GetItem(int index, ZipEntry& entry) {
   return KeepZipOpening(kZipOk);
 }
 
+DWORD ZipReader::List(int index, ZipListing& listing) {
+  const zip::DirectoryEntry* item = nullptr;
+  if (Item(index, item) == kZipArguments) return KeepZipOpening(kZipArguments);
+  const bool unicode = !item->unicode_name.empty();
+  const CString name =
+      unicode ? CString::FromUtf8(item->unicode_name) : CString(PortsInForce().code_page->ToText(item->name));
+  listing.name = name.ToUtf8();
+  listing.attributes = zip::FileAttributes(item->attributes, item->made_by, EndsWithSeparator(name));
+  listing.times = TimesOf(*item);
+  listing.compressed_size = item->packed_size;
+  listing.size = item->size;
+  listing.fault = FaultOf(*item);
+  return KeepZipOpening(kZipOk);
+}
+
+bool ZipReader::HasOverlaps() const {
+  std::vector<std::pair<std::uint64_t, std::uint64_t>> places;
+  places.reserve(entries_.size());
+  for (const zip::DirectoryEntry& entry : entries_) {
+    places.emplace_back(entry.offset,
+                        entry.offset + zip::kLocalBytes + entry.name.size() + entry.packed_size);
+  }
+  std::sort(places.begin(), places.end());
+  for (std::size_t i = 1; i < places.size(); ++i) {
+    if (places[i].first < places[i - 1].second) return true;
+  }
+  return false;
+}
+
 DWORD ZipReader::FindItem(const char* name, bool any_case, ZipEntry& entry) {
   if (name == nullptr || !input_) return KeepZipOpening(kZipArguments);
   for (std::size_t i = 0; i < entries_.size(); ++i) {
@@ -174,43 +231,48 @@ DWORD ZipReader::FindItem(const char* name, bool any_case, ZipEntry& entry) {
 }
 
 // The data of an entry, block by block, until there is no more of them or of their deflate stream.
-DWORD ZipReader::Copy(const zip::DirectoryEntry& entry, std::uint64_t data, const Taker& take,
-                      std::uint32_t& crc) {
+ZipFault ZipReader::Copy(const zip::DirectoryEntry& entry, std::uint64_t data, const Taker& take,
+                         std::uint32_t& crc) {
   std::uint64_t size = 0;
+  ZipFault fault = ZipFault::kData;
   const auto pass = [&](std::span<const unsigned char> bytes) {
     size += bytes.size();
+    if (size > entry.size) fault = ZipFault::kTooMuch;
     if (size > entry.size || bytes.empty()) return bytes.empty();
     crc = static_cast<std::uint32_t>(crc32(crc, bytes.data(), static_cast<uInt>(bytes.size())));
-    return take(bytes);
+    const bool taken = take(bytes);
+    if (!taken) fault = ZipFault::kTaker;
+    return taken;
   };
   const bool stored = entry.method == zip::kStored;
   std::uint64_t left = entry.packed_size;
-  if (!stored && !inflater_->Restart()) return kZipNoMemory;
+  if (!stored && !inflater_->Restart()) return ZipFault::kNoMemory;
   bool ended = stored ? left == 0 : false;
   while (!ended) {
     const std::size_t most = stored ? zip::kBlock : kReadBlock;
     const auto block = input_->Block(data, static_cast<std::size_t>(std::min<std::uint64_t>(most, left)));
-    if (block.empty()) return kZipWriteFailed;
-    if (!(stored ? pass(block) : inflater_->Unpack(block, pass))) return kZipWriteFailed;
+    if (block.empty()) return ZipFault::kCut;
+    if (!(stored ? pass(block) : inflater_->Unpack(block, pass))) return fault;
     data += block.size();
     left -= block.size();
     ended = stored ? left == 0 : inflater_->Ended();
   }
-  return stored && size != entry.size ? kZipCorrupt : kZipOk;
+  // A stream that ends early with the right sum is taken, as other tools do.
+  return stored && size != entry.size ? ZipFault::kTooLittle : ZipFault::kNone;
 }
 
 DWORD ZipReader::Unzip(int index, const Taker& take) {
   const zip::DirectoryEntry* entry = nullptr;
-  DWORD result = Item(index, entry);
-  if (result != kZipOk) return result;
-  const bool readable = (entry->flags & zip::kFlagEncrypted) == 0 &&
-                        (entry->method == zip::kStored || entry->method == zip::kDeflated);
+  if (Item(index, entry) == kZipArguments) return kZipArguments;
+  fault_ = FaultOf(*entry);
   zip::LocalEntry local;
-  if (!readable || zip::ReadLocal(*input_, *entry, local) != kZipOk) return kZipCorrupt;
+  if (fault_ == ZipFault::kNone && zip::ReadLocal(*input_, *entry, local) != kZipOk)
+    fault_ = ZipFault::kHeader;
+  if (fault_ != ZipFault::kNone) return kZipCorrupt;
   std::uint32_t crc = 0;
-  result = Copy(*entry, local.data, take, crc);
-  if (result != kZipOk) return result;
-  return crc == entry->crc ? kZipOk : kZipCorrupt;
+  fault_ = Copy(*entry, local.data, take, crc);
+  if (fault_ == ZipFault::kNone && crc != entry->crc) fault_ = ZipFault::kSum;
+  return ResultOf(fault_);
 }
 
 DWORD ZipReader::UnzipItem(int index, const Taker& take) {

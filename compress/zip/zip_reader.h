@@ -28,6 +28,16 @@ struct ZipEntry {
   std::int32_t size = 0;
 };
 
+// An entry as a user wants to see it: of any size, under a name of any length.
+struct ZipListing {
+  std::string name;  // UTF-8: the archive's Unicode name where it has one
+  DWORD attributes = 0;
+  FileTimes times;
+  std::uint64_t compressed_size = 0;
+  std::uint64_t size = 0;
+  ZipFault fault = ZipFault::kNone;  // what keeps it from being unzipped, as far as the directory tells
+};
+
 // The opening side of ZIP archives: open, ask for entries, unzip them.
 //
 // Read are entries stored or deflated, of 2^31 - 1 bytes at most and with names of 259 bytes; whether made
@@ -54,6 +64,15 @@ class COMM_LORV_API ZipReader {
   DWORD Close();
 
   DWORD GetItem(int index, ZipEntry& entry);
+  // Any entry but one that is not there, also those that GetItem refuses.
+  DWORD List(int index, ZipListing& listing);
+  // Whether the data of entries lie within one another, as no tool packs them: such an archive may unpack to
+  // any number of bytes.
+  bool HasOverlaps() const;
+  // Whether another archive, or the same one opened again, has the same directory.
+  bool HasDirectoryOf(const ZipReader& other) const { return entries_ == other.entries_; }
+  // Why the last call to open or to unzip failed.
+  ZipFault LastFault() const { return fault_; }
   // 0x500 where no entry has this name; letter case counts unless `any_case`.
   DWORD FindItem(const char* name, bool any_case, ZipEntry& entry);
 
@@ -79,11 +98,13 @@ class COMM_LORV_API ZipReader {
   DWORD Fill(int index, ZipEntry& entry);
   DWORD Unzip(int index, const Taker& take);
   DWORD UnzipFile(int index, LPCTSTR path);
-  DWORD Copy(const zip::DirectoryEntry& entry, std::uint64_t data, const Taker& take, std::uint32_t& crc);
+  ZipFault Copy(const zip::DirectoryEntry& entry, std::uint64_t data, const Taker& take, std::uint32_t& crc);
+  FileTimes TimesOf(const zip::DirectoryEntry& entry);
 
   std::unique_ptr<zip::Input> input_;
   std::unique_ptr<Inflater> inflater_;
   std::vector<zip::DirectoryEntry> entries_;
+  ZipFault fault_ = ZipFault::kNone;
 };
 
 }  // namespace lorv

@@ -1,6 +1,7 @@
 #include "compress/zip/zip_result.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <string_view>
 
@@ -37,9 +38,11 @@ constexpr Message kMessages[] = {
     {kZipFlation, "Zip-bug: an internal error during flation"},
 };
 
-DWORD last_creation = kZipOk;
-DWORD last_opening = kZipOk;
-bool opening_was_later = false;
+// Atomic, so that threads with archives of their own do each other no harm; whose result it is they do not
+// learn.
+std::atomic<DWORD> last_creation = kZipOk;
+std::atomic<DWORD> last_opening = kZipOk;
+std::atomic<bool> opening_was_later = false;
 
 std::string_view TextOf(DWORD code) {
   const auto* const found = std::find_if(std::begin(kMessages), std::end(kMessages),
@@ -58,12 +61,14 @@ DWORD LastZipOpening() {
 
 DWORD KeepZipCreation(DWORD result) {
   opening_was_later = false;
-  return last_creation = result;
+  last_creation = result;
+  return result;
 }
 
 DWORD KeepZipOpening(DWORD result) {
   opening_was_later = true;
-  return last_opening = result;
+  last_opening = result;
+  return result;
 }
 
 unsigned FormatZipMessage(DWORD code, char* text, unsigned size) {

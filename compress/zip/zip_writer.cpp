@@ -64,6 +64,7 @@ void PlainSeparators(std::string& name) {
 
 struct ZipWriter::Entry {
   std::string name;
+  std::string unicode_name;
   bool folder = false;
   bool on_disk = false;
   std::uint32_t attributes = zip::kUnixFile;
@@ -76,12 +77,25 @@ struct ZipWriter::Entry {
   std::uint64_t announced_size = 0;
   std::uint64_t offset = 0;
 
-  Entry(const char* given, bool is_folder) : name(given == nullptr ? "" : given), folder(is_folder) {
+  Entry(const char* given, std::string_view unicode, bool is_folder)
+      : name(given == nullptr ? "" : given), unicode_name(unicode), folder(is_folder) {
     PlainSeparators(name);
     if (folder && !name.ends_with('/')) name += '/';
+    if (folder && !unicode.empty() && !unicode.ends_with('/')) unicode_name += '/';
     if (folder || IsPackedAlready(name)) method = zip::kStored;
     const std::int64_t now = PortsInForce().clock->Now();
     times = {now, now, now};
+  }
+
+  std::size_t UnicodeBytes() const {
+    return unicode_name.empty() ? 0 : 4 + zip::kUnicodeNameHead + unicode_name.size();
+  }
+
+  void PutUnicodeName(Record& record) const {
+    if (unicode_name.empty()) return;
+    const auto* const bytes = reinterpret_cast<const Bytef*>(name.data());
+    record.Two(zip::kUnicodeNameExtra).Two(UnicodeBytes() - 4).One(zip::kUnicodeNameVersion);
+    record.Four(crc32(0, bytes, static_cast<uInt>(name.size()))).Text(unicode_name);
   }
 };
 
@@ -184,8 +198,8 @@ DWORD ZipWriter::Add(const char* name, const char* path) {
   return file ? Add(name, *file, &*facts) : Keep(kZipNoFile);
 }
 
-DWORD ZipWriter::Add(const char* name, File& file, const FileFacts* facts) {
-  Entry entry(name, false);
+DWORD ZipWriter::Add(const char* name, File& file, const FileFacts* facts, std::string_view unicode_name) {
+  Entry entry(name, unicode_name, false);
   const std::int64_t size = file.Size();
   if (size > 0) entry.announced_size = static_cast<std::uint64_t>(size);
   if (facts != nullptr && size >= 0) {
@@ -199,36 +213,44 @@ DWORD ZipWriter::Add(const char* name, File& file, const FileFacts* facts) {
 DWORD ZipWriter::Add(const char* name, const void* data, std::size_t size) {
   if (const DWORD refusal = Refusal(); refusal != kZipOk) return Keep(refusal);
   if (data == nullptr && size > 0) return Keep(kZipArguments);
-  Entry entry(name, false);
+  Entry entry(name, {}, false);
   entry.announced_size = size;
   return AddEntry(entry, nullptr, std::span(static_cast<const unsigned char*>(data), size));
 }
 
-DWORD ZipWriter::AddFolder(const char* name) {
-  Entry entry(name, true);
+DWORD ZipWriter::AddFolder(const char* name, std::string_view unicode_name) {
+  Entry entry(name, unicode_name, true);
   entry.attributes = zip::kFolderAttributes;
   return AddEntry(entry, nullptr, {});
 }
 
 DWORD ZipWriter::AddEntry(Entry& entry, File* file, std::span<const unsigned char> memory) {
   if (const DWORD refusal = Refusal(); refusal != kZipOk) return Keep(refusal);
-  // Deflate adds 5 bytes to 16383 at the worst; the directory must fit behind the data.
-  const std::uint64_t most =
-      output_->Position() + entry.announced_size + entry.announced_size / 1024 + directory_.size() + 1024;
-  const bool fits = !entry.name.empty() && entry.name.size() < zip::kNameUnits &&
-                    entry.announced_size <= zip::kMaxEntryBytes && most <= zip::kMaxArchiveBytes &&
-                    count_ < zip::kMaxEntries;
+  const bool fits = Obstacle(entry.name, entry.announced_size, entry.unicode_name) == ZipFault::kNone;
   return Keep(fits ? WriteEntry(entry, file, memory) : kZipArguments);
+}
+
+ZipFault ZipWriter::Obstacle(std::string_view name, std::uint64_t size, std::string_view unicode_name) const {
+  if (name.empty()) return ZipFault::kNoName;
+  if (name.size() >= zip::kNameUnits) return ZipFault::kLongName;
+  if (unicode_name.size() > zip::kMaxUnicodeName) return ZipFault::kLongUnicodeName;
+  if (size > zip::kMaxEntryBytes) return ZipFault::kLargeEntry;
+  if (count_ >= zip::kMaxEntries) return ZipFault::kManyEntries;
+  // Deflate adds 5 bytes to 16383 at the worst; the directory must fit behind the data.
+  const std::uint64_t most = (output_ ? output_->Position() : 0) + size + size / 1024 + directory_.size() +
+                             unicode_name.size() * 2 + 1024;
+  return most > zip::kMaxArchiveBytes ? ZipFault::kLargeArchive : ZipFault::kNone;
 }
 
 DWORD ZipWriter::WriteLocalHeader(const Entry& entry, bool again) {
   Record record;
   record.Four(zip::kLocalSignature).Two(zip::kVersionNeeded).Two(entry.flags).Two(entry.method);
   record.Four(zip::ToDosTime(entry.times.write)).Four(entry.crc).Four(entry.packed_size).Four(entry.size);
-  record.Two(entry.name.size()).Two(zip::kLocalTimesBytes + 4).Text(entry.name);
+  record.Two(entry.name.size()).Two(zip::kLocalTimesBytes + 4 + entry.UnicodeBytes()).Text(entry.name);
   record.Two(zip::kTimesExtra).Two(zip::kLocalTimesBytes).One(zip::kTimesFlags);
   record.Four(zip::ToUnixTime(entry.times.write)).Four(zip::ToUnixTime(entry.times.access));
   record.Four(zip::ToUnixTime(entry.times.creation));
+  entry.PutUnicodeName(record);
   return again ? output_->Patch(entry.offset, record.Bytes()) : output_->Write(record.Bytes());
 }
 
@@ -253,10 +275,12 @@ DWORD ZipWriter::WriteEntry(Entry& entry, File* file, std::span<const unsigned c
   Record record;
   record.Four(zip::kCentralSignature).Two(zip::kVersionMadeBy).Two(zip::kVersionNeeded).Two(entry.flags);
   record.Two(entry.method).Four(zip::ToDosTime(entry.times.write)).Four(entry.crc).Four(entry.packed_size);
-  record.Four(entry.size).Two(entry.name.size()).Two(zip::kCentralTimesBytes + 4).Two(0).Two(0).Two(0);
+  record.Four(entry.size).Two(entry.name.size()).Two(zip::kCentralTimesBytes + 4 + entry.UnicodeBytes());
+  record.Two(0).Two(0).Two(0);
   record.Four(entry.attributes).Four(entry.offset).Text(entry.name);
   record.Two(zip::kTimesExtra).Two(zip::kCentralTimesBytes).One(zip::kTimesFlags);
   record.Four(zip::ToUnixTime(entry.times.write));
+  entry.PutUnicodeName(record);
   directory_.insert(directory_.end(), record.Bytes().begin(), record.Bytes().end());
   ++count_;
   return kZipOk;

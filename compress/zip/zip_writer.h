@@ -5,8 +5,10 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "compress/zip/zip_fault.h"
 #include "compress/zip/zip_format.h"
 #include "compress/zip/zip_output.h"
 #include "compress/zip/zip_result.h"
@@ -48,9 +50,15 @@ class COMM_LORV_API ZipWriter {
   DWORD Add(const char* name, const char* path);
   // From where an open file stands; `facts` are those of the file on disk, none for what is no such file: it
   // has no attributes and the time of now.
-  DWORD Add(const char* name, File& file, const FileFacts* facts);
+  //
+  // `unicode_name` is the name in UTF-8 beside the narrow one, in the field that archives have for it, so
+  // that other tools show it as it is; empty for none. Its separators are "/".
+  DWORD Add(const char* name, File& file, const FileFacts* facts, std::string_view unicode_name = {});
   DWORD Add(const char* name, const void* data, std::size_t size);
-  DWORD AddFolder(const char* name);
+  DWORD AddFolder(const char* name, std::string_view unicode_name = {});
+  // Why an entry of so many bytes would be refused, before anything of it is written; kNone where it would be
+  // taken. Nothing is kept of the question, so others may be added afterwards.
+  ZipFault Obstacle(std::string_view name, std::uint64_t size, std::string_view unicode_name = {}) const;
 
   DWORD Close();
   // The archive in memory, valid until the object's end: 0x20000 for one in a file.

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iostream>
 #include <sstream>
 
 #include "tests/support/data.h"
@@ -151,14 +152,14 @@ TEST(OutputFile, AppearsWholeOrNotAtAll) {
   const std::string name(u8.begin(), u8.end());
   test::WriteBytes(path, "before");
   {
-    OutputFile out(name);
+    OutputFile out(name, std::cout);
     out.Write("after");
     EXPECT_EQ(test::ReadBytes(path), "before");
   }
   EXPECT_EQ(test::ReadBytes(path), "before");
   const auto files = [&] { return std::distance(std::filesystem::directory_iterator(folder.Path()), {}); };
   EXPECT_EQ(files(), 1) << "what was not committed is gone";
-  OutputFile out(name);
+  OutputFile out(name, std::cout);
   out.Write("after");
   out.Commit();
   EXPECT_EQ(test::ReadBytes(path), "after");
@@ -167,8 +168,8 @@ TEST(OutputFile, AppearsWholeOrNotAtAll) {
 
 TEST(OutputFile, RefusesFoldersAndMissingFolders) {
   const test::ScratchFolder folder;
-  EXPECT_THROW(OutputFile(folder.Path().string()), BadInput);
-  EXPECT_THROW(OutputFile((folder.Path() / "no" / "out.csv").string()), BadInput);
+  EXPECT_THROW(OutputFile(folder.Path().string(), std::cout), BadInput);
+  EXPECT_THROW(OutputFile((folder.Path() / "no" / "out.csv").string(), std::cout), BadInput);
 }
 
 }  // namespace

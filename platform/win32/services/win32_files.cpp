@@ -81,7 +81,19 @@ LPCTSTR PathOf(LPCTSTR path) {
   return path == nullptr ? _T("") : path;
 }
 
+// The system refuses to write to a read-only file and to replace one. Where it is itself run by a program on
+// another system, whose administrator may do anything, it forgets to.
+bool IsReadOnly(LPCTSTR path) {
+  const DWORD attributes = GetFileAttributesW(path);
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0 &&
+         (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
 HANDLE OpenHandle(LPCTSTR path, FileUse use) {
+  if ((use == FileUse::kCreate || use == FileUse::kAppend) && IsReadOnly(path)) {
+    SetLastError(ERROR_ACCESS_DENIED);
+    return INVALID_HANDLE_VALUE;
+  }
   switch (use) {
     case FileUse::kCreate:
       return CreateFileW(path, GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, CREATE_ALWAYS,
@@ -160,6 +172,7 @@ class Win32Files : public Files {
   bool Remove(LPCTSTR path) override { return DeleteFileW(PathOf(path)) != 0; }
 
   bool Replace(LPCTSTR from, LPCTSTR to) override {
+    if (IsReadOnly(PathOf(to))) return false;
     return MoveFileExW(PathOf(from), PathOf(to), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
   }
 

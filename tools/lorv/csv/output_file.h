@@ -1,37 +1,30 @@
 #pragma once
 
-#include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 
-#include "framework/text/cstring.h"
-#include "platform/ports/files.h"
+#include "tools/lorv/files/new_file.h"
 
 namespace lorv::tool {
 
-// A file that appears whole or not at all: it is written beside its place and takes its name at the end.
-// What stood there before stays as it was until then, and for good when something fails.
+// Text that a verb writes to where the user named a file, collected into blocks. How files appear, and what
+// else may be named, is told at NewFile.
 class OutputFile {
  public:
-  // Throws BadInput when nothing can be written there.
-  explicit OutputFile(const std::string& path);
-  OutputFile(const OutputFile&) = delete;
-  OutputFile& operator=(const OutputFile&) = delete;
-  // Without Commit: removes what was written.
-  ~OutputFile();
+  // "-" is `standard_output`. Throws BadInput when nothing can be written there.
+  OutputFile(const std::string& path, std::ostream& standard_output);
 
   // Throws BadInput when the disk is full and the like.
   void Write(std::string_view bytes);
+  // All is written; without it nothing of a file stays.
   void Commit();
 
  private:
-  [[noreturn]] void Fail() const;
   void Flush();
 
   std::string name_;
-  CString path_;
-  CString beside_;
-  std::unique_ptr<File> file_;
+  NewFile file_;
   std::string held_;
 };
 

@@ -5,8 +5,8 @@
 namespace lorv::tool {
 
 ResultFile::ResultFile(const std::string& path, bool mark, const ComponentsFile& file,
-                       const Quantities& quantities, const RuleSet& rules)
-    : out_(path), quantities_(quantities), rules_(rules) {
+                       const Quantities& quantities, const RuleSet& rules, std::ostream& standard_output)
+    : out_(path, standard_output), quantities_(quantities), rules_(rules) {
   CsvLine line;
   for (std::size_t column = 0; column < file.Titles().size(); ++column) {
     if (RoleOf(ComponentColumns(), file.Titles()[column]) < 0) continue;

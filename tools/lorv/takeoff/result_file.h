@@ -14,8 +14,9 @@ namespace lorv::tool {
 class ResultFile {
  public:
   // With `mark` the file begins with the byte order mark that spreadsheet programs want for Chinese text.
+  // "-" is `standard_output`.
   ResultFile(const std::string& path, bool mark, const ComponentsFile& file, const Quantities& quantities,
-             const RuleSet& rules);
+             const RuleSet& rules, std::ostream& standard_output);
 
   void Add(const ComponentsFile& file, const std::vector<Result>& results);
   void Commit() { out_.Commit(); }

@@ -1,13 +1,13 @@
-#include "tools/lorv/verbs/archive_verbs.h"
-
 #include <CLI/CLI.hpp>
-#include <algorithm>
-#include <ostream>
 
-#include "compress/zip/zip_format.h"
 #include "compress/zip/zip_writer.h"
 #include "platform/ports/platform.h"
-#include "tools/lorv/verbs/archive_output.h"
+#include "tools/lorv/archive/source_list.h"
+#include "tools/lorv/archive/zip_words.h"
+#include "tools/lorv/files/new_file.h"
+#include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/verbs/archive_verbs.h"
+#include "tools/lorv/verbs/watched_file.h"
 
 namespace lorv::tool {
 namespace {
@@ -18,83 +18,67 @@ struct PackArguments {
   bool force = false;
 };
 
-struct Source {
-  std::string path;
-  FileFacts facts;
-};
-
-// A path's name in an archive: without what leads to it from the top or from above.
-std::string EntryName(std::string path) {
-  std::replace(path.begin(), path.end(), '\\', '/');
-  if (path.size() > 1 && path[1] == ':') path.erase(0, 2);
-  for (bool cut = true; cut;) {
-    cut = false;
-    for (const char* lead : {"/", "./", "../"}) {
-      if (!path.starts_with(lead)) continue;
-      path.erase(0, std::string(lead).size());
-      cut = true;
-    }
+// Packs one source; false where it was told and left out.
+bool AddSource(ZipWriter& zip, const Source& source, EntryTroubles& troubles, ProgressBar& bar) {
+  const ZipFault fault = zip.Obstacle(source.narrow, source.facts.size, source.unicode);
+  if (fault != ZipFault::kNone) {
+    troubles.Add(source.path, WordsFor(fault));
+    return false;
   }
-  return path;
-}
-
-// The file, or the folder with all that is in it.
-void Collect(const std::string& path, std::vector<Source>& sources) {
-  Files& files = *PortsInForce().files;
-  const auto facts = files.Facts(CString::FromUtf8(path));
-  if (!facts) throw BadInput("\"" + path + "\" is not there");
-  if (facts->size > zip::kMaxEntryBytes) {
-    throw BadInput("\"" + path + "\" has 2 GB or more, which this kind of archive cannot hold");
-  }
-  if (!EntryName(path).empty() && EntryName(path) != ".") sources.push_back({path, *facts});
-  if (!facts->IsFolder()) return;
-  for (const FoundFile& found : files.List(CString::FromUtf8(path), _T("*"))) {
-    Collect(path + (path.ends_with('/') || path.ends_with('\\') ? "" : "/") + found.name.ToUtf8(), sources);
-  }
-}
-
-DWORD AddSource(ZipWriter& zip, const Source& source, ProgressBar& bar) {
-  const std::string name = NarrowPath(EntryName(source.path));
-  if (source.facts.IsFolder()) return zip.AddFolder(name.c_str());
+  if (source.facts.IsFolder()) return zip.AddFolder(source.narrow.c_str(), source.unicode) == kZipOk;
   const auto file = PortsInForce().files->Open(CString::FromUtf8(source.path), FileUse::kRead);
-  if (!file) throw BadInput("\"" + source.path + "\" cannot be opened");
+  if (!file) {
+    troubles.Add(source.path, "it cannot be opened");
+    return false;
+  }
   WatchedFile watched(*file, bar);
-  return zip.Add(name.c_str(), watched, &source.facts);
+  const DWORD result = zip.Add(source.narrow.c_str(), watched, &source.facts, source.unicode);
+  if (result == kZipReadFailed) throw BadInput(Quoted(source.path) + " cannot be read to its end");
+  if (result == kZipWrongSize) throw BadInput(Quoted(source.path) + " has grown to more than 2 GB meanwhile");
+  return result == kZipOk;
 }
 
-void Pack(const PackArguments& arguments, Console& console) {
-  std::vector<Source> sources;
-  for (const std::string& path : arguments.paths) Collect(path, sources);
-  std::uint64_t total = 0;
-  for (const Source& source : sources) total += source.facts.size;
-  NewFile target(arguments.archive, arguments.force);
-  {
-    ProgressBar bar(console, total);
-    ZipWriter zip;
-    zip.Create(target.Stream());
-    for (const Source& source : sources) {
-      const DWORD result = AddSource(zip, source, bar);
-      if (result != kZipOk) throw BadInput("\"" + source.path + "\" cannot be packed: " + ZipMessage(result));
-    }
-    const DWORD result = zip.Close();
-    if (result != kZipOk) throw BadInput("\"" + arguments.archive + "\": " + ZipMessage(result));
+void WriteArchive(const SourceList& list, NewFile& target, const PackArguments& arguments,
+                  EntryTroubles& troubles, ProgressBar& bar) {
+  ZipWriter zip;
+  zip.Create(target.Stream());
+  std::size_t packed = 0;
+  for (const Source& source : list.Sources()) packed += AddSource(zip, source, troubles, bar) ? 1U : 0U;
+  if (packed == 0 && troubles.Count() > 0) throw BadInput("nothing could be packed");
+  if (zip.Close() != kZipOk) {
+    throw BadInput(Quoted(arguments.archive) + " cannot be written: the disk is full or failed");
   }
-  target.Keep();
+}
+
+int Pack(const PackArguments& arguments, Console& console) {
+  EntryTroubles troubles;
+  try {
+    SourceList list(arguments.archive, troubles);
+    for (const std::string& path : arguments.paths) list.Add(path);
+    NewFile target(arguments.archive, arguments.force, console.out);
+    ProgressBar bar(console, list.Total());
+    WriteArchive(list, target, arguments, troubles, bar);
+    target.Keep();
+  } catch (...) {
+    troubles.Print(console, "packed");
+    throw;
+  }
+  troubles.Print(console, "packed");
+  return troubles.Count() == 0 ? kFine : kResultFailed;
 }
 
 }  // namespace
 
 Work DeclarePack(CLI::App& app) {
   const auto arguments = std::make_shared<PackArguments>();
-  app.add_option("ARCHIVE", arguments->archive, "the ZIP archive to be made")->required();
+  app.add_option("ARCHIVE", arguments->archive, "the ZIP archive to be made; - is standard output")
+      ->required();
   app.add_option("FILE", arguments->paths, "files, and folders with all that is in them")->required();
   app.add_flag("--force", arguments->force, "replace an archive that is there already");
   app.footer(
+      "What cannot be packed is named and stops nothing else; the exit code is then 1.\n\n"
       "Examples:\n  lorv pack project.zip drawings plan.csv\n  lorv pack --force project.zip drawings");
-  return [arguments](Console& console) {
-    Pack(*arguments, console);
-    return static_cast<int>(kFine);
-  };
+  return [arguments](Console& console) { return Pack(*arguments, console); };
 }
 
 }  // namespace lorv::tool

@@ -7,7 +7,9 @@
 #include "compress/AdRar.h"
 #include "compress/lzari/byte_order.h"
 #include "platform/ports/platform.h"
-#include "tools/lorv/verbs/archive_output.h"
+#include "tools/lorv/files/new_file.h"
+#include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/text/progress_bar.h"
 
 namespace lorv::tool {
 namespace {
@@ -22,7 +24,7 @@ struct SqueezeArguments {
 
 std::uint64_t SizeOf(const std::string& path) {
   const auto facts = PortsInForce().files->Facts(CString::FromUtf8(path));
-  if (!facts || facts->IsFolder()) throw BadInput("\"" + path + "\" is no file");
+  if (!facts || facts->IsFolder() || facts->is_stream) throw BadInput(Quoted(path) + " is no file");
   return facts->size;
 }
 
@@ -31,7 +33,7 @@ std::uint64_t PlainSizeOf(const std::string& path) {
   std::array<unsigned char, 4> header{};
   const auto file = PortsInForce().files->Open(CString::FromUtf8(path), FileUse::kRead);
   if (!file || file->Read(header.data(), header.size()) != 4)
-    throw BadInput("\"" + path + "\" is no squeezed file");
+    throw BadInput(Quoted(path) + " is no squeezed file");
   return LoadLittle32(header.data());
 }
 
@@ -39,28 +41,27 @@ std::uint64_t PlainSizeOf(const std::string& path) {
 template <class Operation>
 void WriteBy(const SqueezeArguments& arguments, std::uint64_t total, Console& console,
              const Operation& operation) {
-  NewFile target(arguments.target, arguments.force);
-  target.CloseStream();
-  const std::string from = NarrowPath(arguments.source);
-  const std::string to = NarrowPath(target.TemporaryPath().ToUtf8());
+  const auto source = PortsInForce().files->Open(CString::FromUtf8(arguments.source), FileUse::kRead);
+  if (!source) throw BadInput(Quoted(arguments.source) + " cannot be opened");
+  NewFile target(arguments.target, arguments.force, console.out);
   {
     ProgressBar bar(console, total);
     CAdRar codec;
     codec.SetExactDecoding(true);
     codec.SetProgress([&](std::uint32_t done) { bar.Show(done); });
-    operation(codec, from.c_str(), to.c_str());
+    operation(codec, *source, target.Stream());
   }
   target.Keep();
 }
 
 int Squeeze(SqueezeArguments arguments, Console& console) {
   if (arguments.target.empty()) arguments.target = arguments.source + kSuffix;
-  WriteBy(arguments, SizeOf(arguments.source), console, [&](CAdRar& codec, const char* from, const char* to) {
+  WriteBy(arguments, SizeOf(arguments.source), console, [&](CAdRar& codec, File& from, File& to) {
     try {
       codec.Compress(from, to);
     } catch (int) {
-      throw BadInput("\"" + arguments.source +
-                     "\" has 4 GB or more, or cannot be read, or there is no more room");
+      throw BadInput(Quoted(arguments.source) +
+                     " has 4 GB or more, or cannot be read, or there is no more room");
     }
   });
   return kFine;
@@ -72,22 +73,22 @@ int Expand(SqueezeArguments arguments, Console& console) {
     arguments.target = arguments.source.substr(0, arguments.source.size() - std::string(kSuffix).size());
   }
   SizeOf(arguments.source);
-  WriteBy(arguments, PlainSizeOf(arguments.source), console,
-          [&](CAdRar& codec, const char* from, const char* to) {
-            try {
-              codec.UnCompress(from, to);
-            } catch (int) {
-              throw BadInput("\"" + arguments.source +
-                             "\" is damaged or cut, or no squeezed file, or there is no more room");
-            }
-          });
+  WriteBy(arguments, PlainSizeOf(arguments.source), console, [&](CAdRar& codec, File& from, File& to) {
+    try {
+      codec.UnCompress(from, to);
+    } catch (int) {
+      throw BadInput(Quoted(arguments.source) +
+                     " is damaged or cut, or no squeezed file, or there is no more room");
+    }
+  });
   return kFine;
 }
 
 Work Declare(CLI::App& app, const char* what, int (*work)(SqueezeArguments, Console&)) {
   const auto arguments = std::make_shared<SqueezeArguments>();
   app.add_option("FILE", arguments->source, what)->required();
-  app.add_option("--out", arguments->target, "the file to be made; else with or without \".lzari\" behind");
+  app.add_option("--out", arguments->target,
+                 "the file to be made, - for standard output; else with or without \".lzari\" behind");
   app.add_flag("--force", arguments->force, "replace a file that is there already");
   return [arguments, work](Console& console) { return work(*arguments, console); };
 }

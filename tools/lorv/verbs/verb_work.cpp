@@ -105,7 +105,9 @@ void TakeOff::AddToBill(const std::vector<Result>& results) {
 
 void TakeOff::WorkAll() {
   std::optional<ResultFile> table;
-  if (!arguments_.table.empty()) table.emplace(arguments_.table, arguments_.mark, file_, quantities_, rules_);
+  if (!arguments_.table.empty()) {
+    table.emplace(arguments_.table, arguments_.mark, file_, quantities_, rules_, console_.out);
+  }
   ProgressBar bar(console_, bytes_.Size());
   while (file_.Next()) {
     const std::vector<Result>& results = worker_.Work();
@@ -123,7 +125,7 @@ void TakeOff::WorkAll() {
 
 void TakeOff::WriteBill() const {
   if (arguments_.bill.empty()) return;
-  OutputFile file(arguments_.bill);
+  OutputFile file(arguments_.bill, console_.out);
   if (arguments_.mark) file.Write("\xEF\xBB\xBF");
   bill_.Write(file);
   file.Commit();
@@ -142,7 +144,8 @@ void TakeOff::PrintRoundings() const {
 }
 
 void TakeOff::Print() const {
-  std::ostream& out = console_.out;
+  const bool piped = arguments_.table == "-" || arguments_.bill == "-";
+  std::ostream& out = piped ? console_.err : console_.out;
   if (!arguments_.quiet) {
     bill_.Print(out);
     out << "\n" << components_ << (components_ == 1 ? " component" : " components");
@@ -203,6 +206,9 @@ void CheckOutputs(const WorkArguments& arguments) {
       throw BadInput(output + " is read: the output needs a name of its own");
     }
   }
+  // What is printed and what a program reads cannot be told apart on standard output.
+  const bool piped = arguments.table == "-" || arguments.bill == "-";
+  if (piped && arguments.json) throw BadInput("--json and a table cannot both go to standard output");
   if (same(arguments.table, arguments.bill)) throw BadInput("--out and --bill name one file");
   if (arguments.components == "-" && arguments.rules == "-") {
     throw BadInput("components and rules cannot both come from standard input");
@@ -217,8 +223,9 @@ Work DeclareWork(CLI::App& app) {
   app.add_option("COMPONENTS", arguments->components, "table of components; - reads standard input")
       ->required();
   app.add_option("--rules", arguments->rules, "table of rules")->required();
-  app.add_option("--out", arguments->table, "write the full table: components x quantities (CSV)");
-  app.add_option("--bill", arguments->bill, "write the bill as a table (CSV)");
+  app.add_option("--out", arguments->table,
+                 "write the full table: components x quantities (CSV); - is standard output");
+  app.add_option("--bill", arguments->bill, "write the bill as a table (CSV); - is standard output");
   app.add_flag("--mark", arguments->mark, "begin files with a byte order mark, as spreadsheets want it");
   app.add_flag("--compare", arguments->compare, "count how many agree with the columns named in \"compare\"");
   app.add_option("--tolerance", arguments->tolerance,
@@ -230,6 +237,8 @@ Work DeclareWork(CLI::App& app) {
   app.footer(kHelp);
   return [arguments](Console& console) {
     CheckOutputs(*arguments);
+    // Standard output is the table's alone.
+    arguments->quiet = arguments->quiet || arguments->table == "-" || arguments->bill == "-";
     return TakeOff(*arguments, console).Run();
   };
 }

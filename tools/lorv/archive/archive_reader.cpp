@@ -1,0 +1,76 @@
+#include "tools/lorv/archive/archive_reader.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
+#include "platform/ports/platform.h"
+#include "tools/lorv/archive/zip_words.h"
+#include "tools/lorv/text/harmless_text.h"
+
+namespace lorv::tool {
+namespace {
+
+constexpr std::uint64_t kMegabyte = 1024 * 1024;
+// The ratio counts from this total on: small files of one repeated character are no danger.
+constexpr std::uint64_t kRatioFrom = kMegabyte;
+
+}  // namespace
+
+void AddLimitOptions(CLI::App& app, UnpackLimits& limits) {
+  app.add_option("--max-size", limits.megabytes, "refuse archives of more megabytes, unpacked (4096)");
+  app.add_option("--max-ratio", limits.ratio, "refuse archives that grow to more times their size (200)");
+}
+
+ArchiveReader::ArchiveReader(const std::string& path, Again /*again*/) : path_(path) {
+  Open();
+}
+
+ArchiveReader::ArchiveReader(const std::string& path) : path_(path) {
+  Open();
+  ZipEntry count;
+  zip_.GetItem(-1, count);
+  items_.reserve(static_cast<std::size_t>(count.index));
+  for (int i = 0; i < count.index; ++i) {
+    Item& item = items_.emplace_back();
+    item.index = i;
+    zip_.List(i, item.listing);
+    item.name = item.listing.name;
+    std::replace(item.name.begin(), item.name.end(), '\\', '/');
+    // Sizes of entries that cannot be unpacked are anything.
+    if (item.listing.fault == ZipFault::kNone) total_ += item.listing.size;
+  }
+}
+
+void ArchiveReader::Open() {
+  Files& files = *PortsInForce().files;
+  const CString wide = CString::FromUtf8(path_);
+  const auto facts = files.Facts(wide);
+  if (facts && facts->is_stream)
+    throw BadInput(Quoted(path_) + " is a pipe or a device: an archive is read to and fro");
+  file_ = files.Open(wide, FileUse::kRead);
+  if (!file_) throw BadInput(Quoted(path_) + " cannot be opened");
+  if (zip_.Open(*file_) != kZipOk) throw BadInput(Quoted(path_) + ": " + WordsFor(zip_.LastFault()));
+}
+
+std::unique_ptr<ArchiveReader> ArchiveReader::OpenAgain() const {
+  std::unique_ptr<ArchiveReader> again(new ArchiveReader(path_, Again{}));
+  return again->zip_.HasDirectoryOf(zip_) ? std::move(again) : nullptr;
+}
+
+void ArchiveReader::CheckLimits(const UnpackLimits& limits) const {
+  if ((total_ + kMegabyte - 1) / kMegabyte > limits.megabytes) {
+    throw BadInput(Quoted(path_) + " unpacks to " + std::to_string(total_ / kMegabyte) + " MB, more than " +
+                   std::to_string(limits.megabytes) + "; --max-size raises the limit");
+  }
+  const auto packed = static_cast<std::uint64_t>(std::max<std::int64_t>(file_->Size(), 1));
+  if (total_ > kRatioFrom && total_ / packed > limits.ratio) {
+    throw BadInput(Quoted(path_) + " unpacks to " + std::to_string(total_ / packed) +
+                   " times its size, more than " + std::to_string(limits.ratio) +
+                   "; --max-ratio raises the limit");
+  }
+  if (zip_.HasOverlaps()) {
+    throw BadInput(Quoted(path_) + ": its entries lie in one another, as in archives made to do harm");
+  }
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,56 @@
+#include "tools/lorv/files/new_file.h"
+
+#include "platform/ports/platform.h"
+#include "tools/lorv/files/stream_file.h"
+#include "tools/lorv/text/harmless_text.h"
+
+namespace lorv::tool {
+
+NewFile::NewFile(const std::string& path, bool replace, std::ostream& standard_output)
+    : path_(path), replace_(replace) {
+  if (path == "-") {
+    stream_ = std::make_unique<StreamFile>(standard_output);
+    return;
+  }
+  Files& files = *PortsInForce().files;
+  const CString wide = CString::FromUtf8(path);
+  const auto facts = files.Facts(wide);
+  if (facts && facts->is_stream) {
+    stream_ = files.Open(wide, FileUse::kStream);
+    if (!stream_) Fail("it may not be written to");
+  } else {
+    OpenFile(replace);
+  }
+}
+
+void NewFile::OpenFile(bool replace) {
+  Files& files = *PortsInForce().files;
+  const CString given = CString::FromUtf8(path_);
+  const CString goal = files.FollowLinks(given);
+  const auto facts = files.Facts(goal);
+  if (facts && facts->IsFolder()) Fail("it is a folder");
+  if (!replace && (facts || files.IsLink(given))) {
+    throw BadInput(Quoted(path_) + " is there already; --force replaces it");
+  }
+  if (files.IsLink(goal)) Fail("it is a link that leads in a circle");
+  if (facts && (facts->attributes & kAttributeReadOnly) != 0) Fail("it is read-only");
+  file_.emplace(goal);
+  if (!file_->IsOpen()) Fail("its folder is missing or may not be written to");
+  if (facts) files.CopyRights(goal, file_->Path());
+}
+
+void NewFile::Fail(const std::string& why) const {
+  throw BadInput(Quoted(path_) + " cannot be written: " + why);
+}
+
+void NewFile::Keep() {
+  if (stream_) {
+    if (!stream_->Flush()) Fail("what reads it has ended, or there is no more room");
+    return;
+  }
+  if (!file_->Close(true)) Fail("the disk is full or failed");
+  if (!file_->TakeName(replace_)) Fail("another program holds it, or has made it meanwhile");
+  if (!PortsInForce().files->SyncFolder(FolderOfPath(file_->Goal()))) Fail("the disk failed");
+}
+
+}  // namespace lorv::tool
