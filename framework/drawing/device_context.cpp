@@ -1,6 +1,7 @@
 #include "framework/drawing/device_context.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "framework/drawing/text_layout.h"
 #include "framework/ports/desktop_port.h"
@@ -45,7 +46,22 @@ CBitmap& StockBitmap() {
 
 lorv::Canvas& CDC::Surface() const {
   static const auto none = lorv::NoCanvas();
-  return surface_ == nullptr ? *none : *surface_;
+  if (surface_ == nullptr) return *none;
+  if (face_stale_) UseFace();
+  return *surface_;
+}
+
+void CDC::SetSurface(std::shared_ptr<lorv::Canvas> surface) {
+  surface_ = std::move(surface);
+  face_told_.reset();
+}
+
+void CDC::UseFace() const {
+  face_stale_ = false;
+  const LOGFONT& wanted = state_.own_face ? state_.face : StockFont().Face();
+  if (face_told_ && std::memcmp(&*face_told_, &wanted, sizeof(wanted)) == 0) return;
+  face_told_ = wanted;
+  surface_->SetFont(wanted);
 }
 
 BOOL CDC::CreateCompatibleDC(CDC* like) {
@@ -83,7 +99,7 @@ CFont* CDC::SelectObject(CFont* font) {
   state_.font_object = font;
   state_.face = font->Face();
   state_.own_face = true;
-  Surface().SetFont(state_.face);
+  face_stale_ = true;
   return before;
 }
 
@@ -96,7 +112,9 @@ CBitmap* CDC::SelectObject(CBitmap* bitmap) {
   if (bitmap == nullptr) return before;
   bitmap_ = bitmap;
   SetSurface(bitmap->Surface());
-  UseState();
+  // Another context may have left its own font and clip there.
+  face_stale_ = true;
+  UseClip();
   return before;
 }
 
@@ -129,15 +147,13 @@ BOOL CDC::RestoreDC(int saved) {
   const int count = static_cast<int>(saved_.size());
   const int index = saved < 0 ? count + saved : saved - 1;
   if (index < 0 || index >= count) return FALSE;
-  state_ = saved_[static_cast<std::size_t>(index)];
+  const State& former = saved_[static_cast<std::size_t>(index)];
+  const bool clip_changed = former.clipped != state_.clipped || !(former.clip == state_.clip);
+  state_ = former;
   saved_.resize(static_cast<std::size_t>(index));
-  UseState();
+  face_stale_ = true;
+  if (clip_changed) UseClip();
   return TRUE;
-}
-
-void CDC::UseState() {
-  if (state_.own_face) Surface().SetFont(state_.face);
-  UseClip();
 }
 
 void CDC::UseClip() {
@@ -145,7 +161,17 @@ void CDC::UseClip() {
 }
 
 int CDC::GetDeviceCaps(int index) const {
-  return index == LOGPIXELSX || index == LOGPIXELSY ? 96 : 0;
+  switch (index) {
+    case LOGPIXELSX:
+    case LOGPIXELSY:
+      return Surface().Dpi();
+    case HORZRES:
+      return Surface().Size().cx;
+    case VERTRES:
+      return Surface().Size().cy;
+    default:
+      return 0;
+  }
 }
 
 CPoint CDC::SetWindowOrg(int x, int y) {
@@ -187,9 +213,7 @@ int CDC::GetClipBox(LPRECT rect) const {
 }
 
 BOOL CDC::RectVisible(LPCRECT rect) const {
-  CRect box;
-  GetClipBox(box);
-  return (box & *rect).IsRectEmpty() == 0;
+  return static_cast<BOOL>(Surface().Shows(Device(rect)));
 }
 
 BOOL CDC::BitBlt(int x, int y, int width, int height, CDC* from, int from_x, int from_y, DWORD way) {

@@ -1,14 +1,20 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
 #include "framework/drawing/drawing_tools.h"
 #include "framework/drawing/geometry.h"
+#include "framework/drawing/region.h"
 #include "framework/text/cstring.h"
 
 class CWnd;
+
+namespace lorv {
+struct PlacedLine;
+}
 
 // What is drawn with, over a canvas, with the framework's operations and names.
 //
@@ -31,6 +37,7 @@ class COMM_LORV_API CDC : public CObject {
   // A context in memory; draws on the bitmap that is selected into it.
   BOOL CreateCompatibleDC(CDC* like);
   BOOL DeleteDC();
+  // The canvas, with the selected font.
   lorv::Canvas& Surface() const;
 
   CPen* SelectObject(CPen* pen);
@@ -102,7 +109,7 @@ class COMM_LORV_API CDC : public CObject {
   void DrawImage(const lorv::PixelImage& image, LPCRECT rect);
 
  protected:
-  void SetSurface(std::shared_ptr<lorv::Canvas> surface) { surface_ = std::move(surface); }
+  void SetSurface(std::shared_ptr<lorv::Canvas> surface);
 
  private:
   struct State {
@@ -129,14 +136,22 @@ class COMM_LORV_API CDC : public CObject {
   CRect Device(LPCRECT logical) const { return CRect(logical) + (state_.viewport - state_.window); }
   std::vector<POINT> Device(const POINT* points, int count) const;
   void Background(LPCRECT device);
-  void PutLine(CPoint at, lorv::TextView text);
+  // `within`: nothing is drawn beside it; null: no such limit.
+  void PutLine(CPoint at, lorv::TextView text, const CRect* within);
+  void PutMark(const lorv::PlacedLine& line, const CRect* within);
+  // A single line that needs no layout, with its size: where DrawText would place it.
+  static bool IsPlain(lorv::TextView text, UINT flags);
+  int PutPlain(lorv::TextView text, const CRect& box, CSize size, UINT flags);
+  void UseFace() const;
   void UseClip();
-  void UseState();
 
   std::shared_ptr<lorv::Canvas> surface_;
   State state_;
   std::vector<State> saved_;
   CBitmap* bitmap_ = nullptr;
+  // The surface is told of a font when it is asked for something: cells select one and give it back.
+  mutable bool face_stale_ = false;
+  mutable std::optional<LOGFONT> face_told_;
 };
 
 // Within WM_PAINT: what is out of date counts as painted from here on.
@@ -144,6 +159,18 @@ class COMM_LORV_API CPaintDC : public CDC {
  public:
   explicit CPaintDC(CWnd* window);
   PAINTSTRUCT m_ps = {};
+  // What is out of date, part by part; m_ps.rcPaint encloses it. RectVisible asks it for a rectangle.
+  const lorv::Region& Dirty() const { return dirty_; }
+
+ private:
+  lorv::Region dirty_;
+};
+
+// A page of paper: its dots an inch and its size are those of the printer.
+class COMM_LORV_API CPrintDC : public CDC {
+ public:
+  explicit CPrintDC(std::shared_ptr<lorv::Canvas> page) : CDC(std::move(page)) {}
+  BOOL IsPrinting() const override { return TRUE; }
 };
 
 // At any time, from any thread.

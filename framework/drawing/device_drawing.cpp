@@ -95,10 +95,17 @@ void CDC::Background(LPCRECT device) {
   if (state_.back_mode == OPAQUE) Surface().Fill(*device, state_.back);
 }
 
-void CDC::PutLine(CPoint at, lorv::TextView text) {
-  const CSize size(Surface().Extent(text));
-  Background(CRect(at, static_cast<SIZE>(size)));
-  Surface().Text(at, text, state_.text);
+void CDC::PutLine(CPoint at, lorv::TextView text, const CRect* within) {
+  lorv::Canvas& surface = Surface();
+  if (state_.back_mode == OPAQUE) {
+    const CRect box(at, surface.Extent(text));
+    Background(within == nullptr ? box : box & *within);
+  }
+  if (within == nullptr) {
+    surface.Text(at, text, state_.text);
+  } else {
+    surface.ClippedText(at, text, state_.text, *within);
+  }
 }
 
 BOOL CDC::TextOut(int x, int y, const CString& text) {
@@ -106,23 +113,22 @@ BOOL CDC::TextOut(int x, int y, const CString& text) {
 }
 
 BOOL CDC::ExtTextOut(int x, int y, UINT options, LPCRECT rect, const CString& text, int* /*always_null*/) {
-  if (rect != nullptr && (options & ETO_OPAQUE) != 0) Surface().Fill(Device(rect), state_.back);
+  lorv::Canvas& surface = Surface();
+  const CRect box = rect == nullptr ? CRect() : Device(rect);
+  if (rect != nullptr && (options & ETO_OPAQUE) != 0) surface.Fill(box, state_.back);
   const bool clipped = rect != nullptr && (options & ETO_CLIPPED) != 0;
-  if (clipped) SaveDC();
-  if (clipped) IntersectClipRect(rect);
   CPoint at = Device(CPoint(x, y));
-  const CSize size(Surface().Extent(text.View()));
-  const TEXTMETRIC metrics = Surface().Metrics();
-  if ((state_.align & TA_CENTER) == TA_CENTER)
-    at.x -= size.cx / 2;
-  else if ((state_.align & TA_RIGHT) != 0)
-    at.x -= size.cx;
-  if ((state_.align & TA_BASELINE) == TA_BASELINE)
-    at.y -= metrics.tmAscent;
-  else if ((state_.align & TA_BOTTOM) != 0)
-    at.y -= metrics.tmHeight;
-  PutLine(at, text.View());
-  if (clipped) RestoreDC(-1);
+  const UINT across = state_.align & TA_CENTER;
+  if (across != TA_LEFT) {
+    const LONG width = surface.Extent(text.View()).cx;
+    at.x -= across == TA_CENTER ? width / 2 : width;
+  }
+  const UINT down = state_.align & TA_BASELINE;
+  if (down != TA_TOP) {
+    const TEXTMETRIC metrics = surface.Metrics();
+    at.y -= down == TA_BASELINE ? metrics.tmAscent : metrics.tmHeight;
+  }
+  PutLine(at, text.View(), clipped ? &box : nullptr);
   return TRUE;
 }
 
@@ -131,30 +137,53 @@ int CDC::DrawText(const CString& text, const CRect& rect, UINT flags) {
   return DrawText(text, static_cast<LPRECT>(copy), flags);
 }
 
+bool CDC::IsPlain(lorv::TextView text, UINT flags) {
+  constexpr UINT kNeedLayout = DT_CALCRECT | DT_EXPANDTABS | DT_EXTERNALLEADING;
+  if ((flags & DT_SINGLELINE) == 0 || (flags & kNeedLayout) != 0) return false;
+  return (flags & DT_NOPREFIX) != 0 || text.find(_T('&')) == lorv::TextView::npos;
+}
+
+int CDC::PutPlain(lorv::TextView text, const CRect& box, CSize size, UINT flags) {
+  CPoint at = box.TopLeft();
+  if ((flags & DT_CENTER) != 0) at.x += (box.Width() - size.cx) / 2;
+  if ((flags & DT_RIGHT) != 0) at.x = box.right - size.cx;
+  if ((flags & DT_BOTTOM) != 0) at.y = box.bottom - size.cy;
+  if ((flags & DT_VCENTER) != 0) at.y = box.top + (box.Height() - size.cy) / 2;
+  PutLine(at, text, (flags & DT_NOCLIP) != 0 ? nullptr : &box);
+  return at.y + size.cy - box.top;
+}
+
 int CDC::DrawText(const CString& text, LPRECT rect, UINT flags) {
+  lorv::Canvas& surface = Surface();
   const CRect box = Device(rect);
-  const lorv::PlacedText placed = lorv::LayOutText(Surface(), text.View(), box, flags);
+  if (IsPlain(text.View(), flags)) {
+    const CSize size(surface.Extent(text.View()));
+    const bool shortens = (flags & (DT_END_ELLIPSIS | DT_WORD_ELLIPSIS | DT_PATH_ELLIPSIS)) != 0;
+    if (!shortens || size.cx <= box.Width()) return PutPlain(text.View(), box, size, flags);
+  }
+  const lorv::PlacedText placed = lorv::LayOutText(surface, text.View(), box, flags);
   const CRect bounds(placed.bounds);
   if ((flags & DT_CALCRECT) != 0) {
     rect->right = rect->left + bounds.Width();
     rect->bottom = rect->top + bounds.Height();
     return bounds.Height();
   }
-  const bool clipped = (flags & DT_NOCLIP) == 0;
-  if (clipped) SaveDC();
-  if (clipped) IntersectClipRect(rect);
+  const CRect* const within = (flags & DT_NOCLIP) != 0 ? nullptr : &box;
   for (const lorv::PlacedLine& line : placed.lines) {
-    PutLine(line.at, line.text.View());
-    if (line.mark < 0) continue;
-    const TEXTMETRIC metrics = Surface().Metrics();
-    const auto before = line.text.View().substr(0, static_cast<std::size_t>(line.mark));
-    const auto marked = line.text.View().substr(static_cast<std::size_t>(line.mark), 1);
-    const int x = line.at.x + Surface().Extent(before).cx;
-    const int y = line.at.y + metrics.tmAscent + 1;
-    Surface().Fill(CRect(x, y, x + Surface().Extent(marked).cx, y + 1), state_.text);
+    PutLine(line.at, line.text.View(), within);
+    if (line.mark >= 0) PutMark(line, within);
   }
-  if (clipped) RestoreDC(-1);
   return bounds.bottom - box.top;
+}
+
+void CDC::PutMark(const lorv::PlacedLine& line, const CRect* within) {
+  lorv::Canvas& surface = Surface();
+  const auto before = line.text.View().substr(0, static_cast<std::size_t>(line.mark));
+  const auto marked = line.text.View().substr(static_cast<std::size_t>(line.mark), 1);
+  const int x = line.at.x + surface.Extent(before).cx;
+  const int y = line.at.y + surface.Metrics().tmAscent + 1;
+  const CRect mark(x, y, x + surface.Extent(marked).cx, y + 1);
+  surface.Fill(within == nullptr ? mark : mark & *within, state_.text);
 }
 
 CSize CDC::GetTextExtent(const CString& text) const {

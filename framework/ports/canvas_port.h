@@ -17,6 +17,8 @@
 //   measures text, and what is drawn is lost.
 namespace lorv {
 
+constexpr int kUsualDpi = 96;
+
 struct Stroke {
   COLORREF colour = 0;
   int width = 1;
@@ -39,6 +41,8 @@ class COMM_LORV_API Canvas {
   virtual ~Canvas() = default;
 
   virtual SIZE Size() const = 0;
+  // Dots an inch of what is drawn on.
+  virtual int Dpi() const { return kUsualDpi; }
 
   virtual void Fill(const RECT& rect, COLORREF colour) = 0;
   // From `first` at the left or top edge to `last` at the other.
@@ -60,9 +64,14 @@ class COMM_LORV_API Canvas {
   virtual SIZE Extent(TextView text) const = 0;
   // One line, its left top corner (not the base line) at `at`. The background stays.
   virtual void Text(POINT at, TextView text, COLORREF colour) = 0;
+  // The same, and nothing of it outside `within`: a cell's text, quicker than by a change of the clip.
+  virtual void ClippedText(POINT at, TextView text, COLORREF colour, const RECT& within) = 0;
 
   // Nothing is drawn outside the rectangle; null: no limit but the surface.
   virtual void SetClip(const RECT* clip) = 0;
+  // Whether anything drawn in the rectangle could be seen: not where it lies beside the clip, the surface or,
+  // within WM_PAINT, what is out of date.
+  virtual bool Shows(const RECT& rect) const = 0;
 
   // Copies from a canvas of the same desktop; `from` may be this one, areas may overlap.
   virtual void Copy(const RECT& to, Canvas& from, POINT from_at) = 0;

@@ -65,8 +65,12 @@ class COMM_LORV_API Desktop {
   virtual SHORT KeyState(int key) const = 0;
   virtual POINT CursorPosition() const = 0;
   virtual void SetCursorPosition(POINT at) = 0;
-  // One of the system's cursors by its number (CursorShape), which stays until the next change.
+  // One of the system's cursors by its number, or one that MakeCursor made; it stays until the next change.
   virtual void SetCursor(int shape) = 0;
+  // A cursor of the program's own; `point` is the pixel of the picture that points. Its number from
+  // kFirstOwnCursor on, or 0: no picture, one larger than kMaxCursorSide, or kMaxOwnCursors are there.
+  virtual int MakeCursor(const PixelImage& picture, POINT point) = 0;
+  virtual void EndCursor(int cursor) = 0;
   virtual int Cursor() const = 0;
   virtual HWND WindowAt(POINT screen) const = 0;  // the innermost visible one
 
@@ -112,6 +116,17 @@ constexpr int kCursorSizeAcross = 32644;
 constexpr int kCursorSizeDown = 32645;
 constexpr int kCursorSizeAll = 32646;
 constexpr int kCursorHand = 32649;
+
+// The program's own ones.
+constexpr int kFirstOwnCursor = 0x10000;
+constexpr std::size_t kMaxOwnCursors = 256;
+constexpr int kMaxCursorSide = 256;
+
+// Whether a cursor can be made of the picture.
+constexpr bool IsCursorPicture(const PixelImage& picture) {
+  return picture.pixels != nullptr && picture.width > 0 && picture.height > 0 &&
+         picture.width <= kMaxCursorSide && picture.height <= kMaxCursorSide;
+}
 
 // The desktop in force: that of the innermost scope, else the one chosen for the process. Reading is for any
 // thread. Raises CResourceException by pointer if that one cannot be had.

@@ -17,7 +17,9 @@ class EmptyCanvas : public Canvas {
   TEXTMETRIC Metrics() const override { return {}; }
   SIZE Extent(TextView /*text*/) const override { return {0, 0}; }
   void Text(POINT /*at*/, TextView /*text*/, COLORREF /*colour*/) override {}
+  void ClippedText(POINT /*at*/, TextView /*text*/, COLORREF /*colour*/, const RECT& /*within*/) override {}
   void SetClip(const RECT* /*clip*/) override {}
+  bool Shows(const RECT& /*rect*/) const override { return false; }
   void Copy(const RECT& /*to*/, Canvas& /*from*/, POINT /*from_at*/) override {}
   void Image(const PixelImage& /*image*/, const RECT& /*to*/) override {}
   std::vector<DWORD> Pixels(const RECT& /*rect*/) const override { return {}; }
@@ -49,6 +51,9 @@ class EmptyWindow : public WindowPeer {
   void Focus() override {}
   void Activate() override {}
   void Invalidate(const RECT* /*rect*/) override {}
+  void Validate(const RECT* /*rect*/) override {}
+  std::vector<RECT> UpdateRects() const override { return {}; }
+  void Shift(SIZE /*by*/, const RECT* /*area*/, const RECT* /*clip*/, bool /*children*/) override {}
   void Update() override {}
   std::unique_ptr<Canvas> PaintCanvas(RECT& dirty) override {
     dirty = {0, 0, 0, 0};

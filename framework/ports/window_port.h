@@ -102,11 +102,21 @@ class COMM_LORV_API WindowPeer {
 
   // What is seen is out of date: all of it, or the rectangle. WM_PAINT comes when the queue is empty, or
   // by Update at once. A region is valid again when PaintCanvas was asked for it or Default had WM_PAINT.
+  // What is asked for while WM_PAINT is handled is painted by another one. With WM_SETREDRAW turned off
+  // nothing is painted, and what was asked for meanwhile waits until it is on again.
   virtual void Invalidate(const RECT* rect) = 0;
+  // Takes back what was asked for, of all or of the rectangle.
+  virtual void Validate(const RECT* rect) = 0;
+  // What is out of date now: rectangles that do not overlap.
+  virtual std::vector<RECT> UpdateRects() const = 0;
   virtual void Update() = 0;
   // Within WM_PAINT: the canvas, clipped to what is out of date, which goes to `dirty`.
   virtual std::unique_ptr<Canvas> PaintCanvas(RECT& dirty) = 0;
   virtual std::unique_ptr<Canvas> ClientCanvas() = 0;  // at any time, never null
+  // Moves what the window shows in `area` (null: all of it) by that much, nothing of it out of `clip`. What
+  // was out of date in there moves along; what comes in is out of date. `children`: those in the area move,
+  // too.
+  virtual void Shift(SIZE by, const RECT* area, const RECT* clip, bool children) = 0;
 
   virtual CString Text() const = 0;  // line ends are CR LF
   virtual void SetText(const CString& text) = 0;
@@ -142,6 +152,8 @@ class COMM_LORV_API WindowPeer {
   // Back to what it was before TakeOver.
   virtual void GiveBack() {}
 
+  // Dots an inch of its screen: 96 for the usual one. When that changes WM_DPICHANGED comes with the new
+  // number in both words and the rectangle that the window should take.
   virtual int Dpi() const = 0;
 
   // What the window shows now with all that stands in it, its frame only where the system draws that as a

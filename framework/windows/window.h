@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "framework/drawing/region.h"
 #include "framework/ports/desktop_port.h"
 #include "framework/ports/window_map.h"
 #include "framework/text/cstring.h"
@@ -110,7 +111,21 @@ class COMM_LORV_API CWnd : public CCmdTarget, public lorv::MessageTarget {
   // Painting.
   void Invalidate(BOOL erase = TRUE);
   void InvalidateRect(LPCRECT rect, BOOL erase = TRUE);
+  // Takes back what was invalidated, of all or of the rectangle.
+  void ValidateRect(LPCRECT rect);
+  // The rectangle around what is out of date; FALSE and empty if nothing is.
+  BOOL GetUpdateRect(LPRECT rect, BOOL erase = FALSE) const;
+  // What is out of date, part by part.
+  lorv::Region GetUpdateRegion() const;
   void UpdateWindow();
+  // Moves what is shown in `area` (null: all, with the children), nothing of it out of `clip`; what comes in
+  // is invalidated.
+  void ScrollWindow(int across, int down, LPCRECT area = nullptr, LPCRECT clip = nullptr);
+  // The same; children move with SW_SCROLLCHILDREN. Of the region answers only null is taken; `update` gets
+  // the rectangle around what is out of date now. The kind of region that is.
+  int ScrollWindowEx(int across, int down, LPCRECT area, LPCRECT clip, void* always_null, LPRECT update,
+                     UINT flags);
+  int GetDpi() const;
   BOOL RedrawWindow(LPCRECT rect = nullptr, void* region = nullptr,
                     UINT flags = RDW_INVALIDATE | RDW_UPDATENOW | RDW_ERASE);
   void SetRedraw(BOOL on = TRUE);

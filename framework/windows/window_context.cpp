@@ -5,7 +5,9 @@
 #include "framework/windows/window.h"
 
 CPaintDC::CPaintDC(CWnd* window) {
-  SetSurface(lorv::PeerOf(window == nullptr ? nullptr : window->m_hWnd)->PaintCanvas(m_ps.rcPaint));
+  const auto peer = lorv::PeerOf(window == nullptr ? nullptr : window->m_hWnd);
+  for (const RECT& rect : peer->UpdateRects()) dirty_.Add(rect);
+  SetSurface(peer->PaintCanvas(m_ps.rcPaint));
 }
 
 CClientDC::CClientDC(CWnd* window)

@@ -164,6 +164,40 @@ void CWnd::InvalidateRect(LPCRECT rect, BOOL /*erase*/) {
   PeerOf(m_hWnd)->Invalidate(rect);
 }
 
+void CWnd::ValidateRect(LPCRECT rect) {
+  PeerOf(m_hWnd)->Validate(rect);
+}
+
+BOOL CWnd::GetUpdateRect(LPRECT rect, BOOL /*erase*/) const {
+  const CRect bounds = GetUpdateRegion().Bounds();
+  if (rect != nullptr) *rect = bounds;
+  return static_cast<BOOL>(bounds.IsRectEmpty() == 0);
+}
+
+lorv::Region CWnd::GetUpdateRegion() const {
+  lorv::Region region;
+  for (const RECT& rect : PeerOf(m_hWnd)->UpdateRects()) region.Add(rect);
+  return region;
+}
+
+void CWnd::ScrollWindow(int across, int down, LPCRECT area, LPCRECT clip) {
+  PeerOf(m_hWnd)->Shift({across, down}, area, clip, area == nullptr);
+}
+
+int CWnd::ScrollWindowEx(int across, int down, LPCRECT area, LPCRECT clip, void* /*always_null*/,
+                         LPRECT update, UINT flags) {
+  if (m_hWnd == nullptr) return RGN_ERROR;
+  PeerOf(m_hWnd)->Shift({across, down}, area, clip, (flags & SW_SCROLLCHILDREN) != 0);
+  const lorv::Region now = GetUpdateRegion();
+  if (update != nullptr) *update = now.Bounds();
+  if (now.IsEmpty()) return NULLREGION;
+  return now.Rects().size() == 1 ? SIMPLEREGION : COMPLEXREGION;
+}
+
+int CWnd::GetDpi() const {
+  return PeerOf(m_hWnd)->Dpi();
+}
+
 void CWnd::UpdateWindow() {
   PeerOf(m_hWnd)->Update();
 }

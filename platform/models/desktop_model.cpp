@@ -162,6 +162,23 @@ HWND DesktopModel::FirstDirty(HWND at) const {
   return nullptr;
 }
 
+int DesktopModel::MakeCursor(const PixelImage& picture, POINT point) {
+  if (!IsCursorPicture(picture) || own_cursors_.size() >= kMaxOwnCursors) return 0;
+  const auto count = static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height);
+  own_cursors_[++last_own_cursor_] = {
+      {picture.width, picture.height}, point, {picture.pixels, picture.pixels + count}};
+  return last_own_cursor_;
+}
+
+void DesktopModel::EndCursor(int cursor) {
+  if (own_cursors_.erase(cursor) != 0 && Cursor() == cursor) SetCursor(kCursorArrow);
+}
+
+const DesktopModel::OwnCursor* DesktopModel::CursorOf(int number) const {
+  const auto known = own_cursors_.find(number);
+  return known == own_cursors_.end() ? nullptr : &known->second;
+}
+
 int DesktopModel::Metric(int index) const {
   switch (index) {
     case SM_CXSCREEN:

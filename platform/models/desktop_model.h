@@ -41,9 +41,14 @@ class COMM_LORV_API DesktopModel : public Desktop {
   void SetCursorPosition(POINT at) override;
   int Cursor() const override { return cursor_; }
   void SetCursor(int shape) override { cursor_ = shape; }
+  int MakeCursor(const PixelImage& picture, POINT point) override;
+  void EndCursor(int cursor) override;
   HWND WindowAt(POINT screen) const override;
   int Metric(int index) const override;
   UINT RegisterMessage(LPCTSTR name) override;
+
+  // Dots an inch of the screen where windows begin.
+  virtual int Dpi() const { return kUsualDpi; }
 
   // For windows. Null for what is no window any more.
   std::shared_ptr<WindowModel> At(HWND window) const;
@@ -83,6 +88,14 @@ class COMM_LORV_API DesktopModel : public Desktop {
   virtual void Translate(const MSG& /*message*/) {}
   virtual int BarWidth() const = 0;
   virtual int CaptionHeight() const = 0;
+
+  struct OwnCursor {
+    SIZE size;
+    POINT point;
+    std::vector<DWORD> pixels;
+  };
+  // Null for a number that is none.
+  const OwnCursor* CursorOf(int number) const;
 
   bool PumpPosted();
   bool Quits() const { return quits_; }  // what was pumped last was WM_QUIT
@@ -126,6 +139,8 @@ class COMM_LORV_API DesktopModel : public Desktop {
   HWND hovered_ = nullptr;
   HWND composing_ = nullptr;  // has heard of the beginning and not of the end
   int cursor_ = kCursorArrow;
+  std::map<int, OwnCursor> own_cursors_;
+  int last_own_cursor_ = kFirstOwnCursor - 1;
   std::optional<int> quit_code_;
   bool quits_ = false;            // the message being pumped was WM_QUIT
   bool host_loop_ended_ = false;  // with its code

@@ -23,6 +23,9 @@ LRESULT WindowModel::Default(UINT message, WPARAM w, LPARAM l) {
     case WM_PAINT:
       PaintDefault();
       return 0;
+    case WM_SETREDRAW:
+      SetRedraw(w != 0);
+      return 0;
     case WM_ERASEBKGND:
       return 1;
     case WM_CANCELMODE:

@@ -21,7 +21,8 @@ WindowModel::WindowModel(DesktopModel& desktop, HWND handle, const WindowRequest
       style_(Without(request.style, WS_VISIBLE)),
       ex_style_(request.ex_style),
       id_(request.id),
-      font_(desktop.DialogFont()) {
+      font_(desktop.DialogFont()),
+      dpi_(desktop.Dpi()) {
   ((style_ & WS_CHILD) != 0 ? parent_ : owner_) = request.parent;
 }
 

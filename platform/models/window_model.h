@@ -7,6 +7,7 @@
 
 #include "framework/drawing/geometry.h"
 #include "framework/ports/window_port.h"
+#include "platform/models/paint_state.h"
 #include "platform/models/scroll_model.h"
 
 namespace lorv {
@@ -29,9 +30,12 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
   bool Blocked() const;  // it or one around it is disabled
   bool Ending() const { return ending_; }
   // Whether it has something to paint.
-  virtual bool Dirty() const = 0;
+  bool Dirty() const { return paint_.WantsPaint(); }
   // Who had the focus in this top window when it was last active.
   HWND LastFocus() const { return last_focus_; }
+  // The window stands on a screen of so many dots an inch: if it stood on another one before, all of it is
+  // out of date, and a top window is told by WM_DPICHANGED which place keeps its size to the eye.
+  void ReportDpi(int dpi);
   // The mouse went elsewhere: WM_MOUSELEAVE if it was asked for.
   void MouseGone();
 
@@ -53,6 +57,13 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
   void Focus() override;
   void Activate() override;
   CString Text() const override { return text_; }
+  void Invalidate(const RECT* rect) override;
+  void Validate(const RECT* rect) override { paint_.Validate(rect); }
+  std::vector<RECT> UpdateRects() const override {
+    return {paint_.Pending().Rects().begin(), paint_.Pending().Rects().end()};
+  }
+  void Shift(SIZE by, const RECT* area, const RECT* clip, bool children) override;
+  void Update() override;
   void SetText(const CString& text) override;
   void SetFont(const LOGFONT& font) override;
   LOGFONT Font() const override { return font_; }
@@ -60,6 +71,7 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
   SCROLLINFO Scroll(int bar) const override { return Bar(bar).Info(); }
   void ShowScroll(int bar, bool on) override;
   void TrackLeave() override { leave_ = true; }
+  int Dpi() const override { return alive_ ? dpi_.load() : kUsualDpi; }
   Composition CompositionNow() const override { return composition_; }
   void SetCompositionCaret(const RECT& caret) override;
   RECT CompositionCaret() const { return composition_caret_; }
@@ -82,8 +94,18 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
   virtual void FontChanged() {}
   virtual void ScrollChanged() {}
   virtual void CompositionCaretChanged() {}
+  virtual void DpiChanged() {}
   virtual void Ended() {}  // the last call
   virtual void PaintDefault() = 0;
+  virtual void AskToPaint();
+  // Something is to be painted when other messages are done.
+  virtual void PaintWanted() {}
+  virtual void Invalidated() {}
+  virtual void RedrawChanged(bool /*on*/) {}
+  // What was drawn is to be seen.
+  virtual void PictureChanged() {}
+  // Moves what is drawn to the target. False: it cannot be moved.
+  virtual bool ShiftPicture(const CRect& target, SIZE by) = 0;
   // Measures the window as it stands now and reports what changed by ReportPlace.
   virtual void PlaceChanged() = 0;
 
@@ -92,6 +114,10 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
   void RememberPlace(CPoint at);
   // WM_COMMAND to the parent, or to the owner. The window may be gone afterwards.
   void Notify(UINT code);
+  // All of it is out of date, but for what the system shows itself.
+  void WantPaint();
+  // What is out of date, which counts as painted from here on.
+  Region TakeDirty() { return paint_.Take(); }
   void KeepText(const CString& text) { text_ = text; }
   DWORD Look() const { return style_; }
   void SetLook(DWORD style) { style_ = style; }
@@ -101,6 +127,8 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
   const ScrollModel& Bar(int bar) const { return bars_[bar == SB_VERT ? 1U : 0U]; }
 
  private:
+  void SetRedraw(bool on);
+  void ShiftChildren(SIZE by, const CRect& area);
   void SendDestroy(FirstFault& fault);
   void End(FirstFault& fault);
   void LoseFocusWithin();
@@ -123,6 +151,8 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
   std::vector<HWND> children_;
   UINT id_;
   LOGFONT font_ = {};
+  PaintState paint_;
+  std::atomic<int> dpi_;
   std::array<ScrollModel, 2> bars_;  // across, down
   Composition composition_;
   CRect composition_caret_;

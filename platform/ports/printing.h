@@ -4,6 +4,7 @@
 
 #include "framework/native/export.h"
 #include "framework/native/window_types.h"
+#include "framework/ports/canvas_port.h"
 #include "framework/text/cstring.h"
 
 // Pages on paper.
@@ -23,8 +24,11 @@ constexpr int kThousandths = 5;  // of an inch, y upwards
 constexpr DWORD kPrintNoSelection = 4;
 constexpr DWORD kPrintNoPages = 8;
 
-// One document of one page. Places count from the left end of the page's bottom, upwards; what lies outside
-// the page is lost. A job that ends without End is given up.
+// One document: either of one page of plain texts (Begin), whose places count from the left end of the page's
+// bottom, upwards; or of pages drawn on as windows are (BeginPages), in the paper's own dots from the left
+// top. What lies outside a page is lost. A job that ends without End is given up.
+//
+//   job->BeginPages(_T("list"));  CPrintDC page(job->NextPage());  page.DrawText(...);  job->End();
 class COMM_LORV_API PrintJob {
  public:
   PrintJob() = default;
@@ -36,6 +40,9 @@ class COMM_LORV_API PrintJob {
   virtual bool Begin(LPCTSTR document, const PageWays& ways) = 0;
   virtual SIZE Extent(LPCTSTR text) = 0;
   virtual void Text(int x, int y, LPCTSTR text) = 0;
+  virtual bool BeginPages(LPCTSTR document) = 0;
+  // The canvas of the next page; the former one draws nothing any more. Null where there is no other page.
+  virtual std::shared_ptr<Canvas> NextPage() = 0;
   virtual void End() = 0;
 };
 

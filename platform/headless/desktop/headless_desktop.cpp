@@ -111,9 +111,16 @@ LOGFONT HeadlessDesktop::DialogFont() const {
   return font;
 }
 
+void HeadlessDesktop::SetDpi(int dpi) {
+  dpi_ = dpi;
+  for (const HWND top : std::vector<HWND>(Windows()))
+    if (const auto window = At(top)) window->ReportDpi(dpi);
+}
+
 std::unique_ptr<Canvas> HeadlessDesktop::MakeCanvas(SIZE size) const {
-  const CRect limit(CPoint(0, 0), size);
-  return std::make_unique<HeadlessCanvas>(std::make_shared<HeadlessSurface>(size), limit);
+  auto surface = std::make_shared<HeadlessSurface>(size);
+  surface->SetDpi(dpi_);
+  return std::make_unique<HeadlessCanvas>(std::move(surface), CRect(CPoint(0, 0), size));
 }
 
 void HeadlessDesktop::WorkMenuSteps() {

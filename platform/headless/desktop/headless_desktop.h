@@ -62,6 +62,8 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   void SetLayouts(std::vector<HKL> layouts);
   // Whether the steps of WhenIdle stand for somebody who sees the windows.
   void SetViewer(bool there) { viewer_ = there; }
+  // The screen becomes one of so many dots an inch: all windows are told.
+  void SetDpi(int dpi);
 
   HWND Focus() const override;
   RECT WorkArea(POINT /*near_by*/) const override { return {0, 0, 1920, 1040}; }
@@ -79,6 +81,7 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   bool SetClipboardText(const CString& text) override;
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
   bool HasViewer() const override { return viewer_; }
+  int Dpi() const override { return dpi_; }
 
   void Forget(HWND window) override;
 
@@ -134,6 +137,9 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   std::vector<HWND> cancelled_;  // modal dialogs that nobody answered
   bool elsewhere_ = false;
   bool viewer_ = false;
+  static constexpr int kMaxPaintsInARow = 1000;
+  int paints_in_a_row_ = 0;
+  int dpi_ = kUsualDpi;
   std::vector<HKL> layouts_;
   HKL layout_ = nullptr;
   bool has_clip_ = false;

@@ -27,10 +27,13 @@ bool HeadlessDesktop::PumpInput() {
   return true;
 }
 
+// A window whose painting asks for the next one does not keep all else waiting.
 bool HeadlessDesktop::PumpPaint() {
+  if (paints_in_a_row_ >= kMaxPaintsInARow) return false;
   for (const HWND top : Windows()) {
     const auto window = At(FirstDirty(top));
     if (window == nullptr) continue;
+    ++paints_in_a_row_;
     window->Update();
     return true;
   }
@@ -61,7 +64,13 @@ bool HeadlessDesktop::StopTimer(HWND window, UINT_PTR id) {
 }
 
 bool HeadlessDesktop::PumpOnce(bool wait) {
-  if (PumpPosted() || PumpInput() || PumpPaint() || PumpTimer()) return true;
+  if (PumpPosted() || PumpInput()) {
+    paints_in_a_row_ = 0;
+    return true;
+  }
+  if (PumpPaint()) return true;
+  paints_in_a_row_ = 0;
+  if (PumpTimer()) return true;
   if (!wait || steps_.empty()) return false;
   const std::function<void()> step = std::move(steps_.front());
   steps_.pop_front();

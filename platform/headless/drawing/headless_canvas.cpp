@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <utility>
+
+#include "framework/drawing/line_runs.h"
 
 namespace lorv {
 namespace {
@@ -16,10 +17,6 @@ DWORD PixelOf(COLORREF colour) {
          (static_cast<DWORD>(GetGValue(colour)) << 8U) | GetBValue(colour);
 }
 
-bool Covers(const CRect& outer, const CRect& inner) {
-  return (outer & inner) == inner;
-}
-
 // Places may be anywhere in 32 bits, their distances and products are not.
 std::int64_t Far(LONG from, LONG to) {
   return static_cast<std::int64_t>(to) - from;
@@ -28,41 +25,6 @@ std::int64_t Far(LONG from, LONG to) {
 int Between(int first, int last, std::int64_t at, std::int64_t length) {
   return length <= 1 ? first : static_cast<int>(first + (last - first) * at / (length - 1));
 }
-
-// The pixels of a line, the last one left out; the longer way has one of them a step.
-class LineSteps {
- public:
-  LineSteps(POINT from, POINT to)
-      : from_(from),
-        by_x_(Far(from.x, to.x)),
-        by_y_(Far(from.y, to.y)),
-        count_(std::max(std::abs(by_x_), std::abs(by_y_))) {}
-
-  std::int64_t Count() const { return count_; }
-  CPoint At(std::int64_t step) const {
-    return {static_cast<int>(from_.x + Part(by_x_, step)), static_cast<int>(from_.y + Part(by_y_, step))};
-  }
-  // The steps that can touch the area, so that a line far out of it costs no time.
-  std::pair<std::int64_t, std::int64_t> Within(const CRect& area, int width) const {
-    const bool flat = std::abs(by_x_) == count_;
-    const std::int64_t low = Far(flat ? from_.x : from_.y, flat ? area.left : area.top) - width + 1;
-    const std::int64_t high = Far(flat ? from_.x : from_.y, flat ? area.right : area.bottom) - 1;
-    const bool onwards = (flat ? by_x_ : by_y_) > 0;
-    return {std::max<std::int64_t>(onwards ? low : -high, 0), std::min(onwards ? high : -low, count_ - 1)};
-  }
-
- private:
-  // The product of the longest line would leave 64 bits.
-  std::int64_t Part(std::int64_t by, std::int64_t step) const {
-    return static_cast<std::int64_t>(static_cast<double>(by) * static_cast<double>(step) /
-                                     static_cast<double>(count_));
-  }
-
-  CPoint from_;
-  std::int64_t by_x_;
-  std::int64_t by_y_;
-  std::int64_t count_;
-};
 
 DWORD Blend(DWORD below, DWORD above) {
   const DWORD alpha = above >> 24U;
@@ -110,7 +72,7 @@ void HeadlessSurface::Resize(SIZE size) {
   const std::lock_guard<std::mutex> lock(mutex_);
   size_ = CSize(std::max<LONG>(size.cx, 0), std::max<LONG>(size.cy, 0));
   pixels_.assign(static_cast<std::size_t>(size_.cx) * static_cast<std::size_t>(size_.cy), 0xFFFFFFFF);
-  list_.clear();
+  list_.Resize(size_);
 }
 
 SIZE HeadlessSurface::Size() const {
@@ -120,7 +82,12 @@ SIZE HeadlessSurface::Size() const {
 
 std::vector<Drawn> HeadlessSurface::List() const {
   const std::lock_guard<std::mutex> lock(mutex_);
-  return list_;
+  return list_.List();
+}
+
+std::size_t HeadlessSurface::Count() const {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  return list_.Count();
 }
 
 std::vector<DWORD> HeadlessSurface::Pixels(const CRect& rect) const {
@@ -132,62 +99,59 @@ std::vector<DWORD> HeadlessSurface::Pixels(const CRect& rect) const {
   return taken;
 }
 
-void HeadlessSurface::Add(Drawn drawn) {
+void HeadlessSurface::Add(Drawn drawn, Region seen, bool covers) {
   const std::lock_guard<std::mutex> lock(mutex_);
-  using Kind = Drawn::Kind;
-  if (drawn.kind == Kind::Invert) {
-    const auto twin = std::find_if(list_.begin(), list_.end(), [&](const Drawn& known) {
-      return known.kind == Kind::Invert && known.bounds == drawn.bounds;
-    });
-    if (twin != list_.end()) {
-      list_.erase(twin);
-      return;
-    }
-  }
-  const bool covers = drawn.kind == Kind::Fill || drawn.kind == Kind::Gradient;
-  if (covers) std::erase_if(list_, [&](const Drawn& known) { return Covers(drawn.bounds, known.bounds); });
-  list_.push_back(std::move(drawn));
+  list_.Add(std::move(drawn), std::move(seen), covers);
 }
 
 void HeadlessSurface::Paint(const CRect& rect, COLORREF colour) {
-  const DWORD pixel = PixelOf(colour);
-  Change(rect, [pixel](DWORD& at, int, int) { at = pixel; });
+  const std::lock_guard<std::mutex> lock(mutex_);
+  const CRect area = rect & CRect(CPoint(0, 0), static_cast<SIZE>(size_));
+  for (int y = area.top; y < area.bottom; ++y)
+    std::fill_n(&At(area.left, y), static_cast<std::size_t>(area.Width()), PixelOf(colour));
 }
 
 void HeadlessSurface::CopyFrom(const HeadlessSurface& source, const CRect& from, CPoint to) {
   const std::vector<DWORD> pixels = source.Pixels(from);
-  const std::vector<Drawn> list = source.List();
   const CSize by = to - from.TopLeft();
+  std::vector<DrawnList::Entry> entries;
+  {
+    const std::lock_guard<std::mutex> lock(source.mutex_);
+    entries = source.list_.Cut(from, by);
+  }
   const CRect target = from + by;
   const auto width = static_cast<std::size_t>(std::max(from.Width(), 0));
   Change(target, [&](DWORD& at, int x, int y) {
     at = pixels[static_cast<std::size_t>(y - target.top) * width + static_cast<std::size_t>(x - target.left)];
   });
   const std::lock_guard<std::mutex> lock(mutex_);
-  std::erase_if(list_, [&](const Drawn& known) { return Covers(target, known.bounds); });
-  for (Drawn drawn : list) {
-    drawn.bounds = (drawn.bounds & from) + by;
-    if (drawn.bounds.IsRectEmpty() == 0) list_.push_back(std::move(drawn));
-  }
+  list_.Put(std::move(entries), target);
 }
 
-HeadlessCanvas::HeadlessCanvas(std::shared_ptr<HeadlessSurface> surface, const CRect& limit)
-    : surface_(std::move(surface)), limit_(limit), clip_(limit) {}
+HeadlessCanvas::HeadlessCanvas(std::shared_ptr<HeadlessSurface> surface, Region limit)
+    : surface_(std::move(surface)), limit_(std::move(limit)), clip_(limit_) {}
 
-void HeadlessCanvas::Note(Drawn::Kind kind, const CRect& rect, COLORREF colour, TextView text) {
-  const CRect bounds = rect & clip_ & CRect(CPoint(0, 0), surface_->Size());
-  if (bounds.IsRectEmpty() == 0) surface_->Add({kind, bounds, colour, CString(text), bold_});
+Region HeadlessCanvas::Open(const CRect& rect) const {
+  Region open = clip_;
+  open.Keep(rect & CRect(CPoint(0, 0), surface_->Size()));
+  return open;
+}
+
+void HeadlessCanvas::Note(Drawn::Kind kind, const CRect& rect, COLORREF colour, TextView text, bool covers) {
+  Region seen = Open(rect);
+  const CRect bounds = seen.Bounds();
+  if (!seen.IsEmpty()) surface_->Add({kind, bounds, colour, CString(text), bold_}, std::move(seen), covers);
 }
 
 void HeadlessCanvas::Fill(const RECT& rect, COLORREF colour) {
-  Note(Drawn::Kind::Fill, rect, colour);
-  surface_->Paint(CRect(rect) & clip_, colour);
+  Note(Drawn::Kind::Fill, rect, colour, {}, true);
+  for (const CRect& part : Parts(rect)) surface_->Paint(part, colour);
 }
 
 void HeadlessCanvas::Gradient(const RECT& rect, COLORREF first, COLORREF last, bool downwards) {
-  Note(Drawn::Kind::Gradient, rect, first);
+  Note(Drawn::Kind::Gradient, rect, first, {}, true);
   const CRect box(rect);
-  surface_->Change(box & clip_, [&](DWORD& pixel, int x, int y) {
+  Change(box, [&](DWORD& pixel, int x, int y) {
     const std::int64_t at = downwards ? Far(box.top, y) : Far(box.left, x);
     const std::int64_t length = downwards ? Far(box.top, box.bottom) : Far(box.left, box.right);
     pixel = PixelOf(RGB(static_cast<BYTE>(Between(GetRValue(first), GetRValue(last), at, length)),
@@ -203,23 +167,19 @@ void HeadlessCanvas::Frame(const RECT& rect, COLORREF colour, int width) {
   CRect inner(box);
   inner.DeflateRect(width, width);
   const DWORD pixel = PixelOf(colour);
-  surface_->Change(box & clip_, [&](DWORD& at, int x, int y) {
+  Change(box, [&](DWORD& at, int x, int y) {
     if (inner.PtInRect(CPoint(x, y)) == 0) at = pixel;
   });
 }
 
 void HeadlessCanvas::Line(POINT from, POINT to, const Stroke& stroke) {
-  if (stroke.style == PS_NULL) return;
-  const LineSteps steps(from, to);
-  if (steps.Count() == 0) return;
-  const CSize square(stroke.width, stroke.width);
-  Note(Drawn::Kind::Line, CRect(from, square) | CRect(steps.At(steps.Count() - 1), square), stroke.colour);
-  const CRect area = clip_ & CRect(CPoint(0, 0), surface_->Size());
-  const auto [first, last] = steps.Within(area, stroke.width);
-  for (std::int64_t i = first; i <= last; ++i) {
-    if (stroke.style == PS_DOT && i % 2 != 0) continue;
-    surface_->Paint(CRect(steps.At(i), square) & area, stroke.colour);
-  }
+  const auto runs = LineRuns(from, to, stroke, clip_.Bounds() & CRect(CPoint(0, 0), surface_->Size()));
+  CRect bounds;
+  for (const CRect& run : runs) bounds |= run;
+  // A straight one is one rectangle, which hides what is below.
+  if (!runs.empty()) Note(Drawn::Kind::Line, bounds, stroke.colour, {}, runs.size() == 1);
+  for (const CRect& run : runs)
+    for (const CRect& part : Parts(run)) surface_->Paint(part, stroke.colour);
 }
 
 void HeadlessCanvas::Polygon(const std::vector<POINT>& corners, const Stroke* edge, const COLORREF* inside) {
@@ -228,7 +188,7 @@ void HeadlessCanvas::Polygon(const std::vector<POINT>& corners, const Stroke* ed
   if (inside != nullptr) {
     Note(Drawn::Kind::Polygon, bounds, *inside);
     const DWORD pixel = PixelOf(*inside);
-    surface_->Change(bounds & clip_, [&](DWORD& at, int x, int y) {
+    Change(bounds, [&](DWORD& at, int x, int y) {
       if (Inside(corners, x, y)) at = pixel;
     });
   }
@@ -238,7 +198,7 @@ void HeadlessCanvas::Polygon(const std::vector<POINT>& corners, const Stroke* ed
 
 void HeadlessCanvas::Invert(const RECT& rect) {
   Note(Drawn::Kind::Invert, rect, 0);
-  surface_->Change(CRect(rect) & clip_, [](DWORD& at, int, int) { at ^= 0x00FFFFFFU; });
+  Change(rect, [](DWORD& at, int, int) { at ^= 0x00FFFFFFU; });
 }
 
 TEXTMETRIC HeadlessCanvas::Metrics() const {
@@ -256,8 +216,17 @@ void HeadlessCanvas::Text(POINT at, TextView text, COLORREF colour) {
   Note(Drawn::Kind::Text, CRect(at, HeadlessExtent(text)), colour, text);
 }
 
+void HeadlessCanvas::ClippedText(POINT at, TextView text, COLORREF colour, const RECT& within) {
+  Note(Drawn::Kind::Text, CRect(at, HeadlessExtent(text)) & within, colour, text);
+}
+
 void HeadlessCanvas::SetClip(const RECT* clip) {
-  clip_ = clip == nullptr ? limit_ : limit_ & *clip;
+  clip_ = limit_;
+  if (clip != nullptr) clip_.Keep(*clip);
+}
+
+bool HeadlessCanvas::Shows(const RECT& rect) const {
+  return !Open(rect).IsEmpty();
 }
 
 void HeadlessCanvas::Copy(const RECT& to, Canvas& from, POINT from_at) {
@@ -266,16 +235,15 @@ void HeadlessCanvas::Copy(const RECT& to, Canvas& from, POINT from_at) {
   const CSize by = CRect(to).TopLeft() - CPoint(from_at);
   // What lies outside the source is left as it is in the target.
   const CRect there = CRect(CPoint(0, 0), source->Size()) + by;
-  const CRect target = CRect(to) & clip_ & CRect(CPoint(0, 0), surface_->Size()) & there;
-  if (target.IsRectEmpty() != 0) return;
-  surface_->CopyFrom(*source->surface_, target - by, target.TopLeft());
+  for (const CRect& part : Parts(CRect(to) & there))
+    surface_->CopyFrom(*source->surface_, part - by, part.TopLeft());
 }
 
 void HeadlessCanvas::Image(const PixelImage& image, const RECT& to) {
   const CRect box(to);
   if (image.pixels == nullptr || image.width <= 0 || image.height <= 0 || box.IsRectEmpty() != 0) return;
   Note(Drawn::Kind::Image, box, 0);
-  surface_->Change(box & clip_, [&](DWORD& at, int x, int y) {
+  Change(box, [&](DWORD& at, int x, int y) {
     const std::int64_t from_x = Far(box.left, x) * image.width / Far(box.left, box.right);
     const std::int64_t from_y = Far(box.top, y) * image.height / Far(box.top, box.bottom);
     at = Blend(at, image.pixels[from_y * image.width + from_x]);

@@ -1,27 +1,20 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <vector>
 
 #include "framework/drawing/geometry.h"
+#include "framework/drawing/region.h"
 #include "framework/ports/canvas_port.h"
 #include "framework/text/cstring.h"
+#include "platform/headless/drawing/drawn_list.h"
 
 namespace lorv {
 
-// One thing that can be seen on a headless surface.
-struct Drawn {
-  enum class Kind : int { Fill, Gradient, Frame, Line, Polygon, Invert, Text, Image };
-  Kind kind = Kind::Fill;
-  CRect bounds;  // cut to the clip
-  COLORREF colour = 0;
-  CString text;
-  bool bold = false;
-};
-
 // What a headless window or bitmap looks like: the list of what is to be seen, in the order drawn, and the
-// pixels. What a fill covers leaves the list. Letters are in the list only, they have no pixels.
+// pixels. What fills cover leaves the list. Letters are in the list only, they have no pixels.
 // Any thread; the lock is held for one drawing call.
 class HeadlessSurface {
  public:
@@ -29,10 +22,13 @@ class HeadlessSurface {
 
   void Resize(SIZE size);
   SIZE Size() const;
+  int Dpi() const { return dpi_; }
+  void SetDpi(int dpi) { dpi_ = dpi; }
   std::vector<Drawn> List() const;
+  std::size_t Count() const;
   std::vector<DWORD> Pixels(const CRect& rect) const;
 
-  void Add(Drawn drawn);
+  void Add(Drawn drawn, Region seen, bool covers);
   void Paint(const CRect& rect, COLORREF colour);  // pixels alone
   template <class Step>
   void Change(const CRect& rect, Step change) {
@@ -49,9 +45,10 @@ class HeadlessSurface {
   }
   DWORD& At(int x, int y) { return pixels_[Index(x, y)]; }
 
+  std::atomic<int> dpi_{kUsualDpi};
   mutable std::mutex mutex_;
   CSize size_;
-  std::vector<Drawn> list_;
+  DrawnList list_;
   std::vector<DWORD> pixels_;
 };
 
@@ -64,9 +61,10 @@ COMM_LORV_API SIZE HeadlessExtent(TextView text);
 class COMM_LORV_API HeadlessCanvas : public Canvas {
  public:
   // `limit` is what can be drawn on at all.
-  HeadlessCanvas(std::shared_ptr<HeadlessSurface> surface, const CRect& limit);
+  HeadlessCanvas(std::shared_ptr<HeadlessSurface> surface, Region limit);
 
   SIZE Size() const override { return surface_->Size(); }
+  int Dpi() const override { return surface_->Dpi(); }
   void Fill(const RECT& rect, COLORREF colour) override;
   void Gradient(const RECT& rect, COLORREF first, COLORREF last, bool downwards) override;
   void Frame(const RECT& rect, COLORREF colour, int width) override;
@@ -77,17 +75,26 @@ class COMM_LORV_API HeadlessCanvas : public Canvas {
   TEXTMETRIC Metrics() const override;
   SIZE Extent(TextView text) const override { return HeadlessExtent(text); }
   void Text(POINT at, TextView text, COLORREF colour) override;
+  void ClippedText(POINT at, TextView text, COLORREF colour, const RECT& within) override;
   void SetClip(const RECT* clip) override;
+  bool Shows(const RECT& rect) const override;
   void Copy(const RECT& to, Canvas& from, POINT from_at) override;
   void Image(const PixelImage& image, const RECT& to) override;
   std::vector<DWORD> Pixels(const RECT& rect) const override { return surface_->Pixels(rect); }
 
  private:
-  void Note(Drawn::Kind kind, const CRect& rect, COLORREF colour, TextView text = {});
+  void Note(Drawn::Kind kind, const CRect& rect, COLORREF colour, TextView text = {}, bool covers = false);
+  // The parts of the rectangle that can be drawn on.
+  Region Open(const CRect& rect) const;
+  std::vector<CRect> Parts(const CRect& rect) const { return Open(rect).Rects(); }
+  template <class Step>
+  void Change(const CRect& rect, Step change) {
+    for (const CRect& part : Parts(rect)) surface_->Change(part, change);
+  }
 
   std::shared_ptr<HeadlessSurface> surface_;
-  CRect limit_;
-  CRect clip_;
+  const Region limit_;
+  Region clip_;
   bool bold_ = false;
 };
 

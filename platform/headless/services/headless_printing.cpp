@@ -20,6 +20,18 @@ class RecordedJob : public PrintJob {
   }
 
   void Text(int x, int y, LPCTSTR text) override { Note(_T("text %d %d %s"), x, y, text); }
+  bool BeginPages(LPCTSTR document) override {
+    Note(_T("begin pages %s"), document);
+    return printing_.begins;
+  }
+
+  std::shared_ptr<Canvas> NextPage() override {
+    constexpr SIZE kPaper = {794, 1123};
+    printing_.pages.push_back(std::make_shared<HeadlessSurface>(kPaper));
+    Note(_T("page %d"), static_cast<int>(printing_.pages.size()));
+    return std::make_shared<HeadlessCanvas>(printing_.pages.back(), CRect(CPoint(0, 0), kPaper));
+  }
+
   void End() override { Note(_T("end")); }
 
  private:

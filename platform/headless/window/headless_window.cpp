@@ -19,6 +19,7 @@ HeadlessWindow::HeadlessWindow(HeadlessDesktop& desktop, HWND handle, const Wind
       home_(desktop),
       place_(request.place),
       surface_(std::make_shared<HeadlessSurface>(SIZE{0, 0})) {
+  DpiChanged();
   Measure();
 }
 
@@ -81,25 +82,15 @@ void HeadlessWindow::Raise() {
   if (Parent() == nullptr) home_.RaiseTop(Handle());
 }
 
-void HeadlessWindow::Invalidate(const RECT* rect) {
-  if (!Exists()) return;
-  const CRect client(ClientRect());
-  dirty_ |= rect == nullptr ? client : client & *rect;
-}
-
-void HeadlessWindow::Update() {
-  if (!Seen() || !Dirty()) return;
-  const auto keep = shared_from_this();
-  DeliverMessage(Handle(), WM_PAINT, 0, 0);
-  // A handler that paints nothing would be asked for ever.
-  dirty_.SetRectEmpty();
-}
-
 std::unique_ptr<Canvas> HeadlessWindow::PaintCanvas(RECT& dirty) {
-  dirty = dirty_;
-  const CRect limit = dirty_;
-  dirty_.SetRectEmpty();
+  const Region limit = TakeDirty();
+  dirty = limit.Bounds();
   return std::make_unique<HeadlessCanvas>(surface_, limit);
+}
+
+bool HeadlessWindow::ShiftPicture(const CRect& target, SIZE by) {
+  surface_->CopyFrom(*surface_, target - by, target.TopLeft());
+  return true;
 }
 
 void HeadlessWindow::PaintDefault() {
@@ -111,8 +102,8 @@ std::unique_ptr<Canvas> HeadlessWindow::ClientCanvas() {
   // Large enough for every size that the window may come to while the canvas lives.
   constexpr int kLimit = 1 << 20;
   if (!Exists())
-    return std::make_unique<HeadlessCanvas>(std::make_shared<HeadlessSurface>(SIZE{0, 0}), CRect());
-  return std::make_unique<HeadlessCanvas>(surface_, CRect(0, 0, kLimit, kLimit));
+    return std::make_unique<HeadlessCanvas>(std::make_shared<HeadlessSurface>(SIZE{0, 0}), Region());
+  return std::make_unique<HeadlessCanvas>(surface_, Region(CRect(0, 0, kLimit, kLimit)));
 }
 
 void HeadlessWindow::SetTimer(UINT_PTR id, UINT milliseconds) {

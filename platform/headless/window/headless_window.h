@@ -18,7 +18,6 @@ class HeadlessWindow : public WindowModel {
   HeadlessWindow(HeadlessDesktop& desktop, HWND handle, const WindowRequest& request);
 
   const std::shared_ptr<HeadlessSurface>& Surface() const { return surface_; }
-  bool Dirty() const override { return dirty_.IsRectEmpty() == 0; }
 
   void Place(const RECT& place) override;
   void Raise() override;
@@ -26,13 +25,10 @@ class HeadlessWindow : public WindowModel {
   RECT ClientRect() const override;
   POINT ClientOrigin() const override;
   SIZE FrameSize(SIZE client) const override;
-  void Invalidate(const RECT* rect) override;
-  void Update() override;
   std::unique_ptr<Canvas> PaintCanvas(RECT& dirty) override;
   std::unique_ptr<Canvas> ClientCanvas() override;
   void SetTimer(UINT_PTR id, UINT milliseconds) override;
   bool KillTimer(UINT_PTR id) override;
-  int Dpi() const override { return 96; }
 
  protected:
   // What a control shows of itself; here nothing.
@@ -40,6 +36,8 @@ class HeadlessWindow : public WindowModel {
   HeadlessDesktop& Home() const { return home_; }
   void PlaceChanged() override;
   void PaintDefault() override;
+  bool ShiftPicture(const CRect& target, SIZE by) override;
+  void DpiChanged() override { surface_->SetDpi(Dpi()); }
 
  private:
   friend class HeadlessDesktop;
@@ -53,7 +51,6 @@ class HeadlessWindow : public WindowModel {
 
   HeadlessDesktop& home_;
   CRect place_;
-  CRect dirty_;
   mutable std::mutex mutex_;  // over client_, which any thread asks for
   CSize client_;
   std::shared_ptr<HeadlessSurface> surface_;

@@ -53,12 +53,12 @@ void QtControl::AskToPaint() {
 // and what it then draws is shown by the next round.
 bool QtControl::TakePaint(QObject* receiver, QPaintEvent& event) {
   if (receiver != Pane() || MappedWindow(Handle()) == nullptr) return false;
-  if (!std::exchange(asked_, false)) WantPaint(CRect(ClientRect()));
+  if (!std::exchange(asked_, false)) WantPaint();
   if (natively_) return false;
   QPainter painter(Pane());
   const Edges edges = Margins();
   const QPoint at = Pane() == Widget() ? QPoint(edges.left, edges.top) : QPoint(0, 0);
-  Surface().Show(painter, at, event.rect());
+  ShowSurface(painter, at, event);
   return true;
 }
 

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <QWidget>
 #include <algorithm>
+#include <cmath>
+#include <iterator>
 
 #include "framework/objects/exceptions.h"
 #include "platform/qt/controls/qt_button.h"
@@ -25,6 +27,37 @@ bool HasScreen() {
   return named("QT_QPA_PLATFORM") || named("DISPLAY") || named("WAYLAND_DISPLAY");
 }
 
+// The program counts the pixels of the screen, as it does elsewhere: a larger screen has more of them to the
+// inch, and nothing is drawn smaller and blown up. The scale that the user asks for becomes dots an inch.
+// In force while the application is made.
+class InRealPixels {
+ public:
+  InRealPixels() {
+    constexpr int kLeast = 24;
+    const int dots = static_cast<int>(std::lround(kUsualDpi * qEnvironmentVariable(kFactor).toDouble()));
+    qputenv(kScaling, "0");
+    qunsetenv(kFactor);
+    if (dots >= kLeast && !qEnvironmentVariableIsSet(kDots)) qputenv(kDots, QByteArray::number(dots));
+  }
+  InRealPixels(const InRealPixels&) = delete;
+  InRealPixels& operator=(const InRealPixels&) = delete;
+  // Programs that this one starts find what it found.
+  ~InRealPixels() {
+    for (std::size_t i = 0; i < std::size(kNames); ++i)
+      before_[i].isNull() ? qunsetenv(kNames[i]) : qputenv(kNames[i], before_[i]);
+  }
+
+ private:
+  static constexpr const char* kFactor = "QT_SCALE_FACTOR";
+  static constexpr const char* kScaling = "QT_ENABLE_HIGHDPI_SCALING";
+  static constexpr const char* kDots = "QT_FONT_DPI";
+  static constexpr const char* kNames[] = {kFactor, kScaling, kDots};
+  static QByteArray Value(const char* name) {
+    return qEnvironmentVariableIsSet(name) ? qgetenv(name) : QByteArray();
+  }
+  const QByteArray before_[3] = {Value(kFactor), Value(kScaling), Value(kDots)};
+};
+
 // The widget set wants its arguments for as long as it lives. That is to the end of the process: ended among
 // the process's other objects it would reach for some that are gone already.
 void ProvideApplication() {
@@ -33,6 +66,7 @@ void ProvideApplication() {
   static char* arguments[] = {name, nullptr};
   if (qobject_cast<QApplication*>(QApplication::instance()) != nullptr) return;
   if (QApplication::instance() != nullptr || !HasScreen()) AfxThrowResourceException();
+  const InRealPixels counted;
   static const QApplication* const application = new QApplication(count, arguments);
   static_cast<void>(application);
   QApplication::setQuitOnLastWindowClosed(false);
@@ -43,6 +77,7 @@ void ProvideApplication() {
 QtDesk::QtDesk() {
   ProvideApplication();
   mailbox_ = std::make_shared<QtMailbox>();
+  WatchScreens();
 }
 
 QtDesk::~QtDesk() {

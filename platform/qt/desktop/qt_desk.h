@@ -19,6 +19,8 @@
 #include "platform/qt/services/qt_services.h"
 #include "platform/qt/window/qt_window.h"
 
+class QScreen;
+
 namespace lorv {
 
 // Where errands for the thread of the windows are left, by any thread; closed when the desktop ends.
@@ -81,6 +83,7 @@ class QtDesk : public DesktopModel, public QtServices {
   CString ClipboardText() const override;
   bool SetClipboardText(const CString& text) override;
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
+  int Dpi() const override;
   std::unique_ptr<ProgressDialog> MakeProgress() override;
 
   // For windows.
@@ -144,6 +147,10 @@ class QtDesk : public DesktopModel, public QtServices {
   int CaptionHeight() const override;
 
  private:
+  void WatchScreens();
+  void WatchScreen(QScreen* screen);
+  void MeasureScreen();
+  void ReportScreens();
   bool WorkPosted();
   void PaintAll();
   bool MayEnd(std::uint64_t born) const { return live_events_.empty() || live_events_.back() <= born; }
@@ -167,6 +174,9 @@ class QtDesk : public DesktopModel, public QtServices {
   bool menu_up_ = false;
   bool paint_wanted_ = false;
   int inner_loops_ = 0;
+  std::atomic<int> dpi_{kUsualDpi};  // of the first screen
+  std::atomic<double> ratio_{1};
+  QObject screens_;  // ends what is connected to it
 };
 
 }  // namespace lorv

@@ -11,7 +11,7 @@ class QWidget;
 //
 // What a window class does arrives at the widgets by number (WindowPeer::Default); what the user does at the
 //   widgets arrives at the window class as messages, in the platform's order.
-// Units: pixels as Qt counts them on the window's screen.
+// Units: pixels of the screen, where the first desktop made the QApplication; else as Qt counts them.
 // Edges: where Qt has no answer docs/windows-qt.md says what is given instead.
 // The first desktop makes the QApplication if the program has none; that one stays to the end of the process.
 // Where no screen is named in the environment, or the program has an application object without windows,

@@ -1,5 +1,7 @@
 #include <QApplication>
 #include <QCursor>
+#include <QImage>
+#include <QPixmap>
 #include <QTimer>
 #include <QWidget>
 #include <algorithm>
@@ -115,6 +117,12 @@ void QtDesk::SetCursor(int shape) {
   const auto window = Window(Capture() != nullptr ? Capture() : Hovered());
   const auto known = shapes.find(shape);
   if (window == nullptr) return;
+  if (const OwnCursor* const own = CursorOf(shape)) {
+    const QImage picture(reinterpret_cast<const uchar*>(own->pixels.data()), own->size.cx, own->size.cy,
+                         QImage::Format_ARGB32);
+    window->Pane()->setCursor(QCursor(QPixmap::fromImage(picture.copy()), own->point.x, own->point.y));
+    return;
+  }
   window->Pane()->setCursor(known == shapes.end() ? Qt::ArrowCursor : known->second);
 }
 

@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QStyle>
 #include <QWidget>
+#include <cmath>
 
 #include "platform/qt/desktop/qt_desk.h"
 #include "platform/qt/desktop/qt_text.h"
@@ -53,6 +54,38 @@ const QScreen* ScreenNear(POINT at) {
 
 }  // namespace
 
+int QtDesk::Dpi() const {
+  return dpi_;
+}
+
+void QtDesk::WatchScreens() {
+  MeasureScreen();
+  for (QScreen* const screen : QGuiApplication::screens()) WatchScreen(screen);
+  QObject::connect(qGuiApp, &QGuiApplication::screenAdded, &screens_,
+                   [this](QScreen* screen) { WatchScreen(screen); });
+}
+
+void QtDesk::WatchScreen(QScreen* screen) {
+  QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, &screens_, [this] {
+    MeasureScreen();
+    // Each window is told in its turn, not in the middle of the change.
+    mailbox_->Leave([this] { ReportScreens(); });
+  });
+}
+
+void QtDesk::MeasureScreen() {
+  const QScreen* const screen = QGuiApplication::primaryScreen();
+  if (screen == nullptr) return;
+  dpi_ = static_cast<int>(std::lround(screen->logicalDotsPerInchY()));
+  ratio_ = screen->devicePixelRatio();
+  SetDialogDpi(dpi_);
+}
+
+void QtDesk::ReportScreens() {
+  for (const HWND top : std::vector<HWND>(Windows()))
+    if (const auto window = Window(top)) window->ScreenChanged();
+}
+
 RECT QtDesk::WorkArea(POINT near_by) const {
   const QScreen* const screen = ScreenNear(near_by);
   return screen == nullptr ? CRect() : FromQt(screen->availableGeometry());
@@ -83,7 +116,9 @@ LOGFONT QtDesk::DialogFont() const {
 }
 
 std::unique_ptr<Canvas> QtDesk::MakeCanvas(SIZE size) const {
-  return std::make_unique<QtCanvas>(std::make_shared<QtSurface>(size), CRect(CPoint(0, 0), size));
+  auto surface = std::make_shared<QtSurface>(size, nullptr, ratio_.load());
+  surface->SetDpi(dpi_);
+  return std::make_unique<QtCanvas>(std::move(surface), Region(CRect(CPoint(0, 0), size)));
 }
 
 // The language in use, with the number that the platform has for it; others answer as English.

@@ -1,17 +1,99 @@
 #include "platform/qt/drawing/qt_canvas.h"
 
-#include <QFontMetrics>
 #include <QPainter>
+#include <QRegion>
 #include <algorithm>
+#include <atomic>
 #include <cmath>
-#include <cstdlib>
 #include <cstring>
 
+#include "framework/drawing/line_runs.h"
 #include "platform/qt/desktop/qt_text.h"
 #include "platform/qt/drawing/qt_fonts.h"
+#include "platform/qt/drawing/qt_text_cache.h"
 
 namespace lorv {
+
+// The painter of a canvas' ground for the time of one call, set to the canvas' clip.
+class QtDrawing {
+ public:
+  // `within` narrows the clip for this call.
+  QtDrawing(const QtCanvas& canvas, const CRect& bounds, const RECT* within = nullptr)
+      : ground_(*canvas.ground_), part_(bounds & canvas.clip_) {
+    if (within != nullptr) part_ &= *within;
+    if (part_.IsRectEmpty() != 0) return;
+    painter_ = ground_.Open(part_);
+    if (painter_ != nullptr) UseClip(canvas, within);
+  }
+  QtDrawing(const QtDrawing&) = delete;
+  QtDrawing& operator=(const QtDrawing&) = delete;
+  ~QtDrawing() {
+    if (painter_ != nullptr) ground_.Close(part_);
+  }
+
+  explicit operator bool() const { return painter_ != nullptr; }
+  QPainter* operator->() const { return painter_; }
+  const CRect& Part() const { return part_; }
+
+  // In whole pixels of the picture, whatever one counted pixel is: so edges are never between two of them.
+  void Fill(const CRect& rect, const QColor& colour) const {
+    const double ratio = ground_.Ratio();
+    if (ratio == 1) return painter_->fillRect(ToQt(rect), colour);
+    const auto snapped = [ratio](LONG at) { return std::round(at * ratio) / ratio; };
+    // What is one pixel thin stays as thin everywhere.
+    const auto length = [&](LONG from, LONG to) {
+      return to - from == 1 ? std::max(std::floor(ratio), 1.0) / ratio : snapped(to) - snapped(from);
+    };
+    painter_->fillRect(QRectF(snapped(rect.left), snapped(rect.top), length(rect.left, rect.right),
+                              length(rect.top, rect.bottom)),
+                       colour);
+  }
+  void UseFace(const QtFace& face) const {
+    if (ground_.setting_.face == face.number) return;
+    painter_->setFont(face.font);
+    ground_.setting_.face = face.number;
+  }
+  void UseInk(COLORREF colour) const {
+    QtGround::Setting& setting = ground_.setting_;
+    if (setting.inked && setting.ink == colour) return;
+    painter_->setPen(ToQt(colour));
+    setting.inked = true;
+    setting.ink = colour;
+  }
+  void ForgetInk() const { ground_.setting_.inked = false; }
+
+ private:
+  void UseClip(const QtCanvas& canvas, const RECT* within) const {
+    QtGround::Setting& setting = ground_.setting_;
+    if (within == nullptr && setting.canvas == canvas.number_ && setting.clip == canvas.clip_number_) return;
+    // The faces are numbered by thread, and a canvas is drawn on by one of them.
+    if (setting.canvas != canvas.number_) setting.face = 0;
+    const CRect clip = within == nullptr ? canvas.clip_ : canvas.clip_ & *within;
+    if (canvas.clip_parts_.IsEmpty()) {
+      painter_->setClipRect(ToQt(clip));
+    } else {
+      QRegion parts;
+      for (const CRect& part : canvas.clip_parts_.Rects()) parts += ToQt(part & clip);
+      painter_->setClipRegion(parts);
+    }
+    setting.canvas = canvas.number_;
+    setting.clip = within == nullptr ? canvas.clip_number_ : 0;
+  }
+
+  QtGround& ground_;
+  CRect part_;
+  QPainter* painter_ = nullptr;
+};
+
 namespace {
+
+// Shaping a text for keeping takes thrice as long as drawing it: a painting does so for some only.
+constexpr int kShapingsForOne = 128;
+
+std::uint64_t NextNumber() {
+  static std::atomic<std::uint64_t> last{0};
+  return ++last;
+}
 
 int Between(int first, int last, int at, int length) {
   return length <= 1 ? first : first + (last - first) * at / (length - 1);
@@ -23,226 +105,189 @@ QColor Mixed(COLORREF first, COLORREF last, int at, int length) {
                 Between(GetBValue(first), GetBValue(last), at, length));
 }
 
-// Whether the step of a line is drawn in that style.
-bool Inked(int style, int step) {
-  constexpr int kDash = 4;
-  constexpr int kPeriod = 6;
-  if (style == PS_DOT) return step % 2 == 0;
-  return style != PS_DASH || step % kPeriod < kDash;
-}
-
-void DrawSteps(QPainter& painter, POINT from, POINT to, const Stroke& stroke) {
-  const int across = to.x - from.x;
-  const int down = to.y - from.y;
-  const int steps = std::max(std::abs(across), std::abs(down));
-  const QColor colour = ToQt(stroke.colour);
-  for (int i = 0; i < steps; ++i)
-    if (Inked(stroke.style, i))
-      painter.fillRect(from.x + across * i / steps, from.y + down * i / steps, stroke.width, stroke.width,
-                       colour);
+QStaticText Shaped(const QString& text, const QFont& font) {
+  QStaticText shaped(text);
+  shaped.setTextFormat(Qt::PlainText);
+  shaped.setPerformanceHint(QStaticText::AggressiveCaching);
+  shaped.prepare(QTransform(), font);
+  return shaped;
 }
 
 }  // namespace
 
-QtSurface::QtSurface(SIZE size, std::function<void()> changed)
-    : size_(std::max(size.cx, 0), std::max(size.cy, 0)), changed_(std::move(changed)) {}
-
-void QtSurface::Resize(SIZE size, double ratio) {
-  const std::lock_guard<std::mutex> lock(mutex_);
-  const CSize fresh(std::max(size.cx, 0), std::max(size.cy, 0));
-  if (fresh == size_ && ratio == ratio_) return;
-  size_ = fresh;
-  ratio_ = ratio;
-  if (image_.isNull()) return;
-  const QImage before = std::exchange(image_, QImage());
-  Provide();
-  if (image_.isNull()) return;
-  QPainter painter(&image_);
-  painter.drawImage(QPoint(0, 0), before);
+QtCanvas::QtCanvas(std::shared_ptr<QtGround> ground, Region limit)
+    : ground_(std::move(ground)),
+      number_(NextNumber()),
+      limit_(std::move(limit)),
+      description_(DialogFace()),
+      shapings_left_(kShapingsForOne) {
+  SetClip(nullptr);
 }
 
-void QtSurface::Provide() {
-  if (!image_.isNull() || size_.cx == 0 || size_.cy == 0) return;
-  const auto device = [this](int length) { return static_cast<int>(std::ceil(length * ratio_)); };
-  image_ = QImage(device(size_.cx), device(size_.cy), QImage::Format_RGB32);
-  if (image_.isNull()) return;
-  image_.setDevicePixelRatio(ratio_);
-  image_.fill(Qt::white);
+QtCanvas::~QtCanvas() {
+  ground_->Leave(number_);
 }
 
-SIZE QtSurface::Size() const {
-  const std::lock_guard<std::mutex> lock(mutex_);
-  return size_;
+void QtCanvas::SetClip(const RECT* clip) {
+  clip_parts_ = limit_;
+  if (clip != nullptr) clip_parts_.Keep(*clip);
+  clip_ = clip_parts_.Bounds();
+  if (clip_parts_.Rects().size() <= 1) clip_parts_.Clear();
+  ++clip_number_;
 }
 
-void QtSurface::Draw(const CRect& clip, const CRect& bounds, const std::function<void(QPainter&)>& draw) {
-  bool first = false;
-  {
-    const std::lock_guard<std::mutex> lock(mutex_);
-    const CRect part = CRect(CPoint(0, 0), static_cast<SIZE>(size_)) & clip & bounds;
-    if (part.IsRectEmpty() != 0) return;
-    Provide();
-    if (image_.isNull()) return;
-    QPainter painter(&image_);
-    painter.setClipRect(ToQt(part));
-    draw(painter);
-    first = changed_part_.IsRectEmpty() != 0;
-    changed_part_ |= part;
-  }
-  if (first && changed_) changed_();
-}
-
-void QtSurface::Show(QPainter& screen, QPoint at, const QRect& part) const {
-  const std::lock_guard<std::mutex> lock(mutex_);
-  screen.setClipRect(part & QRect(at, QSize(size_.cx, size_.cy)), Qt::IntersectClip);
-  if (image_.isNull()) {
-    screen.fillRect(part, Qt::white);
-  } else {
-    screen.drawImage(at, image_);
-  }
-}
-
-QImage QtSurface::Part(const CRect& rect) const {
-  const std::lock_guard<std::mutex> lock(mutex_);
-  QImage part(std::max(rect.Width(), 0), std::max(rect.Height(), 0), QImage::Format_ARGB32);
-  part.fill(Qt::transparent);
-  if (part.isNull()) return part;
-  QPainter painter(&part);
-  painter.setClipRect(QRect(-rect.left, -rect.top, size_.cx, size_.cy));
-  if (image_.isNull()) {
-    painter.fillRect(part.rect(), Qt::white);
-  } else {
-    painter.drawImage(QPoint(-rect.left, -rect.top), image_);
-  }
-  return part;
-}
-
-CRect QtSurface::TakeChanged() {
-  const std::lock_guard<std::mutex> lock(mutex_);
-  return std::exchange(changed_part_, CRect());
-}
-
-QtCanvas::QtCanvas(std::shared_ptr<QtSurface> surface, const CRect& limit)
-    : surface_(std::move(surface)), limit_(limit), clip_(limit), font_(FontOf(DialogFace())) {}
-
-void QtCanvas::Draw(const CRect& bounds, const std::function<void(QPainter&)>& draw) {
-  surface_->Draw(clip_, bounds, draw);
+bool QtCanvas::Shows(const RECT& rect) const {
+  const CRect seen = clip_ & rect & CRect(CPoint(0, 0), Size());
+  return seen.IsRectEmpty() == 0 && (clip_parts_.IsEmpty() || clip_parts_.Touches(seen));
 }
 
 void QtCanvas::Fill(const RECT& rect, COLORREF colour) {
-  Draw(rect, [&](QPainter& painter) { painter.fillRect(ToQt(rect), ToQt(colour)); });
+  if (const QtDrawing drawing(*this, rect); drawing) drawing.Fill(rect, ToQt(colour));
 }
 
 void QtCanvas::Gradient(const RECT& rect, COLORREF first, COLORREF last, bool downwards) {
   const CRect box(rect);
+  const QtDrawing drawing(*this, box);
+  if (!drawing) return;
+  const CRect part = drawing.Part();
   const int length = downwards ? box.Height() : box.Width();
-  Draw(box, [&](QPainter& painter) {
-    for (int i = 0; i < length; ++i)
-      painter.fillRect(downwards ? QRect(box.left, box.top + i, box.Width(), 1)
-                                 : QRect(box.left + i, box.top, 1, box.Height()),
-                       Mixed(first, last, i, length));
-  });
+  const int start = downwards ? box.top : box.left;
+  for (int at = downwards ? part.top : part.left; at < (downwards ? part.bottom : part.right); ++at)
+    drawing.Fill(downwards ? CRect(box.left, at, box.right, at + 1) : CRect(at, box.top, at + 1, box.bottom),
+                 Mixed(first, last, at - start, length));
 }
 
 void QtCanvas::Frame(const RECT& rect, COLORREF colour, int width) {
-  Draw(rect, [&](QPainter& painter) {
-    const QRect box = ToQt(rect);
-    painter.setClipRegion(QRegion(box) - box.adjusted(width, width, -width, -width), Qt::IntersectClip);
-    painter.fillRect(box, ToQt(colour));
-  });
+  const CRect box(rect);
+  if (width <= 0 || box.IsRectEmpty() != 0) return;
+  const QtDrawing drawing(*this, box);
+  if (!drawing) return;
+  const QColor ink = ToQt(colour);
+  if (width >= (box.Width() + 1) / 2 || width >= (box.Height() + 1) / 2) return drawing.Fill(box, ink);
+  drawing.Fill(CRect(box.left, box.top, box.right, box.top + width), ink);
+  drawing.Fill(CRect(box.left, box.bottom - width, box.right, box.bottom), ink);
+  drawing.Fill(CRect(box.left, box.top + width, box.left + width, box.bottom - width), ink);
+  drawing.Fill(CRect(box.right - width, box.top + width, box.right, box.bottom - width), ink);
 }
 
 void QtCanvas::Line(POINT from, POINT to, const Stroke& stroke) {
-  if (stroke.style == PS_NULL) return;
-  CRect bounds(from, to);
-  bounds.NormalizeRect();
-  bounds.right = std::max(bounds.right, bounds.left) + stroke.width;
-  bounds.bottom = std::max(bounds.bottom, bounds.top) + stroke.width;
-  Draw(bounds, [&](QPainter& painter) { DrawSteps(painter, from, to, stroke); });
+  const auto runs = LineRuns(from, to, stroke, clip_ & CRect(CPoint(0, 0), Size()));
+  if (runs.empty()) return;
+  CRect bounds;
+  for (const CRect& run : runs) bounds |= run;
+  const QtDrawing drawing(*this, bounds);
+  if (!drawing) return;
+  const QColor ink = ToQt(stroke.colour);
+  for (const CRect& run : runs) drawing.Fill(run, ink);
 }
 
 void QtCanvas::Polygon(const std::vector<POINT>& corners, const Stroke* edge, const COLORREF* inside) {
   if (corners.size() < 2) return;
   QPolygon polygon;
   for (const POINT& corner : corners) polygon << ToQt(corner);
-  if (inside != nullptr) {
-    Draw(FromQt(polygon.boundingRect()), [&](QPainter& painter) {
-      painter.setPen(Qt::NoPen);
-      painter.setBrush(ToQt(*inside));
-      painter.drawPolygon(polygon);
-    });
+  if (const QtDrawing drawing(*this, FromQt(polygon.boundingRect())); drawing && inside != nullptr) {
+    drawing->setPen(Qt::NoPen);
+    drawing->setBrush(ToQt(*inside));
+    drawing->drawPolygon(polygon);
+    drawing.ForgetInk();
   }
   if (edge == nullptr) return;
   for (std::size_t i = 0; i < corners.size(); ++i) Line(corners[i], corners[(i + 1) % corners.size()], *edge);
 }
 
 void QtCanvas::Invert(const RECT& rect) {
-  Draw(rect, [&](QPainter& painter) {
-    painter.setCompositionMode(QPainter::RasterOp_SourceXorDestination);
-    painter.fillRect(ToQt(rect), Qt::white);
-  });
+  const QtDrawing drawing(*this, rect);
+  if (!drawing) return;
+  drawing->setCompositionMode(QPainter::RasterOp_SourceXorDestination);
+  drawing.Fill(rect, Qt::white);
+  drawing->setCompositionMode(QPainter::CompositionMode_SourceOver);
 }
 
 void QtCanvas::SetFont(const LOGFONT& font) {
-  font_ = FontOf(font);
+  if (std::memcmp(&font, &description_, sizeof(font)) == 0) return;
+  description_ = font;
+  face_ = nullptr;
+}
+
+const QtFace& QtCanvas::Face(QtTextCache& cache) const {
+  if (face_ == nullptr || cache_ != &cache || cache_age_ != cache.Age()) {
+    face_ = &cache.Face(description_);
+    cache_ = &cache;
+    cache_age_ = cache.Age();
+  }
+  return *face_;
 }
 
 TEXTMETRIC QtCanvas::Metrics() const {
-  const QFontMetrics measured(font_);
-  TEXTMETRIC metrics = {};
-  metrics.tmHeight = measured.height();
-  metrics.tmAscent = measured.ascent();
-  metrics.tmDescent = measured.height() - measured.ascent();
-  metrics.tmInternalLeading = std::max(measured.height() - font_.pixelSize(), 0);
-  metrics.tmExternalLeading = std::max(measured.leading(), 0);
-  metrics.tmAveCharWidth = measured.averageCharWidth();
-  metrics.tmMaxCharWidth = measured.maxWidth();
-  metrics.tmWeight = font_.bold() ? FW_BOLD : FW_NORMAL;
-  metrics.tmItalic = font_.italic() ? 1 : 0;
-  return metrics;
+  return Face(QtTextCache::Here()).metrics;
 }
 
 SIZE QtCanvas::Extent(TextView text) const {
-  const QFontMetrics measured(font_);
-  return {measured.horizontalAdvance(ToQt(text)), measured.height()};
+  QtTextCache& cache = QtTextCache::Here();
+  const QtFace& face = Face(cache);
+  return {cache.Advance(face, text), face.metrics.tmHeight};
 }
 
 void QtCanvas::Text(POINT at, TextView text, COLORREF colour) {
-  const QFontMetrics measured(font_);
-  const QString line = ToQt(text);
-  // Letters may hang over their advance at both ends.
-  const int over = measured.height();
-  const CRect bounds(at.x - over, at.y, at.x + measured.horizontalAdvance(line) + over,
-                     at.y + measured.height());
-  Draw(bounds, [&](QPainter& painter) {
-    painter.setFont(font_);
-    painter.setPen(ToQt(colour));
-    painter.drawText(QPoint(at.x, at.y + measured.ascent()), line);
-  });
+  PutText(at, text, colour, nullptr);
 }
 
-void QtCanvas::SetClip(const RECT* clip) {
-  clip_ = clip == nullptr ? limit_ : limit_ & *clip;
+void QtCanvas::ClippedText(POINT at, TextView text, COLORREF colour, const RECT& within) {
+  PutText(at, text, colour, &within);
+}
+
+void QtCanvas::PutText(POINT at, TextView text, COLORREF colour, const RECT* within) {
+  QtTextCache& cache = QtTextCache::Here();
+  const QtFace& face = Face(cache);
+  const int advance = cache.Advance(face, text);
+  // Letters may hang over their advance at both ends.
+  const int over = face.metrics.tmHeight;
+  const CRect bounds(at.x - over, at.y, at.x + advance + over, at.y + face.metrics.tmHeight);
+  const QtDrawing drawing(*this, bounds, within);
+  if (!drawing) return;
+  drawing.UseFace(face);
+  drawing.UseInk(colour);
+  QtRun* const run = cache.Run(face, text);
+  if (run != nullptr && !run->shaped && run->drawn && shapings_left_ > 0) {
+    --shapings_left_;
+    run->shaped = Shaped(ToQt(text), face.font);
+  }
+  if (run != nullptr && run->shaped) return drawing->drawStaticText(ToQt(at), *run->shaped);
+  if (run != nullptr) run->drawn = true;
+  drawing->drawText(QPoint(at.x, at.y + face.metrics.tmAscent), ToQt(text));
 }
 
 void QtCanvas::Copy(const RECT& to, Canvas& from, POINT from_at) {
   const auto* const source = dynamic_cast<QtCanvas*>(&from);
-  const CRect target(to);
-  if (source == nullptr || target.IsRectEmpty() != 0) return;
+  if (source == nullptr) return;
+  const CSize by = CRect(to).TopLeft() - CPoint(from_at);
   // What lies outside the source is left as it is in the target.
-  const QImage part = source->surface_->Part(CRect(CPoint(from_at), target.Size()));
-  Draw(target, [&](QPainter& painter) { painter.drawImage(ToQt(target.TopLeft()), part); });
+  const CRect target = CRect(to) & (CRect(CPoint(0, 0), source->Size()) + by) & clip_;
+  if (target.IsRectEmpty() != 0) return;
+  const QImage part = source->ground_->Part(target - by);
+  if (part.isNull()) return;
+  if (const QtDrawing drawing(*this, target); drawing) drawing->drawImage(ToQt(target.TopLeft()), part);
 }
 
 void QtCanvas::Image(const PixelImage& image, const RECT& to) {
   if (image.pixels == nullptr || image.width <= 0 || image.height <= 0) return;
   const QImage shown(reinterpret_cast<const uchar*>(image.pixels), image.width, image.height,
                      static_cast<qsizetype>(image.width) * 4, QImage::Format_ARGB32);
-  Draw(to, [&](QPainter& painter) { painter.drawImage(ToQt(to), shown); });
+  if (const QtDrawing drawing(*this, to); drawing) drawing->drawImage(ToQt(to), shown);
 }
 
 std::vector<DWORD> QtCanvas::Pixels(const RECT& rect) const {
-  return PixelsOf(surface_->Part(rect));
+  const CRect wanted(rect);
+  if (wanted.IsRectEmpty() != 0) return {};
+  QImage pixels(wanted.Width(), wanted.Height(), QImage::Format_ARGB32);
+  pixels.fill(Qt::transparent);
+  const CRect there = wanted & CRect(CPoint(0, 0), Size());
+  const QImage part = there.IsRectEmpty() != 0 ? QImage() : ground_->Part(there);
+  if (!part.isNull()) {
+    QPainter painter(&pixels);
+    painter.drawImage(ToQt(there.TopLeft() - static_cast<SIZE>(CSize(wanted.TopLeft()))), part);
+  }
+  return PixelsOf(pixels);
 }
 
 std::vector<DWORD> PixelsOf(const QImage& image) {

@@ -1,51 +1,25 @@
 #pragma once
 
-#include <QFont>
-#include <QImage>
-#include <QRegion>
-#include <functional>
 #include <memory>
-#include <mutex>
 
 #include "framework/drawing/geometry.h"
+#include "framework/drawing/region.h"
 #include "framework/ports/canvas_port.h"
-
-class QPainter;
+#include "platform/qt/drawing/qt_ground.h"
 
 namespace lorv {
 
-// What a window looks like, kept as an image under a lock: so a window can be drawn on at any time and from
-// any thread, where Qt allows it on the screen in one event only. That event merely copies.
-class QtSurface {
- public:
-  // `changed` is called, from whatever thread draws, when something is to be brought to the screen.
-  explicit QtSurface(SIZE size, std::function<void()> changed = {});
-
-  // Keeps what is there; new ground is white.
-  void Resize(SIZE size, double ratio);
-  SIZE Size() const;
-  void Draw(const CRect& clip, const CRect& bounds, const std::function<void(QPainter&)>& draw);
-  void Show(QPainter& screen, QPoint at, const QRect& part) const;
-  QImage Part(const CRect& rect) const;
-  CRect TakeChanged();
-
- private:
-  void Provide();
-
-  mutable std::mutex mutex_;
-  CSize size_;
-  double ratio_ = 1;
-  QImage image_;  // made when first drawn on
-  CRect changed_part_;
-  const std::function<void()> changed_;
-};
+struct QtFace;
+class QtTextCache;
 
 class QtCanvas : public Canvas {
  public:
   // `limit` is what can be drawn on at all.
-  QtCanvas(std::shared_ptr<QtSurface> surface, const CRect& limit);
+  QtCanvas(std::shared_ptr<QtGround> ground, Region limit);
+  ~QtCanvas() override;
 
-  SIZE Size() const override { return surface_->Size(); }
+  SIZE Size() const override { return ground_->Size(); }
+  int Dpi() const override { return ground_->Dpi(); }
   void Fill(const RECT& rect, COLORREF colour) override;
   void Gradient(const RECT& rect, COLORREF first, COLORREF last, bool downwards) override;
   void Frame(const RECT& rect, COLORREF colour, int width) override;
@@ -56,18 +30,31 @@ class QtCanvas : public Canvas {
   TEXTMETRIC Metrics() const override;
   SIZE Extent(TextView text) const override;
   void Text(POINT at, TextView text, COLORREF colour) override;
+  void ClippedText(POINT at, TextView text, COLORREF colour, const RECT& within) override;
   void SetClip(const RECT* clip) override;
+  bool Shows(const RECT& rect) const override;
   void Copy(const RECT& to, Canvas& from, POINT from_at) override;
   void Image(const PixelImage& image, const RECT& to) override;
   std::vector<DWORD> Pixels(const RECT& rect) const override;
 
  private:
-  void Draw(const CRect& bounds, const std::function<void(QPainter&)>& draw);
+  friend class QtDrawing;
+  const QtFace& Face(QtTextCache& cache) const;
+  void PutText(POINT at, TextView text, COLORREF colour, const RECT* within);
 
-  std::shared_ptr<QtSurface> surface_;
-  CRect limit_;
+  std::shared_ptr<QtGround> ground_;
+  const std::uint64_t number_;
+  const Region limit_;
+  // What can be drawn on now: one rectangle, or all of several.
   CRect clip_;
-  QFont font_;
+  Region clip_parts_;  // empty where `clip_` says it all
+  std::uint64_t clip_number_ = 0;
+  LOGFONT description_;
+  // Found again when the canvas is used by another thread.
+  mutable const QtTextCache* cache_ = nullptr;
+  mutable std::uint32_t cache_age_ = 0;
+  mutable const QtFace* face_ = nullptr;
+  int shapings_left_;
 };
 
 // An image's pixels row by row.

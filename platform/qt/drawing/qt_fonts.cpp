@@ -3,7 +3,9 @@
 #include <QFontDatabase>
 #include <QFontMetrics>
 #include <algorithm>
+#include <atomic>
 
+#include "framework/ports/canvas_port.h"
 #include "platform/models/message_values.h"
 #include "platform/qt/desktop/qt_text.h"
 
@@ -11,6 +13,7 @@ namespace lorv {
 namespace {
 
 constexpr int kDialogPixels = 12;
+std::atomic<int> dialog_dpi{kUsualDpi};
 
 QString ChineseFamily() {
   const QStringList families = QFontDatabase::families(QFontDatabase::SimplifiedChinese);
@@ -26,6 +29,12 @@ const QString& Chinese() {
 
 QString Installed(const QString& face) {
   return !face.isEmpty() && QFontDatabase::hasFamily(face) ? face : Chinese();
+}
+
+QFont PixelFont(int pixels) {
+  QFont font(Chinese());
+  font.setPixelSize(pixels);
+  return font;
 }
 
 TextView FaceOf(const LOGFONT& description) {
@@ -51,7 +60,7 @@ QFont FontOf(const LOGFONT& description) {
   font.setStrikeOut(description.lfStrikeOut != 0);
   const int height = std::clamp(description.lfHeight, -10000, 10000);
   if (height < 0) font.setPixelSize(-height);
-  if (height == 0) font.setPixelSize(kDialogPixels);
+  if (height == 0) font.setPixelSize(-DialogFace().lfHeight);
   if (height > 0) font.setPixelSize(PixelsForLine(font, height));
   return font;
 }
@@ -69,9 +78,14 @@ LOGFONT DescriptionOf(const QFont& font) {
 }
 
 LOGFONT DialogFace() {
-  QFont font(Chinese());
-  font.setPixelSize(kDialogPixels);
-  return DescriptionOf(font);
+  static const LOGFONT usual = DescriptionOf(PixelFont(kDialogPixels));
+  LOGFONT face = usual;
+  face.lfHeight = -std::max(kDialogPixels * dialog_dpi / kUsualDpi, 1);
+  return face;
+}
+
+void SetDialogDpi(int dpi) {
+  dialog_dpi = dpi;
 }
 
 }  // namespace lorv

@@ -13,7 +13,9 @@ namespace lorv {
 
 QFont FontOf(const LOGFONT& description);
 LOGFONT DescriptionOf(const QFont& font);
-// The font of dialogs: the Chinese face at 12 pixels.
+// The font of dialogs: the Chinese face at 9 points of the desktop's dots an inch, 12 pixels on the usual
+// screen.
 LOGFONT DialogFace();
+void SetDialogDpi(int dpi);
 
 }  // namespace lorv

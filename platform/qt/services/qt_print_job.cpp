@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "platform/qt/desktop/qt_text.h"
+#include "platform/qt/drawing/qt_canvas.h"
 #include "platform/qt/drawing/qt_fonts.h"
 #include "platform/qt/services/qt_services.h"
 
@@ -20,6 +21,29 @@ void Name(QPagedPaintDevice& paper, const QString& document) {
   if (auto* const printer = dynamic_cast<QPrinter*>(&paper)) printer->setDocName(document);
   if (auto* const file = dynamic_cast<QPdfWriter*>(&paper)) file->setTitle(document);
 }
+
+// A page that canvases draw on, until the next one begins.
+class QtPage : public QtGround {
+ public:
+  QtPage(const QPagedPaintDevice& paper, QPainter& painter)
+      : size_(paper.width(), paper.height()), dpi_(paper.logicalDpiY()), painter_(&painter) {}
+
+  SIZE Size() const override { return size_; }
+  int Dpi() const override { return dpi_; }
+  void Finish() {
+    if (painter_ != nullptr) painter_->setClipping(false);
+    painter_ = nullptr;
+  }
+
+ protected:
+  QPainter* Open(const CRect& /*part*/) override { return painter_; }
+  void Close(const CRect& /*part*/) override {}
+
+ private:
+  CSize size_;
+  int dpi_;
+  QPainter* painter_;
+};
 
 class QtPrintJob : public PrintJob {
  public:
@@ -50,7 +74,29 @@ class QtPrintJob : public PrintJob {
     painter_.drawText(corner + QPointF(0, QFontMetricsF(font_).ascent()), QString::fromUtf16(text));
   }
 
-  void End() override { painter_.end(); }
+  bool BeginPages(LPCTSTR document) override {
+    Name(*paper_, QString::fromUtf16(document));
+    return painter_.begin(paper_.get());
+  }
+
+  std::shared_ptr<Canvas> NextPage() override {
+    if (!painter_.isActive()) return nullptr;
+    if (page_ != nullptr) {
+      page_->Finish();
+      if (!paper_->newPage()) return nullptr;
+    }
+    page_ = std::make_shared<QtPage>(*paper_, painter_);
+    return std::make_shared<QtCanvas>(page_, CRect(CPoint(0, 0), page_->Size()));
+  }
+
+  void End() override {
+    if (page_ != nullptr) page_->Finish();
+    painter_.end();
+  }
+
+  ~QtPrintJob() override {
+    if (page_ != nullptr) page_->Finish();
+  }
 
  private:
   double Across() const { return paper_->logicalDpiX(); }
@@ -59,6 +105,7 @@ class QtPrintJob : public PrintJob {
   std::unique_ptr<QPagedPaintDevice> paper_;
   QPainter painter_;  // ends before its paper
   QFont font_;
+  std::shared_ptr<QtPage> page_;
 };
 
 }  // namespace

@@ -201,7 +201,7 @@ bool QtBoard::TakePaint(QObject* receiver, QPaintEvent& event) {
       painter.drawRect(Widget()->rect().adjusted(0, 0, -1, -1));
     }
   }
-  Surface().Show(painter, QPoint(edges.left, edges.top), event.rect());
+  ShowSurface(painter, QPoint(edges.left, edges.top), event);
   return true;
 }
 

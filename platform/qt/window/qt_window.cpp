@@ -10,8 +10,8 @@
 #include "platform/qt/desktop/qt_text.h"
 #include "platform/qt/drawing/qt_fonts.h"
 
-// Place, state and painting of a window. Its life is in qt_window_life.cpp, its events in
-// qt_window_input.cpp.
+// Place and state of a window. Its painting is in qt_window_paint.cpp, its life in qt_window_life.cpp, its
+// events in qt_window_input.cpp.
 
 namespace lorv {
 
@@ -140,68 +140,6 @@ SIZE QtWindow::FrameSize(SIZE client) const {
   const QSize frame = Parent() == nullptr ? widget_->frameGeometry().size() - widget_->size() : QSize(0, 0);
   return {client.cx + edges.left + edges.right + frame.width(),
           client.cy + edges.top + edges.bottom + frame.height()};
-}
-
-void QtWindow::Invalidate(const RECT* rect) {
-  if (!Exists()) return;
-  const CRect client(ClientRect());
-  const CRect part = rect == nullptr ? client : client & *rect;
-  if (!PaintsSelf()) pane_->update();
-  WantPaint(part);
-}
-
-void QtWindow::WantPaint(const CRect& part) {
-  dirty_ |= part;
-  if (Dirty()) desk_.WantPaint();
-}
-
-void QtWindow::AskToPaint() {
-  DeliverMessage(Handle(), WM_PAINT, 0, 0);
-  // A handler that paints nothing would be asked for ever.
-  dirty_.SetRectEmpty();
-}
-
-void QtWindow::Update() {
-  if (!Seen()) return;
-  const auto keep = shared_from_this();
-  if (Dirty()) AskToPaint();
-  ShowChanges();
-}
-
-std::unique_ptr<Canvas> QtWindow::PaintCanvas(RECT& dirty) {
-  const CRect limit = std::exchange(dirty_, CRect());
-  dirty = limit;
-  auto canvas = std::make_unique<QtCanvas>(surface_, limit);
-  if (Exists() && limit.IsRectEmpty() == 0) EraseGround(*canvas, limit);
-  return canvas;
-}
-
-std::unique_ptr<Canvas> QtWindow::ClientCanvas() {
-  // Large enough for every size that the window may come to while the canvas lives.
-  constexpr int kLimit = 1 << 20;
-  return std::make_unique<QtCanvas>(surface_, CRect(0, 0, Exists() ? kLimit : 0, kLimit));
-}
-
-void QtWindow::ShowChanges() {
-  const CRect part = surface_->TakeChanged();
-  if (!Exists() || part.IsRectEmpty() != 0) return;
-  const QPoint at = pane_ == widget_ ? QPoint(Margins().left, Margins().top) : QPoint(0, 0);
-  pane_->update(ToQt(part).translated(at));
-}
-
-std::vector<DWORD> QtWindow::Picture(SIZE& size) {
-  size = {0, 0};
-  if (!Seen()) return {};
-  const auto keep = shared_from_this();
-  Update();
-  if (!Exists()) return {};
-  const QImage grabbed = widget_->grab().toImage().convertToFormat(QImage::Format_RGB32);
-  size = {grabbed.width(), grabbed.height()};
-  return PixelsOf(grabbed);
-}
-
-int QtWindow::Dpi() const {
-  return Exists() ? widget_->logicalDpiX() : 96;
 }
 
 }  // namespace lorv

@@ -30,7 +30,6 @@ class QtWindow : public WindowModel {
   QtWindow(QtDesk& desk, HWND handle, const WindowRequest& request);
 
   QWidget* Widget() const { return widget_; }
-  bool Dirty() const override { return dirty_.IsRectEmpty() == 0; }
 
   void Place(const RECT& place) override;
   void Raise() override;
@@ -38,19 +37,18 @@ class QtWindow : public WindowModel {
   RECT ClientRect() const override;
   POINT ClientOrigin() const override;
   SIZE FrameSize(SIZE client) const override;
-  void Invalidate(const RECT* rect) override;
-  void Update() override;
   std::unique_ptr<Canvas> PaintCanvas(RECT& dirty) override;
   std::unique_ptr<Canvas> ClientCanvas() override;
   void SetTimer(UINT_PTR id, UINT milliseconds) override;
   bool KillTimer(UINT_PTR id) override;
-  int Dpi() const override;
   std::vector<DWORD> Picture(SIZE& size) override;
 
   void Begin();
   // From the watcher of the widget: true if the event goes no further.
   bool Take(QObject* receiver, QEvent& event);
   void TakeTimer(int timer);
+  // It may stand on another screen, or its screen is another than before.
+  void ScreenChanged();
   // What was drawn is brought to the screen.
   void ShowChanges();
   // Notifications that waited until the widget had finished its own work.
@@ -83,7 +81,6 @@ class QtWindow : public WindowModel {
   virtual void ShowFocus();
   virtual void ShowFont(const QFont& /*font*/) {}
   virtual bool TakePaint(QObject* receiver, QPaintEvent& event) = 0;
-  virtual void AskToPaint();
   // The window that the keys of this widget are for.
   virtual HWND KeyTarget() const { return Handle(); }
 
@@ -95,14 +92,20 @@ class QtWindow : public WindowModel {
   void CompositionCaretChanged() override;
   void PlaceChanged() override;
   void PaintDefault() override;
+  void PaintWanted() override;
+  void Invalidated() override;
+  void RedrawChanged(bool on) override;
+  void PictureChanged() override { ShowChanges(); }
+  void DpiChanged() override { surface_->SetDpi(Dpi()); }
+  bool ShiftPicture(const CRect& target, SIZE by) override { return surface_->Shift(target, by); }
   void Ended() override;
 
   // The part of the widget that is the client area, and gets the mouse.
   QWidget* Pane() const { return pane_; }
   QtDesk& Home() const { return desk_; }
   QtSurface& Surface() const { return *surface_; }
-  // WM_PAINT is sent when other messages are done.
-  void WantPaint(const CRect& part);
+  // The parts of the client area that the event wants, its corner standing at `at`.
+  void ShowSurface(QPainter& painter, QPoint at, const QPaintEvent& event);
   // WM_COMMAND to the parent when the event under way is over.
   void Note(UINT code);
   // What is told to the window by its widget: nothing any more once the window is gone, which its widget
@@ -137,7 +140,6 @@ class QtWindow : public WindowModel {
 
   QtDesk& desk_;
   std::map<UINT_PTR, int> timers_;  // our id to the widget set's
-  CRect dirty_;
   std::shared_ptr<QtSurface> surface_;
   QWidget* widget_ = nullptr;
   QWidget* pane_ = nullptr;

@@ -57,6 +57,9 @@ bool QtWindow::Take(QObject* receiver, QEvent& event) {
       // after it heard of its own size, the first time when it is shown.
       if (working_ == 0) PlaceChanged();
       return false;
+    case QEvent::ScreenChangeInternal:
+      if (receiver == widget_ && Parent() == nullptr && working_ == 0) ScreenChanged();
+      return false;
     case QEvent::FocusIn:
     case QEvent::FocusOut:
       // Inner parts come and go without a word: a dropped list is not the focus.

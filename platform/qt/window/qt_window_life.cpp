@@ -23,7 +23,9 @@ std::function<void()> ShowLater(QtDesk& desk, HWND handle) {
 QtWindow::QtWindow(QtDesk& desk, HWND handle, const WindowRequest& request)
     : WindowModel(desk, handle, request),
       desk_(desk),
-      surface_(std::make_shared<QtSurface>(SIZE{0, 0}, ShowLater(desk, handle))) {}
+      surface_(std::make_shared<QtSurface>(SIZE{0, 0}, ShowLater(desk, handle))) {
+  surface_->SetDpi(Dpi());
+}
 
 void QtWindow::Start(QWidget* widget, QWidget* pane) {
   widget_ = widget;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 
 #include "framework/drawing/geometry.h"
 #include "platform/models/carried_fault.h"
@@ -23,6 +24,18 @@ constexpr std::array kShapes = {kCursorArrow,    kCursorText,         kCursorWai
 
 HCURSOR SystemCursor(int shape) {
   return LoadCursorW(nullptr, MAKEINTRESOURCEW(shape));
+}
+
+// A cursor is an icon with a point.
+HCURSOR CursorOf(const PixelImage& picture, POINT point) {
+  const HBITMAP colours = CreateBitmap(picture.width, picture.height, 1, 32, picture.pixels);
+  // All of it counts: what is seen through is told by the picture's own alpha.
+  const HBITMAP mask = CreateBitmap(picture.width, picture.height, 1, 1, nullptr);
+  ICONINFO info = {FALSE, static_cast<DWORD>(point.x), static_cast<DWORD>(point.y), mask, colours};
+  const HCURSOR made = CreateIconIndirect(&info);
+  DeleteObject(colours);
+  DeleteObject(mask);
+  return made;
 }
 
 // Input methods keep windows of their own among those of the thread.
@@ -114,10 +127,31 @@ class Win32Desktop : public Desktop {
   }
 
   void SetCursorPosition(POINT at) override { SetCursorPos(at.x, at.y); }
-  void SetCursor(int shape) override { ::SetCursor(SystemCursor(shape)); }
+  void SetCursor(int shape) override {
+    const auto own = own_cursors_.find(shape);
+    ::SetCursor(own == own_cursors_.end() ? SystemCursor(shape) : own->second);
+  }
+
+  int MakeCursor(const PixelImage& picture, POINT point) override {
+    if (!IsCursorPicture(picture) || own_cursors_.size() >= kMaxOwnCursors) return 0;
+    const HCURSOR made = CursorOf(picture, point);
+    if (made == nullptr) return 0;
+    own_cursors_[++last_own_cursor_] = made;
+    return last_own_cursor_;
+  }
+
+  void EndCursor(int cursor) override {
+    const auto own = own_cursors_.find(cursor);
+    if (own == own_cursors_.end()) return;
+    if (GetCursor() == own->second) SetCursor(kCursorArrow);
+    DestroyIcon(own->second);
+    own_cursors_.erase(own);
+  }
 
   int Cursor() const override {
     const HCURSOR now = GetCursor();
+    for (const auto& [number, own] : own_cursors_)
+      if (own == now) return number;
     const auto known =
         std::find_if(kShapes.begin(), kShapes.end(), [now](int shape) { return SystemCursor(shape) == now; });
     return known == kShapes.end() ? 0 : *known;
@@ -175,6 +209,8 @@ class Win32Desktop : public Desktop {
  private:
   DWORD thread_ = GetCurrentThreadId();
   MessageHook hook_;
+  std::map<int, HCURSOR> own_cursors_;
+  int last_own_cursor_ = kFirstOwnCursor - 1;
 };
 
 }  // namespace

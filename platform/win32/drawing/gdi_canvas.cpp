@@ -1,8 +1,11 @@
 #include "platform/win32/drawing/gdi_canvas.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "framework/drawing/geometry.h"
+#include "framework/drawing/line_runs.h"
+#include "platform/win32/drawing/gdi_measure.h"
 
 namespace lorv {
 namespace {
@@ -51,6 +54,12 @@ TRIVERTEX Corner(int x, int y, COLORREF colour) {
   return {x, y, wide(GetRValue(colour)), wide(GetGValue(colour)), wide(GetBValue(colour)), 0};
 }
 
+// The system's own dialog font, asked once: it is in force in every new canvas.
+const LOGFONTW& DialogFace() {
+  static const LOGFONTW face = SystemDialogFont();
+  return face;
+}
+
 DWORD Premultiplied(DWORD pixel) {
   const DWORD alpha = pixel >> 24U;
   const auto part = [&](unsigned shift) { return ((pixel >> shift & 0xFFU) * alpha + 127) / 255 << shift; };
@@ -78,27 +87,30 @@ GdiMemory::GdiMemory(SIZE size, POINT corner)
   SetViewportOrgEx(context_, -corner.x, -corner.y, nullptr);
 }
 
+void GdiMemory::SetCorner(POINT corner) {
+  SetViewportOrgEx(context_, -corner.x, -corner.y, nullptr);
+}
+
 GdiMemory::~GdiMemory() {
   if (former_ != nullptr) SelectObject(context_, former_);
   if (bitmap_ != nullptr) DeleteObject(bitmap_);
   if (context_ != nullptr) DeleteDC(context_);
 }
 
-GdiCanvas::GdiCanvas(std::unique_ptr<GdiTarget> target)
-    : target_(std::move(target)), measure_(CreateCompatibleDC(nullptr)) {
-  SetBkMode(Context(), TRANSPARENT);
-  SetFont(SystemDialogFont());
-}
+GdiCanvas::GdiCanvas(std::unique_ptr<GdiTarget> target) : target_(std::move(target)), face_(DialogFace()) {}
 
 GdiCanvas::~GdiCanvas() {
-  if (measure_font_ != nullptr) SelectObject(measure_, measure_font_);
   if (former_font_ != nullptr) SelectObject(Context(), former_font_);
-  if (measure_ != nullptr) DeleteDC(measure_);
+}
+
+int GdiCanvas::Dpi() const {
+  const int dots = GetDeviceCaps(target_->ContextToAsk(), LOGPIXELSY);
+  return dots > 0 ? dots : kUsualDpi;
 }
 
 void GdiCanvas::Fill(const RECT& rect, COLORREF colour) {
   if (IsRectEmpty(&rect)) return;
-  const HDC context = Context();
+  const HDC context = target_->ContextToFill(rect);
   SetDCBrushColor(context, colour);
   FillRect(context, &rect, static_cast<HBRUSH>(GetStockObject(DC_BRUSH)));
 }
@@ -124,6 +136,13 @@ void GdiCanvas::Frame(const RECT& rect, COLORREF colour, int width) {
 }
 
 void GdiCanvas::Line(POINT from, POINT to, const Stroke& stroke) {
+  // Filling a rectangle takes the system a small part of what a pen takes.
+  if (stroke.style == PS_SOLID && (from.x == to.x || from.y == to.y)) {
+    constexpr LONG kFar = 1 << 26;
+    for (const CRect& run : LineRuns(from, to, stroke, CRect(-kFar, -kFar, kFar, kFar)))
+      Fill(run, stroke.colour);
+    return;
+  }
   const HDC context = Context();
   const PenInUse pen(context, stroke);
   MoveToEx(context, from.x, from.y, nullptr);
@@ -147,39 +166,55 @@ void GdiCanvas::Invert(const RECT& rect) {
 }
 
 void GdiCanvas::SetFont(const LOGFONTW& font) {
-  // The one in use is held until the new one has taken its place.
-  const auto fresh = SharedFont(font);
-  const HGDIOBJ before = SelectObject(measure_, fresh->Handle());
-  const HGDIOBJ drawn_before = SelectObject(Context(), fresh->Handle());
-  if (measure_font_ == nullptr) measure_font_ = before;
-  if (former_font_ == nullptr) former_font_ = drawn_before;
-  font_ = fresh;
+  if (std::memcmp(&font, &face_, sizeof(font)) == 0) return;
+  face_ = font;
+  font_.reset();
+}
+
+const std::shared_ptr<const GdiFont>& GdiCanvas::Font() const {
+  if (font_ == nullptr) font_ = SharedFont(face_);
+  return font_;
 }
 
 TEXTMETRICW GdiCanvas::Metrics() const {
-  TEXTMETRICW metrics = {};
-  GetTextMetricsW(measure_, &metrics);
-  return metrics;
+  return GdiMeasure::Here().Metrics(Font());
 }
 
 SIZE GdiCanvas::Extent(TextView text) const {
-  SIZE size = {0, 0};
-  if (text.empty()) return {0, Metrics().tmHeight};
-  GetTextExtentPoint32W(measure_, text.data(), static_cast<int>(text.size()), &size);
-  return size;
+  GdiMeasure& measure = GdiMeasure::Here();
+  return {measure.Width(Font(), text), measure.Metrics(Font()).tmHeight};
 }
 
 void GdiCanvas::Text(POINT at, TextView text, COLORREF colour) {
+  PutText(at, text, colour, nullptr);
+}
+
+void GdiCanvas::ClippedText(POINT at, TextView text, COLORREF colour, const RECT& within) {
+  PutText(at, text, colour, &within);
+}
+
+void GdiCanvas::PutText(POINT at, TextView text, COLORREF colour, const RECT* within) {
   const HDC context = Context();
+  if (drawn_font_ != Font()) {
+    SetBkMode(context, TRANSPARENT);
+    const HGDIOBJ before = SelectObject(context, font_->Handle());
+    if (former_font_ == nullptr) former_font_ = before;
+    drawn_font_ = font_;
+  }
   SetTextColor(context, colour);
   const TextView drawn = text.substr(0, kDrawnUnits);
-  ExtTextOutW(context, at.x, at.y, 0, nullptr, drawn.data(), static_cast<UINT>(drawn.size()), nullptr);
+  ExtTextOutW(context, at.x, at.y, within == nullptr ? 0 : ETO_CLIPPED, within, drawn.data(),
+              static_cast<UINT>(drawn.size()), nullptr);
 }
 
 void GdiCanvas::SetClip(const RECT* clip) {
   const HDC context = Context();
-  SelectClipRgn(context, nullptr);
+  SelectClipRgn(context, target_->Limit());
   if (clip != nullptr) IntersectClipRect(context, clip->left, clip->top, clip->right, clip->bottom);
+}
+
+bool GdiCanvas::Shows(const RECT& rect) const {
+  return ::RectVisible(target_->ContextToAsk(), &rect) != 0;
 }
 
 void GdiCanvas::Copy(const RECT& to, Canvas& from, POINT from_at) {

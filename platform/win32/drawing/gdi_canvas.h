@@ -16,8 +16,13 @@ class GdiTarget {
   GdiTarget& operator=(const GdiTarget&) = delete;
   virtual ~GdiTarget() = default;
 
-  virtual HDC Context() const = 0;  // null: what is drawn is lost
+  virtual HDC Context() = 0;  // null: what is drawn is lost
   virtual SIZE Size() const = 0;
+  // For a call that fills the rectangle: what was there before is not asked for.
+  virtual HDC ContextToFill(const RECT& /*rect*/) { return Context(); }
+  virtual HDC ContextToAsk() { return Context(); }  // nothing is drawn with it
+  // What can be drawn on at all, in the context's own pixels; null: no limit.
+  virtual HRGN Limit() const { return nullptr; }
 };
 
 // A 32-bit picture in memory. Its context counts from `corner`, which is its left top pixel.
@@ -26,7 +31,8 @@ class GdiMemory : public GdiTarget {
   explicit GdiMemory(SIZE size, POINT corner = {0, 0});
   ~GdiMemory() override;
 
-  HDC Context() const override { return context_; }
+  HDC Context() override { return context_; }
+  void SetCorner(POINT corner);
   SIZE Size() const override { return size_; }
   DWORD* Pixels() { return pixels_; }  // from the top down, 0x00RRGGBB; null for want of memory
 
@@ -44,6 +50,7 @@ class GdiCanvas : public Canvas {
   ~GdiCanvas() override;
 
   SIZE Size() const override { return target_->Size(); }
+  int Dpi() const override;
   void Fill(const RECT& rect, COLORREF colour) override;
   void Gradient(const RECT& rect, COLORREF first, COLORREF last, bool downwards) override;
   void Frame(const RECT& rect, COLORREF colour, int width) override;
@@ -54,18 +61,22 @@ class GdiCanvas : public Canvas {
   TEXTMETRICW Metrics() const override;
   SIZE Extent(TextView text) const override;
   void Text(POINT at, TextView text, COLORREF colour) override;
+  void ClippedText(POINT at, TextView text, COLORREF colour, const RECT& within) override;
   void SetClip(const RECT* clip) override;
+  bool Shows(const RECT& rect) const override;
   void Copy(const RECT& to, Canvas& from, POINT from_at) override;
   void Image(const PixelImage& image, const RECT& to) override;
   std::vector<DWORD> Pixels(const RECT& rect) const override;
 
  private:
   HDC Context() const { return target_->Context(); }
+  const std::shared_ptr<const GdiFont>& Font() const;
+  void PutText(POINT at, TextView text, COLORREF colour, const RECT* within);
 
   std::unique_ptr<GdiTarget> target_;
-  std::shared_ptr<const GdiFont> font_;
-  HDC measure_;  // without a window, so that texts are measured when the window is gone
-  HGDIOBJ measure_font_ = nullptr;
+  LOGFONTW face_;
+  mutable std::shared_ptr<const GdiFont> font_;  // made when first used
+  std::shared_ptr<const GdiFont> drawn_font_;    // selected into the target
   HGDIOBJ former_font_ = nullptr;
 };
 

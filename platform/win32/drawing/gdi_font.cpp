@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstring>
 #include <list>
 #include <map>
@@ -52,6 +53,11 @@ LOGFONTW WithInstalledFace(LOGFONTW face) {
   return face;
 }
 
+std::uint32_t NextNumber() {
+  static std::atomic<std::uint32_t> last{0};
+  return ++last;
+}
+
 // Equal faces have equal bytes: what stands behind the end of the name does not count.
 std::string KeyOf(LOGFONTW face) {
   wchar_t* const end = face.lfFaceName + LF_FACESIZE;
@@ -80,7 +86,7 @@ class FontShelf {
 
 }  // namespace
 
-GdiFont::GdiFont(const LOGFONTW& face) : handle_(CreateFontIndirectW(&face)) {}
+GdiFont::GdiFont(const LOGFONTW& face) : handle_(CreateFontIndirectW(&face)), number_(NextNumber()) {}
 
 GdiFont::~GdiFont() {
   if (handle_ != nullptr) DeleteObject(handle_);

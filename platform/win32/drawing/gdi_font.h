@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "framework/native/window_types.h"
@@ -19,9 +20,12 @@ class GdiFont {
   ~GdiFont();
 
   HFONT Handle() const { return handle_; }
+  // No other font of the process has it.
+  std::uint32_t Number() const { return number_; }
 
  private:
   HFONT handle_;
+  std::uint32_t number_;
 };
 
 std::shared_ptr<const GdiFont> SharedFont(const LOGFONTW& face);

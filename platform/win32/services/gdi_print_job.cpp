@@ -1,5 +1,7 @@
 #include "platform/win32/services/gdi_print_job.h"
 
+#include "platform/win32/drawing/gdi_canvas.h"
+
 namespace lorv {
 namespace {
 
@@ -8,6 +10,7 @@ constexpr int kTenthsPerInch = 720;
 }  // namespace
 
 GdiPrintJob::~GdiPrintJob() {
+  if (page_ != nullptr) *page_ = nullptr;
   if (begun_) AbortDoc(context_);
   if (former_ != nullptr) SelectObject(context_, former_);
   if (font_ != nullptr) DeleteObject(font_);
@@ -16,7 +19,7 @@ GdiPrintJob::~GdiPrintJob() {
 
 bool GdiPrintJob::Begin(LPCTSTR document, const PageWays& ways) {
   // A metafile is one page of no document.
-  if (GetObjectType(context_) != OBJ_ENHMETADC && !BeginDocument(document)) return false;
+  if (!IsMetafile() && !(BeginDocument(document) && StartPage(context_) > 0)) return false;
   UseWays(ways);
   return true;
 }
@@ -26,7 +29,7 @@ bool GdiPrintJob::BeginDocument(LPCTSTR name) {
   info.cbSize = sizeof(info);
   info.lpszDocName = name;
   begun_ = StartDocW(context_, &info) > 0;
-  return begun_ && StartPage(context_) > 0;
+  return begun_;
 }
 
 // The origin goes to the bottom before the font is made: its size counts in the page's own units.
@@ -56,9 +59,43 @@ void GdiPrintJob::Text(int x, int y, LPCTSTR text) {
   TextOutW(context_, x, y, text, lstrlenW(text));
 }
 
+// What is drawn on it goes to the paper as long as the job says so.
+class GdiPrintJob::Page : public GdiTarget {
+ public:
+  explicit Page(std::shared_ptr<HDC> context) : context_(std::move(context)) {}
+  HDC Context() override { return *context_; }
+  SIZE Size() const override {
+    return {GetDeviceCaps(*context_, HORZRES), GetDeviceCaps(*context_, VERTRES)};
+  }
+
+ private:
+  std::shared_ptr<HDC> context_;
+};
+
+bool GdiPrintJob::BeginPages(LPCTSTR document) {
+  return IsMetafile() || BeginDocument(document);
+}
+
+std::shared_ptr<Canvas> GdiPrintJob::NextPage() {
+  EndThisPage();
+  if (IsMetafile() ? pages_ > 0 : !begun_ || StartPage(context_) <= 0) return nullptr;
+  ++pages_;
+  page_ = std::make_shared<HDC>(context_);
+  return std::make_shared<GdiCanvas>(std::make_unique<Page>(page_));
+}
+
+void GdiPrintJob::EndThisPage() {
+  if (page_ == nullptr) return;
+  *page_ = nullptr;
+  page_.reset();
+  if (!IsMetafile()) EndPage(context_);
+}
+
 void GdiPrintJob::End() {
+  const bool drawn = page_ != nullptr;
+  EndThisPage();
   if (!begun_) return;
-  EndPage(context_);
+  if (!drawn) EndPage(context_);
   EndDoc(context_);
   begun_ = false;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "framework/native/native_types.h"
 #include "platform/ports/printing.h"
 
@@ -16,10 +18,16 @@ class GdiPrintJob : public PrintJob {
   bool Begin(LPCTSTR document, const PageWays& ways) override;
   SIZE Extent(LPCTSTR text) override;
   void Text(int x, int y, LPCTSTR text) override;
+  bool BeginPages(LPCTSTR document) override;
+  std::shared_ptr<Canvas> NextPage() override;
   void End() override;
 
  private:
+  class Page;
+
+  bool IsMetafile() const { return GetObjectType(context_) == OBJ_ENHMETADC; }
   bool BeginDocument(LPCTSTR name);
+  void EndThisPage();
   void UseWays(const PageWays& ways);
 
   HDC context_;
@@ -27,6 +35,9 @@ class GdiPrintJob : public PrintJob {
   HFONT font_ = nullptr;
   HGDIOBJ former_ = nullptr;
   bool begun_ = false;
+  int pages_ = 0;
+  // The context as long as the page under way is drawn on; each canvas has one of its own.
+  std::shared_ptr<HDC> page_;
 };
 
 }  // namespace lorv

@@ -108,7 +108,10 @@ LRESULT Win32Window::Default(UINT message, WPARAM w, LPARAM l) {
   }
   if (kind_ == WindowKind::Edit && message == WM_CHAR && RefusesHalf(w)) return 0;
   const auto keep = shared_from_this();
-  return CarriedFault::CallOut([&] { return CallWindowProcW(original_, handle_, message, w, l); });
+  const LRESULT answer =
+      CarriedFault::CallOut([&] { return CallWindowProcW(original_, handle_, message, w, l); });
+  if (message == WM_SETREDRAW) SetRedraw(w != 0);
+  return answer;
 }
 
 bool Win32Window::TakeOver() {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "framework/drawing/region.h"
 #include "framework/ports/window_port.h"
 #include "platform/models/unit_pairs.h"
 #include "platform/win32/drawing/gdi_font.h"
@@ -56,6 +57,9 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
   void Activate() override;
 
   void Invalidate(const RECT* rect) override;
+  void Validate(const RECT* rect) override;
+  std::vector<RECT> UpdateRects() const override;
+  void Shift(SIZE by, const RECT* area, const RECT* clip, bool children) override;
   void Update() override;
   std::unique_ptr<Canvas> PaintCanvas(RECT& dirty) override;
   std::unique_ptr<Canvas> ClientCanvas() override;
@@ -92,6 +96,7 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
   LRESULT Deliver(UINT message, WPARAM w, LPARAM l);
   bool DrawsItself() const;
   bool RefusesHalf(WPARAM unit);
+  void SetRedraw(bool on);
 
   std::atomic<HWND> handle_{nullptr};
   std::atomic<Phase> phase_{Phase::kMaking};
@@ -102,6 +107,8 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
   WNDPROC original_ = nullptr;
   const WindowRequest* request_ = nullptr;  // while it is being made
   bool destroying_ = false;
+  bool redraw_ = true;
+  Region held_;  // invalidated while WM_SETREDRAW is off
   bool saw_the_end_ = false;
   TypedHalves halves_;  // of an edit
   std::shared_ptr<const GdiFont> font_;

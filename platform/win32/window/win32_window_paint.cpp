@@ -23,7 +23,7 @@ class WindowTarget : public GdiTarget {
     if (context_ != nullptr) ReleaseDC(handle_, context_);
   }
 
-  HDC Context() const override { return window_->Exists() ? context_ : nullptr; }
+  HDC Context() override { return window_->Exists() ? context_ : nullptr; }
   SIZE Size() const override { return CRect(window_->ClientRect()).Size(); }
 
  private:
@@ -32,25 +32,87 @@ class WindowTarget : public GdiTarget {
   HDC context_;
 };
 
-// What is out of date, in memory until it is finished: the user never sees half a picture.
+// Memory for painting, which is had again and again: making it takes as long as half a page.
+class PaintMemory {
+ public:
+  // The largest that is kept for the next painting.
+  static constexpr LONG kKeptPixels = 1 << 23;
+
+  static std::unique_ptr<GdiMemory> Take(SIZE size, POINT corner) {
+    auto& kept = Kept();
+    if (kept == nullptr || kept->Size().cx < size.cx || kept->Size().cy < size.cy)
+      return std::make_unique<GdiMemory>(size, corner);
+    kept->SetCorner(corner);
+    return std::move(kept);
+  }
+  static void Keep(std::unique_ptr<GdiMemory> memory) {
+    const SIZE size = memory->Size();
+    if (size.cy > 0 && size.cx <= kKeptPixels / size.cy) Kept() = std::move(memory);
+  }
+
+ private:
+  static std::unique_ptr<GdiMemory>& Kept() {
+    thread_local std::unique_ptr<GdiMemory> kept;
+    return kept;
+  }
+};
+
+// A region of the system's.
+class GdiRegion {
+ public:
+  GdiRegion() : handle_(CreateRectRgn(0, 0, 0, 0)) {}
+  GdiRegion(const GdiRegion&) = delete;
+  GdiRegion& operator=(const GdiRegion&) = delete;
+  ~GdiRegion() { DeleteObject(handle_); }
+
+  HRGN Handle() const { return handle_; }
+  std::vector<CRect> Rects() const {
+    std::vector<DWORD> room((GetRegionData(handle_, 0, nullptr) + sizeof(DWORD) - 1) / sizeof(DWORD));
+    auto* const data = reinterpret_cast<RGNDATA*>(room.data());
+    if (room.empty() || GetRegionData(handle_, static_cast<DWORD>(room.size() * sizeof(DWORD)), data) == 0)
+      return {};
+    const auto* const rects = reinterpret_cast<const RECT*>(data->Buffer);
+    return {rects, rects + data->rdh.nCount};
+  }
+
+ private:
+  HRGN handle_;
+};
+
+// What is out of date, in memory until it is finished: the user never sees half a picture. What was there is
+// fetched when it is first needed: mostly the ground is filled before.
 class PaintTarget : public GdiTarget {
  public:
   PaintTarget(WindowRef window, HWND handle) : window_(std::move(window)), handle_(handle) {
+    GetUpdateRgn(handle_, limit_.Handle(), FALSE);
     Begin();
     const CRect dirty(paint_.rcPaint);
-    memory_ = std::make_unique<GdiMemory>(dirty.Size(), dirty.TopLeft());
-    // What the painter leaves out stays as it was.
-    Carry(memory_->Context(), paint_.hdc);
+    memory_ = PaintMemory::Take(dirty.Size(), dirty.TopLeft());
+    OffsetRgn(limit_.Handle(), -dirty.left, -dirty.top);
+    SelectClipRgn(memory_->Context(), limit_.Handle());
   }
   ~PaintTarget() override {
-    if (!window_->Exists()) return;
-    GdiFlush();
     SelectClipRgn(memory_->Context(), nullptr);
-    Carry(paint_.hdc, memory_->Context());
-    EndPaint(handle_, &paint_);
+    if (window_->Exists()) {
+      GdiFlush();
+      if (drawn_) Carry(paint_.hdc, memory_->Context());
+      EndPaint(handle_, &paint_);
+    }
+    PaintMemory::Keep(std::move(memory_));
   }
 
-  HDC Context() const override { return memory_->Context(); }
+  HDC Context() override {
+    Fetch();
+    return memory_->Context();
+  }
+  HDC ContextToFill(const RECT& rect) override {
+    const CRect dirty(paint_.rcPaint);
+    if (!((dirty & rect) == dirty)) Fetch();
+    drawn_ = true;
+    return memory_->Context();
+  }
+  HDC ContextToAsk() override { return memory_->Context(); }
+  HRGN Limit() const override { return limit_.Handle(); }
   SIZE Size() const override { return CRect(window_->ClientRect()).Size(); }
   const RECT& Dirty() const { return paint_.rcPaint; }
 
@@ -65,6 +127,12 @@ class PaintTarget : public GdiTarget {
     }
   }
 
+  // What the painter leaves out stays as it was.
+  void Fetch() {
+    if (std::exchange(drawn_, true)) return;
+    Carry(memory_->Context(), paint_.hdc);
+  }
+
   void Carry(HDC to, HDC from) const {
     const CRect dirty(paint_.rcPaint);
     if (dirty.IsRectEmpty() != 0) return;
@@ -73,8 +141,10 @@ class PaintTarget : public GdiTarget {
 
   WindowRef window_;
   HWND handle_;
+  GdiRegion limit_;
   PAINTSTRUCT paint_ = {};
   std::unique_ptr<GdiMemory> memory_;
+  bool drawn_ = false;
 };
 
 }  // namespace
@@ -92,7 +162,41 @@ std::unique_ptr<Canvas> Win32Window::ClientCanvas() {
 }
 
 void Win32Window::Invalidate(const RECT* rect) {
-  if (Exists()) InvalidateRect(handle_, rect, TRUE);
+  if (!Exists()) return;
+  if (!redraw_) return held_.Add(rect == nullptr ? CRect(ClientRect()) : CRect(rect));
+  InvalidateRect(handle_, rect, TRUE);
+}
+
+void Win32Window::Validate(const RECT* rect) {
+  if (!Exists()) return;
+  ValidateRect(handle_, rect);
+  rect == nullptr ? held_.Clear() : held_.Remove(*rect);
+}
+
+std::vector<RECT> Win32Window::UpdateRects() const {
+  if (!Exists()) return {};
+  Region region;
+  const GdiRegion now;
+  GetUpdateRgn(handle_, now.Handle(), FALSE);
+  for (const CRect& rect : now.Rects()) region.Add(rect);
+  region.Add(held_);
+  return {region.Rects().begin(), region.Rects().end()};
+}
+
+void Win32Window::Shift(SIZE by, const RECT* area, const RECT* clip, bool children) {
+  if (!Exists()) return;
+  const auto keep = shared_from_this();
+  const UINT flags = children ? SW_INVALIDATE | SW_ERASE | SW_SCROLLCHILDREN : SW_INVALIDATE | SW_ERASE;
+  CarriedFault::CallOut(
+      [&] { return ScrollWindowEx(handle_, by.cx, by.cy, area, clip, nullptr, nullptr, flags); });
+}
+
+// The system forgets what is invalidated meanwhile.
+void Win32Window::SetRedraw(bool on) {
+  redraw_ = on;
+  if (!on || !Exists()) return;
+  const Region held = std::exchange(held_, Region());
+  for (const CRect& rect : held.Rects()) InvalidateRect(handle_, &rect, TRUE);
 }
 
 // A top window's own surface holds all that stands in it, seen or covered.

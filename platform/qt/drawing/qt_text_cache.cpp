@@ -1,0 +1,88 @@
+#include "platform/qt/drawing/qt_text_cache.h"
+
+#include <QCoreApplication>
+#include <QFontMetrics>
+#include <QThread>
+#include <algorithm>
+#include <cstring>
+
+#include "platform/qt/desktop/qt_text.h"
+#include "platform/qt/drawing/qt_fonts.h"
+
+namespace lorv {
+namespace {
+
+// The bytes of a description; what stands behind the end of the name does not count.
+std::string KeyOf(const LOGFONT& description) {
+  LOGFONT clean = description;
+  TCHAR* const end = clean.lfFaceName + LF_FACESIZE;
+  std::fill(std::find(clean.lfFaceName, end, TCHAR{0}), end, TCHAR{0});
+  std::string key(sizeof(clean), '\0');
+  std::memcpy(key.data(), &clean, sizeof(clean));
+  return key;
+}
+
+TEXTMETRIC MeasuresOf(const QFont& font) {
+  const QFontMetrics measured(font);
+  TEXTMETRIC metrics = {};
+  metrics.tmHeight = measured.height();
+  metrics.tmAscent = measured.ascent();
+  metrics.tmDescent = measured.height() - measured.ascent();
+  metrics.tmInternalLeading = std::max(measured.height() - font.pixelSize(), 0);
+  metrics.tmExternalLeading = std::max(measured.leading(), 0);
+  metrics.tmAveCharWidth = measured.averageCharWidth();
+  metrics.tmMaxCharWidth = measured.maxWidth();
+  metrics.tmWeight = font.bold() ? FW_BOLD : FW_NORMAL;
+  metrics.tmItalic = font.italic() ? 1 : 0;
+  return metrics;
+}
+
+// Ends with its thread; but that of the windows' thread never does, as the widget set's own fonts may be gone
+// by then.
+struct ThreadCache {
+  QtTextCache* cache = nullptr;
+  ~ThreadCache() {
+    const auto* const application = QCoreApplication::instance();
+    if (application != nullptr && application->thread() != QThread::currentThread()) delete cache;
+  }
+};
+
+}  // namespace
+
+QtFace::QtFace(const LOGFONT& description, std::uint32_t face_number)
+    : font(FontOf(description)), metrics(MeasuresOf(font)), number(face_number) {}
+
+QtTextCache& QtTextCache::Here() {
+  thread_local ThreadCache here;
+  if (here.cache == nullptr) here.cache = new QtTextCache;
+  return *here.cache;
+}
+
+const QtFace& QtTextCache::Face(const LOGFONT& description) {
+  const std::string key = KeyOf(description);
+  const auto known = by_description_.find(key);
+  if (known != by_description_.end()) return *known->second;
+  if (faces_.size() >= kMaxFaces) {
+    by_description_.clear();
+    faces_.clear();
+    ++age_;
+  }
+  faces_.emplace_back(description, ++last_number_);
+  return *by_description_.emplace(key, &faces_.back()).first->second;
+}
+
+QtRun* QtTextCache::Run(const QtFace& face, TextView text) {
+  return runs_.Of(face.number, text, [&] {
+    QtRun run;
+    run.advance = QFontMetrics(face.font).horizontalAdvance(ToQt(text));
+    return run;
+  });
+}
+
+int QtTextCache::Advance(const QtFace& face, TextView text) {
+  if (text.empty()) return 0;
+  const QtRun* const run = Run(face, text);
+  return run != nullptr ? run->advance : QFontMetrics(face.font).horizontalAdvance(ToQt(text));
+}
+
+}  // namespace lorv

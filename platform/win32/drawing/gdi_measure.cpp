@@ -1,0 +1,47 @@
+#include "platform/win32/drawing/gdi_measure.h"
+
+namespace lorv {
+
+GdiMeasure::GdiMeasure() : context_(CreateCompatibleDC(nullptr)) {}
+
+GdiMeasure::~GdiMeasure() {
+  if (former_ != nullptr) SelectObject(context_, former_);
+  if (context_ != nullptr) DeleteDC(context_);
+}
+
+GdiMeasure& GdiMeasure::Here() {
+  thread_local GdiMeasure here;
+  return here;
+}
+
+void GdiMeasure::Select(const std::shared_ptr<const GdiFont>& font) {
+  if (selected_ == font) return;
+  const HGDIOBJ before = SelectObject(context_, font->Handle());
+  if (former_ == nullptr) former_ = before;
+  selected_ = font;
+}
+
+const TEXTMETRICW& GdiMeasure::Metrics(const std::shared_ptr<const GdiFont>& font) {
+  const auto known = metrics_.find(font->Number());
+  if (known != metrics_.end()) return known->second;
+  if (metrics_.size() >= kMaxFaces) metrics_.clear();
+  Select(font);
+  TEXTMETRICW& metrics = metrics_[font->Number()];
+  GetTextMetricsW(context_, &metrics);
+  return metrics;
+}
+
+int GdiMeasure::Asked(const std::shared_ptr<const GdiFont>& font, TextView text) {
+  Select(font);
+  SIZE size = {0, 0};
+  GetTextExtentPoint32W(context_, text.data(), static_cast<int>(text.size()), &size);
+  return size.cx;
+}
+
+int GdiMeasure::Width(const std::shared_ptr<const GdiFont>& font, TextView text) {
+  if (text.empty()) return 0;
+  const int* const known = widths_.Of(font->Number(), text, [&] { return Asked(font, text); });
+  return known != nullptr ? *known : Asked(font, text);
+}
+
+}  // namespace lorv
