@@ -5,6 +5,7 @@
 #include "platform/headless/desktop/headless_desktop.h"
 #include "tests/conformance/behaviour_scene.h"
 #include "tests/conformance/kept_trace.h"
+#include "tests/conformance/painting_script.h"
 
 namespace {
 
@@ -49,6 +50,13 @@ TEST(Behaviour, HeadlessTraceIsTheKeptOne) {
   const lorv::ScopedDesktop scope(desktop);
   HeadlessDriver driver(desktop);
   lorv_test::ExpectKeptTrace(lorv_test::PlayBehaviour(driver), {});
+}
+
+TEST(Painting, HeadlessTraceIsTheKeptOne) {
+  lorv::HeadlessDesktop desktop;
+  const lorv::ScopedDesktop scope(desktop);
+  HeadlessDriver driver(desktop);
+  lorv_test::ExpectKeptPainting(driver);
 }
 
 TEST(Behaviour, HasAtLeastEightySteps) {

@@ -2,6 +2,7 @@
 
 #include "tests/conformance/behaviour_scene.h"
 #include "tests/conformance/kept_trace.h"
+#include "tests/conformance/painting_script.h"
 #include "tests/platform/win32/real_input.h"
 
 namespace {
@@ -219,4 +220,10 @@ TEST_F(Win32Behaviour, TraceIsTheKeptOneButForTheListedDifferences) {
   top.Peer()->Destroy();
   Driver driver(*this);
   lorv_test::ExpectKeptTrace(lorv_test::PlayBehaviour(driver), kDifferences);
+}
+
+TEST_F(Win32Conduct, PaintingTraceIsTheKeptOne) {
+  top.Peer()->Destroy();
+  Driver driver(*this);
+  lorv_test::ExpectKeptPainting(driver);
 }
