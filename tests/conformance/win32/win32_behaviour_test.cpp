@@ -222,7 +222,7 @@ TEST_F(Win32Behaviour, TraceIsTheKeptOneButForTheListedDifferences) {
   lorv_test::ExpectKeptTrace(lorv_test::PlayBehaviour(driver), kDifferences);
 }
 
-TEST_F(Win32Conduct, PaintingTraceIsTheKeptOne) {
+TEST_F(Win32Behaviour, PaintingTraceIsTheKeptOne) {
   top.Peer()->Destroy();
   Driver driver(*this);
   lorv_test::ExpectKeptPainting(driver);
