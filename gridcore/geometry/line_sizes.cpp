@@ -20,8 +20,8 @@ int LineSizes::Block::LineAt(std::int64_t offset) const {
   return line;
 }
 
-// Two blocks become one if that costs no memory (one size) or keeps the block small. So two neighbours hold more
-// lines than one block may, and there are never many blocks.
+// Two blocks become one if that costs no memory (one size) or keeps the block small. So two neighbours hold
+// more lines than one block may, and there are never many blocks.
 bool LineSizes::Block::Joins(const Block& next) const {
   if (sizes.empty() && next.sizes.empty() && size == next.size) return true;
   return std::int64_t{count} + next.count <= kMostInBlock;

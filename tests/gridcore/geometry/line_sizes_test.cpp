@@ -53,7 +53,8 @@ void ExpectSame(const LineSizes& lines, const PlainSizes& plain, std::mt19937& r
     const int line = static_cast<int>(random() % static_cast<unsigned>(plain.Count()));
     ASSERT_EQ(lines.SizeOf(line), plain.SizeOf(line)) << "line " << line;
     ASSERT_EQ(lines.OffsetOf(line), plain.OffsetOf(line)) << "line " << line;
-    const auto offset = static_cast<std::int64_t>(random() % static_cast<unsigned>(plain.OffsetOf(plain.Count()) + 2));
+    const auto offset =
+        static_cast<std::int64_t>(random() % static_cast<unsigned>(plain.OffsetOf(plain.Count()) + 2));
     ASSERT_EQ(lines.LineAt(offset), plain.LineAt(offset)) << "offset " << offset;
   }
 }

@@ -1,0 +1,89 @@
+#include "gridcore/table/merged_cells.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "gridcore/geometry/range_lines.h"
+
+namespace lorv {
+namespace {
+
+bool StandsBefore(const CBCGPGridRange& a, const CBCGPGridRange& b) {
+  return std::pair(a.m_nTop, a.m_nLeft) < std::pair(b.m_nTop, b.m_nLeft);
+}
+
+}  // namespace
+
+CBCGPGridRange MergedCells::BlockAt(const CBCGPGridItemID& cell) const {
+  const auto found = BlocksMeeting(CBCGPGridRange(cell));
+  return found.empty() ? CBCGPGridRange() : found.front();
+}
+
+std::vector<CBCGPGridRange> MergedCells::BlocksMeeting(const CBCGPGridRange& range) const {
+  std::vector<CBCGPGridRange> found;
+  if (!range.IsValid()) return found;
+  const auto behind =
+      std::upper_bound(blocks_.begin(), blocks_.end(), range.m_nBottom,
+                       [](int row, const CBCGPGridRange& block) { return row < block.m_nTop; });
+  for (auto at = static_cast<std::size_t>(std::distance(blocks_.begin(), behind)); at-- > 0;) {
+    if (reach_[at] < range.m_nTop) break;
+    if (blocks_[at].Meets(range)) found.push_back(blocks_[at]);
+  }
+  std::reverse(found.begin(), found.end());
+  return found;
+}
+
+bool MergedCells::Add(const CBCGPGridRange& block) {
+  if (block.CellCount() < 2 || !BlocksMeeting(block).empty()) return false;
+  blocks_.insert(std::upper_bound(blocks_.begin(), blocks_.end(), block, StandsBefore), block);
+  Index();
+  return true;
+}
+
+bool MergedCells::RemoveAt(const CBCGPGridItemID& cell) {
+  const CBCGPGridRange block = BlockAt(cell);
+  if (!block.IsValid()) return false;
+  std::erase(blocks_, block);
+  Index();
+  return true;
+}
+
+void MergedCells::Clear() {
+  blocks_.clear();
+  reach_.clear();
+}
+
+void MergedCells::InsertRows(int before, int count) {
+  MoveBlocks([=](CBCGPGridRange& block) { RowsInserted(block, before, count); });
+}
+
+void MergedCells::RemoveRows(int first, int count) {
+  MoveBlocks([=](CBCGPGridRange& block) { RowsRemoved(block, first, count); });
+}
+
+void MergedCells::InsertColumns(int before, int count) {
+  MoveBlocks([=](CBCGPGridRange& block) { ColumnsInserted(block, before, count); });
+}
+
+void MergedCells::RemoveColumns(int first, int count) {
+  MoveBlocks([=](CBCGPGridRange& block) { ColumnsRemoved(block, first, count); });
+}
+
+template <class Move>
+void MergedCells::MoveBlocks(Move move) {
+  if (blocks_.empty()) return;
+  MoveRanges(blocks_, move);
+  std::erase_if(blocks_, [](const CBCGPGridRange& block) { return block.IsSingle(); });
+  // Blocks that began in lines which are gone may begin in one line now, in another order.
+  std::sort(blocks_.begin(), blocks_.end(), StandsBefore);
+  Index();
+}
+
+void MergedCells::Index() {
+  reach_.clear();
+  for (const CBCGPGridRange& block : blocks_)
+    reach_.push_back(reach_.empty() ? block.m_nBottom : std::max(reach_.back(), block.m_nBottom));
+}
+
+}  // namespace lorv
