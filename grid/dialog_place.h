@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/geometry.h"
+#include "framework/drawing/geometry.h"
 
 namespace lorv {
 

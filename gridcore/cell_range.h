@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "framework/export.h"
+#include "framework/native/export.h"
 
 // A cell by its row and column.
 //

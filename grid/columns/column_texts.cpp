@@ -5,7 +5,7 @@
 #include <numeric>
 
 #include "comm/AdLorvComm.h"
-#include "framework/number_text.h"
+#include "framework/text/number_text.h"
 
 namespace lorv {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "framework/cstring.h"
+#include "framework/text/cstring.h"
 
 namespace lorv {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/export.h"
+#include "framework/native/export.h"
 
 // What Return or Tab does in a grid.
 enum emReturnStyle : int {

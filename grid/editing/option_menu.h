@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "framework/export.h"
+#include "framework/native/export.h"
 
 namespace lorv {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/cstring.h"
+#include "framework/text/cstring.h"
 
 namespace lorv {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/export.h"
+#include "framework/native/export.h"
 #include "gridcore/geometry/column_view.h"
 
 namespace lorv {

@@ -3,7 +3,7 @@
 #include <functional>
 #include <optional>
 
-#include "framework/geometry.h"
+#include "framework/drawing/geometry.h"
 #include "gridcore/cell_range.h"
 #include "gridcore/geometry/column_view.h"
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "framework/export.h"
+#include "framework/native/export.h"
 
 namespace lorv {
 

@@ -19,7 +19,7 @@ TEST(ColumnTexts, HeaderExamples) {
   EXPECT_EQ(columns[0].width, 100);
   EXPECT_EQ(columns[1].width, 80);
   EXPECT_EQ(WidthsFromText(_T("120,0,60")), (Widths{120, 80, 60}));
-  EXPECT_EQ(WidthsToText({120, 80}), _T("120,80"));
+  EXPECT_EQ(WidthsToText({120, 80}), CString(_T("120,80")));
   EXPECT_EQ(ProportionalWidths({100, 200}, 450), (Widths{150, 300}));
 }
 
@@ -45,7 +45,7 @@ TEST(ColumnTexts, WidthsWithoutNamesMakeNoColumns) {
 TEST(ColumnTexts, EmptyNamesAreColumns) {
   const auto columns = DeclaredColumns(_T("a,,c"), _T("1,2,3"));
   ASSERT_EQ(columns.size(), 3U);
-  EXPECT_EQ(columns[1].name, _T(""));
+  EXPECT_EQ(columns[1].name, CString(_T("")));
   EXPECT_EQ(columns[1].width, 2);
 }
 
@@ -55,8 +55,8 @@ TEST(ColumnTexts, NumbersAreReadAsFarAsTheyGo) {
 }
 
 TEST(ColumnTexts, NoWidthsGiveAnEmptyText) {
-  EXPECT_EQ(WidthsToText({}), _T(""));
-  EXPECT_EQ(WidthsToText({-3}), _T("-3"));
+  EXPECT_EQ(WidthsToText({}), CString(_T("")));
+  EXPECT_EQ(WidthsToText({-3}), CString(_T("-3")));
 }
 
 TEST(ColumnTexts, SharesFillTheNewRoomExactly) {

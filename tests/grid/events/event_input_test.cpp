@@ -11,8 +11,8 @@ using lorv::EventShift;
 TEST(EventInput, HeaderExamples) {
   EXPECT_EQ(EventButton(5), 1);
   EXPECT_EQ(EventShift(12), 3);
-  EXPECT_EQ(CutDecimalZeros(_T("12.500")), _T("12.5"));
-  EXPECT_EQ(CutDecimalZeros(_T("1200")), _T("1200"));
+  EXPECT_EQ(CutDecimalZeros(_T("12.500")), CString(_T("12.5")));
+  EXPECT_EQ(CutDecimalZeros(_T("1200")), CString(_T("1200")));
 }
 
 TEST(EventInput, EveryFlagHasItsNumber) {
@@ -34,7 +34,7 @@ TEST(EventInput, DecimalZerosAndTheirPointGo) {
        {Case{_T("12.000"), _T("12")}, Case{_T("12."), _T("12")}, Case{_T("-1.50"), _T("-1.5")},
         Case{_T("0.0"), _T("0")}, Case{_T("1.2.300"), _T("1.2.3")}, Case{_T("1..0"), _T("1.")},
         Case{_T("+0.10"), _T("+0.1")}, Case{_T("100.0"), _T("100")}})
-    EXPECT_EQ(CutDecimalZeros(wanted.text), CString(wanted.cut)) << CString(wanted.text);
+    EXPECT_EQ(CutDecimalZeros(wanted.text), CString(wanted.cut)) << lorv::test::Utf8(wanted.text);
 }
 
 TEST(EventInput, OtherTextsStay) {
