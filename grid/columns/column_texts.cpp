@@ -14,6 +14,7 @@ std::vector<CString> PiecesOf(const CString& text) {
   CStringArray list;
   CAdLorvComm::ParseStringToArray(text, list, _T(','));
   std::vector<CString> pieces;
+  pieces.reserve(static_cast<std::size_t>(list.GetSize()));
   for (int i = 0; i < static_cast<int>(list.GetSize()); ++i) pieces.push_back(list[i]);
   return pieces;
 }
