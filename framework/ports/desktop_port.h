@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "framework/ports/menu_model.h"
+#include "framework/ports/transfer_data.h"
 #include "framework/ports/window_port.h"
 
 // The screen, the keyboard, the mouse and the message queue, as window classes see them. One for a process;
@@ -95,6 +96,10 @@ class COMM_LORV_API Desktop {
   virtual bool HasClipboardText() const = 0;
   virtual CString ClipboardText() const = 0;
   virtual bool SetClipboardText(const CString& text) = 0;
+  // One content in several formats. False if the system refused; what was there before may be gone then.
+  virtual bool SetClipboard(const TransferData& data) = 0;
+  // One format beside text, as TransferData has them; empty where the clipboard has none.
+  virtual std::vector<BYTE> ClipboardBytes(const CString& format) const = 0;
 
   // A surface in memory, filled with white, that can be copied to the windows of this desktop.
   virtual std::unique_ptr<Canvas> MakeCanvas(SIZE size) const = 0;

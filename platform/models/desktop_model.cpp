@@ -198,6 +198,9 @@ int DesktopModel::Metric(int index) const {
     case SM_CXEDGE:
     case SM_CYEDGE:
       return 2;
+    case SM_CXDRAG:
+    case SM_CYDRAG:
+      return DragDistance();
     default:
       return 1;
   }

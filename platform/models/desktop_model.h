@@ -88,6 +88,8 @@ class COMM_LORV_API DesktopModel : public Desktop {
   virtual void Translate(const MSG& /*message*/) {}
   virtual int BarWidth() const = 0;
   virtual int CaptionHeight() const = 0;
+  // How far a pressed mouse goes before that is a drag.
+  virtual int DragDistance() const = 0;
 
   struct OwnCursor {
     SIZE size;

@@ -122,6 +122,31 @@ std::vector<Step> ScrollSteps() {
   };
 }
 
+std::vector<Step> ClipboardSteps() {
+  return {
+      {"a content on the clipboard in three formats",
+       [](Scene& s) {
+         lorv::TransferData data;
+         data.SetText(_T("1\t2\r\n"));
+         data.SetHtml("<table><tr><td>墙</td></tr></table>");
+         data.Set(_T("application/x-lorv-cells"), {0, 1, 255});
+         lorv::Desktop& desktop = s.driver.Desktop();
+         s.Say(desktop.SetClipboard(data) ? "put" : "refused");
+         s.driver.Settle();
+         s.Say(desktop.ClipboardText() == data.Text() ? "the text" : "another text");
+         const auto html = desktop.ClipboardBytes(CString(lorv::TransferData::kHtml));
+         s.Say(std::string(html.begin(), html.end()));
+         s.Say(std::to_string(desktop.ClipboardBytes(_T("application/x-lorv-cells")).size()) + " bytes");
+         s.Say(std::to_string(desktop.ClipboardBytes(_T("application/x-lorv-none")).size()) + " of none");
+         desktop.SetClipboardText(_T("C30"));
+         s.Say(std::to_string(desktop.ClipboardBytes(CString(lorv::TransferData::kHtml)).size()) +
+               " behind a text");
+       }},
+      {"a mouse that is pressed goes some way before it drags",
+       [](Scene& s) { s.Say(s.driver.Desktop().Metric(SM_CXDRAG) > 1 ? "some pixels" : "none"); }},
+  };
+}
+
 std::vector<Step> CompositionSteps() {
   return {
       {"an input method in a window that draws itself",

@@ -232,10 +232,11 @@ std::vector<std::string> PlayBehaviour(BehaviourDriver& driver) {
   Scene scene(driver);
   int number = 0;
   for (auto* const part :
-       {EditSteps,          EditKeySteps,       EditStateSteps, LineSteps,      ListSteps,   TypedListSteps,
-        ButtonSteps,        MenuSteps,          WindowSteps,    QueueSteps,     PlaceSteps,  PaintSteps,
-        DialogSteps,        DialogInputSteps,   FaultSteps,     LoopFaultSteps, ScrollSteps, CompositionSteps,
-        DefaultButtonSteps, EndInCallbackSteps, EndingSteps,    LateEndingSteps}) {
+       {EditSteps,          EditKeySteps, EditStateSteps, LineSteps,        ListSteps,
+        TypedListSteps,     ButtonSteps,  MenuSteps,      WindowSteps,      QueueSteps,
+        PlaceSteps,         PaintSteps,   DialogSteps,    DialogInputSteps, FaultSteps,
+        LoopFaultSteps,     ScrollSteps,  ClipboardSteps, CompositionSteps, DefaultButtonSteps,
+        EndInCallbackSteps, EndingSteps,  LateEndingSteps}) {
     for (const Step& step : part()) {
       scene.trace.push_back(std::to_string(++number) + " " + step.name);
       step.play(scene);

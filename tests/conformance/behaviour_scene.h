@@ -143,6 +143,7 @@ std::vector<Step> LateEndingSteps();
 std::vector<Step> FaultSteps();
 std::vector<Step> LoopFaultSteps();
 std::vector<Step> ScrollSteps();
+std::vector<Step> ClipboardSteps();
 std::vector<Step> CompositionSteps();
 std::vector<Step> DefaultButtonSteps();
 std::vector<Step> EndInCallbackSteps();

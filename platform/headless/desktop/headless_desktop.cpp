@@ -168,8 +168,13 @@ HKL HeadlessDesktop::ActivateLayout(HKL layout, UINT /*flags*/) {
 }
 
 bool HeadlessDesktop::SetClipboardText(const CString& text) {
-  clip_ = text;
-  has_clip_ = true;
+  clip_ = TransferData();
+  clip_.SetText(text);
+  return true;
+}
+
+bool HeadlessDesktop::SetClipboard(const TransferData& data) {
+  clip_ = data;
   return true;
 }
 

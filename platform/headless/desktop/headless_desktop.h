@@ -76,9 +76,11 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   HKL Layout() const override { return layout_; }
   HKL ActivateLayout(HKL layout, UINT flags) override;
   std::vector<HKL> Layouts() const override { return layouts_; }
-  bool HasClipboardText() const override { return has_clip_; }
-  CString ClipboardText() const override { return clip_; }
+  bool HasClipboardText() const override { return clip_.HasText(); }
+  CString ClipboardText() const override { return clip_.Text(); }
   bool SetClipboardText(const CString& text) override;
+  bool SetClipboard(const TransferData& data) override;
+  std::vector<BYTE> ClipboardBytes(const CString& format) const override { return clip_.Bytes(format); }
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
   bool HasViewer() const override { return viewer_; }
   int Dpi() const override { return dpi_; }
@@ -94,6 +96,7 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   void Translate(const MSG& message) override;
   int BarWidth() const override { return 16; }
   int CaptionHeight() const override { return 24; }
+  int DragDistance() const override { return 4; }
 
  private:
   friend class HeadlessWindow;
@@ -142,8 +145,7 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   int dpi_ = kUsualDpi;
   std::vector<HKL> layouts_;
   HKL layout_ = nullptr;
-  bool has_clip_ = false;
-  CString clip_;
+  TransferData clip_;
 };
 
 // The foreign handle that LeaveProgram leaves the focus with.

@@ -82,6 +82,8 @@ class QtDesk : public DesktopModel, public QtServices {
   bool HasClipboardText() const override;
   CString ClipboardText() const override;
   bool SetClipboardText(const CString& text) override;
+  bool SetClipboard(const TransferData& data) override;
+  std::vector<BYTE> ClipboardBytes(const CString& format) const override;
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
   int Dpi() const override;
   std::unique_ptr<ProgressDialog> MakeProgress() override;
@@ -145,6 +147,7 @@ class QtDesk : public DesktopModel, public QtServices {
   bool PumpOnce(bool wait) override;
   int BarWidth() const override;
   int CaptionHeight() const override;
+  int DragDistance() const override;
 
  private:
   void WatchScreens();

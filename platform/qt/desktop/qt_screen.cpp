@@ -3,11 +3,14 @@
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QLocale>
+#include <QMimeData>
 #include <QPalette>
 #include <QScreen>
 #include <QStyle>
+#include <QStyleHints>
 #include <QWidget>
 #include <cmath>
+#include <memory>
 
 #include "platform/qt/desktop/qt_desk.h"
 #include "platform/qt/desktop/qt_text.h"
@@ -148,9 +151,31 @@ CString QtDesk::ClipboardText() const {
 }
 
 bool QtDesk::SetClipboardText(const CString& text) {
-  QGuiApplication::clipboard()->setText(
-      ToQt(text.View()).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+  TransferData data;
+  data.SetText(text);
+  return SetClipboard(data);
+}
+
+bool QtDesk::SetClipboard(const TransferData& data) {
+  auto content = std::make_unique<QMimeData>();
+  if (data.HasText())
+    content->setText(ToQt(data.Text().View()).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+  for (const auto& [format, bytes] : data.Formats()) {
+    const auto size = static_cast<qsizetype>(bytes.size());
+    content->setData(ToQt(format.View()), QByteArray(reinterpret_cast<const char*>(bytes.data()), size));
+  }
+  QGuiApplication::clipboard()->setMimeData(content.release());
   return true;
+}
+
+std::vector<BYTE> QtDesk::ClipboardBytes(const CString& format) const {
+  const QMimeData* const content = QGuiApplication::clipboard()->mimeData();
+  const QByteArray bytes = content == nullptr ? QByteArray() : content->data(ToQt(format.View()));
+  return {bytes.begin(), bytes.end()};
+}
+
+int QtDesk::DragDistance() const {
+  return QGuiApplication::styleHints()->startDragDistance();
 }
 
 }  // namespace lorv

@@ -1,6 +1,9 @@
 #include "platform/win32/desktop/win32_clipboard.h"
 
 #include <algorithm>
+#include <cstring>
+
+#include "platform/models/html_format.h"
 
 namespace lorv {
 namespace {
@@ -30,6 +33,23 @@ class OpenedClipboard {
   bool opened_ = false;
 };
 
+// The system's number of a format by our name for it.
+UINT NumberOf(const CString& format) {
+  const bool html = format == CString(TransferData::kHtml);
+  return RegisterClipboardFormatW(html ? L"HTML Format" : format.GetString());
+}
+
+// Into the clipboard that is open. What it takes is its own from then on.
+bool Put(UINT format, const void* bytes, std::size_t count) {
+  const HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, std::max<std::size_t>(count, 1));
+  if (data == nullptr) return false;
+  if (count != 0) std::memcpy(GlobalLock(data), bytes, count);
+  GlobalUnlock(data);
+  if (SetClipboardData(format, data) != nullptr) return true;
+  GlobalFree(data);
+  return false;
+}
+
 }  // namespace
 
 bool HasSystemText() {
@@ -49,16 +69,41 @@ CString SystemText() {
 }
 
 bool SetSystemText(const CString& text) {
-  const auto length = static_cast<std::size_t>(text.GetLength()) + 1;
-  const HGLOBAL data = GlobalAlloc(GMEM_MOVEABLE, length * sizeof(wchar_t));
-  if (data == nullptr) return false;
-  std::copy_n(text.GetString(), length, static_cast<wchar_t*>(GlobalLock(data)));
-  GlobalUnlock(data);
+  TransferData data;
+  data.SetText(text);
+  return SetSystemClipboard(data);
+}
+
+bool SetSystemClipboard(const TransferData& data) {
   const OpenedClipboard clipboard;
-  // What the clipboard takes is its own from then on.
-  if (clipboard && EmptyClipboard() && SetClipboardData(CF_UNICODETEXT, data) != nullptr) return true;
-  GlobalFree(data);
-  return false;
+  if (!clipboard || !EmptyClipboard()) return false;
+  bool all = true;
+  if (data.HasText()) {
+    const auto bytes = (static_cast<std::size_t>(data.Text().GetLength()) + 1) * sizeof(wchar_t);
+    all = Put(CF_UNICODETEXT, data.Text().GetString(), bytes);
+  }
+  for (const auto& [format, bytes] : data.Formats()) {
+    if (format == CString(TransferData::kHtml)) {
+      const std::string framed = ToHtmlFormat(data.Html());
+      all = Put(NumberOf(format), framed.c_str(), framed.size() + 1) && all;
+    } else {
+      all = Put(NumberOf(format), bytes.data(), bytes.size()) && all;
+    }
+  }
+  return all;
+}
+
+std::vector<BYTE> SystemBytes(const CString& format) {
+  const OpenedClipboard clipboard;
+  const HANDLE data = clipboard ? GetClipboardData(NumberOf(format)) : nullptr;
+  const auto* const first = data == nullptr ? nullptr : static_cast<const BYTE*>(GlobalLock(data));
+  if (first == nullptr) return {};
+  std::vector<BYTE> bytes(first, first + GlobalSize(data));
+  GlobalUnlock(data);
+  if (format != CString(TransferData::kHtml)) return bytes;
+  const std::string fragment =
+      FragmentOfHtmlFormat({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+  return {fragment.begin(), fragment.end()};
 }
 
 }  // namespace lorv

@@ -1,6 +1,8 @@
 #pragma once
 
-#include "framework/text/cstring.h"
+#include <vector>
+
+#include "framework/ports/transfer_data.h"
 
 // Text of the system's clipboard. It is cut at its first zero unit, as the system counts no length.
 // Edges: another program may hold the clipboard for a moment; we try for a while, then answer false or empty.
@@ -9,5 +11,8 @@ namespace lorv {
 bool HasSystemText();
 CString SystemText();
 bool SetSystemText(const CString& text);
+bool SetSystemClipboard(const TransferData& data);
+// HTML without the frame that the system's format has around it.
+std::vector<BYTE> SystemBytes(const CString& format);
 
 }  // namespace lorv

@@ -197,6 +197,8 @@ class Win32Desktop : public Desktop {
   bool HasClipboardText() const override { return HasSystemText(); }
   CString ClipboardText() const override { return SystemText(); }
   bool SetClipboardText(const CString& text) override { return SetSystemText(text); }
+  bool SetClipboard(const TransferData& data) override { return SetSystemClipboard(data); }
+  std::vector<BYTE> ClipboardBytes(const CString& format) const override { return SystemBytes(format); }
 
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override {
     auto canvas = std::make_unique<GdiCanvas>(std::make_unique<GdiMemory>(size));

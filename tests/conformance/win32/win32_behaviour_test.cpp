@@ -44,7 +44,7 @@ const std::vector<lorv_test::Difference> kDifferences = {
     // A range of the system's spans 31 bits at the most.
     {"106 a range of all numbers", {"  page 0"}},
     // What is to be committed is shown first.
-    {"109 an input method in a window that draws itself",
+    {"111 an input method in a window that draws itself",
      {"  begins", "  shows qiang", "  shows 墙", "  shows ", "  commits 墙", "  char 22681"}},
 };
 
