@@ -6,27 +6,36 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(LORV_BIN ${CMAKE_CURRENT_BINARY_DIR}/bin)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${LORV_BIN})
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${LORV_BIN})
 
+# A precompiled header stands in for the first thousands of lines of each source. The cache takes part if it may
+# trust the dates and defines of such a header; without one of both the build is the same, only slower.
 find_program(CCACHE ccache)
-if(CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+find_program(LORV_ENV env)
+if(CCACHE AND LORV_ENV)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${LORV_ENV} CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime
+                                  ${CCACHE})
 endif()
 
 # What every file of ours is compiled with. No contraction of a*b+c into one rounding: a formula gives the
 # same last bit on every machine.
 add_library(lorv_options INTERFACE)
-target_include_directories(lorv_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_include_directories(lorv_options INTERFACE ${PROJECT_SOURCE_DIR})
 target_compile_options(lorv_options INTERFACE -Wall -Wextra -Wconversion -Wsign-conversion -Wshadow
-                       -Wnon-virtual-dtor -Woverloaded-virtual -Werror -ffp-contract=off
-                       -ffile-prefix-map=${CMAKE_SOURCE_DIR}/=)
+                       -Wnon-virtual-dtor -Woverloaded-virtual -ffp-contract=off
+                       -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
+if(LORV_WERROR)
+  target_compile_options(lorv_options INTERFACE -Werror)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # gcc 12 warns about overlapping copies inside its own std::string::assign.
   target_compile_options(lorv_options INTERFACE -Wno-restrict)
-elseif(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-  # A keyed array applies the sorting base to itself, where "virtual" both declares and overrides.
-  target_compile_options(lorv_options INTERFACE -Wno-inconsistent-missing-override)
+  if(LORV_PCH)
+    # The cache sees what a precompiled header was made of.
+    target_compile_options(lorv_options INTERFACE -fpch-preprocess)
+  endif()
 endif()
 if(WIN32)
   target_compile_definitions(lorv_options INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX
@@ -38,23 +47,51 @@ if(LORV_SANITIZE)
   target_link_options(lorv_options INTERFACE -fsanitize=${LORV_SANITIZE})
 endif()
 
+if(LORV_HOSTILE)
+  # Variables that nobody set hold a pattern; blocks of the heap do by MALLOC_PERTURB_, which the test preset sets.
+  target_compile_definitions(lorv_options INTERFACE LORV_HOSTILE _GLIBCXX_DEBUG)
+  target_compile_options(lorv_options INTERFACE -ftrivial-auto-var-init=pattern)
+endif()
+
 find_package(ZLIB REQUIRED)
 find_package(Threads REQUIRED)
 set(LORV_SYSTEM_LIBRARIES ZLIB::ZLIB Threads::Threads)
 if(WIN32)
-  list(APPEND LORV_SYSTEM_LIBRARIES ole32 oleaut32 uuid shell32 version comdlg32 gdi32 imm32 user32 advapi32)
+  list(APPEND LORV_SYSTEM_LIBRARIES ole32 oleaut32 uuid shell32 version comdlg32 gdi32 user32 advapi32)
 endif()
 
-# Every source of the library is compiled once; the shared library and the archive for tests of internals
-# are made of the same objects.
-add_library(lorv_objects OBJECT)
-target_compile_definitions(lorv_objects PRIVATE COMM_LORV_BUILDING)
-target_link_libraries(lorv_objects PUBLIC lorv_options ${LORV_SYSTEM_LIBRARIES})
+# What nearly every source of ours begins with. On Windows warnings of the system's own headers are no longer held back
+# where these come precompiled and are optimized: gcc 12 takes copies of texts there for overlong ones.
+function(lorv_precompile target)
+  if(LORV_PCH AND NOT WIN32)
+    target_precompile_headers(${target} PRIVATE <algorithm> <array> <cmath> <cstdint> <functional> <map> <memory>
+                              <optional> <string> <string_view> <utility> <vector>
+                              <framework/text/cstring.h>)
+  endif()
+endfunction()
 
-# Adds the sources of the calling folder to the library.
+# Every source of the library is compiled once, as part of the layer whose folder it stands in; the shared library
+# and the archive for tests of internals are made of the layers' objects.
+set(LORV_LAYERS "")
+function(lorv_layer folder)
+  set(target lorv_layer_${folder})
+  add_library(${target} OBJECT)
+  target_compile_definitions(${target} PRIVATE COMM_LORV_BUILDING)
+  target_link_libraries(${target} PUBLIC lorv_options ${LORV_SYSTEM_LIBRARIES})
+  if(NOT LORV_LAYERS)
+    lorv_precompile(${target})
+  elseif(LORV_PCH AND NOT WIN32)
+    list(GET LORV_LAYERS 0 first)
+    target_precompile_headers(${target} REUSE_FROM lorv_layer_${first})
+  endif()
+  set(LORV_LAYERS ${LORV_LAYERS} ${folder} PARENT_SCOPE)
+  set(LORV_LAYER ${folder} PARENT_SCOPE)
+endfunction()
+
+# Adds the sources of the calling folder to its layer.
 function(lorv_sources)
   list(TRANSFORM ARGN PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
-  target_sources(lorv_objects PRIVATE ${ARGN})
+  target_sources(lorv_layer_${LORV_LAYER} PRIVATE ${ARGN})
 endfunction()
 
 # The sources of the calling folder that one system needs: win32/ or posix/ stands in their path.
@@ -64,10 +101,31 @@ function(lorv_native_sources system)
   endif()
 endfunction()
 
+# Options for single sources of the calling folder, which then do without the precompiled header.
+function(lorv_source_options options)
+  set_source_files_properties(${ARGN} TARGET_DIRECTORY lorv_options PROPERTIES COMPILE_OPTIONS "${options}"
+                              SKIP_PRECOMPILE_HEADERS ON)
+endfunction()
+
+# The layers up to each one must link by themselves: a call into a layer that stands below is an undefined symbol. One is
+# meant: lorv::ChosenDesktop of framework/ports, a port that is a function, which platform/choice answers.
+set(LORV_ANSWERED_BELOW_framework -Wl,--defsym=_ZN4lorv13ChosenDesktopEv=0)
+function(lorv_check_layers)
+  set(objects "")
+  foreach(folder IN LISTS LORV_LAYERS)
+    list(APPEND objects $<TARGET_OBJECTS:lorv_layer_${folder}>)
+    add_library(lorv_up_to_${folder} MODULE ${objects})
+    target_link_libraries(lorv_up_to_${folder} PRIVATE lorv_options ${LORV_SYSTEM_LIBRARIES})
+    target_link_options(lorv_up_to_${folder} PRIVATE -Wl,--no-undefined ${LORV_ANSWERED_BELOW_${folder}})
+  endforeach()
+endfunction()
+
 function(lorv_finish_library)
-  add_library(Comm_LORV SHARED $<TARGET_OBJECTS:lorv_objects>)
+  list(TRANSFORM LORV_LAYERS REPLACE "(.+)" "$<TARGET_OBJECTS:lorv_layer_\\1>" OUTPUT_VARIABLE objects)
+  add_library(Comm_LORV SHARED ${objects})
   target_link_libraries(Comm_LORV PRIVATE lorv_options ${LORV_SYSTEM_LIBRARIES})
-  target_include_directories(Comm_LORV INTERFACE $<BUILD_INTERFACE:${CMAKE_SOURCE_DIR}>
+  target_compile_features(Comm_LORV INTERFACE cxx_std_20)
+  target_include_directories(Comm_LORV INTERFACE $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
                              $<INSTALL_INTERFACE:include/Comm_LORV>)
   set_target_properties(Comm_LORV PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
   if(NOT WIN32)
@@ -78,22 +136,62 @@ function(lorv_finish_library)
     target_compile_definitions(Comm_LORV INTERFACE UNICODE _UNICODE)
     set_target_properties(Comm_LORV PROPERTIES PREFIX "")
   endif()
-  add_library(lorv_internals STATIC $<TARGET_OBJECTS:lorv_objects>)
+  add_library(Comm_LORV::Comm_LORV ALIAS Comm_LORV)
+  add_library(lorv_internals STATIC EXCLUDE_FROM_ALL ${objects})
   target_link_libraries(lorv_internals PUBLIC lorv_options ${LORV_SYSTEM_LIBRARIES})
   target_compile_definitions(lorv_internals INTERFACE COMM_LORV_STATIC)
+  if(LORV_CHECK_LAYERS)
+    lorv_check_layers()
+  endif()
+endfunction()
+
+# Test programs are not optimized: that is a quarter of the time to compile them, and what they measure and compare is
+# the library's own code, which is. `support` is the library that holds the precompiled header of such tests.
+function(lorv_test_code target support)
+  target_compile_options(${target} PRIVATE -O0)
+  if(WIN32)
+    # Each function that is not inlined takes sections of its own; their usual count is soon reached.
+    target_compile_options(${target} PRIVATE -Wa,-mbig-obj)
+  else()
+    # Archives and programs alike, or the precompiled header would not fit both.
+    set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+    target_compile_options(${target} PRIVATE -fPIE)
+  endif()
+  if(LORV_PCH AND NOT target STREQUAL support)
+    target_precompile_headers(${target} REUSE_FROM ${support})
+  elseif(LORV_PCH)
+    target_precompile_headers(${target} PRIVATE <gtest/gtest.h> <algorithm> <array> <cmath> <functional> <map> <memory>
+                              <string> <string_view> <utility> <vector>
+                              <tests/support/print.h>)
+  endif()
 endfunction()
 
 # One test program a folder: lorv_test(framework cstring_test.cpp ...) makes lorv_test_framework.
 function(lorv_test name)
   add_executable(lorv_test_${name} ${ARGN})
   target_link_libraries(lorv_test_${name} PRIVATE lorv_test_support)
+  lorv_test_code(lorv_test_${name} lorv_test_support)
   add_test(NAME ${name} COMMAND lorv_test_${name})
   set_tests_properties(${name} PROPERTIES TIMEOUT 900)
 endfunction()
 
+# A test program beside the shared library, as a user's program is; the archive of internals has no place there.
+# lorv_shared_test(NAME SOURCE...) makes lorv_test_<name>; the test itself is added by the caller.
+function(lorv_shared_test name)
+  add_executable(lorv_test_${name} ${ARGN})
+  target_link_libraries(lorv_test_${name} PRIVATE lorv_shared_test_support)
+  lorv_test_code(lorv_test_${name} lorv_shared_test_support)
+endfunction()
+
+# Sources that several test programs share, compiled once: lorv_test_objects(NAME SUPPORT SOURCE...).
+function(lorv_test_objects name support)
+  add_library(${name} OBJECT EXCLUDE_FROM_ALL ${ARGN})
+  target_link_libraries(${name} PUBLIC ${support})
+  lorv_test_code(${name} ${support})
+endfunction()
+
 # Tests that start threads stand in programs of their own, which the thread sanitizer's build runs as well:
 # lorv_thread_test(framework_threads locks_test.cpp ...).
-add_custom_target(lorv_thread_tests)
 function(lorv_thread_test name)
   lorv_test(${name} ${ARGN})
   set_tests_properties(${name} PROPERTIES LABELS threads)

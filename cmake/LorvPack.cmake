@@ -4,14 +4,14 @@
 #   cmake --build --preset linux-release --target lorv_installed && cpack --config build/linux-release/CPackConfig.cmake
 install(FILES README.md CHANGELOG.md NOTICE.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs FILES_MATCHING PATTERN "*.md"
-        PATTERN "*.png")
+        PATTERN "*.png" PATTERN "*.svg")
 
 set(CPACK_PACKAGE_NAME ${PROJECT_NAME})
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_CONTACT "The maintainers of Comm_LORV <maintainers@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Support library of a quantity take-off suite, with its command-line tool")
-set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/packs)
-set(CPACK_RESOURCE_FILE_README ${CMAKE_SOURCE_DIR}/README.md)
+set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packs)
+set(CPACK_RESOURCE_FILE_README ${PROJECT_SOURCE_DIR}/README.md)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE
@@ -35,6 +35,6 @@ set(CPACK_DEBIAN_PACKAGE_SECTION libs)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 # What the package depends on is asked when it is made, of the files that were built.
 set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_LIST_DIR}/LorvDebian.cmake)
-set(CPACK_LORV_BINARIES ${CMAKE_BINARY_DIR}/bin)
+set(CPACK_LORV_BINARIES ${LORV_BIN})
 set(CPACK_LORV_SHLIBDEPS ${LORV_SHLIBDEPS})
 include(CPack)

@@ -7,6 +7,7 @@
 
 #include "TEXPRESSCAL/evaluate/evaluation_error.h"
 #include "TEXPRESSCAL/language/expression_node.h"
+#include "framework/native/working_size.h"
 #include "framework/text/text_compare.h"
 
 namespace lorv {
@@ -55,7 +56,7 @@ class Evaluator {
     error_node_ = node;
   }
   // Levels of a tree that are evaluated by plain recursion.
-  static constexpr int kRecursionLevels = 250;
+  static constexpr int kRecursionLevels = static_cast<int>(WorkingSize(250, 2));
 
   double Number(const ExprNode* node, int levels) {
     return node != nullptr && node->kind == kNumber ? node->value : EvaluateNumber(node, levels);
@@ -82,7 +83,7 @@ class Evaluator {
   const ExprNode* error_node_ = nullptr;
   // Operators whose left operand is being evaluated. The first few need no heap.
   std::size_t pending_count_ = 0;
-  std::array<Pending, 24> pending_;
+  std::array<Pending, WorkingSize(24, 1)> pending_;
   std::vector<Pending> more_pending_;
   // Texts that were joined on the way, with the nodes that stand for them: few formulas join any.
   struct JoinedText {

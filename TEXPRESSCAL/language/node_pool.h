@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "TEXPRESSCAL/language/expression_node.h"
+#include "framework/native/working_size.h"
 
 namespace lorv {
 
@@ -29,8 +30,8 @@ class NodePool {
   }
 
  private:
-  static constexpr std::size_t kInline = 40;
-  static constexpr std::size_t kBlock = 512;
+  static constexpr std::size_t kInline = WorkingSize(40, 1);
+  static constexpr std::size_t kBlock = WorkingSize(512, 2);
 
   void Use(ExprNode* first, std::size_t count) {
     next_ = first;

@@ -19,7 +19,7 @@ namespace lorv {
 namespace {
 
 // Blocks that a thread takes at a time.
-constexpr std::size_t kBlocksTaken = 48;
+constexpr std::size_t kBlocksTaken = WorkingSize(48, 1);
 
 bool IsAtLine(const double* number) {
   return reinterpret_cast<std::uintptr_t>(number) % kMemoryLine == 0;

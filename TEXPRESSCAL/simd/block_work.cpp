@@ -3,7 +3,7 @@
 namespace lorv {
 namespace {
 
-#if defined(__x86_64__)
+#if defined(__x86_64__) && !defined(LORV_HOSTILE)
 
 bool RunsAvx2() {
   return __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("fma") != 0;
