@@ -6,8 +6,6 @@ include(CMakePackageConfigHelpers)
 set(LORV_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/Comm_LORV)
 set(LORV_PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/Comm_LORV)
 
-add_library(Comm_LORV::Comm_LORV ALIAS Comm_LORV)
-target_compile_features(Comm_LORV INTERFACE cxx_std_20)
 install(TARGETS Comm_LORV EXPORT Comm_LORVTargets)
 # What has to be built before: lorv_installed.
 add_custom_target(lorv_installed DEPENDS Comm_LORV)
@@ -21,19 +19,39 @@ if(TARGET Comm_LORV_qt)
   # Beside the core, where that one looks for it first; a program that links it finds the core there.
   set_target_properties(Comm_LORV_qt PROPERTIES INSTALL_RPATH "$ORIGIN")
   install(TARGETS Comm_LORV_qt EXPORT Comm_LORVTargets)
-  install(FILES platform/qt/desktop/qt_desktop.h DESTINATION ${LORV_INCLUDEDIR}/platform/qt/desktop)
-  add_library(Comm_LORV::Comm_LORV_qt ALIAS Comm_LORV_qt)
   add_dependencies(lorv_installed Comm_LORV_qt)
 endif()
 
 # Headers keep their folders: callers write #include "TEXPRESSCAL/express.h".
+file(STRINGS cmake/public_headers.txt LORV_PUBLIC_HEADERS REGEX "^[^#]")
 set(LORV_OTHER_SYSTEM win32)
 if(WIN32)
   set(LORV_OTHER_SYSTEM posix)
 endif()
-foreach(folder IN LISTS LORV_FOLDERS)
-  install(DIRECTORY ${folder} DESTINATION ${LORV_INCLUDEDIR}
-          FILES_MATCHING PATTERN "*.h" PATTERN "*_table.inc" PATTERN ${LORV_OTHER_SYSTEM} EXCLUDE PATTERN qt EXCLUDE)
+
+# lorv_reached_headers(OUT HEADER...): these and all headers of the tree that they include in turn.
+function(lorv_reached_headers out)
+  set(waiting ${ARGN})
+  set(reached "")
+  while(waiting)
+    list(POP_FRONT waiting header)
+    if(NOT header IN_LIST reached AND NOT header MATCHES "/${LORV_OTHER_SYSTEM}/")
+      list(APPEND reached ${header})
+      file(STRINGS ${PROJECT_SOURCE_DIR}/${header} lines REGEX "^ *#include \"")
+      list(TRANSFORM lines REPLACE "^ *#include \"([^\"]+)\".*" "\\1")
+      list(APPEND waiting ${lines})
+    endif()
+  endwhile()
+  set(${out} ${reached} PARENT_SCOPE)
+endfunction()
+
+if(NOT TARGET Comm_LORV_qt)
+  list(FILTER LORV_PUBLIC_HEADERS EXCLUDE REGEX "/qt/")
+endif()
+lorv_reached_headers(LORV_INSTALLED_HEADERS ${LORV_PUBLIC_HEADERS})
+foreach(header IN LISTS LORV_INSTALLED_HEADERS)
+  get_filename_component(folder ${header} DIRECTORY)
+  install(FILES ${PROJECT_SOURCE_DIR}/${header} DESTINATION ${LORV_INCLUDEDIR}/${folder})
 endforeach()
 
 install(EXPORT Comm_LORVTargets NAMESPACE Comm_LORV:: DESTINATION ${LORV_PACKAGE_DIR})

@@ -35,6 +35,10 @@ struct SortCompare {
   }
 };
 
+#if defined(__clang__)
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Winconsistent-missing-override"
+#endif
 // NOLINTBEGIN(modernize-use-override): a keyed array applies this class to itself, so the same lines declare
 // in the one case and override in the other.
 template <class A, class T, class C>
@@ -117,6 +121,9 @@ class BaseSort : public A {
   }
 };
 // NOLINTEND(modernize-use-override)
+#if defined(__clang__)
+#pragma clang diagnostic pop
+#endif
 
 template <class A, class T, class C>
 class BaseArray : public BaseSort<A, T, C> {

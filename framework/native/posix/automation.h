@@ -112,7 +112,7 @@ struct IErrorInfo : IUnknown {
 
 // Money: ten-thousandths.
 union CY {
-  struct {
+  __extension__ struct {
     std::uint32_t Lo;
     std::int32_t Hi;
   };
