@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <vector>
@@ -68,6 +69,7 @@ class COMM_LORV_API CAdExpCalculate : public CValidParameter {
   // Uses a caller's map, which must outlive this object and its copies; 1. Null: an own empty one. No
   // keywords are made.
   int SetVarValue(CMapValue* values);
+  int SetVarValue(std::nullptr_t) { return SetVarValue(static_cast<CMapValue*>(nullptr)); }
   // Replaces all values and makes their names keywords; the count of values afterwards.
   int SetVarValue(const std::map<CString, double>& values);
   // The same from "A:1;B:2.5"; a piece that is not exactly a name and a value is passed over. An empty text

@@ -27,7 +27,15 @@ enum class FormulaFault {
   kDivisionByZero,   // the divisor is 0
   kOutsideDomain,    // a root or logarithm of what has none
   kMissingArgument,  // a function without the argument it uses
-  kMalformedArguments
+  kMalformedArguments,
+
+  // The formula gives a number, which is hardly the one that was meant.
+  kSurplusArgument,  // a function takes no notice of it
+  kSecondPoint,      // the number ends at its second point
+  kLengthIsZero,     // LEN gives 0 for every text
+  kTextResult,       // a text counts as the number 0
+  kTextAsNumber,     // so does one within the formula
+  kBeyond32Bits      // a number too large to be rounded or cut: it became -2147483648
 };
 
 // A fault with its place in the formula as typed.

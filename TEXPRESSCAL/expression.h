@@ -68,13 +68,13 @@ class COMM_LORV_API CExpression : public CObject {
   CString AcceptedNames() const;
 
   // The accepted names, each behind a comma (",A,B"), or the refused one alone. A new parse adds to it.
-  TCHAR m_szVarList[lorv::kVarListSize];
-  const CValidParameter* m_pValidParameter = nullptr;  // resolves names; null: no name is known
-  int m_nError = 0;                                    // of the last Value
-  VariableMap* m_pVars = nullptr;                      // variable objects by name; may be null
-  LPTSTR m_pszExpr = nullptr;                          // the rewritten text; null before the first
-  unsigned int m_nPos = 0;                             // where the parser stands; where it failed
-  ExprNode* m_pRoot = nullptr;                         // the tree; null after a failed parse
+  TCHAR m_szVarList[lorv::kVarListSize] = {};
+  CValidParameter* m_pValidParameter = nullptr;  // resolves names; null: no name is known
+  int m_nError = 0;                              // of the last Value
+  VariableMap* m_pVars = nullptr;                // variable objects by name; may be null
+  LPTSTR m_pszExpr = nullptr;                    // the rewritten text; null before the first
+  unsigned int m_nPos = 0;                       // where the parser stands; where it failed
+  ExprNode* m_pRoot = nullptr;                   // the tree; null after a failed parse
 
  private:
   int ParseText();

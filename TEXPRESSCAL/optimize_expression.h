@@ -3,6 +3,11 @@
 #include "TEXPRESSCAL/map_value.h"
 #include "framework/collections/string_array.h"
 
+// The functions that the simplifier folds ("max", "min", "iif"), in the order of COptimizeExpression's index.
+extern COMM_LORV_API const CString s_strFuncName[3];
+// The characters that end an operand. The comma is one, so an argument of a function is an operand.
+extern COMM_LORV_API const CString s_strOperator;
+
 // Shortens a formula's text by its characters alone: folds max, min and iif whose arguments can be evaluated,
 // and takes out zero terms with the operators they leave behind.
 //

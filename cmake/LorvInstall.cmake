@@ -67,7 +67,8 @@ set(LORV_PKGCONFIG_FLAGS "")
 set(LORV_PKGCONFIG_LIBS "-L\${libdir} -lComm_LORV")
 if(WIN32)
   # By its file: under -static the linker does not look for import libraries.
-  set(LORV_PKGCONFIG_LIBS "\${libdir}/libComm_LORV.dll.a")
+  # The classes for texts and values of automation call the system's library from their headers.
+  set(LORV_PKGCONFIG_LIBS "\${libdir}/libComm_LORV.dll.a -loleaut32")
   set(LORV_PKGCONFIG_FLAGS "-DUNICODE -D_UNICODE")
 endif()
 configure_file(cmake/Comm_LORV.pc.in Comm_LORV.pc @ONLY)

@@ -68,8 +68,6 @@ class OxArray : public V {
     return 1;
   }
 
-  virtual ~OxArray() = default;
-
  private:
   static constexpr typename V::size_type kSmallestStep = 4;
 };

@@ -73,6 +73,8 @@ class CGridArray {
 
  private:
   bool Resize(std::size_t rows, std::size_t columns);
+  // Kept apart from GetValueAt, which every reading of a table goes through.
+  [[gnu::noinline]] static const T& EmptyCell();
 };
 
 template <class T>
@@ -113,21 +115,28 @@ bool CGridArray<T>::SetAllVal(const T& value) {
 
 template <class T>
 int CGridArray<T>::SetValueAt(int row, int column, const T& value) {
-  if (!IsRow(row) || !IsDeclaredColumn(column)) return 0;
-  Row& cells = *RowAt(row);
-  // A row that lost a column is narrower than declared.
-  if (static_cast<std::size_t>(column) >= cells.size()) return 0;
-  cells[static_cast<std::size_t>(column)] = value;
+  // Negative indexes are huge ones here. A row that lost a column is narrower than declared.
+  const auto at_row = static_cast<std::size_t>(row);
+  const auto at = static_cast<std::size_t>(column);
+  if (at_row >= m_arrRows.size() || column >= m_nColCount) return 0;
+  Row& cells = m_arrRows[at_row];
+  if (at >= cells.size()) return 0;
+  cells[at] = value;
   return 1;
 }
 
 template <class T>
 const T& CGridArray<T>::GetValueAt(int row, int column) const {
-  static const T kEmpty{};
-  if (!IsRow(row) || column < 0) return kEmpty;
-  const Row& cells = m_arrRows[static_cast<std::size_t>(row)];
+  const auto at_row = static_cast<std::size_t>(row);
   const auto at = static_cast<std::size_t>(column);
-  return at < cells.size() ? cells[at] : kEmpty;
+  if (at_row >= m_arrRows.size() || at >= m_arrRows[at_row].size()) return EmptyCell();
+  return m_arrRows[at_row][at];
+}
+
+template <class T>
+const T& CGridArray<T>::EmptyCell() {
+  static const T kEmpty{};
+  return kEmpty;
 }
 
 template <class T>

@@ -85,4 +85,13 @@ bool CompareValues(long comparison, bool exact_case, const VARIANT& value, const
                                        : ComparedWithoutCase(left.View(), right.View()));
 }
 
+// From behind: texts of a column often begin alike and differ in the number at their end.
+bool SoughtText::IsSame(TextView text) const {
+  for (std::size_t at = text.size(); at-- > 0;) {
+    if (text[at] == text_[at]) continue;
+    if (exact_case_ || ToUpper(text[at]) != ToUpper(text_[at])) return false;
+  }
+  return true;
+}
+
 }  // namespace lorv

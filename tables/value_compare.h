@@ -30,4 +30,25 @@ class CellText {
 // A value or cell without a text raises `_com_error`.
 bool CompareValues(long comparison, bool exact_case, const VARIANT& value, const VARIANT& cell);
 
+// A text that is looked for among cells: what a search for an equal text comes to, without working out an
+// order. The value must live as long as this object; one that is no text counts as empty. CompareValues gives
+// the same.
+class SoughtText {
+ public:
+  SoughtText(const VARIANT& value, bool exact_case)
+      : text_(value.vt == VT_BSTR ? TextOfBstr(value.bstrVal) : TextView()), exact_case_(exact_case) {}
+
+  bool Is(const VARIANT& cell) const {
+    if (cell.vt != VT_BSTR) return false;
+    const TextView text = TextOfBstr(cell.bstrVal);
+    return text.size() == text_.size() && IsSame(text);
+  }
+
+ private:
+  bool IsSame(TextView text) const;
+
+  TextView text_;
+  bool exact_case_;
+};
+
 }  // namespace lorv

@@ -64,11 +64,15 @@ long CXArrayDBToArray::Find(long start_row, long column, const VARIANT& value, l
                             long comparison, long value_type) const {
   if ((direction != kForward && direction != kBackward) || column < 0) return -1;
   const bool exact_case = TellsCase(value_type);
+  const lorv::SoughtText sought(value, exact_case);
+  const bool is_text_sought = comparison == kEqual && value.vt == VT_BSTR;
   const auto last = static_cast<long>(GetRowCount()) - 1;
   const auto at = static_cast<std::size_t>(column);
   const auto is_hit = [&](long row) {
     const Row& cells = m_arrRows[static_cast<std::size_t>(row)];
-    return at < cells.size() && ValueCompare(comparison, exact_case, value, cells[at]) != 0;
+    return at < cells.size() &&
+           (is_text_sought ? sought.Is(cells[at])
+                           : ValueCompare(comparison, exact_case, value, cells[at]) != 0);
   };
   if (direction == kForward) {
     for (long row = std::max(start_row, 0L); row <= last; ++row) {
@@ -82,9 +86,9 @@ long CXArrayDBToArray::Find(long start_row, long column, const VARIANT& value, l
   return -1;
 }
 
-long CXArrayDBToArray::FindVal(int column, const _variant_t& value) const {
+int CXArrayDBToArray::FindVal(int column, const _variant_t& value) const {
   if (GetRowCount() == 0 || !IsDeclaredColumn(column)) return -1;
-  return Find(0, column, value, kForward, kEqual, kWithoutCase);
+  return static_cast<int>(Find(0, column, value, kForward, kEqual, kWithoutCase));
 }
 
 void CXArrayDBToArray::Clear() {

@@ -42,7 +42,7 @@ class COMM_LORV_API CXArrayDBToArray : public CGridArray<_variant_t> {
   long Find(long start_row, long column, const VARIANT& value, long direction, long comparison,
             long value_type) const;
   // The first row with an equal value, letter case aside; -1 outside the declared width.
-  long FindVal(int column, const _variant_t& value) const;
+  int FindVal(int column, const _variant_t& value) const;
 
   // Keeps the shape; every cell is then the whole number 0.
   void Clear();

@@ -125,7 +125,8 @@ double FormulaEngine::CalculateAside(TextView formula, const CMapValue& values,
 // The expression is cleared, not made anew: its storage is what makes repeated parses cheap.
 int FormulaEngine::Parse(TextView text, const CValidParameter& names) {
   expression_.Clear();
-  expression_.m_pValidParameter = &names;
+  // The only operation of it leaves it as it is; the field has the type that callers know.
+  expression_.m_pValidParameter = const_cast<CValidParameter*>(&names);
   return expression_.ChangeExpression(text);
 }
 

@@ -31,6 +31,12 @@ constexpr std::array kFaultTexts = {
     FaultText{kOutsideDomain, _T("“%s”的参数超出定义域"), _T("the argument of '%s' is outside its domain")},
     FaultText{kMissingArgument, _T("“%s”缺少参数"), _T("'%s' lacks its argument")},
     FaultText{kMalformedArguments, _T("“%s”的参数不合法"), _T("the arguments of '%s' are not valid")},
+    FaultText{kSurplusArgument, _T("函数不使用多余的参数“%s”"), _T("the function takes no notice of '%s'")},
+    FaultText{kSecondPoint, _T("“%s”有两个小数点,第二个小数点之后的部分不计"), _T("'%s' has a second point: what is behind it does not count")},
+    FaultText{kLengthIsZero, _T("“%s”对任何文字都得0"), _T("'%s' is 0 for every text")},
+    FaultText{kTextResult, _T("结果是文字,按0计"), _T("the result is a text, which counts as 0")},
+    FaultText{kTextAsNumber, _T("文字“%s”在这里按0计"), _T("the text %s counts as 0 here")},
+    FaultText{kBeyond32Bits, _T("“%s”的数值过大,无法取整,结果成为-2147483648"), _T("the number in '%s' is too large to be rounded or cut: it became -2147483648")},
 };
 
 struct SignPair {

@@ -44,6 +44,8 @@ class Evaluator {
   int Error() const { return error_; }
   // The node whose evaluation gave the error; null for a missing operand that has no node.
   const ExprNode* ErrorNode() const { return error_node_; }
+  // The last call that cut or rounded a number beyond 32 bits, which is no error; or null.
+  const ExprNode* OverflowNode() const { return overflow_node_; }
 
  private:
   struct Pending {
@@ -81,6 +83,7 @@ class Evaluator {
   const VariableSource* variables_;
   int error_ = kNoError;
   const ExprNode* error_node_ = nullptr;
+  const ExprNode* overflow_node_ = nullptr;
   // Operators whose left operand is being evaluated. The first few need no heap.
   std::size_t pending_count_ = 0;
   std::array<Pending, WorkingSize(24, 1)> pending_;

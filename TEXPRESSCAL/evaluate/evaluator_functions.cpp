@@ -27,7 +27,12 @@ double Evaluator::Function(const ExprNode* call, int levels) {
   }
   const double x = Number(call->left, levels);
   if (call->left == nullptr) SetError(kMissingOperand, call);
-  if (call->kind != kSqrt && call->kind != kLog) return NumberFunction(call->kind, x);
+  if (call->kind != kSqrt && call->kind != kLog) {
+    const double result = NumberFunction(call->kind, x);
+    const bool is_lowest = result == -kEndOf32Bits && GoesThrough32Bits(call->kind);
+    if (is_lowest && !(x > -kEndOf32Bits - 1 && x < -kEndOf32Bits + 1)) overflow_node_ = call;
+    return result;
+  }
   if (call->kind == kSqrt ? x >= 0 : x > 0)
     return call->kind == kSqrt ? std::sqrt(x) : arithmetic::Logarithm(x);
   SetError(kOutsideDomain, call);

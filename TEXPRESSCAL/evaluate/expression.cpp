@@ -35,7 +35,6 @@ lorv::TextView Safe(LPCTSTR text) {
 IMPLEMENT_SERIAL(CExpression, CObject, 1)
 
 CExpression::CExpression() {
-  m_szVarList[0] = 0;
   lorv::Functions();
 }
 
@@ -72,7 +71,7 @@ void CExpression::CloneTree(const CExpression& other) {
     if (source == nullptr) continue;
     ExprNode* copy = nodes_.Take();
     *copy = *source;
-    if (copy->kind == lorv::kText) copy->text = text_.Text() + (source->text - other.text_.Text());
+    if (copy->kind == lorv::kText) copy->text = nodes_.KeepText({source->text, source->length});
     *place = copy;
     open.emplace_back(source->left, &copy->left);
     open.emplace_back(source->right, &copy->right);

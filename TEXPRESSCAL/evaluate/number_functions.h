@@ -39,6 +39,11 @@ inline double Round(double x) {
   return Through32Bits(x < 0 ? (x - 0.5) - kRoundNudge : x + 0.5 + kRoundNudge);
 }
 
+// Whether a function gives a whole number of 32 bits.
+constexpr bool GoesThrough32Bits(unsigned short kind) {
+  return kind == kFloor || kind == kCeil || kind == kRound || kind == kInt;
+}
+
 inline double ToRadians(double degrees) {
   return (degrees / 180) * kPi;
 }

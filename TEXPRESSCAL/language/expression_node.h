@@ -4,8 +4,8 @@
 
 // One node of a parsed formula.
 //
-// Nodes belong to the expression whose parse made them and live until its next parse. A text leaf's units lie
-// in the expression's text and are not terminated.
+// Nodes belong to the expression whose parse made them and live until its next parse, and so does the text of
+// a text leaf, which is a copy of its own and terminated.
 struct ExprNode {
   ExprNode* left;       // first operand or first argument; may be null
   ExprNode* right;      // second operand, or the list of further arguments; may be null

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <memory>
@@ -7,11 +8,12 @@
 
 #include "TEXPRESSCAL/language/expression_node.h"
 #include "framework/native/working_size.h"
+#include "framework/text/text_compare.h"
 
 namespace lorv {
 
-// The nodes of one expression. A formula of usual length finds room in the object itself; longer ones take
-// blocks from the heap, of which the first is kept for the next formula.
+// The nodes of one expression, and the texts of its text leaves. A formula of usual length finds room in the
+// object itself; longer ones take blocks from the heap, of which the first is kept for the next formula.
 class NodePool {
  public:
   NodePool() = default;
@@ -23,7 +25,16 @@ class NodePool {
     return next_++;
   }
 
+  // A terminated copy of a text, which lives as long as the nodes.
+  LPCTSTR KeepText(TextView text) {
+    texts_.push_back(std::make_unique_for_overwrite<TCHAR[]>(text.size() + 1));
+    const LPTSTR kept = texts_.back().get();
+    *std::copy(text.begin(), text.end(), kept) = 0;
+    return kept;
+  }
+
   void Clear() {
+    texts_.clear();
     if (blocks_.size() > 1) blocks_.resize(1);
     used_blocks_ = 0;
     Use(inline_.data(), inline_.size());
@@ -51,6 +62,7 @@ class NodePool {
   ExprNode* end_ = inline_.data() + kInline;
   std::vector<std::unique_ptr<Block>> blocks_;
   std::size_t used_blocks_ = 0;
+  std::vector<std::unique_ptr<TCHAR[]>> texts_;
 };
 
 }  // namespace lorv

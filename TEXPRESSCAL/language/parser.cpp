@@ -121,7 +121,7 @@ ExprNode* Parser::QuotedText() {
   if (!Take('\'')) return Fail(ParseFault::kOpenText, start - 1);
   SkipBlanks();
   ExprNode* node = Node(kText, start, nullptr, nullptr);
-  node->text = start;
+  node->text = pool_.KeepText({start, length});
   node->length = length;
   return node;
 }

@@ -1,8 +1,24 @@
 #pragma once
 
+#include <cstdint>
+#include <cstring>
+
 #include "framework/text/cstring.h"
 
 class _variant_t;
+
+namespace lorv {
+
+// The units of an automation text, zero units inside among them; none for a null one. Its length in bytes
+// stands in the four bytes in front of it, on every system: reading it there costs no call.
+inline TextView TextOfBstr(BSTR text) noexcept {
+  if (text == nullptr) return {};
+  std::uint32_t bytes = 0;
+  std::memcpy(&bytes, reinterpret_cast<const char*>(text) - sizeof bytes, sizeof bytes);
+  return {text, bytes / sizeof(TCHAR)};
+}
+
+}  // namespace lorv
 
 // A text in the form in which automation passes it, owned.
 //

@@ -55,12 +55,6 @@ _variant_t::_variant_t(long value, VARTYPE type) : tagVARIANT{} {
   }
 }
 
-_variant_t::_variant_t(double value, VARTYPE type) : tagVARIANT{} {
-  Require(type == VT_R8 || type == VT_DATE);
-  vt = type;
-  dblVal = value;
-}
-
 _variant_t::_variant_t(char value) noexcept : _variant_t(VT_I1) {
   bVal = static_cast<unsigned char>(value);
 }
@@ -84,21 +78,16 @@ _variant_t::_variant_t(IUnknown* object, bool add_ref) noexcept : _variant_t(VT_
   if (object != nullptr && add_ref) object->AddRef();
 }
 
-_variant_t& _variant_t::operator=(const VARIANT& source) {
-  if (lorv::IsPlainType(vt) && lorv::IsPlainType(source.vt)) {
-    static_cast<VARIANT&>(*this) = source;
-  } else {
-    lorv::CheckResult(VariantCopy(this, const_cast<VARIANT*>(&source)));
-  }
-  return *this;
-}
-
 _variant_t& _variant_t::operator=(_variant_t&& source) noexcept {
   if (this != &source) {
     const _variant_t old(std::move(*this));
     static_cast<VARIANT&>(*this) = source.Detach();
   }
   return *this;
+}
+
+void _variant_t::RefuseType() {
+  _com_issue_error(E_INVALIDARG);
 }
 
 void _variant_t::CopyHeld(const VARIANT& source) {

@@ -29,10 +29,14 @@ class COMM_LORV_API _variant_t : public tagVARIANT {
   _variant_t(VARIANT& source, bool copy);
   // The tag may be VT_I2 or VT_BOOL; VT_I4, VT_ERROR or VT_BOOL; VT_R8 or VT_DATE. Any other raises
   // `_com_error` (E_INVALIDARG). A `long` beyond 32 bits becomes VT_I8.
-  _variant_t(short value, VARTYPE type = VT_I2);   // NOLINT(google-explicit-constructor)
-  _variant_t(int value, VARTYPE type = VT_I4);     // NOLINT(google-explicit-constructor)
-  _variant_t(long value, VARTYPE type = VT_I4);    // NOLINT(google-explicit-constructor)
-  _variant_t(double value, VARTYPE type = VT_R8);  // NOLINT(google-explicit-constructor)
+  _variant_t(short value, VARTYPE type = VT_I2);                   // NOLINT(google-explicit-constructor)
+  _variant_t(int value, VARTYPE type = VT_I4);                     // NOLINT(google-explicit-constructor)
+  _variant_t(long value, VARTYPE type = VT_I4);                    // NOLINT(google-explicit-constructor)
+  _variant_t(double value, VARTYPE type = VT_R8) : tagVARIANT{} {  // NOLINT(google-explicit-constructor)
+    if (type != VT_R8 && type != VT_DATE) RefuseType();
+    vt = type;
+    dblVal = value;
+  }
   _variant_t(float value) noexcept : _variant_t(VT_R4) { fltVal = value; }                // NOLINT
   _variant_t(const CY& value) noexcept : _variant_t(VT_CY) { cyVal = value; }             // NOLINT
   _variant_t(unsigned char value) noexcept : _variant_t(VT_UI1) { bVal = value; }         // NOLINT
@@ -59,7 +63,14 @@ class COMM_LORV_API _variant_t : public tagVARIANT {
     if (!lorv::IsPlainType(vt)) VariantClear(this);
   }
 
-  _variant_t& operator=(const VARIANT& source);
+  _variant_t& operator=(const VARIANT& source) {
+    if (lorv::IsPlainType(vt) && lorv::IsPlainType(source.vt)) {
+      static_cast<VARIANT&>(*this) = source;
+    } else {
+      CopyHeld(source);
+    }
+    return *this;
+  }
   _variant_t& operator=(const _variant_t& source) { return *this = static_cast<const VARIANT&>(source); }
   _variant_t& operator=(_variant_t&& source) noexcept;
 
@@ -108,6 +119,7 @@ class COMM_LORV_API _variant_t : public tagVARIANT {
     }
   }
   void CopyHeld(const VARIANT& source);
+  [[noreturn]] static void RefuseType();
   _variant_t As(VARTYPE type) const;
 };
 

@@ -28,7 +28,10 @@ COMM_LORV_API CString RealValueToText(double value);
 
 // True for the kinds that hold nothing outside the value itself: they may be copied as bytes.
 constexpr bool IsPlainType(VARTYPE type) {
-  return type <= VT_DATE || type == VT_ERROR || type == VT_BOOL || (type >= VT_I1 && type <= VT_UINT);
+  constexpr unsigned kToDate = (1U << (VT_DATE + 1)) - 1;
+  constexpr unsigned kWholeNumbers = (1U << (VT_UINT + 1)) - (1U << VT_I1);
+  constexpr unsigned kPlain = kToDate | (1U << VT_ERROR) | (1U << VT_BOOL) | kWholeNumbers;
+  return type <= VT_UINT && (kPlain >> type & 1U) != 0;
 }
 
 // The value that a value by reference refers to, sharing what it holds; any other as it is.

@@ -15,8 +15,8 @@ ForeignDialogScope::ForeignDialogScope(CWnd& owner)
 }
 
 ForeignDialogScope::~ForeignDialogScope() {
-  DesktopInForce().SetCapture(nullptr);
   if (frame_was_enabled_) PeerOf(frame_)->Enable(true);
+  DesktopInForce().SetCapture(nullptr);
   PeerOf(owner_)->Activate();
   PeerOf(owner_)->Focus();
   EnableModeless(true);

@@ -50,7 +50,7 @@ class ListJudge final : public CValidParameter {
 struct LibraryEngine {
   static Worked Work(const CString& formula, const char* names) {
     CExpression expression;
-    const ListJudge judge(names == nullptr ? "" : names);
+    ListJudge judge(names == nullptr ? "" : names);
     if (names != nullptr) expression.m_pValidParameter = &judge;
     Worked worked;
     worked.changed = expression.ChangeExpression(formula);
@@ -63,7 +63,7 @@ struct LibraryEngine {
 struct ReferenceEngine {
   static Worked Work(const CString& formula, const char* names) {
     reference::Expression expression;
-    const ListJudge judge(names == nullptr ? "" : names);
+    ListJudge judge(names == nullptr ? "" : names);
     if (names != nullptr) {
       expression.judge = [&](const reference::Text& name) { return judge.ValidParameter(name.c_str()) != 0; };
     }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <cstring>
 #include <random>
 #include <set>
 
@@ -21,6 +23,33 @@ class Names : public NameArray {
     return lorv::CompareWithoutCase(*key, element);
   }
 };
+
+// The place of a virtual operation in its class's table, as the platforms' common binary interface keeps it.
+template <class Member>
+std::size_t SlotOf(Member member) {
+  std::uintptr_t place = 0;
+  static_assert(sizeof member >= sizeof place);
+  std::memcpy(&place, &member, sizeof place);
+  return (place - 1) / sizeof(void*);
+}
+
+// Programs built against one version of the arrays call another one's by these places.
+TEST(OxArray, SlotsStandInTheAgreedOrder) {
+  using A = IntArray;
+  EXPECT_EQ(SlotOf(static_cast<A& (A::*)(const A*)>(&A::Assign)), 0U);
+  EXPECT_EQ(SlotOf(&A::Add), 1U);
+  EXPECT_EQ(SlotOf(static_cast<A& (A::*)(const A&)>(&A::Assign)), 2U);
+  EXPECT_EQ(SlotOf(static_cast<int& (A::*)(const int&)>(&A::Append)), 3U);
+  EXPECT_EQ(SlotOf(static_cast<int& (A::*)(int&&)>(&A::Append)), 4U);
+  EXPECT_EQ(SlotOf(&A::Grow), 5U);
+  using S = SortedInts;
+  EXPECT_EQ(SlotOf(&S::AddSorted), 6U);
+  EXPECT_EQ(SlotOf(&S::Compare), 7U);
+  EXPECT_EQ(SlotOf(static_cast<int& (S::*)(int, const int&)>(&S::InsertAt)), 8U);
+  EXPECT_EQ(SlotOf(static_cast<int& (S::*)(int, int&&)>(&S::InsertAt)), 9U);
+  EXPECT_EQ(SlotOf(&S::ReserveEmpty), 10U);
+  EXPECT_EQ(SlotOf(&NameArray::CompareKey), 11U);
+}
 
 TEST(OxArray, CapacitiesFollowTheGrowthRule) {
   IntArray a;

@@ -9,6 +9,7 @@
 #include "framework/objects/exceptions.h"
 #include "framework/windows/window.h"
 #include "platform/choice/desktop_choice.h"
+#include "tables/xarray_db.h"
 
 namespace {
 
@@ -54,6 +55,15 @@ void TheLibraryCallsBack() {
   Check(other.ChangeExpression(_T("other+1")) >= 0, "a name that the program refuses");
 }
 
+// Values are made and ended in the program, by calls of the system's library for automation.
+void TablesHoldValuesOfTheProgram() {
+  CXArrayDBToArray table;
+  table.ReDim(2, 1);
+  table.SetValue(1, 0, _variant_t(_T("KL1")));
+  const _bstr_t found(table.GetValue(1, 0));
+  Check(table.FindVal(0, _variant_t(_T("kl1"))) == 1 && found.length() == 3, "a text in a table");
+}
+
 // In memory, as there need not be a screen; or of the kind that the environment names.
 void WindowsAreMade() {
   const char* const named = std::getenv("COMM_LORV_DESKTOP");
@@ -71,6 +81,7 @@ int main() {
   TextsCrossBothWays();
   FailureObjectsCross();
   TheLibraryCallsBack();
+  TablesHoldValuesOfTheProgram();
   WindowsAreMade();
   std::printf("%d wrong\n", failures);
   return failures == 0 ? 0 : 1;

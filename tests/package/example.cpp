@@ -3,12 +3,14 @@
 #include "TEXPRESSCAL/express.h"
 
 int main() {
-  CAdExpCalculate wall;
-  wall.SetExpr(_T("长*高*厚-洞口"));
+  const CString formula = _T("长*高*厚-洞口");
+  CAdExpCalculate wall(formula);
   wall.SetVarValue(_T("长:5.4;高:3;厚:0.24;洞口:0.504;"));
-  int error = 0;
-  const double volume = wall.Calculate(error);
-  const std::string worked = wall.GetCalcedExpr().ToUtf8();
-  std::printf("%s = %.3f m3\n", worked.c_str(), volume);
-  return error;
+  const auto wrong = lorv::DiagnoseFormula(formula, wall.Values(), wall.GetKeywords());
+  if (wrong.fault != lorv::FormulaFault::kNone) {
+    std::printf("%s (character %d)\n", wrong.english.ToUtf8().c_str(), wrong.position + 1);
+    return 1;
+  }
+  const double volume = wall.Calculate();
+  std::printf("%s = %.3f m3\n", wall.GetCalcedExpr().ToUtf8().c_str(), volume);
 }

@@ -84,7 +84,7 @@ constexpr std::size_t kLongestWork = 20000;
 
 std::string ParserDifference(const Text& formula, bool judged, const std::vector<Text>& names) {
   if (MayNestTooDeep(formula)) return {};
-  const NamesJudge judge(names);
+  NamesJudge judge(names);
   CExpression library;
   reference::Expression plain;
   if (judged) {

@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <limits>
+#include <random>
 #include <string>
+#include <type_traits>
 
 #include "framework/values/variant_text.h"
+#include "tables/value_compare.h"
 #include "tests/support/print.h"
 
 namespace lorv {
@@ -27,6 +31,29 @@ TEST(CXArrayDBToArray, HeaderExample) {
   t.ReDim(2, 1);
   t.SetValue(1, 0, _T("ABC"));
   EXPECT_EQ(t.FindVal(0, _T("abc")), 1);
+}
+
+TEST(CXArrayDBToArray, FoundRowIsAnInt) {
+  static_assert(std::is_same_v<decltype(CXArrayDBToArray().FindVal(0, _variant_t())), int>);
+}
+
+// Equal texts are found by a way of their own: it tells what comparing tells.
+TEST(CXArrayDBToArray, TextsAreFoundAsTheyCompare) {
+  std::mt19937 random(7);
+  const TCHAR units[] = {'a', 'A', 'b', '_', 0, 0x5899, '@', 'z', 'Z', '{'};
+  const auto text = [&] {
+    std::basic_string<TCHAR> made(random() % 4, ' ');
+    for (TCHAR& unit : made) unit = units[random() % std::size(units)];
+    return _variant_t(CString(TextView(made)));
+  };
+  for (int i = 0; i < 20000; ++i) {
+    const _variant_t sought = i % 50 == 0 ? _variant_t(static_cast<LPCTSTR>(nullptr)) : text();
+    const CXArrayDBToArray table = Column({i % 70 == 0 ? _variant_t(static_cast<LPCTSTR>(nullptr)) : text()});
+    for (const long type : {0L, 10L}) {
+      const bool found = table.Find(0, 0, sought, 0, 1, type) == 0;
+      EXPECT_EQ(found, CompareValues(1, type == 10, sought, table.GetValue(0, 0))) << i;
+    }
+  }
 }
 
 TEST(CXArrayDBToArray, NewOneHasNoRowsAndNoColumns) {

@@ -28,7 +28,7 @@ FILES = {
 
 
 def run(*words, code=0):
-    done = subprocess.run([*COMMAND, *words], capture_output=True, timeout=120)
+    done = subprocess.run([*COMMAND, "--lang=en", *words], capture_output=True, timeout=120)
     assert done.returncode == code, (words, done.returncode, done.stdout, done.stderr)
     return done.stdout.decode("utf-8"), done.stderr.decode("utf-8")
 

@@ -99,16 +99,16 @@ TEST(CsvReader, SaysWhereAFileIsDamaged) {
     const char* file;
     const char* message;
   } cases[] = {
-      {"a,b\n1,\"2\n3,4\n", "standard input, line 2, character 3: the quote that opens here is never closed"},
+      {"a,b\n1,\"2\n3,4\n", "standard input, line 2, column 3: the quote that opens here is never closed"},
       {"a,b\n\"1\"x,2\n",
-       "standard input, line 2, character 4: text behind a closing quote; a quote inside a quoted cell is "
+       "standard input, line 2, column 4: text behind a closing quote; a quote inside a quoted cell is "
        "written "
        "twice"},
-      {"墙,b\n墙墙,\"x", "standard input, line 2, character 4: the quote that opens here is never closed"},
+      {"墙,b\n墙墙,\"x", "standard input, line 2, column 4: the quote that opens here is never closed"},
   };
   for (const auto& one : cases) EXPECT_EQ(Refusal(one.file), one.message) << one.file;
   EXPECT_EQ(Refusal(std::string("abc,d\n1\0,2\n", 11)),
-            "standard input, line 2, character 2: a zero character: this is no text file");
+            "standard input, line 2, column 2: a zero character: this is no text file");
   EXPECT_NE(Refusal(std::string("\xFF\xFE\x99\x58\x99", 5)).find("in the middle of a UTF-16"),
             std::string::npos);
   EXPECT_NE(Refusal("a\n\xFF\xFF\xFF\n").find("neither UTF-8 nor GBK"), std::string::npos);

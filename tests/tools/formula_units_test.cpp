@@ -1,8 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "TEXPRESSCAL/formula_words.h"
 #include "tests/support/print.h"
 #include "tools/lorv/formula/caret_text.h"
-#include "tools/lorv/formula/formula_words.h"
+#include "tools/lorv/formula/formula_digits.h"
 #include "tools/lorv/formula/name_values.h"
 #include "tools/lorv/takeoff/bound_formula.h"
 #include "tools/lorv/takeoff/class_selector.h"
@@ -90,11 +91,6 @@ TEST(NameValues, RefusesWhatIsNone) {
   EXPECT_THROW(ReadNameValues({"a=1", "A=2"}), BadInput) << "one name twice";
 }
 
-TEST(NameValues, NameLimit) {
-  EXPECT_NO_THROW(ReadNameValues({std::string(19, 'a') + "=1", std::string(20, 'a') + "=1"}));
-  EXPECT_THROW(ReadNameValues({std::string(21, 'a') + "=1"}), BadInput);
-}
-
 TEST(WholeNumber, TakesNumbersOnly) {
   const struct {
     const char* text;
@@ -159,15 +155,6 @@ TEST(Literal, GivesTheSameNumberAgain) {
   EXPECT_EQ(test::Utf8(Literal(-20)), "(-20)");
 }
 
-TEST(AsWorked, IsWhatTheCalculatorWorksWith) {
-  for (const double value :
-       {0.0, 1.0, 0.1234, 0.1236, 0.333, 0.3325, 0.334, 0.667, 2.0005, -3.1234, 1e6 + 0.0004}) {
-    CAdExpCalculate calculator(_T("(X)"));
-    calculator.SetVarValue(_T("X"), value, false);
-    EXPECT_NEAR(calculator.Calculate(), AsWorked(value), 1e-12) << value;
-  }
-}
-
 // Dimensions 0 and 1 are given, 2 is missing; result 0 is a third; text column 0 holds a quote.
 class Values : public ValueSource {
  public:
@@ -218,7 +205,7 @@ TEST(BoundFormula, FaultsStandInTheFormulaAsTyped) {
       {"(墙+R", 0, 1, "'(' is never closed"},
       {"墙+", 2, 0, "the formula ends where a value is expected"},
       {"SQRT(0-墙)", 0, 9, "the argument of 'SQRT(0-墙)' is outside its domain"},
-      {"墙.5", 1, 1, "no point may stand behind a name"},
+      {"墙.5", 1, 1, "'.' does not belong in a formula"},
   };
   for (const auto& row : rows) {
     const Outcome outcome = WorkOf(row.formula);
@@ -239,6 +226,25 @@ TEST(BoundFormula, LengthLimitIsThatOfTheCalculator) {
   EXPECT_EQ(WorkOf(padded(1022).c_str()).state, Outcome::kWorked);
   EXPECT_EQ(WorkOf(padded(1023).c_str()).state, Outcome::kWorked);
   EXPECT_EQ(WorkOf(padded(1024).c_str()).state, Outcome::kFaulty);
+}
+
+TEST(BoundFormula, ShowsTheFormulaWithItsValues) {
+  BoundFormula bound(CString::FromUtf8("2墙*R-FIND(T,'砖')+(墙长)"), Lookup);
+  Values values;
+  EXPECT_EQ(test::Utf8(bound.Worked(values, {})), "2*6*0.0123456789-FIND('24\"砖墙','砖')+(0)");
+}
+
+// Each way of putting values in gives what it says.
+TEST(BoundFormula, SuiteValuesHaveThreeDecimals) {
+  class Fine : public Values {
+   public:
+    std::optional<double> DimensionOf(std::size_t /*index*/) override { return 0.0004; }
+  } fine;
+  BoundFormula exact(CString::FromUtf8("墙*1000"), Lookup);
+  BoundFormula suite(CString::FromUtf8("墙*1000"), Lookup, {}, ValueDigits::kSuite);
+  EXPECT_EQ(exact.Work(fine, {}).value, 0.4);
+  EXPECT_EQ(suite.Work(fine, {}).value, 0);
+  EXPECT_EQ(suite.WorkExactly(fine, {}).value, 0.4);
 }
 
 }  // namespace

@@ -34,7 +34,9 @@ TEST(CalcVerb, PrintsTheNumber) {
       {{"calc", "(1)"}, 0, "1\n", ""},
       {{"calc", "--", "-1"}, 0, "-1\n", ""},
       {{"calc", "12"}, 0, "12\n", ""},
-      {{"calc", "FLOOR(3000000000)"}, 0, "-2147483648\n", ""},
+      {{"calc", "A*L", "A=0.0004", "L=1000"}, 0, "0.4\n", ""},
+      {{"calc", "W", "W=0.334"}, 0, "0.334\n", ""},
+      {{"calc", "abc+abc", "abc=1"}, 0, "2\n", ""},
   };
   for (const Case& one : cases) Expect(one);
 }
@@ -66,14 +68,81 @@ TEST(CalcVerb, NumberThatMeansSomethingElseIsTold) {
        1,
        "0\n",
        "lorv: the argument of 'SQRT(-1)' is outside its domain\n    SQRT(-1)\n    ^^^^^^^^\n"},
-      {{"calc", "abc+abc", "abc=1"},
+      {{"calc", "--suite-values", "abc+abc", "abc=1"},
        1,
        "1000001\n",
        "lorv: the value of abc does not reach all its places, and counts 1000000 there; write it once, or "
        "with "
-       "blanks around\n    abc+abc\n    ^^^\n"},
+       "blanks around\n    abc+abc\n    ^^^\nlorv: note: with all digits of the values it is 2: the suite "
+       "works with "
+       "three decimals, and with a third for what is near one\n"},
   };
   for (const Case& one : cases) Expect(one);
+}
+
+TEST(CalcVerb, SuiteValuesTellWhatTheyChange) {
+  const ToolRun small = RunTool({"calc", "A*L", "A=0.0004", "L=1000", "--suite-values"});
+  EXPECT_EQ(small.code, 1);
+  EXPECT_EQ(small.out, "0\n");
+  EXPECT_NE(small.err.find("with all digits of the values it is 0.4"), std::string::npos) << small.err;
+  const ToolRun third = RunTool({"calc", "W", "W=0.3334", "--suite-values", "--json"});
+  EXPECT_EQ(third.code, 0) << "less than a tenth of a per cent";
+  EXPECT_NE(third.out.find("\"with_all_digits\": 0.3334"), std::string::npos) << third.out;
+  EXPECT_EQ(RunTool({"calc", "W", "W=0.334", "--suite-values"}).code, 1) << "counts as a third";
+  EXPECT_EQ(RunTool({"calc", "L*2", "L=1.5", "--suite-values"}).err, "");
+}
+
+TEST(CalcVerb, DoubtfulFormulasAreWarnedOf) {
+  const struct {
+    const char* formula;
+    const char* out;
+    const char* err;
+  } rows[] = {
+      {"ROUND(L,2)", "2\n",
+       "lorv: warning: the function takes no notice of ',2'\n    ROUND(L,2)\n           ^^\n"},
+      {"ROUND(L*4000000000)", "-2147483648\n",
+       "lorv: warning: the number in 'ROUND(L*4000000000)' is too large to be rounded or cut: it became "
+       "-2147483648\n    ROUND(L*4000000000)\n    ^^^^^^^^^^^^^^^^^^^\n"},
+      {"3.4.5", "3.4\n",
+       "lorv: warning: '3.4.5' has a second point: what is behind it does not count\n    3.4.5\n    ^^^^^\n"},
+      {"LEN('ab')", "0\n", "lorv: warning: 'LEN('ab')' is 0 for every text\n    LEN('ab')\n    ^^^^^^^^^\n"},
+      {"'ab'", "0\n", "lorv: warning: the result is a text, which counts as 0\n    'ab'\n    ^^^^\n"},
+  };
+  for (const auto& row : rows) {
+    Expect({{"calc", row.formula, "L=1.5"}, 0, row.out, row.err});
+    Expect({{"calc", row.formula, "L=1.5", "--strict"}, 1, row.out, row.err});
+    EXPECT_EQ(RunTool({"check", row.formula}).code, 0) << row.formula;
+    EXPECT_EQ(RunTool({"check", "--strict", row.formula}).code, 1) << row.formula;
+    EXPECT_NE(RunTool({"calc", row.formula, "L=1.5", "--json"}).out.find("\"warnings\": [\n"),
+              std::string::npos);
+  }
+}
+
+TEST(CalcVerb, FormulasComeFromStandardInput) {
+  const ToolRun run = RunTool({"calc", "-", "L=2"}, "L*2\n# remark\n\n1/0\r\nL^3\n");
+  EXPECT_EQ(run.code, 1);
+  EXPECT_EQ(run.out, "4\n\n8\n");
+  EXPECT_EQ(run.err, "lorv: line 4: division by zero: '0' is 0\n    1/0\n      ^\n");
+  const ToolRun json = RunTool({"calc", "-", "--json"}, "1+1\n2+2\n");
+  EXPECT_EQ(json.out.substr(0, 1) + json.out.substr(json.out.size() - 2), "[]\n");
+  const ToolRun check = RunTool({"check", "-"}, "L*2\nL*\n-\n");
+  EXPECT_EQ(check.code, 1);
+  EXPECT_EQ(check.out, "");
+  EXPECT_NE(check.err.find("lorv: line 2: "), std::string::npos) << check.err;
+  EXPECT_NE(check.err.find("lorv: line 3: "), std::string::npos) << check.err;
+}
+
+TEST(CalcVerb, ForeignFunctionsAreAnswered) {
+  EXPECT_EQ(RunTool({"calc", "ln(2)"}).err,
+            "lorv: the name 'ln' is not known; did you mean LOG?\n    ln(2)\n    ^^\n");
+  EXPECT_EQ(RunTool({"functions", "ln"}).err, "lorv: there is no function \"ln\"; did you mean LOG?\n");
+}
+
+TEST(CalcVerb, SpeaksChinese) {
+  const ToolRun run = RunTool({"calc", "(1", "--lang", "zh"});
+  EXPECT_EQ(run.err, "lorv: “(”没有配对的右括号\n    (1\n    ^\n");
+  EXPECT_EQ(RunTool({"calc", "(1"}).err.substr(0, 9), "lorv: '('");
+  EXPECT_EQ(RunTool({"calc", "1", "--lang", "fr"}).code, 2);
 }
 
 TEST(CalcVerb, ExplainShowsNamesAndWorkedText) {
@@ -88,10 +157,10 @@ TEST(CalcVerb, JsonHoldsResultAndError) {
   Expect({{"calc", "--json", "A/0", "A=1"},
           1,
           "{\n  \"formula\": \"A/0\",\n  \"names\": [\n    \"A\"\n  ],\n  \"worked\": \"1/0\",\n  "
-          "\"result\": null,\n"
+          "\"digits\": \"all\",\n  \"result\": null,\n"
           "  \"error\": {\n    \"message\": \"division by zero: '0' is 0\",\n    \"position\": 2,\n    "
           "\"length\": 1\n"
-          "  }\n}\n",
+          "  },\n  \"warnings\": []\n}\n",
           ""});
 }
 
@@ -144,7 +213,7 @@ TEST(CheckVerb, TellsWhetherAFormulaIsFine) {
        1,
        "{\n  \"formula\": \"1+\",\n  \"valid\": false,\n  \"error\": {\n    \"message\": \"the formula ends "
        "where a "
-       "value is expected\",\n    \"position\": 2,\n    \"length\": 0\n  }\n}\n",
+       "value is expected\",\n    \"position\": 2,\n    \"length\": 0\n  },\n  \"warnings\": []\n}\n",
        ""},
   };
   for (const Case& one : cases) Expect(one);

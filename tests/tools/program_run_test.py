@@ -13,7 +13,8 @@ COMMAND = []
 
 
 def run(*words, stdin=b"", folder=None):
-    done = subprocess.run(COMMAND + list(words), input=stdin, capture_output=True, timeout=120, cwd=folder)
+    # In one language whatever the machine's is: --lang holds for all of the program.
+    done = subprocess.run(COMMAND + ["--lang=en"] + list(words), input=stdin, capture_output=True, timeout=120, cwd=folder)
     return done.returncode, done.stdout.decode("utf-8"), done.stderr.decode("utf-8")
 
 
@@ -33,6 +34,10 @@ class Program(unittest.TestCase):
         code, out, err = run("量度")
         self.assertEqual((code, out), (2, ""))
         self.assertEqual(err, 'lorv: there is no verb "量度"; `lorv --help` lists them\n')
+
+    def test_messages_come_in_chinese_whole(self):
+        done = subprocess.run(COMMAND + ["--lang=zh", "量度"], capture_output=True, timeout=120)
+        self.assertEqual(done.stderr.decode("utf-8"), "lorv: 没有命令“量度”;`lorv --help`列出全部\n")
 
     def test_formulas_go_through_the_command_line_whole(self):
         for words, wanted in (

@@ -66,5 +66,50 @@ TEST(Program, HelpForAnUnknownVerbEndsWithTwo) {
   EXPECT_EQ(RunTool({"help", "measure"}).code, 2);
 }
 
+TEST(Program, HelpOfAVerbTellsOfItsOwnArgumentsOnly) {
+  const ToolRun run = RunTool({"calc", "--help"});
+  EXPECT_TRUE(Has(run.out, "--explain")) << run.out;
+  EXPECT_FALSE(Has(run.out, "unpack")) << run.out;
+}
+
+TEST(Program, MistypedVerbIsAnsweredWithTheNearest) {
+  EXPECT_EQ(RunTool({"clac"}).err, "lorv: there is no verb \"clac\"; did you mean calc?\n");
+  EXPECT_EQ(RunTool({"wrok", "x"}).code, 2);
+}
+
+TEST(Program, ColoursStandOnATerminalOnly) {
+  std::istringstream in;
+  std::ostringstream out, err;
+  tool::Console console{in, out, err};
+  console.colours = true;
+  tool::RunProgram({"calc", "1+"}, console);
+  EXPECT_TRUE(Has(err.str(), "\x1b[31mthe formula ends")) << err.str();
+  EXPECT_TRUE(Has(err.str(), "1+\n\x1b[32m      ^\x1b[0m\n")) << err.str();
+  EXPECT_FALSE(Has(RunTool({"calc", "1+"}).err, "\x1b"));
+}
+
+TEST(Program, CompletionKnowsEveryVerbAndOption) {
+  for (const char* shell : {"bash", "zsh", "fish"}) {
+    const ToolRun run = RunTool({"completion", shell});
+    EXPECT_EQ(run.code, 0);
+    for (const tool::VerbGroup& group : tool::AllVerbs()) {
+      for (const tool::Verb& verb : group.verbs)
+        EXPECT_TRUE(Has(run.out, verb.name)) << shell << " " << verb.name;
+    }
+    EXPECT_TRUE(Has(run.out, "suite-values")) << shell;
+  }
+  EXPECT_EQ(RunTool({"completion", "csh"}).code, 2);
+}
+
+TEST(Program, ManualPageHasTheTextOfHelp) {
+  const ToolRun run = RunTool({"manual"});
+  EXPECT_EQ(run.code, 0);
+  EXPECT_EQ(run.out.substr(0, 10), ".TH LORV 1");
+  EXPECT_TRUE(Has(run.out, "components that part") || Has(run.out, "columns that part the bill")) << run.out;
+  for (const tool::VerbGroup& group : tool::AllVerbs()) {
+    for (const tool::Verb& verb : group.verbs) EXPECT_TRUE(Has(run.out, verb.summary)) << verb.name;
+  }
+}
+
 }  // namespace
 }  // namespace lorv::test

@@ -28,7 +28,8 @@ Counts Wanted(const std::string& table, const std::string& model) {
 }
 
 // The members of a JSON comparison, read as they are printed.
-Counts Found(const std::string& json) {
+Counts Found(const std::string& printed) {
+  const std::string json = printed.substr(0, printed.find("\"differences\""));
   Counts counts;
   const auto member = [&](const char* key, std::size_t from) {
     return json.find(std::string("\"") + key + "\": ", from) + std::string(key).size() + 4;

@@ -144,6 +144,7 @@ TEST_F(SampleHouse, TotalsAreThoseWorkedByHand) {
   std::getline(in, line);
   while (std::getline(in, line)) {
     const auto cells = Cells(line);
+    if (cells[7] != "line") continue;
     found[cells[0] + "/" + cells[3] + "/" + cells[1] + " " + cells[2]] = std::stod(cells[5]);
   }
   EXPECT_EQ(found.size(), hand.Sums().size());
@@ -175,6 +176,30 @@ TEST_F(SampleHouse, BillIsAligned) {
   EXPECT_NE(run.out.find("混凝土                    m3           131   83.531\n"), std::string::npos)
       << run.out;
   EXPECT_NE(run.out.find("188 components\n"), std::string::npos);
+}
+
+// Lines of the README behind a marker line, without their indent, up to the next line that is not indented.
+std::string IndentedBehind(const std::string& text, const std::string& marker) {
+  std::istringstream in(text.substr(text.find(marker)));
+  std::string line, block;
+  std::getline(in, line);
+  while (std::getline(in, line) && (line.empty() || line.starts_with("    "))) {
+    block += (line.empty() ? "" : line.substr(4)) + "\n";
+  }
+  return block;
+}
+
+TEST(FirstExample, ReadmeShowsTheTablesAndTheBillThatComesOut) {
+  const std::string readme = ReadBytes(ProjectFolder() / "README.md");
+  const auto folder = ProjectFolder() / "examples/first";
+  for (const char* file : {"components.csv", "rules.csv"}) {
+    EXPECT_NE(readme.find("```csv\n" + ReadBytes(folder / file) + "```"), std::string::npos) << file;
+  }
+  const ToolRun run =
+      RunTool({"work", (folder / "components.csv").string(), "--rules", (folder / "rules.csv").string()});
+  EXPECT_EQ(run.code, 0) << run.err;
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(IndentedBehind(readme, "    $ lorv work"), run.out + "\n");
 }
 
 }  // namespace

@@ -42,16 +42,19 @@ TEST(TakeoffLimits, RulesOfAFile) {
 }
 
 TEST(TakeoffLimits, TotalsOfABill) {
-  const tool::Quantities quantities{tool::RuleSet()};
-  Bill bill(quantities);
+  tool::RuleSet rules;
+  rules.rules.emplace_back();
+  const tool::Quantities quantities{rules};
+  Bill bill(quantities, {{"class", false}, {"storey", true}});
   std::size_t lines = 0;
   const auto add = [&] {
-    bill.Add("class " + std::to_string(lines / 1000), std::to_string(lines % 1000), 0, 1, 1);
+    const std::string name = "class " + std::to_string(lines / 1000), storey = std::to_string(lines % 1000);
+    bill.Add(bill.GroupOf({name, storey}), 0, 1, 1);
     ++lines;
   };
   while (lines < kMaxBillLines - 1) add();
   EXPECT_NO_THROW(add());
-  EXPECT_NO_THROW(bill.Add("class 0", "0", 0, 1, 1)) << "a total that is there already";
+  EXPECT_NO_THROW(bill.Add(bill.GroupOf({"class 0", "0"}), 0, 1, 1)) << "a total that is there already";
   EXPECT_THROW(add(), tool::BadInput);
 }
 

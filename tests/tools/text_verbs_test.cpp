@@ -26,29 +26,39 @@ void Expect(const std::vector<VerbCase>& cases) {
 
 TEST(SimplifyVerb, RunsTheRulesThatAreNamed) {
   Expect({
-      {{"simplify", "a*0+b"}, 0, "b\n", ""},
-      {{"simplify", "max(1,2)+0*C", "--rules", "max"}, 0, "2+0*c\n", ""},
-      {{"simplify", "min(1,2)+max(1,2)+iif(1,2,3)", "--rules", "min,iif"}, 0, "1+max(1,2)+2\n", ""},
-      {{"simplify", "max(墙高,2)", "--value", "墙高=3"}, 0, "墙高\n", ""},
-      {{"simplify", "-2*a"}, 0, "-2*a\n", ""},
-      {{"simplify", "a/0"}, 1, "", "lorv: the formula divides by 0\n"},
-      {{"simplify", ""}, 1, "", "lorv: the formula is empty\n"},
-      {{"simplify", "max(-1,iif(1,2))"}, 1, "", "lorv: an iif inside another call has not three arguments\n"},
-      {{"simplify", "a", "--value", "x"}, 2, "", "lorv: \"x\" is no NAME=NUMBER\n"},
-      {{"simplify", "a", "--value", "x=1y"}, 2, "", "lorv: \"x=1y\" is no NAME=NUMBER\n"},
+      {{"simplify", "--suite", "a*0+b"}, 0, "b\n", ""},
+      {{"simplify", "--suite", "max(1,2)+0*C", "--rules", "max"}, 0, "2+0*c\n", ""},
+      {{"simplify", "--suite", "min(1,2)+max(1,2)+iif(1,2,3)", "--rules", "min,iif"},
+       0,
+       "1+max(1,2)+2\n",
+       ""},
+      {{"simplify", "--suite", "max(墙高,2)", "--value", "墙高=3"}, 0, "墙高\n", ""},
+      {{"simplify", "--suite", "-2*a"}, 0, "-2*a\n", ""},
+      {{"simplify", "--suite", "a/0"}, 1, "", "lorv: the formula divides by 0\n"},
+      {{"simplify", "--suite", ""}, 1, "", "lorv: the formula is empty\n"},
+      {{"simplify", "--suite", "max(-1,iif(1,2))"},
+       1,
+       "",
+       "lorv: an iif inside another call has not three arguments\n"},
+      {{"simplify", "--suite", "a", "--value", "x"}, 2, "", "lorv: \"x\" is no NAME=NUMBER\n"},
+      {{"simplify", "--suite", "a", "--value", "x=1y"}, 2, "", "lorv: \"x=1y\" is no NAME=NUMBER\n"},
   });
-  EXPECT_EQ(RunTool({"simplify", "a", "--rules", "sum"}).code, 2);
+  EXPECT_EQ(RunTool({"simplify", "--suite", "a", "--rules", "sum"}).code, 2);
 }
 
-TEST(SimplifyVerb, SafeKeepsWhatTheFormulaGives) {
+TEST(SimplifyVerb, KeepsWhatTheFormulaGives) {
   Expect({
-      {{"simplify", "--safe", "1*A+IIF(2>1,B,C/0)"}, 0, "A+(B)\n", ""},
-      {{"simplify", "--safe", "a*0+b"}, 0, "a*0+b\n", ""},
-      {{"simplify", "--safe", "--any-zero", "a*0+b"}, 0, "b\n", ""},
-      {{"simplify", "--safe", "sin(a*0)"}, 0, "sin(a*0)\n", ""},
+      {{"simplify", "1*A+IIF(2>1,B,C/0)"}, 0, "A+(B)\n", ""},
+      {{"simplify", "a*0+b"}, 0, "a*0+b\n", ""},
+      {{"simplify", "--any-zero", "a*0+b"}, 0, "b\n", ""},
+      {{"simplify", "sin(a*0)"}, 0, "sin(a*0)\n", ""},
+      {{"simplify", "--json", "1*A"},
+       0,
+       "{\n  \"formula\": \"1*A\",\n  \"simplified\": \"A\",\n  \"by\": \"safe\"\n}\n",
+       ""},
   });
-  EXPECT_EQ(RunTool({"simplify", "--any-zero", "a"}).code, 2);
-  EXPECT_EQ(RunTool({"simplify", "--safe", "--rules", "max", "a"}).code, 2);
+  EXPECT_EQ(RunTool({"simplify", "--suite", "--any-zero", "a"}).code, 2);
+  EXPECT_EQ(RunTool({"simplify", "--rules", "max", "a"}).code, 2);
 }
 
 TEST(CleanVerb, RunsEachOperation) {
@@ -134,6 +144,23 @@ TEST(LogVerb, WritesLinesOfTheCommandOrTheInput) {
   const ToolRun refused = RunTool({"log", "C:\\no\\such", "c.txt", "x"});
   EXPECT_EQ(refused.code, 2);
   EXPECT_EQ(refused.err, "lorv: cannot write \"c.txt\" in \"C:\\no\\such\"\n");
+}
+
+TEST(TextVerbs, AnswerInJson) {
+  const struct {
+    std::vector<std::string> words;
+    const char* piece;
+  } rows[] = {{{"clean", "terms", "a*0+b", "--json"}, "\"result\": \"a+b\""},
+              {{"name", "free", "KL", "KL", "--json"}, "\"result\": \"KL1\""},
+              {{"name", "check", "KL1", "--json"}, "\"finding\": "},
+              {{"prompts", "--json"}, "\"function\": "},
+              {{"functions", "abs", "--json"}, "\"name\": \"ABS\""}};
+  for (const auto& row : rows) {
+    const ToolRun run = RunTool(row.words);
+    EXPECT_EQ(run.code, 0) << row.words[0];
+    EXPECT_NE(run.out.find(row.piece), std::string::npos) << run.out;
+  }
+  EXPECT_NE(RunTool({"match", "KL", "--json"}, "KL1\n").out.find("\"text\": \"KL1\""), std::string::npos);
 }
 
 }  // namespace

@@ -7,6 +7,10 @@
 
 #include "tools/lorv/command_words.h"
 #include "tools/lorv/guarded_run.h"
+#include "tools/lorv/session/session.h"
+#include "tools/lorv/text/colours.h"
+#include "tools/lorv/text/nearest_word.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verbs_table.h"
 
 namespace lorv::tool {
@@ -24,7 +28,8 @@ constexpr const char* kExamples =
     "  lorv calc \"墙长*墙高-洞口\" 墙长=6 墙高=3 洞口=2.1\n"
     "  lorv work house.csv --rules house-rules.csv --out quantities.csv\n"
     "\n"
-    "`lorv VERB --help` tells the rest. Text is UTF-8 in and out.\n"
+    "`lorv VERB --help` tells the rest; `lorv` alone is a calculator that keeps names. Text is UTF-8 in and "
+    "out.\n"
     "\n"
     "Exit codes: 0 fine, 1 a formula or a result is wrong, 2 an argument or a file cannot be used.";
 
@@ -36,11 +41,13 @@ class HelpLayout : public CLI::Formatter {
     return app->get_parent() == nullptr ? "Usage: lorv VERB [ARGUMENT ...]\n"
                                         : CLI::Formatter::make_usage(app, "lorv " + app->get_name());
   }
-  std::string make_subcommands(const CLI::App* /*app*/, CLI::AppFormatMode /*mode*/) const override {
+  // A verb's help tells of its own arguments only.
+  std::string make_subcommands(const CLI::App* app, CLI::AppFormatMode /*mode*/) const override {
     std::string text;
+    if (app->get_parent() != nullptr) return text;
     for (const VerbGroup& group : AllVerbs()) {
       if (group.verbs.empty()) continue;
-      text += std::string("\n") + group.title + ":\n";
+      text += "\n" + Say(group.title) + ":\n";
       for (const Verb& verb : group.verbs) text += make_verb(verb);
     }
     return text;
@@ -50,7 +57,7 @@ class HelpLayout : public CLI::Formatter {
   static std::string make_verb(const Verb& verb) {
     std::string line = std::string("  ") + verb.name;
     line.resize(std::max<std::size_t>(line.size() + 1, 14), ' ');
-    return line + verb.summary + "\n";
+    return line + Say(verb.summary) + "\n";
   }
 };
 
@@ -63,9 +70,11 @@ struct Program {
 void Declare(Program& program) {
   program.app.formatter(std::make_shared<HelpLayout>());
   program.app.allow_windows_style_options(false);
-  program.app.set_version_flag("--version", "lorv " LORV_VERSION, "print the version and end");
+  program.app.set_version_flag("-V,--version", "lorv " LORV_VERSION, "print the version and end");
   program.app.get_option("--help")->description("print this help and end; also behind a verb");
   program.app.require_subcommand(1);
+  program.app.add_option("--lang")->description(
+      "the language of messages, en or zh; else that of the locale");
   program.app.footer(kExamples);
   for (const VerbGroup& group : AllVerbs()) {
     for (const Verb& verb : group.verbs) {
@@ -86,13 +95,28 @@ std::vector<std::string> HelpWords(const std::vector<std::string>& words) {
   return {words[1], "--help"};
 }
 
+std::vector<std::string> NamesOfVerbs() {
+  std::vector<std::string> names;
+  for (const VerbGroup& group : AllVerbs()) {
+    for (const Verb& verb : group.verbs) names.push_back(verb.name);
+  }
+  return names;
+}
+
+[[noreturn]] void RefuseWord(const std::string& word) {
+  if (word.size() > 1 && word[0] == '-') {
+    throw BadInput(Say("there is no option \"{}\"; `lorv --help` lists them", {word}));
+  }
+  const std::string nearest = NearestWord(word, NamesOfVerbs());
+  throw BadInput(Say("there is no verb \"{}\"", {word}) + (nearest.empty()
+                                                               ? Say("; `lorv --help` lists them")
+                                                               : Say("; did you mean {}?", {nearest})));
+}
+
 void Parse(Program& program, std::vector<std::string> words) {
   const auto verb = program.work.find(words[0]);
-  if (verb == program.work.end() && program.app.get_option_no_throw(words[0]) == nullptr) {
-    const bool option = words[0].size() > 1 && words[0][0] == '-';
-    throw BadInput(std::string("there is no ") + (option ? "option" : "verb") + " \"" + words[0] +
-                   "\"; `lorv --help` lists them");
-  }
+  if (verb == program.work.end() && program.app.get_option_no_throw(words[0]) == nullptr)
+    RefuseWord(words[0]);
   if (verb != program.work.end()) {
     std::vector<std::string> rest(words.begin() + 1, words.end());
     const CLI::App& sub = *program.app.get_subcommand(words[0]);
@@ -105,7 +129,26 @@ void Parse(Program& program, std::vector<std::string> words) {
   program.app.parse(words);
 }
 
-int Run(const std::vector<std::string>& words, Console& console) {
+// --lang holds for the whole program and may stand anywhere in front of "--".
+void TakeLanguage(std::vector<std::string>& words, const Console& console) {
+  SpeakLanguage(LanguageByName(console.locale));
+  for (std::size_t i = 0; i < words.size() && words[i] != "--"; ++i) {
+    const bool joined = words[i].starts_with("--lang=");
+    if (!joined && words[i] != "--lang") continue;
+    if (!joined && i + 1 == words.size()) throw BadInput(Say("--lang takes en or zh"));
+    const std::string name = joined ? words[i].substr(7) : words[i + 1];
+    if (name != "en" && name != "zh") throw BadInput(Say("--lang takes en or zh"));
+    SpeakLanguage(LanguageByName(name));
+    const auto first = words.begin() + static_cast<std::ptrdiff_t>(i);
+    words.erase(first, first + (joined ? 1 : 2));
+    return;
+  }
+}
+
+int Run(std::vector<std::string> words, Console& console) {
+  UseColours(console.colours);
+  TakeLanguage(words, console);
+  if (words.empty() && console.in_is_terminal) return RunSession(console);
   Program program;
   Declare(program);
   const std::vector<std::string> asked = HelpWords(words);
@@ -115,12 +158,21 @@ int Run(const std::vector<std::string>& words, Console& console) {
     program.app.exit(answer, console.out, console.err);
     return kFine;
   } catch (const CLI::ParseError& wrong) {
-    throw BadInput(WithoutShields(wrong.what()) + "\n`lorv " + asked[0] + " --help` tells what it takes");
+    throw BadInput(WithoutShields(wrong.what()) + "\n" +
+                   Say("`lorv {} --help` tells what it takes", {asked[0]}));
   }
   return program.work.at(asked[0])(console);
 }
 
 }  // namespace
+
+std::string AboutProgram() {
+  return kAbout;
+}
+
+std::string ProgramExamples() {
+  return kExamples;
+}
 
 int RunProgram(const std::vector<std::string>& words, Console& console) {
   return GuardedRun("lorv", console, [&] { return Run(words, console); });

@@ -11,4 +11,8 @@ namespace lorv::tool {
 // the exit code. Whatever goes wrong ends as a message on `console.err`, never as an exception.
 int RunProgram(const std::vector<std::string>& words, Console& console);
 
+// What --help says of the program, above and below the list of verbs.
+std::string AboutProgram();
+std::string ProgramExamples();
+
 }  // namespace lorv::tool

@@ -11,6 +11,8 @@ class App;
 
 namespace lorv::tool {
 
+class LineEditor;
+
 // What a verb talks to: the three streams (bytes are UTF-8) and what is known of the screen behind them.
 struct Console {
   std::istream& in;
@@ -18,6 +20,10 @@ struct Console {
   std::ostream& err;
   bool err_is_terminal = false;  // a progress bar may be drawn
   int columns = 80;              // of the terminal; 80 where there is none
+  bool in_is_terminal = false;   // somebody sits there and types
+  bool colours = false;          // messages may be coloured
+  std::string locale = {};       // the name of the user's; tells the language to speak
+  LineEditor* editor = nullptr;  // reads lines with history and completion; null: they come from `in`
 };
 
 // How a run of the program ends. Scripts rely on the numbers.

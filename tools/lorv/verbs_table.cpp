@@ -22,7 +22,9 @@ Work DeclareName(CLI::App& app);
 Work DeclarePrompts(CLI::App& app);
 Work DeclareLog(CLI::App& app);
 
-// Archives and files
+// The tool itself
+Work DeclareCompletion(CLI::App& app);
+Work DeclareManual(CLI::App& app);
 
 const std::vector<VerbGroup>& AllVerbs() {
   static const std::vector<VerbGroup> groups = {
@@ -58,6 +60,12 @@ const std::vector<VerbGroup>& AllVerbs() {
            {"test", "whether a ZIP archive is whole", DeclareTest},
            {"squeeze", "a file into the LZARI form", DeclareSqueeze},
            {"expand", "a file out of the LZARI form", DeclareExpand},
+       }},
+
+      {"The tool itself",
+       {
+           {"completion", "a script that completes command lines in bash, zsh or fish", DeclareCompletion},
+           {"manual", "the manual page", DeclareManual},
        }},
   };
   return groups;

@@ -10,6 +10,10 @@ using lorv::kFoldedMin;
 using lorv::kFoldedNameLength;
 using lorv::kFoldedNames;
 
+const CString s_strFuncName[3] = {CString(kFoldedNames[0]), CString(kFoldedNames[1]),
+                                  CString(kFoldedNames[2])};
+const CString s_strOperator{lorv::kOperandEnds};
+
 namespace {
 
 // Ends the folding of a formula whose calls go too deep, or never end.

@@ -118,7 +118,7 @@ bool EngineParses(TextView text) {
   // Names of other scripts are gone when a formula is parsed; here a letter stands for each of their units.
   std::replace_if(
       ascii.begin(), ascii.end(), [](TCHAR c) { return c >= kFirstForeign; }, TCHAR{'Z'});
-  const AnyName any_name;
+  AnyName any_name;
   CExpression expression;
   expression.m_pValidParameter = &any_name;
   return expression.ChangeExpression(TextView(ascii)) == -1;

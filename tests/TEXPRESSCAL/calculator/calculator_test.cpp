@@ -475,4 +475,14 @@ TEST(CalculatorObject, NullTextIsEmpty) {
 }
 
 }  // namespace
+TEST(Calculator, NullForTheValuesIsAnOwnEmptyMap) {
+  CMapValue values;
+  values[_T("A")] = 2;
+  CAdExpCalculate c(CString(_T("A+1")));
+  c.SetVarValue(&values);
+  EXPECT_EQ(c.SetVarValue(nullptr), 1);
+  EXPECT_TRUE(c.Values().empty());
+  EXPECT_EQ(values.size(), 1U);
+}
+
 }  // namespace lorv::test

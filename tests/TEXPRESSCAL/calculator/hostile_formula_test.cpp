@@ -156,7 +156,7 @@ class AcceptsAll final : public CValidParameter {
 };
 
 TEST(HostileFormula, ListOfNamesNeverOutgrowsItsField) {
-  const AcceptsAll judge;
+  AcceptsAll judge;
   for (const int length : {1, 100, 252, 253, 254, 255, 256, 300, 1000, 100000}) {
     CExpression expression;
     expression.m_pValidParameter = &judge;
@@ -175,7 +175,7 @@ TEST(HostileFormula, RefusedLongNameNeverOutgrowsItsField) {
    public:
     int ValidParameter(LPCTSTR) const override { return 0; }
   };
-  const RefusesAll judge;
+  RefusesAll judge;
   for (const int length : {1, 253, 254, 255, 256, 300, 100000}) {
     CExpression expression;
     expression.m_pValidParameter = &judge;

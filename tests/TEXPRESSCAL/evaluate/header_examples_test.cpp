@@ -93,4 +93,23 @@ TEST(HeaderExamples, SplitMidBracketKey) {
   EXPECT_EQ(Utf8(pairs[0].strSecond), "1");
 }
 
+// One header is enough for all of the engine.
+TEST(HeaderExamples, ChiefHeaderHasThemAll) {
+  const double lengths[] = {1, 2, 3};
+  double results[3] = {};
+  const lorv::ValueColumn columns[] = {{_T("L"), lengths}};
+  lorv::CalculateRows(CAdExpCalculate(CString(_T("L*2"))), columns, 3, results, nullptr);
+  EXPECT_EQ(results[2], 6);
+  CString text = _T("a*0+b");
+  COptimizeExpression simplifier;
+  EXPECT_TRUE(simplifier.OptimizateExper(text, COptimizeExpression::kZeroRules));
+  EXPECT_EQ(Utf8(text), "b");
+  EXPECT_EQ(Utf8(lorv::SimplifySafely(_T("1*A"))), "A");
+}
+
+TEST(HeaderExamples, SimplifierNamesItsConstants) {
+  EXPECT_EQ(Utf8(s_strFuncName[0] + s_strFuncName[1] + s_strFuncName[2]), "maxminiif");
+  EXPECT_EQ(Utf8(s_strOperator), "+-*/,");
+}
+
 }  // namespace

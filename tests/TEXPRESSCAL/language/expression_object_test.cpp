@@ -1,5 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstring>
+#include <iterator>
+#include <new>
+#include <type_traits>
+
 #include "TEXPRESSCAL/express.h"
 #include "framework/objects/archive.h"
 #include "tests/support/print.h"
@@ -66,6 +72,33 @@ TEST(ExpressionObject, VariableNodeAsksTheMap) {
   node.text = _T("B");
   EXPECT_EQ(ValueOf(e), 0);
   EXPECT_EQ(e.m_nError, 3);
+}
+
+TEST(ExpressionObject, ListOfNamesIsZeroThroughoutAtFirst) {
+  alignas(CExpression) std::byte room[sizeof(CExpression)];
+  std::memset(room, 0xAA, sizeof room);
+  auto* const e = new (room) CExpression;
+  for (const TCHAR unit : e->m_szVarList) EXPECT_EQ(unit, 0);
+  EXPECT_EQ(std::size(e->m_szVarList), 255U);
+  e->~CExpression();
+}
+
+// Callers walk trees: a text is theirs to read like any other.
+TEST(ExpressionObject, TextLeafHasATerminatedTextOfItsOwn) {
+  CExpression e;
+  ASSERT_EQ(e.ChangeExpression(_T("FIND('ab','b')")), -1);
+  const ExprNode* const leaf = e.m_pRoot->left;
+  ASSERT_EQ(leaf->kind, 39);
+  EXPECT_EQ(CString(leaf->text), CString(_T("AB")));
+  CExpression copy(e);
+  EXPECT_EQ(CString(copy.m_pRoot->left->text), CString(_T("AB")));
+  EXPECT_NE(copy.m_pRoot->left->text, leaf->text);
+  e.m_pszExpr[6] = 'X';
+  EXPECT_EQ(ValueOf(e), 2);
+}
+
+TEST(ExpressionObject, JudgeIsKeptAsAPlainPointer) {
+  static_assert(std::is_same_v<decltype(CExpression::m_pValidParameter), CValidParameter*>);
 }
 
 }  // namespace

@@ -304,7 +304,7 @@ TEST(ParserState, NewTextReplacesTheTree) {
 }
 
 TEST(ParserState, ListOfNamesOutlivesAParseWithoutNames) {
-  const ListJudge judge("A,B");
+  ListJudge judge("A,B");
   CExpression expression;
   expression.m_pValidParameter = &judge;
   EXPECT_EQ(expression.ChangeExpression(_T("A+B*A")), -1);

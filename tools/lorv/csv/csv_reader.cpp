@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tools/lorv/csv/csv_limits.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -29,8 +30,7 @@ char MostFrequent(std::string_view block) {
 }  // namespace
 
 std::string PlaceText(const std::string& file, FilePlace place) {
-  return file + ", line " + std::to_string(place.line) + ", character " + std::to_string(place.character) +
-         ": ";
+  return file + Say(", line {}, column {}: ", {std::to_string(place.line), std::to_string(place.character)});
 }
 
 std::string_view CsvRow::operator[](std::size_t cell) const {
@@ -56,7 +56,7 @@ CsvReader::CsvReader(InputBytes& bytes, Encoding encoding, bool comments)
     : bytes_(bytes), decoder_(bytes, encoding), comments_(comments) {}
 
 void CsvReader::Fail(FilePlace place, const std::string& message) const {
-  throw BadInput(PlaceText(bytes_.Name(), place) + message);
+  throw BadInput(PlaceText(bytes_.Name(), place) + Say(message));
 }
 
 bool CsvReader::More() {
@@ -109,9 +109,29 @@ bool CsvReader::AtCellEnd() {
 
 void CsvReader::Keep(CsvRow& row, char c) {
   row.text_ += c;
+  CheckCell(row);
+}
+
+void CsvReader::CheckCell(const CsvRow& row) const {
   if (row.text_.size() - row.cells_.back().begin > kMaxCsvCell) {
-    Fail(row.cells_.back().place, "a cell of more than " + std::to_string(kMaxCsvCell) + " bytes");
+    Fail(row.cells_.back().place, Say("a cell of more than {} bytes", {std::to_string(kMaxCsvCell)}));
   }
+}
+
+// As much of a cell without quotes as the block holds, at once; false where its next byte is none of such.
+bool CsvReader::TakeRun(CsvRow& row) {
+  const std::size_t first = at_;
+  long long characters = 0;
+  for (; at_ < block_.size(); ++at_) {
+    const char c = block_[at_];
+    if (c == separator_ || c == '\n' || c == '\r' || c == 0) break;
+    characters += (static_cast<unsigned char>(c) & 0xC0) != 0x80 ? 1 : 0;
+  }
+  if (at_ == first) return false;
+  place_.character += characters;
+  row.text_.append(block_, first, at_ - first);
+  CheckCell(row);
+  return true;
 }
 
 void CsvReader::ReadQuoted(CsvRow& row, FilePlace begin) {
@@ -135,7 +155,9 @@ void CsvReader::ReadQuoted(CsvRow& row, FilePlace begin) {
 }
 
 void CsvReader::ReadPlain(CsvRow& row) {
-  while (More() && !AtCellEnd()) Keep(row, TakeByte());
+  while (More() && !AtCellEnd()) {
+    if (!TakeRun(row)) Keep(row, TakeByte());
+  }
   CsvRow::Cell& cell = row.cells_.back();
   cell.end = row.text_.size();
   while (cell.end > cell.begin && IsBlankCharacter(row.text_[cell.end - 1])) --cell.end;
@@ -143,7 +165,7 @@ void CsvReader::ReadPlain(CsvRow& row) {
 
 void CsvReader::ReadCell(CsvRow& row) {
   if (row.cells_.size() == kMaxCsvCells) {
-    Fail(place_, "a row of more than " + std::to_string(kMaxCsvCells) + " cells");
+    Fail(place_, Say("a row of more than {} cells", {std::to_string(kMaxCsvCells)}));
   }
   while (More() && IsBlankCharacter(Peek()) && Peek() != separator_) TakeByte();
   row.cells_.push_back({row.text_.size(), row.text_.size(), place_});

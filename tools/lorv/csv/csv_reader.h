@@ -14,7 +14,7 @@ struct FilePlace {
   long long character = 1;
 };
 
-// "FILE, line 12, character 5: "
+// "FILE, line 12, column 5: "
 std::string PlaceText(const std::string& file, FilePlace place);
 
 // A row of a table. A cell outside it is empty.
@@ -65,7 +65,9 @@ class CsvReader {
   void ReadCell(CsvRow& row);
   void ReadQuoted(CsvRow& row, FilePlace begin);
   void ReadPlain(CsvRow& row);
+  bool TakeRun(CsvRow& row);
   void Keep(CsvRow& row, char c);
+  void CheckCell(const CsvRow& row) const;
   void FindSeparator();
   bool AtCellEnd();
   [[noreturn]] void Fail(FilePlace place, const std::string& message) const;

@@ -1,5 +1,6 @@
 #include "tools/lorv/csv/csv_writer.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace lorv::tool {
@@ -8,7 +9,9 @@ namespace {
 bool NeedsQuotes(std::string_view cell) {
   if (cell.empty()) return false;
   const bool blank_end = cell.front() == ' ' || cell.back() == ' ' || cell.front() == '#';
-  return blank_end || cell.find_first_of(",;\t\r\n\"") != std::string_view::npos;
+  return blank_end || std::any_of(cell.begin(), cell.end(), [](char c) {
+           return c == ',' || c == ';' || c == '"' || c == '\t' || c == '\r' || c == '\n';
+         });
 }
 
 }  // namespace
@@ -31,7 +34,8 @@ CsvLine& CsvLine::Add(std::string_view cell) {
 
 std::string CsvLine::Take() {
   begun_ = false;
-  return std::exchange(text_, {}) + "\r\n";
+  text_ += "\r\n";
+  return std::exchange(text_, {});
 }
 
 }  // namespace lorv::tool

@@ -3,27 +3,56 @@
 #include <ostream>
 
 #include "tools/lorv/formula/caret_text.h"
+#include "tools/lorv/text/colours.h"
 #include "tools/lorv/text/display_width.h"
+#include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
+namespace {
 
-void PrintFault(Console& console, const CString& formula, const Fault& fault) {
+void Print(Console& console, const CString& formula, const Fault& fault, long long line, bool is_doubt) {
   console.out.flush();
-  console.err << "lorv: " << Printable(fault.message) << "\n";
-  if (!formula.IsEmpty()) console.err << CaretText(formula, fault.position, fault.length, console.columns);
+  console.err << "lorv: ";
+  if (line > 0) console.err << Say("line {}: ", {std::to_string(line)});
+  const std::string kind = is_doubt ? Say("warning: ") : std::string();
+  console.err << Coloured(is_doubt ? Colour::kWarning : Colour::kError, kind + Printable(fault.message))
+              << "\n";
+  if (!formula.IsEmpty()) {
+    console.err << ColouredMark(CaretText(formula, fault.position, fault.length, console.columns));
+  }
+}
+
+void WriteObject(JsonText& json, const Fault& fault) {
+  json.Open('{');
+  json.Key("message").String(fault.message);
+  json.Key("position").Number(static_cast<long long>(fault.position));
+  json.Key("length").Number(static_cast<long long>(fault.length));
+  json.Close('}');
+}
+
+}  // namespace
+
+void PrintFault(Console& console, const CString& formula, const Fault& fault, long long line) {
+  Print(console, formula, fault, line, false);
+}
+
+void PrintDoubts(Console& console, const CString& formula, const std::vector<Fault>& doubts, long long line) {
+  for (const Fault& doubt : doubts) Print(console, formula, doubt, line, true);
 }
 
 void WriteFault(JsonText& json, const std::optional<Fault>& fault) {
   json.Key("error");
-  if (!fault) {
+  if (fault) {
+    WriteObject(json, *fault);
+  } else {
     json.Null();
-    return;
   }
-  json.Open('{');
-  json.Key("message").String(fault->message);
-  json.Key("position").Number(static_cast<long long>(fault->position));
-  json.Key("length").Number(static_cast<long long>(fault->length));
-  json.Close('}');
+}
+
+void WriteDoubts(JsonText& json, const std::vector<Fault>& doubts) {
+  json.Key("warnings").Open('[');
+  for (const Fault& doubt : doubts) WriteObject(json, doubt);
+  json.Close(']');
 }
 
 }  // namespace lorv::tool

@@ -2,8 +2,10 @@
 
 #include <set>
 
-#include "tools/lorv/formula/formula_words.h"
+#include "TEXPRESSCAL/formula_words.h"
+#include "tools/lorv/takeoff/number_hint.h"
 #include "tools/lorv/takeoff/rules_file.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -12,18 +14,15 @@ namespace {
 NameValue ReadOne(const std::string& word) {
   const auto [name, value] = CutAtEqualSign(word, "NAME=VALUE");
   NameValue pair{CString::FromUtf8(name), false, CString::FromUtf8(value), 0};
-  if (name.empty()) throw BadInput("\"" + word + "\" has no name in front of the =");
-  if (pair.name.GetLength() > static_cast<int>(CStrCmp::kCapacity)) {
-    throw BadInput("the name \"" + name + "\" is longer than " + std::to_string(CStrCmp::kCapacity) +
-                   " characters");
-  }
+  if (name.empty()) throw BadInput(Say("\"{}\" has no name in front of the =", {word}));
   const int length = pair.text.GetLength();
   pair.is_text = length >= 2 && pair.text[0] == '\'' && pair.text.Find('\'', 1) == length - 1;
   if (pair.is_text) return pair;
   const std::optional<double> number = WholeNumber(value);
   if (!number) {
-    throw BadInput("the value of " + name + " is \"" + value +
-                   "\": neither a number nor a 'text' in single quotes");
+    throw BadInput(
+        Say("the value of {} is \"{}\": neither a number nor a 'text' in single quotes", {name, value}) +
+        NumberHint(value));
   }
   pair.number = *number;
   return pair;
@@ -33,7 +32,7 @@ NameValue ReadOne(const std::string& word) {
 
 std::pair<std::string, std::string> CutAtEqualSign(const std::string& word, const char* expected) {
   const std::size_t at = word.find('=');
-  if (at == std::string::npos) throw BadInput("\"" + word + "\" is not of the form " + expected);
+  if (at == std::string::npos) throw BadInput(Say("\"{}\" is not of the form {}", {word, expected}));
   return {word.substr(0, at), word.substr(at + 1)};
 }
 
@@ -43,7 +42,7 @@ std::vector<NameValue> ReadNameValues(const std::vector<std::string>& words) {
   for (const std::string& word : words) {
     pairs.push_back(ReadOne(word));
     if (!names.insert(NameKey(pairs.back().name.View())).second) {
-      throw BadInput("the name \"" + pairs.back().name.ToUtf8() + "\" has two values");
+      throw BadInput(Say("the name \"{}\" has two values", {pairs.back().name.ToUtf8()}));
     }
   }
   return pairs;

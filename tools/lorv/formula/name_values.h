@@ -16,8 +16,7 @@ struct NameValue {
 };
 
 // Reads NAME=VALUE arguments. Throws BadInput for what is no such pair, for a name given twice (letter case
-// aside), a name longer than the 20 characters that a calculator keeps, and a value that is neither a number
-// nor a text in single quotes.
+// aside), and for a value that is neither a number nor a text in single quotes.
 std::vector<NameValue> ReadNameValues(const std::vector<std::string>& words);
 
 // Cuts a word at its first "="; throws BadInput, naming what was expected, where there is none.

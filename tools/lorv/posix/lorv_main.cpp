@@ -1,8 +1,11 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <clocale>
+#include <cstdlib>
 #include <iostream>
 
+#include "tools/lorv/posix/terminal_lines.h"
 #include "tools/lorv/program.h"
 
 namespace {
@@ -13,10 +16,36 @@ int Columns() {
   return 80;
 }
 
+// The first one that says anything tells the language of messages.
+std::string Locale() {
+  for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const char* const value = std::getenv(name);
+    if (value != nullptr && *value != 0) return value;
+  }
+  return {};
+}
+
+bool WantsColours() {
+  const char* const none = std::getenv("NO_COLOR");
+  const char* const kind = std::getenv("TERM");
+  const bool can = kind != nullptr && std::string(kind) != "dumb";
+  return isatty(STDERR_FILENO) == 1 && can && (none == nullptr || *none == 0);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   std::ios::sync_with_stdio(false);
   lorv::tool::Console console{std::cin, std::cout, std::cerr, isatty(STDERR_FILENO) == 1, Columns()};
+  console.in_is_terminal = isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1;
+  console.colours = WantsColours();
+  console.locale = Locale();
+  std::unique_ptr<lorv::tool::LineEditor> editor;
+  if (argc == 1 && console.in_is_terminal) {
+    // The editing library reads characters by the user's locale; nothing else of the program asks it.
+    std::setlocale(LC_CTYPE, "");
+    editor = lorv::tool::TerminalLines();
+    console.editor = editor.get();
+  }
   return lorv::tool::RunProgram({argv + 1, argv + argc}, console);
 }

@@ -3,233 +3,151 @@
 #include <algorithm>
 #include <cmath>
 
-#include "TEXPRESSCAL/calculate_rows.h"
 #include "TEXPRESSCAL/diagnose.h"
-#include "framework/text/number_text.h"
+#include "tools/lorv/formula/formula_digits.h"
+#include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
 namespace {
 
-// Characters for private use: no letter of any language, so no name and no text typed by a user holds them.
-constexpr unsigned kFirstMark = 0xE000;
-constexpr unsigned kLastMark = 0xF8FF;
-
-TCHAR MarkOf(std::size_t dimension) {
-  return static_cast<TCHAR>(kFirstMark + dimension);
-}
-
-bool IsMark(TCHAR c) {
-  return static_cast<unsigned>(c) >= kFirstMark && static_cast<unsigned>(c) <= kLastMark;
-}
-
-// Words of a component as a text of the formula. The language has no way to write a quote inside a text.
-CString Quoted(const CString& words) {
-  CString text(_T("'"));
-  for (int i = 0; i < words.GetLength(); ++i) {
-    const TCHAR c = words[i];
-    text += c == '\'' ? _T('"') : IsMark(c) ? _T('?') : c;
-  }
-  return text + _T("'");
-}
-
-bool MayFailSilently(const CString& formula) {
-  const CString upper = NameKey(formula.View());
-  return upper.Find(_T("SQRT")) >= 0 || upper.Find(_T("LOG")) >= 0 || upper.Find(_T("()")) >= 0 ||
-         upper.Find(_T("''")) >= 0;
-}
-
 // "; did you mean X?" for a name that is near a known one.
 std::string Proposal(const CString& name, const TDefsetVars& known) {
   const CString nearest = DiagnoseFormula(name, {}, known).suggestion;
-  return nearest.IsEmpty() ? "" : "; did you mean " + nearest.ToUtf8() + "?";
+  return nearest.IsEmpty() ? "" : Say("; did you mean {}?", {nearest.ToUtf8()});
+}
+
+// The language of formulas has no way to write a quote inside a text: none is looked for.
+CString WithoutQuotes(CString words) {
+  words.Replace(_T("'"), _T("\""));
+  return words;
 }
 
 }  // namespace
 
-CString Literal(double value) {
-  // 17 digits give every number back; zeros in front of a small one are no digits.
-  const int exponent = value == 0 ? 0 : static_cast<int>(std::floor(std::log10(std::fabs(value))));
-  std::string digits = RealToText(value, 'f', std::clamp(17 - exponent, 0, 60));
-  if (digits.find('.') != std::string::npos) {
-    digits.erase(digits.find_last_not_of('0') + 1);
-    if (digits.back() == '.') digits.pop_back();
-  }
-  return CString(_T("(")) + CString::FromUtf8(digits) + _T(")");
-}
-
-// The text that goes to the calculator, and where each piece's value stands in it.
-struct BoundFormula::Text {
-  CString text;
-  std::vector<int> ends;  // for each piece: the end of its stretch, where its value begins
-  CMapValue values;
-};
-
-BoundFormula::BoundFormula(const CString& formula, const Lookup& lookup, const TDefsetVars& known)
-    : typed_(formula), calculator_(std::make_unique<CAdExpCalculate>()) {
+BoundFormula::BoundFormula(const CString& formula, const Lookup& lookup, const TDefsetVars& known,
+                           ValueDigits digits)
+    : typed_(formula) {
   Bind(lookup, known);
-  if (!fault_) Check();
+  if (!fault_) Read();
+  if (digits == ValueDigits::kSuite) suite_ = std::make_unique<SuiteFormula>(formula, lookup);
 }
 
 void BoundFormula::Bind(const Lookup& lookup, const TDefsetVars& known) {
-  silent_codes_ = MayFailSilently(typed_);
-  int at = 0;
   for (const FormulaWord& word : NamesOf(typed_.View())) {
-    Piece piece{typed_.Mid(at, word.position - at), at, word, lookup(NameKey(word.name.View()))};
-    at = word.position + word.length;
-    BindWord(word, piece, known);
-    pieces_.push_back(std::move(piece));
+    const CString key = NameKey(word.name.View());
+    const bool is_bound = std::any_of(names_.begin(), names_.end(), [&](const Name& name) {
+      return NameKey(name.word.name.View()) == key;
+    });
+    if (is_bound) continue;
+    names_.push_back({word, lookup(key)});
+    const Symbol& symbol = names_.back().symbol;
+    if (symbol.kind == Symbol::kUnknown && !fault_) {
+      fault_ = Fault{word.position, word.length,
+                     Say("nothing is named \"{}\" here", {word.name.ToUtf8()}) + Proposal(word.name, known),
+                     true, true};
+    }
+    if (symbol.kind != Symbol::kDimension) continue;
+    dimensions_.push_back(symbol.index);
+    places_.push_back(names_.size() - 1);
   }
-  pieces_.push_back({typed_.Mid(at), at, {}, {}});
 }
 
-// A name that stands for a number gets its mark; the first one that stands for nothing is the fault.
-void BoundFormula::BindWord(const FormulaWord& word, Piece& piece, const TDefsetVars& known) {
-  const int behind = word.position + word.length;
-  if (piece.symbol.kind == Symbol::kUnknown && !fault_) {
-    fault_ = Fault{word.position, word.length,
-                   "nothing is named \"" + word.name.ToUtf8() + "\" here" + Proposal(word.name, known), true,
-                   true};
-  }
-  if (typed_[behind] == '.' && !fault_) {
-    // The value's digits would swallow it: 6 for the name and ".5" make 6.5.
-    fault_ = Fault{behind, 1, "no point may stand behind a name", true, true};
-  }
-  if (piece.symbol.kind != Symbol::kDimension) return;
-  const auto found = std::find(dimensions_.begin(), dimensions_.end(), piece.symbol.index);
-  piece.mark = MarkOf(static_cast<std::size_t>(found - dimensions_.begin()));
-  if (found == dimensions_.end()) dimensions_.push_back(piece.symbol.index);
-}
-
-// A formula that cannot be parsed with some value for each name cannot be worked for any component.
-void BoundFormula::Check() {
-  struct Ones : ValueSource {
-    std::optional<double> DimensionOf(std::size_t) override { return 1000000; }
-    std::optional<double> ResultOf(std::size_t) override { return 1000000; }
-    CString TextOf(std::size_t) override { return _T("A"); }
-  } ones;
-  Outcome outcome;
-  const Text text = Fill(ones, std::nullopt, outcome);
-  if (outcome.state == Outcome::kFaulty) {
-    fault_ = outcome.fault;
+void BoundFormula::Read() {
+  std::vector<ExactName> names;
+  for (const Name& name : names_) names.push_back({name.word.name, name.symbol.kind == Symbol::kText});
+  exact_ = std::make_unique<ExactFormula>(typed_, names);
+  if (exact_->Fault().fault != FormulaFault::kNone) {
+    fault_ = FaultOf(exact_->Fault());
     return;
   }
-  const std::optional<Fault> fault = FaultOf(text.text, text.values, {});
-  if (fault && fault->syntax) fault_ = AsTyped(*fault, text);
-  const bool same_for_all = std::all_of(pieces_.begin(), pieces_.end(), [](const Piece& piece) {
-    return piece.symbol.kind != Symbol::kText && piece.symbol.kind != Symbol::kResult;
+  for (const FormulaDiagnosis& doubt : exact_->Doubts()) doubts_.push_back(FaultOf(doubt));
+  values_.resize(names.size());
+  needs_numbers_only_ = std::all_of(names_.begin(), names_.end(), [](const Name& name) {
+    return name.symbol.kind == Symbol::kDimension || name.symbol.kind == Symbol::kConstant;
   });
-  if (!fault_ && !silent_codes_ && same_for_all) row_text_ = text.text;
+}
+
+std::optional<double> BoundFormula::ValueOf(const Name& name, ValueSource& source,
+                                            std::optional<double> instead) const {
+  const Symbol& symbol = name.symbol;
+  std::optional<double> value;
+  if (symbol.kind == Symbol::kConstant) value = symbol.constant;
+  if (symbol.kind == Symbol::kDimension) value = source.DimensionOf(symbol.index);
+  if (symbol.kind == Symbol::kResult) value = source.ResultOf(symbol.index);
+  return value ? value : instead;
+}
+
+Outcome BoundFormula::Work(ValueSource& source, std::optional<double> instead) {
+  if (suite_ != nullptr && !fault_) return suite_->Work(source, instead);
+  return WorkExactly(source, instead);
+}
+
+Outcome BoundFormula::WorkExactly(ValueSource& source, std::optional<double> instead) {
+  if (fault_) return {Outcome::kFaulty, 0, *fault_};
+  for (std::size_t i = 0; i < names_.size(); ++i) {
+    const Name& name = names_[i];
+    if (name.symbol.kind == Symbol::kText) {
+      exact_->SetText(i, WithoutQuotes(source.TextOf(name.symbol.index)).View());
+      continue;
+    }
+    const std::optional<double> value = ValueOf(name, source, instead);
+    if (!value) {
+      return {Outcome::kMissing, 0,
+              Fault{name.word.position, name.word.length,
+                    Say("no value for \"{}\"", {name.word.name.ToUtf8()}), false, true}};
+    }
+    values_[i] = *value;
+  }
+  int code = 0;
+  const double result = exact_->Work(values_.data(), code);
+  if (code != 0 && code != kDoubtfulNumber) return {Outcome::kFaulty, 0, FaultOf(exact_->Explain())};
+  if (!std::isfinite(result)) {
+    return {Outcome::kFaulty, 0, Fault{0, typed_.GetLength(), Say("the result is no number"), false, true}};
+  }
+  Outcome outcome{Outcome::kWorked, result, {}};
+  if (code == kDoubtfulNumber) outcome.doubt = FaultOf(exact_->Explain());
+  return outcome;
+}
+
+CString BoundFormula::Worked(ValueSource& source, std::optional<double> instead) const {
+  CString text;
+  int at = 0;
+  for (const FormulaWord& word : NamesOf(typed_.View())) {
+    const CString key = NameKey(word.name.View());
+    const auto name = std::find_if(names_.begin(), names_.end(),
+                                   [&](const Name& known) { return NameKey(known.word.name.View()) == key; });
+    text += typed_.Mid(at, word.position - at);
+    at = word.position + word.length;
+    if (name->symbol.kind == Symbol::kText) {
+      text += _T("'") + WithoutQuotes(source.TextOf(name->symbol.index)) + _T("'");
+      continue;
+    }
+    if (word.position > 0 && typed_[word.position - 1] >= '0' && typed_[word.position - 1] <= '9')
+      text += _T("*");
+    const double value = ValueOf(*name, source, instead).value_or(0);
+    text += value < 0 ? Literal(value) : Digits(value);
+  }
+  return text + typed_.Mid(at);
 }
 
 std::vector<double> BoundFormula::WorkRows(const std::vector<std::vector<double>>& columns,
                                            std::size_t rows) const {
-  std::vector<ValueColumn> named;
-  for (std::size_t i = 0; i < columns.size(); ++i) named.push_back({CString(MarkOf(i)), columns[i].data()});
+  if (suite_ != nullptr) return suite_->WorkRows(columns, rows);
+  std::vector<const double*> by_name(names_.size());
+  std::vector<std::vector<double>> constants(names_.size());
+  for (std::size_t i = 0; i < places_.size(); ++i) by_name[places_[i]] = columns[i].data();
+  for (std::size_t i = 0; i < names_.size(); ++i) {
+    if (names_[i].symbol.kind != Symbol::kConstant) continue;
+    constants[i].assign(rows, names_[i].symbol.constant);
+    by_name[i] = constants[i].data();
+  }
   std::vector<double> results(rows);
-  std::vector<int> errors(rows);
-  CalculateRows(CAdExpCalculate(row_text_), named, rows, results.data(), errors.data());
+  std::vector<int> codes(rows);
+  exact_->WorkRows(by_name.data(), rows, results.data(), codes.data());
   for (std::size_t row = 0; row < rows; ++row) {
-    if (errors[row] != 0 || !std::isfinite(results[row])) results[row] = std::nan("");
+    if (codes[row] != 0 || !std::isfinite(results[row])) results[row] = std::nan("");
   }
   return results;
-}
-
-BoundFormula::Text BoundFormula::Fill(ValueSource& source, std::optional<double> instead, Outcome& outcome) {
-  Text filled;
-  for (const Piece& piece : pieces_) {
-    filled.text += piece.text;
-    filled.ends.push_back(filled.text.GetLength());
-    std::optional<double> value;
-    switch (piece.symbol.kind) {
-      case Symbol::kUnknown:
-        continue;
-      case Symbol::kText:
-        filled.text += Quoted(source.TextOf(piece.symbol.index));
-        continue;
-      case Symbol::kConstant:
-        value = piece.symbol.constant;
-        break;
-      case Symbol::kDimension:
-        value = source.DimensionOf(piece.symbol.index);
-        break;
-      case Symbol::kResult:
-        value = source.ResultOf(piece.symbol.index);
-        break;
-    }
-    if (!value) value = instead;
-    if (!value) {
-      outcome.state = Outcome::kMissing;
-      outcome.fault = {piece.word.position, piece.word.length,
-                       "no value for \"" + piece.word.name.ToUtf8() + "\"", false, true};
-      return filled;
-    }
-    if (piece.mark != 0) filled.values[CString(piece.mark)] = *value;
-    filled.text += piece.mark != 0 ? CString(piece.mark) : Literal(*value);
-  }
-  if (filled.text.GetLength() > kMaxFormulaText) {
-    outcome.state = Outcome::kFaulty;
-    outcome.fault = {0, typed_.GetLength(),
-                     "with its values set in, the formula is longer than " + std::to_string(kMaxFormulaText) +
-                         " characters",
-                     false, true};
-  }
-  return filled;
-}
-
-// What was set in for a name stands for the whole name: its beginning for a beginning, its end for an end.
-int BoundFormula::TypedPlace(int position, bool end, const Text& text) const {
-  for (std::size_t i = 0; i < pieces_.size(); ++i) {
-    const Piece& piece = pieces_[i];
-    const int begin = text.ends[i] - piece.text.GetLength();
-    // A beginning at the end of a stretch is the beginning of the name behind it.
-    const bool inside = end ? position <= text.ends[i] : position < text.ends[i];
-    if (inside && position >= begin) return piece.position + position - begin;
-    if (position < begin) {
-      const FormulaWord& word = pieces_[i - 1].word;
-      return end ? word.position + word.length : word.position;
-    }
-  }
-  return typed_.GetLength();
-}
-
-Fault BoundFormula::AsTyped(const Fault& fault, const Text& text) const {
-  Fault typed = fault;
-  typed.position = TypedPlace(fault.position, false, text);
-  const int behind =
-      fault.length == 0 ? typed.position : TypedPlace(fault.position + fault.length, true, text);
-  typed.length = std::max(0, behind - typed.position);
-  // The message quotes the stretch that was worked: the user knows the one that was typed.
-  const std::string worked = text.text.Mid(fault.position, fault.length).ToUtf8();
-  const std::size_t at = worked.empty() ? std::string::npos : typed.message.find("'" + worked + "'");
-  if (at != std::string::npos) {
-    typed.message.replace(at + 1, worked.size(), typed_.Mid(typed.position, typed.length).ToUtf8());
-  }
-  return typed;
-}
-
-Outcome BoundFormula::Work(ValueSource& source, std::optional<double> instead) {
-  Outcome outcome;
-  if (fault_) {
-    outcome.state = Outcome::kFaulty;
-    outcome.fault = *fault_;
-    return outcome;
-  }
-  const Text text = Fill(source, instead, outcome);
-  if (outcome.state != Outcome::kWorked) return outcome;
-  calculator_->SetExpr(text.text);
-  for (const auto& [name, value] : text.values) calculator_->SetVarValue(name, value, false);
-  int error = 0;
-  outcome.value = calculator_->Calculate(error);
-  std::optional<Fault> fault;
-  if (error != 0 || silent_codes_) fault = FaultOf(text.text, text.values, {});
-  if (!fault && !std::isfinite(outcome.value)) {
-    fault = Fault{0, text.text.GetLength(), "the result is no number", false, true};
-  }
-  if (!fault && error != 0) fault = Fault{error, 1, "the formula cannot be worked", false, true};
-  if (!fault) return outcome;
-  outcome.state = Outcome::kFaulty;
-  outcome.fault = AsTyped(*fault, text);
-  return outcome;
 }
 
 }  // namespace lorv::tool

@@ -20,11 +20,13 @@ class ClassSelector {
   // an empty list.
   bool Fits(std::string_view name) const;
   bool IsEmpty() const { return patterns_.empty(); }
+  bool operator==(const ClassSelector&) const = default;
 
  private:
   struct Pattern {
     std::string text;
     bool out;
+    bool operator==(const Pattern&) const = default;
   };
   std::vector<Pattern> patterns_;
 };

@@ -32,6 +32,7 @@ constexpr Name kDecimalPlaces[] = {"decimals", "小数位"};
 constexpr Name kFactor[] = {"factor", "系数"};
 constexpr Name kCompare[] = {"compare", "对照"};
 constexpr Name kGroup[] = {"group", "组"};
+constexpr Name kTotal[] = {"total", "合计", "统计"};
 constexpr Name kNote[] = {"note", "说明", "remark", "备注"};
 
 constexpr KnownColumn kRules[] = {{kKindOf, kKind},         {kSelectorOf, kSelector},
@@ -39,7 +40,8 @@ constexpr KnownColumn kRules[] = {{kKindOf, kKind},         {kSelectorOf, kSelec
                                   {kFormulaOf, kFormula},   {kConditionOf, kCondition},
                                   {kMissingOf, kMissing},   {kDecimalsOf, kDecimalPlaces},
                                   {kFactorOf, kFactor},     {kCompareOf, kCompare},
-                                  {kGroupOf, kGroup},       {kNoteOf, kNote}};
+                                  {kGroupOf, kGroup},       {kTotalOf, kTotal},
+                                  {kNoteOf, kNote}};
 
 }  // namespace
 

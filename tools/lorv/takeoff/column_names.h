@@ -26,6 +26,7 @@ enum RuleRole {
   kFactorOf,
   kCompareOf,
   kGroupOf,
+  kTotalOf,
   kNoteOf,
   kRuleRoles
 };

@@ -2,11 +2,19 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <ostream>
 
 #include "tools/lorv/text/column_text.h"
+#include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
+namespace {
+
+constexpr std::size_t kMaxDifferences = 10000;
+constexpr std::size_t kShownDifferences = 12;
+
+}  // namespace
 
 Comparison::Line& Comparison::LineOf(const std::string& name, bool is_group, std::size_t rule) {
   Line& line = lines_.try_emplace({is_group, name}, Line{name, is_group, rule, 0, 0}).first->second;
@@ -14,8 +22,21 @@ Comparison::Line& Comparison::LineOf(const std::string& name, bool is_group, std
   return line;
 }
 
+double Comparison::Difference::Share() const {
+  if (theirs == 0) return ours == 0 ? 0 : std::numeric_limits<double>::infinity();
+  return (ours - theirs) / std::fabs(theirs);
+}
+
+void Comparison::Keep(Difference difference) {
+  if (differences_.size() < kMaxDifferences) {
+    differences_.push_back(std::move(difference));
+  } else {
+    ++beyond_;
+  }
+}
+
 void Comparison::Add(const ComponentsFile& file, const std::vector<Result>& results) {
-  std::map<std::string, std::pair<std::size_t, bool>> groups;
+  std::map<std::string, Group> groups;
   for (const Result& result : results) {
     const auto stored = planner_.StoredOf(result.rule);
     if (result.state != Result::kWorked || !stored) continue;
@@ -27,14 +48,22 @@ void Comparison::Add(const ComponentsFile& file, const std::vector<Result>& resu
     Line& line = LineOf(rule.name, false, result.rule);
     ++line.asked;
     line.agree += agrees;
-    if (rule.group.empty()) continue;
-    auto& [first, any] = groups.try_emplace(rule.group, result.rule, false).first->second;
-    any |= agrees;
+    Difference difference{rule.group.empty() ? rule.name : rule.group, PlaceOfComponent(file), result.value,
+                          theirs};
+    if (rule.group.empty()) {
+      if (!agrees) Keep(std::move(difference));
+      continue;
+    }
+    auto [group, fresh] = groups.try_emplace(rule.group, Group{result.rule, false, difference});
+    group->second.agrees |= agrees;
+    if (std::fabs(difference.Share()) < std::fabs(group->second.nearest.Share()))
+      group->second.nearest = difference;
   }
-  for (const auto& [name, found] : groups) {
-    Line& line = LineOf(name, true, found.first);
+  for (const auto& [name, group] : groups) {
+    Line& line = LineOf(name, true, group.rule);
     ++line.asked;
-    line.agree += found.second;
+    line.agree += group.agrees;
+    if (!group.agrees) Keep(group.nearest);
   }
 }
 
@@ -50,16 +79,43 @@ std::vector<const Comparison::Line*> Comparison::InOrder() const {
 
 void Comparison::Print(std::ostream& out) const {
   using Side = TextTable::Side;
-  TextTable table({{"Agrees with the file within " + PlainReal(tolerance_ * 100) + " %"},
-                   {"asked of", Side::kRight},
-                   {"agree", Side::kRight},
-                   {"share", Side::kRight}});
+  TextTable table({{Say("Agrees with the file within {} %", {PlainReal(tolerance_ * 100)})},
+                   {Say("asked of"), Side::kRight},
+                   {Say("agree"), Side::kRight},
+                   {Say("share"), Side::kRight}});
   for (const Line* line : InOrder()) {
     const double share = 100 * static_cast<double>(line->agree) / static_cast<double>(line->asked);
     table.Add({line->name, std::to_string(line->asked), std::to_string(line->agree),
                PlainReal(std::round(share * 10) / 10) + " %"});
   }
   table.Print(out);
+  PrintDifferences(out);
+}
+
+// The largest first.
+void Comparison::PrintDifferences(std::ostream& out) const {
+  if (differences_.empty()) return;
+  std::vector<const Difference*> order;
+  for (const Difference& difference : differences_) order.push_back(&difference);
+  std::stable_sort(order.begin(), order.end(), [](const Difference* a, const Difference* b) {
+    return std::fabs(a->Share()) > std::fabs(b->Share());
+  });
+  using Side = TextTable::Side;
+  out << "\n";
+  TextTable table({{Say("Differs")},
+                   {Say("Component")},
+                   {Say("worked"), Side::kRight},
+                   {Say("in the file"), Side::kRight},
+                   {Say("by"), Side::kRight}});
+  for (std::size_t i = 0; i < std::min(order.size(), kShownDifferences); ++i) {
+    const Difference& difference = *order[i];
+    table.Add({difference.name, difference.component, PlainReal(difference.ours),
+               PlainReal(difference.theirs), PlainReal(std::round(difference.Share() * 1000) / 10) + " %"});
+  }
+  table.Print(out);
+  const auto more =
+      static_cast<long long>(order.size()) - static_cast<long long>(kShownDifferences) + beyond_;
+  if (more > 0) out << Say("and {} more, in the JSON text", {std::to_string(more)}) << "\n";
 }
 
 void Comparison::Write(JsonText& json) const {
@@ -73,6 +129,18 @@ void Comparison::Write(JsonText& json) const {
     json.Close('}');
   }
   json.Close(']');
+  json.Key("differences").Open('[');
+  for (const Difference& difference : differences_) {
+    json.Open('{');
+    json.Key("name").String(difference.name);
+    json.Key("component").String(difference.component);
+    json.Key("worked").Number(difference.ours);
+    json.Key("stored").Number(difference.theirs);
+    json.Key("share").Number(difference.Share());
+    json.Close('}');
+  }
+  json.Close(']');
+  json.Key("more_differences").Number(beyond_);
 }
 
 }  // namespace lorv::tool

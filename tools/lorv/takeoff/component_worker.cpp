@@ -1,59 +1,56 @@
 #include "tools/lorv/takeoff/component_worker.h"
 
-#include <cmath>
+#include <limits>
+
+#include "tools/lorv/formula/formula_digits.h"
+#include "tools/lorv/takeoff/number_hint.h"
+#include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
-namespace {
-
-// A change below this share of the value, a hundredth of a per cent, changes no bill.
-constexpr double kNoChange = 1e-4;
-
-std::string NameOfComponent(const ComponentsFile& file) {
-  std::string text = "line " + std::to_string(file.Row().Place().line);
-  for (const ComponentRole role : {kClassOf, kNameOf, kStoreyOf}) {
-    if (!file.Of(role).empty()) text += ", " + std::string(file.Of(role));
-  }
-  return text;
-}
-
-}  // namespace
-
-double AsWorked(double value) {
-  constexpr double kThird = 0.3333333333333333, kTwoThirds = 0.6666666666666666, kNear = 0.001;
-  if (std::fabs(value - kThird) < kNear) return kThird;
-  if (std::fabs(value - kTwoThirds) < kNear) return kTwoThirds;
-  return std::round(value * 1000) / 1000;
-}
-
-ComponentWorker::ComponentWorker(Planner& planner, const ComponentsFile& file, Problems& problems)
+ComponentWorker::ComponentWorker(Planner& planner, const ComponentsFile& file, Problems& problems,
+                                 Coverage& coverage, ValueDigits digits)
     : planner_(planner),
       file_(file),
       problems_(problems),
+      coverage_(coverage),
       ready_(planner, file),
       values_(planner.Dimensions().size()),
-      roundings_(planner.Dimensions().size()) {}
+      digits_(digits) {}
 
 const std::vector<Result>& ComponentWorker::Work() {
   ++component_;
   if (file_.InBlock() == 0) ready_.Begin();
   plan_ = &ready_.PlanAtHand();
+  // Plans are made as classes come, and may name what nobody knows: dimensions without a column.
+  values_.resize(planner_.Dimensions().size());
   defaults_in_use_ = plan_->defaults.size();
   results_.assign(plan_->results, {});
+  by_result_.assign(plan_->results, nullptr);
   for (BoundRule& rule : plan_->rules) WorkRule(rule);
   return results_;
 }
 
+void ComponentWorker::PassOver() {
+  ++component_;
+  if (file_.InBlock() == 0) ready_.Begin();
+}
+
 void ComponentWorker::WorkRule(BoundRule& bound) {
   Result& result = results_[bound.result];
+  coverage_.CountFit(bound.rule);
   // The first row of a name whose condition holds is the one that counts.
   if (result.state != Result::kNone) return;
+  coverage_.CountTried(bound.rule);
   const Rule& rule = planner_.Rules().rules[bound.rule];
   bool skip = false;
   const std::optional<bool> holds = Holds(bound.condition, bound.rule, skip);
   if (holds && !*holds) return;
+  coverage_.CountHeld(bound.rule);
   result.rule = bound.rule;
   if (!holds) {
-    if (!skip) result.state = Result::kFailed;
+    if (skip) return;
+    result.state = Result::kFailed;
+    coverage_.CountFailed(bound.rule);
     return;
   }
   const Outcome outcome = WorkFormula(bound.formula, bound.rule);
@@ -61,10 +58,46 @@ void ComponentWorker::WorkRule(BoundRule& bound) {
   if (outcome.state != Outcome::kWorked) {
     Report(bound.rule, RulePart::kFormula, outcome.fault);
     result.state = Result::kFailed;
+    coverage_.CountFailed(bound.rule);
     return;
   }
+  coverage_.CountWorked(bound.rule);
   result.state = Result::kWorked;
-  result.value = outcome.value * rule.factor;
+  result.value = result.exact = outcome.value * rule.factor;
+  by_result_[bound.result] = &bound;
+  if (digits_ == ValueDigits::kSuite) WorkExactly(bound, result);
+  ReportDoubts(bound, outcome);
+}
+
+// What the suite's three decimals and thirds made of it is told beside what there is with all digits.
+void ComponentWorker::WorkExactly(BoundRule& bound, Result& result) {
+  const Rule& rule = planner_.Rules().rules[bound.rule];
+  std::optional<double> instead;
+  if (rule.missing == Missing::kUseNumber) instead = rule.missing_value;
+  exact_pass_ = true;
+  const Outcome outcome = bound.formula.WorkExactly(*this, instead);
+  exact_pass_ = false;
+  // With all digits it may fail where it does not otherwise: nothing is the same about both then.
+  result.exact = outcome.state == Outcome::kWorked ? outcome.value * rule.factor
+                                                   : std::numeric_limits<double>::infinity();
+}
+
+void ComponentWorker::ReportDoubts(const BoundRule& bound, const Outcome& outcome) {
+  for (const Fault& doubt : bound.formula.Doubts()) Report(bound.rule, RulePart::kFormula, doubt);
+  if (outcome.doubt) Report(bound.rule, RulePart::kFormula, *outcome.doubt);
+  if (!bound.condition) return;
+  for (const Fault& doubt : bound.condition->Doubts()) Report(bound.rule, RulePart::kCondition, doubt);
+}
+
+CString ComponentWorker::Worked(std::size_t result) {
+  const BoundRule* const bound = by_result_[result];
+  if (bound == nullptr) return {};
+  const Rule& rule = planner_.Rules().rules[bound->rule];
+  std::optional<double> instead;
+  if (rule.missing == Missing::kUseNumber) instead = rule.missing_value;
+  const CString text = bound->formula.Worked(*this, instead);
+  if (rule.factor == 1) return text;
+  return _T("(") + text + _T(")*") + Digits(rule.factor);
 }
 
 std::optional<bool> ComponentWorker::Holds(std::optional<BoundFormula>& condition, std::size_t rule,
@@ -84,19 +117,23 @@ Outcome ComponentWorker::WorkFormula(BoundFormula& formula, std::size_t rule) {
   if (row.missing == Missing::kUseNumber) instead = row.missing_value;
   text_met_.reset();
   if (const double* const result = ready_.ResultOf(formula)) {
-    for (const std::size_t dimension : formula.Dimensions()) DimensionOf(dimension);
     return {Outcome::kWorked, *result, {}};
   }
   Outcome outcome = formula.Work(*this, instead);
   // Words where a number belongs are no missing value: they are never passed over.
   if (!text_met_) return outcome;
   outcome.state = Outcome::kFaulty;
-  outcome.fault.message = "the value for \"" + planner_.Dimensions()[*text_met_].name + "\" is no number";
+  const Dimension& dimension = planner_.Dimensions()[*text_met_];
+  outcome.fault.message = Say("the value for \"{}\" is no number", {dimension.name});
+  const std::string cell(file_.Row()[*dimension.column]);
+  const auto place = std::to_string(file_.Row().Place(*dimension.column).character);
+  outcome.fault.detail = Say("column {} holds \"{}\"", {place, cell}) + NumberHint(cell);
   return outcome;
 }
 
 void ComponentWorker::Report(std::size_t rule, RulePart part, const Fault& fault) {
-  problems_.Add(rule, part, fault, NameOfComponent(file_));
+  const std::string detail = fault.detail.empty() ? "" : ": " + fault.detail;
+  problems_.Add(rule, part, fault, PlaceOfComponent(file_) + detail);
 }
 
 std::optional<double> ComponentWorker::DimensionOf(std::size_t index) {
@@ -106,7 +143,6 @@ std::optional<double> ComponentWorker::DimensionOf(std::size_t index) {
     // Inside a default fewer defaults are asked: what was found there may be less than there is.
     if (defaults_in_use_ < plan_->defaults.size()) return found.number;
     value = found;
-    if (value.number) NoteRounding(index, *value.number);
   }
   if (value.is_text) text_met_ = index;
   return value.number;
@@ -141,17 +177,9 @@ std::optional<double> ComponentWorker::DefaultOf(std::size_t index) {
   return found;
 }
 
-void ComponentWorker::NoteRounding(std::size_t index, double value) {
-  const double change = std::fabs(AsWorked(value) - value);
-  if (change <= kNoChange * std::fabs(value)) return;
-  Rounding& rounding = roundings_[index];
-  ++rounding.values;
-  rounding.largest = std::max(rounding.largest, change / std::fabs(value));
-}
-
 std::optional<double> ComponentWorker::ResultOf(std::size_t index) {
   if (results_[index].state != Result::kWorked) return std::nullopt;
-  return results_[index].value;
+  return exact_pass_ ? results_[index].exact : results_[index].value;
 }
 
 CString ComponentWorker::TextOf(std::size_t column) {

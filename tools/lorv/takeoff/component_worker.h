@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "tools/lorv/takeoff/coverage.h"
 #include "tools/lorv/takeoff/plan.h"
 #include "tools/lorv/takeoff/problems.h"
 #include "tools/lorv/takeoff/ready_block.h"
@@ -15,25 +16,23 @@ struct Result {
   State state = kNone;
   double value = 0;
   std::size_t rule = 0;  // which row gave it
-};
-
-// How often a dimension lost digits on its way into a formula: values carry three decimals.
-struct Rounding {
-  long long values = 0;
-  double largest = 0;  // of the change, as a share of the value
+  double exact = 0;      // the same with all digits of the dimensions
 };
 
 // Works all quantities of one component after the other.
 class ComponentWorker : private ValueSource {
  public:
-  ComponentWorker(Planner& planner, const ComponentsFile& file, Problems& problems);
+  ComponentWorker(Planner& planner, const ComponentsFile& file, Problems& problems, Coverage& coverage,
+                  ValueDigits digits);
 
   // The results of the component that the file stands at, in the order of its plan; valid until the next
   // call.
   const std::vector<Result>& Work();
+  // The same for a component that is not to be worked: blocks are worked ahead from their first component on.
+  void PassOver();
 
-  // By dimension.
-  const std::vector<Rounding>& Roundings() const { return roundings_; }
+  // The formula of a result with the values of the component at hand in place of the names.
+  CString Worked(std::size_t result);
 
  private:
   struct Value {
@@ -53,22 +52,23 @@ class ComponentWorker : private ValueSource {
   void Report(std::size_t rule, RulePart part, const Fault& fault);
   Value LookUp(std::size_t index);
   std::optional<double> DefaultOf(std::size_t index);
-  void NoteRounding(std::size_t index, double value);
+  void WorkExactly(BoundRule& bound, Result& result);
+  void ReportDoubts(const BoundRule& bound, const Outcome& outcome);
 
   Planner& planner_;
   const ComponentsFile& file_;
   Problems& problems_;
+  Coverage& coverage_;
   ReadyBlock ready_;
   Plan* plan_ = nullptr;
   std::vector<Value> values_;
-  std::vector<Rounding> roundings_;
   std::vector<Result> results_;
+  std::vector<BoundRule*> by_result_;  // which rule gave each
+  ValueDigits digits_;
+  bool exact_pass_ = false;  // earlier quantities are asked for with all digits
   long long component_ = 0;
   std::size_t defaults_in_use_ = 0;      // only those above may be asked: a default cannot lean on itself
   std::optional<std::size_t> text_met_;  // the dimension whose cell is no number, met by the formula at hand
 };
-
-// The number as a formula works with it: three decimals, thirds as they are.
-double AsWorked(double value);
 
 }  // namespace lorv::tool

@@ -3,6 +3,7 @@
 #include "tools/lorv/takeoff/class_selector.h"
 #include "tools/lorv/takeoff/rules_file.h"
 #include "tools/lorv/takeoff/takeoff_limits.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -10,7 +11,7 @@ namespace lorv::tool {
 ComponentsFile::ComponentsFile(InputBytes& bytes, Encoding encoding)
     : reader_(bytes, encoding, false), block_(kBlock) {
   CsvRow header;
-  if (!reader_.Next(header)) throw BadInput(reader_.Name() + ": the file is empty");
+  if (!reader_.Next(header)) throw BadInput(reader_.Name() + Say(": the file is empty"));
   ReadHeader(header);
 }
 
@@ -24,15 +25,15 @@ void ComponentsFile::ReadHeader(const CsvRow& row) {
     titles_.push_back(title);
     if (title.empty()) continue;
     if (!by_title_.emplace(Folded(title), cell).second) {
-      Fail(row, cell, "the column \"" + title + "\" stands here a second time");
+      Fail(row, cell, Say("the column \"{}\" stands here a second time", {title}));
     }
     const int role = RoleOf(ComponentColumns(), title);
     if (role >= 0 && !roles_[static_cast<std::size_t>(role)]) roles_[static_cast<std::size_t>(role)] = cell;
   }
   if (!roles_[kClassOf]) {
     Fail(row, 0,
-         "the header has no column " + NamesForUser(ComponentColumns().subspan(kClassOf, 1)) +
-             ": it tells which rules are for a component");
+         Say("the header has no column {}: it tells which rules are for a component",
+             {NamesForUser(ComponentColumns().subspan(kClassOf, 1))}));
   }
 }
 
@@ -47,7 +48,7 @@ bool ComponentsFile::ReadComponent(CsvRow& row) {
   if (!reader_.Next(row)) return false;
   for (std::size_t cell = titles_.size(); cell < row.Size(); ++cell) {
     if (!row[cell].empty()) {
-      Fail(row, cell, "more cells than the header has; a cell with a comma in it stands in quotes");
+      Fail(row, cell, Say("more cells than the header has; a cell with a comma in it stands in quotes"));
     }
   }
   return true;
@@ -62,7 +63,7 @@ double ComponentsFile::Count() const {
   if (cell.empty()) return 1;
   const std::optional<double> count = WholeNumber(cell);
   if (!count || *count < 0 || *count > kLargestDimension) {
-    Fail(Row(), *roles_[kCountOf], "the count \"" + std::string(cell) + "\" is no number from 0 up");
+    Fail(Row(), *roles_[kCountOf], Say("the count \"{}\" is no number from 0 up", {cell}));
   }
   return *count;
 }
@@ -71,6 +72,14 @@ std::optional<std::size_t> ComponentsFile::Column(std::string_view title) const 
   const auto found = by_title_.find(Folded(title));
   if (found == by_title_.end()) return std::nullopt;
   return found->second;
+}
+
+std::string PlaceOfComponent(const ComponentsFile& file) {
+  std::string text = Say("line {}", {std::to_string(file.Row().Place().line)});
+  for (const ComponentRole role : {kClassOf, kNameOf, kStoreyOf}) {
+    if (!file.Of(role).empty()) text += ", " + std::string(file.Of(role));
+  }
+  return text;
 }
 
 }  // namespace lorv::tool

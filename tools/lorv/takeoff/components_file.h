@@ -36,6 +36,8 @@ class ComponentsFile {
 
   const std::vector<std::string>& Titles() const { return titles_; }
   std::optional<std::size_t> Column(ComponentRole role) const { return roles_[role]; }
+  // The role of a column, or -1.
+  int RoleAt(std::size_t column) const { return RoleOf(ComponentColumns(), titles_[column]); }
   // By title, without letter case.
   std::optional<std::size_t> Column(std::string_view title) const;
 
@@ -54,5 +56,8 @@ class ComponentsFile {
   std::map<std::string, std::size_t> by_title_;
   std::array<std::optional<std::size_t>, kComponentRoles> roles_;
 };
+
+// Where the component at hand stands and what it is: "line 4, Wall, W1, 1F".
+std::string PlaceOfComponent(const ComponentsFile& file);
 
 }  // namespace lorv::tool

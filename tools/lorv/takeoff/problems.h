@@ -30,10 +30,12 @@ class Problems {
  public:
   explicit Problems(const RuleSet& rules) : rules_(rules) {}
 
-  // Beyond kMaxProblems different ones only the count grows.
+  // Beyond kMaxProblems different ones only the count grows. Without a component: a rule that none needed.
   void Add(std::size_t rule, RulePart part, const Fault& fault, const std::string& component);
 
   bool IsEmpty() const { return list_.empty(); }
+  // Whether anything was not worked; doubts alone stop nothing.
+  bool HasFaults() const { return has_faults_; }
   const std::vector<Problem>& List() const { return list_; }
   // One after the other in the order of the rules, each with its formula and a mark under the place.
   void Print(std::ostream& out, int columns) const;
@@ -42,11 +44,13 @@ class Problems {
  private:
   std::vector<const Problem*> InOrder() const;
   const CString& FormulaOf(const Problem& problem) const;
+  static void PrintComponents(std::ostream& out, const Problem& problem);
 
   const RuleSet& rules_;
   std::vector<Problem> list_;
   std::map<std::tuple<std::size_t, RulePart, int, std::string>, std::size_t> known_;
   long long beyond_ = 0;
+  bool has_faults_ = false;
 };
 
 }  // namespace lorv::tool

@@ -28,9 +28,16 @@ void ReadyBlock::Begin() {
   numbers_.clear();
   results_.clear();
   std::map<Plan*, std::vector<std::size_t>> by_plan;
+  std::vector<std::size_t>* same = nullptr;
   for (std::size_t i = 0; i < file_.BlockSize(); ++i) {
-    plans_.push_back(&planner_.PlanOf(std::string(file_.Of(kClassOf, i))));
-    by_plan[plans_.back()].push_back(i);
+    // Most components are of the class of the one before.
+    if (i == 0 || file_.Of(kClassOf, i) != file_.Of(kClassOf, i - 1)) {
+      plans_.push_back(&planner_.PlanOf(std::string(file_.Of(kClassOf, i))));
+      same = &by_plan[plans_.back()];
+    } else {
+      plans_.push_back(plans_.back());
+    }
+    same->push_back(i);
   }
   for (const auto& [plan, components] : by_plan) {
     for (const BoundRule& rule : plan->rules) {

@@ -4,10 +4,12 @@
 #include <cmath>
 #include <set>
 
+#include "TEXPRESSCAL/formula_words.h"
 #include "framework/text/number_text.h"
-#include "tools/lorv/formula/formula_words.h"
 #include "tools/lorv/takeoff/column_names.h"
+#include "tools/lorv/takeoff/number_hint.h"
 #include "tools/lorv/takeoff/takeoff_limits.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -20,7 +22,16 @@ constexpr struct {
     {RuleKind::kQuantity, {"quantity", "工程量", ""}},   {RuleKind::kStep, {"step", "中间量", "中间量"}},
     {RuleKind::kConstant, {"constant", "常量", "常数"}}, {RuleKind::kDefault, {"default", "默认", "缺省"}},
     {RuleKind::kColumn, {"column", "列", "列"}},         {RuleKind::kText, {"text", "文字", "文字"}},
+    {RuleKind::kRatio, {"ratio", "比值", "指标"}},
 };
+
+constexpr struct {
+  Totalling totalling;
+  const char* names[2];
+} kTotallings[] = {{Totalling::kSum, {"sum", "合计"}},
+                   {Totalling::kAverage, {"average", "平均"}},
+                   {Totalling::kLeast, {"least", "最小"}},
+                   {Totalling::kMost, {"most", "最大"}}};
 
 class RulesReader {
  public:
@@ -29,13 +40,13 @@ class RulesReader {
   }
 
   RuleSet Read() {
-    if (!reader_.Next(row_)) throw BadInput(reader_.Name() + ": the file is empty");
+    if (!reader_.Next(row_)) throw BadInput(reader_.Name() + Say(": the file is empty"));
     ReadHeader();
     while (reader_.Next(row_)) {
-      if (set_.rules.size() == kMaxRules) Fail(0, "more than " + std::to_string(kMaxRules) + " rules");
+      if (set_.rules.size() == kMaxRules) Fail(0, Say("more than {} rules", {std::to_string(kMaxRules)}));
       set_.rules.push_back(ReadRule());
     }
-    if (set_.rules.empty()) throw BadInput(reader_.Name() + ": there is no rule below the header");
+    if (set_.rules.empty()) throw BadInput(reader_.Name() + Say(": there is no rule below the header"));
     return std::move(set_);
   }
 
@@ -56,6 +67,7 @@ class RulesReader {
   RuleKind ReadKind() const;
   void ReadClass(Rule& rule);
   void ReadMissing(Rule& rule) const;
+  void ReadTotalling(Rule& rule) const;
   void ReadDetails(Rule& rule) const;
   void CheckName(const Rule& rule);
   double NumberOf(RuleRole role, double otherwise) const;
@@ -76,17 +88,18 @@ void RulesReader::ReadHeader() {
     if (title.empty() || title[0] == '#') continue;
     const int role = RoleOf(RuleColumns(), title);
     if (role < 0) {
-      Fail(cell, "there is no column \"" + std::string(title) + "\" in a rules file; known are " +
-                     NamesForUser(RuleColumns()) + ", and any title that begins with #");
+      Fail(cell,
+           Say("there is no column \"{}\" in a rules file; known are {}, and any title that begins with #",
+               {title, NamesForUser(RuleColumns())}));
     }
     auto& column = columns_[static_cast<std::size_t>(role)];
-    if (column) Fail(cell, "the column \"" + std::string(title) + "\" stands here a second time");
+    if (column) Fail(cell, Say("the column \"{}\" stands here a second time", {title}));
     column = cell;
   }
   for (const RuleRole role : {kSelectorOf, kQuantityOf, kFormulaOf}) {
     if (columns_[role]) continue;
-    Fail(0, "the header has no column " +
-                NamesForUser(RuleColumns().subspan(static_cast<std::size_t>(role), 1)));
+    Fail(0, Say("the header has no column {}",
+                {NamesForUser(RuleColumns().subspan(static_cast<std::size_t>(role), 1))}));
   }
 }
 
@@ -100,27 +113,28 @@ RuleKind RulesReader::ReadKind() const {
     }
     known += std::string(known.empty() ? "" : ", ") + entry.names[0] + " (" + entry.names[1] + ")";
   }
-  FailAt(kKindOf, "there is no kind \"" + kind + "\"; known are " + known);
+  FailAt(kKindOf, Say("there is no kind \"{}\"; known are {}", {kind, known}));
 }
 
 // A blank class is that of the row above, as in a spreadsheet whose cells are merged.
 void RulesReader::ReadClass(Rule& rule) {
   const std::string_view cell = Cell(kSelectorOf);
-  const bool for_all =
-      rule.kind == RuleKind::kConstant || rule.kind == RuleKind::kColumn || rule.kind == RuleKind::kText;
+  const bool for_all = rule.kind == RuleKind::kConstant || rule.kind == RuleKind::kColumn ||
+                       rule.kind == RuleKind::kText || rule.kind == RuleKind::kRatio;
   if (for_all) {
-    if (!cell.empty()) FailAt(kSelectorOf, "a row of this kind holds for all classes: leave the class blank");
+    if (!cell.empty())
+      FailAt(kSelectorOf, Say("a row of this kind holds for all classes: leave the class blank"));
     return;
   }
   if (!cell.empty()) classes_ = ClassSelector(cell);
-  if (classes_.IsEmpty()) FailAt(kSelectorOf, "the class is missing, here and in the rows above");
+  if (classes_.IsEmpty()) FailAt(kSelectorOf, Say("the class is missing, here and in the rows above"));
   rule.classes = classes_;
 }
 
 double RulesReader::NumberOf(RuleRole role, double otherwise) const {
   if (Cell(role).empty()) return otherwise;
   const std::optional<double> number = WholeNumber(Cell(role));
-  if (!number) FailAt(role, "\"" + std::string(Cell(role)) + "\" is no number");
+  if (!number) FailAt(role, Say("\"{}\" is no number", {Cell(role)}) + NumberHint(Cell(role)));
   return *number;
 }
 
@@ -132,20 +146,33 @@ void RulesReader::ReadMissing(Rule& rule) const {
     return;
   }
   if (!WholeNumber(word))
-    FailAt(kMissingOf, "\"" + word + "\" is neither report (报告), skip (跳过) nor a number");
+    FailAt(kMissingOf, Say("\"{}\" is neither report (报告), skip (跳过) nor a number", {word}));
   rule.missing = Missing::kUseNumber;
   rule.missing_value = *WholeNumber(word);
+}
+
+void RulesReader::ReadTotalling(Rule& rule) const {
+  const std::string word = Folded(Cell(kTotalOf));
+  if (word.empty()) return;
+  for (const auto& entry : kTotallings) {
+    if (word != entry.names[0] && word != entry.names[1]) continue;
+    rule.totalling = entry.totalling;
+    return;
+  }
+  FailAt(kTotalOf, Say("\"{}\" is neither sum (合计), average (平均), least (最小) nor most (最大)", {word}));
 }
 
 void RulesReader::ReadDetails(Rule& rule) const {
   const double decimals = NumberOf(kDecimalsOf, kDecimals);
   if (decimals < 0 || decimals > kMostDecimals || decimals != std::floor(decimals)) {
-    FailAt(kDecimalsOf, "decimals go from 0 to " + std::to_string(kMostDecimals));
+    FailAt(kDecimalsOf, Say("decimals go from 0 to {}", {std::to_string(kMostDecimals)}));
   }
   rule.decimals = static_cast<int>(decimals);
   rule.factor = NumberOf(kFactorOf, 1);
-  if (rule.factor == 0) FailAt(kFactorOf, "a factor of 0 makes every result 0");
+  if (rule.factor == 0) FailAt(kFactorOf, Say("a factor of 0 makes every result 0"));
   ReadMissing(rule);
+  ReadTotalling(rule);
+  if (columns_[kConditionOf]) rule.condition_place = row_.Place(*columns_[kConditionOf]);
   rule.unit = Cell(kUnitOf);
   rule.condition = CString::FromUtf8(Cell(kConditionOf));
   rule.compare = Cell(kCompareOf);
@@ -154,16 +181,17 @@ void RulesReader::ReadDetails(Rule& rule) const {
 
 // Names that formulas use must be names; those that hold for all classes stand once.
 void RulesReader::CheckName(const Rule& rule) {
-  if (rule.name.empty()) FailAt(kQuantityOf, "the name is missing");
-  if (rule.kind == RuleKind::kQuantity || rule.kind == RuleKind::kStep) return;
+  if (rule.name.empty()) FailAt(kQuantityOf, Say("the name is missing"));
+  if (rule.kind == RuleKind::kQuantity || rule.kind == RuleKind::kStep || rule.kind == RuleKind::kRatio)
+    return;
   const CString name = CString::FromUtf8(rule.name);
   if (!IsName(name.View())) {
-    FailAt(kQuantityOf, "\"" + rule.name +
-                            "\" cannot be a name in a formula: letters, digits and _ only, no digit " +
-                            "in front, and no name of a function");
+    FailAt(kQuantityOf, Say("\"{}\" cannot be a name in a formula: letters, digits and _ only, no digit "
+                            "in front, and no name of a function",
+                            {rule.name}));
   }
   if (rule.kind != RuleKind::kDefault && !declared_.insert(NameKey(name.View())).second) {
-    FailAt(kQuantityOf, "\"" + rule.name + "\" is declared a second time");
+    FailAt(kQuantityOf, Say("\"{}\" is declared a second time", {rule.name}));
   }
 }
 
@@ -171,7 +199,7 @@ void RulesReader::CheckName(const Rule& rule) {
 void RulesReader::CheckSurplus() const {
   for (std::size_t cell = titles_; cell < row_.Size(); ++cell) {
     if (!row_[cell].empty())
-      Fail(cell, "more cells than the header has; a formula with a comma stands in quotes");
+      Fail(cell, Say("more cells than the header has; a formula with a comma stands in quotes"));
   }
 }
 
@@ -185,7 +213,7 @@ Rule RulesReader::ReadRule() {
   CheckName(rule);
   rule.formula = CString::FromUtf8(Cell(kFormulaOf));
   rule.formula_place = row_.Place(*columns_[kFormulaOf]);
-  if (rule.formula.IsEmpty()) FailAt(kFormulaOf, "the formula is missing");
+  if (rule.formula.IsEmpty()) FailAt(kFormulaOf, Say("the formula is missing"));
   ReadDetails(rule);
   return rule;
 }

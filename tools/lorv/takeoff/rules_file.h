@@ -17,7 +17,11 @@ enum class RuleKind {
   kDefault,   // what a dimension is where a component has none
   kColumn,    // a short name, and a factor, for a column of the components file
   kText,      // the same for a column of words
+  kRatio,     // worked of the totals of quantities, for every line of the bill
 };
+
+// What the bill tells of a quantity of many components.
+enum class Totalling { kSum, kAverage, kLeast, kMost };
 
 // What happens where a formula meets a name without a value.
 enum class Missing { kReport, kSkip, kUseNumber };
@@ -27,6 +31,7 @@ struct Rule {
   RuleKind kind = RuleKind::kQuantity;
   FilePlace place;          // of the row
   FilePlace formula_place;  // of the cell
+  FilePlace condition_place;
   ClassSelector classes;
   std::string name;
   std::string unit;
@@ -36,6 +41,7 @@ struct Rule {
   double missing_value = 0;
   int decimals = 3;
   double factor = 1;
+  Totalling totalling = Totalling::kSum;
   std::string compare;  // the column of the components file that stores the same quantity
   std::string group;    // rules of one group count once in a comparison
 };

@@ -1,11 +1,20 @@
 #include "tools/lorv/text/json_text.h"
 
+#include <charconv>
 #include <cmath>
 
 #include "framework/text/number_text.h"
 #include "framework/text/utf8.h"
 
 namespace lorv::tool {
+namespace {
+
+// Numbers in between are written without an exponent by both rules for digits.
+constexpr double kLeastPlain = 1e-4;
+constexpr double kMostPlain = 1e15;
+constexpr std::size_t kPlainDigits = 15;
+
+}  // namespace
 
 void JsonText::NewLine() {
   text_ += '\n';
@@ -99,8 +108,19 @@ std::string ShortestReal(double value) {
   return RealToText(value, 'g', 17);
 }
 
+// The shortest digits are those of 15 where there are no more of them: they cost a third.
 std::string PlainReal(double value) {
   if (value == 0) return "0";
+  const double size = std::fabs(value);
+  if (size >= kLeastPlain && size < kMostPlain) {
+    char text[40];
+    const std::string_view digits(
+        text, std::to_chars(text, text + sizeof text, value, std::chars_format::fixed).ptr);
+    const std::size_t first = digits.find_first_of("123456789");
+    const std::size_t point = digits.find('.');
+    const bool point_within = point != std::string_view::npos && point > first;
+    if (digits.size() - first - (point_within ? 1 : 0) <= kPlainDigits) return std::string(digits);
+  }
   return RealToText(value, 'g', 15);
 }
 

@@ -2,8 +2,11 @@
 #include <ostream>
 #include <set>
 
+#include "TEXPRESSCAL/formula_words.h"
+#include "tools/lorv/formula/calculation.h"
 #include "tools/lorv/formula/fault_report.h"
-#include "tools/lorv/formula/formula_words.h"
+#include "tools/lorv/formula/formula_lines.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -14,6 +17,7 @@ struct CheckArguments {
   std::vector<std::string> names;
   bool json = false;
   bool all = false;
+  bool strict = false;
 };
 
 // What a name counts where a formula is only looked at.
@@ -29,6 +33,10 @@ constexpr const char* kCheckHelp =
     "  lorv check \"墙长*墙高\" 墙长 墙高 墙厚\n"
     "  lorv check \"A/(A-A)\"          a divisor that is always 0\n"
     "\n"
+    "  lorv check - <formulas.txt      tells of those that are not fine\n"
+    "\n"
+    "What is doubtful (arguments that no function uses, 3.4.5, a text where a number belongs) is told as a "
+    "warning.\n"
     "Exit code 0: it can. 1: it cannot, a mark shows why.";
 
 constexpr const char* kVarsHelp =
@@ -38,47 +46,80 @@ constexpr const char* kVarsHelp =
     "  lorv vars \"2*(L+B)*H-门洞\"\n"
     "  lorv vars --all \"A+B*A\"       with repeats: A, B, A";
 
-std::optional<Fault> FaultWithNames(const CString& formula, const std::vector<std::string>& names) {
-  if (formula.IsEmpty()) return Fault{0, 0, "the formula is empty", true, true};
+// What is found about a formula whose names may have any value.
+struct Finding {
+  std::optional<Fault> fault;
+  std::vector<Fault> doubts;
+};
+
+Finding FindingOf(const CString& formula, const std::vector<std::string>& names) {
   std::set<CString> allowed;
   for (const std::string& name : names) allowed.insert(NameKey(CString::FromUtf8(name).View()));
-  CMapValue values;
+  std::vector<NameValue> values;
+  std::set<CString> known;
   for (const FormulaWord& word : NamesOf(formula.View())) {
     const CString key = NameKey(word.name.View());
     if (!allowed.empty() && !allowed.contains(key)) {
-      return Fault{word.position, word.length,
-                   "the name '" + word.name.ToUtf8() + "' is not among those allowed", true, true};
+      return {Fault{word.position, word.length,
+                    Say("the name '{}' is not among those allowed", {word.name.ToUtf8()}), true, true},
+              {}};
     }
-    if (word.length > static_cast<int>(CStrCmp::kCapacity)) {
-      return Fault{word.position, word.length,
-                   "a name has at most " + std::to_string(CStrCmp::kCapacity) + " characters", true, true};
-    }
-    values[key] = kAnyValue;
+    if (known.insert(key).second) values.push_back({word.name, false, {}, kAnyValue});
   }
-  return FaultOf(formula, values, {});
+  const Calculation worked = CalculateExactly(formula, values);
+  return {worked.fault, worked.doubts};
 }
 
-int Check(const CheckArguments& arguments, Console& console) {
-  const CString formula = CString::FromUtf8(arguments.formula);
-  for (const std::string& name : arguments.names) {
-    if (!IsName(CString::FromUtf8(name).View()))
-      throw BadInput("\"" + name + "\" cannot be a name in a formula");
+class CheckRun {
+ public:
+  CheckRun(const CheckArguments& arguments, Console& console) : arguments_(arguments), console_(console) {}
+
+  int Run() {
+    for (const std::string& name : arguments_.names) {
+      if (!IsName(CString::FromUtf8(name).View()))
+        throw BadInput(Say("\"{}\" cannot be a name in a formula", {name}));
+    }
+    const bool many = arguments_.formula == "-";
+    if (many && arguments_.json) json_.Open('[');
+    const int code =
+        ForEachFormula(arguments_.formula, console_,
+                       [this](const std::string& formula, long long line) { return One(formula, line); });
+    if (many && arguments_.json) json_.Close(']');
+    if (arguments_.json) console_.out << json_.Text();
+    return code;
   }
-  const std::optional<Fault> fault = FaultWithNames(formula, arguments.names);
-  if (arguments.json) {
-    JsonText json;
-    json.Open('{');
-    json.Key("formula").String(arguments.formula);
-    json.Key("valid").Bool(!fault);
-    WriteFault(json, fault);
-    json.Close('}');
-    console.out << json.Text();
-  } else if (fault) {
-    PrintFault(console, formula, *fault);
+
+ private:
+  int One(const std::string& text, long long line);
+  void Write(const std::string& text, const Finding& finding);
+
+  const CheckArguments& arguments_;
+  Console& console_;
+  JsonText json_;
+};
+
+int CheckRun::One(const std::string& text, long long line) {
+  const CString formula = CString::FromUtf8(text);
+  const Finding finding = FindingOf(formula, arguments_.names);
+  if (arguments_.json) {
+    Write(text, finding);
   } else {
-    console.out << "the formula is fine\n";
+    if (finding.fault) PrintFault(console_, formula, *finding.fault, line);
+    PrintDoubts(console_, formula, finding.doubts, line);
+    // Of many formulas only those are told that are not fine.
+    if (!finding.fault && finding.doubts.empty() && line == 0)
+      console_.out << Say("the formula is fine") << "\n";
   }
-  return fault ? kResultFailed : kFine;
+  return finding.fault || (arguments_.strict && !finding.doubts.empty()) ? kResultFailed : kFine;
+}
+
+void CheckRun::Write(const std::string& text, const Finding& finding) {
+  json_.Open('{');
+  json_.Key("formula").String(text);
+  json_.Key("valid").Bool(!finding.fault);
+  WriteFault(json_, finding.fault);
+  WriteDoubts(json_, finding.doubts);
+  json_.Close('}');
 }
 
 int ListNames(const CheckArguments& arguments, Console& console) {
@@ -88,7 +129,7 @@ int ListNames(const CheckArguments& arguments, Console& console) {
   for (const FormulaWord& word : NamesOf(formula.View())) {
     if (told.insert(NameKey(word.name.View())).second || arguments.all) names.push_back(word.name.ToUtf8());
   }
-  const std::optional<Fault> fault = FaultWithNames(formula, {});
+  const std::optional<Fault> fault = FindingOf(formula, {}).fault;
   if (arguments.json) {
     JsonText json;
     json.Open('{');
@@ -113,11 +154,13 @@ int ListNames(const CheckArguments& arguments, Console& console) {
 
 Work DeclareCheck(CLI::App& app) {
   auto arguments = std::make_shared<CheckArguments>();
-  app.add_option("FORMULA", arguments->formula, "the formula")->required();
+  app.add_option("FORMULA", arguments->formula, "the formula; - reads standard input, one a line")
+      ->required();
+  app.add_flag("--strict", arguments->strict, "exit code 1 for a doubtful formula, too");
   app.add_option("NAMES", arguments->names, "the names it may use");
   app.add_flag("--json", arguments->json, "print the answer as JSON");
   app.footer(kCheckHelp);
-  return [arguments](Console& console) { return Check(*arguments, console); };
+  return [arguments](Console& console) { return CheckRun(*arguments, console).Run(); };
 }
 
 Work DeclareVars(CLI::App& app) {

@@ -3,6 +3,7 @@
 
 #include "TEXPRESSCAL/calculator.h"
 #include "TEXPRESSCAL/formula_cleanup.h"
+#include "tools/lorv/text/json_text.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -12,6 +13,7 @@ struct CleanArguments {
   std::string operation;
   std::string text;
   std::string values;
+  bool json = false;
 };
 
 constexpr const char* kHelp =
@@ -51,7 +53,17 @@ int Clean(const CleanArguments& arguments, Console& console) {
   } else if (!calculator.PrepareParamsValue(text)) {
     throw BadInput("the list of parameters is empty");
   }
-  console.out << text.ToUtf8() << "\n";
+  if (!arguments.json) {
+    console.out << text.ToUtf8() << "\n";
+    return kFine;
+  }
+  JsonText json;
+  json.Open('{');
+  json.Key("operation").String(operation);
+  json.Key("text").String(arguments.text);
+  json.Key("result").String(text.ToUtf8());
+  json.Close('}');
+  console.out << json.Text();
   return kFine;
 }
 
@@ -65,6 +77,7 @@ Work DeclareClean(CLI::App& app) {
                              "MoveConnSymbol", "PrepareParamsValue"}));
   app.add_option("TEXT", arguments->text, "the formula, or the list of parameters")->required();
   app.add_option("--values", arguments->values, "for params: values of names, NAME:NUMBER;...");
+  app.add_flag("--json", arguments->json, "print the text and the result as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return Clean(*arguments, console); };
 }

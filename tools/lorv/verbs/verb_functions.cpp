@@ -4,6 +4,7 @@
 #include "TEXPRESSCAL/express.h"
 #include "tools/lorv/text/column_text.h"
 #include "tools/lorv/text/json_text.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -26,7 +27,7 @@ int List(const FunctionsArguments& arguments, Console& console) {
   const CExpression expression;
   const CExpression::FunctionArray& all = expression.GetFuncDta();
   const CString wanted = CString::FromUtf8(arguments.name);
-  TextTable table({{"Function"}, {"Description"}});
+  TextTable table({{Say("Function")}, {Say("Description")}});
   JsonText json;
   json.Open('[');
   bool any = false;
@@ -41,7 +42,12 @@ int List(const FunctionsArguments& arguments, Console& console) {
     json.Close('}');
   }
   json.Close(']');
-  if (!any) throw BadInput("there is no function \"" + arguments.name + "\"; `lorv functions` lists them");
+  if (!any) {
+    const CString nearest = DiagnoseFormula(wanted, {}, {}).suggestion;
+    throw BadInput(Say("there is no function \"{}\"", {arguments.name}) +
+                   (nearest.IsEmpty() ? Say("; `lorv functions` lists them")
+                                      : Say("; did you mean {}?", {nearest.ToUtf8()})));
+  }
   if (arguments.json) {
     console.out << json.Text();
   } else {

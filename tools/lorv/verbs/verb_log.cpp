@@ -2,6 +2,7 @@
 #include <istream>
 
 #include "report/print_error_log.h"
+#include "tools/lorv/text/json_text.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -12,6 +13,7 @@ struct LogArguments {
   std::string file;
   std::vector<std::string> lines;
   bool open = false;
+  bool json = false;
 };
 
 constexpr const char* kHelp =
@@ -37,6 +39,14 @@ int WriteLog(const LogArguments& arguments, Console& console) {
     throw BadInput("cannot write \"" + arguments.file + "\" in \"" + arguments.folder + "\"" +
                    (arguments.open ? ", or no viewer starts" : ""));
   }
+  if (!arguments.json) return kFine;
+  JsonText json;
+  json.Open('{');
+  json.Key("folder").String(arguments.folder);
+  json.Key("file").String(arguments.file);
+  json.Key("lines").Number(static_cast<long long>(log.Lines().GetSize()));
+  json.Close('}');
+  console.out << json.Text();
   return kFine;
 }
 
@@ -48,6 +58,7 @@ Work DeclareLog(CLI::App& app) {
   app.add_option("FILE", arguments->file, "the file's name")->required();
   app.add_option("LINES", arguments->lines, "the lines");
   app.add_flag("--open", arguments->open, "open the file in the text viewer");
+  app.add_flag("--json", arguments->json, "print what was written as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return WriteLog(*arguments, console); };
 }

@@ -4,6 +4,7 @@
 
 #include "comm/match_score.h"
 #include "platform/ports/platform.h"
+#include "tools/lorv/text/json_text.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -14,6 +15,7 @@ struct MatchArguments {
   std::string file;
   int most = 10;
   bool sum = false;
+  bool json = false;
 };
 
 constexpr const char* kHelp =
@@ -50,6 +52,19 @@ int Rank(const MatchArguments& arguments, Console& console) {
   const CStringArray stored = StoredTexts(arguments, console);
   const CString typed = CString::FromUtf8(arguments.typed);
   const auto ranked = RankMatches(typed, stored, arguments.sum ? 1 : 0, arguments.most);
+  if (arguments.json) {
+    JsonText json;
+    json.Open('[');
+    for (const RankedMatch& match : ranked) {
+      json.Open('{');
+      json.Key("score").Number(static_cast<long long>(match.score));
+      json.Key("text").String(stored[match.index].ToUtf8());
+      json.Close('}');
+    }
+    json.Close(']');
+    console.out << json.Text();
+    return ranked.empty() ? kResultFailed : kFine;
+  }
   for (const RankedMatch& match : ranked) {
     console.out << match.score << "\t" << stored[match.index].ToUtf8() << "\n";
   }
@@ -65,6 +80,7 @@ Work DeclareMatch(CLI::App& app) {
   app.add_option("--top", arguments->most, "how many to print; 10 if not given")
       ->check(CLI::Range(1, 1000000));
   app.add_flag("--sum", arguments->sum, "add the scores of all shared runs up");
+  app.add_flag("--json", arguments->json, "print scores and texts as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return Rank(*arguments, console); };
 }

@@ -2,6 +2,7 @@
 #include <ostream>
 
 #include "comm/AdLorvComm.h"
+#include "tools/lorv/text/json_text.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -14,6 +15,7 @@ struct NameArguments {
   int limit = 21;
   bool blanks = false;
   bool number = false;
+  bool json = false;
 };
 
 constexpr const char* kHelp =
@@ -29,10 +31,24 @@ constexpr const char* kHelp =
     "\n"
     "Exit code 1: check found something; the findings are the suite's own words.";
 
+void Print(const NameArguments& arguments, const char* key, const std::string& text, Console& console) {
+  if (!arguments.json) {
+    console.out << text << "\n";
+    return;
+  }
+  JsonText json;
+  json.Open('{');
+  json.Key("operation").String(arguments.operation);
+  json.Key("text").String(arguments.text);
+  json.Key(key).String(text);
+  json.Close('}');
+  console.out << json.Text();
+}
+
 int Check(const NameArguments& arguments, Console& console) {
   const CString text = CString::FromUtf8(arguments.text);
   const auto finding = CAdLorvComm::IsValidStr(text, arguments.limit, arguments.blanks);
-  console.out << CString(CAdLorvComm::GetErrorInfo(finding)).ToUtf8() << "\n";
+  Print(arguments, "finding", CString(CAdLorvComm::GetErrorInfo(finding)).ToUtf8(), console);
   return finding == CAdLorvComm::emStrValid ? kFine : kResultFailed;
 }
 
@@ -55,7 +71,7 @@ int Name(const NameArguments& arguments, Console& console) {
   } else {
     text = FreeName(arguments);
   }
-  console.out << text.ToUtf8() << "\n";
+  Print(arguments, "result", text.ToUtf8(), console);
   return kFine;
 }
 
@@ -71,6 +87,7 @@ Work DeclareName(CLI::App& app) {
   app.add_option("--limit", arguments->limit, "for check: so many characters are too long; 21 if not given");
   app.add_flag("--blanks", arguments->blanks, "for check: blanks are allowed");
   app.add_flag("--number", arguments->number, "for free: never the head alone");
+  app.add_flag("--json", arguments->json, "print the text and the answer as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return Name(*arguments, console); };
 }

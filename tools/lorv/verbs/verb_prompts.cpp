@@ -4,6 +4,7 @@
 
 #include "framework/text/cstring.h"
 #include "prompts/prompts.h"
+#include "tools/lorv/text/json_text.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -37,6 +38,7 @@ struct PromptArguments {
   std::string table;
   std::string item;
   bool english = false;
+  bool json = false;
 };
 
 constexpr const char* kHelp =
@@ -66,6 +68,36 @@ std::string TextAt(const NamedTable& table, int row, LanguageType language) {
   std::string text = OneLine(table.at(row));
   SetLanguageType(LANGUAGE_CHINESE);
   return text;
+}
+
+int ListRowsAsJson(const NamedTable& table, Console& console) {
+  JsonText json;
+  json.Open('[');
+  for (int row = 0; row < table.rows; ++row) {
+    json.Open('{');
+    json.Key("row").Number(static_cast<long long>(row));
+    json.Key("chinese").String(TextAt(table, row, LANGUAGE_CHINESE));
+    json.Key("english").String(TextAt(table, row, LANGUAGE_ENGLISH));
+    json.Close('}');
+  }
+  json.Close(']');
+  console.out << json.Text();
+  return kFine;
+}
+
+int ListTablesAsJson(Console& console) {
+  JsonText json;
+  json.Open('[');
+  for (const NamedTable& table : kTables) {
+    json.Open('{');
+    json.Key("table").String(table.name);
+    json.Key("rows").Number(static_cast<long long>(table.rows));
+    json.Key("function").String(table.function);
+    json.Close('}');
+  }
+  json.Close(']');
+  console.out << json.Text();
+  return kFine;
 }
 
 int ListRows(const NamedTable& table, Console& console) {
@@ -106,19 +138,30 @@ int LookUp(const NamedTable& table, const PromptArguments& arguments, Console& c
     console.err << "lorv: the table has no \"" << item << "\"\n";
     return kResultFailed;
   }
-  console.out << TextAt(table, row, arguments.english ? LANGUAGE_ENGLISH : LANGUAGE_CHINESE) << "\n";
+  const std::string text = TextAt(table, row, arguments.english ? LANGUAGE_ENGLISH : LANGUAGE_CHINESE);
+  if (!arguments.json) {
+    console.out << text << "\n";
+    return kFine;
+  }
+  JsonText json;
+  json.Open('{');
+  json.Key("row").Number(static_cast<long long>(row));
+  json.Key("text").String(text);
+  json.Close('}');
+  console.out << json.Text();
   return kFine;
 }
 
 int Prompts(const PromptArguments& arguments, Console& console) {
-  if (arguments.table.empty()) return ListTables(console);
+  if (arguments.table.empty()) return arguments.json ? ListTablesAsJson(console) : ListTables(console);
   const NamedTable* table =
       std::find_if(std::begin(kTables), std::end(kTables),
                    [&](const NamedTable& named) { return arguments.table == named.name; });
   if (table == std::end(kTables)) {
     throw BadInput("there is no table \"" + arguments.table + "\"; `lorv prompts` lists them");
   }
-  return arguments.item.empty() ? ListRows(*table, console) : LookUp(*table, arguments, console);
+  if (!arguments.item.empty()) return LookUp(*table, arguments, console);
+  return arguments.json ? ListRowsAsJson(*table, console) : ListRows(*table, console);
 }
 
 }  // namespace
@@ -128,6 +171,7 @@ Work DeclarePrompts(CLI::App& app) {
   app.add_option("TABLE", arguments->table, "which table");
   app.add_option("ITEM", arguments->item, "a row's number, or its Chinese text");
   app.add_flag("--english", arguments->english, "the item in English");
+  app.add_flag("--json", arguments->json, "print it as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return Prompts(*arguments, console); };
 }

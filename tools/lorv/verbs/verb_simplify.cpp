@@ -5,6 +5,8 @@
 #include "TEXPRESSCAL/simplify_safely.h"
 #include "framework/objects/exceptions.h"
 #include "framework/text/number_text.h"
+#include "tools/lorv/text/json_text.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -14,25 +16,26 @@ struct SimplifyArguments {
   std::string formula;
   std::vector<std::string> rules;
   std::vector<std::string> values;
-  bool safe = false;
+  bool suite = false;
+  bool json = false;
   bool any_zero = false;
 };
 
 constexpr const char* kHelp =
-    "Without --safe: the suite's own rules, which work on characters and do not know the grammar. They may "
-    "change\n"
-    "what a formula gives (\"sin(a*0)\" becomes \"s0)\"); the result is in small letters. Rules: zero, max, "
-    "min, iif.\n"
-    "With --safe: a shorter formula that gives the same value and the same error for any values of its "
-    "names.\n"
+    "A shorter formula that gives the same value and the same error for any values of its names, to the last "
+    "bit.\n"
+    "With --suite: the suite's own rules, which work on characters and do not know the grammar. They may "
+    "change what\n"
+    "a formula gives (\"sin(a*0)\" becomes \"s0)\"); the result is in small letters. Rules: zero, max, min, "
+    "iif.\n"
     "\n"
     "Examples:\n"
-    "  lorv simplify \"a*0+b\"                          b\n"
-    "  lorv simplify \"max(1,2)+0*c\" --rules max        2+0*c\n"
-    "  lorv simplify \"max(墙高,2)\" --value 墙高=3       墙高\n"
-    "  lorv simplify --safe \"1*A+IIF(2>1,B,C/0)\"      A+(B)\n"
+    "  lorv simplify \"1*A+IIF(2>1,B,C/0)\"                     A+(B)\n"
+    "  lorv simplify --any-zero \"a*0+b\"                       b\n"
+    "  lorv simplify --suite \"max(1,2)+0*c\" --rules max       2+0*c\n"
+    "  lorv simplify --suite \"max(墙高,2)\" --value 墙高=3      墙高\n"
     "\n"
-    "Exit code 1: the rules found a division by zero, or a call that they cannot fold.";
+    "Exit code 1: the suite's rules found a division by zero, or a call that they cannot fold.";
 
 int FlagsOf(const std::vector<std::string>& rules) {
   if (rules.empty()) return COptimizeExpression::kAllRules;
@@ -54,32 +57,49 @@ void TakeValues(const std::vector<std::string>& values, COptimizeExpression& sim
     std::size_t used = 0;
     const double value = ReadReal(number.View(), &used);
     const bool whole = used == static_cast<std::size_t>(number.GetLength());
-    if (equals < 1 || used == 0 || !whole) throw BadInput("\"" + pair + "\" is no NAME=NUMBER");
+    if (equals < 1 || used == 0 || !whole) throw BadInput(Say("\"{}\" is no NAME=NUMBER", {pair}));
     simplifier.SetKeyValue(text.Left(equals), value);
   }
 }
 
-int Simplify(const SimplifyArguments& arguments, Console& console) {
-  CString text = CString::FromUtf8(arguments.formula);
-  if (arguments.safe) {
-    const auto sign = arguments.any_zero ? ZeroSign::kIgnored : ZeroSign::kKept;
-    console.out << SimplifySafely(text, sign).ToUtf8() << "\n";
-    return kFine;
+void Print(const SimplifyArguments& arguments, const CString& simplified, Console& console) {
+  if (!arguments.json) {
+    console.out << simplified.ToUtf8() << "\n";
+    return;
   }
+  JsonText json;
+  json.Open('{');
+  json.Key("formula").String(arguments.formula);
+  json.Key("simplified").String(simplified.ToUtf8());
+  json.Key("by").String(arguments.suite ? "suite" : "safe");
+  json.Close('}');
+  console.out << json.Text();
+}
+
+int SimplifyAsSuite(const SimplifyArguments& arguments, Console& console) {
+  CString text = CString::FromUtf8(arguments.formula);
   COptimizeExpression simplifier;
   TakeValues(arguments.values, simplifier);
   try {
     if (simplifier.OptimizateExper(text, FlagsOf(arguments.rules))) {
-      console.out << text.ToUtf8() << "\n";
+      Print(arguments, text, console);
       return kFine;
     }
   } catch (CException* e) {
     e->Delete();
-    console.err << "lorv: an iif inside another call has not three arguments\n";
+    console.err << "lorv: " << Say("an iif inside another call has not three arguments") << "\n";
     return kResultFailed;
   }
-  console.err << (text.IsEmpty() ? "lorv: the formula is empty\n" : "lorv: the formula divides by 0\n");
+  console.err << "lorv: " << (text.IsEmpty() ? Say("the formula is empty") : Say("the formula divides by 0"))
+              << "\n";
   return kResultFailed;
+}
+
+int Simplify(const SimplifyArguments& arguments, Console& console) {
+  if (arguments.suite) return SimplifyAsSuite(arguments, console);
+  const auto sign = arguments.any_zero ? ZeroSign::kIgnored : ZeroSign::kKept;
+  Print(arguments, SimplifySafely(CString::FromUtf8(arguments.formula), sign), console);
+  return kFine;
 }
 
 }  // namespace
@@ -93,9 +113,12 @@ Work DeclareSimplify(CLI::App& app) {
   CLI::Option* values =
       app.add_option("--value", arguments->values, "NAME=NUMBER, known when calls are folded");
   values->allow_extra_args(false);
-  CLI::Option* safe = app.add_flag("--safe", arguments->safe, "keep what the formula gives, to the last bit");
-  safe->excludes(rules)->excludes(values);
-  app.add_flag("--any-zero", arguments->any_zero, "with --safe: 0 and -0 count as the same")->needs(safe);
+  CLI::Option* suite =
+      app.add_flag("--suite", arguments->suite, "by the suite's own rules, which may change the value");
+  rules->needs(suite);
+  values->needs(suite);
+  app.add_flag("--any-zero", arguments->any_zero, "0 and -0 count as the same")->excludes(suite);
+  app.add_flag("--json", arguments->json, "print the formula and the shorter one as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return Simplify(*arguments, console); };
 }

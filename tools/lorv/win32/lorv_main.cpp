@@ -55,5 +55,8 @@ int wmain(int argc, wchar_t** argv) {
   std::vector<std::string> words;
   for (int i = 1; i < argc; ++i) words.push_back(lorv::TextToUtf8(argv[i]));
   lorv::tool::Console console{std::cin, std::cout, std::cerr, IsConsole(STD_ERROR_HANDLE), Columns()};
+  // The console edits lines and keeps a history by itself.
+  console.in_is_terminal = IsConsole(STD_INPUT_HANDLE) && IsConsole(STD_OUTPUT_HANDLE);
+  console.locale = PRIMARYLANGID(GetUserDefaultUILanguage()) == LANG_CHINESE ? "zh" : "en";
   return lorv::tool::RunProgram(words, console);
 }

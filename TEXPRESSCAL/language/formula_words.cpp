@@ -1,12 +1,12 @@
-#include "tools/lorv/formula/formula_words.h"
+#include "TEXPRESSCAL/formula_words.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "TEXPRESSCAL/express.h"
+#include "TEXPRESSCAL/function_table.h"
 #include "framework/text/char_class.h"
 
-namespace lorv::tool {
+namespace lorv {
 namespace {
 
 struct UnitRange {
@@ -68,4 +68,4 @@ std::vector<FormulaWord> NamesOf(TextView formula) {
   return names;
 }
 
-}  // namespace lorv::tool
+}  // namespace lorv

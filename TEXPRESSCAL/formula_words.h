@@ -4,7 +4,7 @@
 
 #include "framework/text/cstring.h"
 
-namespace lorv::tool {
+namespace lorv {
 
 // A name in a formula as typed; position and length in 16-bit units.
 struct FormulaWord {
@@ -20,12 +20,12 @@ struct FormulaWord {
 // front of it are a factor (2H is 2 times H), as the formula engine has it.
 //
 //   NamesOf(_T("2*墙长+max(B,1)"))  gives 墙长 at 2 and B at 9
-std::vector<FormulaWord> NamesOf(TextView formula);
+COMM_LORV_API std::vector<FormulaWord> NamesOf(TextView formula);
 
 // Whether a text can stand as a name in a formula.
-bool IsName(TextView text);
+COMM_LORV_API bool IsName(TextView text);
 
 // The name in capital letters, by which it is looked up.
-CString NameKey(TextView name);
+COMM_LORV_API CString NameKey(TextView name);
 
-}  // namespace lorv::tool
+}  // namespace lorv

@@ -1,0 +1,104 @@
+#include "TEXPRESSCAL/exact/exact_rows.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "TEXPRESSCAL/evaluate/number_functions.h"
+#include "TEXPRESSCAL/simd/block_work.h"
+
+namespace lorv {
+namespace {
+
+// From here on a number may leave 32 bits when it is rounded or cut.
+constexpr double kNearTheEnd = kEndOf32Bits - 2;
+
+double AnyFunction(unsigned short kind, double x) {
+  return NumberFunction(kind, x);
+}
+
+// One program over blocks of the caller's columns.
+class Blocks {
+ public:
+  Blocks(const FormulaProgram& program, std::size_t names)
+      : program_(program), loops_(BestBlockLoops(program.SavedNumbers())), names_(names) {
+    for (std::size_t cell = 0; cell < program.ConstantEnd(); ++cell)
+      cells_.push_back({nullptr, program.Cells()[cell]});
+    tails_.resize(names);
+  }
+
+  // The errors of the rows, or null where there is none.
+  const std::uint8_t* Work(const double* const* columns, std::size_t first, std::size_t rows,
+                           double* results) {
+    if (has_errors_) errors_.fill(0);
+    for (std::size_t name = 0; name < names_; ++name) {
+      if (columns[name] != nullptr) cells_[name].column = ColumnOf(columns[name] + first, rows, name);
+    }
+    has_errors_ = loops_->evaluate({program_.Steps().data(), program_.Steps().size(), cells_.data(),
+                                    program_.ConstantEnd(), rows, results, false, errors_.data(),
+                                    scratch_.get(), AnyFunction, nullptr, 0});
+    return has_errors_ ? errors_.data() : nullptr;
+  }
+
+ private:
+  // The loops read whole strides: the last rows are read from a copy.
+  const double* ColumnOf(const double* column, std::size_t rows, std::size_t name) {
+    if (rows % kBlockStride == 0) return column;
+    tails_[name].fill(0);
+    std::copy_n(column, rows, tails_[name].begin());
+    return tails_[name].data();
+  }
+
+  const FormulaProgram& program_;
+  const BlockLoops* loops_;
+  std::size_t names_;
+  std::vector<BlockCell> cells_;
+  std::vector<std::array<double, kBlockRows>> tails_;
+  std::array<std::uint8_t, kBlockRows> errors_{};
+  bool has_errors_ = false;
+  std::unique_ptr<BlockScratch> scratch_ = std::make_unique_for_overwrite<BlockScratch>();
+};
+
+}  // namespace
+
+bool ExactRows::Make(const ExprNode* root, std::size_t names, const FormulaProgram::SlotOf& slot_of) {
+  names_ = names;
+  if (!program_.Make(root, names, slot_of) || BestBlockLoops(program_.SavedNumbers()) == nullptr)
+    return false;
+  std::vector<const ExprNode*> open{root};
+  while (!open.empty()) {
+    const ExprNode* const node = open.back();
+    open.pop_back();
+    if (node == nullptr) continue;
+    open.push_back(node->left);
+    open.push_back(node->right);
+    if (!GoesThrough32Bits(node->kind)) continue;
+    auto guard = std::make_unique<FormulaProgram>();
+    if (!guard->Make(node->left, names, slot_of) || BestBlockLoops(guard->SavedNumbers()) == nullptr)
+      return false;
+    guards_.push_back(std::move(guard));
+  }
+  return true;
+}
+
+void ExactRows::Work(const Task& task, const RowWork& overflowed) const {
+  Blocks blocks(program_, names_);
+  std::vector<std::unique_ptr<Blocks>> guards;
+  for (const auto& guard : guards_) guards.push_back(std::make_unique<Blocks>(*guard, names_));
+  std::array<double, kBlockRows> argument;
+  for (std::size_t first = 0; first < task.rows; first += kBlockRows) {
+    const std::size_t rows = std::min(kBlockRows, task.rows - first);
+    const std::uint8_t* const told = blocks.Work(task.columns, first, rows, task.results + first);
+    for (std::size_t i = 0; i < rows && task.codes != nullptr; ++i) {
+      task.codes[first + i] = told == nullptr ? 0 : told[i];
+    }
+    for (const auto& guard : guards) {
+      guard->Work(task.columns, first, rows, argument.data());
+      for (std::size_t i = 0; i < rows; ++i) {
+        if (!(std::fabs(argument[i]) < kNearTheEnd)) overflowed(first + i);
+      }
+    }
+  }
+}
+
+}  // namespace lorv

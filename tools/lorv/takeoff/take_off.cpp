@@ -1,0 +1,223 @@
+#include "tools/lorv/takeoff/take_off.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include "framework/text/number_text.h"
+#include "tools/lorv/takeoff/bill_output.h"
+#include "tools/lorv/text/display_width.h"
+#include "tools/lorv/text/progress_bar.h"
+#include "tools/lorv/text/spoken_language.h"
+
+namespace lorv::tool {
+
+TakeOff::TakeOff(const TakeOffRequest& request, Console& console)
+    : request_(request),
+      console_(console),
+      rules_(ReadRulesFile()),
+      bytes_(request.components, console.in),
+      file_(bytes_, EncodingByName(request.encoding)),
+      planner_(rules_, file_, {DigitsAsked(), request.compare}),
+      problems_(rules_),
+      coverage_(planner_),
+      quantities_(rules_),
+      bill_(quantities_, KeysAsked()),
+      comparison_(planner_, request.tolerance / 100),
+      precision_(quantities_),
+      units_(planner_),
+      worker_(planner_, file_, problems_, coverage_, DigitsAsked()) {
+  if (!request.where.empty()) filter_.emplace(request.where, planner_, file_);
+}
+
+RuleSet TakeOff::ReadRulesFile() const {
+  InputBytes bytes(request_.rules, console_.in);
+  return ReadRules(bytes, EncodingByName(request_.encoding));
+}
+
+// Class and storey if nothing is asked for; a known column by any of its titles, any other by its own.
+std::vector<BillKey> TakeOff::KeysAsked() {
+  std::vector<BillKey> keys;
+  std::string list = request_.by.empty() ? "class,storey" : request_.by;
+  while (!list.empty()) {
+    const std::size_t comma = std::min(list.find(','), list.size());
+    const std::string asked = list.substr(0, comma);
+    list.erase(0, comma + 1);
+    const int role = RoleOf(ComponentColumns(), asked);
+    const auto column = role >= 0 ? file_.Column(static_cast<ComponentRole>(role)) : file_.Column(asked);
+    // A file without storeys has one that has no name.
+    if (!column && !request_.by.empty()) {
+      throw BadInput(Say("--by: {} has no column \"{}\"", {file_.Name(), asked}));
+    }
+    key_columns_.push_back(column.value_or(file_.Titles().size()));
+    const bool is_known = role >= 0;
+    keys.push_back(
+        {is_known ? std::string(ComponentColumns()[static_cast<std::size_t>(role)].names[0]) : asked,
+         role == kStoreyOf});
+  }
+  if (keys.empty()) throw BadInput(Say("--by names no column"));
+  return keys;
+}
+
+void TakeOff::AddToBill(const std::vector<Result>& results) {
+  std::optional<std::size_t> group;
+  for (const Result& result : results) {
+    const int quantity = result.state == Result::kWorked ? quantities_.Of(result.rule) : -1;
+    if (quantity < 0) continue;
+    if (!group) {
+      std::vector<std::string_view> keys;
+      for (const std::size_t column : key_columns_) keys.push_back(file_.Row()[column]);
+      group = bill_.GroupOf(keys);
+    }
+    bill_.Add(*group, static_cast<std::size_t>(quantity), result.value, file_.Count());
+  }
+}
+
+void TakeOff::Explain(const std::vector<Result>& results) {
+  for (std::size_t i = 0; i < results.size(); ++i) {
+    const int quantity = results[i].state == Result::kWorked ? quantities_.Of(results[i].rule) : -1;
+    if (quantity < 0) continue;
+    const Quantity& of = quantities_.List()[static_cast<std::size_t>(quantity)];
+    console_.out << Printable(PlaceOfComponent(file_)) << ": " << Printable(of.name) << " = "
+                 << Printable(worker_.Worked(i).ToUtf8()) << " = " << PlainReal(results[i].value)
+                 << (of.unit.empty() ? "" : " " + of.unit) << "\n";
+  }
+}
+
+void TakeOff::WorkOne(std::optional<ResultFile>& table) {
+  if (filter_ && !filter_->Passes()) {
+    ++left_out_;
+    worker_.PassOver();
+    return;
+  }
+  const std::vector<Result>& results = worker_.Work();
+  ++components_;
+  if (results.empty()) {
+    ++without_rule_;
+    coverage_.AddClassWithoutRule(std::string(file_.Of(kClassOf)));
+  }
+  units_.Look(file_);
+  AddToBill(results);
+  if (table) table->Add(file_, results, worker_);
+  if (request_.explain && !table && !request_.json) Explain(results);
+  if (request_.compare) comparison_.Add(file_, results);
+  if (request_.suite_values) precision_.Add(results);
+}
+
+void TakeOff::WorkAll() {
+  std::optional<ResultFile> table;
+  if (!request_.table.empty()) {
+    table.emplace(request_.table, ResultLayout{request_.mark, request_.explain}, file_, quantities_, rules_,
+                  console_.out);
+  }
+  ProgressBar bar(console_, bytes_.Size());
+  while (file_.Next()) {
+    WorkOne(table);
+    bar.Show(bytes_.Done());
+  }
+  CheckUnusedRules();
+  // The bill first: if it cannot be written, the table is not left behind alone.
+  WriteBillFile();
+  if (table) table->Commit();
+}
+
+void TakeOff::CheckUnusedRules() {
+  for (std::size_t i = 0; i < rules_.rules.size(); ++i) {
+    const RuleKind kind = rules_.rules[i].kind;
+    if ((kind != RuleKind::kQuantity && kind != RuleKind::kStep) || coverage_.Fits(i)) continue;
+    const BoundRule bound = planner_.BindAlone(i);
+    const auto look = [&](const BoundFormula& formula, RulePart part) {
+      if (formula.FaultOfText()) problems_.Add(i, part, *formula.FaultOfText(), "");
+      for (const Fault& doubt : formula.Doubts()) problems_.Add(i, part, doubt, "");
+    };
+    look(bound.formula, RulePart::kFormula);
+    if (bound.condition) look(*bound.condition, RulePart::kCondition);
+  }
+}
+
+void TakeOff::WriteBillFile() const {
+  if (request_.bill.empty()) return;
+  OutputFile file(request_.bill, console_.out);
+  if (request_.mark) file.Write("\xEF\xBB\xBF");
+  WriteBill(bill_, file);
+  file.Commit();
+}
+
+void TakeOff::Print() const {
+  const bool piped = request_.table == "-" || request_.bill == "-";
+  std::ostream& out = piped ? console_.err : console_.out;
+  if (!request_.quiet) {
+    if (request_.explain && request_.table.empty() && components_ > 0) out << "\n";
+    PrintBill(bill_, out);
+    out << "\n"
+        << (components_ == 1 ? Say("1 component") : Say("{} components", {std::to_string(components_)}));
+    if (left_out_ > 0) out << Say(", {} left out by --where", {std::to_string(left_out_)});
+    if (without_rule_ > 0) out << Say(", {} of a class that no rule is for", {std::to_string(without_rule_)});
+    out << "\n";
+  }
+  if (request_.compare) {
+    if (!request_.quiet) out << "\n";
+    comparison_.Print(out);
+  }
+}
+
+void TakeOff::PrintNotes() const {
+  std::ostream& err = console_.err;
+  problems_.Print(err, console_.columns);
+  coverage_.Print(err);
+  units_.Print(err);
+  if (request_.suite_values) precision_.Print(err);
+  if (filter_ && filter_->Undecided() > 0) {
+    err << "lorv: "
+        << Say("note: {} components lack a value that --where asks for, and were left out",
+               {std::to_string(filter_->Undecided())})
+        << "\n";
+  }
+}
+
+void TakeOff::PrintJson() const {
+  JsonText json;
+  json.Open('{');
+  json.Key("components").Number(components_);
+  json.Key("without_rule").Number(without_rule_);
+  json.Key("left_out").Number(left_out_);
+  json.Key("digits").String(request_.suite_values ? "suite" : "all");
+  WriteBill(bill_, json);
+  problems_.Write(json);
+  coverage_.Write(json);
+  units_.Write(json);
+  precision_.Write(json);
+  if (request_.compare) comparison_.Write(json);
+  json.Close('}');
+  console_.out << json.Text();
+}
+
+void TakeOff::PrintTime() const {
+  const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - begin_;
+  const double seconds = std::max(taken.count(), 1e-9);
+  console_.err << "lorv: "
+               << Say("{} rows in {} s, {} rows a second",
+                      {std::to_string(components_), RealToText(seconds, 'f', 3),
+                       RealToText(static_cast<double>(components_) / seconds, 'f', 0)})
+               << "\n";
+}
+
+int TakeOff::ExitCodeOf() const {
+  const bool doubtful = !problems_.IsEmpty() || !coverage_.IsComplete() || !units_.IsFine();
+  if (problems_.HasFaults() || precision_.IsCoarse()) return kResultFailed;
+  return request_.strict && doubtful ? kResultFailed : kFine;
+}
+
+int TakeOff::Run() {
+  WorkAll();
+  if (request_.time) PrintTime();
+  if (request_.json) {
+    PrintJson();
+  } else {
+    Print();
+    console_.out.flush();
+    PrintNotes();
+  }
+  return ExitCodeOf();
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "tools/lorv/takeoff/bill.h"
+#include "tools/lorv/takeoff/comparison.h"
+#include "tools/lorv/takeoff/component_worker.h"
+#include "tools/lorv/takeoff/precision.h"
+#include "tools/lorv/takeoff/result_file.h"
+#include "tools/lorv/takeoff/row_filter.h"
+#include "tools/lorv/takeoff/unit_check.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+
+// What is asked of a take-off; empty texts ask for nothing.
+struct TakeOffRequest {
+  std::string components;
+  std::string rules;
+  std::string table;  // where the full table goes
+  std::string bill;   // where the bill goes as a table
+  std::string by;     // columns of the bill, with commas between
+  std::string where;  // which components
+  std::string encoding = "auto";
+  double tolerance = 1;  // per cent
+  bool suite_values = false;
+  bool compare = false;
+  bool explain = false;
+  bool strict = false;
+  bool quiet = false;
+  bool json = false;
+  bool mark = false;
+  bool time = false;
+};
+
+// One run from the files to the bill.
+class TakeOff {
+ public:
+  TakeOff(const TakeOffRequest& request, Console& console);
+
+  // The exit code.
+  int Run();
+
+ private:
+  RuleSet ReadRulesFile() const;
+  ValueDigits DigitsAsked() const { return request_.suite_values ? ValueDigits::kSuite : ValueDigits::kAll; }
+  std::vector<BillKey> KeysAsked();
+
+  void WorkAll();
+  void WorkOne(std::optional<ResultFile>& table);
+  void AddToBill(const std::vector<Result>& results);
+  void Explain(const std::vector<Result>& results);
+  // The formulas of rules that no component needed are looked at all the same.
+  void CheckUnusedRules();
+  void WriteBillFile() const;
+  void Print() const;
+  void PrintNotes() const;
+  void PrintTime() const;
+  void PrintJson() const;
+  int ExitCodeOf() const;
+
+  const TakeOffRequest& request_;
+  Console& console_;
+  RuleSet rules_;
+  InputBytes bytes_;
+  ComponentsFile file_;
+  Planner planner_;
+  Problems problems_;
+  Coverage coverage_;
+  Quantities quantities_;
+  std::vector<std::size_t> key_columns_;  // of the components file
+  Bill bill_;
+  Comparison comparison_;
+  Precision precision_;
+  UnitCheck units_;
+  ComponentWorker worker_;
+  std::optional<RowFilter> filter_;
+  long long components_ = 0;
+  long long without_rule_ = 0;
+  long long left_out_ = 0;  // by the filter
+  std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
+};
+
+}  // namespace lorv::tool

@@ -1,0 +1,50 @@
+#include <CLI/CLI.hpp>
+#include <ostream>
+
+#include "tools/lorv/describe/verb_words.h"
+#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+
+Work DeclareCompletion(CLI::App& app);
+Work DeclareManual(CLI::App& app);
+
+namespace {
+
+constexpr const char* kCompletionHelp =
+    "Examples:\n"
+    "  lorv completion bash >~/.local/share/bash-completion/completions/lorv\n"
+    "  lorv completion zsh >~/.zfunc/_lorv\n"
+    "  lorv completion fish >~/.config/fish/completions/lorv.fish";
+
+constexpr const char* kManualHelp =
+    "The page has the text of --help of every verb.\n"
+    "\n"
+    "Examples:\n"
+    "  lorv manual >lorv.1 && man ./lorv.1";
+
+}  // namespace
+
+Work DeclareCompletion(CLI::App& app) {
+  auto shell = std::make_shared<std::string>();
+  app.add_option("SHELL", *shell, "bash, zsh or fish")->required();
+  app.footer(kCompletionHelp);
+  return [shell](Console& console) -> int {
+    const std::string script = CompletionScript(*shell);
+    if (script.empty())
+      throw BadInput(Say("there is no completion for \"{}\"; known are bash, zsh and fish", {*shell}));
+    console.out << script;
+    return kFine;
+  };
+}
+
+Work DeclareManual(CLI::App& app) {
+  app.footer(kManualHelp);
+  return [](Console& console) -> int {
+    console.out << ManualPage();
+    return kFine;
+  };
+}
+
+}  // namespace lorv::tool
