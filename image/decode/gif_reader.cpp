@@ -1,0 +1,329 @@
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "image/decode/byte_view.h"
+#include "image/decode/image_decoders.h"
+
+// GIF: the blocks are walked when the file is opened; pixels are unpacked when a frame is asked for, on the
+// picture that the frame before it left. Kept are that picture and, for a frame that asks for it, the one to
+// go back to.
+namespace lorv {
+namespace {
+
+constexpr unsigned kExtension = 0x21;
+constexpr unsigned kDescriptor = 0x2C;
+constexpr unsigned kControl = 0xF9;
+constexpr unsigned kHasColours = 0x80;
+constexpr unsigned kInterlaced = 0x40;
+constexpr int kMostCodes = 4096;
+
+constexpr unsigned kClearArea = 2;
+constexpr unsigned kBringBack = 3;
+
+using Colours = std::array<std::uint32_t, 256>;
+
+struct Control {
+  unsigned disposal = 0;
+  unsigned delay = 0;
+  int transparent = -1;
+  bool has_entry = false;
+};
+
+struct GifFrame {
+  Control control;
+  int left = 0;
+  int top = 0;
+  int width = 0;
+  int height = 0;
+  bool interlaced = false;
+  std::size_t colours_at = 0;  // 0: those of the screen
+  int colours = 0;
+  std::size_t data_at = 0;
+};
+
+// Unpacks the codes of one frame into colour numbers.
+class LzwUnpacker {
+ public:
+  // Where the codes end early or are none, the rest of `out` stays. False when not one number came.
+  bool Unpack(ByteView view, std::vector<unsigned char>& out) {
+    const unsigned bits = view.Byte();
+    if (bits < 1 || bits > 11) return false;
+    clear_ = 1 << bits;
+    Reset(bits);
+    std::size_t at = 0;
+    int before = -1;
+    for (int code = Next(view); code >= 0 && code != clear_ + 1; code = Next(view)) {
+      if (code == clear_) {
+        Reset(bits);
+        before = -1;
+      } else if (code > count_ || (code == count_ && before < 0) || at >= out.size()) {
+        break;
+      } else {
+        Learn(before, code);
+        at = Put(code, out, at);
+        before = code;
+      }
+    }
+    return at > 0;
+  }
+
+ private:
+  void Reset(unsigned bits) {
+    width_ = static_cast<int>(bits) + 1;
+    count_ = clear_ + 2;
+  }
+
+  // -1 behind the last block.
+  int Next(ByteView& view) {
+    while (held_ < width_) {
+      if (left_in_block_ == 0) left_in_block_ = view.Byte();
+      if (left_in_block_ == 0 || view.Overran()) return -1;
+      --left_in_block_;
+      bits_ |= view.Byte() << held_;
+      held_ += 8;
+    }
+    const int code = static_cast<int>(bits_ & ((1U << width_) - 1));
+    bits_ >>= width_;
+    held_ -= width_;
+    return code;
+  }
+
+  int FirstOf(int code) const { return code < clear_ ? code : first_[static_cast<std::size_t>(code)]; }
+
+  // The next entry: what the code before stands for, and the first number of this one.
+  void Learn(int before, int code) {
+    if (before < 0 || count_ >= kMostCodes) return;
+    const auto at = static_cast<std::size_t>(count_);
+    prefix_[at] = static_cast<std::uint16_t>(before);
+    first_[at] = static_cast<unsigned char>(FirstOf(before));
+    last_[at] = static_cast<unsigned char>(code == count_ ? FirstOf(before) : FirstOf(code));
+    length_[at] = LengthOf(before) + 1;
+    ++count_;
+    if (count_ == 1 << width_ && width_ < 12) ++width_;
+  }
+  std::size_t LengthOf(int code) const { return code < clear_ ? 1 : length_[static_cast<std::size_t>(code)]; }
+
+  // From its last number to its first; numbers beyond the frame are dropped.
+  std::size_t Put(int code, std::vector<unsigned char>& out, std::size_t at) const {
+    const std::size_t end = at + LengthOf(code);
+    std::size_t to = end;
+    for (; code > clear_; code = prefix_[static_cast<std::size_t>(code)]) {
+      --to;
+      if (to < out.size()) out[to] = last_[static_cast<std::size_t>(code)];
+    }
+    if (at < out.size()) out[at] = static_cast<unsigned char>(code);
+    return std::min(end, out.size());
+  }
+
+  int clear_ = 0;
+  int width_ = 0;
+  int count_ = 0;
+  unsigned bits_ = 0;
+  int held_ = 0;
+  unsigned left_in_block_ = 0;
+  std::array<std::uint16_t, kMostCodes> prefix_ = {};
+  std::array<unsigned char, kMostCodes> first_ = {};
+  std::array<unsigned char, kMostCodes> last_ = {};
+  std::array<std::size_t, kMostCodes> length_ = {};
+};
+
+// The row of the picture where the n-th row of an interlaced frame stands.
+int InterlacedRow(int row, int height) {
+  constexpr int kStarts[] = {0, 4, 2, 1};
+  constexpr int kSteps[] = {8, 8, 4, 2};
+  for (int pass = 0; pass < 4; ++pass) {
+    const int rows = (height - kStarts[pass] + kSteps[pass] - 1) / kSteps[pass];
+    if (row < rows) return kStarts[pass] + row * kSteps[pass];
+    row -= rows;
+  }
+  return 0;
+}
+
+class GifReader final : public ImageReader {
+ public:
+  explicit GifReader(std::string bytes) : bytes_(std::move(bytes)) {}
+
+  bool Read();
+
+  ImageKind Kind() const override { return ImageKind::kGif; }
+  int Width() const override { return width_; }
+  int Height() const override { return height_; }
+  int FrameCount() const override { return static_cast<int>(frames_.size()); }
+  const std::vector<unsigned>& Delays() const override { return delays_; }
+  const Raster& Frame(int index) override;
+
+ private:
+  void ReadExtension(ByteView& view);
+  bool ReadFrame(ByteView& view);
+  Colours ColoursOf(const GifFrame& frame) const;
+  bool Unpack(const GifFrame& frame);
+  void Draw(const GifFrame& frame);
+  void Dispose(const GifFrame& frame);
+
+  std::string bytes_;
+  int width_ = 0;
+  int height_ = 0;
+  std::size_t colours_at_ = 0;
+  int colours_ = 0;
+  Control control_;
+  std::vector<GifFrame> frames_;
+  std::vector<unsigned> delays_;
+
+  Raster picture_;
+  Raster before_;  // of the frame drawn last, if that one brings it back
+  int drawn_ = -1;
+  std::vector<unsigned char> numbers_;
+  LzwUnpacker unpacker_;
+};
+
+// Whether the chain of blocks is whole.
+bool SkipBlocks(ByteView& view) {
+  for (unsigned size = view.Byte(); size != 0; size = view.Byte()) view.Skip(size);
+  return !view.Overran();
+}
+
+bool GifReader::Read() {
+  ByteView view(bytes_);
+  view.Skip(6);
+  width_ = static_cast<int>(view.Low16());
+  height_ = static_cast<int>(view.Low16());
+  const unsigned flags = view.Byte();
+  view.Skip(2);
+  if (view.Overran() || !IsFairSize(width_, height_)) return false;
+  if ((flags & kHasColours) != 0) {
+    colours_at_ = view.At();
+    colours_ = 2 << (flags & 7);
+    view.Skip(static_cast<std::size_t>(colours_) * 3);
+  }
+  for (unsigned block = view.Byte(); !view.Overran(); block = view.Byte()) {
+    if (block == kExtension) {
+      ReadExtension(view);
+    } else if (block != kDescriptor || !ReadFrame(view)) {
+      break;
+    }
+  }
+  if (frames_.empty() || !Unpack(frames_[0])) return false;
+  const bool has_entries =
+      std::any_of(frames_.begin(), frames_.end(), [](const GifFrame& f) { return f.control.has_entry; });
+  if (frames_.size() < 2 || !has_entries) return true;
+  for (const GifFrame& frame : frames_) delays_.push_back(frame.control.delay);
+  return true;
+}
+
+void GifReader::ReadExtension(ByteView& view) {
+  const unsigned label = view.Byte();
+  if (label == kControl) {
+    ByteView block = view;
+    if (block.Byte() >= 4) {
+      const unsigned flags = block.Byte();
+      control_.disposal = flags >> 2 & 7;
+      control_.delay = block.Low16();
+      const int transparent = static_cast<int>(block.Byte());
+      control_.transparent = (flags & 1) != 0 ? transparent : -1;
+      control_.has_entry = true;
+    }
+  }
+  SkipBlocks(view);
+}
+
+bool GifReader::ReadFrame(ByteView& view) {
+  GifFrame frame;
+  frame.control = std::exchange(control_, {});
+  frame.left = static_cast<int>(view.Low16());
+  frame.top = static_cast<int>(view.Low16());
+  frame.width = static_cast<int>(view.Low16());
+  frame.height = static_cast<int>(view.Low16());
+  const unsigned flags = view.Byte();
+  frame.interlaced = (flags & kInterlaced) != 0;
+  frame.colours_at = colours_at_;
+  frame.colours = colours_;
+  if ((flags & kHasColours) != 0) {
+    frame.colours_at = view.At();
+    frame.colours = 2 << (flags & 7);
+    view.Skip(static_cast<std::size_t>(frame.colours) * 3);
+  }
+  frame.data_at = view.At();
+  view.Skip(1);
+  if (view.Overran() || !SkipBlocks(view) || !IsFairSize(frame.width, frame.height)) return false;
+  frames_.push_back(frame);
+  return true;
+}
+
+// A file without any colours has a ramp of grey; numbers behind the last colour are black.
+Colours GifReader::ColoursOf(const GifFrame& frame) const {
+  Colours colours;
+  colours.fill(kOpaque);
+  for (unsigned i = 0; i < colours.size() && frame.colours == 0; ++i) colours[i] = Pixel(i, i, i);
+  ByteView view(bytes_);
+  view.Seek(frame.colours_at);
+  for (int i = 0; i < frame.colours; ++i) {
+    const unsigned red = view.Byte();
+    const unsigned green = view.Byte();
+    colours[static_cast<std::size_t>(i)] = Pixel(red, green, view.Byte());
+  }
+  return colours;
+}
+
+bool GifReader::Unpack(const GifFrame& frame) {
+  numbers_.assign(static_cast<std::size_t>(frame.width) * static_cast<std::size_t>(frame.height), 0);
+  ByteView view(bytes_);
+  view.Seek(frame.data_at);
+  unpacker_ = {};
+  return unpacker_.Unpack(view, numbers_);
+}
+
+void GifReader::Draw(const GifFrame& frame) {
+  if (!Unpack(frame)) return;
+  const Colours colours = ColoursOf(frame);
+  const int columns = std::min(frame.width, width_ - frame.left);
+  for (int row = 0; row < frame.height; ++row) {
+    const int y = frame.top + (frame.interlaced ? InterlacedRow(row, frame.height) : row);
+    if (y >= height_) continue;
+    const unsigned char* const from =
+        numbers_.data() + static_cast<std::size_t>(row) * static_cast<std::size_t>(frame.width);
+    std::uint32_t* const to = picture_.Row(y) + frame.left;
+    for (int x = 0; x < columns; ++x) {
+      if (from[x] != frame.control.transparent) to[x] = colours[from[x]];
+    }
+  }
+}
+
+void GifReader::Dispose(const GifFrame& frame) {
+  if (frame.control.disposal == kBringBack) {
+    picture_.pixels.swap(before_.pixels);
+    return;
+  }
+  if (frame.control.disposal != kClearArea) return;
+  const int right = std::min(frame.left + frame.width, width_);
+  const int bottom = std::min(frame.top + frame.height, height_);
+  for (int y = frame.top; y < bottom; ++y) {
+    for (int x = frame.left; x < right; ++x) picture_.Row(y)[x] = 0;
+  }
+}
+
+const Raster& GifReader::Frame(int index) {
+  if (index < 0 || index >= FrameCount()) index = 0;
+  if (drawn_ > index || drawn_ < 0) {
+    picture_.Resize(width_, height_);
+    drawn_ = -1;
+  }
+  while (drawn_ < index) {
+    if (drawn_ >= 0) Dispose(frames_[static_cast<std::size_t>(drawn_)]);
+    ++drawn_;
+    const GifFrame& frame = frames_[static_cast<std::size_t>(drawn_)];
+    if (frame.control.disposal == kBringBack) before_.pixels = picture_.pixels;
+    Draw(frame);
+  }
+  return picture_;
+}
+
+}  // namespace
+
+std::unique_ptr<ImageReader> OpenGif(std::string bytes) {
+  auto reader = std::make_unique<GifReader>(std::move(bytes));
+  if (!reader->Read()) return nullptr;
+  return reader;
+}
+
+}  // namespace lorv

@@ -1,0 +1,80 @@
+#include "image/decode/jpeg_bits.h"
+
+#include <algorithm>
+
+namespace lorv::jpeg {
+
+void Bits::Fill(int count) {
+  while (held_ < count) {
+    unsigned byte = 0;
+    if (!ended_ && at_ < bytes_.size()) {
+      byte = static_cast<unsigned char>(bytes_[at_]);
+      const bool is_mark = byte == 0xFF && (at_ + 1 >= bytes_.size() || bytes_[at_ + 1] != 0);
+      ended_ = is_mark;
+      at_ += is_mark ? 0 : byte == 0xFF ? 2 : 1;
+    } else {
+      ended_ = true;
+    }
+    if (ended_) {
+      byte = 0;
+      zeros_ = std::min(zeros_ + 8, 1 << 20);
+    }
+    bits_ = bits_ << 8 | byte;
+    held_ += 8;
+  }
+}
+
+bool Bits::Restart() {
+  held_ = 0;
+  zeros_ = 0;
+  ended_ = false;
+  for (; at_ + 1 < bytes_.size(); ++at_) {
+    const auto second = static_cast<unsigned char>(bytes_[at_ + 1]);
+    if (static_cast<unsigned char>(bytes_[at_]) != 0xFF || second == 0 || second == 0xFF) continue;
+    if (second < 0xD0 || second > 0xD7) break;
+    at_ += 2;
+    return true;
+  }
+  ended_ = true;
+  return false;
+}
+
+bool Codes::Set(const std::array<unsigned char, 16>& counts, std::string_view values) {
+  quick_.fill(0);
+  int code = 0;
+  int used = 0;
+  for (int length = 1; length <= 16; ++length) {
+    const int count = counts[static_cast<std::size_t>(length - 1)];
+    offset_[static_cast<std::size_t>(length)] = used - code;
+    if (code + count > 1 << length) return false;
+    for (int i = 0; i < count; ++i, ++code, ++used) {
+      const auto value = static_cast<unsigned char>(values[static_cast<std::size_t>(used)]);
+      values_[static_cast<std::size_t>(used)] = value;
+      if (length > kQuickBits) continue;
+      const int first = code << (kQuickBits - length);
+      std::fill_n(quick_.begin() + first, 1 << (kQuickBits - length),
+                  static_cast<std::uint16_t>(length << 8 | value));
+    }
+    end_[static_cast<std::size_t>(length)] = code << (16 - length);
+    code <<= 1;
+  }
+  set_ = true;
+  return true;
+}
+
+int Codes::Next(Bits& bits) const {
+  const int ahead = bits.Peek(16);
+  const unsigned quick = quick_[static_cast<std::size_t>(ahead >> (16 - kQuickBits))];
+  if (quick != 0) {
+    bits.Drop(static_cast<int>(quick >> 8));
+    return static_cast<int>(quick & 255);
+  }
+  for (std::size_t length = 1; length <= 16; ++length) {
+    if (ahead >= end_[length]) continue;
+    bits.Drop(static_cast<int>(length));
+    return values_[static_cast<std::size_t>((ahead >> (16 - length)) + offset_[length]) & 255];
+  }
+  return -1;
+}
+
+}  // namespace lorv::jpeg

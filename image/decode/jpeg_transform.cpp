@@ -1,0 +1,54 @@
+#include <algorithm>
+
+#include "image/decode/jpeg_picture.h"
+
+// The inverse cosine transform in whole numbers of 13 bits behind the point, by columns and then by rows.
+namespace lorv::jpeg {
+namespace {
+
+using Number = std::int64_t;
+
+constexpr int kPointBits = 13;
+constexpr int kFirstBits = 2;  // kept between columns and rows
+
+// One line of eight, `step` apart, each result shifted right with rounding.
+void TransformLine(Number* line, int step, int shift) {
+  const auto in = [&](int i) -> Number& { return line[i * step]; };
+  const Number even = (in(2) + in(6)) * 4433;
+  const Number even_low = even - in(6) * 15137;
+  const Number even_high = even + in(2) * 6270;
+  const Number sum = (in(0) + in(4)) * (1 << kPointBits);
+  const Number difference = (in(0) - in(4)) * (1 << kPointBits);
+  const Number evens[] = {sum + even_high, difference + even_low, difference - even_low, sum - even_high};
+
+  const Number all = (in(7) + in(3) + in(5) + in(1)) * 9633;
+  const Number z1 = (in(7) + in(1)) * -7373;
+  const Number z2 = (in(5) + in(3)) * -20995;
+  const Number z3 = (in(7) + in(3)) * -16069 + all;
+  const Number z4 = (in(5) + in(1)) * -3196 + all;
+  const Number odds[] = {in(1) * 12299 + z1 + z4, in(3) * 25172 + z2 + z3, in(5) * 16819 + z2 + z4,
+                         in(7) * 2446 + z1 + z3};
+  const Number half = Number{1} << (shift - 1);
+  for (int i = 0; i < 4; ++i) {
+    in(i) = (evens[i] + odds[i] + half) >> shift;
+    in(7 - i) = (evens[i] - odds[i] + half) >> shift;
+  }
+}
+
+}  // namespace
+
+void TransformBlock(const Block& block, const Quantities& quantities, unsigned char* out,
+                    std::size_t stride) {
+  std::array<Number, kBlockArea> numbers;
+  for (std::size_t i = 0; i < kBlockArea; ++i) numbers[i] = Number{block[i]} * quantities[i];
+  for (int x = 0; x < kBlockSize; ++x) TransformLine(numbers.data() + x, kBlockSize, kPointBits - kFirstBits);
+  for (int y = 0; y < kBlockSize; ++y) {
+    Number* const row = numbers.data() + y * kBlockSize;
+    TransformLine(row, 1, kPointBits + kFirstBits + 3);
+    for (int x = 0; x < kBlockSize; ++x)
+      out[x] = static_cast<unsigned char>(std::clamp<Number>(row[x] + 128, 0, 255));
+    out += stride;
+  }
+}
+
+}  // namespace lorv::jpeg

@@ -1,0 +1,33 @@
+#include "image/decode/image_decoders.h"
+#include "image/decode/image_reader.h"
+#include "image/decode/still_image.h"
+
+namespace lorv {
+namespace {
+
+struct StillKind {
+  std::string_view mark;
+  ImageKind kind;
+  bool (*decode)(std::string_view, Raster&);
+};
+
+constexpr StillKind kStillKinds[] = {
+    {{"\x89PNG\r\n\x1A\n", 8}, ImageKind::kPng, DecodePng},
+    {{"\xFF\xD8\xFF", 3}, ImageKind::kJpeg, DecodeJpeg},
+    {{"BM", 2}, ImageKind::kBmp, DecodeBmp},
+    {{"\0\0\1\0", 4}, ImageKind::kIcon, DecodeIcon},
+};
+
+}  // namespace
+
+std::unique_ptr<ImageReader> OpenImage(std::string bytes) {
+  if (bytes.starts_with("GIF87a") || bytes.starts_with("GIF89a")) return OpenGif(std::move(bytes));
+  for (const StillKind& each : kStillKinds) {
+    if (!std::string_view(bytes).starts_with(each.mark)) continue;
+    Raster raster;
+    return each.decode(bytes, raster) ? std::make_unique<StillImage>(each.kind, std::move(raster)) : nullptr;
+  }
+  return nullptr;
+}
+
+}  // namespace lorv

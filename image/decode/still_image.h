@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+#include "image/decode/image_reader.h"
+
+namespace lorv {
+
+// An image of one frame, decoded when it was opened.
+class StillImage final : public ImageReader {
+ public:
+  StillImage(ImageKind kind, Raster raster) : kind_(kind), raster_(std::move(raster)) {}
+
+  ImageKind Kind() const override { return kind_; }
+  int Width() const override { return raster_.width; }
+  int Height() const override { return raster_.height; }
+  const std::vector<unsigned>& Delays() const override { return no_delays_; }
+  const Raster& Frame(int /*index*/) override { return raster_; }
+
+ private:
+  ImageKind kind_;
+  Raster raster_;
+  std::vector<unsigned> no_delays_;
+};
+
+}  // namespace lorv
