@@ -8,10 +8,11 @@ ForeignDialogScope::ForeignDialogScope(CWnd& owner)
     : owner_(owner.m_hWnd), frame_(owner_), frame_was_enabled_(false) {
   if (const CWnd* const top = owner.GetTopLevelParent()) frame_ = top->m_hWnd;
   EnableModeless(false);
-  DesktopInForce().SetCapture(owner_);
-  DesktopInForce().ClearFocus();
+  // A window that is disabled loses the capture: it is taken afterwards.
   frame_was_enabled_ = (PeerOf(frame_)->Style() & WS_DISABLED) == 0;
   if (frame_was_enabled_) PeerOf(frame_)->Enable(false);
+  DesktopInForce().SetCapture(owner_);
+  DesktopInForce().ClearFocus();
 }
 
 ForeignDialogScope::~ForeignDialogScope() {

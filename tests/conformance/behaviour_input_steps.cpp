@@ -89,7 +89,7 @@ std::vector<Step> ScrollSteps() {
          sheet.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(150, 160, 200, 320), &s.frame, kExtra);
          SetBar(s, sheet, 0, 1000000, 100);
          s.driver.DragHandle(sheet.m_hWnd);
-         s.Say(sheet.largest > 300000 && sheet.largest < 700000 ? "about the middle" : "elsewhere");
+         s.Say(sheet.largest > 0xFFFF ? "beyond 16 bits" : "within");
          s.Say(sheet.agrees ? "the message agrees" : "the message does not agree");
          s.Say(sheet.ends > 0 ? "ended" : "not ended");
          s.Say("then at " + std::to_string(BarOf(sheet).nTrackPos));
