@@ -10,7 +10,9 @@ set(LORV_BIN ${CMAKE_CURRENT_BINARY_DIR}/bin)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${LORV_BIN})
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${LORV_BIN})
 
-# A precompiled header stands in for the first thousands of lines of each source. The cache takes part if it may
+# A precompiled header stands in for the first thousands of lines of each test. The library does without: warnings of
+# the system's own headers are no longer held back where these come precompiled and are optimized, and gcc 12 takes
+# copies of texts there for overlong ones. The cache takes part if it may
 # trust the dates and defines of such a header; without one of both the build is the same, only slower.
 find_program(CCACHE ccache)
 find_program(LORV_ENV env)
@@ -61,16 +63,6 @@ if(WIN32)
   list(APPEND LORV_SYSTEM_LIBRARIES ole32 oleaut32 uuid shell32 version comdlg32 gdi32 user32 advapi32)
 endif()
 
-# What nearly every source of ours begins with. On Windows warnings of the system's own headers are no longer held back
-# where these come precompiled and are optimized: gcc 12 takes copies of texts there for overlong ones.
-function(lorv_precompile target)
-  if(LORV_PCH AND NOT WIN32)
-    target_precompile_headers(${target} PRIVATE <algorithm> <array> <cmath> <cstdint> <functional> <map> <memory>
-                              <optional> <string> <string_view> <utility> <vector>
-                              <framework/text/cstring.h>)
-  endif()
-endfunction()
-
 # Every source of the library is compiled once, as part of the layer whose folder it stands in; the shared library
 # and the archive for tests of internals are made of the layers' objects.
 set(LORV_LAYERS "")
@@ -79,12 +71,6 @@ function(lorv_layer folder)
   add_library(${target} OBJECT)
   target_compile_definitions(${target} PRIVATE COMM_LORV_BUILDING)
   target_link_libraries(${target} PUBLIC lorv_options ${LORV_SYSTEM_LIBRARIES})
-  if(NOT LORV_LAYERS)
-    lorv_precompile(${target})
-  elseif(LORV_PCH AND NOT WIN32)
-    list(GET LORV_LAYERS 0 first)
-    target_precompile_headers(${target} REUSE_FROM lorv_layer_${first})
-  endif()
   set(LORV_LAYERS ${LORV_LAYERS} ${folder} PARENT_SCOPE)
   set(LORV_LAYER ${folder} PARENT_SCOPE)
 endfunction()
