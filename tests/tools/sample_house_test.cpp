@@ -144,7 +144,7 @@ TEST_F(SampleHouse, TotalsAreThoseWorkedByHand) {
   std::getline(in, line);
   while (std::getline(in, line)) {
     const auto cells = Cells(line);
-    if (cells[7] != "line") continue;
+    if (cells.back().rfind("line", 0) != 0) continue;
     found[cells[0] + "/" + cells[3] + "/" + cells[1] + " " + cells[2]] = std::stod(cells[5]);
   }
   EXPECT_EQ(found.size(), hand.Sums().size());

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "tests/tools/work_runs.h"
-#include "tools/lorv/takeoff/number_hint.h"
 #include "tools/lorv/takeoff/line_rounding.h"
+#include "tools/lorv/takeoff/number_hint.h"
 #include "tools/lorv/takeoff/storey_order.h"
 
 namespace lorv::test {

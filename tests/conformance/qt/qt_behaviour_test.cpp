@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <deque>
 #include <limits>
+#include <memory>
 
 #include "framework/drawing/geometry.h"
 #include "platform/models/carried_fault.h"
@@ -135,10 +136,11 @@ class QtDriver : public lorv_test::BehaviourDriver {
     return lorv_test::MakeBareEdit(desktop_, parent, place);
   }
   void Advance(DWORD milliseconds) override {
-    bool over = false;
-    QTimer::singleShot(static_cast<int>(milliseconds), Qt::PreciseTimer, &here_, [&over] { over = true; });
+    // A handler may throw meanwhile: the timer then ends after this call.
+    const auto over = std::make_shared<bool>(false);
+    QTimer::singleShot(static_cast<int>(milliseconds), Qt::PreciseTimer, &here_, [over] { *over = true; });
     Busily([&] {
-      while (!over) desktop_.Pump(true);
+      while (!*over) desktop_.Pump(true);
     });
     Settle();
   }

@@ -62,7 +62,7 @@ TEST_F(QtProgressTest, CancelIsReachedByTab) {
   const auto dialog = ServicesOfDesktop()->MakeProgress();
   dialog->Open(0);
   Box()->activateWindow();
-  Settle();
+  ASSERT_TRUE(WorkUntil([] { return Box()->isActiveWindow(); }));
   QKeyEvent down(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
   QApplication::sendEvent(Box(), &down);
   EXPECT_TRUE(Button()->hasFocus());

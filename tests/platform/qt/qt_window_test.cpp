@@ -359,11 +359,11 @@ TEST_F(QtWindowTest, CandidatesStandAtTheCaretOfTheWindowClass) {
 TEST_F(QtWindowTest, ButtonWithTheFocusLooksOtherwise) {
   Child(WindowKind::Button, BS_PUSHBUTTON, 1, {10, 10, 110, 40});
   const HWND second = Child(WindowKind::Button, BS_PUSHBUTTON, 2, {10, 50, 110, 80});
+  ASSERT_TRUE(WorkUntil([] { return QApplication::activeWindow() != nullptr; }));
   Settle();
   const QImage before = QtWidgetOf(second)->grab().toImage();
   desktop_->Find(second)->Focus();
-  Settle();
-  EXPECT_NE(QtWidgetOf(second)->grab().toImage(), before);
+  EXPECT_TRUE(WorkUntil([&] { return QtWidgetOf(second)->grab().toImage() != before; }));
 }
 
 TEST_F(QtWindowTest, LeaveIsToldOnceWhenAskedFor) {
