@@ -82,8 +82,8 @@ void CDialog::MapDialogRect(LPRECT rect) const {
 
 BOOL CDialog::Build(const lorv::DialogTemplate& form, CWnd* parent) {
   Measure(form);
-  CRect client(0, 0, form.width, form.height);
-  MapDialogRect(client);
+  RECT client = {0, 0, form.width, form.height};
+  MapDialogRect(&client);
   lorv::WindowRequest request;
   request.kind = lorv::WindowKind::Dialog;
   request.text = form.caption;
@@ -93,7 +93,7 @@ BOOL CDialog::Build(const lorv::DialogTemplate& form, CWnd* parent) {
   if (!Make(request) || m_hWnd == nullptr) return FALSE;
   const auto peer = lorv::PeerOf(m_hWnd);
   // The template's size is that of the client area; the window stands in the middle of its owner or screen.
-  const CSize size(peer->FrameSize(client.Size()));
+  const CSize size(peer->FrameSize(CRect(client).Size()));
   const CRect around(parent == nullptr ? lorv::DesktopInForce().WorkArea({0, 0})
                                        : lorv::PeerOf(parent->m_hWnd)->WindowRect());
   peer->Place(CRect(around.CenterPoint() - CSize(size.cx / 2, size.cy / 2), static_cast<SIZE>(size)));

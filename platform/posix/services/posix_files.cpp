@@ -228,7 +228,8 @@ CString PosixFiles::FollowLinks(LPCTSTR path) {
     const ssize_t length = readlink(name.c_str(), target.data(), target.size());
     if (length < 0) return i == 0 ? CString(path) : CString::FromUtf8(name);
     const std::string to(target.data(), static_cast<std::size_t>(length));
-    name = to.starts_with('/') ? to : name.substr(0, name.find_last_of('/') + 1) + to;
+    name.resize(to.starts_with('/') ? 0 : name.find_last_of('/') + 1);
+    name += to;
   }
   return {path};
 }
