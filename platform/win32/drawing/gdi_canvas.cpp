@@ -136,8 +136,8 @@ void GdiCanvas::Frame(const RECT& rect, COLORREF colour, int width) {
 }
 
 void GdiCanvas::Line(POINT from, POINT to, const Stroke& stroke) {
-  // Filling a rectangle takes the system a small part of what a pen takes.
-  if (stroke.style == PS_SOLID && (from.x == to.x || from.y == to.y)) {
+  // Filling a rectangle takes the system a small part of what a pen takes; a wide pen has ends of its own.
+  if (stroke.style == PS_SOLID && stroke.width == 1 && (from.x == to.x || from.y == to.y)) {
     constexpr LONG kFar = 1 << 26;
     for (const CRect& run : LineRuns(from, to, stroke, CRect(-kFar, -kFar, kFar, kFar)))
       Fill(run, stroke.colour);

@@ -97,6 +97,7 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
   bool DrawsItself() const;
   bool RefusesHalf(WPARAM unit);
   void SetRedraw(bool on);
+  Region Outdated() const;
 
   std::atomic<HWND> handle_{nullptr};
   std::atomic<Phase> phase_{Phase::kMaking};

@@ -72,7 +72,8 @@ class GdiRegion {
     if (room.empty() || GetRegionData(handle_, static_cast<DWORD>(room.size() * sizeof(DWORD)), data) == 0)
       return {};
     const auto* const rects = reinterpret_cast<const RECT*>(data->Buffer);
-    return {rects, rects + data->rdh.nCount};
+    // Within braces the two pointers would each become a rectangle.
+    return std::vector<CRect>(rects, rects + data->rdh.nCount);
   }
 
  private:
@@ -175,20 +176,40 @@ void Win32Window::Validate(const RECT* rect) {
 
 std::vector<RECT> Win32Window::UpdateRects() const {
   if (!Exists()) return {};
+  const Region region = Outdated();
+  return {region.Rects().begin(), region.Rects().end()};
+}
+
+// What the system knows of, and what waits until redrawing is on again.
+Region Win32Window::Outdated() const {
   Region region;
   const GdiRegion now;
   GetUpdateRgn(handle_, now.Handle(), FALSE);
   for (const CRect& rect : now.Rects()) region.Add(rect);
   region.Add(held_);
-  return {region.Rects().begin(), region.Rects().end()};
+  return region;
 }
 
+// What was out of date moves with the pixels: some systems leave it where it was as well, and it would be
+// painted twice.
 void Win32Window::Shift(SIZE by, const RECT* area, const RECT* clip, bool children) {
   if (!Exists()) return;
   const auto keep = shared_from_this();
+  const CRect client(ClientRect());
+  const CRect moved = area == nullptr ? client : client & *area;
+  CRect goal = moved + CPoint(by.cx, by.cy);
+  goal &= clip == nullptr ? moved : CRect(moved & *clip);
+  Region along = Outdated();
+  Region covered = along;
+  along.Keep(moved), along.Move(by), along.Keep(goal);
+  covered.Keep(goal);
+  for (const CRect& rect : covered.Rects()) ValidateRect(handle_, &rect);
   const UINT flags = children ? SW_INVALIDATE | SW_ERASE | SW_SCROLLCHILDREN : SW_INVALIDATE | SW_ERASE;
-  CarriedFault::CallOut(
-      [&] { return ScrollWindowEx(handle_, by.cx, by.cy, area, clip, nullptr, nullptr, flags); });
+  CarriedFault::CallOut([&] {
+    const int scrolled = ScrollWindowEx(handle_, by.cx, by.cy, area, clip, nullptr, nullptr, flags);
+    for (const CRect& rect : along.Rects()) Invalidate(&rect);
+    return scrolled;
+  });
 }
 
 // The system forgets what is invalidated meanwhile.
