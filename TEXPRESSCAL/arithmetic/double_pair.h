@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include "TEXPRESSCAL/arithmetic/square_root.h"
+
 // Numbers of some 106 bits as unevaluated sums of two doubles, from plain double operations alone: no fused
 // multiply-add and nothing that one processor, compiler or system does differently from another.
 //
@@ -104,7 +106,7 @@ inline Pair Over(Pair a, Pair b) {
 }
 // For positive numbers.
 inline Pair Root(Pair a) {
-  const double root = std::sqrt(a.high);
+  const double root = SquareRoot(a.high);
   const Pair rest = Plus(a, Negated(Product(root, root)));
   return FastSum(root, rest.high / (2 * root));
 }

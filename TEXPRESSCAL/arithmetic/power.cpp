@@ -5,6 +5,7 @@
 #include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
 #include "TEXPRESSCAL/arithmetic/logarithm.h"
 #include "TEXPRESSCAL/arithmetic/scaled_result.h"
+#include "TEXPRESSCAL/arithmetic/square_root.h"
 
 // base^exponent: small whole exponents by multiplication, the others as e^(exponent * ln(base)).
 namespace lorv::arithmetic {
@@ -69,7 +70,7 @@ bool ExactPower(double x, double y, double& result) {
     double root = part.odd;
     double left = y;
     for (; !IsWhole(left); left *= 2) {
-      const double next = std::sqrt(root);
+      const double next = SquareRoot(root);
       if (next * next != root || !IsWhole(next)) return false;
       root = next;
     }
@@ -132,7 +133,7 @@ double Power(double base, double exponent) {
   }
   if (exponent == 1) return base;
   if (exponent == -1) return 1 / base;
-  if (base > 0) return exponent == 0.5 ? std::sqrt(base) : PositivePower(base, exponent);
+  if (base > 0) return exponent == 0.5 ? SquareRoot(base) : PositivePower(base, exponent);
   if (!IsWhole(exponent)) return ProcessorsNan();
   const double size = PositivePower(-base, exponent);
   return IsOdd(exponent) ? -size : size;

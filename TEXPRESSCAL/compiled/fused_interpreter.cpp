@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
+#include "TEXPRESSCAL/arithmetic/square_root.h"
 #include "TEXPRESSCAL/compiled/fused_steps.h"
 #include "TEXPRESSCAL/evaluate/evaluation_error.h"
 #include "TEXPRESSCAL/evaluate/number_functions.h"
@@ -139,7 +140,7 @@ double Not(const FusedStep* step, double accumulator, double* cells, int* error)
 }
 // What is no number has no root either.
 double SquareRoot(const FusedStep* step, double accumulator, double* cells, int* error) {
-  if (accumulator >= 0) return Next(step, std::sqrt(accumulator), cells, error);
+  if (accumulator >= 0) return Next(step, arithmetic::SquareRoot(accumulator), cells, error);
   *error = kOutsideDomain;
   return Next(step, 0, cells, error);
 }

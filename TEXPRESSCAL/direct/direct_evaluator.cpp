@@ -6,6 +6,7 @@
 #include <span>
 
 #include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
+#include "TEXPRESSCAL/arithmetic/square_root.h"
 #include "TEXPRESSCAL/evaluate/number_functions.h"
 #include "TEXPRESSCAL/evaluate/number_rules.h"
 #include "TEXPRESSCAL/function_table.h"
@@ -346,7 +347,7 @@ double DirectEvaluator::Call(unsigned short kind) {
   const double x = Joined();
   if (!Take(')')) return 0;
   // Outside the domain is an error that only a division by zero before it could distinguish from none.
-  if (kind == kSqrt) return x >= 0 ? std::sqrt(x) : 0;
+  if (kind == kSqrt) return x >= 0 ? arithmetic::SquareRoot(x) : 0;
   if (kind == kLog) return x > 0 ? arithmetic::Logarithm(x) : 0;
   return NumberFunction(kind, x);
 }

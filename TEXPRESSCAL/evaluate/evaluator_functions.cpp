@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
+#include "TEXPRESSCAL/arithmetic/square_root.h"
 #include "TEXPRESSCAL/evaluate/evaluator.h"
 #include "TEXPRESSCAL/evaluate/number_functions.h"
 #include "TEXPRESSCAL/evaluate/number_rules.h"
@@ -34,7 +35,7 @@ double Evaluator::Function(const ExprNode* call, int levels) {
     return result;
   }
   if (call->kind == kSqrt ? x >= 0 : x > 0)
-    return call->kind == kSqrt ? std::sqrt(x) : arithmetic::Logarithm(x);
+    return call->kind == kSqrt ? arithmetic::SquareRoot(x) : arithmetic::Logarithm(x);
   SetError(kOutsideDomain, call);
   return 0;
 }

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "TEXPRESSCAL/arithmetic/square_root.h"
 #include "TEXPRESSCAL/calculate_rows.h"
 #include "TEXPRESSCAL/express.h"
 #include "framework/text/number_text.h"
@@ -49,6 +50,7 @@ const NamedFunction kFunctions[] = {
     {"arc tangent", ArcTangent, 0xC2B0EBD153400F69},
     {"exponential", Exponential, 0x605516D96758D9FA},
     {"logarithm", Logarithm, 0xDB7B5766B127D7B8},
+    {"square root", SquareRoot, 0xE05952332943D1F6},
 };
 
 constexpr int kArgumentsEach = 1'200'000;  // ten million and more with those of the power

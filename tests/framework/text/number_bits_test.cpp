@@ -60,8 +60,7 @@ TEST(NumberBits, RoundingToWholesIsTheSameOnEverySystem) {
     const double halves = static_cast<double>(static_cast<std::int64_t>(random() >> 40)) / 2 - 4e6;
     const double beside = std::nextafter(halves, i % 2 == 0 ? 1e300 : -1e300);
     for (const double x : {halves, beside, beside / 1e9}) {
-      for (const double whole : {std::floor(x), std::ceil(x), std::round(x), std::sqrt(std::fabs(x))})
-        digest.Add(whole);
+      for (const double whole : {std::floor(x), std::ceil(x), std::round(x)}) digest.Add(whole);
       digest.Add(static_cast<std::uint64_t>(std::lround(x)));
     }
     const double any = AnyFinite(random);
@@ -70,7 +69,7 @@ TEST(NumberBits, RoundingToWholesIsTheSameOnEverySystem) {
     digest.Add(std::fmod(any, halves + 0.25));
     digest.Add(std::ldexp(any, static_cast<int>(random() % 200) - 100));
   }
-  EXPECT_EQ(digest.Value(), 0x44B76C96183AD878) << std::hex << "0x" << digest.Value();
+  EXPECT_EQ(digest.Value(), 0xA25105E39BB04AC9) << std::hex << "0x" << digest.Value();
 }
 
 }  // namespace
