@@ -40,6 +40,16 @@ class Blocks {
     return has_errors_ ? errors_.data() : nullptr;
   }
 
+  // Asks `overflowed` for each row whose result may not fit into 32 bits.
+  void ReportLargeRows(const double* const* columns, std::size_t first, std::size_t rows,
+                       const ExactRows::RowWork& overflowed) {
+    std::array<double, kBlockRows> results;
+    Work(columns, first, rows, results.data());
+    for (std::size_t i = 0; i < rows; ++i) {
+      if (!(std::fabs(results[i]) < kNearTheEnd)) overflowed(first + i);
+    }
+  }
+
  private:
   // The loops read whole strides: the last rows are read from a copy.
   const double* ColumnOf(const double* column, std::size_t rows, std::size_t name) {
@@ -58,6 +68,10 @@ class Blocks {
   bool has_errors_ = false;
   std::unique_ptr<BlockScratch> scratch_ = std::make_unique_for_overwrite<BlockScratch>();
 };
+
+void WriteCodes(const std::uint8_t* errors, std::size_t rows, int* codes) {
+  for (std::size_t i = 0; i < rows; ++i) codes[i] = errors == nullptr ? 0 : errors[i];
+}
 
 }  // namespace
 
@@ -85,18 +99,12 @@ void ExactRows::Work(const Task& task, const RowWork& overflowed) const {
   Blocks blocks(program_, names_);
   std::vector<std::unique_ptr<Blocks>> guards;
   for (const auto& guard : guards_) guards.push_back(std::make_unique<Blocks>(*guard, names_));
-  std::array<double, kBlockRows> argument;
   for (std::size_t first = 0; first < task.rows; first += kBlockRows) {
     const std::size_t rows = std::min(kBlockRows, task.rows - first);
-    const std::uint8_t* const told = blocks.Work(task.columns, first, rows, task.results + first);
-    for (std::size_t i = 0; i < rows && task.codes != nullptr; ++i) {
-      task.codes[first + i] = told == nullptr ? 0 : told[i];
-    }
+    const std::uint8_t* const errors = blocks.Work(task.columns, first, rows, task.results + first);
+    if (task.codes != nullptr) WriteCodes(errors, rows, task.codes + first);
     for (const auto& guard : guards) {
-      guard->Work(task.columns, first, rows, argument.data());
-      for (std::size_t i = 0; i < rows; ++i) {
-        if (!(std::fabs(argument[i]) < kNearTheEnd)) overflowed(first + i);
-      }
+      guard->ReportLargeRows(task.columns, first, rows, overflowed);
     }
   }
 }
