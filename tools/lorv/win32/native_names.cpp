@@ -38,7 +38,8 @@ bool IsNoNameHere(const std::string& name) {
   for (;;) {
     const std::size_t end = rest.find('/');
     const std::string_view part = rest.substr(0, end);
-    if (!part.empty() && part != "." && IsNoPart(part)) return true;
+    const bool walks = part.empty() || part == "." || part == "..";
+    if (!walks && IsNoPart(part)) return true;
     if (end == std::string_view::npos) return false;
     rest = rest.substr(end + 1);
   }
