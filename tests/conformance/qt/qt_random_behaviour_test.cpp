@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <QWheelEvent>
 #include <QWindow>
+#include <memory>
 
 #include "framework/native/window_types.h"
 #include "platform/qt/desktop/qt_desktop.h"
@@ -39,9 +40,10 @@ class QtRandomUser : public lorv_test::RandomUser {
     QCoreApplication::sendEvent(window, &turned);
   }
   void Advance(DWORD milliseconds) override {
-    bool over = false;
-    QTimer::singleShot(static_cast<int>(milliseconds), Qt::PreciseTimer, [&over] { over = true; });
-    while (!over) desktop_->Pump(true);
+    // A handler may throw meanwhile: the timer then ends after this call.
+    const auto over = std::make_shared<bool>(false);
+    QTimer::singleShot(static_cast<int>(milliseconds), Qt::PreciseTimer, [over] { *over = true; });
+    while (!*over) desktop_->Pump(true);
   }
   // The timers of a script never rest.
   void Settle() override {
