@@ -1,11 +1,17 @@
 #include "gridcore/selection/selected_ranges.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "gridcore/geometry/range_lines.h"
 
 namespace lorv {
 namespace {
+
+// Behind the last line of all there is none: a range that begins there is not valid.
+int After(int line) {
+  return line == std::numeric_limits<int>::max() ? -1 : line + 1;
+}
 
 // What is left of a range without a part of it: the rows above and below whole, the columns beside.
 void AppendWithout(const CBCGPGridRange& range, const CBCGPGridRange& part,
@@ -13,8 +19,8 @@ void AppendWithout(const CBCGPGridRange& range, const CBCGPGridRange& part,
   const CBCGPGridRange pieces[] = {
       {range.m_nLeft, range.m_nTop, range.m_nRight, part.m_nTop - 1},
       {range.m_nLeft, part.m_nTop, part.m_nLeft - 1, part.m_nBottom},
-      {part.m_nRight + 1, part.m_nTop, range.m_nRight, part.m_nBottom},
-      {range.m_nLeft, part.m_nBottom + 1, range.m_nRight, range.m_nBottom},
+      {After(part.m_nRight), part.m_nTop, range.m_nRight, part.m_nBottom},
+      {range.m_nLeft, After(part.m_nBottom), range.m_nRight, range.m_nBottom},
   };
   std::copy_if(std::begin(pieces), std::end(pieces), std::back_inserter(target),
                [](const CBCGPGridRange& piece) { return piece.IsValid(); });
