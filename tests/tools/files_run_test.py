@@ -5,6 +5,7 @@ usage: files_run_test.py PROGRAM
 Runs where links, pipes, signals and a recorder of system calls are to be had: strace.
 """
 
+import contextlib
 import os
 import pathlib
 import re
@@ -23,6 +24,7 @@ COMPONENTS = "class,storey,L\nwall,1,2.5\nwall,2,3\n"
 RULES = "class,name,unit,formula\nwall,area,m2,L*2\n"
 WORK = ("work", "c.csv", "--rules", "r.csv")
 TABLE = b"class,storey,area (m2),not worked\r\nwall,1,5,\r\nwall,2,6,\r\n"
+ROW, ROW_OF_TABLE, ROWS = "wall,2,3\n", b"wall,2,6,\r\n", 300_000
 UNFINISHED = re.compile(r"^\.lorv-[0-9a-f]{16}\.part$")
 
 
@@ -221,21 +223,36 @@ class Names(Scratch):
 
 
 class Interrupted(Scratch):
+    feeder = None
+
     def unfinished(self):
         return [name for _, _, names in os.walk(".") for name in names if UNFINISHED.match(name)]
+
+    # More than is read ahead, so that the table is begun; its end is not sent.
+    @staticmethod
+    def feed(pipe):
+        with contextlib.suppress(BrokenPipeError):
+            pipe.write(COMPONENTS.encode() + ROW.encode() * ROWS)
+            pipe.flush()
 
     def interrupt(self, words, signal_number, **more):
         process = subprocess.Popen([PROGRAM, *words], stdin=subprocess.PIPE, stdout=subprocess.DEVNULL,
                                    stderr=subprocess.DEVNULL, **more)
         if words[0] == "work":
-            process.stdin.write(COMPONENTS.encode())
-            process.stdin.flush()
+            self.feeder = threading.Thread(target=self.feed, args=(process.stdin,))
+            self.feeder.start()
         until = time.monotonic() + 60
         while not self.unfinished() and process.poll() is None and time.monotonic() < until:
             time.sleep(0.002)
         self.assertIsNone(process.poll(), "it was not to be done yet")
         process.send_signal(signal_number)
         return process
+
+    def end_input(self, process):
+        if self.feeder is not None:
+            self.feeder.join()
+        with contextlib.suppress(BrokenPipeError):
+            process.stdin.close()
 
     def test_half_files_are_taken_away(self):
         with open("huge", "wb") as huge:
@@ -254,7 +271,7 @@ class Interrupted(Scratch):
                 with self.subTest(words=words, signal=number):
                     process = self.interrupt(words, number)
                     self.assertEqual(process.wait(60), -number)
-                    process.stdin.close()
+                    self.end_input(process)
                     self.assertEqual(self.unfinished(), [])
                     self.assertEqual(pathlib.Path("goal").read_bytes(), b"mine")
         self.assertFalse(os.path.exists("back/large"))
@@ -262,9 +279,9 @@ class Interrupted(Scratch):
     def test_signals_that_are_ignored_stay_so(self):
         process = self.interrupt(("work", "-", "--rules", "r.csv", "--out", "goal"), signal.SIGHUP,
                                  preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
-        process.stdin.close()
+        self.end_input(process)
         self.assertEqual(process.wait(60), 0)
-        self.assertEqual(pathlib.Path("goal").read_bytes(), TABLE)
+        self.assertEqual(pathlib.Path("goal").read_bytes(), TABLE + ROW_OF_TABLE * ROWS)
 
     def test_a_limit_on_the_size_of_files_leaves_nothing(self):
         pathlib.Path("noise").write_bytes(os.urandom(300_000))
