@@ -84,7 +84,7 @@ TEST(ZipNames, FilesOfEveryCharacterArePackedAndUnpacked) {
 }
 
 TEST(ZipNames, FoldersOfOthersThatEndInABackslashAreFolders) {
-  const auto attributes_of = [](std::string name) {
+  const auto attributes_of = [](const std::string& name) {
     // The writer would change the separators: the name is put in afterwards, at both its places.
     const std::string place(name.size(), 'n');
     ZipWriter writer;
