@@ -39,9 +39,6 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # The cache sees what a precompiled header was made of.
     target_compile_options(lorv_options INTERFACE -fpch-preprocess)
   endif()
-elseif(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-  # Vectors of the suite's arrays end their elements by their own type, which clang cannot see.
-  target_compile_options(lorv_options INTERFACE -Wno-delete-non-abstract-non-virtual-dtor)
 endif()
 if(WIN32)
   target_compile_definitions(lorv_options INTERFACE UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX

@@ -15,6 +15,12 @@
 //
 //   OxArray<int, OxVector<int>> a;  a.Add(7);  a.size()  gives 1, a.capacity() 4
 
+// Vectors of arrays end their elements by their own type, which clang cannot see: it would warn every user
+// that the destructor is not virtual. It says nothing of classes from system headers.
+#ifdef __clang__
+#pragma clang system_header
+#endif
+
 template <class T>
 class OxVector : public std::vector<T> {
  public:
