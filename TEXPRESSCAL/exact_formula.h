@@ -11,7 +11,7 @@
 
 namespace lorv {
 
-// The code of a number that was worked without an error while some FLOOR, CEIL, ROUND or INT met a number
+// The code of a number that was evaluated without an error while some FLOOR, CEIL, ROUND or INT met a number
 // that 32 bits do not hold, and made -2147483648 of it.
 constexpr int kDoubtfulNumber = 100;
 
@@ -48,7 +48,7 @@ class COMM_LORV_API ExactFormula {
   ExactFormula& operator=(ExactFormula&& other) noexcept;
   ~ExactFormula();
 
-  // Why the formula cannot be worked; kNone if it can.
+  // Why the formula cannot be evaluated; kNone if it can.
   const FormulaDiagnosis& Fault() const;
   // What in it hardly means what it seems to, in the order of their places. They stop nothing.
   const std::vector<FormulaDiagnosis>& Doubts() const;
@@ -79,7 +79,7 @@ class COMM_LORV_API ExactFormula {
 //
 // Result: `results` and, unless it is null, `codes` get one entry a row, as ExactFormula::Work gives them.
 // False,
-//   with both untouched, for a formula that cannot be worked; ExactFormula tells why.
+//   with both untouched, for a formula that cannot be evaluated; ExactFormula says why.
 //
 //   const double a[] = {0.0004};  double r[1];  const ValueColumn columns[] = {{_T("A"), a}};
 //   CalculateExactRows(_T("A*1000"), columns, 1, r, nullptr)  gives true and 0.4

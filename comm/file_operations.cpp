@@ -5,6 +5,10 @@
 
 #include "platform/ports/platform.h"
 
+// Files and folders for the suite's modules, over the ports: deleting with undo, parts of paths, lists of a
+// folder, the processor's time of the thread. Both "\" and "/" part folders on every system, as the library
+// makes paths with "\".
+
 namespace {
 
 // As long as the fixed buffer in which the shell's path stands.
@@ -43,10 +47,12 @@ int RecycleFile(const CString& path, bool delete_for_good) {
 
 CString Splitfilename(LPCTSTR path, CString& directory) {
   const CString whole(path);
+  // "C:name" has a drive and no separator.
   const int drive = whole.GetLength() > 1 && whole[1] == ':' ? 2 : 0;
   const int begin = std::max(LastSeparator(whole) + 1, drive);
   const int point = whole.ReverseFind('.');
   directory = whole.Left(begin);
+  // A point in a folder's name ends no file name.
   return point >= begin ? whole.Mid(begin, point - begin) : whole.Mid(begin);
 }
 
@@ -77,6 +83,7 @@ void CAdLorvComm::GetThreadKernalAndUserTimes(__int64& kernel, __int64& user) {
 __int64 CAdLorvComm::TransfomNsToMs(__int64 first_kernel, __int64 first_user, __int64 second_kernel,
                                     __int64 second_user, int& kernel, int& user) {
   constexpr __int64 kPerMillisecond = 10000;
+  // Through unsigned numbers: times come from callers, and a difference that overflows must not be undefined.
   const auto difference = [](__int64 from, __int64 to) {
     return static_cast<__int64>(static_cast<std::uint64_t>(to) - static_cast<std::uint64_t>(from));
   };

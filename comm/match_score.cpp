@@ -9,6 +9,11 @@
 #include "comm/AdLorvComm.h"
 #include "platform/ports/platform.h"
 
+// How well a stored text matches a typed one: runs of bytes in code page 936 that both have, each worth twice
+// its length. The comparison is one of bytes with characters kept whole, as the suite's rankings were always
+// made, and a comma turns summing off for the rest of it. The quick refusals leave the score as it is: they
+// only skip searches that find nothing.
+
 namespace lorv {
 namespace {
 
@@ -37,7 +42,7 @@ bool SameBlock(const char* a, const char* b) {
   return std::memcmp(a, b, kBlock) == 0;
 }
 
-// What may stand in a text: its single bytes and its pairs behind a wide byte, by a hash. Tells most
+// What may stand in a text: its single bytes and its pairs behind a wide byte, by a hash. Rules out most
 // characters that it does not hold without a search.
 class Contents {
  public:
@@ -120,6 +125,7 @@ std::size_t Match::FirstMatch(std::size_t at, bool wide) {
     const std::size_t length = CommonLength(at, other);
     // Half a character is no match.
     if (length == 0 || (wide && length == 1)) continue;
+    // Not behind the whole match: a later character may match within it again, and that counts.
     start_ = j + 1;
     return length;
   }
@@ -133,6 +139,7 @@ std::size_t Match::CommonLength(std::size_t at, std::size_t other) {
     length += kBlock;
   }
   while (length < most && a_[at + length] == b_[other + length]) ++length;
+  // The unit at which the comparison ended was compared, too.
   if (commas_matter_) NoteCommas(at, other, std::min(length + 1, most));
   return length;
 }
@@ -144,6 +151,7 @@ void Match::NoteCommas(std::size_t at, std::size_t other, std::size_t length) {
 }
 
 void Match::Add(std::size_t length) {
+  // A text that matches whole goes before one that only holds it.
   const int bonus = (length == a_.size() ? 1 : 0) + (length == b_.size() ? 1 : 0);
   const auto score = static_cast<std::int64_t>(2 * length) + bonus;
   total_ = sum_mode_ ? total_ + score : std::max(total_, score);
@@ -178,6 +186,7 @@ std::vector<RankedMatch> RankMatches(LPCTSTR typed, const CStringArray& stored, 
     return a.score != b.score ? a.score > b.score : a.index < b.index;
   };
   const std::size_t kept = most < 0 ? ranked.size() : std::min(ranked.size(), static_cast<std::size_t>(most));
+  // A list of suggestions shows a few of thousands.
   std::partial_sort(ranked.begin(), ranked.begin() + static_cast<std::ptrdiff_t>(kept), ranked.end(), better);
   ranked.resize(kept);
   return ranked;

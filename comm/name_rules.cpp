@@ -3,6 +3,9 @@
 #include "comm/AdLorvComm.h"
 #include "framework/text/number_text.h"
 
+// Which names users may give, and new names from old ones. The rules are those of stored projects, odd cases
+// included.
+
 namespace {
 
 // What a name may not hold, and what is taken out when it does. A blank is only noticed; its row takes out
@@ -20,6 +23,7 @@ bool SameHead(const CString& head, LPCTSTR other) {
 
 // The number that a name's end stands for; none where it is no number at all.
 void AddUsedNumber(CString end_number, std::set<int>& used) {
+  // All zeros, or no digits at all: both are the number 0.
   if (end_number.SpanIncluding(_T("0")) == end_number) {
     used.insert(0);
   } else if (CAdLorvComm::isValidNumberStr(end_number)) {
@@ -40,6 +44,7 @@ std::set<int> UsedNumbers(LPCTSTR head, const CStringArray& names) {
 
 // The first number behind the run of used ones that begins at 1, or below it.
 int FreeNumber(const std::set<int>& used) {
+  // Asked only where some number is used.
   int candidate = *used.begin() < 2 ? *used.begin() : 1;
   for (const int number : used) {
     if (number != candidate) break;
@@ -53,6 +58,7 @@ int FreeNumber(const std::set<int>& used) {
 CAdLorvComm::emStrError CAdLorvComm::IsValidStr(LPCTSTR text, int limit, bool blanks_allowed) {
   if (text == nullptr) return emStrValid;
   const lorv::TextView units(text);
+  // The limit is a buffer's, terminator included.
   if (limit <= 0 || units.size() >= static_cast<std::size_t>(limit)) return emStrTooLong;
   for (const TCHAR c : units) {
     if (c == '\'' || c == '\\' || c == '"' || c == '%') return emStrIllegalChar;
@@ -100,6 +106,8 @@ bool CAdLorvComm::GetValidNewNamebyHead(LPCTSTR head, const CStringArray& names,
 }
 
 bool CAdLorvComm::LessTStringByLenth(const CString& a, const CString& b) {
+  // No order in the strict sense: of two texts each may come before the other. It must not be given to a sort
+  // that asks for a strict order.
   return a.GetLength() > b.GetLength() || a.Compare(b) > 0;
 }
 

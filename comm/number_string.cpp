@@ -7,6 +7,9 @@
 #include "framework/text/char_class.h"
 #include "framework/text/number_text.h"
 
+// Numbers in texts: printing with few decimals, reading numbers out of mixed texts, small questions about
+// them. All reading goes through number_text.h, so no locale counts.
+
 namespace {
 
 using lorv::IsDigit;
@@ -95,6 +98,8 @@ constexpr MeasureOperator kMeasureOperators[] = {
 bool MeasuresUp(const CString& value, const CString& rule, const MeasureOperator& test) {
   const int position = rule.Find(test.sign);
   if (position < 0) return false;
+  // Counted from the right end, with the sign's length added instead of taken off: the operand takes in the
+  // sign and as much before it.
   const int count = rule.GetLength() - position + CString(test.sign).GetLength();
   const CString operand = rule.Right(count);
   return !operand.IsEmpty() && test.holds(value, rule, position, operand);
@@ -125,6 +130,7 @@ bool CAdLorvComm::isNumber(const CString& text) {
 }
 
 bool CAdLorvComm::isValidNumberStr(CString& text) {
+  // The caller's text loses its zeros, valid or not.
   text.TrimLeft(_T('0'));
   return !text.IsEmpty() && !HoldsOneOf(text, [](TCHAR c) { return !IsDigit(c); });
 }
@@ -174,6 +180,7 @@ bool CAdLorvComm::DivideBHByEndNumber(const CString& code, CString& head, CStrin
   if (copy.IsEmpty()) return false;
   int start = copy.GetLength();
   while (start > 0 && IsDigit(copy[start - 1])) --start;
+  // Digits alone are a head without a number.
   if (start == 0) start = copy.GetLength();
   head = copy.Left(start);
   end_number = copy.Mid(start);
@@ -182,6 +189,7 @@ bool CAdLorvComm::DivideBHByEndNumber(const CString& code, CString& head, CStrin
 
 int CAdLorvComm::GetCLosetInteger(double value, double tolerance) {
   const int above = CutToInt(std::ceil(value));
+  // The upper neighbour first: it wins where both are near enough.
   if (tolerance > std::fabs(value - above)) return above;
   const int below = CutToInt(std::floor(value));
   if (tolerance > std::fabs(value - below)) return below;
@@ -191,6 +199,7 @@ int CAdLorvComm::GetCLosetInteger(double value, double tolerance) {
 int CAdLorvComm::compareInt(const void* a, const void* b) {
   const auto first = static_cast<std::uint32_t>(*static_cast<const int*>(a));
   const auto second = static_cast<std::uint32_t>(*static_cast<const int*>(b));
+  // A difference that wraps around, as callers' sort orders have it.
   return static_cast<int>(first - second);
 }
 

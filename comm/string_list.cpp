@@ -3,6 +3,10 @@
 #include "comm/AdLorvComm.h"
 #include "comm/list_access.h"
 
+// Lists of texts: parted, joined, searched, for both list classes of the interface by one template each. A
+// text given may be an element of the list that is changed, so whatever is still needed then is copied before
+// the list is touched.
+
 namespace {
 
 using lorv::CountOf;
@@ -25,6 +29,7 @@ int Parse(const CString& text, List& list, TCHAR separator) {
   if (lorv::IsElement(list, text)) return Parse(CString(text), list, separator);
   const TextView view = text.View();
   const auto separators = std::count(view.begin(), view.end(), separator);
+  // Counted first: the elements are written into storage that a list filled before still has.
   const int count = static_cast<int>(separators) + (view.back() == separator ? 0 : 1);
   lorv::Resize(list, count);
   std::size_t start = 0;
@@ -49,6 +54,7 @@ void WalkPieces(TextView text, TextView separator, Take take) {
 
 template <class List>
 int Divide(const CString& text, const CString& separator, List& list) {
+  // A separator of one unit keeps empty pieces and replaces the list; longer ones leave them out and append.
   if (separator.GetLength() == 1) return Parse(text, list, separator[0]);
   if (text.IsEmpty()) return 0;
   if (lorv::IsElement(list, text) || lorv::IsElement(list, separator)) {
@@ -88,6 +94,7 @@ bool Assemble(CString& text, LPCTSTR separator, const List& list) {
     joined += between;
     joined += ElementOf(list, i);
   }
+  // Separators at both ends go, however many; so do the mark's own characters there, which callers know.
   joined.Replace(between, kSeparatorMark);
   joined.Trim(kTrimmedWithMark);
   joined.Replace(kSeparatorMark, between);

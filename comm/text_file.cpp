@@ -4,6 +4,10 @@
 #include "comm/comm_limits.h"
 #include "platform/ports/platform.h"
 
+// Lists of texts in text files: code page 936, carriage return and line feed on every system, as other
+// programs of the suite read them. Reading takes either line end. A line over the limit empties the list, so
+// that nobody works on half a file.
+
 namespace {
 
 using lorv::Files;
@@ -45,6 +49,7 @@ bool CAdLorvComm::WriteStringArrayToTextFile(LPCTSTR path, const CStringArray& l
   Files& files = *lorv::PortsInForce().files;
   if (files.Exists(path)) {
     if (keep_existing) return false;
+    // Taken away and not overwritten: a read-only file stays and the call fails.
     files.Remove(path);
   }
   CString joined;

@@ -1,6 +1,9 @@
 #include "comm/AdLorvComm.h"
 #include "platform/ports/platform.h"
 
+// Making a folder and showing a text file to the user, each a call of a port with the parameters that the
+// suite passes.
+
 namespace {
 
 constexpr int kShowDefault = 10;

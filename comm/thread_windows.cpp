@@ -4,7 +4,9 @@
 #include "framework/ports/desktop_port.h"
 #include "framework/windows/controls.h"
 
-// Looking for windows among those of the thread, and closing them.
+// Looking for windows among those of the thread, and closing them. The callbacks are part of the interface,
+// so a search travels as a number that is its address. A step may run handlers that end windows or make new
+// ones: every window is asked for by its handle again.
 
 namespace {
 
@@ -44,6 +46,7 @@ int WalkWindows(int (*step)(HWND, __int64), __int64 argument) {
   for (const HWND window : desktop->Windows()) {
     if (!lorv::PeerOf(window)->Exists()) continue;
     answer = step(window, argument);
+    // A callback that stops the walk also gives its answer, as in the system's enumeration.
     if (answer == kStop) return kStop;
   }
   return answer;
@@ -89,6 +92,7 @@ int CAdLorvComm::EnumWindowsClassProc(HWND window, __int64 search) {
 
 int CAdLorvComm::CloseWindowProc(HWND window, __int64 all_windows) {
   if (all_windows == 0 && !IsDialog(window)) return kGoOn;
+  // The settings dialog ends the walk: what stands below it stays open.
   if (Contains(TitleOf(window).Left(lorv::kClosedTitleRoom - 1), kSettingsTitle)) return kStop;
   const auto peer = lorv::PeerOf(window);
   if ((peer->Style() & WS_VISIBLE) != 0)

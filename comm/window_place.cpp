@@ -4,6 +4,9 @@
 #include "framework/text/number_text.h"
 #include "platform/ports/platform.h"
 
+// Places of windows in stored settings, "left,top,right,bottom,state". A stored place is used only if the
+// user can still see and grasp the window there: screens change between two runs.
+
 namespace {
 
 // How far the top may lie above the desktop, and how much of it must show at the bottom: so much of a title
@@ -23,6 +26,7 @@ bool CAdLorvComm::WndPosFromStringToRect(const CString& text, CRect& rect, int& 
   show_state = -1;
   CStringArray parts;
   const int count = DivideString(text, _T(","), parts);
+  // The state may be missing.
   if (count != 4 && count != 5) return false;
   std::array<int, 5> numbers{};
   for (int i = 0; i < count; ++i) {

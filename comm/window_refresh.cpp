@@ -30,6 +30,7 @@ void CloseRestoreDialogs() {
 
 bool CAdLorvComm::RefreshDefNum() {
   if (TOpenProject::IsOpenProject()) return false;
+  // Posted, so that no panel works before the caller is through.
   PostRefresh(GetDrawControlBar(_T("布置实体")));
   PostRefresh(GetWindowExist(_T("项目列表区")));
   CloseWindow(false);

@@ -10,6 +10,11 @@
 #include "compress/lzari/lzari_encoder.h"
 #include "platform/ports/platform.h"
 
+// The suite's codec object over the LZARI coder: memory and file forms, progress, and what an object keeps
+// from one operation to the next. With the guarded decoder that state is part of the behaviour that callers
+// know, so it is only cleared where the exact decoder is in force. Failures inside travel as lzari::Failure
+// and leave as the interface's `throw 1`.
+
 namespace lzari = lorv::lzari;
 
 namespace {
@@ -40,6 +45,7 @@ void CAdRar::SetProgress(std::function<void(std::uint32_t)> handler) {
 }
 
 void CAdRar::Error(const char* message) const {
+  // Whoever takes the progress also reports failures; only a bare console program has them printed.
   if (!totals_.handler) std::printf("\n%s\n", message);
   throw 1;
 }
@@ -55,6 +61,7 @@ void CAdRar::Run(const Operation& operation) {
 
 void CAdRar::StartTotals() {
   lzari::Totals fresh;
+  // The handler belongs to the object and not to an operation.
   fresh.handler = std::move(totals_.handler);
   totals_ = std::move(fresh);
 }
@@ -75,6 +82,7 @@ void CAdRar::Release() {
 
 bool CAdRar::OpenFiles(const char* source, const char* target) {
   CloseFiles();
+  // Both are opened even where the first fails: the target is made empty all the same, as callers know it.
   in_file_ = OpenNarrow(source, lorv::FileUse::kRead);
   out_file_ = OpenNarrow(target, lorv::FileUse::kCreate);
   return in_file_ && out_file_;
@@ -120,13 +128,15 @@ void CAdRar::Decode(lorv::ByteSource& source, std::uint64_t code_bytes, lorv::By
   totals_.text_size = lorv::LoadLittle32(header.data());
   const lzari::DecoderParts parts{coder_, model_, row_, totals_, sink};
   if (totals_.text_size == 0) {
+    // An empty text ends with its header.
     if (exact_ && source.Get() >= 0) lzari::Error(lzari::kReadError);
     return;
   }
-  // The length of a result in memory is told as an int.
-  const bool tellable = !memory_ || totals_.text_size < std::numeric_limits<int>::max();
-  if (!tellable) lzari::Error(lzari::kReadError);
+  // The length of a result in memory is given as an int.
+  const bool fits_int = !memory_ || totals_.text_size < std::numeric_limits<int>::max();
+  if (!fits_int) lzari::Error(lzari::kReadError);
   if (exact_) {
+    // Checked before memory is taken: a few damaged bytes must not claim gigabytes.
     const bool believable =
         code_bytes == kUnknown || totals_.text_size <= code_bytes * 8 * lzari::kMostPlainBytesPerBit;
     if (!believable) lzari::Error(lzari::kReadError);
@@ -161,6 +171,7 @@ void CAdRar::UnCompress(const unsigned char* data, int length, const unsigned ch
   const auto bytes = Bytes(data, length);
   lorv::ByteSource source(bytes);
   lorv::ByteSink sink(output_);
+  // The guarded decoder reads the buffer itself, from behind the header.
   get_.input = bytes;
   get_.position = lzari::kHeaderBytes;
   Run([&] { Decode(source, bytes.size(), sink); });

@@ -11,6 +11,10 @@
 #include "platform/ports/platform.h"
 #include "report/guard.h"
 
+// Packing and unpacking of whole lists of files, as the suite calls it. Entries are named by rules that older
+// archives follow, odd ones included. An archive is always
+// finished, even when a file in the middle cannot be packed.
+
 namespace {
 
 std::string Narrow(const CString& text) {
@@ -25,6 +29,7 @@ int LastSeparator(const CString& path) {
 CString FolderOfEntries(const CString& archive) {
   const int separator = LastSeparator(archive);
   const int point = archive.ReverseFind('.');
+  // The last point of the whole path counts, also one in a folder's name.
   if (separator < 0 || point < 0) return {};
   return archive.Mid(separator + 1, point - separator - 1) + _T("\\");
 }
@@ -32,12 +37,14 @@ CString FolderOfEntries(const CString& archive) {
 CString EntryName(const CString& path, int point, const CString& folder) {
   CString directory;
   const CString name = Splitfilename(path, directory) + path.Mid(point);
+  // The first place of the name in the path decides, which may lie in a folder of the same name.
   return path.Find(name) > 1 ? folder + name : name;
 }
 
 // Adds one file; the result of adding is not looked at.
 void AddFile(lorv::ZipWriter& zip, const CString& path, const CString& folder) {
   const int point = path.ReverseFind('.');
+  // Files without an extension are left out in silence.
   if (point < 0) return;
   lorv::Files& files = *lorv::PortsInForce().files;
   const auto facts = files.Facts(path);
@@ -67,12 +74,14 @@ int Unpack(const CString& archive, const CString& directory) {
   lorv::ZipReader zip;
   if (zip.Open(Narrow(archive).c_str()) != lorv::kZipOk) return 0;
   lorv::ZipEntry entry;
+  // The index -1 asks for the number of entries.
   zip.GetItem(-1, entry);
   const int count = entry.index;
   const lorv::Platform& ports = lorv::PortsInForce();
   for (int i = 0; i < count; ++i) {
     if (zip.GetItem(i, entry) != lorv::kZipOk) return 0;
     const CString path = directory + CString(ports.code_page->ToText(entry.name));
+    // A read-only file is not removed; it then cannot be created and the whole ends with 0.
     ports.files->Remove(path);
     if (zip.UnzipItem(i, Narrow(path).c_str()) != lorv::kZipOk) return 0;
     ports.files->SetAttributes(path, lorv::kAttributeNormal);

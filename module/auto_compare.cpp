@@ -2,6 +2,9 @@
 
 #include "platform/ports/platform.h"
 
+// Switches and file names of the automatic comparison runs, in which the suite calculates projects without a
+// user. Plain variables, set before the run begins; the names lie under the suite's root.
+
 EmDiffNumAutoTestMode CAutoCompareMode::m_emTestMode{};
 bool CAutoCompareMode::g_bStartCloudFX = false;
 bool CAutoCompareMode::g_AutoCalcAndMultiProc = false;

@@ -1,5 +1,7 @@
 #include "module/global_setting.h"
 
+// The settings shared by all modules of a program, made at the first question or when the library is loaded.
+
 gGlobalSetting* gGlobalSetting::m_pGloblSet = nullptr;
 
 gGlobalSetting* TasmerSet = gGlobalSetting::GetInstance();

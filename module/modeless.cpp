@@ -1,5 +1,8 @@
 #include "module/modeless.h"
 
+// Whether the user may work in other windows just now. A count and no flag, as several dialogs may forbid it
+// at a time; allowing it once too often outweighs the next prohibition.
+
 namespace lorv {
 namespace {
 

@@ -2,6 +2,9 @@
 
 #include "platform/ports/platform.h"
 
+// What the product at hand may do, read once from the suite's settings. A value below 1 means "not read yet":
+// a stored 0 is therefore read at every question, which is slower but right.
+
 namespace lorv {
 
 int& CachedProductFlags() {

@@ -2,6 +2,9 @@
 
 #include "platform/ports/platform.h"
 
+// The progress window of long calculations over the shell's dialog. Before it is started, and where the
+// system has no such dialog, every call does nothing, so callers need not ask whether there is a window.
+
 namespace {
 
 constexpr LPCTSTR kAnimationModule = _T("shell32.dll");
@@ -21,6 +24,7 @@ bool CProgressCom::StartProgress(CString title) {
   dialog_ = lorv::PortsInForce().shell->MakeProgress();
   if (!dialog_) return false;
   dialog_->SetTitle(title);
+  // The dialog stays: later calls go to it, though it was never opened. Callers see FALSE.
   if (!dialog_->SetAnimation(kAnimationModule, kAnimationResource)) return false;
   dialog_->Open(lorv::kProgressAutoTime);
   dialog_->SetCancelMessage(kCancelMessage);

@@ -1,5 +1,8 @@
 #include "module/scope_markers.h"
 
+// What the program is in the middle of: opening a project, blocking the mouse. Static fields that scopes set
+// and put back; they belong to the thread of the user interface.
+
 bool TOpenProject::m_bOpenPrj = false;
 
 int TBlockMouse::m_iBlockMouse = 0;

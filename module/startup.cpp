@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <new>
 
+// The module's handle and the list of modules whose resources are searched, the newest first. The loader
+// calls this before and after everything else, so nothing here may rest on other statics.
+
 namespace lorv {
 namespace {
 

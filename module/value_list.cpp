@@ -4,6 +4,9 @@
 #include <limits>
 #include <utility>
 
+// A growing list of 64-bit values with the suite's steps of growth: by as much as it holds, at least a small
+// and at most a large step. What is new is 0.
+
 namespace lorv {
 namespace {
 

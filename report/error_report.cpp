@@ -8,9 +8,12 @@
 #include "report/dialogs/dialog_forms.h"
 #include "report/dialogs/dlg_except.h"
 
+// Reporting a failure: the message, then the dialog or the log, as the product's flags say. It runs inside
+// other code's failure, so nothing that it throws leaves it.
+
 namespace {
 
-// What the data store says of a project file that is damaged, and what the user is told instead.
+// What the data store says of a project file that is damaged, and what the user reads instead.
 constexpr LPCTSTR kDamagedStore = _T("database disk image is malformed");
 constexpr LPCTSTR kDamagedProject = _T("工程jgk已损坏,请关闭软件删除工程jgk重新计算!");
 
@@ -31,9 +34,9 @@ void Show(CDlgExcept& dialog) {
 
 void Deliver(const CString& message, const lorv::FailurePlace& place) {
   const bool show = (GetGlobelInfo() & lorv::kShowFailures) != 0;
-  const CString told = message.Find(kDamagedStore) >= 0 ? CString(kDamagedProject) : message;
+  const CString shown = message.Find(kDamagedStore) >= 0 ? CString(kDamagedProject) : message;
   CDlgExcept dialog;
-  dialog.BuildReport(told, place);
+  dialog.BuildReport(shown, place);
   if (show) {
     Show(dialog);
   } else {

@@ -4,6 +4,9 @@
 
 #include "report/error_report.h"
 
+// The library's border: what a guarded function throws is caught there by kind and reported. The four kinds
+// and their order are fixed; whatever else was thrown is "anything else".
+
 namespace lorv {
 namespace {
 
@@ -38,7 +41,7 @@ void ReportByKind(const SourcePlace& place) {
 void ReportCaught(const SourcePlace& place) noexcept {
   try {
     ReportByKind(place);
-  } catch (...) {  // no memory for the report itself: there is nobody left to tell
+  } catch (...) {  // no memory for the report itself: nothing more can be done
     return;
   }
 }

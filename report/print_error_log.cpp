@@ -2,6 +2,9 @@
 
 #include "comm/AdLorvComm.h"
 
+// Lines gathered during a run and written as one text file. Nothing is written for a run without messages, so
+// an old log of another run stays.
+
 void CPrintErrorLog::AddFormatted(lorv::TextView line) {
   m_arrLines.Add(CString(line.substr(0, lorv::kMaxLogLine)));
 }

@@ -6,6 +6,10 @@
 
 #include "framework/text/char_class.h"
 
+// Comparison of a cell with a value sought, by their texts. Searching a long column must not make a text of
+// every cell: numbers of the usual kinds are printed into a small buffer, texts are compared where they lie,
+// and clearly different doubles are not printed at all.
+
 namespace lorv {
 namespace {
 
@@ -27,6 +31,7 @@ int ComparedWithoutCase(TextView a, TextView b) {
 
 bool IsTrue(long comparison, int order) {
   switch (comparison) {
+    // The numbers are the interface's: equal, greater, not less, less, not greater, and 6 for unequal.
     case 1:
       return order == 0;
     case 2:
@@ -52,6 +57,7 @@ CellText::CellText(const VARIANT& value) {
     case VT_ERROR:
       return;
     case VT_BSTR:
+      // Lives as long as the caller's value, which outlives the comparison.
       view_ = TextView(value.bstrVal, SysStringLen(value.bstrVal));
       return;
     case VT_I4:
@@ -73,6 +79,7 @@ void CellText::PutNarrow(const char* first, const char* last) {
 }
 
 bool CompareValues(long comparison, bool exact_case, const VARIANT& value, const VARIANT& cell) {
+  // Nothing is converted: 5 as text is not found by 5 as number, and "unequal" does not hold either.
   if (cell.vt != value.vt || comparison < 1 || comparison > 6) return false;
   // A text of a double is dear; equality of clearly different ones is decided without it.
   if (cell.vt == VT_R8 && (comparison == 1 || comparison == 6) &&

@@ -2,6 +2,9 @@
 
 #include "tables/value_compare.h"
 
+// The table that is bound to a grid: rows inserted, removed and searched on top of the plain table. Numbers
+// that lie outside are answered and never used; a failed call leaves the table as it was.
+
 namespace {
 
 constexpr long kForward = 0;
@@ -10,7 +13,7 @@ constexpr long kEqual = 1;
 constexpr long kWithoutCase = 0;
 
 // The value types of the bound grid's array that ask for exact letter case.
-bool TellsCase(long value_type) {
+bool IsExactCase(long value_type) {
   return value_type == 10 || value_type == 13;
 }
 
@@ -44,6 +47,7 @@ long CXArrayDBToArray::AppendRows(long count) {
 
 long CXArrayDBToArray::InsertRows(long row, long count) {
   const auto at = std::clamp<__int64>(row, 0, GetRowCount());
+  // Outside counts as the nearer end, so appending by inserting works.
   if (count > 0) m_arrRows.insert(RowAt(at), static_cast<std::size_t>(count), NewRow());
   return count;
 }
@@ -63,13 +67,14 @@ int CXArrayDBToArray::DeleteColumns(int column, int count) {
 long CXArrayDBToArray::Find(long start_row, long column, const VARIANT& value, long direction,
                             long comparison, long value_type) const {
   if ((direction != kForward && direction != kBackward) || column < 0) return -1;
-  const bool exact_case = TellsCase(value_type);
+  const bool exact_case = IsExactCase(value_type);
   const lorv::SoughtText sought(value, exact_case);
   const bool is_text_sought = comparison == kEqual && value.vt == VT_BSTR;
   const auto last = static_cast<long>(GetRowCount()) - 1;
   const auto at = static_cast<std::size_t>(column);
   const auto is_hit = [&](long row) {
     const Row& cells = m_arrRows[static_cast<std::size_t>(row)];
+    // A row may have fewer cells than the table has columns.
     return at < cells.size() &&
            (is_text_sought ? sought.Is(cells[at])
                            : ValueCompare(comparison, exact_case, value, cells[at]) != 0);
@@ -95,6 +100,7 @@ void CXArrayDBToArray::Clear() {
   const __int64 rows = GetRowCount();
   const int columns = GetColCount();
   m_arrRows.clear();
+  // Emptied and made anew: cells of rows that were longer go, too.
   ReDim(rows, columns);
   SetAllVal(_variant_t(0L));
 }

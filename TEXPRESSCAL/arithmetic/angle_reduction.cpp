@@ -4,6 +4,11 @@
 
 #include "TEXPRESSCAL/arithmetic/angle_table.h"
 
+// An angle as a whole number of 512ths of the circle plus a rest, for angles of any size. It is asked where
+// the quick reduction is not sure: near multiples of the step and for huge angles. The table holds 1 / (2 *
+// pi) with more bits than the largest exponent can shift away, so the rest is as exact for 1e300 as for 1;
+// what it returns decides the last bit of sines and tangents.
+
 namespace lorv::arithmetic {
 namespace {
 
@@ -29,6 +34,8 @@ Fraction TurnsOf(double x) {
   Fraction fraction = {};
   std::uint64_t carry = 0;
   for (std::size_t at = fraction.size(); at-- > 0;) {
+    // Only four words of the table count: those before weigh whole circles, those behind lie below what a
+    // pair can hold.
     const std::uint64_t left = kInverseCircle[word + at] << shift;
     const std::uint64_t right = shift == 0 ? 0 : kInverseCircle[word + at + 1] >> (kWordBits - shift);
     const Wide product = static_cast<Wide>(left | right) * mantissa + carry;
@@ -69,17 +76,20 @@ Pair PairOf(const Fraction& fraction) {
 ReducedAngle ReducedByTable(double angle) {
   Fraction turns = TurnsOf(angle);
   constexpr int kBelowIndex = kWordBits - kIndexBits;
+  // To the nearest step, so that the rest may be negative and is at most half a step.
   const std::uint64_t step = (turns[0] + (std::uint64_t{1} << (kBelowIndex - 1))) >> kBelowIndex;
   turns[0] -= step << kBelowIndex;
   const bool negative = turns[0] >> (kWordBits - 1) != 0;
   if (negative) Negate(turns);
   const Pair rest = Times(kFullCircle, PairOf(turns));
+  // The fraction was made of |angle|: its sign comes back here, in the step and in the rest.
   const bool flips = negative != (angle < 0);
   const int count = static_cast<int>(step & ((1 << kIndexBits) - 1));
   return {angle < 0 ? -count : count, flips ? Negated(rest) : rest};
 }
 
 ReducedAngle FullyReduced(double angle) {
+  // Below half a step the angle is its own rest, to the last bit; a tiny one has no place in the table.
   const bool is_rest = std::fabs(angle) * kStepsByAngle < 0.5;
   return is_rest ? ReducedAngle{0, {angle, 0}} : ReducedByTable(angle);
 }

@@ -3,7 +3,10 @@
 #include "TEXPRESSCAL/arithmetic/functions_of_numbers.h"
 
 // Angles of right triangles by the ratio of the short side to the long one: atan(u) = atan(c) + atan(t) with
-// c the nearest 64th to u, from a table, and t = (u - c) / (1 + u * c), at most 0.0079, from a series.
+// c the nearest 64th to u, from a table, and t = (u - c) / (1 + u * c), at most 0.0079, from a series. Sides
+// and not the ratio are passed on, as a ratio that was rounded already could not be given to the last bit. A
+// quick sum is taken where its error bound leaves no doubt how it rounds, else the long one.
+
 namespace lorv::arithmetic {
 namespace {
 
@@ -36,6 +39,7 @@ double Arc(const Triangle& triangle) {
   const double ratio = triangle.short_side.high / triangle.long_side.high;
   const double count = (ratio * kRatios + kNearestWhole) - kNearestWhole;
   const double c = count / kRatios;
+  // Near 0 the series stands alone, as any part of the table would cost the small result its last bits.
   Pair t = count == 0 ? Over(triangle.short_side, triangle.long_side)
                       : Over(Plus(triangle.short_side, Times(triangle.long_side, -c)),
                              Plus(triangle.long_side, Times(triangle.short_side, c)));
@@ -48,6 +52,7 @@ double Arc(const Triangle& triangle) {
   const double square = t.high * t.high;
   const double series =
       t.high * square * (-1.0 / 3 + square * (0.2 - square * (1.0 / 7 - square * (1.0 / 9))));
+  // Here neither part is sure to be the larger one, so the sum that needs no order is used first.
   const Pair sum = Sum(known.high, t.high);
   const Pair quick = FastSum(sum.high, sum.low + ((known.low + t.low) + series));
   double rounded = 0;
@@ -57,6 +62,7 @@ double Arc(const Triangle& triangle) {
 
 // sqrt(1 - x * x).
 Pair OtherLeg(double x) {
+  // The root's first guess divides by it.
   if (x == 1) return {0, 0};
   const Pair square = Product(x, x);
   return Root(Plus(Sum(1, -square.high), -square.low));
@@ -88,8 +94,11 @@ double ArcSine(double x) {
 double ArcCosine(double x) {
   const double size = std::fabs(x);
   if (!(size <= 1)) return x != x ? x + x : ProcessorsNan();
+  // Below this the argument is far less than the last bit of a quarter circle.
   if (size < PowerOfTwo(-60)) return kQuarterCircle.high;
   const Pair leg = OtherLeg(size);
+  // The short side is always the smaller one: near 1 that is the other leg, which keeps the digits that 1 - x
+  // loses.
   if (size <= leg.high) return Arc({kQuarterCircle, x > 0, {size, 0}, leg});
   return x > 0 ? Arc({kNothing, false, leg, {size, 0}}) : Arc({kHalfCircle, true, leg, {size, 0}});
 }

@@ -8,7 +8,10 @@
 #include "TEXPRESSCAL/arithmetic/scaled_result.h"
 
 // e^x = 2^m * 2^(i/128) * e^r: the second factor from a table, the last, with |r| below 0.0028, from a
-// series.
+// series. The quick way stands in the header, as powers take it in; here is what decides where that is not
+// sure. Scaling by 2^m comes last and once, since results below the smallest normal number must not be
+// rounded twice.
+
 namespace lorv::arithmetic {
 namespace {
 
@@ -29,6 +32,8 @@ Pair LongSeries(Pair r) {
 
 ScaledPair LongExponential(Pair x) {
   const PartedPower parted = PartOfPower(x.high);
+  // The step is held in three parts: the first product is exact, so no bit of x is lost when they nearly
+  // cancel.
   const Pair first = Sum(x.high - parted.count * kStepHigh, -parted.count * kStepMiddle);
   const Pair r = Plus(Plus(first, x.low), Negated(Product(parted.count, kStepLow)));
   const Pair step = kPowersOfTwo[parted.index];
@@ -39,6 +44,7 @@ ScaledPair LongExponential(Pair x) {
 }
 
 double Exponential(double x) {
+  // Written so that not-a-number comes here, too; it keeps its own bits.
   if (!(x > kAllVanishBelow)) return x != x ? x + x : 0;
   if (x > kAllOverflowAbove) return std::numeric_limits<double>::infinity();
   const ScaledPair quick = QuickExponential({x, 0});

@@ -31,6 +31,7 @@ Pair LongLogarithm(double x) {
   const PartedNumber parted = PartOfNumber(x);
   const LogarithmRow& row = kLogarithms[parted.index];
   Pair sum = LongSeries(parted.r);
+  // From the smallest part to the largest, so that the sum rounds as late as it can.
   sum = Plus(sum, parted.exponent * kLogarithmOfTwo.low + row.low);
   sum = Plus(sum, Plus(Product(parted.exponent, kLogarithmOfTwo.middle), row.middle));
   return Plus(sum, parted.exponent * kLogarithmOfTwo.high + row.high);
@@ -39,6 +40,7 @@ Pair LongLogarithm(double x) {
 double Logarithm(double x) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   if (!(x > 0)) {
+    // The evaluator asks for numbers above 0 only; the function itself has its limits.
     if (x == 0) return -kInfinity;
     return x != x ? x + x : ProcessorsNan();
   }

@@ -7,12 +7,17 @@
 #include "TEXPRESSCAL/arithmetic/scaled_result.h"
 #include "TEXPRESSCAL/arithmetic/square_root.h"
 
-// base^exponent: small whole exponents by multiplication, the others as e^(exponent * ln(base)).
+// base^exponent: small whole exponents by multiplication, the others as e^(exponent * ln(base)). Quantities
+// mostly ask for squares and cubes, which the first way gives in a few products with all their bits; both
+// ways give the double nearest to the exact power. Infinities, zeros and negative bases are settled before
+// either is asked.
+
 namespace lorv::arithmetic {
 namespace {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
+// Bounds within which the pairs of the products neither overflow nor lose their lower parts.
 constexpr double kMostMultiplied = 16;
 constexpr double kSmallestMultiplied = PowerOfTwo(-24);
 constexpr double kLargestMultiplied = PowerOfTwo(24);
@@ -29,6 +34,7 @@ bool IsOdd(double y) {
 double Multiplied(double base, int exponent) {
   Pair power = {1, 0};
   Pair square = {base, 0};
+  // By squaring, with the last square left out: it could overflow and nobody would use it.
   for (int left = exponent < 0 ? -exponent : exponent;; square = Times(square, square)) {
     if ((left & 1) != 0) power = Times(power, square);
     left >>= 1;
@@ -69,6 +75,7 @@ bool ExactPower(double x, double y, double& result) {
       return false;
     double root = part.odd;
     double left = y;
+    // A fraction of a power of two is a root: each must come out whole or the power is not exact.
     for (; !IsWhole(left); left *= 2) {
       const double next = SquareRoot(root);
       if (next * next != root || !IsWhole(next)) return false;
@@ -100,6 +107,7 @@ double PositivePower(double x, double y) {
   if (power.high > kAllOverflowAbove) return kInfinity;
   if (power.high < kAllVanishBelow) return 0;
   const ScaledPair quick = QuickExponential(power);
+  // The logarithm's error grows by the exponent; the hundredth covers the rounding of this bound itself.
   const double error = kQuickExponentialError + 1.01 * (std::fabs(y) * log.error);
   double rounded = 0;
   if (ScalesPlainly(quick.exponent) && RoundsSurely(quick.value, quick.value.high * error, rounded)) {
@@ -121,11 +129,13 @@ double PowerAtTheEnds(double x, double y) {
 }  // namespace
 
 double Power(double base, double exponent) {
+  // One product rounds once: nearest by itself, whatever the base.
   if (exponent == 2) return base * base;
   if (std::fabs(exponent) <= kMostMultiplied && std::fabs(base) >= kSmallestMultiplied &&
       std::fabs(base) <= kLargestMultiplied && IsWhole(exponent)) {
     return Multiplied(base, static_cast<int>(exponent));
   }
+  // Before not-a-number is looked at, as the C library has it.
   if (exponent == 0 || base == 1) return 1;
   if (base != base || exponent != exponent) return base + exponent;
   if (base == 0 || std::fabs(base) == kInfinity || std::fabs(exponent) == kInfinity) {

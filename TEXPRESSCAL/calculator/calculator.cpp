@@ -7,6 +7,10 @@
 #include "TEXPRESSCAL/values/value_pairs.h"
 #include "framework/text/number_text.h"
 
+// The calculator as callers know it: sets the formula and its values, answers, and says what is wrong in the
+// words of the interface. What makes it fast lies in FormulaEngine. The map of values is this object's own,
+// shared with copies, or the caller's; m_bExternalMap and owner_ together say which.
+
 namespace {
 
 using lorv::TextView;
@@ -85,6 +89,7 @@ bool CAdExpCalculate::ValidExp(CString& message) const {
 // Parses the formula as it was set: every name counts 1000000 here, whatever value it has.
 bool CAdExpCalculate::IsValid(LPTSTR message) const {
   CString text;
+  // Asked first: a formula that was cut may still parse, as something that nobody typed.
   if (m_bTooLong) {
     text.Format(_T("字符太长,最长只能处理%d个字符的表达式!"), lorv::kFormulaTextFlagged);
     CopyMessage(message, text);
@@ -96,6 +101,8 @@ bool CAdExpCalculate::IsValid(LPTSTR message) const {
     CopyMessage(message, text);
     return false;
   }
+  // Malformed arguments and a divisor of 0 do not show before it is evaluated. With 1000000 for every name a
+  // divisor such as A-B counts as 0; callers know this answer.
   double value = 0;
   const int code = engine_->Parsed().Value(value);
   if (code == lorv::kDivisionByZero) CopyMessage(message, _T("除数为零"));
@@ -159,8 +166,10 @@ int CAdExpCalculate::SetVarValue(CMapValue* values) {
 }
 
 int CAdExpCalculate::SetVarValue(const std::map<CString, double>& values) {
+  // A list of values never changes a map that belongs to the caller.
   if (m_bExternalMap) UseOwnMap();
   m_pMapValue->clear();
+  // Of names that are equal in capitals the last one counts.
   for (const auto& [name, value] : values) SetVarValue(name, value, false);
   return static_cast<int>(m_pMapValue->size());
 }

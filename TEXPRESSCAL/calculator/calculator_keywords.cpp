@@ -1,6 +1,10 @@
 #include "TEXPRESSCAL/calculator.h"
 #include "TEXPRESSCAL/calculator/formula_engine.h"
 
+// The names that a calculator accepts in a formula: its own, and sets shared by all calculators of the
+// process under a class id. The shared sets are not guarded: the calls that take a class id belong to one
+// thread at a time.
+
 std::map<CString, TDefsetVars> CAdExpCalculate::m_mapClassIdWithKeyWord;
 
 // What the parser asks of each name. The name is not cut here, so one of more than 20 units is never found.

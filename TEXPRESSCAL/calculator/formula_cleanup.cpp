@@ -66,8 +66,11 @@ bool CAdExpCalculate::OptimizeNumExpr(LPTSTR text) const {
     const Cut cut = NumericCut({text, static_cast<std::size_t>(length)}, i);
     if (cut.length <= 0) continue;
     std::copy(text + cut.begin + cut.length, text + length, text + cut.begin);
+    // Zero units up to the old end: nothing of the old text is left behind the new one.
     std::fill(text + length - cut.length, text + length, TCHAR{0});
     length -= cut.length;
+    // The loop goes on one unit further, so the unit that moved to the cut's place is not looked at, which
+    // callers know.
     i = cut.begin;
   }
   if (length == 0) text[0] = '0';
@@ -81,6 +84,7 @@ bool CAdExpCalculate::OptimizeExpr(CString& text) const {
     const TCHAR before = i == 0 ? TCHAR{'0'} : text[i - 1];
     int j = BehindZeros(text.View(), i + 1);
     if (IsDigit(text[j]) || EndsName(before)) continue;
+    // A zero takes the number behind its "*" along, and only a number: a name behind it stays.
     if (text[j] == '*') {
       ++j;
       while (IsDigit(text[j]) || text[j] == '.') ++j;
@@ -121,6 +125,7 @@ int ClearSignAt(CString& text, int i) {
 
 void lorv::ClearUpSigns(CString& text) {
   int before = -1;
+  // Every change shortens the text, so this ends.
   while (before != text.GetLength()) {
     before = text.GetLength();
     for (int i = 0; i < text.GetLength() - 1;) i += ClearSignAt(text, i);
@@ -136,6 +141,7 @@ bool CAdExpCalculate::PrepareParamsValue(CString& parameters) const {
   if (parameters.IsEmpty()) return false;
   CString prepared;
   const auto value_of = [this](const CString& formula) {
+    // Longer formulas are cut as SetExpr cuts them.
     return engine_->CalculateAside(formula.View().substr(0, lorv::kMaxFormulaText), *m_pMapValue, *this);
   };
   lorv::ForEachPair(parameters, [&](const CString& name, const CString& formula) {

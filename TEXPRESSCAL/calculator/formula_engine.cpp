@@ -7,6 +7,10 @@
 #include "TEXPRESSCAL/values/substitution.h"
 #include "framework/text/number_text.h"
 
+// Chooses for each evaluation the cheapest way that is sure: a plan, the direct evaluation, else the text. A
+// way that is not sure refuses and the next one is asked, so the text way, which refuses nothing, defines
+// every answer. What was set is kept in capitals; the working copy lags behind until somebody reads it.
+
 namespace lorv {
 
 // What was learnt of the formula stays behind: it is cheap to learn, and the places and plans are large.
@@ -63,6 +67,8 @@ double FormulaEngine::CalculateSingly(const CMapValue& values, const CValidParam
 
 // A plain number comes out of the direct evaluation as it is read.
 bool FormulaEngine::EvaluateDirectly(const CMapValue& values, double& value) {
+  // After an earlier evaluation the working copy holds the values of that one, and is what is evaluated from
+  // then on.
   if (content_ != Content::kFormula) return false;
   if (!DirectEvaluator(formula_.Text(), values, places_).Evaluate(value)) return false;
   content_ = Content::kFormulaAndPlaces;
@@ -72,6 +78,7 @@ bool FormulaEngine::EvaluateDirectly(const CMapValue& values, double& value) {
 // The plain way, which all others agree with.
 double FormulaEngine::CalculateText(const CMapValue& values, const CValidParameter& names, int& error) {
   const TextView text = WorkingText().View();
+  // Read and not parsed: ".5" is a number here, though the grammar refuses it.
   if (IsPlainNumber(text)) return ReadReal(text);
   const int failed = Substitute(values, names);
   if (failed >= 0) {
@@ -88,6 +95,7 @@ double FormulaEngine::CalculateText(const CMapValue& values, const CValidParamet
 int FormulaEngine::Substitute(const CMapValue& values, const CValidParameter& names) {
   GrowingEdit& text = WorkingText();
   for (const auto& [key, value] : values) {
+    // In the order of the map: a value that is written first may change what the next name finds.
     const TextView name(static_cast<LPCTSTR>(key));
     if (!name.empty()) SubstituteValue(text, name, value);
   }
@@ -110,7 +118,7 @@ bool FormulaEngine::SubstituteZeros(const CMapValue& values) {
   return any;
 }
 
-// The working copy is only lent for it.
+// It uses the working copy and puts back what stood there.
 double FormulaEngine::CalculateAside(TextView formula, const CMapValue& values,
                                      const CValidParameter& names) {
   GrowingEdit& text = WorkingText();

@@ -11,7 +11,7 @@
 
 namespace lorv {
 
-// What a calculator works with: its formula, the working copy of it, and whatever makes the next evaluation
+// What a calculator holds: its formula, the working copy of it, and whatever makes the next evaluation
 // cheaper.
 //
 // A formula is evaluated in the cheapest way that is sure to give what the plain way gives, which is: values

@@ -6,6 +6,11 @@
 
 #include "TEXPRESSCAL/language/operators.h"
 
+// Turns a tree of numbers into the steps of a program: constants folded, temporaries in numbered cells,
+// branches as jumps. It is used for formulas that are set again and again, and for rows. The steps stand in
+// the order in which the tree is evaluated and nothing that can fail is folded, as the last error written is
+// the one that counts.
+
 namespace lorv {
 
 // Walks a tree once and writes the steps. Recursion is bounded by the length of a formula.
@@ -16,6 +21,7 @@ class Compiler {
 
   bool Make(const ExprNode* root) {
     Collect(root);
+    // Cells: variables, then constants, then temporaries. Only the last are written while a program runs.
     program_.constant_end_ = program_.cells_.size();
     next_save_ = program_.constant_end_;
     program_.cells_.resize(next_save_);
@@ -79,7 +85,7 @@ void Compiler::Put(StepKind kind, std::size_t cell, std::size_t other, unsigned 
   steps.push_back(step);
 }
 
-// Equal numbers share a cell. They are told apart by their bits: 0 and -0 are equal and not the same.
+// Equal numbers share a cell. They are distinguished by their bits: 0 and -0 are equal and not the same.
 void Compiler::AddConstant(const ExprNode* node, double value) {
   constant_nodes_[node] = value;
   if (constants_.try_emplace(std::bit_cast<std::uint64_t>(value), program_.cells_.size()).second)
@@ -105,6 +111,7 @@ void Compiler::Fold(const ExprNode* node) {
     case kMultiply:
       return AddConstant(node, *left * *right);
     case kDivide:
+      // A division by zero reports its error each time, so it stays a step.
       if (*right != 0) AddConstant(node, *left / *right);
       return;
     default:
@@ -114,6 +121,7 @@ void Compiler::Fold(const ExprNode* node) {
 
 // Gathers the constants, and finds out whether the tree is one of numbers with every operand in its place.
 void Compiler::Collect(const ExprNode* node) {
+  // A missing operand is an error of its own kind, which the tree reports and no step does.
   if (node == nullptr || program_.cells_.size() >= FormulaProgram::kMaxCells) {
     good_ = false;
     return;
@@ -243,13 +251,13 @@ void Compiler::WriteSum(const ExprNode* node) {
 
 // The right operand is evaluated first, and a divisor of 0 is reported before what the dividend may report.
 void Compiler::WriteQuotient(const ExprNode* node) {
-  const bool told_before = node->kind == kDivide && MayFail(node->left);
+  const bool reported_before = node->kind == kDivide && MayFail(node->left);
   const StepKind join = node->kind == kPower ? StepKind::kPower
-                        : told_before        ? StepKind::kDivideSilently
+                        : reported_before    ? StepKind::kDivideSilently
                                              : StepKind::kDivide;
   if (IsLeaf(node->right)) {
     const std::size_t cell = CellOf(node->right);
-    if (told_before) Put(StepKind::kCheckDivisor, cell);
+    if (reported_before) Put(StepKind::kCheckDivisor, cell);
     Write(node->left);
     Put(join, cell);
     return;
@@ -257,7 +265,7 @@ void Compiler::WriteQuotient(const ExprNode* node) {
   Write(node->right);
   const std::size_t saved = OpenCell();
   Put(StepKind::kSave, saved);
-  if (told_before) Put(StepKind::kCheckDivisor, saved);
+  if (reported_before) Put(StepKind::kCheckDivisor, saved);
   Write(node->left);
   Put(join, saved);
   CloseCell();
@@ -283,6 +291,7 @@ void Compiler::WriteExtreme(const ExprNode* call) {
   const ExprNode* link = call->right;
   if (link == nullptr) return Write(call->left);
   if (link->right == nullptr) {
+    // A node of two operands for the moment, for the rule that joins two operands.
     const ExprNode both{call->left, link->left, call->kind, {0}, {0}};
     return WriteBoth(&both, first, last);
   }

@@ -9,6 +9,11 @@
 #include "TEXPRESSCAL/text/operator_rewriting.h"
 #include "TEXPRESSCAL/values/substitution.h"
 
+// A plan from a formula's text: placeholders in place of the names, by the same replacement that writes
+// values, then the same parser, then the compiler. Because both are the engine's own, a plan can differ from
+// the text way only through a value's length, sign or thirds; these limits are found here and checked for
+// each value.
+
 namespace lorv {
 namespace {
 
@@ -37,6 +42,7 @@ bool PutPlaceholders(PlaceholderEdit& edit, const CMapValue& values, std::vector
     edit.BeginName(least_texts.size() - 1);
     SubstituteValue(edit, name, kPlaceholder);
     const std::size_t gap = edit.LeastGap(name, kNoGap);
+    // A shorter value would let the replacement step over the beginning of the name's next hit.
     if (gap < name.size()) least_texts.back() = name.size() - gap;
   }
   edit.EndNames();
@@ -54,6 +60,8 @@ bool FormulaPlan::Make(TextView formula, const CMapValue& values, Thirds thirds)
   std::vector<std::size_t> least_texts;
   if (IsPlainNumber(formula) || !PutPlaceholders(edit, values, least_texts)) return false;
   RewriteOperators(edit);
+  // A chained comparison writes a term twice, and perhaps a value in it: one place of the formula would then
+  // be two leaves.
   if (edit.CopiesText()) return false;
 
   PlanReader reader({edit.Text(), edit.Length()}, edit.Places());
@@ -61,6 +69,7 @@ bool FormulaPlan::Make(TextView formula, const CMapValue& values, Thirds thirds)
   MakeSlots(reader, least_texts);
   if (!takes_thirds_) return MakeProgram(reader);
   PlanReader divided = reader.WithDivisors();
+  // Only where "/1" behind a value leaves the tree as it was may a third be a division there.
   return divided.Read() && reader.IsSameBut(divided) && MakeProgram(divided);
 }
 

@@ -3,6 +3,10 @@
 #include <cstddef>
 #include <utility>
 
+// Joins neighbouring steps of a program into the fused ones that the interpreter runs. A step that some
+// branch goes to always begins a fused step, so jumping into the middle of one is not possible; fusing
+// changes neither an operation nor their order.
+
 namespace lorv {
 namespace {
 
@@ -49,6 +53,7 @@ class FusedStepMaker {
       at = MayLoad(steps_[at].kind) ? TakeJoined(at) : TakeOther(at);
     }
     for (const auto& [from, goal] : ways_)
+      // Branches only go forward, so the distance is positive and fits: programs have a most number of steps.
       fused_[from].target = static_cast<std::uint16_t>(place_[goal] - from);
     return std::move(fused_);
   }
@@ -62,6 +67,7 @@ class FusedStepMaker {
     const Step& step = steps_[at++];
     FusedStep fused{nullptr, step.further, step.cell, step.other, 0, 0, 0};
     FusedSecond second = FusedSecond::kNothing;
+    // There is a step behind every one that comes here: the last step of a program is its end.
     if (!IsComparison(step.kind) && !is_goal_[at]) second = SecondOf(steps_[at]);
     if (second != FusedSecond::kNothing) fused.second = steps_[at++].cell;
     FusedTail tail = FusedTail::kGoesOn;

@@ -4,6 +4,10 @@
 
 #include "TEXPRESSCAL/text/unit_search.h"
 
+// The text of a plan in the making: names replaced by placeholders, and for every unit the value that it
+// belongs to. It is edited through the same interface as ordinary texts, so the substitution runs on it
+// unchanged, and what it would do to a shorter or negative value is asked here.
+
 namespace lorv {
 namespace {
 

@@ -6,6 +6,10 @@
 #include "TEXPRESSCAL/language/parser.h"
 #include "framework/text/char_class.h"
 
+// Parses the text with placeholders and finds each of them among the leaves of the tree, by the place where
+// it stands. A plan is refused unless every place is found: one that is not has been joined to a number,
+// dropped or quoted, and its value would change more than a number.
+
 namespace lorv {
 namespace {
 
@@ -38,6 +42,7 @@ bool PlanReader::Read() {
   root_ = parser.Parse();
   if (root_ == nullptr) return false;
   Walk();
+  // Counted by place: a name may stand in many of them.
   return found_.size() == places_.size();
 }
 
@@ -68,6 +73,7 @@ bool PlanReader::TakesDivisor(const PlaceholderEdit::Place& place) const {
 bool PlanReader::TakesNegative(const PlaceholderEdit::Place& place) const {
   std::size_t at = place.start;
   while (at > 0 && text_[at - 1] == ' ') --at;
+  // A "+" that the tree has as a sum is no sign.
   return at == 0 || text_[at - 1] != '+' || sums_.contains(at - 1);
 }
 

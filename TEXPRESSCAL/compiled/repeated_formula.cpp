@@ -4,6 +4,10 @@
 
 #include "TEXPRESSCAL/values/substitution.h"
 
+// Notices repetition: the same formula set again, with values of the same names, gets a plan. Its stages are
+// drawn in the header. A plan is used only while the names are the very ones that it was made for; the layout
+// number of the map answers that mostly without a comparison.
+
 namespace lorv {
 
 // Layouts differ between maps of the same names when these were stored at different times; the names decide.
@@ -12,6 +16,7 @@ bool RepeatedFormula::CompareNames(const CMapValue& values) {
     return CompareExact(static_cast<LPCTSTR>(name), static_cast<LPCTSTR>(entry.first)) == 0;
   };
   if (!std::equal(names_.begin(), names_.end(), values.begin(), values.end(), same)) return false;
+  // From now on the number alone answers for this map.
   layout_ = values.Layout();
   return true;
 }
@@ -31,6 +36,7 @@ bool RepeatedFormula::Evaluate(TextView formula, const CMapValue& values, double
 }
 
 bool RepeatedFormula::EvaluateThirds(TextView formula, const CMapValue& values, double& result, int& error) {
+  // Made at the first third that comes: most formulas never see one.
   if (stage_ == Stage::kPlanned) {
     const bool made = thirds_plan_.Make(formula, values, FormulaPlan::Thirds::kFit);
     stage_ = made ? Stage::kPlannedThirds : Stage::kPlannedNoThirds;

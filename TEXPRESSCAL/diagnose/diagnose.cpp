@@ -6,6 +6,10 @@
 #include "TEXPRESSCAL/function_table.h"
 #include "TEXPRESSCAL/values/substitution.h"
 
+// Says what is wrong with a formula and where, in the text as typed. It is asked when an evaluation has
+// failed, or while a user types, so it repeats the plain way with every unit's place carried along, instead
+// of burdening that way. As it goes the calculator's own way, it finds a fault where that reports one.
+
 namespace lorv {
 namespace {
 
@@ -15,6 +19,7 @@ class NameResolver final : public CValidParameter {
   NameResolver(const CMapValue& values, const TDefsetVars& keywords) : values_(values), keywords_(keywords) {}
 
   int ValidParameter(LPCTSTR name) const override {
+    // A longer name would be cut to a key that may be another's.
     const bool has_value = TextLength(name) <= CStrCmp::kCapacity && values_.count(name) != 0;
     if (!has_value && keywords_.FindKey(name) < 0) return 0;
     if (!has_value) valueless_.emplace_back(name);
@@ -33,6 +38,7 @@ std::vector<CString> KnownNames(const CMapValue& values, const TDefsetVars& keyw
   std::vector<CString> names;
   for (const auto& [name, value] : values) names.emplace_back(static_cast<LPCTSTR>(name));
   for (const CStrCmp& name : keywords) names.emplace_back(static_cast<LPCTSTR>(name));
+  // Functions, too, as their names are mistyped like any other.
   for (const CDtaFunction& function : Functions()) names.emplace_back(function.pszName);
   return names;
 }
@@ -57,7 +63,7 @@ FormulaDiagnosis Diagnose(TextView typed, const CMapValue& values, const TDefset
   Evaluator evaluator(nullptr);
   evaluator.Evaluate(root);
   if (evaluator.Error() == kNoError) return {};
-  return trace.ExplainWork(evaluator.Error(), evaluator.ErrorNode());
+  return trace.ExplainEvaluation(evaluator.Error(), evaluator.ErrorNode());
 }
 
 }  // namespace
@@ -72,9 +78,11 @@ FormulaDiagnosis DiagnoseFormula(LPCTSTR formula, const CMapValue& values, const
     diagnosis.length = static_cast<int>(typed.size()) - kMaxFormulaText;
     diagnosis.chinese = TextOfFault(FormulaFault::kTooLong).chinese;
     diagnosis.english = TextOfFault(FormulaFault::kTooLong).english;
+    // The calculator cuts the text and evaluates what is left.
     diagnosis.stops = false;
     return diagnosis;
   }
+  // Read as it stands and never parsed: ".5" is a number here, though the grammar refuses it.
   if (IsPlainNumber(typed)) return {};
   return Diagnose(typed, values, keywords);
 }

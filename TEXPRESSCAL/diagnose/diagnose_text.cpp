@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <array>
 
+// The texts of faults in both languages, and the plain signs for those that a Chinese input method types.
+// Tables alone: a fault's text and its English are one row, so neither can be forgotten. "%s" is the stretch
+// of the formula that the fault names.
+
 namespace lorv {
 namespace {
 

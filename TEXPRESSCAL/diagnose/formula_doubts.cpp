@@ -5,6 +5,10 @@
 #include "TEXPRESSCAL/evaluate/evaluator.h"
 #include "framework/text/char_class.h"
 
+// Finds what can be evaluated and still hardly means what it seems to. It looks at the tree that the
+// evaluator uses, in the order of the text, and changes nothing: a doubt never keeps a formula from its
+// number.
+
 namespace lorv {
 namespace {
 
@@ -57,7 +61,7 @@ class DoubtFinder {
   FormulaTrace& trace_;
   std::vector<FormulaDiagnosis> doubts_;
   std::vector<Visit> open_;
-  // The texts in quotes, of which the tree does not tell the places: it holds them in the same order.
+  // The texts in quotes, whose places the tree does not keep: it holds them in the same order.
   std::vector<std::pair<std::size_t, std::size_t>> texts_;
   std::size_t text_ = 0;
 };
@@ -116,6 +120,7 @@ void DoubtFinder::Look(const Visit& visit) {
   const bool compares = IsComparison(node->kind) && IsText(node->left) && IsText(node->right);
   const bool takes_texts = joins || compares || node->kind == kFind || node->kind == kLen;
   const bool wants = joins || node->kind == kArgument ? visit.wants_number : !takes_texts;
+  // The left part goes on top, so that texts are met in the order in which they stand.
   open_.push_back({node->right, wants});
   open_.push_back({node->left, wants});
 }

@@ -13,6 +13,10 @@
 #include "TEXPRESSCAL/text/operator_rewriting.h"
 #include "framework/text/char_class.h"
 
+// A formula parsed with the typed place of every unit, and faults explained at those places. The text goes
+// through the same capitals, replacement and parser as in the calculator; only the buffer differs, as it
+// remembers for each unit where it came from. So what is explained is what really failed.
+
 namespace lorv {
 namespace {
 
@@ -26,6 +30,7 @@ class AnyNameResolver final : public CValidParameter {
 
 FormulaTrace::FormulaTrace(TextView typed) : typed_(typed), text_(Capitals(typed)), rewritten_(text_) {}
 
+// May be called again after names were replaced: everything behind the text is made anew.
 ExprNode* FormulaTrace::Parse(const CValidParameter& resolver) {
   rewritten_ = text_;
   RewriteOperators(rewritten_);
@@ -73,6 +78,7 @@ FormulaDiagnosis FormulaTrace::ExplainParse(std::vector<CString> known) {
       return Named(FormulaFault::kNoArguments, place_, NameEnd(place_));
     case ParseFault::kArgumentCount: {
       std::size_t behind = position_;
+      // The parser stands behind the blanks that follow the bracket.
       while (behind > place_ && At(behind - 1) == ' ') --behind;
       return Named(FormulaFault::kArgumentCount, place_, behind);
     }
@@ -101,6 +107,7 @@ FormulaDiagnosis FormulaTrace::ExplainStop(unsigned int position, bool value_wan
 }
 
 FormulaDiagnosis FormulaTrace::ExplainUnit(TCHAR c, std::size_t at, bool value_wanted) {
+  // Asked first: most signs of an input method lie above 0x100 and would pass for names.
   if (const TextView plain = PlainSign(c); !plain.empty()) {
     FormulaDiagnosis diagnosis = Named(FormulaFault::kFullWidth, at, at + 1);
     diagnosis.suggestion = CString(plain);
@@ -131,13 +138,15 @@ FormulaDiagnosis FormulaTrace::Unknown(std::size_t first, std::size_t behind) co
   return diagnosis;
 }
 
-FormulaDiagnosis FormulaTrace::ExplainWork(int code, const ExprNode* node) {
+FormulaDiagnosis FormulaTrace::ExplainEvaluation(int code, const ExprNode* node) {
+  // An operand that is not there has no place; the whole formula stands for it.
   if (node == nullptr) {
     FormulaDiagnosis diagnosis = Named(FormulaFault::kMissingArgument, 0, rewritten_.Length());
     diagnosis.stops = false;
     return diagnosis;
   }
   if (code == kDivisionByZero) {
+    // The node stands at its "/"; what is 0 begins behind it.
     std::size_t first = node->place + 1;
     while (At(first) == ' ') ++first;
     return Named(FormulaFault::kDivisionByZero, first, OperandEnd(first, kDivide));

@@ -11,7 +11,7 @@
 namespace lorv {
 
 // One formula followed from the text as typed to its tree, with every unit's typed place: so whatever is
-// wrong on the way is told in the text as typed. In between the text is rewritten: names become what they
+// wrong on the way is shown in the text as typed. In between the text is rewritten: names become what they
 // stand for.
 class FormulaTrace {
  public:
@@ -29,7 +29,7 @@ class FormulaTrace {
   // Why the last parse failed. Of the `known` names the nearest is proposed for one that nobody knows.
   FormulaDiagnosis ExplainParse(std::vector<CString> known);
   // What an evaluation's error means; `node` is where it came up, or null.
-  FormulaDiagnosis ExplainWork(int code, const ExprNode* node);
+  FormulaDiagnosis ExplainEvaluation(int code, const ExprNode* node);
   // A fault of a stretch of the parsed text.
   FormulaDiagnosis Named(FormulaFault fault, std::size_t first, std::size_t behind) const;
   // What the units of the parsed text were typed as.

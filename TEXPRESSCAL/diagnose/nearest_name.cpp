@@ -5,6 +5,10 @@
 
 #include "framework/text/char_class.h"
 
+// The known name nearest to a mistyped one, by the number of slips: letters changed, added, left out,
+// neighbours swapped. A guess is given only where it is nearer than chance: few slips for the length, and
+// fewer than the name has letters.
+
 namespace lorv {
 namespace {
 
@@ -40,6 +44,7 @@ CString NearestName(TextView typed, const std::vector<CString>& known) {
   CString nearest;
   for (const CString& name : known) {
     const int slips = Slips(typed, name.View());
+    // Of equals the first, so the order of the known names decides.
     const bool nearer = nearest.IsEmpty() ? slips <= best : slips < best;
     if (nearer && slips < name.GetLength()) {
       best = slips;

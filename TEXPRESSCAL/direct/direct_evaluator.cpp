@@ -16,6 +16,10 @@
 #include "TEXPRESSCAL/values/substitution.h"
 #include "TEXPRESSCAL/values/value_reading.h"
 
+// The direct evaluation: one walk over the text, names looked up as they come. It is used for a formula that
+// a calculator has for the first time. Equal to the text way by refusing: each rule covers the clear case
+// only, and whatever may be anything else ends the walk, after which nothing has changed.
+
 namespace lorv {
 namespace {
 
@@ -74,6 +78,7 @@ DirectEvaluator::DirectEvaluator(LPCTSTR formula, const CMapValue& values, Value
 
 bool DirectEvaluator::Evaluate(double& result) {
   if (refused_) return false;
+  // A few names are compared faster than a table is made.
   if (count_ > kFewEntries) HashNames();
   const double value = Joined();
   // A replacement that stops at its limit might leave names; the sign of what is no number is not kept here.
@@ -173,6 +178,7 @@ double DirectEvaluator::Sum() {
     for (; *at == '*' || *at == '/';) {
       const bool divides = *at++ == '/';
       const double factor = Factor(at);
+      // A bit and no branch, as this runs for every division.
       by_zero_ |= divides & (factor == 0);
       product = divides ? Quotient(product, factor) : product * factor;
     }
@@ -240,6 +246,7 @@ double DirectEvaluator::Signed() {
   } else {
     return Refuse();
   }
+  // In the text "+-2" is no operand, so there it is a mistake.
   if (plus && named && std::signbit(value)) return Refuse();
   return negative ? -value : value;
 }
@@ -346,7 +353,7 @@ double DirectEvaluator::Call(unsigned short kind) {
   if (kind == kLen || kind == kFind) return Refuse();
   const double x = Joined();
   if (!Take(')')) return 0;
-  // Outside the domain is an error that only a division by zero before it could distinguish from none.
+  // Outside the domain is an error that is 0 to callers; only a division by zero before it would differ.
   if (kind == kSqrt) return x >= 0 ? arithmetic::SquareRoot(x) : 0;
   if (kind == kLog) return x > 0 ? arithmetic::Logarithm(x) : 0;
   return NumberFunction(kind, x);

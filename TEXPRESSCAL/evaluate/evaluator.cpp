@@ -6,6 +6,11 @@
 #include "TEXPRESSCAL/evaluate/number_rules.h"
 #include "TEXPRESSCAL/language/operators.h"
 
+// Evaluates a tree: the plain way, which all others must equal to the last bit and to the same error.
+// Divisors and exponents are evaluated before what stands on their left, which shows in errors: the last one
+// written is the one that counts. Trees may be a million nodes deep to the left, so chains are walked and not
+// recursed into.
+
 namespace lorv {
 namespace {
 
@@ -28,6 +33,7 @@ bool MayBeText(const ExprNode* node) {
 }  // namespace
 
 double Evaluator::EvaluateNumber(const ExprNode* node, int levels) {
+  // Too deep for recursion: the walk with its own stack takes over, with the same order and errors.
   if (node == nullptr || levels <= 0) return NumberOf(node);
   --levels;
   const auto number = [this, levels](const ExprNode* operand) { return Number(operand, levels); };
@@ -120,6 +126,7 @@ void Evaluator::Push(const ExprNode* node) {
     pending.right = NumberOf(node->right);
     if (node->kind == kDivide && pending.right == 0) SetError(kDivisionByZero, node);
   }
+  // The first few operators of a chain need no memory from the heap.
   if (pending_count_ < pending_.size()) {
     pending_[pending_count_] = pending;
   } else {

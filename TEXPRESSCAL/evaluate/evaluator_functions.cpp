@@ -7,6 +7,10 @@
 #include "TEXPRESSCAL/evaluate/number_functions.h"
 #include "TEXPRESSCAL/evaluate/number_rules.h"
 
+// Calls of functions in a tree. What a function of one number gives stands in number_functions.h, shared by
+// all ways of evaluating; here is which arguments are evaluated, in which order, and which error a call
+// leaves.
+
 namespace lorv {
 
 // Functions that use one argument leave the others alone, errors included. A missing one counts 0 and is
@@ -30,6 +34,7 @@ double Evaluator::Function(const ExprNode* call, int levels) {
   if (call->left == nullptr) SetError(kMissingOperand, call);
   if (call->kind != kSqrt && call->kind != kLog) {
     const double result = NumberFunction(call->kind, x);
+    // Too large for 32 bits gives the lowest number, as it always did; only who asks for doubts hears of it.
     const bool is_lowest = result == -kEndOf32Bits && GoesThrough32Bits(call->kind);
     if (is_lowest && !(x > -kEndOf32Bits - 1 && x < -kEndOf32Bits + 1)) overflow_node_ = call;
     return result;

@@ -8,6 +8,10 @@
 #include "TEXPRESSCAL/text/operator_rewriting.h"
 #include "framework/objects/archive.h"
 
+// The expression as callers know it: a text, its tree, the last position and error. It owns both through
+// buffers that are kept between formulas, so that parsing the next one takes no memory; m_pszExpr and m_pRoot
+// point into them.
+
 namespace {
 
 // The caller's map of variable objects, as the evaluator asks it.
@@ -88,6 +92,7 @@ int CExpression::ChangeExpression(lorv::TextView text) {
     m_pszExpr = empty_;
     return 0;
   }
+  // Copying finds out whether there is an operator of several units at all; most texts have none.
   if (lorv::CopyCapitals(text, text_.Overwrite(text.size()))) lorv::RewriteOperators(text_);
   return ParseText();
 }

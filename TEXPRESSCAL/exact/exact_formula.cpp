@@ -15,6 +15,11 @@
 #include "TEXPRESSCAL/text/operator_rewriting.h"
 #include "TEXPRESSCAL/text_rewriting.h"
 
+// A formula over values with all their digits. The calculator writes values into the text, which costs
+// digits; here stand-in numbers are written, the text is parsed once, and the values are set into the leaves
+// of the tree. Grammar and rules are therefore the calculator's own, and results differ from its results by
+// digits alone.
+
 namespace lorv {
 namespace {
 
@@ -67,7 +72,7 @@ struct ExactFormula::State {
   bool StandsBesidePoint(const FormulaWord& word);
   void FindLeaves();
   int SlotOf(const ExprNode* leaf) const;
-  double Work(const double* values, int& code);
+  double Evaluate(const double* values, int& code);
 
   FormulaTrace trace;
   ExprNode* root = nullptr;
@@ -88,6 +93,8 @@ struct ExactFormula::State {
 void ExactFormula::State::Read(std::span<const ExactName> names) {
   used.resize(names.size());
   first_stand_in = FirstStandIn(trace.Typed());
+  // A formula with numbers of all nine beginnings cannot be distinguished from its stand-ins; it is refused
+  // rather than misread.
   if (trace.Typed().size() > kMaxFormulaText || names.size() > kMostTexts || first_stand_in == 0) {
     fault = DiagnoseFormula(CString(trace.Typed()), {}, {});
     if (fault.fault == FormulaFault::kNone) fault.fault = FormulaFault::kTooLong;
@@ -118,6 +125,7 @@ bool ExactFormula::State::PutStandIns(std::span<const ExactName> names) {
     if (name == index.end()) continue;
     if (StandsBesidePoint(*word)) return false;
     const auto at = static_cast<std::size_t>(word->position);
+    // "2A" means 2 * A once A has a value; the replacement of values writes the same "*".
     const bool behind_digit = at > 0 && IsDigit(trace.Typed()[at - 1]);
     const CString fresh = names[name->second].is_text
                               ? TextStandIn(name->second)
@@ -168,7 +176,7 @@ void ExactFormula::State::FindLeaves() {
   }
 }
 
-double ExactFormula::State::Work(const double* values, int& code) {
+double ExactFormula::State::Evaluate(const double* values, int& code) {
   for (const Leaf& leaf : numbers) leaf.node->value = values[leaf.name];
   for (const Leaf& leaf : texts) {
     const std::basic_string<TCHAR>& word = words[leaf.name];
@@ -217,7 +225,7 @@ void ExactFormula::SetText(std::size_t name, TextView text) {
 }
 
 double ExactFormula::Work(const double* values, int& code) {
-  if (state_->root != nullptr) return state_->Work(values, code);
+  if (state_->root != nullptr) return state_->Evaluate(values, code);
   code = kNoFormula;
   return 0;
 }
@@ -225,7 +233,7 @@ double ExactFormula::Work(const double* values, int& code) {
 FormulaDiagnosis ExactFormula::Explain() {
   if (state_->root == nullptr || state_->last_code == kNoError) return {};
   if (state_->last_code != kDoubtfulNumber)
-    return state_->trace.ExplainWork(state_->last_code, state_->error_node);
+    return state_->trace.ExplainEvaluation(state_->last_code, state_->error_node);
   const std::size_t first = state_->error_node->place;
   FormulaDiagnosis doubt =
       state_->trace.Named(FormulaFault::kBeyond32Bits, first, state_->trace.OperandEnd(first, kNot));
@@ -241,12 +249,13 @@ bool ExactFormula::WorkRows(const double* const* columns, std::size_t rows, doub
   const auto by_tree = [&](std::size_t row) {
     for (std::size_t i = 0; i < values.size(); ++i) values[i] = columns[i] == nullptr ? 0 : columns[i][row];
     int code = 0;
+    // The tree holds one row's values; rows of several threads take turns.
     const std::lock_guard lock(state.tree);
-    results[row] = state.Work(values.data(), code);
+    results[row] = state.Evaluate(values.data(), code);
     if (codes != nullptr) codes[row] = code;
   };
   if (state.has_rows) {
-    state.rows.Work({columns, rows, results, codes}, by_tree);
+    state.rows.Evaluate({columns, rows, results, codes}, by_tree);
   } else {
     for (std::size_t row = 0; row < rows; ++row) by_tree(row);
   }

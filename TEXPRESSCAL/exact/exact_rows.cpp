@@ -7,6 +7,10 @@
 #include "TEXPRESSCAL/evaluate/number_functions.h"
 #include "TEXPRESSCAL/simd/block_work.h"
 
+// Rows of an exact formula in blocks: the caller's columns are the cells of a program, without a copy.
+// Numbers that leave 32 bits when they are rounded need a warning, which blocks cannot give: for each such
+// call a program of its argument alone is run beside, and its large rows go to the tree.
+
 namespace lorv {
 namespace {
 
@@ -28,8 +32,8 @@ class Blocks {
   }
 
   // The errors of the rows, or null where there is none.
-  const std::uint8_t* Work(const double* const* columns, std::size_t first, std::size_t rows,
-                           double* results) {
+  const std::uint8_t* Evaluate(const double* const* columns, std::size_t first, std::size_t rows,
+                               double* results) {
     if (has_errors_) errors_.fill(0);
     for (std::size_t name = 0; name < names_; ++name) {
       if (columns[name] != nullptr) cells_[name].column = ColumnOf(columns[name] + first, rows, name);
@@ -42,10 +46,11 @@ class Blocks {
 
   // Asks `overflowed` for each row whose result may not fit into 32 bits.
   void ReportLargeRows(const double* const* columns, std::size_t first, std::size_t rows,
-                       const ExactRows::RowWork& overflowed) {
+                       const ExactRows::RowEvaluation& overflowed) {
     std::array<double, kBlockRows> results;
-    Work(columns, first, rows, results.data());
+    Evaluate(columns, first, rows, results.data());
     for (std::size_t i = 0; i < rows; ++i) {
+      // Written so that not-a-number is asked about, too.
       if (!(std::fabs(results[i]) < kNearTheEnd)) overflowed(first + i);
     }
   }
@@ -95,13 +100,13 @@ bool ExactRows::Make(const ExprNode* root, std::size_t names, const FormulaProgr
   return true;
 }
 
-void ExactRows::Work(const Task& task, const RowWork& overflowed) const {
+void ExactRows::Evaluate(const Task& task, const RowEvaluation& overflowed) const {
   Blocks blocks(program_, names_);
   std::vector<std::unique_ptr<Blocks>> guards;
   for (const auto& guard : guards_) guards.push_back(std::make_unique<Blocks>(*guard, names_));
   for (std::size_t first = 0; first < task.rows; first += kBlockRows) {
     const std::size_t rows = std::min(kBlockRows, task.rows - first);
-    const std::uint8_t* const errors = blocks.Work(task.columns, first, rows, task.results + first);
+    const std::uint8_t* const errors = blocks.Evaluate(task.columns, first, rows, task.results + first);
     if (task.codes != nullptr) WriteCodes(errors, rows, task.codes + first);
     for (const auto& guard : guards) {
       guard->ReportLargeRows(task.columns, first, rows, overflowed);

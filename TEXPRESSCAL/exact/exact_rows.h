@@ -8,10 +8,10 @@
 
 namespace lorv {
 
-// The rows of an exact formula, worked in blocks straight from the caller's columns.
+// The rows of an exact formula, evaluated in blocks straight from the caller's columns.
 class ExactRows {
  public:
-  // False where a tree cannot be worked in blocks. `names` is the count of columns.
+  // False where a tree cannot be evaluated in blocks. `names` is the count of columns.
   bool Make(const ExprNode* root, std::size_t names, const FormulaProgram::SlotOf& slot_of);
 
   // The last code of each row goes to `codes` unless it is null. `overflowed`, if there is one, is asked for
@@ -22,8 +22,8 @@ class ExactRows {
     double* results;
     int* codes;
   };
-  using RowWork = std::function<void(std::size_t row)>;
-  void Work(const Task& task, const RowWork& overflowed) const;
+  using RowEvaluation = std::function<void(std::size_t row)>;
+  void Evaluate(const Task& task, const RowEvaluation& overflowed) const;
 
  private:
   FormulaProgram program_;

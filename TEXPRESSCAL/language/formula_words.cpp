@@ -6,6 +6,10 @@
 #include "TEXPRESSCAL/function_table.h"
 #include "framework/text/char_class.h"
 
+// The names in a formula as its author sees them: words of any script, outside quotes, that are neither
+// functions nor PI. It reads the text as typed, before anything is replaced; what is a letter beyond ASCII
+// goes by the table here and by no locale.
+
 namespace lorv {
 namespace {
 
@@ -31,6 +35,7 @@ bool IsNameUnit(TCHAR c) {
 
 bool IsReserved(const CString& key, TextView formula, std::size_t begin, std::size_t end) {
   if (key == _T("PI") || Functions().FindKey(key) >= 0) return true;
+  // They are operators between blanks only; elsewhere a name may be called so.
   if (key != _T("AND") && key != _T("OR")) return false;
   return begin > 0 && formula[begin - 1] == ' ' && end < formula.size() && formula[end] == ' ';
 }

@@ -1,5 +1,9 @@
 #include "TEXPRESSCAL/language/function_data.h"
 
+// The functions of formulas: number, name, help text. The numbers are the kinds of their nodes, and callers
+// see them in the list of functions, so a new function takes a new number. The sorted table and the parser's
+// hash are both made from these rows.
+
 namespace lorv {
 
 // clang-format off

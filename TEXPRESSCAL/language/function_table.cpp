@@ -5,6 +5,9 @@
 
 #include "TEXPRESSCAL/language/function_data.h"
 
+// The functions by name: a sorted table for callers, a hash over packed names for the parser. Both are made
+// from the same rows, so a function is known to both or to neither.
+
 namespace lorv {
 namespace {
 
@@ -37,6 +40,7 @@ class NameHash {
   }
 
  private:
+  // Four times as many as names, so a search that finds nothing mostly ends at once.
   static constexpr std::size_t kSlots = 128;
 
   static std::size_t Slot(std::uint64_t word) { return word * 0x9E3779B97F4A7C15U >> 57; }

@@ -8,6 +8,10 @@
 #include "TEXPRESSCAL/language/operators.h"
 #include "framework/text/char_class.h"
 
+// From text to tree by recursive descent, with all strengths of operators in one loop. The text is in
+// capitals and its operators are single units already. Positions of faults are part of the interface: every
+// failure leaves the cursor where callers expect it, and returns at once without a tree.
+
 namespace lorv {
 namespace {
 
@@ -18,6 +22,8 @@ constexpr double kPlaceholder = 1000000;
 
 void NameList::Accept(TextView name) {
   const std::size_t length = TextLength(text_);
+  // The list of the interface has a fixed size and holds whole names; once one has found no room, later ones
+  // go behind it, in order.
   if (!rest_.empty() || length + 1 + name.size() >= kVarListSize) {
     rest_.append(1, ',').append(name);
     return;

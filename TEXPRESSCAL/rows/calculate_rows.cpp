@@ -15,10 +15,15 @@
 #include "TEXPRESSCAL/rows/row_plan.h"
 #include "TEXPRESSCAL/rows/row_text.h"
 
+// One formula over many rows: blocks of rows through a plan, shared out among threads, and by text what does
+// not fit. Each row gets what the calculator would give it alone, whatever the number of threads: rows share
+// nothing but the plan, which nobody writes.
+
 namespace lorv {
 namespace {
 
 // Blocks that a thread takes at a time.
+// Enough that the counter is no bottleneck, few enough that all threads end at about the same time.
 constexpr std::size_t kBlocksTaken = WorkingSize(48, 1);
 
 bool IsAtLine(const double* number) {
@@ -131,6 +136,7 @@ class RowJob {
 
   void Run(int threads) {
     std::vector<std::thread> others;
+    // A thread for less than one share costs more than it does.
     const std::size_t useful = table_.rows / (kBlockRows * kBlocksTaken) + 1;
     const std::size_t wanted = std::min(static_cast<std::size_t>(std::max(threads, 1)), useful);
     try {

@@ -5,6 +5,10 @@
 #include "TEXPRESSCAL/evaluate/evaluation_error.h"
 #include "TEXPRESSCAL/evaluate/number_functions.h"
 
+// Rows that a block leaves over because one of their values does not fit its place as a plain number; mostly
+// it is a third. They are gathered and evaluated as a block of their own with divisors; the rest goes to the
+// text. Order does not matter: each row knows where its result goes.
+
 namespace lorv {
 namespace {
 

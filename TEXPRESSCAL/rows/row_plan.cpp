@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+// A plan for rows: which cell of the program is read from which column, and which value stands for all rows.
+// It is made once per call of CalculateRows and then only read, by any number of threads.
+
 namespace lorv {
 namespace {
 

@@ -1,5 +1,9 @@
 #include "TEXPRESSCAL/rows/row_text.h"
 
+// Single rows by a calculator of their own, as a caller would do it in a loop. It is asked for rows that no
+// plan fits, and for all rows where there is no plan; since it is the calculator itself, nothing needs to be
+// kept equal.
+
 namespace lorv {
 
 // The columns' names are made known once; from then on their values are written where they stand.
@@ -8,6 +12,7 @@ RowText::RowText(const CAdExpCalculate& calculator, const RowTable& table)
   calculator_ = calculator;  // the keywords come along
   calculator_.SetVarValue(&values_);
   for (const ValueColumn& column : table.columns) calculator_.SetVarValue(column.name, 0, false);
+  // In a loop of its own: a name that comes new may move the values before it.
   for (const ValueColumn& column : table.columns) places_.push_back(&values_[column.name]);
 }
 

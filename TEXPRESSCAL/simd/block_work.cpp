@@ -1,8 +1,13 @@
 #include "TEXPRESSCAL/simd/block_work.h"
 
+// Chooses the loops that this processor can run. The loops are the same text compiled several times; they
+// give the same bits everywhere, as the compiler may not contract products and sums and the functions are our
+// own.
+
 namespace lorv {
 namespace {
 
+// The hostile build runs the plainest loops, which no other build reaches on a newer processor.
 #if defined(__x86_64__) && !defined(LORV_HOSTILE)
 
 bool RunsAvx2() {

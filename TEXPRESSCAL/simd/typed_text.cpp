@@ -2,6 +2,10 @@
 
 #include <algorithm>
 
+// Whether the same formula is set again, many units at a step. The comparison may read behind the end of the
+// caller's text as far as its page goes, never beyond: what is not the caller's text cannot make two texts
+// equal, since the terminator is compared with them.
+
 namespace lorv {
 namespace {
 

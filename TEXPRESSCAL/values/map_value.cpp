@@ -7,6 +7,10 @@
 #include "comm/short_decimal.h"
 #include "framework/text/number_text.h"
 
+// The named values of a calculator, sorted as a map is, in one block of memory. Beside each name stands its
+// word, the name packed into one number: formulas are searched by words. The layout number changes whenever
+// names do, which is how plans notice; values may change under it.
+
 namespace {
 
 constexpr int kStoredDecimals = 5;
@@ -84,6 +88,7 @@ std::size_t CMapValue::LowerBound(NameWord word) {
 }
 
 std::pair<double*, bool> CMapValue::Place(LPCTSTR name, NameWord word) {
+  // Words have the order of their texts, but only where every name has one.
   if (word == 0 || others_ != 0) return PlaceOther(name);
   const std::size_t at = LowerBound(word);
   const bool fresh = at == words_.size() || words_[at] != word;

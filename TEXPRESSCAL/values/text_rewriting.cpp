@@ -6,6 +6,10 @@
 #include "TEXPRESSCAL/values/value_pairs.h"
 #include "report/guard.h"
 
+// Replacing names in formulas that are texts, for callers: by a value, by a formula, and annotations in
+// brackets cut out. What the rules leave alone matters as much as what they replace, and the limits are those
+// of the fixed buffers that callers pass.
+
 namespace {
 
 using lorv::IsAsciiLetter;
@@ -42,6 +46,7 @@ int ReplExprWithValue(LPTSTR text, LPCTSTR name, LPCTSTR value, bool all) {
   if (IsEmptyText(text) || IsEmptyText(name) || IsEmptyText(value)) return 0;
   const TextView old(name);
   const TextView fresh(value);
+  // A name for itself changes nothing and counts nothing.
   if (lorv::CompareWithoutCase(old, fresh) == 0) return 0;
   const bool look_before = !BeginsWithOperator(fresh);
   lorv::BufferEdit edit(text);

@@ -2,6 +2,9 @@
 
 #include "TEXPRESSCAL/values/substitution.h"
 
+// Writes the working text of a directly evaluated formula when somebody asks for it after all: the places and
+// values that the evaluation noted, in the order of the text.
+
 namespace lorv {
 
 // Names repeat at short distances, so the search goes backwards.

@@ -2,12 +2,17 @@
 
 #include <algorithm>
 
+// Bytes from and to a file or a block of memory, without a virtual call a byte: the block at hand is read and
+// filled inline, and only its end comes here. A sink remembers its first failed write and goes on counting,
+// so the coder asks once, at the end.
+
 namespace lorv {
 
 bool ByteSource::Refill() {
   if (file_ == nullptr) return false;
   const std::int64_t count = file_->Read(block_.data(), block_.size());
   rest_ = std::span(block_).first(count > 0 ? static_cast<std::size_t>(count) : 0);
+  // An error counts as the end; the coder finds out that bytes are missing.
   return count > 0;
 }
 
@@ -40,6 +45,7 @@ bool ByteSink::Flush() {
 
 bool ByteSink::Finish() {
   if (!Flush()) return false;
+  // Only the flush may find out that the disk was full.
   return file_ == nullptr || file_->Flush();
 }
 

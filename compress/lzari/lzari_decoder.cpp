@@ -8,6 +8,10 @@
 #include "compress/lzari/lzari_model_steps.h"
 #include "compress/lzari/lzari_positions.h"
 
+// The two decoders over one loop: the guarded one, which gives what the suite's decoder always gave, damage
+// and all, and the exact one, which refuses whatever no encoder writes. They differ in where their bits come
+// from and in how the coder is renormalised; model, window and arithmetic are the same code.
+
 namespace lorv::lzari {
 namespace {
 
@@ -54,6 +58,7 @@ class GuardedBits {
 
   // One doubling; false where the loop is left.
   bool Step(CoderState& coder) {
+    // The guard, kept as it is: of a file, or once a buffer has ended, the coder is not renormalised at all.
     if (file_ != nullptr || reader_.position >= reader_.input.size()) return false;
     const bool upper = coder.low >= kQ2;
     const bool middle = !upper && coder.low >= kQ1 && coder.high <= kQ3;
@@ -75,6 +80,7 @@ class GuardedBits {
   void LeaveBatches() {
     if (batch_end_ == 0) return;
     batch_end_ = 0;
+    // An operation that follows reads on from this state.
     reader_.position = (bit_ + 7) / 8;
     reader_.mask = 1 << (reader_.position * 8 - bit_);
     reader_.buffer = reader_.input[reader_.position - 1];
@@ -214,6 +220,7 @@ class Decoder {
 }  // namespace
 
 void PlainRow::Start() {
+  // What the encoder's window holds at its start: blanks, and zeros where nothing was written yet.
   std::fill_n(row_.begin(), kLongest, static_cast<unsigned char>(0));
   std::fill_n(row_.begin() + kLongest, kWindow - kLongest, static_cast<unsigned char>(' '));
   end_ = kWindow;
@@ -233,6 +240,7 @@ void DecodeGuarded(const DecoderParts& parts, std::uint32_t size, BitReader& rea
 void DecodeExactly(const DecoderParts& parts, std::uint32_t size, ByteSource& code) {
   BoundedBits bits(code);
   const std::uint32_t count = Decoder(parts, bits).Run(size);
+  // A last match that runs over the end was made by no encoder.
   if (count != size) Error(kReadError);
   parts.totals.PrintUnpackedSum(count);
 }

@@ -3,6 +3,10 @@
 #include "compress/lzari/lzari_model_steps.h"
 #include "compress/lzari/lzari_positions.h"
 
+// The encoder: the longest match in the window from the search tree, its length and position by the
+// arithmetic coder. Its output is fixed byte for byte, so every choice between equal matches is that of the
+// suite's encoder; all speed lies in finding the same choice sooner and in sending settled bits together.
+
 namespace lorv::lzari {
 
 // The first settled bit is followed by the pending ones, its opposites; then come the other settled bits.
@@ -22,6 +26,7 @@ inline void Encoder::Output(const Doublings& doublings, std::uint32_t bits) {
     }
     coder_.shifts = 0;
   }
+  // These bits are known once the next settled one is: they are its opposites.
   coder_.shifts += doublings.deferred;
 }
 
@@ -45,6 +50,7 @@ void Encoder::EncodePosition(int position) {
 }
 
 void Encoder::FlushBitBuffer() {
+  // Seven zeros bring the last bits out, whatever part of a byte they fill.
   put_.Put(0, 7, sink_);
   put_.PassWholeBytes(sink_);
 }
@@ -102,6 +108,8 @@ void Encoder::EncodeBytes(ByteSource& source, int ahead) {
     const int taken = TakeBytes(source, length);
     totals_.text_size += static_cast<std::uint32_t>(taken);
     totals_.ShowPacked();
+    // At the end of the source the window empties; the strings behind the end leave the tree as they would in
+    // the middle.
     for (int i = taken; i < length; ++i) {
       tree_.DeleteNode(s_);
       Advance();
@@ -122,6 +130,7 @@ void Encoder::Encode(std::uint32_t size, ByteSource& source) {
   tree_.InitTree();
   const int ahead = Fill(source);
   totals_.text_size = static_cast<std::uint32_t>(ahead);
+  // The blanks in front of the text count as text: the first bytes may match them.
   for (int i = 1; i <= kLongest; ++i) tree_.InsertNode(r_ - i);
   tree_.InsertNode(r_);
   EncodeBytes(source, ahead);

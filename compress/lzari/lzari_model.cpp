@@ -2,6 +2,10 @@
 
 #include <algorithm>
 
+// The adaptive model of symbols, ordered by falling frequency. A cumulative frequency is the sum of a block's
+// base and a rest within it, so adding one to a symbol touches a few blocks and one row instead of all
+// numbers behind it. Symbols of one frequency are a group, whose first is the one that moves up.
+
 namespace lorv::lzari {
 
 void SymbolModel::SetCumulative(const std::array<int, kSymbols + 1>& cumulative) {

@@ -2,6 +2,9 @@
 
 #include <cstdio>
 
+// Progress and sums of an operation: given to the caller's handler, or printed as the console programs of the
+// suite print them. The texts and widths are part of what callers see.
+
 namespace lorv::lzari {
 namespace {
 
@@ -25,6 +28,7 @@ void Totals::PrintPackedSum() const {
   if (handler) return;
   std::printf("In : %lu bytes\n", static_cast<unsigned long>(text_size));
   std::printf("Out: %lu bytes\n", static_cast<unsigned long>(code_size));
+  // text_size is not 0 here: an empty text ends before its sums.
   std::printf("Out/In: %.3f\n", static_cast<double>(code_size) / text_size);
 }
 

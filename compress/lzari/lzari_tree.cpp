@@ -5,6 +5,11 @@
 
 #include "compress/lzari/byte_order.h"
 
+// All strings of the window in order: one tree for each first byte, and through all of it a row of neighbours
+// with the count of bytes that each shares with the one before. A new string is usually found beside the
+// neighbours of the one before it, without a walk down the tree. Which match is the longest, and the nearest
+// of equals, follows from the order alone, so it is the one that a plain walk would find.
+
 namespace lorv::lzari {
 namespace {
 
@@ -236,6 +241,7 @@ SearchTree::Index SearchTree::NearestAbove(Index r, Index length) const {
 void SearchTree::FindMatch(int r) {
   const auto at = static_cast<Index>(r);
   if (equal_ != kNil) {
+    // An equal string has been replaced by this one; it was the only one of its kind in the tree.
     match_length_ = kLongest;
     match_position_ = static_cast<int>((at - equal_) & kMask);
     return;
@@ -279,6 +285,7 @@ void SearchTree::DeleteNode(int r) {
   next_[p][kGreater] = kNone;
   next_[smaller][kGreater] = greater;
   next_[greater][kSmaller] = smaller;
+  // The strings are in order, so two of them share the least of what the neighbours between them share.
   shared_[greater] = std::min(shared_[greater], shared_[p]);
   const auto [below, above] = son_[p];
   if (below != kNil && above != kNil) return TakePredecessor(p);

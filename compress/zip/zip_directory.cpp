@@ -13,6 +13,10 @@
 #include "compress/zip/zip_result.h"
 #include "compress/zip/zip_time.h"
 
+// Reads the directory of an archive and the headers in front of entries. Everything here comes from files
+// that may be damaged or hostile: no number is used before it is held against the size of the file, and
+// memory is taken for what the file can really hold.
+
 namespace lorv::zip {
 namespace {
 
@@ -53,6 +57,7 @@ template <class Take>
 void ForEachExtra(Bytes extra, const Take& take) {
   while (extra.size() >= 4) {
     const std::size_t length = LoadLittle16(&extra[2]);
+    // A field that claims more than is left ends the list; what came before it counts.
     if (length > extra.size() - 4) return;
     take(LoadLittle16(extra.data()), extra.subspan(4, length));
     extra = extra.subspan(4 + length);
@@ -136,6 +141,7 @@ bool Input::ReadAt(std::uint64_t position, std::span<unsigned char> to) {
   }
   if (at_ != position && !file_->Seek(position)) return false;
   const bool whole = file_->Read(to.data(), to.size()) == static_cast<std::int64_t>(to.size());
+  // After a short read nobody knows where the file stands: the next read seeks.
   at_ = whole ? position + to.size() : ~std::uint64_t{0};
   return whole;
 }
@@ -157,6 +163,7 @@ ZipFault ReadDirectory(Input& input, std::vector<DirectoryEntry>& entries) {
   End end = {part == 0 || part == 0xFFFF, *position, LoadLittle32(&record[12]), LoadLittle32(&record[16])};
   TakeLargeEnd(input, end);
   const ZipFault damaged = end.alone ? ZipFault::kDirectory : ZipFault::kParts;
+  // The directory would begin in front of the file.
   if (end.size > end.position) return damaged;
   // The archive need not begin where its file does: offsets are moved by as much as the directory lies
   // elsewhere than it says. Unsigned, so that a file cut at its front moves them back.
@@ -169,6 +176,7 @@ ZipFault ReadDirectory(Input& input, std::vector<DirectoryEntry>& entries) {
     if (!TakeEntry(rest, found.emplace_back())) return damaged;
     found.back().offset += moved;
   }
+  // Only a whole directory counts: the caller's entries stay as they were.
   entries = std::move(found);
   return ZipFault::kNone;
 }
@@ -181,6 +189,7 @@ DWORD ReadLocal(Input& input, const DirectoryEntry& entry, LocalEntry& local) {
   const std::size_t extra = LoadLittle16(&header[28]);
   std::vector<unsigned char> rest(name + extra);
   if (!input.ReadAt(entry.offset + kLocalBytes, rest)) return kZipCorrupt;
+  // Two names for one entry: what was checked by one must not be unpacked by the other.
   if (std::string_view(reinterpret_cast<const char*>(rest.data()), name) != entry.name) return kZipCorrupt;
   local.data = entry.offset + kLocalBytes + rest.size();
   ForEachExtra(Bytes(rest).subspan(name), [&](std::uint32_t id, Bytes field) {

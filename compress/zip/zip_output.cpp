@@ -5,6 +5,10 @@
 
 #include "compress/zip/zip_result.h"
 
+// Where an archive goes: a file, a growing block of memory, or the caller's block of fixed size. Small
+// records are gathered, as an archive of small files is mostly headers. Positions count from where the
+// archive begins, which may be in the middle of a file.
+
 namespace lorv::zip {
 namespace {
 
@@ -18,12 +22,14 @@ Output::Output(std::unique_ptr<File> owned) : Output(*owned) {
 
 Output::Output(File& file) : file_(&file) {
   const std::int64_t size = file.Size();
+  // A pipe has no size; sizes then stand behind the data and not in front of them.
   seekable_ = size >= 0 && file.Seek(static_cast<std::uint64_t>(size));
   if (seekable_) origin_ = static_cast<std::uint64_t>(size);
   buffer_.reserve(kPassOnAt);
 }
 
 DWORD Output::Write(std::span<const unsigned char> bytes) {
+  // Refused before anything is copied, so the caller's block never holds half a record.
   if (limited_ && bytes.size() > block_.size() - buffer_.size()) return kZipMemoryFull;
   if (file_ != nullptr && buffer_.size() + bytes.size() > kPassOnAt) {
     const DWORD result = PassOn();
@@ -41,6 +47,7 @@ DWORD Output::PassOn() {
 }
 
 DWORD Output::Patch(std::uint64_t position, std::span<const unsigned char> bytes) {
+  // Still in memory, as for every small file.
   if (position >= base_) {
     std::copy(bytes.begin(), bytes.end(), buffer_.begin() + static_cast<std::ptrdiff_t>(position - base_));
     return kZipOk;

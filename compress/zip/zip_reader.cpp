@@ -12,6 +12,10 @@
 #include "framework/text/utf8.h"
 #include "platform/ports/platform.h"
 
+// Reading archives: opening, listing, unpacking to files, memory or a taker. An entry is trusted only as far
+// as its sum: data go out block by block, bounded by the size that the directory gives, and the result says
+// afterwards whether they were right. The inflater's memory is kept from entry to entry.
+
 namespace lorv {
 namespace {
 
@@ -49,7 +53,7 @@ bool EndsWithSeparator(const CString& text) {
   return !text.IsEmpty() && (text[text.GetLength() - 1] == '/' || text[text.GetLength() - 1] == '\\');
 }
 
-// What keeps an entry from being unzipped, as far as the directory tells.
+// What keeps an entry from being unzipped, as far as the directory shows.
 ZipFault FaultOf(const zip::DirectoryEntry& entry) {
   if (entry.size > zip::kMaxEntryBytes || entry.packed_size > zip::kMaxEntryBytes)
     return ZipFault::kLargeEntry;
@@ -88,7 +92,7 @@ class ZipReader::Inflater {
   bool Restart() { return ready_ && inflateReset(&stream_) == Z_OK; }
   bool Ended() const { return ended_; }
 
-  // Unpacks `bytes` and hands on what comes; false where the data are wrong or `take` wants no more.
+  // Unpacks `bytes` and passes on what comes; false where the data are wrong or `take` wants no more.
   template <class Take>
   bool Unpack(std::span<const unsigned char> bytes, const Take& take) {
     // zlib takes its input by a pointer to bytes that it does not change.
@@ -119,11 +123,13 @@ DWORD ZipReader::Begin() {
   entries_.clear();
   if (!inflater_) inflater_ = std::make_unique<Inflater>();
   fault_ = zip::ReadDirectory(*input_, entries_);
+  // An object whose opening failed may be opened again.
   if (fault_ != ZipFault::kNone) input_.reset();
   return KeepZipOpening(fault_ == ZipFault::kNone ? kZipOk : kZipCorrupt);
 }
 
 DWORD ZipReader::Open(const char* path) {
+  // A second archive would make the indices of the first mean others.
   if (path == nullptr || input_) return KeepZipOpening(kZipArguments);
   auto file = PortsInForce().files->Open(WideText(path), FileUse::kRead);
   if (!file) return KeepZipOpening(kZipNoFile);
@@ -157,7 +163,7 @@ DWORD ZipReader::Item(int index, const zip::DirectoryEntry*& entry) const {
   return fault == ZipFault::kLargeEntry || fault == ZipFault::kZeroName ? kZipCorrupt : kZipOk;
 }
 
-// Where the local header is damaged the directory still tells what the entry was.
+// Where the local header is damaged the directory still says what the entry was.
 FileTimes ZipReader::TimesOf(const zip::DirectoryEntry& entry) {
   zip::LocalEntry local;
   if (zip::ReadLocal(*input_, entry, local) == kZipOk && local.has_times) return local.times;
@@ -170,6 +176,7 @@ DWORD ZipReader::Fill(int index, ZipEntry& entry) {
   DWORD result = Item(index, item);
   if (result != kZipOk) return result;
   const std::string name = NarrowName(*item);
+  // Longer names have no room in the caller's record; List gives them.
   if (name.size() >= zip::kNameUnits) return kZipCorrupt;
   const FileTimes times = TimesOf(*item);
   entry = {};
@@ -237,6 +244,7 @@ ZipFault ZipReader::Copy(const zip::DirectoryEntry& entry, std::uint64_t data, c
   ZipFault fault = ZipFault::kData;
   const auto pass = [&](std::span<const unsigned char> bytes) {
     size += bytes.size();
+    // Ended at the size announced: a small archive must not fill the disk.
     if (size > entry.size) fault = ZipFault::kTooMuch;
     if (size > entry.size || bytes.empty()) return bytes.empty();
     crc = static_cast<std::uint32_t>(crc32(crc, bytes.data(), static_cast<uInt>(bytes.size())));
@@ -289,6 +297,7 @@ DWORD ZipReader::UnzipItem(int index, void* data, std::size_t size) {
   const std::span<unsigned char> room(static_cast<unsigned char*>(data), size);
   std::size_t used = 0;
   bool full = false;
+  // What fits is copied even where more comes: the caller gets kZipMore and the beginning.
   const DWORD result = Unzip(index, [&](std::span<const unsigned char> bytes) {
     const std::size_t count = std::min(bytes.size(), room.size() - used);
     std::copy_n(bytes.begin(), count, room.begin() + static_cast<std::ptrdiff_t>(used));
@@ -318,6 +327,7 @@ DWORD ZipReader::UnzipItem(int index, const char* path) {
     return KeepZipOpening(kZipOk);
   }
   const CString wide = WideText(path);
+  // Folders are made for plain relative names only; a path with a place of its own must exist.
   if (!HasOwnPlace(wide)) MakeFolders(wide);
   result = UnzipFile(index, wide);
   // The file is closed by now: its own times would follow the last write.

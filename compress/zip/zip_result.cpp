@@ -5,6 +5,9 @@
 #include <cstring>
 #include <string_view>
 
+// Result codes and their texts, and the last result of the process for callers who ask later. Creating and
+// opening keep one each, as callers ask for either; the text of "the last one" is that of the later.
+
 namespace lorv {
 namespace {
 
@@ -74,6 +77,7 @@ DWORD KeepZipOpening(DWORD result) {
 unsigned FormatZipMessage(DWORD code, char* text, unsigned size) {
   if (code == kZipLast) code = opening_was_later ? last_opening : last_creation;
   const std::string_view message = TextOf(code);
+  // Cut to the caller's buffer and always terminated; the length given is that of the whole text.
   if (text != nullptr && size > 0) {
     const std::size_t length = std::min<std::size_t>(message.size(), size - 1);
     std::memcpy(text, message.data(), length);

@@ -5,11 +5,16 @@
 #include "compress/lzari/byte_order.h"
 #include "compress/zip/zip_format.h"
 
+// Attributes of files in archives: the low word as MS-DOS knows them, the high word as Unix does. Entries
+// made on other systems are read by the word that those keep; what the other word says there is chance.
+
 namespace lorv::zip {
 namespace {
 
 constexpr DWORD kKept =
     kAttributeReadOnly | kAttributeHidden | kAttributeSystem | kAttributeFolder | kAttributeArchive;
+// Where the suite's packer looks for programs; loaders use another field and another mark, so few files are
+// taken for one.
 constexpr std::size_t kHeaderOffsetAt = 36;
 constexpr std::uint64_t kHeaderBytes = 52;
 constexpr std::uint32_t kStart = 21677;  // callers count on this very number
@@ -40,6 +45,7 @@ bool LooksExecutable(std::span<const unsigned char> beginning, File& file) {
   if (header + kHeaderBytes >= static_cast<std::uint64_t>(size)) return false;
   std::array<unsigned char, 4> mark{};
   const bool read = file.Seek(header) && file.Read(mark.data(), mark.size()) == 4;
+  // Packing goes on where it was, found or not.
   return file.Seek(beginning.size()) && read && IsHeaderMark(LoadLittle32(mark.data()));
 }
 

@@ -5,6 +5,9 @@
 
 #include "platform/ports/platform.h"
 
+// Times of entries: two seconds of local time in the headers, seconds since 1970 in the field that newer
+// tools write. Times outside either form become the nearest end of it, never a wrong year.
+
 namespace lorv::zip {
 namespace {
 
@@ -40,6 +43,7 @@ std::int64_t FromDosTime(std::uint32_t dos_time) {
   local.wHour = static_cast<WORD>(dos_time >> 11 & 31);
   local.wMinute = static_cast<WORD>(dos_time >> 5 & 63);
   local.wSecond = static_cast<WORD>((dos_time & 31) * 2);
+  // The bits can hold what no calendar has; such a time is "none".
   if (local.wMonth < 1 || local.wMonth > 12 || local.wDay < 1 || local.wHour > 23 || local.wMinute > 59)
     return 0;
   return PortsInForce().clock->FromLocal(local);

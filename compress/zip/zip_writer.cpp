@@ -12,6 +12,10 @@
 #include "compress/zip/zip_time.h"
 #include "platform/ports/platform.h"
 
+// Writing archives. Headers are written first with empty sums and patched when the data are through, or
+// followed by a record where the target cannot seek; the directory grows in memory and goes out at the end.
+// What cannot fit is refused before its first byte, so a refused entry leaves the archive as it was.
+
 namespace lorv {
 namespace {
 
@@ -103,6 +107,7 @@ struct ZipWriter::Entry {
 class ZipWriter::Deflater {
  public:
   Deflater()
+      // The fastest level.
       : ready_(deflateInit2(&stream_, 1, Z_DEFLATED, -MAX_WBITS, MAX_MEM_LEVEL, Z_DEFAULT_STRATEGY) == Z_OK) {
   }
   ~Deflater() { deflateEnd(&stream_); }
@@ -111,7 +116,7 @@ class ZipWriter::Deflater {
 
   bool Restart() { return ready_ && deflateReset(&stream_) == Z_OK; }
 
-  // Hands packed bytes to `put`, which gives a result code.
+  // Passes packed bytes to `put`, which gives a result code.
   template <class Put>
   DWORD Pack(std::span<const unsigned char> bytes, bool last, const Put& put) {
     // zlib takes its input by a pointer to bytes that it does not change.
@@ -139,10 +144,12 @@ class ZipWriter::Deflater {
 ZipWriter::ZipWriter() = default;
 
 ZipWriter::~ZipWriter() {
+  // Without its directory an archive is lost whole, with what it holds already.
   if (stage_ == Stage::kOpen) Close();
 }
 
 DWORD ZipWriter::Keep(DWORD result) {
+  // After one failure the archive takes nothing more: what a failed write left behind is not known.
   if (result != kZipOk) failed_ = true;
   return KeepZipCreation(result);
 }
@@ -193,6 +200,7 @@ DWORD ZipWriter::Add(const char* name, const char* path) {
   const Platform& ports = PortsInForce();
   const CString wide(ports.code_page->ToText(path));
   const auto facts = ports.files->Facts(wide);
+  // A pipe may never end.
   if (!facts || facts->is_stream) return Keep(kZipNoFile);
   const auto file = ports.files->Open(wide, FileUse::kRead);
   return file ? Add(name, *file, &*facts) : Keep(kZipNoFile);
@@ -265,6 +273,7 @@ DWORD ZipWriter::WriteEntry(Entry& entry, File* file, std::span<const unsigned c
   DWORD result = WriteLocalHeader(entry, false);
   if (result == kZipOk) result = WriteData(entry, file, memory);
   if (result != kZipOk) return result;
+  // Readers that go from header to header need the sizes in front.
   if (output_->CanPatch()) {
     entry.flags &= ~zip::kFlagDescriptor;
     result = WriteLocalHeader(entry, true);
@@ -309,6 +318,7 @@ DWORD ZipWriter::WriteData(Entry& entry, File* file, std::span<const unsigned ch
       const std::int64_t count = file->Read(deflater_->InputBlock().data(), kReadBlock);
       if (count < 0) return kZipReadFailed;
       bytes = deflater_->InputBlock().first(static_cast<std::size_t>(count));
+      // A short read is the end. A file that grows meanwhile is packed as far as it was read.
       last = bytes.size() < kReadBlock;
       if (entry.on_disk && entry.size == 0 && zip::LooksExecutable(bytes, *file))
         entry.attributes |= zip::kUnixExecute;
@@ -339,6 +349,7 @@ DWORD ZipWriter::Close() {
   if (stage_ != Stage::kOpen) return Keep(Refusal());
   stage_ = Stage::kEnded;
   const DWORD result = Keep(WriteDirectory());
+  // The file is closed here; a block of memory stays until the caller has taken it.
   if (output_->Memory().empty()) output_.reset();
   deflater_.reset();
   return result;

@@ -7,9 +7,15 @@
 #include "framework/ports/desktop_port.h"
 #include "framework/ports/no_window.h"
 
+// State of a device context: what is selected, origins, clip, saved states, and the stock objects. Everything
+// that draws stands in device_drawing.cpp. All coordinates that reach the canvas have passed Device(), so a
+// canvas knows nothing of origins, and the clip is kept in device pixels: moving an origin later does not
+// move it.
+
 namespace {
 
 // What a new context has selected, and what SelectStockObject gives.
+// Objects and not values, as SelectObject gives pointers that callers select again later.
 CPen& StockPen(COLORREF colour) {
   static CPen black(PS_SOLID, 1, 0);
   static CPen white(PS_SOLID, 1, RGB(255, 255, 255));
@@ -53,17 +59,21 @@ lorv::Canvas& CDC::Surface() const {
 
 void CDC::SetSurface(std::shared_ptr<lorv::Canvas> surface) {
   surface_ = std::move(surface);
-  face_told_.reset();
+  face_sent_.reset();
 }
 
+// A grid selects a font for each cell and gives it back; the canvas hears of it only when it is asked for
+// something, and only if the face differs from the one that it has.
 void CDC::UseFace() const {
   face_stale_ = false;
   const LOGFONT& wanted = state_.own_face ? state_.face : StockFont().Face();
-  if (face_told_ && std::memcmp(&*face_told_, &wanted, sizeof(wanted)) == 0) return;
-  face_told_ = wanted;
+  if (face_sent_ && std::memcmp(&*face_sent_, &wanted, sizeof(wanted)) == 0) return;
+  face_sent_ = wanted;
   surface_->SetFont(wanted);
 }
 
+// One pixel to begin with, as the framework's has: it measures texts at once and draws when a bitmap is
+// selected.
 BOOL CDC::CreateCompatibleDC(CDC* like) {
   SetSurface(lorv::DesktopInForce().MakeCanvas({1, 1}));
   if (like != nullptr && like->state_.own_face) SelectObject(like->GetCurrentFont());
@@ -78,6 +88,7 @@ BOOL CDC::DeleteDC() {
 CPen* CDC::SelectObject(CPen* pen) {
   CPen* const before = state_.pen_object == nullptr ? &StockPen(0) : state_.pen_object;
   if (pen == nullptr) return before;
+  // The stroke is copied: a pen that ends while it is selected leaves nothing dangling for drawing.
   state_.pen_object = pen;
   state_.stroke = pen->Stroke();
   return before;
@@ -145,13 +156,16 @@ int CDC::SaveDC() {
 
 BOOL CDC::RestoreDC(int saved) {
   const int count = static_cast<int>(saved_.size());
+  // Numbers from SaveDC count from 1; negative ones count back from the newest, so -1 is that.
   const int index = saved < 0 ? count + saved : saved - 1;
   if (index < 0 || index >= count) return FALSE;
   const State& former = saved_[static_cast<std::size_t>(index)];
   const bool clip_changed = former.clipped != state_.clipped || !(former.clip == state_.clip);
   state_ = former;
+  // States that were saved later are lost with it, as in the system.
   saved_.resize(static_cast<std::size_t>(index));
   face_stale_ = true;
+  // Setting a clip is a call into the peer, which a change of tools alone does not need.
   if (clip_changed) UseClip();
   return TRUE;
 }
@@ -208,6 +222,7 @@ int CDC::SelectClipRgn(void* /*always_null*/) {
 int CDC::GetClipBox(LPRECT rect) const {
   CRect box(CPoint(0, 0), Surface().Size());
   if (state_.clipped) box &= state_.clip;
+  // Back into logical pixels, as the caller's other rectangles are.
   *rect = box + (state_.window - state_.viewport);
   return box.IsRectEmpty() != 0 ? NULLREGION : SIMPLEREGION;
 }
@@ -222,6 +237,8 @@ BOOL CDC::BitBlt(int x, int y, int width, int height, CDC* from, int from_x, int
     InvertRect(to);
     return TRUE;
   }
+  // The other ways mix bits of source and target, which no canvas offers; a clear refusal beats a wrong
+  // picture.
   if (from == nullptr || way != SRCCOPY) return FALSE;
   Surface().Copy(Device(to), from->Surface(), from->Device({from_x, from_y}));
   return TRUE;

@@ -149,9 +149,9 @@ class COMM_LORV_API CDC : public CObject {
   State state_;
   std::vector<State> saved_;
   CBitmap* bitmap_ = nullptr;
-  // The surface is told of a font when it is asked for something: cells select one and give it back.
+  // The surface gets a font when it is asked for something: cells select one and give it back.
   mutable bool face_stale_ = false;
-  mutable std::optional<LOGFONT> face_told_;
+  mutable std::optional<LOGFONT> face_sent_;
 };
 
 // Within WM_PAINT: what is out of date counts as painted from here on.

@@ -4,7 +4,9 @@
 #include "framework/drawing/text_layout.h"
 #include "framework/ports/desktop_port.h"
 
-// Shapes and texts of a device context.
+// Shapes and texts of a device context, in terms of the few operations of a canvas. Alignment, lines,
+// ellipses and the marks of letters are settled here from extents alone, so a text stands at the same place
+// on every peer but for the width of its font.
 
 std::vector<POINT> CDC::Device(const POINT* points, int count) const {
   std::vector<POINT> moved;
@@ -32,6 +34,7 @@ void CDC::FrameRect(LPCRECT rect, CBrush* brush) {
 
 void CDC::Draw3dRect(LPCRECT rect, COLORREF top_left, COLORREF bottom_right) {
   const CRect box = Device(rect);
+  // The corners at the right top and left bottom belong to the second colour, as its strips are drawn last.
   Surface().Fill(CRect(box.left, box.top, box.right - 1, box.top + 1), top_left);
   Surface().Fill(CRect(box.left, box.top, box.left + 1, box.bottom - 1), top_left);
   Surface().Fill(CRect(box.right - 1, box.top, box.right, box.bottom), bottom_right);
@@ -48,6 +51,7 @@ void CDC::InvertRect(LPCRECT rect) {
 
 void CDC::DrawFocusRect(LPCRECT rect) {
   const CRect box = Device(rect);
+  // The corners belong to the rows alone: a pixel inverted twice would be missing from the frame.
   Surface().Invert(CRect(box.left, box.top, box.right, box.top + 1));
   Surface().Invert(CRect(box.left, box.bottom - 1, box.right, box.bottom));
   Surface().Invert(CRect(box.left, box.top + 1, box.left + 1, box.bottom - 1));
@@ -59,6 +63,7 @@ CPoint CDC::MoveTo(int x, int y) {
 }
 
 BOOL CDC::LineTo(int x, int y) {
+  // The pen moves with a null pen, too: the next line begins here.
   const CPoint from = MoveTo(x, y);
   if (state_.stroke.style != PS_NULL) Surface().Line(Device(from), Device(CPoint(x, y)), state_.stroke);
   return TRUE;
@@ -99,6 +104,7 @@ void CDC::PutLine(CPoint at, lorv::TextView text, const CRect* within) {
   lorv::Canvas& surface = Surface();
   if (state_.back_mode == OPAQUE) {
     const CRect box(at, surface.Extent(text));
+    // The box behind a text is clipped with it, or it would cover what stands beside the cell.
     Background(within == nullptr ? box : box & *within);
   }
   if (within == nullptr) {
@@ -118,6 +124,8 @@ BOOL CDC::ExtTextOut(int x, int y, UINT options, LPCRECT rect, const CString& te
   if (rect != nullptr && (options & ETO_OPAQUE) != 0) surface.Fill(box, state_.back);
   const bool clipped = rect != nullptr && (options & ETO_CLIPPED) != 0;
   CPoint at = Device(CPoint(x, y));
+  // TA_CENTER holds the bits of TA_RIGHT and TA_BASELINE those of TA_BOTTOM, so each pair is masked before it
+  // is compared.
   const UINT across = state_.align & TA_CENTER;
   if (across != TA_LEFT) {
     const LONG width = surface.Extent(text.View()).cx;
@@ -138,6 +146,7 @@ int CDC::DrawText(const CString& text, const CRect& rect, UINT flags) {
 }
 
 bool CDC::IsPlain(lorv::TextView text, UINT flags) {
+  // Cells are nearly always one plain line, which needs none of the layout's copies of texts.
   constexpr UINT kNeedLayout = DT_CALCRECT | DT_EXPANDTABS | DT_EXTERNALLEADING;
   if ((flags & DT_SINGLELINE) == 0 || (flags & kNeedLayout) != 0) return false;
   return (flags & DT_NOPREFIX) != 0 || text.find(_T('&')) == lorv::TextView::npos;
@@ -159,6 +168,7 @@ int CDC::DrawText(const CString& text, LPRECT rect, UINT flags) {
   if (IsPlain(text.View(), flags)) {
     const CSize size(surface.Extent(text.View()));
     const bool shortens = (flags & (DT_END_ELLIPSIS | DT_WORD_ELLIPSIS | DT_PATH_ELLIPSIS)) != 0;
+    // What fits needs no ellipsis, so only texts that are too long pay for the layout.
     if (!shortens || size.cx <= box.Width()) return PutPlain(text.View(), box, size, flags);
   }
   const lorv::PlacedText placed = lorv::LayOutText(surface, text.View(), box, flags);
@@ -182,6 +192,7 @@ void CDC::PutMark(const lorv::PlacedLine& line, const CRect* within) {
   const auto marked = line.text.View().substr(static_cast<std::size_t>(line.mark), 1);
   const int x = line.at.x + surface.Extent(before).cx;
   const int y = line.at.y + surface.Metrics().tmAscent + 1;
+  // Extents of the whole beginning, not of single letters: a kerned font sets them closer.
   const CRect mark(x, y, x + surface.Extent(marked).cx, y + 1);
   surface.Fill(within == nullptr ? mark : mark & *within, state_.text);
 }

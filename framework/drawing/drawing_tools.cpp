@@ -5,6 +5,10 @@
 #include "framework/drawing/device_context.h"
 #include "framework/ports/desktop_port.h"
 
+// Pens, brushes, fonts and bitmaps as values. A tool holds no handle of a system, so it may be made before
+// any desktop is, copied and kept in statics; only a bitmap holds a surface, which the desktop in force
+// makes. A deleted tool is the null tool of its kind and may still be selected.
+
 BOOL CPen::CreatePen(int style, int width, COLORREF colour) {
   stroke_ = {colour, std::max(width, 1), style};
   return TRUE;
@@ -33,7 +37,9 @@ BOOL CFont::CreateFontIndirect(const LOGFONT* face) {
 }
 
 BOOL CFont::CreatePointFont(int tenths, LPCTSTR face, CDC* dc) {
+  // A negative height means the letters' own height without the leading, which is what points measure.
   constexpr int kTenthsAnInch = 720;
+  // Without a context a font is made for the screen at its usual scale.
   const int dots = dc == nullptr ? 96 : dc->GetDeviceCaps(LOGPIXELSY);
   face_ = {};
   face_.lfHeight = -(tenths * dots + kTenthsAnInch / 2) / kTenthsAnInch;

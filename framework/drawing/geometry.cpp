@@ -4,9 +4,13 @@
 #include <cstdint>
 #include <utility>
 
+// Points, sizes and rectangles with the framework's operations. Sums and differences wrap around at 32 bits
+// as the system's do, by unsigned arithmetic: places come from messages and saved layouts, and a hostile one
+// must not be undefined. Where intersection, union or difference leave nothing, the result is {0, 0, 0, 0}.
+
 namespace {
 
-// Sums that wrap around at 32 bits.
+// Through unsigned numbers, whose overflow is defined.
 LONG Sum(LONG a, LONG b) {
   return static_cast<LONG>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
 }
@@ -15,6 +19,7 @@ LONG Difference(LONG a, LONG b) {
   return static_cast<LONG>(static_cast<std::uint32_t>(a) - static_cast<std::uint32_t>(b));
 }
 
+// The system's operations leave all zeros where nothing is left; callers compare with that.
 BOOL Keep(CRect& target, const CRect& answer) {
   target = answer.IsRectEmpty() ? CRect() : answer;
   return !target.IsRectEmpty();
@@ -62,6 +67,7 @@ int CRect::Height() const {
 }
 
 CPoint CRect::CenterPoint() const {
+  // In 64 bits: the sum of two coordinates need not fit, their middle always does.
   const auto middle = [](LONG a, LONG b) {
     return static_cast<LONG>((static_cast<std::int64_t>(a) + b) / 2);
   };
@@ -109,6 +115,7 @@ BOOL CRect::IntersectRect(LPCRECT a, LPCRECT b) {
 }
 
 BOOL CRect::UnionRect(LPCRECT a, LPCRECT b) {
+  // An empty rectangle has no place of its own and must not stretch the union to where it lies.
   if (CRect(a).IsRectEmpty()) return Keep(*this, CRect(b));
   if (CRect(b).IsRectEmpty()) return Keep(*this, CRect(a));
   return Keep(*this, CRect(std::min(a->left, b->left), std::min(a->top, b->top), std::max(a->right, b->right),
@@ -120,6 +127,8 @@ BOOL CRect::SubtractRect(LPCRECT a, LPCRECT b) {
   CRect common;
   if (rest.IsRectEmpty() || !common.IntersectRect(a, b)) return Keep(*this, rest);
   if (common.EqualRect(a)) return Keep(*this, CRect());
+  // Only a cut through the whole width or height leaves a rectangle; any other leaves `a` as it is, as in the
+  // system.
   if (common.top == rest.top && common.bottom == rest.bottom) {
     if (common.left == rest.left) {
       rest.left = common.right;

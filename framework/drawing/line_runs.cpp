@@ -5,6 +5,10 @@
 #include <cstdlib>
 #include <utility>
 
+// Lines as rectangles to be filled, for canvases that have no lines of their own. Only the steps that can
+// touch the area are walked, so a line between far corners of 32 bits costs what is seen of it, and the same
+// step always gives the same square: parts painted at different times fit together.
+
 namespace lorv {
 namespace {
 
@@ -29,6 +33,7 @@ class LineSteps {
   }
   // The steps that can touch the area.
   std::pair<std::int64_t, std::int64_t> Within(const CRect& area, int width) const {
+    // Along the longer way each step moves by exactly one, so the steps follow from the edges of the area.
     const bool flat = std::abs(by_x_) == count_;
     const std::int64_t low = Far(flat ? from_.x : from_.y, flat ? area.left : area.top) - width + 1;
     const std::int64_t high = Far(flat ? from_.x : from_.y, flat ? area.right : area.bottom) - 1;
@@ -38,6 +43,7 @@ class LineSteps {
 
  private:
   // The product of the longest line would leave 64 bits.
+  // A double rounds it the same way for every area, so no pixel jumps between two paintings.
   std::int64_t Part(std::int64_t by, std::int64_t step) const {
     return static_cast<std::int64_t>(static_cast<double>(by) * static_cast<double>(step) /
                                      static_cast<double>(count_));
@@ -50,6 +56,8 @@ class LineSteps {
 };
 
 bool Inked(int style, std::int64_t step) {
+  // Counted from the line's beginning and not from the first visible step: dashes stay in place when it
+  // scrolls.
   constexpr int kDash = 4;
   constexpr int kPeriod = 6;
   if (style == PS_DOT) return step % 2 == 0;
@@ -80,6 +88,7 @@ std::vector<CRect> LineRuns(POINT from, POINT to, const Stroke& stroke, const CR
   const auto [first, last] = steps.Within(area, stroke.width);
   if (first > last) return runs;
   if (steps.Straight() && stroke.style == PS_SOLID) {
+    // The lines of a grid are all of this kind: one fill each.
     runs.push_back(CRect(steps.At(first), square) | CRect(steps.At(last), square));
   } else {
     std::int64_t before = -2;
@@ -89,6 +98,7 @@ std::vector<CRect> LineRuns(POINT from, POINT to, const Stroke& stroke, const CR
       before = i;
     }
   }
+  // A wide pen's squares reach over the edge.
   for (CRect& run : runs) run &= area;
   std::erase_if(runs, [](const CRect& run) { return run.IsRectEmpty() != 0; });
   return runs;

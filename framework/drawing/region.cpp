@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <limits>
 
-// Regions as plain lists: those of a window have a handful of rectangles, for which a list beats bands.
+// Regions as plain lists of rectangles that never overlap: those of a window have a handful, for which a list
+// beats sorted bands. That they are disjoint is what Covers and Area rest on, so every change goes through
+// Add, Remove, Keep or Move.
 
 namespace lorv {
 namespace {
@@ -62,6 +64,7 @@ bool Region::Touches(const RECT& rect) const {
 
 bool Region::Covers(const RECT& rect) const {
   if (CRect(rect).IsRectEmpty() != 0) return true;
+  // The usual case first; the sum of areas is right only because no two rectangles overlap.
   if (std::any_of(rects_.begin(), rects_.end(), [&](const CRect& known) { return Within(rect, known); }))
     return true;
   std::int64_t covered = 0;
@@ -75,6 +78,7 @@ void Region::Add(const RECT& rect) {
   if (fresh.IsRectEmpty() != 0) return;
   for (const CRect& known : rects_)
     if (Within(fresh, known)) return;
+  // First cut out of the others, so that the list stays disjoint.
   Remove(fresh);
   for (std::size_t i = 0; i < rects_.size();) {
     if (!Joined(fresh, rects_[i])) {
@@ -82,6 +86,7 @@ void Region::Add(const RECT& rect) {
       continue;
     }
     rects_.erase(rects_.begin() + static_cast<std::ptrdiff_t>(i));
+    // The grown rectangle may fit one that was passed over already.
     i = 0;
   }
   rects_.push_back(fresh);
@@ -92,6 +97,7 @@ void Region::Add(const Region& other) {
     rects_ = other.rects_;
     return;
   }
+  // A copy, as `other` may be this region.
   for (const CRect& rect : std::vector<CRect>(other.rects_)) Add(rect);
 }
 
@@ -124,6 +130,7 @@ void Region::Move(SIZE by) {
 }
 
 void Region::Simplify(std::size_t most) {
+  // Each join lowers the count by at least one, so this ends.
   while (rects_.size() > std::max<std::size_t>(most, 1)) JoinCheapest();
 }
 

@@ -2,9 +2,13 @@
 
 #include <algorithm>
 
+// The lines of DrawText: parted, broken, shortened and placed from the extents that a canvas gives. It draws
+// nothing and keeps nothing, so measuring (DT_CALCRECT) and drawing can never differ.
+
 namespace lorv {
 namespace {
 
+// From the radicals upwards; a line may be broken before and behind each of these characters.
 constexpr TCHAR kFirstIdeograph = 0x2E80;
 constexpr int kTabCharacters = 8;
 
@@ -13,7 +17,7 @@ class Layout {
   Layout(const Canvas& canvas, const RECT& rect, UINT flags)
       : canvas_(canvas), rect_(rect), flags_(flags), metrics_(canvas.Metrics()) {}
 
-  PlacedText Work(TextView text);
+  PlacedText Run(TextView text);
 
  private:
   bool Has(UINT flag) const { return (flags_ & flag) == flag; }
@@ -36,13 +40,14 @@ class Layout {
   PlacedText done_;
 };
 
-PlacedText Layout::Work(TextView text) {
+PlacedText Layout::Run(TextView text) {
   if (Has(DT_SINGLELINE)) {
     done_.lines.push_back(Unmarked(text));
   } else {
     std::size_t start = 0;
     for (std::size_t end = 0; start <= text.size(); start = end + 1) {
       end = std::min(text.find_first_of(_T("\r\n"), start), text.size());
+      // A line end at the text's end begins no further line, but an empty text is one line.
       if (end == text.size() && start == end && start != 0) break;
       AddParagraph(text.substr(start, end - start));
       if (text.substr(end, 2) == _T("\r\n")) ++end;
@@ -54,6 +59,7 @@ PlacedText Layout::Work(TextView text) {
 }
 
 void Layout::AddParagraph(TextView text) {
+  // Marks are taken out before measuring, as "&" has no width on the screen.
   const PlacedLine line = Unmarked(text);
   if (Has(DT_WORDBREAK) && Width(line.text.View()) > Room())
     AddBroken(line);
@@ -83,6 +89,8 @@ int Layout::FittingUnits(const CString& text, int from) const {
 int Layout::Longest(const CString& text, int room) const {
   int fits = 0;
   int over = text.GetLength() + 1;
+  // By halving, since each extent is a call into the peer: a long cell costs ten calls and not one a
+  // character.
   while (over - fits > 1) {
     const int middle = fits + (over - fits) / 2;
     (Width(text.View().substr(0, static_cast<std::size_t>(middle))) <= room ? fits : over) = middle;
@@ -102,6 +110,7 @@ int Layout::BreakAt(const CString& text, int from, int fitting) const {
   for (int at = end; at > from; --at)
     if (breaks(at)) return at;
   if (Has(DT_EDITCONTROL)) return end;
+  // A word wider than the rectangle stays whole and runs over the edge.
   while (end < length && !breaks(end)) ++end;
   return end;
 }
@@ -110,6 +119,7 @@ PlacedLine Layout::Unmarked(TextView text) const {
   PlacedLine line;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const bool prefix = text[i] == _T('&') && !Has(DT_NOPREFIX);
+    // A lone "&" at the end is not shown.
     if (prefix && ++i == text.size()) break;
     if (prefix && text[i] != _T('&') && !Has(DT_HIDEPREFIX)) line.mark = line.text.GetLength();
     if (text[i] == _T('\t') && Has(DT_EXPANDTABS))
@@ -133,10 +143,12 @@ void Layout::Shorten() {
   if (done_.lines.empty() || (flags_ & (DT_END_ELLIPSIS | DT_WORD_ELLIPSIS | DT_PATH_ELLIPSIS)) == 0) return;
   for (PlacedLine& line : done_.lines) {
     if (Width(line.text.View()) <= Room()) continue;
+    // DT_WORD_ELLIPSIS shortens every line that is too wide, the other two the last one only.
     if (!Has(DT_WORD_ELLIPSIS) && &line != &done_.lines.back()) continue;
     const int room = Room() - Width(_T("..."));
     const int tail = Has(DT_PATH_ELLIPSIS) ? line.text.ReverseFind(_T('\\')) : -1;
     const CString end = tail > 0 ? line.text.Mid(tail) : CString();
+    // At least one character stays before the dots, or all shortened cells of a column would look alike.
     const int keep = std::max(Longest(line.text, room - Width(end.View())), end.IsEmpty() ? 1 : 0);
     line.text = line.text.Left(keep) + _T("...") + end;
     if (line.mark >= keep) line.mark = -1;
@@ -147,6 +159,7 @@ void Layout::PlaceLines() {
   const int height = metrics_.tmHeight + (Has(DT_EXTERNALLEADING) ? metrics_.tmExternalLeading : 0);
   const int total = height * static_cast<int>(done_.lines.size());
   int y = rect_.top;
+  // Several lines always begin at the top: the system passes over these two flags then.
   if (Has(DT_SINGLELINE) && Has(DT_BOTTOM)) y = rect_.bottom - total;
   if (Has(DT_SINGLELINE) && Has(DT_VCENTER)) y = rect_.top + (rect_.bottom - rect_.top - total) / 2;
   done_.bounds = {rect_.left, y, rect_.left, y + total};
@@ -165,7 +178,7 @@ void Layout::PlaceLines() {
 }  // namespace
 
 PlacedText LayOutText(const Canvas& canvas, TextView text, const RECT& rect, UINT flags) {
-  return Layout(canvas, rect, flags).Work(text);
+  return Layout(canvas, rect, flags).Run(text);
 }
 
 }  // namespace lorv

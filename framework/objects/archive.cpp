@@ -4,6 +4,10 @@
 #include <array>
 #include <memory>
 
+// Storing and loading of numbers, texts and objects in the framework's form for 16-bit text, byte for byte,
+// so that streams of the suite's earlier programs load. Streams are not to be trusted: each length is checked
+// before it is used, memory grows with the bytes that really come, and nesting ends at kMaxArchiveDepth.
+
 namespace {
 
 // Escapes of a text's length, each read as the whole of its field.
@@ -51,6 +55,7 @@ void CArchive::Close() {
   if (file != nullptr && IsStoring()) file->Flush();
 }
 
+// The cause names what the archive is, not what was asked for: one that loads is "read only".
 CFile& CArchive::Opened(UINT mode) const {
   if (file_ == nullptr) AfxThrowArchiveException(CArchiveException::genericException);
   if (mode_ != mode) {
@@ -101,6 +106,7 @@ CArchive& CArchive::operator>>(double& value) {
 }
 
 void CArchive::PutLength(std::size_t length) {
+  // The mark of 16-bit text; narrow text begins with its length instead.
   PutNumber(kByteEscape, 1).PutNumber(kWideMark, 2);
   if (length < kByteEscape) {
     PutNumber(length, 1);
@@ -117,6 +123,7 @@ std::size_t CArchive::TakeLength() {
   }
   std::uint64_t length = TakeNumber(1);
   if (length == kByteEscape) length = TakeNumber(2);
+  // A second mark would be a length that no writer gives.
   if (length == kWideMark) AfxThrowArchiveException(CArchiveException::badSchema);
   if (length == kWordEscape) length = TakeNumber(4);
   if (length > kLongestText) AfxThrowArchiveException(CArchiveException::badIndex);
@@ -125,6 +132,7 @@ std::size_t CArchive::TakeLength() {
 
 CArchive& CArchive::operator<<(const CString& text) {
   PutLength(text.View().size());
+  // In pieces, so that a long text needs no second copy of itself as bytes.
   std::array<BYTE, 1024> bytes{};
   std::size_t used = 0;
   for (const TCHAR unit : text.View()) {
@@ -139,6 +147,7 @@ CArchive& CArchive::operator<<(const CString& text) {
 CArchive& CArchive::operator>>(CString& text) {
   std::size_t left = TakeLength();
   std::basic_string<TCHAR> units;
+  // A stream of ten bytes can claim two gigabytes; memory is taken only for what has come.
   std::vector<BYTE> bytes(2 * std::min(left, kUnitsAtOnce));
   while (left != 0) {
     const std::size_t now = std::min(left, kUnitsAtOnce);
@@ -149,6 +158,7 @@ CArchive& CArchive::operator>>(CString& text) {
     }
     left -= now;
   }
+  // Only now: a stream that ends early leaves the caller's text as it was.
   text = CString(std::move(units));
   return *this;
 }
@@ -160,6 +170,7 @@ CArchive& CArchive::operator<<(const CObject* object) {
 
 void CArchive::WriteObject(const CObject* object) {
   if (object == nullptr) {
+    // The empty class name stands for null.
     *this << CString();
     return;
   }
@@ -176,6 +187,7 @@ const CRuntimeClass* CArchive::TakeClass(const CRuntimeClass* wanted) {
   *this >> name;
   if (name.IsEmpty()) return nullptr;
   const CRuntimeClass* found = CRuntimeClass::FromName(name.ToUtf8().c_str());
+  // Checked before an object is made: a stream must not choose what runs here.
   if (found == nullptr || (wanted != nullptr && !found->IsDerivedFrom(wanted))) {
     AfxThrowArchiveException(CArchiveException::badClass);
   }
@@ -189,6 +201,7 @@ CObject* CArchive::ReadObject(const CRuntimeClass* wanted) {
   const CRuntimeClass* found = TakeClass(wanted);
   if (found == nullptr) return nullptr;
   const DepthScope scope(depth_);
+  // Owned here until it is loaded whole, as Serialize may throw.
   std::unique_ptr<CObject> object(found->CreateObject());
   if (object != nullptr) object->Serialize(*this);
   return object.release();

@@ -4,6 +4,10 @@
 #include <array>
 #include <cerrno>
 
+// The framework's failure objects: thrown as pointers, ended by Delete, with a short Chinese text each, the
+// same on every system. A failure must be able to arise when everything else fails, so the one for lack of
+// memory is a static object and texts are constants.
+
 IMPLEMENT_DYNAMIC(CException, CObject)
 IMPLEMENT_DYNAMIC(CMemoryException, CException)
 IMPLEMENT_DYNAMIC(CNotSupportedException, CException)
@@ -24,6 +28,7 @@ struct CauseOfError {
 
 using File = CFileException;
 
+// What is not listed is the general cause, as in the framework.
 constexpr std::array kCausesOfErrno = {
     CauseOfError{0, File::none},
     CauseOfError{EPERM, File::accessDenied},
@@ -93,6 +98,7 @@ constexpr std::array<LPCTSTR, 9> kArchiveTexts = {
 template <std::size_t N>
 CString TextIn(const std::array<LPCTSTR, N>& texts, int cause) {
   const bool known = cause >= 0 && cause < static_cast<int>(N);
+  // Row 1 is the general failure: the cause comes from a caller and may be any number.
   return texts[known ? static_cast<std::size_t>(cause) : 1];
 }
 
@@ -108,6 +114,7 @@ BOOL CException::GetErrorMessage(LPTSTR error, UINT max_error, UINT* help_contex
   if (help_context != nullptr) *help_context = 0;
   if (error == nullptr || max_error == 0) return FALSE;
   const CString text = ErrorText();
+  // Cut to the caller's buffer, which always ends with a zero unit.
   const auto length = std::min<std::size_t>(text.View().size(), max_error - 1);
   std::copy_n(text.GetString(), length, error);
   error[length] = 0;
@@ -115,6 +122,7 @@ BOOL CException::GetErrorMessage(LPTSTR error, UINT max_error, UINT* help_contex
 }
 
 void CException::Delete() {
+  // Objects that no one made by `new` say so and stay.
   if (m_bAutoDelete) delete this;
 }
 

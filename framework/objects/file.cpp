@@ -5,6 +5,9 @@
 #include <new>
 #include <stdexcept>
 
+// The file in memory: a vector of bytes with a position. It behaves as a file on disk does: the position may
+// stand behind the end, where reading gives nothing and writing fills the gap with zeros.
+
 IMPLEMENT_DYNAMIC(CFile, CObject)
 IMPLEMENT_DYNAMIC(CMemFile, CFile)
 
@@ -24,6 +27,7 @@ UINT CMemFile::Read(void* buffer, UINT count) {
 void CMemFile::Write(const void* buffer, UINT count) {
   if (count == 0) return;
   const unsigned long long behind = position_ + count;
+  // Fills the gap, if there is one, with zeros; fails before a byte or the position is changed.
   if (behind > bytes_.size()) SetLength(behind);
   std::memcpy(bytes_.data() + position_, buffer, count);
   position_ = behind;

@@ -2,6 +2,10 @@
 
 #include <chrono>
 
+// Critical sections that the same thread may enter again, and the scope that holds one. The mutex is a timed
+// one, as callers give a time to wait; owner and count stand beside it because a recursive mutex cannot say
+// who holds it, and Unlock by another thread must be refused.
+
 bool CCriticalSection::Enter(DWORD timeout) {
   if (timeout == 0) return mutex_.try_lock();
   if (timeout != INFINITE) return mutex_.try_lock_for(std::chrono::milliseconds(timeout));
@@ -23,8 +27,10 @@ BOOL CCriticalSection::Lock(DWORD timeout) {
 }
 
 BOOL CCriticalSection::Unlock() {
+  // Undefined in the framework; here the lock of the thread inside stays whole.
   if (owner_.load(std::memory_order_relaxed) != std::this_thread::get_id()) return FALSE;
   if (--entries_ == 0) {
+    // Before the mutex goes: behind it the next owner may have written its own id.
     owner_.store(std::thread::id(), std::memory_order_relaxed);
     mutex_.unlock();
   }
@@ -36,6 +42,7 @@ CSingleLock::CSingleLock(CSyncObject* object, BOOL initial_lock) : object_(objec
 }
 
 BOOL CSingleLock::Lock(DWORD timeout) {
+  // Entered once only, as the one Unlock of the destructor must let it go.
   if (object_ != nullptr && !locked_) locked_ = object_->Lock(timeout);
   return locked_;
 }

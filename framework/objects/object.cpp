@@ -2,9 +2,13 @@
 
 #include <string_view>
 
+// Run-time classes: names, base classes, making by name. The list of storable classes is a chain through
+// static objects and needs no memory, as it grows before main and across the files of a program in any order.
+
 namespace {
 
 // The storable classes, newest first. Filled before main begins and only read afterwards.
+// Within a function, so that it is there for the first class whichever file is initialised first.
 const CRuntimeClass*& FirstStorable() {
   static const CRuntimeClass* first = nullptr;
   return first;
@@ -13,6 +17,7 @@ const CRuntimeClass*& FirstStorable() {
 }  // namespace
 
 CObject* CRuntimeClass::CreateObject() const {
+  // Classes without a default constructor have run-time classes, too, but cannot be made by name.
   return m_pfnCreateObject == nullptr ? nullptr : m_pfnCreateObject();
 }
 

@@ -3,6 +3,9 @@
 #include "framework/objects/exceptions.h"
 #include "framework/ports/desktop_port.h"
 
+// Which desktop window classes talk to: that of the innermost scope, else the one chosen for the process.
+// Scopes are for tests and for pictures of dialogs; they nest, and each puts back what it found.
+
 namespace lorv {
 namespace {
 
@@ -18,6 +21,8 @@ Desktop& DesktopInForce() {
 Desktop* DesktopIfAny() {
   try {
     return &DesktopInForce();
+    // Whoever asks here can do without windows: a library that reports a failure must not fail for lack of a
+    // screen.
   } catch (CResourceException* none) {
     none->Delete();
     return nullptr;

@@ -1,5 +1,8 @@
 #include "framework/ports/no_window.h"
 
+// The window and the canvas that stand for those that are not there (null objects). Window classes ask
+// through them without a check at each call: everything has the size 0, changes nothing and answers no.
+
 namespace lorv {
 namespace {
 
@@ -71,6 +74,7 @@ class EmptyWindow : public WindowPeer {
   bool KillTimer(UINT_PTR /*id*/) override { return false; }
   void TrackLeave() override {}
   LRESULT Default(UINT /*message*/, WPARAM /*w*/, LPARAM /*l*/) override { return 0; }
+  // Not 0, as callers divide by it.
   int Dpi() const override { return 96; }
 };
 

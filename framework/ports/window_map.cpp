@@ -4,6 +4,10 @@
 
 #include "framework/ports/desktop_port.h"
 
+// Which object belongs to a handle, and the way of a message from a peer to it. Peers and window classes hold
+// no pointers to one another but look here at each call, so a handler may destroy any window and any object.
+// For the thread of the user interface only, hence no lock.
+
 namespace lorv {
 namespace {
 
@@ -34,6 +38,7 @@ MessageTarget* MappedWindow(HWND window) {
 
 LRESULT DeliverMessage(HWND window, UINT message, WPARAM w, LPARAM l) {
   MessageTarget* const target = MappedWindow(window);
+  // A window without an object, such as a plain label of a dialog, goes on with its peer's own behaviour.
   if (target != nullptr) return target->HandleMessage(window, message, w, l);
   const auto peer = DesktopInForce().Find(window);
   return peer == nullptr ? 0 : peer->Default(message, w, l);

@@ -4,6 +4,10 @@
 
 #include "framework/text/char_class.h"
 
+// The framework's text class over a standard string of 16-bit units. Negative positions and counts are taken
+// as 0 and those behind the end as the end, wherever the framework would assert; null pointers are empty
+// texts. Searching and cutting see units, so a surrogate pair counts two.
+
 namespace {
 
 using lorv::TextView;
@@ -51,6 +55,7 @@ CString::CString(LPCTSTR text, int length) {
 CString::CString(TCHAR c, int count) : text_(Count(count), c) {}
 
 CString& CString::operator=(LPCTSTR text) {
+  // By a copy, as the argument may point into this very text.
   text_ = std::basic_string<TCHAR>(Safe(text));
   return *this;
 }
@@ -72,6 +77,7 @@ CString& CString::operator=(TCHAR c) {
   return *this;
 }
 
+// Outside the text the framework is undefined; callers walk to the terminator, so 0 it is.
 TCHAR CString::GetAt(int index) const {
   return index >= 0 && index < GetLength() ? text_[static_cast<std::size_t>(index)] : TCHAR{0};
 }
@@ -94,6 +100,7 @@ LPTSTR CString::GetBufferSetLength(int length) {
 }
 
 void CString::ReleaseBuffer(int length) {
+  // Below 0 the caller has written a text that ends with a zero unit, and its length is counted.
   text_.resize(length < 0 ? lorv::TextLength(text_.c_str()) : Count(length), TCHAR{0});
 }
 
@@ -223,6 +230,7 @@ CString& CString::TrimRight(LPCTSTR set) {
 }
 
 int CString::Replace(TCHAR old, TCHAR fresh) {
+  // Nothing changes, so nothing is counted.
   if (old == fresh) return 0;
   const auto count = std::count(text_.begin(), text_.end(), old);
   std::replace(text_.begin(), text_.end(), old, fresh);
@@ -254,6 +262,7 @@ int CString::Insert(int index, TCHAR c) {
 }
 
 int CString::Insert(int index, LPCTSTR text) {
+  // By a copy, as the text may be part of this one.
   text_.insert(std::min(Count(index), text_.size()), std::basic_string<TCHAR>(Safe(text)));
   return GetLength();
 }

@@ -9,11 +9,16 @@
 #include "framework/text/number_text.h"
 #include "framework/text/utf8.h"
 
+// Format over typed arguments. The letters mean what they mean in the framework's Format, but what an
+// argument is comes from its type: a wrong letter prints something sensible instead of reading memory that is
+// not there. Real numbers go through number_text.h and so ignore the locale.
+
 namespace lorv {
 
 std::int64_t FormatArg::AsSigned() const {
   if (kind_ != Kind::kReal) return static_cast<std::int64_t>(integer_);
   constexpr double kLimit = 9223372036854775808.0;
+  // Out of range, and for NaN, the value that the processor's conversion gives.
   return real_ >= -kLimit && real_ < kLimit ? static_cast<std::int64_t>(real_) : INT64_MIN;
 }
 
@@ -90,6 +95,7 @@ std::basic_string<TCHAR> Formatter::Run() {
     Conversion c;
     ReadFlags(c);
     c.width = ReadCount();
+    // A width below 0 comes from "*" and means the same as the flag "-".
     if (c.width < 0) {
       c.left = true;
       c.width = -c.width;
@@ -108,6 +114,7 @@ std::basic_string<TCHAR> Formatter::Run() {
       ++at_;
       out_.push_back('%');
     } else {
+      // What is no conversion stays as it was typed; the letter itself follows as plain text.
       out_.append(start, at_);
     }
   }
@@ -143,6 +150,7 @@ int Formatter::ReadCount() {
     ++at_;
     if (next_ == end_) return 0;
     const std::int64_t count = (next_++)->AsSigned();
+    // A width from data must not take all memory.
     return static_cast<int>(std::clamp<std::int64_t>(count, -kMaxFormatWidth, kMaxFormatWidth));
   }
   int count = 0;
@@ -151,6 +159,7 @@ int Formatter::ReadCount() {
 }
 
 void Formatter::SkipLengthWords() {
+  // They name the size of an argument, which its type has told already.
   static constexpr TextView kWords = _T("hljztLw");
   while (*at_ != 0 && kWords.find(*at_) != TextView::npos) ++at_;
   if (*at_ == 'I') {
@@ -160,8 +169,10 @@ void Formatter::SkipLengthWords() {
 }
 
 void Formatter::Convert(const Conversion& c) {
+  // More letters than arguments print nothing.
   if (next_ == end_) return;
   const FormatArg& arg = *next_++;
+  // A text stays a text under any letter.
   if (arg.GetKind() == FormatArg::Kind::kText) return PutText(c, arg.AsText());
   switch (c.letter) {
     case 'c':
@@ -199,6 +210,7 @@ void Formatter::PutUnsigned(const Conversion& c, const FormatArg& arg) {
   std::uint64_t value = arg.AsUnsigned();
   if (is_signed) {
     const std::int64_t number = arg.AsSigned();
+    // Unsigned, as the smallest number has no opposite.
     value = number < 0 ? 0 - static_cast<std::uint64_t>(number) : static_cast<std::uint64_t>(number);
     prefix = number < 0 ? "-" : c.plus ? "+" : c.blank ? " " : "";
   }
@@ -213,11 +225,14 @@ void Formatter::PutUnsigned(const Conversion& c, const FormatArg& arg) {
   if (c.letter == 'X' || c.letter == 'p') {
     for (char& d : body) d = static_cast<char>(ToUpper(static_cast<TCHAR>(d)));
   }
+  // As in C: no digits are wanted and none are needed.
   if (c.precision == 0 && value == 0) body.clear();
+  // Pointers always have all 16 digits, as on the platform.
   const auto wanted = static_cast<std::size_t>(c.letter == 'p' ? 16 : std::max(c.precision, 0));
   if (body.size() < wanted) body.insert(0, wanted - body.size(), '0');
   if (c.alternative && c.letter == 'o' && (body.empty() || body.front() != '0')) body.insert(0, 1, '0');
   if (c.alternative && hex && value != 0) prefix += c.letter == 'x' ? "0x" : "0X";
+  // A precision turns the flag 0 off for whole numbers.
   PutNumber(c, prefix, body, c.zero && c.precision < 0);
 }
 
@@ -229,6 +244,7 @@ void Formatter::PutReal(const Conversion& c, const FormatArg& arg) {
   const std::string body = c.alternative && std::isfinite(value)
                                ? RealWithPoint(std::fabs(value), letter, precision)
                                : RealToText(std::fabs(value), letter, precision);
+  // "inf" and "nan" are filled with blanks, never with zeros.
   PutNumber(c, negative ? "-" : c.plus ? "+" : c.blank ? " " : "", body, c.zero && std::isfinite(value));
 }
 

@@ -8,6 +8,10 @@
 
 #include "framework/text/char_class.h"
 
+// Numbers read from and written to text without a look at the locale. Reading takes the longest beginning
+// that is a number, as _wtof does, and gives the double nearest to it; the short way and the long way give
+// the same bits, since the short one divides two exact numbers once.
+
 namespace lorv {
 namespace {
 
@@ -33,6 +37,7 @@ std::size_t SkipExponent(TextView text, std::size_t at) {
   return end == digits ? at : end;
 }
 
+// "1.", ".5" and "1e" begin a number, "." and "e5" do not; an exponent without digits is left out.
 NumberSpan MeasureReal(TextView text) {
   NumberSpan span;
   std::size_t at = 0;
@@ -51,7 +56,7 @@ NumberSpan MeasureReal(TextView text) {
   return span;
 }
 
-// The power of ten at which a number's first digit above 0 stands, as far as it tells large from small.
+// The power of ten at which a number's first digit above 0 stands, as far as it parts large from small.
 std::int64_t PowerOfFirstDigit(const std::string& number) {
   const std::size_t mark = std::min(number.find_first_of("eE"), number.size());
   const std::size_t point = std::min(number.find('.'), mark);
@@ -75,6 +80,8 @@ double ConvertNarrow(TextView digits) {
   double value = 0;
   const auto result = std::from_chars(narrow.data(), narrow.data() + narrow.size(), value);
   if (result.ec != std::errc::result_out_of_range) return value;
+  // The conversion says only that the number does not fit; whether it is too large or too small shows in the
+  // digits.
   return PowerOfFirstDigit(narrow) > 0 ? std::numeric_limits<double>::infinity() : 0.0;
 }
 
@@ -84,6 +91,7 @@ constexpr std::array<double, 16> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5
 // At most 15 digits and no exponent: the digits and the power of ten are exact, so one division rounds
 // once, which is the correctly rounded value.
 bool ConvertShort(TextView digits, double& value) {
+  // 15 digits are below 2^53 and so exact, as the power of ten is; the sixteenth unit may be the point.
   if (digits.size() > 16) return false;
   std::int64_t number = 0;
   std::size_t count = 0;
@@ -140,6 +148,7 @@ int ReadInteger(TextView text) {
   if (at < text.size() && (text[at] == '+' || text[at] == '-')) negative = text[at++] == '-';
   std::int64_t value = 0;
   constexpr std::int64_t kLimit = std::int64_t{1} << 31;
+  // Held at the limit at each digit, so that a line of a thousand digits cannot wrap.
   for (; at < text.size() && IsDigit(text[at]); ++at) value = std::min(value * 10 + (text[at] - '0'), kLimit);
   if (negative) return static_cast<int>(-value);
   return static_cast<int>(std::min(value, kLimit - 1));

@@ -8,6 +8,9 @@
 #include <emmintrin.h>
 #endif
 
+// Order and length of texts. Letter case folds for ASCII alone, whatever the locale, and units are compared
+// by their number: the order of a sorted file must be the same on every machine that reads it.
+
 namespace lorv {
 namespace {
 
@@ -30,6 +33,7 @@ int CompareViews(TextView a, TextView b, Fold fold) {
     const int difference = Difference(fold(a[i]), fold(b[i]));
     if (difference != 0) return difference;
   }
+  // The shorter one first; what stands in both was equal.
   if (a.size() == b.size()) return 0;
   return a.size() < b.size() ? -1 : 1;
 }
@@ -71,6 +75,7 @@ std::size_t TextLength(LPCTSTR text) {
 
 #endif
 
+// The difference of the first unequal units and not only its sign, as callers of old have it.
 int CompareExact(LPCTSTR a, LPCTSTR b) {
   while (*a == *b && *a != 0) ++a, ++b;
   return Difference(*a, *b);
@@ -87,6 +92,7 @@ int CompareWithoutCase(TextView a, TextView b) {
 }  // namespace lorv
 
 int strcompare(LPCTSTR a, LPCTSTR b, int count) {
+  // Without a count the whole texts are compared.
   if (count < 0) return lorv::CompareWithoutCase(a, b);
   return lorv::CompareWithoutCase(lorv::Beginning(a, count), lorv::Beginning(b, count));
 }

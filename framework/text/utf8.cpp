@@ -2,6 +2,10 @@
 
 #include <cstdint>
 
+// UTF-8 to 16-bit units and back. Nothing is refused: broken bytes and lone surrogates become U+FFFD, one for
+// each byte or unit that begins no character, so that a damaged file can still be shown and its length stays
+// bounded by its bytes.
+
 namespace lorv {
 namespace {
 
@@ -14,6 +18,7 @@ struct LeadByte {
 };
 
 bool Classify(unsigned char byte, LeadByte& lead) {
+  // C0 and C1 could only begin overlong forms; from F5 on nothing is a code point.
   if (byte >= 0xC2 && byte <= 0xDF) {
     lead = {1, byte & 0x1Fu, 0x80};
   } else if (byte >= 0xE0 && byte <= 0xEF) {
@@ -42,7 +47,9 @@ std::uint32_t ReadCharacter(std::string_view bytes, std::size_t& at) {
     if ((byte & 0xC0) != 0x80) return kReplacement;
     code = code << 6 | (byte & 0x3Fu);
   }
+  // Overlong forms and surrogates are refused: one character must not have two spellings.
   if (!IsCodePoint(code, lead.smallest)) return kReplacement;
+  // Only for a whole character; else the next byte is looked at for itself.
   at += lead.extra;
   return code;
 }

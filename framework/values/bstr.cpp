@@ -5,6 +5,10 @@
 #include "framework/values/com_error.h"
 #include "framework/values/variant.h"
 
+// The owner of an automation text. Each object has a copy of its own, where the platform's class shares one
+// among copies and counts them: so an object may go to another thread, and its text may be taken out (Detach)
+// without a look at others.
+
 namespace {
 
 // Null stays null: "no text" is not the empty text.
@@ -50,6 +54,7 @@ BSTR _bstr_t::copy(bool copy) const {
 }
 
 BSTR* _bstr_t::GetAddress() noexcept {
+  // Whoever takes the address writes a new text there; the old one would be lost.
   Attach(nullptr);
   return &text_;
 }
@@ -67,6 +72,7 @@ BSTR _bstr_t::Detach() noexcept {
 }
 
 _bstr_t& _bstr_t::operator+=(const _bstr_t& other) {
+  // Nothing and nothing stays nothing, not the empty text.
   if (text_ == nullptr && other.text_ == nullptr) return *this;
   std::basic_string<TCHAR> joined(View());
   joined.append(other.View());
@@ -75,6 +81,7 @@ _bstr_t& _bstr_t::operator+=(const _bstr_t& other) {
 }
 
 int _bstr_t::Compared(const _bstr_t& other) const noexcept {
+  // "No text" comes before every text, the empty one included.
   if (text_ == nullptr || other.text_ == nullptr) {
     return static_cast<int>(text_ != nullptr) - static_cast<int>(other.text_ != nullptr);
   }

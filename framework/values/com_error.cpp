@@ -1,5 +1,8 @@
 #include "framework/values/com_error.h"
 
+// The failure of an automation call: its code, its rich error object if there is one, and its texts. Texts
+// are asked for when somebody wants them, as most failures are caught and passed over.
+
 namespace {
 
 // The range of codes that carry an old server's 16-bit number.
@@ -13,6 +16,7 @@ _com_error::_com_error(HRESULT code, IErrorInfo* info, bool add_ref) noexcept : 
 }
 
 _com_error::_com_error(const _com_error& other)
+    // The copy holds a reference of its own; the message is made again where it is asked for.
     : code_(other.code_), info_(other.ErrorInfo()), own_text_(other.own_text_) {}
 
 _com_error& _com_error::operator=(const _com_error& other) {
@@ -20,6 +24,7 @@ _com_error& _com_error::operator=(const _com_error& other) {
   std::swap(code_, copy.code_);
   std::swap(info_, copy.info_);
   std::swap(own_text_, copy.own_text_);
+  // It belonged to the old code.
   message_.Empty();
   return *this;
 }
@@ -61,6 +66,7 @@ LPCTSTR _com_error::ErrorMessage() const {
 
 HRESULT _com_error::WCodeToHRESULT(WORD code) noexcept {
   constexpr std::uint32_t kRoom = kLastWCode - kFirstWCode;
+  // Numbers that have no room share the last code, as the platform has it.
   return static_cast<HRESULT>(code >= kRoom ? kLastWCode : kFirstWCode + code);
 }
 

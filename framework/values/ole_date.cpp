@@ -5,6 +5,10 @@
 
 #include "framework/text/char_class.h"
 
+// Day numbers of automation (day 0 is 1899-12-30, the fraction is the time) to calendar dates and texts, by
+// plain arithmetic from the year 100 to 9999. The time is rounded to whole seconds. Negative days count down,
+// but their fraction still counts up from midnight: -1.25 is six o'clock of day -1.
+
 namespace lorv {
 namespace {
 
@@ -20,6 +24,8 @@ struct Date {
 };
 
 // A year that begins in March has its leap day at the end, so that months follow one rule.
+// The constants 1460, 36524 and 146096 are the last days of 4, 100 and 400 years; 153 is the sum of five
+// months in turn.
 Date DateOfDay(int day) {
   const int count = day + kDayZero;
   const int era = count / kDaysOf400Years;
@@ -41,6 +47,7 @@ int DayOfDate(Date date) {
 }
 
 bool IsDate(Date date) {
+  // The platform's own range; years of two digits would be a guess.
   if (date.year < 100 || date.year > 9999 || date.month < 1 || date.month > 12 || date.day < 1) return false;
   const bool leap = date.year % 4 == 0 && (date.year % 100 != 0 || date.year % 400 == 0);
   constexpr std::array kDays = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
@@ -66,6 +73,7 @@ class PartReader {
     const std::size_t start = at_;
     value = 0;
     for (; !AtEnd() && IsDigit(text_[at_]) && at_ - start < 5; ++at_) value = value * 10 + (text_[at_] - '0');
+    // A fifth digit is read to be refused: "20240" is no year.
     return at_ != start && at_ - start < 5;
   }
   std::size_t Place() const { return at_; }
@@ -78,6 +86,7 @@ class PartReader {
 
 bool ReadDate(PartReader& in, Date& date) {
   if (!in.Number(date.year)) return false;
+  // The same sign twice: "2024-5/1" is no date.
   const TCHAR sign = in.Skip('-') ? '-' : '/';
   if (sign == '/' && !in.Skip('/')) return false;
   return in.Number(date.month) && in.Skip(sign) && in.Number(date.day) && IsDate(date);
@@ -102,9 +111,11 @@ double Joined(int day, int seconds) {
 }  // namespace
 
 bool SplitOleDate(double date, SYSTEMTIME& time) {
+  // Written so that NaN is refused, too.
   if (!(date > kFirstOleDate - 1 && date < kBehindOleDates)) return false;
   int day = static_cast<int>(date);
   int seconds = static_cast<int>(std::lround(std::fabs(date - day) * kSecondsOfDay));
+  // Half a second before midnight rounds into the next day.
   if (seconds == kSecondsOfDay) {
     seconds = 0;
     ++day;
@@ -145,12 +156,14 @@ bool TextToOleDate(TextView text, double& date) {
   const std::size_t start = in.Place();
   bool right = ReadDate(in, parts);
   if (!right) {
+    // No date in front; a time alone is one of day 0.
     in.MoveTo(start);
     parts = {1899, 12, 30};
     right = ReadTime(in, seconds);
   } else {
     const std::size_t behind = in.Place();
     in.SkipBlanks();
+    // Blanks must part the two: "2024-05-0112:00" is neither.
     if (!in.AtEnd()) right = in.Place() != behind && ReadTime(in, seconds);
   }
   in.SkipBlanks();

@@ -4,6 +4,11 @@
 
 #include "framework/objects/exceptions.h"
 
+// The owner of a tagged value. Its memory is that of the platform's VARIANT and nothing more, so arrays of it
+// go to automation calls as they are. What fails raises _com_error; a COleVariant that cannot change its kind
+// raises the framework's failure object instead.
+
+// Automation gets arrays of these where it expects the platform's.
 static_assert(sizeof(_variant_t) == sizeof(VARIANT));
 
 namespace {
@@ -44,6 +49,7 @@ _variant_t::_variant_t(int value, VARTYPE type) : tagVARIANT{} {
 }
 
 _variant_t::_variant_t(long value, VARTYPE type) : tagVARIANT{} {
+  // A long has 64 bits off Windows; the value counts more than the tag.
   if (type == VT_I4 && !std::in_range<int>(value)) {
     vt = VT_I8;
     llVal = value;
@@ -80,6 +86,7 @@ _variant_t::_variant_t(IUnknown* object, bool add_ref) noexcept : _variant_t(VT_
 
 _variant_t& _variant_t::operator=(_variant_t&& source) noexcept {
   if (this != &source) {
+    // Ended last: releasing an object may lead back to this value, which is whole by then.
     const _variant_t old(std::move(*this));
     static_cast<VARIANT&>(*this) = source.Detach();
   }
@@ -103,6 +110,7 @@ _variant_t::operator long() const {
 }
 
 _variant_t::operator IDispatch*() const {
+  // The caller gets a reference of its own, as from the platform's class.
   const _variant_t object = As(VT_DISPATCH);
   if (object.pdispVal != nullptr) object.pdispVal->AddRef();
   return object.pdispVal;
@@ -115,6 +123,7 @@ _variant_t::operator IUnknown*() const {
 }
 
 bool _variant_t::operator==(const VARIANT& other) const noexcept {
+  // No conversion: 5 as text and 5 as number are different cells.
   if (vt != other.vt) return false;
   switch (vt) {
     case VT_EMPTY:
@@ -158,6 +167,7 @@ void _variant_t::Clear() {
 }
 
 void _variant_t::Attach(VARIANT& source) {
+  // Taken first: `source` may stand within what is cleared.
   const VARIANT taken = std::exchange(source, VARIANT{});
   Clear();
   static_cast<VARIANT&>(*this) = taken;
@@ -173,6 +183,7 @@ void _variant_t::ChangeType(VARTYPE type, const VARIANT* source) {
 }
 
 _variant_t _variant_t::As(VARTYPE type) const {
+  // Most reads ask for the kind that is there.
   if (vt == type && lorv::IsPlainType(type)) return *this;
   _variant_t result;
   result.ChangeType(type, this);

@@ -10,6 +10,10 @@
 #include "framework/text/number_text.h"
 #include "framework/values/ole_date.h"
 
+// Conversion between the kinds of tagged values, written once and never asked of the system but for objects
+// and arrays: the system goes by the user's locale. Whole numbers go from kind to kind in 64 bits without a
+// double between, which would lose digits; a target changes only when all has succeeded.
+
 namespace lorv {
 namespace {
 
@@ -36,6 +40,7 @@ struct Number {
   }
 };
 
+// Not by the processor's mode, which a host may have changed.
 double RoundedToEven(double value) {
   const double below = std::floor(value);
   const double rest = value - below;

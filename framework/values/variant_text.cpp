@@ -2,6 +2,9 @@
 
 #include "framework/values/ole_date.h"
 
+// The text of any value for tables and failure reports: like a conversion, but nothing, null and failure
+// codes are the empty text, and the kinds that cells mostly hold take no detour.
+
 CString VariantToText(const VARIANT& value) {
   switch (value.vt) {
     case VT_EMPTY:

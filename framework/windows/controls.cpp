@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <vector>
 
+// The classes of the system's controls. Each operation is a message or two, as the numbers and their
+// arguments are the protocol between a control and its peer; so a derived class that handles a message also
+// changes what the operation does, on every desktop.
+
 IMPLEMENT_DYNAMIC(CStatic, CWnd)
 IMPLEMENT_DYNAMIC(CButton, CWnd)
 IMPLEMENT_DYNAMIC(CEdit, CWnd)
@@ -11,6 +15,7 @@ IMPLEMENT_DYNAMIC(CComboBox, CWnd)
 
 namespace {
 
+// Through a signed type: -1 means "none" or "all" to many messages and must fill all 64 bits.
 WPARAM W(int value) {
   return static_cast<WPARAM>(static_cast<LONG_PTR>(value));
 }
@@ -28,6 +33,8 @@ CString ItemText(const CWnd& control, UINT length_message, UINT text_message, in
   const int length = Int(control.SendMessage(length_message, W(index)));
   if (length < 0) return {};
   std::vector<TCHAR> units(static_cast<std::size_t>(length) + 1);
+  // A handler may have changed the items between the two messages; never more is taken than there is room
+  // for.
   const int got = Int(control.SendMessage(text_message, W(index), L(units.data())));
   return got < 0 ? CString() : CString(units.data(), std::min(got, length));
 }
@@ -125,6 +132,7 @@ CString CEdit::GetLineText(int line) const {
   const int length = LineLength(start);
   // The first unit of the buffer carries its room.
   std::vector<TCHAR> units(static_cast<std::size_t>(length) + 2);
+  // One unit holds it, so of a longer line the protocol gives the beginning.
   units[0] = static_cast<TCHAR>(std::min(length + 1, 0xFFFF));
   const int got = Int(SendMessage(EM_GETLINE, W(line), L(units.data())));
   return CString(units.data(), std::min(got, length));
@@ -141,6 +149,7 @@ void CEdit::SetMargins(UINT left, UINT right) {
 
 CPoint CEdit::PosFromChar(UINT position) const {
   const LRESULT answer = SendMessage(EM_POSFROMCHAR, position);
+  // Signed: what is scrolled out at the left or top has a place below 0.
   return CPoint(static_cast<short>(LOWORD(answer)), static_cast<short>(HIWORD(answer)));
 }
 

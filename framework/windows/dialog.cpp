@@ -2,6 +2,9 @@
 
 #include "framework/drawing/device_context.h"
 
+// Dialogs made from a template that is data: building, the modal loop, closing. After each call that can
+// reach a handler the window is looked for again, as any handler may destroy it or end the dialog.
+
 IMPLEMENT_DYNAMIC(CDialog, CWnd)
 
 BEGIN_MESSAGE_MAP(CDialog, CWnd)
@@ -15,6 +18,7 @@ END_MESSAGE_MAP()
 CDialog::~CDialog() = default;
 
 INT_PTR CDialog::DoModal() {
+  // Without a form there is nothing to ask; a dialog that is up cannot be asked a second time.
   if (form_ == nullptr || m_hWnd != nullptr) return -1;
   modal_ = true;
   ended_ = false;

@@ -2,7 +2,9 @@
 
 #include "framework/windows/dialog.h"
 
-// How a dialog is worked from the keyboard.
+// What keys do in a dialog: Tab, Return, Escape, arrows within a group, letters with Alt. Messages come here
+// before the control sees them, and a control keeps a key by its answer to WM_GETDLGCODE. It is the system's
+// behaviour written once, so that it is the same on every desktop.
 
 namespace {
 
@@ -25,6 +27,8 @@ bool IsPushButton(HWND window) {
   return peer->Kind() == lorv::WindowKind::Button && (peer->Style() & BS_TYPEMASK) <= BS_DEFPUSHBUTTON;
 }
 
+// An edit of several lines asks for all keys and still lets Return press the default button, but for
+// ES_WANTRETURN.
 bool KeepsReturn(HWND window) {
   const auto peer = PeerOf(window);
   if (peer->Kind() != lorv::WindowKind::Edit) return (CodeOf(window) & DLGC_WANTALLKEYS) != 0;
@@ -40,6 +44,7 @@ HWND ControlOf(HWND dialog, HWND window) {
   return window;
 }
 
+// "&&" is a plain "&" and marks nothing.
 TCHAR MarkOf(HWND window) {
   const CString text = PeerOf(window)->Text();
   for (int i = 0; i + 1 < text.GetLength(); ++i)
@@ -68,6 +73,7 @@ void CDialog::ShowDefault(HWND coming) {
     if (!IsPushButton(child)) continue;
     const auto peer = PeerOf(child);
     const UINT wanted = own ? peer->Id() == default_id_ : child == focus;
+    // Sent only where something changes, as each message repaints a button.
     if ((peer->Style() & BS_TYPEMASK) != wanted)
       lorv::DesktopInForce().Send(child, BM_SETSTYLE, wanted != 0 ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON, TRUE);
   }
@@ -88,6 +94,7 @@ BOOL CDialog::TakeKey(const MSG& message) {
       if (PeerOf(focus)->Kind() != lorv::WindowKind::Edit &&
           (CodeOf(focus) & (DLGC_WANTTAB | DLGC_WANTALLKEYS)) != 0)
         return FALSE;
+      // An edit never keeps Tab, whatever it answers: Tab always leaves it.
       Step((lorv::DesktopInForce().KeyState(VK_SHIFT) & 0x8000) == 0);
       return TRUE;
     case VK_RETURN:
@@ -109,6 +116,7 @@ void CDialog::Step(bool forward) {
   const HWND focus = ControlOf(m_hWnd, lorv::DesktopInForce().Focus());
   const auto count = static_cast<int>(row.size());
   int at = static_cast<int>(std::find(row.begin(), row.end(), focus) - row.begin());
+  // The focus is in no control: forward begins at the first one, backward at the last.
   if (at == count) at = forward ? -1 : 0;
   for (int i = 0; i < count; ++i) {
     at = (at + (forward ? 1 : count - 1)) % count;
@@ -124,11 +132,13 @@ void CDialog::GotoDlgCtrl(CWnd* control) {
   const HWND window = control->m_hWnd;
   control->SetFocus();
   ShowDefault();
+  // Reached by key an edit has all its text selected, so that typing replaces it.
   if ((CodeOf(window) & DLGC_HASSETSEL) != 0) lorv::DesktopInForce().Send(window, EM_SETSEL, 0, -1);
 }
 
 void CDialog::Press(UINT id) {
   const CWnd* const button = GetDlgItem(static_cast<int>(id));
+  // Without such a button the command is sent all the same: Escape closes a dialog that has no Cancel.
   if (button != nullptr && !Usable(button->m_hWnd)) return;
   SendMessage(WM_COMMAND, MAKEWPARAM(static_cast<LONG_PTR>(id), BN_CLICKED),
               button == nullptr ? 0 : reinterpret_cast<LPARAM>(button->m_hWnd));

@@ -6,6 +6,9 @@
 
 #include "framework/windows/window.h"
 
+// Popup menus as models that the desktop shows. Handles lead to shared models by a map, so a submenu may be
+// destroyed before or after the menus that show it, and a stale handle is answered like one that never was.
+
 namespace {
 
 constexpr UINT kNothing = 0xFFFFFFFF;
@@ -76,6 +79,7 @@ HMENU CMenu::Detach() {
 
 CMenu* CMenu::FromHandle(HMENU menu) {
   auto& made_up = Live().made_up;
+  // Objects for the moment go when their menus have, and no earlier: callers hold the pointer.
   std::erase_if(made_up, [](const auto& pair) {
     if (ModelOf(pair.first) != nullptr) return false;
     pair.second->Detach();
@@ -106,6 +110,7 @@ BOOL CMenu::InsertMenu(UINT position, UINT flags, UINT_PTR id, LPCTSTR text) {
   fresh.text = text;
   if ((flags & MF_POPUP) != 0) {
     const auto submenu = ModelOf(reinterpret_cast<HMENU>(id));
+    // A circle would never end when it is searched or shown.
     if (submenu == nullptr || Contains(*submenu, model.get())) return FALSE;
     fresh.submenu = submenu;
   } else {
@@ -115,6 +120,7 @@ BOOL CMenu::InsertMenu(UINT position, UINT flags, UINT_PTR id, LPCTSTR text) {
   std::size_t at = position;
   if ((flags & MF_BYPOSITION) == 0) {
     const lorv::MenuEntry* const before = ByCommand(*model, position);
+    // Before the command, or at the end where it is not in this menu itself.
     for (at = 0; at < entries.size() && &entries[at] != before;) ++at;
   }
   entries.insert(entries.begin() + static_cast<std::ptrdiff_t>(std::min(at, entries.size())),
@@ -191,6 +197,7 @@ BOOL CMenu::TrackPopupMenu(UINT flags, int x, int y, CWnd* owner, LPCRECT /*alwa
   const lorv::MenuModel shown = *model;
   const UINT chosen = lorv::DesktopInForce().Popup(shown, {x, y}, flags, window);
   if ((flags & TPM_RETURNCMD) != 0) return static_cast<BOOL>(chosen);
+  // Posted, not sent: the menu is gone from the screen before the command runs.
   if (chosen != 0) lorv::DesktopInForce().Post(window, WM_COMMAND, MAKEWPARAM(chosen, 0), 0);
   return TRUE;
 }

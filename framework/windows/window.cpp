@@ -2,7 +2,9 @@
 
 #include <utility>
 
-// Life of a window and its object, and the way of a message.
+// Life of a window and its object, and the way of a message: from the peer to HandleMessage, through the
+// message table to a handler, else to the peer's default. A handler may destroy the window or the object;
+// what comes after a handler asks the map, never a member.
 
 IMPLEMENT_DYNCREATE(CWnd, CCmdTarget)
 
@@ -31,6 +33,7 @@ thread_local Handling* Handling::now = nullptr;
 
 }  // namespace
 
+// Unmapped first: messages of the destruction would come to an object that is half gone.
 CWnd::~CWnd() {
   const HWND window = std::exchange(m_hWnd, nullptr);
   if (window == nullptr || FromHandlePermanent(window) != this) return;
@@ -62,6 +65,7 @@ BOOL CWnd::CreateEx(DWORD ex_style, LPCTSTR class_name, LPCTSTR text, DWORD styl
 BOOL CWnd::Make(lorv::WindowRequest& request) {
   if (m_hWnd != nullptr) return FALSE;
   request.attach = [this](HWND window) {
+    // Before the first message, so that a class sees WM_CREATE.
     Attach(window);
     PreSubclassWindow();
   };
@@ -109,6 +113,7 @@ BOOL CWnd::SubclassDlgItem(UINT id, CWnd* parent) {
 
 LRESULT CWnd::HandleMessage(HWND window, UINT message, WPARAM w, LPARAM l) {
   const Handling handling(window, message, w, l);
+  // The last message that a window gets; behind it handle and object part.
   if (message != WM_NCDESTROY) return WindowProc(message, w, l);
   // The window goes whatever the handler does. From then on the object may be gone; the map knows.
   const auto finish = [this, window] {
@@ -128,6 +133,7 @@ LRESULT CWnd::HandleMessage(HWND window, UINT message, WPARAM w, LPARAM l) {
 void CWnd::Finish(HWND window) {
   lorv::UnmapWindow(window);
   m_hWnd = nullptr;
+  // Last of all, as an object may delete itself in it.
   PostNcDestroy();
 }
 
@@ -141,6 +147,7 @@ LRESULT CWnd::DefWindowProc(UINT message, WPARAM w, LPARAM l) {
 }
 
 LRESULT CWnd::Default() {
+  // The arguments as they came: a handler that changed its own copies does not change the default.
   const Handling* const now = Handling::now;
   return now == nullptr ? 0 : DefWindowProc(now->message, now->w, now->l);
 }

@@ -6,6 +6,7 @@
 
 CPaintDC::CPaintDC(CWnd* window) {
   const auto peer = lorv::PeerOf(window == nullptr ? nullptr : window->m_hWnd);
+  // Asked before the canvas is taken: from then on all of it counts as painted.
   for (const RECT& rect : peer->UpdateRects()) dirty_.Add(rect);
   SetSurface(peer->PaintCanvas(m_ps.rcPaint));
 }

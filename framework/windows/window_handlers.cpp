@@ -1,7 +1,7 @@
 #include "framework/windows/window.h"
 
-// The handlers that a class did not write: the default conduct, with the arguments that the message came
-// with.
+// The handlers that a class did not write: the default behaviour, with the arguments that the message came
+// with. They exist so that a derived class can call its base's handler as the framework lets it.
 
 int CWnd::OnCreate(LPCREATESTRUCT /*request*/) {
   return static_cast<int>(Default());

@@ -4,11 +4,13 @@
 #include "framework/ports/no_window.h"
 #include "framework/windows/window.h"
 
-// Which windows belong together, and which of them the user is at.
+// Which windows belong together, and which of them the user is at. The peer knows the tree; objects are found
+// by handle, or made for the moment where a window has none.
 
 namespace lorv {
 
 std::shared_ptr<WindowPeer> PeerOf(HWND window) {
+  // Never null: a window that is gone answers as one without size and style.
   auto peer = window == nullptr ? nullptr : DesktopInForce().Find(window);
   return peer == nullptr ? NoWindow() : peer;
 }
@@ -50,6 +52,7 @@ CWnd* EndOf(const std::vector<HWND>& row, bool last) {
 }  // namespace
 
 CWnd* CWnd::FromHandlePermanent(HWND window) {
+  // The map also holds targets that are no window classes, such as a desktop's own.
   return dynamic_cast<CWnd*>(lorv::MappedWindow(window));
 }
 
@@ -68,6 +71,7 @@ CWnd* CWnd::FromHandle(HWND window) {
 CWnd* CWnd::GetParent() const {
   const auto peer = lorv::PeerOf(m_hWnd);
   const HWND parent = peer->Parent();
+  // Of a top window the owner counts as parent, as in the framework.
   return FromHandle(parent == nullptr ? peer->Owner() : parent);
 }
 
@@ -146,6 +150,7 @@ CWnd* CWnd::WindowFromPoint(POINT screen) {
 }
 
 CWnd* CWnd::SetFocus() {
+  // Asked before: the call may run handlers that move the focus on.
   CWnd* const former = GetFocus();
   lorv::PeerOf(m_hWnd)->Focus();
   return former;

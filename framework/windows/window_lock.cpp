@@ -2,10 +2,14 @@
 
 #include <map>
 
+// Redrawing off for a scope, counted by window: locks nest across functions that know nothing of each other,
+// and only the outermost one turns redrawing off and on.
+
 namespace {
 
 // How many locks each window is under, on the thread of the user interface.
 std::map<HWND, int>& Locks() {
+  // By handle and not by object: objects for the moment come and go.
   static thread_local std::map<HWND, int> locks;
   return locks;
 }
@@ -29,6 +33,7 @@ OxWindowLock::~OxWindowLock() {
   const auto locks = Locks().find(window_);
   if (locks == Locks().end() || --locks->second > 0) return;
   Locks().erase(locks);
+  // Destroyed within the scope: there is nothing left to draw.
   if (!lorv::PeerOf(window_)->Exists()) return;
   CWnd* const window = CWnd::FromHandle(window_);
   window->SetRedraw(TRUE);

@@ -4,7 +4,8 @@
 #include "framework/drawing/drawing_tools.h"
 #include "framework/windows/window.h"
 
-// Text, place, looks and bars of a window: each a question to its peer.
+// Text, place, looks and bars of a window: each is a question to its peer, and a window without a peer
+// answers as an empty one. Nothing is kept here but the font object that GetFont gives.
 
 using lorv::PeerOf;
 
@@ -68,6 +69,7 @@ BOOL CWnd::ModifyStyle(DWORD remove, DWORD add, UINT /*flags*/) {
   const auto peer = PeerOf(m_hWnd);
   const DWORD former = peer->Style();
   const DWORD fresh = lorv::Without(former, remove) | add;
+  // FALSE means that nothing was to change, as in the framework.
   if (fresh == former) return FALSE;
   peer->SetStyle(fresh);
   return TRUE;
@@ -105,6 +107,7 @@ BOOL CWnd::SetWindowPos(const CWnd* /*after*/, int x, int y, int width, int heig
   const auto peer = PeerOf(m_hWnd);
   CRect place(peer->WindowRect());
   const HWND parent = peer->Parent();
+  // A child's place counts from its parent's client area, the rectangle asked for from the screen.
   if (parent != nullptr) place -= PeerOf(parent)->ClientOrigin();
   if ((flags & SWP_NOMOVE) == 0) place.MoveToXY(x, y);
   if ((flags & SWP_NOSIZE) == 0) place.SetRect(place.left, place.top, place.left + width, place.top + height);
@@ -141,12 +144,14 @@ BOOL CWnd::ShowWindow(int how) {
 
 BOOL CWnd::IsWindowVisible() const {
   HWND at = m_hWnd;
+  // A window within a hidden one is not seen, whatever its own style says.
   for (; at != nullptr; at = PeerOf(at)->Parent())
     if ((PeerOf(at)->Style() & WS_VISIBLE) == 0) return FALSE;
   return m_hWnd != nullptr;
 }
 
 BOOL CWnd::EnableWindow(BOOL enable) {
+  // The framework answers whether it was disabled.
   const BOOL before = m_hWnd != nullptr && !IsWindowEnabled();
   PeerOf(m_hWnd)->Enable(enable != 0);
   return before;
@@ -241,6 +246,7 @@ BOOL CWnd::SetScrollInfo(int bar, SCROLLINFO* info, BOOL /*redraw*/) {
 BOOL CWnd::GetScrollInfo(int bar, SCROLLINFO* info, UINT mask) {
   if (m_hWnd == nullptr || info == nullptr) return FALSE;
   const SCROLLINFO now = PeerOf(m_hWnd)->Scroll(bar);
+  // What was not asked for stays as the caller had it.
   if ((mask & SIF_RANGE) != 0) info->nMin = now.nMin;
   if ((mask & SIF_RANGE) != 0) info->nMax = now.nMax;
   if ((mask & SIF_PAGE) != 0) info->nPage = now.nPage;
@@ -278,6 +284,7 @@ void CWnd::GetScrollRange(int bar, int* least, int* most) const {
 
 void CWnd::ShowScrollBar(UINT bar, BOOL show) {
   const auto peer = PeerOf(m_hWnd);
+  // SB_BOTH is neither of the two and shows both.
   if (bar != static_cast<UINT>(SB_VERT)) peer->ShowScroll(SB_HORZ, show != 0);
   if (bar != static_cast<UINT>(SB_HORZ)) peer->ShowScroll(SB_VERT, show != 0);
 }

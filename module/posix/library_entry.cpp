@@ -2,6 +2,9 @@
 
 #include "module/startup.h"
 
+// Enters the module when the library is loaded and takes it out at its end, where the system has no entry
+// point for that.
+
 namespace {
 
 // The address at which the file that holds this code is loaded: what stands for a module's handle here.

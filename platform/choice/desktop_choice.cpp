@@ -6,6 +6,9 @@
 
 #include "platform/choice/native_desktops.h"
 
+// Which desktop serves a process: chosen once, by a call or at the first question, and never ended. Asking
+// from inside the making of a desktop is refused; without that it would wait for itself.
+
 IMPLEMENT_DYNAMIC(lorv::DesktopFailure, CResourceException)
 
 namespace lorv {

@@ -3,6 +3,10 @@
 #include <exception>
 #include <utility>
 
+// Exceptions of handlers carried past a system that must not see them: kept at the window procedure, thrown
+// again from the call of ours that had the system send the message. Calls nest, so each keeps what the one
+// around it had.
+
 namespace lorv {
 namespace {
 
@@ -22,6 +26,7 @@ void CarriedFault::End(std::exception_ptr outer) noexcept {
 }
 
 void CarriedFault::Keep() noexcept {
+  // The first one counts; where nobody waits, as in a host's own loop, it ends here.
   if (waiting > 0 && kept == nullptr) kept = std::current_exception();
 }
 

@@ -2,7 +2,8 @@
 
 #include "platform/models/desktop_model.h"
 
-// Input methods: what they compose, as messages.
+// Input methods: what they compose, as messages. A composition belongs to one window at a time; where a
+// handler opens an edit for it, as a grid does at the first key, it goes on in that edit.
 
 namespace lorv {
 
@@ -35,10 +36,12 @@ HWND DesktopModel::Compose(HWND window, const Composition& now) {
   const auto target = At(window);
   if (target == nullptr) return nullptr;
   const bool commits = !now.committed.IsEmpty();
+  // A commit alone changes nothing that is shown.
   const bool shows = !now.text.IsEmpty() || !commits;
   target->composition_ = now;
   constexpr LPARAM kShown = GCS_COMPSTR | GCS_CURSORPOS;
   Deliver(MessageNow(window, WM_IME_COMPOSITION, 0, (commits ? GCS_RESULTSTR : 0) | (shows ? kShown : 0)));
+  // Given once: a later look must not take it a second time.
   target->composition_.committed.Empty();
   if (now.text.IsEmpty()) EndComposition();
   return StillThere(window) ? window : nullptr;

@@ -5,7 +5,9 @@
 #include "platform/models/desktop_model.h"
 #include "platform/models/first_fault.h"
 
-// Focus, activation, capture, and the keys that are down.
+// Focus, activation, capture, and the keys that are down. State is changed before anybody hears of it, so a
+// handler that asks sees the new state; and everyone who is to hear does, even if one of them throws
+// (FirstFault).
 
 namespace lorv {
 namespace {
@@ -22,12 +24,14 @@ void DesktopModel::ActivateTop(HWND top) {
   const HWND former = std::exchange(active_, top);
   if (former != top) RaiseTop(top);
   ActiveChanged();
+  // It was active before: nothing new to report.
   if (former == top) return;
   FirstFault fault;
   fault.Run([&] {
     if (StillThere(former)) DeliverMessage(former, WM_ACTIVATE, WA_INACTIVE, AsParameter(top));
   });
   fault.Run([&] {
+    // The first handler may have activated yet another.
     if (active_ == top && StillThere(top)) DeliverMessage(top, WM_ACTIVATE, WA_ACTIVE, AsParameter(former));
   });
   fault.Rethrow();

@@ -7,7 +7,8 @@
 #include "framework/ports/window_map.h"
 
 // Which windows there are, and what belongs to the whole desktop. Focus, activation and capture are in
-// desktop_focus.cpp, the queue and modal loops in desktop_queue.cpp.
+// desktop_focus.cpp, the queue and modal loops in desktop_queue.cpp. The map of windows is guarded, as other
+// threads post messages; everything else belongs to the thread of the windows.
 
 namespace lorv {
 
@@ -35,6 +36,7 @@ void DesktopModel::Adopt(const std::shared_ptr<WindowModel>& window) {
   if (const auto parent = At(window->Parent())) {
     parent->children_.push_back(window->Handle());
   } else {
+    // The first is the topmost.
     tops_.insert(tops_.begin(), window->Handle());
   }
 }
@@ -75,6 +77,7 @@ HWND DesktopModel::Announce(const std::shared_ptr<WindowModel>& window, const Wi
   made.lpszClass = class_name;
   made.dwExStyle = request.ex_style;
   const LRESULT answer = DeliverMessage(handle, WM_CREATE, 0, reinterpret_cast<LPARAM>(&made));
+  // A class refuses its own making by this answer.
   if (answer == -1) window->Destroy();
   if (!window->Exists()) return nullptr;
   const CRect client(window->ClientRect());
@@ -87,6 +90,7 @@ void DesktopModel::Forget(HWND window) {
   {
     const std::lock_guard<std::mutex> lock(mutex_);
     windows_.erase(window);
+    // Messages for a window that is gone must not reach the next one.
     std::erase_if(posted_, [window](const MSG& message) { return message.hwnd == window; });
   }
   std::erase(tops_, window);
@@ -98,6 +102,7 @@ void DesktopModel::DestroyAll() {
   while (!tops_.empty()) {
     const HWND top = tops_.front();
     if (const auto window = At(top)) window->Destroy();
+    // Also where a handler kept the window from ending: the loop must.
     std::erase(tops_, top);
   }
 }
@@ -144,6 +149,7 @@ HWND DesktopModel::InnermostAt(HWND at, POINT screen) const {
   const CRect client = CRect(window->ClientRect()) + window->ClientOrigin();
   if (client.PtInRect(screen) == 0) return at;
   const auto children = window->Children();
+  // The last child lies on top.
   for (auto child = children.rbegin(); child != children.rend(); ++child) {
     const auto inner = At(*child);
     const bool disabled = inner != nullptr && (inner->Style() & WS_DISABLED) != 0;

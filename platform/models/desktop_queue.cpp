@@ -5,7 +5,8 @@
 #include "platform/models/desktop_model.h"
 #include "platform/models/first_fault.h"
 
-// The queue of posted messages, and the loops of modal dialogs.
+// The queue of posted messages, and the loops of modal dialogs. Posting is for any thread; a message is taken
+// off the queue under the lock and delivered outside it, since its handler may post.
 
 namespace lorv {
 
@@ -15,6 +16,7 @@ class DesktopModel::ModalRun {
  public:
   ModalRun(DesktopModel& desktop, HWND dialog, HWND owner)
       : desktop_(desktop), dialog_(dialog), owner_(desktop.At(owner)) {
+    // Disabled by somebody else, it is not ours to enable.
     if (owner_ != nullptr && (owner_->Style() & WS_DISABLED) != 0) owner_ = nullptr;
   }
   ModalRun(const ModalRun&) = delete;
@@ -62,7 +64,7 @@ MSG DesktopModel::MessageNow(HWND window, UINT message, WPARAM w, LPARAM l) cons
 }
 
 void DesktopModel::Deliver(MSG message) {
-  // A menu is worked by its own window: nobody else is offered its keys.
+  // A menu takes its keys by its own window: nobody else is offered them.
   if (!MenuUp() && OfferMessage(message)) return;
   if (!StillThere(message.hwnd)) return;
   Translate(message);
@@ -78,6 +80,7 @@ bool DesktopModel::PumpPosted() {
     posted_.pop_front();
   }
   if (message.hwnd == nullptr && message.message == WM_QUIT) {
+    // Kept, as the outermost caller asks for it after all loops have ended.
     quit_code_ = static_cast<int>(message.wParam);
     quits_ = true;
     host_loop_ended_ = EndHostLoop(*quit_code_);
@@ -89,8 +92,8 @@ bool DesktopModel::PumpPosted() {
 
 bool DesktopModel::Pump(bool wait) {
   quits_ = false;
-  const bool worked = PumpOnce(wait);
-  return worked && !quits_;
+  const bool handled = PumpOnce(wait);
+  return handled && !quits_;
 }
 
 bool DesktopModel::WorkModal(HWND /*dialog*/) {

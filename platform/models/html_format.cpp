@@ -4,6 +4,9 @@
 #include <cstddef>
 #include <optional>
 
+// The clipboard's form of HTML: a header with byte offsets, then the page. Writers of other programs get the
+// offsets wrong, so where they do not fit the marks in the text count.
+
 namespace lorv {
 namespace {
 
@@ -11,6 +14,7 @@ constexpr std::string_view kStart = "<!--StartFragment-->";
 constexpr std::string_view kEnd = "<!--EndFragment-->";
 constexpr std::string_view kBefore = "<html><body>\r\n";
 constexpr std::string_view kBehind = "\r\n</body></html>";
+// Fixed, so that the header's length does not depend on the numbers in it.
 constexpr std::size_t kDigits = 10;
 
 std::string Field(std::string_view name, std::size_t value) {

@@ -2,6 +2,10 @@
 
 #include <utility>
 
+// What of a window is out of date, for desktops whose system keeps no record. What is invalidated while a
+// painting runs is kept twice: the painting that runs may take it, and if it takes nothing it is not asked a
+// second time for what it has seen.
+
 namespace lorv {
 
 PaintState::Asking::Asking(PaintState& state)
@@ -22,6 +26,7 @@ PaintState::Asking::~Asking() {
 void PaintState::Invalidate(const CRect& client, const RECT* part) {
   const CRect fresh = part == nullptr ? client : client & *part;
   pending_.Add(fresh);
+  // A few rectangles too large beat a hundred small ones.
   pending_.Simplify(kMaxDirtyRects);
   if (nesting_ == 0) return;
   later_.Add(fresh);
@@ -47,6 +52,7 @@ Region PaintState::Take() {
 CRect PaintState::Shift(const CRect& client, SIZE by, const RECT* area, const RECT* clip) {
   const CRect box = area == nullptr ? client : client & *area;
   const CRect bounds = clip == nullptr ? client : client & *clip;
+  // Where pixels that were visible before can be copied to; the rest is new.
   const CRect target = (box + by) & bounds & (client + by);
   Region moved = pending_;
   moved.Keep(target - by);

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 
+// Range, page and position of a scroll bar. The position always lies where the last page still fills the
+// window; ranges reach to both ends of 32 bits, so sums are made in 64.
+
 namespace lorv {
 
 int ScrollModel::LastPosition() const {
@@ -24,6 +27,7 @@ void ScrollModel::Set(const SCROLLINFO& info) {
 
 SCROLLINFO ScrollModel::Info() const {
   SCROLLINFO info = info_;
+  // While the thumb is dragged the position stays: the class decides whether to follow.
   info.nTrackPos = dragged_ ? track_ : info_.nPos;
   return info;
 }

@@ -3,7 +3,8 @@
 #include "platform/models/message_values.h"
 #include "platform/models/window_model.h"
 
-// The default behaviour of a window that is no control.
+// The default behaviour of a window that is no control: what the system does with a message that no handler
+// took. It is asked through the message numbers alone, so window classes see no difference between desktops.
 
 namespace lorv {
 
@@ -26,6 +27,7 @@ LRESULT WindowModel::Default(UINT message, WPARAM w, LPARAM l) {
     case WM_SETREDRAW:
       SetRedraw(w != 0);
       return 0;
+    // The whole picture is painted in memory, so there is nothing to erase.
     case WM_ERASEBKGND:
       return 1;
     case WM_CANCELMODE:
@@ -35,6 +37,7 @@ LRESULT WindowModel::Default(UINT message, WPARAM w, LPARAM l) {
       return ActivateMessage(w);
     case WM_SETCURSOR:
       return CursorMessage(message, w, l);
+    // Not wanted here: the parent may scroll.
     case WM_MOUSEWHEEL:
     case WM_CONTEXTMENU:
       return parent_ == nullptr ? 0 : DeliverMessage(parent_, message, w, l);
@@ -63,6 +66,7 @@ LRESULT WindowModel::ActivateMessage(WPARAM w) {
     return 0;
   }
   const auto last = desktop_.At(last_focus_);
+  // A dialog gives the focus back to the control that had it.
   const bool again = kind_ == WindowKind::Dialog && last != nullptr && last->Seen();
   desktop_.MoveFocus(again ? last_focus_ : handle_);
   return 0;

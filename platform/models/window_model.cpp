@@ -8,7 +8,9 @@
 #include "platform/models/desktop_model.h"
 #include "platform/models/first_fault.h"
 
-// The state of a window, and what it is told of it. Its default behaviour is in window_default.cpp.
+// The state of a window, and what it hears of its changes. Its default behaviour is in window_default.cpp.
+// Every call that reaches a handler may end the window: the object is held by a pointer of its own meanwhile,
+// and `alive_` is asked behind it.
 
 namespace lorv {
 
@@ -92,7 +94,7 @@ void WindowModel::Show(int how) {
   if (alive_ && on && activates && parent_ == nullptr && kind_ != WindowKind::Popup) Activate();
 }
 
-// A window that goes out of sight hands the focus to its parent, a top window to the one below it.
+// A window that goes out of sight leaves the focus to its parent, a top window to the one below it.
 void WindowModel::LoseFocusWithin() {
   if (desktop_.Capture() == handle_) desktop_.SetCapture(nullptr);
   if (!desktop_.Within(handle_, desktop_.FocusedWindow()) && desktop_.Active() != handle_) return;
@@ -104,9 +106,11 @@ void WindowModel::LoseFocusWithin() {
 }
 
 void WindowModel::Enable(bool on) {
+  // Nothing is reported where nothing changes.
   if (!alive_ || on == ((style_ & WS_DISABLED) == 0)) return;
   const auto keep = shared_from_this();
   if (!on) {
+    // Before the style: a drag ends while the window can still answer.
     DeliverMessage(handle_, WM_CANCELMODE, 0, 0);
     if (!alive_) return;
     style_ |= WS_DISABLED;
@@ -193,7 +197,9 @@ void WindowModel::Destroy() {
     style_ = Without(style_, WS_VISIBLE);
     fault.Run([&] { LoseFocusWithin(); });
   }
+  // From the top down, so a parent can still ask its children.
   SendDestroy(fault);
+  // From the bottom up: the handles go.
   End(fault);
   fault.Rethrow();
 }

@@ -4,7 +4,8 @@
 #include "platform/models/desktop_model.h"
 #include "platform/models/window_model.h"
 
-// What of a window is out of date, and when it is painted; the dots of its screen.
+// What of a window is out of date, and when it is painted; the dots of its screen. Painting is asked for once
+// however often it is invalidated, and only while the window can be seen.
 
 namespace lorv {
 
@@ -43,6 +44,7 @@ void WindowModel::Shift(SIZE by, const RECT* area, const RECT* clip, bool childr
   const auto keep = shared_from_this();
   const CRect client(ClientRect());
   const CRect target = paint_.Shift(client, by, area, clip);
+  // A desktop that cannot move pixels paints them anew.
   if (!ShiftPicture(target, by)) paint_.Invalidate(client, &target);
   if (Dirty()) PaintWanted();
   PictureChanged();
@@ -70,6 +72,7 @@ void WindowModel::ReportDpi(int dpi) {
     if (const auto window = desktop_.At(child)) window->ReportDpi(dpi);
   if (parent_ != nullptr) return;
   const auto scaled = [&](LONG length) {
+    // To the nearest pixel, in 64 bits.
     return static_cast<int>((static_cast<std::int64_t>(length) * dpi + before / 2) / before);
   };
   const CRect now(WindowRect());

@@ -2,6 +2,8 @@
 
 #include "framework/ports/desktop_port.h"
 
+// Services that a desktop may offer beside windows; a desktop that has none is no failure.
+
 namespace lorv {
 
 DesktopServices* ServicesOfDesktop() {

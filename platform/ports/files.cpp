@@ -5,6 +5,10 @@
 
 #include "framework/text/char_class.h"
 
+// What all file ports share: reading whole files, replacing them so that a reader sees the old or the new
+// contents and nothing between, patterns. It uses the port's own operations, so a test's files in memory
+// behave the same.
+
 namespace lorv {
 namespace {
 
@@ -39,8 +43,11 @@ std::optional<std::string> Files::ReadAll(LPCTSTR path) {
 
 bool Files::WriteWhole(LPCTSTR path, std::string_view bytes) {
   const CString beside = UnfinishedPath(path);
+  // In the same folder, so that the name can be taken over; created exclusively, so that nobody's link is
+  // followed.
   std::unique_ptr<File> file = Open(beside, FileUse::kCreateNew);
   if (!file) return false;
+  // On the disk before it takes the name: after a loss of power there must not be an empty file in its place.
   const bool written = file->Write(bytes.data(), bytes.size()) && file->Sync();
   file.reset();
   if (written && Replace(beside, path)) return SyncFolder(FolderOfPath(path));
@@ -80,6 +87,7 @@ std::string WithCarriageReturns(std::string_view text) {
 
 // On a mismatch the last "*" takes in one unit more; earlier ones never need to change.
 bool FitsPattern(TextView name, TextView pattern) {
+  // Means all files, those without a point among them.
   if (pattern == TextView(_T("*.*"))) return true;
   std::size_t n = 0;
   std::size_t p = 0;

@@ -2,6 +2,9 @@
 
 #include <atomic>
 
+// The ports in force: the system's own, or those of the innermost scope. A scope names only the ports that it
+// replaces and takes the others over from outside, so tests may nest them.
+
 namespace lorv {
 namespace {
 

@@ -1,5 +1,7 @@
 #include "platform/ports/suite.h"
 
+// Folders as the suite passes them around: with a separator at the end, and only one.
+
 namespace lorv {
 
 CString WithSeparator(const CString& folder, TCHAR separator) {

@@ -2,6 +2,10 @@
 
 #include "platform/text/private_use_936.h"
 
+// Code page 936 in both directions, as two tables filled once from the system's own conversion. What becomes
+// of broken bytes and of characters without a code is decided here and not by the system, so a file has the
+// same bytes on every machine.
+
 namespace lorv {
 namespace {
 
@@ -25,6 +29,7 @@ void AppendCode(std::string& bytes, unsigned code) {
 
 CodeTable::CodeTable() : codes_(kUnits, 0), units_(kUnits, 0) {
   for (unsigned code = 1; code < 0x80; ++code) Enter(code, code);
+  // One byte, and no lead byte: systems disagree on it.
   Enter(kEuroCode, kEuroSign);
   const SystemCodes system;
   for (unsigned lead = kFirstLead; lead <= kLastLead; ++lead) {
@@ -53,6 +58,7 @@ std::string CodeTable::ToNarrow(TextView text) const {
   bytes.reserve(text.size() + text.size() / 2);
   for (const TCHAR unit : text) {
     const unsigned code = codes_[static_cast<std::uint16_t>(unit)];
+    // A character of two units becomes two question marks, one a unit.
     AppendCode(bytes, code == 0 && unit != 0 ? '?' : code);
   }
   return bytes;
@@ -75,6 +81,7 @@ std::size_t CodeTable::FirstCharacter(std::string_view bytes) const {
   if (bytes.size() < 2) return bytes.size();
   const unsigned lead = ByteAt(bytes, 0);
   const bool leads = lead >= kFirstLead && lead <= kLastLead;
+  // A lead byte with a trail that makes no character counts alone, so that the byte behind it is not lost.
   return leads && units_[lead << 8 | ByteAt(bytes, 1)] != 0 ? 2 : 1;
 }
 

@@ -6,6 +6,10 @@
 #include "framework/text/char_class.h"
 #include "framework/text/utf8.h"
 
+// Reads values from the text of an ini file as Windows' own functions do: the first section and key of a name
+// count, letter case aside; quotes around a value go; numbers wrap at 32 bits. A file may be in UTF-16, UTF-8
+// with a mark, or the code page.
+
 namespace lorv {
 namespace {
 
@@ -87,6 +91,7 @@ CString IniValue(TextView text, TextView section, TextView key) {
     const TextView line = TakeLine(text);
     if (line.empty() || line.front() == ';') continue;
     if (line.front() == '[') {
+      // A second section of the name is not looked at.
       if (inside) break;
       inside = IsSection(line, section);
     } else if (inside && IsKey(line, key)) {

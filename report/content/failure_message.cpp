@@ -5,6 +5,9 @@
 
 #include "report/content/report_limits.h"
 
+// The message of each kind of failure, as the report's first line. A failure object that was thrown as a
+// pointer is ended here, once its message is taken.
+
 namespace lorv {
 namespace {
 
@@ -37,6 +40,7 @@ struct DeleteFailure {
 CString OwnMessage(const CException& failure) {
   std::array<TCHAR, kFailureMessageRoom> text{};
   failure.GetErrorMessage(text.data(), kFailureMessageRoom);
+  // A class of a caller's may have forgotten it.
   text.back() = 0;
   return text.data();
 }
@@ -48,6 +52,7 @@ CString MessageOf(CException* caught) {
   const std::unique_ptr<CException, DeleteFailure> owned(caught);
   if (dynamic_cast<const CMemoryException*>(caught) != nullptr) return kNoMemory;
   if (const auto* file = dynamic_cast<const CFileException*>(caught)) {
+    // A negative cause becomes a large number and has no row.
     const auto cause = static_cast<std::size_t>(file->m_cause);
     if (cause < kFileCauses.size()) return kFileCauses[cause];
   }

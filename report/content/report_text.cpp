@@ -3,6 +3,9 @@
 #include "platform/ports/platform.h"
 #include "report/content/report_limits.h"
 
+// The report's text and its entry in the error log. Lines whose facts are not to be had are left out: a
+// report must come out on the barest system.
+
 namespace lorv {
 namespace {
 
@@ -55,6 +58,7 @@ void AppendToLog(const CString& report) {
                now.wSecond, report);
   const CString path = LogPath();
   const auto log = ports.files->Open(path, FileUse::kAppend);
+  // A failure that cannot be logged is not worth a second failure.
   if (!log) return;
   const std::string bytes = ports.files->WithLineEnds(ports.code_page->ToNarrow(block.View()) + "\n");
   log->Write(bytes.data(), bytes.size());

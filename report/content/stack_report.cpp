@@ -4,6 +4,9 @@
 
 #include "platform/ports/platform.h"
 
+// Asks the suite's tracing module for a report of the stack, if that module is loaded. Its request is a
+// record of fixed layout and its entry is known by number.
+
 namespace lorv {
 namespace {
 
@@ -25,6 +28,7 @@ void AskStackReport(LPCTSTR signature, LPCTSTR file, int line) {
   request.size = sizeof(request);
   request.kind = kRequestKind;
   request.flags = kRequestFlags;
+  // The texts live until the call has returned.
   request.signature = narrow_signature.c_str();
   request.source_file = narrow_file.c_str();
   request.source_line = line;

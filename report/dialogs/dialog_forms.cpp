@@ -1,5 +1,8 @@
 #include "report/dialogs/dialog_forms.h"
 
+// The dialogs of the failure report as data, in dialog units. They are the same on every desktop and need no
+// resources, so a report can be shown by a library that was loaded on its own.
+
 namespace lorv {
 namespace {
 

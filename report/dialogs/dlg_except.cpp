@@ -6,6 +6,9 @@
 #include "report/dialogs/failure_mail.h"
 #include "report/dialogs/failure_page.h"
 
+// The dialog that shows a failure to the user, with printing and mail. Modal dialogs run inside its handlers,
+// so behind each of them the window is asked for again.
+
 IMPLEMENT_DYNAMIC(CDlgExcept, TPaneDlg)
 
 BEGIN_MESSAGE_MAP(CDlgExcept, TPaneDlg)
@@ -37,6 +40,7 @@ BOOL CDlgExcept::OnInitDialog() {
   CString shown = m_strReport;
   shown.Replace(_T("\n"), _T("\r\n"));
   SetDlgItemText(lorv::kReportTextId, shown);
+  // Whether mail works is asked now: asking at the click would be too late to say no.
   GetDlgItem(lorv::kSendId)->EnableWindow(MailIsThere() ? TRUE : FALSE);
   // The button, not the text: the focus would select all of it.
   GotoDlgCtrl(GetDlgItem(IDOK));
@@ -47,8 +51,10 @@ bool CDlgExcept::AskDescription(LONG print) {
   CDlgExceptAddInfo question(this);
   question.m_strText = m_strDescription;
   question.m_nPrint = print;
+  // What was typed and then cancelled is not kept.
   if (question.DoModal() != IDOK) return false;
   m_strDescription = question.m_strText;
+  // The dialog may have been closed while the question was up.
   return m_hWnd != nullptr;
 }
 

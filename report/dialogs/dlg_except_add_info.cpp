@@ -2,6 +2,8 @@
 
 #include "report/dialogs/dialog_forms.h"
 
+// The question what led to a failure, before it is printed or sent. The button says which of the two.
+
 IMPLEMENT_DYNAMIC(CDlgExceptAddInfo, TPaneDlg)
 
 CDlgExceptAddInfo::CDlgExceptAddInfo(CWnd* parent) : TPaneDlg(lorv::kDescriptionForm, parent) {}

@@ -2,6 +2,8 @@
 
 #include "report/dialogs/dialog_forms.h"
 
+// The choice of one name from a list. A double click takes a name as the button does.
+
 IMPLEMENT_DYNAMIC(CDlgFileSelect, TPaneDlg)
 
 BEGIN_MESSAGE_MAP(CDlgFileSelect, TPaneDlg)

@@ -3,6 +3,9 @@
 #include "platform/ports/platform.h"
 #include "report/dialogs/foreign_dialog.h"
 
+// Sends the description of a failure by the user's mail program. The order is fixed: a library that cannot be
+// loaded is reported before any window is disabled.
+
 namespace lorv {
 namespace {
 
@@ -26,7 +29,7 @@ ULONG Send(CWnd& owner, MailLibrary& library, const CString& description) {
   return library.Send(owner.m_hWnd, message, kMailLogonWindow | kMailMessageWindow);
 }
 
-void Tell(UINT number) {
+void Warn(UINT number) {
   PortsInForce().dialogs->ShowMessage({MailProblemText(number), CString(), kIconWarning});
 }
 
@@ -47,10 +50,11 @@ CString MailProblemText(UINT number) {
 
 void MailDescription(CWnd& owner, const CString& description) {
   const auto library = PortsInForce().mail->Load();
-  if (library == nullptr) return Tell(kMailNotLoaded);
-  if (!library->CanSend()) return Tell(kMailLibraryInvalid);
+  if (library == nullptr) return Warn(kMailNotLoaded);
+  if (!library->CanSend()) return Warn(kMailLibraryInvalid);
   const ULONG answer = Send(owner, *library, description);
-  if (answer != kMailSent && answer != kMailCancelled && answer != kMailLogonFailed) Tell(kMailNotSent);
+  // A user who cancels, or who does not log on, knows it already.
+  if (answer != kMailSent && answer != kMailCancelled && answer != kMailLogonFailed) Warn(kMailNotSent);
 }
 
 }  // namespace lorv

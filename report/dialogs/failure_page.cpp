@@ -2,6 +2,9 @@
 
 #include "platform/ports/platform.h"
 
+// The description of a failure on a page of paper. One page: what does not fit below is lost, as a
+// description is a few lines.
+
 namespace lorv {
 namespace {
 
@@ -29,6 +32,7 @@ void PrintLines(PrintJob& job, const CString& text) {
   const LONG height = job.Extent(_T("00")).cy;
   int y = kTop;
   int start = 0;
+  // What follows the last line feed is not printed; callers end their text with one.
   for (int end = text.Find('\n'); end >= 0; end = text.Find('\n', start)) {
     job.Text(kLeft, y, WithoutReturn(text.Mid(start, end - start)));
     y -= static_cast<int>(height);

@@ -2,6 +2,9 @@
 
 #include "module/modeless.h"
 
+// The time in which windows of a foreign library are up: our frame disabled, capture and focus taken away,
+// and all of it given back in turn however the scope ends.
+
 namespace lorv {
 
 ForeignDialogScope::ForeignDialogScope(CWnd& owner)

@@ -5,10 +5,10 @@
 #include "tools/lorv/formula/caret_text.h"
 #include "tools/lorv/formula/formula_digits.h"
 #include "tools/lorv/formula/name_values.h"
-#include "tools/lorv/takeoff/bound_formula.h"
-#include "tools/lorv/takeoff/class_selector.h"
-#include "tools/lorv/takeoff/component_worker.h"
-#include "tools/lorv/takeoff/rules_file.h"
+#include "tools/lorv/takeoff/input/class_selector.h"
+#include "tools/lorv/takeoff/input/rules_file.h"
+#include "tools/lorv/takeoff/plan/bound_formula.h"
+#include "tools/lorv/takeoff/work/component_worker.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {

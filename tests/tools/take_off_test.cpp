@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include "tests/tools/work_runs.h"
-#include "tools/lorv/takeoff/line_rounding.h"
-#include "tools/lorv/takeoff/number_hint.h"
-#include "tools/lorv/takeoff/storey_order.h"
+#include "tools/lorv/takeoff/input/number_hint.h"
+#include "tools/lorv/takeoff/output/line_rounding.h"
+#include "tools/lorv/takeoff/output/storey_order.h"
 
 namespace lorv::test {
 namespace {

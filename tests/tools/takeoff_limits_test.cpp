@@ -6,8 +6,8 @@
 
 #include "tests/support/data.h"
 #include "tests/tools/run_tool.h"
-#include "tools/lorv/takeoff/bill.h"
-#include "tools/lorv/takeoff/problems.h"
+#include "tools/lorv/takeoff/findings/problems.h"
+#include "tools/lorv/takeoff/output/bill.h"
 #include "tools/lorv/verb.h"
 
 // Each limit of the take-off one below, at and one above it.

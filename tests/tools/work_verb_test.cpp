@@ -5,7 +5,7 @@
 
 #include "tests/support/data.h"
 #include "tests/tools/work_runs.h"
-#include "tools/lorv/takeoff/bill.h"
+#include "tools/lorv/takeoff/output/bill.h"
 
 namespace lorv::test {
 namespace {

@@ -4,6 +4,10 @@
 #include "TEXPRESSCAL/simplify/legacy/optimize_tokens.h"
 #include "TEXPRESSCAL/values/substitution.h"
 
+// The suite's own simplifier: folds max, min and iif, and strips what is zero, by searching the text. Its
+// rules are kept to the letter, their damage included, because callers know its answers; whoever needs the
+// value kept uses SimplifySafely. Recursion is cut at a named depth, and the text is then as it was given.
+
 using lorv::kFoldedFunctions;
 using lorv::kFoldedIif;
 using lorv::kFoldedMin;
@@ -36,6 +40,7 @@ class DepthGuard {
 
 thread_local int DepthGuard::depth_ = 0;
 
+// An argument must be beyond these to win: where no argument is, none is chosen and the call becomes 0.
 constexpr double kLowestMaximum = -2147483647.0;
 constexpr double kHighestMinimum = 2147483647.0;
 
@@ -87,6 +92,7 @@ bool COptimizeExpression::OptimizateExper(CString& text, const int& flags) {
   } kPasses[] = {
       {kFoldMax, lorv::kFoldedMax}, {kFoldMin, kFoldedMin}, {kFoldIif, kFoldedIif}, {kZeroRules, -1}};
   const int asked = flags;
+  // Unknown flags change nothing and are no failure.
   if (asked < kZeroRules || asked > kAllRules) return true;
   const CString as_given = text;
   try {

@@ -7,6 +7,10 @@
 #include "TEXPRESSCAL/evaluate/rounding.h"
 #include "TEXPRESSCAL/language/operators.h"
 
+// What is known of every part of a formula whatever its names are worth: bounds, signs of zeros, whether it
+// can fail. First upwards, what a part gives; then downwards, what its surroundings can see of it. A rule of
+// the simplifier may rest on these facts alone.
+
 namespace lorv {
 namespace {
 

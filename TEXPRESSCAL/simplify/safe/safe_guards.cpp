@@ -9,6 +9,10 @@
 #include "containers/str_cmp.h"
 #include "framework/text/char_class.h"
 
+// What must stay equal beside the tree when a formula is shortened: chains of comparisons, which are taken
+// apart in the text, and the distances between places of one name, which decide whether a value finds them
+// all. A step that changes these marks is not taken.
+
 namespace lorv {
 namespace {
 
@@ -101,6 +105,7 @@ bool NamesStandClear(TextView typed, const SafeTree& tree) {
   const Text text = Capitals(typed);
   std::map<Text, std::vector<int>> places;
   for (const SafeNode* node : NamesOf(tree)) {
+    // A longer name is cut when it becomes a key and would take another's value.
     if (node->past - node->first > CStrCmp::kCapacity) return false;
     places[Text(Span(text, node->first, node->past))].push_back(node->first);
   }

@@ -8,6 +8,10 @@
 #include "framework/text/char_class.h"
 #include "framework/text/number_text.h"
 
+// The simplifier's own parser: the engine's grammar over the text as typed, with the place of every part, and
+// without whatever depends on more than the tree. It only has to be right where it succeeds, as the engine's
+// parser is asked about every text as well; a form that it does not know leaves the formula as it is.
+
 namespace lorv {
 
 namespace {
@@ -31,6 +35,7 @@ class SafeParser {
 
   std::optional<SafeTree> Run() {
     for (const TCHAR c : typed_) {
+      // Control characters stand for operators of several units once the engine has rewritten them.
       if (c < ' ') return std::nullopt;
     }
     const int root = Binary(kLoosestStrength);

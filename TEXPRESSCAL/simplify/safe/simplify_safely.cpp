@@ -12,6 +12,11 @@
 #include "TEXPRESSCAL/text_rewriting.h"
 #include "framework/text/number_text.h"
 
+// Shortens a formula and never changes what it gives, the sign of a zero and the errors included. Each step
+// replaces one part by a shorter text that the facts prove equal, and is taken only if the new text parses,
+// has the tree expected and the same marks; then everything is found out anew. Every step shortens the text,
+// so it ends.
+
 namespace lorv {
 namespace {
 
@@ -35,7 +40,7 @@ std::optional<Text> NumberText(double value, std::size_t most_units) {
   return std::nullopt;
 }
 
-// The value of a formula without names that works without an error.
+// The value of a formula without names that gives no error.
 std::optional<double> Evaluated(TextView text) {
   CExpression expression;
   double value = 0;

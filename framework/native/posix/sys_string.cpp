@@ -4,6 +4,10 @@
 
 #include "framework/native/native_types.h"
 
+// Automation texts off Windows, with the memory that Windows gives them: length in bytes in front, a zero
+// unit behind. So code that reads the length in front of the pointer, or goes to the terminator, works on
+// both systems.
+
 namespace {
 
 // The length stands right in front of the units; 8 bytes keep these aligned as malloc aligned the block.
@@ -17,6 +21,7 @@ std::uint32_t& LengthOf(BSTR text) {
 
 BSTR SysAllocStringLen(const char16_t* text, UINT length) {
   constexpr UINT kMost = 0x7FFFFFFF - 16;
+  // The length must fit the 32 bits in front, the head and the terminator the sum of all.
   if (length > kMost / sizeof(char16_t)) return nullptr;
   const std::size_t bytes = length * sizeof(char16_t);
   auto* block = static_cast<char*>(std::malloc(kHead + bytes + sizeof(char16_t)));

@@ -3,6 +3,9 @@
 
 #include "framework/values/com_error.h"
 
+// Texts of failure codes where the system has none for them: short Chinese sentences, as in the failure
+// objects. What is not listed has the empty text, and the caller prints the number.
+
 namespace lorv {
 namespace {
 

@@ -4,6 +4,10 @@
 
 #include "framework/values/variant_convert.h"
 
+// The platform's operations on tagged values off Windows, with its results. A value by reference does not own
+// what it points to and is copied as a pointer; texts are copied and objects counted. Every operation leaves
+// the target as it was when it fails.
+
 namespace {
 
 // By reference any kind may be held, as the value does not own it.
@@ -34,6 +38,7 @@ HRESULT VariantClear(VARIANT* value) {
 HRESULT VariantCopy(VARIANT* target, const VARIANT* source) {
   if (target == nullptr || source == nullptr) return E_INVALIDARG;
   if (!IsValid(source->vt)) return DISP_E_BADVARTYPE;
+  // Clearing the target first would free what is to be copied.
   if (target == source) return S_OK;
   VARIANT fresh = *source;
   if (source->vt == VT_BSTR && source->bstrVal != nullptr) {
@@ -43,6 +48,7 @@ HRESULT VariantCopy(VARIANT* target, const VARIANT* source) {
   if ((source->vt == VT_DISPATCH || source->vt == VT_UNKNOWN) && source->punkVal != nullptr) {
     source->punkVal->AddRef();
   }
+  // Last, when nothing can fail any more.
   VariantClear(target);
   *target = fresh;
   return S_OK;
@@ -70,6 +76,7 @@ HRESULT VariantChangeType(VARIANT* target, const VARIANT* source, USHORT /*flags
 namespace lorv {
 
 HRESULT ChangeSystemType(VARIANT& /*target*/, const VARIANT& source, VARTYPE type) {
+  // No system stands behind it here: kinds that exist have no way into each other, others are none.
   return IsValid(source.vt) && IsValid(type) ? DISP_E_TYPEMISMATCH : DISP_E_BADVARTYPE;
 }
 

@@ -1,5 +1,8 @@
 #include "framework/values/com_error.h"
 
+// Texts of failure codes from the system, in its own language. Inserts are left alone, as nobody gives
+// arguments for them.
+
 namespace lorv {
 
 CString SystemErrorText(HRESULT code) {
@@ -10,6 +13,7 @@ CString SystemErrorText(HRESULT code) {
   ::FormatMessageW(kFlags, nullptr, static_cast<DWORD>(code), 0, reinterpret_cast<LPWSTR>(&text), 0, nullptr);
   CString result(text);
   ::LocalFree(text);
+  // The system ends its sentences with a line end.
   return result.TrimRight();
 }
 

@@ -2,6 +2,9 @@
 
 #include "framework/values/variant_convert.h"
 
+// The conversions that only the system knows, of objects and arrays. All others are those of
+// variant_convert.cpp, on Windows too, so that both systems print alike.
+
 namespace lorv {
 
 HRESULT ChangeSystemType(VARIANT& target, const VARIANT& source, VARTYPE type) {

@@ -2,6 +2,9 @@
 
 #include "framework/drawing/text_layout.h"
 
+// How buttons and labels look on the desktop in memory. What they do is in button_behaviour.h, shared with
+// the desktops that people see.
+
 namespace lorv {
 namespace {
 

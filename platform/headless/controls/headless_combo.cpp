@@ -1,5 +1,7 @@
 #include "platform/headless/controls/headless_combo.h"
 
+// Where a combo's inner edit stands and how the closed combo looks, in memory.
+
 namespace lorv {
 
 CRect HeadlessCombo::EditPlace() const {

@@ -4,6 +4,9 @@
 
 #include "platform/models/unit_pairs.h"
 
+// An edit in memory: rows of fixed height, widths of fixed metrics, so that a test can say to the pixel where
+// a caret is. Keys, messages and limits are the shared behaviour; this is the pane that shows them.
+
 namespace lorv {
 
 // The text as the window shows it: rows of 16 pixels, the first of which may be scrolled away.
@@ -119,6 +122,7 @@ int HeadlessEdit::Pane::PositionAt(CPoint at) const {
   while (unit < text.GetLength()) {
     const int units = IsUnitPair(text.GetAt(unit), text.GetAt(unit + 1)) ? 2 : 1;
     const int width = HeadlessExtent(text.Mid(unit, units).View()).cx;
+    // The nearer edge of a character, and never between its two units.
     if (at.x < left + (width + 1) / 2) break;
     left += width;
     unit += units;
@@ -133,6 +137,7 @@ HeadlessEdit::HeadlessEdit(HeadlessDesktop& desktop, HWND handle, const WindowRe
                            std::unique_ptr<Pane> pane)
     : EditBehaviour(desktop, handle, request), pane_(*pane) {
   pane->Set(request.text);
+  // After the first text: a window that is being made must not be asked to repaint.
   pane->Serve(*this);
   UsePane(std::move(pane));
 }

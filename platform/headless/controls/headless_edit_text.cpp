@@ -6,6 +6,9 @@
 #include "platform/headless/drawing/headless_canvas.h"
 #include "platform/models/unit_pairs.h"
 
+// The text of an edit in memory with caret, selection, one step of undo, and its lines. Positions count
+// units; a caret never stands between the two units of a character.
+
 namespace lorv {
 namespace {
 
@@ -22,6 +25,7 @@ int HeadlessEditText::Clamped(int position) const {
 }
 
 void HeadlessEditText::Select(int start, int end) {
+  // The system's message takes -1 as "select nothing".
   if (start == -1) {
     anchor_ = caret_ = End();
     return;
@@ -56,6 +60,7 @@ void HeadlessEditText::Replace(const CString& fresh) {
 
 bool HeadlessEditText::Undo() {
   if (!can_undo_) return false;
+  // Undo once more brings back what was undone, as the system's edit does.
   std::swap(text, before_);
   std::swap(caret_, before_caret_);
   anchor_ = caret_ = Clamped(caret_);
@@ -102,6 +107,7 @@ void HeadlessEditText::WrapFrom(int start, int end, std::vector<int>& starts) co
   int last_break = start;
   for (int at = start; at < end; at = StepOn(at)) {
     const int next = StepOn(at);
+    // Blanks hang over the edge, so a line never begins with one.
     const bool after_blank = at > start && text.GetAt(at - 1) == _T(' ');
     if (after_blank || text.GetAt(at) >= kFirstIdeograph) last_break = at;
     width += WidthOf(at, next);

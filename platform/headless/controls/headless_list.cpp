@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+// Rows of a list in memory: which is where, which is at the top, how they look. The rows' texts and choice
+// are the shared behaviour's.
+
 namespace lorv {
 
 void HeadlessList::SetSelected(int index, bool on) {

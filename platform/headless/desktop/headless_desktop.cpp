@@ -9,6 +9,8 @@
 #include "platform/models/first_fault.h"
 
 // Windows of the headless desktop: which there are, which has the focus, and what the screen is like.
+// Colours, fonts and layouts are fixed, so that a test sees the same on every machine; what a user would do
+// is put in by calls.
 
 namespace lorv {
 namespace {
@@ -29,7 +31,7 @@ HeadlessDesktop::HeadlessDesktop() : layouts_{LayoutNumber(0x08040804), LayoutNu
 }
 
 HeadlessDesktop::~HeadlessDesktop() {
-  // Objects above may outlive the desktop: they are told that their windows go, and may still ask it.
+  // Objects above may outlive the desktop: they hear that their windows go, and may still ask it.
   const ScopedDesktop self(*this);
   DestroyAll();
 }
@@ -132,7 +134,9 @@ void HeadlessDesktop::WorkMenuSteps() {
   }
 }
 
+// A test gives the answer beforehand; one that the menu does not offer counts as "nothing chosen".
 UINT HeadlessDesktop::Popup(const MenuModel& menu, POINT /*screen*/, UINT /*flags*/, HWND /*owner*/) {
+  // The system shows one menu at a time.
   if (menu_up_) return 0;
   shown_menus_.push_back(menu);
   SetCapture(nullptr);

@@ -4,7 +4,8 @@
 #include "platform/headless/desktop/headless_desktop.h"
 
 // The user of the headless desktop: keys and mouse, as they are put into the queue and as they come out of
-// it.
+// it. They take the way of real input: offered, translated into characters, hit-tested, with the keys held
+// then; nothing reaches a window that a real user could not reach.
 
 namespace lorv {
 namespace {
@@ -69,6 +70,7 @@ void HeadlessDesktop::Type(TextView text) {
   for (const TCHAR c : text) {
     const KeyOf known = KeyOfCharacter(c);
     if (known.key == 0) {
+      // A character without a key comes from an input method, which announces itself like this.
       input_.push_back({WM_KEYDOWN, VK_PROCESSKEY, CursorPosition()});
       input_.push_back({WM_CHAR, c, CursorPosition()});
     } else if (known.shifted) {
@@ -136,6 +138,7 @@ void HeadlessDesktop::PlayKey(const Input& input) {
   const HWND target = StillThere(Focus()) ? Focus() : Active();
   if (!StillThere(target)) return;
   UINT message = input.message;
+  // With Control held as well the system sends plain key messages.
   const bool system = KeyState(VK_MENU) != 0 && KeyState(VK_CONTROL) == 0;
   if (system && message != WM_CHAR) message = down ? WM_SYSKEYDOWN : WM_SYSKEYUP;
   constexpr LPARAM kReleased = static_cast<LPARAM>(0xC0000001);
@@ -178,6 +181,7 @@ void HeadlessDesktop::PlayMouse(const Input& input) {
   if (!StillThere(target) || !ComesToPress(target, input.message)) return;
   const CPoint at = CPoint(input.at) - CSize(CPoint(At(target)->ClientOrigin()));
   const bool inside = CRect(At(target)->ClientRect()).PtInRect(at) != 0;
+  // On the frame; only the owner of the capture hears of the mouse beside its client area.
   if (captured == nullptr && !inside) return;
   if (captured == nullptr)
     DeliverMessage(target, WM_SETCURSOR, reinterpret_cast<WPARAM>(target),

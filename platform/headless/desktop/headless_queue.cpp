@@ -3,7 +3,8 @@
 #include "framework/ports/window_map.h"
 #include "platform/headless/desktop/headless_desktop.h"
 
-// The queue and the clock of the headless desktop.
+// The queue and the clock of the headless desktop. Time stands until a test advances it, and then runs from
+// timer to timer, so that what a timer's handler does happens at its own time.
 
 namespace lorv {
 
@@ -43,11 +44,14 @@ bool HeadlessDesktop::PumpPaint() {
 bool HeadlessDesktop::PumpTimer() {
   const DWORD now = Ticks();
   const auto due = std::find_if(timers_.begin(), timers_.end(), [now](const Timer& timer) {
+    // By the difference: the clock wraps around after seven weeks.
     return static_cast<std::int32_t>(now - timer.due) >= 0;
   });
   if (due == timers_.end()) return false;
   const Timer timer = *due;
   timers_.erase(due);
+  // Behind the others, so that one short timer does not starve them; before the call, as its handler may stop
+  // it.
   timers_.push_back({timer.window, timer.id, now + timer.period, timer.period});
   Deliver(MessageNow(timer.window, WM_TIMER, timer.id, 0));
   return true;
@@ -64,6 +68,7 @@ bool HeadlessDesktop::StopTimer(HWND window, UINT_PTR id) {
 }
 
 bool HeadlessDesktop::PumpOnce(bool wait) {
+  // The system's order: posted messages, input, painting, timers.
   if (PumpPosted() || PumpInput()) {
     paints_in_a_row_ = 0;
     return true;

@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+// What can be seen on a surface, as a list of things drawn. Every thing knows which parts of it show; fills
+// drawn later take parts away, and a thing without any leaves the list. Tiles lead from a place to the things
+// there, so that a page of thousands of cells costs no search through all of them.
+
 namespace lorv {
 namespace {
 
@@ -42,6 +46,7 @@ void DrawnList::End(Entry& entry) {
 }
 
 void DrawnList::Cover(const CRect& rect) {
+  // Nothing below can be seen any more.
   if (rect == all_) {
     Resize(all_.Size());
     return;
@@ -79,6 +84,7 @@ void DrawnList::Add(Drawn drawn, Region seen, bool covers) {
   } else if (Cancels(drawn)) {
     return;
   }
+  // Before the number of the new one is taken, as compacting renumbers all.
   if (alive_ >= kMaxDrawn || entries_.size() > 2 * alive_ + kMostGone) Compact();
   entries_.push_back({std::move(drawn), std::move(seen), true});
   ++alive_;
@@ -93,6 +99,7 @@ void DrawnList::Index(std::uint32_t number) {
 // The numbers change: all tiles are filled anew.
 void DrawnList::Compact() {
   std::erase_if(entries_, [](const Entry& entry) { return !entry.alive; });
+  // A program that only draws lines on lines is bounded, too: the oldest go.
   if (entries_.size() >= kMaxDrawn) entries_.erase(entries_.begin(), entries_.begin() + kMaxDrawn / 4);
   alive_ = entries_.size();
   for (auto& tile : tiles_) tile.clear();

@@ -6,6 +6,9 @@
 
 #include "framework/drawing/line_runs.h"
 
+// Drawing in memory, with pixels that a test can read and a list of what was drawn. Texts are in the list and
+// not in the pixels: fixed widths stand for a font, so layouts are the same on every machine.
+
 namespace lorv {
 namespace {
 
@@ -62,6 +65,7 @@ CRect BoundsOf(const std::vector<POINT>& corners) {
 SIZE HeadlessExtent(TextView text) {
   int width = 0;
   for (const TCHAR unit : text) {
+    // Two halves of 7 are the 14 of a wide character.
     const bool half = unit >= 0xD800 && unit <= 0xDFFF;
     width += unit >= kFirstWide && !half ? kHeadlessWide : kHeadlessNarrow;
   }
@@ -112,6 +116,7 @@ void HeadlessSurface::Paint(const CRect& rect, COLORREF colour) {
 }
 
 void HeadlessSurface::CopyFrom(const HeadlessSurface& source, const CRect& from, CPoint to) {
+  // All of it is read before anything is written: source and target may be one surface.
   const std::vector<DWORD> pixels = source.Pixels(from);
   const CSize by = to - from.TopLeft();
   std::vector<DrawnList::Entry> entries;

@@ -5,6 +5,10 @@
 
 #include "framework/objects/exceptions.h"
 
+// Files in memory with the rules of Windows: read-only files that stay, folders that must
+// exist. Every question is noted for tests, and room and refusals can be set, so that full disks and locked
+// files are ordinary tests.
+
 namespace lorv {
 namespace {
 
@@ -66,8 +70,10 @@ class HeadlessFiles::OpenFile : public File {
   bool Write(const void* bytes, std::size_t size) override {
     if (use_ == FileUse::kRead) return false;
     const auto room = static_cast<std::size_t>(std::max<std::int64_t>(files_.room_left, 0));
+    // A full disk takes the beginning, as a real one does.
     const std::size_t count = std::min(size, room);
     std::string& held = entry_->bytes;
+    // At the end as it is now: another may have written meanwhile.
     if (use_ == FileUse::kAppend) position_ = held.size();
     if (held.size() < position_ + count) held.resize(position_ + count);
     std::memcpy(held.data() + position_, bytes, count);

@@ -1,5 +1,7 @@
 #include "platform/headless/services/headless_mail.h"
 
+// Mail that is only recorded: what was asked in which order, and what would have been sent.
+
 namespace lorv {
 namespace {
 

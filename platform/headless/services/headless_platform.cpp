@@ -4,6 +4,9 @@
 
 #include "platform/text/ini_text.h"
 
+// The other ports in memory: clock, process, settings, dialogs, shell, progress. Each notes what it was asked
+// and gives the answer that a test has set. The clock has no zones: local time is universal time.
+
 namespace lorv {
 namespace {
 

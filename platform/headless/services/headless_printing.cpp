@@ -1,5 +1,7 @@
 #include "platform/headless/services/headless_printing.h"
 
+// A printer that notes what it was asked, and pages that can be looked at like windows.
+
 namespace lorv {
 namespace {
 

@@ -5,6 +5,9 @@
 #include "framework/ports/window_map.h"
 #include "platform/headless/desktop/headless_desktop.h"
 
+// A window in memory: place, frame, surface. Sizes of frames are fixed numbers. Size and surface are guarded
+// by a lock, as a canvas may draw from another thread while the window is moved.
+
 namespace lorv {
 namespace {
 
@@ -40,6 +43,7 @@ void HeadlessWindow::Measure() {
   const int down = place_.Height() - frame.top - frame.side - ((Look() & WS_HSCROLL) != 0 ? kBar : 0);
   const CSize size(std::max(across, 0), std::max(down, 0));
   const std::lock_guard<std::mutex> lock(mutex_);
+  // Moving a window must not lose its picture.
   if (client_ == size) return;
   client_ = size;
   surface_->Resize(size);

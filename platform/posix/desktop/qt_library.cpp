@@ -4,6 +4,9 @@
 
 #include "platform/choice/desktop_choice.h"
 
+// Loads the library of Qt's windows at run time, so that programs without windows need no Qt. It is looked
+// for beside this library first, as a program was tested with the one that it was shipped with.
+
 namespace lorv {
 namespace {
 
@@ -23,6 +26,7 @@ std::string LastFault() {
 
 std::vector<std::string> PlacesOfQtLibrary() {
   Dl_info facts{};
+  // Any address inside will do: the system names the file that it was loaded from.
   const bool known = dladdr(&kName, &facts) != 0 && facts.dli_fname != nullptr;
   const std::string own = known ? facts.dli_fname : "";
   return {own.substr(0, own.rfind('/') + 1) + kName, kName};
@@ -38,7 +42,9 @@ std::unique_ptr<Desktop> DesktopOfLibrary(const std::vector<std::string>& places
     }
     using Entry = Desktop* (*)();
     const auto make = reinterpret_cast<Entry>(dlsym(library, kEntry));
+    // A file of that name that is something else: looking further would hide it.
     if (make == nullptr) Refuse(_T("这不是 Qt 桌面库："), place);
+    // The library is never unloaded, as windows may be left at the end of the process.
     std::unique_ptr<Desktop> desktop(make());
     if (desktop == nullptr) Refuse(_T("没有可供 Qt 使用的屏幕。"), {});
     return desktop;

@@ -3,6 +3,9 @@
 #include "platform/ports/clock.h"
 #include "platform/posix/services/file_time.h"
 
+// The system's clock as counts of 100 ns since 1601 and as calendar dates of the local zone. Dates outside
+// the range that Windows knows become the first day, so both systems answer alike.
+
 namespace lorv {
 namespace {
 
@@ -36,6 +39,7 @@ class PosixClock : public Clock {
   }
 
   SYSTEMTIME ToLocal(std::int64_t time) override {
+    // No such time exists in the form of files.
     if (time < 0) return kFirstDay;
     const std::time_t seconds = time / kUnitsPerSecond - kSecondsFrom1601To1970;
     tm calendar{};
@@ -55,6 +59,7 @@ class PosixClock : public Clock {
     calendar.tm_hour = local.wHour;
     calendar.tm_min = local.wMinute;
     calendar.tm_sec = local.wSecond;
+    // Whether summer time held then, the system finds out.
     calendar.tm_isdst = -1;
     const std::int64_t seconds = mktime(&calendar) + kSecondsFrom1601To1970;
     if (seconds < 0) return 0;

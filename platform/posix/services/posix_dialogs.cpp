@@ -3,6 +3,9 @@
 
 #include "platform/ports/desktop_services.h"
 
+// Messages to the user where the system has no dialogs of its own: by the desktop in force, else on the
+// terminal.
+
 namespace lorv {
 namespace {
 

@@ -15,6 +15,10 @@
 #include "platform/posix/services/file_time.h"
 #include "platform/posix/services/native_path.h"
 
+// Files of the system behind the port. Where the system is more generous than Windows it is held back: a
+// read-only file is neither written nor replaced nor removed by anyone, and a folder is never opened as a
+// file, so programs behave alike on both.
+
 namespace lorv {
 namespace {
 
@@ -55,6 +59,7 @@ class PosixFile : public File {
     return lseek(descriptor_, static_cast<off_t>(position), SEEK_SET) >= 0;
   }
 
+  // Of a pipe or a device nobody knows a size.
   std::int64_t Size() override {
     struct stat facts {};
     return fstat(descriptor_, &facts) == 0 && S_ISREG(facts.st_mode) ? facts.st_size : -1;
@@ -156,9 +161,11 @@ class PosixFiles : public Files {
     struct stat native {};
     const std::string name = NativePath(path);
     if (stat(name.c_str(), &native) != 0) return false;
+    // Only the owner's right to write is given back: the group's may never have been there.
     const mode_t others = native.st_mode & static_cast<mode_t>(07777) & ~kWriteBits;
     const bool read_only = (attributes & kAttributeReadOnly) != 0;
     const bool was_read_only = (native.st_mode & kWriteBits) == 0;
+    // Nothing is touched, so other rights survive.
     if (read_only == was_read_only) return true;
     return chmod(name.c_str(), read_only ? others : others | S_IWUSR) == 0;
   }
@@ -238,6 +245,7 @@ CString PosixFiles::FollowLinks(LPCTSTR path) {
 bool PosixFiles::Rename(LPCTSTR from, LPCTSTR to) {
   const std::string source = NativePath(from), target = NativePath(to);
   if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) return true;
+  // Any other failure means that the target stands there, or must not be touched.
   if (errno != EINVAL && errno != ENOSYS) return false;
   return link(source.c_str(), target.c_str()) == 0 && unlink(source.c_str()) == 0;
 }
@@ -272,6 +280,7 @@ std::vector<FoundFile> PosixFiles::List(LPCTSTR folder, LPCTSTR pattern) {
     if (!FitsPattern(name.View(), fitting.View())) continue;
     found.push_back({name, IsFolder(place + '/' + entry->d_name)});
   }
+  // The system lists in any order; callers show the list.
   std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
   return found;
 }

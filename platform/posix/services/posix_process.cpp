@@ -12,6 +12,9 @@
 #include "platform/ports/process.h"
 #include "platform/posix/services/native_path.h"
 
+// What the process knows of itself. A module's handle is any address inside it; version blocks do not exist
+// here, which the report allows for.
+
 namespace lorv {
 namespace {
 
@@ -47,6 +50,7 @@ using Library = std::unique_ptr<void, CloseLibrary>;
 
 // A library that is loaded already, by its bare name or by the name that the system's linker would give it.
 Library LoadedLibrary(const std::string& name) {
+  // Never loads one: only a module that the program has loaded itself is asked.
   Library library(dlopen(name.c_str(), RTLD_LAZY | RTLD_NOLOAD));
   if (!library) library.reset(dlopen(("lib" + name + ".so").c_str(), RTLD_LAZY | RTLD_NOLOAD));
   return library;

@@ -4,6 +4,9 @@
 #include "platform/posix/services/user_folders.h"
 #include "platform/text/ini_text.h"
 
+// Settings from ini files, read by our own reader of the form. The user's profile, which Windows keeps in its
+// registry, is an ini file in the folder for configuration.
+
 namespace lorv {
 namespace {
 

@@ -14,6 +14,9 @@
 #include "platform/posix/services/terminal_progress.h"
 #include "platform/posix/services/trash.h"
 
+// The shell's services: deleting with or without undo, starting a viewer, progress. What the desktop in force
+// can show it shows; otherwise there is the terminal, or silence.
+
 namespace lorv {
 namespace {
 
@@ -21,6 +24,7 @@ namespace fs = std::filesystem;
 
 std::error_code Delete(const fs::path& path) {
   std::error_code error;
+  // A folder goes with all that is in it, as by the shell of Windows.
   const auto removed = fs::remove_all(path, error);
   if (!error && removed == 0) return std::make_error_code(std::errc::no_such_file_or_directory);
   return error;
@@ -55,6 +59,7 @@ class PosixShell : public Shell {
   }
 
   bool Start(const ShellStart& start) override {
+    // The suite names the viewer of Windows; the desktop's own stands for it.
     const bool viewer = start.file.CompareNoCase(_T("notepad.exe")) == 0;
     std::vector<std::string> words = {viewer ? "xdg-open" : NativePath(start.file)};
     if (!start.parameters.IsEmpty()) words.push_back(NativePath(start.parameters));

@@ -6,6 +6,9 @@
 #include "platform/ports/suite.h"
 #include "platform/posix/services/user_folders.h"
 
+// The suite's folders: named by the environment, else the program's own folder and the user's folder for
+// data. The user's folder is made at need.
+
 namespace lorv {
 namespace {
 

@@ -6,6 +6,10 @@
 
 #include <cerrno>
 
+// Starts programs that go on alone. A shell of the system starts them and ends at once, so the child belongs
+// to nobody here and leaves no entry to wait for; words are passed as arguments and never as text of the
+// script, so no name can be read as a command.
+
 extern char** environ;
 
 namespace lorv {

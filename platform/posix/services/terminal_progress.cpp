@@ -5,6 +5,9 @@
 
 #include "framework/text/utf8.h"
 
+// Progress on one line of the terminal, written over itself. It writes only when the per cent or the text
+// changes, as a calculation reports every step.
+
 namespace lorv {
 namespace {
 

@@ -10,6 +10,10 @@
 
 #include "platform/posix/services/user_folders.h"
 
+// The trash of the desktop's standard: the file under a free name in one folder, a note where it came from in
+// another. The note is made first and exclusively, which reserves the name; a file is only ever renamed and
+// never copied, as half a copy would lose data.
+
 namespace lorv {
 namespace {
 
@@ -74,6 +78,7 @@ std::error_code MoveToTrash(const fs::path& path) {
     error = WriteNote(note, NoteFor(from));
     if (error == std::errc::file_exists) continue;
     if (!error) fs::rename(from, trash / "files" / name, error);
+    // A note without a file would show an entry that cannot be restored.
     if (error) unlink(note.c_str());
     break;
   }

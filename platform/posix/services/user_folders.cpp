@@ -2,6 +2,9 @@
 
 #include <cstdlib>
 
+// Folders of the user by the desktop's standard. A variable that is no absolute path does not count, as the
+// standard says.
+
 namespace lorv {
 
 std::string EnvironmentValue(const char* name) {

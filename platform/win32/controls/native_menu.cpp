@@ -4,6 +4,9 @@
 
 #include "platform/models/carried_fault.h"
 
+// Menus of the system made from our models for the time that they are shown. The system's menus are not kept:
+// the model is the menu, and handlers may change it meanwhile.
+
 namespace lorv {
 namespace {
 
@@ -51,8 +54,10 @@ class HiddenOwner {
 }  // namespace
 
 UINT TrackNativeMenu(const MenuModel& model, POINT screen, UINT flags, HWND owner) {
+  // The system would show an empty frame.
   if (model.entries.empty()) return 0;
   const OwnedMenu menu = Build(model);
+  // The system shows no menu without a window that owns it.
   const HiddenOwner hidden(!IsWindow(owner));
   const HWND window = hidden.Window() != nullptr ? hidden.Window() : owner;
   // A click elsewhere closes the menu only of a window in the foreground.

@@ -5,6 +5,10 @@
 #include "framework/ports/window_map.h"
 #include "platform/models/carried_fault.h"
 
+// One message of the thread's queue at a time, offered to window classes before it is delivered. A hook
+// offers those that other loops take (the system's own, a host's); what was offered is remembered, so that
+// nothing is offered twice.
+
 namespace lorv {
 namespace {
 
@@ -24,6 +28,7 @@ void Offer(MSG& message) {
   bool taken = true;
   CarriedFault::Guarded([&] { return taken = OfferMessage(message); });
   if (taken) {
+    // The system goes on with the message after the hook: as WM_NULL it reaches nobody.
     message.hwnd = nullptr;
     message.message = WM_NULL;
     message.wParam = 0;
@@ -33,7 +38,7 @@ void Offer(MSG& message) {
   offered = message;
 }
 
-PumpStep Work(MSG& message) {
+PumpStep Handle(MSG& message) {
   if (OfferHostMessage(&message)) return PumpStep::kWorked;
   TranslateMessage(&message);
   DispatchMessageW(&message);
@@ -77,7 +82,7 @@ PumpStep PumpOne(bool wait) {
   return CarriedFault::CallOut([&] {
     const BOOL got =
         wait ? GetMessageW(&message, nullptr, 0, 0) : PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);
-    if (got != 0 && got != -1 && message.message != WM_QUIT) return Work(message);
+    if (got != 0 && got != -1 && message.message != WM_QUIT) return Handle(message);
     if (message.message != WM_QUIT) return wait ? PumpStep::kQuit : PumpStep::kNothing;
     quit_code = static_cast<int>(message.wParam);
     return PumpStep::kQuit;

@@ -5,6 +5,9 @@
 
 #include "platform/win32/desktop/message_pump.h"
 
+// Modal loops over the system's queue. The owner is enabled before the dialog goes, else the system activates
+// another program's window; this also holds when a handler throws.
+
 namespace lorv {
 namespace {
 
@@ -65,6 +68,7 @@ void RunModalLoop(HWND dialog) {
 void EndModalLoop(HWND dialog) {
   for (ModalRun* const run : ModalRun::Live())
     if (run->Dialog() == dialog) run->End();
+  // The loop may be waiting for a message, and nothing else need come.
   WakeModalLoop();
 }
 

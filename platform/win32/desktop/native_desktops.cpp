@@ -3,6 +3,9 @@
 #include "platform/headless/desktop/headless_desktop.h"
 #include "platform/win32/desktop/win32_desktop.h"
 
+// The desktops that Windows can offer: the system's own windows, or windows in memory when a program asks for
+// them.
+
 namespace lorv {
 
 DesktopKind UsualDesktop() {

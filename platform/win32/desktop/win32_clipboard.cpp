@@ -5,6 +5,9 @@
 
 #include "platform/models/html_format.h"
 
+// The system's clipboard. Other programs hold it open for moments, so opening is tried for a while; what
+// others put in need not be terminated or framed as it says.
+
 namespace lorv {
 namespace {
 
@@ -62,6 +65,7 @@ CString SystemText() {
   const HANDLE data = GetClipboardData(CF_UNICODETEXT);
   const auto* const units = data == nullptr ? nullptr : static_cast<const wchar_t*>(GlobalLock(data));
   if (units == nullptr) return {};
+  // Never past the block: another program may have left out the terminator.
   const wchar_t* const end = units + GlobalSize(data) / sizeof(wchar_t);
   const CString text(TextView(units, static_cast<std::size_t>(std::find(units, end, L'\0') - units)));
   GlobalUnlock(data);

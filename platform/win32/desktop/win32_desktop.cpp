@@ -15,6 +15,9 @@
 #include "platform/win32/window/win32_window.h"
 #include "platform/win32/window/window_making.h"
 
+// The desktop of Windows behind the port: each operation is the system's own call. Calls in which the system
+// may run handlers go through CarriedFault, as no exception may pass through the system.
+
 namespace lorv {
 namespace {
 
@@ -29,7 +32,7 @@ HCURSOR SystemCursor(int shape) {
 // A cursor is an icon with a point.
 HCURSOR CursorOf(const PixelImage& picture, POINT point) {
   const HBITMAP colours = CreateBitmap(picture.width, picture.height, 1, 32, picture.pixels);
-  // All of it counts: what is seen through is told by the picture's own alpha.
+  // All of it counts: what is seen through stands in the picture's own alpha.
   const HBITMAP mask = CreateBitmap(picture.width, picture.height, 1, 1, nullptr);
   ICONINFO info = {FALSE, static_cast<DWORD>(point.x), static_cast<DWORD>(point.y), mask, colours};
   const HCURSOR made = CreateIconIndirect(&info);

@@ -3,6 +3,9 @@
 #include <mutex>
 #include <unordered_map>
 
+// Which of our objects stands behind a handle. The system calls the window procedure with handles on any
+// thread, so the map is guarded.
+
 namespace lorv {
 namespace {
 

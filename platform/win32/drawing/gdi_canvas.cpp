@@ -7,6 +7,10 @@
 #include "framework/drawing/line_runs.h"
 #include "platform/win32/drawing/gdi_measure.h"
 
+// A canvas over a device context of the system. Fonts and clips are selected when something is drawn and not
+// when they are set, and fills use the system's one brush of any colour, so that painting a page of cells
+// makes no objects.
+
 namespace lorv {
 namespace {
 
@@ -73,6 +77,7 @@ GdiMemory::GdiMemory(SIZE size, POINT corner)
   BITMAPINFO info = {};
   info.bmiHeader.biSize = sizeof(info.bmiHeader);
   info.bmiHeader.biWidth = std::max<LONG>(size_.cx, 1);
+  // Negative: the first row of memory is the top one.
   info.bmiHeader.biHeight = -std::max<LONG>(size_.cy, 1);
   info.bmiHeader.biPlanes = 1;
   info.bmiHeader.biBitCount = 32;
@@ -202,6 +207,7 @@ void GdiCanvas::PutText(POINT at, TextView text, COLORREF colour, const RECT* wi
     drawn_font_ = font_;
   }
   SetTextColor(context, colour);
+  // Longer ones are not drawn at all by the system; so much fills any screen.
   const TextView drawn = text.substr(0, kDrawnUnits);
   ExtTextOutW(context, at.x, at.y, within == nullptr ? 0 : ETO_CLIPPED, within, drawn.data(),
               static_cast<UINT>(drawn.size()), nullptr);
@@ -229,6 +235,7 @@ void GdiCanvas::Image(const PixelImage& image, const RECT& to) {
   GdiMemory copy({image.width, image.height});
   if (copy.Pixels() == nullptr) return;
   const std::size_t count = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height);
+  // The system blends pixels whose colours are multiplied by their alpha already.
   std::transform(image.pixels, image.pixels + count, copy.Pixels(), Premultiplied);
   const BLENDFUNCTION over = {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA};
   GdiAlphaBlend(Context(), to.left, to.top, to.right - to.left, to.bottom - to.top, copy.Context(), 0, 0,
@@ -249,6 +256,7 @@ std::vector<DWORD> GdiCanvas::Pixels(const RECT& rect) const {
   for (int y = wanted.top; y < wanted.bottom; ++y)
     for (int x = wanted.left; x < wanted.right; ++x) {
       const DWORD pixel = copy.Pixels()[pixels.size()];
+      // The system leaves alpha out; beside the surface there is nothing, which is 0.
       pixels.push_back(surface.PtInRect({x, y}) != 0 ? pixel | 0xFF000000 : 0);
     }
   return pixels;

@@ -9,6 +9,9 @@
 #include <mutex>
 #include <string>
 
+// Fonts of the system shared by value: equal descriptions are one font. A face that is not installed is
+// replaced by one with Chinese characters, as the system's own choice may show boxes.
+
 namespace lorv {
 namespace {
 

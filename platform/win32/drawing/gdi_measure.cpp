@@ -1,5 +1,8 @@
 #include "platform/win32/drawing/gdi_measure.h"
 
+// Widths of texts, remembered by font and text. Each thread has a context of its own to ask the system by:
+// contexts belong to threads, and layouts are measured on any.
+
 namespace lorv {
 
 GdiMeasure::GdiMeasure() : context_(CreateCompatibleDC(nullptr)) {}
@@ -24,6 +27,7 @@ void GdiMeasure::Select(const std::shared_ptr<const GdiFont>& font) {
 const TEXTMETRICW& GdiMeasure::Metrics(const std::shared_ptr<const GdiFont>& font) {
   const auto known = metrics_.find(font->Number());
   if (known != metrics_.end()) return known->second;
+  // Bounded; what is needed comes back at the next question.
   if (metrics_.size() >= kMaxFaces) metrics_.clear();
   Select(font);
   TEXTMETRICW& metrics = metrics_[font->Number()];

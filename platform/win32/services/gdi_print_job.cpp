@@ -2,6 +2,9 @@
 
 #include "platform/win32/drawing/gdi_canvas.h"
 
+// A print job of the system, for pages of text and for pages that are drawn on. A page that is drawn on may
+// outlive its job: it asks through a pointer that the job clears.
+
 namespace lorv {
 namespace {
 
@@ -11,6 +14,7 @@ constexpr int kTenthsPerInch = 720;
 
 GdiPrintJob::~GdiPrintJob() {
   if (page_ != nullptr) *page_ = nullptr;
+  // A job that was not ended prints nothing.
   if (begun_) AbortDoc(context_);
   if (former_ != nullptr) SelectObject(context_, former_);
   if (font_ != nullptr) DeleteObject(font_);
@@ -95,6 +99,7 @@ void GdiPrintJob::End() {
   const bool drawn = page_ != nullptr;
   EndThisPage();
   if (!begun_) return;
+  // The page that Begin started.
   if (!drawn) EndPage(context_);
   EndDoc(context_);
   begun_ = false;

@@ -2,6 +2,8 @@
 
 #include "platform/win32/services/shell_headers.h"
 
+// The shell's progress dialog behind the port, call by call with the interface's parameters.
+
 namespace lorv {
 namespace {
 

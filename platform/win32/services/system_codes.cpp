@@ -1,6 +1,9 @@
 #include "framework/native/native_types.h"
 #include "platform/text/code_table.h"
 
+// One code of the code page by the system's conversion, to fill our own table. What gives more than one unit
+// has none.
+
 namespace lorv {
 
 SystemCodes::SystemCodes() = default;

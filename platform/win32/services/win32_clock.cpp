@@ -1,5 +1,8 @@
 #include "platform/ports/clock.h"
 
+// The system's clock behind the port. Times that the calendar does not have become the first day, or 0 the
+// other way.
+
 namespace lorv {
 namespace {
 

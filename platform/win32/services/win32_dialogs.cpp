@@ -1,5 +1,7 @@
 #include "platform/ports/dialogs.h"
 
+// Messages to the user by the system's box, owned by the active window so that it stays in front.
+
 namespace lorv {
 namespace {
 

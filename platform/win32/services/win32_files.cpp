@@ -5,6 +5,9 @@
 #include "framework/objects/exceptions.h"
 #include "platform/ports/files.h"
 
+// Files of the system behind the port. Sharing is as wide as it can be for reading, so that a file that
+// another program of the suite has open can be packed or shown.
+
 namespace lorv {
 namespace {
 

@@ -2,6 +2,9 @@
 
 #include <mapi.h>
 
+// The system's mail library, loaded for one message and freed after it, as it brings the mail program's own
+// code into the process.
+
 namespace lorv {
 namespace {
 

@@ -6,6 +6,8 @@
 
 #include "platform/win32/services/gdi_print_job.h"
 
+// The system's dialog for choosing a printer.
+
 namespace lorv {
 namespace {
 
@@ -17,6 +19,7 @@ class Win32Printing : public Printing {
     choice.hwndOwner = owner;
     choice.Flags = flags | PD_RETURNDC | PD_USEDEVMODECOPIESANDCOLLATE;
     const bool taken = PrintDlgW(&choice) != 0;
+    // Given whatever was chosen, and ours to free.
     GlobalFree(choice.hDevMode);
     GlobalFree(choice.hDevNames);
     if (!taken || choice.hDC == nullptr) return nullptr;

@@ -3,6 +3,8 @@
 
 #include "platform/ports/process.h"
 
+// What the process knows of itself, by the system's calls.
+
 namespace lorv {
 namespace {
 
@@ -39,6 +41,7 @@ class Win32Process : public Process {
   }
 
   std::uint64_t FreePhysicalMemory() override {
+    // The call that the report's numbers are defined by.
     MEMORYSTATUS memory;
     GlobalMemoryStatus(&memory);
     return memory.dwAvailPhys;

@@ -1,5 +1,7 @@
 #include "platform/ports/settings.h"
 
+// Settings by the system's ini functions, unchanged.
+
 namespace lorv {
 namespace {
 

@@ -4,6 +4,8 @@
 
 #include "platform/win32/services/shell_progress.h"
 
+// The shell's services of the system, with the flags and masks that callers pass.
+
 namespace lorv {
 namespace {
 

@@ -5,6 +5,9 @@
 #include "platform/ports/process.h"
 #include "platform/ports/suite.h"
 
+// The suite's folders: named by the environment, else the program's own folder and the user's folder for
+// data, which is made at need.
+
 namespace lorv {
 namespace {
 

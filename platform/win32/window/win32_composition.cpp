@@ -3,7 +3,8 @@
 #include "framework/drawing/geometry.h"
 #include "platform/win32/window/win32_window.h"
 
-// What the system's input method composes in a window, and where it shows its candidates.
+// What the system's input method composes in a window, and where it shows its candidates. The context is the
+// system's and is given back at once: holding it would keep the input method waiting.
 
 namespace lorv {
 namespace {

@@ -9,7 +9,9 @@
 #include "platform/win32/desktop/window_registry.h"
 #include "platform/win32/window/window_making.h"
 
-// Life of a window and the way of its messages.
+// Life of a window and the way of its messages. The handle belongs to the system and the object to the
+// registry; a message holds the object for its time, so a handler may destroy the window. Exceptions end at
+// the procedure and go on from the call of ours.
 
 namespace lorv {
 
@@ -99,7 +101,9 @@ void Win32Window::Destroy() {
 LRESULT Win32Window::Default(UINT message, WPARAM w, LPARAM l) {
   if (!Exists()) return 0;
   if (!ours_) return CarriedFault::CallOut([&] { return SendMessageW(handle_, message, w, l); });
+  // The control's own procedure frees its memory at it and must see it once only.
   if (message == WM_NCDESTROY && std::exchange(saw_the_end_, true)) return 0;
+  // A tip or a drop-down must not take the focus from what it belongs to.
   if (message == WM_MOUSEACTIVATE && kind_ == WindowKind::Popup) return MA_NOACTIVATE;
   if (DrawsItself() && message == WM_GETFONT) return reinterpret_cast<LRESULT>(font_handle_);
   if (DrawsItself() && message == WM_SETFONT) {

@@ -5,7 +5,8 @@
 #include "platform/win32/desktop/modal_loop.h"
 #include "platform/win32/window/win32_window.h"
 
-// Place, looks, text and bars of a window: each a question to the system.
+// Place, looks, text and bars of a window: each a question to the system. Styles that we add for our own sake
+// are left out of the answer, so a class sees what it asked for.
 
 namespace lorv {
 namespace {
@@ -98,6 +99,7 @@ void Win32Window::Show(int how) {
   const bool activates = how != SW_HIDE && how != SW_SHOWNOACTIVATE;
   if (kind_ == WindowKind::Popup && activates) how = SW_SHOWNA;
   CarriedFault::CallOut([&] {
+    // Before it hides: the system gives the activation away at that moment.
     if (how == SW_HIDE) FreeModalOwner(handle_);
     return ShowWindow(handle_, how);
   });

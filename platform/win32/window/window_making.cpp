@@ -7,6 +7,10 @@
 #include "platform/win32/desktop/window_registry.h"
 #include "platform/win32/window/win32_window.h"
 
+// Makes windows of the system with an object behind each from its first message on. Every window is
+// subclassed by a hook at its making, since the system's controls handle messages before their maker has the
+// handle; the hook is there for the one call only.
+
 namespace lorv {
 namespace {
 

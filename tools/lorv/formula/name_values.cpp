@@ -3,8 +3,8 @@
 #include <set>
 
 #include "TEXPRESSCAL/formula_words.h"
-#include "tools/lorv/takeoff/number_hint.h"
-#include "tools/lorv/takeoff/rules_file.h"
+#include "tools/lorv/takeoff/input/number_hint.h"
+#include "tools/lorv/takeoff/input/rules_file.h"
 #include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 

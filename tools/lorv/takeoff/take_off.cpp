@@ -4,7 +4,7 @@
 #include <ostream>
 
 #include "framework/text/number_text.h"
-#include "tools/lorv/takeoff/bill_output.h"
+#include "tools/lorv/takeoff/output/bill_output.h"
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/progress_bar.h"
 #include "tools/lorv/text/spoken_language.h"

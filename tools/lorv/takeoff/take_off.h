@@ -5,13 +5,13 @@
 #include <optional>
 #include <string>
 
-#include "tools/lorv/takeoff/bill.h"
-#include "tools/lorv/takeoff/comparison.h"
-#include "tools/lorv/takeoff/component_worker.h"
-#include "tools/lorv/takeoff/precision.h"
-#include "tools/lorv/takeoff/result_file.h"
-#include "tools/lorv/takeoff/row_filter.h"
-#include "tools/lorv/takeoff/unit_check.h"
+#include "tools/lorv/takeoff/findings/unit_check.h"
+#include "tools/lorv/takeoff/output/bill.h"
+#include "tools/lorv/takeoff/output/result_file.h"
+#include "tools/lorv/takeoff/plan/row_filter.h"
+#include "tools/lorv/takeoff/work/comparison.h"
+#include "tools/lorv/takeoff/work/component_worker.h"
+#include "tools/lorv/takeoff/work/precision.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {

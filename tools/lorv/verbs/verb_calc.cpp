@@ -7,7 +7,7 @@
 #include "tools/lorv/formula/calculation.h"
 #include "tools/lorv/formula/fault_report.h"
 #include "tools/lorv/formula/formula_lines.h"
-#include "tools/lorv/takeoff/precision.h"
+#include "tools/lorv/takeoff/work/precision.h"
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"

@@ -5,7 +5,7 @@
 
 #include "TEXPRESSCAL/express.h"
 #include "tools/lorv/formula/name_values.h"
-#include "tools/lorv/takeoff/rules_file.h"
+#include "tools/lorv/takeoff/input/rules_file.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/verb.h"
 

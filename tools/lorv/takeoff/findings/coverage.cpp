@@ -1,0 +1,114 @@
+#include "tools/lorv/takeoff/findings/coverage.h"
+
+#include <algorithm>
+#include <ostream>
+
+#include "tools/lorv/text/display_width.h"
+#include "tools/lorv/text/spoken_language.h"
+
+namespace lorv::tool {
+namespace {
+
+// More are in the JSON text.
+constexpr std::size_t kShownClasses = 12;
+
+const char* MessageOf(Absence::What what) {
+  switch (what) {
+    case Absence::kColumn:
+      return "the components file has no column \"{}\": its values count as missing";
+    case Absence::kCompare:
+      return "the components file has no column \"{}\" to compare with";
+    default:
+      return "nothing is named \"{}\" here: its values count as missing";
+  }
+}
+
+const char* WordOf(Absence::What what) {
+  return what == Absence::kColumn ? "column" : what == Absence::kCompare ? "compare" : "name";
+}
+
+}  // namespace
+
+void Coverage::AddClassWithoutRule(const std::string& class_name) {
+  ++classes_[class_name];
+}
+
+std::vector<Coverage::Unused> Coverage::UnusedRules() const {
+  std::vector<Unused> unused;
+  for (std::size_t i = 0; i < rules_.size(); ++i) {
+    const RuleKind kind = planner_.Rules().rules[i].kind;
+    const Counts& counts = rules_[i];
+    if ((kind != RuleKind::kQuantity && kind != RuleKind::kStep) || counts.worked + counts.failed > 0)
+      continue;
+    const char* reason = counts.fit == 0     ? "no component is of its classes"
+                         : counts.tried == 0 ? "a row above of the same name always counts first"
+                         : counts.held == 0  ? "its condition never holds"
+                                             : "a value is always missing";
+    unused.push_back({i, reason});
+  }
+  return unused;
+}
+
+bool Coverage::IsComplete() const {
+  return classes_.empty() && planner_.Absences().empty() && UnusedRules().empty();
+}
+
+void Coverage::Print(std::ostream& out) const {
+  const RuleSet& rules = planner_.Rules();
+  std::size_t shown = 0;
+  for (const auto& [name, count] : classes_) {
+    if (++shown > kShownClasses) break;
+    out << "lorv: "
+        << Say("note: no rule is for the class \"{}\" ({} components)",
+               {Printable(name), std::to_string(count)})
+        << "\n";
+  }
+  if (shown > kShownClasses) {
+    out << "lorv: "
+        << Say("note: and {} more classes without a rule", {std::to_string(classes_.size() - kShownClasses)})
+        << "\n";
+  }
+  for (const Absence& absence : planner_.Absences()) {
+    out << Printable(PlaceText(rules.file, rules.rules[absence.rule].place)) << Say("note: ")
+        << Printable(rules.rules[absence.rule].name) << ": "
+        << Say(MessageOf(absence.what), {Printable(absence.name)}) << "\n";
+  }
+  for (const Unused& unused : UnusedRules()) {
+    const Rule& rule = rules.rules[unused.rule];
+    out << Printable(PlaceText(rules.file, rule.place)) << Say("note: ")
+        << Say("{} was never worked: {}", {Printable(rule.name), Say(unused.reason)}) << "\n";
+  }
+}
+
+void Coverage::Write(JsonText& json) const {
+  const RuleSet& rules = planner_.Rules();
+  json.Key("classes_without_rule").Open('[');
+  for (const auto& [name, count] : classes_) {
+    json.Open('{');
+    json.Key("class").String(name);
+    json.Key("components").Number(count);
+    json.Close('}');
+  }
+  json.Close(']');
+  json.Key("absent").Open('[');
+  for (const Absence& absence : planner_.Absences()) {
+    json.Open('{');
+    json.Key("line").Number(rules.rules[absence.rule].place.line);
+    json.Key("rule").String(rules.rules[absence.rule].name);
+    json.Key("what").String(WordOf(absence.what));
+    json.Key("name").String(absence.name);
+    json.Close('}');
+  }
+  json.Close(']');
+  json.Key("unused_rules").Open('[');
+  for (const Unused& unused : UnusedRules()) {
+    json.Open('{');
+    json.Key("line").Number(rules.rules[unused.rule].place.line);
+    json.Key("rule").String(rules.rules[unused.rule].name);
+    json.Key("reason").String(Say(unused.reason));
+    json.Close('}');
+  }
+  json.Close(']');
+}
+
+}  // namespace lorv::tool

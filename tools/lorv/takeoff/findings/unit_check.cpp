@@ -1,0 +1,117 @@
+#include "tools/lorv/takeoff/findings/unit_check.h"
+
+#include <algorithm>
+#include <cmath>
+#include <ostream>
+
+#include "tools/lorv/takeoff/plan/ready_block.h"
+#include "tools/lorv/text/display_width.h"
+#include "tools/lorv/text/spoken_language.h"
+
+namespace lorv::tool {
+namespace {
+
+constexpr long long kComponentsSeen = 5000;
+constexpr long long kFewestValues = 3;
+constexpr double kLarge = 100;
+
+bool IsMetric(const std::string& unit) {
+  for (const char* metric : {"m", "m2", "m3", "㎡", "m²", "m³", "米", "平方米", "立方米"}) {
+    if (unit == metric) return true;
+  }
+  return false;
+}
+
+bool SaysMillimetres(const std::string& title) {
+  const std::string folded = Folded(title);
+  for (const char* mark : {"(mm)", "（mm）", "[mm]", "/mm", "_mm", " mm", "毫米"}) {
+    if (folded.find(mark) != std::string::npos) return true;
+  }
+  return false;
+}
+
+// Some literal, or the factor, changes millimetres into metres.
+bool SeesToUnits(const Rule& rule) {
+  const std::string text = rule.formula.ToUtf8();
+  return std::fabs(rule.factor) <= 0.001 || text.find("1000") != std::string::npos ||
+         text.find("0.001") != std::string::npos;
+}
+
+}  // namespace
+
+void UnitCheck::Look(const ComponentsFile& file) {
+  if (++components_ > kComponentsSeen) return;
+  seen_.resize(planner_.Dimensions().size());
+  for (std::size_t i = 0; i < seen_.size(); ++i) {
+    const Dimension& dimension = planner_.Dimensions()[i];
+    if (!dimension.column) continue;
+    bool is_text = false;
+    const std::optional<double> value =
+        NumberOfCell(file.Row()[*dimension.column], dimension.factor, is_text);
+    if (!value || *value == 0) continue;
+    Seen& seen = seen_[i];
+    ++seen.values;
+    seen.whole += *value == std::floor(*value);
+    seen.large += std::fabs(*value) >= kLarge;
+    if (seen.example == 0 || std::fabs(*value) > std::fabs(seen.example)) seen.example = *value;
+  }
+}
+
+bool UnitCheck::LooksLikeMillimetres(std::size_t index) const {
+  if (index >= seen_.size()) return false;
+  const Seen& seen = seen_[index];
+  const Dimension& dimension = planner_.Dimensions()[index];
+  if (seen.values == 0 || dimension.factor != 1) return false;
+  if (SaysMillimetres(dimension.name)) return true;
+  return seen.values >= kFewestValues && seen.whole == seen.values && seen.large * 4 >= seen.values * 3;
+}
+
+std::vector<UnitCheck::Finding> UnitCheck::Findings() const {
+  std::vector<Finding> findings;
+  const RuleSet& rules = planner_.Rules();
+  for (std::size_t rule = 0; rule < rules.rules.size(); ++rule) {
+    const Rule& row = rules.rules[rule];
+    if (row.kind != RuleKind::kQuantity || !IsMetric(row.unit) || SeesToUnits(row)) continue;
+    for (const FormulaWord& word : NamesOf(row.formula.View())) {
+      const Symbol symbol = planner_.NameOf(NameKey(word.name.View()));
+      if (symbol.kind != Symbol::kDimension || !LooksLikeMillimetres(symbol.index)) continue;
+      const bool told = std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
+        return finding.rule == rule && finding.dimension == symbol.index;
+      });
+      if (!told) findings.push_back({rule, symbol.index});
+    }
+  }
+  return findings;
+}
+
+void UnitCheck::Print(std::ostream& out) const {
+  const RuleSet& rules = planner_.Rules();
+  for (const Finding& finding : Findings()) {
+    const Rule& rule = rules.rules[finding.rule];
+    const std::string example = PlainReal(seen_[finding.dimension].example);
+    out << Printable(PlaceText(rules.file, rule.formula_place)) << Say("warning: ")
+        << Say("{} is in {}, but the values of \"{}\" look like millimetres (such as {}); a row of kind "
+               "\"column\" "
+               "with the factor 0.001 makes metres of them",
+               {Printable(rule.name), rule.unit, Printable(planner_.Dimensions()[finding.dimension].name),
+                example})
+        << "\n";
+  }
+}
+
+void UnitCheck::Write(JsonText& json) const {
+  json.Key("units").Open('[');
+  for (const Finding& finding : Findings()) {
+    const Rule& rule = planner_.Rules().rules[finding.rule];
+    json.Open('{');
+    json.Key("line").Number(rule.place.line);
+    json.Key("rule").String(rule.name);
+    json.Key("unit").String(rule.unit);
+    json.Key("column").String(planner_.Dimensions()[finding.dimension].name);
+    json.Key("example").Number(seen_[finding.dimension].example);
+    json.Close('}');
+  }
+  json.Close(']');
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,84 @@
+#include "tools/lorv/takeoff/input/class_selector.h"
+
+#include "tools/lorv/text/display_width.h"
+
+namespace lorv::tool {
+namespace {
+
+constexpr std::string_view kBlanks = " \t\r\n";
+
+// Greedy matching that remembers the last "*": linear for ordinary patterns, never worse than the product of
+// both lengths.
+bool Matches(std::string_view pattern, std::string_view name) {
+  std::string_view star_pattern, star_name;
+  bool star = false;
+  while (!name.empty()) {
+    if (!pattern.empty() && pattern[0] == '*') {
+      pattern.remove_prefix(1);
+      star = true;
+      star_pattern = pattern;
+      star_name = name;
+      continue;
+    }
+    std::string_view rest_pattern = pattern, rest_name = name;
+    const char32_t wanted = pattern.empty() ? 0 : TakeCharacter(rest_pattern);
+    const bool fits = !pattern.empty() && (TakeCharacter(rest_name) == wanted || wanted == '?');
+    if (!fits && !star) return false;
+    if (!fits) {
+      TakeCharacter(star_name);
+      rest_pattern = star_pattern;
+      rest_name = star_name;
+    }
+    pattern = rest_pattern;
+    name = rest_name;
+  }
+  return pattern.find_first_not_of('*') == std::string_view::npos;
+}
+
+// Cuts the next piece off a list.
+std::string_view NextPiece(std::string_view& list) {
+  std::size_t end = list.size(), width = 0;
+  for (const std::string_view separator : {";", "；", "、"}) {
+    const std::size_t at = list.find(separator);
+    if (at < end) {
+      end = at;
+      width = separator.size();
+    }
+  }
+  const std::string_view piece = list.substr(0, end);
+  list.remove_prefix(end + width);
+  return piece;
+}
+
+}  // namespace
+
+std::string Folded(std::string_view utf8) {
+  const std::size_t first = utf8.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  std::string folded(utf8.substr(first, utf8.find_last_not_of(kBlanks) - first + 1));
+  for (char& c : folded) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return folded;
+}
+
+ClassSelector::ClassSelector(std::string_view list) {
+  while (!list.empty()) {
+    std::string text = Folded(NextPiece(list));
+    const bool out = !text.empty() && text[0] == '!';
+    if (out) text = Folded(std::string_view(text).substr(1));
+    if (text.empty()) continue;
+    if (out && patterns_.empty()) patterns_.push_back({"*", false});
+    patterns_.push_back({std::move(text), out});
+  }
+}
+
+bool ClassSelector::Fits(std::string_view name) const {
+  const std::string folded = Folded(name);
+  for (auto pattern = patterns_.rbegin(); pattern != patterns_.rend(); ++pattern) {
+    if (Matches(pattern->text, folded)) return !pattern->out;
+  }
+  return false;
+}
+
+}  // namespace lorv::tool

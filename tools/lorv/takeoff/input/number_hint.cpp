@@ -1,0 +1,71 @@
+#include "tools/lorv/takeoff/input/number_hint.h"
+
+#include <algorithm>
+
+#include "framework/text/cstring.h"
+#include "tools/lorv/takeoff/input/rules_file.h"
+#include "tools/lorv/text/spoken_language.h"
+
+namespace lorv::tool {
+namespace {
+
+bool IsDigitByte(char c) {
+  return c >= '0' && c <= '9';
+}
+
+// Full-width signs and digits as plain ones.
+std::string Plain(std::string_view utf8) {
+  CString text = CString::FromUtf8(utf8);
+  CString plain;
+  for (int i = 0; i < text.GetLength(); ++i) {
+    const auto unit = static_cast<unsigned>(text[i]);
+    plain.AppendChar(unit > 0xFF00 && unit < 0xFF5F ? static_cast<TCHAR>(unit - 0xFEE0) : text[i]);
+  }
+  return plain.ToUtf8();
+}
+
+// Groups of three digits behind the first: 1,234,567.
+bool HasGroups(std::string_view text, char separator) {
+  std::size_t at = text.find(separator);
+  if (at == std::string_view::npos || at == 0 || at > 4) return false;
+  for (; at != std::string_view::npos; at = text.find(separator, at + 1)) {
+    const std::size_t digits = text.find_first_not_of("0123456789", at + 1);
+    if (std::min(digits, text.size()) != at + 4) return false;
+  }
+  return true;
+}
+
+std::string Without(std::string text, char c) {
+  text.erase(std::remove(text.begin(), text.end(), c), text.end());
+  return text;
+}
+
+std::string WithPoint(std::string text) {
+  std::replace(text.begin(), text.end(), ',', '.');
+  return text;
+}
+
+}  // namespace
+
+std::string NumberHint(std::string_view cell) {
+  const std::string text = Plain(cell);
+  if (text != cell && WholeNumber(text)) return Say("; full-width digits? Write {}", {text});
+  const auto commas = std::count(text.begin(), text.end(), ',');
+  if (HasGroups(text, ',') && WholeNumber(Without(text, ',')) &&
+      (commas > 1 || text.find('.') != std::string::npos)) {
+    return Say("; a thousands separator? Write {}", {Without(text, ',')});
+  }
+  if (commas == 1 && WholeNumber(WithPoint(Without(text, '.')))) {
+    const std::string point = WithPoint(Without(text, '.'));
+    if (!HasGroups(text, ',')) return Say("; a decimal comma? Write {}", {point});
+    return Say("; a decimal comma or a thousands separator? Write {} or {}", {point, Without(text, ',')});
+  }
+  if (WholeNumber(Without(text, ' '))) return Say("; a thousands separator? Write {}", {Without(text, ' ')});
+  const std::size_t end = text.find_first_not_of("0123456789.+-");
+  if (end != std::string::npos && end > 0 && IsDigitByte(text[end - 1]) && WholeNumber(text.substr(0, end))) {
+    return Say("; a unit? Write {} and set a factor in a row of kind \"column\"", {text.substr(0, end)});
+  }
+  return {};
+}
+
+}  // namespace lorv::tool

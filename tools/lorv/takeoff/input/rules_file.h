@@ -1,0 +1,61 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "framework/text/cstring.h"
+#include "tools/lorv/csv/csv_reader.h"
+#include "tools/lorv/takeoff/input/class_selector.h"
+
+namespace lorv::tool {
+
+enum class RuleKind {
+  kQuantity,  // worked for every component of its classes, shown and added up
+  kStep,      // worked like a quantity for the rows below, neither shown nor added up
+  kConstant,  // a number by name, for all classes
+  kDefault,   // what a dimension is where a component has none
+  kColumn,    // a short name, and a factor, for a column of the components file
+  kText,      // the same for a column of words
+  kRatio,     // worked of the totals of quantities, for every line of the bill
+};
+
+// What the bill tells of a quantity of many components.
+enum class Totalling { kSum, kAverage, kLeast, kMost };
+
+// What happens where a formula meets a name without a value.
+enum class Missing { kReport, kSkip, kUseNumber };
+
+// One row of a rules file.
+struct Rule {
+  RuleKind kind = RuleKind::kQuantity;
+  FilePlace place;          // of the row
+  FilePlace formula_place;  // of the cell
+  FilePlace condition_place;
+  ClassSelector classes;
+  std::string name;
+  std::string unit;
+  CString formula;  // of a column or text: the header in the components file
+  CString condition;
+  Missing missing = Missing::kReport;
+  double missing_value = 0;
+  int decimals = 3;
+  double factor = 1;
+  Totalling totalling = Totalling::kSum;
+  std::string compare;  // the column of the components file that stores the same quantity
+  std::string group;    // rules of one group count once in a comparison
+};
+
+struct RuleSet {
+  std::string file;
+  std::vector<Rule> rules;
+};
+
+// Reads a rules file; docs/formats/rules.md is its manual. Throws BadInput, with file, line and character,
+// for what is no rules file. Formulas are not looked into: a wrong one must not stop the others.
+RuleSet ReadRules(InputBytes& bytes, Encoding encoding);
+
+// A number that is the whole text, such as "12", "-0.5", "214." or "3.24E-5".
+std::optional<double> WholeNumber(std::string_view text);
+
+}  // namespace lorv::tool

@@ -1,0 +1,57 @@
+#include "tools/lorv/takeoff/output/result_file.h"
+
+#include "tools/lorv/csv/csv_writer.h"
+#include "tools/lorv/text/spoken_language.h"
+
+namespace lorv::tool {
+
+ResultFile::ResultFile(const std::string& path, ResultLayout layout, const ComponentsFile& file,
+                       const Quantities& quantities, const RuleSet& rules, std::ostream& standard_output)
+    : out_(path, standard_output), layout_(layout), quantities_(quantities), rules_(rules) {
+  CsvLine line;
+  for (std::size_t column = 0; column < file.Titles().size(); ++column) {
+    if (file.RoleAt(column) < 0) continue;
+    columns_.push_back(column);
+    line.Add(file.Titles()[column]);
+  }
+  for (const Quantity& quantity : quantities.List()) {
+    if (quantity.is_ratio) continue;
+    line.Add(quantity.Title());
+    if (layout.explains) line.Add(Say("{}, worked out", {quantity.name}));
+  }
+  line.Add("not worked");
+  out_.Write((layout.mark ? "\xEF\xBB\xBF" : "") + line.Take());
+}
+
+void ResultFile::Add(const ComponentsFile& file, const std::vector<Result>& results,
+                     ComponentWorker& worker) {
+  struct Cell {
+    std::string number;
+    std::string worked;
+  };
+  std::vector<Cell> cells(quantities_.List().size());
+  std::string failed = results.empty() ? Say("no rule is for this class") : std::string();
+  for (std::size_t i = 0; i < results.size(); ++i) {
+    const Result& result = results[i];
+    if (result.state == Result::kNone) continue;
+    const int quantity = quantities_.Of(result.rule);
+    if (result.state == Result::kFailed) {
+      failed += (failed.empty() ? "" : "; ") + rules_.rules[result.rule].name;
+    } else if (quantity >= 0) {
+      Cell& cell = cells[static_cast<std::size_t>(quantity)];
+      cell.number = PlainReal(result.value);
+      if (layout_.explains) cell.worked = worker.Worked(i).ToUtf8();
+    }
+  }
+  CsvLine line;
+  for (const std::size_t column : columns_) line.Add(file.Row()[column]);
+  for (std::size_t i = 0; i < cells.size(); ++i) {
+    if (quantities_.List()[i].is_ratio) continue;
+    line.Add(cells[i].number);
+    if (layout_.explains) line.Add(cells[i].worked);
+  }
+  line.Add(failed);
+  out_.Write(line.Take());
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/lorv/csv/output_file.h"
+#include "tools/lorv/takeoff/work/component_worker.h"
+#include "tools/lorv/takeoff/work/quantities.h"
+
+namespace lorv::tool {
+
+// How the full table is written.
+struct ResultLayout {
+  bool mark = false;      // begin with the byte order mark that spreadsheet programs want for Chinese text
+  bool explains = false;  // a column more for each quantity: its formula with the values in it
+};
+
+// The full table: a row a component, a column a quantity, written as the work goes on. A quantity that a
+// component does not have is blank; one that could not be worked is named in the last column, and so is a
+// component for whose class there is no rule.
+class ResultFile {
+ public:
+  // "-" is `standard_output`.
+  ResultFile(const std::string& path, ResultLayout layout, const ComponentsFile& file,
+             const Quantities& quantities, const RuleSet& rules, std::ostream& standard_output);
+
+  // `worker` has just worked the component that the file stands at.
+  void Add(const ComponentsFile& file, const std::vector<Result>& results, ComponentWorker& worker);
+  void Commit() { out_.Commit(); }
+
+ private:
+  OutputFile out_;
+  ResultLayout layout_;
+  const Quantities& quantities_;
+  const RuleSet& rules_;
+  std::vector<std::size_t> columns_;  // of the components file that tell which component it is
+};
+
+}  // namespace lorv::tool

@@ -1,0 +1,202 @@
+#include "tools/lorv/takeoff/plan/plan.h"
+
+#include <algorithm>
+
+#include "TEXPRESSCAL/formula_words.h"
+#include "tools/lorv/formula/caret_text.h"
+#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+constexpr int kMessageColumns = 100;
+
+CString Key(const std::string& name) {
+  return NameKey(CString::FromUtf8(name).View());
+}
+
+// A constant has nothing to take values from.
+class NoValues : public ValueSource {
+ public:
+  std::optional<double> DimensionOf(std::size_t /*index*/) override { return std::nullopt; }
+  std::optional<double> ResultOf(std::size_t /*index*/) override { return std::nullopt; }
+  CString TextOf(std::size_t /*column*/) override { return {}; }
+};
+
+}  // namespace
+
+Planner::Planner(const RuleSet& rules, const ComponentsFile& file, PlanOptions options)
+    : rules_(rules), file_(file), options_(options) {
+  for (std::size_t column = 0; column < file.Titles().size(); ++column) {
+    const std::string& title = file.Titles()[column];
+    if (title.empty()) continue;
+    names_[Key(title)] = {Symbol::kDimension, DimensionNamed(title, column, 1)};
+  }
+  DeclareSpecialTexts(file);
+  for (std::size_t index = 0; index < rules.rules.size(); ++index) Declare(index);
+  for (std::size_t index = 0; index < rules.rules.size(); ++index) stored_.push_back(FindStored(index));
+  for (const auto& [name, symbol] : names_) known_.AddSorted(CStrCmp(name));
+}
+
+void Planner::Fail(const Rule& rule, const std::string& message) const {
+  throw BadInput(PlaceText(rules_.file, rule.formula_place) + message);
+}
+
+std::size_t Planner::DimensionNamed(const std::string& name, std::optional<std::size_t> column,
+                                    double factor) {
+  dimensions_.push_back({name, column, factor});
+  return dimensions_.size() - 1;
+}
+
+// Class, name, storey and type are words under both their names, whichever the file uses.
+void Planner::DeclareSpecialTexts(const ComponentsFile& file) {
+  for (const KnownColumn& known : ComponentColumns()) {
+    const auto column = file.Column(static_cast<ComponentRole>(known.role));
+    if (!column || known.role == kCountOf) continue;
+    for (const std::string_view name : known.names) {
+      names_[Key(std::string(name))] = {Symbol::kText, *column};
+    }
+  }
+}
+
+void Planner::Declare(std::size_t index) {
+  const Rule& rule = rules_.rules[index];
+  if (rule.kind == RuleKind::kConstant) return DeclareConstant(rule);
+  if (rule.kind == RuleKind::kColumn || rule.kind == RuleKind::kText) return DeclareColumn(index);
+  if (rule.kind != RuleKind::kDefault || names_.contains(Key(rule.name))) return;
+  names_[Key(rule.name)] = {Symbol::kDimension, DimensionNamed(rule.name, {}, 1)};
+}
+
+void Planner::DeclareColumn(std::size_t index) {
+  const Rule& rule = rules_.rules[index];
+  const std::string title = rule.formula.ToUtf8();
+  const auto column = file_.Column(title);
+  if (!column) absences_.push_back({index, title, Absence::kColumn});
+  if (rule.kind == RuleKind::kText) {
+    // A cell outside its row is empty.
+    names_[Key(rule.name)] = {Symbol::kText, column.value_or(file_.Titles().size())};
+  } else {
+    names_[Key(rule.name)] = {Symbol::kDimension, DimensionNamed(rule.name, column, rule.factor)};
+  }
+}
+
+void Planner::DeclareConstant(const Rule& rule) {
+  BoundFormula formula(rule.formula, [this](const CString& key) {
+    const auto found = names_.find(key);
+    return found != names_.end() && found->second.kind == Symbol::kConstant ? found->second : Symbol();
+  });
+  NoValues none;
+  const Outcome outcome = formula.Work(none, std::nullopt);
+  if (outcome.state != Outcome::kWorked) {
+    Fail(rule, Say("the constant {} cannot be worked: {}", {rule.name, outcome.fault.message}) + "\n" +
+                   CaretText(rule.formula, outcome.fault.position, outcome.fault.length, kMessageColumns));
+  }
+  names_[Key(rule.name)] = {Symbol::kConstant, 0, outcome.value * rule.factor};
+}
+
+std::optional<Stored> Planner::FindStored(std::size_t index) {
+  const Rule& rule = rules_.rules[index];
+  if (!options_.compares || rule.compare.empty()) return std::nullopt;
+  const auto declared = names_.find(Key(rule.compare));
+  if (declared != names_.end() && declared->second.kind == Symbol::kDimension) {
+    const Dimension& dimension = dimensions_[declared->second.index];
+    if (dimension.column) return Stored{*dimension.column, dimension.factor};
+  }
+  absences_.push_back({index, rule.compare, Absence::kCompare});
+  return std::nullopt;
+}
+
+Plan& Planner::PlanOf(const std::string& class_name) {
+  Plan*& plan = by_class_[class_name];
+  if (plan != nullptr) return *plan;
+  std::vector<bool> fits;
+  for (const Rule& rule : rules_.rules) fits.push_back(rule.classes.Fits(class_name));
+  std::unique_ptr<Plan>& made = plans_[fits];
+  if (made == nullptr) made = MakePlan(fits);
+  plan = made.get();
+  return *plan;
+}
+
+std::unique_ptr<Plan> Planner::MakePlan(const std::vector<bool>& fits) {
+  auto plan = std::make_unique<Plan>();
+  Names results;
+  for (std::size_t index = 0; index < rules_.rules.size(); ++index) {
+    if (!fits[index]) continue;
+    if (rules_.rules[index].kind == RuleKind::kDefault) {
+      BindDefault(index, *plan);
+    } else {
+      BindQuantity(index, *plan, results);
+    }
+  }
+  return plan;
+}
+
+// What stands nearer goes first: a quantity worked above, then what is declared for all classes.
+Symbol Planner::Find(const CString& key, const Names& results) const {
+  const auto result = results.find(key);
+  if (result != results.end()) return result->second;
+  const auto named = names_.find(key);
+  return named == names_.end() ? Symbol() : named->second;
+}
+
+// A rule that says what to do without a value does it for a name that the file knows nothing of, too.
+Symbol Planner::FindFor(std::size_t rule, const CString& key, const Names& results) {
+  const Symbol found = Find(key, results);
+  if (found.kind != Symbol::kUnknown || rules_.rules[rule].missing == Missing::kReport) return found;
+  const std::string name = key.ToUtf8();
+  const bool is_told = std::any_of(absences_.begin(), absences_.end(), [&](const Absence& absence) {
+    return absence.rule == rule && absence.name == name;
+  });
+  if (!is_told) absences_.push_back({rule, name, Absence::kName});
+  return {Symbol::kDimension, DimensionNamed(name, {}, 1)};
+}
+
+BoundFormula Planner::Bound(const CString& formula, const Lookup& lookup) {
+  return BoundFormula(formula, lookup, known_, options_.digits);
+}
+
+void Planner::BindQuantity(std::size_t index, Plan& plan, Names& results) {
+  const Rule& rule = rules_.rules[index];
+  const CString key = Key(rule.name);
+  // Alternatives of one name do not see each other: the name is then what it is to the first of them.
+  const auto lookup = [&](const CString& name) {
+    return FindFor(index, name, name == key ? Names() : results);
+  };
+  std::optional<BoundFormula> condition;
+  if (!rule.condition.IsEmpty()) condition.emplace(Bound(rule.condition, lookup));
+  BoundFormula formula = Bound(rule.formula, lookup);
+  if (!results.contains(key)) results[key] = {Symbol::kResult, plan.results++};
+  plan.rules.push_back({index, results[key].index, std::move(formula), std::move(condition)});
+}
+
+// A default may lean on the component's columns and on constants, not on quantities: those come after it.
+void Planner::BindDefault(std::size_t index, Plan& plan) {
+  const Rule& rule = rules_.rules[index];
+  const Symbol& dimension = names_.at(Key(rule.name));
+  if (dimension.kind != Symbol::kDimension)
+    Fail(rule, Say("\"{}\" is no dimension and has no default", {rule.name}));
+  const auto lookup = [&](const CString& key) { return FindFor(index, key, {}); };
+  std::optional<BoundFormula> condition;
+  if (!rule.condition.IsEmpty()) condition.emplace(Bound(rule.condition, lookup));
+  plan.defaults.push_back({index, dimension.index, Bound(rule.formula, lookup), std::move(condition)});
+}
+
+// The rows above that are for the same classes give the quantities that it may use.
+BoundRule Planner::BindAlone(std::size_t index) {
+  Names results;
+  std::size_t count = 0;
+  for (std::size_t above = 0; above < index; ++above) {
+    const Rule& rule = rules_.rules[above];
+    const bool gives = rule.kind == RuleKind::kQuantity || rule.kind == RuleKind::kStep;
+    if (gives && rule.classes == rules_.rules[index].classes)
+      results[Key(rule.name)] = {Symbol::kResult, count++};
+  }
+  const Rule& rule = rules_.rules[index];
+  const auto lookup = [&](const CString& name) { return FindFor(index, name, results); };
+  std::optional<BoundFormula> condition;
+  if (!rule.condition.IsEmpty()) condition.emplace(Bound(rule.condition, lookup));
+  return {index, 0, Bound(rule.formula, lookup), std::move(condition)};
+}
+
+}  // namespace lorv::tool

@@ -1,0 +1,189 @@
+#include "tools/lorv/takeoff/work/component_worker.h"
+
+#include <limits>
+
+#include "tools/lorv/formula/formula_digits.h"
+#include "tools/lorv/takeoff/input/number_hint.h"
+#include "tools/lorv/text/spoken_language.h"
+
+namespace lorv::tool {
+ComponentWorker::ComponentWorker(Planner& planner, const ComponentsFile& file, Problems& problems,
+                                 Coverage& coverage, ValueDigits digits)
+    : planner_(planner),
+      file_(file),
+      problems_(problems),
+      coverage_(coverage),
+      ready_(planner, file),
+      values_(planner.Dimensions().size()),
+      digits_(digits) {}
+
+const std::vector<Result>& ComponentWorker::Work() {
+  ++component_;
+  if (file_.InBlock() == 0) ready_.Begin();
+  plan_ = &ready_.PlanAtHand();
+  // Plans are made as classes come, and may name what nobody knows: dimensions without a column.
+  values_.resize(planner_.Dimensions().size());
+  defaults_in_use_ = plan_->defaults.size();
+  results_.assign(plan_->results, {});
+  by_result_.assign(plan_->results, nullptr);
+  for (BoundRule& rule : plan_->rules) WorkRule(rule);
+  return results_;
+}
+
+void ComponentWorker::PassOver() {
+  ++component_;
+  if (file_.InBlock() == 0) ready_.Begin();
+}
+
+void ComponentWorker::WorkRule(BoundRule& bound) {
+  Result& result = results_[bound.result];
+  coverage_.CountFit(bound.rule);
+  // The first row of a name whose condition holds is the one that counts.
+  if (result.state != Result::kNone) return;
+  coverage_.CountTried(bound.rule);
+  const Rule& rule = planner_.Rules().rules[bound.rule];
+  bool skip = false;
+  const std::optional<bool> holds = Holds(bound.condition, bound.rule, skip);
+  if (holds && !*holds) return;
+  coverage_.CountHeld(bound.rule);
+  result.rule = bound.rule;
+  if (!holds) {
+    if (skip) return;
+    result.state = Result::kFailed;
+    coverage_.CountFailed(bound.rule);
+    return;
+  }
+  const Outcome outcome = WorkFormula(bound.formula, bound.rule);
+  if (outcome.state == Outcome::kMissing && rule.missing == Missing::kSkip) return;
+  if (outcome.state != Outcome::kWorked) {
+    Report(bound.rule, RulePart::kFormula, outcome.fault);
+    result.state = Result::kFailed;
+    coverage_.CountFailed(bound.rule);
+    return;
+  }
+  coverage_.CountWorked(bound.rule);
+  result.state = Result::kWorked;
+  result.value = result.exact = outcome.value * rule.factor;
+  by_result_[bound.result] = &bound;
+  if (digits_ == ValueDigits::kSuite) WorkExactly(bound, result);
+  ReportDoubts(bound, outcome);
+}
+
+// What the suite's three decimals and thirds made of it is told beside what there is with all digits.
+void ComponentWorker::WorkExactly(BoundRule& bound, Result& result) {
+  const Rule& rule = planner_.Rules().rules[bound.rule];
+  std::optional<double> instead;
+  if (rule.missing == Missing::kUseNumber) instead = rule.missing_value;
+  exact_pass_ = true;
+  const Outcome outcome = bound.formula.WorkExactly(*this, instead);
+  exact_pass_ = false;
+  // With all digits it may fail where it does not otherwise: nothing is the same about both then.
+  result.exact = outcome.state == Outcome::kWorked ? outcome.value * rule.factor
+                                                   : std::numeric_limits<double>::infinity();
+}
+
+void ComponentWorker::ReportDoubts(const BoundRule& bound, const Outcome& outcome) {
+  for (const Fault& doubt : bound.formula.Doubts()) Report(bound.rule, RulePart::kFormula, doubt);
+  if (outcome.doubt) Report(bound.rule, RulePart::kFormula, *outcome.doubt);
+  if (!bound.condition) return;
+  for (const Fault& doubt : bound.condition->Doubts()) Report(bound.rule, RulePart::kCondition, doubt);
+}
+
+CString ComponentWorker::Worked(std::size_t result) {
+  const BoundRule* const bound = by_result_[result];
+  if (bound == nullptr) return {};
+  const Rule& rule = planner_.Rules().rules[bound->rule];
+  std::optional<double> instead;
+  if (rule.missing == Missing::kUseNumber) instead = rule.missing_value;
+  const CString text = bound->formula.Worked(*this, instead);
+  if (rule.factor == 1) return text;
+  return _T("(") + text + _T(")*") + Digits(rule.factor);
+}
+
+std::optional<bool> ComponentWorker::Holds(std::optional<BoundFormula>& condition, std::size_t rule,
+                                           bool& skip) {
+  if (!condition) return true;
+  const Outcome outcome = WorkFormula(*condition, rule);
+  // As the function IIF has it.
+  if (outcome.state == Outcome::kWorked) return outcome.value > 0;
+  skip = outcome.state == Outcome::kMissing && planner_.Rules().rules[rule].missing == Missing::kSkip;
+  if (!skip) Report(rule, RulePart::kCondition, outcome.fault);
+  return std::nullopt;
+}
+
+Outcome ComponentWorker::WorkFormula(BoundFormula& formula, std::size_t rule) {
+  const Rule& row = planner_.Rules().rules[rule];
+  std::optional<double> instead;
+  if (row.missing == Missing::kUseNumber) instead = row.missing_value;
+  text_met_.reset();
+  if (const double* const result = ready_.ResultOf(formula)) {
+    return {Outcome::kWorked, *result, {}};
+  }
+  Outcome outcome = formula.Work(*this, instead);
+  // Words where a number belongs are no missing value: they are never passed over.
+  if (!text_met_) return outcome;
+  outcome.state = Outcome::kFaulty;
+  const Dimension& dimension = planner_.Dimensions()[*text_met_];
+  outcome.fault.message = Say("the value for \"{}\" is no number", {dimension.name});
+  const std::string cell(file_.Row()[*dimension.column]);
+  const auto place = std::to_string(file_.Row().Place(*dimension.column).character);
+  outcome.fault.detail = Say("column {} holds \"{}\"", {place, cell}) + NumberHint(cell);
+  return outcome;
+}
+
+void ComponentWorker::Report(std::size_t rule, RulePart part, const Fault& fault) {
+  const std::string detail = fault.detail.empty() ? "" : ": " + fault.detail;
+  problems_.Add(rule, part, fault, PlaceOfComponent(file_) + detail);
+}
+
+std::optional<double> ComponentWorker::DimensionOf(std::size_t index) {
+  Value& value = values_[index];
+  if (value.component != component_) {
+    const Value found = LookUp(index);
+    // Inside a default fewer defaults are asked: what was found there may be less than there is.
+    if (defaults_in_use_ < plan_->defaults.size()) return found.number;
+    value = found;
+  }
+  if (value.is_text) text_met_ = index;
+  return value.number;
+}
+
+ComponentWorker::Value ComponentWorker::LookUp(std::size_t index) {
+  const Dimension& dimension = planner_.Dimensions()[index];
+  Value value{component_, std::nullopt, false};
+  const std::string_view cell = dimension.column ? file_.Row()[*dimension.column] : std::string_view();
+  value.number = cell.empty() ? DefaultOf(index) : NumberOfCell(cell, dimension.factor, value.is_text);
+  return value;
+}
+
+std::optional<double> ComponentWorker::DefaultOf(std::size_t index) {
+  const std::size_t all = defaults_in_use_;
+  std::optional<double> found;
+  for (std::size_t i = 0; i < all && !found; ++i) {
+    BoundDefault& candidate = plan_->defaults[i];
+    if (candidate.dimension != index) continue;
+    defaults_in_use_ = i;
+    bool skip = false;
+    const std::optional<bool> holds = Holds(candidate.condition, candidate.rule, skip);
+    if (holds && *holds) {
+      const Outcome outcome = WorkFormula(candidate.formula, candidate.rule);
+      if (outcome.state == Outcome::kWorked)
+        found = outcome.value * planner_.Rules().rules[candidate.rule].factor;
+      if (outcome.state == Outcome::kFaulty) Report(candidate.rule, RulePart::kFormula, outcome.fault);
+    }
+  }
+  defaults_in_use_ = all;
+  text_met_.reset();
+  return found;
+}
+
+std::optional<double> ComponentWorker::ResultOf(std::size_t index) {
+  if (results_[index].state != Result::kWorked) return std::nullopt;
+  return exact_pass_ ? results_[index].exact : results_[index].value;
+}
+
+CString ComponentWorker::TextOf(std::size_t column) {
+  return CString::FromUtf8(file_.Row()[column]);
+}
+
+}  // namespace lorv::tool

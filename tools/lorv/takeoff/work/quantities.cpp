@@ -1,0 +1,75 @@
+#include "tools/lorv/takeoff/work/quantities.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "TEXPRESSCAL/formula_words.h"
+#include "tools/lorv/formula/caret_text.h"
+#include "tools/lorv/formula/formula_fault.h"
+#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+constexpr int kMessageColumns = 100;
+
+}  // namespace
+
+Quantities::Quantities(const RuleSet& rules) {
+  for (std::size_t index = 0; index < rules.rules.size(); ++index) {
+    const Rule& rule = rules.rules[index];
+    of_rule_.push_back(-1);
+    if (rule.kind != RuleKind::kQuantity) continue;
+    std::size_t at = 0;
+    while (at < list_.size() && (list_[at].name != rule.name || list_[at].unit != rule.unit)) ++at;
+    if (at == list_.size())
+      list_.push_back({rule.name, rule.unit, rule.decimals, rule.totalling, index, false});
+    of_rule_.back() = static_cast<int>(at);
+  }
+  for (std::size_t index = 0; index < rules.rules.size(); ++index) {
+    if (rules.rules[index].kind == RuleKind::kRatio) AddRatio(rules, rules.rules[index], index);
+  }
+}
+
+// Names are those of quantities, with letters of any language: blanks inside a name stand as "_" in the
+// formula.
+void Quantities::AddRatio(const RuleSet& rules, const Rule& rule, std::size_t index) {
+  std::vector<ExactName> names;
+  for (const Quantity& quantity : list_) {
+    CString name = CString::FromUtf8(quantity.name);
+    name.Replace(_T(" "), _T("_"));
+    names.push_back({name});
+  }
+  ExactFormula formula(rule.formula, names);
+  if (formula.Fault().fault != FormulaFault::kNone) {
+    const Fault fault = FaultOf(formula.Fault());
+    throw BadInput(PlaceText(rules.file, rule.formula_place) +
+                   Say("the ratio {} cannot be worked: {}", {rule.name, fault.message}) + "\n" +
+                   CaretText(rule.formula, fault.position, fault.length, kMessageColumns));
+  }
+  std::vector<std::size_t> needs;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (formula.Uses(i)) needs.push_back(i);
+  }
+  ratios_.push_back({list_.size(), std::move(needs), std::move(formula)});
+  list_.push_back({rule.name, rule.unit, rule.decimals, Totalling::kSum, index, true});
+}
+
+std::optional<double> Quantities::Ratio(std::size_t quantity,
+                                        const std::vector<std::optional<double>>& totals) const {
+  const auto ratio = std::find_if(ratios_.begin(), ratios_.end(), [=](const RatioFormula& candidate) {
+    return candidate.quantity == quantity;
+  });
+  std::vector<double> values(totals.size());
+  for (const std::size_t need : ratio->needs) {
+    if (!totals[need]) return std::nullopt;
+    values[need] = *totals[need];
+  }
+  int code = 0;
+  const double value = ratio->formula.Work(values.data(), code) * 1;
+  if (code != 0 || !std::isfinite(value)) return std::nullopt;
+  return value;
+}
+
+}  // namespace lorv::tool
