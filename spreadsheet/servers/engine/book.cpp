@@ -1,0 +1,91 @@
+#include "spreadsheet/servers/engine/book.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "spreadsheet/exchange_limits.h"
+#include "spreadsheet/servers/engine/engine_failure.h"
+
+namespace lorv::engine {
+namespace {
+
+// A half of a pair that has no partner cannot be stored.
+bool HasLoneHalf(TextView text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if ((text[i] & 0xF800) != 0xD800) continue;
+    const bool paired = (text[i] & 0x0400) == 0 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00;
+    if (!paired) return true;
+    ++i;
+  }
+  return false;
+}
+
+bool IsReadable(const Area& area) {
+  return area.Rows() <= kMaxReadRows && area.Columns() <= kMaxReadColumns;
+}
+
+}  // namespace
+
+void ColumnShapes::Set(long first, long last, const ColumnShape& shape) {
+  const ColumnShape behind = At(last + 1);
+  runs_.erase(runs_.lower_bound(first), runs_.upper_bound(last));
+  runs_[first] = shape;
+  runs_.emplace(last + 1, behind);
+}
+
+Area Sheet::UsedArea() const {
+  Area used;
+  bool any = false;
+  for (const auto& block : cells.Blocks()) {
+    for (const Cell& cell : block) {
+      if (cell.kind() == CellKind::kEmpty) continue;
+      const Area one = {cell.row(), cell.column(), cell.row(), cell.column()};
+      used = any ? Union(used, one) : one;
+      any = true;
+    }
+  }
+  for (const auto& [corner, area] : merges.All()) {
+    const Area wider = any ? Union(used, area) : area;
+    if (!IsReadable(wider)) continue;
+    used = wider;
+    any = true;
+  }
+  return used;
+}
+
+std::shared_ptr<Sheet> Book::AddSheet(std::size_t at) {
+  auto sheet = std::make_shared<Sheet>();
+  for (std::size_t number = sheets.size() + 1; sheet->name.IsEmpty(); ++number) {
+    CString proposed;
+    proposed.Format(_T("Sheet%d"), number);
+    const auto taken = [&](const auto& other) {
+      return CompareWithoutCase(other->name.View(), proposed.View()) == 0;
+    };
+    if (std::none_of(sheets.begin(), sheets.end(), taken)) sheet->name = proposed;
+  }
+  sheets.insert(sheets.begin() + static_cast<std::ptrdiff_t>(at), sheet);
+  return sheet;
+}
+
+void Book::Rename(Sheet& sheet, const CString& wanted) const {
+  if (!IsSheetName(wanted)) {
+    Fail(_T("“") + wanted + _T("”不能作为工作表名称：名称须为1至31个字符，且不能含有 \\ / ? * [ ] : 。"));
+  }
+  for (const auto& other : sheets) {
+    if (other.get() != &sheet && CompareWithoutCase(other->name.View(), wanted.View()) == 0) {
+      Fail(_T("工作表名称“") + wanted + _T("”已经存在。"));
+    }
+  }
+  sheet.name = wanted;
+}
+
+bool IsSheetName(const CString& name) {
+  const TextView text = name.View();
+  if (text.empty() || text.size() > kMaxSheetName || HasLoneHalf(text)) return false;
+  if (text.front() == _T('\'') || text.back() == _T('\'')) return false;
+  return std::none_of(text.begin(), text.end(), [](TCHAR c) {
+    return c < _T(' ') || c >= 0xFFFE || TextView(_T("\\/?*[]:")).find(c) != TextView::npos;
+  });
+}
+
+}  // namespace lorv::engine

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "framework/values/variant.h"
+#include "spreadsheet/servers/engine/book.h"
+
+// How a cell of the engine takes a value and gives it.
+namespace lorv::engine {
+
+// Texts stay texts, whatever they look like. Dates are counted by the workbook's own system.
+// Raises the engine's failure for a text that is too long and a number that is none; COleException for a
+//   value of another kind.
+void PutCellValue(Book& book, Sheet& sheet, long row, long column, const VARIANT& value);
+
+// A number under the format of a date is a date; money is a number like any other, so that nothing of it is
+// lost. An empty value for a cell without one.
+_variant_t CellValue(const Book& book, const Sheet& sheet, long row, long column);
+
+const CellStyle& StyleOf(const Book& book, const Sheet& sheet, long row, long column);
+void PutStyle(Book& book, Sheet& sheet, long row, long column, const CellStyle& style);
+
+}  // namespace lorv::engine

@@ -1,0 +1,181 @@
+#include "framework/objects/exceptions.h"
+#include "spreadsheet/servers/engine/engine_failure.h"
+#include "spreadsheet/servers/engine/engine_object.h"
+#include "spreadsheet/servers/engine/workbook_files.h"
+
+// Application, workbooks, workbook, worksheets and worksheet.
+
+namespace lorv::engine {
+namespace {
+
+bool IsTrue(const AutoValue& value) {
+  _variant_t truth;
+  const HRESULT code = ChangeValueType(truth, value.data, VT_BOOL);
+  if (FAILED(code)) AfxThrowOleException(code);
+  return truth.boolVal != VARIANT_FALSE;
+}
+
+class Worksheet : public EngineObject {
+ public:
+  explicit Worksheet(std::shared_ptr<const SheetPlace> place)
+      : EngineObject(place->program, ObjectKind::kWorksheet), place_(std::move(place)) {}
+
+  const std::shared_ptr<Sheet>& Data() const { return place_->sheet; }
+
+ protected:
+  AutoValue Get(Operation operation, std::span<const AutoValue> /*args*/) override {
+    switch (operation) {
+      case Operation::kSheetName:
+        return AutoValue(_variant_t(place_->sheet->name));
+      case Operation::kCells:
+        return RangeObject(place_, {0, 0, kMaxRows - 1, kMaxColumns - 1});
+      case Operation::kUsedRange:
+        return RangeObject(place_, place_->sheet->UsedArea());
+      default:
+        RaiseNoMember();
+    }
+  }
+
+  void Put(Operation operation, const AutoValue& value) override {
+    if (operation != Operation::kSheetName) RaiseNoMember();
+    place_->book->Rename(*place_->sheet, TextArgument(std::span(&value, 1), 0));
+  }
+
+ private:
+  std::shared_ptr<const SheetPlace> place_;
+};
+
+class Worksheets : public EngineObject {
+ public:
+  Worksheets(const ProgramRef& program, std::shared_ptr<Book> book)
+      : EngineObject(program, ObjectKind::kWorksheets), book_(std::move(book)) {}
+
+ protected:
+  AutoValue Get(Operation operation, std::span<const AutoValue> args) override {
+    if (operation == Operation::kSheetCount) {
+      return AutoValue(_variant_t(static_cast<long>(book_->sheets.size())));
+    }
+    const long index = LongArgument(args, 0);
+    if (index < 1 || index > static_cast<long>(book_->sheets.size())) Fail(_T("没有这个序号的工作表。"));
+    return ObjectAt(static_cast<std::size_t>(index) - 1);
+  }
+
+  // Before, after, count, type: one sheet, before or behind the one named, at the front otherwise.
+  AutoValue Call(Operation /*operation*/, std::span<const AutoValue> args) override {
+    std::size_t at = 0;
+    if (const auto before = PlaceOf(args, 0)) at = *before;
+    if (const auto after = PlaceOf(args, 1)) at = *after + 1;
+    book_->AddSheet(at);
+    return ObjectAt(at);
+  }
+
+ private:
+  AutoRef ObjectAt(std::size_t at) const {
+    return WorksheetObject(std::make_shared<SheetPlace>(SheetPlace{Owner(), book_, book_->sheets[at]}));
+  }
+
+  std::optional<std::size_t> PlaceOf(std::span<const AutoValue> args, std::size_t at) const {
+    if (at >= args.size() || !args[at].object) return std::nullopt;
+    const auto sheet = SheetOf(args[at].object);
+    for (std::size_t i = 0; i < book_->sheets.size(); ++i) {
+      if (book_->sheets[i] == sheet) return i;
+    }
+    AfxThrowOleException(E_INVALIDARG);
+  }
+
+  std::shared_ptr<Book> book_;
+};
+
+class Workbook : public EngineObject {
+ public:
+  Workbook(const ProgramRef& program, std::shared_ptr<Book> book)
+      : EngineObject(program, ObjectKind::kWorkbook), book_(std::move(book)) {}
+
+ protected:
+  AutoValue Get(Operation /*operation*/, std::span<const AutoValue> /*args*/) override {
+    return AutoRef(std::make_shared<Worksheets>(Owner(), book_));
+  }
+
+  // "Saved" is of no use without a user who could lose something.
+  void Put(Operation /*operation*/, const AutoValue& value) override { IsTrue(value); }
+
+  AutoValue Call(Operation operation, std::span<const AutoValue> args) override {
+    if (operation == Operation::kCloseWorkbook) {
+      Owner()->CloseBook(book_);
+      return {};
+    }
+    const CString file = TextArgument(args, 0);
+    WriteWorkbookFile(*book_, file);
+    book_->name = file;
+    return {};
+  }
+
+ private:
+  std::shared_ptr<Book> book_;
+};
+
+class Workbooks : public EngineObject {
+ public:
+  explicit Workbooks(const ProgramRef& program) : EngineObject(program, ObjectKind::kWorkbooks) {}
+
+ protected:
+  AutoValue Call(Operation operation, std::span<const AutoValue> args) override {
+    if (operation == Operation::kOpenWorkbook) {
+      return WorkbookObject(Owner(), Owner()->OpenBook(TextArgument(args, 0), false));
+    }
+    if (args.empty() || args[0].IsMissing()) return WorkbookObject(Owner(), Owner()->AddBook());
+    return WorkbookObject(Owner(), Owner()->OpenBook(TextArgument(args, 0), true));
+  }
+};
+
+class Application : public EngineObject {
+ public:
+  explicit Application(const ProgramRef& program) : EngineObject(program, ObjectKind::kApplication) {}
+
+ protected:
+  AutoValue Get(Operation operation, std::span<const AutoValue> /*args*/) override {
+    if (operation == Operation::kWorkbooks) return AutoRef(std::make_shared<Workbooks>(Owner()));
+    const auto sheet = Owner()->ActiveSheet();
+    if (!sheet) return {};
+    const auto place = std::make_shared<SheetPlace>(SheetPlace{Owner(), Owner()->BookOf(sheet), sheet});
+    return operation == Operation::kActiveSheet ? WorksheetObject(place)
+                                                : RangeObject(place, Owner()->Selection());
+  }
+
+  void Put(Operation operation, const AutoValue& value) override {
+    if (operation == Operation::kDisplayAlerts) {
+      Owner()->alerts = IsTrue(value);
+      return;
+    }
+    Owner()->visible = IsTrue(value);
+    if (Owner()->visible && Owner()->on_visible) Owner()->on_visible(*Owner());
+  }
+
+  AutoValue Call(Operation /*operation*/, std::span<const AutoValue> /*args*/) override {
+    Owner()->ended = true;
+    while (!Owner()->Books().empty()) Owner()->CloseBook(Owner()->Books().back());
+    if (Owner()->on_quit) Owner()->on_quit(*Owner());
+    return {};
+  }
+};
+
+}  // namespace
+
+AutoRef ApplicationObject(const ProgramRef& program) {
+  return std::make_shared<Application>(program);
+}
+
+AutoRef WorkbookObject(const ProgramRef& program, const std::shared_ptr<Book>& book) {
+  return std::make_shared<Workbook>(program, book);
+}
+
+AutoRef WorksheetObject(const std::shared_ptr<const SheetPlace>& place) {
+  return std::make_shared<Worksheet>(place);
+}
+
+std::shared_ptr<Sheet> SheetOf(const AutoRef& object) {
+  const auto* const worksheet = dynamic_cast<const Worksheet*>(object.get());
+  return worksheet == nullptr ? nullptr : worksheet->Data();
+}
+
+}  // namespace lorv::engine

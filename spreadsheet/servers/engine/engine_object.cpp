@@ -1,0 +1,69 @@
+#include "spreadsheet/servers/engine/engine_object.h"
+
+#include <cstring>
+
+#include "framework/objects/exceptions.h"
+
+namespace lorv::engine {
+namespace {
+
+const char* NameOf(Form form) {
+  return form == Form::kGet ? "get" : form == Form::kPut ? "put" : "call";
+}
+
+_variant_t Converted(const AutoValue& value, VARTYPE type) {
+  _variant_t result;
+  const HRESULT code = ChangeValueType(result, value.data, type);
+  if (FAILED(code)) AfxThrowOleException(code);
+  return result;
+}
+
+}  // namespace
+
+void RaiseNoMember() {
+  AfxThrowOleException(DISP_E_MEMBERNOTFOUND);
+}
+
+const AutoValue& Argument(std::span<const AutoValue> args, std::size_t at) {
+  if (at >= args.size()) AfxThrowOleException(DISP_E_BADPARAMCOUNT);
+  return args[at];
+}
+
+long LongArgument(std::span<const AutoValue> args, std::size_t at) {
+  const AutoValue& value = Argument(args, at);
+  return value.data.vt == VT_I4 ? value.data.lVal : Converted(value, VT_I4).lVal;
+}
+
+CString TextArgument(std::span<const AutoValue> args, std::size_t at) {
+  return CString(_bstr_t(Converted(Argument(args, at), VT_BSTR)).View());
+}
+
+AutoValue EngineObject::Invoke(DISPID dispid, Form form, std::span<const AutoValue> args) {
+  const OperationRow* const row = FindOperation(program_->Family(), kind_, dispid);
+  if (row == nullptr || std::strstr(row->forms, NameOf(form)) == nullptr) RaiseNoMember();
+  if (row->operation == Operation::kApplication) return ApplicationObject(program_);
+  switch (form) {
+    case Form::kGet:
+      return Get(row->operation, args);
+    case Form::kPut:
+      // What stands before the new value are words about it.
+      Put(row->operation, Argument(args, args.empty() ? 0 : args.size() - 1));
+      return {};
+    default:
+      return Call(row->operation, args);
+  }
+}
+
+AutoValue EngineObject::Get(Operation /*operation*/, std::span<const AutoValue> /*args*/) {
+  RaiseNoMember();
+}
+
+void EngineObject::Put(Operation /*operation*/, const AutoValue& /*value*/) {
+  RaiseNoMember();
+}
+
+AutoValue EngineObject::Call(Operation /*operation*/, std::span<const AutoValue> /*args*/) {
+  RaiseNoMember();
+}
+
+}  // namespace lorv::engine

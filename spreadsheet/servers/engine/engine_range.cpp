@@ -1,0 +1,239 @@
+#include <algorithm>
+
+#include "framework/objects/exceptions.h"
+#include "spreadsheet/servers/engine/cell_reference.h"
+#include "spreadsheet/servers/engine/cell_values.h"
+#include "spreadsheet/servers/engine/engine_failure.h"
+#include "spreadsheet/servers/engine/engine_object.h"
+
+// Ranges of a sheet, and the font of one.
+
+namespace lorv::engine {
+namespace {
+
+using Place = std::shared_ptr<const SheetPlace>;
+
+constexpr double kWidest = 255;
+constexpr double kLargestFont = 409;
+// What is put into a range goes into each of its cells.
+constexpr __int64 kMostCellsAtOnce = 1000000;
+
+template <class Change>
+void ForEachCell(const Area& area, const Change& change) {
+  if (static_cast<__int64>(area.Rows()) * area.Columns() > kMostCellsAtOnce) Fail(_T("区域太大。"));
+  for (long row = area.top; row <= area.bottom; ++row) {
+    for (long column = area.left; column <= area.right; ++column) change(row, column);
+  }
+}
+
+template <class Change>
+void ChangeStyles(const SheetPlace& at, const Area& area, const Change& change) {
+  ForEachCell(area, [&](long row, long column) {
+    CellStyle style = StyleOf(*at.book, *at.sheet, row, column);
+    change(style);
+    PutStyle(*at.book, *at.sheet, row, column, style);
+  });
+}
+
+double RealOf(const AutoValue& value) {
+  _variant_t real;
+  const HRESULT code = ChangeValueType(real, value.data, VT_R8);
+  if (FAILED(code)) AfxThrowOleException(code);
+  return real.dblVal;
+}
+
+class RangeFont : public EngineObject {
+ public:
+  RangeFont(Place place, const Area& area)
+      : EngineObject(place->program, ObjectKind::kFont), place_(std::move(place)), area_(area) {}
+
+ protected:
+  void Put(Operation /*operation*/, const AutoValue& value) override {
+    const double size = RealOf(value);
+    if (!(size >= 1 && size <= kLargestFont)) Fail(_T("字号须为1至409。"));
+    ChangeStyles(*place_, area_, [&](CellStyle& style) { style.font_size = size; });
+  }
+
+ private:
+  Place place_;
+  Area area_;
+};
+
+class EngineRange : public EngineObject {
+ public:
+  EngineRange(Place place, const Area& area, RangePart part)
+      : EngineObject(place->program, ObjectKind::kRange),
+        place_(std::move(place)),
+        area_(area),
+        part_(part) {}
+
+ protected:
+  AutoValue Get(Operation operation, std::span<const AutoValue> args) override;
+  void Put(Operation operation, const AutoValue& value) override;
+
+ private:
+  AutoRef Sub(const Area& area, RangePart part = RangePart::kCells) const {
+    return RangeObject(place_, area, part);
+  }
+  AutoRef Item(long row, long column) const;
+  AutoRef Corners(const CString& first, const CString& last) const;
+  __int64 Count() const;
+  double Width() const;
+  void PutWidth(double width);
+  void PutFormat(const CString& text);
+  void PutAlignment(long code);
+  void PutMerged(bool merged);
+  _variant_t Merged() const;
+  AutoRef MergeArea() const;
+
+  Place place_;
+  Area area_;
+  RangePart part_;
+};
+
+AutoRef EngineRange::Item(long row, long column) const {
+  const __int64 at_row = static_cast<__int64>(area_.top) + row - 1;
+  const __int64 at_column = static_cast<__int64>(area_.left) + column - 1;
+  if (at_row < 0 || at_row >= kMaxRows || at_column < 0 || at_column >= kMaxColumns) {
+    Fail(_T("单元格超出工作表的范围。"));
+  }
+  const auto top = static_cast<long>(at_row);
+  const auto left = static_cast<long>(at_column);
+  return Sub({top, left, top, left});
+}
+
+AutoRef EngineRange::Corners(const CString& first, const CString& last) const {
+  const auto a = ParseCell(first.View());
+  const auto b = ParseCell(last.View());
+  if (!a || !b) Fail(_T("单元格地址无效。"));
+  Area area = Union({a->row, a->column, a->row, a->column}, {b->row, b->column, b->row, b->column});
+  area.top += area_.top;
+  area.bottom += area_.top;
+  area.left += area_.left;
+  area.right += area_.left;
+  if (area.bottom >= kMaxRows || area.right >= kMaxColumns) Fail(_T("单元格超出工作表的范围。"));
+  return Sub(area);
+}
+
+__int64 EngineRange::Count() const {
+  if (part_ == RangePart::kRows) return area_.Rows();
+  if (part_ == RangePart::kColumns) return area_.Columns();
+  return static_cast<__int64>(area_.Rows()) * area_.Columns();
+}
+
+double EngineRange::Width() const {
+  const ColumnShape& shape = place_->sheet->columns.At(area_.left);
+  return shape.hidden ? 0 : shape.width;
+}
+
+void EngineRange::PutWidth(double width) {
+  if (!(width >= 0 && width <= kWidest)) Fail(_T("列宽须为0至255。"));
+  ColumnShape shape = place_->sheet->columns.At(area_.left);
+  shape.hidden = width == 0;
+  if (!shape.hidden) shape.width = width;
+  place_->sheet->columns.Set(area_.left, area_.right, shape);
+}
+
+// Of cells that are merged in part the answer is neither yes nor no.
+_variant_t EngineRange::Merged() const {
+  const MergeList& merges = place_->sheet->merges;
+  if (const Area* const area = merges.Find(area_.top, area_.left)) {
+    if (area->Contains(area_.bottom, area_.right)) return _variant_t(true);
+    _variant_t in_part;
+    in_part.vt = VT_NULL;
+    return in_part;
+  }
+  return _variant_t(false);
+}
+
+AutoRef EngineRange::MergeArea() const {
+  const Area* const area = place_->sheet->merges.Find(area_.top, area_.left);
+  return Sub(area == nullptr ? Area{area_.top, area_.left, area_.top, area_.left} : *area);
+}
+
+AutoValue EngineRange::Get(Operation operation, std::span<const AutoValue> args) {
+  switch (operation) {
+    case Operation::kItem:
+      return Item(LongArgument(args, 0), LongArgument(args, 1));
+    case Operation::kValue:
+      return CellValue(*place_->book, *place_->sheet, area_.top, area_.left);
+    case Operation::kNumberFormat: {
+      const CellStyle& style = StyleOf(*place_->book, *place_->sheet, area_.top, area_.left);
+      return AutoValue(_variant_t(place_->book->styles.FormatText(style.format)));
+    }
+    case Operation::kMergeCells:
+      return Merged();
+    case Operation::kMergeArea:
+      return MergeArea();
+    case Operation::kColumnWidth:
+      return AutoValue(_variant_t(Width()));
+    case Operation::kFont:
+      return AutoRef(std::make_shared<RangeFont>(place_, area_));
+    case Operation::kRange:
+      return Corners(TextArgument(args, 0), TextArgument(args, 1));
+    case Operation::kCount:
+      return AutoValue(_variant_t(static_cast<long>(std::min<__int64>(Count(), 0x7FFFFFFF))));
+    case Operation::kRow:
+      return AutoValue(_variant_t(area_.top + 1));
+    case Operation::kColumn:
+      return AutoValue(_variant_t(area_.left + 1));
+    case Operation::kRows:
+      return Sub(area_, RangePart::kRows);
+    case Operation::kColumns:
+      return Sub(area_, RangePart::kColumns);
+    case Operation::kEntireColumn:
+      return Sub({0, area_.left, kMaxRows - 1, area_.right});
+    default:
+      RaiseNoMember();
+  }
+}
+
+void EngineRange::PutFormat(const CString& text) {
+  const std::uint32_t format = place_->book->styles.FormatId(text);
+  ChangeStyles(*place_, area_, [&](CellStyle& style) { style.format = format; });
+}
+
+void EngineRange::PutAlignment(long code) {
+  ChangeStyles(*place_, area_, [&](CellStyle& style) { style.alignment = static_cast<int>(code); });
+}
+
+void EngineRange::PutMerged(bool merged) {
+  if (merged) {
+    place_->sheet->merges.Add(area_);
+  } else {
+    place_->sheet->merges.Remove(area_);
+  }
+}
+
+void EngineRange::Put(Operation operation, const AutoValue& value) {
+  const std::span only(&value, 1);
+  switch (operation) {
+    case Operation::kValue:
+      ForEachCell(area_, [&](long row, long column) {
+        PutCellValue(*place_->book, *place_->sheet, row, column, value.data);
+      });
+      break;
+    case Operation::kNumberFormat:
+      PutFormat(TextArgument(only, 0));
+      break;
+    case Operation::kHorizontalAlignment:
+      PutAlignment(LongArgument(only, 0));
+      break;
+    case Operation::kColumnWidth:
+      PutWidth(RealOf(value));
+      break;
+    case Operation::kMergeCells:
+      PutMerged(LongArgument(only, 0) != 0);
+      break;
+    default:
+      RaiseNoMember();
+  }
+}
+
+}  // namespace
+
+AutoRef RangeObject(const Place& place, const Area& area, RangePart part) {
+  return std::make_shared<EngineRange>(place, area, part);
+}
+
+}  // namespace lorv::engine

@@ -1,0 +1,66 @@
+#include "spreadsheet/servers/engine/number_format_kind.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "spreadsheet/servers/engine/built_in_format_table.h"
+
+namespace lorv::engine {
+namespace {
+
+// The length of what stands at a place of a format and is shown as it is: quoted text, an escaped
+// character, a blank's width, a filler, or something in brackets. 0 for a letter of the format itself.
+std::size_t LiteralLength(TextView format, std::size_t at) {
+  const auto through = [&](TCHAR closing) {
+    const std::size_t end = format.find(closing, at + 1);
+    return (end == TextView::npos ? format.size() : end + 1) - at;
+  };
+  switch (format[at]) {
+    case _T('"'):
+      return through(_T('"'));
+    case _T('['):
+      return through(_T(']'));
+    case _T('\\'):
+    case _T('_'):
+    case _T('*'):
+      return std::min<std::size_t>(2, format.size() - at);
+    case _T('A'):
+    case _T('a'):
+      // "AM/PM" has a letter of months in it.
+      return CompareWithoutCase(format.substr(at, 5), TextView(_T("AM/PM"))) == 0 ? 5 : 1;
+    default:
+      return 0;
+  }
+}
+
+}  // namespace
+
+bool IsDateFormat(TextView format) {
+  bool month = false;
+  bool time = false;
+  if (CompareWithoutCase(format, TextView(kGeneralFormat)) == 0) return false;
+  for (std::size_t at = 0; at < format.size() && format[at] != _T(';');) {
+    if (const std::size_t literal = LiteralLength(format, at); literal != 0) {
+      // Hours, minutes and seconds that count on beyond a day.
+      const TextView elapsed(_T("hms"));
+      time = time || (literal > 2 && format[at] == _T('[') &&
+                      elapsed.find(ToLower(format[at + 1])) != TextView::npos);
+      at += literal;
+      continue;
+    }
+    const TCHAR letter = ToLower(format[at++]);
+    if (letter == _T('y') || letter == _T('d')) return true;
+    month = month || letter == _T('m');
+    time = time || letter == _T('h') || letter == _T('s');
+  }
+  return month && !time;
+}
+
+LPCTSTR BuiltInFormat(unsigned id) {
+  const auto* const found =
+      std::lower_bound(std::begin(kBuiltInFormats), std::end(kBuiltInFormats), id,
+                       [](const BuiltInFormatRow& row, unsigned wanted) { return row.id < wanted; });
+  return found != std::end(kBuiltInFormats) && found->id == id ? found->text : kGeneralFormat;
+}
+
+}  // namespace lorv::engine

@@ -1,0 +1,34 @@
+#include "spreadsheet/servers/engine/style_pool.h"
+
+#include "spreadsheet/servers/engine/engine_failure.h"
+#include "spreadsheet/servers/engine/engine_limits.h"
+#include "spreadsheet/servers/engine/number_format_kind.h"
+
+namespace lorv::engine {
+
+StylePool::StylePool() {
+  FormatId(kGeneralFormat);
+  StyleId(CellStyle());
+}
+
+std::uint32_t StylePool::FormatId(const CString& text) {
+  const auto next = static_cast<std::uint32_t>(formats_.size());
+  const auto [at, is_new] = format_ids_.try_emplace(text, next);
+  if (is_new) {
+    formats_.push_back(text);
+    dates_.push_back(IsDateFormat(text.View()));
+  }
+  return at->second;
+}
+
+std::uint16_t StylePool::StyleId(const CellStyle& style) {
+  const auto found = style_ids_.find(style);
+  if (found != style_ids_.end()) return found->second;
+  if (styles_.size() >= kMaxStyles) Fail(_T("单元格格式太多。"));
+  const auto id = static_cast<std::uint16_t>(styles_.size());
+  styles_.push_back(style);
+  style_ids_.emplace(style, id);
+  return id;
+}
+
+}  // namespace lorv::engine

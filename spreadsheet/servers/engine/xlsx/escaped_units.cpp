@@ -1,0 +1,111 @@
+#include "spreadsheet/servers/engine/xlsx/escaped_units.h"
+
+#include <cstdint>
+
+namespace lorv::engine {
+namespace {
+
+constexpr std::size_t kEscapeUnits = 7;
+
+int HexDigit(TCHAR c) {
+  if (IsDigit(c)) return c - '0';
+  const TCHAR low = ToLower(c);
+  return low >= 'a' && low <= 'f' ? low - 'a' + 10 : -1;
+}
+
+// The unit that an escape at a place stands for; -1 where none begins.
+int EscapeAt(TextView text, std::size_t at) {
+  if (text.size() - at < kEscapeUnits || text[at] != '_' || text[at + 1] != 'x' || text[at + 6] != '_') {
+    return -1;
+  }
+  int unit = 0;
+  for (std::size_t i = at + 2; i < at + 6; ++i) {
+    const int digit = HexDigit(text[i]);
+    if (digit < 0) return -1;
+    unit = unit * 16 + digit;
+  }
+  return unit;
+}
+
+void AppendEscape(std::uint32_t unit, std::string& out) {
+  constexpr char kDigits[] = "0123456789ABCDEF";
+  out += "_x";
+  for (int shift = 12; shift >= 0; shift -= 4) out += kDigits[unit >> shift & 0xF];
+  out += '_';
+}
+
+// A whole character that lies beyond ASCII; gives how many units it took.
+std::size_t AppendWide(TextView text, std::size_t at, std::string& out) {
+  const std::uint32_t unit = text[at];
+  const auto put = [&](std::uint32_t byte) { out += static_cast<char>(byte); };
+  if (unit < 0x800) {
+    put(0xC0 | unit >> 6);
+    put(0x80 | (unit & 0x3F));
+    return 1;
+  }
+  if ((unit & 0xF800) != 0xD800) {
+    if (unit >= 0xFFFE) {
+      AppendEscape(unit, out);
+      return 1;
+    }
+    put(0xE0 | unit >> 12);
+    put(0x80 | (unit >> 6 & 0x3F));
+    put(0x80 | (unit & 0x3F));
+    return 1;
+  }
+  const bool paired = (unit & 0x400) == 0 && at + 1 < text.size() && (text[at + 1] & 0xFC00) == 0xDC00;
+  if (!paired) {
+    AppendEscape(unit, out);
+    return 1;
+  }
+  const std::uint32_t code = 0x10000 + ((unit & 0x3FF) << 10) + (text[at + 1] & 0x3FFU);
+  put(0xF0 | code >> 18);
+  put(0x80 | (code >> 12 & 0x3F));
+  put(0x80 | (code >> 6 & 0x3F));
+  put(0x80 | (code & 0x3F));
+  return 2;
+}
+
+void AppendAscii(TextView text, std::size_t at, std::string& out) {
+  const TCHAR c = text[at];
+  if (c == '&') {
+    out += "&amp;";
+  } else if (c == '<') {
+    out += "&lt;";
+  } else if (c == '>') {
+    out += "&gt;";
+  } else if (c == '"') {
+    out += "&quot;";
+  } else if ((c < ' ' && c != '\t' && c != '\n') || (c == '_' && EscapeAt(text, at) >= 0)) {
+    AppendEscape(c, out);
+  } else {
+    out += static_cast<char>(c);
+  }
+}
+
+}  // namespace
+
+std::basic_string<TCHAR> ResolveEscapedUnits(std::basic_string<TCHAR> text) {
+  const TextView view(text);
+  std::size_t at = view.find(TextView(_T("_x")));
+  if (at == TextView::npos) return text;
+  std::basic_string<TCHAR> out(view.substr(0, at));
+  while (at < view.size()) {
+    const int unit = EscapeAt(view, at);
+    out += unit < 0 ? view[at] : static_cast<TCHAR>(unit);
+    at += unit < 0 ? 1 : kEscapeUnits;
+  }
+  return out;
+}
+
+void AppendEscaped(TextView text, std::string& out) {
+  for (std::size_t at = 0; at < text.size();) {
+    if (text[at] < 0x80) {
+      AppendAscii(text, at++, out);
+    } else {
+      at += AppendWide(text, at, out);
+    }
+  }
+}
+
+}  // namespace lorv::engine

@@ -1,0 +1,184 @@
+#include "spreadsheet/servers/engine/xlsx/sheet_part.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+#include "framework/text/number_text.h"
+#include "framework/values/ole_date.h"
+#include "spreadsheet/servers/engine/cell_reference.h"
+#include "spreadsheet/servers/engine/engine_failure.h"
+#include "spreadsheet/servers/engine/xlsx/xlsx_text.h"
+
+namespace lorv::engine {
+namespace {
+
+[[noreturn]] void RefuseCell() {
+  Fail(_T("工作簿文件已损坏：单元格超出工作表的范围。"));
+}
+
+char TypeCode(std::string_view type) {
+  if (type == "str") return 't';
+  if (type == "inlineStr") return 'i';
+  return type.size() == 1 ? type[0] : 'n';
+}
+
+std::string_view Trimmed(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t\r\n";
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+// The cell behind a letter and number; how most cells of most files are told, without a search.
+bool IsPlainNumberText(std::string_view text, double& value) {
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  return error == std::errc() && end == text.data() + text.size() && std::isfinite(value);
+}
+
+}  // namespace
+
+void SheetPart::Start(std::string_view name, XmlAttributes attributes) {
+  if (in_cell_) {
+    if (name == "v") {
+      in_value_ = true;
+    } else {
+      inline_.Start(name);
+    }
+  } else if (in_data_) {
+    if (name == "c") StartCell(attributes);
+    if (name == "row") StartRow(attributes);
+  } else if (name == "sheetData") {
+    in_data_ = true;
+  } else if (name == "col") {
+    TakeColumns(attributes);
+  } else if (name == "mergeCell") {
+    TakeMerge(attributes);
+  }
+}
+
+void SheetPart::End(std::string_view name) {
+  if (in_cell_) {
+    if (name == "c") {
+      EndCell();
+    } else if (name == "v") {
+      in_value_ = false;
+    } else {
+      inline_.End(name);
+    }
+  } else if (name == "sheetData") {
+    in_data_ = false;
+  }
+}
+
+void SheetPart::Text(std::string_view raw, bool literal) {
+  if (!in_cell_) return;
+  if (in_value_) {
+    AppendXmlText(raw, literal, value_);
+  } else if (type_ == 'i') {
+    inline_.Take(raw, literal);
+  }
+}
+
+void SheetPart::StartRow(XmlAttributes attributes) {
+  const std::string_view number = attributes.Value("r");
+  row_ = number.empty() ? row_ + 1 : WholeNumber(number, 0) - 1;
+  column_ = -1;
+  if (row_ < 0 || row_ >= kMaxRows) RefuseCell();
+}
+
+void SheetPart::StartCell(XmlAttributes attributes) {
+  ++column_;
+  style_ = 0;
+  type_ = 'n';
+  in_cell_ = true;
+  value_.clear();
+  inline_.Clear();
+  XmlAttributes::Attribute each;
+  while (attributes.Next(each)) {
+    if (each.name == "r") {
+      const auto place = ParseCell(each.value);
+      if (!place) RefuseCell();
+      row_ = place->row;
+      column_ = place->column;
+    } else if (each.name == "s") {
+      style_ = styles_.StyleOf(static_cast<std::size_t>(WholeNumber(each.value, 0)));
+    } else if (each.name == "t") {
+      type_ = TypeCode(each.value);
+    }
+  }
+  if (row_ < 0 || column_ >= kMaxColumns) RefuseCell();
+}
+
+void SheetPart::EndCell() {
+  in_cell_ = false;
+  in_value_ = false;
+  const bool has_value = !value_.empty() || (type_ == 'i' && !inline_.Bytes().empty());
+  if (!has_value && style_ == 0) return;
+  if (cell_room_ == 0) Fail(_T("工作簿中的单元格太多。"));
+  --cell_room_;
+  Cell& cell = sheet_.cells.At(row_, column_);
+  cell.SetStyle(style_);
+  cell.SetEmpty();
+  if (has_value) PutWritten(cell);
+}
+
+void SheetPart::PutShared(Cell& cell) {
+  const long index = WholeNumber(Trimmed(value_), -1);
+  if (index < 0 || index >= static_cast<long>(shared_.Ids().size())) {
+    Fail(_T("工作簿文件已损坏：缺少单元格的文字。"));
+  }
+  const std::uint32_t text = shared_.Ids()[static_cast<std::size_t>(index)];
+  if (!book_.texts.At(text).empty()) cell.SetWord(CellKind::kText, text);
+}
+
+void SheetPart::PutWritten(Cell& cell) {
+  double number = 0;
+  const auto put_text = [&](CellKind kind, std::string_view bytes) {
+    cell.SetWord(kind, book_.texts.Add(DocumentText(bytes)));
+  };
+  switch (type_) {
+    case 's':
+      return PutShared(cell);
+    case 'b':
+      return cell.SetWord(CellKind::kBool, IsYes(Trimmed(value_)) ? 1 : 0);
+    case 'e':
+      return put_text(CellKind::kError, value_);
+    case 't':
+      return put_text(CellKind::kText, value_);
+    case 'i':
+      return put_text(CellKind::kText, inline_.Bytes());
+    case 'd':
+      // "2024-03-07T12:30:00"
+      if (const std::size_t t = value_.find('T'); t != std::string::npos) value_[t] = ' ';
+      if (TextToOleDate(DocumentText(value_), number)) return cell.SetNumber(number);
+      return put_text(CellKind::kText, value_);
+    default:
+      if (IsPlainNumberText(Trimmed(value_), number)) return cell.SetNumber(number);
+      // What is no number after all is kept as it is written.
+      return put_text(CellKind::kText, value_);
+  }
+}
+
+void SheetPart::TakeColumns(XmlAttributes attributes) {
+  const long first = WholeNumber(attributes.Value("min"), 0);
+  const long last = std::min(WholeNumber(attributes.Value("max"), 0), kMaxColumns);
+  if (first < 1 || last < first) return;
+  ColumnShape shape;
+  const std::string_view width = attributes.Value("width");
+  if (!width.empty()) shape.width = ReadReal(AttributeText(width));
+  // The file's width has the margins of a cell in it: five pixels of a character's seven.
+  constexpr double kMargin = 5.0 / 7.0;
+  shape.width = std::max(0.0, shape.width - (width.empty() ? 0 : kMargin));
+  shape.hidden = IsYes(attributes.Value("hidden")) || shape.width == 0;
+  sheet_.columns.Set(first - 1, last - 1, shape);
+}
+
+void SheetPart::TakeMerge(XmlAttributes attributes) {
+  const auto area = ParseArea(attributes.Value("ref"));
+  if (!area) return;
+  if (merges_.size() >= kMaxMerges) Fail(_T("工作表中的合并区域太多。"));
+  merges_.push_back(*area);
+}
+
+}  // namespace lorv::engine

@@ -1,0 +1,65 @@
+#include "spreadsheet/servers/engine/xlsx/styles_part.h"
+
+#include "framework/text/number_text.h"
+#include "spreadsheet/exchange_limits.h"
+#include "spreadsheet/servers/engine/engine_limits.h"
+#include "spreadsheet/servers/engine/number_format_kind.h"
+#include "spreadsheet/servers/engine/xlsx/xlsx_text.h"
+
+namespace lorv::engine {
+namespace {
+
+int AlignmentCode(std::string_view horizontal) {
+  if (horizontal == "left") return kAlignLeft;
+  if (horizontal == "center") return kAlignCentre;
+  return horizontal == "right" ? kAlignRight : 0;
+}
+
+}  // namespace
+
+void StylesPart::TakeFormat(XmlAttributes attributes) {
+  const std::string_view code = attributes.Value("formatCode");
+  if (code.size() > kMaxFormatText) return;
+  formats_[WholeNumber(attributes.Value("numFmtId"), -1)] = pool_.FormatId(CString(AttributeText(code)));
+}
+
+void StylesPart::TakeCellFormat(XmlAttributes attributes) {
+  style_ = CellStyle();
+  const long id = WholeNumber(attributes.Value("numFmtId"), 0);
+  const auto own = formats_.find(id);
+  style_.format =
+      own != formats_.end() ? own->second : pool_.FormatId(BuiltInFormat(static_cast<unsigned>(id)));
+  const long font = WholeNumber(attributes.Value("fontId"), 0);
+  // The first font is the workbook's own.
+  if (font > 0 && font < static_cast<long>(font_sizes_.size())) {
+    style_.font_size = font_sizes_[static_cast<std::size_t>(font)];
+  }
+}
+
+void StylesPart::Start(std::string_view name, XmlAttributes attributes) {
+  if (name == "numFmt") {
+    TakeFormat(attributes);
+  } else if (name == "fonts") {
+    in_fonts_ = true;
+  } else if (name == "font" && in_fonts_) {
+    font_sizes_.push_back(0);
+  } else if (name == "sz" && in_fonts_ && !font_sizes_.empty()) {
+    font_sizes_.back() = ReadReal(AttributeText(attributes.Value("val")));
+  } else if (name == "cellXfs") {
+    in_cell_formats_ = true;
+  } else if (name == "xf" && in_cell_formats_) {
+    TakeCellFormat(attributes);
+  } else if (name == "alignment" && in_cell_formats_) {
+    style_.alignment = AlignmentCode(attributes.Value("horizontal"));
+  }
+}
+
+void StylesPart::End(std::string_view name) {
+  if (name == "fonts") in_fonts_ = false;
+  if (name == "cellXfs") in_cell_formats_ = false;
+  if (name == "xf" && in_cell_formats_ && styles_.size() < kMaxStyles) {
+    styles_.push_back(pool_.StyleId(style_));
+  }
+}
+
+}  // namespace lorv::engine

@@ -1,0 +1,232 @@
+#include "spreadsheet/servers/engine/xlsx/xml_feed.h"
+
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+
+#include "spreadsheet/servers/engine/engine_failure.h"
+#include "spreadsheet/servers/engine/engine_limits.h"
+
+namespace lorv::engine {
+namespace {
+
+constexpr std::size_t kNone = std::string_view::npos;
+
+[[noreturn]] void Refuse() {
+  Fail(_T("工作簿文件已损坏：其中的XML无效。"));
+}
+
+bool IsXmlBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+std::string_view LocalName(std::string_view name) {
+  const std::size_t colon = name.find(':');
+  return colon == kNone ? name : name.substr(colon + 1);
+}
+
+// The place of the ">" that ends a mark; quotes may hold others. npos where it has not come yet.
+std::size_t EndOfTag(std::string_view mark) {
+  for (std::size_t at = 1; at < mark.size(); ++at) {
+    const char c = mark[at];
+    if (c == '>') return at;
+    if (c != '"' && c != '\'') continue;
+    at = mark.find(c, at + 1);
+    if (at == kNone) return kNone;
+  }
+  return kNone;
+}
+
+void AppendUtf8(std::uint32_t code, std::string& out) {
+  const auto put = [&](std::uint32_t byte) { out += static_cast<char>(byte); };
+  if (code < 0x80) {
+    put(code);
+  } else if (code < 0x800) {
+    put(0xC0 | code >> 6);
+    put(0x80 | (code & 0x3F));
+  } else if (code < 0x10000) {
+    put(0xE0 | code >> 12);
+    put(0x80 | (code >> 6 & 0x3F));
+    put(0x80 | (code & 0x3F));
+  } else {
+    put(0xF0 | code >> 18);
+    put(0x80 | (code >> 12 & 0x3F));
+    put(0x80 | (code >> 6 & 0x3F));
+    put(0x80 | (code & 0x3F));
+  }
+}
+
+std::uint32_t NumberedCharacter(std::string_view digits) {
+  const bool hex = !digits.empty() && (digits[0] == 'x' || digits[0] == 'X');
+  if (hex) digits.remove_prefix(1);
+  std::uint32_t code = 0;
+  const auto [end, error] =
+      std::from_chars(digits.data(), digits.data() + digits.size(), code, hex ? 16 : 10);
+  const bool whole = error == std::errc() && end == digits.data() + digits.size();
+  if (!whole || code == 0 || code > 0x10FFFF || (code & 0xFFFFF800) == 0xD800) Refuse();
+  return code;
+}
+
+void AppendEntity(std::string_view name, std::string& out) {
+  if (name == "amp") {
+    out += '&';
+  } else if (name == "lt") {
+    out += '<';
+  } else if (name == "gt") {
+    out += '>';
+  } else if (name == "quot") {
+    out += '"';
+  } else if (name == "apos") {
+    out += '\'';
+  } else if (!name.empty() && name[0] == '#') {
+    AppendUtf8(NumberedCharacter(name.substr(1)), out);
+  } else {
+    Refuse();
+  }
+}
+
+}  // namespace
+
+bool XmlAttributes::Next(Attribute& attribute) {
+  std::size_t at = 0;
+  while (at < rest_.size() && IsXmlBlank(rest_[at])) ++at;
+  const std::size_t equals = rest_.find('=', at);
+  if (equals == kNone) return false;
+  std::size_t name_end = equals;
+  while (name_end > at && IsXmlBlank(rest_[name_end - 1])) --name_end;
+  std::size_t quote = equals + 1;
+  while (quote < rest_.size() && IsXmlBlank(rest_[quote])) ++quote;
+  if (quote >= rest_.size() || (rest_[quote] != '"' && rest_[quote] != '\'')) Refuse();
+  const std::size_t end = rest_.find(rest_[quote], quote + 1);
+  if (end == kNone) Refuse();
+  const std::string_view name = rest_.substr(at, name_end - at);
+  attribute.name = LocalName(name);
+  attribute.prefix = name.substr(0, name.size() - attribute.name.size());
+  attribute.value = rest_.substr(quote + 1, end - quote - 1);
+  rest_.remove_prefix(end + 1);
+  return true;
+}
+
+std::string_view XmlAttributes::Find(std::string_view name, bool prefixed) const {
+  XmlAttributes walk = *this;
+  Attribute attribute;
+  while (walk.Next(attribute)) {
+    if (attribute.name == name && attribute.prefix.empty() != prefixed) return attribute.value;
+  }
+  return {};
+}
+
+std::string_view XmlAttributes::Value(std::string_view name) const {
+  return Find(name, false);
+}
+
+std::string_view XmlAttributes::PrefixedValue(std::string_view name) const {
+  return Find(name, true);
+}
+
+void XmlFeed::Feed(std::string_view block) {
+  if (kept_.empty()) {
+    kept_.assign(block.substr(Take(block)));
+  } else {
+    kept_.append(block);
+    kept_.erase(0, Take(kept_));
+  }
+  if (kept_.size() > kMaxXmlToken) Refuse();
+}
+
+void XmlFeed::Finish() {
+  if (depth_ != 0 || !seen_root_) Refuse();
+}
+
+// Gives how much of it is done with; the rest comes again with more behind it.
+std::size_t XmlFeed::Take(std::string_view from) {
+  std::size_t done = 0;
+  if (!begun_) {
+    if (from.size() < 4) return 0;
+    begun_ = true;
+    if (from.substr(0, 3) == "\xEF\xBB\xBF") done = 3;
+    if (from[0] == '\xFF' || from[0] == '\xFE' || from[0] == 0) Refuse();
+  }
+  while (done < from.size()) {
+    const std::size_t mark = from.find('<', done);
+    if (mark == kNone) break;
+    if (mark > done && depth_ > 0) handler_.Text(from.substr(done, mark - done), false);
+    const std::string_view rest = from.substr(mark);
+    if (rest.size() < 2) return mark;
+    const std::size_t length = rest[1] == '!' || rest[1] == '?' ? TakeSpecial(rest) : TakeTag(rest);
+    if (length == 0) return mark;
+    done = mark + length;
+  }
+  return done;
+}
+
+std::size_t XmlFeed::TakeSpecial(std::string_view mark) {
+  const auto length_to = [&](std::string_view closing, std::size_t opening) -> std::size_t {
+    const std::size_t end = mark.find(closing, opening);
+    return end == kNone ? 0 : end + closing.size();
+  };
+  if (mark[1] == '?') return length_to("?>", 2);
+  constexpr std::string_view kLiteral = "<![CDATA[";
+  if (mark.size() < kLiteral.size()) return 0;
+  if (mark.starts_with("<!--")) return length_to("-->", 4);
+  // A document type may hold entities that unfold without end: no workbook has one.
+  if (!mark.starts_with(kLiteral)) Refuse();
+  const std::size_t length = length_to("]]>", kLiteral.size());
+  if (length != 0 && depth_ > 0)
+    handler_.Text(mark.substr(kLiteral.size(), length - kLiteral.size() - 3), true);
+  return length;
+}
+
+std::size_t XmlFeed::TakeTag(std::string_view mark) {
+  const std::size_t end = EndOfTag(mark);
+  if (end == kNone) return 0;
+  if (mark[1] == '/') {
+    Close(mark.substr(2, end - 2));
+  } else {
+    Open(mark.substr(1, end - 1));
+  }
+  return end + 1;
+}
+
+void XmlFeed::Open(std::string_view inside) {
+  const bool empty = !inside.empty() && inside.back() == '/';
+  if (empty) inside.remove_suffix(1);
+  std::size_t length = 0;
+  while (length < inside.size() && !IsXmlBlank(inside[length])) ++length;
+  const std::string_view name = LocalName(inside.substr(0, length));
+  if (name.empty() || (depth_ == 0 && seen_root_) || depth_ >= kMaxXmlDepth) Refuse();
+  seen_root_ = true;
+  ++depth_;
+  handler_.Start(name, XmlAttributes(inside.substr(length)));
+  if (!empty) return;
+  handler_.End(name);
+  --depth_;
+}
+
+void XmlFeed::Close(std::string_view inside) {
+  while (!inside.empty() && IsXmlBlank(inside.back())) inside.remove_suffix(1);
+  if (depth_ == 0) Refuse();
+  handler_.End(LocalName(inside));
+  --depth_;
+}
+
+void AppendXmlText(std::string_view raw, bool literal, std::string& out) {
+  std::size_t at = 0;
+  while (at < raw.size()) {
+    const std::size_t next = raw.find_first_of(literal ? "\r" : "\r&", at);
+    out.append(raw.substr(at, next == kNone ? kNone : next - at));
+    if (next == kNone) return;
+    at = next + 1;
+    if (raw[next] == '\r') {
+      out += '\n';
+      if (at < raw.size() && raw[at] == '\n') ++at;
+      continue;
+    }
+    const std::size_t end = raw.find(';', at);
+    if (end == kNone) Refuse();
+    AppendEntity(raw.substr(at, end - at), out);
+    at = end + 1;
+  }
+}
+
+}  // namespace lorv::engine

@@ -1,0 +1,21 @@
+#include "spreadsheet/servers/native_spreadsheet.h"
+
+#include <cstdlib>
+#include <string_view>
+
+#include "spreadsheet/servers/engine/engine_system.h"
+
+namespace lorv {
+
+SpreadsheetSystem& EngineSpreadsheet() {
+  static engine::EngineSystem system;
+  return system;
+}
+
+SpreadsheetSystem& NativeSpreadsheet() {
+  const char* const named = std::getenv("COMM_LORV_SPREADSHEET");
+  const bool engine = named != nullptr && std::string_view(named) == "engine";
+  return engine ? EngineSpreadsheet() : OwnSpreadsheet();
+}
+
+}  // namespace lorv
