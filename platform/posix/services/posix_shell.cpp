@@ -44,6 +44,12 @@ class SilentProgress : public ProgressDialog {
   void Close() override {}
 };
 
+// A file that is no program: the desktop knows what opens it.
+bool IsDocument(const std::string& path) {
+  std::error_code error;
+  return fs::is_regular_file(path, error) && access(path.c_str(), X_OK) != 0;
+}
+
 class PosixShell : public Shell {
  public:
   RECT DesktopRect() override {
@@ -61,7 +67,9 @@ class PosixShell : public Shell {
   bool Start(const ShellStart& start) override {
     // The suite names the viewer of Windows; the desktop's own stands for it.
     const bool viewer = start.file.CompareNoCase(_T("notepad.exe")) == 0;
-    std::vector<std::string> words = {viewer ? "xdg-open" : NativePath(start.file)};
+    std::vector<std::string> words;
+    if (viewer || IsDocument(NativePath(start.file))) words.emplace_back("xdg-open");
+    if (!viewer) words.push_back(NativePath(start.file));
     if (!start.parameters.IsEmpty()) words.push_back(NativePath(start.parameters));
     return StartProgram(std::move(words));
   }

@@ -68,6 +68,22 @@ TEST(PosixShell, StartSaysWhetherThereIsSuchAProgram) {
   EXPECT_FALSE(NativeShell().Start({_T("open"), _T("no-such-program-here"), _T("x"), 10, 0x40}));
 }
 
+TEST(PosixShell, ADocumentIsOpenedByTheDesktop) {
+  const test::ScratchFolder folder;
+  const ScopedVariable path("PATH", folder.Path().string() + ":/usr/bin:/bin");
+  const fs::path note = folder.Path() / "note";
+  test::WriteBytes(folder.Path() / "xdg-open", "#!/bin/sh\nprintf '%s' \"$1\" > '" + note.string() +
+                                                   ".new'\nmv '" + note.string() + ".new' '" + note.string() +
+                                                   "'\n");
+  fs::permissions(folder.Path() / "xdg-open", fs::perms::owner_all);
+  const fs::path document = folder.Path() / "墙.xlsx";
+  test::WriteBytes(document, "x");
+  EXPECT_TRUE(NativeShell().Start({_T("open"), Wide(document), _T(""), 1, 0}));
+  constexpr int kTries = 3000;
+  for (int i = 0; i < kTries && !fs::exists(note); ++i) usleep(10000);
+  EXPECT_EQ(test::ReadBytes(note), document.string());
+}
+
 TEST(PosixSuite, FoldersCanBeNamed) {
   const ScopedVariable root("COMM_LORV_ROOT", "/srv/算量");
   const ScopedVariable user("COMM_LORV_USER", "/srv/user/");
