@@ -16,6 +16,9 @@ Work DeclareClean(CLI::App& app);
 // Take-off
 Work DeclareWork(CLI::App& app);
 
+// Spreadsheets
+Work DeclareSheet(CLI::App& app);
+
 // Text and names
 Work DeclareMatch(CLI::App& app);
 Work DeclareName(CLI::App& app);
@@ -42,6 +45,11 @@ const std::vector<VerbGroup>& AllVerbs() {
       {"Take-off",
        {
            {"work", "work the quantities of a table of components", DeclareWork},
+       }},
+
+      {"Spreadsheets",
+       {
+           {"sheet", "list a workbook, its sheets to tables and tables to it", DeclareSheet},
        }},
 
       {"Text and names",
