@@ -1,9 +1,11 @@
+#include "spreadsheet/servers/com/win32/com_system.h"
 #include "spreadsheet/servers/native_spreadsheet.h"
 
 namespace lorv {
 
 SpreadsheetSystem& OwnSpreadsheet() {
-  return EngineSpreadsheet();
+  static com::ComSystem system;
+  return system;
 }
 
 }  // namespace lorv

@@ -1,0 +1,182 @@
+#include <gtest/gtest.h>
+#include <objbase.h>
+
+#include "framework/objects/exceptions.h"
+#include "spreadsheet/servers/com/win32/com_object.h"
+#include "spreadsheet/servers/com/win32/com_system.h"
+#include "spreadsheet/servers/engine/cell_values.h"
+#include "tests/spreadsheet/exchange_desk.h"
+#include "tests/spreadsheet/win32/com_server.h"
+
+// The exchange by way of the system's own automation, with the engine as the program at its other end.
+
+namespace lorv {
+namespace {
+
+using test::ComProgram;
+using test::Dispatched;
+using test::OpenExchange;
+using test::RowsOf;
+using test::RunningEntry;
+using test::TextTable;
+using test::Utf8;
+using Texts = std::vector<std::string>;
+using Rows = std::vector<Texts>;
+
+class ChoosingSystem : public com::ComSystem {
+ public:
+  int choice = 0;
+  Texts offered;
+  int ChooseName(const CStringArray& names) override {
+    for (int i = 0; i < names.GetSize(); ++i) offered.push_back(Utf8(names.GetAt(i)));
+    return choice;
+  }
+};
+
+class Com : public testing::Test {
+ protected:
+  Com() {
+    CoInitialize(nullptr);
+    machine.files.MakeFolder(_T("C:\\Suite"));
+  }
+  ~Com() override { CoUninitialize(); }
+
+  Texts Messages() const {
+    Texts texts;
+    for (const auto& message : machine.dialogs.messages) texts.push_back(Utf8(message.text));
+    return texts;
+  }
+  // A workbook that a user of the program has open.
+  static std::shared_ptr<engine::Book> Opened(engine::EngineSystem& engine, const Rows& rows) {
+    const auto book = engine.Start()->AddBook();
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      for (std::size_t j = 0; j < rows[i].size(); ++j) {
+        engine::PutCellValue(*book, *book->sheets[0], static_cast<long>(i), static_cast<long>(j),
+                             _variant_t(CString::FromUtf8(rows[i][j])));
+      }
+    }
+    return book;
+  }
+  static com::ComPointer<IDispatch> BookObject(engine::EngineSystem& engine,
+                                               const std::shared_ptr<engine::Book>& book, Program family,
+                                               bool typed = true) {
+    const auto type = typed ? std::optional<GUID>(WorkbookId(family)) : std::nullopt;
+    return Dispatched(engine::WorkbookObject(engine.Running().back(), book), type);
+  }
+
+  HeadlessPlatform machine;
+  ScopedPlatform platform_scope{machine.Ports()};
+  ChoosingSystem system;
+  ScopedSpreadsheet scope{system};
+};
+
+TEST_F(Com, ATableGoesThroughAProgramAndBack) {
+  for (const Program family : {Program::kExcel, Program::kEt}) {
+    ComProgram program(family);
+    OpenExchange out;
+    out.SetArray(TextTable({{"墙", "12.50", ""}, {"007", "-3", "x"}}));
+    out.AddRange(0, 1, 0, 2);
+    ASSERT_TRUE(out.ToExcel(_T("C:\\t.xlsx"), true, false, -4108, 2, false, _T("清单"), 0, 0));
+    OpenExchange in;
+    std::vector<CXArrayDBToArray> tables;
+    CStringArray names;
+    ASSERT_EQ(in.LoadExcel2(_T("C:\\t.xlsx"), tables, names, 2), 1);
+    EXPECT_EQ(RowsOf(tables[0]), (Rows{{"墙", "12.50", ""}, {"007", "-3", "x"}}));
+    EXPECT_EQ(Utf8(names.GetAt(0)), "清单");
+    EXPECT_EQ(in.GetRanges().GetCount(), 2);
+    EXPECT_TRUE(Messages().empty());
+  }
+}
+
+TEST_F(Com, FailuresCarryTheirCodeAndWords) {
+  ComProgram program(Program::kExcel);
+  OpenExchange out;
+  out.SetArray(TextTable({{"a"}}));
+  EXPECT_FALSE(out.ToExcel(CString(), false, true, 1, 1, false, _T("a/b"), 0, 0));
+  ASSERT_EQ(Messages().size(), 1U);
+  EXPECT_EQ(Messages()[0].find("“a/b”不能作为工作表名称"), 0U);
+}
+
+TEST_F(Com, TheRunningWorkbookIsRead) {
+  engine::EngineSystem engine;
+  const auto book = Opened(engine, {{"a", "b"}, {"c", "d"}});
+  const RunningEntry entry(BookObject(engine, book, Program::kExcel), _T("C:\\open.xlsx"));
+  OpenExchange in;
+  EXPECT_TRUE(in.FromExcel());
+  EXPECT_EQ(RowsOf(in.GetArray()), (Rows{{"a", "b"}, {"c", "d"}}));
+  EXPECT_TRUE(system.offered.empty());
+  AutoRef found;
+  EXPECT_EQ(FindRunningWorkbook(found, _T("C:\\OPEN.xlsx")), CONNECT_EXCEL);
+  EXPECT_EQ(FindRunningWorkbook(found, _T("open.xlsx")), CONNECT_EXCEL);
+}
+
+TEST_F(Com, OfSeveralProgramsTheFirstEntryIsTaken) {
+  engine::EngineSystem excel(Program::kExcel);
+  engine::EngineSystem et(Program::kEt);
+  const RunningEntry first(BookObject(excel, Opened(excel, {{"1"}, {"2"}}), Program::kExcel),
+                           _T("C:\\a.xlsx"));
+  const RunningEntry second(BookObject(et, Opened(et, {{"3"}, {"4"}}), Program::kEt), _T("C:\\b.et"));
+  AutoRef found;
+  EXPECT_EQ(FindRunningWorkbook(found, _T("C:\\b.et")), CONNECT_ET);
+  EXPECT_EQ(AutomationFamily(Program::kEt).SheetCount(AutomationFamily(Program::kEt).Worksheets(found)), 1);
+  EXPECT_NE(FindRunningWorkbook(found, CString()), CONNECT_NONE);
+}
+
+TEST_F(Com, WithoutAnyProgramTheUserIsTold) {
+  OpenExchange in;
+  EXPECT_FALSE(in.FromExcel());
+  EXPECT_EQ(Messages(), Texts{"没有打开 excel 程序!"});
+}
+
+TEST_F(Com, AnObjectThatIsNoWorkbookIsPassedOver) {
+  engine::EngineSystem engine;
+  const auto book = Opened(engine, {{"a"}, {"b"}});
+  const RunningEntry untyped(BookObject(engine, book, Program::kExcel, false), _T("C:\\untyped.xlsx"));
+  OpenExchange in;
+  EXPECT_FALSE(in.FromExcel());
+  EXPECT_EQ(Messages(), Texts{"没有打开 excel 程序!"});
+}
+
+TEST_F(Com, TheActiveApplicationGetsAWorkbook) {
+  ComProgram program(Program::kExcel);
+  const auto state = program.Engine().Start();
+  const auto object = Dispatched(engine::ApplicationObject(state));
+  const auto class_id = system.ClassOf(ProgramId(Program::kExcel));
+  ASSERT_TRUE(class_id);
+  DWORD active = 0;
+  ASSERT_EQ(RegisterActiveObject(object.Get(), *class_id, ACTIVEOBJECT_STRONG, &active), S_OK);
+  AutoRef book;
+  EXPECT_EQ(AttachActiveApplication(book), CONNECT_EXCEL);
+  EXPECT_EQ(state->Books().size(), 1U);
+  RevokeActiveObject(active, nullptr);
+  book.reset();
+}
+
+// A program that has gone: every call fails as the system tells it.
+class GoneObject : public AutoObject {
+ public:
+  AutoValue Invoke(DISPID /*dispid*/, Form /*form*/, std::span<const AutoValue> /*args*/) override {
+    AfxThrowOleException(static_cast<HRESULT>(0x800706BA));
+  }
+  void KeepAlive() override {}
+};
+
+TEST_F(Com, AProgramThatHasGoneIsToldByItsCode) {
+  const RunningEntry entry(Dispatched(std::make_shared<GoneObject>(), WorkbookId(Program::kExcel)),
+                           _T("C:\\gone.xlsx"));
+  OpenExchange in;
+  EXPECT_FALSE(in.FromExcel());
+  EXPECT_EQ(Messages(), Texts{"COleException. SCODE: 800706ba."});
+}
+
+TEST_F(Com, SmallOperationsOfTheSystem) {
+  const CString guid = system.NewGuid();
+  EXPECT_EQ(guid.GetLength(), 38);
+  EXPECT_NE(Utf8(guid), Utf8(system.NewGuid()));
+  EXPECT_FALSE(system.ClassOf(_T("No.Such.Program")));
+  EXPECT_EQ(system.CreateDispatch(_T("No.Such.Program")), nullptr);
+  EXPECT_EQ(Utf8(system.ShortPath(_T("C:\\no such file"))), "C:\\no such file");
+}
+
+}  // namespace
+}  // namespace lorv
