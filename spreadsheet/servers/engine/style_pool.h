@@ -1,8 +1,8 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 #include <map>
+#include <tuple>
 #include <vector>
 
 #include "framework/text/cstring.h"
@@ -14,7 +14,10 @@ struct CellStyle {
   std::uint32_t format = 0;  // number of the format text; 0 is "General"
   double font_size = 0;      // points; 0 is the workbook's own
   int alignment = 0;         // code of the programs; 0 is none
-  auto operator<=>(const CellStyle&) const = default;
+
+  friend bool operator<(const CellStyle& a, const CellStyle& b) {
+    return std::tie(a.format, a.font_size, a.alignment) < std::tie(b.format, b.font_size, b.alignment);
+  }
 };
 
 // The styles and number formats of a workbook, each once. Number 0 is the plain style.
