@@ -9,7 +9,6 @@
 #include "spreadsheet/automation/automation_family.h"
 #include "spreadsheet/connection/connect_spreadsheet.h"
 #include "spreadsheet/exchange_grid.h"
-#include "spreadsheet/exchange_limits.h"
 #include "tables/xarray_db.h"
 
 namespace lorv {

@@ -4,7 +4,8 @@
 #include "framework/values/variant_text.h"
 #include "platform/ports/platform.h"
 #include "spreadsheet/AdExcel2GridEx.h"
-#include "spreadsheet/exchange/messages.h"
+#include "spreadsheet/cells/exchange_limits.h"
+#include "spreadsheet/exchange/exchange_messages.h"
 
 // A table on its way into a sheet: every cell by calls of its own, in an order that documents rely on.
 

@@ -1,8 +1,9 @@
 #include "module/progress.h"
 #include "platform/ports/platform.h"
 #include "spreadsheet/AdExcel2GridEx.h"
+#include "spreadsheet/cells/exchange_limits.h"
 #include "spreadsheet/connection/spreadsheet_system.h"
-#include "spreadsheet/exchange/messages.h"
+#include "spreadsheet/exchange/exchange_messages.h"
 
 // A sheet on its way into a table: every cell by calls of its own, as the text that its user sees.
 

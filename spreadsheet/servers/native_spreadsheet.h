@@ -6,7 +6,7 @@ namespace lorv {
 
 // The system that is in force where nobody put another: the engine where COMM_LORV_SPREADSHEET in the
 // environment is "engine", else the system's own.
-SpreadsheetSystem& NativeSpreadsheet();
+COMM_LORV_API SpreadsheetSystem& NativeSpreadsheet();
 
 // Workbooks in memory and in files, without any program.
 COMM_LORV_API SpreadsheetSystem& EngineSpreadsheet();

@@ -140,11 +140,16 @@ TEST(DataFiles, WordsAreThoseThatTheProgramShows) {
 TEST(DataFiles, DatesOfBothSystems) {
   const auto folder = Folder();
   if (!folder) return;
+  // Day 42735 since 1904, and a span of ten days and 15:10:10 that is shown as a time.
   const Loaded dates = Load(*folder / "date_1904.xlsx");
   ASSERT_EQ(dates.tables.size(), 1U);
-  EXPECT_EQ(RowsOf(dates.tables[0])[0][0], "2021-1-1");
+  EXPECT_EQ(RowsOf(dates.tables[0]), (Rows{{"2021-1-1", "15"}, {"2021-1-2", "16"}, {"15:10:10", "17"}}));
+  // Day 43085 since 1900, by a format of the user's and by one that the file names by number.
   const Loaded blanks = Load(*folder / "cn_blanks_and_dates.xlsx");
-  EXPECT_EQ(RowsOf(blanks.tables[0])[0].size(), 5U);
+  ASSERT_EQ(blanks.tables.size(), 1U);
+  const Rows rows = RowsOf(blanks.tables[0]);
+  EXPECT_EQ(rows[0], (Texts{"1", "测试1", "1234.567", "2017-12-16", "1111", "2017-12-16"}));
+  EXPECT_EQ(rows[1], (Texts{"2", "", "1235.567", "", "1112", "2017-12-17"}));
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "spreadsheet/exchange_limits.h"
+#include "spreadsheet/cells/exchange_limits.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
 
 namespace lorv::engine {

@@ -1,7 +1,7 @@
 #include "spreadsheet/servers/engine/xlsx/styles_part.h"
 
 #include "framework/text/number_text.h"
-#include "spreadsheet/exchange_limits.h"
+#include "spreadsheet/cells/exchange_limits.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
 #include "spreadsheet/servers/engine/number_format_kind.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_text.h"

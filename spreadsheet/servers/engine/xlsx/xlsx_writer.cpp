@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "compress/zip/zip_writer.h"
-#include "spreadsheet/exchange_limits.h"
+#include "spreadsheet/cells/exchange_limits.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/xlsx/escaped_units.h"
 #include "spreadsheet/servers/engine/xlsx/sheet_writer.h"

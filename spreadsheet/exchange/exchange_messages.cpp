@@ -1,4 +1,4 @@
-#include "spreadsheet/exchange/messages.h"
+#include "spreadsheet/exchange/exchange_messages.h"
 
 #include <array>
 
