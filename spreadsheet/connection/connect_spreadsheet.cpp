@@ -63,7 +63,7 @@ void StartProgramOn(const CString& csv) {
     return;
   }
   SpreadsheetSystem& system = SpreadsheetInForce();
-  const CString program = system.FindExecutable(csv);
+  const CString program = system.ProgramOfFile(csv);
   if (program.IsEmpty()) {
     AskForProgram(csv);
   } else {

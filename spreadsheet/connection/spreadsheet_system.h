@@ -70,7 +70,7 @@ class COMM_LORV_API SpreadsheetSystem {
   // Sends a message without parameters to the top window of a class, if there is one.
   virtual void NudgeWindow(LPCTSTR window_class, UINT message) = 0;
   // The program that opens a file, by its extension; empty without one. At most 259 units.
-  virtual CString FindExecutable(const CString& file) = 0;
+  virtual CString ProgramOfFile(const CString& file) = 0;
   virtual CString ShortPath(const CString& path) = 0;
   virtual void RunCommand(const CString& command, int show) = 0;
   // A new GUID in braces.

@@ -82,7 +82,7 @@ class ScriptedSystem : public SpreadsheetSystem {
   void NudgeWindow(LPCTSTR window_class, UINT message) override {
     notes.push_back("nudge " + Utf8(window_class) + " " + std::to_string(message));
   }
-  CString FindExecutable(const CString& /*file*/) override { return executable; }
+  CString ProgramOfFile(const CString& /*file*/) override { return executable; }
   CString ShortPath(const CString& path) override { return path + _T("~1"); }
   void RunCommand(const CString& command, int show) override {
     notes.push_back("run " + Utf8(command) + " " + std::to_string(show));

@@ -27,7 +27,7 @@ class COMM_LORV_API EngineSystem : public SpreadsheetSystem {
   AutoRef ActiveObject(const GUID& class_id) override;
   std::unique_ptr<RunningObjects> EnumRunning() override;
   void NudgeWindow(LPCTSTR /*window_class*/, UINT /*message*/) override {}
-  CString FindExecutable(const CString& /*file*/) override { return {}; }
+  CString ProgramOfFile(const CString& /*file*/) override { return {}; }
   CString ShortPath(const CString& path) override { return path; }
   void RunCommand(const CString& /*command*/, int /*show*/) override {}
   CString NewGuid() override;

@@ -41,7 +41,7 @@ class RecordingSystem : public SpreadsheetSystem {
   void NudgeWindow(LPCTSTR window_class, UINT message) override {
     target_.NudgeWindow(window_class, message);
   }
-  CString FindExecutable(const CString& file) override { return target_.FindExecutable(file); }
+  CString ProgramOfFile(const CString& file) override { return target_.ProgramOfFile(file); }
   CString ShortPath(const CString& path) override { return target_.ShortPath(path); }
   void RunCommand(const CString& command, int show) override { target_.RunCommand(command, show); }
   CString NewGuid() override { return target_.NewGuid(); }

@@ -54,7 +54,7 @@ void ComSystem::NudgeWindow(LPCTSTR window_class, UINT message) {
   if (window != nullptr) SendMessageW(window, message, 0, 0);
 }
 
-CString ComSystem::FindExecutable(const CString& file) {
+CString ComSystem::ProgramOfFile(const CString& file) {
   std::array<TCHAR, kPathRoom> program{};
   // Above 32: found.
   const auto found = reinterpret_cast<INT_PTR>(::FindExecutableW(file, nullptr, program.data()));

@@ -12,7 +12,7 @@ class ComSystem : public SpreadsheetSystem {
   AutoRef ActiveObject(const GUID& class_id) override;
   std::unique_ptr<RunningObjects> EnumRunning() override;
   void NudgeWindow(LPCTSTR window_class, UINT message) override;
-  CString FindExecutable(const CString& file) override;
+  CString ProgramOfFile(const CString& file) override;
   CString ShortPath(const CString& path) override;
   void RunCommand(const CString& command, int show) override;
   CString NewGuid() override;
