@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <random>
 
 #include "compress/zip/zip_writer.h"
@@ -196,6 +197,33 @@ TEST_F(EngineFiles, FilesThatAreNoWorkbooks) {
   EXPECT_EQ(Refusal(), "无法打开文件“C:\\f.xlsx”。");
 }
 
+TEST_F(EngineFiles, RelationsInACircleEnd) {
+  const std::string relations =
+      "<Relationships><Relationship Id='a' Type='x/worksheet' Target='workbook.xml'/>"
+      "<Relationship Id='b' Type='x/sharedStrings' Target='_rels/workbook.xml.rels'/>"
+      "<Relationship Id='c' Type='x/styles' Target='../../../xl/workbook.xml'/></Relationships>";
+  PutParts({{"xl/workbook.xml",
+             "<workbook xmlns:r='r'><sheets><sheet name='S' r:id='a'/><sheet name='T' "
+             "r:id='b'/></sheets></workbook>"},
+            {"xl/_rels/workbook.xml.rels", relations}});
+  ASSERT_EQ(Refusal(), "");
+  EXPECT_EQ(book->sheets.size(), 1U);
+  EXPECT_EQ(book->sheets[0]->cells.Size(), 0U);
+}
+
+// What a part unpacks to counts for each sheet that names it.
+TEST_F(EngineFiles, SheetsThatShareAPartHaveTheirCellsEach) {
+  PutParts({{"xl/workbook.xml",
+             "<workbook xmlns:r='r'><sheets><sheet name='S' r:id='a'/><sheet name='T' "
+             "r:id='a'/></sheets></workbook>"},
+            {"xl/_rels/workbook.xml.rels",
+             "<Relationships><Relationship Id='a' Type='x/worksheet' Target='s.xml'/></Relationships>"},
+            {"xl/s.xml", "<worksheet><sheetData><row><c><v>1</v></c></row></sheetData></worksheet>"}});
+  ASSERT_EQ(Refusal(), "");
+  ASSERT_EQ(book->sheets.size(), 2U);
+  EXPECT_EQ(book->sheets[1]->cells.Size(), 1U);
+}
+
 TEST_F(EngineFiles, ACutArchiveNeverCrashes) {
   PutSheet("<sheetData><row><c><v>1</v></c></row></sheetData>");
   const std::string whole = machine.files.BytesOf(kPath);
@@ -366,7 +394,7 @@ CString RandomText(std::mt19937& random) {
       "1,000", "]]>",   "=1+1", "\x01", "\x1F"};
   CString text;
   for (unsigned left = random() % 4; left > 0; --left) {
-    const unsigned which = random() % 24;
+    const auto which = static_cast<unsigned>(random() % 24);
     if (which < std::size(kPieces)) {
       text += CString::FromUtf8(kPieces[which]);
     } else {
@@ -377,19 +405,47 @@ CString RandomText(std::mt19937& random) {
   return text;
 }
 
-class RoundTrip : public test::ExchangeDesk {};
+// A value as tables of the suite hold them: mostly texts, and of every other type some.
+_variant_t RandomValue(std::mt19937& random) {
+  const auto whole = static_cast<long>(random() % 2000001) - 1000000;
+  switch (random() % 12) {
+    case 0:
+      return {static_cast<double>(whole) / 64};
+    case 1:
+      return {std::ldexp(static_cast<double>(whole), static_cast<int>(random() % 120) - 60)};
+    case 2:
+      return {whole};
+    case 3:
+      return {whole % 2 == 0};
+    case 4:
+      return {static_cast<double>(random() % 80000) + 0.25, VT_DATE};
+    case 5:
+      return {long{DISP_E_PARAMNOTFOUND}, VT_ERROR};
+    case 6:
+      return {};
+    default:
+      return _variant_t(RandomText(random));
+  }
+}
 
-TEST_F(RoundTrip, WhatGoesOutComesBackByTheRulesOfCells) {
-  std::mt19937 random(2024);
+class RoundTrip : public test::ExchangeDesk, public testing::WithParamInterface<Program> {
+ protected:
+  RoundTrip() : ExchangeDesk(GetParam()) {}
+};
+
+INSTANTIATE_TEST_SUITE_P(BothPrograms, RoundTrip, testing::Values(Program::kExcel, Program::kEt),
+                         [](const auto& each) { return each.param == Program::kExcel ? "Excel" : "Et"; });
+
+TEST_P(RoundTrip, WhatGoesOutComesBackByTheRulesOfCells) {
+  std::mt19937 random(GetParam() == Program::kExcel ? 2024 : 4202);
   const ScopedSpreadsheet plain(engine);
-  for (int round = 0; round < 60; ++round) {
+  for (int round = 0; round < 120; ++round) {
     CXArrayDBToArray table;
     const int rows = 1 + static_cast<int>(random() % 6);
     const int columns = 1 + static_cast<int>(random() % 4);
     table.ReDim(rows, columns);
     for (int row = 0; row < rows; ++row) {
-      for (int column = 0; column < columns; ++column)
-        table.SetValue(row, column, _variant_t(RandomText(random)));
+      for (int column = 0; column < columns; ++column) table.SetValue(row, column, RandomValue(random));
     }
     // The corners hold something, so that the used area is the table.
     table.SetValue(0, 0, _variant_t(CString(_T('x'), round == 0 ? 32767 : 1)));
@@ -414,7 +470,7 @@ TEST_F(RoundTrip, WhatGoesOutComesBackByTheRulesOfCells) {
   EXPECT_TRUE(machine.dialogs.messages.empty());
 }
 
-TEST_F(RoundTrip, ATextThatIsTooLongIsToldAndNotCut) {
+TEST_P(RoundTrip, ATextThatIsTooLongIsToldAndNotCut) {
   const ScopedSpreadsheet plain(engine);
   test::OpenExchange out;
   CXArrayDBToArray table;
@@ -425,7 +481,7 @@ TEST_F(RoundTrip, ATextThatIsTooLongIsToldAndNotCut) {
   EXPECT_EQ(Messages(), Texts{"文字超过32767个字符，无法写入单元格。"});
 }
 
-TEST_F(RoundTrip, ANumberWithoutEndIsTold) {
+TEST_P(RoundTrip, ANumberWithoutEndIsTold) {
   const ScopedSpreadsheet plain(engine);
   test::OpenExchange out;
   out.SetArray(test::TextTable({{std::string(400, '9')}}));
@@ -433,7 +489,7 @@ TEST_F(RoundTrip, ANumberWithoutEndIsTold) {
   EXPECT_EQ(Messages(), Texts{"数值超出范围，无法写入单元格。"});
 }
 
-TEST_F(RoundTrip, AShownWorkbookIsHandedToTheDesktopAndReadBack) {
+TEST_P(RoundTrip, AShownWorkbookIsHandedToTheDesktopAndReadBack) {
   test::OpenExchange out;
   out.SetArray(test::TextTable({{"a", "1.50"}, {"b", "2.00"}}));
   ASSERT_TRUE(out.ToExcel());

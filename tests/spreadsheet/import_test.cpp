@@ -86,6 +86,13 @@ TEST_F(ImportByEt, TheSecondProgramIsAskedWithItsOwnNumbers) {
   ExpectGolden("import_selection_et.txt", record.lines);
 }
 
+TEST_F(ImportByEt, AFileIsReadWithItsOwnNumbers) {
+  PutFile({"一", "二"});
+  EXPECT_EQ(Load(2), 1);
+  EXPECT_EQ(Names(), Texts{"二"});
+  ExpectGolden("import_file_et.txt", record.lines);
+}
+
 TEST_F(Import, LessThanTwoMarkedRowsReadAllThatIsUsed) {
   const auto book = OpenedBook();
   Fill(*book, *book->sheets[0], {{"", "", ""}, {"", "b", "c"}, {"", "", "f"}});

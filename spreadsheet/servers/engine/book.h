@@ -39,6 +39,7 @@ struct Sheet {
   MergeList merges;
   ColumnShapes columns;
   long frozen_rows = 0;
+  std::map<long, int> row_levels;  // rows that can be folded away; those of level 0 may be missing
 
   // The area that holds values, and the merged areas as far as one read can take them; the first cell of an
   // empty sheet.

@@ -73,6 +73,18 @@ class CellStore {
   Cell& At(long row, long column);
   std::size_t Size() const { return size_; }
 
+  // Hands the cells of a row to a visitor, in their order.
+  template <class Visitor>
+  void VisitRow(long row, Visitor&& visit) const {
+    for (Place at = Seek(Cell::Key(row, 0)); at.block < blocks_.size(); ++at.block, at.cell = 0) {
+      for (; at.cell < blocks_[at.block].size(); ++at.cell) {
+        const Cell& cell = blocks_[at.block][at.cell];
+        if (cell.row() != row) return;
+        visit(cell);
+      }
+    }
+  }
+
   // The walk in order: blocks, and the cells of each.
   const std::vector<std::vector<Cell>>& Blocks() const { return blocks_; }
 

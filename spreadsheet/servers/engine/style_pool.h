@@ -14,9 +14,13 @@ struct CellStyle {
   std::uint32_t format = 0;  // number of the format text; 0 is "General"
   double font_size = 0;      // points; 0 is the workbook's own
   int alignment = 0;         // code of the programs; 0 is none
+  bool bold = false;
+
+  bool operator==(const CellStyle&) const = default;
 
   friend bool operator<(const CellStyle& a, const CellStyle& b) {
-    return std::tie(a.format, a.font_size, a.alignment) < std::tie(b.format, b.font_size, b.alignment);
+    return std::tie(a.format, a.font_size, a.alignment, a.bold) <
+           std::tie(b.format, b.font_size, b.alignment, b.bold);
   }
 };
 

@@ -87,7 +87,15 @@ void SheetDocument::MakeHead() {
   } else {
     made_ += "/>";
   }
-  made_ += "</sheetViews><sheetFormatPr defaultRowHeight=\"15\"/>";
+  made_ += "</sheetViews><sheetFormatPr defaultRowHeight=\"15\"";
+  int levels = 0;
+  for (const auto& [row, level] : sheet_.row_levels) levels = std::max(levels, level);
+  if (levels > 0) {
+    made_ += " outlineLevelRow=\"";
+    AppendNumber(levels, made_);
+    made_ += '"';
+  }
+  made_ += "/>";
   MakeColumns();
   made_ += "<sheetData>";
 }
@@ -114,6 +122,11 @@ void SheetDocument::StartRow(long row) {
   row_ = row;
   made_ += "<row r=\"";
   AppendNumber(row + 1, made_);
+  const auto level = sheet_.row_levels.find(row);
+  if (level != sheet_.row_levels.end() && level->second > 0) {
+    made_ += "\" outlineLevel=\"";
+    AppendNumber(level->second, made_);
+  }
   made_ += "\">";
 }
 

@@ -82,8 +82,16 @@ LPCTSTR AlignmentWord(int alignment) {
   return alignment == kAlignRight ? _T("right") : nullptr;
 }
 
-std::string FontXml(double size) {
-  return "<font><sz val=\"" + Real(size) +
+// A font of a style; all have one face.
+struct Font {
+  double size = 0;  // 0 is the workbook's own
+  bool bold = false;
+  bool operator==(const Font&) const = default;
+};
+
+std::string FontXml(const Font& font) {
+  return std::string("<font>") + (font.bold ? "<b/>" : "") + "<sz val=\"" +
+         Real(font.size > 0 ? font.size : kStandardFontSize) +
          "\"/><name val=\"宋体\"/><family val=\"3\"/><charset val=\"134\"/></font>";
 }
 
@@ -112,20 +120,21 @@ std::string CellFormatXml(const CellStyle& style, std::size_t font) {
 }
 
 std::string StylesXml(const Book& book) {
-  std::vector<double> sizes = {0};
-  std::string fonts = FontXml(kStandardFontSize);
+  std::vector<Font> known = {Font()};
+  std::string fonts = FontXml(Font());
   std::string formats;
   for (std::size_t i = 0; i < book.styles.StyleCount(); ++i) {
     const CellStyle& style = book.styles.Style(static_cast<std::uint16_t>(i));
-    auto font = std::find(sizes.begin(), sizes.end(), style.font_size);
-    if (font == sizes.end()) {
-      fonts += FontXml(style.font_size);
-      font = sizes.insert(sizes.end(), style.font_size);
+    const Font wanted = {style.font_size, style.bold};
+    auto font = std::find(known.begin(), known.end(), wanted);
+    if (font == known.end()) {
+      fonts += FontXml(wanted);
+      font = known.insert(known.end(), wanted);
     }
-    formats += CellFormatXml(style, static_cast<std::size_t>(font - sizes.begin()));
+    formats += CellFormatXml(style, static_cast<std::size_t>(font - known.begin()));
   }
   return std::string(kXmlHead) + "<styleSheet xmlns=\"" + kMainSpace + "\">" + FormatsXml(book.styles) +
-         "<fonts count=\"" + Decimal(sizes.size()) + "\">" + fonts +
+         "<fonts count=\"" + Decimal(known.size()) + "\">" + fonts +
          "</fonts><fills count=\"2\"><fill><patternFill patternType=\"none\"/></fill><fill><patternFill "
          "patternType=\"gray125\"/></fill></fills><borders count=\"1\"><border><left/><right/><top/><bottom/>"
          "<diagonal/></border></borders><cellStyleXfs count=\"1\"><xf numFmtId=\"0\" fontId=\"0\" "
