@@ -53,7 +53,7 @@ void CsvRow::Clear() {
 }
 
 CsvReader::CsvReader(InputBytes& bytes, Encoding encoding, bool comments)
-    : bytes_(bytes), decoder_(bytes, encoding), comments_(comments) {}
+    : bytes_(bytes), decoder_(bytes, bytes.IsWorkbook() ? Encoding::kUtf8 : encoding), comments_(comments) {}
 
 void CsvReader::Fail(FilePlace place, const std::string& message) const {
   throw BadInput(PlaceText(bytes_.Name(), place) + Say(message));

@@ -4,6 +4,7 @@
 
 #include "framework/objects/exceptions.h"
 #include "platform/ports/platform.h"
+#include "tools/lorv/csv/sheet_table.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -13,6 +14,15 @@ std::string Reason(const CString& path) {
   const auto facts = PortsInForce().files->Facts(path);
   if (!facts) return "there is no such file";
   return facts->IsFolder() ? "it is a folder" : "it may not be read";
+}
+
+// Every archive begins like this, and no table of text does.
+bool BeginsAnArchive(File& file) {
+  char mark[4] = {};
+  const bool begins =
+      file.Read(mark, sizeof(mark)) == sizeof(mark) && std::string_view(mark, 4) == "PK\x03\x04";
+  file.Seek(0);
+  return begins;
 }
 
 }  // namespace
@@ -26,7 +36,13 @@ InputBytes::InputBytes(const std::string& path, std::istream& standard) : name_(
   const CString name = CString::FromUtf8(path);
   file_ = PortsInForce().files->Open(name, FileUse::kRead);
   if (file_ == nullptr) throw BadInput(path + " cannot be opened: " + Reason(name));
+  // A pipe cannot be looked at and taken from its beginning again.
   const std::int64_t size = file_->Size();
+  if (size > 0 && BeginsAnArchive(*file_)) {
+    file_ = FirstSheet(path);
+    is_workbook_ = true;
+    return;
+  }
   size_ = size > 0 ? static_cast<std::uint64_t>(size) : 0;
 }
 

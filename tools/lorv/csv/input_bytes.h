@@ -9,7 +9,8 @@
 
 namespace lorv::tool {
 
-// Bytes that come in from a file or a stream, a block at a time.
+// Bytes that come in from a file or a stream, a block at a time. Of a workbook (.xlsx) the first sheet comes
+// in, as a table of commas in UTF-8.
 class InputBytes {
  public:
   // Opens a file, "-" being the stream given. Throws BadInput, with the reason, when it does not open.
@@ -19,6 +20,8 @@ class InputBytes {
   // fails.
   void Read(std::string& block, std::size_t size);
 
+  // What comes in is UTF-8, whatever the user says of his files.
+  bool IsWorkbook() const { return is_workbook_; }
   // How the messages call it.
   const std::string& Name() const { return name_; }
   // Of a file; 0 where it is not known.
@@ -31,6 +34,7 @@ class InputBytes {
   std::istream* stream_ = nullptr;
   std::uint64_t size_ = 0;
   std::uint64_t done_ = 0;
+  bool is_workbook_ = false;
 };
 
 }  // namespace lorv::tool

@@ -117,7 +117,7 @@ void TakeOff::WorkAll() {
   CheckUnusedRules();
   // The bill first: if it cannot be written, the table is not left behind alone.
   WriteBillFile();
-  if (table) table->Commit();
+  if (table) table->Commit(bill_);
 }
 
 void TakeOff::CheckUnusedRules() {
@@ -136,6 +136,7 @@ void TakeOff::CheckUnusedRules() {
 
 void TakeOff::WriteBillFile() const {
   if (request_.bill.empty()) return;
+  if (NamesWorkbook(request_.bill)) return WriteBillWorkbook(bill_, request_.bill, console_.out);
   OutputFile file(request_.bill, console_.out);
   if (request_.mark) file.Write("\xEF\xBB\xBF");
   WriteBill(bill_, file);

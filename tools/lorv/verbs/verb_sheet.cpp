@@ -12,6 +12,7 @@
 #include "tools/lorv/csv/csv_reader.h"
 #include "tools/lorv/csv/csv_writer.h"
 #include "tools/lorv/csv/output_file.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -83,7 +84,7 @@ std::size_t FindSheet(const Sheets& sheets, const std::string& wanted) {
     if (sheets.names.GetAt(static_cast<int>(i)).ToUtf8() == wanted || std::to_string(i + 1) == wanted)
       return i;
   }
-  throw BadInput("there is no sheet \"" + wanted + "\"");
+  throw BadInput(Say("there is no sheet \"{}\"", {wanted}));
 }
 
 // All rows, by a receiver of lines.
@@ -109,7 +110,7 @@ int ToCsv(const SheetArguments& arguments, Console& console) {
     WriteRows(table, [&](const std::string& row) { console.out << row; });
     return kFine;
   }
-  OutputFile target(arguments.target);
+  OutputFile target(arguments.target, console.out);
   WriteRows(table, [&](const std::string& row) { target.Write(row); });
   target.Commit();
   return kFine;

@@ -14,8 +14,8 @@ constexpr const char* kHelp =
     "The components file holds one building component a row: class, name, storey and its dimensions. The\n"
     "rules file holds one quantity a row: for which classes, its name, unit and formula. Both are tables "
     "that\n"
-    "a spreadsheet program or a text editor writes (CSV; UTF-8, GBK or UTF-16), with titles in English or\n"
-    "Chinese. docs/formats/ has their manuals.\n"
+    "a spreadsheet program or a text editor writes (CSV in UTF-8, GBK or UTF-16, or the first sheet of an\n"
+    ".xlsx workbook), with titles in English or Chinese. docs/formats/ has their manuals.\n"
     "\n"
     "A wrong formula or a missing value is told once a rule, with a mark under the place, and stops nothing\n"
     "else; the exit code is then 1. What is doubtful or was left out (classes without a rule, rules that "
@@ -26,6 +26,7 @@ constexpr const char* kHelp =
     "  lorv work house.csv --rules rules.csv\n"
     "  lorv work house.csv --rules rules.csv --out quantities.csv --bill bill.csv --mark\n"
     "  lorv work house.csv -r rules.csv --by storey,class --where \"class=墙 && 宽>0.2\"\n"
+    "  lorv work house.xlsx -r rules.xlsx --bill bill.xlsx\n"
     "  lorv work house.csv -r rules.csv --explain --out quantities.csv\n"
     "  lorv work model.csv --rules rules.csv --compare --tolerance 0.5\n"
     "  cat house.csv | lorv work - --rules rules.csv --json";
@@ -62,8 +63,10 @@ Work DeclareWork(CLI::App& app) {
       ->required();
   app.add_option("-r,--rules", arguments->rules, "table of rules")->required();
   app.add_option("-o,--out", arguments->table,
-                 "write the full table: components x quantities (CSV); - is standard output");
-  app.add_option("-b,--bill", arguments->bill, "write the bill as a table (CSV); - is standard output");
+                 "write the full table: components x quantities (CSV; .xlsx with the bill in front); - is "
+                 "standard output");
+  app.add_option("-b,--bill", arguments->bill,
+                 "write the bill as a table (CSV, or .xlsx with groups); - is standard output");
   app.add_flag("--mark", arguments->mark, "begin files with a byte order mark, as spreadsheets want it");
   app.add_option("--by", arguments->by,
                  "columns that part the bill, with commas between; class,storey if not given");

@@ -11,17 +11,6 @@ namespace {
 
 constexpr const char* kKindNames[] = {"line", "subtotal", "total"};
 
-// The quantity and its unit stand behind the first key.
-std::vector<std::string> Cells(const Bill& bill, const BillRow& row) {
-  const Quantity& quantity = bill.OfQuantities().List()[row.quantity];
-  std::vector<std::string> cells = {row.keys[0], quantity.name, quantity.unit};
-  cells.insert(cells.end(), row.keys.begin() + 1, row.keys.end());
-  if (row.kind == BillRow::kSubtotal) cells[row.depth + 2] = Say("all");
-  cells.push_back(quantity.is_ratio ? std::string() : PlainReal(row.components));
-  cells.push_back(row.shown);
-  return cells;
-}
-
 std::string Titled(const std::string& title) {
   std::string shown = Say(title);
   if (!shown.empty() && shown[0] >= 'a' && shown[0] <= 'z')
@@ -30,12 +19,13 @@ std::string Titled(const std::string& title) {
 }
 
 std::vector<TextTable::Column> Columns(const Bill& bill) {
-  using Side = TextTable::Side;
-  std::vector<TextTable::Column> columns = {{Titled(bill.Keys()[0].title)}, {Say("Quantity")}, {Say("Unit")}};
-  for (std::size_t key = 1; key < bill.Keys().size(); ++key)
-    columns.push_back({Titled(bill.Keys()[key].title)});
-  columns.push_back({Say("Components"), Side::kRight});
-  columns.push_back({Say("Total"), Side::kRight});
+  constexpr std::size_t kNumberColumns = 2;
+  const std::vector<std::string> titles = BillTitles(bill);
+  std::vector<TextTable::Column> columns;
+  for (std::size_t i = 0; i < titles.size(); ++i) {
+    const bool number = i + kNumberColumns >= titles.size();
+    columns.push_back({titles[i], number ? TextTable::Side::kRight : TextTable::Side::kLeft});
+  }
   return columns;
 }
 
@@ -68,13 +58,32 @@ void PrintBuilding(const Bill& bill, const std::vector<BillRow>& rows, std::ostr
 
 }  // namespace
 
+std::vector<std::string> BillTitles(const Bill& bill) {
+  std::vector<std::string> titles = {Titled(bill.Keys()[0].title), Say("Quantity"), Say("Unit")};
+  for (std::size_t key = 1; key < bill.Keys().size(); ++key) titles.push_back(Titled(bill.Keys()[key].title));
+  titles.push_back(Say("Components"));
+  titles.push_back(Say("Total"));
+  return titles;
+}
+
+// The quantity and its unit stand behind the first key.
+std::vector<std::string> BillCells(const Bill& bill, const BillRow& row) {
+  const Quantity& quantity = bill.OfQuantities().List()[row.quantity];
+  std::vector<std::string> cells = {row.keys[0], quantity.name, quantity.unit};
+  cells.insert(cells.end(), row.keys.begin() + 1, row.keys.end());
+  if (row.kind == BillRow::kSubtotal) cells[row.depth + 2] = Say("all");
+  cells.push_back(quantity.is_ratio ? std::string() : PlainReal(row.components));
+  cells.push_back(row.shown);
+  return cells;
+}
+
 void PrintBill(const Bill& bill, std::ostream& out) {
   const std::vector<BillRow> rows = bill.Rows();
   TextTable table(Columns(bill));
   std::vector<std::string> above;
   for (const BillRow& row : rows) {
     if (row.kind == BillRow::kTotal) continue;
-    std::vector<std::string> cells = Cells(bill, row);
+    std::vector<std::string> cells = BillCells(bill, row);
     const std::vector<std::string> whole = cells;
     if (!above.empty() && above[0] != whole[0]) table.AddLine();
     BlankRepeated(cells, above, bill.Keys().size());

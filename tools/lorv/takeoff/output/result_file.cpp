@@ -1,26 +1,24 @@
 #include "tools/lorv/takeoff/output/result_file.h"
 
-#include "tools/lorv/csv/csv_writer.h"
 #include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
 
 ResultFile::ResultFile(const std::string& path, ResultLayout layout, const ComponentsFile& file,
                        const Quantities& quantities, const RuleSet& rules, std::ostream& standard_output)
-    : out_(path, standard_output), layout_(layout), quantities_(quantities), rules_(rules) {
-  CsvLine line;
+    : out_(path, layout.mark, standard_output), layout_(layout), quantities_(quantities), rules_(rules) {
   for (std::size_t column = 0; column < file.Titles().size(); ++column) {
     if (file.RoleAt(column) < 0) continue;
     columns_.push_back(column);
-    line.Add(file.Titles()[column]);
+    out_.AddText(file.Titles()[column]);
   }
   for (const Quantity& quantity : quantities.List()) {
     if (quantity.is_ratio) continue;
-    line.Add(quantity.Title());
-    if (layout.explains) line.Add(Say("{}, worked out", {quantity.name}));
+    out_.AddText(quantity.Title());
+    if (layout.explains) out_.AddText(Say("{}, worked out", {quantity.name}));
   }
-  line.Add("not worked");
-  out_.Write((layout.mark ? "\xEF\xBB\xBF" : "") + line.Take());
+  out_.AddText("not worked");
+  out_.EndRow();
 }
 
 void ResultFile::Add(const ComponentsFile& file, const std::vector<Result>& results,
@@ -43,15 +41,14 @@ void ResultFile::Add(const ComponentsFile& file, const std::vector<Result>& resu
       if (layout_.explains) cell.worked = worker.Worked(i).ToUtf8();
     }
   }
-  CsvLine line;
-  for (const std::size_t column : columns_) line.Add(file.Row()[column]);
+  for (const std::size_t column : columns_) out_.AddText(file.Row()[column]);
   for (std::size_t i = 0; i < cells.size(); ++i) {
     if (quantities_.List()[i].is_ratio) continue;
-    line.Add(cells[i].number);
-    if (layout_.explains) line.Add(cells[i].worked);
+    out_.AddNumber(cells[i].number);
+    if (layout_.explains) out_.AddText(cells[i].worked);
   }
-  line.Add(failed);
-  out_.Write(line.Take());
+  out_.AddText(failed);
+  out_.EndRow();
 }
 
 }  // namespace lorv::tool

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/lorv/csv/output_file.h"
+#include "tools/lorv/takeoff/output/table_file.h"
 #include "tools/lorv/takeoff/work/component_worker.h"
 #include "tools/lorv/takeoff/work/quantities.h"
 
@@ -26,10 +26,10 @@ class ResultFile {
 
   // `worker` has just worked the component that the file stands at.
   void Add(const ComponentsFile& file, const std::vector<Result>& results, ComponentWorker& worker);
-  void Commit() { out_.Commit(); }
+  void Commit(const Bill& bill) { out_.Commit(bill); }
 
  private:
-  OutputFile out_;
+  TableFile out_;
   ResultLayout layout_;
   const Quantities& quantities_;
   const RuleSet& rules_;

@@ -1,0 +1,50 @@
+#include "tools/lorv/csv/sheet_table.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "tools/lorv/csv/csv_writer.h"
+
+namespace lorv::tool {
+namespace {
+
+std::string Trimmed(const std::string& text) {
+  constexpr const char* kBlanks = " \t";
+  const std::size_t first = text.find_first_not_of(kBlanks);
+  if (first == std::string::npos) return {};
+  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+}  // namespace
+
+SheetTable::SheetTable(WorkbookFile book, int sheet)
+    : book_(std::move(book)), sheet_(sheet), rows_(book_.RowCount(sheet)) {}
+
+std::int64_t SheetTable::Read(void* out, std::size_t size) {
+  std::size_t given = 0;
+  while (given < size) {
+    if (taken_ == made_.size()) {
+      if (row_ == rows_) break;
+      CsvLine line;
+      for (const CString& cell : book_.RowTexts(sheet_, row_)) line.Add(Trimmed(cell.ToUtf8()));
+      made_ = line.Take();
+      taken_ = 0;
+      ++row_;
+    }
+    const std::size_t count = std::min(size - given, made_.size() - taken_);
+    std::memcpy(static_cast<char*>(out) + given, made_.data() + taken_, count);
+    given += count;
+    taken_ += count;
+  }
+  return static_cast<std::int64_t>(given);
+}
+
+WorkbookFile OpenWorkbook(const std::string& path) {
+  return WithWorkbook(path, [&] { return WorkbookFile(CString::FromUtf8(path)); });
+}
+
+std::unique_ptr<File> FirstSheet(const std::string& path) {
+  return std::make_unique<SheetTable>(OpenWorkbook(path), 0);
+}
+
+}  // namespace lorv::tool

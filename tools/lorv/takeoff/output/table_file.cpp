@@ -1,0 +1,74 @@
+#include "tools/lorv/takeoff/output/table_file.h"
+
+#include <algorithm>
+
+#include "tools/lorv/csv/sheet_table.h"
+#include "tools/lorv/takeoff/output/bill_sheet.h"
+#include "tools/lorv/text/spoken_language.h"
+
+namespace lorv::tool {
+
+bool NamesWorkbook(std::string_view path) {
+  constexpr std::string_view kEnding = ".xlsx";
+  if (path.size() < kEnding.size()) return false;
+  const std::string_view ending = path.substr(path.size() - kEnding.size());
+  return std::equal(ending.begin(), ending.end(), kEnding.begin(), [](char a, char b) {
+    return (a >= 'A' && a <= 'Z' ? static_cast<char>(a + 'a' - 'A') : a) == b;
+  });
+}
+
+TableFile::TableFile(const std::string& path, bool mark, std::ostream& standard_output)
+    : path_(path), out_(path, standard_output) {
+  if (NamesWorkbook(path)) {
+    sheet_.emplace(book_, book_.AddSheet(CString::FromUtf8(Say("Components"))));
+  } else if (mark) {
+    out_.Write("\xEF\xBB\xBF");
+  }
+}
+
+void TableFile::AddText(std::string_view cell) {
+  if (!sheet_) {
+    line_.Add(cell);
+    return;
+  }
+  WithWorkbook(path_, [&] { sheet_->AddText(cell); });
+}
+
+void TableFile::AddNumber(std::string_view cell) {
+  if (!sheet_) {
+    line_.Add(cell);
+    return;
+  }
+  WithWorkbook(path_, [&] { sheet_->AddExact(cell); });
+}
+
+void TableFile::EndRow() {
+  if (sheet_) {
+    sheet_->EndRow();
+  } else {
+    out_.Write(line_.Take());
+  }
+}
+
+void TableFile::Commit(const Bill& bill) {
+  if (sheet_) {
+    WithWorkbook(path_, [&] {
+      sheet_->Finish();
+      AddBillSheet(bill, book_);
+      out_.Write(book_.Bytes());
+    });
+  }
+  out_.Commit();
+}
+
+void WriteBillWorkbook(const Bill& bill, const std::string& path, std::ostream& standard_output) {
+  OutputFile out(path, standard_output);
+  WithWorkbook(path, [&] {
+    WorkbookFile book;
+    AddBillSheet(bill, book);
+    out.Write(book.Bytes());
+  });
+  out.Commit();
+}
+
+}  // namespace lorv::tool

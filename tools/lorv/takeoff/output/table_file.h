@@ -1,0 +1,45 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "tools/lorv/csv/csv_writer.h"
+#include "tools/lorv/csv/output_file.h"
+#include "tools/lorv/takeoff/output/bill.h"
+#include "tools/lorv/takeoff/output/sheet_rows.h"
+
+namespace lorv::tool {
+
+// Whether a path names a workbook: its name ends in ".xlsx", letter case aside.
+bool NamesWorkbook(std::string_view path);
+
+// A table that is written to a file, row by row from its titles on: as CSV, or as a workbook where the path
+// names one. How files appear is told at NewFile.
+class TableFile {
+ public:
+  // `mark`: a CSV begins with a byte order mark. "-" is `standard_output`.
+  TableFile(const std::string& path, bool mark, std::ostream& standard_output);
+  TableFile(const TableFile&) = delete;
+  TableFile& operator=(const TableFile&) = delete;
+
+  void AddText(std::string_view cell);
+  // Digits as the take-off prints them, or nothing.
+  void AddNumber(std::string_view cell);
+  // Throws BadInput when the disk is full, and for a workbook beyond its limits.
+  void EndRow();
+  // A workbook begins with the bill; a CSV does without.
+  void Commit(const Bill& bill);
+
+ private:
+  std::string path_;
+  OutputFile out_;
+  CsvLine line_;
+  WorkbookFile book_;
+  std::optional<SheetRows> sheet_;
+};
+
+// Writes the bill alone, as a workbook.
+void WriteBillWorkbook(const Bill& bill, const std::string& path, std::ostream& standard_output);
+
+}  // namespace lorv::tool
