@@ -78,20 +78,38 @@ std::basic_string<TCHAR> WithoutCommas(TextView text) {
   return out;
 }
 
+// The number that plain digits are. False for what is not digits alone or needs more than 64 bits.
+bool WholeOfText(TextView digits, Number& number) {
+  const bool negative = digits.front() == '-';
+  if (negative || digits.front() == '+') digits.remove_prefix(1);
+  constexpr auto kMost = std::numeric_limits<std::uint64_t>::max();
+  constexpr auto kMostSigned = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+  std::uint64_t whole = 0;
+  for (const TCHAR unit : digits) {
+    if (!IsDigit(unit)) return false;
+    const auto digit = static_cast<std::uint64_t>(unit - '0');
+    if (whole > (kMost - digit) / 10) return false;
+    whole = whole * 10 + digit;
+  }
+  if (negative && whole > kMostSigned + 1) return false;
+  if (negative) {
+    number = Number::Signed(static_cast<std::int64_t>(0 - whole));
+  } else if (whole <= kMostSigned) {
+    number = Number::Signed(static_cast<std::int64_t>(whole));
+  } else {
+    number = Number::Unsigned(whole);
+  }
+  return true;
+}
+
 HRESULT NumberOfText(TextView text, Number& number) {
   const std::basic_string<TCHAR> digits = WithoutCommas(Trimmed(text));
   std::size_t used = 0;
   const double real = ReadReal(digits, &used);
   if (used == 0 || used != digits.size()) return DISP_E_TYPEMISMATCH;
   if (!std::isfinite(real)) return DISP_E_OVERFLOW;
-  number = Number::Real(real);
-  // Up to 18 digits fit 64 bits, where a double keeps only 15 for certain.
-  const bool negative = digits.front() == '-';
-  const TextView bare = TextView(digits).substr(negative || digits.front() == '+' ? 1 : 0);
-  if (bare.size() > 18 || !std::all_of(bare.begin(), bare.end(), IsDigit)) return S_OK;
-  std::int64_t whole = 0;
-  for (const TCHAR digit : bare) whole = whole * 10 + (digit - '0');
-  number = Number::Signed(negative ? -whole : whole);
+  // The text of every 64-bit number reads back as it was, where a double keeps only 15 digits for certain.
+  if (!WholeOfText(digits, number)) number = Number::Real(real);
   return S_OK;
 }
 
@@ -333,10 +351,11 @@ HRESULT FollowReference(const VARIANT& source, VARIANT& shared) {
   const auto type = static_cast<VARTYPE>(source.vt & ~VT_BYREF);
   if (source.byref == nullptr) return E_INVALIDARG;
   if (type == VT_VARIANT) {
-    // A reference to a reference is followed once; a chain could go on for ever.
-    shared = *source.pvarVal;
-    return (shared.vt & VT_BYREF) != 0 && shared.vt == source.vt ? E_INVALIDARG
-                                                                 : FollowReference(shared, shared);
+    // A reference to a reference is followed once; a chain could go on for ever. From a copy, as `shared` is
+    // written while the reference is read.
+    const VARIANT inner = *source.pvarVal;
+    if ((inner.vt & VT_BYREF) != 0 && inner.vt == source.vt) return E_INVALIDARG;
+    return FollowReference(inner, shared);
   }
   const bool one_byte = type == VT_I1 || type == VT_UI1;
   const bool two_bytes = type == VT_I2 || type == VT_UI2 || type == VT_BOOL;

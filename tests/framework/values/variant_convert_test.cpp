@@ -2,8 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cfloat>
+#include <cstdlib>
 #include <limits>
+#include <random>
+#include <string>
 
 #include "framework/values/variant.h"
 #include "tests/support/print.h"
@@ -247,6 +251,120 @@ TEST(VariantConvert, ReferencesAreFollowed) {
   EXPECT_EQ(TextOf(outer), "fails");
   outer.byref = nullptr;
   EXPECT_EQ(TextOf(outer), "fails");
+}
+
+TEST(VariantConvert, ReferenceToAReferenceGivesItsValue) {
+  int number = 42;
+  VARIANT inner{};
+  inner.vt = VT_I4 | VT_BYREF;
+  inner.byref = &number;
+  VARIANT outer{};
+  outer.vt = VT_VARIANT | VT_BYREF;
+  outer.pvarVal = &inner;
+  EXPECT_EQ(TextOf(outer), "42");
+  _variant_t target;
+  EXPECT_EQ(VariantCopyInd(&target, &outer), S_OK);
+  EXPECT_EQ(target.vt, VT_I4);
+  EXPECT_EQ(target.lVal, 42);
+  EXPECT_EQ(inner.vt, VT_I4 | VT_BYREF);
+  EXPECT_EQ(inner.byref, static_cast<void*>(&number));
+  inner.byref = nullptr;
+  EXPECT_EQ(TextOf(outer), "fails");
+}
+
+TEST(VariantConvert, ReferencesReadAsManyBytesAsTheirKindHas) {
+  // What stands behind the value must not show in it.
+  unsigned char bytes[16];
+  std::fill(std::begin(bytes), std::end(bytes), static_cast<unsigned char>(0xFE));
+  const struct {
+    VARTYPE type;
+    const char* text;
+  } kRows[] = {{VT_UI1, "254"},
+               {VT_I1, "-2"},
+               {VT_UI2, "65278"},
+               {VT_I2, "-258"},
+               {VT_UI4, "4278124286"},
+               {VT_I4, "-16843010"},
+               {VT_UI8, "18374403900871474942"},
+               {VT_I8, "-72340172838076674"}};
+  for (const auto& row : kRows) {
+    VARIANT reference{};
+    reference.vt = static_cast<VARTYPE>(row.type | VT_BYREF);
+    reference.byref = bytes;
+    EXPECT_EQ(TextOf(reference), row.text) << row.type;
+  }
+}
+
+TEST(VariantConvert, WholeNumbersSurviveEveryWiderKind) {
+  std::mt19937_64 random(11);
+  const VARTYPE kKinds[] = {VT_I1, VT_UI1, VT_I2, VT_UI2, VT_I4, VT_UI4, VT_I8, VT_UI8, VT_INT, VT_UINT};
+  for (int round = 0; round < 2000; ++round) {
+    const auto number = static_cast<long long>(random()) >> random() % 64;
+    const _variant_t start(number);
+    const std::string text = std::to_string(number);
+    for (const VARTYPE kind : kKinds) {
+      _variant_t there;
+      if (FAILED(ChangeValueType(there, start, kind))) continue;
+      _variant_t back;
+      ASSERT_EQ(ChangeValueType(back, there, VT_I8), S_OK) << text << " by " << kind;
+      EXPECT_EQ(back.llVal, number) << kind;
+      EXPECT_EQ(TextOf(there), text) << kind;
+    }
+  }
+}
+
+TEST(VariantConvert, TextsOfWholeNumbersReadBack) {
+  std::mt19937_64 random(12);
+  for (int round = 0; round < 2000; ++round) {
+    const auto number = static_cast<long long>(random()) >> (random() % 60 + 5);
+    const _variant_t text(CString::FromUtf8(std::to_string(number)));
+    _variant_t back;
+    ASSERT_EQ(ChangeValueType(back, text, VT_I8), S_OK);
+    EXPECT_EQ(back.llVal, number);
+    // Commas between the digits and blanks around them change nothing.
+    std::string grouped = std::to_string(number);
+    for (int at = static_cast<int>(grouped.size()) - 3; at > (number < 0 ? 1 : 0); at -= 3)
+      grouped.insert(static_cast<std::size_t>(at), ",");
+    ASSERT_EQ(ChangeValueType(back, _variant_t(CString::FromUtf8(" " + grouped + "\t")), VT_I8), S_OK)
+        << grouped;
+    EXPECT_EQ(back.llVal, number) << grouped;
+  }
+}
+
+TEST(VariantConvert, TextsOfTheLargestWholeNumbersReadBack) {
+  _variant_t back;
+  ASSERT_EQ(ChangeValueType(back, _variant_t(_T("9223372036854775807")), VT_I8), S_OK);
+  EXPECT_EQ(back.llVal, std::numeric_limits<long long>::max());
+  ASSERT_EQ(ChangeValueType(back, _variant_t(_T("-9223372036854775808")), VT_I8), S_OK);
+  EXPECT_EQ(back.llVal, std::numeric_limits<long long>::min());
+  ASSERT_EQ(ChangeValueType(back, _variant_t(_T("18446744073709551615")), VT_UI8), S_OK);
+  EXPECT_EQ(back.ullVal, std::numeric_limits<unsigned long long>::max());
+  ASSERT_EQ(ChangeValueType(back, _variant_t(_T("00000000000000000000000000007")), VT_UI8), S_OK);
+  EXPECT_EQ(back.ullVal, 7U);
+  EXPECT_EQ(ChangeValueType(back, _variant_t(_T("9223372036854775808")), VT_I8), DISP_E_OVERFLOW);
+  EXPECT_EQ(ChangeValueType(back, _variant_t(_T("-9223372036854777856")), VT_I8), DISP_E_OVERFLOW);
+  EXPECT_EQ(ChangeValueType(back, _variant_t(_T("18446744073709551616")), VT_UI8), DISP_E_OVERFLOW);
+  EXPECT_EQ(ChangeValueType(back, _variant_t(_T("-1")), VT_UI8), DISP_E_OVERFLOW);
+  EXPECT_EQ(back.ullVal, 7U);
+  // Past 64 bits a whole number is a double.
+  ASSERT_EQ(ChangeValueType(back, _variant_t(_T("-36893488147419103232")), VT_R8), S_OK);
+  EXPECT_EQ(back.dblVal, -36893488147419103232.0);
+}
+
+TEST(VariantConvert, MoneyKeepsFourDecimals) {
+  std::mt19937_64 random(13);
+  for (int round = 0; round < 2000; ++round) {
+    VARIANT money{};
+    money.vt = VT_CY;
+    money.cyVal = Money(static_cast<long long>(random()) >> random() % 64);
+    _variant_t text;
+    ASSERT_EQ(ChangeValueType(text, money, VT_BSTR), S_OK);
+    // Back through a double, so only as many digits as one holds.
+    if (std::llabs(money.cyVal.int64 / 2) >= 500000000000000LL) continue;
+    _variant_t back;
+    ASSERT_EQ(ChangeValueType(back, text, VT_CY), S_OK) << TextOf(money);
+    EXPECT_EQ(back.cyVal.int64, money.cyVal.int64) << TextOf(money);
+  }
 }
 
 }  // namespace
