@@ -12,6 +12,15 @@ namespace {
 constexpr TCHAR kFirstIdeograph = 0x2E80;
 constexpr int kTabCharacters = 8;
 
+// Whether the two units are the halves of one character, which must not be parted.
+bool IsPair(TCHAR first, TCHAR second) {
+  return first >= 0xD800 && first <= 0xDBFF && second >= 0xDC00 && second <= 0xDFFF;
+}
+
+int UnitsOfFirst(const CString& text, int from) {
+  return IsPair(text.GetAt(from), text.GetAt(from + 1)) ? 2 : 1;
+}
+
 class Layout {
  public:
   Layout(const Canvas& canvas, const RECT& rect, UINT flags)
@@ -80,9 +89,9 @@ void Layout::AddBroken(const PlacedLine& line) {
   }
 }
 
-// How many units from a position on fit, at least one.
+// How many units from a position on fit, at least the first character.
 int Layout::FittingUnits(const CString& text, int from) const {
-  return std::max(1, Longest(text.Mid(from), Room()));
+  return std::max(UnitsOfFirst(text, from), Longest(text.Mid(from), Room()));
 }
 
 // The longest beginning that is no wider than the room.
@@ -95,7 +104,7 @@ int Layout::Longest(const CString& text, int room) const {
     const int middle = fits + (over - fits) / 2;
     (Width(text.View().substr(0, static_cast<std::size_t>(middle))) <= room ? fits : over) = middle;
   }
-  return fits;
+  return IsPair(text.GetAt(fits - 1), text.GetAt(fits)) ? fits - 1 : fits;
 }
 
 int Layout::BreakAt(const CString& text, int from, int fitting) const {
@@ -149,7 +158,8 @@ void Layout::Shorten() {
     const int tail = Has(DT_PATH_ELLIPSIS) ? line.text.ReverseFind(_T('\\')) : -1;
     const CString end = tail > 0 ? line.text.Mid(tail) : CString();
     // At least one character stays before the dots, or all shortened cells of a column would look alike.
-    const int keep = std::max(Longest(line.text, room - Width(end.View())), end.IsEmpty() ? 1 : 0);
+    const int least = end.IsEmpty() ? UnitsOfFirst(line.text, 0) : 0;
+    const int keep = std::max(Longest(line.text, room - Width(end.View())), least);
     line.text = line.text.Left(keep) + _T("...") + end;
     if (line.mark >= keep) line.mark = -1;
   }

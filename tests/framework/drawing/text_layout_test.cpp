@@ -1,5 +1,9 @@
 #include "framework/drawing/text_layout.h"
 
+#include <initializer_list>
+#include <random>
+
+#include "platform/headless/drawing/headless_canvas.h"
 #include "tests/support/headless_desk.h"
 
 namespace {
@@ -68,4 +72,83 @@ TEST_F(TextLayout, CutsWithPoints) {
 TEST_F(TextLayout, TabsReachTheNextStop) {
   EXPECT_EQ(Lines(_T("ab\tc"), 200, DT_EXPANDTABS), Lines_{"ab      c"});
   EXPECT_EQ(Lines(_T("ab\tc"), 200, 0), Lines_{"ab\tc"});
+}
+
+TEST_F(TextLayout, ACharacterOfTwoUnitsIsNeverParted) {
+  // Each half is 7 pixels wide, so every other width would part one.
+  const CString text = CString::FromUtf8("\U0001F600\U0001F601\U0001F602");
+  for (int width = 0; width < 60; ++width) {
+    for (const UINT flags : std::initializer_list<UINT>{DT_WORDBREAK, DT_WORDBREAK | DT_EDITCONTROL,
+                                                        DT_SINGLELINE | DT_END_ELLIPSIS}) {
+      for (const std::string& line : Lines(text, width, flags)) {
+        EXPECT_EQ(line.find("\xEF\xBF\xBD"), std::string::npos) << width << " " << flags << " " << line;
+        EXPECT_FALSE(line.empty());
+      }
+    }
+  }
+  EXPECT_EQ(Lines(text, 21, DT_WORDBREAK | DT_EDITCONTROL).size(), 3U);
+  EXPECT_EQ(Lines(text, 28, DT_WORDBREAK | DT_EDITCONTROL).size(), 2U);
+  // Too narrow for anything: the first character stands before the dots.
+  EXPECT_EQ(Lines(text, 1, DT_SINGLELINE | DT_END_ELLIPSIS), Lines_{"\U0001F600..."});
+}
+
+TEST_F(TextLayout, EndsOfPathsStayWhereTheyAreShortened) {
+  EXPECT_EQ(Lines(_T("C:\\suite\\sys\\a.ini"), 91, DT_SINGLELINE | DT_PATH_ELLIPSIS),
+            Lines_{"C:\\s...\\a.ini"});
+  // Without a folder it is shortened at its end.
+  EXPECT_EQ(Lines(_T("abcdefgh"), 49, DT_SINGLELINE | DT_PATH_ELLIPSIS), Lines_{"abcd..."});
+}
+
+TEST_F(TextLayout, ShortensTheLastLineOrEachOfThem) {
+  EXPECT_EQ(Lines(_T("abcdefgh\nabcdefgh"), 49, DT_END_ELLIPSIS), (Lines_{"abcdefgh", "abcd..."}));
+  EXPECT_EQ(Lines(_T("abcdefgh\nabcdefgh"), 49, DT_WORD_ELLIPSIS), (Lines_{"abcd...", "abcd..."}));
+  EXPECT_EQ(Lines(_T("abcdefg"), 49, DT_END_ELLIPSIS), Lines_{"abcdefg"});
+}
+
+TEST_F(TextLayout, AMarkThatIsCutOffIsNotDrawn) {
+  const CRect narrow(0, 0, 42, 20);
+  EXPECT_EQ(Lay(_T("abc&defgh"), narrow, DT_SINGLELINE | DT_END_ELLIPSIS).lines[0].mark, -1);
+  EXPECT_EQ(Lay(_T("a&bcdefgh"), narrow, DT_SINGLELINE | DT_END_ELLIPSIS).lines[0].mark, 1);
+  // Of a broken text the mark stands in its own line.
+  const auto placed = Lay(_T("one t&wo"), CRect(0, 0, 28, 90), DT_WORDBREAK);
+  ASSERT_EQ(placed.lines.size(), 2U);
+  EXPECT_EQ(placed.lines[0].mark, -1);
+  EXPECT_EQ(placed.lines[1].mark, 1);
+}
+
+TEST_F(TextLayout, TabsGoToTheNextStop) {
+  EXPECT_EQ(Lines(_T("a\tb"), 900, DT_SINGLELINE | DT_EXPANDTABS), Lines_{"a       b"});
+  EXPECT_EQ(Lines(_T("abcdefgh\tb"), 900, DT_SINGLELINE | DT_EXPANDTABS), Lines_{"abcdefgh        b"});
+  EXPECT_EQ(Lines(_T("a\tb"), 900, DT_SINGLELINE), Lines_{"a\tb"});
+}
+
+// Whatever is typed: no unit is lost but blanks at breaks, no line is wider than it must be, and the bounds
+// hold every line.
+TEST_F(TextLayout, BreaksLoseNothing) {
+  std::mt19937 random(5);
+  static constexpr LPCTSTR kUnits = _T("ab c 梁筋 d");
+  for (int round = 0; round < 500; ++round) {
+    CString text;
+    const int length = static_cast<int>(random() % 30);
+    for (int i = 0; i < length; ++i) text.AppendChar(kUnits[random() % 9]);
+    const int width = static_cast<int>(random() % 80);
+    for (const UINT flags : std::initializer_list<UINT>{DT_WORDBREAK, DT_WORDBREAK | DT_EDITCONTROL}) {
+      const PlacedText placed = Lay(text, CRect(3, 5, 3 + width, 100), flags | DT_NOPREFIX);
+      CString joined;
+      for (const auto& line : placed.lines) {
+        joined += line.text;
+        const int wide = lorv::HeadlessExtent(line.text.View()).cx;
+        const bool one_word = line.text.Find(_T(' ')) < 0;
+        const bool whole = &line == &placed.lines.back() || one_word;
+        EXPECT_TRUE(wide <= width || whole) << text.ToUtf8() << " in " << width << ": " << line.text.ToUtf8();
+        EXPECT_GE(line.at.x, placed.bounds.left);
+        EXPECT_LE(line.at.x + wide, placed.bounds.right);
+      }
+      CString expected = text;
+      joined.Remove(_T(' '));
+      expected.Remove(_T(' '));
+      EXPECT_EQ(joined, expected) << text.ToUtf8() << " in " << width;
+      EXPECT_EQ(placed.bounds.bottom - placed.bounds.top, 16 * static_cast<int>(placed.lines.size()));
+    }
+  }
 }
