@@ -1,6 +1,7 @@
 #include "platform/headless/controls/headless_edit.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "platform/models/unit_pairs.h"
 
@@ -45,7 +46,8 @@ class HeadlessEdit::Pane : public EditPane {
   std::vector<int> LineStarts() const override { return Wrapped().LineStarts(); }
   int FirstLine() const override { return first_line_; }
   void Scroll(int lines) override {
-    first_line_ = std::clamp(first_line_ + lines, 0, Wrapped().Lines().Count() - 1);
+    const auto wanted = std::int64_t{first_line_} + lines;
+    first_line_ = static_cast<int>(std::clamp<std::int64_t>(wanted, 0, Wrapped().Lines().Count() - 1));
     Show();
   }
   void ShowCaret() override {
