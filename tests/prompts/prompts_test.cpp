@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+
 #include "platform/headless/services/headless_platform.h"
 #include "prompts/prompt_lookup.h"
 #include "tests/support/print.h"
@@ -153,6 +156,78 @@ TEST_F(Prompts, EveryRowIsReachedByItsPositionInBothLanguages) {
       EXPECT_EQ(CObjClassInf::GetInf(static_cast<CObjClassInf::ErrPompt>(i)),
                 kObjectClassTable[static_cast<std::size_t>(i)].text[language]);
     }
+  }
+}
+
+// One table at a time, by position and by text: a call that looked into another table would show here.
+struct OneLookup {
+  const char* name;
+  const PromptTable* table;
+  LPCTSTR (*at)(int position);
+  LPCTSTR (*of)(LPCTSTR chinese);
+};
+
+// NOLINTNEXTLINE(cppcoreguidelines-macro-usage): two overloads by one name
+#define LORV_LOOKUP(call, Enum, table)                                                                         \
+  OneLookup {                                                                                                  \
+#call, &(table),                                                                                           \
+        [](int position) { return call(static_cast<Enum>(position)); },                                        \
+                                                                     [](LPCTSTR                                \
+                                                                            chinese) { return call(chinese); } \
+  }
+
+const OneLookup kLookups[] = {
+    LORV_LOOKUP(CStInf::GetErrInf, CStInf::ErrPompt, kSteelInputTable),
+    LORV_LOOKUP(CObjClassInf::GetInf, CObjClassInf::ErrPompt, kObjectClassTable),
+    LORV_LOOKUP(PublicInf::GetPubInf, PublicInf::PublicPropt, kCommandLineTable),
+    LORV_LOOKUP(PublicInf::GetErrInf, PublicInf::ErrorPropt, kFailureTable),
+    LORV_LOOKUP(PublicInf::GetShapeInf, PublicInf::Shape, kShapeTable),
+    LORV_LOOKUP(PublicInf::GetPtInf, PublicInf::PointPrompt, kPointTable),
+    LORV_LOOKUP(TCompDrawInf::GetInf, TCompDrawInf::DrawInformation, kDrawingTable),
+    LORV_LOOKUP(SwicthInfo::GetSwitchInf, SwicthInfo::ShowSwitch, kShowSwitchTable),
+};
+
+TEST_F(Prompts, EveryLookupAsksItsOwnTable) {
+  for (const OneLookup& lookup : kLookups) {
+    const int rows = static_cast<int>(lookup.table->size());
+    for (const LanguageType language : {LANGUAGE_CHINESE, LANGUAGE_ENGLISH}) {
+      SetLanguageType(language);
+      for (int row = 0; row < rows; ++row) {
+        const PromptRow& expected = (*lookup.table)[static_cast<std::size_t>(row)];
+        EXPECT_EQ(lookup.at(row), expected.text[language]) << lookup.name << " " << row;
+      }
+      EXPECT_EQ(Messages(), "") << lookup.name;
+      EXPECT_EQ(lookup.at(rows), nullptr) << lookup.name;
+      EXPECT_EQ(lookup.at(-1), nullptr) << lookup.name;
+      EXPECT_EQ(Messages(), std::string(kNoInformation) + kNoInformation) << lookup.name;
+    }
+  }
+}
+
+TEST_F(Prompts, EveryChineseTextLeadsToTheFirstRowThatHasIt) {
+  SetLanguageType(LANGUAGE_ENGLISH);
+  for (const OneLookup& lookup : kLookups) {
+    for (const PromptRow& row : *lookup.table) {
+      const auto first =
+          std::find_if(lookup.table->begin(), lookup.table->end(), [&](const PromptRow& other) {
+            return Utf8(other.text[LANGUAGE_CHINESE]) == Utf8(row.text[LANGUAGE_CHINESE]);
+          });
+      // By its units and not by its address.
+      const CString copy(row.text[LANGUAGE_CHINESE]);
+      EXPECT_EQ(lookup.of(copy), first->text[LANGUAGE_ENGLISH]) << lookup.name << " " << row.key;
+      // A beginning of it, or more than it, is another text.
+      EXPECT_NE(lookup.of(copy + _T("*")), row.text[LANGUAGE_ENGLISH]);
+    }
+    EXPECT_EQ(lookup.of(_T("")), nullptr) << lookup.name;
+  }
+  EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(Prompts, LanguageIsTheOneThatWasSet) {
+  EXPECT_EQ(GetLanguageType(), LANGUAGE_CHINESE);
+  for (const int language : {1, 0, 2, -1}) {
+    SetLanguageType(static_cast<LanguageType>(language));
+    EXPECT_EQ(static_cast<int>(GetLanguageType()), language);
   }
 }
 
