@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/models/edit_lines.h"
 #include "tests/support/print.h"
 
 namespace {
@@ -51,21 +50,4 @@ TEST(TypedHalves, OnlyTheOtherHalfIsRefusedAfterTheFirst) {
   EXPECT_TRUE(halves.Refuses(kHigh, 1));
   EXPECT_TRUE(halves.Refuses(kLow, 5));
   EXPECT_FALSE(halves.Refuses(kLow, 5));
-}
-
-TEST(EditLines, HeaderExample) {
-  const lorv::EditLines lines(_T("ab\r\nc"), {0, 4});
-  EXPECT_EQ(lines.Of(3), 0);
-  EXPECT_EQ(lines.Length(0), 2);
-  EXPECT_EQ(lines.Text(1), CString(_T("c")));
-}
-
-TEST(EditLines, OutsideTheTextThereAreAnswersToo) {
-  const lorv::EditLines lines(_T("ab\r\nc"), {0, 1, 4});
-  EXPECT_EQ(lines.Of(-1), -1);
-  EXPECT_EQ(lines.Of(99), 2);
-  EXPECT_EQ(lines.Start(3), -1);
-  EXPECT_EQ(lines.Start(-1), -1);
-  EXPECT_EQ(lines.Length(3), 0);
-  EXPECT_EQ(lines.Length(0), 1);
 }
