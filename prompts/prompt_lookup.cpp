@@ -3,6 +3,10 @@
 #include "platform/ports/platform.h"
 #include "prompts/language.h"
 
+// How every lookup of prompts finds its text, and the language in force. A position is compared as an
+// unsigned number, so that a negative one is outside every table; a failed lookup shows a message, as the
+// suite's users know it, and gives null.
+
 namespace lorv {
 namespace {
 

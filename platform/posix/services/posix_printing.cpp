@@ -1,6 +1,9 @@
 #include "platform/ports/desktop_services.h"
 #include "platform/ports/printing.h"
 
+// Printing off Windows: asked of whichever desktop serves. Without windows nobody can choose a printer, so
+// there is no job.
+
 namespace lorv {
 namespace {
 

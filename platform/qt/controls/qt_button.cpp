@@ -8,6 +8,9 @@
 
 #include "platform/qt/desktop/qt_text.h"
 
+// Buttons of all kinds and static texts as widgets. What a click does is decided by the shared behaviour; the
+// widget only shows the state that follows.
+
 namespace lorv {
 namespace {
 
@@ -24,6 +27,7 @@ QWidget* MakeWidget(UINT type, QWidget* around) {
     case BS_RADIOBUTTON:
     case BS_AUTORADIOBUTTON: {
       auto* const button = new QRadioButton(around);
+      // Which of a group goes out is for the shared behaviour, which goes by WS_GROUP and not by the parent.
       button->setAutoExclusive(false);
       return button;
     }
@@ -39,6 +43,7 @@ QWidget* MakeWidget(UINT type, QWidget* around) {
 }
 
 // Without its marks: "&" before a letter, and "&&" for the sign itself.
+// A label has no control of its own to go to, so Qt would show the sign itself.
 QString WithoutMarks(const QString& text) {
   QString plain;
   for (qsizetype i = 0; i < text.size(); ++i) {
@@ -86,6 +91,7 @@ QtStatic::QtStatic(QtDesk& desk, HWND handle, const WindowRequest& request, QWid
     : QtControl(desk, handle, request) {
   auto* const label = new QLabel(around);
   label->setTextFormat(Qt::PlainText);
+  // Static texts of dialogs are broken at their width, as the system's are.
   label->setWordWrap(true);
   const DWORD side = Look() & 3U;
   const auto across =

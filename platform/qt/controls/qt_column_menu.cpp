@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <cstdlib>
 
+// A popup menu in several columns, which Qt's own menus have not. Each column is a menu put into one frame;
+// the frame owns the keys, so that Left and Right lead from column to column, and the choice.
+
 namespace lorv {
 
 QtColumnMenu::QtColumnMenu() : QFrame(nullptr, Qt::Popup) {
@@ -26,6 +29,7 @@ QMenu& QtColumnMenu::AddColumn(bool with_line) {
   }
   // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): as its parent's child
   auto* const column = new QMenu(this);
+  // A menu is a window of its own unless told otherwise.
   column->setWindowFlags(Qt::Widget);
   column->installEventFilter(this);
   row->addWidget(column, 0, Qt::AlignTop);
@@ -42,6 +46,7 @@ const QAction* QtColumnMenu::Choose(QPoint corner) {
   adjustSize();
   move(corner);
   show();
+  // What could not be shown is never hidden, and nothing else ends the loop.
   if (isVisible()) loop_.exec();
   return chosen_;
 }
@@ -90,6 +95,8 @@ void QtColumnMenu::keyPressEvent(QKeyEvent* event) {
   } else if (LeavesColumn(event->key())) {
     Enter(event->key() == Qt::Key_Left ? current_ - 1 : current_ + 1);
   } else {
+    // A column sends what it has no use for to its parent, which is here: without the mark it would come back
+    // for ever.
     is_asking_ = true;
     QCoreApplication::sendEvent(columns_[current_], event);
     is_asking_ = false;

@@ -7,6 +7,9 @@
 
 #include "platform/qt/desktop/qt_text.h"
 
+// A combo box: the list and its arrow are the widget's, the field is an edit of ours over it. The shared
+// behaviour owns the choice; the widget reports what the mouse picked and when its list went.
+
 namespace lorv {
 
 // Tells when its list goes, however it goes.
@@ -35,6 +38,7 @@ QtCombo::QtCombo(QtDesk& desk, HWND handle, const WindowRequest& request, DropLi
 }
 
 HWND QtCombo::KeyTarget() const {
+  // The widget gets the keys, the edit is who they are meant for.
   return Edit() == nullptr ? Handle() : Edit();
 }
 
@@ -55,6 +59,7 @@ void QtCombo::ShowChoice() {
 void QtCombo::ShowDropped(bool on) {
   picked_ = -1;
   if (!on) return list_.hidePopup();
+  // Of a combo box that nobody sees a list would pop up alone.
   if (Seen()) list_.showPopup();
 }
 

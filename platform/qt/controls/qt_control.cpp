@@ -8,6 +8,10 @@
 #include "platform/qt/desktop/qt_text.h"
 #include "platform/qt/drawing/qt_fonts.h"
 
+// What all controls made of widgets share: their margins, and that the widget paints itself unless the class
+// has drawn. Which of the two holds is known only after WM_PAINT was handled, hence the round by `natively_`
+// and `asked_`.
+
 namespace lorv {
 
 void QtControl::StartControl(QWidget* widget, QWidget* pane) {
@@ -21,6 +25,7 @@ bool QtControl::Framed() const {
 
 QtWindow::Edges QtControl::Margins() const {
   if (Pane() == Widget()) {
+    // Without an inner pane the frame is ours to draw; with one the widget has laid it out itself.
     const int line = Framed() ? 1 : 0;
     return {line, line, line, line};
   }
@@ -44,6 +49,7 @@ LRESULT QtControl::Default(UINT message, WPARAM w, LPARAM l) {
 void QtControl::AskToPaint() {
   const bool before = std::exchange(natively_, false);
   QtWindow::AskToPaint();
+  // A widget that painted itself before and does so again has shown its new state already.
   if (!Exists() || (natively_ && before)) return;
   asked_ = true;
   Pane()->update();

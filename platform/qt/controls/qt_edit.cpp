@@ -3,11 +3,16 @@
 #include <QWidget>
 #include <utility>
 
+// An edit: one of two panes, of one line or of several, beneath the shared behaviour. Changes that the user
+// makes at the widget (composed text, its menu) are reported late, as notes, because the widget's code is
+// still running.
+
 namespace lorv {
 
 QtEdit::QtEdit(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around)
     : EditBehaviour(desk, handle, request) {
   const auto changed = WhileItLives([this] {
+    // The program's own changes come through here too, and the behaviour has reported them.
     if (IsQuiet()) return;
     ChangedOutside();
     Note(EN_UPDATE);

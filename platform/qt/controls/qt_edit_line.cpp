@@ -5,7 +5,8 @@
 #include "platform/qt/controls/qt_edit_pane.h"
 #include "platform/qt/desktop/qt_text.h"
 
-// The edit of one line.
+// The edit of one line over QLineEdit. Its positions are units, as the messages count them, so they pass
+// unchanged.
 
 namespace lorv {
 namespace {
@@ -101,6 +102,7 @@ class LinePane : public QtEditPane {
     return CPoint(left + line_.fontMetrics().horizontalAdvance(line_.text().left(position)), 0);
   }
   int PositionAt(CPoint at) const override {
+    // Qt only forgot the const: asking for a position changes nothing.
     return const_cast<QLineEdit&>(line_).cursorPositionAt(QPoint(at.x, line_.height() / 2));
   }
   void ShowMenu(CPoint screen) override {
@@ -117,6 +119,7 @@ class LinePane : public QtEditPane {
   }
 
   QLineEdit& line_;
+  // An edit has one step: undoing twice brings the text back, so every other undo is a redo.
   bool undone_ = false;
 };
 

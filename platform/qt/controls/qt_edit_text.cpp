@@ -9,8 +9,8 @@
 #include "platform/qt/controls/qt_edit_pane.h"
 #include "platform/qt/desktop/qt_text.h"
 
-// The edit of several lines. Its widget counts a line end as one, so each position is told with the count of
-// line ends before it.
+// The edit of several lines over QPlainTextEdit. The widget counts a line end as one unit and the messages as
+// two, so every position that goes in or out passes Inner or Outer, which count the line ends in front of it.
 
 namespace lorv {
 namespace {

@@ -4,6 +4,9 @@
 
 #include "platform/qt/desktop/qt_text.h"
 
+// Where lists and combo boxes keep their items: the widget's own model, so that there is one list of texts
+// and nothing to bring into line. The number of an item stands beside its text as user data.
+
 namespace lorv {
 
 int QtItemStore::Count() const {

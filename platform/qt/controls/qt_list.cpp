@@ -6,6 +6,9 @@
 
 #include "platform/qt/desktop/qt_text.h"
 
+// A list box over QListWidget. The shared behaviour chooses and scrolls; rows are scrolled whole, so the
+// scroll bar's value is the index of the top row.
+
 namespace lorv {
 
 QtList::QtList(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around)
@@ -17,6 +20,7 @@ QtList::QtList(QtDesk& desk, HWND handle, const WindowRequest& request, QListWid
       list_(*list) {
   list->setFrameShape(Framed() ? QFrame::Box : QFrame::NoFrame);
   list->setLineWidth(1);
+  // All rows are equally high: so the height of one is known without a look at the others.
   list->setUniformItemSizes(true);
   list->setEditTriggers(QAbstractItemView::NoEditTriggers);
   list->setSelectionMode(Several() ? QAbstractItemView::MultiSelection : QAbstractItemView::SingleSelection);
@@ -38,6 +42,7 @@ CRect QtList::RowPlace(int index) const {
 
 int QtList::RowHeight() const {
   const int hint = list_.sizeHintForRow(0);
+  // An empty list has no row to measure.
   return hint > 0 ? hint : std::max(list_.fontMetrics().height(), 1);
 }
 
@@ -57,6 +62,7 @@ void QtList::SetTop(int index) {
 void QtList::ShowChoice() {
   const int chosen = Kept().chosen;
   if (Several()) {
+    // Where several may be selected the choice is only the focus rectangle.
     if (chosen >= 0) list_.setCurrentRow(chosen, QItemSelectionModel::NoUpdate);
     return;
   }

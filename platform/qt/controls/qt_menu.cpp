@@ -92,9 +92,11 @@ UINT ShowMenu(const MenuModel& model, POINT screen, UINT flags, const QFont& fon
 
 // Menus have no parent: the owner may go while one is up.
 UINT QtDesk::Popup(const MenuModel& model, POINT screen, UINT flags, HWND owner) {
+  // A second menu would close the first one, whose caller still waits: as on Windows it is refused.
   if (menu_up_) return 0;
   const auto window = Window(owner);
   const QFont font = window != nullptr ? window->Widget()->font() : QApplication::font("QMenu");
+  // A menu takes the mouse; whoever had captured it is told before.
   SetCapture(nullptr);
   struct Up {
     explicit Up(bool& up) : up_(up) { up_ = true; }

@@ -5,6 +5,9 @@
 
 #include "platform/qt/desktop/qt_text.h"
 
+// Keys and buttons of Qt as those of the messages, and back. A virtual key names a place on the keyboard, so
+// the shifted sign of a key gives the same number as the plain one.
+
 namespace lorv {
 namespace {
 
@@ -93,10 +96,12 @@ int VirtualKeyOf(const QKeyEvent& event) {
 }
 
 CString CharactersOf(const QKeyEvent& event) {
+  // Control and a letter give the characters 1 to 26 in every layout; the text of the event may be empty.
   const int key = VirtualKeyOf(event);
   if (FixedCharacter(key) != 0) return CString(FixedCharacter(key));
   const bool control = (event.modifiers() & Qt::ControlModifier) != 0;
   const bool alt = (event.modifiers() & Qt::AltModifier) != 0;
+  // With Alt as well it is AltGr, which types signs.
   if (control && !alt) {
     const bool letter = key >= 'A' && key <= 'Z';
     return letter ? CString(static_cast<TCHAR>(key - 'A' + 1)) : CString();
@@ -111,6 +116,7 @@ LPARAM KeyBits(const QKeyEvent& event, bool alt) {
   if (IsExtended(VirtualKeyOf(event))) bits |= LPARAM{1} << 24U;
   if (alt) bits |= LPARAM{1} << 29U;
   const bool released = event.type() == QEvent::KeyRelease;
+  // The key was down before: always so for a release.
   if (event.isAutoRepeat() || released) bits |= LPARAM{1} << 30U;
   if (released) bits |= LPARAM{1} << 31U;
   return bits;

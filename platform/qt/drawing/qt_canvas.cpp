@@ -12,6 +12,10 @@
 #include "platform/qt/drawing/qt_fonts.h"
 #include "platform/qt/drawing/qt_text_cache.h"
 
+// A canvas over Qt's painter. It draws on a ground (a window's surface, a picture, a page) that keeps one
+// painter open and what is set in it; the clip, the pen and the font are set only when they differ from what
+// that painter has. Sizes are in counted pixels, fills in whole ones of the picture.
+
 namespace lorv {
 
 // The painter of a canvas' ground for the time of one call, set to the canvas' clip.
@@ -77,6 +81,7 @@ class QtDrawing {
       painter_->setClipRegion(parts);
     }
     setting.canvas = canvas.number_;
+    // A narrowed clip is for one call; number 0 is no canvas' clip, so the next call sets its own.
     setting.clip = within == nullptr ? canvas.clip_number_ : 0;
   }
 
@@ -186,6 +191,7 @@ void QtCanvas::Polygon(const std::vector<POINT>& corners, const Stroke* edge, co
   QPolygon polygon;
   for (const POINT& corner : corners) polygon << ToQt(corner);
   if (const QtDrawing drawing(*this, FromQt(polygon.boundingRect())); drawing && inside != nullptr) {
+    // The edge is drawn below as lines are drawn, so that both have the same pixels on every system.
     drawing->setPen(Qt::NoPen);
     drawing->setBrush(ToQt(*inside));
     drawing->drawPolygon(polygon);
@@ -198,12 +204,14 @@ void QtCanvas::Polygon(const std::vector<POINT>& corners, const Stroke* edge, co
 void QtCanvas::Invert(const RECT& rect) {
   const QtDrawing drawing(*this, rect);
   if (!drawing) return;
+  // White turns every bit; a second time brings the ground back.
   drawing->setCompositionMode(QPainter::RasterOp_SourceXorDestination);
   drawing.Fill(rect, Qt::white);
   drawing->setCompositionMode(QPainter::CompositionMode_SourceOver);
 }
 
 void QtCanvas::SetFont(const LOGFONT& font) {
+  // By bytes, which may take equal fonts for different ones: that costs a search and no more.
   if (std::memcmp(&font, &description_, sizeof(font)) == 0) return;
   description_ = font;
   face_ = nullptr;
@@ -248,6 +256,7 @@ void QtCanvas::PutText(POINT at, TextView text, COLORREF colour, const RECT* wit
   drawing.UseFace(face);
   drawing.UseInk(colour);
   QtRun* const run = cache.Run(face, text);
+  // Only what is drawn a second time is shaped for keeping: a page that is scrolled through is drawn once.
   if (run != nullptr && !run->shaped && run->drawn && shapings_left_ > 0) {
     --shapings_left_;
     run->shaped = Shaped(ToQt(text), face.font);
@@ -264,6 +273,8 @@ void QtCanvas::Copy(const RECT& to, Canvas& from, POINT from_at) {
   // What lies outside the source is left as it is in the target.
   const CRect target = CRect(to) & (CRect(CPoint(0, 0), source->Size()) + by) & clip_;
   if (target.IsRectEmpty() != 0) return;
+  // A copy, and before the target's painter is opened: source and target may be one surface, and its lock is
+  // no recursive one.
   const QImage part = source->ground_->Part(target - by);
   if (part.isNull()) return;
   if (const QtDrawing drawing(*this, target); drawing) drawing->drawImage(ToQt(target.TopLeft()), part);
@@ -271,6 +282,7 @@ void QtCanvas::Copy(const RECT& to, Canvas& from, POINT from_at) {
 
 void QtCanvas::Image(const PixelImage& image, const RECT& to) {
   if (image.pixels == nullptr || image.width <= 0 || image.height <= 0) return;
+  // The picture is lent to the call: the pixels are the caller's and are not copied.
   const QImage shown(reinterpret_cast<const uchar*>(image.pixels), image.width, image.height,
                      static_cast<qsizetype>(image.width) * 4, QImage::Format_ARGB32);
   if (const QtDrawing drawing(*this, to); drawing) drawing->drawImage(ToQt(to), shown);

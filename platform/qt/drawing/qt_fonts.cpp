@@ -9,6 +9,9 @@
 #include "platform/models/message_values.h"
 #include "platform/qt/desktop/qt_text.h"
 
+// Fonts by the description that window classes use. A face that is not installed is replaced by one with
+// Chinese characters, and such a one stands behind every face, so that no text shows empty boxes.
+
 namespace lorv {
 namespace {
 
@@ -16,6 +19,7 @@ constexpr int kDialogPixels = 12;
 std::atomic<int> dialog_dpi{kUsualDpi};
 
 QString ChineseFamily() {
+  // Dialogs are laid out for letters of unequal widths; one of fixed pitch serves where there is no other.
   const QStringList families = QFontDatabase::families(QFontDatabase::SimplifiedChinese);
   for (const QString& family : families)
     if (!QFontDatabase::isFixedPitch(family)) return family;
@@ -44,6 +48,7 @@ TextView FaceOf(const LOGFONT& description) {
 
 // The size at which a line has that height.
 int PixelsForLine(QFont font, int height) {
+  // The height of a line grows with the size in proportion, near enough.
   font.setPixelSize(height);
   const int line = std::max(QFontMetrics(font).height(), 1);
   return std::max(height * height / line, 1);
@@ -58,6 +63,7 @@ QFont FontOf(const LOGFONT& description) {
   font.setItalic(description.lfItalic != 0);
   font.setUnderline(description.lfUnderline != 0);
   font.setStrikeOut(description.lfStrikeOut != 0);
+  // Of larger ones the square below would leave 32 bits.
   const int height = std::clamp(description.lfHeight, -10000, 10000);
   if (height < 0) font.setPixelSize(-height);
   if (height == 0) font.setPixelSize(-DialogFace().lfHeight);

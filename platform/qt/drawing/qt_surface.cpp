@@ -7,6 +7,10 @@
 #include "platform/qt/desktop/qt_text.h"
 #include "platform/qt/drawing/qt_ground.h"
 
+// The picture behind a window, in memory. Any thread may draw on it under its lock; the thread of the windows
+// shows it. The painter stays open between calls of that thread. The picture is made at the first drawing
+// only: controls that paint themselves never need one.
+
 namespace lorv {
 namespace {
 
@@ -38,6 +42,7 @@ void QtSurface::Resize(SIZE size, double ratio) {
   const std::lock_guard<std::mutex> lock(mutex_);
   const CSize fresh(std::max(size.cx, 0), std::max(size.cy, 0));
   if (fresh == size_ && ratio == ratio_) return;
+  // The picture is about to be replaced beneath the painter.
   EndPainter();
   size_ = fresh;
   ratio_ = ratio;
@@ -80,6 +85,7 @@ void QtSurface::Close(const CRect& part) {
   if (!InWindowsThread()) EndPainter();
   const bool first = Note(part & CRect(CPoint(0, 0), static_cast<SIZE>(size_)));
   mutex_.unlock();
+  // Outside the lock, so that whoever is called may ask the surface.
   if (first && changed_) changed_();
 }
 
@@ -89,6 +95,7 @@ bool QtSurface::Note(const CRect& part) {
   const bool first = changed_part_.IsEmpty();
   if (!first && changed_part_.Covers(part)) return false;
   changed_part_.Add(part);
+  // Many small parts cost more to keep apart than to show at once.
   if (changed_part_.Rects().size() > kMaxDirtyRects) changed_part_ = Region(changed_part_.Bounds());
   return first;
 }
@@ -133,6 +140,7 @@ bool QtSurface::Shift(const CRect& area, SIZE by) {
   const std::lock_guard<std::mutex> lock(mutex_);
   const CRect all(CPoint(0, 0), static_cast<SIZE>(size_));
   const CRect target = area & all & (area + by);
+  // Between pixels nothing can be moved: the caller has all of it painted again.
   if (!Whole(by.cx * ratio_) || !Whole(by.cy * ratio_)) return false;
   if (image_.isNull() || target.IsRectEmpty() != 0) return true;
   EndPainter();
@@ -145,6 +153,7 @@ bool QtSurface::Shift(const CRect& area, SIZE by) {
            rect.left() * static_cast<qsizetype>(sizeof(DWORD));
   };
   for (int i = 0; i < to.height(); ++i) {
+    // Downwards from the bottom, so that no row is overwritten before it was moved.
     const int row = by.cy > 0 ? to.height() - 1 - i : i;
     std::memmove(at(to, row), at(from, row), bytes);
   }

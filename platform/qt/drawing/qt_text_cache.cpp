@@ -9,6 +9,10 @@
 #include "platform/qt/desktop/qt_text.h"
 #include "platform/qt/drawing/qt_fonts.h"
 
+// Fonts, widths and shaped texts that are kept from one painting to the next, one cache for each thread, so
+// that nothing is locked. Faces are found by value; when there are too many all go and the age rises, by
+// which canvases notice that what they point to is gone.
+
 namespace lorv {
 namespace {
 
@@ -62,6 +66,7 @@ const QtFace& QtTextCache::Face(const LOGFONT& description) {
   const std::string key = KeyOf(description);
   const auto known = by_description_.find(key);
   if (known != by_description_.end()) return *known->second;
+  // Never one alone: canvases hold pointers to faces, and the age tells of all or none.
   if (faces_.size() >= kMaxFaces) {
     by_description_.clear();
     faces_.clear();

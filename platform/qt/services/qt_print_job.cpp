@@ -10,6 +10,9 @@
 #include "platform/qt/drawing/qt_fonts.h"
 #include "platform/qt/services/qt_services.h"
 
+// Printing through Qt, to a printer or into a PDF file: texts at places in thousandths of an inch, or pages
+// that canvases draw on. One painter serves the whole document and ends before its paper.
+
 namespace lorv {
 namespace {
 
@@ -32,6 +35,7 @@ class QtPage : public QtGround {
   int Dpi() const override { return dpi_; }
   void Finish() {
     if (painter_ != nullptr) painter_->setClipping(false);
+    // Canvases of a finished page may live on: they draw nothing.
     painter_ = nullptr;
   }
 
@@ -50,6 +54,7 @@ class QtPrintJob : public PrintJob {
   explicit QtPrintJob(std::unique_ptr<QPagedPaintDevice> paper) : paper_(std::move(paper)) {}
 
   bool Begin(LPCTSTR document, const PageWays& ways) override {
+    // No other one is asked for in the suite.
     if (ways.mapping != kThousandths) return false;
     Name(*paper_, QString::fromUtf16(document));
     if (!painter_.begin(paper_.get())) return false;
@@ -83,6 +88,7 @@ class QtPrintJob : public PrintJob {
     if (!painter_.isActive()) return nullptr;
     if (page_ != nullptr) {
       page_->Finish();
+      // The first page is there from the beginning.
       if (!paper_->newPage()) return nullptr;
     }
     page_ = std::make_shared<QtPage>(*paper_, painter_);

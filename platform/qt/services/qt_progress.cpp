@@ -17,6 +17,10 @@
 #include "platform/qt/desktop/qt_desktop.h"
 #include "platform/qt/desktop/qt_text.h"
 
+// The window of a long operation. The operation runs on the thread of the windows, so the window lives from
+// the events that are handled within the operation's own calls; what is meant for other windows is dropped
+// meanwhile, and posted messages and timers of ours wait, as the program is not prepared for them there.
+
 namespace lorv {
 namespace {
 
@@ -144,6 +148,7 @@ class QtProgress : public ProgressDialog, public ProgressPicture {
 
   void SetProgress(DWORD position, DWORD total) override {
     if (box_ == nullptr) return;
+    // In 64 bits: the product with the steps leaves 32.
     const std::uint64_t done = std::min(position, total);
     box_->SetBar(total == 0 ? kBarSteps : static_cast<int>(done * kBarSteps / total));
     if (tells_time_ && !box_->Cancelled())
@@ -179,10 +184,12 @@ class QtProgress : public ProgressDialog, public ProgressPicture {
 
   void PumpAtTimes() {
     if (box_ == nullptr || !box_->isVisible()) return;
+    // Operations report far more often than anybody can see.
     if (!pumped_.isValid() || pumped_.elapsed() >= kPumpPause) Pump();
   }
 
   void Pump() {
+    // Events may bring in calls of the operation, which must not nest.
     if (std::exchange(pumping_, true)) return;
     {
       const OneWindowOnly only(*box_);
@@ -212,6 +219,7 @@ std::unique_ptr<ProgressDialog> MakeQtProgress(std::shared_ptr<QtMailbox> mailbo
 }
 
 CString TimeLeftText(std::int64_t milliseconds, DWORD position, DWORD total) {
+  // An estimate by the first moments would jump about.
   if (milliseconds < kFirstEstimate || position == 0 || position >= total) return {};
   const double left = static_cast<double>(milliseconds) * (total - position) / position / 1000;
   const auto seconds = static_cast<long long>(std::ceil(left));

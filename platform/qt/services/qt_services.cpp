@@ -11,6 +11,9 @@
 #include "platform/qt/desktop/qt_desktop.h"
 #include "platform/qt/desktop/qt_text.h"
 
+// Message boxes and the choice of a printer through Qt. Texts of buttons are the suite's own, in Chinese,
+// whatever language Qt's translations have.
+
 namespace lorv {
 namespace {
 

@@ -11,6 +11,10 @@
 #include "platform/qt/desktop/qt_desk.h"
 #include "platform/qt/desktop/qt_text.h"
 
+// Windows that draw themselves: top windows, dialogs, popups and children of no control class. All that is
+// seen of them comes from the surface; only the line around them and the scroll bars, which are widgets of
+// Qt, stand outside the client area.
+
 namespace lorv {
 namespace {
 
@@ -144,6 +148,7 @@ void QtBoard::ScrollChanged() {
   PlaceBars();
   for (const int bar : {SB_VERT, SB_HORZ}) {
     QScrollBar* const slot = bars_[bar == SB_VERT ? 1 : 0];
+    // The handle that the user holds stays beneath the mouse.
     if (slot == nullptr || slot->isSliderDown()) continue;
     const SCROLLINFO now = Scroll(bar);
     const WidgetRange range(now);

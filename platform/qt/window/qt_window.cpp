@@ -82,9 +82,11 @@ void QtWindow::PutAt(const RECT& place) {
   } else {
     const QRect frame = widget_->frameGeometry();
     const QRect inner = widget_->geometry();
+    // Qt places the inside of a window, the messages its frame.
     rect.adjust(inner.left() - frame.left(), inner.top() - frame.top(), inner.right() - frame.right(),
                 inner.bottom() - frame.bottom());
   }
+  // The limits of the old size would refuse the new one.
   if (IsFixed()) {
     widget_->setMinimumSize(0, 0);
     widget_->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);

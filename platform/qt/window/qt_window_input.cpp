@@ -133,6 +133,7 @@ bool QtWindow::TakeKey(QKeyEvent& event) {
   UINT message = down ? WM_KEYDOWN : WM_KEYUP;
   if (system) message = down ? WM_SYSKEYDOWN : WM_SYSKEYUP;
   MSG pressed = desk_.MessageNow(KeyTarget(), message, static_cast<WPARAM>(key), bits);
+  // Filters and dialogs come first: they may take the key, or the window may go.
   if (OfferMessage(pressed) || !desk_.StillThere(pressed.hwnd)) return true;
   // The characters wait behind what the key itself brings about.
   const CString characters = down ? CharactersOf(event) : CString();
@@ -223,6 +224,7 @@ bool QtWindow::TakeWheel(QWheelEvent& event) {
   if (target == nullptr || target->Blocked()) return true;
   const QPoint turned = event.angleDelta();
   const UINT message = turned.y() != 0 ? WM_MOUSEWHEEL : WM_MOUSEHWHEEL;
+  // Qt turns to the left with positive numbers, the messages to the right.
   const int delta = turned.y() != 0 ? turned.y() : -turned.x();
   desk_.Deliver(desk_.MessageNow(target->Handle(), message,
                                  MAKEWPARAM(static_cast<LONG_PTR>(desk_.HeldKeys()), delta),
