@@ -5,6 +5,7 @@
 #include <QTextBlock>
 #include <QTextLayout>
 #include <algorithm>
+#include <cstdint>
 
 #include "platform/qt/controls/qt_edit_pane.h"
 #include "platform/qt/desktop/qt_text.h"
@@ -130,7 +131,8 @@ class TextPane : public QtEditPane {
   int FirstLine() const override { return text_.verticalScrollBar()->value(); }
   void Scroll(int lines) override {
     QScrollBar* const bar = text_.verticalScrollBar();
-    bar->setValue(bar->value() + lines);
+    const auto wanted = std::int64_t{bar->value()} + lines;
+    bar->setValue(static_cast<int>(std::clamp<std::int64_t>(wanted, bar->minimum(), bar->maximum())));
   }
   void ShowCaret() override { text_.ensureCursorVisible(); }
   CPoint PlaceOf(int position) const override {

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <limits>
 
 #include "tests/platform/qt/qt_fixture.h"
 
@@ -133,6 +134,22 @@ TEST_F(QtControlsTest, SeveralLinesCountBothUnitsOfALineEnd) {
   Key(edit, Qt::Key_Return);
   EXPECT_EQ(TextOf(edit), CString(_T("ab\r\n\r\ncde\r\n")));
   EXPECT_EQ(SelectionOf(edit).first, 4U);
+}
+
+TEST_F(QtControlsTest, ScrollingByAnyNumberStopsAtTheEnds) {
+  CString text;
+  for (int i = 0; i < 40; ++i) text += _T("x\r\n");
+  const HWND edit = Child(WindowKind::Edit, ES_MULTILINE | ES_AUTOHSCROLL, kId, kTall, nullptr, text);
+  constexpr LPARAM kMost = std::numeric_limits<int>::max();
+  Send(edit, EM_LINESCROLL, 0, 5);
+  EXPECT_EQ(Send(edit, EM_GETFIRSTVISIBLELINE), 5);
+  Send(edit, EM_LINESCROLL, 0, kMost);
+  const LRESULT last = Send(edit, EM_GETFIRSTVISIBLELINE);
+  EXPECT_GT(last, 5);
+  Send(edit, EM_LINESCROLL, 0, kMost);
+  EXPECT_EQ(Send(edit, EM_GETFIRSTVISIBLELINE), last);
+  Send(edit, EM_LINESCROLL, 0, -kMost);
+  EXPECT_EQ(Send(edit, EM_GETFIRSTVISIBLELINE), 0);
 }
 
 TEST_F(QtControlsTest, SeveralLinesWrapAtTheWidth) {
