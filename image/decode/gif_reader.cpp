@@ -140,41 +140,26 @@ int InterlacedRow(int row, int height) {
   return 0;
 }
 
-class GifReader final : public ImageReader {
- public:
-  explicit GifReader(std::string bytes) : bytes_(std::move(bytes)) {}
+// What the blocks of a file say; nobody changes it once it is read, so that readers may share it.
+struct GifFile {
+  std::string bytes;
+  int width = 0;
+  int height = 0;
+  std::size_t colours_at = 0;
+  int colours = 0;
+  std::vector<GifFrame> frames;
+  std::vector<unsigned> delays;
 
   bool Read();
-
-  ImageKind Kind() const override { return ImageKind::kGif; }
-  int Width() const override { return width_; }
-  int Height() const override { return height_; }
-  int FrameCount() const override { return static_cast<int>(frames_.size()); }
-  const std::vector<unsigned>& Delays() const override { return delays_; }
-  const Raster& Frame(int index) override;
+  Colours ColoursOf(const GifFrame& frame) const;
+  // The frame's colour numbers. False when not one came.
+  bool Unpack(const GifFrame& frame, LzwUnpacker& unpacker, std::vector<unsigned char>& numbers) const;
 
  private:
   void ReadExtension(ByteView& view);
   bool ReadFrame(ByteView& view);
-  Colours ColoursOf(const GifFrame& frame) const;
-  bool Unpack(const GifFrame& frame);
-  void Draw(const GifFrame& frame);
-  void Dispose(const GifFrame& frame);
 
-  std::string bytes_;
-  int width_ = 0;
-  int height_ = 0;
-  std::size_t colours_at_ = 0;
-  int colours_ = 0;
-  Control control_;
-  std::vector<GifFrame> frames_;
-  std::vector<unsigned> delays_;
-
-  Raster picture_;
-  Raster before_;  // of the frame drawn last, if that one brings it back
-  int drawn_ = -1;
-  std::vector<unsigned char> numbers_;
-  LzwUnpacker unpacker_;
+  Control control_;  // of the frame to come
 };
 
 // Whether the chain of blocks is whole.
@@ -183,18 +168,18 @@ bool SkipBlocks(ByteView& view) {
   return !view.Overran();
 }
 
-bool GifReader::Read() {
-  ByteView view(bytes_);
+bool GifFile::Read() {
+  ByteView view(bytes);
   view.Skip(6);
-  width_ = static_cast<int>(view.Low16());
-  height_ = static_cast<int>(view.Low16());
+  width = static_cast<int>(view.Low16());
+  height = static_cast<int>(view.Low16());
   const unsigned flags = view.Byte();
   view.Skip(2);
-  if (view.Overran() || !IsFairSize(width_, height_)) return false;
+  if (view.Overran() || !IsFairSize(width, height)) return false;
   if ((flags & kHasColours) != 0) {
-    colours_at_ = view.At();
-    colours_ = 2 << (flags & 7);
-    view.Skip(static_cast<std::size_t>(colours_) * 3);
+    colours_at = view.At();
+    colours = 2 << (flags & 7);
+    view.Skip(static_cast<std::size_t>(colours) * 3);
   }
   for (unsigned block = view.Byte(); !view.Overran(); block = view.Byte()) {
     if (block == kExtension) {
@@ -203,15 +188,17 @@ bool GifReader::Read() {
       break;
     }
   }
-  if (frames_.empty() || !Unpack(frames_[0])) return false;
+  if (frames.empty()) return false;
+  std::vector<unsigned char> numbers;
+  if (!Unpack(frames[0], *std::make_unique<LzwUnpacker>(), numbers)) return false;
   const bool has_entries =
-      std::any_of(frames_.begin(), frames_.end(), [](const GifFrame& f) { return f.control.has_entry; });
-  if (frames_.size() < 2 || !has_entries) return true;
-  for (const GifFrame& frame : frames_) delays_.push_back(frame.control.delay);
+      std::any_of(frames.begin(), frames.end(), [](const GifFrame& f) { return f.control.has_entry; });
+  if (frames.size() < 2 || !has_entries) return true;
+  for (const GifFrame& frame : frames) delays.push_back(frame.control.delay);
   return true;
 }
 
-void GifReader::ReadExtension(ByteView& view) {
+void GifFile::ReadExtension(ByteView& view) {
   const unsigned label = view.Byte();
   if (label == kControl) {
     ByteView block = view;
@@ -227,7 +214,7 @@ void GifReader::ReadExtension(ByteView& view) {
   SkipBlocks(view);
 }
 
-bool GifReader::ReadFrame(ByteView& view) {
+bool GifFile::ReadFrame(ByteView& view) {
   GifFrame frame;
   frame.control = std::exchange(control_, {});
   frame.left = static_cast<int>(view.Low16());
@@ -236,8 +223,8 @@ bool GifReader::ReadFrame(ByteView& view) {
   frame.height = static_cast<int>(view.Low16());
   const unsigned flags = view.Byte();
   frame.interlaced = (flags & kInterlaced) != 0;
-  frame.colours_at = colours_at_;
-  frame.colours = colours_;
+  frame.colours_at = colours_at;
+  frame.colours = colours;
   if ((flags & kHasColours) != 0) {
     frame.colours_at = view.At();
     frame.colours = 2 << (flags & 7);
@@ -246,40 +233,65 @@ bool GifReader::ReadFrame(ByteView& view) {
   frame.data_at = view.At();
   view.Skip(1);
   if (view.Overran() || !SkipBlocks(view) || !IsFairSize(frame.width, frame.height)) return false;
-  frames_.push_back(frame);
+  frames.push_back(frame);
   return true;
 }
 
 // A file without any colours has a ramp of grey; numbers behind the last colour are black.
-Colours GifReader::ColoursOf(const GifFrame& frame) const {
-  Colours colours;
-  colours.fill(kOpaque);
-  for (unsigned i = 0; i < colours.size() && frame.colours == 0; ++i) colours[i] = Pixel(i, i, i);
-  ByteView view(bytes_);
+Colours GifFile::ColoursOf(const GifFrame& frame) const {
+  Colours table;
+  table.fill(kOpaque);
+  for (unsigned i = 0; i < table.size() && frame.colours == 0; ++i) table[i] = Pixel(i, i, i);
+  ByteView view(bytes);
   view.Seek(frame.colours_at);
   for (int i = 0; i < frame.colours; ++i) {
     const unsigned red = view.Byte();
     const unsigned green = view.Byte();
-    colours[static_cast<std::size_t>(i)] = Pixel(red, green, view.Byte());
+    table[static_cast<std::size_t>(i)] = Pixel(red, green, view.Byte());
   }
-  return colours;
+  return table;
 }
 
-bool GifReader::Unpack(const GifFrame& frame) {
-  numbers_.assign(static_cast<std::size_t>(frame.width) * static_cast<std::size_t>(frame.height), 0);
-  ByteView view(bytes_);
+bool GifFile::Unpack(const GifFrame& frame, LzwUnpacker& unpacker,
+                     std::vector<unsigned char>& numbers) const {
+  numbers.assign(static_cast<std::size_t>(frame.width) * static_cast<std::size_t>(frame.height), 0);
+  ByteView view(bytes);
   view.Seek(frame.data_at);
-  unpacker_ = {};
-  return unpacker_.Unpack(view, numbers_);
+  unpacker = {};
+  return unpacker.Unpack(view, numbers);
 }
+
+class GifReader final : public ImageReader {
+ public:
+  explicit GifReader(std::shared_ptr<const GifFile> file) : file_(std::move(file)) {}
+
+  ImageKind Kind() const override { return ImageKind::kGif; }
+  int Width() const override { return file_->width; }
+  int Height() const override { return file_->height; }
+  int FrameCount() const override { return static_cast<int>(file_->frames.size()); }
+  const std::vector<unsigned>& Delays() const override { return file_->delays; }
+  const Raster& Frame(int index) override;
+  std::unique_ptr<ImageReader> Clone() const override { return std::make_unique<GifReader>(file_); }
+
+ private:
+  void Draw(const GifFrame& frame);
+  void Dispose(const GifFrame& frame);
+
+  std::shared_ptr<const GifFile> file_;
+  Raster picture_;
+  Raster before_;  // of the frame drawn last, if that one brings it back
+  int drawn_ = -1;
+  std::vector<unsigned char> numbers_;
+  LzwUnpacker unpacker_;
+};
 
 void GifReader::Draw(const GifFrame& frame) {
-  if (!Unpack(frame)) return;
-  const Colours colours = ColoursOf(frame);
-  const int columns = std::min(frame.width, width_ - frame.left);
+  if (!file_->Unpack(frame, unpacker_, numbers_)) return;
+  const Colours colours = file_->ColoursOf(frame);
+  const int columns = std::min(frame.width, Width() - frame.left);
   for (int row = 0; row < frame.height; ++row) {
     const int y = frame.top + (frame.interlaced ? InterlacedRow(row, frame.height) : row);
-    if (y >= height_) continue;
+    if (y >= Height()) continue;
     const unsigned char* const from =
         numbers_.data() + static_cast<std::size_t>(row) * static_cast<std::size_t>(frame.width);
     std::uint32_t* const to = picture_.Row(y) + frame.left;
@@ -295,8 +307,8 @@ void GifReader::Dispose(const GifFrame& frame) {
     return;
   }
   if (frame.control.disposal != kClearArea) return;
-  const int right = std::min(frame.left + frame.width, width_);
-  const int bottom = std::min(frame.top + frame.height, height_);
+  const int right = std::min(frame.left + frame.width, Width());
+  const int bottom = std::min(frame.top + frame.height, Height());
   for (int y = frame.top; y < bottom; ++y) {
     for (int x = frame.left; x < right; ++x) picture_.Row(y)[x] = 0;
   }
@@ -305,13 +317,13 @@ void GifReader::Dispose(const GifFrame& frame) {
 const Raster& GifReader::Frame(int index) {
   if (index < 0 || index >= FrameCount()) index = 0;
   if (drawn_ > index || drawn_ < 0) {
-    picture_.Resize(width_, height_);
+    picture_.Resize(Width(), Height());
     drawn_ = -1;
   }
   while (drawn_ < index) {
-    if (drawn_ >= 0) Dispose(frames_[static_cast<std::size_t>(drawn_)]);
+    if (drawn_ >= 0) Dispose(file_->frames[static_cast<std::size_t>(drawn_)]);
     ++drawn_;
-    const GifFrame& frame = frames_[static_cast<std::size_t>(drawn_)];
+    const GifFrame& frame = file_->frames[static_cast<std::size_t>(drawn_)];
     if (frame.control.disposal == kBringBack) before_.pixels = picture_.pixels;
     Draw(frame);
   }
@@ -321,9 +333,10 @@ const Raster& GifReader::Frame(int index) {
 }  // namespace
 
 std::unique_ptr<ImageReader> OpenGif(std::string bytes) {
-  auto reader = std::make_unique<GifReader>(std::move(bytes));
-  if (!reader->Read()) return nullptr;
-  return reader;
+  auto file = std::make_shared<GifFile>();
+  file->bytes = std::move(bytes);
+  if (!file->Read()) return nullptr;
+  return std::make_unique<GifReader>(std::move(file));
 }
 
 }  // namespace lorv

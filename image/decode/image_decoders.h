@@ -10,6 +10,7 @@
 namespace lorv {
 
 std::unique_ptr<ImageReader> OpenGif(std::string bytes);
+std::unique_ptr<ImageReader> OpenTiff(std::string bytes);
 bool DecodePng(std::string_view bytes, Raster& out);
 bool DecodeJpeg(std::string_view bytes, Raster& out);
 bool DecodeBmp(std::string_view bytes, Raster& out);

@@ -22,6 +22,8 @@ constexpr StillKind kStillKinds[] = {
 
 std::unique_ptr<ImageReader> OpenImage(std::string bytes) {
   if (bytes.starts_with("GIF87a") || bytes.starts_with("GIF89a")) return OpenGif(std::move(bytes));
+  if (bytes.starts_with(std::string_view("II*\0", 4)) || bytes.starts_with(std::string_view("MM\0*", 4)))
+    return OpenTiff(std::move(bytes));
   for (const StillKind& each : kStillKinds) {
     if (!std::string_view(bytes).starts_with(each.mark)) continue;
     Raster raster;
