@@ -5,7 +5,10 @@
 #include <map>
 #include <ostream>
 
+#include "tools/lorv/argument_fault.h"
 #include "tools/lorv/command_words.h"
+#include "tools/lorv/describe/help_layout.h"
+#include "tools/lorv/describe/spoken_help.h"
 #include "tools/lorv/guarded_run.h"
 #include "tools/lorv/session/session.h"
 #include "tools/lorv/text/colours.h"
@@ -33,42 +36,14 @@ constexpr const char* kExamples =
     "\n"
     "Exit codes: 0 fine, 1 a formula or a result is wrong, 2 an argument or a file cannot be used.";
 
-// The argument library's layout, with the groups of verbs in our order and no line about itself.
-class HelpLayout : public CLI::Formatter {
- public:
-  HelpLayout() { column_width(28); }
-  std::string make_usage(const CLI::App* app, std::string /*name*/) const override {
-    return app->get_parent() == nullptr ? "Usage: lorv VERB [ARGUMENT ...]\n"
-                                        : CLI::Formatter::make_usage(app, "lorv " + app->get_name());
-  }
-  // A verb's help tells of its own arguments only.
-  std::string make_subcommands(const CLI::App* app, CLI::AppFormatMode /*mode*/) const override {
-    std::string text;
-    if (app->get_parent() != nullptr) return text;
-    for (const VerbGroup& group : AllVerbs()) {
-      if (group.verbs.empty()) continue;
-      text += "\n" + Say(group.title) + ":\n";
-      for (const Verb& verb : group.verbs) text += make_verb(verb);
-    }
-    return text;
-  }
-
- private:
-  static std::string make_verb(const Verb& verb) {
-    std::string line = std::string("  ") + verb.name;
-    line.resize(std::max<std::size_t>(line.size() + 1, 14), ' ');
-    return line + Say(verb.summary) + "\n";
-  }
-};
-
 struct Program {
-  CLI::App app{kAbout, "lorv"};
+  CLI::App app{AboutProgram(), "lorv"};
   std::map<std::string, Work> work;
   std::map<std::string, bool> takes_formulas;
 };
 
 void Declare(Program& program) {
-  program.app.formatter(std::make_shared<HelpLayout>());
+  program.app.formatter(HelpLayout());
   program.app.allow_windows_style_options(false);
   program.app.set_version_flag("-V,--version", "lorv " LORV_VERSION, "print the version and end");
   program.app.get_option("--help")->description("print this help and end; also behind a verb");
@@ -76,12 +51,14 @@ void Declare(Program& program) {
   program.app.add_option("--lang")->description(
       "the language of messages, en or zh; else that of the locale");
   program.app.footer(kExamples);
+  SpeakHelp(program.app, "examples");
   for (const VerbGroup& group : AllVerbs()) {
     for (const Verb& verb : group.verbs) {
-      CLI::App* sub = program.app.add_subcommand(verb.name, verb.summary);
+      CLI::App* sub = program.app.add_subcommand(verb.name, Say(verb.summary));
       sub->allow_windows_style_options(false);
       program.work[verb.name] = verb.declare(*sub);
       program.takes_formulas[verb.name] = verb.takes_formulas;
+      SpeakHelp(*sub, verb.name);
       UnshieldValues(*sub);
     }
   }
@@ -158,7 +135,7 @@ int Run(std::vector<std::string> words, Console& console) {
     program.app.exit(answer, console.out, console.err);
     return kFine;
   } catch (const CLI::ParseError& wrong) {
-    throw BadInput(WithoutShields(wrong.what()) + "\n" +
+    throw BadInput(ArgumentFault(wrong, *program.app.get_subcommand(asked[0])) + "\n" +
                    Say("`lorv {} --help` tells what it takes", {asked[0]}));
   }
   return program.work.at(asked[0])(console);
@@ -167,11 +144,11 @@ int Run(std::vector<std::string> words, Console& console) {
 }  // namespace
 
 std::string AboutProgram() {
-  return kAbout;
+  return HelpText("about", kAbout);
 }
 
 std::string ProgramExamples() {
-  return kExamples;
+  return HelpText("examples", kExamples);
 }
 
 int RunProgram(const std::vector<std::string>& words, Console& console) {

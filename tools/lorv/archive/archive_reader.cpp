@@ -6,6 +6,7 @@
 #include "platform/ports/platform.h"
 #include "tools/lorv/archive/zip_words.h"
 #include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
 namespace {
@@ -46,9 +47,9 @@ void ArchiveReader::Open() {
   const CString wide = CString::FromUtf8(path_);
   const auto facts = files.Facts(wide);
   if (facts && facts->is_stream)
-    throw BadInput(Quoted(path_) + " is a pipe or a device: an archive is read to and fro");
+    throw BadInput(Say("{} is a pipe or a device: an archive is read to and fro", {Quoted(path_)}));
   file_ = files.Open(wide, FileUse::kRead);
-  if (!file_) throw BadInput(Quoted(path_) + " cannot be opened");
+  if (!file_) throw BadInput(Say("{} cannot be opened", {Quoted(path_)}));
   if (zip_.Open(*file_) != kZipOk) throw BadInput(Quoted(path_) + ": " + WordsFor(zip_.LastFault()));
 }
 
@@ -59,17 +60,18 @@ std::unique_ptr<ArchiveReader> ArchiveReader::OpenAgain() const {
 
 void ArchiveReader::CheckLimits(const UnpackLimits& limits) const {
   if ((total_ + kMegabyte - 1) / kMegabyte > limits.megabytes) {
-    throw BadInput(Quoted(path_) + " unpacks to " + std::to_string(total_ / kMegabyte) + " MB, more than " +
-                   std::to_string(limits.megabytes) + "; --max-size raises the limit");
+    throw BadInput(
+        Say("{} unpacks to {} MB, more than {}; --max-size raises the limit",
+            {Quoted(path_), std::to_string(total_ / kMegabyte), std::to_string(limits.megabytes)}));
   }
   const auto packed = static_cast<std::uint64_t>(std::max<std::int64_t>(file_->Size(), 1));
   if (total_ > kRatioFrom && total_ / packed > limits.ratio) {
-    throw BadInput(Quoted(path_) + " unpacks to " + std::to_string(total_ / packed) +
-                   " times its size, more than " + std::to_string(limits.ratio) +
-                   "; --max-ratio raises the limit");
+    throw BadInput(Say("{} unpacks to {} times its size, more than {}; --max-ratio raises the limit",
+                       {Quoted(path_), std::to_string(total_ / packed), std::to_string(limits.ratio)}));
   }
   if (zip_.HasOverlaps()) {
-    throw BadInput(Quoted(path_) + ": its entries lie in one another, as in archives made to do harm");
+    throw BadInput(
+        Say("{}: its entries lie in one another, as in archives made to do harm", {Quoted(path_)}));
   }
 }
 

@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
 
@@ -12,13 +13,29 @@ void EntryTroubles::Add(const std::string& name, const std::string& words, int o
   troubles_.push_back({order, name, words});
 }
 
-void EntryTroubles::Print(Console& console, const std::string& done) {
+// Threads come upon them in any order; who reads them expects that of the archive.
+void EntryTroubles::Sort() {
   std::stable_sort(troubles_.begin(), troubles_.end(),
                    [](const Trouble& a, const Trouble& b) { return a.order < b.order; });
+}
+
+void EntryTroubles::Print(Console& console, std::string_view message) {
+  Sort();
   console.out.flush();
+  for (const Trouble& trouble : troubles_)
+    console.err << "lorv: " << Say(message, {Quoted(trouble.name), trouble.words}) << "\n";
+}
+
+void EntryTroubles::Write(JsonText& json) {
+  Sort();
+  json.Key("left_out").Open('[');
   for (const Trouble& trouble : troubles_) {
-    console.err << "lorv: " << Quoted(trouble.name) << " was not " << done << ": " << trouble.words << "\n";
+    json.Open('{');
+    json.Key("name").String(trouble.name);
+    json.Key("why").String(trouble.words);
+    json.Close('}');
   }
+  json.Close(']');
 }
 
 }  // namespace lorv::tool

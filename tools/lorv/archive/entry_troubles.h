@@ -2,8 +2,10 @@
 
 #include <mutex>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "tools/lorv/text/json_text.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -14,8 +16,10 @@ class EntryTroubles {
   // `order` is the place among the others when they are told.
   void Add(const std::string& name, const std::string& words, int order = 0);
   std::size_t Count() const { return troubles_.size(); }
-  // A line each: `lorv: "a/b.txt" was not packed: it is encrypted`, with `done` for "packed".
-  void Print(Console& console, const std::string& done);
+  // A line each, made of a message such as "{} was not packed: {}" with the name and the words.
+  void Print(Console& console, std::string_view message);
+  // The same as a member "left_out" of an open JSON object: a list of objects with "name" and "why".
+  void Write(JsonText& json);
 
  private:
   struct Trouble {
@@ -23,6 +27,8 @@ class EntryTroubles {
     std::string name;
     std::string words;
   };
+  void Sort();
+
   std::mutex lock_;
   std::vector<Trouble> troubles_;
 };

@@ -6,6 +6,7 @@
 #include "platform/ports/platform.h"
 #include "tools/lorv/archive/entry_name.h"
 #include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
 namespace {
@@ -27,13 +28,13 @@ std::string InFolder(const std::string& folder, const CString& name) {
 
 void SourceList::Add(const std::string& path) {
   const auto facts = PortsInForce().files->Facts(CString::FromUtf8(path));
-  if (!facts) throw BadInput(Quoted(path) + " is not there");
+  if (!facts) throw BadInput(Say("{} is not there", {Quoted(path)}));
   Collect(path, *facts);
 }
 
 void SourceList::Collect(const std::string& path, const FileFacts& facts) {
   if (facts.is_stream) {
-    troubles_.Add(path, "it is a pipe or a device");
+    troubles_.Add(path, Say("it is a pipe or a device"));
     return;
   }
   const std::string name = EntryNameOf(path);
@@ -45,14 +46,14 @@ void SourceList::CollectFolder(const std::string& path) {
   Files& files = *PortsInForce().files;
   const CString wide = CString::FromUtf8(path);
   if (!files.CanList(wide)) {
-    troubles_.Add(path, "the folder cannot be read");
+    troubles_.Add(path, Say("the folder cannot be read"));
     return;
   }
   const bool again = files.IsLink(wide) && std::any_of(above_.begin(), above_.end(), [&](const auto& folder) {
                        return IsSame(folder, path);
                      });
   if (again) {
-    troubles_.Add(path, "it is a link to a folder above it");
+    troubles_.Add(path, Say("it is a link to a folder above it"));
     return;
   }
   above_.push_back(path);
@@ -63,7 +64,7 @@ void SourceList::CollectFolder(const std::string& path) {
     if (facts) {
       Collect(inner, *facts);
     } else {
-      troubles_.Add(inner, "it cannot be read: a link that leads nowhere, or a name that is no text");
+      troubles_.Add(inner, Say("it cannot be read: a link that leads nowhere, or a name that is no text"));
     }
   }
   above_.pop_back();
@@ -75,7 +76,7 @@ bool SourceList::IsLeftOut(const std::string& folder, const CString& name) {
   if (!IsUnfinishedName(name.View())) {
     return NativePathOf(path).filename() == NativePathOf(archive_).filename() && IsSame(path, archive_);
   }
-  troubles_.Add(path, "it is the unfinished file of another run");
+  troubles_.Add(path, Say("it is the unfinished file of another run"));
   return true;
 }
 
@@ -83,11 +84,12 @@ void SourceList::Enter(const std::string& path, const std::string& name, const F
   const auto [known, fresh] = names_.try_emplace(name, path);
   if (!fresh) {
     if (facts.IsFolder() || IsSame(known->second, path)) return;
-    troubles_.Add(path, "its name in the archive, " + Quoted(name) + ", is that of " + Quoted(known->second));
+    troubles_.Add(path,
+                  Say("its name in the archive, {}, is that of {}", {Quoted(name), Quoted(known->second)}));
     return;
   }
   if (LeadsOut(name)) {
-    troubles_.Add(path, "its name would lead out of the folder that it is unpacked to");
+    troubles_.Add(path, Say("its name would lead out of the folder that it is unpacked to"));
     return;
   }
   Source source{path, NarrowEntryName(name), {}, facts};

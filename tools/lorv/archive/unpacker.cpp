@@ -9,6 +9,7 @@
 #include "tools/lorv/archive/entry_name.h"
 #include "tools/lorv/archive/zip_words.h"
 #include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
 namespace {
@@ -56,16 +57,17 @@ class Unpacker::Writer {
 
 void Unpacker::CheckItem(const Item& item, std::set<std::string>& goals) {
   if (!wishes_.any_place && LeadsOut(item.name)) {
-    throw BadInput(Quoted(item.name) + " would be unpacked outside the folder; --any-place allows it");
+    throw BadInput(
+        Say("{} would be unpacked outside the folder; --any-place allows it", {Quoted(item.name)}));
   }
   if (item.IsFolder() || wishes_.force) return;
   const std::string goal = GoalOf(item);
   if (!goals.insert(goal).second) {
-    throw BadInput(Quoted(item.name) + " is in the archive twice; --force keeps the last one");
+    throw BadInput(Say("{} is in the archive twice; --force keeps the last one", {Quoted(item.name)}));
   }
   Files& files = *PortsInForce().files;
   if (files.Exists(Wide(goal)) || files.IsLink(Wide(goal))) {
-    throw BadInput(Quoted(goal) + " is there already; --force replaces it");
+    throw BadInput(Say("{} is there already; --force replaces it", {Quoted(goal)}));
   }
 }
 
@@ -80,7 +82,7 @@ void Unpacker::Run() {
   for (const Item& item : archive_.Items()) last[item.name] = &item;
   for (const Item& item : archive_.Items()) {
     if (IsNoNameHere(item.name)) {
-      troubles_.Add(item.name, "no file can have this name here", item.index);
+      troubles_.Add(item.name, Say("no file can have this name here"), item.index);
     } else if (item.IsFolder() || item.listing.fault == ZipFault::kNone) {
       if (last[item.name] == &item) items_.push_back(&item);
     } else {
@@ -148,7 +150,7 @@ bool Unpacker::MayWrite(const Item& item, const CString& goal) {
     why = "a folder stands there";
   else if (facts && (facts->attributes & kAttributeReadOnly) != 0)
     why = "what stands there is read-only";
-  if (why != nullptr) troubles_.Add(item.name, why, item.index);
+  if (why != nullptr) troubles_.Add(item.name, Say(why), item.index);
   return why == nullptr;
 }
 
@@ -157,7 +159,8 @@ void Unpacker::UnpackOne(ArchiveReader& archive, Writer& writer, const Item& ite
   if (!MayWrite(item, goal)) return;
   UnfinishedFile file(goal);
   if (!file.IsOpen()) {
-    troubles_.Add(item.name, "its folder cannot be made or written to, or its name is too long", item.index);
+    troubles_.Add(item.name, Say("its folder cannot be made or written to, or its name is too long"),
+                  item.index);
     return;
   }
   writer.Start(file.Stream());
@@ -165,13 +168,14 @@ void Unpacker::UnpackOne(ArchiveReader& archive, Writer& writer, const Item& ite
       item.index, [&](std::span<const unsigned char> bytes) { return writer.Take(bytes); });
   const bool full = result == kZipOk ? !writer.Flush() : archive.Zip().LastFault() == ZipFault::kTaker;
   if (full && stopped_) return;
-  if (full) throw BadInput(Quoted(GoalOf(item)) + " cannot be written: the disk is full or failed");
+  if (full) throw BadInput(Say("{} cannot be written: the disk is full or failed", {Quoted(GoalOf(item))}));
   if (result != kZipOk) {
     troubles_.Add(item.name, WordsFor(archive.Zip().LastFault()), item.index);
     return;
   }
   file.Stream().SetTimes(item.listing.times);
-  if (!file.Close(!many_)) throw BadInput(Quoted(GoalOf(item)) + " cannot be written: the disk failed");
+  if (!file.Close(!many_))
+    throw BadInput(Say("{} cannot be written: {}", {Quoted(GoalOf(item)), Say("the disk failed")}));
   PutReady(std::move(file), item);
 }
 
@@ -195,11 +199,12 @@ bool Unpacker::SyncFiles(const std::vector<Ready>& files) {
 }
 
 void Unpacker::GiveNames(std::vector<Ready>& files) {
-  if (!SyncFiles(files)) throw BadInput(Quoted(wishes_.folder) + " cannot be written to: the disk failed");
+  if (!SyncFiles(files))
+    throw BadInput(Say("{} cannot be written: {}", {Quoted(wishes_.folder), Say("the disk failed")}));
   for (Ready& ready : files) {
     const Item& item = *ready.item;
     if (!ready.file.TakeName(wishes_.force)) {
-      troubles_.Add(item.name, "another program holds its place, or has made it meanwhile", item.index);
+      troubles_.Add(item.name, Say("another program holds its place, or has made it meanwhile"), item.index);
     } else if ((item.listing.attributes & ~kAttributeNormal) != 0) {
       PortsInForce().files->SetAttributes(ready.file.Goal(), item.listing.attributes);
     }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "tools/lorv/text/spoken_language.h"
+
 namespace lorv::tool {
 namespace {
 
@@ -40,7 +42,7 @@ constexpr Words kWords[] = {
 std::string WordsFor(ZipFault fault) {
   const auto* const found =
       std::find_if(std::begin(kWords), std::end(kWords), [&](const Words& w) { return w.fault == fault; });
-  return found == std::end(kWords) ? "" : found->words;
+  return found == std::end(kWords) ? std::string() : Say(found->words);
 }
 
 }  // namespace lorv::tool

@@ -5,6 +5,7 @@
 #include "framework/objects/exceptions.h"
 #include "platform/ports/platform.h"
 #include "tools/lorv/csv/sheet_table.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -12,8 +13,8 @@ namespace {
 
 std::string Reason(const CString& path) {
   const auto facts = PortsInForce().files->Facts(path);
-  if (!facts) return "there is no such file";
-  return facts->IsFolder() ? "it is a folder" : "it may not be read";
+  if (!facts) return Say("there is no such file");
+  return Say(facts->IsFolder() ? "it is a folder" : "it may not be read");
 }
 
 // Every archive begins like this, and no table of text does.
@@ -29,13 +30,13 @@ bool BeginsAnArchive(File& file) {
 
 InputBytes::InputBytes(const std::string& path, std::istream& standard) : name_(path) {
   if (path == "-") {
-    name_ = "standard input";
+    name_ = Say("standard input");
     stream_ = &standard;
     return;
   }
   const CString name = CString::FromUtf8(path);
   file_ = PortsInForce().files->Open(name, FileUse::kRead);
-  if (file_ == nullptr) throw BadInput(path + " cannot be opened: " + Reason(name));
+  if (file_ == nullptr) throw BadInput(Say("{} cannot be opened: {}", {path, Reason(name)}));
   // A pipe cannot be looked at and taken from its beginning again.
   const std::int64_t size = file_->Size();
   if (size > 0 && BeginsAnArchive(*file_)) {
@@ -55,7 +56,7 @@ void InputBytes::Read(std::string& block, std::size_t size) {
     stream_->read(block.data(), static_cast<std::streamsize>(size));
     count = stream_->bad() ? -1 : static_cast<std::int64_t>(stream_->gcount());
   }
-  if (count < 0) throw BadInput(name_ + " cannot be read");
+  if (count < 0) throw BadInput(Say("{} cannot be read", {name_}));
   block.resize(static_cast<std::size_t>(count));
   done_ += block.size();
 }

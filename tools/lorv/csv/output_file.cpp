@@ -1,6 +1,7 @@
 #include "tools/lorv/csv/output_file.h"
 
 #include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
 namespace {
@@ -14,8 +15,8 @@ OutputFile::OutputFile(const std::string& path, std::ostream& standard_output)
 
 void OutputFile::Flush() {
   if (!file_.Stream().Write(held_.data(), held_.size())) {
-    throw BadInput(Quoted(name_) +
-                   " cannot be written: the disk is full or failed, or what reads it has ended");
+    throw BadInput(
+        Say("{} cannot be written: the disk is full or failed, or what reads it has ended", {Quoted(name_)}));
   }
   held_.clear();
 }

@@ -5,6 +5,7 @@
 #include "framework/text/utf8.h"
 #include "platform/ports/platform.h"
 #include "tools/lorv/csv/csv_limits.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -68,7 +69,7 @@ Encoding EncodingByName(const std::string& name) {
     if (name == entry.name) return entry.encoding;
     known += std::string(known.empty() ? "" : ", ") + entry.name;
   }
-  throw BadInput("there is no encoding \"" + name + "\"; known are " + known);
+  throw BadInput(Say("there is no encoding \"{}\"; known are {}", {name, known}));
 }
 
 std::size_t ValidUtf8(std::string_view bytes) {
@@ -82,7 +83,7 @@ std::size_t ValidUtf8(std::string_view bytes) {
 }
 
 void TextDecoder::Fail(std::string_view good, const std::string& message) const {
-  throw BadInput(bytes_.Name() + ", line " + std::to_string(line_ + LineEnds(good)) + ": " + message);
+  throw BadInput(bytes_.Name() + Say(", line {}: ", {std::to_string(line_ + LineEnds(good))}) + Say(message));
 }
 
 bool TextDecoder::Fill() {
@@ -172,7 +173,7 @@ bool TextDecoder::Next(std::string& utf8) {
   std::size_t count = WholeLines();
   while (count == 0 && !ended_) {
     if (raw_.size() > kMaxCsvLine) {
-      Fail({}, "a line of more than " + std::to_string(kMaxCsvLine) + " bytes: this is no table");
+      Fail({}, Say("a line of more than {} bytes: this is no table", {std::to_string(kMaxCsvLine)}));
     }
     Fill();
     count = WholeLines();

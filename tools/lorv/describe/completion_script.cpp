@@ -42,7 +42,10 @@ std::string Zsh(const std::vector<VerbWords>& verbs) {
                      NamesOf(verbs) + " --help --version --lang\n    return\n  fi\n  case $words[2] in\n";
   for (const VerbWords& verb : verbs)
     text += "    " + verb.name + ") compadd -- " + OptionsOf(verb) + " ;;\n";
-  return text + "    help) compadd -- " + NamesOf(verbs) + " ;;\n  esac\n  _files\n}\ncompdef _lorv lorv\n";
+  return text + "    help) compadd -- " + NamesOf(verbs) +
+         " ;;\n  esac\n  _files\n}\n"
+         // Loaded by its name the file is the function's first call; read by a start file it only declares.
+         "if [ \"$funcstack[1]\" = _lorv ]; then _lorv \"$@\"; else compdef _lorv lorv; fi\n";
 }
 
 // In single quotes a quote ends them.

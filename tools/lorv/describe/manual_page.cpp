@@ -1,7 +1,7 @@
 #include "tools/lorv/describe/verb_words.h"
 #include "tools/lorv/program.h"
+#include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
-
 namespace lorv::tool {
 namespace {
 
@@ -29,25 +29,60 @@ std::string OptionLine(const OptionWords& option) {
   return line + "\n" + Escaped(option.description) + "\n";
 }
 
+std::string Heading(const char* title) {
+  return ".SH " + Say(title) + "\n";
+}
+
+std::string OptionsOfProgram() {
+  return OptionLine({{"-h", "--help"}, Say("print help and end; also behind a verb"), false, false}) +
+         OptionLine({{"-V", "--version"}, Say("print the version and end"), false, false}) +
+         OptionLine(
+             {{"--lang"}, Say("the language of messages, en or zh; else that of the locale"), true, false});
+}
+
+void WriteOption(JsonText& json, const OptionWords& option) {
+  json.Open('{');
+  json.Key("names").Open('[');
+  for (const std::string& name : option.names) json.String(name);
+  json.Close(']');
+  json.Key("description").String(option.description);
+  json.Key("takes_value").Bool(option.takes_value);
+  json.Key("is_argument").Bool(option.is_argument);
+  json.Close('}');
+}
+
 }  // namespace
 
 std::string ManualPage() {
-  std::string page = ".TH LORV 1 \"\" \"lorv " LORV_VERSION "\" \"User Commands\"\n.SH NAME\nlorv \\- " +
-                     Escaped("formulas of construction quantity take-off") +
-                     "\n.SH SYNOPSIS\n.B lorv\n[\\fIVERB\\fP [\\fIARGUMENT\\fP ...]]\n.SH DESCRIPTION\n" +
-                     AsTyped(AboutProgram());
-  page +=
-      ".SH OPTIONS\n" +
-      OptionLine({{"-h", "--help"}, "print help and end; also behind a verb", false, false}) +
-      OptionLine({{"-V", "--version"}, "print the version and end", false, false}) +
-      OptionLine({{"--lang"}, "the language of messages, en or zh; else that of the locale", true, false});
-  page += ".SH VERBS\n";
+  // Without a date: the same sources give the same page.
+  std::string page = ".TH LORV 1 \"\" \"lorv " LORV_VERSION "\" \"User Commands\"\n" + Heading("NAME") +
+                     "lorv \\- " + Escaped(Say("formulas of construction quantity take-off")) + "\n" +
+                     Heading("SYNOPSIS") + ".B lorv\n[\\fIVERB\\fP [\\fIARGUMENT\\fP ...]]\n" +
+                     Heading("DESCRIPTION") + AsTyped(AboutProgram()) + Heading("OPTIONS") +
+                     OptionsOfProgram() + Heading("VERBS");
   for (const VerbWords& verb : DescribeVerbs()) {
     page += ".SS " + Escaped("lorv " + verb.name) + "\n" + Escaped(verb.summary) + "\n";
     for (const OptionWords& option : verb.options) page += OptionLine(option);
     page += ".PP\n" + AsTyped(verb.remarks);
   }
-  return page + ".SH EXAMPLES\n" + AsTyped(ProgramExamples());
+  return page + Heading("EXAMPLES") + AsTyped(ProgramExamples());
+}
+
+std::string ManualAsJson() {
+  JsonText json;
+  json.Open('[');
+  for (const VerbWords& verb : DescribeVerbs()) {
+    json.Open('{');
+    json.Key("verb").String(verb.name);
+    json.Key("summary").String(verb.summary);
+    json.Key("options").Open('[');
+    for (const OptionWords& option : verb.options) WriteOption(json, option);
+    json.Close(']');
+    json.Key("remarks").String(verb.remarks);
+    json.Close('}');
+  }
+  json.Close(']');
+  return json.Text();
 }
 
 }  // namespace lorv::tool

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "tools/lorv/describe/spoken_help.h"
 #include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verbs_table.h"
 
@@ -27,6 +28,7 @@ std::vector<VerbWords> DescribeVerbs() {
     for (const Verb& verb : group.verbs) {
       CLI::App app;
       verb.declare(app);
+      SpeakHelp(app, verb.name);
       VerbWords words{verb.name, Say(verb.summary), {}, app.get_footer()};
       for (const CLI::Option* option : app.get_options()) words.options.push_back(WordsOf(*option));
       verbs.push_back(std::move(words));

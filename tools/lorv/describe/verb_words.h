@@ -29,4 +29,7 @@ std::string CompletionScript(const std::string& shell);
 // The manual page, in the form that `man` reads.
 std::string ManualPage();
 
+// The same for programs, as JSON.
+std::string ManualAsJson();
+
 }  // namespace lorv::tool

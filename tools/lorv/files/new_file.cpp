@@ -3,6 +3,7 @@
 #include "platform/ports/platform.h"
 #include "tools/lorv/files/stream_file.h"
 #include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
 
@@ -30,7 +31,7 @@ void NewFile::OpenFile(bool replace) {
   const auto facts = files.Facts(goal);
   if (facts && facts->IsFolder()) Fail("it is a folder");
   if (!replace && (facts || files.IsLink(given))) {
-    throw BadInput(Quoted(path_) + " is there already; --force replaces it");
+    throw BadInput(Say("{} is there already; --force replaces it", {Quoted(path_)}));
   }
   if (files.IsLink(goal)) Fail("it is a link that leads in a circle");
   if (facts && (facts->attributes & kAttributeReadOnly) != 0) Fail("it is read-only");
@@ -40,7 +41,7 @@ void NewFile::OpenFile(bool replace) {
 }
 
 void NewFile::Fail(const std::string& why) const {
-  throw BadInput(Quoted(path_) + " cannot be written: " + why);
+  throw BadInput(Say("{} cannot be written: {}", {Quoted(path_), Say(why)}));
 }
 
 void NewFile::Keep() {

@@ -18,13 +18,15 @@ struct Library {
   int (*write_history)(const char* path) = nullptr;
   char** (*rl_completion_matches)(const char* beginning, Generator generator) = nullptr;
   char** (**rl_attempted_completion_function)(const char* beginning, int first, int behind) = nullptr;
+  const char** rl_basic_word_break_characters = nullptr;
 
   bool Load() {
     void* const file = dlopen("libedit.so.2", RTLD_NOW);
     return file != nullptr && Find(file, "readline", readline) && Find(file, "add_history", add_history) &&
            Find(file, "read_history", read_history) && Find(file, "write_history", write_history) &&
            Find(file, "rl_completion_matches", rl_completion_matches) &&
-           Find(file, "rl_attempted_completion_function", rl_attempted_completion_function);
+           Find(file, "rl_attempted_completion_function", rl_attempted_completion_function) &&
+           Find(file, "rl_basic_word_break_characters", rl_basic_word_break_characters);
   }
 
  private:
@@ -60,6 +62,8 @@ class EditedLines : public LineEditor {
  public:
   EditedLines() : history_(HistoryFile()) {
     *library.rl_attempted_completion_function = Matches;
+    // A name begins behind every operator of a formula.
+    *library.rl_basic_word_break_characters = " \t\n+-*/^()<>=!&|,;'";
     if (!history_.empty()) library.read_history(history_.c_str());
   }
   ~EditedLines() override {

@@ -141,6 +141,8 @@ void Session::Run(LineEditor& editor) {
 
 int RunSession(Console& console) {
   console.out << "lorv " LORV_VERSION ": " << Say("type a formula, help, or quit") << "\n";
+  // The editing library writes past the stream, and would be ahead of it.
+  console.out.flush();
   PlainLines plain(console);
   Session(console).Run(console.editor == nullptr ? plain : *console.editor);
   return kFine;

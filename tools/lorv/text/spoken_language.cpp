@@ -32,7 +32,8 @@ std::string_view ChineseOf(std::string_view english) {
 
 std::string Say(std::string_view english, std::initializer_list<std::string_view> values) {
   std::string_view text = english;
-  if (spoken == Language::kChinese && !ChineseOf(english).empty()) text = ChineseOf(english);
+  if (spoken == Language::kChinese) text = ChineseOf(english);
+  if (text.empty()) text = english;
   std::string said;
   auto value = values.begin();
   for (std::size_t at = 0; at < text.size();) {

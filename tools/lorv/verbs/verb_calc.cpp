@@ -176,7 +176,7 @@ Work DeclareCalc(CLI::App& app) {
   app.add_flag("--suite-values", arguments->suite_values,
                "values as the suite has them: three decimals, and a third for what is near one");
   app.add_flag("--strict", arguments->strict, "exit code 1 for a doubtful formula, too");
-  app.add_flag("--json", arguments->json, "print it all as JSON");
+  app.add_flag("-j,--json", arguments->json, "print it all as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return CalcRun(*arguments, console).Run(); };
 }

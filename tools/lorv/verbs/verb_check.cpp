@@ -158,7 +158,7 @@ Work DeclareCheck(CLI::App& app) {
       ->required();
   app.add_flag("--strict", arguments->strict, "exit code 1 for a doubtful formula, too");
   app.add_option("NAMES", arguments->names, "the names it may use");
-  app.add_flag("--json", arguments->json, "print the answer as JSON");
+  app.add_flag("-j,--json", arguments->json, "print the answer as JSON");
   app.footer(kCheckHelp);
   return [arguments](Console& console) { return CheckRun(*arguments, console).Run(); };
 }
@@ -167,7 +167,7 @@ Work DeclareVars(CLI::App& app) {
   auto arguments = std::make_shared<CheckArguments>();
   app.add_option("FORMULA", arguments->formula, "the formula")->required();
   app.add_flag("--all", arguments->all, "a name as often as it stands in the formula");
-  app.add_flag("--json", arguments->json, "print the list as JSON");
+  app.add_flag("-j,--json", arguments->json, "print the list as JSON");
   app.footer(kVarsHelp);
   return [arguments](Console& console) { return ListNames(*arguments, console); };
 }

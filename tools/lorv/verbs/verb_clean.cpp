@@ -4,6 +4,7 @@
 #include "TEXPRESSCAL/calculator.h"
 #include "TEXPRESSCAL/formula_cleanup.h"
 #include "tools/lorv/text/json_text.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -51,7 +52,7 @@ int Clean(const CleanArguments& arguments, Console& console) {
   } else if (operation == "signs" || operation == "MoveConnSymbol") {
     ClearUpSigns(text);
   } else if (!calculator.PrepareParamsValue(text)) {
-    throw BadInput("the list of parameters is empty");
+    throw BadInput(Say("the list of parameters is empty"));
   }
   if (!arguments.json) {
     console.out << text.ToUtf8() << "\n";
@@ -77,7 +78,7 @@ Work DeclareClean(CLI::App& app) {
                              "MoveConnSymbol", "PrepareParamsValue"}));
   app.add_option("TEXT", arguments->text, "the formula, or the list of parameters")->required();
   app.add_option("--values", arguments->values, "for params: values of names, NAME:NUMBER;...");
-  app.add_flag("--json", arguments->json, "print the text and the result as JSON");
+  app.add_flag("-j,--json", arguments->json, "print the text and the result as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return Clean(*arguments, console); };
 }

@@ -22,7 +22,8 @@ constexpr const char* kManualHelp =
     "The page has the text of --help of every verb.\n"
     "\n"
     "Examples:\n"
-    "  lorv manual >lorv.1 && man ./lorv.1";
+    "  lorv manual >lorv.1 && man ./lorv.1\n"
+    "  lorv manual --json                   the same for programs";
 
 }  // namespace
 
@@ -40,9 +41,11 @@ Work DeclareCompletion(CLI::App& app) {
 }
 
 Work DeclareManual(CLI::App& app) {
+  auto json = std::make_shared<bool>(false);
+  app.add_flag("-j,--json", *json, "print the text of the help as JSON");
   app.footer(kManualHelp);
-  return [](Console& console) -> int {
-    console.out << ManualPage();
+  return [json](Console& console) -> int {
+    console.out << (*json ? ManualAsJson() : ManualPage());
     return kFine;
   };
 }

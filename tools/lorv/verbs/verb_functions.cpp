@@ -61,7 +61,7 @@ int List(const FunctionsArguments& arguments, Console& console) {
 Work DeclareFunctions(CLI::App& app) {
   auto arguments = std::make_shared<FunctionsArguments>();
   app.add_option("NAME", arguments->name, "one function only");
-  app.add_flag("--json", arguments->json, "print the list as JSON");
+  app.add_flag("-j,--json", arguments->json, "print the list as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return List(*arguments, console); };
 }

@@ -5,15 +5,29 @@
 #include "tools/lorv/archive/archive_reader.h"
 #include "tools/lorv/archive/zip_words.h"
 #include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/progress_bar.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verbs/archive_verbs.h"
 
 namespace lorv::tool {
 namespace {
 
+struct ListArguments {
+  std::string archive;
+  bool json = false;
+};
+
 struct TestArguments {
   std::string archive;
   UnpackLimits limits;
+  bool json = false;
+};
+
+// An entry that a test found damaged.
+struct Damaged {
+  std::string name;
+  std::string why;
 };
 
 std::string Time(std::int64_t time) {
@@ -24,8 +38,29 @@ std::string Time(std::int64_t time) {
   return time == 0 ? std::string(19, '-') : text;
 }
 
-int List(const std::string& path, Console& console) {
-  const ArchiveReader archive(path);
+int ListAsJson(const ArchiveReader& archive, Console& console) {
+  JsonText json;
+  json.Open('[');
+  for (const Item& item : archive.Items()) {
+    const ZipListing& entry = item.listing;
+    json.Open('{');
+    json.Key("name").String(item.name);
+    json.Key("size").Number(static_cast<long long>(entry.size));
+    json.Key("packed").Number(static_cast<long long>(entry.compressed_size));
+    json.Key("written");
+    entry.times.write == 0 ? json.Null() : json.String(Time(entry.times.write));
+    json.Key("fault");
+    entry.fault == ZipFault::kNone ? json.Null() : json.String(WordsFor(entry.fault));
+    json.Close('}');
+  }
+  json.Close(']');
+  console.out << json.Text();
+  return kFine;
+}
+
+int List(const ListArguments& arguments, Console& console) {
+  const ArchiveReader archive(arguments.archive);
+  if (arguments.json) return ListAsJson(archive, console);
   for (const Item& item : archive.Items()) {
     const ZipListing& entry = item.listing;
     char sizes[60];
@@ -36,39 +71,76 @@ int List(const std::string& path, Console& console) {
   return kFine;
 }
 
-int Test(const TestArguments& arguments, Console& console) {
-  ArchiveReader archive(arguments.archive);
-  archive.CheckLimits(arguments.limits);
+std::vector<Damaged> DamagedOf(ArchiveReader& archive, Console& console) {
   ProgressBar bar(console, archive.Total());
-  int bad = 0;
+  std::vector<Damaged> damaged;
   for (const Item& item : archive.Items()) {
     if (item.IsFolder()) continue;
     const DWORD result = archive.Zip().UnzipItem(item.index, [&](std::span<const unsigned char> bytes) {
       bar.Advance(bytes.size());
       return true;
     });
-    if (result == kZipOk) continue;
-    console.out << Harmless(item.name) << ": " << WordsFor(archive.Zip().LastFault()) << "\n";
-    ++bad;
+    if (result != kZipOk) damaged.push_back({item.name, WordsFor(archive.Zip().LastFault())});
   }
-  console.out << archive.Items().size() << " entries, " << bad << " damaged\n";
-  return bad == 0 ? kFine : kResultFailed;
+  return damaged;
+}
+
+void Write(const TestArguments& arguments, std::size_t entries, const std::vector<Damaged>& damaged,
+           Console& console) {
+  JsonText json;
+  json.Open('{');
+  json.Key("archive").String(arguments.archive);
+  json.Key("entries").Number(static_cast<long long>(entries));
+  json.Key("damaged").Open('[');
+  for (const Damaged& entry : damaged) {
+    json.Open('{');
+    json.Key("name").String(entry.name);
+    json.Key("why").String(entry.why);
+    json.Close('}');
+  }
+  json.Close(']');
+  json.Close('}');
+  console.out << json.Text();
+}
+
+int Test(const TestArguments& arguments, Console& console) {
+  ArchiveReader archive(arguments.archive);
+  archive.CheckLimits(arguments.limits);
+  const std::vector<Damaged> damaged = DamagedOf(archive, console);
+  const std::size_t entries = archive.Items().size();
+  if (arguments.json) {
+    Write(arguments, entries, damaged, console);
+  } else {
+    for (const Damaged& entry : damaged) console.out << Harmless(entry.name) << ": " << entry.why << "\n";
+    console.out << Say("{} entries, {} damaged", {std::to_string(entries), std::to_string(damaged.size())})
+                << "\n";
+  }
+  return damaged.empty() ? kFine : kResultFailed;
 }
 
 }  // namespace
 
 Work DeclareList(CLI::App& app) {
-  const auto archive = std::make_shared<std::string>();
-  app.add_option("ARCHIVE", *archive, "a ZIP archive")->required();
-  app.footer("Control characters in names are shown as \"\\x1B\".\n\nExamples:\n  lorv list project.zip");
-  return [archive](Console& console) { return List(*archive, console); };
+  const auto arguments = std::make_shared<ListArguments>();
+  app.add_option("ARCHIVE", arguments->archive, "a ZIP archive")->required();
+  app.add_flag("-j,--json", arguments->json, "print the entries as JSON");
+  app.footer(
+      "Each entry with its size, its size in the archive, when it was written and its name. Control "
+      "characters in\n"
+      "names are shown as \"\\x1B\".\n\n"
+      "Examples:\n  lorv list project.zip\n  lorv list --json project.zip");
+  return [arguments](Console& console) { return List(*arguments, console); };
 }
 
 Work DeclareTest(CLI::App& app) {
   const auto arguments = std::make_shared<TestArguments>();
   app.add_option("ARCHIVE", arguments->archive, "a ZIP archive")->required();
+  app.add_flag("-j,--json", arguments->json, "print the damaged entries as JSON");
   AddLimitOptions(app, arguments->limits);
-  app.footer("Examples:\n  lorv test project.zip");
+  app.footer(
+      "Unpacks each entry into nothing and compares its sum. Exit code 1: entries are damaged, each is "
+      "named.\n\n"
+      "Examples:\n  lorv test project.zip");
   return [arguments](Console& console) { return Test(*arguments, console); };
 }
 

@@ -3,6 +3,7 @@
 
 #include "report/print_error_log.h"
 #include "tools/lorv/text/json_text.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -33,11 +34,12 @@ int WriteLog(const LogArguments& arguments, Console& console) {
   if (arguments.lines.empty()) {
     for (std::string line; std::getline(console.in, line);) log.AddOneString(CString::FromUtf8(line));
   }
-  if (log.Lines().IsEmpty()) throw BadInput("there are no lines to write");
+  if (log.Lines().IsEmpty()) throw BadInput(Say("there are no lines to write"));
   const CString folder = CString::FromUtf8(arguments.folder);
   if (!log.OutputErrorLog(folder, CString::FromUtf8(arguments.file), false, arguments.open)) {
-    throw BadInput("cannot write \"" + arguments.file + "\" in \"" + arguments.folder + "\"" +
-                   (arguments.open ? ", or no viewer starts" : ""));
+    throw BadInput(Say(arguments.open ? "cannot write \"{}\" in \"{}\", or no viewer starts"
+                                      : "cannot write \"{}\" in \"{}\"",
+                       {arguments.file, arguments.folder}));
   }
   if (!arguments.json) return kFine;
   JsonText json;
@@ -58,7 +60,7 @@ Work DeclareLog(CLI::App& app) {
   app.add_option("FILE", arguments->file, "the file's name")->required();
   app.add_option("LINES", arguments->lines, "the lines");
   app.add_flag("--open", arguments->open, "open the file in the text viewer");
-  app.add_flag("--json", arguments->json, "print what was written as JSON");
+  app.add_flag("-j,--json", arguments->json, "print what was written as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return WriteLog(*arguments, console); };
 }

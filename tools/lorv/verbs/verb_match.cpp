@@ -5,6 +5,7 @@
 #include "comm/match_score.h"
 #include "platform/ports/platform.h"
 #include "tools/lorv/text/json_text.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -43,7 +44,7 @@ CStringArray LinesOf(std::istream& in) {
 CStringArray StoredTexts(const MatchArguments& arguments, Console& console) {
   if (arguments.file.empty()) return LinesOf(console.in);
   const auto bytes = PortsInForce().files->ReadAll(CString::FromUtf8(arguments.file));
-  if (!bytes.has_value()) throw BadInput("cannot read \"" + arguments.file + "\"");
+  if (!bytes.has_value()) throw BadInput(Say("cannot read \"{}\"", {arguments.file}));
   std::istringstream in(*bytes);
   return LinesOf(in);
 }
@@ -76,11 +77,11 @@ int Rank(const MatchArguments& arguments, Console& console) {
 Work DeclareMatch(CLI::App& app) {
   auto arguments = std::make_shared<MatchArguments>();
   app.add_option("TYPED", arguments->typed, "what the user typed")->required();
-  app.add_option("--file", arguments->file, "a text file of the stored texts, UTF-8");
-  app.add_option("--top", arguments->most, "how many to print; 10 if not given")
+  app.add_option("-f,--file", arguments->file, "a text file of the stored texts, UTF-8");
+  app.add_option("-n,--top", arguments->most, "how many to print; 10 if not given")
       ->check(CLI::Range(1, 1000000));
   app.add_flag("--sum", arguments->sum, "add the scores of all shared runs up");
-  app.add_flag("--json", arguments->json, "print scores and texts as JSON");
+  app.add_flag("-j,--json", arguments->json, "print scores and texts as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return Rank(*arguments, console); };
 }

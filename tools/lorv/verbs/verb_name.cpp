@@ -3,6 +3,7 @@
 
 #include "comm/AdLorvComm.h"
 #include "tools/lorv/text/json_text.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -62,7 +63,8 @@ CString FreeName(const NameArguments& arguments) {
 
 int Name(const NameArguments& arguments, Console& console) {
   if (arguments.operation != "free" && !arguments.names.empty()) {
-    throw BadInput(arguments.operation + " takes one text; \"" + arguments.names[0] + "\" is one too many");
+    throw BadInput(
+        Say("{} takes one text; \"{}\" is one too many", {arguments.operation, arguments.names[0]}));
   }
   if (arguments.operation == "check") return Check(arguments, console);
   CString text = CString::FromUtf8(arguments.text);
@@ -87,7 +89,7 @@ Work DeclareName(CLI::App& app) {
   app.add_option("--limit", arguments->limit, "for check: so many characters are too long; 21 if not given");
   app.add_flag("--blanks", arguments->blanks, "for check: blanks are allowed");
   app.add_flag("--number", arguments->number, "for free: never the head alone");
-  app.add_flag("--json", arguments->json, "print the text and the answer as JSON");
+  app.add_flag("-j,--json", arguments->json, "print the text and the answer as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return Name(*arguments, console); };
 }

@@ -6,6 +6,7 @@
 #include "tools/lorv/archive/zip_words.h"
 #include "tools/lorv/files/new_file.h"
 #include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verbs/archive_verbs.h"
 #include "tools/lorv/verbs/watched_file.h"
 
@@ -16,7 +17,10 @@ struct PackArguments {
   std::string archive;
   std::vector<std::string> paths;
   bool force = false;
+  bool json = false;
 };
+
+constexpr const char* kLeftOut = "{} was not packed: {}";
 
 // Packs one source; false where it was told and left out.
 bool AddSource(ZipWriter& zip, const Source& source, EntryTroubles& troubles, ProgressBar& bar) {
@@ -28,42 +32,62 @@ bool AddSource(ZipWriter& zip, const Source& source, EntryTroubles& troubles, Pr
   if (source.facts.IsFolder()) return zip.AddFolder(source.narrow.c_str(), source.unicode) == kZipOk;
   const auto file = PortsInForce().files->Open(CString::FromUtf8(source.path), FileUse::kRead);
   if (!file) {
-    troubles.Add(source.path, "it cannot be opened");
+    troubles.Add(source.path, Say("it cannot be opened"));
     return false;
   }
   WatchedFile watched(*file, bar);
   const DWORD result = zip.Add(source.narrow.c_str(), watched, &source.facts, source.unicode);
-  if (result == kZipReadFailed) throw BadInput(Quoted(source.path) + " cannot be read to its end");
-  if (result == kZipWrongSize) throw BadInput(Quoted(source.path) + " has grown to more than 2 GB meanwhile");
+  if (result == kZipReadFailed) throw BadInput(Say("{} cannot be read to its end", {Quoted(source.path)}));
+  if (result == kZipWrongSize)
+    throw BadInput(Say("{} has grown to more than 2 GB meanwhile", {Quoted(source.path)}));
   return result == kZipOk;
 }
 
-void WriteArchive(const SourceList& list, NewFile& target, const PackArguments& arguments,
-                  EntryTroubles& troubles, ProgressBar& bar) {
+// Gives how many entries the archive has got.
+std::size_t WriteArchive(const SourceList& list, NewFile& target, const PackArguments& arguments,
+                         EntryTroubles& troubles, ProgressBar& bar) {
   ZipWriter zip;
   zip.Create(target.Stream());
   std::size_t packed = 0;
   for (const Source& source : list.Sources()) packed += AddSource(zip, source, troubles, bar) ? 1U : 0U;
-  if (packed == 0 && troubles.Count() > 0) throw BadInput("nothing could be packed");
+  if (packed == 0 && troubles.Count() > 0) throw BadInput(Say("nothing could be packed"));
   if (zip.Close() != kZipOk) {
-    throw BadInput(Quoted(arguments.archive) + " cannot be written: the disk is full or failed");
+    throw BadInput(Say("{} cannot be written: the disk is full or failed", {Quoted(arguments.archive)}));
   }
+  return packed;
+}
+
+void Write(const PackArguments& arguments, std::size_t packed, EntryTroubles& troubles, Console& console) {
+  JsonText json;
+  json.Open('{');
+  json.Key("archive").String(arguments.archive);
+  json.Key("entries").Number(static_cast<long long>(packed));
+  troubles.Write(json);
+  json.Close('}');
+  console.out << json.Text();
 }
 
 int Pack(const PackArguments& arguments, Console& console) {
+  if (arguments.json && arguments.archive == "-")
+    throw BadInput(Say("--json and an archive cannot both go to standard output"));
   EntryTroubles troubles;
+  std::size_t packed = 0;
   try {
     SourceList list(arguments.archive, troubles);
     for (const std::string& path : arguments.paths) list.Add(path);
     NewFile target(arguments.archive, arguments.force, console.out);
     ProgressBar bar(console, list.Total());
-    WriteArchive(list, target, arguments, troubles, bar);
+    packed = WriteArchive(list, target, arguments, troubles, bar);
     target.Keep();
   } catch (...) {
-    troubles.Print(console, "packed");
+    troubles.Print(console, kLeftOut);
     throw;
   }
-  troubles.Print(console, "packed");
+  if (arguments.json) {
+    Write(arguments, packed, troubles, console);
+  } else {
+    troubles.Print(console, kLeftOut);
+  }
   return troubles.Count() == 0 ? kFine : kResultFailed;
 }
 
@@ -74,7 +98,8 @@ Work DeclarePack(CLI::App& app) {
   app.add_option("ARCHIVE", arguments->archive, "the ZIP archive to be made; - is standard output")
       ->required();
   app.add_option("FILE", arguments->paths, "files, and folders with all that is in them")->required();
-  app.add_flag("--force", arguments->force, "replace an archive that is there already");
+  app.add_flag("-f,--force", arguments->force, "replace an archive that is there already");
+  app.add_flag("-j,--json", arguments->json, "print what was packed and what was left out as JSON");
   app.footer(
       "What cannot be packed is named and stops nothing else; the exit code is then 1.\n\n"
       "Examples:\n  lorv pack project.zip drawings plan.csv\n  lorv pack --force project.zip drawings");

@@ -5,6 +5,7 @@
 #include "framework/text/cstring.h"
 #include "prompts/prompts.h"
 #include "tools/lorv/text/json_text.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -129,13 +130,13 @@ int LookUp(const NamedTable& table, const PromptArguments& arguments, Console& c
   if (std::all_of(item.begin(), item.end(), [](char c) { return c >= '0' && c <= '9'; })) {
     row = item.size() < 6 ? std::stoi(item) : table.rows;
     if (row >= table.rows) {
-      throw BadInput("the table has the rows 0 to " + std::to_string(table.rows - 1) + ", not " + item);
+      throw BadInput(Say("the table has the rows 0 to {}, not {}", {std::to_string(table.rows - 1), item}));
     }
   } else {
     row = RowOf(table, item);
   }
   if (row < 0) {
-    console.err << "lorv: the table has no \"" << item << "\"\n";
+    console.err << "lorv: " << Say("the table has no \"{}\"", {item}) << "\n";
     return kResultFailed;
   }
   const std::string text = TextAt(table, row, arguments.english ? LANGUAGE_ENGLISH : LANGUAGE_CHINESE);
@@ -158,7 +159,7 @@ int Prompts(const PromptArguments& arguments, Console& console) {
       std::find_if(std::begin(kTables), std::end(kTables),
                    [&](const NamedTable& named) { return arguments.table == named.name; });
   if (table == std::end(kTables)) {
-    throw BadInput("there is no table \"" + arguments.table + "\"; `lorv prompts` lists them");
+    throw BadInput(Say("there is no table \"{}\"; `lorv prompts` lists them", {arguments.table}));
   }
   if (!arguments.item.empty()) return LookUp(*table, arguments, console);
   return arguments.json ? ListRowsAsJson(*table, console) : ListRows(*table, console);
@@ -171,7 +172,7 @@ Work DeclarePrompts(CLI::App& app) {
   app.add_option("TABLE", arguments->table, "which table");
   app.add_option("ITEM", arguments->item, "a row's number, or its Chinese text");
   app.add_flag("--english", arguments->english, "the item in English");
-  app.add_flag("--json", arguments->json, "print it as JSON");
+  app.add_flag("-j,--json", arguments->json, "print it as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return Prompts(*arguments, console); };
 }

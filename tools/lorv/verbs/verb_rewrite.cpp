@@ -7,6 +7,7 @@
 #include "tools/lorv/formula/name_values.h"
 #include "tools/lorv/takeoff/input/rules_file.h"
 #include "tools/lorv/text/json_text.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verb.h"
 
 namespace lorv::tool {
@@ -52,7 +53,7 @@ using Pair = std::pair<CString, CString>;
 
 Pair OnePair(const RewriteArguments& arguments, const char* form) {
   if (arguments.pairs.size() != 1)
-    throw BadInput("the operation " + arguments.operation + " takes one " + form);
+    throw BadInput(Say("the operation {} takes one {}", {arguments.operation, form}));
   const auto [name, value] = CutAtEqualSign(arguments.pairs[0], form);
   return {CString::FromUtf8(name), CString::FromUtf8(value)};
 }
@@ -87,14 +88,15 @@ Rewritten ReplaceNumber(const RewriteArguments& arguments) {
   const CString text = CString::FromUtf8(arguments.text);
   const auto [name, value] = OnePair(arguments, "NAME=NUMBER");
   const std::optional<double> number = WholeNumber(value.ToUtf8());
-  if (!number) throw BadInput("\"" + value.ToUtf8() + "\" is no number");
+  if (!number) throw BadInput(Say("\"{}\" is no number", {value.ToUtf8()}));
   std::vector<TCHAR> room = Room(text, name.GetLength(), kValueText + 1, kMaxSubstitutions);
   ReplExprWithOneValue(room.data(), name, *number);
   return {CString(room.data()), std::nullopt, {}, true};
 }
 
 Rewritten ReplaceFormula(const RewriteArguments& arguments) {
-  if (arguments.pairs.empty()) throw BadInput("the operation " + arguments.operation + " takes NAME=FORMULA");
+  if (arguments.pairs.empty())
+    throw BadInput(Say("the operation {} takes {}", {arguments.operation, "NAME=FORMULA"}));
   std::vector<CTwoStrValue> pairs;
   for (const std::string& word : arguments.pairs) {
     const auto [name, formula] = CutAtEqualSign(word, "NAME=FORMULA");
@@ -107,7 +109,7 @@ Rewritten ReplaceFormula(const RewriteArguments& arguments) {
 
 Rewritten Split(const RewriteArguments& arguments) {
   if (!arguments.pairs.empty())
-    throw BadInput("the operation " + arguments.operation + " takes the text alone");
+    throw BadInput(Say("the operation {} takes the text alone", {arguments.operation}));
   Rewritten rewritten{CString::FromUtf8(arguments.text), std::nullopt, {}, true};
   CStringArray names;
   SplitMidBracketKey(rewritten.text, names, rewritten.names);
@@ -116,7 +118,7 @@ Rewritten Split(const RewriteArguments& arguments) {
 
 Rewritten OrderPairs(const RewriteArguments& arguments) {
   if (!arguments.pairs.empty())
-    throw BadInput("the operation " + arguments.operation + " takes the text alone");
+    throw BadInput(Say("the operation {} takes the text alone", {arguments.operation}));
   CMapValue values;
   const int count = StrValueToMap(CString::FromUtf8(arguments.text), values);
   return {MapValueToStr(values), count, {}, true};
@@ -140,7 +142,7 @@ Rewritten Run(const RewriteArguments& arguments) {
     if (wanted == operation.name || wanted == operation.function) return operation.run(arguments);
     known += std::string(known.empty() ? "" : ", ") + operation.name;
   }
-  throw BadInput("there is no operation \"" + arguments.operation + "\"; known are " + known);
+  throw BadInput(Say("there is no operation \"{}\"; known are {}", {arguments.operation, known}));
 }
 
 void Write(const Rewritten& rewritten, std::ostream& out) {
@@ -168,8 +170,10 @@ int Rewrite(const RewriteArguments& arguments, Console& console) {
     return rewritten.done ? kFine : kResultFailed;
   }
   if (!rewritten.done) {
-    console.err << "lorv: the text is empty, or it or the result is longer than a formula may be; nothing is "
-                   "changed\n";
+    console.err
+        << "lorv: "
+        << Say("the text is empty, or it or the result is longer than a formula may be; nothing is changed")
+        << "\n";
     return kResultFailed;
   }
   console.out << rewritten.text.ToUtf8() << "\n";
@@ -190,7 +194,7 @@ Work DeclareRewrite(CLI::App& app) {
   app.add_flag("--brackets", arguments->brackets, "formula: put what is more than a product in brackets");
   app.add_flag("--multiply", arguments->multiply,
                "formula: put * between a digit or letter and what is put in");
-  app.add_flag("--json", arguments->json, "print text, count and names as JSON");
+  app.add_flag("-j,--json", arguments->json, "print text, count and names as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return Rewrite(*arguments, console); };
 }

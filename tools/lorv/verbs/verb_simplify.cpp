@@ -118,7 +118,7 @@ Work DeclareSimplify(CLI::App& app) {
   rules->needs(suite);
   values->needs(suite);
   app.add_flag("--any-zero", arguments->any_zero, "0 and -0 count as the same")->excludes(suite);
-  app.add_flag("--json", arguments->json, "print the formula and the shorter one as JSON");
+  app.add_flag("-j,--json", arguments->json, "print the formula and the shorter one as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) { return Simplify(*arguments, console); };
 }

@@ -9,7 +9,9 @@
 #include "platform/ports/platform.h"
 #include "tools/lorv/files/new_file.h"
 #include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/progress_bar.h"
+#include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
 namespace {
@@ -20,11 +22,12 @@ struct SqueezeArguments {
   std::string source;
   std::string target;
   bool force = false;
+  bool json = false;
 };
 
 std::uint64_t SizeOf(const std::string& path) {
   const auto facts = PortsInForce().files->Facts(CString::FromUtf8(path));
-  if (!facts || facts->IsFolder() || facts->is_stream) throw BadInput(Quoted(path) + " is no file");
+  if (!facts || facts->IsFolder() || facts->is_stream) throw BadInput(Say("{} is no file", {Quoted(path)}));
   return facts->size;
 }
 
@@ -33,16 +36,31 @@ std::uint64_t PlainSizeOf(const std::string& path) {
   std::array<unsigned char, 4> header{};
   const auto file = PortsInForce().files->Open(CString::FromUtf8(path), FileUse::kRead);
   if (!file || file->Read(header.data(), header.size()) != 4)
-    throw BadInput(Quoted(path) + " is no squeezed file");
+    throw BadInput(Say("{} is no squeezed file", {Quoted(path)}));
   return LoadLittle32(header.data());
+}
+
+// Tells a program what was made, and of what.
+void Write(const SqueezeArguments& arguments, Console& console) {
+  if (!arguments.json) return;
+  JsonText json;
+  json.Open('{');
+  json.Key("file").String(arguments.source);
+  json.Key("size").Number(static_cast<long long>(SizeOf(arguments.source)));
+  json.Key("made").String(arguments.target);
+  json.Key("made_size").Number(static_cast<long long>(SizeOf(arguments.target)));
+  json.Close('}');
+  console.out << json.Text();
 }
 
 // Runs one operation of the codec into a new file.
 template <class Operation>
 void WriteBy(const SqueezeArguments& arguments, std::uint64_t total, Console& console,
              const Operation& operation) {
+  if (arguments.json && arguments.target == "-")
+    throw BadInput(Say("--json and a file cannot both go to standard output"));
   const auto source = PortsInForce().files->Open(CString::FromUtf8(arguments.source), FileUse::kRead);
-  if (!source) throw BadInput(Quoted(arguments.source) + " cannot be opened");
+  if (!source) throw BadInput(Say("{} cannot be opened", {Quoted(arguments.source)}));
   NewFile target(arguments.target, arguments.force, console.out);
   {
     ProgressBar bar(console, total);
@@ -52,6 +70,7 @@ void WriteBy(const SqueezeArguments& arguments, std::uint64_t total, Console& co
     operation(codec, *source, target.Stream());
   }
   target.Keep();
+  Write(arguments, console);
 }
 
 int Squeeze(SqueezeArguments arguments, Console& console) {
@@ -60,8 +79,8 @@ int Squeeze(SqueezeArguments arguments, Console& console) {
     try {
       codec.Compress(from, to);
     } catch (int) {
-      throw BadInput(Quoted(arguments.source) +
-                     " has 4 GB or more, or cannot be read, or there is no more room");
+      throw BadInput(Say("{} has 4 GB or more, or cannot be read, or there is no more room",
+                         {Quoted(arguments.source)}));
     }
   });
   return kFine;
@@ -69,7 +88,7 @@ int Squeeze(SqueezeArguments arguments, Console& console) {
 
 int Expand(SqueezeArguments arguments, Console& console) {
   if (arguments.target.empty()) {
-    if (!arguments.source.ends_with(kSuffix)) throw BadInput("name the file to be made: --out FILE");
+    if (!arguments.source.ends_with(kSuffix)) throw BadInput(Say("name the file to be made: --out FILE"));
     arguments.target = arguments.source.substr(0, arguments.source.size() - std::string(kSuffix).size());
   }
   SizeOf(arguments.source);
@@ -77,8 +96,8 @@ int Expand(SqueezeArguments arguments, Console& console) {
     try {
       codec.UnCompress(from, to);
     } catch (int) {
-      throw BadInput(Quoted(arguments.source) +
-                     " is damaged or cut, or no squeezed file, or there is no more room");
+      throw BadInput(Say("{} is damaged or cut, or no squeezed file, or there is no more room",
+                         {Quoted(arguments.source)}));
     }
   });
   return kFine;
@@ -87,16 +106,20 @@ int Expand(SqueezeArguments arguments, Console& console) {
 Work Declare(CLI::App& app, const char* what, int (*work)(SqueezeArguments, Console&)) {
   const auto arguments = std::make_shared<SqueezeArguments>();
   app.add_option("FILE", arguments->source, what)->required();
-  app.add_option("--out", arguments->target,
+  app.add_option("-o,--out", arguments->target,
                  "the file to be made, - for standard output; else with or without \".lzari\" behind");
-  app.add_flag("--force", arguments->force, "replace a file that is there already");
+  app.add_flag("-f,--force", arguments->force, "replace a file that is there already");
+  app.add_flag("-j,--json", arguments->json, "print the names and sizes of both files as JSON");
   return [arguments, work](Console& console) { return work(*arguments, console); };
 }
 
 }  // namespace
 
 Work DeclareSqueeze(CLI::App& app) {
-  app.footer("Examples:\n  lorv squeeze plan.csv\n  lorv squeeze plan.csv --out plan.lz");
+  app.footer(
+      "The suite's own form of a single file; `lorv pack` makes smaller archives that every program "
+      "reads.\n\n"
+      "Examples:\n  lorv squeeze plan.csv\n  lorv squeeze plan.csv --out plan.lz");
   return Declare(app, "the file to be squeezed", Squeeze);
 }
 Work DeclareExpand(CLI::App& app) {

@@ -1,6 +1,8 @@
 #include <CLI/CLI.hpp>
+#include <ostream>
 
 #include "tools/lorv/archive/unpacker.h"
+#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verbs/archive_verbs.h"
 
 namespace lorv::tool {
@@ -10,11 +12,23 @@ struct UnpackArguments {
   std::string archive;
   UnpackWishes wishes{"."};
   UnpackLimits limits;
+  bool json = false;
 };
+
+void Write(const UnpackArguments& arguments, std::size_t entries, EntryTroubles& troubles, Console& console) {
+  JsonText json;
+  json.Open('{');
+  json.Key("archive").String(arguments.archive);
+  json.Key("folder").String(arguments.wishes.folder);
+  json.Key("entries").Number(static_cast<long long>(entries));
+  troubles.Write(json);
+  json.Close('}');
+  console.out << json.Text();
+}
 
 int Unpack(const UnpackArguments& arguments, Console& console) {
   if (arguments.wishes.folder.empty())
-    throw BadInput("--to needs the name of a folder; \".\" is the working folder");
+    throw BadInput(Say("--to needs the name of a folder; \".\" is the working folder"));
   ArchiveReader archive(arguments.archive);
   archive.CheckLimits(arguments.limits);
   EntryTroubles troubles;
@@ -24,7 +38,11 @@ int Unpack(const UnpackArguments& arguments, Console& console) {
     unpacker.Check();
     unpacker.Run();
   }
-  troubles.Print(console, "unpacked");
+  if (arguments.json) {
+    Write(arguments, archive.Items().size(), troubles, console);
+  } else {
+    troubles.Print(console, "{} was not unpacked: {}");
+  }
   return troubles.Count() == 0 ? kFine : kResultFailed;
 }
 
@@ -33,10 +51,11 @@ int Unpack(const UnpackArguments& arguments, Console& console) {
 Work DeclareUnpack(CLI::App& app) {
   const auto arguments = std::make_shared<UnpackArguments>();
   app.add_option("ARCHIVE", arguments->archive, "a ZIP archive")->required();
-  app.add_option("--to", arguments->wishes.folder,
+  app.add_option("-t,--to", arguments->wishes.folder,
                  "the folder to unpack to; the working folder if not given");
-  app.add_flag("--force", arguments->wishes.force, "replace files that are there already, but no links");
+  app.add_flag("-f,--force", arguments->wishes.force, "replace files that are there already, but no links");
   app.add_flag("--any-place", arguments->wishes.any_place, "allow names that lead out of the folder");
+  app.add_flag("-j,--json", arguments->json, "print the entries left out as JSON");
   AddLimitOptions(app, arguments->limits);
   app.footer(
       "An entry that is damaged, encrypted or cannot be written is named and stops no other; the exit code "

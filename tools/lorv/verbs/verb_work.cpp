@@ -68,10 +68,10 @@ Work DeclareWork(CLI::App& app) {
   app.add_option("-b,--bill", arguments->bill,
                  "write the bill as a table (CSV, or .xlsx with groups); - is standard output");
   app.add_flag("--mark", arguments->mark, "begin files with a byte order mark, as spreadsheets want it");
-  app.add_option("--by", arguments->by,
+  app.add_option("-g,--by", arguments->by,
                  "columns that part the bill, with commas between; class,storey if not given");
-  app.add_option("--where", arguments->where, "only components for which this formula is greater than 0");
-  app.add_flag("--explain", arguments->explain,
+  app.add_option("-w,--where", arguments->where, "only components for which this formula is greater than 0");
+  app.add_flag("-e,--explain", arguments->explain,
                "show how each quantity was worked: with --out as columns of the table, else before the bill");
   app.add_flag("--strict", arguments->strict, "exit code 1 for whatever is doubtful or missing, too");
   app.add_flag("--suite-values", arguments->suite_values,
@@ -82,7 +82,7 @@ Work DeclareWork(CLI::App& app) {
   app.add_option("--encoding", arguments->encoding, "of both inputs: auto, utf-8, gbk, utf-16le, utf-16be");
   app.add_flag("-q,--quiet", arguments->quiet, "do not print the bill");
   app.add_flag("--time", arguments->time, "tell how many rows a second were read, worked and written");
-  app.add_flag("--json", arguments->json, "print bill, problems and comparison as JSON");
+  app.add_flag("-j,--json", arguments->json, "print bill, problems and comparison as JSON");
   app.footer(kHelp);
   return [arguments](Console& console) {
     CheckOutputs(*arguments);

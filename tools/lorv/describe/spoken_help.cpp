@@ -1,0 +1,23 @@
+#include "tools/lorv/describe/spoken_help.h"
+
+#include <CLI/CLI.hpp>
+
+#include "tools/lorv/describe/help_table.h"
+#include "tools/lorv/text/spoken_language.h"
+
+namespace lorv::tool {
+
+std::string HelpText(std::string_view name, const std::string& english) {
+  const std::string_view chinese = ChineseHelpOf(name);
+  return SpokenLanguage() == Language::kChinese && !chinese.empty() ? std::string(chinese) : english;
+}
+
+void SpeakHelp(CLI::App& verb, std::string_view name) {
+  verb.footer(HelpText(name, verb.get_footer()));
+  for (CLI::Option* option : verb.get_options()) {
+    option->description(Say(option->get_description()));
+    option->group(Say(option->get_group()));
+  }
+}
+
+}  // namespace lorv::tool
