@@ -23,6 +23,8 @@ void HeadlessButton::PaintSelf(Canvas& canvas) {
   const bool push = Type() <= BS_DEFPUSHBUTTON;
   const UINT flags = DT_SINGLELINE | DT_VCENTER | (push ? DT_CENTER : DT_LEFT);
   PaintText(canvas, Text(), client, flags, kFace);
+  // The default button is known by its thicker frame, as on the screen: tests read it from the list of what
+  // was drawn.
   if (push) canvas.Frame(client, 0, Type() == BS_DEFPUSHBUTTON ? 2 : 1);
   if (Home().Focus() != Handle()) return;
   CRect inside(client);
@@ -31,6 +33,7 @@ void HeadlessButton::PaintSelf(Canvas& canvas) {
 }
 
 LRESULT HeadlessStatic::Default(UINT message, WPARAM w, LPARAM l) {
+  // A dialog passes it over when the focus moves.
   return message == WM_GETDLGCODE ? DLGC_STATIC : HeadlessWindow::Default(message, w, l);
 }
 

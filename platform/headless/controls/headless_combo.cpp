@@ -12,6 +12,7 @@ CRect HeadlessCombo::EditPlace() const {
 
 void HeadlessCombo::PaintSelf(Canvas& canvas) {
   canvas.Fill(ClientRect(), RGB(255, 255, 255));
+  // With an edit inside, that one shows the text.
   if (Edit() == nullptr) canvas.Text({0, 0}, Text().View(), 0);
 }
 

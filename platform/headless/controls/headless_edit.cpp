@@ -36,6 +36,7 @@ class HeadlessEdit::Pane : public EditPane {
     if (start <= end) {
       text_.Select(start, end);
     } else {
+      // A selection made backwards has its caret at the smaller position.
       text_.MoveCaret(start, false);
       text_.MoveCaret(end, true);
     }
@@ -52,6 +53,7 @@ class HeadlessEdit::Pane : public EditPane {
   }
   void ShowCaret() override {
     const int line = Wrapped().Lines().Of(Caret());
+    // The least scrolling that brings the line of the caret into sight.
     first_line_ = lines_ ? std::clamp(first_line_, std::max(0, line - Page() + 1), line) : 0;
     Show();
   }
@@ -73,6 +75,7 @@ class HeadlessEdit::Pane : public EditPane {
   // The width may have changed since the text was last looked at.
   HeadlessEditText& Wrapped() const {
     const bool wraps = lines_ && window_ != nullptr && (window_->Style() & ES_AUTOHSCROLL) == 0;
+    // One wide character has room at any width, else no line would ever hold one.
     text_.wrap_width = wraps ? std::max<int>(window_->ClientRect().right, kHeadlessWide) : 0;
     return text_;
   }
@@ -102,6 +105,7 @@ int HeadlessEdit::Pane::Target(Step step) const {
     case Step::Down:
       return lines_ ? text.Above(caret, -1) : text.StepOn(caret);
     case Step::PageUp:
+      // One row of the page stays in sight, and never farther than there are lines.
       return text.Above(caret, std::min(Page() - 1, lines.Of(caret)));
     case Step::PageDown:
       return text.Above(caret, -std::min(Page() - 1, lines.Count() - 1 - lines.Of(caret)));
@@ -117,6 +121,7 @@ int HeadlessEdit::Pane::Target(Step step) const {
 int HeadlessEdit::Pane::PositionAt(CPoint at) const {
   const EditLines lines = Wrapped().Lines();
   const int row = first_line_ + static_cast<int>(at.y) / kHeadlessHeight;
+  // Places above and below the text belong to its first and last line.
   const int line = lines_ ? std::clamp(row, 0, lines.Count() - 1) : 0;
   const CString text = lines.Text(line);
   int unit = 0;

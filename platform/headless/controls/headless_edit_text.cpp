@@ -31,6 +31,7 @@ void HeadlessEditText::Select(int start, int end) {
     return;
   }
   const int length = text.GetLength();
+  // Below 0 is the end for either: (0, -1) selects all.
   const int from = start < 0 ? length : std::min(start, length);
   const int to = end < 0 ? length : std::min(end, length);
   anchor_ = std::min(from, to);
@@ -39,6 +40,7 @@ void HeadlessEditText::Select(int start, int end) {
 
 void HeadlessEditText::MoveCaret(int to, bool extend) {
   caret_ = Clamped(to);
+  // Into a character is in front of it.
   if (IsUnitPair(text.GetAt(caret_ - 1), text.GetAt(caret_))) --caret_;
   if (!extend) anchor_ = caret_;
 }
@@ -50,6 +52,7 @@ void HeadlessEditText::Set(const CString& fresh) {
 }
 
 void HeadlessEditText::Replace(const CString& fresh) {
+  // The whole text, not the change: texts of edits are short, and one step is all there is.
   before_ = text;
   before_caret_ = caret_;
   can_undo_ = true;
@@ -81,6 +84,7 @@ int HeadlessEditText::StepOn(int from) const {
 
 int HeadlessEditText::WordBack(int from) const {
   from = Clamped(from);
+  // Gaps first: back from behind a blank is to the start of the word in front of it.
   while (from > 0 && IsGap(text.GetAt(from - 1))) --from;
   while (from > 0 && !IsGap(text.GetAt(from - 1))) --from;
   return from;
@@ -111,7 +115,9 @@ void HeadlessEditText::WrapFrom(int start, int end, std::vector<int>& starts) co
     const bool after_blank = at > start && text.GetAt(at - 1) == _T(' ');
     if (after_blank || text.GetAt(at) >= kFirstIdeograph) last_break = at;
     width += WidthOf(at, next);
+    // A line takes at least one character, whatever the width.
     if (width <= wrap_width || at == starts.back() || text.GetAt(at) == _T(' ')) continue;
+    // A word longer than the line is broken where it reaches the edge.
     starts.push_back(last_break > starts.back() ? last_break : at);
     width = WidthOf(starts.back(), next);
   }

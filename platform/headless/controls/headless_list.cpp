@@ -23,6 +23,7 @@ int HeadlessList::RowAt(CPoint at) const {
 }
 
 void HeadlessList::SetTop(int index) {
+  // The last page is full: what would stand below the last row is not scrolled in.
   top_ = std::clamp(index, 0, std::max(0, Kept().Count() - PageSize()));
   Invalidate(nullptr);
 }
@@ -38,6 +39,7 @@ void HeadlessList::ShowChoice() {
 
 void HeadlessList::PaintSelf(Canvas& canvas) {
   canvas.Fill(ClientRect(), RGB(255, 255, 255));
+  // One row more than the page, for the part of it that shows at the lower edge.
   for (int i = top_; i < Kept().Count() && i < top_ + PageSize() + 1; ++i) {
     const CRect row = RowPlace(i);
     const bool marked = Several() ? IsSelected(i) : Kept().chosen == i;

@@ -60,6 +60,7 @@ void HeadlessDesktop::Begin(WindowModel& window, const WindowRequest& /*request*
 
 void HeadlessDesktop::Forget(HWND window) {
   DesktopModel::Forget(window);
+  // What is kept by handle goes with the window, or a timer would call one that is gone.
   std::erase(cancelled_, window);
   std::erase_if(timers_, [window](const Timer& timer) { return timer.window == window; });
 }
@@ -115,6 +116,7 @@ LOGFONT HeadlessDesktop::DialogFont() const {
 
 void HeadlessDesktop::SetDpi(int dpi) {
   dpi_ = dpi;
+  // Over a copy: a handler may open and close windows.
   for (const HWND top : std::vector<HWND>(Windows()))
     if (const auto window = At(top)) window->ReportDpi(dpi);
 }
@@ -127,6 +129,7 @@ std::unique_ptr<Canvas> HeadlessDesktop::MakeCanvas(SIZE size) const {
 
 void HeadlessDesktop::WorkMenuSteps() {
   if (menu_steps_.empty()) return;
+  // Taken out before it runs: a step may put in others.
   const std::function<void()> step = std::move(menu_steps_.front());
   menu_steps_.pop_front();
   step();
@@ -138,6 +141,7 @@ void HeadlessDesktop::WorkMenuSteps() {
 UINT HeadlessDesktop::Popup(const MenuModel& menu, POINT /*screen*/, UINT /*flags*/, HWND /*owner*/) {
   // The system shows one menu at a time.
   if (menu_up_) return 0;
+  // A copy: the menu's owner may end while it is up.
   shown_menus_.push_back(menu);
   SetCapture(nullptr);
   UINT answer = 0;

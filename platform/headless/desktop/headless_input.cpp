@@ -33,6 +33,7 @@ KeyOf KeyOfCharacter(TCHAR c) {
 }
 
 TCHAR CharacterOfKey(int key, bool shift, bool control) {
+  // Control and a letter give the characters 1 to 26, as on every keyboard.
   if (control) return key >= 'A' && key <= 'Z' ? static_cast<TCHAR>(key - 'A' + 1) : TCHAR{0};
   if (key == VK_ESCAPE) return 0x1B;
   if (key >= 'A' && key <= 'Z') return static_cast<TCHAR>(shift ? key : key + 32);
@@ -148,6 +149,7 @@ void HeadlessDesktop::PlayKey(const Input& input) {
 void HeadlessDesktop::Translate(const MSG& message) {
   if (message.message != WM_KEYDOWN && message.message != WM_SYSKEYDOWN) return;
   const int key = static_cast<int>(message.wParam);
+  // The input method has it; its character comes by itself.
   if (key == VK_PROCESSKEY) return;
   const TCHAR c = CharacterOfKey(key, KeyState(VK_SHIFT) != 0, KeyState(VK_CONTROL) != 0);
   if (c != 0) Post(message.hwnd, message.message == WM_SYSKEYDOWN ? WM_SYSCHAR : WM_CHAR, c, 1);
@@ -170,6 +172,7 @@ void HeadlessDesktop::PlayWheel(const Input& input) {
 }
 
 void HeadlessDesktop::PlayMouse(const Input& input) {
+  // Where the mouse was when it happened, not where later input has taken it.
   SetCursorPosition(input.at);
   const bool left = input.message >= WM_LBUTTONDOWN && input.message <= WM_LBUTTONDBLCLK;
   const bool right = input.message == WM_RBUTTONDOWN || input.message == WM_RBUTTONUP;
@@ -177,6 +180,7 @@ void HeadlessDesktop::PlayMouse(const Input& input) {
   if (input.message == WM_MOUSEWHEEL) return PlayWheel(input);
   const HWND captured = Capture();
   const HWND target = captured != nullptr ? captured : WindowAt(input.at);
+  // Before the press: entering and leaving are told first, as on the screen.
   Hover(target);
   if (!StillThere(target) || !ComesToPress(target, input.message)) return;
   const CPoint at = CPoint(input.at) - CSize(CPoint(At(target)->ClientOrigin()));

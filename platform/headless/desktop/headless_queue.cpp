@@ -15,6 +15,7 @@ DWORD HeadlessDesktop::Ticks() const {
 
 bool HeadlessDesktop::PumpInput() {
   if (input_.empty()) return false;
+  // A copy, taken out before it is played: a handler may put in more or run a loop of its own.
   const Input input = input_.front();
   input_.pop_front();
   if (input.other) {
@@ -93,6 +94,7 @@ void HeadlessDesktop::Advance(DWORD milliseconds) {
   for (DWORD left = milliseconds; left > 0;) {
     DWORD step = left;
     const DWORD now = Ticks();
+    // No farther than to the next timer, so that its handler finds the time it asked for.
     for (const Timer& timer : timers_) step = std::min(step, std::max<DWORD>(timer.due - now, 1));
     {
       const std::lock_guard<std::mutex> lock(mutex_);
@@ -106,6 +108,7 @@ void HeadlessDesktop::Advance(DWORD milliseconds) {
 // A dialog that nobody is there to answer is cancelled, and left if that does not end it.
 bool HeadlessDesktop::WorkModal(HWND dialog) {
   if (Pump(true) || Quits()) return true;
+  // A second time for the same dialog: it did not take the first.
   if (std::erase(cancelled_, dialog) != 0) return false;
   cancelled_.push_back(dialog);
   Send(dialog, WM_COMMAND, IDCANCEL, 0);

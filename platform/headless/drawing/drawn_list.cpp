@@ -111,6 +111,7 @@ std::vector<DrawnList::Entry> DrawnList::Cut(const CRect& from, SIZE by) const {
   for (const Entry& entry : entries_) {
     if (!entry.alive || !entry.seen.Touches(from)) continue;
     Entry copy = entry;
+    // Only the parts that showed are moved: what was hidden stays hidden.
     copy.seen.Keep(from);
     copy.seen.Move(by);
     copy.drawn.bounds = (entry.drawn.bounds & from) + by;
@@ -120,6 +121,7 @@ std::vector<DrawnList::Entry> DrawnList::Cut(const CRect& from, SIZE by) const {
 }
 
 void DrawnList::Put(std::vector<Entry> entries, const CRect& target) {
+  // The target is replaced as a whole, even where nothing came.
   Cover(target & all_);
   for (Entry& entry : entries) Add(std::move(entry.drawn), std::move(entry.seen), false);
 }

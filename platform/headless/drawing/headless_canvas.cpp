@@ -46,6 +46,7 @@ bool Inside(const std::vector<POINT>& corners, int x, int y) {
   for (std::size_t i = 0, j = corners.size() - 1; i < corners.size(); j = i++) {
     const POINT a = corners[i];
     const POINT b = corners[j];
+    // Half open, so that a corner between two edges is counted once.
     if ((a.y > y) == (b.y > y)) continue;
     const double cross = a.x + static_cast<double>(Far(a.x, b.x)) * static_cast<double>(Far(a.y, y)) /
                                    static_cast<double>(Far(a.y, b.y));
@@ -99,6 +100,7 @@ std::vector<DWORD> HeadlessSurface::Pixels(const CRect& rect) const {
   std::vector<DWORD> taken;
   for (int y = rect.top; y < rect.bottom; ++y)
     for (int x = rect.left; x < rect.right; ++x)
+      // Outside the surface there is no pixel: 0, which is not even opaque.
       taken.push_back(x < 0 || y < 0 || x >= size_.cx || y >= size_.cy ? 0 : pixels_[Index(x, y)]);
   return taken;
 }

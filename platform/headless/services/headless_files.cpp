@@ -58,6 +58,7 @@ class HeadlessFiles::OpenFile : public File {
       : files_(files), path_(path), entry_(std::move(entry)), use_(use) {}
 
   std::int64_t Read(void* out, std::size_t size) override {
+    // Opened to write at the end only, as the system's file is.
     if (use_ == FileUse::kAppend) return -1;
     const std::string& bytes = entry_->bytes;
     if (position_ >= bytes.size()) return 0;
@@ -178,6 +179,7 @@ std::optional<FileFacts> HeadlessFiles::Facts(LPCTSTR path) {
   const EntryPointer entry = Find(path);
   if (!entry) return std::nullopt;
   FileFacts facts = entry->facts;
+  // By the bytes: a file that is open for writing is growing.
   facts.size = entry->bytes.size();
   facts.is_stream = streams.contains(path);
   return facts;
@@ -186,6 +188,7 @@ std::optional<FileFacts> HeadlessFiles::Facts(LPCTSTR path) {
 bool HeadlessFiles::SetAttributes(LPCTSTR path, DWORD attributes) {
   const EntryPointer entry = Find(path);
   if (!entry) return false;
+  // A folder stays one: that is no attribute that can be set.
   entry->facts.attributes = attributes | (entry->facts.attributes & kAttributeFolder);
   return true;
 }
@@ -194,6 +197,7 @@ bool HeadlessFiles::SetTimes(LPCTSTR path, const FileTimes& times) {
   const EntryPointer entry = Find(path);
   if (!entry) return false;
   FileTimes& kept = entry->facts.times;
+  // 0 leaves a time as it is.
   if (times.access != 0) kept.access = times.access;
   if (times.creation != 0) kept.creation = times.creation;
   if (times.write != 0) kept.write = times.write;
@@ -215,6 +219,7 @@ bool HeadlessFiles::Replace(LPCTSTR from, LPCTSTR to) {
   const bool kept = !entry || refused.contains(from) || refused.contains(to) || IsFolder(to) ||
                     IsReadOnly(to) || !IsFolder(FolderOf(Plain(to)));
   if (kept) return false;
+  // In this order: both may be one name.
   entries_.erase(Plain(from));
   entries_[Plain(to)] = entry;
   return true;

@@ -47,6 +47,7 @@ class RecordedProgress : public ProgressDialog {
 }  // namespace
 
 SYSTEMTIME HeadlessClock::ToLocal(std::int64_t time) {
+  // Times are counted from 1601; before that there are none.
   const std::chrono::sys_time<Units> at = kFirstDay + Units(time < 0 ? 0 : time);
   const auto day = std::chrono::floor<std::chrono::days>(at);
   const std::chrono::year_month_day date(day);
@@ -79,6 +80,7 @@ HeadlessProcess::HeadlessProcess() {
 
 CString HeadlessProcess::ModulePath(HINSTANCE module, int limit) {
   const auto found = modules.find(module);
+  // The system cuts a path to the caller's room, which the end of the text shares.
   return found == modules.end() ? CString() : found->second.Left(limit - 1);
 }
 
