@@ -8,6 +8,7 @@
 namespace lorv {
 
 HWND DesktopModel::StartComposition(HWND window) {
+  // Before the message: a handler may end the composition again.
   composing_ = window;
   const HWND before = FocusedWindow();
   Deliver(MessageNow(window, WM_IME_STARTCOMPOSITION, 0, 0));
@@ -24,6 +25,7 @@ void DesktopModel::EndComposition() {
   const HWND former = std::exchange(composing_, nullptr);
   const auto window = At(former);
   if (window == nullptr) return;
+  // Whoever asks while the end is reported finds nothing composed.
   window->composition_ = {};
   Deliver(MessageNow(former, WM_IME_ENDCOMPOSITION, 0, 0));
 }
@@ -43,6 +45,7 @@ HWND DesktopModel::Compose(HWND window, const Composition& now) {
   Deliver(MessageNow(window, WM_IME_COMPOSITION, 0, (commits ? GCS_RESULTSTR : 0) | (shows ? kShown : 0)));
   // Given once: a later look must not take it a second time.
   target->composition_.committed.Empty();
+  // Nothing is left to compose: committed or given up.
   if (now.text.IsEmpty()) EndComposition();
   return StillThere(window) ? window : nullptr;
 }

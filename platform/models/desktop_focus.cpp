@@ -44,6 +44,7 @@ HWND DesktopModel::NextTop(HWND gone, HWND owner) const {
     return top != gone && window != nullptr && window->Seen() && (window->Style() & WS_DISABLED) == 0 &&
            window->Kind() != WindowKind::Popup;
   };
+  // A dialog gives way to the window it belongs to, whatever lies below it.
   if (owner != nullptr && fits(owner)) return owner;
   const auto next = std::find_if(tops_.begin(), tops_.end(), fits);
   return next == tops_.end() ? nullptr : *next;
@@ -52,6 +53,7 @@ HWND DesktopModel::NextTop(HWND gone, HWND owner) const {
 void DesktopModel::ActivateNext(HWND gone, HWND owner) {
   if (const HWND next = NextTop(gone, owner)) return ActivateTop(next);
   MoveFocus(nullptr);
+  // A handler may have activated another window meanwhile: that one stays.
   if (active_ == gone) active_ = nullptr;
 }
 
@@ -89,6 +91,7 @@ void DesktopModel::SetCapture(HWND window) {
   if (window != nullptr && !StillThere(window)) return;
   const HWND former = std::exchange(capture_, window);
   if (former == window) return;
+  // The screen's capture is moved before anybody hears of it, as a handler may take it again.
   CaptureChanged(former);
   if (StillThere(former)) DeliverMessage(former, WM_CAPTURECHANGED, 0, AsParameter(window));
 }
@@ -101,6 +104,7 @@ void DesktopModel::Hover(HWND window) {
 
 SHORT DesktopModel::KeyState(int key) const {
   const auto found = keys_.find(key);
+  // The topmost bit says "down"; the lowest, "toggled", is not kept.
   return found != keys_.end() && found->second ? static_cast<SHORT>(-0x8000) : SHORT{0};
 }
 

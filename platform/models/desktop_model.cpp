@@ -19,6 +19,7 @@ HWND ForeignWindow() {
 // Of the whole process, so that a handle never means the windows of two desktops.
 HWND DesktopModel::NewHandle() {
   static std::atomic<UINT_PTR> last{0x10000};
+  // Never one that was in use before: who kept a handle too long finds nothing.
   return reinterpret_cast<HWND>(last += 2);
 }
 
@@ -43,6 +44,7 @@ void DesktopModel::Adopt(const std::shared_ptr<WindowModel>& window) {
 
 bool DesktopModel::Admits(const WindowRequest& request) const {
   const auto parent = At(request.parent);
+  // A parent that is going would leave its newest child behind.
   if ((request.style & WS_CHILD) != 0) return parent != nullptr && !parent->Ending();
   return request.parent == nullptr || parent != nullptr;
 }
@@ -53,6 +55,7 @@ HWND DesktopModel::Create(const WindowRequest& request) {
   Adopt(window);
   Begin(*window, request);
   try {
+    // Before WM_CREATE, which already goes to the class's own handler.
     request.attach(window->Handle());
     return Announce(window, request);
   } catch (...) {
@@ -94,6 +97,7 @@ void DesktopModel::Forget(HWND window) {
     std::erase_if(posted_, [window](const MSG& message) { return message.hwnd == window; });
   }
   std::erase(tops_, window);
+  // Whatever names the window: none may lead to it any more.
   for (HWND* const place : {&focus_, &active_, &capture_, &hovered_, &composing_})
     if (*place == window) *place = nullptr;
 }
@@ -152,6 +156,7 @@ HWND DesktopModel::InnermostAt(HWND at, POINT screen) const {
   // The last child lies on top.
   for (auto child = children.rbegin(); child != children.rend(); ++child) {
     const auto inner = At(*child);
+    // The mouse over a disabled child is its parent's.
     const bool disabled = inner != nullptr && (inner->Style() & WS_DISABLED) != 0;
     const HWND hit = disabled ? nullptr : InnermostAt(*child, screen);
     if (hit != nullptr) return hit;
@@ -177,6 +182,7 @@ int DesktopModel::MakeCursor(const PixelImage& picture, POINT point) {
 }
 
 void DesktopModel::EndCursor(int cursor) {
+  // One that is shown must not stand for a picture that is gone.
   if (own_cursors_.erase(cursor) != 0 && Cursor() == cursor) SetCursor(kCursorArrow);
 }
 
@@ -214,6 +220,7 @@ int DesktopModel::Metric(int index) const {
 
 UINT DesktopModel::RegisterMessage(LPCTSTR name) {
   constexpr UINT kFirst = 0xC000;
+  // A name that is known keeps its number: emplace leaves it.
   return registered_.emplace(CString(name), kFirst + static_cast<UINT>(registered_.size())).first->second;
 }
 

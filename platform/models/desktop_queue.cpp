@@ -34,6 +34,7 @@ class DesktopModel::ModalRun {
     std::erase(desktop_.modal_, dialog_);
     if (owner_ == nullptr) return;
     owner_->Enable(true);
+    // Another window that was activated meanwhile keeps its place.
     const bool leaderless = desktop_.active_ == nullptr || desktop_.active_ == dialog_;
     if (owner_->Exists() && leaderless) desktop_.ActivateTop(owner_->Handle());
   }
@@ -46,11 +47,13 @@ class DesktopModel::ModalRun {
 
 bool DesktopModel::Post(HWND window, UINT message, WPARAM w, LPARAM l) {
   {
+    // Before the lock, which the clock of a desktop may take itself.
     const DWORD now = Ticks();
     const std::lock_guard<std::mutex> lock(mutex_);
     if (window != nullptr && windows_.count(window) == 0) return false;
     posted_.push_back({window, message, w, l, now, mouse_});
   }
+  // Outside the lock: it may wake the thread of the windows at once.
   MessagePosted();
   return true;
 }
@@ -112,6 +115,7 @@ void DesktopModel::RunModal(HWND dialog) {
     while (run.Goes() && !quits_ && WorkModal(dialog)) {
     }
   });
+  // Kept before the end of the dialog is reported, whose handlers may pump.
   const bool quits = quits_;
   fault.Run([&] { run.End(); });
   // The end of the program is the outer loops' affair as well: they come upon it again.

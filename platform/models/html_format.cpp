@@ -48,6 +48,7 @@ std::string_view BetweenMarks(std::string_view data) {
 }  // namespace
 
 std::string ToHtmlFormat(std::string_view fragment) {
+  // Every header is as long as this one.
   const std::size_t html = Header(0, 0, 0, 0).size();
   const std::size_t start = html + kBefore.size() + kStart.size();
   const std::size_t end = start + fragment.size();

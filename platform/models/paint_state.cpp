@@ -17,6 +17,7 @@ PaintState::Asking::Asking(PaintState& state)
 
 PaintState::Asking::~Asking() {
   --state_.nesting_;
+  // Nothing was taken: only what came meanwhile is still asked for.
   if (!state_.taken_) std::swap(state_.pending_, state_.later_);
   state_.later_ = std::move(later_before_);
   // A painting inside took what the one around was asked for.
@@ -55,6 +56,7 @@ CRect PaintState::Shift(const CRect& client, SIZE by, const RECT* area, const RE
   // Where pixels that were visible before can be copied to; the rest is new.
   const CRect target = (box + by) & bounds & (client + by);
   Region moved = pending_;
+  // What was out of date stays so where its pixels go.
   moved.Keep(target - by);
   moved.Move(by);
   Region fresh(box & bounds);

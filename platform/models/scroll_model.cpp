@@ -9,6 +9,7 @@
 namespace lorv {
 
 int ScrollModel::LastPosition() const {
+  // Pages of 0 and of 1 scroll alike: to the last position of the range.
   const std::int64_t page = std::max<std::int64_t>(std::int64_t{info_.nPage} - 1, 0);
   return static_cast<int>(std::max<std::int64_t>(info_.nMax - page, info_.nMin));
 }
@@ -16,6 +17,7 @@ int ScrollModel::LastPosition() const {
 void ScrollModel::Set(const SCROLLINFO& info) {
   if ((info.fMask & SIF_RANGE) != 0) {
     info_.nMin = info.nMin;
+    // A range that ends before it begins is one of a single position.
     info_.nMax = std::max(info.nMin, info.nMax);
   }
   if ((info.fMask & SIF_PAGE) != 0) info_.nPage = info.nPage;

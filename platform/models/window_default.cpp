@@ -52,6 +52,7 @@ LRESULT WindowModel::Default(UINT message, WPARAM w, LPARAM l) {
 
 LRESULT WindowModel::TextMessage(UINT message, WPARAM w, LPARAM l) {
   if (message == WM_GETTEXTLENGTH) return Text().GetLength();
+  // The caller's room counts units with the end of the text.
   if (message == WM_GETTEXT) return CopyOut(Text(), reinterpret_cast<LPTSTR>(l), w);
   KeepText(reinterpret_cast<LPCTSTR>(l));
   TextChanged();
@@ -73,6 +74,7 @@ LRESULT WindowModel::ActivateMessage(WPARAM w) {
 }
 
 LRESULT WindowModel::CursorMessage(UINT message, WPARAM w, LPARAM l) {
+  // Parents first: a dialog may set one cursor for all its controls.
   if (parent_ != nullptr && DeliverMessage(parent_, message, w, l) != 0) return TRUE;
   if (alive_) desktop_.SetCursor(kind_ == WindowKind::Edit ? kCursorText : kCursorArrow);
   return FALSE;

@@ -35,6 +35,7 @@ std::shared_ptr<WindowModel> WindowModel::ParentModel() const {
 bool WindowModel::Seen() const {
   if (!alive_ || (style_ & WS_VISIBLE) == 0) return false;
   const auto parent = ParentModel();
+  // A child whose parent is gone is not seen, whatever its own style says.
   return parent_ == nullptr || (parent != nullptr && parent->Seen());
 }
 
@@ -70,6 +71,7 @@ void WindowModel::ReportPlace(CPoint at) {
   const bool sized = client != reported_client_;
   reported_client_ = client;
   if (std::exchange(reported_at_, at) != at) DeliverMessage(handle_, WM_MOVE, 0, MAKELPARAM(at.x, at.y));
+  // Moved alone, the picture is still right.
   if (!alive_ || !sized) return;
   ScrollChanged();
   Invalidate(nullptr);
@@ -84,6 +86,7 @@ void WindowModel::Show(int how) {
     DeliverMessage(handle_, WM_SHOWWINDOW, static_cast<WPARAM>(on), 0);
     if (!alive_) return;
     style_ = on ? style_ | WS_VISIBLE : Without(style_, WS_VISIBLE);
+    // What changed while it was hidden was not asked to be painted.
     if (on) Invalidate(nullptr);
     if (!on) LoseFocusWithin();
   }
@@ -158,6 +161,7 @@ void WindowModel::ScrollByUser(int bar, int code, int position) {
   if (!alive_) return;
   const auto keep = shared_from_this();
   const bool drags = code == SB_THUMBTRACK || code == SB_THUMBPOSITION;
+  // The message carries 16 bits; SIF_TRACKPOS has all 32 of them.
   if (drags) Bar(bar).Drag(position);
   const int carried = drags ? Bar(bar).Info().nTrackPos : 0;
   // The bar comes back to the window's position even if a handler throws.
@@ -218,6 +222,7 @@ void WindowModel::End(FirstFault& fault) {
   ending_ = true;
   while (!children_.empty()) {
     const HWND child = children_.back();
+    // Taken off first, so that the loop ends whatever the handlers of the child do.
     children_.pop_back();
     if (const auto window = desktop_.At(child)) window->End(fault);
   }

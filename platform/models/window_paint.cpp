@@ -48,6 +48,7 @@ void WindowModel::Shift(SIZE by, const RECT* area, const RECT* clip, bool childr
   if (!ShiftPicture(target, by)) paint_.Invalidate(client, &target);
   if (Dirty()) PaintWanted();
   PictureChanged();
+  // Last: moving them runs handlers, which may scroll again.
   if (children) ShiftChildren(by, area == nullptr ? client : client & *area);
 }
 
@@ -65,6 +66,7 @@ void WindowModel::ShiftChildren(SIZE by, const CRect& area) {
 void WindowModel::ReportDpi(int dpi) {
   if (!alive_ || dpi <= 0 || dpi == dpi_) return;
   const auto keep = shared_from_this();
+  // Other threads ask for the dots an inch, so they are atomic.
   const int before = dpi_.exchange(dpi);
   DpiChanged();
   Invalidate(nullptr);
