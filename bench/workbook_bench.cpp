@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr int kRows = 20000;
+constexpr int kRows = 100000;
 constexpr int kColumns = 10;
 constexpr int kCells = kRows * kColumns;
 
