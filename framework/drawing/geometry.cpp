@@ -126,6 +126,7 @@ BOOL CRect::SubtractRect(LPCRECT a, LPCRECT b) {
   CRect rest(a);
   CRect common;
   if (rest.IsRectEmpty() || !common.IntersectRect(a, b)) return Keep(*this, rest);
+  // All of it is taken away.
   if (common.EqualRect(a)) return Keep(*this, CRect());
   // Only a cut through the whole width or height leaves a rectangle; any other leaves `a` as it is, as in the
   // system.

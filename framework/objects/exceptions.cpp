@@ -173,6 +173,7 @@ void CFileException::ThrowOsError(LONG error, LPCTSTR file_name) {
 }
 
 void AfxThrowMemoryException() {
+  // By pointer, as all failures of the framework are thrown; Delete leaves this one alone.
   throw &NoMemory();
 }
 

@@ -135,6 +135,7 @@ CString CString::Mid(int first) const {
 }
 
 CString CString::Mid(int first, int count) const {
+  // A standard text throws for a place behind its end.
   return CString(View().substr(std::min(Count(first), text_.size()), Count(count)));
 }
 
@@ -151,11 +152,13 @@ CString CString::SpanExcluding(LPCTSTR set) const {
 CString CString::Tokenize(LPCTSTR set, int& start) const {
   const TextView units = Safe(set);
   const std::size_t first = start < 0 ? kNone : View().find_first_not_of(units, Count(start));
+  // -1 marks the end, and a call with it gives the end again.
   if (first == kNone) {
     start = -1;
     return {};
   }
   const std::size_t end = std::min(View().find_first_of(units, first), text_.size());
+  // Behind the separator; at the end of the text the next call finds nothing and gives -1.
   start = static_cast<int>(std::min(end + 1, text_.size()));
   return CString(View().substr(first, end - first));
 }

@@ -155,6 +155,8 @@ bool _variant_t::operator==(const VARIANT& other) const noexcept {
     case VT_UNKNOWN:
       return punkVal == other.punkVal;
     case VT_BSTR:
+      // By length, so that units of zero count; no text and the empty text are equal, as automation takes
+      // them.
       return lorv::TextView(bstrVal, SysStringLen(bstrVal)) ==
              lorv::TextView(other.bstrVal, SysStringLen(other.bstrVal));
     default:

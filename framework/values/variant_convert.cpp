@@ -266,6 +266,7 @@ CString MoneyText(std::int64_t tenthousandths) {
   const auto size =
       negative ? 0 - static_cast<std::uint64_t>(tenthousandths) : static_cast<std::uint64_t>(tenthousandths);
   CString text;
+  // As an unsigned number: the smallest money has no positive counterpart.
   text.Format(_T("%s%llu.%04llu"), negative ? _T("-") : _T(""), size / 10000, size % 10000);
   return text.TrimRight('0').TrimRight('.');
 }
@@ -308,6 +309,7 @@ HRESULT FromText(const VARIANT& source, VARTYPE type, VARIANT& out) {
       return S_OK;
     }
   }
+  // A text that is no date may still be the number of one.
   if (type == VT_DATE && TextToOleDate(text, out.date)) return S_OK;
   Number number;
   const HRESULT result = NumberOfText(text, number);
@@ -326,6 +328,7 @@ bool IsUnsigned(VARTYPE type) {
 HRESULT Converted(const VARIANT& source, VARTYPE type, VARIANT& out) {
   if (type == VT_BSTR) return ToText(source, out);
   if (source.vt == VT_BSTR) return FromText(source, type, out);
+  // Whole kinds get whole money; the others take it as the number it is.
   if (source.vt == VT_CY && type != VT_R4 && type != VT_R8 && type != VT_DATE && type != VT_BOOL) {
     return PutNumber(Number::Signed(WholeMoney(source.cyVal.int64)), type, out);
   }
@@ -388,6 +391,7 @@ HRESULT ChangeValueType(VARIANT& target, const VARIANT& source, VARTYPE type) {
     result = ChangeSystemType(fresh, shared, type);
   }
   if (FAILED(result)) return result;
+  // Cleared when all has succeeded, and after the reading: the source may be the target.
   VariantClear(&target);
   target = fresh;
   return S_OK;

@@ -20,6 +20,7 @@ CDialog::~CDialog() = default;
 INT_PTR CDialog::DoModal() {
   // Without a form there is nothing to ask; a dialog that is up cannot be asked a second time.
   if (form_ == nullptr || m_hWnd != nullptr) return -1;
+  // Before the window is made: a handler of its making may end the dialog already.
   modal_ = true;
   ended_ = false;
   result_ = -1;
@@ -75,6 +76,8 @@ void CDialog::Measure(const lorv::DialogTemplate& form) {
   face_ = font.Face();
   const auto canvas = lorv::DesktopInForce().MakeCanvas({1, 1});
   canvas->SetFont(face_);
+  // The system's own formula: twice the average of 52 letters, halved with rounding; so dialogs have their
+  // known sizes.
   base_ = {(canvas->Extent(letters.View()).cx / 26 + 1) / 2, canvas->Metrics().tmHeight};
 }
 
@@ -91,6 +94,7 @@ BOOL CDialog::Build(const lorv::DialogTemplate& form, CWnd* parent) {
   lorv::WindowRequest request;
   request.kind = lorv::WindowKind::Dialog;
   request.text = form.caption;
+  // Shown when it is whole: the items come after it.
   request.style = lorv::Without(form.style, WS_VISIBLE);
   request.place = client;
   request.parent = parent == nullptr ? nullptr : parent->m_hWnd;

@@ -46,6 +46,7 @@ bool Contains(const lorv::MenuModel& model, const lorv::MenuModel* wanted) {
 lorv::MenuEntry* ByCommand(lorv::MenuModel& model, UINT id) {
   for (lorv::MenuEntry& entry : model.entries) {
     if (entry.submenu == nullptr && (entry.flags & MF_SEPARATOR) == 0 && entry.id == id) return &entry;
+    // Through the handle, so that a submenu that was destroyed is not searched any more.
     const auto below = entry.submenu == nullptr ? nullptr : ModelOf(HandleOf(entry.submenu.get()));
     lorv::MenuEntry* const found = below == nullptr ? nullptr : ByCommand(*below, id);
     if (found != nullptr) return found;
@@ -64,6 +65,7 @@ BOOL CMenu::CreatePopupMenu() {
 
 BOOL CMenu::DestroyMenu() {
   const HMENU menu = Detach();
+  // Menus that show it keep the model: they go on as before.
   return menu != nullptr && Live().models.erase(menu) != 0;
 }
 
@@ -106,6 +108,7 @@ BOOL CMenu::InsertMenu(UINT position, UINT flags, UINT_PTR id, LPCTSTR text) {
   const auto model = ModelOf(m_hMenu);
   if (model == nullptr) return FALSE;
   lorv::MenuEntry fresh;
+  // How the call names the place is nothing that the entry keeps.
   fresh.flags = lorv::Without(flags, MF_BYPOSITION | MF_POPUP);
   fresh.text = text;
   if ((flags & MF_POPUP) != 0) {

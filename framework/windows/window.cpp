@@ -172,6 +172,7 @@ BOOL CWnd::OnCommand(WPARAM w, LPARAM l) {
 
 BOOL CWnd::OnNotify(WPARAM w, LPARAM l, LRESULT* result) {
   NMHDR* const header = reinterpret_cast<NMHDR*>(l);
+  // A message without its header comes from a program that made it up.
   if (header == nullptr) return FALSE;
   if (Reflect(header->hwndFrom, WM_NOTIFY, w, l, result)) return TRUE;
   const UINT id = static_cast<UINT>(header->idFrom);
@@ -188,6 +189,7 @@ BOOL CWnd::OnNotify(WPARAM w, LPARAM l, LRESULT* result) {
 // Asks the control itself, before its parent's tables.
 BOOL CWnd::Reflect(HWND control, UINT message, WPARAM w, LPARAM l, LRESULT* result) {
   CWnd* const child = FromHandlePermanent(control);
+  // Only objects of the program have tables, and a window is not its own parent.
   if (child == nullptr || child == this) return FALSE;
   NMHDR* const header = message == WM_NOTIFY ? reinterpret_cast<NMHDR*>(l) : nullptr;
   const UINT code = header == nullptr ? HIWORD(w) : header->code;

@@ -76,11 +76,13 @@ CWnd* CWnd::GetParent() const {
 }
 
 CWnd* CWnd::GetOwner() const {
+  // Set by SetOwner; otherwise whoever hears the notifications.
   return owner_ != nullptr ? FromHandle(owner_) : GetParent();
 }
 
 CWnd* CWnd::GetTopLevelParent() const {
   HWND at = m_hWnd;
+  // Up through parents only: an owned dialog is a top window of its own.
   for (HWND above = at; above != nullptr; above = lorv::PeerOf(at)->Parent()) at = above;
   return FromHandle(at);
 }
@@ -163,6 +165,7 @@ CWnd* CWnd::SetCapture() {
 }
 
 CWnd* CWnd::SetActiveWindow() {
+  // As in SetFocus, before any handler runs.
   CWnd* const former = GetActiveWindow();
   lorv::PeerOf(m_hWnd)->Activate();
   return former;

@@ -46,12 +46,14 @@ CString CWnd::GetWindowClassName() const {
 
 CFont* CWnd::GetFont() const {
   if (m_hWnd == nullptr) return nullptr;
+  // Made at the first question and kept: callers hold the pointer, as of the framework's own.
   if (font_ == nullptr) font_ = std::make_shared<CFont>(PeerOf(m_hWnd)->Font());
   return font_.get();
 }
 
 void CWnd::SetFont(CFont* font, BOOL redraw) {
   const auto peer = PeerOf(m_hWnd);
+  // The next GetFont asks for the font that is in force then.
   font_.reset();
   if (font != nullptr) peer->SetFont(font->Face());
   if (redraw != 0) peer->Invalidate(nullptr);
@@ -113,6 +115,7 @@ BOOL CWnd::SetWindowPos(const CWnd* /*after*/, int x, int y, int width, int heig
   if ((flags & SWP_NOSIZE) == 0) place.SetRect(place.left, place.top, place.left + width, place.top + height);
   if ((flags & (SWP_NOMOVE | SWP_NOSIZE)) != (SWP_NOMOVE | SWP_NOSIZE)) peer->Place(place);
   if ((flags & SWP_NOZORDER) == 0) peer->Raise();
+  // Last: the window is shown or hidden at its new place, without a flash at the old one.
   if ((flags & SWP_HIDEWINDOW) != 0) peer->Show(SW_HIDE);
   if ((flags & SWP_SHOWWINDOW) != 0) peer->Show((flags & SWP_NOACTIVATE) != 0 ? SW_SHOWNA : SW_SHOW);
   return TRUE;
@@ -137,6 +140,7 @@ void CWnd::ScreenToClient(LPRECT rect) const {
 }
 
 BOOL CWnd::ShowWindow(int how) {
+  // Asked before: the answer is how it was.
   const BOOL before = IsWindowVisible();
   PeerOf(m_hWnd)->Show(how);
   return before;
@@ -176,6 +180,7 @@ void CWnd::ValidateRect(LPCRECT rect) {
 BOOL CWnd::GetUpdateRect(LPRECT rect, BOOL /*erase*/) const {
   const CRect bounds = GetUpdateRegion().Bounds();
   if (rect != nullptr) *rect = bounds;
+  // Without a rectangle it only asks whether anything is out of date.
   return static_cast<BOOL>(bounds.IsRectEmpty() == 0);
 }
 
@@ -186,6 +191,7 @@ lorv::Region CWnd::GetUpdateRegion() const {
 }
 
 void CWnd::ScrollWindow(int across, int down, LPCRECT area, LPCRECT clip) {
+  // Children move along only where the whole window scrolls.
   PeerOf(m_hWnd)->Shift({across, down}, area, clip, area == nullptr);
 }
 
@@ -210,6 +216,7 @@ void CWnd::UpdateWindow() {
 BOOL CWnd::RedrawWindow(LPCRECT rect, void* /*region*/, UINT flags) {
   const auto peer = PeerOf(m_hWnd);
   if ((flags & RDW_INVALIDATE) != 0) peer->Invalidate(rect);
+  // Behind the invalidation, whose part it paints at once.
   if ((flags & RDW_UPDATENOW) != 0) peer->Update();
   return m_hWnd != nullptr;
 }
