@@ -1,0 +1,137 @@
+#include "gridcore/control/grid_control.h"
+
+#include <algorithm>
+
+// The window of a grid: making it, its messages, its switches.
+
+IMPLEMENT_DYNCREATE(CBCGPWnd, CWnd)
+IMPLEMENT_DYNCREATE(CBCGPGridCtrl, CBCGPWnd)
+
+BEGIN_MESSAGE_MAP(CBCGPGridCtrl, CBCGPWnd)
+ON_WM_CREATE()
+ON_WM_DESTROY()
+ON_WM_PAINT()
+ON_WM_SIZE()
+ON_WM_KEYDOWN()
+ON_WM_CHAR()
+ON_WM_LBUTTONDOWN()
+ON_WM_LBUTTONUP()
+ON_WM_LBUTTONDBLCLK()
+ON_WM_RBUTTONDOWN()
+ON_WM_RBUTTONUP()
+ON_WM_MOUSEMOVE()
+ON_WM_MOUSEWHEEL()
+ON_WM_SETCURSOR()
+ON_WM_VSCROLL()
+ON_WM_HSCROLL()
+ON_WM_SETFOCUS()
+ON_WM_KILLFOCUS()
+ON_WM_CANCELMODE()
+ON_WM_GETDLGCODE()
+ON_EN_KILLFOCUS(lorv::kEditorId, OnEditorLeft)
+ON_CBN_SELENDOK(lorv::kEditorId, OnSelectCombo)
+ON_CBN_CLOSEUP(lorv::kEditorId, OnListClosed)
+ON_REGISTERED_MESSAGE(BCGM_GRID_ADJUST_LAYOUT, OnAdjustLayoutMessage)
+END_MESSAGE_MAP()
+
+CBCGPGridCtrl::CBCGPGridCtrl() = default;
+
+CBCGPGridCtrl::~CBCGPGridCtrl() {
+  if (m_hWnd != nullptr) CWnd::DestroyWindow();
+  CBCGPGridCtrl::RemoveAll(FALSE);
+}
+
+BOOL CBCGPGridCtrl::Create(DWORD style, const RECT& rect, CWnd* parent, UINT id) {
+  return CWnd::Create(nullptr, _T(""), style, rect, parent, id);
+}
+
+void CBCGPGridCtrl::Init() {
+  lorv::RegisterGridMessages();
+  SetRowHeight();
+}
+
+int CBCGPGridCtrl::OnCreate(LPCREATESTRUCT request) {
+  if (CBCGPWnd::OnCreate(request) == -1) return -1;
+  Init();
+  AdjustLayout();
+  return 0;
+}
+
+void CBCGPGridCtrl::PreSubclassWindow() {
+  CBCGPWnd::PreSubclassWindow();
+}
+
+void CBCGPGridCtrl::OnDestroy() {
+  const auto life = life_.Watch();
+  CloseEditor();
+  if (!life.expired()) CBCGPWnd::OnDestroy();
+}
+
+void CBCGPGridCtrl::OnSize(UINT type, int width, int height) {
+  CBCGPWnd::OnSize(type, width, height);
+  CBCGPGridCtrl::AdjustLayout();
+}
+
+LRESULT CBCGPGridCtrl::OnAdjustLayoutMessage(WPARAM /*w*/, LPARAM /*l*/) {
+  AdjustLayout();
+  return 0;
+}
+
+void CBCGPGridCtrl::OnSetFocus(CWnd* /*former*/) {
+  InvalidateSelection();
+}
+
+void CBCGPGridCtrl::OnKillFocus(CWnd* /*next*/) {
+  InvalidateSelection();
+}
+
+UINT CBCGPGridCtrl::OnGetDlgCode() {
+  return DLGC_WANTARROWS | DLGC_WANTCHARS;
+}
+
+void CBCGPGridCtrl::EnableHeader(BOOL on, UINT flags) {
+  header_on_ = on != FALSE;
+  header_flags_ = flags;
+}
+
+void CBCGPGridCtrl::EnableRowHeader(BOOL on, int /*always_minus_one*/, int width) {
+  row_header_on_ = on != FALSE;
+  row_header_width_ = std::clamp(width, 0, lorv::kMaxColumnWidth);
+}
+
+void CBCGPGridCtrl::EnableLineNumbers(BOOL on) {
+  line_numbers_ = on != FALSE;
+  Invalidate(FALSE);
+}
+
+void CBCGPGridCtrl::EnableMarkSortedColumn(BOOL mark, BOOL redraw) {
+  marks_sorted_ = mark != FALSE;
+  if (redraw != FALSE) Invalidate(FALSE);
+}
+
+void CBCGPGridCtrl::EnableColumnAutoSize(BOOL on) {
+  columns_spread_ = on != FALSE;
+}
+
+void CBCGPGridCtrl::SetColorTheme(const BCGP_GRID_COLOR_DATA& theme, BOOL redraw) {
+  theme_ = theme;
+  if (redraw != FALSE) Invalidate(FALSE);
+}
+
+COLORREF CBCGPGridCtrl::GetBkColor() const {
+  return Themed(theme_.m_clrBackground, COLOR_WINDOW);
+}
+
+CFont* CBCGPGridCtrl::GetBoldFont() {
+  if (!own_bold_) {
+    LOGFONT face = m_hWnd == nullptr ? LOGFONT{} : lorv::PeerOf(m_hWnd)->Font();
+    face.lfWeight = FW_BOLD;
+    bold_.CreateFontIndirect(&face);
+  }
+  return &bold_;
+}
+
+void CBCGPGridCtrl::SetBoldFont(const LOGFONT& face) {
+  bold_.CreateFontIndirect(&face);
+  own_bold_ = true;
+}

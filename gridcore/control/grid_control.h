@@ -1,0 +1,396 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "framework/drawing/drawing_tools.h"
+#include "framework/windows/controls.h"
+#include "gridcore/columns/columns_info.h"
+#include "gridcore/control/colour_theme.h"
+#include "gridcore/control/grid_messages.h"
+#include "gridcore/rows/grid_row.h"
+#include "gridcore/selection/selected_ranges.h"
+#include "gridcore/table/merged_cells.h"
+
+namespace lorv {
+
+// How SetCurSel takes a cell.
+enum SelectMode : UINT {
+  kSelectClear = 0,             // with the null id: nothing is selected, nothing current
+  kSelectOnly = 136,            // the cell alone
+  kSelectFirstCorner = 160,     // the cell alone, as the first corner of a range
+  kSelectOppositeCorner = 320,  // the range from the first corner to the cell; its top left cell is current
+  kSelectAdd = 544              // the cell too
+};
+
+// What EnableHeader allows; bits.
+enum HeaderFlag : UINT { kHeaderMovesColumns = 1, kHeaderSorts = 2, kHeaderHides = 4, kHeaderSelects = 8 };
+
+constexpr UINT kEditorId = 1;        // of every editor of a grid
+constexpr int kDividerReach = 4;     // pixels to both sides of a column's edge
+constexpr int kRowHeaderWidth = 30;  // pixels
+
+// True while the object that the token was taken from lives.
+class LifeToken {
+ public:
+  std::weak_ptr<int> Watch() const { return life_; }
+
+ private:
+  std::shared_ptr<int> life_ = std::make_shared<int>(0);
+};
+
+}  // namespace lorv
+
+class COMM_LORV_API CBCGPWnd : public CWnd {
+  DECLARE_DYNCREATE(CBCGPWnd)
+};
+
+// A grid of cells in rows and columns, with a header above and a row header at the left.
+//
+// Units: rows and columns count from 0; pixels of the client area. A row's number is its place in the table,
+//   hidden rows counted.
+// Edges: numbers outside the table are answered with null, -1, FALSE, 0 or an empty rectangle; setters pass
+//   them over. Everything works without a window as well, as if nothing could be seen.
+// The grid owns its rows. A handler may rebuild the table, or destroy the grid, in every virtual operation
+//   that tells of a change: the grid looks its rows and cells up anew after each.
+// One thread: that of the user interface.
+//
+//   CBCGPGridCtrl grid;  grid.InsertColumn(0, _T("梁"), 80, -1, TRUE);  grid.AddRow(TRUE)  gives 0
+class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
+  DECLARE_DYNCREATE(CBCGPGridCtrl)
+ public:
+  enum ClickArea { clickNothing, clickExpandBox, clickName, clickValue, clickButton };
+
+  CBCGPGridCtrl();
+  ~CBCGPGridCtrl() override;
+  using CWnd::Create;
+  BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
+
+  // Columns.
+  virtual const CBCGPGridColumnsInfo& GetColumnsInfo() const { return own_columns_; }
+  virtual CBCGPGridColumnsInfo& GetColumnsInfo() { return own_columns_; }
+  int InsertColumn(int column, LPCTSTR name, int width = 0, int align = -1, BOOL redraw = TRUE);
+  // The cells of the rows stay: the last one of each stands behind the last column then.
+  int DeleteColumn(int column);
+  int GetColumnCount() const { return GetColumnsInfo().GetColumnCount(); }
+  int GetColumnWidth(int column) const { return GetColumnsInfo().GetColumnWidth(column); }
+  void SetColumnWidth(int column, int width);
+  BOOL GetColumnVisible(int column) const { return GetColumnsInfo().GetColumnVisible(column); }
+  void SetColumnVisible(int column, BOOL visible);
+  CString GetColumnName(int column) const { return GetColumnsInfo().GetColumnName(column); }
+  void SetColumnName(int column, LPCTSTR name);
+  const CRuntimeClass* GetItemRTC(int column) const { return GetColumnsInfo().GetItemRTC(column); }
+  void SetItemRTC(int column, const CRuntimeClass* item_class);
+
+  // Rows. A row that goes in is the grid's from then on; where that fails (-1: null, or a place outside the
+  // table) it stays the caller's. Places are the number of a row there is; InsertRowAfter past the end
+  // appends.
+  virtual CBCGPGridRow* CreateRow(int columns);
+  virtual CBCGPGridRow* CreateMultiLineRow(int lines);
+  void SetupRow(CBCGPGridRow* row, int columns);
+  int AddRow(BOOL relayout);  // a fresh one; its number
+  int AddRow(CBCGPGridRow* row, BOOL relayout);
+  int InsertRowBefore(int position, CBCGPGridRow* row, BOOL relayout = TRUE);
+  int InsertRowAfter(int position, CBCGPGridRow* row, BOOL relayout = TRUE);
+  int RemoveRow(int position, BOOL relayout = TRUE);  // 1: it is gone, 0: there was none
+  void RemoveAll(BOOL relayout = TRUE);
+  CBCGPGridRow* GetRow(int position) const { return rows_.At(position); }
+  int GetRowCount(BOOL all = FALSE) const;
+  CBCGPGridItem* GetGridItem(const CBCGPGridItemID& id) const;
+  int GetRowBlockSize() const { return 16; }
+  // Rows are taken out together: first the row is put on the lists (what it holds, and itself), then all go.
+  void PrepareRemoveRow(int position, std::vector<CBCGPGridItem*>& items, std::vector<CBCGPGridRow*>& rows);
+  int DoRemoveRows(std::vector<CBCGPGridItem*>& items, std::vector<CBCGPGridRow*>& rows);
+  // Empties the cells of the range, locked ones too; how many there were.
+  int ClearRange(const CBCGPGridRange& range, BOOL redraw = TRUE, BOOL report = FALSE,
+                 void* always_null = nullptr);
+
+  // Order and filter. Rows are brought into the order of the column: numbers before texts, numbers by size,
+  // equal ones as they stood. Each sort begins from the order at hand.
+  void Sort(int column, BOOL ascending = TRUE);
+  BOOL IsSorting() const { return sort_column_ >= 0; }
+  int GetSortColumn() const { return sort_column_; }
+  BOOL IsSortedAscending() const { return sort_ascending_; }
+  void RemoveSortColumn() { sort_column_ = -1; }
+  BOOL IsGrouping() const { return FALSE; }
+  BOOL IsVirtualMode() const { return FALSE; }
+
+  // Merged cells: shown and edited as one, by way of the top left one.
+  BOOL MergeRange(const CBCGPGridRange& range);
+  BOOL UnmergeAt(const CBCGPGridItemID& cell);
+  CBCGPGridRange GetMergedRange(const CBCGPGridItemID& cell) const { return merged_.BlockAt(cell); }
+  int GetMergedItemsInRange(const CBCGPGridRange& range, std::vector<CBCGPGridRange>& blocks) const;
+
+  // Selection: ranges of cells, and the one cell that is current.
+  CBCGPGridRow* GetCurSel() const;
+  CBCGPGridItem* GetCurSelItem() const { return GetGridItem(GetCurSelItemID()); }
+  CBCGPGridItem* GetCurSelItem(CBCGPGridRow* row) const;
+  CBCGPGridItemID GetCurSelItemID() const;
+  int GetCurRowId() const { return GetCurSelItemID().m_nRow; }
+  BOOL SetCurSel(const CBCGPGridItemID& id, UINT mode = lorv::kSelectOnly, BOOL redraw = TRUE);
+  // The whole row; null or a row of another grid: nothing is selected.
+  BOOL SetCurSel(CBCGPGridRow* row, BOOL redraw = TRUE);
+  BOOL SelectRange(const CBCGPGridRange& range, BOOL redraw = TRUE);
+  BOOL SelectRow(int row, BOOL redraw = TRUE);
+  BOOL SelectColumn(int column, BOOL redraw = TRUE);
+  BOOL SelectAll();
+  const std::vector<CBCGPGridRange>& GetSelection() const { return selection_.Ranges(); }
+  int GetSelectedItems(
+      std::vector<CBCGPGridItem*>& items) const;  // cells that are visible, in the order chosen
+  BOOL IsItemSelected(const CBCGPGridItemID& id) const { return selection_.Holds(id); }
+  // `whole`: each of its cells in a visible column; else any cell.
+  BOOL IsRowSelected(int row, BOOL whole = FALSE) const;
+  BOOL IsColumnSelected(int column) const;
+  void EnsureVisible(CBCGPGridRow* row, BOOL partial = FALSE);
+  void EnsureVisible(const CBCGPGridItemID& id);
+
+  // Looks and conduct.
+  void EnableHeader(BOOL on, UINT flags = 0);
+  void EnableRowHeader(BOOL on, int always_minus_one = -1, int width = lorv::kRowHeaderWidth);
+  BOOL IsRowHeaderEnabled() const { return row_header_on_; }
+  void EnableLineNumbers(BOOL on = TRUE);
+  void EnableMarkSortedColumn(BOOL mark, BOOL redraw = TRUE);
+  void EnableColumnAutoSize(BOOL on = TRUE);  // all columns share the grid's width
+  BOOL IsColumnAutoSizeEnabled() const { return columns_spread_; }
+  void EnableInvertSelOnCtrl(BOOL on = TRUE) { ctrl_inverts_ = on != FALSE; }
+  void SetShowDragContext(BOOL on) { shows_drag_context_ = on != FALSE; }
+  BOOL IsShowDragContext() const { return shows_drag_context_; }
+  void SetReadOnly(BOOL on = TRUE) { read_only_ = on != FALSE; }
+  BOOL IsReadOnly() const { return read_only_; }
+  void EnableWholeRowSel(BOOL on = TRUE) { whole_rows_ = on != FALSE; }
+  const BCGP_GRID_COLOR_DATA& GetColorTheme() const { return theme_; }
+  void SetColorTheme(const BCGP_GRID_COLOR_DATA& theme, BOOL redraw = TRUE);
+  CFont* GetBoldFont();
+  void SetBoldFont(const LOGFONT& face);
+  COLORREF GetBkColor() const;
+
+  // Layout.
+  virtual void AdjustLayout();
+  virtual void SetRowHeight();  // from the font
+  int GetRowHeight() const { return m_nLargeRowHeight; }
+  const CRect& GetListRect() const { return m_rectList; }
+  const CRect& GetHeaderRect() const { return m_rectHeader; }
+  const CRect& GetRowHeaderRect() const { return m_rectRowHeader; }
+  CRect GetItemRect(const CBCGPGridItemID& id) const;  // of merged cells: the whole block
+  CRect GetRowRect(int row) const;
+  CRect GetRangeRect(
+      const CBCGPGridRange& range) const;  // what is visible of its columns and rows, unclipped
+  int GetVertScrollOffset() const { return m_nVertScrollOffset; }
+  int GetHorzScrollOffset() const { return m_nHorzScrollOffset; }
+  int GetVertScrollTotal() const { return m_nVertScrollTotal; }
+  int GetHorzScrollTotal() const { return m_nHorzScrollTotal; }
+  virtual int GetExtraHierarchyOffset() const { return 0; }
+  virtual int GetHierarchyLevelOffset() const { return 0; }
+  virtual int GetLeftMarginWidth() const { return m_nRowHeight; }
+  int GetHierarchyOffset() const { return 0; }
+  void ShowVertScrollBar(BOOL on);
+  void ShowHorzScrollBar(BOOL on);
+  virtual int OnGetColumnAutoSize(int column);
+
+  // What lies under a point.
+  CBCGPGridItem* HitTest(CPoint point) const;
+  BOOL HitTest(CPoint point, CBCGPGridItemID& id, CRect& rect) const;
+  ClickArea HitTestArea(CPoint point) const;
+  int HitTestRow(CPoint point) const;                     // in the list or the row header; -1: none
+  int HitTestRowHeader(CPoint point, CRect& rect) const;  // -1: none
+  int HitTestHeader(CPoint point) const;                  // the column, -1: none
+
+  // Editing.
+  virtual BOOL EditItem(CBCGPGridRow* row, const CPoint* point = nullptr);
+  virtual BOOL EndEditItem(BOOL update = TRUE);
+  CBCGPGridItem* GetEditingItem() const { return editing_; }
+  CWnd* GetInPlaceWnd() const { return editor_.get(); }
+  // The item's editor: it is shown, the grid's and counts as editing. Of an item of this grid only.
+  BOOL ShowEditor(CBCGPGridItem* item, std::unique_ptr<CWnd> editor);
+  void DropList(BOOL show);
+  // What a fresh editor of the cell begins with: its text, or the character that opens it.
+  CString FirstEditorText(const CBCGPGridItem& item) const;
+  BOOL IsEditableNow(const CBCGPGridItem* item) const;
+  virtual void OnItemChanged(CBCGPGridItem* item, int row, int column);
+  virtual BOOL OnClickButton(CPoint point);
+
+  void InvalidateItem(const CBCGPGridItem* item);
+  // For cells and rows, which tell what becomes of them.
+  void ItemGone(const CBCGPGridItem& item);
+  void RowGone(CBCGPGridRow& row);
+  int IndexOfRow(const CBCGPGridRow& row) const { return rows_.IndexOf(row); }
+  void RowLinesChanged(const CBCGPGridRow& row, BOOL relayout);
+  // Expires with the grid: asked after every call that may have ended it.
+  std::weak_ptr<int> Watch() const { return life_.Watch(); }
+  CWnd* EditorOf(const CBCGPGridRow& row) const;
+  CComboBox* ComboOf(const CBCGPGridRow& row) const;
+  int GetButtonWidth() const { return lorv::kItemButtonWidth; }
+  int DoDrawText(CDC* dc, const CString& text, CRect rect, UINT flags) const;
+  // Colours of a cell in its present state.
+  COLORREF BackColourOf(const CBCGPGridItem& item) const;
+  COLORREF TextColourOf(const CBCGPGridItem& item) const;
+
+ protected:
+  void PreSubclassWindow() override;
+  BOOL PreTranslateMessage(MSG* message) override;
+  virtual void Init();
+
+  // Told of what happens.
+  virtual void OnSelChanging(const CBCGPGridRange& range, BOOL selected);
+  virtual void OnSelChanged(const CBCGPGridRange& range, BOOL selected);
+  virtual void OnPosSizeChanged();
+  virtual void OnResizeColumns();
+  virtual BOOL OnTrackHeader(int column, int width);
+  virtual void OnHeaderDividerDblClick(int column);
+  virtual void OnHeaderColumnClick(int column);
+  virtual BOOL SetHeaderItemWidth(int column, int width);
+  virtual void OnUpdateVScrollPos(int offset, int previous);
+  virtual void OnUpdateHScrollPos(int offset, int previous);
+  // TRUE: the row is left out of what is shown.
+  virtual BOOL FilterItem(CBCGPGridRow* row);
+  virtual void TrackToolTip(CPoint point);
+  virtual int CompareItems(const CBCGPGridItem* a, const CBCGPGridItem* b) const;
+
+  // Editing, step by step.
+  virtual void OnAfterInplaceEditCreated(CBCGPGridItem* item, CWnd* editor);
+  virtual void OnEndInplaceEdit(CBCGPGridItem* item);
+  virtual BOOL CanEndInplaceEditOnChar(UINT key, UINT repeat, UINT flags) const;
+  // TRUE: the key is used up.
+  virtual BOOL OnInplaceEditKeyDown(CBCGPGridRow* row, MSG* message);
+  virtual int OnInplaceEditSetSel(CBCGPGridItem* item, DWORD reason);
+  // The direction (1, 2, 4, 8) in which an edit that ended for that reason moves on; 0: it stays.
+  virtual int OnGridKeybordNavigation(CBCGPGridItem* item, DWORD reason);
+  void ClearBeginEditReason() { m_dwBeginEditReason = 0; }
+  void ClearEndEditReason() { m_dwEndEditReason = 0; }
+  void OnSelectCombo();
+
+  // Painting.
+  virtual void OnDraw(CDC* dc);
+  virtual void OnDrawHeader(CDC* dc);
+  virtual void OnGetHeaderRect(CDC* dc, CRect& rect);
+  virtual BOOL OnDrawItem(CDC* dc, CBCGPGridRow* row);
+  virtual void OnDrawRowHeaderItem(CDC* dc, CBCGPGridRow* row);
+
+  int OnCreate(LPCREATESTRUCT request);
+  void OnDestroy();
+  void OnPaint();
+  void OnSize(UINT type, int width, int height);
+  void OnKeyDown(UINT key, UINT repeat, UINT flags);
+  void OnChar(UINT unit, UINT repeat, UINT flags);
+  void OnLButtonDown(UINT flags, CPoint point);
+  void OnLButtonUp(UINT flags, CPoint point);
+  void OnLButtonDblClk(UINT flags, CPoint point);
+  void OnRButtonDown(UINT flags, CPoint point);
+  void OnRButtonUp(UINT flags, CPoint point);
+  void OnMouseMove(UINT flags, CPoint point);
+  BOOL OnMouseWheel(UINT flags, short delta, CPoint point);
+  BOOL OnSetCursor(CWnd* window, UINT hit, UINT message);
+  void OnVScroll(UINT code, UINT position, CWnd* bar);
+  void OnHScroll(UINT code, UINT position, CWnd* bar);
+  void OnSetFocus(CWnd* former);
+  void OnKillFocus(CWnd* next);
+  void OnCancelMode();
+  UINT OnGetDlgCode();
+  void OnEditorLeft();
+  void OnListClosed();
+  LRESULT OnAdjustLayoutMessage(WPARAM w, LPARAM l);
+  void SetScrollSizes();
+  void ScrollTo(int across, int down);
+
+  CRect m_rectList;
+  CRect m_rectHeader;
+  CRect m_rectRowHeader;
+  int m_nRowHeight = 20;       // of a line, from the font
+  int m_nLargeRowHeight = 20;  // of a row
+  int m_nHeaderHeight = 20;    // the third height
+  int m_nVertScrollOffset = 0;
+  int m_nVertScrollTotal = 0;
+  int m_nVertScrollPage = 0;
+  int m_nHorzScrollOffset = 0;
+  int m_nHorzScrollTotal = 0;
+  int m_nHorzScrollPage = 0;
+  DWORD m_dwBeginEditReason = 0;
+  DWORD m_dwEndEditReason = 0;
+  bool m_bTracking = false;   // a column divider follows the mouse
+  bool m_bSelecting = false;  // the selection follows it
+  int m_nTrackColumn = -1;
+
+  DECLARE_MESSAGE_MAP()
+
+ private:
+  // Rows.
+  int PutRow(int index, CBCGPGridRow* row, BOOL relayout);
+  void TakeRow(int index);
+  int HeightOf(CBCGPGridRow& row);
+  void KeepCurrentWithRows(int first, int count);
+  void RebuildHeights();
+
+  // Layout.
+  void MeasureAreas();
+  void PlaceEditor();
+  void SetBars();
+  int LargestOffset(int total, int page) const { return total > page ? total - page : 0; }
+  int NextShownRow(int row, int step) const;
+  CBCGPGridItemID MainCell(const CBCGPGridItemID& id) const;
+
+  // Selection.
+  bool Choose(const CBCGPGridRange& range, const CBCGPGridItemID& current, bool add, BOOL redraw);
+  bool ReportLeft();
+  void InvalidateSelection();
+  void InvalidateRange(const CBCGPGridRange& range);
+
+  // Keys and the mouse.
+  bool MoveByKey(UINT key);
+  CBCGPGridItemID CellByKey(UINT key, CBCGPGridItemID from) const;
+  CBCGPGridItemID PageAway(CBCGPGridItemID from, int pages) const;
+  void Go(const CBCGPGridItemID& to, bool extend);
+  bool PressInHeader(UINT flags, CPoint point);
+  bool PressInRowHeader(UINT flags, CPoint point);
+  void PressInCell(UINT flags, CPoint point, const CBCGPGridItemID& id);
+  void DragSelection(CPoint point);
+  void TrackDivider(CPoint point);
+
+  // Editing.
+  void CloseEditor();
+  DWORD EndReasonOfKey(UINT key) const;
+  bool StaysInEditor(UINT key) const;
+
+  // Painting.
+  void DrawRowHeader(CDC* dc, const CRect& dirty);
+  void DrawRows(CDC* dc, const CRect& dirty);
+  void DrawMerged(CDC* dc, const CRect& dirty);
+  void DrawCell(CDC* dc, CBCGPGridItem& item, const CRect& cell);
+  void DrawHeaderCell(CDC* dc, const CRect& cell, const CString& text, int align, bool selected);
+  COLORREF Themed(COLORREF colour, int system) const;
+
+  lorv::LifeToken life_;
+  CBCGPGridColumnsInfo own_columns_;
+  lorv::RowList rows_;
+  lorv::LineSizes heights_;
+  int tall_rows_ = 0;  // of more than one line
+  lorv::MergedCells merged_;
+  lorv::SelectedRanges selection_;
+  CBCGPGridItemID current_;
+  CBCGPGridItemID anchor_;
+  int sort_column_ = -1;
+  bool sort_ascending_ = true;
+
+  bool header_on_ = true;
+  UINT header_flags_ = 0;
+  bool row_header_on_ = false;
+  int row_header_width_ = lorv::kRowHeaderWidth;
+  bool line_numbers_ = false;
+  bool marks_sorted_ = true;
+  bool columns_spread_ = false;
+  bool ctrl_inverts_ = false;
+  bool shows_drag_context_ = true;
+  bool read_only_ = false;
+  bool whole_rows_ = false;
+  BCGP_GRID_COLOR_DATA theme_;
+  CFont bold_;
+  bool own_bold_ = false;
+
+  CBCGPGridItem* editing_ = nullptr;
+  CBCGPGridItem* ended_ = nullptr;  // whose edit is being ended
+  std::unique_ptr<CWnd> editor_;
+  std::unique_ptr<CComboBox> combo_;
+  std::vector<std::unique_ptr<CWnd>> retired_;  // closed editors, whose handlers may still be running
+  bool ending_edit_ = false;
+  TCHAR first_character_ = 0;
+  bool laying_out_ = false;
+};

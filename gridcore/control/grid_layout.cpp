@@ -1,0 +1,306 @@
+#include <algorithm>
+#include <cstdint>
+
+#include "framework/drawing/device_context.h"
+#include "gridcore/control/grid_control.h"
+
+// Where everything stands: the areas of the grid, the rows and columns that are scrolled in them, and what
+// lies under a point. Places are computed from the tables of sizes when they are asked for; none is kept in a
+// row or a cell, so that a table of a million rows lays out as quickly as one of ten.
+
+namespace {
+
+// Coordinates of what is far outside stop here: drawing adds to them.
+constexpr std::int64_t kFarthest = 1 << 28;
+
+int Near(std::int64_t place) {
+  return static_cast<int>(std::clamp(place, -kFarthest, kFarthest));
+}
+
+constexpr int kLinePadding = 4;  // pixels above and below the text of a row, together
+
+}  // namespace
+
+void CBCGPGridCtrl::SetRowHeight() {
+  int text = 16;
+  if (m_hWnd != nullptr) {
+    CClientDC dc(this);
+    dc.SelectObject(GetFont());
+    TEXTMETRIC metrics = {};
+    if (dc.GetTextMetrics(&metrics) != FALSE && metrics.tmHeight > 0)
+      text = static_cast<int>(metrics.tmHeight);
+  }
+  m_nRowHeight = text + kLinePadding;
+  m_nLargeRowHeight = m_nRowHeight;
+  m_nHeaderHeight = m_nRowHeight;
+}
+
+int CBCGPGridCtrl::HeightOf(CBCGPGridRow& row) {
+  if (FilterItem(&row) != FALSE) return 0;
+  const int lines = row.GetLinesNumber();
+  if (lines == 1) return m_nLargeRowHeight;
+  const std::int64_t tall = std::int64_t{m_nRowHeight - kLinePadding} * lines + kLinePadding;
+  return std::max(m_nLargeRowHeight, Near(tall));
+}
+
+void CBCGPGridCtrl::RebuildHeights() {
+  heights_.Clear();
+  int height = -1;
+  int count = 0;
+  tall_rows_ = 0;
+  const auto flush = [&] {
+    if (count > 0) heights_.Insert(heights_.Count(), count, height);
+    count = 0;
+  };
+  rows_.ForEach([&](CBCGPGridRow& row) {
+    if (row.GetLinesNumber() > 1) ++tall_rows_;
+    const int own = HeightOf(row);
+    if (own != height) flush();
+    height = own;
+    ++count;
+  });
+  flush();
+}
+
+void CBCGPGridCtrl::MeasureAreas() {
+  CRect client;
+  GetClientRect(&client);
+  CRect header = client;
+  header.bottom = header.top;
+  if (header_on_) {
+    header.bottom = header.top + m_nHeaderHeight;
+    CDC none;
+    OnGetHeaderRect(&none, header);
+  }
+  const int row_header = row_header_on_ ? row_header_width_ : 0;
+  m_rectHeader = CRect(client.left + row_header, client.top, client.right, header.bottom);
+  m_rectRowHeader = CRect(client.left, header.bottom, client.left + row_header, client.bottom);
+  m_rectList = CRect(client.left + row_header, header.bottom, client.right, client.bottom);
+  m_rectList.right = std::max(m_rectList.left, m_rectList.right);
+  m_rectList.bottom = std::max(m_rectList.top, m_rectList.bottom);
+}
+
+void CBCGPGridCtrl::OnGetHeaderRect(CDC* /*dc*/, CRect& /*rect*/) {}
+
+int CBCGPGridCtrl::OnGetColumnAutoSize(int column) {
+  CBCGPGridColumnsInfo& info = GetColumnsInfo();
+  const int others = info.GetTotalWidth() - info.GetColumnWidth(column);
+  return std::max(0, m_rectList.Width() - others);
+}
+
+void CBCGPGridCtrl::AdjustLayout() {
+  // Bars that come or go change the window's size, which asks for a layout again.
+  if (laying_out_) return;
+  const auto life = life_.Watch();
+  laying_out_ = true;
+  RebuildHeights();
+  MeasureAreas();
+  CBCGPGridColumnsInfo& info = GetColumnsInfo();
+  if (columns_spread_) {
+    info.Resize(m_rectList.Width(), TRUE);
+  } else if (info.GetAutoSizeCount() > 1) {
+    info.Resize(m_rectList.Width(), FALSE);
+  } else if (info.GetAutoSizeCount() == 1) {
+    for (int column = info.GetFirstVisibleColumn(); column >= 0;
+         column = info.GetNextVisibleColumn(column, TRUE)) {
+      if (info.GetColumnWidthAutoSize(column) == FALSE) continue;
+      const int room = OnGetColumnAutoSize(column);
+      if (room > 0) info.SetColumnWidth(column, room);
+      break;
+    }
+  }
+  SetScrollSizes();
+  if (life.expired()) return;
+  laying_out_ = false;
+  OnPosSizeChanged();
+  if (life.expired()) return;
+  PlaceEditor();
+  Invalidate(FALSE);
+}
+
+void CBCGPGridCtrl::OnPosSizeChanged() {}
+
+void CBCGPGridCtrl::SetScrollSizes() {
+  m_nVertScrollTotal = Near(heights_.Total());
+  m_nHorzScrollTotal = GetColumnsInfo().GetTotalWidth();
+  for (int round = 0; round < 2; ++round) {
+    m_nVertScrollPage = m_rectList.Height();
+    m_nHorzScrollPage = m_rectList.Width();
+    const auto life = life_.Watch();
+    SetBars();
+    if (life.expired()) return;
+    // A bar that came takes its room from the list, and the other one may be needed now.
+    MeasureAreas();
+    if (m_nVertScrollPage == m_rectList.Height() && m_nHorzScrollPage == m_rectList.Width()) break;
+  }
+  const int across = std::clamp(m_nHorzScrollOffset, 0, LargestOffset(m_nHorzScrollTotal, m_nHorzScrollPage));
+  const int down = std::clamp(m_nVertScrollOffset, 0, LargestOffset(m_nVertScrollTotal, m_nVertScrollPage));
+  m_nHorzScrollOffset = across;
+  m_nVertScrollOffset = down;
+}
+
+void CBCGPGridCtrl::SetBars() {
+  if (m_hWnd == nullptr) return;
+  const auto life = life_.Watch();
+  SCROLLINFO info = {};
+  info.cbSize = sizeof info;
+  info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+  info.nMax = std::max(0, m_nVertScrollTotal - 1);
+  info.nPage = static_cast<UINT>(std::max(0, m_nVertScrollPage));
+  info.nPos = m_nVertScrollOffset;
+  SetScrollInfo(SB_VERT, &info);
+  if (life.expired() || m_hWnd == nullptr) return;
+  info.nMax = std::max(0, m_nHorzScrollTotal - 1);
+  info.nPage = static_cast<UINT>(std::max(0, m_nHorzScrollPage));
+  info.nPos = m_nHorzScrollOffset;
+  SetScrollInfo(SB_HORZ, &info);
+}
+
+void CBCGPGridCtrl::ShowVertScrollBar(BOOL on) {
+  if (m_hWnd != nullptr) ShowScrollBar(SB_VERT, on);
+}
+
+void CBCGPGridCtrl::ShowHorzScrollBar(BOOL on) {
+  if (m_hWnd != nullptr) ShowScrollBar(SB_HORZ, on);
+}
+
+void CBCGPGridCtrl::OnUpdateVScrollPos(int /*offset*/, int /*previous*/) {}
+
+void CBCGPGridCtrl::OnUpdateHScrollPos(int /*offset*/, int /*previous*/) {}
+
+void CBCGPGridCtrl::ScrollTo(int across, int down) {
+  across = std::clamp(across, 0, LargestOffset(m_nHorzScrollTotal, m_nHorzScrollPage));
+  down = std::clamp(down, 0, LargestOffset(m_nVertScrollTotal, m_nVertScrollPage));
+  const int old_across = std::exchange(m_nHorzScrollOffset, across);
+  const int old_down = std::exchange(m_nVertScrollOffset, down);
+  if (old_across == across && old_down == down) return;
+  if (m_hWnd != nullptr) {
+    SetScrollPos(SB_HORZ, across);
+    SetScrollPos(SB_VERT, down);
+    if (old_across == across && editor_ == nullptr) {
+      CRect area = m_rectList;
+      area.left = m_rectRowHeader.left;
+      ScrollWindow(0, old_down - down, &area, &area);
+    } else {
+      Invalidate(FALSE);
+    }
+  }
+  PlaceEditor();
+  const auto life = life_.Watch();
+  if (old_down != down) OnUpdateVScrollPos(down, old_down);
+  if (!life.expired() && old_across != across) OnUpdateHScrollPos(across, old_across);
+}
+
+CRect CBCGPGridCtrl::GetRowRect(int row) const {
+  const int height = heights_.SizeOf(row);
+  if (height == 0) return {};
+  const int top = Near(m_rectList.top + heights_.OffsetOf(row) - m_nVertScrollOffset);
+  return {m_rectList.left, top, m_rectList.right, top + height};
+}
+
+CRect CBCGPGridCtrl::GetRangeRect(const CBCGPGridRange& range) const {
+  const CBCGPGridColumnsInfo& info = GetColumnsInfo();
+  if (!range.IsValid() || range.m_nTop >= rows_.Size() || range.m_nLeft >= info.GetColumnCount()) return {};
+  const int left = m_rectList.left - m_nHorzScrollOffset;
+  const int last_row = std::min(range.m_nBottom, rows_.Size() - 1);
+  const int last_column = std::min(range.m_nRight, info.GetColumnCount() - 1);
+  const std::int64_t above = std::int64_t{m_rectList.top} - m_nVertScrollOffset;
+  const CRect rect(left + info.GetColumnLeft(range.m_nLeft), Near(above + heights_.OffsetOf(range.m_nTop)),
+                   left + info.GetColumnLeft(last_column) + info.GetColumnWidth(last_column),
+                   Near(above + heights_.OffsetOf(last_row) + heights_.SizeOf(last_row)));
+  return rect.IsRectEmpty() != FALSE ? CRect() : rect;
+}
+
+CRect CBCGPGridCtrl::GetItemRect(const CBCGPGridItemID& id) const {
+  if (rows_.At(id.m_nRow) == nullptr || !GetColumnsInfo().HasColumn(id.m_nColumn)) return {};
+  const CBCGPGridRange block = merged_.BlockAt(id);
+  return GetRangeRect(block.IsValid() ? block : CBCGPGridRange(id));
+}
+
+CBCGPGridItemID CBCGPGridCtrl::MainCell(const CBCGPGridItemID& id) const {
+  const CBCGPGridRange block = merged_.BlockAt(id);
+  return block.IsValid() ? CBCGPGridItemID(block.m_nTop, block.m_nLeft) : id;
+}
+
+BOOL CBCGPGridCtrl::HitTest(CPoint point, CBCGPGridItemID& id, CRect& rect) const {
+  if (m_rectList.PtInRect(point) == FALSE) return FALSE;
+  const int row = heights_.LineAt(std::int64_t{point.y} - m_rectList.top + m_nVertScrollOffset);
+  const int column =
+      GetColumnsInfo().HitTestColumn(static_cast<int>(point.x) - m_rectList.left + m_nHorzScrollOffset);
+  if (row < 0 || column < 0) return FALSE;
+  id = MainCell({row, column});
+  rect = GetItemRect(id);
+  return TRUE;
+}
+
+CBCGPGridItem* CBCGPGridCtrl::HitTest(CPoint point) const {
+  CBCGPGridItemID id;
+  CRect rect;
+  return HitTest(point, id, rect) != FALSE ? GetGridItem(id) : nullptr;
+}
+
+CBCGPGridCtrl::ClickArea CBCGPGridCtrl::HitTestArea(CPoint point) const {
+  const CBCGPGridItem* item = HitTest(point);
+  if (item == nullptr) return clickNothing;
+  return item->GetButtonRect().PtInRect(point) != FALSE ? clickButton : clickValue;
+}
+
+int CBCGPGridCtrl::HitTestRow(CPoint point) const {
+  const CRect all(m_rectRowHeader.left, m_rectList.top, m_rectList.right, m_rectList.bottom);
+  if (all.PtInRect(point) == FALSE) return -1;
+  return heights_.LineAt(std::int64_t{point.y} - m_rectList.top + m_nVertScrollOffset);
+}
+
+int CBCGPGridCtrl::HitTestRowHeader(CPoint point, CRect& rect) const {
+  if (m_rectRowHeader.PtInRect(point) == FALSE) return -1;
+  const int row = heights_.LineAt(std::int64_t{point.y} - m_rectList.top + m_nVertScrollOffset);
+  if (row < 0) return -1;
+  rect = GetRowRect(row);
+  rect.left = m_rectRowHeader.left;
+  rect.right = m_rectRowHeader.right;
+  return row;
+}
+
+int CBCGPGridCtrl::HitTestHeader(CPoint point) const {
+  if (m_rectHeader.PtInRect(point) == FALSE) return -1;
+  return GetColumnsInfo().HitTestColumn(static_cast<int>(point.x) - m_rectHeader.left + m_nHorzScrollOffset);
+}
+
+void CBCGPGridCtrl::EnsureVisible(CBCGPGridRow* row, BOOL partial) {
+  if (row == nullptr || row->GetOwnerList() != this) return;
+  const int index = IndexOfRow(*row);
+  const int height = heights_.SizeOf(index);
+  if (height == 0) return;
+  const int top = Near(heights_.OffsetOf(index));
+  const int page = m_rectList.Height();
+  int down = m_nVertScrollOffset;
+  const bool seen = top < down + page && top + height > down;
+  if (partial != FALSE && seen) return;
+  if (top + height > down + page) down = top + height - page;
+  if (top < down) down = top;
+  ScrollTo(m_nHorzScrollOffset, down);
+}
+
+void CBCGPGridCtrl::EnsureVisible(const CBCGPGridItemID& id) {
+  const auto life = life_.Watch();
+  EnsureVisible(rows_.At(id.m_nRow));
+  if (life.expired()) return;
+  const CBCGPGridColumnsInfo& info = GetColumnsInfo();
+  if (info.GetColumnWidth(id.m_nColumn) == 0) return;
+  const int left = info.GetColumnLeft(id.m_nColumn);
+  const int right = left + info.GetColumnWidth(id.m_nColumn);
+  int across = m_nHorzScrollOffset;
+  if (right > across + m_rectList.Width()) across = right - m_rectList.Width();
+  if (left < across) across = left;
+  ScrollTo(across, m_nVertScrollOffset);
+}
+
+int CBCGPGridCtrl::NextShownRow(int row, int step) const {
+  for (int at = row + step; at >= 0 && at < rows_.Size(); at += step)
+    if (heights_.SizeOf(at) > 0) return at;
+  return -1;
+}
+
+BOOL CBCGPGridCtrl::FilterItem(CBCGPGridRow* /*row*/) {
+  return FALSE;
+}

@@ -1,0 +1,293 @@
+#include <algorithm>
+
+#include "gridcore/control/grid_control.h"
+
+// The mouse over a grid: selecting by headers and cells, dragging a column's edge, opening editors.
+
+namespace {
+
+bool IsDown(int key) {
+  return (lorv::DesktopInForce().KeyState(key) & 0x8000) != 0;
+}
+
+constexpr int kWheelNotch = 120;
+constexpr int kRowsOfNotch = 3;
+
+}  // namespace
+
+bool CBCGPGridCtrl::PressInHeader(UINT flags, CPoint point) {
+  if (m_rectHeader.PtInRect(point) == FALSE) return false;
+  const int place = static_cast<int>(point.x) - m_rectHeader.left + m_nHorzScrollOffset;
+  const int divider = GetColumnsInfo().HitTestDivider(place, lorv::kDividerReach);
+  if (divider >= 0) {
+    m_bTracking = true;
+    m_nTrackColumn = divider;
+    SetCapture();
+    return true;
+  }
+  const int column = HitTestHeader(point);
+  if (column < 0) return true;
+  const auto life = life_.Watch();
+  if ((header_flags_ & lorv::kHeaderSelects) != 0) {
+    if ((flags & MK_CONTROL) != 0 && rows_.Size() > 0)
+      Choose({column, 0, column, rows_.Size() - 1}, {0, column}, true, TRUE);
+    else
+      SelectColumn(column, TRUE);
+  }
+  if (!life.expired()) OnHeaderColumnClick(column);
+  return true;
+}
+
+bool CBCGPGridCtrl::PressInRowHeader(UINT flags, CPoint point) {
+  CRect rect;
+  const int row = HitTestRowHeader(point, rect);
+  if (row < 0) return m_rectRowHeader.PtInRect(point) != FALSE;
+  const int columns = GetColumnCount();
+  if (columns == 0) return true;
+  const CBCGPGridItemID first(row, std::max(0, GetColumnsInfo().GetFirstVisibleColumn()));
+  const auto life = life_.Watch();
+  if ((flags & MK_CONTROL) != 0) {
+    Choose({0, row, columns - 1, row}, first, true, TRUE);
+  } else if ((flags & MK_SHIFT) != 0 && anchor_.m_nRow >= 0) {
+    const int top = std::min(row, anchor_.m_nRow);
+    Choose({0, top, columns - 1, std::max(row, anchor_.m_nRow)}, {top, first.m_nColumn}, false, TRUE);
+  } else {
+    SelectRow(row, TRUE);
+  }
+  if (life.expired()) return true;
+  EnsureVisible(rows_.At(row));
+  return true;
+}
+
+void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID& id) {
+  const auto life = life_.Watch();
+  if ((flags & MK_SHIFT) != 0 && anchor_.m_nRow >= 0) {
+    SetCurSel(id, lorv::kSelectOppositeCorner, TRUE);
+  } else if ((flags & MK_CONTROL) != 0) {
+    if (ctrl_inverts_ && selection_.Holds(id) && selection_.CellCount() > 1) {
+      selection_.Remove(CBCGPGridRange(id));
+      InvalidateRange(CBCGPGridRange(id));
+    } else {
+      SetCurSel(id, lorv::kSelectAdd, TRUE);
+    }
+  } else if (whole_rows_) {
+    SelectRow(id.m_nRow, TRUE);
+  } else {
+    SetCurSel(id, lorv::kSelectOnly, TRUE);
+  }
+  if (life.expired()) return;
+  CBCGPGridItem* item = GetGridItem(id);
+  if (item == nullptr) return;
+  if (item->GetButtonRect().PtInRect(point) != FALSE) {
+    // With its editor open the cell has the list that a choice goes to.
+    m_dwBeginEditReason = lorv::kBeginByMouse;
+    if ((item->GetFlags() & lorv::kItemHasList) != 0) EditItem(item->GetParentRow(), &point);
+    if (life.expired()) return;
+    item = GetGridItem(id);
+    if (item != nullptr && item->IsEnabled() != FALSE) item->DoClickButton(point);
+    return;
+  }
+  if (item->OnClickValue(WM_LBUTTONDOWN, point) != FALSE || life.expired()) return;
+  if (m_hWnd == nullptr) return;
+  m_bSelecting = true;
+  SetCapture();
+}
+
+void CBCGPGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
+  const auto life = life_.Watch();
+  if (editor_ != nullptr) {
+    m_dwEndEditReason = lorv::kEndByMouse;
+    EndEditItem(TRUE);
+  }
+  if (life.expired() || m_hWnd == nullptr) return;
+  if (CWnd::GetFocus() != this) SetFocus();
+  if (life.expired() || m_hWnd == nullptr) return;
+  if (PressInHeader(flags, point) || life.expired() || PressInRowHeader(flags, point)) return;
+  CBCGPGridItemID id;
+  CRect rect;
+  if (life.expired()) return;
+  if (HitTest(point, id, rect) != FALSE) {
+    PressInCell(flags, point, id);
+  } else if (row_header_on_ && point.x < m_rectRowHeader.right && point.y < m_rectList.top) {
+    SelectAll();
+  }
+}
+
+void CBCGPGridCtrl::TrackDivider(CPoint point) {
+  const int left = m_rectHeader.left - m_nHorzScrollOffset + GetColumnsInfo().GetColumnLeft(m_nTrackColumn);
+  const int width = std::max(GetColumnsInfo().GetMinWidth(m_nTrackColumn), static_cast<int>(point.x) - left);
+  const auto life = life_.Watch();
+  OnTrackHeader(m_nTrackColumn, width);
+  if (life.expired()) return;
+  if (SetHeaderItemWidth(m_nTrackColumn, std::max(1, width)) == FALSE || life.expired()) return;
+  SetScrollSizes();
+  if (life.expired()) return;
+  OnPosSizeChanged();
+  if (!life.expired()) Invalidate(FALSE);
+}
+
+BOOL CBCGPGridCtrl::OnTrackHeader(int /*column*/, int /*width*/) {
+  return FALSE;
+}
+
+BOOL CBCGPGridCtrl::SetHeaderItemWidth(int column, int width) {
+  if (!GetColumnsInfo().HasColumn(column)) return FALSE;
+  GetColumnsInfo().SetColumnWidth(column, width);
+  return TRUE;
+}
+
+void CBCGPGridCtrl::DragSelection(CPoint point) {
+  point.x = std::clamp<LONG>(point.x, m_rectList.left, std::max(m_rectList.left, m_rectList.right - 1));
+  point.y = std::clamp<LONG>(point.y, m_rectList.top, std::max(m_rectList.top, m_rectList.bottom - 1));
+  CBCGPGridItemID id;
+  CRect rect;
+  if (HitTest(point, id, rect) == FALSE || anchor_.m_nRow < 0) return;
+  if (selection_.Holds(id) && selection_.CellCount() == 1) return;
+  Go(id, true);
+}
+
+void CBCGPGridCtrl::OnMouseMove(UINT flags, CPoint point) {
+  if (m_bTracking) {
+    TrackDivider(point);
+  } else if (m_bSelecting && (flags & MK_LBUTTON) != 0) {
+    DragSelection(point);
+  } else {
+    TrackToolTip(point);
+  }
+}
+
+void CBCGPGridCtrl::TrackToolTip(CPoint /*point*/) {}
+
+void CBCGPGridCtrl::OnLButtonUp(UINT /*flags*/, CPoint /*point*/) {
+  const bool tracked = std::exchange(m_bTracking, false);
+  m_bSelecting = false;
+  m_nTrackColumn = -1;
+  const auto life = life_.Watch();
+  if (CWnd::GetCapture() == this) lorv::DesktopInForce().SetCapture(nullptr);
+  if (life.expired() || !tracked) return;
+  OnResizeColumns();
+  if (!life.expired()) AdjustLayout();
+}
+
+void CBCGPGridCtrl::OnResizeColumns() {}
+
+void CBCGPGridCtrl::OnLButtonDblClk(UINT flags, CPoint point) {
+  if (m_rectHeader.PtInRect(point) != FALSE) {
+    const int place = static_cast<int>(point.x) - m_rectHeader.left + m_nHorzScrollOffset;
+    const int divider = GetColumnsInfo().HitTestDivider(place, lorv::kDividerReach);
+    if (divider >= 0) OnHeaderDividerDblClick(divider);
+    return;
+  }
+  CBCGPGridItemID id;
+  CRect rect;
+  const auto life = life_.Watch();
+  if (HitTest(point, id, rect) == FALSE || SetCurSel(id) == FALSE || life.expired()) return;
+  CBCGPGridItem* item = GetGridItem(id);
+  if (item == nullptr || item->OnClickValue(WM_LBUTTONDBLCLK, point) != FALSE || life.expired()) return;
+  if (item->GetButtonRect().PtInRect(point) != FALSE) {
+    OnLButtonDown(flags, point);
+    return;
+  }
+  m_dwBeginEditReason = lorv::kBeginByDoubleClick;
+  EditItem(GetCurSel(), &point);
+}
+
+void CBCGPGridCtrl::OnHeaderDividerDblClick(int /*column*/) {}
+
+void CBCGPGridCtrl::OnHeaderColumnClick(int column) {
+  if ((header_flags_ & lorv::kHeaderSorts) != 0)
+    Sort(column, sort_column_ == column ? !sort_ascending_ : TRUE);
+}
+
+void CBCGPGridCtrl::OnRButtonDown(UINT /*flags*/, CPoint point) {
+  const auto life = life_.Watch();
+  if (CWnd::GetFocus() != this && m_hWnd != nullptr) SetFocus();
+  if (life.expired() || m_bSelecting) return;
+  CBCGPGridItemID id;
+  CRect rect;
+  // A cell that is selected keeps the selection, so that a menu can act on all of it.
+  if (HitTest(point, id, rect) != FALSE && !selection_.Holds(id)) SetCurSel(id);
+}
+
+void CBCGPGridCtrl::OnRButtonUp(UINT flags, CPoint point) {
+  CBCGPWnd::OnRButtonUp(flags, point);
+}
+
+BOOL CBCGPGridCtrl::OnMouseWheel(UINT /*flags*/, short delta, CPoint /*point*/) {
+  const int step = m_nLargeRowHeight * kRowsOfNotch * delta / kWheelNotch;
+  if (IsDown(VK_SHIFT))
+    ScrollTo(m_nHorzScrollOffset - step, m_nVertScrollOffset);
+  else
+    ScrollTo(m_nHorzScrollOffset, m_nVertScrollOffset - step);
+  return TRUE;
+}
+
+BOOL CBCGPGridCtrl::OnSetCursor(CWnd* window, UINT hit, UINT message) {
+  if (hit != HTCLIENT || window != this) return CBCGPWnd::OnSetCursor(window, hit, message);
+  POINT at = lorv::DesktopInForce().CursorPosition();
+  ScreenToClient(&at);
+  const int place = static_cast<int>(at.x) - m_rectHeader.left + m_nHorzScrollOffset;
+  const bool divider =
+      m_rectHeader.PtInRect(at) != FALSE && GetColumnsInfo().HitTestDivider(place, lorv::kDividerReach) >= 0;
+  if (m_bTracking || divider) {
+    lorv::DesktopInForce().SetCursor(lorv::kCursorSizeAcross);
+    return TRUE;
+  }
+  const CBCGPGridItem* item = HitTest(CPoint(at));
+  if (item != nullptr && item->OnSetCursor() != FALSE) return TRUE;
+  lorv::DesktopInForce().SetCursor(lorv::kCursorArrow);
+  return TRUE;
+}
+
+namespace {
+
+// Where a bar goes for a code of SB_; `track` is where the user holds it.
+int ScrolledTo(UINT code, int now, int line, int page, int total, int track) {
+  switch (code) {
+    case SB_LINEUP:
+      return now - line;
+    case SB_LINEDOWN:
+      return now + line;
+    case SB_PAGEUP:
+      return now - std::max(line, page - line);
+    case SB_PAGEDOWN:
+      return now + std::max(line, page - line);
+    case SB_THUMBPOSITION:
+    case SB_THUMBTRACK:
+      return track;
+    case SB_TOP:
+      return 0;
+    case SB_BOTTOM:
+      return total;
+    default:
+      return now;
+  }
+}
+
+int TrackOf(CWnd& window, int bar) {
+  SCROLLINFO info = {};
+  info.cbSize = sizeof info;
+  // A message has room for 16 bits of the position; the bar knows all of them.
+  window.GetScrollInfo(bar, &info, SIF_TRACKPOS);
+  return info.nTrackPos;
+}
+
+}  // namespace
+
+void CBCGPGridCtrl::OnVScroll(UINT code, UINT /*position*/, CWnd* /*bar*/) {
+  ScrollTo(m_nHorzScrollOffset, ScrolledTo(code, m_nVertScrollOffset, m_nLargeRowHeight, m_nVertScrollPage,
+                                           m_nVertScrollTotal, TrackOf(*this, SB_VERT)));
+}
+
+void CBCGPGridCtrl::OnHScroll(UINT code, UINT /*position*/, CWnd* /*bar*/) {
+  ScrollTo(ScrolledTo(code, m_nHorzScrollOffset, m_nLargeRowHeight, m_nHorzScrollPage, m_nHorzScrollTotal,
+                      TrackOf(*this, SB_HORZ)),
+           m_nVertScrollOffset);
+}
+
+void CBCGPGridCtrl::OnCancelMode() {
+  m_bTracking = false;
+  m_bSelecting = false;
+  m_nTrackColumn = -1;
+  Default();
+}

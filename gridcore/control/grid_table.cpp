@@ -1,0 +1,292 @@
+#include <algorithm>
+#include <cmath>
+
+#include "gridcore/control/grid_control.h"
+
+// The table of a grid: its columns and rows, and what moves when they come and go.
+
+int CBCGPGridCtrl::InsertColumn(int column, LPCTSTR name, int width, int align, BOOL redraw) {
+  if (GetColumnsInfo().InsertColumn(column, name, width, align) == FALSE) return FALSE;
+  selection_.InsertColumns(column, 1);
+  merged_.InsertColumns(column, 1);
+  if (redraw != FALSE) AdjustLayout();
+  return TRUE;
+}
+
+int CBCGPGridCtrl::DeleteColumn(int column) {
+  if (!GetColumnsInfo().HasColumn(column)) return FALSE;
+  EndEditItem(FALSE);
+  if (GetColumnsInfo().DeleteColumn(column) == FALSE) return FALSE;
+  selection_.RemoveColumns(column, 1);
+  merged_.RemoveColumns(column, 1);
+  if (current_.m_nColumn == column)
+    current_.SetNull();
+  else if (current_.m_nColumn > column)
+    --current_.m_nColumn;
+  if (sort_column_ == column) RemoveSortColumn();
+  AdjustLayout();
+  return TRUE;
+}
+
+void CBCGPGridCtrl::SetColumnWidth(int column, int width) {
+  GetColumnsInfo().SetColumnWidth(column, width);
+}
+
+void CBCGPGridCtrl::SetColumnVisible(int column, BOOL visible) {
+  GetColumnsInfo().SetColumnVisible(column, visible);
+}
+
+void CBCGPGridCtrl::SetColumnName(int column, LPCTSTR name) {
+  GetColumnsInfo().SetColumnName(column, name);
+  Invalidate(FALSE);
+}
+
+void CBCGPGridCtrl::SetItemRTC(int column, const CRuntimeClass* item_class) {
+  GetColumnsInfo().SetItemRTC(column, item_class);
+}
+
+CBCGPGridRow* CBCGPGridCtrl::CreateRow(int columns) {
+  auto row = std::make_unique<CBCGPGridRow>(columns);
+  SetupRow(row.get(), columns);
+  return row.release();
+}
+
+CBCGPGridRow* CBCGPGridCtrl::CreateMultiLineRow(int lines) {
+  CBCGPGridRow* row = CreateRow(GetColumnCount());
+  row->SetLinesNumber(lines, FALSE);
+  return row;
+}
+
+void CBCGPGridCtrl::SetupRow(CBCGPGridRow* row, int columns) {
+  if (row == nullptr) return;
+  // The row is not in the table yet, but its cells ask for the classes of the columns.
+  CBCGPGridCtrl* const before = std::exchange(row->owner_, this);
+  for (int column = row->GetItemCount(); column < columns; ++column)
+    row->AddItem(row->CreateItem(GetRowCount(), column));
+  row->owner_ = before;
+}
+
+int CBCGPGridCtrl::AddRow(BOOL relayout) {
+  return AddRow(CreateRow(GetColumnCount()), relayout);
+}
+
+int CBCGPGridCtrl::AddRow(CBCGPGridRow* row, BOOL relayout) {
+  return PutRow(rows_.Size(), row, relayout);
+}
+
+int CBCGPGridCtrl::InsertRowBefore(int position, CBCGPGridRow* row, BOOL relayout) {
+  if (position < 0 || position >= rows_.Size()) return -1;
+  return PutRow(position, row, relayout);
+}
+
+int CBCGPGridCtrl::InsertRowAfter(int position, CBCGPGridRow* row, BOOL relayout) {
+  if (position < 0) return -1;
+  return PutRow(position >= rows_.Size() ? rows_.Size() : position + 1, row, relayout);
+}
+
+int CBCGPGridCtrl::PutRow(int index, CBCGPGridRow* row, BOOL relayout) {
+  if (row == nullptr || row->owner_ != nullptr) return -1;
+  row->owner_ = this;
+  rows_.Insert(index, *row);
+  if (row->GetLinesNumber() > 1) ++tall_rows_;
+  heights_.Insert(index, 1, HeightOf(*row));
+  selection_.InsertRows(index, 1);
+  merged_.InsertRows(index, 1);
+  if (current_.m_nRow >= index) ++current_.m_nRow;
+  if (anchor_.m_nRow >= index) ++anchor_.m_nRow;
+  if (relayout != FALSE) AdjustLayout();
+  return index;
+}
+
+int CBCGPGridCtrl::RemoveRow(int position, BOOL relayout) {
+  CBCGPGridRow* const row = rows_.At(position);
+  if (row == nullptr) return 0;
+  const auto life = life_.Watch();
+  if (editing_ != nullptr && editing_->GetParentRow() == row) CloseEditor();
+  if (life.expired() || rows_.At(position) != row) return 0;
+  TakeRow(position);
+  delete row;
+  if (relayout != FALSE) AdjustLayout();
+  return 1;
+}
+
+void CBCGPGridCtrl::TakeRow(int index) {
+  CBCGPGridRow* const row = rows_.Take(index);
+  row->owner_ = nullptr;
+  if (ended_ != nullptr && ended_->GetParentRow() == row) ended_ = nullptr;
+  if (row->GetLinesNumber() > 1) --tall_rows_;
+  heights_.Remove(index, 1);
+  selection_.RemoveRows(index, 1);
+  merged_.RemoveRows(index, 1);
+  KeepCurrentWithRows(index, 1);
+}
+
+void CBCGPGridCtrl::KeepCurrentWithRows(int first, int count) {
+  for (CBCGPGridItemID* cell : {&current_, &anchor_}) {
+    if (cell->m_nRow < first) continue;
+    if (cell->m_nRow < first + count)
+      cell->SetNull();
+    else
+      cell->m_nRow -= count;
+  }
+}
+
+void CBCGPGridCtrl::RemoveAll(BOOL relayout) {
+  const auto life = life_.Watch();
+  CloseEditor();
+  if (life.expired()) return;
+  ended_ = nullptr;
+  std::vector<CBCGPGridRow*> rows;
+  rows.reserve(static_cast<std::size_t>(rows_.Size()));
+  // Rows without an owner tell nobody of their end.
+  rows_.ForEach([&](CBCGPGridRow& row) {
+    row.owner_ = nullptr;
+    rows.push_back(&row);
+  });
+  rows_.Clear();
+  heights_.Clear();
+  tall_rows_ = 0;
+  selection_.Clear();
+  merged_.Clear();
+  current_.SetNull();
+  anchor_.SetNull();
+  for (const CBCGPGridRow* row : rows) delete row;
+  m_nVertScrollOffset = 0;
+  if (relayout != FALSE) AdjustLayout();
+}
+
+int CBCGPGridCtrl::GetRowCount(BOOL /*all*/) const {
+  return rows_.Size();
+}
+
+CBCGPGridItem* CBCGPGridCtrl::GetGridItem(const CBCGPGridItemID& id) const {
+  const CBCGPGridRow* row = rows_.At(id.m_nRow);
+  return row == nullptr || !GetColumnsInfo().HasColumn(id.m_nColumn) ? nullptr : row->GetItem(id.m_nColumn);
+}
+
+void CBCGPGridCtrl::PrepareRemoveRow(int position, std::vector<CBCGPGridItem*>& items,
+                                     std::vector<CBCGPGridRow*>& rows) {
+  CBCGPGridRow* const row = rows_.At(position);
+  if (row == nullptr || std::find(rows.begin(), rows.end(), row) != rows.end()) return;
+  rows.push_back(row);
+  for (int column = 0; column < row->GetItemCount(); ++column) items.push_back(row->GetItem(column));
+}
+
+int CBCGPGridCtrl::DoRemoveRows(std::vector<CBCGPGridItem*>& items, std::vector<CBCGPGridRow*>& rows) {
+  int done = 0;
+  for (CBCGPGridRow* row : rows) done += RemoveRow(IndexOfRow(*row), FALSE);
+  items.clear();
+  rows.clear();
+  return done;
+}
+
+int CBCGPGridCtrl::ClearRange(const CBCGPGridRange& range, BOOL redraw, BOOL report, void* /*always_null*/) {
+  if (!range.IsValid()) return 0;
+  int done = 0;
+  const int last_row = std::min(range.m_nBottom, rows_.Size() - 1);
+  const int last_column = std::min(range.m_nRight, GetColumnCount() - 1);
+  for (int row = range.m_nTop; row <= last_row; ++row)
+    for (int column = range.m_nLeft; column <= last_column; ++column) {
+      CBCGPGridItem* item = GetGridItem({row, column});
+      if (item == nullptr) continue;
+      item->SetValue(_variant_t(), FALSE);
+      if (report != FALSE) item->SetItemChanged();
+      ++done;
+    }
+  if (redraw != FALSE) InvalidateRange(range);
+  return done;
+}
+
+void CBCGPGridCtrl::ItemGone(const CBCGPGridItem& item) {
+  if (ended_ == &item) ended_ = nullptr;
+  if (editing_ == &item) CloseEditor();
+}
+
+void CBCGPGridCtrl::RowGone(CBCGPGridRow& row) {
+  const int index = rows_.IndexOf(row);
+  if (editing_ != nullptr && editing_->GetParentRow() == &row) CloseEditor();
+  if (index >= 0) TakeRow(index);
+}
+
+void CBCGPGridCtrl::RowLinesChanged(const CBCGPGridRow& row, BOOL relayout) {
+  const int index = rows_.IndexOf(row);
+  if (index < 0) return;
+  if (row.GetLinesNumber() > 1) tall_rows_ = std::max(tall_rows_, 1);
+  if (relayout != FALSE)
+    AdjustLayout();
+  else
+    heights_.SetSize(index, 1, HeightOf(*rows_.At(index)));
+}
+
+namespace {
+
+bool IsNumber(const _variant_t& value) {
+  return lorv::IsPlainType(value.vt) && value.vt != VT_EMPTY && value.vt != VT_NULL && value.vt != VT_ERROR;
+}
+
+double NumberOf(const _variant_t& value) {
+  VARIANT number = {};
+  return lorv::ChangeValueType(number, value, VT_R8) == S_OK ? number.dblVal : 0;
+}
+
+}  // namespace
+
+int CBCGPGridCtrl::CompareItems(const CBCGPGridItem* a, const CBCGPGridItem* b) const {
+  const bool a_number = a != nullptr && IsNumber(a->GetValue());
+  const bool b_number = b != nullptr && IsNumber(b->GetValue());
+  if (a_number != b_number) return a_number ? -1 : 1;
+  if (a_number) {
+    const double left = NumberOf(a->GetValue());
+    const double right = NumberOf(b->GetValue());
+    // No number at all stands before the others, so that the order is one.
+    if (std::isnan(left) || std::isnan(right))
+      return (std::isnan(left) ? 0 : 1) - (std::isnan(right) ? 0 : 1);
+    return left < right ? -1 : (left > right ? 1 : 0);
+  }
+  const CString left = a == nullptr ? CString() : a->FormatItem();
+  const CString right = b == nullptr ? CString() : b->FormatItem();
+  return left < right ? -1 : (right < left ? 1 : 0);
+}
+
+void CBCGPGridCtrl::Sort(int column, BOOL ascending) {
+  if (!GetColumnsInfo().HasColumn(column)) return;
+  EndEditItem(TRUE);
+  std::vector<CBCGPGridRow*> order;
+  order.reserve(static_cast<std::size_t>(rows_.Size()));
+  rows_.ForEach([&](CBCGPGridRow& row) { order.push_back(&row); });
+  CBCGPGridRow* const current = GetCurSel();
+  const bool up = ascending != FALSE;
+  std::stable_sort(order.begin(), order.end(), [&](const CBCGPGridRow* a, const CBCGPGridRow* b) {
+    const int compared = CompareItems(a->GetItem(column), b->GetItem(column));
+    return up ? compared < 0 : compared > 0;
+  });
+  rows_.Arrange(order);
+  sort_column_ = column;
+  sort_ascending_ = up;
+  // The selection names places; the current cell goes with its row.
+  selection_.Clear();
+  if (current != nullptr) {
+    current_.m_nRow = IndexOfRow(*current);
+    selection_.Add(CBCGPGridRange(current_));
+  }
+  AdjustLayout();
+}
+
+BOOL CBCGPGridCtrl::MergeRange(const CBCGPGridRange& range) {
+  if (!range.IsValid() || range.m_nBottom >= rows_.Size() || range.m_nRight >= GetColumnCount()) return FALSE;
+  if (!merged_.Add(range)) return FALSE;
+  Invalidate(FALSE);
+  return TRUE;
+}
+
+BOOL CBCGPGridCtrl::UnmergeAt(const CBCGPGridItemID& cell) {
+  const bool done = merged_.RemoveAt(cell);
+  if (done) Invalidate(FALSE);
+  return done;
+}
+
+int CBCGPGridCtrl::GetMergedItemsInRange(const CBCGPGridRange& range,
+                                         std::vector<CBCGPGridRange>& blocks) const {
+  blocks = merged_.BlocksMeeting(range);
+  return static_cast<int>(blocks.size());
+}

@@ -1,0 +1,40 @@
+#include "gridcore/items/check_item.h"
+
+#include "framework/drawing/device_context.h"
+#include "gridcore/control/grid_control.h"
+#include "gridcore/painting/visual_manager.h"
+
+IMPLEMENT_DYNCREATE(CBCGPGridCheckItem, CBCGPGridItem)
+
+CBCGPGridCheckItem::CBCGPGridCheckItem() : CBCGPGridCheckItem(false) {}
+
+CBCGPGridCheckItem::CBCGPGridCheckItem(bool on, DWORD_PTR data) : CBCGPGridItem(_variant_t(on), data) {}
+
+bool CBCGPGridCheckItem::IsOn() const {
+  _variant_t value = GetValue();
+  value.ChangeType(VT_BOOL);
+  return value.boolVal != VARIANT_FALSE;
+}
+
+BOOL CBCGPGridCheckItem::OnSpace() {
+  const CBCGPGridCtrl* owner = GetOwnerList();
+  if (owner == nullptr || owner->IsEditableNow(this) == FALSE) return FALSE;
+  SetValue(_variant_t(!IsOn()), TRUE);
+  // The last step: handlers may end this cell.
+  SetItemChanged();
+  return TRUE;
+}
+
+BOOL CBCGPGridCheckItem::OnClickValue(UINT message, CPoint /*point*/) {
+  if (message != WM_LBUTTONDOWN && message != WM_LBUTTONDBLCLK) return FALSE;
+  OnSpace();
+  return TRUE;
+}
+
+BOOL CBCGPGridCheckItem::OnEdit(CPoint /*point*/) {
+  return FALSE;
+}
+
+void CBCGPGridCheckItem::OnDrawValue(CDC* dc, CRect rect) {
+  CBCGPVisualManager::GetInstance()->OnDrawCheckBox(dc, rect, IsOn() ? 1 : 0, IsAllowEdit());
+}

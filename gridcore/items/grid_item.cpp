@@ -1,0 +1,184 @@
+#include "gridcore/items/grid_item.h"
+
+#include <algorithm>
+
+#include "framework/objects/archive.h"
+#include "framework/values/variant_text.h"
+#include "gridcore/control/grid_control.h"
+#include "gridcore/items/item_parts.h"
+#include "gridcore/items/value_archive.h"
+#include "gridcore/rows/grid_row.h"
+
+// The value of a cell, its conduct, its list and its place. How it is drawn stands in item_drawing.cpp, how
+// it is edited in item_editing.cpp.
+
+IMPLEMENT_SERIAL(CBCGPGridItem, CObject, 1)
+
+CBCGPGridItem::CBCGPGridItem() = default;
+
+CBCGPGridItem::CBCGPGridItem(const _variant_t& value, DWORD_PTR data) : value_(value), data_(data) {}
+
+CBCGPGridItem::~CBCGPGridItem() {
+  // The grid may be editing this very cell, or have it as the current one.
+  if (CBCGPGridCtrl* owner = GetOwnerList()) owner->ItemGone(*this);
+}
+
+CBCGPGridItem::Rare& CBCGPGridItem::RareParts() {
+  if (rare_ == nullptr) rare_ = std::make_unique<Rare>();
+  return *rare_;
+}
+
+void CBCGPGridItem::SetState(State state, BOOL on, BOOL redraw) {
+  states_ = static_cast<unsigned short>(on != FALSE ? states_ | state : states_ & ~state);
+  if (redraw != FALSE) Redraw();
+}
+
+void CBCGPGridItem::SetValue(const _variant_t& value, BOOL redraw) {
+  value_ = value;
+  if (redraw != FALSE) Redraw();
+}
+
+BOOL CBCGPGridItem::ChangeType(const _variant_t& value) {
+  if (value.vt == value_.vt) return TRUE;
+  _variant_t fresh;
+  if (lorv::IsPlainType(value.vt)) {
+    fresh.vt = value.vt;
+  } else if (value.vt == VT_BSTR) {
+    fresh = _variant_t(_T(""));
+  }
+  value_ = std::move(fresh);
+  return TRUE;
+}
+
+CString CBCGPGridItem::FormatItem() const {
+  try {
+    return VariantToText(value_);
+  } catch (const _com_error&) {
+    return {};
+  }
+}
+
+void CBCGPGridItem::SetFlags() {
+  flags_ = 0;
+  SetState(kMultiline, FALSE, FALSE);
+}
+
+BOOL CBCGPGridItem::AddOption(LPCTSTR option, BOOL only_once) {
+  std::vector<CString>& options = RareParts().options;
+  const CString text(option);
+  if (only_once != FALSE && std::find(options.begin(), options.end(), text) != options.end()) return FALSE;
+  options.push_back(text);
+  SetFlag(lorv::kItemHasList);
+  return TRUE;
+}
+
+void CBCGPGridItem::RemoveAllOptions() {
+  if (rare_ != nullptr) rare_->options.clear();
+}
+
+int CBCGPGridItem::GetOptionCount() const {
+  return rare_ == nullptr ? 0 : static_cast<int>(rare_->options.size());
+}
+
+LPCTSTR CBCGPGridItem::GetOption(int index) const {
+  if (index < 0 || index >= GetOptionCount()) return nullptr;
+  return rare_->options[static_cast<std::size_t>(index)];
+}
+
+void CBCGPGridItem::SetValueTooltip(LPCTSTR text) {
+  RareParts().tip = text;
+}
+
+void CBCGPGridItem::SetBackgroundColor(COLORREF colour, BOOL redraw) {
+  back_ = colour;
+  if (redraw != FALSE) Redraw();
+}
+
+void CBCGPGridItem::SetTextColor(COLORREF colour, BOOL redraw) {
+  text_ = colour;
+  if (redraw != FALSE) Redraw();
+}
+
+void CBCGPGridItem::SetImage(int image, BOOL redraw) {
+  if (image != GetImage()) RareParts().image = image;
+  if (redraw != FALSE) Redraw();
+}
+
+int CBCGPGridItem::GetImage() const {
+  return rare_ == nullptr ? -1 : rare_->image;
+}
+
+CBCGPGridCtrl* CBCGPGridItem::GetOwnerList() const {
+  return row_ == nullptr ? nullptr : row_->GetOwnerList();
+}
+
+CBCGPGridItemID CBCGPGridItem::GetGridItemID() const {
+  const int row = row_ == nullptr ? -1 : row_->GetRowId();
+  return row < 0 ? CBCGPGridItemID() : CBCGPGridItemID(row, column_);
+}
+
+CRect CBCGPGridItem::GetRect() const {
+  const CBCGPGridCtrl* owner = GetOwnerList();
+  return owner == nullptr ? CRect() : owner->GetItemRect(GetGridItemID());
+}
+
+CBCGPGridRange CBCGPGridItem::GetMergedCells() const {
+  const CBCGPGridCtrl* owner = GetOwnerList();
+  return owner == nullptr ? CBCGPGridRange() : owner->GetMergedRange(GetGridItemID());
+}
+
+CBCGPGridItem* CBCGPGridItem::GetMergedMainItem() const {
+  const CBCGPGridRange block = GetMergedCells();
+  return block.IsValid() ? GetOwnerList()->GetGridItem({block.m_nTop, block.m_nLeft}) : nullptr;
+}
+
+void CBCGPGridItem::Redraw() const {
+  if (CBCGPGridCtrl* owner = GetOwnerList()) owner->InvalidateItem(this);
+}
+
+void CBCGPGridItem::SetItemChanged() {
+  SetState(kChanged, TRUE, FALSE);
+  if (row_ != nullptr) row_->OnItemChanged(this, row_->GetRowId(), column_);
+}
+
+BOOL CBCGPGridItem::OnCreate(int /*row*/, int column) {
+  column_ = column;
+  return TRUE;
+}
+
+CString CBCGPGridItem::GetValueTooltip() const {
+  return rare_ != nullptr && !rare_->tip.IsEmpty() ? rare_->tip : FormatItem();
+}
+
+CRect CBCGPGridItem::GetTooltipRect() const {
+  CRect rect = GetRect();
+  const CRect button = GetButtonRect();
+  if (button.IsRectEmpty() == FALSE) rect.right = button.left;
+  return rect;
+}
+
+void CBCGPGridItem::WriteToArchive(CArchive& archive) const {
+  lorv::WriteValue(archive, value_);
+  archive << back_ << text_ << GetImage() << states_;
+}
+
+void CBCGPGridItem::ReadFromArchive(CArchive& archive) {
+  _variant_t value = lorv::ReadValue(archive);
+  COLORREF back = lorv::kNoColour;
+  COLORREF text = lorv::kNoColour;
+  int image = -1;
+  unsigned short states = 0;
+  archive >> back >> text >> image >> states;
+  value_ = std::move(value);
+  back_ = back;
+  text_ = text;
+  states_ = states;
+  SetImage(image, FALSE);
+}
+
+void CBCGPGridItem::Serialize(CArchive& archive) {
+  if (archive.IsStoring() != FALSE)
+    WriteToArchive(archive);
+  else
+    ReadFromArchive(archive);
+}

@@ -1,0 +1,181 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "framework/drawing/geometry.h"
+#include "framework/native/window_types.h"
+#include "framework/objects/object.h"
+#include "framework/values/variant.h"
+#include "gridcore/cell_range.h"
+
+class CBCGPGridCtrl;
+class CBCGPGridRow;
+class CDC;
+class CEdit;
+class CWnd;
+
+namespace lorv {
+
+// No colour of its own: a cell is then drawn as the grid's theme says.
+constexpr COLORREF kNoColour = 0xFFFFFFFF;
+
+// What a cell offers beside its text; together they are its flags.
+enum ItemFlag : unsigned { kItemHasList = 1, kItemHasButton = 2, kItemHasSpin = 4 };
+
+// The width of what a cell draws at its right end, in pixels: a button or a spin control.
+constexpr int kItemButtonWidth = 17;
+
+}  // namespace lorv
+
+// One cell of a grid: a value, how it may be changed, and what it looks like.
+//
+// Units: rectangles are pixels of the grid's client area; a cell that is scrolled out of sight has one beside
+//   what is visible, one of a hidden row or column an empty one. Options count from 0.
+// Edges: a cell that stands in no row, or in a row of no grid, has the row -1 or the null id, no owner and an
+//   empty rectangle, and everything that needs a grid does nothing. Asked for an option that is not there it
+//   gives null.
+// Memory: 72 bytes above the value's own on 64-bit systems; options and what else is rare stand apart.
+// Rows own their cells. One thread: that of the user interface.
+//
+//   CBCGPGridItem cell(_variant_t(7));  cell.FormatItem()  gives "7"
+class COMM_LORV_API CBCGPGridItem : public CObject {
+  DECLARE_SERIAL(CBCGPGridItem)
+ public:
+  explicit CBCGPGridItem(const _variant_t& value, DWORD_PTR data = 0);
+  ~CBCGPGridItem() override;
+  CBCGPGridItem(const CBCGPGridItem&) = delete;
+  CBCGPGridItem& operator=(const CBCGPGridItem&) = delete;
+
+  // The value. SetValue takes it as it is, with its kind; it marks nothing as changed. ChangeType gives the
+  // cell an empty value of the new one's kind.
+  const _variant_t& GetValue() const { return value_; }
+  virtual void SetValue(const _variant_t& value, BOOL redraw = TRUE);
+  virtual BOOL ChangeType(const _variant_t& value);
+  // The text that is shown and edited; empty for a value that has none.
+  virtual CString FormatItem() const;
+  DWORD_PTR GetData() const { return data_; }
+  void SetData(DWORD_PTR data) { data_ = data; }
+
+  // Conduct. A read-only cell keeps its value; one that does not allow editing can still be set by its list.
+  void Enable(BOOL on = TRUE, BOOL redraw = TRUE) { SetState(kEnabled, on, redraw); }
+  BOOL IsEnabled() const { return Has(kEnabled); }
+  void SetReadOnly(BOOL on = TRUE, BOOL redraw = TRUE) { SetState(kReadOnly, on, redraw); }
+  BOOL IsReadOnly() const { return Has(kReadOnly); }
+  void AllowEdit(BOOL on = TRUE) { SetState(kAllowEdit, on, FALSE); }
+  BOOL IsAllowEdit() const { return Has(kAllowEdit); }
+  void SetMultiline(BOOL on = TRUE) { SetState(kMultiline, on, TRUE); }
+  BOOL IsMultiline() const { return Has(kMultiline); }
+  // lorv::ItemFlag. SetFlags takes the cell back to none of them, and to one line.
+  unsigned GetFlags() const { return flags_; }
+  virtual void SetFlags();
+
+  // The list of the cell; the first option makes it a cell with a list.
+  BOOL AddOption(LPCTSTR option, BOOL only_once = FALSE);
+  void RemoveAllOptions();
+  int GetOptionCount() const;
+  LPCTSTR GetOption(int index) const;
+  void SetValueTooltip(LPCTSTR text);
+
+  // Looks; lorv::kNoColour is the theme's.
+  void SetBackgroundColor(COLORREF colour, BOOL redraw = TRUE);
+  COLORREF GetBackgroundColor() const { return back_; }
+  void SetTextColor(COLORREF colour, BOOL redraw = TRUE);
+  COLORREF GetTextColor() const { return text_; }
+  void SetImage(int image, BOOL redraw = TRUE);
+  int GetImage() const;  // -1: none
+
+  // Where it stands.
+  int GetColumnId() const { return column_; }
+  CBCGPGridRow* GetParentRow() const { return row_; }
+  CBCGPGridItemID GetGridItemID() const;
+  CBCGPGridCtrl* GetOwnerList() const;
+  CRect GetRect() const;
+  CBCGPGridItem* GetMergedMainItem() const;  // the one that stands for its merged cells; null: not merged
+  CBCGPGridRange GetMergedCells() const;     // null: not merged
+  void Redraw() const;
+
+  // Changes by the user: marks the cell and reports to its row, which reports to the grid.
+  virtual void SetItemChanged();
+  BOOL IsItemChanged() const { return Has(kChanged); }
+  void ClearItemChanged() { SetState(kChanged, FALSE, FALSE); }
+
+  // Value, colours, image and conduct, without list, flags and data: what another cell can take over.
+  virtual void WriteToArchive(CArchive& archive) const;
+  virtual void ReadFromArchive(CArchive& archive);
+  void Serialize(CArchive& archive) override;
+
+  // Tips: the text where it may be cut off, and where in the cell it stands.
+  virtual CString GetValueTooltip() const;
+  virtual CRect GetTooltipRect() const;
+  virtual CString GetNameTooltip() const { return CString(); }
+  virtual CRect GetNameTooltipRect() const { return {}; }
+
+  // Drawing. `rect` is the cell's, without its grid lines.
+  virtual void OnDrawValue(CDC* dc, CRect rect);
+  virtual void OnDrawButton(CDC* dc, CRect rect);
+  virtual void OnFillBackground(CDC* dc, CRect rect);
+  // The rectangle of its button, list arrow or spin control; empty without one.
+  CRect GetButtonRect() const;
+  virtual void AdjustButtonRect(CRect& rect);
+
+  // Editing. The editor is the grid's while it is open.
+  BOOL HasEditorOpen() const { return GetInPlaceWnd() != nullptr; }
+  BOOL IsInPlaceEditing() const { return HasEditorOpen(); }
+  CWnd* GetInPlaceWnd() const;
+  // Opens the editor; the point is where it was asked for, (-1, -1) for the keyboard. FALSE: nothing opened.
+  virtual BOOL OnEdit(CPoint point);
+  virtual void OnEndEdit() {}
+  virtual CWnd* CreateInPlaceEdit(CRect rect, BOOL& default_format);
+  virtual CEdit* NewInPlaceEdit();
+  virtual void SetInPlaceEditFont();
+  virtual void AdjustInPlaceEditRect(CRect& edit, CRect& spin) const;
+  // Takes what stands in the editor over into the value; FALSE where the text is refused.
+  virtual BOOL OnUpdateValue();
+  virtual BOOL CanUpdateData() const;
+
+  // The mouse. TRUE of OnClickValue: the click is used up.
+  virtual BOOL OnClickValue(UINT message, CPoint point);
+  virtual void OnClickButton(CPoint point);
+  virtual void DoClickButton(CPoint point) { OnClickButton(point); }
+  virtual BOOL OnSetCursor() const { return FALSE; }
+  // The space key on the closed cell; TRUE: it meant something.
+  virtual BOOL OnSpace() { return FALSE; }
+
+  // Called once the cell has its place in a row; FALSE and the row does without it.
+  virtual BOOL OnCreate(int row, int column);
+
+ protected:
+  CBCGPGridItem();
+  void SetFlag(unsigned flag) { flags_ = static_cast<unsigned short>(flags_ | flag); }
+  CString EditorText() const;
+  // The value that the typed text is for this cell: of the value's kind where the text has a meaning in it,
+  // else the text itself, so that nothing that was typed is lost.
+  virtual _variant_t ValueOfText(const CString& text) const;
+  void DrawText(CDC* dc, const CString& text, CRect rect) const;
+
+ private:
+  friend class CBCGPGridRow;
+  struct Rare;
+  enum State : unsigned short {
+    kEnabled = 1,
+    kReadOnly = 2,
+    kAllowEdit = 4,
+    kMultiline = 8,
+    kChanged = 16,
+  };
+
+  bool Has(State state) const { return (states_ & state) != 0; }
+  void SetState(State state, BOOL on, BOOL redraw);
+  Rare& RareParts();
+
+  _variant_t value_;
+  CBCGPGridRow* row_ = nullptr;
+  DWORD_PTR data_ = 0;
+  std::unique_ptr<Rare> rare_;
+  COLORREF back_ = lorv::kNoColour;
+  COLORREF text_ = lorv::kNoColour;
+  int column_ = -1;
+  unsigned short flags_ = 0;
+  unsigned short states_ = kEnabled | kAllowEdit;
+};

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "framework/drawing/geometry.h"
+#include "framework/native/export.h"
+#include "framework/text/cstring.h"
+
+class CDC;
+
+// The painters of what cells share: push buttons and check boxes, flat, in the colours of the desktop.
+//
+// Units: device pixels; rectangles that are empty draw nothing.
+// No state: the one object serves all grids. User-interface thread.
+//
+//   CBCGPVisualManager::GetInstance()->OnDrawCheckBox(&dc, rect, 1, TRUE);
+class COMM_LORV_API CBCGPVisualManager {
+ public:
+  static CBCGPVisualManager* GetInstance();
+
+  void OnDrawPushButton(CDC* dc, CRect rect, const CString& text, UINT text_flags, BOOL enabled) const;
+  // State 0: empty, 1: checked, 2: some of what it stands for is checked.
+  void OnDrawCheckBox(CDC* dc, CRect rect, int state, BOOL enabled) const;
+};

@@ -1,0 +1,87 @@
+#include "gridcore/rows/grid_row.h"
+
+#include <algorithm>
+
+#include "framework/windows/controls.h"
+#include "gridcore/control/grid_control.h"
+
+IMPLEMENT_DYNCREATE(CBCGPGridRow, CObject)
+
+CBCGPGridRow::CBCGPGridRow(int room, DWORD_PTR data, int flags) : data_(data), flags_(flags) {
+  items_.reserve(static_cast<std::size_t>(std::clamp(room, 0, 1024)));
+}
+
+CBCGPGridRow::~CBCGPGridRow() {
+  if (owner_ != nullptr) owner_->RowGone(*this);
+}
+
+CBCGPGridItem* CBCGPGridRow::GetItem(int column) const {
+  return column >= 0 && column < GetItemCount() ? items_[static_cast<std::size_t>(column)].get() : nullptr;
+}
+
+void CBCGPGridRow::Adopt(CBCGPGridItem* item, int column) {
+  item->row_ = this;
+  item->column_ = column;
+}
+
+int CBCGPGridRow::AddItem(CBCGPGridItem* item) {
+  if (item == nullptr) return -1;
+  items_.emplace_back(item);
+  Adopt(item, GetItemCount() - 1);
+  return GetItemCount() - 1;
+}
+
+BOOL CBCGPGridRow::ReplaceItem(int column, CBCGPGridItem* item, BOOL redraw, BOOL keep_old) {
+  if (GetItem(column) == nullptr || item == nullptr) return FALSE;
+  std::unique_ptr<CBCGPGridItem>& place = items_[static_cast<std::size_t>(column)];
+  // Its editor closes before the cell goes: what is typed there belongs to no cell any more.
+  if (owner_ != nullptr) owner_->ItemGone(*place);
+  std::unique_ptr<CBCGPGridItem> old(item);
+  old.swap(place);
+  Adopt(item, column);
+  old->row_ = nullptr;
+  if (keep_old != FALSE) static_cast<void>(old.release());
+  if (redraw != FALSE) item->Redraw();
+  return TRUE;
+}
+
+void CBCGPGridRow::RemoveAllItems() {
+  if (owner_ != nullptr)
+    for (const auto& item : items_) owner_->ItemGone(*item);
+  items_.clear();
+}
+
+CBCGPGridItem* CBCGPGridRow::CreateItem(int row, int column) {
+  const CRuntimeClass* wanted = owner_ == nullptr ? nullptr : owner_->GetItemRTC(column);
+  std::unique_ptr<CObject> made(wanted == nullptr ? nullptr : wanted->CreateObject());
+  auto item = std::unique_ptr<CBCGPGridItem>(dynamic_cast<CBCGPGridItem*>(made.get()));
+  if (item != nullptr) static_cast<void>(made.release());
+  if (item == nullptr) item = std::make_unique<CBCGPGridItem>(_variant_t());
+  item->row_ = this;
+  return item->OnCreate(row, column) != FALSE ? item.release() : nullptr;
+}
+
+int CBCGPGridRow::GetRowId() const {
+  return owner_ == nullptr ? -1 : owner_->IndexOfRow(*this);
+}
+
+CRect CBCGPGridRow::GetRect() const {
+  return owner_ == nullptr ? CRect() : owner_->GetRowRect(GetRowId());
+}
+
+void CBCGPGridRow::SetLinesNumber(int lines, BOOL relayout) {
+  lines_ = std::max(1, lines);
+  if (owner_ != nullptr) owner_->RowLinesChanged(*this, relayout);
+}
+
+CWnd* CBCGPGridRow::GetInPlaceWnd() const {
+  return owner_ == nullptr ? nullptr : owner_->EditorOf(*this);
+}
+
+CComboBox* CBCGPGridRow::GetComboWnd() const {
+  return owner_ == nullptr ? nullptr : owner_->ComboOf(*this);
+}
+
+void CBCGPGridRow::OnItemChanged(CBCGPGridItem* item, int row, int column) {
+  if (owner_ != nullptr) owner_->OnItemChanged(item, row, column);
+}

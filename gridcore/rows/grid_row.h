@@ -1,0 +1,84 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "framework/drawing/geometry.h"
+#include "framework/objects/object.h"
+#include "gridcore/items/grid_item.h"
+#include "gridcore/table/blocked_list.h"
+
+class CComboBox;
+
+// A row of cells.
+//
+// Units: cells count from 0, as the columns that they stand in; heights are lines of the grid's font.
+// Edges: GetItem gives null outside the row. A row that stands in no grid has the id -1. AddItem(null) and a
+//   replacement by null are refused.
+// The row owns its cells; the grid owns its rows. One thread: that of the user interface.
+//
+//   CBCGPGridRow row;  row.AddItem(new CBCGPGridItem(_variant_t(7)));  row.GetItem(0)->GetColumnId()  gives 0
+class COMM_LORV_API CBCGPGridRow : public CObject {
+  DECLARE_DYNCREATE(CBCGPGridRow)
+ public:
+  CBCGPGridRow() = default;
+  // Room for so many cells; nothing is made yet. The last number is the caller's.
+  explicit CBCGPGridRow(int room, DWORD_PTR data = 0, int flags = 0);
+  ~CBCGPGridRow() override;
+  CBCGPGridRow(const CBCGPGridRow&) = delete;
+  CBCGPGridRow& operator=(const CBCGPGridRow&) = delete;
+
+  int GetItemCount() const { return static_cast<int>(items_.size()); }
+  CBCGPGridItem* GetItem(int column) const;
+  // The row takes the cell over and puts it behind its last one; its number.
+  int AddItem(CBCGPGridItem* item);
+  // Puts the cell in place of the one there; the old one is deleted with `delete_old`, else the caller's.
+  // Refused (FALSE), and the cell stays the caller's: outside the row, null.
+  BOOL ReplaceItem(int column, CBCGPGridItem* item, BOOL redraw = TRUE, BOOL keep_old = FALSE);
+  void RemoveAllItems();
+  // A cell for the column, as the grid's column asks; null if its OnCreate refuses.
+  virtual CBCGPGridItem* CreateItem(int row, int column);
+
+  int GetRowId() const;
+  CBCGPGridCtrl* GetOwnerList() const { return owner_; }
+  DWORD_PTR GetData() const { return data_; }
+  void SetData(DWORD_PTR data) { data_ = data; }
+  int GetFlags() const { return flags_; }
+  CRect GetRect() const;  // without its row header; empty for a hidden row
+  int GetLinesNumber() const { return lines_; }
+  // At least 1; the rows stand anew with the next layout, or at once.
+  void SetLinesNumber(int lines, BOOL relayout = TRUE);
+  BOOL IsEnabled() const { return enabled_; }
+  void Enable(BOOL on = TRUE) { enabled_ = on != FALSE; }
+
+  // The open editor of one of its cells, and the list that belongs to it; null where there is none.
+  CWnd* GetInPlaceWnd() const;
+  CComboBox* GetComboWnd() const;
+  BOOL IsInPlaceEditing() const { return GetInPlaceWnd() != nullptr; }
+
+  // A cell of it was changed by the user.
+  virtual void OnItemChanged(CBCGPGridItem* item, int row, int column);
+
+ private:
+  friend class CBCGPGridCtrl;
+  void Adopt(CBCGPGridItem* item, int column);
+
+  std::vector<std::unique_ptr<CBCGPGridItem>> items_;
+  CBCGPGridCtrl* owner_ = nullptr;
+  DWORD_PTR data_ = 0;
+
+ public:
+  // Where the grid's list of rows has it; nobody else's.
+  lorv::ListPlace list_place;
+
+ private:
+  int lines_ = 1;
+  int flags_ = 0;
+  bool enabled_ = true;
+};
+
+namespace lorv {
+
+using RowList = BlockedList<CBCGPGridRow, &CBCGPGridRow::list_place>;
+
+}  // namespace lorv
