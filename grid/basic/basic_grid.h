@@ -1,0 +1,238 @@
+#pragma once
+
+#include <unordered_set>
+#include <vector>
+
+#include "framework/collections/list.h"
+#include "framework/collections/map.h"
+#include "framework/collections/string_array.h"
+#include "grid/columns/column_mask.h"
+#include "grid/editing/key_translation.h"
+#include "gridcore/columns/columns_info_ex.h"
+#include "gridcore/control/grid_control.h"
+
+class CBCGPGridMultiLineRow;
+
+namespace lorv {
+
+constexpr UINT kMessageNavigate = 1025;  // posted by a grid to itself: w is the direction to move on in
+
+constexpr COLORREF kSelectedRowColour = RGB(200, 230, 230);
+constexpr COLORREF kReadOnlyCellColour = RGB(210, 210, 210);
+constexpr COLORREF kReadOnlyColour = RGB(234, 234, 234);
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+
+}  // namespace lorv
+
+// The suite's grid: columns declared by texts, one height for all rows, hidden rows, grey read-only cells, a
+// coloured selected row, and a keyboard for entering data cell after cell.
+//
+// Units: rows and columns count from 0, widths and heights are pixels, colours 0x00BBGGRR with -1 for none.
+// Edges: bad rows and columns are answered with null, an empty value, -1, 0 or false; setters pass them over.
+//   Whatever needs a row or a count asks the virtual GetRow and GetRowCount, so that a descendant may show
+//   fewer rows than there are.
+// Usable once its window exists; without one it keeps a table that nobody sees. Rows and cells are the
+//   grid's. One thread: that of the user interface.
+//
+//   grid.InsertColumns(_T("梁,板"), _T("100"), 0);  grid.AppendRows(2);
+//   grid.SetValue(0, 1, _variant_t(_T("C30")), TRUE);  grid.GetColsWidth()  gives "100,80"
+class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
+  DECLARE_DYNCREATE(CBCGPBasicGridCtrl)
+ public:
+  CBCGPBasicGridCtrl();
+  ~CBCGPBasicGridCtrl() override;
+
+  // Columns.
+  const CBCGPGridColumnsInfo& GetColumnsInfo() const override { return columns_info_; }
+  CBCGPGridColumnsInfo& GetColumnsInfo() override { return columns_info_; }
+  // Columns at the end; a width of 0 hides the column of that number within this call, which on a grid that
+  // has columns already is an older one. A row height above 0 becomes that of all rows.
+  void InsertColumns(const CString& names, const CString& widths, int row_height);
+  int AddColumn(LPCTSTR name, double width, const CRuntimeClass* item_class);
+  int DeleteColumn(int column);
+  bool SetColsWidth(const CString& widths);
+  CString GetColsWidth();
+
+  // Rows.
+  int AppendRows(int count);
+  int InsertRows(int position, int count);
+  int DeleteRows(int position, int count);
+  int RemoveCurRow();
+  int DeleteSelectedRows();
+  // Hidden rows keep their numbers; the screen follows with the next layout.
+  void SetRowVisible(int row, bool visible);
+  bool IsRowHidden(int row) const { return hidden_.count(row) != 0; }
+  using CBCGPGridCtrl::SetRowHeight;
+  void SetRowHeight() override;
+  void SetRowHeight(int height) { adjusted_row_height_ = height; }
+
+  // Cells.
+  CBCGPGridItem* GetItem(int row, int column) const;
+  int ReplaceItem(int row, int column, CBCGPGridItem* item, BOOL keep_value);
+  _variant_t GetValue(int row, int column) const;
+  // Of the current row; without one, or without the cell, the number 0.
+  _variant_t GetValue(int column) const;
+  int SetText(const CString& text);
+  CString GetText() const;
+  int ClearAll();
+  int AddStringToList(CBCGPGridItem* item, const CString* strings, int count);
+  int AddStringToList(CBCGPGridItem* item, const CStringArray& strings);
+
+  // Where the user is.
+  void SetRow(int row);
+  void SetCol(int column);
+  void SetFirstRow(int row);
+  int GetFirstRow() const;
+  short GetVisibleRows() const;
+  int GetCurrentRow() const { return GetCurSelItemID().m_nRow; }
+  int GetCurRowIndex() const { return GetCurrentRow(); }
+  int GetCol() const { return GetCurSelItemID().m_nColumn; }
+  void GetCurSelItemIndex(int& row, int& column) const;
+  void MoveFirst();
+  void MoveLast();
+  void MoveNext();
+  void MovePrevious();
+  // Nonzero: a row was hit; the column is -1 beside all of them. Else both are -1.
+  int CellContaining(int x, int y, int& row, int& column) const;
+  int CellContaining(CPoint point, int& row, int& column) const {
+    return CellContaining(static_cast<int>(point.x), static_cast<int>(point.y), row, column);
+  }
+  // Ascending, each once; how many.
+  long long GetSelectRows(CArray<int, int>& rows) const;
+  long long GetSelectRows(CUIntArray& rows) const;
+  long long GetSelectColumns(CArray<int, int>& columns) const;
+  long long GetSelectColumns(CUIntArray& columns) const;
+  long long GetUnionCells(CList<CBCGPGridRange, const CBCGPGridRange&>& blocks) const;
+
+  // Conduct and looks of cells.
+  void SetColumnReadOnly(int column, bool on);
+  void SetItemReadOnly(int row, int column, bool on);
+  void SetRowReadOnly(int row, bool on);
+  void SetColReadOnly(int column, bool on);
+  void SetColumnColor(int column, COLORREF colour);
+  void SetRowBackgroundColor(int row, COLORREF colour, bool force);
+  void SetRowTextColor(int row, COLORREF colour);
+  bool SetOddEvenColor();
+  bool SetReadOnlyColor();
+  void SetSelRowBKColor(COLORREF colour) { selected_row_colour_ = colour; }
+  bool IsSelRowBKColorEnabled() const { return selected_row_colour_ != lorv::kNoColour; }
+  void InitHeaderColor();
+  void SetBoldItem(int row, int column, bool bold);
+  void SetRowBoldText(int row, bool bold);
+  bool SetButton(int row, int column, bool on);
+  void SetColumnButton(int column, bool on);
+
+  // Lines.
+  void EnableMultiLineHeader() { multi_line_header_ = true; }
+  void SetHeaderLineCount(int lines);
+  CBCGPGridHeaderItem* AddHeaderItem(const CArray<int, int>* columns, const CArray<int, int>* lines,
+                                     CBCGPGridHeaderItem* parent, LPCTSTR text, int align, int flag);
+  CBCGPGridRow* CreateMultiLineRow(int lines) override;
+  int AddMultiLineRow(int max_lines, int min_lines);
+  void SetMultiLineItem(int row, int column, int lines);
+
+  // Switches.
+  void SetShortCut(bool on) { shortcut_ = on; }
+  void SetNotShortCutCol(const CUIntArray& columns) { no_shortcut_.Copy(columns); }
+  void SetReturnToLeft(emReturnStyle style) { return_style_ = style; }
+  emReturnStyle GetReturnStyle() const { return return_style_; }
+  void SetTabToLeft(emReturnStyle style) { tab_style_ = style; }
+  void SetReturnAddNewRow(bool on) { return_adds_row_ = on; }
+  bool GetReturnAddNewRow() const { return return_adds_row_; }
+  void SetDefaultSel(bool keep) { keep_selection_ = keep; }
+  void SetBoldColName(bool on) { bold_names_ = on; }
+  void SetTreeGrid(bool on) { tree_ = on; }
+  void SetAdjustColWidth(bool on) { adjust_widths_ = on; }
+  void SetDropdownShowOffset(bool on) { list_always_menu_ = on; }
+
+  // Editing.
+  void SetCurEditingItem(int row, int column);
+  // A long list of options as a menu at the point; false: the list of the editor is the right one.
+  bool ShowItemStringList(CPoint point);
+  void ShowDlg(CWnd* window);
+
+  BOOL EndEditItem(BOOL update = TRUE) override;
+  BOOL OnClickButton(CPoint point) override;
+  void AdjustLayout() override;
+  int GetExtraHierarchyOffset() const override;
+  int GetHierarchyLevelOffset() const override { return GetRowHeight(); }
+  int GetLeftMarginWidth() const override { return GetRowHeight(); }
+  int OnGetColumnAutoSize(int column) override;
+
+  // New virtual operations, in the order that descendants know.
+  virtual void SetValue(int row, int column, const _variant_t& value, BOOL redraw = TRUE);
+  // Exchange with a spreadsheet; false: there is none.
+  virtual bool ToExcel(int mode);
+  virtual bool FromExcel(int mode);
+  virtual CBCGPGridRow* GetRow(int row) const;
+  virtual int AddRow(CBCGPGridRow* row, int relayout);
+  virtual int AddRow(int relayout);
+  virtual int RemoveRow(int row, int relayout);
+  virtual void RemoveAll();
+  virtual int GetRowCount(int all = FALSE) const;
+  virtual void OnComboItemSelect() {}
+  virtual void OnItemUpdate();
+  virtual void InitGridSetting();
+
+ protected:
+  void PreSubclassWindow() override;
+  BOOL PreTranslateMessage(MSG* message) override;
+  void OnPosSizeChanged() override;
+  void OnDrawHeader(CDC* dc) override;
+  void OnGetHeaderRect(CDC* dc, CRect& rect) override;
+  BOOL OnTrackHeader(int /*column*/, int /*width*/) override { return FALSE; }
+  void OnHeaderDividerDblClick(int column) override;
+  BOOL FilterItem(CBCGPGridRow* row) override;
+  void OnEndInplaceEdit(CBCGPGridItem* item) override;
+  void OnAfterInplaceEditCreated(CBCGPGridItem* item, CWnd* editor) override;
+  BOOL CanEndInplaceEditOnChar(UINT key, UINT repeat, UINT flags) const override;
+  BOOL OnInplaceEditKeyDown(CBCGPGridRow* row, MSG* message) override;
+  int OnInplaceEditSetSel(CBCGPGridItem* item, DWORD reason) override;
+  void OnSelChanged(const CBCGPGridRange& range, BOOL selected) override;
+  void OnResizeColumns() override;
+
+  int OnCreate(LPCREATESTRUCT request);
+  void OnSize(UINT type, int width, int height);
+  LRESULT OnEndLabelEdit(WPARAM w, LPARAM record);
+  LRESULT OnNavigateItem(WPARAM direction, LPARAM l);
+  void OnItemEditUpdate() { OnItemUpdate(); }
+  void OnSelectCombo();
+
+  DECLARE_MESSAGE_MAP()
+
+ private:
+  std::vector<int> SelectedRowIds() const;
+  std::vector<int> SelectedColumnIds() const;
+  void MoveTo(int row);
+  void AddCellsForColumn(const CRuntimeClass* item_class);
+  void CloseUpCells(CBCGPGridRow& row, int column);
+  void KeepSelectionOverLayout();
+  void RestoreProportions(int new_total);
+  bool IsCanShortCutCol(int column, bool current_only) const;
+  void CopyFromAbove(UINT key);
+  bool ContinueInplaceEditing();
+  void InplaceEditNavigation(CBCGPGridItem* item, int direction);
+  void TakeOption(CBCGPGridItem* item, int option, const CString& text);
+  template <class Change>
+  void ForColumn(int column, Change change);
+  template <class Change>
+  void ForRow(int row, Change change);
+
+  CBCGPGridColumnsInfoEx columns_info_;
+  // Keyboard layouts by cell: the row in the high, the column in the low half of the key.
+  CMap<long long, long long, HKL, HKL> languages_{10};
+  int adjusted_row_height_ = 0;
+  bool shortcut_ = false;
+  CUIntArray no_shortcut_;
+  emReturnStyle return_style_ = emReturnDown;
+  emReturnStyle tab_style_ = emReturnRight;
+  bool return_adds_row_ = false;
+  bool multi_line_header_ = false;
+  bool keep_selection_ = false;
+  bool bold_names_ = true;
+  bool tree_ = false;
+  COLORREF selected_row_colour_ = lorv::kNoColour;
+  bool adjust_widths_ = false;
+  bool list_always_menu_ = false;
+  std::unordered_set<int> hidden_;
+};

@@ -1,0 +1,88 @@
+#include <algorithm>
+
+#include "grid/basic/basic_grid.h"
+
+// Rows of the suite's grid. The virtual operations at the end are the only way from here to the library's row
+// store, so that a descendant can hide a row from all the others.
+
+int CBCGPBasicGridCtrl::AppendRows(int count) {
+  int done = 0;
+  for (int i = 0; i < count; ++i)
+    if (AddRow(TRUE) != -1) ++done;
+  return done;
+}
+
+int CBCGPBasicGridCtrl::InsertRows(int position, int count) {
+  const bool past_end = GetRowCount() <= position;
+  SetCurSel(CBCGPGridItemID(), lorv::kSelectClear, FALSE);
+  int done = 0;
+  for (int i = 0; i < count; ++i) {
+    CBCGPGridRow* row = CreateRow(GetColumnCount());
+    const int at = past_end ? InsertRowAfter(position, row, FALSE) : InsertRowBefore(position, row, FALSE);
+    if (at == -1)
+      delete row;
+    else
+      ++done;
+  }
+  AdjustLayout();
+  return done;
+}
+
+int CBCGPBasicGridCtrl::DeleteRows(int position, int count) {
+  int done = 0;
+  // Nothing is left to delete once it has failed; a huge count does not run on.
+  for (int i = 0; i < count && RemoveRow(position, TRUE) > 0; ++i) ++done;
+  AdjustLayout();
+  return done;
+}
+
+int CBCGPBasicGridCtrl::RemoveCurRow() {
+  return RemoveRow(GetCurrentRow(), TRUE);
+}
+
+int CBCGPBasicGridCtrl::DeleteSelectedRows() {
+  const std::vector<int> selected = SelectedRowIds();
+  if (selected.empty()) return 0;
+  std::vector<CBCGPGridItem*> items;
+  std::vector<CBCGPGridRow*> rows;
+  for (const int row : selected) PrepareRemoveRow(row, items, rows);
+  const int done = DoRemoveRows(items, rows);
+  AdjustLayout();
+  return done;
+}
+
+void CBCGPBasicGridCtrl::SetRowVisible(int row, bool visible) {
+  if (visible)
+    hidden_.erase(row);
+  else
+    hidden_.insert(row);
+}
+
+BOOL CBCGPBasicGridCtrl::FilterItem(CBCGPGridRow* row) {
+  if (CBCGPGridCtrl::FilterItem(row) != FALSE) return TRUE;
+  return !hidden_.empty() && row != nullptr && IsRowHidden(row->GetRowId());
+}
+
+CBCGPGridRow* CBCGPBasicGridCtrl::GetRow(int row) const {
+  return CBCGPGridCtrl::GetRow(row);
+}
+
+int CBCGPBasicGridCtrl::AddRow(CBCGPGridRow* row, int relayout) {
+  return CBCGPGridCtrl::AddRow(row, relayout);
+}
+
+int CBCGPBasicGridCtrl::AddRow(int relayout) {
+  return CBCGPGridCtrl::AddRow(relayout);
+}
+
+int CBCGPBasicGridCtrl::RemoveRow(int row, int relayout) {
+  return CBCGPGridCtrl::RemoveRow(row, relayout);
+}
+
+void CBCGPBasicGridCtrl::RemoveAll() {
+  CBCGPGridCtrl::RemoveAll(TRUE);
+}
+
+int CBCGPBasicGridCtrl::GetRowCount(int all) const {
+  return CBCGPGridCtrl::GetRowCount(all);
+}

@@ -1,0 +1,47 @@
+#include "grid/items/check_item_ex.h"
+
+#include "framework/drawing/device_context.h"
+#include "gridcore/control/grid_control.h"
+#include "gridcore/painting/visual_manager.h"
+
+IMPLEMENT_DYNCREATE(CBCGPGridCheckItemEx, CBCGPGridCheckItem)
+
+CRect lorv::CheckBoxPlace(CRect cell, int width, bool labelled) {
+  constexpr int kHighest = 20;
+  if (cell.Height() > kHighest) {
+    cell.top += (cell.Height() - kHighest) / 2;
+    cell.bottom = cell.top + kHighest;
+  }
+  cell.DeflateRect(0, 2);
+  if (!labelled) cell.left += (cell.Width() - width) / 2;
+  cell.right = cell.left + width;
+  return cell;
+}
+
+CBCGPGridCheckItemEx::CBCGPGridCheckItemEx() : CBCGPGridCheckItemEx(false) {}
+
+CBCGPGridCheckItemEx::CBCGPGridCheckItemEx(bool on, DWORD_PTR data) : CBCGPGridCheckItem(on, data) {}
+
+void CBCGPGridCheckItemEx::EnableNotAllSelIcon(bool on) {
+  not_all_ = on;
+  Redraw();
+}
+
+int CBCGPGridCheckItemEx::DrawnState() const {
+  if (!IsOn()) return 0;
+  return not_all_ ? 2 : 1;
+}
+
+void CBCGPGridCheckItemEx::OnDrawValue(CDC* dc, CRect rect) {
+  constexpr UINT kLabelFlags = 34852;  // left, centred upright, one line, with an ellipsis, no prefixes
+  constexpr int kLabelGap = 2;
+  OnFillBackground(dc, rect);
+  const CBCGPGridCtrl* owner = GetOwnerList();
+  const int width = owner == nullptr ? lorv::kItemButtonWidth : owner->GetButtonWidth();
+  const CRect box = lorv::CheckBoxPlace(rect, width, !GetLabel().IsEmpty());
+  CBCGPVisualManager::GetInstance()->OnDrawCheckBox(dc, box, DrawnState(), IsAllowEdit());
+  if (GetLabel().IsEmpty() || owner == nullptr) return;
+  rect.left = box.right + kLabelGap;
+  dc->SetTextColor(owner->TextColourOf(*this));
+  owner->DoDrawText(dc, GetLabel(), rect, kLabelFlags);
+}

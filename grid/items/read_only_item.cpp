@@ -1,0 +1,12 @@
+#include "grid/items/read_only_item.h"
+
+#include "grid/basic/basic_grid.h"
+
+IMPLEMENT_DYNCREATE(CBCGPGridReadOnlyItem, CBCGPGridItem)
+
+CBCGPGridReadOnlyItem::CBCGPGridReadOnlyItem() : CBCGPGridReadOnlyItem(_variant_t()) {}
+
+CBCGPGridReadOnlyItem::CBCGPGridReadOnlyItem(const _variant_t& value) : CBCGPGridItem(value) {
+  SetReadOnly(TRUE);
+  SetBackgroundColor(lorv::kReadOnlyColour);
+}
