@@ -1,14 +1,20 @@
 # cpack in a build folder packs what cmake --install would install: for Windows a ZIP, else a tarball and, where
-# Debian's tools are, a package of Debian. What has to be built before: lorv_installed.
+# Debian's tools are, packages of Debian, one for each component. What has to be built before: lorv_installed.
 #
 #   cmake --build --preset linux-release --target lorv_installed && cpack --config build/linux-release/CPackConfig.cmake
-install(FILES README.md CHANGELOG.md NOTICE.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs FILES_MATCHING PATTERN "*.md"
+install(FILES README.md CHANGELOG.md NOTICE.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT tool)
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs COMPONENT tool FILES_MATCHING PATTERN "*.md"
         PATTERN "*.png" PATTERN "*.svg")
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT tool)
+if(WIN32)
+  # Beside bin/, where somebody who opens the ZIP looks first.
+  install(FILES cmake/windows/start.html DESTINATION . COMPONENT tool)
+endif()
 
 set(CPACK_PACKAGE_NAME ${PROJECT_NAME})
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
-set(CPACK_PACKAGE_CONTACT "The maintainers of Comm_LORV <maintainers@localhost>")
+set(LORV_CONTACT "Maintainers of Comm_LORV <maintainers@comm-lorv.example>" CACHE STRING "Who answers for the packages")
+set(CPACK_PACKAGE_CONTACT ${LORV_CONTACT})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Support library of a quantity take-off suite, with its command-line tool")
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packs)
 set(CPACK_RESOURCE_FILE_README ${PROJECT_SOURCE_DIR}/README.md)
@@ -26,15 +32,7 @@ else()
   find_program(LORV_SHLIBDEPS dpkg-shlibdeps)
   if(LORV_SHLIBDEPS)
     list(APPEND CPACK_GENERATOR DEB)
+    include(LorvDebian)
   endif()
 endif()
-
-set(CPACK_DEBIAN_PACKAGE_NAME comm-lorv)
-set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
-# What the package depends on is asked when it is made, of the files that were built.
-set(CPACK_PROJECT_CONFIG_FILE ${CMAKE_CURRENT_LIST_DIR}/LorvDebian.cmake)
-set(CPACK_LORV_BINARIES ${LORV_BIN})
-set(CPACK_LORV_SHLIBDEPS ${LORV_SHLIBDEPS})
 include(CPack)
