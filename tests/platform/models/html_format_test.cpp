@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <string>
+
 using lorv::FragmentOfHtmlFormat;
 using lorv::ToHtmlFormat;
 
@@ -32,4 +35,23 @@ TEST(HtmlFormat, LyingHeadersGiveWhatTheMarksEnclose) {
   EXPECT_EQ(FragmentOfHtmlFormat("<!--StartFragment-->abc"), "");
   EXPECT_EQ(FragmentOfHtmlFormat("abc"), "");
   EXPECT_EQ(FragmentOfHtmlFormat(""), "");
+}
+
+TEST(HtmlFormat, AnyBytesComeBack) {
+  std::mt19937 random(31);
+  for (int round = 0; round < 500; ++round) {
+    std::string fragment(random() % 3000, ' ');
+    for (char& byte : fragment) byte = static_cast<char>(random() % 256);
+    // A fragment may even hold the marks themselves: the positions count.
+    if (round % 3 == 0) fragment.insert(fragment.size() / 2, "<!--EndFragment-->");
+    ASSERT_EQ(FragmentOfHtmlFormat(ToHtmlFormat(fragment)), fragment);
+  }
+}
+
+TEST(HtmlFormat, ACutFormGivesNoMoreThanItHolds) {
+  const std::string whole = ToHtmlFormat("<b>x</b>");
+  for (std::size_t length = 0; length <= whole.size(); ++length) {
+    const std::string fragment = FragmentOfHtmlFormat(whole.substr(0, length));
+    EXPECT_TRUE(fragment.empty() || fragment == "<b>x</b>") << length << ": " << fragment;
+  }
 }

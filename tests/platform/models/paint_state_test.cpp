@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <random>
 #include <stdexcept>
 
 #include "tests/support/print.h"
@@ -136,4 +137,46 @@ TEST(PaintState, ShiftBeyondTheAreaLeavesAllOfItPending) {
   PaintState state;
   EXPECT_NE(state.Shift(kClient, SIZE{0, 500}, nullptr, nullptr).IsRectEmpty(), 0);
   EXPECT_EQ(Bounds(state.Pending()), kClient);
+}
+
+// Pixel by pixel: what is out of date moves with what is shown, what comes in is out of date, and nothing
+// that was out of date is forgotten.
+TEST(PaintState, ScrollingIsRightForEveryPixel) {
+  std::mt19937 random(33);
+  const CRect client(0, 0, 24, 20);
+  const auto any_rect = [&random] {
+    const int x = static_cast<int>(random() % 30) - 3;
+    const int y = static_cast<int>(random() % 26) - 3;
+    return CRect(CPoint(x, y), CSize(static_cast<int>(random() % 20), static_cast<int>(random() % 16)));
+  };
+  for (int round = 0; round < 400; ++round) {
+    PaintState state;
+    for (int i = 0; i < 3; ++i) state.Invalidate(client, any_rect());
+    if (round % 4 == 0) state.Validate(any_rect());
+    const Region before = state.Pending();
+    const CSize by(static_cast<int>(random() % 60) - 30, static_cast<int>(random() % 50) - 25);
+    const CRect area = any_rect();
+    const CRect clip = any_rect();
+    const CRect box = round % 2 == 0 ? client : client & area;
+    const CRect bounds = round % 3 == 0 ? client : client & clip;
+    const RECT* const given_area = round % 2 == 0 ? nullptr : &area;
+    const RECT* const given_clip = round % 3 == 0 ? nullptr : &clip;
+    const CRect target = state.Shift(client, by, given_area, given_clip);
+    for (int x = 0; x < client.right; ++x) {
+      for (int y = 0; y < client.bottom; ++y) {
+        const CRect pixel(x, y, x + 1, y + 1);
+        const CRect from = pixel - by;
+        const bool inside = bounds.PtInRect({x, y}) != 0;
+        // A pixel has what stood in the area, if that was to be seen before.
+        const bool copied = inside && box.PtInRect(from.TopLeft()) != 0;
+        const bool came_in = inside && !copied && box.PtInRect({x, y}) != 0;
+        ASSERT_EQ(target.PtInRect({x, y}) != 0, copied) << round << ": " << x << ", " << y;
+        const bool dirty = copied ? before.Touches(from) : came_in || before.Touches(pixel);
+        // More may be out of date where many parts were joined.
+        const bool joined = state.Pending().Rects().size() >= 8;
+        const bool pending = state.Pending().Touches(pixel);
+        ASSERT_TRUE(pending == dirty || (pending && joined)) << round << ": " << x << ", " << y;
+      }
+    }
+  }
 }

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <limits>
+#include <random>
 
 namespace {
 
@@ -86,4 +89,32 @@ TEST(ScrollModel, DragIsItsOwnPlaceUntilItEnds) {
   bar.EndDrag();
   EXPECT_EQ(bar.Info().nTrackPos, 60);
   EXPECT_FALSE(bar.IsDragged());
+}
+
+// Whatever is set in whatever order: the page fits the range and fills the window at the last position.
+TEST(ScrollModel, HoldsItsOrderWhateverIsSet) {
+  std::mt19937 random(32);
+  const auto any = [&random] {
+    constexpr int kEdges[] = {kLeast, kLeast + 1, -1, 0, 1, 9, 100, kMost - 1, kMost};
+    return random() % 2 == 0 ? kEdges[random() % 9] : static_cast<int>(random());
+  };
+  lorv::ScrollModel bar;
+  for (int round = 0; round < 5000; ++round) {
+    const lorv::ScrollModel before = bar;
+    const UINT mask = static_cast<UINT>(random()) & (SIF_RANGE | SIF_PAGE | SIF_POS);
+    const SCROLLINFO set = {sizeof(SCROLLINFO), mask, any(), any(), static_cast<UINT>(any()), any(), 0};
+    bar.Set(set);
+    const SCROLLINFO now = bar.Info();
+    const bool ranged = (mask & SIF_RANGE) != 0;
+    EXPECT_EQ(now.nMin, ranged ? set.nMin : before.Info().nMin);
+    EXPECT_EQ(now.nMax, ranged ? std::max(set.nMin, set.nMax) : before.Info().nMax);
+    const std::int64_t span = std::int64_t{now.nMax} - now.nMin + 1;
+    const std::int64_t page = (mask & SIF_PAGE) != 0 ? set.nPage : before.Info().nPage;
+    EXPECT_EQ(now.nPage, std::min(page, span));
+    const std::int64_t last =
+        std::max<std::int64_t>(now.nMin, now.nMax - std::max<std::int64_t>(page - 1, 0));
+    const std::int64_t wanted = (mask & SIF_POS) != 0 ? set.nPos : before.Info().nPos;
+    EXPECT_EQ(now.nPos, std::clamp<std::int64_t>(wanted, now.nMin, last));
+    EXPECT_EQ(bar.Scrolls(), last > now.nMin);
+  }
 }
