@@ -43,15 +43,29 @@ bool Contains(const lorv::MenuModel& model, const lorv::MenuModel* wanted) {
   return false;
 }
 
+// Null for a submenu that was destroyed: it is still shown, and not searched any more.
+std::shared_ptr<lorv::MenuModel> Below(const lorv::MenuEntry& entry) {
+  return entry.submenu == nullptr ? nullptr : ModelOf(HandleOf(entry.submenu.get()));
+}
+
 lorv::MenuEntry* ByCommand(lorv::MenuModel& model, UINT id) {
   for (lorv::MenuEntry& entry : model.entries) {
     if (entry.submenu == nullptr && (entry.flags & MF_SEPARATOR) == 0 && entry.id == id) return &entry;
-    // Through the handle, so that a submenu that was destroyed is not searched any more.
-    const auto below = entry.submenu == nullptr ? nullptr : ModelOf(HandleOf(entry.submenu.get()));
+    const auto below = Below(entry);
     lorv::MenuEntry* const found = below == nullptr ? nullptr : ByCommand(*below, id);
     if (found != nullptr) return found;
   }
   return nullptr;
+}
+
+// From whichever menu holds it: a command may stand in a submenu.
+bool Erase(lorv::MenuModel& model, const lorv::MenuEntry* gone) {
+  if (std::erase_if(model.entries, [gone](const lorv::MenuEntry& entry) { return &entry == gone; }) != 0)
+    return true;
+  return std::any_of(model.entries.begin(), model.entries.end(), [gone](const lorv::MenuEntry& entry) {
+    const auto below = Below(entry);
+    return below != nullptr && Erase(*below, gone);
+  });
 }
 
 }  // namespace
@@ -141,8 +155,7 @@ lorv::MenuEntry* CMenu::Entry(UINT position, UINT flags) const {
 BOOL CMenu::DeleteMenu(UINT position, UINT flags) {
   const auto model = ModelOf(m_hMenu);
   const lorv::MenuEntry* const gone = Entry(position, flags);
-  return gone != nullptr &&
-         std::erase_if(model->entries, [gone](const lorv::MenuEntry& entry) { return &entry == gone; }) != 0;
+  return static_cast<BOOL>(gone != nullptr && Erase(*model, gone));
 }
 
 int CMenu::GetMenuItemCount() const {

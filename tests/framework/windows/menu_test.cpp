@@ -92,3 +92,40 @@ TEST_F(Menu, CannotContainItself) {
   EXPECT_EQ(inner.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(outer.m_hMenu), _T("o")), FALSE);
   EXPECT_EQ(inner.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(inner.m_hMenu), _T("i")), FALSE);
 }
+
+TEST_F(Menu, CommandsOfSubmenusAreFoundAndDeleted) {
+  CMenu outer;
+  CMenu inner;
+  outer.CreatePopupMenu();
+  inner.CreatePopupMenu();
+  for (const UINT id : {3U, 4U, 5U}) inner.AppendMenu(MF_STRING, id, _T("inner"));
+  outer.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(inner.m_hMenu), _T("i"));
+  outer.AppendMenu(MF_STRING, 9, _T("outer"));
+  CString text;
+  EXPECT_EQ(outer.GetMenuString(4, text, MF_BYCOMMAND), 5);
+  EXPECT_EQ(outer.DeleteMenu(4, MF_BYCOMMAND), TRUE);
+  EXPECT_EQ(outer.DeleteMenu(4, MF_BYCOMMAND), FALSE);
+  EXPECT_EQ(inner.GetMenuItemCount(), 2);
+  EXPECT_EQ(inner.GetMenuItemID(1), 5U);
+  EXPECT_EQ(outer.GetMenuItemCount(), 2);
+  // By position only this menu's own entries count.
+  EXPECT_EQ(outer.DeleteMenu(2, MF_BYPOSITION), FALSE);
+}
+
+TEST_F(Menu, ADestroyedSubmenuIsStillShownAndNotSearched) {
+  CMenu outer;
+  outer.CreatePopupMenu();
+  {
+    CMenu inner;
+    inner.CreatePopupMenu();
+    inner.AppendMenu(MF_STRING, 3, _T("inner"));
+    outer.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(inner.m_hMenu), _T("i"));
+  }
+  CString text(_T("before"));
+  EXPECT_EQ(outer.GetMenuString(3, text, MF_BYCOMMAND), 0);
+  EXPECT_TRUE(text.IsEmpty());
+  EXPECT_EQ(outer.DeleteMenu(3, MF_BYCOMMAND), FALSE);
+  EXPECT_EQ(outer.GetSubMenu(0), nullptr);
+  desktop.AnswerMenu(3);
+  EXPECT_EQ(outer.TrackPopupMenu(TPM_RETURNCMD, 0, 0, &top), 3);
+}
