@@ -1,0 +1,146 @@
+#include "image/tool_tip.h"
+
+#include <algorithm>
+
+#include "framework/ports/desktop_port.h"
+
+// The tip's text is drawn from a copy that is taken on the thread of the windows: a painting may run on
+// another one.
+
+IMPLEMENT_DYNAMIC(CBCGPToolTipCtrl, CWnd)
+
+BEGIN_MESSAGE_MAP(CBCGPToolTipCtrl, CWnd)
+ON_WM_PAINT()
+ON_MESSAGE(lorv::kActivateTip, OnActivateTip)
+ON_NOTIFY_REFLECT(lorv::kTipShows, OnShow)
+END_MESSAGE_MAP()
+
+BOOL CBCGPToolTipCtrl::Create(CWnd* parent, DWORD style) {
+  return CWnd::Create(nullptr, _T(""), (style | WS_POPUP) & ~static_cast<DWORD>(WS_VISIBLE | WS_CHILD),
+                      CRect(0, 0, 0, 0), parent, 0);
+}
+
+void CBCGPToolTipCtrl::TakeLooks() {
+  const lorv::Desktop& desktop = lorv::DesktopInForce();
+  GetWindowText(label_);
+  font_ = CFont(desktop.DialogFont());
+  system_text_ = desktop.Colour(COLOR_INFOTEXT);
+  system_fill_ = desktop.Colour(COLOR_INFOBK);
+  peer_ = lorv::PeerOf(m_hWnd);
+}
+
+LRESULT CBCGPToolTipCtrl::OnActivateTip(WPARAM w, LPARAM /*l*/) {
+  active_ = w != 0;
+  if (!active_) Hide();
+  return 0;
+}
+
+void CBCGPToolTipCtrl::ShowAt(CPoint screen) {
+  if (m_hWnd == nullptr || !active_) return;
+  const HWND window = m_hWnd;
+  NMHDR header = {};
+  header.hwndFrom = window;
+  header.code = lorv::kTipShows;
+  LRESULT result = 0;
+  if (CWnd* const parent = GetParent(); parent != nullptr) {
+    parent->SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header));
+  } else {
+    OnShow(&header, &result);
+  }
+  // The parent may have done anything, with the tip's window too.
+  if (m_hWnd != window) return;
+  SetWindowPos(nullptr, screen.x, screen.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  ShowWindow(SW_SHOWNA);
+  Invalidate();
+}
+
+void CBCGPToolTipCtrl::OnShow(NMHDR* /*header*/, LRESULT* result) {
+  TakeLooks();
+  const CSize size = NeededSize();
+  SetWindowPos(nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+  if (result != nullptr) *result = 0;
+}
+
+CSize CBCGPToolTipCtrl::NeededSize() {
+  CClientDC dc(this);
+  dc.SelectObject(&font_);
+  constexpr int kWide = 1 << 14;
+  const CSize label = OnDrawLabel(&dc, CRect(0, 0, kWide, kWide), TRUE);
+  CSize text = label;
+  if (HasDescription()) {
+    const CSize description = OnDrawDescription(&dc, CRect(0, 0, kWide, kWide), TRUE);
+    text.cx = std::max(text.cx, description.cx);
+    text.cy += description.cy + kInnerDown + kInnerDown / 2;
+  }
+  const CSize icon = GetIconSize();
+  if (HasIcon(icon)) {
+    text.cx += icon.cx + kInnerAcross;
+    text.cy = std::max(text.cy, icon.cy);
+  }
+  return CSize(text.cx + margin_.left + margin_.right + 2 * kInnerAcross,
+               text.cy + margin_.top + margin_.bottom + 2 * kInnerDown);
+}
+
+CRect CBCGPToolTipCtrl::TextRect(const CRect& client) const {
+  CRect text(client);
+  text.DeflateRect(margin_.left, margin_.top, margin_.right, margin_.bottom);
+  text.DeflateRect(kInnerAcross, kInnerDown);
+  return text;
+}
+
+void CBCGPToolTipCtrl::DrawAround(CDC* dc, const CRect& client, CSize icon) {
+  CRect text = TextRect(client);
+  if (HasIcon(icon)) text.left += icon.cx + kInnerAcross;
+  COLORREF line = LineColour();
+  COLORREF ink = TextColour();
+  CFont* const former_font = dc->SelectObject(&font_);
+  OnFillBackground(dc, client, ink, line);
+  CPen pen(PS_SOLID, 1, line);
+  CPen* const former = dc->SelectObject(&pen);
+  OnDrawBorder(dc, client, line);
+  dc->SetBkMode(TRANSPARENT);
+  dc->SetTextColor(ink);
+  const CSize label = OnDrawLabel(dc, text, FALSE);
+  if (HasDescription()) {
+    text.top += label.cy + kInnerDown + kInnerDown / 2;
+    if (parameters_.draws_separator) OnDrawSeparator(dc, text.left, text.right, text.top - kInnerDown / 2);
+    OnDrawDescription(dc, text, FALSE);
+  }
+  dc->SelectObject(former);
+  dc->SelectObject(former_font);
+}
+
+void CBCGPToolTipCtrl::OnPaint() {
+  CPaintDC dc(this);
+  TakeLooks();
+  CRect client;
+  GetClientRect(client);
+  DrawAround(&dc, client, CSize(0, 0));
+}
+
+void CBCGPToolTipCtrl::OnFillBackground(CDC* dc, CRect rect, COLORREF& /*text*/, COLORREF& /*line*/) {
+  dc->FillSolidRect(rect, Known(parameters_.fill, system_fill_));
+}
+
+void CBCGPToolTipCtrl::OnDrawBorder(CDC* dc, CRect rect, COLORREF line) {
+  dc->Draw3dRect(rect, line, line);
+}
+
+CSize CBCGPToolTipCtrl::OnDrawLabel(CDC* dc, CRect rect, BOOL only_size) {
+  CRect measured(rect);
+  dc->DrawText(label_, measured, DT_LEFT | DT_NOPREFIX | DT_CALCRECT);
+  if (only_size == 0) dc->DrawText(label_, rect, DT_LEFT | DT_NOPREFIX);
+  return measured.Size();
+}
+
+CSize CBCGPToolTipCtrl::OnDrawDescription(CDC* dc, CRect rect, BOOL only_size) {
+  CRect measured(rect);
+  dc->DrawText(description_, measured, DT_LEFT | DT_NOPREFIX | DT_CALCRECT);
+  if (only_size == 0) dc->DrawText(description_, rect, DT_LEFT | DT_NOPREFIX);
+  return measured.Size();
+}
+
+void CBCGPToolTipCtrl::OnDrawSeparator(CDC* dc, int left, int right, int y) {
+  dc->MoveTo(left, y);
+  dc->LineTo(right, y);
+}

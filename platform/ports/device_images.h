@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "framework/native/export.h"
+#include "framework/ports/canvas_port.h"
+
+// Pictures in the system's own terms: bitmaps in a module's resources, bitmaps and contexts by their handles.
+// Any thread.
+namespace lorv {
+
+class COMM_LORV_API DeviceImages {
+ public:
+  DeviceImages() = default;
+  DeviceImages(const DeviceImages&) = delete;
+  DeviceImages& operator=(const DeviceImages&) = delete;
+  virtual ~DeviceImages() = default;
+
+  // A bitmap without its file header; empty where the module has none of that number. A null module is the
+  // main program. Off Windows modules have no resources: what AddBitmapResource was told is found.
+  virtual std::string BitmapResource(HINSTANCE module, unsigned number) = 0;
+
+  // A bitmap with those pixels, the asker's to end; null for want of memory.
+  virtual HBITMAP MakeBitmap(const PixelImage& image) = 0;
+  // False for a handle that names no bitmap.
+  virtual bool EndBitmap(HBITMAP bitmap) = 0;
+  // Its pixels from the top down, each 0xFFRRGGBB. False, and both are as before, for what is no bitmap.
+  virtual bool ReadBitmap(HBITMAP bitmap, SIZE& size, std::vector<DWORD>& pixels) = 0;
+
+  // Draws on a context of the system's, stretched to the rectangle. False for a handle that is none.
+  virtual bool Draw(HDC context, const PixelImage& image, const RECT& to) = 0;
+};
+
+COMM_LORV_API DeviceImages& NativeDeviceImages();
+
+// Off Windows: gives a module a bitmap of that number, compiled into the program. `bitmap` has no file header
+// and must live as long as it may be asked for; given again, the last one counts. Windows finds what the
+// module's resources have, and this does nothing there.
+COMM_LORV_API void AddBitmapResource(HINSTANCE module, unsigned number, std::string_view bitmap);
+
+}  // namespace lorv

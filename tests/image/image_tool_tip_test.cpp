@@ -1,0 +1,162 @@
+#include "image/image_tool_tip.h"
+
+#include <gtest/gtest.h>
+
+#include "image/decode/raster.h"
+#include "image/memory_context.h"
+#include "platform/headless/desktop/headless_waits.h"
+#include "platform/headless/services/headless_platform.h"
+#include "tests/image/decode/made_images.h"
+#include "tests/support/headless_desk.h"
+
+namespace lorv::test {
+namespace {
+
+constexpr DWORD kRed = 0xFFFF0000;
+constexpr DWORD kGreen = 0xFF00FF00;
+constexpr DWORD kBlue = 0xFF0000FF;
+
+std::string Square(int side, int number, int delay) {
+  const auto count = static_cast<std::size_t>(side) * static_cast<std::size_t>(side);
+  const std::string one(count, static_cast<char>(number));
+  const std::string two(count, static_cast<char>(number % 3 + 1));
+  const std::string three(count, static_cast<char>((number + 1) % 3 + 1));
+  return MadeGif(
+      side, side,
+      {{0, 0, side, side, one, delay}, {0, 0, side, side, two, delay}, {0, 0, side, side, three, delay}});
+}
+
+class ImageToolTip : public lorv_test::Desk {
+ protected:
+  ImageToolTip() : platform_scope_(machine_.Ports()), waits_(desktop), clock_scope_(waits_) {
+    Put(_T("C:\\three.gif"), Square(8, 1, 10));
+    Put(_T("C:\\blue.gif"), MadeGif(4, 4, {{0, 0, 4, 4, std::string(16, '\3')}}));
+  }
+  void Put(LPCTSTR path, const std::string& bytes) {
+    const auto file = machine_.files.Open(path, FileUse::kCreate, nullptr);
+    ASSERT_NE(file, nullptr);
+    ASSERT_TRUE(file->Write(bytes.data(), bytes.size()));
+  }
+  void Show(TImageToolTipCtrl& tip) {
+    if (tip.m_hWnd == nullptr) tip.Create(&top);
+    tip.ShowAt(CPoint(300, 300));
+    Run();
+  }
+  // The pixel in the middle of the image.
+  static DWORD Seen(const TImageToolTipCtrl& tip) {
+    return PeerOf(tip.m_hWnd)->ClientCanvas()->Pixels({11, 9, 12, 10}).front();
+  }
+
+  HeadlessPlatform machine_;
+  ScopedPlatform platform_scope_;
+  HeadlessWaits waits_;
+  ScopedWaitClock clock_scope_;
+};
+
+TEST_F(ImageToolTip, AnimationOfThreeFramesPlaysInTwoHundredMilliseconds) {
+  TImageToolTipCtrl tip(_T("C:\\three.gif"));
+  Show(tip);
+  ASSERT_TRUE(waits_.AwaitSleepers(1));
+  EXPECT_EQ(Seen(tip), kRed);
+  waits_.Advance(99);
+  EXPECT_EQ(waits_.Sleepers(), 1U);
+  EXPECT_EQ(Seen(tip), kRed);
+  waits_.Advance(1);
+  ASSERT_TRUE(waits_.AwaitSleepers(1));
+  EXPECT_EQ(Seen(tip), kGreen);
+  waits_.Advance(100);
+  ASSERT_TRUE(waits_.AwaitSleepers(1)) << "the last delay is waited for as well";
+  EXPECT_EQ(Seen(tip), kBlue);
+  waits_.Advance(100);
+  EXPECT_EQ(waits_.Sleepers(), 0U);
+  EXPECT_EQ(Seen(tip), kBlue) << "it stays at its last frame";
+}
+
+TEST_F(ImageToolTip, PaintMessageWhileAPaintingRunsDoesNothing) {
+  TImageToolTipCtrl tip(_T("C:\\three.gif"));
+  Show(tip);
+  ASSERT_TRUE(waits_.AwaitSleepers(1));
+  tip.Invalidate();
+  Run();
+  EXPECT_EQ(waits_.Sleepers(), 1U);
+  EXPECT_EQ(Seen(tip), kRed);
+}
+
+TEST_F(ImageToolTip, ChangeEndsTheWaitAndIsLostWhileTheThreadHoldsTheLock) {
+  TImageToolTipCtrl tip(_T("C:\\three.gif"));
+  Show(tip);
+  ASSERT_TRUE(waits_.AwaitSleepers(1));
+  EXPECT_EQ(tip.SetImage(_T("C:\\blue.gif"), _T("")), 1);
+  ASSERT_TRUE(waits_.AwaitSleepers(0)) << "the loop has ended without the clock";
+}
+
+TEST_F(ImageToolTip, ChangeBetweenPaintingsTakesImageAndText) {
+  TImageToolTipCtrl tip(_T("C:\\three.gif"));
+  tip.Create(&top);
+  EXPECT_EQ(tip.SetImage(_T("C:\\blue.gif"), _T("梁 KL1")), 1);
+  CString text;
+  tip.GetWindowText(text);
+  EXPECT_EQ(text, CString(_T("梁 KL1")));
+  EXPECT_EQ(tip.GetDescription(), CString(_T("梁 KL1")));
+  EXPECT_TRUE(tip.IsActive());
+  EXPECT_EQ(tip.GetIconSize(), CSize(4, 4));
+  tip.SetWindowText(_T("own"));
+  EXPECT_EQ(tip.SetImage(_T("C:\\missing.gif"), _T("梁 KL1")), 0);
+  tip.GetWindowText(text);
+  EXPECT_EQ(text, CString(_T("own"))) << "the same description leaves the window alone";
+}
+
+TEST_F(ImageToolTip, SizeOfTheIconIsThatOfTheImageOrTheUsualOne) {
+  Put(_T("C:\\wide.bmp"), MadeBmp(64, 48, 24, 0, "", std::string(48 * 192, 'x')));
+  EXPECT_EQ(TImageToolTipCtrl(_T("C:\\wide.bmp")).GetIconSize(), CSize(64, 48));
+  EXPECT_EQ(TImageToolTipCtrl(_T("C:\\missing.gif")).GetIconSize(), CSize(32, 32));
+}
+
+TEST_F(ImageToolTip, StatusOfAChangeIsGivenBack) {
+  TImageToolTipCtrl tip(_T("C:\\three.gif"));
+  EXPECT_TRUE(tip.SetImageChangeStatus(true));
+  EXPECT_FALSE(tip.SetImageChangeStatus(false));
+}
+
+TEST_F(ImageToolTip, EndsWhileAFrameWaits) {
+  {
+    TImageToolTipCtrl tip(_T("C:\\three.gif"));
+    Show(tip);
+    ASSERT_TRUE(waits_.AwaitSleepers(1));
+    tip.DestroyWindow();
+  }
+  EXPECT_EQ(waits_.Sleepers(), 0U);
+}
+
+TEST_F(ImageToolTip, InactiveTipsAreNotShown) {
+  TImageToolTipCtrl tip(_T("C:\\blue.gif"));
+  tip.Create(&top);
+  tip.Activate(FALSE);
+  Show(tip);
+  EXPECT_FALSE(tip.IsWindowVisible());
+  tip.Activate(TRUE);
+  Show(tip);
+  EXPECT_TRUE(tip.IsWindowVisible());
+}
+
+TEST_F(ImageToolTip, BufferComesToTheTargetByFlushOnly) {
+  const std::shared_ptr<Canvas> canvas = desktop.MakeCanvas({4, 4});
+  CDC dc(canvas);
+  {
+    TMemDC buffer(&dc, CRect(1, 1, 3, 3));
+    EXPECT_TRUE(buffer.IsOffScreen());
+    buffer.FillSolidRect(CRect(1, 1, 2, 2), RGB(255, 0, 0));
+    EXPECT_EQ(canvas->Pixels({1, 1, 2, 2}).front(), 0xFFFFFFFFU);
+    buffer.Flush();
+  }
+  EXPECT_EQ(canvas->Pixels({1, 1, 3, 2}), (std::vector<DWORD>{kRed, 0xFFFFFFFF}));
+  CPrintDC page(canvas);
+  TMemDC direct(&page, CRect(1, 1, 3, 3));
+  EXPECT_TRUE(direct.IsPrinting());
+  direct.FillSolidRect(CRect(2, 2, 3, 3), RGB(0, 0, 255));
+  EXPECT_EQ(canvas->Pixels({2, 2, 3, 3}).front(), kBlue) << "paper is drawn on directly";
+  direct.Flush();
+}
+
+}  // namespace
+}  // namespace lorv::test
