@@ -128,14 +128,14 @@ void CBCGPToolTipCtrl::OnDrawBorder(CDC* dc, CRect rect, COLORREF line) {
 
 CSize CBCGPToolTipCtrl::OnDrawLabel(CDC* dc, CRect rect, BOOL only_size) {
   CRect measured(rect);
-  dc->DrawText(label_, measured, DT_LEFT | DT_NOPREFIX | DT_CALCRECT);
+  dc->DrawText(label_, static_cast<LPRECT>(measured), DT_LEFT | DT_NOPREFIX | DT_CALCRECT);
   if (only_size == 0) dc->DrawText(label_, rect, DT_LEFT | DT_NOPREFIX);
   return measured.Size();
 }
 
 CSize CBCGPToolTipCtrl::OnDrawDescription(CDC* dc, CRect rect, BOOL only_size) {
   CRect measured(rect);
-  dc->DrawText(description_, measured, DT_LEFT | DT_NOPREFIX | DT_CALCRECT);
+  dc->DrawText(description_, static_cast<LPRECT>(measured), DT_LEFT | DT_NOPREFIX | DT_CALCRECT);
   if (only_size == 0) dc->DrawText(description_, rect, DT_LEFT | DT_NOPREFIX);
   return measured.Size();
 }

@@ -112,6 +112,27 @@ TEST_F(ImageToolTip, SizeOfTheIconIsThatOfTheImageOrTheUsualOne) {
   EXPECT_EQ(TImageToolTipCtrl(_T("C:\\missing.gif")).GetIconSize(), CSize(32, 32));
 }
 
+// Texts are 7 wide a unit and 16 high here; around them are the margin of 2 and the inner one of 6 and 4.
+TEST_F(ImageToolTip, TipIsAsLargeAsWhatItShows) {
+  TImageToolTipCtrl tip(_T("C:\\three.gif"));
+  tip.Create(&top);
+  tip.SetWindowText(_T("KL1"));
+  Show(tip);
+  CRect client;
+  tip.GetClientRect(client);
+  EXPECT_EQ(client.Size(), CSize(3 * 7 + 8 + 6 + 16, 16 + 12));
+  TImageToolTipCtrl two(_T("C:\\missing.gif"));
+  two.Create(&top);
+  ToolTipParameters parameters;
+  parameters.draws_icon = false;
+  two.SetParameters(parameters);
+  two.SetWindowText(_T("KL1"));
+  two.SetDescription(_T("250x500"));
+  Show(two);
+  two.GetClientRect(client);
+  EXPECT_EQ(client.Size(), CSize(7 * 7 + 16, 16 + 6 + 16 + 12));
+}
+
 TEST_F(ImageToolTip, StatusOfAChangeIsGivenBack) {
   TImageToolTipCtrl tip(_T("C:\\three.gif"));
   EXPECT_TRUE(tip.SetImageChangeStatus(true));
