@@ -60,7 +60,7 @@ find_package(ZLIB REQUIRED)
 find_package(Threads REQUIRED)
 set(LORV_SYSTEM_LIBRARIES ZLIB::ZLIB Threads::Threads)
 if(WIN32)
-  list(APPEND LORV_SYSTEM_LIBRARIES ole32 oleaut32 uuid shell32 version comdlg32 gdi32 imm32 user32 advapi32)
+  list(APPEND LORV_SYSTEM_LIBRARIES ole32 oleaut32 oleacc uuid shell32 version comdlg32 gdi32 imm32 user32 advapi32)
 endif()
 
 # Every source of the library is compiled once, as part of the layer whose folder it stands in; the shared library

@@ -4,6 +4,8 @@
 #include <optional>
 #include <vector>
 
+#include "framework/ports/accessible_port.h"
+#include "framework/ports/drop_port.h"
 #include "framework/ports/menu_model.h"
 #include "framework/ports/transfer_data.h"
 #include "framework/ports/window_port.h"
@@ -101,8 +103,16 @@ class COMM_LORV_API Desktop {
   // One format beside text, as TransferData has them; empty where the clipboard has none.
   virtual std::vector<BYTE> ClipboardBytes(const CString& format) const = 0;
 
+  // Lets the user drag the content while the mouse button is held; returns at its end, with what the receiver
+  // did. The capture is given up before; the release of the button comes to no window.
+  virtual DROPEFFECT Drag(const TransferData& /*content*/, DROPEFFECT /*allowed*/) { return DROPEFFECT_NONE; }
+
   // A surface in memory, filled with white, that can be copied to the windows of this desktop.
   virtual std::unique_ptr<Canvas> MakeCanvas(SIZE size) const = 0;
+
+  // Tells screen readers what changed: of the window, or of the object of that number in its tree. The change
+  // is done already; they may ask at once.
+  virtual void TellAccessible(HWND /*window*/, AccessEvent /*event*/, std::int64_t /*number*/) {}
 
   // Whether anybody sees the windows and can answer what they ask.
   virtual bool HasViewer() const { return true; }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "framework/native/export.h"
 #include "framework/native/window_types.h"
 
@@ -12,6 +14,9 @@
 //   MapWindow(handle, &target);  DeliverMessage(handle, WM_CLOSE, 0, 0)  runs target.WindowProc
 namespace lorv {
 
+class AccessibleCells;
+class AccessibleObject;
+
 // What has messages delivered to it: CWnd, or a test's own.
 class COMM_LORV_API MessageTarget {
  public:
@@ -23,6 +28,10 @@ class COMM_LORV_API MessageTarget {
   virtual LRESULT HandleMessage(HWND window, UINT message, WPARAM w, LPARAM l) = 0;
   // Whether it took the message, which is then not delivered. It may change the message.
   virtual bool TakeMessage(MSG& message) = 0;
+  // How screen readers see what it draws itself (framework/ports/accessible_port.h): by a tree of its own, or
+  // by the cells of a table, which must live as long as the target. Null: as any window.
+  virtual std::shared_ptr<AccessibleObject> GetAccessible() { return nullptr; }
+  virtual AccessibleCells* GetAccessibleCells() { return nullptr; }
 };
 
 // The target is not owned; it takes itself out before it ends.

@@ -140,6 +140,10 @@ class COMM_LORV_API WindowPeer {
   // WM_COMMAND.
   virtual LRESULT Default(UINT message, WPARAM w, LPARAM l) = 0;
 
+  // Drops come to the receiver that is mapped to the window (framework/ports/drop_port.h), or no more. False
+  // where the system refuses it.
+  virtual bool AcceptDrops(bool /*on*/) { return Exists(); }
+
   // What the input method composes, while the WM_IME messages are handled; else empty.
   virtual Composition CompositionNow() const { return {}; }
   // Where the input method shows its candidates: below that rectangle of the client area, the caret's.

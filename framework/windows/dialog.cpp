@@ -1,5 +1,9 @@
 #include "framework/windows/dialog.h"
 
+#include <cstdint>
+#include <utility>
+#include <vector>
+
 #include "framework/drawing/device_context.h"
 
 // Dialogs made from a template that is data: building, the modal loop, closing. After each call that can
@@ -13,6 +17,7 @@ ON_COMMAND(IDCANCEL, OnCancel)
 ON_WM_CLOSE()
 ON_MESSAGE(DM_GETDEFID, HandleGetDefault)
 ON_MESSAGE(DM_SETDEFID, HandleSetDefault)
+ON_MESSAGE(WM_DPICHANGED, HandleDpiChanged)
 END_MESSAGE_MAP()
 
 CDialog::~CDialog() = default;
@@ -68,6 +73,52 @@ void CDialog::EndDialog(int result) {
   if (modal_ && m_hWnd != nullptr) lorv::DesktopInForce().EndModal(m_hWnd);
 }
 
+namespace {
+
+int Scaled(LONG length, int dots, int before) {
+  const std::int64_t product = std::int64_t{length} * dots;
+  return static_cast<int>((product + (product < 0 ? -before : before) / 2) / before);
+}
+
+LOGFONT Scaled(LOGFONT face, int dots, int before) {
+  face.lfHeight = Scaled(face.lfHeight, dots, before);
+  return face;
+}
+
+}  // namespace
+
+// On another screen all that stands in the dialog grows with it, whoever put it there. A handler of one of
+// the children may end the dialog meanwhile.
+LRESULT CDialog::HandleDpiChanged(WPARAM w, LPARAM l) {
+  const int dots = LOWORD(w);
+  if (dots == 0 || dots == dots_) return 0;
+  const CPoint corner(reinterpret_cast<const RECT*>(l)->left, reinterpret_cast<const RECT*>(l)->top);
+  const int before = std::exchange(dots_, dots);
+  face_ = Scaled(face_, dots, before);
+  base_ = {Scaled(base_.cx, dots, before), Scaled(base_.cy, dots, before)};
+  const auto peer = lorv::PeerOf(m_hWnd);
+  const CRect client(peer->ClientRect());
+  const SIZE inner = {Scaled(client.right, dots, before), Scaled(client.bottom, dots, before)};
+  struct Inside {
+    HWND window;
+    CRect place;
+  };
+  std::vector<Inside> inside;
+  const CSize origin{CPoint(peer->ClientOrigin())};
+  for (const HWND child : peer->Children())
+    inside.push_back({child, CRect(lorv::PeerOf(child)->WindowRect()) - static_cast<SIZE>(origin)});
+  peer->Place(CRect(corner, peer->FrameSize(inner)));
+  peer->SetFont(face_);
+  for (const Inside& one : inside) {
+    const auto child = lorv::PeerOf(one.window);
+    const CRect& at = one.place;
+    child->SetFont(Scaled(child->Font(), dots, before));
+    child->Place(CRect(Scaled(at.left, dots, before), Scaled(at.top, dots, before),
+                       Scaled(at.right, dots, before), Scaled(at.bottom, dots, before)));
+  }
+  return 0;
+}
+
 // The units of a dialog come from its font: the average of the letters, and its height.
 void CDialog::Measure(const lorv::DialogTemplate& form) {
   static const CString letters(_T("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"));
@@ -75,6 +126,8 @@ void CDialog::Measure(const lorv::DialogTemplate& form) {
   font.CreatePointFont(form.points * 10, form.font);
   face_ = font.Face();
   const auto canvas = lorv::DesktopInForce().MakeCanvas({1, 1});
+  dots_ = canvas->Dpi();
+  face_.lfHeight = Scaled(face_.lfHeight, dots_, lorv::kUsualDpi);
   canvas->SetFont(face_);
   // The system's own formula: twice the average of 52 letters, halved with rounding; so dialogs have their
   // known sizes.

@@ -42,6 +42,7 @@ struct DialogTemplate {
 // could be
 //   made. OnInitDialog answers TRUE to have the focus set to the first control.
 // A modal dialog made without an owner is owned by the window that is active when it starts.
+// On a screen of other dots an inch the dialog, what stands in it and their fonts keep their size to the eye.
 // The template is read while the window is made. The object may be deleted in no handler of a modal dialog.
 //
 //   CDialog dialog(kTemplate, &parent);  if (dialog.DoModal() == IDOK) ...
@@ -94,11 +95,13 @@ class COMM_LORV_API CDialog : public CWnd {
   void ShowDefault(HWND coming = nullptr);
   LRESULT HandleGetDefault(WPARAM w, LPARAM l);
   LRESULT HandleSetDefault(WPARAM w, LPARAM l);
+  LRESULT HandleDpiChanged(WPARAM w, LPARAM l);
 
   const lorv::DialogTemplate* form_ = nullptr;
   CWnd* parent_ = nullptr;
   LOGFONT face_ = {};
   SIZE base_ = {7, 16};
+  int dots_ = lorv::kUsualDpi;  // an inch, of the screen that it was measured for
   UINT default_id_ = IDOK;
   int result_ = -1;
   bool modal_ = false;

@@ -136,6 +136,11 @@ class COMM_LORV_API CWnd : public CCmdTarget, public lorv::MessageTarget {
   UINT_PTR SetTimer(UINT_PTR id, UINT milliseconds, void* always_null);
   BOOL KillTimer(UINT_PTR id);
 
+  // After a change of what the class shows to screen readers by GetAccessible or GetAccessibleCells: of the
+  // window, or of a cell.
+  void TellAccessible(lorv::AccessEvent event) const;
+  void TellAccessibleCell(lorv::AccessEvent event, lorv::CellAddress cell) const;
+
   // Bars of the window itself.
   BOOL SetScrollInfo(int bar, SCROLLINFO* info, BOOL redraw = TRUE);
   BOOL GetScrollInfo(int bar, SCROLLINFO* info, UINT mask = SIF_ALL);

@@ -2,6 +2,7 @@
 
 #include "framework/drawing/device_context.h"
 #include "framework/drawing/drawing_tools.h"
+#include "framework/windows/accessible_table.h"
 #include "framework/windows/window.h"
 
 // Text, place, looks and bars of a window: each is a question to its peer, and a window without a peer
@@ -294,4 +295,13 @@ void CWnd::ShowScrollBar(UINT bar, BOOL show) {
   // SB_BOTH is neither of the two and shows both.
   if (bar != static_cast<UINT>(SB_VERT)) peer->ShowScroll(SB_HORZ, show != 0);
   if (bar != static_cast<UINT>(SB_HORZ)) peer->ShowScroll(SB_VERT, show != 0);
+}
+
+void CWnd::TellAccessible(lorv::AccessEvent event) const {
+  if (m_hWnd != nullptr) lorv::DesktopInForce().TellAccessible(m_hWnd, event, 0);
+}
+
+void CWnd::TellAccessibleCell(lorv::AccessEvent event, lorv::CellAddress cell) const {
+  if (m_hWnd != nullptr)
+    lorv::DesktopInForce().TellAccessible(m_hWnd, event, lorv::NumberOfCell(m_hWnd, cell));
 }

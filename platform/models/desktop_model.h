@@ -69,6 +69,9 @@ class COMM_LORV_API DesktopModel : public Desktop {
   // none is left.
   HWND Compose(HWND window, const Composition& now);
 
+  // What a control shows is another: for screen readers, where no system tells them.
+  virtual void ControlChanged(HWND /*window*/, AccessEvent /*event*/) {}
+
  protected:
   virtual std::shared_ptr<WindowModel> MakeWindow(const WindowRequest& request, HWND handle) = 0;
   // Before the window has its handle told: it is put at its place.

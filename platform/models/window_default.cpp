@@ -43,6 +43,9 @@ LRESULT WindowModel::Default(UINT message, WPARAM w, LPARAM l) {
       return parent_ == nullptr ? 0 : DeliverMessage(parent_, message, w, l);
     case WM_RBUTTONUP:
       return ContextMessage(l);
+    case WM_DPICHANGED:
+      Place(*reinterpret_cast<const RECT*>(l));
+      return 0;
     case WM_IME_COMPOSITION:
       return CompositionMessage(l);
     default:

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "framework/ports/drop_port.h"
 #include "framework/ports/window_map.h"
 #include "platform/models/class_names.h"
 #include "platform/models/desktop_model.h"
@@ -182,7 +183,18 @@ void WindowModel::SetCompositionCaret(const RECT& caret) {
   CompositionCaretChanged();
 }
 
+void WindowModel::TellReaders(UINT code) {
+  const bool value = (kind_ == WindowKind::Edit && code == EN_CHANGE) ||
+                     (kind_ == WindowKind::Combo && code == CBN_EDITCHANGE);
+  const bool chosen = (kind_ == WindowKind::List && code == LBN_SELCHANGE) ||
+                      (kind_ == WindowKind::Combo && code == CBN_SELCHANGE);
+  if (value) desktop_.ControlChanged(handle_, AccessEvent::Value);
+  if (chosen) desktop_.ControlChanged(handle_, AccessEvent::Selection);
+  if (kind_ == WindowKind::Button && code == BN_CLICKED) desktop_.ControlChanged(handle_, AccessEvent::State);
+}
+
 void WindowModel::Notify(UINT code) {
+  TellReaders(code);
   const HWND receiver = parent_ == nullptr ? owner_ : parent_;
   if (receiver != nullptr)
     DeliverMessage(receiver, WM_COMMAND, MAKEWPARAM(static_cast<LONG_PTR>(id_), static_cast<LONG_PTR>(code)),
@@ -233,6 +245,7 @@ void WindowModel::End(FirstFault& fault) {
   alive_ = false;
   desktop_.Forget(handle_);
   UnmapWindow(handle_);
+  UnmapDropReceiver(handle_);
   Ended();
 }
 

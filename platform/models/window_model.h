@@ -114,6 +114,7 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
   void RememberPlace(CPoint at);
   // WM_COMMAND to the parent, or to the owner. The window may be gone afterwards.
   void Notify(UINT code);
+  void TellReaders(UINT code);
   // All of it is out of date, but for what the system shows itself.
   void WantPaint();
   // What is out of date, which counts as painted from here on.

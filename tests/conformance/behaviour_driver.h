@@ -39,6 +39,8 @@ class BehaviourDriver {
   virtual HWND MakeHostEdit(HWND parent, const RECT& place) = 0;
   // Another program comes to the front, until a window of ours takes the focus.
   virtual void LeaveProgram() = 0;
+  // The rectangle of the window's client area that an input method keeps its list off.
+  virtual RECT CandidatesAt(HWND window) = 0;
   virtual void Settle() = 0;
 
   void Click(POINT screen) {

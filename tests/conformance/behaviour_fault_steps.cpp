@@ -18,16 +18,6 @@ void ThrowAt(Scene& s, const std::string& wanted) {
   };
 }
 
-// What comes out of the work.
-void SayThrown(Scene& s, const std::function<void()>& work) {
-  try {
-    work();
-    s.Say("nothing thrown");
-  } catch (const std::runtime_error& error) {
-    s.Say(std::string("thrown: ") + error.what());
-  }
-}
-
 UINT Popup(Scene& s) {
   CMenu menu;
   menu.CreatePopupMenu();

@@ -1,6 +1,7 @@
 #include "tests/conformance/behaviour_scene.h"
 
 #include <map>
+#include <stdexcept>
 
 namespace lorv_test {
 namespace {
@@ -217,6 +218,15 @@ void Scene::Fill(CWnd& window, LPCTSTR text) {
   trace.resize(before);
 }
 
+void SayThrown(Scene& s, const std::function<void()>& work) {
+  try {
+    work();
+    s.Say("nothing thrown");
+  } catch (const std::runtime_error& error) {
+    s.Say(std::string("thrown: ") + error.what());
+  }
+}
+
 HWND MakeBareEdit(lorv::Desktop& desktop, HWND parent, const RECT& place) {
   lorv::WindowRequest request;
   request.kind = WindowKind::Edit;
@@ -232,11 +242,11 @@ std::vector<std::string> PlayBehaviour(BehaviourDriver& driver) {
   Scene scene(driver);
   int number = 0;
   for (auto* const part :
-       {EditSteps,          EditKeySteps, EditStateSteps, LineSteps,        ListSteps,
-        TypedListSteps,     ButtonSteps,  MenuSteps,      WindowSteps,      QueueSteps,
-        PlaceSteps,         PaintSteps,   DialogSteps,    DialogInputSteps, FaultSteps,
-        LoopFaultSteps,     ScrollSteps,  ClipboardSteps, CompositionSteps, DefaultButtonSteps,
-        EndInCallbackSteps, EndingSteps,  LateEndingSteps}) {
+       {EditSteps,       EditKeySteps,   EditStateSteps,     LineSteps,        ListSteps,
+        TypedListSteps,  ButtonSteps,    MenuSteps,          WindowSteps,      QueueSteps,
+        PlaceSteps,      PaintSteps,     DialogSteps,        DialogInputSteps, FaultSteps,
+        LoopFaultSteps,  ScrollSteps,    ClipboardSteps,     CompositionSteps, DefaultButtonSteps,
+        SystemLoopSteps, TakenAwaySteps, EndInCallbackSteps, EndingSteps,      LateEndingSteps}) {
     for (const Step& step : part()) {
       scene.trace.push_back(std::to_string(++number) + " " + step.name);
       step.play(scene);

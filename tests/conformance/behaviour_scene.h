@@ -118,6 +118,9 @@ struct Scene {
   CButton second;
 };
 
+// What comes out of the work.
+void SayThrown(Scene& s, const std::function<void()>& work);
+
 struct Step {
   const char* name;
   std::function<void(Scene&)> play;
@@ -142,6 +145,8 @@ std::vector<Step> LateEndingSteps();
 
 std::vector<Step> FaultSteps();
 std::vector<Step> LoopFaultSteps();
+std::vector<Step> SystemLoopSteps();
+std::vector<Step> TakenAwaySteps();
 std::vector<Step> ScrollSteps();
 std::vector<Step> ClipboardSteps();
 std::vector<Step> CompositionSteps();

@@ -37,6 +37,9 @@ class HeadlessDriver : public lorv_test::BehaviourDriver {
   }
   void Advance(DWORD milliseconds) override { desktop_.Advance(milliseconds); }
   void LeaveProgram() override { desktop_.LeaveProgram(); }
+  RECT CandidatesAt(HWND window) override {
+    return std::dynamic_pointer_cast<lorv::WindowModel>(desktop_.Find(window))->CompositionCaret();
+  }
   void Settle() override { desktop_.RunUntilIdle(); }
 
  private:

@@ -18,6 +18,7 @@
 // clang-format off
 #include <windows.h>
 #include <tchar.h>
+#include <ole2.h>
 #include <oleauto.h>
 // clang-format on
 

@@ -71,6 +71,12 @@ HWND HeadlessDesktop::Focus() const {
 
 void HeadlessDesktop::FocusChanged(HWND /*former*/) {
   elsewhere_ = false;
+  if (FocusedWindow() != nullptr) TellAccessible(FocusedWindow(), AccessEvent::Focus, 0);
+}
+
+void HeadlessDesktop::TellAccessible(HWND window, AccessEvent event, std::int64_t number) {
+  if (told_.size() == kMaxTold) told_.erase(told_.begin());
+  told_.push_back({window, event, number});
 }
 
 void HeadlessDesktop::LeaveProgram() {

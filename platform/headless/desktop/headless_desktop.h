@@ -12,6 +12,7 @@
 #include "framework/ports/desktop_port.h"
 #include "platform/headless/window/headless_window.h"
 #include "platform/models/desktop_model.h"
+#include "platform/models/drag_model.h"
 
 namespace lorv {
 
@@ -49,6 +50,13 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   // An input method in the window that has the focus: what it shows, and what it commits at once.
   void ComposeText(const CString& text, int caret);
   void CommitText(const CString& text);
+  // Something dragged in from another program: what MoveMouse and MouseUp do with it until the drop, or Esc.
+  void DragFromOutside(const TransferData& data, DROPEFFECT allowed);
+  // What became of the last drag.
+  DROPEFFECT DragResult() const { return drag_result_; }
+  // What a drop would do now.
+  DROPEFFECT DragEffect() const { return drag_ == nullptr ? DROPEFFECT{DROPEFFECT_NONE} : drag_->Effect(); }
+  bool Dragging() const { return drag_ != nullptr; }
   void AnswerMenu(UINT command) { menu_answers_.push_back(command); }
   // Done while the next menu is up; what it posts is worked before the menu is answered.
   void WhenMenu(std::function<void()> step) { menu_steps_.push_back(std::move(step)); }
@@ -60,6 +68,15 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   // The focus goes to another program's window.
   void LeaveProgram();
   void SetLayouts(std::vector<HKL> layouts);
+  // What screen readers were told, the first first; the last kMaxTold of it.
+  struct Told {
+    HWND window;
+    AccessEvent event;
+    std::int64_t number;
+    bool operator==(const Told&) const = default;
+  };
+  static constexpr std::size_t kMaxTold = 1024;
+  std::vector<Told> TakeTold() { return std::exchange(told_, {}); }
   // Whether the steps of WhenIdle stand for somebody who sees the windows.
   void SetViewer(bool there) { viewer_ = there; }
   // The screen becomes one of so many dots an inch: all windows are told.
@@ -81,11 +98,14 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   bool SetClipboardText(const CString& text) override;
   bool SetClipboard(const TransferData& data) override;
   std::vector<BYTE> ClipboardBytes(const CString& format) const override { return clip_.Bytes(format); }
+  DROPEFFECT Drag(const TransferData& content, DROPEFFECT allowed) override;
+  void TellAccessible(HWND window, AccessEvent event, std::int64_t number) override;
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
   bool HasViewer() const override { return viewer_; }
   int Dpi() const override { return dpi_; }
 
   void Forget(HWND window) override;
+  void ControlChanged(HWND window, AccessEvent event) override { TellAccessible(window, event, 0); }
 
  protected:
   std::shared_ptr<WindowModel> MakeWindow(const WindowRequest& request, HWND handle) override;
@@ -123,6 +143,7 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   void PlayKey(const Input& input);
   void PlayMouse(const Input& input);
   void PlayWheel(const Input& input);
+  bool PlayDrag(const Input& input);
   bool ComesToPress(HWND target, UINT message);
   bool Offers(const MenuModel& menu, UINT command) const;
   void WorkMenuSteps();
@@ -146,6 +167,9 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   std::vector<HKL> layouts_;
   HKL layout_ = nullptr;
   TransferData clip_;
+  std::shared_ptr<DragModel> drag_;
+  DROPEFFECT drag_result_ = DROPEFFECT_NONE;
+  std::vector<Told> told_;
 };
 
 // The foreign handle that LeaveProgram leaves the focus with.

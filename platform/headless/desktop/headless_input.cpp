@@ -2,6 +2,7 @@
 
 #include "framework/ports/window_map.h"
 #include "platform/headless/desktop/headless_desktop.h"
+#include "platform/models/first_fault.h"
 
 // The user of the headless desktop: keys and mouse, as they are put into the queue and as they come out of
 // it. They take the way of real input: offered, translated into characters, hit-tested, with the keys held
@@ -130,6 +131,49 @@ void HeadlessDesktop::ComposeText(const CString& text, int caret) {
 void HeadlessDesktop::CommitText(const CString& text) {
   KeyDown(VK_PROCESSKEY);
   input_.push_back({WM_NULL, 0, CursorPosition(), [=, this] { Compose(FocusedWindow(), {{}, 0, text}); }});
+}
+
+void HeadlessDesktop::DragFromOutside(const TransferData& data, DROPEFFECT allowed) {
+  drag_result_ = DROPEFFECT_NONE;
+  drag_ = std::make_shared<DragModel>(*this, std::make_shared<KeptContent>(data), allowed);
+}
+
+// Where nobody is there to move the mouse any more, the drag is given up.
+DROPEFFECT HeadlessDesktop::Drag(const TransferData& content, DROPEFFECT allowed) {
+  if (drag_ != nullptr) return DROPEFFECT_NONE;
+  SetCapture(nullptr);
+  DragFromOutside(content, allowed);
+  const auto drag = drag_;
+  FirstFault fault;
+  fault.Run([&] {
+    while (!drag->Over() && Pump(true)) {
+    }
+  });
+  fault.Run([&] { drag->Cancel(); });
+  drag_ = nullptr;
+  fault.Rethrow();
+  return drag_result_ = drag->Effect();
+}
+
+// Whether the drag took what the user did.
+bool HeadlessDesktop::PlayDrag(const Input& input) {
+  if (drag_ == nullptr) return false;
+  const auto drag = drag_;
+  const bool escape = input.message == WM_KEYDOWN && input.w == VK_ESCAPE;
+  const bool mouse = input.message >= WM_MOUSEFIRST && input.message <= WM_MOUSELAST;
+  if (!mouse) HoldKey(static_cast<int>(input.w), input.message == WM_KEYDOWN);
+  if (mouse) SetCursorPosition(input.at);
+  const bool released = input.message == WM_LBUTTONUP;
+  if (escape || released) {
+    drag_ = nullptr;
+    HoldKey(VK_LBUTTON, false);
+    if (escape) drag->Cancel();
+    if (released) drag->Drop();
+    drag_result_ = drag->Effect();
+    return true;
+  }
+  drag->Move(CursorPosition(), static_cast<DWORD>(HeldKeys()) | MK_LBUTTON);
+  return true;
 }
 
 void HeadlessDesktop::PlayKey(const Input& input) {

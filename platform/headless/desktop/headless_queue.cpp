@@ -22,6 +22,7 @@ bool HeadlessDesktop::PumpInput() {
     input.other();
     return true;
   }
+  if (PlayDrag(input)) return true;
   if (input.message >= WM_MOUSEFIRST && input.message <= WM_MOUSELAST)
     PlayMouse(input);
   else

@@ -6,7 +6,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "framework/windows/accessible_window.h"
 #include "platform/qt/desktop/qt_text.h"
+#include "platform/qt/window/qt_accessible.h"
 
 // Buttons of all kinds and static texts as widgets. What a click does is decided by the shared behaviour; the
 // widget only shows the state that follows.
@@ -42,22 +44,13 @@ QWidget* MakeWidget(UINT type, QWidget* around) {
   }
 }
 
-// Without its marks: "&" before a letter, and "&&" for the sign itself.
-// A label has no control of its own to go to, so Qt would show the sign itself.
-QString WithoutMarks(const QString& text) {
-  QString plain;
-  for (qsizetype i = 0; i < text.size(); ++i) {
-    if (text[i] == u'&' && i + 1 < text.size()) ++i;
-    plain += text[i];
-  }
-  return plain;
-}
-
 }  // namespace
 
 QtButton::QtButton(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around)
     : ButtonBehaviour(desk, handle, request) {
   StartControl(MakeWidget(Type(), around));
+  // A press by a screen reader is a press of the message's, and radio buttons are told as such.
+  MarkAccessible(*Widget(), handle);
   ShowState();
   ShowText();
 }
@@ -102,9 +95,11 @@ QtStatic::QtStatic(QtDesk& desk, HWND handle, const WindowRequest& request, QWid
 }
 
 void QtStatic::ShowText() {
-  const QString text = ToQt(Text().View());
+  // A label has no control of its own to go to, so Qt would show the sign itself.
   const bool marks = (Look() & SS_NOPREFIX) == 0;
-  static_cast<QLabel*>(Widget())->setText(marks ? WithoutMarks(text) : text);
+  const CString text = marks ? WithoutKeyMarks(Text()) : Text();
+  static_cast<QLabel*>(Widget())->setText(ToQt(text.View()));
+  Home().NameAfter(Handle());
 }
 
 LRESULT QtStatic::Default(UINT message, WPARAM w, LPARAM l) {

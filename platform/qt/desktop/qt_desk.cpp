@@ -7,12 +7,14 @@
 #include <iterator>
 
 #include "framework/objects/exceptions.h"
+#include "framework/windows/accessible_window.h"
 #include "platform/qt/controls/qt_button.h"
 #include "platform/qt/controls/qt_combo.h"
 #include "platform/qt/controls/qt_edit.h"
 #include "platform/qt/controls/qt_list.h"
 #include "platform/qt/desktop/qt_desktop.h"
 #include "platform/qt/desktop/qt_text.h"
+#include "platform/qt/window/qt_accessible.h"
 #include "platform/qt/window/qt_board.h"
 
 // Which windows there are. The queue is in qt_queue.cpp, focus and activation in qt_focus.cpp, the screen and
@@ -76,6 +78,7 @@ void ProvideApplication() {
 
 QtDesk::QtDesk() {
   ProvideApplication();
+  AnswerAccessibility();
   mailbox_ = std::make_shared<QtMailbox>();
   WatchScreens();
 }
@@ -116,6 +119,25 @@ void QtDesk::Begin(WindowModel& made, const WindowRequest& request) {
   window.Measure();
   window.RememberPlace(window.PlaceOf());
   --window.working_;
+  NameByLabel(window.Handle());
+}
+
+// Qt itself answers for controls, and has no notion of the label before one.
+void QtDesk::NameByLabel(HWND control) {
+  const auto window = Window(control);
+  const bool labelled =
+      window != nullptr && (window->Kind() == WindowKind::Edit || window->Kind() == WindowKind::List ||
+                            window->Kind() == WindowKind::Combo);
+  if (labelled) window->Widget()->setAccessibleName(ToQt(AccessibleLabel(control).View()));
+}
+
+void QtDesk::NameAfter(HWND label) {
+  const auto window = Window(label);
+  const auto parent = window == nullptr ? nullptr : Window(window->Parent());
+  if (parent == nullptr) return;
+  const std::vector<HWND> among = parent->Children();
+  const auto self = std::find(among.begin(), among.end(), label);
+  if (self != among.end() && self + 1 != among.end()) NameByLabel(*(self + 1));
 }
 
 void QtDesk::Forget(HWND window) {

@@ -84,6 +84,8 @@ class QtDesk : public DesktopModel, public QtServices {
   bool SetClipboardText(const CString& text) override;
   bool SetClipboard(const TransferData& data) override;
   std::vector<BYTE> ClipboardBytes(const CString& format) const override;
+  DROPEFFECT Drag(const TransferData& content, DROPEFFECT allowed) override;
+  void TellAccessible(HWND window, AccessEvent event, std::int64_t number) override;
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
   int Dpi() const override;
   std::unique_ptr<ProgressDialog> MakeProgress() override;
@@ -99,6 +101,8 @@ class QtDesk : public DesktopModel, public QtServices {
   void Forget(HWND window) override;
   const std::shared_ptr<QtMailbox>& Mailbox() const { return mailbox_; }
   void WantPaint();
+  // The label's text is another: the control behind it is read by it.
+  void NameAfter(HWND label);
 
   // What the user does, as the events tell it.
   void KeepKey(int key, bool down, Qt::KeyboardModifiers modifiers);
@@ -150,6 +154,7 @@ class QtDesk : public DesktopModel, public QtServices {
   int DragDistance() const override;
 
  private:
+  void NameByLabel(HWND control);
   void WatchScreens();
   void WatchScreen(QScreen* screen);
   void MeasureScreen();
@@ -175,6 +180,7 @@ class QtDesk : public DesktopModel, public QtServices {
   bool sweep_wanted_ = false;
   bool elsewhere_ = false;
   bool menu_up_ = false;
+  bool dragging_ = false;
   bool paint_wanted_ = false;
   int inner_loops_ = 0;
   std::atomic<int> dpi_{kUsualDpi};  // of the first screen

@@ -3,7 +3,6 @@
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QLocale>
-#include <QMimeData>
 #include <QPalette>
 #include <QScreen>
 #include <QStyle>
@@ -14,7 +13,9 @@
 
 #include "platform/qt/desktop/qt_desk.h"
 #include "platform/qt/desktop/qt_text.h"
+#include "platform/qt/desktop/qt_transfer.h"
 #include "platform/qt/drawing/qt_fonts.h"
+#include "platform/qt/window/qt_accessible.h"
 
 // The screen, its colours and measures, the clipboard, the keyboard layout.
 
@@ -145,9 +146,7 @@ bool QtDesk::HasClipboardText() const {
 }
 
 CString QtDesk::ClipboardText() const {
-  QString text = QGuiApplication::clipboard()->text();
-  text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-  return FromQt(text.replace(QChar(u'\n'), QStringLiteral("\r\n")));
+  return TextOfMime(QGuiApplication::clipboard()->text());
 }
 
 bool QtDesk::SetClipboardText(const CString& text) {
@@ -157,21 +156,16 @@ bool QtDesk::SetClipboardText(const CString& text) {
 }
 
 bool QtDesk::SetClipboard(const TransferData& data) {
-  auto content = std::make_unique<QMimeData>();
-  if (data.HasText())
-    content->setText(ToQt(data.Text().View()).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
-  for (const auto& [format, bytes] : data.Formats()) {
-    const auto size = static_cast<qsizetype>(bytes.size());
-    content->setData(ToQt(format.View()), QByteArray(reinterpret_cast<const char*>(bytes.data()), size));
-  }
-  QGuiApplication::clipboard()->setMimeData(content.release());
+  QGuiApplication::clipboard()->setMimeData(ToMime(data).release());
   return true;
 }
 
 std::vector<BYTE> QtDesk::ClipboardBytes(const CString& format) const {
-  const QMimeData* const content = QGuiApplication::clipboard()->mimeData();
-  const QByteArray bytes = content == nullptr ? QByteArray() : content->data(ToQt(format.View()));
-  return {bytes.begin(), bytes.end()};
+  return MimeContent(QGuiApplication::clipboard()->mimeData()).Bytes(format);
+}
+
+void QtDesk::TellAccessible(HWND window, AccessEvent event, std::int64_t number) {
+  if (const auto told = Window(window)) TellQtAccessible(*told->Widget(), event, number);
 }
 
 int QtDesk::DragDistance() const {

@@ -142,8 +142,13 @@ void QtCanvas::SetClip(const RECT* clip) {
 }
 
 bool QtCanvas::Shows(const RECT& rect) const {
-  const CRect seen = clip_ & rect & CRect(CPoint(0, 0), Size());
-  return seen.IsRectEmpty() == 0 && (clip_parts_.IsEmpty() || clip_parts_.Touches(seen));
+  // The surface's size lies behind a lock, which costs more than all else here: it is asked for the few
+  // rectangles that the clip lets through.
+  const auto shown = [this](const CRect& part) {
+    return part.IsRectEmpty() == 0 && (clip_parts_.IsEmpty() || clip_parts_.Touches(part));
+  };
+  const CRect within = clip_ & rect;
+  return shown(within) && shown(within & CRect(CPoint(0, 0), Size()));
 }
 
 void QtCanvas::Fill(const RECT& rect, COLORREF colour) {

@@ -10,6 +10,7 @@
 
 #include "platform/qt/desktop/qt_desk.h"
 #include "platform/qt/desktop/qt_text.h"
+#include "platform/qt/window/qt_accessible.h"
 
 // Windows that draw themselves: top windows, dialogs, popups and children of no control class. All that is
 // seen of them comes from the surface; only the line around them and the scroll bars, which are widgets of
@@ -82,6 +83,7 @@ QtBoard::QtBoard(QtDesk& desk, HWND handle, const WindowRequest& request, QWidge
   widget->setAttribute(Qt::WA_OpaquePaintEvent);
   widget->setAttribute(Qt::WA_InputMethodEnabled);
   widget->setWindowTitle(ToQt(request.text.View()));
+  MarkAccessible(*widget, handle);
   Start(widget);
   ShowStyle(0);
 }

@@ -42,6 +42,7 @@ class QtWindow : public WindowModel {
   void SetTimer(UINT_PTR id, UINT milliseconds) override;
   bool KillTimer(UINT_PTR id) override;
   std::vector<DWORD> Picture(SIZE& size) override;
+  bool AcceptDrops(bool on) override;
 
   void Begin();
   // From the watcher of the widget: true if the event goes no further.
@@ -131,6 +132,7 @@ class QtWindow : public WindowModel {
   bool TakeQuery(QEvent& event);
   void ShowComposition(const QInputMethodEvent& shown);
   bool TakeClose(QEvent& event);
+  bool TakeDrag(QEvent& event);
   void TakeFocus(QEvent& event);
   bool TakeInput(QObject* receiver, QEvent& event);
   void PlayMouse(UINT message, CPoint screen);

@@ -6,6 +6,7 @@
 #include <QPaintEvent>
 #include <QWheelEvent>
 
+#include "framework/ports/drop_port.h"
 #include "framework/ports/window_map.h"
 #include "platform/qt/desktop/qt_desk.h"
 #include "platform/qt/desktop/qt_keys.h"
@@ -98,6 +99,11 @@ bool QtWindow::TakeInput(QObject* receiver, QEvent& event) {
     case QEvent::MouseButtonDblClick:
     case QEvent::MouseMove:
       return TakeMouse(receiver, static_cast<QMouseEvent&>(event));
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::DragLeave:
+    case QEvent::Drop:
+      return receiver == pane_ && MappedDropReceiver(Handle()) != nullptr && TakeDrag(event);
     case QEvent::Wheel:
       return TakeWheel(static_cast<QWheelEvent&>(event));
     default:

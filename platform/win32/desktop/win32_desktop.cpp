@@ -10,8 +10,10 @@
 #include "platform/win32/desktop/message_pump.h"
 #include "platform/win32/desktop/modal_loop.h"
 #include "platform/win32/desktop/win32_clipboard.h"
+#include "platform/win32/desktop/win32_drag.h"
 #include "platform/win32/desktop/window_registry.h"
 #include "platform/win32/drawing/gdi_canvas.h"
+#include "platform/win32/window/accessible_provider.h"
 #include "platform/win32/window/win32_window.h"
 #include "platform/win32/window/window_making.h"
 
@@ -202,6 +204,13 @@ class Win32Desktop : public Desktop {
   bool SetClipboardText(const CString& text) override { return SetSystemText(text); }
   bool SetClipboard(const TransferData& data) override { return SetSystemClipboard(data); }
   std::vector<BYTE> ClipboardBytes(const CString& format) const override { return SystemBytes(format); }
+
+  DROPEFFECT Drag(const TransferData& content, DROPEFFECT allowed) override {
+    return RunNativeDrag(content, allowed);
+  }
+  void TellAccessible(HWND window, AccessEvent event, std::int64_t number) override {
+    TellNativeReaders(window, event, number);
+  }
 
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override {
     auto canvas = std::make_unique<GdiCanvas>(std::make_unique<GdiMemory>(size));

@@ -3,10 +3,13 @@
 #include <algorithm>
 
 #include "framework/drawing/geometry.h"
+#include "framework/ports/drop_port.h"
 #include "framework/ports/window_map.h"
 #include "platform/models/carried_fault.h"
 #include "platform/win32/desktop/modal_loop.h"
+#include "platform/win32/desktop/win32_drag.h"
 #include "platform/win32/desktop/window_registry.h"
+#include "platform/win32/window/accessible_provider.h"
 #include "platform/win32/window/window_making.h"
 
 // Life of a window and the way of its messages. The handle belongs to the system and the object to the
@@ -49,8 +52,22 @@ LRESULT Win32Window::Receive(UINT message, WPARAM w, LPARAM l) {
   const auto keep = shared_from_this();
   if (message == WM_NCDESTROY) return Ended(w, l);
   if (phase_ == Phase::kMaking) return message == WM_CREATE ? Created(w, l) : Default(message, w, l);
+  if (message == WM_DESTROY) EndDrops();
   if (message == WM_DESTROY) destroying_ = true;
+  if (message == WM_GETOBJECT)
+    if (const LRESULT tree = AnswerGetObject(handle_, w, l)) return tree;
   return Deliver(message, w, l);
+}
+
+// The system holds its own end of a drop target for as long as the window lives.
+bool Win32Window::AcceptDrops(bool on) {
+  if (!Exists() || !RegisterDrops(handle_, on)) return false;
+  drops_ = on;
+  return true;
+}
+
+void Win32Window::EndDrops() {
+  if (std::exchange(drops_, false)) RegisterDrops(handle_, false);
 }
 
 LRESULT Win32Window::Deliver(UINT message, WPARAM w, LPARAM l) {
@@ -78,6 +95,7 @@ LRESULT Win32Window::Ended(WPARAM w, LPARAM l) {
   if (!saw_the_end_) Default(WM_NCDESTROY, w, l);
   phase_ = Phase::kGone;
   UnmapWindow(window);
+  UnmapDropReceiver(window);
   ForgetWindow(window);
   WakeModalLoop();
   return 0;
@@ -110,6 +128,7 @@ LRESULT Win32Window::Default(UINT message, WPARAM w, LPARAM l) {
     font_handle_ = reinterpret_cast<HFONT>(w);
     return 0;
   }
+  if (DrawsItself() && message == WM_DPICHANGED) return Place(*reinterpret_cast<const RECT*>(l)), 0;
   if (kind_ == WindowKind::Edit && message == WM_CHAR && RefusesHalf(w)) return 0;
   const auto keep = shared_from_this();
   const LRESULT answer =

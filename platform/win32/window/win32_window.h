@@ -83,6 +83,7 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
   bool TakeOver() override;
   void GiveBack() override;
   int Dpi() const override;
+  bool AcceptDrops(bool on) override;
   std::vector<DWORD> Picture(SIZE& size) override;
 
   // The height to ask the system for: that of a combo is the height of its opened list.
@@ -95,6 +96,7 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
   LRESULT Ended(WPARAM w, LPARAM l);
   LRESULT Deliver(UINT message, WPARAM w, LPARAM l);
   bool DrawsItself() const;
+  void EndDrops();
   bool RefusesHalf(WPARAM unit);
   void SetRedraw(bool on);
   Region Outdated() const;
@@ -108,6 +110,7 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
   WNDPROC original_ = nullptr;
   const WindowRequest* request_ = nullptr;  // while it is being made
   bool destroying_ = false;
+  bool drops_ = false;
   bool redraw_ = true;
   Region held_;  // invalidated while WM_SETREDRAW is off
   bool saw_the_end_ = false;

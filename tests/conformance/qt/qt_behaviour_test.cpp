@@ -100,9 +100,15 @@ class QtDriver : public lorv_test::BehaviourDriver {
       }
     }
   }
-  void MoveMouse(POINT screen) override { user_.MoveMouse(screen), Settle(); }
-  void MouseDown() override { user_.Button(true), Settle(); }
-  void MouseUp() override { user_.Button(false), Settle(); }
+  void MoveMouse(POINT screen) override {
+    Hand([&] { user_.MoveMouse(screen); });
+  }
+  void MouseDown() override {
+    Hand([this] { user_.Button(true); });
+  }
+  void MouseUp() override {
+    Hand([this] { user_.Button(false); });
+  }
   void DoubleClick(POINT screen) override {
     Click(screen);
     QGuiApplication::styleHints()->setMouseDoubleClickInterval(std::numeric_limits<int>::max());
@@ -153,6 +159,12 @@ class QtDriver : public lorv_test::BehaviourDriver {
       while (!left()) desktop_.Pump(true);
     });
   }
+  RECT CandidatesAt(HWND window) override {
+    QInputMethodQueryEvent query(Qt::ImCursorRectangle);
+    QCoreApplication::sendEvent(lorv::QtWidgetOf(window), &query);
+    const QRect at = query.value(Qt::ImCursorRectangle).toRect();
+    return CRect(at.left(), at.top(), at.left() + at.width(), at.top() + at.height());
+  }
   void Settle() override {
     Busily([this] {
       do {
@@ -175,9 +187,12 @@ class QtDriver : public lorv_test::BehaviourDriver {
   }
 
   // What the user does may come at once, as from a loop of ours.
-  void Key(int key, bool down) {
-    lorv::CarriedFault::CallOut([&] { return user_.Key(key, down), true; });
+  void Hand(const std::function<void()>& moves) {
+    lorv::CarriedFault::CallOut([&] { return moves(), true; });
     Settle();
+  }
+  void Key(int key, bool down) {
+    Hand([&] { user_.Key(key, down); });
   }
 
   void SendToFocus(QEvent& event) {

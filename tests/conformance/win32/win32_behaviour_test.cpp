@@ -149,6 +149,13 @@ class Win32Behaviour : public RealWindows {
       Quietly([&] { test_.Until([&] { return other_->IsInFront(); }); });
       Settle();
     }
+    RECT CandidatesAt(HWND window) override {
+      CANDIDATEFORM list = {};
+      const HIMC input = ImmGetContext(window);
+      ImmGetCandidateWindow(input, 0, &list);
+      ImmReleaseContext(window, input);
+      return list.rcArea;
+    }
     void Settle() override {
       Quietly([&] { test_.Settle(); });
     }

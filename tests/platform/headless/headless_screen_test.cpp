@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "framework/drawing/device_context.h"
+#include "framework/windows/dialog.h"
 #include "platform/headless/services/headless_printing.h"
 #include "tests/support/headless_desk.h"
 
@@ -54,8 +55,52 @@ TEST_F(HeadlessScreen, ATopWindowIsToldOfAnotherScreenOnce) {
   EXPECT_TRUE(child.dots.empty());
   EXPECT_EQ(child.GetDpi(), 192);
   EXPECT_NE(window.GetUpdateRect(nullptr), FALSE);
+  CRect now;
+  window.GetWindowRect(now);
+  EXPECT_EQ(now, window.place) << "left to the system, it is taken";
   desktop.SetDpi(96);
-  EXPECT_EQ(window.place, CRect(10, 20, 110, 70));
+  EXPECT_EQ(window.place, CRect(10, 20, 210, 120));
+}
+
+TEST_F(HeadlessScreen, ADialogGrowsWithAllThatStandsInIt) {
+  static const lorv::DialogItem items[] = {
+      {lorv::WindowKind::Edit, 1002, 8, 8, 40, 16, WS_TABSTOP, _T("")},
+      {lorv::WindowKind::Button, IDOK, 8, 32, 40, 16, WS_TABSTOP | BS_DEFPUSHBUTTON, _T("OK")}};
+  static const lorv::DialogTemplate form = {2000, _T("t"), 80, 64, _T("SimSun"), 9, items};
+  CDialog dialog;
+  ASSERT_TRUE(dialog.Create(form, &top));
+  CButton late;
+  late.Create(_T("late"), WS_CHILD | WS_VISIBLE, CRect(10, 20, 60, 44), &dialog, 5);
+  CRect client, edit;
+  dialog.GetClientRect(client);
+  dialog.GetDlgItem(1002)->GetWindowRect(edit);
+  dialog.ScreenToClient(edit);
+  desktop.SetDpi(192);
+  CRect grown, grown_edit, grown_late;
+  dialog.GetClientRect(grown);
+  EXPECT_EQ(grown.Size(), CSize(client.Width() * 2, client.Height() * 2));
+  dialog.GetDlgItem(1002)->GetWindowRect(grown_edit);
+  dialog.ScreenToClient(grown_edit);
+  EXPECT_EQ(grown_edit, CRect(edit.left * 2, edit.top * 2, edit.right * 2, edit.bottom * 2));
+  EXPECT_EQ(lorv::PeerOf(dialog.GetDlgItem(IDOK)->m_hWnd)->Font().lfHeight, -24);
+  late.GetWindowRect(grown_late);
+  dialog.ScreenToClient(grown_late);
+  EXPECT_EQ(grown_late, CRect(20, 40, 120, 88)) << "what was put in later, too";
+  CRect units(4, 8, 8, 16);
+  dialog.MapDialogRect(units);
+  EXPECT_EQ(units, CRect(14, 32, 28, 64));
+  desktop.SetDpi(96);
+  dialog.GetClientRect(grown);
+  EXPECT_EQ(grown, client) << "and back";
+}
+
+TEST_F(HeadlessScreen, ADialogIsMeasuredForTheScreenWhereItBegins) {
+  static const lorv::DialogItem items[] = {{lorv::WindowKind::Edit, 1002, 8, 8, 40, 16, WS_TABSTOP, _T("")}};
+  static const lorv::DialogTemplate form = {2000, _T("t"), 80, 64, _T("SimSun"), 9, items};
+  desktop.SetDpi(144);
+  CDialog dialog;
+  ASSERT_TRUE(dialog.Create(form, &top));
+  EXPECT_EQ(lorv::PeerOf(dialog.GetDlgItem(1002)->m_hWnd)->Font().lfHeight, -18);
 }
 
 TEST_F(HeadlessScreen, AWindowMayEndWhereItIsToldOfAnotherScreen) {

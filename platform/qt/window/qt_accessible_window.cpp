@@ -1,0 +1,277 @@
+#include "platform/qt/window/qt_accessible_window.h"
+
+#include <QTimer>
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+#include "framework/ports/desktop_port.h"
+#include "framework/windows/accessible_window.h"
+#include "platform/qt/desktop/qt_desktop.h"
+#include "platform/qt/desktop/qt_text.h"
+#include "platform/qt/window/qt_accessible.h"
+#include "platform/qt/window/qt_accessible_part.h"
+
+namespace lorv {
+
+QtAccessibleWindow::QtAccessibleWindow(QWidget* widget, HWND window)
+    : QAccessibleWidget(widget, QAccessible::Pane), window_(window) {}
+
+QtAccessibleWindow::~QtAccessibleWindow() {
+  GiveUpParts(true);
+}
+
+QtAccessibleWindow* QtAccessibleWindow::Of(QWidget* widget) {
+  return widget == nullptr ? nullptr
+                           : dynamic_cast<QtAccessibleWindow*>(QAccessible::queryAccessibleInterface(widget));
+}
+
+std::shared_ptr<AccessibleObject> QtAccessibleWindow::Tree() const {
+  const auto peer = DesktopInForce().Find(window_);
+  const bool button = peer != nullptr && peer->Kind() == WindowKind::Button;
+  return button || HasOwnAccessible(window_) ? AccessibleOf(window_) : nullptr;
+}
+
+void QtAccessibleWindow::GiveUpParts(bool all) {
+  sweep_wanted_ = false;
+  all = all || parts_.size() > kMaxKeptParts;
+  for (auto at = parts_.begin(); at != parts_.end();) {
+    const auto* const part = QAccessible::accessibleInterface(at->second);
+    if (!all && part != nullptr && part->isValid()) {
+      ++at;
+      continue;
+    }
+    QAccessible::deleteAccessibleInterface(at->second);
+    at = parts_.erase(at);
+  }
+}
+
+// Whoever asks holds what it was given before: nothing is given up in the middle of its questions.
+QAccessibleInterface* QtAccessibleWindow::Part(const std::shared_ptr<AccessibleObject>& object) {
+  if (object == nullptr) return nullptr;
+  if (object->Window() != window_ || object->Number() == 0) {
+    QWidget* const other = object->Window() == window_ ? widget() : QtWidgetOf(object->Window());
+    return other == nullptr ? nullptr : QAccessible::queryAccessibleInterface(other);
+  }
+  QAccessible::Id& id = parts_[object->Number()];
+  QAccessibleInterface* part = id == 0 ? nullptr : QAccessible::accessibleInterface(id);
+  if (part == nullptr) {
+    part = new QtAccessiblePart(widget(), object);
+    id = QAccessible::registerAccessibleInterface(part);
+  }
+  if (parts_.size() > kMaxKeptParts && !std::exchange(sweep_wanted_, true))
+    QTimer::singleShot(0, widget(), [widget = widget()] {
+      if (QtAccessibleWindow* const self = Of(widget)) self->GiveUpParts(false);
+    });
+  return part;
+}
+
+QAccessibleInterface* QtAccessibleWindow::Numbered(std::int64_t number) {
+  const auto tree = Tree();
+  return number == 0 || tree == nullptr ? this : Part(tree->Numbered(number));
+}
+
+QAccessible::Role QtAccessibleWindow::role() const {
+  if (const auto tree = Tree()) return QtRoleOf(tree->Role());
+  return widget()->isWindow() ? QAccessible::Window : QAccessible::Pane;
+}
+
+QString QtAccessibleWindow::text(QAccessible::Text kind) const {
+  const auto tree = Tree();
+  if (tree != nullptr && kind == QAccessible::Name) return ToQt(tree->Name().View());
+  if (tree != nullptr && kind == QAccessible::Value) return ToQt(tree->Value().View());
+  return QAccessibleWidget::text(kind);
+}
+
+int QtAccessibleWindow::childCount() const {
+  const auto tree = Tree();
+  const int parts = tree == nullptr ? 0 : tree->ChildCount();
+  const int widgets = QAccessibleWidget::childCount();
+  return parts > std::numeric_limits<int>::max() - widgets ? parts : parts + widgets;
+}
+
+QAccessibleInterface* QtAccessibleWindow::child(int index) const {
+  const auto tree = Tree();
+  const int parts = tree == nullptr ? 0 : tree->ChildCount();
+  return index < parts ? PartOf(tree->Child(index)) : QAccessibleWidget::child(index - parts);
+}
+
+int QtAccessibleWindow::indexOfChild(const QAccessibleInterface* child) const {
+  const auto tree = Tree();
+  const int parts = tree == nullptr ? 0 : tree->ChildCount();
+  const auto* const part = dynamic_cast<const QtAccessiblePart*>(child);
+  if (part != nullptr) return part->parent() == this ? part->Object().IndexInParent() : -1;
+  const int among_widgets = QAccessibleWidget::indexOfChild(child);
+  return among_widgets < 0 ? -1 : parts + among_widgets;
+}
+
+QAccessibleInterface* QtAccessibleWindow::childAt(int x, int y) const {
+  if (QAccessibleInterface* const inner = QAccessibleWidget::childAt(x, y)) return inner;
+  const auto tree = Tree();
+  return tree == nullptr ? nullptr : PartOf(tree->At({x, y}));
+}
+
+QAccessibleInterface* QtAccessibleWindow::focusChild() const {
+  const auto tree = Tree();
+  const auto focused = tree == nullptr ? nullptr : tree->FocusedChild();
+  return focused == nullptr ? QAccessibleWidget::focusChild() : PartOf(focused);
+}
+
+QAccessible::State QtAccessibleWindow::state() const {
+  const auto tree = Tree();
+  return tree == nullptr ? QAccessibleWidget::state() : QtStateOf(tree->State());
+}
+
+QStringList QtAccessibleWindow::actionNames() const {
+  const auto tree = Tree();
+  return tree == nullptr ? QAccessibleWidget::actionNames() : ActionNamesOf(*tree);
+}
+
+void QtAccessibleWindow::doAction(const QString& name) {
+  if (const auto tree = Tree()) {
+    DoNamedAction(*tree, name);
+  } else {
+    QAccessibleWidget::doAction(name);
+  }
+}
+
+void* QtAccessibleWindow::interface_cast(QAccessible::InterfaceType type) {
+  const auto tree = type == QAccessible::TableInterface ? Tree() : nullptr;
+  if (tree != nullptr && tree->Role() == AccessRole::Table)
+    return static_cast<QAccessibleTableInterface*>(this);
+  return QAccessibleWidget::interface_cast(type);
+}
+
+QAccessibleInterface* QtAccessibleWindow::cellAt(int row, int column) const {
+  const auto tree = Tree();
+  return tree == nullptr || row < 0 || column < 0 ? nullptr : PartOf(tree->CellAt(row, column));
+}
+
+QList<QAccessibleInterface*> QtAccessibleWindow::selectedCells() const {
+  QList<QAccessibleInterface*> cells;
+  if (const auto tree = Tree())
+    for (const auto& selected : tree->Selected()) cells += PartOf(selected);
+  return cells;
+}
+
+int QtAccessibleWindow::columnCount() const {
+  const auto tree = Tree();
+  return tree == nullptr ? 0 : static_cast<int>(tree->TableSize().cx);
+}
+
+int QtAccessibleWindow::rowCount() const {
+  const auto tree = Tree();
+  return tree == nullptr ? 0 : static_cast<int>(tree->TableSize().cy);
+}
+
+QString QtAccessibleWindow::HeaderText(int row, int column) const {
+  const auto tree = Tree();
+  const auto header = tree == nullptr ? nullptr : tree->CellAt(row, column);
+  return header == nullptr ? QString() : ToQt(header->Name().View());
+}
+
+QList<int> QtAccessibleWindow::SelectedLines(bool rows) const {
+  const auto tree = Tree();
+  if (tree == nullptr) return {};
+  const SIZE size = tree->TableSize();
+  std::map<int, int> counts;
+  for (const auto& selected : tree->Selected()) ++counts[rows ? selected->Row() : selected->Column()];
+  QList<int> lines;
+  for (const auto& [line, count] : counts)
+    if (count == (rows ? size.cx : size.cy)) lines += line;
+  return lines;
+}
+
+namespace {
+
+constexpr const char* kWindowOf = "lorv_window";
+
+// Whether anybody reads: else nothing is made for nobody.
+class Readers : public QAccessible::ActivationObserver {
+ public:
+  static bool There() { return Now().there_ || Now().sink_ != nullptr; }
+  static void Tell(QAccessibleEvent& event) {
+    Now().sink_ != nullptr ? Now().sink_(&event) : QAccessible::updateAccessibility(&event);
+  }
+  static Readers& Now() {
+    static Readers& now = *new Readers;
+    return now;
+  }
+  void accessibilityActiveChanged(bool active) override { there_ = active; }
+  void SendTo(void (*sink)(QAccessibleEvent* event)) { sink_ = sink; }
+
+ private:
+  Readers() { QAccessible::installActivationObserver(this); }
+  bool there_ = QAccessible::isActive();
+  void (*sink_)(QAccessibleEvent* event) = nullptr;
+};
+
+QAccessibleInterface* MakeInterface(const QString& /*name*/, QObject* object) {
+  auto* const widget = qobject_cast<QWidget*>(object);
+  const QVariant window = widget == nullptr ? QVariant() : widget->property(kWindowOf);
+  if (!window.isValid()) return nullptr;
+  return new QtAccessibleWindow(widget, reinterpret_cast<HWND>(static_cast<UINT_PTR>(window.toULongLong())));
+}
+
+// An event that names a widget by its interface is taken for one of a child: it has to name the widget.
+template <class Event, class Detail>
+void Tell(QAccessibleInterface& told, const Detail& detail) {
+  if (told.object() != nullptr) {
+    Event event(told.object(), detail);
+    Readers::Tell(event);
+  } else {
+    Event event(&told, detail);
+    Readers::Tell(event);
+  }
+}
+
+// Qt wants the states that are others now; which, is for the reader to ask.
+QAccessible::State AllThatChange() {
+  return QtStateOf(kAccessSelected | kAccessChecked | kAccessMixed | kAccessExpanded | kAccessReadOnly);
+}
+
+}  // namespace
+
+void AnswerAccessibility() {
+  static const bool once = [] {
+    QAccessible::installFactory(&MakeInterface);
+    Readers::Now();
+    return true;
+  }();
+  static_cast<void>(once);
+}
+
+void SendAccessibleEventsTo(void (*sink)(QAccessibleEvent* event)) {
+  Readers::Now().SendTo(sink);
+}
+
+void MarkAccessible(QWidget& widget, HWND window) {
+  widget.setProperty(kWindowOf, QVariant::fromValue<qulonglong>(reinterpret_cast<UINT_PTR>(window)));
+}
+
+void TellQtAccessible(QWidget& widget, AccessEvent event, std::int64_t number) {
+  if (!Readers::There()) return;
+  QtAccessibleWindow* const window = QtAccessibleWindow::Of(&widget);
+  if (window != nullptr && event == AccessEvent::Structure) window->GiveUpParts(true);
+  QAccessibleInterface* const told =
+      window == nullptr ? QAccessible::queryAccessibleInterface(&widget) : window->Numbered(number);
+  if (told == nullptr) return;
+  switch (event) {
+    case AccessEvent::Value:
+      return Tell<QAccessibleValueChangeEvent>(*told, told->text(QAccessible::Value));
+    case AccessEvent::State:
+      return Tell<QAccessibleStateChangeEvent>(*told, AllThatChange());
+    case AccessEvent::Structure:
+      if (told->tableInterface() == nullptr) return Tell<QAccessibleEvent>(*told, QAccessible::ObjectReorder);
+      return Tell<QAccessibleTableModelChangeEvent>(*told, QAccessibleTableModelChangeEvent::ModelReset);
+    case AccessEvent::Focus:
+      return Tell<QAccessibleEvent>(*told, QAccessible::Focus);
+    case AccessEvent::Name:
+      return Tell<QAccessibleEvent>(*told, QAccessible::NameChanged);
+    case AccessEvent::Selection:
+      return Tell<QAccessibleEvent>(*told,
+                                    number == 0 ? QAccessible::SelectionWithin : QAccessible::Selection);
+  }
+}
+
+}  // namespace lorv

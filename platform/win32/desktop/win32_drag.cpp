@@ -1,0 +1,113 @@
+#include "platform/win32/desktop/win32_drag.h"
+
+#include "platform/models/carried_fault.h"
+#include "platform/win32/desktop/drag_data.h"
+#include "platform/win32/services/system_object.h"
+
+namespace lorv {
+namespace {
+
+// The receiver is looked up at each call: it may take itself out in the middle of a drag.
+class NativeTarget : public CountedObject<IDropTarget> {
+ public:
+  explicit NativeTarget(HWND window) : window_(window) {}
+
+  HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD keys, POINTL at, DWORD* effect) override {
+    data_.Share(data);
+    return Told(keys, at, effect,
+                [](DropReceiver& receiver, const DragContent& content, const DragPlace& place) {
+                  return receiver.Enter(content, place);
+                });
+  }
+  HRESULT STDMETHODCALLTYPE DragOver(DWORD keys, POINTL at, DWORD* effect) override {
+    return Told(keys, at, effect,
+                [](DropReceiver& receiver, const DragContent& content, const DragPlace& place) {
+                  return receiver.Over(content, place);
+                });
+  }
+  HRESULT STDMETHODCALLTYPE DragLeave() override {
+    CarriedFault::Guarded([&] {
+      if (DropReceiver* const receiver = MappedDropReceiver(window_)) receiver->Leave();
+      return true;
+    });
+    data_.Share(nullptr);
+    return S_OK;
+  }
+  // The receiver is asked once more what it would do there, and then does that.
+  HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD keys, POINTL at, DWORD* effect) override {
+    data_.Share(data);
+    const HRESULT answer = Told(
+        keys, at, effect, [this](DropReceiver& receiver, const DragContent& content, const DragPlace& place) {
+          const DROPEFFECT would = receiver.Over(content, place) & place.allowed;
+          if (MappedDropReceiver(window_) != &receiver) return DROPEFFECT{DROPEFFECT_NONE};
+          if (would != DROPEFFECT_NONE) return receiver.Drop(content, place, would);
+          receiver.Leave();
+          return DROPEFFECT{DROPEFFECT_NONE};
+        });
+    data_.Share(nullptr);
+    return answer;
+  }
+
+ private:
+  template <class Tell>
+  HRESULT Told(DWORD keys, POINTL at, DWORD* effect, Tell tell) {
+    if (effect == nullptr) return E_POINTER;
+    const DROPEFFECT allowed = *effect;
+    *effect = DROPEFFECT_NONE;
+    POINT client = {at.x, at.y};
+    ScreenToClient(window_, &client);
+    CarriedFault::Guarded([&] {
+      DropReceiver* const receiver = IsWindowEnabled(window_) ? MappedDropReceiver(window_) : nullptr;
+      if (receiver == nullptr) return false;
+      const DataContent content(data_.Get());
+      *effect = tell(*receiver, content, DragPlace{client, keys, allowed}) & allowed;
+      return true;
+    });
+    return S_OK;
+  }
+
+  HWND window_;
+  CountedReference<IDataObject> data_;
+};
+
+class NativeSource : public CountedObject<IDropSource> {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) override {
+    if (escape) return DRAGDROP_S_CANCEL;
+    return (keys & (MK_LBUTTON | MK_RBUTTON)) == 0 ? DRAGDROP_S_DROP : S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD /*effect*/) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
+};
+
+// Once for the thread of the windows, to its end; a host that did so before is not disturbed.
+bool StartOle() {
+  thread_local const bool started = SUCCEEDED(OleInitialize(nullptr));
+  return started;
+}
+
+}  // namespace
+
+IDropTarget* MakeDropTarget(HWND window) {
+  return new NativeTarget(window);
+}
+
+bool RegisterDrops(HWND window, bool on) {
+  if (!StartOle()) return false;
+  if (!on) return SUCCEEDED(RevokeDragDrop(window));
+  const CountedReference<IDropTarget> target(MakeDropTarget(window));
+  return SUCCEEDED(RegisterDragDrop(window, target.Get()));
+}
+
+DROPEFFECT RunNativeDrag(const TransferData& content, DROPEFFECT allowed) {
+  if (!StartOle()) return DROPEFFECT_NONE;
+  ReleaseCapture();
+  const CountedReference<IDataObject> data(MakeDataObject(content));
+  const CountedReference<IDropSource> source(new NativeSource);
+  return CarriedFault::CallOut([&] {
+    DWORD done = DROPEFFECT_NONE;
+    const HRESULT end = DoDragDrop(data.Get(), source.Get(), allowed, &done);
+    return end == DRAGDROP_S_DROP ? done & allowed : DROPEFFECT{DROPEFFECT_NONE};
+  });
+}
+
+}  // namespace lorv
