@@ -84,7 +84,7 @@ bool Is(const CLI::ParseError& wrong) {
 
 // The library tells the kind by the type alone: its names of faults are replaced by that of the verb.
 std::string ArgumentFault(const CLI::ParseError& wrong, const CLI::App& verb) {
-  const std::string text = WithoutShields(wrong.what());
+  std::string text = WithoutShields(wrong.what());
   if (Is<CLI::RequiredError>(wrong)) return Say("{} is missing", {Cut(text, " is required").first});
   if (Is<CLI::ExtrasError>(wrong)) return OneTooMany(verb);
   if (Is<CLI::ValidationError>(wrong)) return WrongValue(text);
