@@ -194,15 +194,16 @@ bool CBCGPBasicGridCtrl::ShowItemStringList(CPoint point) {
     }
     texts.emplace_back(item->GetOption(entry.option));
     const UINT flags = entry.begins_column ? MF_STRING | MF_MENUBARBREAK : MF_STRING;
-    current->AppendMenu(flags, static_cast<UINT_PTR>(entry.option + lorv::kFirstOptionCommand), texts.back());
+    const int command = entry.option + lorv::kFirstOptionCommand;
+    current->AppendMenu(flags, static_cast<UINT_PTR>(command), texts.back());
   }
   const CBCGPGridItemID id = item->GetGridItemID();
   CPoint at = point;
   ClientToScreen(&at);
   const auto life = Watch();
-  const BOOL command =
+  const BOOL answer =
       menus.front()->TrackPopupMenu(kMenuFlags, static_cast<int>(at.x), static_cast<int>(at.y), this);
-  const int option = static_cast<int>(command) - lorv::kFirstOptionCommand;
+  const int option = static_cast<int>(answer) - lorv::kFirstOptionCommand;
   if (life.expired() || option < 0 || option >= static_cast<int>(texts.size())) return true;
   // The table may have changed while the menu was up.
   if (CBCGPGridItem* chosen = GetGridItem(id))

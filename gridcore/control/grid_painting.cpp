@@ -200,12 +200,12 @@ void CBCGPGridCtrl::OnDrawHeader(CDC* dc) {
        column = info.GetNextVisibleColumn(column, TRUE)) {
     const int left = origin + info.GetColumnLeft(column);
     if (left >= m_rectHeader.right) break;
-    CRect cell(left, m_rectHeader.top, left + info.GetColumnWidth(column), m_rectHeader.bottom);
     int first = 0;
     int last = line_count - 1;
     if (lines != nullptr && !lines->GetOwnHeaderLines(column, first, last)) continue;
-    cell.bottom = last == line_count - 1 ? cell.bottom : cell.top + (last + 1) * line;
-    cell.top += first * line;
+    const int top = static_cast<int>(m_rectHeader.top);
+    const int end = last == line_count - 1 ? static_cast<int>(m_rectHeader.bottom) : top + (last + 1) * line;
+    const CRect cell(left, top + first * line, left + info.GetColumnWidth(column), end);
     DrawHeaderCell(dc, cell, info.GetColumnName(column), info.GetColumnAlign(column),
                    IsColumnSelected(column) != FALSE);
   }
