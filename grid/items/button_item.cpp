@@ -12,7 +12,7 @@ std::vector<CRect> lorv::ButtonPlaces(const CRect& row, int count) {
   if (count <= 0) return places;
   const int width = row.Width() / count;
   const int rest = row.Width() % count;
-  const int left = static_cast<int>(row.left) + static_cast<int>(rest / 2.0 + 0.5);
+  const int left = static_cast<int>(row.left) + (rest + 1) / 2;  // the odd pixel goes to the left
   for (int i = 0; i < count; ++i) {
     const int begin = left + i * width;
     places.emplace_back(begin, static_cast<int>(row.top), begin + width - 1, static_cast<int>(row.bottom));
