@@ -19,8 +19,10 @@ class BasicGrid : public CBCGPBasicGridCtrl {
   std::vector<std::string> Taken() { return std::exchange(notes, {}); }
   void OnComboItemSelect() override { Say("combo"); }
   BOOL OnClickButton(CPoint point) override {
+    // The test may end the grid here.
+    const auto life = Watch();
     Say("button");
-    return CBCGPBasicGridCtrl::OnClickButton(point);
+    return life.expired() ? FALSE : CBCGPBasicGridCtrl::OnClickButton(point);
   }
   using CBCGPBasicGridCtrl::CanEndInplaceEditOnChar;
   using CBCGPBasicGridCtrl::FilterItem;
