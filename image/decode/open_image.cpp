@@ -27,7 +27,9 @@ std::unique_ptr<ImageReader> OpenImage(std::string bytes) {
   for (const StillKind& each : kStillKinds) {
     if (!std::string_view(bytes).starts_with(each.mark)) continue;
     Raster raster;
-    return each.decode(bytes, raster) ? std::make_unique<StillImage>(each.kind, std::move(raster)) : nullptr;
+    // A damaged head may pass as a picture of no size.
+    if (!each.decode(bytes, raster) || !IsFairSize(raster.width, raster.height)) return nullptr;
+    return std::make_unique<StillImage>(each.kind, std::move(raster));
   }
   return nullptr;
 }
