@@ -28,7 +28,8 @@ TImage::TImage(HINSTANCE module, unsigned int resource)
 
 TImage::TImage(const TImage& other) : imp_(other.imp_->Clone().release()) {}
 
-TImage& TImage::operator=(const TImage& other) {
+// Sharing before releasing keeps an image that is assigned to itself.
+TImage& TImage::operator=(const TImage& other) {  // NOLINT(bugprone-unhandled-self-assignment)
   TImageImp* const shared = other.imp_->Share();
   imp_->Release();
   imp_ = shared;
