@@ -41,7 +41,7 @@ TEST(HtmlFormat, AnyBytesComeBack) {
   std::mt19937 random(31);
   for (int round = 0; round < 500; ++round) {
     std::string fragment(random() % 3000, ' ');
-    for (char& byte : fragment) byte = static_cast<char>(random() % 256);
+    for (char& unit : fragment) unit = static_cast<char>(random() % 256);
     // A fragment may even hold the marks themselves: the positions count.
     if (round % 3 == 0) fragment.insert(fragment.size() / 2, "<!--EndFragment-->");
     ASSERT_EQ(FragmentOfHtmlFormat(ToHtmlFormat(fragment)), fragment);
