@@ -33,7 +33,8 @@ DROPEFFECT UsualDropEffect(DWORD keys, DROPEFFECT allowed) {
         control && shift ? DROPEFFECT_LINK : (control ? DROPEFFECT_COPY : DROPEFFECT_MOVE);
     return allowed & asked;
   }
-  for (const DROPEFFECT effect : {DROPEFFECT_MOVE, DROPEFFECT_COPY, DROPEFFECT_LINK})
+  constexpr DROPEFFECT kInOrder[] = {DROPEFFECT_MOVE, DROPEFFECT_COPY, DROPEFFECT_LINK};
+  for (const DROPEFFECT effect : kInOrder)
     if ((allowed & effect) != 0) return effect;
   return DROPEFFECT_NONE;
 }
