@@ -51,7 +51,7 @@ TEST(UnpackerThreads, ManyEntriesComeBackWholeAndTheDamagedOneIsTold) {
     unpacker.Check();
     unpacker.Run();
     EXPECT_EQ(troubles.Count(), 1U);
-    troubles.Print(console, "unpacked");
+    troubles.Print(console, "{} was not unpacked: {}");
     EXPECT_NE(err.str().find("\"d5/f201.zip\" was not unpacked: its data are damaged"), std::string::npos)
         << err.str();
     for (int i = 0; i < kFiles; ++i) {
