@@ -65,7 +65,7 @@ class COMM_LORV_API _variant_t : public tagVARIANT {
 
   _variant_t& operator=(const VARIANT& source) {
     if (lorv::IsPlainType(vt) && lorv::IsPlainType(source.vt)) {
-      static_cast<VARIANT&>(*this) = source;
+      lorv::CopyPlain(*this, source);
     } else {
       CopyHeld(source);
     }
@@ -113,7 +113,7 @@ class COMM_LORV_API _variant_t : public tagVARIANT {
     // The analyzer loses sight of cells that a vector has made empty.
     // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage)
     if (lorv::IsPlainType(source.vt)) {
-      static_cast<VARIANT&>(*this) = source;
+      lorv::CopyPlain(*this, source);
     } else {
       CopyHeld(source);
     }
