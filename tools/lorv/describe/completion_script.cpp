@@ -52,18 +52,20 @@ std::string Quoted(const std::string& text) {
   return quoted + "'";
 }
 
+std::string FishOption(const std::string& verb, const OptionWords& option) {
+  std::string line = "complete -c lorv -n '__fish_seen_subcommand_from " + verb + "'";
+  for (const std::string& name : option.names)
+    line += name[1] == '-' ? " -l " + name.substr(2) : " -s " + name.substr(1);
+  return line + (option.takes_value ? " -r" : "") + " -d " + Quoted(option.description) + "\n";
+}
+
 std::string Fish(const std::vector<VerbWords>& verbs) {
   std::string text;
   for (const VerbWords& verb : verbs) {
     text +=
         "complete -c lorv -n __fish_use_subcommand -f -a " + verb.name + " -d " + Quoted(verb.summary) + "\n";
     for (const OptionWords& option : verb.options) {
-      if (option.is_argument) continue;
-      text += "complete -c lorv -n '__fish_seen_subcommand_from " + verb.name + "'";
-      for (const std::string& name : option.names) {
-        text += name[1] == '-' ? " -l " + name.substr(2) : " -s " + name.substr(1);
-      }
-      text += std::string(option.takes_value ? " -r" : "") + " -d " + Quoted(option.description) + "\n";
+      if (!option.is_argument) text += FishOption(verb.name, option);
     }
   }
   return text;

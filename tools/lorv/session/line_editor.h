@@ -16,6 +16,7 @@ class LineEditor {
   virtual ~LineEditor() = default;
   // The line without its end; nothing at the end of the input.
   virtual std::optional<std::string> Read(const std::string& prompt) = 0;
+  // NOLINTNEXTLINE(performance-unnecessary-value-param): an editor that completes keeps it
   virtual void Complete(Completion /*completion*/) {}
 };
 

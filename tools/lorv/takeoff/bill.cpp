@@ -154,6 +154,7 @@ std::vector<std::optional<long long>> Bill::Steps(const std::vector<Groups>& par
   std::vector<std::optional<long long>> steps(parts.size());
   if (!total || !IsAdditive(quantity)) return steps;
   std::vector<double> values;
+  values.reserve(parts.size());
   for (const Groups& part : parts) values.push_back(TotalOf(part, quantity).value_or(0));
   const auto shares = SharedOut(values, quantities_.List()[quantity].decimals, *total);
   if (!shares) return steps;

@@ -95,7 +95,7 @@ CString ComponentWorker::Worked(std::size_t result) {
   const Rule& rule = planner_.Rules().rules[bound->rule];
   std::optional<double> instead;
   if (rule.missing == Missing::kUseNumber) instead = rule.missing_value;
-  const CString text = bound->formula.Worked(*this, instead);
+  CString text = bound->formula.Worked(*this, instead);
   if (rule.factor == 1) return text;
   return _T("(") + text + _T(")*") + Digits(rule.factor);
 }

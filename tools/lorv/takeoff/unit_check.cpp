@@ -75,10 +75,8 @@ std::vector<UnitCheck::Finding> UnitCheck::Findings() const {
     for (const FormulaWord& word : NamesOf(row.formula.View())) {
       const Symbol symbol = planner_.NameOf(NameKey(word.name.View()));
       if (symbol.kind != Symbol::kDimension || !LooksLikeMillimetres(symbol.index)) continue;
-      const bool told = std::any_of(findings.begin(), findings.end(), [&](const Finding& finding) {
-        return finding.rule == rule && finding.dimension == symbol.index;
-      });
-      if (!told) findings.push_back({rule, symbol.index});
+      const Finding finding = {rule, symbol.index};
+      if (std::find(findings.begin(), findings.end(), finding) == findings.end()) findings.push_back(finding);
     }
   }
   return findings;

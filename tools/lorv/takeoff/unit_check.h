@@ -32,6 +32,8 @@ class UnitCheck {
   struct Finding {
     std::size_t rule;
     std::size_t dimension;
+
+    friend bool operator==(const Finding&, const Finding&) = default;
   };
 
   std::vector<Finding> Findings() const;
