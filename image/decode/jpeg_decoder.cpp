@@ -71,6 +71,8 @@ bool JpegDecoder::ReadSegment(unsigned mark, ByteView segment) {
     case 0xC0:
     case 0xC1:
     case 0xC2:
+      // A second head would change what the samples of the first were laid out for.
+      if (!picture_.components.empty()) return false;
       picture_.progressive = mark == 0xC2;
       return ReadFrame(segment);
     case 0xC4:
@@ -96,7 +98,7 @@ bool JpegDecoder::ReadFrame(ByteView& segment) {
   picture_.height = static_cast<int>(segment.High16());
   picture_.width = static_cast<int>(segment.High16());
   const unsigned count = segment.Byte();
-  if (!picture_.components.empty() || depth != 8 || (count != 1 && count != 3 && count != 4)) return false;
+  if (depth != 8 || (count != 1 && count != 3 && count != 4)) return false;
   if (!IsFairSize(picture_.width, picture_.height)) return false;
   const std::int64_t pixels = std::int64_t{picture_.width} * picture_.height;
   if (picture_.progressive && pixels > kMostProgressivePixels) return false;

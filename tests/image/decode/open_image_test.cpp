@@ -87,6 +87,27 @@ TEST(OpenImage, CutAndClaimedTooLargeIsRefused) {
   EXPECT_EQ(OpenImage(MadeBmp(5, -2147483647 - 1, 24, 0, "", std::string(100, '\0'))), nullptr);
 }
 
+// A grey picture of 8 by 8, with codes for levels and others of one bit, and a second head behind the scan.
+TEST(OpenImage, SecondHeadOfAJpegChangesNothing) {
+  const auto segment = [](char mark, const std::string& body) {
+    const std::size_t size = body.size() + 2;
+    return std::string{'\xFF', mark, static_cast<char>(size >> 8), static_cast<char>(size & 255)} + body;
+  };
+  const auto head = [&](char mark, char side) {
+    return segment(mark, std::string{8, 0, side, 0, side, 1, 1, 0x11, 0});
+  };
+  const std::string codes = std::string(1, '\1') + std::string(15, '\0') + '\0';
+  const std::string start = std::string("\xFF\xD8") + segment('\xDB', '\0' + std::string(64, '\1')) +
+                            head('\xC0', 8) + segment('\xC4', '\0' + codes) +
+                            segment('\xC4', '\x10' + codes) +
+                            segment('\xDA', std::string("\1\1\0\0\x3F\0", 6)) + '\0';
+  const Pixels grey = PixelsOf(start + "\xFF\xD9");
+  ASSERT_EQ(grey, Pixels(64, 0xFF808080));
+  for (const char mark : {'\xC0', '\xC1', '\xC2'})
+    for (const char side : {'\0', '\1', '\x7F'})
+      EXPECT_EQ(PixelsOf(start + head(mark, side) + "\xFF\xD9"), grey);
+}
+
 TEST(OpenImage, RandomBytesBehindEveryMarkAreSurvived) {
   std::mt19937 random(1);
   const std::string starts[] = {MadeGif(9, 9, {{0, 0, 9, 9, std::string(81, '\1'), 3}}),
