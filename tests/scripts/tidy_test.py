@@ -1,11 +1,15 @@
 #!/usr/bin/env python3
 """scripts/tidy looks at the sources that the library is made of, and with --all at every source there is."""
 
+import importlib.machinery
+import importlib.util
 import json
 import pathlib
 import subprocess
 import tempfile
+import types
 import unittest
+from unittest import mock
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent.parent
 NAMES = ["comm/name_rules.cpp", "tools/lorv/program.cpp", "tests/comm/name_rules_test.cpp", "bench/text_bench.cpp",
@@ -22,6 +26,35 @@ def listed(*options):
         parts = [option for option in options if not option.startswith("-")]
         command = [str(ROOT / "scripts/tidy"), "--list", *flags, folder, *parts]
         return subprocess.run(command, capture_output=True, text=True, check=True).stdout.split()
+
+
+def script():
+    loader = importlib.machinery.SourceFileLoader("tidy", str(ROOT / "scripts/tidy"))
+    module = importlib.util.module_from_spec(importlib.util.spec_from_loader("tidy", loader))
+    loader.exec_module(module)
+    return module
+
+
+class Kept(unittest.TestCase):
+    """A source whose content was clean before is not looked at; any other is."""
+
+    def looked_at(self, kept_of, asked_of):
+        tidy = script()
+        entry = {"file": str(ROOT / NAMES[0]), "command": "c++"}
+        with tempfile.TemporaryDirectory() as folder:
+            tidy.CACHE, tidy.KEPT = pathlib.Path(folder), pathlib.Path(folder) / "kept.txt"
+            tidy.KEPT.write_text(tidy.key_of(entry, kept_of)[:tidy.KEPT_DIGITS] + "\n", encoding="utf-8")
+            answer = types.SimpleNamespace(returncode=1, stdout="a finding", stderr="")
+            with mock.patch.object(tidy.subprocess, "run", return_value=answer) as run, \
+                    mock.patch.object(tidy, "key_of", return_value=tidy.key_of(entry, asked_of)):
+                code = tidy.check(entry, folder, b"", [])[1]
+                return run.called, code
+
+    def test_what_was_clean_is_not_looked_at(self):
+        self.assertEqual(self.looked_at(b"14", b"14"), (False, 0))
+
+    def test_what_changed_is(self):
+        self.assertEqual(self.looked_at(b"14", b"15"), (True, 1))
 
 
 class Tidy(unittest.TestCase):
