@@ -6,8 +6,8 @@
 #include "image/decode/image_decoders.h"
 
 // GIF: the blocks are walked when the file is opened; pixels are unpacked when a frame is asked for, on the
-// picture that the frame before it left. Kept are that picture and, for a frame that asks for it, the one to
-// go back to.
+// picture that the frame before it left. Kept are that picture and, for a frame that asks for it, the area to
+// bring back: so the count of frames costs no memory but that of their list.
 namespace lorv {
 namespace {
 
@@ -17,6 +17,7 @@ constexpr unsigned kControl = 0xF9;
 constexpr unsigned kHasColours = 0x80;
 constexpr unsigned kInterlaced = 0x40;
 constexpr int kMostCodes = 4096;
+constexpr std::size_t kMostFrames = 100'000;
 
 constexpr unsigned kClearArea = 2;
 constexpr unsigned kBringBack = 3;
@@ -140,6 +141,16 @@ int InterlacedRow(int row, int height) {
   return 0;
 }
 
+// Columns and rows of the screen, the ends behind the last ones.
+struct Area {
+  int left = 0;
+  int top = 0;
+  int right = 0;
+  int bottom = 0;
+
+  std::size_t Columns() const { return static_cast<std::size_t>(std::max(right - left, 0)); }
+};
+
 // What the blocks of a file say; nobody changes it once it is read, so that readers may share it.
 struct GifFile {
   std::string bytes;
@@ -154,10 +165,14 @@ struct GifFile {
   Colours ColoursOf(const GifFrame& frame) const;
   // The frame's colour numbers. False when not one came.
   bool Unpack(const GifFrame& frame, LzwUnpacker& unpacker, std::vector<unsigned char>& numbers) const;
+  // The part of a frame that lies on the screen; empty, with no columns or rows, for one beside it.
+  Area ShownOf(const GifFrame& frame) const;
 
  private:
   void ReadExtension(ByteView& view);
   bool ReadFrame(ByteView& view);
+  bool HasRoom() const;
+  bool BeginsWithPixels() const;
 
   Control control_;  // of the frame to come
 };
@@ -184,18 +199,44 @@ bool GifFile::Read() {
   for (unsigned block = view.Byte(); !view.Overran(); block = view.Byte()) {
     if (block == kExtension) {
       ReadExtension(view);
-    } else if (block != kDescriptor || !ReadFrame(view)) {
+    } else if (block != kDescriptor || frames.size() == kMostFrames || !ReadFrame(view)) {
       break;
     }
   }
-  if (frames.empty()) return false;
-  std::vector<unsigned char> numbers;
-  if (!Unpack(frames[0], *std::make_unique<LzwUnpacker>(), numbers)) return false;
+  if (frames.empty() || !HasRoom() || !BeginsWithPixels()) return false;
   const bool has_entries =
       std::any_of(frames.begin(), frames.end(), [](const GifFrame& f) { return f.control.has_entry; });
   if (frames.size() < 2 || !has_entries) return true;
   for (const GifFrame& frame : frames) delays.push_back(frame.control.delay);
   return true;
+}
+
+Area GifFile::ShownOf(const GifFrame& frame) const {
+  return {frame.left, frame.top, std::min(frame.left + frame.width, width),
+          std::min(frame.top + frame.height, height)};
+}
+
+// The file, the picture, the numbers of the largest frame, and the largest area to be brought back.
+bool GifFile::HasRoom() const {
+  std::int64_t numbers = 0;
+  std::int64_t kept = 0;
+  for (const GifFrame& frame : frames) {
+    numbers = std::max(numbers, std::int64_t{frame.width} * frame.height);
+    const Area shown = ShownOf(frame);
+    const std::int64_t area = static_cast<std::int64_t>(shown.Columns()) * (shown.bottom - shown.top);
+    if (frame.control.disposal == kBringBack) kept = std::max(kept, area * 4);
+  }
+  const std::int64_t picture = std::int64_t{width} * height * 4;
+  const auto stored = static_cast<std::int64_t>(bytes.size() + frames.size() * sizeof(GifFrame));
+  return stored + picture + numbers + kept <= kMostImageMemory;
+}
+
+// A first frame without any is damage and no picture. One pixel tells: the rest is unpacked when it is drawn.
+bool GifFile::BeginsWithPixels() const {
+  std::vector<unsigned char> first(1);
+  ByteView view(bytes);
+  view.Seek(frames[0].data_at);
+  return std::make_unique<LzwUnpacker>()->Unpack(view, first);
 }
 
 void GifFile::ReadExtension(ByteView& view) {
@@ -276,10 +317,14 @@ class GifReader final : public ImageReader {
  private:
   void Draw(const GifFrame& frame);
   void Dispose(const GifFrame& frame);
+  // Row by row, the pixels of the screen below a frame to those that are kept, or back.
+  template <class Move>
+  void MoveKept(const GifFrame& frame, Move move);
+  void Keep(const GifFrame& frame);
 
   std::shared_ptr<const GifFile> file_;
   Raster picture_;
-  Raster before_;  // of the frame drawn last, if that one brings it back
+  std::vector<std::uint32_t> kept_;  // what was below the frame drawn last, if that one brings it back
   int drawn_ = -1;
   std::vector<unsigned char> numbers_;
   LzwUnpacker unpacker_;
@@ -302,16 +347,31 @@ void GifReader::Draw(const GifFrame& frame) {
 }
 
 void GifReader::Dispose(const GifFrame& frame) {
-  if (frame.control.disposal == kBringBack) {
-    picture_.pixels.swap(before_.pixels);
-    return;
-  }
+  if (frame.control.disposal == kBringBack)
+    return MoveKept(frame, [](std::uint32_t* row, std::uint32_t* kept, std::size_t columns) {
+      std::copy_n(kept, columns, row);
+    });
   if (frame.control.disposal != kClearArea) return;
-  const int right = std::min(frame.left + frame.width, Width());
-  const int bottom = std::min(frame.top + frame.height, Height());
-  for (int y = frame.top; y < bottom; ++y) {
-    for (int x = frame.left; x < right; ++x) picture_.Row(y)[x] = 0;
-  }
+  const Area shown = file_->ShownOf(frame);
+  for (int y = shown.top; y < shown.bottom && shown.Columns() > 0; ++y)
+    std::fill_n(picture_.Row(y) + shown.left, shown.Columns(), std::uint32_t{0});
+}
+
+template <class Move>
+void GifReader::MoveKept(const GifFrame& frame, Move move) {
+  const Area shown = file_->ShownOf(frame);
+  std::uint32_t* kept = kept_.data();
+  for (int y = shown.top; y < shown.bottom && shown.Columns() > 0; ++y, kept += shown.Columns())
+    move(picture_.Row(y) + shown.left, kept, shown.Columns());
+}
+
+void GifReader::Keep(const GifFrame& frame) {
+  if (frame.control.disposal != kBringBack) return;
+  const Area shown = file_->ShownOf(frame);
+  kept_.resize(shown.Columns() * static_cast<std::size_t>(std::max(shown.bottom - shown.top, 0)));
+  MoveKept(frame, [](const std::uint32_t* row, std::uint32_t* kept, std::size_t columns) {
+    std::copy_n(row, columns, kept);
+  });
 }
 
 const Raster& GifReader::Frame(int index) {
@@ -324,7 +384,7 @@ const Raster& GifReader::Frame(int index) {
     if (drawn_ >= 0) Dispose(file_->frames[static_cast<std::size_t>(drawn_)]);
     ++drawn_;
     const GifFrame& frame = file_->frames[static_cast<std::size_t>(drawn_)];
-    if (frame.control.disposal == kBringBack) before_.pixels = picture_.pixels;
+    Keep(frame);
     Draw(frame);
   }
   return picture_;

@@ -11,8 +11,9 @@ namespace {
 
 using jpeg::Component;
 
-// The coefficients of a progressive picture are all held until its end.
-constexpr std::int64_t kMostProgressivePixels = std::int64_t{1} << 24;
+// Each scan of a progressive picture may walk all of its blocks for a few bytes: a file of nothing but scans
+// would never end. Encoders make about ten, and could make use of some thirty.
+constexpr int kMostScans = 64;
 
 constexpr unsigned kStartOfScan = 0xDA;
 constexpr unsigned kEnd = 0xD9;
@@ -27,6 +28,7 @@ class JpegDecoder {
   bool ReadSegment(unsigned mark, ByteView segment);
   bool ReadFrame(ByteView& segment);
   bool LayOut();
+  bool HasRoom() const;
   bool ReadQuantities(ByteView& segment);
   bool ReadCodes(ByteView& segment);
   void ReadApplication(unsigned mark, ByteView& segment);
@@ -39,6 +41,7 @@ class JpegDecoder {
   jpeg::Picture picture_;
   jpeg::CodeTables tables_;
   bool has_scan_ = false;
+  int scans_ = 0;
 };
 
 // 0 at the end of the file.
@@ -100,8 +103,6 @@ bool JpegDecoder::ReadFrame(ByteView& segment) {
   const unsigned count = segment.Byte();
   if (depth != 8 || (count != 1 && count != 3 && count != 4)) return false;
   if (!IsFairSize(picture_.width, picture_.height)) return false;
-  const std::int64_t pixels = std::int64_t{picture_.width} * picture_.height;
-  if (picture_.progressive && pixels > kMostProgressivePixels) return false;
   for (unsigned i = 0; i < count; ++i) {
     Component component;
     component.id = segment.Byte();
@@ -130,12 +131,25 @@ bool JpegDecoder::LayOut() {
     component.height = parts(picture_.height * component.down, picture_.most_down);
     component.blocks_across = picture_.units_across * component.across;
     component.blocks_down = picture_.units_down * component.down;
-    const std::int64_t blocks = std::int64_t{component.blocks_across} * component.blocks_down;
-    if (blocks * jpeg::kBlockArea > 2 * kMostPixels) return false;
-    component.samples.assign(static_cast<std::size_t>(blocks) * jpeg::kBlockArea, 128);
-    if (picture_.progressive) component.blocks.assign(static_cast<std::size_t>(blocks), {});
+  }
+  if (!HasRoom()) return false;
+  for (Component& component : picture_.components) {
+    const auto blocks = static_cast<std::size_t>(component.BlockCount());
+    component.samples.assign(blocks * jpeg::kBlockArea, 128);
+    if (picture_.progressive) component.blocks.assign(blocks, {});
   }
   return true;
+}
+
+// All samples are held until the picture is made of them, and the coefficients of a progressive one until
+// its last scan; those are gone before the picture is begun.
+bool JpegDecoder::HasRoom() const {
+  std::int64_t samples = 0;
+  for (const Component& component : picture_.components) samples += component.BlockCount() * jpeg::kBlockArea;
+  const std::int64_t coefficients = picture_.progressive ? samples * 2 : 0;
+  const std::int64_t picture = std::int64_t{picture_.width} * picture_.height * 4;
+  const auto file = static_cast<std::int64_t>(bytes_.size());
+  return file + samples + std::max(coefficients, picture) <= kMostImageMemory;
 }
 
 bool JpegDecoder::ReadQuantities(ByteView& segment) {
@@ -203,6 +217,7 @@ bool JpegDecoder::ReadScanHeader(ByteView& segment, jpeg::Scan& scan) const {
 bool JpegDecoder::ReadScan(ByteView& segment) {
   jpeg::Scan scan;
   if (picture_.components.empty() || !ReadScanHeader(segment, scan)) return false;
+  if (++scans_ > kMostScans) return false;
   for (const jpeg::Scan::Part& part : scan.parts) {
     const bool needs_levels = scan.first == 0 && scan.high_bit == 0;
     const bool needs_others = scan.last > 0;
@@ -223,7 +238,8 @@ void JpegDecoder::TransformAll() {
       unsigned char* const to = component.BlockAt(i % component.blocks_across, i / component.blocks_across);
       jpeg::TransformBlock(*block, quantities, to, component.Stride());
     }
-    component.blocks = {};
+    // An assignment of nothing would keep their memory, beside that of the picture.
+    std::vector<jpeg::Block>().swap(component.blocks);
   }
 }
 

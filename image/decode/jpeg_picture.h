@@ -34,6 +34,7 @@ struct Component {
   std::vector<Block> blocks;           // of a progressive picture, until it is whole
   int last_level = 0;                  // of the block before, while a scan is read
 
+  std::int64_t BlockCount() const { return std::int64_t{blocks_across} * blocks_down; }
   std::size_t Stride() const { return static_cast<std::size_t>(blocks_across) * kBlockSize; }
   unsigned char* BlockAt(int x, int y) {
     return samples.data() + static_cast<std::size_t>(y) * kBlockSize * Stride() +

@@ -1,20 +1,18 @@
 #include "image/decode/piece_inflater.h"
 
+// The pieces are only read: without this zlib's interface would want them as changeable.
+#define ZLIB_CONST
 #include <zlib.h>
-
-#include <algorithm>
 
 namespace lorv {
 
 struct PieceInflater::State {
   z_stream stream = {};
-  std::size_t size = 0;
-  std::size_t done = 0;
+  std::size_t filled = 0;  // of the row that is being filled
   bool ready = false;
 };
 
-PieceInflater::PieceInflater(std::size_t size) : state_(new State) {
-  state_->size = size;
+PieceInflater::PieceInflater(RowSink& sink) : state_(new State), sink_(sink) {
   state_->ready = inflateInit(&state_->stream) == Z_OK;
 }
 
@@ -24,18 +22,20 @@ PieceInflater::~PieceInflater() {
 }
 
 bool PieceInflater::Add(std::string_view piece) {
-  constexpr std::size_t kGrowth = std::size_t{1} << 20;
   State& state = *state_;
-  std::string input(piece);
-  state.stream.next_in = reinterpret_cast<Bytef*>(input.data());
-  state.stream.avail_in = static_cast<uInt>(input.size());
-  // Memory grows with what really comes, not with what is claimed.
-  while (state.ready && state.stream.avail_in > 0 && state.done < state.size) {
-    if (bytes_.size() == state.done) bytes_.resize(std::min(state.size, std::max(2 * state.done, kGrowth)));
-    state.stream.next_out = reinterpret_cast<Bytef*>(bytes_.data() + state.done);
-    state.stream.avail_out = static_cast<uInt>(bytes_.size() - state.done);
+  state.stream.next_in = reinterpret_cast<const Bytef*>(piece.data());
+  state.stream.avail_in = static_cast<uInt>(piece.size());
+  std::span<unsigned char> room = sink_.Room();
+  while (state.ready && state.stream.avail_in > 0 && !room.empty()) {
+    state.stream.next_out = room.data() + state.filled;
+    state.stream.avail_out = static_cast<uInt>(room.size() - state.filled);
     const int result = inflate(&state.stream, Z_NO_FLUSH);
-    state.done = bytes_.size() - state.stream.avail_out;
+    state.filled = room.size() - state.stream.avail_out;
+    if (state.filled == room.size()) {
+      if (!sink_.TakeRow()) return false;
+      state.filled = 0;
+      room = sink_.Room();
+    }
     if (result == Z_STREAM_END) break;
     if (result != Z_OK) return false;
   }
@@ -43,7 +43,7 @@ bool PieceInflater::Add(std::string_view piece) {
 }
 
 bool PieceInflater::IsComplete() const {
-  return state_->done == state_->size;
+  return sink_.Room().empty();
 }
 
 }  // namespace lorv

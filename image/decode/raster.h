@@ -33,6 +33,10 @@ constexpr std::uint32_t Pixel(unsigned red, unsigned green, unsigned blue, unsig
 // A picture that claims more is refused before memory is asked for.
 constexpr std::int64_t kMostPixels = std::int64_t{1} << 25;
 
+// What an image may take beside the few tables of its decoder: its file, what is unpacked of it and the
+// picture. One that would take more is refused as well.
+constexpr std::int64_t kMostImageMemory = 280'000'000;
+
 inline bool IsFairSize(std::int64_t width, std::int64_t height) {
   return width > 0 && height > 0 && width <= kMostPixels && height <= kMostPixels &&
          width * height <= kMostPixels;

@@ -10,6 +10,9 @@ namespace {
 
 constexpr std::size_t kFieldSize = 12;
 constexpr std::size_t kMostPages = 65536;
+// Of one directory; those of files have some twenty. Directories may overlap, so that a small file could name
+// thousands of large ones.
+constexpr unsigned kMostFields = 256;
 constexpr unsigned kMostSamples = 8;
 
 // How many bytes one stored byte can stand for, by the packing.
@@ -50,6 +53,7 @@ class PageReader {
   PageReader(const Numbers& file, std::uint32_t at, Page& page) : file_(file), at_(at), page_(page) {}
 
   bool Read() {
+    if (file_.At16(at_) > kMostFields) return false;
     return ReadSize() && ReadSamples() && ReadPacking() && ReadAlpha() && ReadPieces() && HasPalette();
   }
 
