@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <zlib.h>
 
+#include "image/decode/image_reader.h"
 #include "tests/support/data.h"
 #include "tools/lorv/verb.h"
 
@@ -61,6 +62,18 @@ TEST(PngFile, HoldsThePixels) {
     EXPECT_EQ(Chunk(png, "IEND"), "");
     EXPECT_EQ(PixelsOf(png, size), pixels);
   }
+}
+
+// Read back by the library's own decoder, which the free reference library's pixels were compared with.
+TEST(PngFile, HoldsAlphaWhereItIsAskedFor) {
+  const std::vector<DWORD> pixels = {0x80FF0000, 0x00010203, 0xFF00FF00, 0x01FFFFFF, 0xFE000000, 0x7F7F7F7F};
+  const auto image = OpenImage(PngOf({2, 3}, pixels, PngColours::kWithAlpha));
+  ASSERT_NE(image, nullptr);
+  EXPECT_EQ(image->Width(), 2);
+  EXPECT_EQ(image->Frame(0).pixels, std::vector<std::uint32_t>(pixels.begin(), pixels.end()));
+  const auto opaque = OpenImage(PngOf({2, 3}, pixels));
+  ASSERT_NE(opaque, nullptr);
+  EXPECT_EQ(opaque->Frame(0).pixels[0], 0xFFFF0000);
 }
 
 TEST(PngFile, AFolderThatIsNotThereIsToldByItsName) {

@@ -19,6 +19,9 @@ Work DeclareWork(CLI::App& app);
 // Spreadsheets
 Work DeclareSheet(CLI::App& app);
 
+// Images
+Work DeclareImage(CLI::App& app);
+
 // Text and names
 Work DeclareMatch(CLI::App& app);
 Work DeclareName(CLI::App& app);
@@ -50,6 +53,11 @@ const std::vector<VerbGroup>& AllVerbs() {
       {"Spreadsheets",
        {
            {"sheet", "list a workbook, its sheets to tables and tables to it", DeclareSheet},
+       }},
+
+      {"Images",
+       {
+           {"image", "tell what an image holds, write a frame of it as PNG", DeclareImage},
        }},
 
       {"Text and names",

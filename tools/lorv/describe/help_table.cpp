@@ -135,6 +135,15 @@ constexpr ChineseHelp kTexts[] = {
   lorv name free KL KL KL1 KL2            KL3
 
 退出码 1:check发现问题;说明是套件自己的文字。)help"},
+    {"image", R"help(按内容而不是按名称说明GIF、PNG、JPEG、BMP、ICO或TIFF的种类、大小和帧数;有几帧时列出每帧的大小和延迟。TIFF的一页
+是一帧,ICO取其中最大的图。给出--out时写出一帧,即它之前各帧画完后的样子。
+
+示例:
+  lorv image beam.gif
+  lorv image beam.gif --json
+  lorv image beam.gif --frame 2 --out third.png
+
+退出码 2:文件不是这样的图像、已损坏、所需内存超过图像的限度,或没有这一帧。)help"},
     {"prompts", R"help(不给TABLE:列出各表。给出TABLE:列出各行的行号、中文和英文,以制表符分隔。给出ITEM(行号或中文):列出该项的
 中文,加--english列出英文。
 
