@@ -33,15 +33,17 @@ int CBCGPBasicGridCtrl::ReplaceItem(int row, int column, CBCGPGridItem* item, BO
   CBCGPGridRow* found = GetRow(row);
   if (found == nullptr || item == nullptr || found->GetItem(column) == nullptr) return 0;
   if (keep_value != FALSE) item->SetValue(found->GetItem(column)->GetValue(), TRUE);
-  found->ReplaceItem(column, item, TRUE, FALSE);
-  return 1;
+  // An editor that closes for it runs handlers, which may have taken the row away.
+  return found->ReplaceItem(column, item, TRUE, FALSE) != FALSE ? 1 : 0;
 }
 
 void CBCGPBasicGridCtrl::SetValue(int row, int column, const _variant_t& value, BOOL redraw) {
   CBCGPGridItem* item = GetItem(row, column);
   if (item == nullptr) return;
   if (item->IsInPlaceEditing() != FALSE) {
+    const auto life = Watch();
     EndEditItem(FALSE);
+    if (life.expired()) return;
     // Ending an edit moves the focus, and whoever loses or gets it may have rebuilt the table.
     item = GetItem(row, column);
     if (item == nullptr) return;
@@ -170,7 +172,9 @@ bool CBCGPBasicGridCtrl::SetButton(int row, int column, bool on) {
   auto button = std::make_unique<CBCGPGridButtonItem>(_variant_t(_T("")), 2);
   const VARTYPE kind = old->GetValue().vt;
   if (kind != VT_EMPTY && kind != VT_NULL) TakeContents(*old, *button);
-  return found->ReplaceItem(column, button.release(), TRUE, FALSE) != FALSE;
+  if (found->ReplaceItem(column, button.get(), TRUE, FALSE) == FALSE) return false;
+  static_cast<void>(button.release());
+  return true;
 }
 
 void CBCGPBasicGridCtrl::SetColumnButton(int column, bool on) {

@@ -8,13 +8,16 @@
 
 void CBCGPBasicGridCtrl::InsertColumns(const CString& names, const CString& widths, int row_height) {
   int index = 0;
+  const auto life = Watch();
   for (const lorv::DeclaredColumn& column : lorv::DeclaredColumns(names, widths)) {
     InsertColumn(GetColumnCount(), column.name, column.width, -1, TRUE);
+    // A layout chooses the first cell, and runs handlers.
+    if (life.expired()) return;
     if (column.hidden) SetColumnVisible(index, FALSE);
     ++index;
   }
   AdjustLayout();
-  if (row_height > 0) SetRowHeight(std::max(row_height, m_nRowHeight));
+  if (!life.expired() && row_height > 0) SetRowHeight(std::max(row_height, m_nRowHeight));
 }
 
 void CBCGPBasicGridCtrl::AddCellsForColumn(const CRuntimeClass* item_class) {
@@ -59,11 +62,13 @@ void CBCGPBasicGridCtrl::CloseUpCells(CBCGPGridRow& row, int column) {
 }
 
 int CBCGPBasicGridCtrl::DeleteColumn(int column) {
+  const auto life = Watch();
   const int deleted = CBCGPGridCtrl::DeleteColumn(column);
-  if (deleted == FALSE) return deleted;
+  if (deleted == FALSE || life.expired()) return deleted;
   const int rows = GetRowCount();
   for (int at = 0; at < rows; ++at)
     if (CBCGPGridRow* row = GetRow(at)) CloseUpCells(*row, column);
+  // The cells that were replaced had no editor: nobody was told of anything.
   AdjustLayout();
   return deleted;
 }

@@ -230,9 +230,11 @@ void CBCGPBasicGridCtrl::SetMultiLineItem(int row, int column, int lines) {
   if (auto* text = dynamic_cast<CBCGPGridPresentationItem*>(item)) {
     text->SetMultiLineItem(TRUE);
   } else {
-    auto* fresh = new CBCGPGridPresentationItem(item->GetValue());
+    auto fresh = std::make_unique<CBCGPGridPresentationItem>(item->GetValue());
     fresh->SetMultiLineItem(TRUE);
-    found->ReplaceItem(column, fresh, TRUE, FALSE);
+    // Refused where handlers of an editor that closes took the row away.
+    if (found->ReplaceItem(column, fresh.get(), TRUE, FALSE) == FALSE) return;
+    static_cast<void>(fresh.release());
   }
   found->SetLinesNumber(lines, FALSE);
 }

@@ -10,6 +10,13 @@ IMPLEMENT_DYNCREATE(CBCGPBasicGridCtrl, CBCGPGridCtrl)
 
 BEGIN_MESSAGE_MAP(CBCGPBasicGridCtrl, CBCGPGridCtrl)
 ON_WM_CREATE()
+ON_WM_DESTROY()
+ON_WM_RBUTTONUP()
+ON_WM_RBUTTONDOWN()
+ON_WM_LBUTTONUP()
+ON_WM_LBUTTONDOWN()
+ON_WM_SETCURSOR()
+ON_WM_MOUSEMOVE()
 ON_WM_SIZE()
 ON_REGISTERED_MESSAGE(BCGM_GRID_ITEM_ENDINPLACEEDIT, OnEndLabelEdit)
 ON_MESSAGE(lorv::kMessageNavigate, OnNavigateItem)
@@ -34,13 +41,20 @@ CBCGPBasicGridCtrl::~CBCGPBasicGridCtrl() {
 
 int CBCGPBasicGridCtrl::OnCreate(LPCREATESTRUCT request) {
   if (CBCGPGridCtrl::OnCreate(request) == -1) return -1;
+  // Some systems take a target only from a window that is there whole.
+  RegisterDropTarget();
   InitGridSetting();
   return 0;
+}
+
+void CBCGPBasicGridCtrl::OnDestroy() {
+  CBCGPGridCtrl::OnDestroy();
 }
 
 void CBCGPBasicGridCtrl::PreSubclassWindow() {
   CBCGPGridCtrl::PreSubclassWindow();
   if (m_hWnd == nullptr) return;
+  RegisterDropTarget();
   // A window of a dialog's template has no OnCreate any more; one that is being made is set up there again.
   Init();
   ModifyStyle(0, kStyleOfDialogGrid);
@@ -111,6 +125,40 @@ bool CBCGPBasicGridCtrl::SetReadOnlyColor() {
   theme.m_OddColors.InitColors();
   SetColorTheme(theme, TRUE);
   return true;
+}
+
+bool CBCGPBasicGridCtrl::CanMouseClick(CPoint point) const {
+  CBCGPGridItemID id;
+  CRect rect;
+  return HitTest(point, id, rect) == FALSE || !click_mask_.Has(id.m_nColumn);
+}
+
+void CBCGPBasicGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
+  if (CanMouseClick(point)) CBCGPGridCtrl::OnLButtonDown(flags, point);
+}
+
+void CBCGPBasicGridCtrl::OnLButtonUp(UINT flags, CPoint point) {
+  if (CanMouseClick(point)) CBCGPGridCtrl::OnLButtonUp(flags, point);
+}
+
+void CBCGPBasicGridCtrl::OnRButtonDown(UINT flags, CPoint point) {
+  if (CanMouseClick(point)) CBCGPGridCtrl::OnRButtonDown(flags, point);
+}
+
+void CBCGPBasicGridCtrl::OnRButtonUp(UINT flags, CPoint point) {
+  if (CanMouseClick(point)) CBCGPGridCtrl::OnRButtonUp(flags, point);
+}
+
+BOOL CBCGPBasicGridCtrl::OnSetCursor(CWnd* window, UINT hit, UINT message) {
+  return CBCGPGridCtrl::OnSetCursor(window, hit, message);
+}
+
+void CBCGPBasicGridCtrl::OnMouseMove(UINT flags, CPoint point) {
+  CBCGPGridCtrl::OnMouseMove(flags, point);
+}
+
+void CBCGPBasicGridCtrl::TrackToolTip(CPoint point) {
+  CBCGPGridCtrl::TrackToolTip(point);
 }
 
 // Spreadsheet exchange comes from the layer that knows spreadsheets; a grid by itself has none.

@@ -54,14 +54,14 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   CString GetColsWidth();
 
   // Rows.
-  int AppendRows(int count);
-  int InsertRows(int position, int count);
-  int DeleteRows(int position, int count);
+  long AppendRows(int count);
+  long InsertRows(int position, int count);
+  long DeleteRows(int position, int count);
   int RemoveCurRow();
   int DeleteSelectedRows();
   // Hidden rows keep their numbers; the screen follows with the next layout.
   void SetRowVisible(int row, bool visible);
-  bool IsRowHidden(int row) const { return hidden_.count(row) != 0; }
+  bool IsRowHidden(int row) const { return hidden_index_.count(row) != 0; }
   using CBCGPGridCtrl::SetRowHeight;
   void SetRowHeight() override;
   void SetRowHeight(int height) { adjusted_row_height_ = height; }
@@ -144,6 +144,10 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   void SetTreeGrid(bool on) { tree_ = on; }
   void SetAdjustColWidth(bool on) { adjust_widths_ = on; }
   void SetDropdownShowOffset(bool on) { list_always_menu_ = on; }
+  // Whether the mouse reaches the cells; of one column, or of all of them. Column 31 and each 32nd after it
+  // has no switch of its own and stays as it is.
+  void SetAllowFocus(bool on) { click_mask_.SetAll(!on); }
+  void SetAllowFocus(int column, bool on) { click_mask_.Set(column, !on); }
 
   // Editing.
   void SetCurEditingItem(int row, int column);
@@ -188,11 +192,21 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   BOOL CanEndInplaceEditOnChar(UINT key, UINT repeat, UINT flags) const override;
   BOOL OnInplaceEditKeyDown(CBCGPGridRow* row, MSG* message) override;
   int OnInplaceEditSetSel(CBCGPGridItem* item, DWORD reason) override;
+  // False on a cell that the mouse passes over.
+  bool CanMouseClick(CPoint point) const;
   void OnSelChanged(const CBCGPGridRange& range, BOOL selected) override;
   void OnResizeColumns() override;
+  void TrackToolTip(CPoint point) override;
 
   int OnCreate(LPCREATESTRUCT request);
   void OnSize(UINT type, int width, int height);
+  void OnDestroy();
+  void OnRButtonUp(UINT flags, CPoint point);
+  void OnRButtonDown(UINT flags, CPoint point);
+  void OnLButtonUp(UINT flags, CPoint point);
+  void OnLButtonDown(UINT flags, CPoint point);
+  BOOL OnSetCursor(CWnd* window, UINT hit, UINT message);
+  void OnMouseMove(UINT flags, CPoint point);
   LRESULT OnEndLabelEdit(WPARAM w, LPARAM record);
   LRESULT OnNavigateItem(WPARAM direction, LPARAM l);
   void OnItemEditUpdate() { OnItemUpdate(); }
@@ -218,6 +232,7 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   template <class Change>
   void ForRow(int row, Change change);
 
+  // In the order that the suite keeps them in.
   CBCGPGridColumnsInfoEx columns_info_;
   // Keyboard layouts by cell: the row in the high, the column in the low half of the key.
   CMap<long long, long long, HKL, HKL> languages_{10};
@@ -232,7 +247,10 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   bool bold_names_ = true;
   bool tree_ = false;
   COLORREF selected_row_colour_ = lorv::kNoColour;
+  lorv::ColumnMask click_mask_;  // columns that the mouse passes over
   bool adjust_widths_ = false;
   bool list_always_menu_ = false;
-  std::unordered_set<int> hidden_;
+  CList<int, int> hidden_rows_{10};
+  // The same numbers once more: a layout asks for every row of the table.
+  std::unordered_set<int> hidden_index_;
 };

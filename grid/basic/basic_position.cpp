@@ -60,22 +60,26 @@ long long CBCGPBasicGridCtrl::GetUnionCells(CList<CBCGPGridRange, const CBCGPGri
 }
 
 void CBCGPBasicGridCtrl::SetRow(int row) {
+  const auto life = Watch();
   SetCurSel(GetRow(row), TRUE);
+  if (life.expired()) return;
   if (CBCGPGridRow* found = GetRow(row)) EnsureVisible(found, FALSE);
 }
 
 void CBCGPBasicGridCtrl::SetCol(int column) {
   const int row = GetCurrentRow();
   if (row < 0) return;
+  const auto life = Watch();
   SetCurSel(CBCGPGridItemID(row, column), lorv::kSelectOnly, TRUE);
-  EnsureVisible(GetRow(row), FALSE);
+  if (!life.expired()) EnsureVisible(GetRow(row), FALSE);
 }
 
 void CBCGPBasicGridCtrl::MoveTo(int row) {
   if (row < 0 || row >= GetRowCount()) return;
   const int column = GetColumnsInfo().GetFirstVisibleColumn();
+  const auto life = Watch();
   SetCurSel(CBCGPGridItemID(row, column), lorv::kSelectOnly, TRUE);
-  EnsureVisible(GetRow(row), FALSE);
+  if (!life.expired()) EnsureVisible(GetRow(row), FALSE);
 }
 
 void CBCGPBasicGridCtrl::MoveFirst() {
@@ -112,8 +116,9 @@ short CBCGPBasicGridCtrl::GetVisibleRows() const {
 void CBCGPBasicGridCtrl::SetFirstRow(int row) {
   if (row < 0 || row >= GetRowCount()) return;
   // Coming from below, the row ends up at the top.
+  const auto life = Watch();
   if (GetFirstRow() < row) EnsureVisible(GetRow(GetRowCount() - 1), FALSE);
-  EnsureVisible(GetRow(row), FALSE);
+  if (!life.expired()) EnsureVisible(GetRow(row), FALSE);
 }
 
 void CBCGPBasicGridCtrl::GetCurSelItemIndex(int& row, int& column) const {

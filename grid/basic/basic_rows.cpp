@@ -5,17 +5,20 @@
 // Rows of the suite's grid. The virtual operations at the end are the only way from here to the library's row
 // store, so that a descendant can hide a row from all the others.
 
-int CBCGPBasicGridCtrl::AppendRows(int count) {
-  int done = 0;
-  for (int i = 0; i < count; ++i)
+long CBCGPBasicGridCtrl::AppendRows(int count) {
+  long done = 0;
+  const auto life = Watch();
+  for (int i = 0; i < count && !life.expired(); ++i)
     if (AddRow(TRUE) != -1) ++done;
   return done;
 }
 
-int CBCGPBasicGridCtrl::InsertRows(int position, int count) {
+long CBCGPBasicGridCtrl::InsertRows(int position, int count) {
   const bool past_end = GetRowCount() <= position;
+  const auto life = Watch();
   SetCurSel(CBCGPGridItemID(), lorv::kSelectClear, FALSE);
-  int done = 0;
+  if (life.expired()) return 0;
+  long done = 0;
   for (int i = 0; i < count; ++i) {
     CBCGPGridRow* row = CreateRow(GetColumnCount());
     const int at = past_end ? InsertRowAfter(position, row, FALSE) : InsertRowBefore(position, row, FALSE);
@@ -28,11 +31,12 @@ int CBCGPBasicGridCtrl::InsertRows(int position, int count) {
   return done;
 }
 
-int CBCGPBasicGridCtrl::DeleteRows(int position, int count) {
-  int done = 0;
+long CBCGPBasicGridCtrl::DeleteRows(int position, int count) {
+  long done = 0;
   // Nothing is left to delete once it has failed; a huge count does not run on.
-  for (int i = 0; i < count && RemoveRow(position, TRUE) > 0; ++i) ++done;
-  AdjustLayout();
+  const auto life = Watch();
+  for (int i = 0; i < count && !life.expired() && RemoveRow(position, TRUE) > 0; ++i) ++done;
+  if (!life.expired()) AdjustLayout();
   return done;
 }
 
@@ -46,21 +50,26 @@ int CBCGPBasicGridCtrl::DeleteSelectedRows() {
   std::vector<CBCGPGridItem*> items;
   std::vector<CBCGPGridRow*> rows;
   for (const int row : selected) PrepareRemoveRow(row, items, rows);
+  const auto life = Watch();
   const int done = DoRemoveRows(items, rows);
-  AdjustLayout();
+  if (!life.expired()) AdjustLayout();
   return done;
 }
 
 void CBCGPBasicGridCtrl::SetRowVisible(int row, bool visible) {
-  if (visible)
-    hidden_.erase(row);
-  else
-    hidden_.insert(row);
+  if (visible == !IsRowHidden(row)) return;
+  if (visible) {
+    hidden_rows_.RemoveAt(hidden_rows_.Find(row));
+    hidden_index_.erase(row);
+  } else {
+    hidden_rows_.AddTail(row);
+    hidden_index_.insert(row);
+  }
 }
 
 BOOL CBCGPBasicGridCtrl::FilterItem(CBCGPGridRow* row) {
   if (CBCGPGridCtrl::FilterItem(row) != FALSE) return TRUE;
-  return !hidden_.empty() && row != nullptr && IsRowHidden(row->GetRowId());
+  return !hidden_index_.empty() && row != nullptr && IsRowHidden(row->GetRowId());
 }
 
 CBCGPGridRow* CBCGPBasicGridCtrl::GetRow(int row) const {

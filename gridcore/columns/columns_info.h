@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <cstdint>
 #include <vector>
 
 #include "framework/objects/object.h"
@@ -10,6 +12,7 @@ namespace lorv {
 
 // A column is never wider: ten thousand of them still lie within 32 bits.
 constexpr int kMaxColumnWidth = 100000;
+constexpr int kMostTotalWidth = 1 << 30;
 
 }  // namespace lorv
 
@@ -61,8 +64,9 @@ class COMM_LORV_API CBCGPGridColumnsInfo : public CObject {
   // The next visible column to the right (forward) or left; -1 where there is none.
   int GetNextVisibleColumn(int column, BOOL forward) const;
   int GetVisibleColumnCount() const;
-  int GetTotalWidth() const { return static_cast<int>(widths_.Total()); }
-  int GetColumnLeft(int column) const { return static_cast<int>(widths_.OffsetOf(column)); }
+  // Both stop at lorv::kMostTotalWidth: places on the screen are added to them.
+  int GetTotalWidth() const { return Bounded(widths_.Total()); }
+  int GetColumnLeft(int column) const { return Bounded(widths_.OffsetOf(column)); }
   // The column on which that place lies, -1 beside all of them.
   int HitTestColumn(int place) const { return widths_.LineAt(place); }
   // The column whose right edge is at most `reach` pixels away, the last one where several are; else -1.
@@ -87,6 +91,9 @@ class COMM_LORV_API CBCGPGridColumnsInfo : public CObject {
     const CRuntimeClass* item_class = nullptr;
   };
 
+  static int Bounded(std::int64_t place) {
+    return static_cast<int>(std::min<std::int64_t>(place, lorv::kMostTotalWidth));
+  }
   const Column* Find(int column) const;
   Column* Find(int column);
   void Place(int column);

@@ -61,8 +61,13 @@ void CBCGPGridCtrl::PreSubclassWindow() {
   CBCGPWnd::PreSubclassWindow();
 }
 
+void CBCGPGridCtrl::RegisterDropTarget() {
+  if (m_hWnd != nullptr && drop_target_.GetWindowHandle() == nullptr) drop_target_.Register(this);
+}
+
 void CBCGPGridCtrl::OnDestroy() {
   const auto life = life_.Watch();
+  drop_target_.Revoke();
   CloseEditor();
   if (!life.expired()) CBCGPWnd::OnDestroy();
 }

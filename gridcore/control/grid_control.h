@@ -5,6 +5,7 @@
 
 #include "framework/drawing/drawing_tools.h"
 #include "framework/windows/controls.h"
+#include "framework/windows/drag_drop.h"
 #include "gridcore/columns/columns_info.h"
 #include "gridcore/control/colour_theme.h"
 #include "gridcore/control/grid_messages.h"
@@ -66,9 +67,61 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   using CWnd::Create;
   BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
 
-  // Columns.
+  // What descendants replace, in the order of the slots that the suite's tables name. What tells of a change
+  // is called after it.
   virtual const CBCGPGridColumnsInfo& GetColumnsInfo() const { return own_columns_; }
   virtual CBCGPGridColumnsInfo& GetColumnsInfo() { return own_columns_; }
+  virtual CBCGPGridRow* CreateMultiLineRow(int lines);
+
+ protected:
+  virtual void OnPosSizeChanged();
+
+ public:
+  virtual void OnItemChanged(CBCGPGridItem* item, int row, int column);
+  virtual BOOL EditItem(CBCGPGridRow* row, const CPoint* point = nullptr);
+  virtual BOOL OnClickButton(CPoint point);
+  virtual BOOL EndEditItem(BOOL update = TRUE);
+  virtual void AdjustLayout();
+  virtual int GetExtraHierarchyOffset() const { return 0; }
+  virtual int GetHierarchyLevelOffset() const { return 0; }
+  virtual int GetLeftMarginWidth() const { return m_nRowHeight; }
+  virtual void SetRowHeight();  // from the font
+
+ protected:
+  virtual BOOL OnDrawItem(CDC* dc, CBCGPGridRow* row);
+  virtual void OnDraw(CDC* dc);
+  virtual void OnDrawRowHeaderItem(CDC* dc, CBCGPGridRow* row);
+  virtual void OnDrawHeader(CDC* dc);
+  virtual void OnGetHeaderRect(CDC* dc, CRect& rect);
+  virtual void OnHeaderColumnClick(int column);
+  virtual BOOL OnTrackHeader(int column, int width);
+  virtual void OnHeaderDividerDblClick(int column);
+  virtual void OnUpdateVScrollPos(int offset, int previous);
+  virtual void OnUpdateHScrollPos(int offset, int previous);
+  // TRUE: the row is left out of what is shown.
+  virtual BOOL FilterItem(CBCGPGridRow* row);
+  virtual void OnEndInplaceEdit(CBCGPGridItem* item);
+  virtual void OnAfterInplaceEditCreated(CBCGPGridItem* item, CWnd* editor);
+  virtual BOOL CanEndInplaceEditOnChar(UINT key, UINT repeat, UINT flags) const;
+  // TRUE: the key is used up.
+  virtual BOOL OnInplaceEditKeyDown(CBCGPGridRow* row, MSG* message);
+  virtual int OnInplaceEditSetSel(CBCGPGridItem* item, DWORD reason);
+  virtual void OnSelChanging(const CBCGPGridRange& range, BOOL selected);
+  virtual void OnSelChanged(const CBCGPGridRange& range, BOOL selected);
+  virtual void OnResizeColumns();
+  virtual int OnGetColumnAutoSize(int column);
+  virtual BOOL SetHeaderItemWidth(int column, int width);
+  virtual void TrackToolTip(CPoint point);
+
+  virtual void Init();
+  virtual int CompareItems(const CBCGPGridItem* a, const CBCGPGridItem* b) const;
+  // The direction (1, 2, 4, 8) in which an edit that ended for that reason moves on; 0: it stays.
+  virtual int OnGridKeybordNavigation(CBCGPGridItem* item, DWORD reason);
+
+ public:
+  virtual CBCGPGridRow* CreateRow(int columns);
+
+  // Columns.
   int InsertColumn(int column, LPCTSTR name, int width = 0, int align = -1, BOOL redraw = TRUE);
   // The cells of the rows stay: the last one of each stands behind the last column then.
   int DeleteColumn(int column);
@@ -85,8 +138,6 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   // Rows. A row that goes in is the grid's from then on; where that fails (-1: null, or a place outside the
   // table) it stays the caller's. Places are the number of a row there is; InsertRowAfter past the end
   // appends.
-  virtual CBCGPGridRow* CreateRow(int columns);
-  virtual CBCGPGridRow* CreateMultiLineRow(int lines);
   void SetupRow(CBCGPGridRow* row, int columns);
   int AddRow(BOOL relayout);  // a fresh one; its number
   int AddRow(CBCGPGridRow* row, BOOL relayout);
@@ -165,8 +216,6 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   COLORREF GetBkColor() const;
 
   // Layout.
-  virtual void AdjustLayout();
-  virtual void SetRowHeight();  // from the font
   int GetRowHeight() const { return m_nLargeRowHeight; }
   const CRect& GetListRect() const { return m_rectList; }
   const CRect& GetHeaderRect() const { return m_rectHeader; }
@@ -179,13 +228,9 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   int GetHorzScrollOffset() const { return m_nHorzScrollOffset; }
   int GetVertScrollTotal() const { return m_nVertScrollTotal; }
   int GetHorzScrollTotal() const { return m_nHorzScrollTotal; }
-  virtual int GetExtraHierarchyOffset() const { return 0; }
-  virtual int GetHierarchyLevelOffset() const { return 0; }
-  virtual int GetLeftMarginWidth() const { return m_nRowHeight; }
   int GetHierarchyOffset() const { return 0; }
   void ShowVertScrollBar(BOOL on);
   void ShowHorzScrollBar(BOOL on);
-  virtual int OnGetColumnAutoSize(int column);
 
   // What lies under a point.
   CBCGPGridItem* HitTest(CPoint point) const;
@@ -196,8 +241,6 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   int HitTestHeader(CPoint point) const;                  // the column, -1: none
 
   // Editing.
-  virtual BOOL EditItem(CBCGPGridRow* row, const CPoint* point = nullptr);
-  virtual BOOL EndEditItem(BOOL update = TRUE);
   CBCGPGridItem* GetEditingItem() const { return editing_; }
   CWnd* GetInPlaceWnd() const { return editor_.get(); }
   // The item's editor: it is shown, the grid's and counts as editing. Of an item of this grid only.
@@ -206,13 +249,17 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   // What a fresh editor of the cell begins with: its text, or the character that opens it.
   CString FirstEditorText(const CBCGPGridItem& item) const;
   BOOL IsEditableNow(const CBCGPGridItem* item) const;
-  virtual void OnItemChanged(CBCGPGridItem* item, int row, int column);
-  virtual BOOL OnClickButton(CPoint point);
+  // Nothing was typed since the editor was opened over the whole text. A native edit may hold the text in
+  // another form than the cell (line breaks, control characters): the cell then keeps its own.
+  bool EditorUntouched() const;
 
   void InvalidateItem(const CBCGPGridItem* item);
   // For cells and rows, which tell what becomes of them.
   void ItemGone(const CBCGPGridItem& item);
   void RowGone(CBCGPGridRow& row);
+  // Closes the editor where it is one of the row's. That moves the focus, and runs handlers: false where they
+  // took the row out of the table, or ended the grid.
+  bool CloseEditorIn(const CBCGPGridRow& row);
   int IndexOfRow(const CBCGPGridRow& row) const { return rows_.IndexOf(row); }
   void RowLinesChanged(const CBCGPGridRow& row, BOOL relayout);
   // Expires with the grid: asked after every call that may have ended it.
@@ -228,43 +275,11 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
  protected:
   void PreSubclassWindow() override;
   BOOL PreTranslateMessage(MSG* message) override;
-  virtual void Init();
-
-  // Told of what happens.
-  virtual void OnSelChanging(const CBCGPGridRange& range, BOOL selected);
-  virtual void OnSelChanged(const CBCGPGridRange& range, BOOL selected);
-  virtual void OnPosSizeChanged();
-  virtual void OnResizeColumns();
-  virtual BOOL OnTrackHeader(int column, int width);
-  virtual void OnHeaderDividerDblClick(int column);
-  virtual void OnHeaderColumnClick(int column);
-  virtual BOOL SetHeaderItemWidth(int column, int width);
-  virtual void OnUpdateVScrollPos(int offset, int previous);
-  virtual void OnUpdateHScrollPos(int offset, int previous);
-  // TRUE: the row is left out of what is shown.
-  virtual BOOL FilterItem(CBCGPGridRow* row);
-  virtual void TrackToolTip(CPoint point);
-  virtual int CompareItems(const CBCGPGridItem* a, const CBCGPGridItem* b) const;
-
-  // Editing, step by step.
-  virtual void OnAfterInplaceEditCreated(CBCGPGridItem* item, CWnd* editor);
-  virtual void OnEndInplaceEdit(CBCGPGridItem* item);
-  virtual BOOL CanEndInplaceEditOnChar(UINT key, UINT repeat, UINT flags) const;
-  // TRUE: the key is used up.
-  virtual BOOL OnInplaceEditKeyDown(CBCGPGridRow* row, MSG* message);
-  virtual int OnInplaceEditSetSel(CBCGPGridItem* item, DWORD reason);
-  // The direction (1, 2, 4, 8) in which an edit that ended for that reason moves on; 0: it stays.
-  virtual int OnGridKeybordNavigation(CBCGPGridItem* item, DWORD reason);
+  // Makes the window one that takes what is dragged over it; descendants of the target say what a drop does.
+  void RegisterDropTarget();
   void ClearBeginEditReason() { m_dwBeginEditReason = 0; }
   void ClearEndEditReason() { m_dwEndEditReason = 0; }
   void OnSelectCombo();
-
-  // Painting.
-  virtual void OnDraw(CDC* dc);
-  virtual void OnDrawHeader(CDC* dc);
-  virtual void OnGetHeaderRect(CDC* dc, CRect& rect);
-  virtual BOOL OnDrawItem(CDC* dc, CBCGPGridRow* row);
-  virtual void OnDrawRowHeaderItem(CDC* dc, CBCGPGridRow* row);
 
   int OnCreate(LPCREATESTRUCT request);
   void OnDestroy();
@@ -321,6 +336,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void RebuildHeights();
 
   // Layout.
+  int TextHeight();  // of the font that is set
   void MeasureAreas();
   void PlaceEditor();
   void SetBars();
@@ -335,7 +351,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void InvalidateRange(const CBCGPGridRange& range);
 
   // Keys and the mouse.
-  bool MoveByKey(UINT key);
+  bool MoveByKey(UINT key, bool may_extend = true);
   CBCGPGridItemID CellByKey(UINT key, CBCGPGridItemID from) const;
   CBCGPGridItemID PageAway(CBCGPGridItemID from, int pages) const;
   void Go(const CBCGPGridItemID& to, bool extend);
@@ -359,10 +375,14 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   COLORREF Themed(COLORREF colour, int system) const;
 
   lorv::LifeToken life_;
+  COleDropTarget drop_target_;
   CBCGPGridColumnsInfo own_columns_;
   lorv::RowList rows_;
   lorv::LineSizes heights_;
-  int tall_rows_ = 0;  // of more than one line
+  int tall_rows_ = 0;    // of more than one line
+  int text_height_ = 0;  // 0: not measured yet
+  LOGFONT measured_face_ = {};
+  int measured_dpi_ = 0;
   lorv::MergedCells merged_;
   lorv::SelectedRanges selection_;
   CBCGPGridItemID current_;
@@ -392,5 +412,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   std::vector<std::unique_ptr<CWnd>> retired_;  // closed editors, whose handlers may still be running
   bool ending_edit_ = false;
   TCHAR first_character_ = 0;
+  CString opened_text_;  // what stood in the editor when it was shown
+  bool opened_by_character_ = false;
   bool laying_out_ = false;
 };

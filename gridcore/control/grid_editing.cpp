@@ -60,6 +60,8 @@ BOOL CBCGPGridCtrl::ShowEditor(CBCGPGridItem* item, std::unique_ptr<CWnd> editor
   editor_ = std::move(editor);
   editing_ = item;
   CWnd* const shown = editor_.get();
+  shown->GetWindowText(opened_text_);
+  opened_by_character_ = first_character_ != 0;
   const auto life = life_.Watch();
   const auto still = [&] { return !life.expired() && editor_.get() == shown && editing_ == item; };
   item->SetInPlaceEditFont();
@@ -98,6 +100,13 @@ CString CBCGPGridCtrl::FirstEditorText(const CBCGPGridItem& item) const {
   return first_character_ != 0 ? CString(first_character_) : item.FormatItem();
 }
 
+bool CBCGPGridCtrl::EditorUntouched() const {
+  if (editor_ == nullptr || opened_by_character_) return false;
+  CString now;
+  editor_->GetWindowText(now);
+  return now == opened_text_;
+}
+
 void CBCGPGridCtrl::CloseEditor() {
   editing_ = nullptr;
   if (editor_ == nullptr) return;
@@ -114,6 +123,14 @@ void CBCGPGridCtrl::CloseEditor() {
   if (life.expired()) return;
   editor->DestroyWindow();
   if (!life.expired() && combo != nullptr) combo->DestroyWindow();
+}
+
+bool CBCGPGridCtrl::CloseEditorIn(const CBCGPGridRow& row) {
+  if (editing_ == nullptr || editing_->GetParentRow() != &row) return true;
+  const int index = IndexOfRow(row);
+  const auto life = life_.Watch();
+  CloseEditor();
+  return !life.expired() && rows_.At(index) == &row;
 }
 
 BOOL CBCGPGridCtrl::EndEditItem(BOOL update) {

@@ -67,7 +67,7 @@ void CBCGPGridCtrl::Go(const CBCGPGridItemID& to, bool extend) {
   if (!life.expired()) EnsureVisible(target);
 }
 
-bool CBCGPGridCtrl::MoveByKey(UINT key) {
+bool CBCGPGridCtrl::MoveByKey(UINT key, bool may_extend) {
   const bool arrow = key >= VK_PRIOR && key <= VK_DOWN;
   if (!arrow) return false;
   if (rows_.Size() == 0 || GetColumnsInfo().GetFirstVisibleColumn() < 0) return true;
@@ -76,7 +76,7 @@ bool CBCGPGridCtrl::MoveByKey(UINT key) {
     Go({std::max(0, NextShownRow(-1, 1)), GetColumnsInfo().GetFirstVisibleColumn()}, false);
     return true;
   }
-  const bool extend = IsDown(VK_SHIFT) && anchor_.m_nRow >= 0 && !selection_.IsEmpty();
+  const bool extend = may_extend && IsDown(VK_SHIFT) && anchor_.m_nRow >= 0 && !selection_.IsEmpty();
   if (extend) {
     // The corner opposite to the first one moves; the current cell is the top left one.
     const CBCGPGridRange& range = selection_.Ranges().back();
@@ -90,7 +90,7 @@ bool CBCGPGridCtrl::MoveByKey(UINT key) {
 void CBCGPGridCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
   if (MoveByKey(key)) return;
   if (key == VK_TAB) {
-    static_cast<void>(MoveByKey(IsDown(VK_SHIFT) ? VK_LEFT : VK_RIGHT));
+    static_cast<void>(MoveByKey(IsDown(VK_SHIFT) ? VK_LEFT : VK_RIGHT, false));
   } else if (key == VK_F2 || key == VK_RETURN) {
     m_dwBeginEditReason = lorv::kBeginByKey;
     EditItem(GetCurSel());

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 #include "framework/drawing/device_context.h"
 #include "gridcore/control/grid_control.h"
@@ -17,20 +18,31 @@ int Near(std::int64_t place) {
   return static_cast<int>(std::clamp(place, -kFarthest, kFarthest));
 }
 
+constexpr int kTextHeight = 16;  // where there is no window to measure in
 constexpr int kLinePadding = 4;  // pixels above and below the text of a row, together
 
 }  // namespace
 
+int CBCGPGridCtrl::TextHeight() {
+  if (m_hWnd == nullptr) return kTextHeight;
+  CFont* const font = GetFont();
+  const LOGFONT& face = font->Face();
+  const int dpi = GetDpi();
+  // A layout comes with every row that is added: the same font is measured once.
+  if (text_height_ > 0 && dpi == measured_dpi_ && std::memcmp(&face, &measured_face_, sizeof face) == 0)
+    return text_height_;
+  CClientDC dc(this);
+  dc.SelectObject(font);
+  TEXTMETRIC metrics = {};
+  const bool known = dc.GetTextMetrics(&metrics) != FALSE && metrics.tmHeight > 0;
+  text_height_ = known ? static_cast<int>(metrics.tmHeight) : kTextHeight;
+  measured_face_ = face;
+  measured_dpi_ = dpi;
+  return text_height_;
+}
+
 void CBCGPGridCtrl::SetRowHeight() {
-  int text = 16;
-  if (m_hWnd != nullptr) {
-    CClientDC dc(this);
-    dc.SelectObject(GetFont());
-    TEXTMETRIC metrics = {};
-    if (dc.GetTextMetrics(&metrics) != FALSE && metrics.tmHeight > 0)
-      text = static_cast<int>(metrics.tmHeight);
-  }
-  m_nRowHeight = text + kLinePadding;
+  m_nRowHeight = TextHeight() + kLinePadding;
   m_nLargeRowHeight = m_nRowHeight;
   m_nHeaderHeight = m_nRowHeight;
 }
@@ -93,6 +105,9 @@ void CBCGPGridCtrl::AdjustLayout() {
   if (laying_out_) return;
   const auto life = life_.Watch();
   laying_out_ = true;
+  // The height that the font or the user asks for may be another one by now.
+  SetRowHeight();
+  if (life.expired()) return;
   RebuildHeights();
   MeasureAreas();
   CBCGPGridColumnsInfo& info = GetColumnsInfo();

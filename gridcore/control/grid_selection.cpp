@@ -65,14 +65,13 @@ bool CBCGPGridCtrl::Choose(const CBCGPGridRange& range, const CBCGPGridItemID& c
   const bool alone = selection_.Ranges().size() == 1 && selection_.Ranges().front() == range;
   if (alone && current_ == current && !add) return true;
   const auto life = life_.Watch();
-  const int rows = rows_.Size();
   if (redraw != FALSE) InvalidateSelection();
   if (!add && !ReportLeft()) return false;
   // What the handlers left of the table decides.
-  if (rows_.Size() != rows && rows_.At(current.m_nRow) == nullptr) return false;
+  const auto there = [&] { return range.m_nBottom < rows_.Size() && range.m_nRight < GetColumnCount(); };
+  if (!there()) return false;
   OnSelChanging(range, TRUE);
-  if (life.expired()) return false;
-  if (rows_.At(current.m_nRow) == nullptr) return false;
+  if (life.expired() || !there()) return false;
   if (!add) selection_.Clear();
   // A cell that is selected already need not be cut out of its range and put in again.
   if (!add || !selection_.HoldsAll(range)) selection_.Add(range);

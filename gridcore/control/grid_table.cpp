@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <unordered_set>
 
 #include "gridcore/control/grid_control.h"
 
@@ -9,20 +10,25 @@ int CBCGPGridCtrl::InsertColumn(int column, LPCTSTR name, int width, int align, 
   if (GetColumnsInfo().InsertColumn(column, name, width, align) == FALSE) return FALSE;
   selection_.InsertColumns(column, 1);
   merged_.InsertColumns(column, 1);
+  if (current_.m_nColumn >= column) ++current_.m_nColumn;
+  if (anchor_.m_nColumn >= column) ++anchor_.m_nColumn;
   if (redraw != FALSE) AdjustLayout();
   return TRUE;
 }
 
 int CBCGPGridCtrl::DeleteColumn(int column) {
   if (!GetColumnsInfo().HasColumn(column)) return FALSE;
+  const auto life = life_.Watch();
   EndEditItem(FALSE);
-  if (GetColumnsInfo().DeleteColumn(column) == FALSE) return FALSE;
+  if (life.expired() || GetColumnsInfo().DeleteColumn(column) == FALSE) return FALSE;
   selection_.RemoveColumns(column, 1);
   merged_.RemoveColumns(column, 1);
-  if (current_.m_nColumn == column)
-    current_.SetNull();
-  else if (current_.m_nColumn > column)
-    --current_.m_nColumn;
+  for (CBCGPGridItemID* cell : {&current_, &anchor_}) {
+    if (cell->m_nColumn == column)
+      cell->SetNull();
+    else if (cell->m_nColumn > column)
+      --cell->m_nColumn;
+  }
   if (sort_column_ == column) RemoveSortColumn();
   AdjustLayout();
   return TRUE;
@@ -174,7 +180,15 @@ void CBCGPGridCtrl::PrepareRemoveRow(int position, std::vector<CBCGPGridItem*>& 
 
 int CBCGPGridCtrl::DoRemoveRows(std::vector<CBCGPGridItem*>& items, std::vector<CBCGPGridRow*>& rows) {
   int done = 0;
-  for (CBCGPGridRow* row : rows) done += RemoveRow(IndexOfRow(*row), FALSE);
+  const auto life = life_.Watch();
+  CBCGPGridRow* const edited = editing_ == nullptr ? nullptr : editing_->GetParentRow();
+  if (std::find(rows.begin(), rows.end(), edited) != rows.end()) CloseEditor();
+  if (life.expired()) return 0;
+  // An editor that closes runs handlers, which may have taken rows of the list away themselves.
+  std::unordered_set<const CBCGPGridRow*> there;
+  rows_.ForEach([&](const CBCGPGridRow& row) { there.insert(&row); });
+  for (CBCGPGridRow* row : rows)
+    if (there.erase(row) != 0) done += RemoveRow(IndexOfRow(*row), FALSE);
   items.clear();
   rows.clear();
   return done;
@@ -250,7 +264,9 @@ int CBCGPGridCtrl::CompareItems(const CBCGPGridItem* a, const CBCGPGridItem* b) 
 
 void CBCGPGridCtrl::Sort(int column, BOOL ascending) {
   if (!GetColumnsInfo().HasColumn(column)) return;
+  const auto life = life_.Watch();
   EndEditItem(TRUE);
+  if (life.expired() || !GetColumnsInfo().HasColumn(column)) return;
   std::vector<CBCGPGridRow*> order;
   order.reserve(static_cast<std::size_t>(rows_.Size()));
   rows_.ForEach([&](CBCGPGridRow& row) { order.push_back(&row); });

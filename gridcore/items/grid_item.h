@@ -47,6 +47,26 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
   CBCGPGridItem(const CBCGPGridItem&) = delete;
   CBCGPGridItem& operator=(const CBCGPGridItem&) = delete;
 
+  // What the suite's cells replace, in the order of the slots that its tables name. `rect` is the cell's,
+  // without its grid lines.
+  virtual void OnDrawValue(CDC* dc, CRect rect);
+  virtual void OnDrawButton(CDC* dc, CRect rect);
+  // Takes what stands in the editor over into the value; FALSE where the text is refused.
+  virtual BOOL OnUpdateValue();
+  // Opens the editor; the point is where it was asked for, (-1, -1) for the keyboard. FALSE: nothing opened.
+  virtual BOOL OnEdit(CPoint point);
+  // Changes by the user: marks the cell and reports to its row, which reports to the grid.
+  virtual void SetItemChanged();
+  virtual void SetInPlaceEditFont();
+  virtual void DoClickButton(CPoint point) { OnClickButton(point); }
+  virtual void OnClickButton(CPoint point);
+  // TRUE: the click is used up.
+  virtual BOOL OnClickValue(UINT message, CPoint point);
+  virtual BOOL OnSetCursor() const { return FALSE; }
+  virtual void AdjustButtonRect(CRect& rect);
+  virtual CWnd* CreateInPlaceEdit(CRect rect, BOOL& default_format);
+  virtual CEdit* NewInPlaceEdit();
+
   // The value. SetValue takes it as it is, with its kind; it marks nothing as changed. ChangeType gives the
   // cell an empty value of the new one's kind.
   const _variant_t& GetValue() const { return value_; }
@@ -95,8 +115,6 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
   CBCGPGridRange GetMergedCells() const;     // null: not merged
   void Redraw() const;
 
-  // Changes by the user: marks the cell and reports to its row, which reports to the grid.
-  virtual void SetItemChanged();
   BOOL IsItemChanged() const { return Has(kChanged); }
   void ClearItemChanged() { SetState(kChanged, FALSE, FALSE); }
 
@@ -111,34 +129,18 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
   virtual CString GetNameTooltip() const { return CString(); }
   virtual CRect GetNameTooltipRect() const { return {}; }
 
-  // Drawing. `rect` is the cell's, without its grid lines.
-  virtual void OnDrawValue(CDC* dc, CRect rect);
-  virtual void OnDrawButton(CDC* dc, CRect rect);
   virtual void OnFillBackground(CDC* dc, CRect rect);
   // The rectangle of its button, list arrow or spin control; empty without one.
   CRect GetButtonRect() const;
-  virtual void AdjustButtonRect(CRect& rect);
 
   // Editing. The editor is the grid's while it is open.
   BOOL HasEditorOpen() const { return GetInPlaceWnd() != nullptr; }
   BOOL IsInPlaceEditing() const { return HasEditorOpen(); }
   CWnd* GetInPlaceWnd() const;
-  // Opens the editor; the point is where it was asked for, (-1, -1) for the keyboard. FALSE: nothing opened.
-  virtual BOOL OnEdit(CPoint point);
   virtual void OnEndEdit() {}
-  virtual CWnd* CreateInPlaceEdit(CRect rect, BOOL& default_format);
-  virtual CEdit* NewInPlaceEdit();
-  virtual void SetInPlaceEditFont();
   virtual void AdjustInPlaceEditRect(CRect& edit, CRect& spin) const;
-  // Takes what stands in the editor over into the value; FALSE where the text is refused.
-  virtual BOOL OnUpdateValue();
   virtual BOOL CanUpdateData() const;
 
-  // The mouse. TRUE of OnClickValue: the click is used up.
-  virtual BOOL OnClickValue(UINT message, CPoint point);
-  virtual void OnClickButton(CPoint point);
-  virtual void DoClickButton(CPoint point) { OnClickButton(point); }
-  virtual BOOL OnSetCursor() const { return FALSE; }
   // The space key on the closed cell; TRUE: it meant something.
   virtual BOOL OnSpace() { return FALSE; }
 

@@ -76,7 +76,7 @@ _variant_t CBCGPGridItem::ValueOfText(const CString& text) const {
 }
 
 BOOL CBCGPGridItem::OnUpdateValue() {
-  if (GetInPlaceWnd() == nullptr) return TRUE;
+  if (GetInPlaceWnd() == nullptr || GetOwnerList()->EditorUntouched()) return TRUE;
   const CString text = EditorText();
   if (text == FormatItem()) return TRUE;
   value_ = ValueOfText(text);

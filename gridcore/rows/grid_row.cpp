@@ -33,8 +33,10 @@ int CBCGPGridRow::AddItem(CBCGPGridItem* item) {
 
 BOOL CBCGPGridRow::ReplaceItem(int column, CBCGPGridItem* item, BOOL redraw, BOOL keep_old) {
   if (GetItem(column) == nullptr || item == nullptr) return FALSE;
-  std::unique_ptr<CBCGPGridItem>& place = items_[static_cast<std::size_t>(column)];
   // Its editor closes before the cell goes: what is typed there belongs to no cell any more.
+  if (owner_ != nullptr && !owner_->CloseEditorIn(*this)) return FALSE;
+  if (GetItem(column) == nullptr) return FALSE;
+  std::unique_ptr<CBCGPGridItem>& place = items_[static_cast<std::size_t>(column)];
   if (owner_ != nullptr) owner_->ItemGone(*place);
   std::unique_ptr<CBCGPGridItem> old(item);
   old.swap(place);
@@ -46,6 +48,7 @@ BOOL CBCGPGridRow::ReplaceItem(int column, CBCGPGridItem* item, BOOL redraw, BOO
 }
 
 void CBCGPGridRow::RemoveAllItems() {
+  if (owner_ != nullptr && !owner_->CloseEditorIn(*this)) return;
   if (owner_ != nullptr)
     for (const auto& item : items_) owner_->ItemGone(*item);
   items_.clear();
