@@ -18,6 +18,7 @@ class BehaviourDriver {
   virtual lorv::Desktop& Desktop() = 0;
   virtual void Press(int key) = 0;
   virtual void PressWith(int modifier, int key) = 0;
+  virtual void Hold(int key, bool down) = 0;
   virtual void Type(lorv::TextView text) = 0;
   virtual void MoveMouse(POINT screen) = 0;
   virtual void MouseDown() = 0;

@@ -4,6 +4,7 @@
 
 #include "platform/headless/desktop/headless_desktop.h"
 #include "tests/conformance/behaviour_scene.h"
+#include "tests/conformance/grid/grid_scene.h"
 #include "tests/conformance/kept_trace.h"
 #include "tests/conformance/painting_script.h"
 
@@ -16,6 +17,7 @@ class HeadlessDriver : public lorv_test::BehaviourDriver {
   lorv::Desktop& Desktop() override { return desktop_; }
   void Press(int key) override { desktop_.Press(key), Settle(); }
   void PressWith(int modifier, int key) override { desktop_.PressWith(modifier, key), Settle(); }
+  void Hold(int key, bool down) override { down ? desktop_.KeyDown(key) : desktop_.KeyUp(key), Settle(); }
   void Type(lorv::TextView text) override { desktop_.Type(text), Settle(); }
   void MoveMouse(POINT screen) override { desktop_.MoveMouse(screen), Settle(); }
   void MouseDown() override { desktop_.MouseDown(), Settle(); }
@@ -46,6 +48,11 @@ class HeadlessDriver : public lorv_test::BehaviourDriver {
   lorv::HeadlessDesktop& desktop_;
 };
 
+int StepCount(const std::vector<std::string>& trace) {
+  return static_cast<int>(
+      std::count_if(trace.begin(), trace.end(), [](const std::string& line) { return line[0] != ' '; }));
+}
+
 }  // namespace
 
 TEST(Behaviour, HeadlessTraceIsTheKeptOne) {
@@ -62,9 +69,17 @@ TEST(Painting, HeadlessTraceIsTheKeptOne) {
   lorv_test::ExpectKeptPainting(driver);
 }
 
+TEST(GridBehaviour, HeadlessTraceIsTheKeptOne) {
+  lorv::HeadlessDesktop desktop;
+  const lorv::ScopedDesktop scope(desktop);
+  HeadlessDriver driver(desktop);
+  lorv_test::ExpectTrace(lorv_test::KeptGridTrace(), lorv_test::PlayGrid(driver), {});
+}
+
 TEST(Behaviour, HasAtLeastEightySteps) {
-  const auto kept = lorv_test::KeptTrace();
-  const auto steps =
-      std::count_if(kept.begin(), kept.end(), [](const std::string& line) { return line[0] != ' '; });
-  EXPECT_GE(steps, 80);
+  EXPECT_GE(StepCount(lorv_test::KeptTrace()), 80);
+}
+
+TEST(GridBehaviour, HasAtLeastTwoHundredSteps) {
+  EXPECT_GE(StepCount(lorv_test::KeptGridTrace()), 200);
 }

@@ -42,7 +42,12 @@ std::vector<std::string> KeptTrace() {
 }
 
 void ExpectKeptTrace(const std::vector<std::string>& trace, const std::vector<Difference>& differences) {
-  Steps expected = StepsOf(KeptTrace());
+  ExpectTrace(KeptTrace(), trace, differences);
+}
+
+void ExpectTrace(const std::vector<std::string>& kept, const std::vector<std::string>& trace,
+                 const std::vector<Difference>& differences) {
+  Steps expected = StepsOf(kept);
   for (const Difference& row : differences) {
     const auto step = Found(expected, row.step);
     ASSERT_NE(step, expected.end()) << row.step;

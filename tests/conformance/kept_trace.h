@@ -16,5 +16,8 @@ std::vector<std::string> KeptTrace();
 
 // Fails unless the trace is the kept one but for the differences, each of which has to be one.
 void ExpectKeptTrace(const std::vector<std::string>& trace, const std::vector<Difference>& differences);
+// The same of another script.
+void ExpectTrace(const std::vector<std::string>& kept, const std::vector<std::string>& trace,
+                 const std::vector<Difference>& differences);
 
 }  // namespace lorv_test

@@ -28,7 +28,8 @@ const std::map<int, Qt::Key> kKeys = {
     {VK_DOWN, Qt::Key_Down},     {VK_HOME, Qt::Key_Home},       {VK_END, Qt::Key_End},
     {VK_DELETE, Qt::Key_Delete}, {VK_BACK, Qt::Key_Backspace},  {VK_SHIFT, Qt::Key_Shift},
     {VK_F2, Qt::Key_F2},         {VK_CONTROL, Qt::Key_Control}, {VK_F4, Qt::Key_F4},
-    {VK_MENU, Qt::Key_Alt},      {VK_SPACE, Qt::Key_Space}};
+    {VK_MENU, Qt::Key_Alt},      {VK_SPACE, Qt::Key_Space},     {VK_PRIOR, Qt::Key_PageUp},
+    {VK_NEXT, Qt::Key_PageDown}};
 
 class OffscreenUser : public QtUser {
  public:
@@ -82,6 +83,7 @@ class OffscreenUser : public QtUser {
   static QString TextOf(int key, Qt::KeyboardModifiers held) {
     const QChar unit(key);
     if (key == VK_SPACE) return QStringLiteral(" ");
+    if (key >= '0' && key <= '9') return QString(unit);
     if (key < 'A' || key > 'Z') return {};
     if ((held & Qt::ControlModifier) != 0) return QString(QChar(key - 'A' + 1));
     return QString((held & Qt::ShiftModifier) != 0 ? unit : unit.toLower());

@@ -14,6 +14,7 @@
 #include "platform/models/carried_fault.h"
 #include "platform/qt/desktop/qt_desktop.h"
 #include "tests/conformance/behaviour_scene.h"
+#include "tests/conformance/grid/grid_scene.h"
 #include "tests/conformance/kept_trace.h"
 #include "tests/conformance/painting_script.h"
 #include "tests/conformance/qt/qt_user.h"
@@ -89,10 +90,12 @@ class QtDriver : public lorv_test::BehaviourDriver {
     Press(key);
     Key(modifier, false);
   }
+  void Hold(int key, bool down) override { Key(key, down); }
   void Type(lorv::TextView text) override {
     for (const TCHAR unit : text) {
       const bool capital = unit >= _T('A') && unit <= _T('Z');
-      const int key = capital ? unit : unit - _T('a') + 'A';
+      const bool digit = unit >= _T('0') && unit <= _T('9');
+      const int key = capital || digit ? unit : unit - _T('a') + 'A';
       if (capital) {
         PressWith(VK_SHIFT, key);
       } else {
@@ -248,6 +251,16 @@ std::vector<lorv_test::Difference> Differences(const lorv::Desktop& desktop) {
   return {{"77 bars take room from the client area", {"  sheet size " + width + ",80", "  narrower"}}};
 }
 
+// An edit whose focus goes to its list stands at its end; and where a double click takes no time, the release
+// of the press that opened a list chooses in it.
+const std::vector<lorv_test::Difference> kGridDifferences = {
+    {"119 F4 shows the list", {"  shown", "  = 2,2 editor [o1] 2-2"}},
+    {"122 the button opens editor and list",
+     {"  opens 2,2", "  button 2,2", "  update", "  combo", "  = 2,2 editor [o2] 0-2"}},
+    {"123 Esc closes the list and keeps the editor", {"  = 2,2"}},
+    {"126 options by a list of texts", {"  1", "  = 2,2 editor [own] 3-3"}},
+};
+
 }  // namespace
 
 TEST(QtBehaviour, TraceIsTheKeptOneButForTheListedDifferences) {
@@ -256,6 +269,14 @@ TEST(QtBehaviour, TraceIsTheKeptOneButForTheListedDifferences) {
   const auto user = lorv_test::MakeQtUser();
   QtDriver driver(*desktop, *user);
   lorv_test::ExpectKeptTrace(lorv_test::PlayBehaviour(driver), Differences(*desktop));
+}
+
+TEST(QtGridBehaviour, TraceIsTheKeptOne) {
+  const auto desktop = lorv::MakeQtDesktop();
+  const lorv::ScopedDesktop scope(*desktop);
+  const auto user = lorv_test::MakeQtUser();
+  QtDriver driver(*desktop, *user);
+  lorv_test::ExpectTrace(lorv_test::KeptGridTrace(), lorv_test::PlayGrid(driver), kGridDifferences);
 }
 
 // A host that has its own application object keeps the widget set's way of counting pixels.

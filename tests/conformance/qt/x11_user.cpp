@@ -41,7 +41,7 @@ const std::map<int, xcb_keysym_t> kKeys = {
     {VK_RETURN, 0xFF0D}, {VK_TAB, 0xFF09},   {VK_ESCAPE, 0xFF1B},  {VK_LEFT, 0xFF51}, {VK_RIGHT, 0xFF53},
     {VK_UP, 0xFF52},     {VK_DOWN, 0xFF54},  {VK_HOME, 0xFF50},    {VK_END, 0xFF57},  {VK_DELETE, 0xFFFF},
     {VK_BACK, 0xFF08},   {VK_SHIFT, 0xFFE1}, {VK_CONTROL, 0xFFE3}, {VK_MENU, 0xFFE9}, {VK_F2, 0xFFBF},
-    {VK_F4, 0xFFC1},     {VK_SPACE, 0x20}};
+    {VK_F4, 0xFFC1},     {VK_SPACE, 0x20},   {VK_PRIOR, 0xFF55},   {VK_NEXT, 0xFF56}};
 
 // All goes over Qt's own connection, so that the server works it in the order of the calls.
 class X11User : public QtUser, public QAbstractNativeEventFilter {

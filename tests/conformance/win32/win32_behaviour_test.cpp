@@ -77,6 +77,10 @@ class Win32Behaviour : public RealWindows {
       SendKey(modifier, KEYEVENTF_KEYUP);
       Settle();
     }
+    void Hold(int key, bool down) override {
+      SendKey(key, down ? 0 : KEYEVENTF_KEYUP);
+      Settle();
+    }
     void Type(lorv::TextView text) override {
       for (const TCHAR unit : text) {
         const SHORT key = VkKeyScanW(unit);
