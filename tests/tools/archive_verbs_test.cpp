@@ -2,7 +2,6 @@
 
 #include "platform/headless/services/headless_platform.h"
 #include "tests/tools/run_tool.h"
-#include "tools/lorv/verbs/archive_verbs.h"
 
 namespace lorv::test {
 namespace {

@@ -6,10 +6,10 @@
 #include <sstream>
 
 #include "tests/support/data.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/csv/csv_limits.h"
 #include "tools/lorv/csv/csv_writer.h"
 #include "tools/lorv/csv/output_file.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {

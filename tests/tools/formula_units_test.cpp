@@ -2,14 +2,14 @@
 
 #include "TEXPRESSCAL/formula_words.h"
 #include "tests/support/print.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/caret_text.h"
 #include "tools/lorv/formula/formula_digits.h"
 #include "tools/lorv/formula/name_values.h"
+#include "tools/lorv/takeoff/evaluate/component_worker.h"
 #include "tools/lorv/takeoff/input/class_selector.h"
 #include "tools/lorv/takeoff/input/rules_file.h"
 #include "tools/lorv/takeoff/plan/bound_formula.h"
-#include "tools/lorv/takeoff/work/component_worker.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {
@@ -89,18 +89,6 @@ TEST(NameValues, RefusesWhatIsNone) {
     EXPECT_THROW(ReadNameValues({bad}), BadInput) << bad;
   }
   EXPECT_THROW(ReadNameValues({"a=1", "A=2"}), BadInput) << "one name twice";
-}
-
-TEST(WholeNumber, TakesNumbersOnly) {
-  const struct {
-    const char* text;
-    double number;
-  } good[] = {{"0", 0}, {"214.", 214}, {".5", .5}, {"3.24E-5", 3.24e-5}, {"-1.5", -1.5}, {"+2", 2}};
-  for (const auto& row : good) EXPECT_EQ(WholeNumber(row.text), row.number) << row.text;
-  for (const char* bad :
-       {"", "-", "1,5", "1 000", "1.2.3", "inf", "nan", "1e999", "12mm", "0x10", "e5", "1e"}) {
-    EXPECT_EQ(WholeNumber(bad), std::nullopt) << bad;
-  }
 }
 
 TEST(ClassSelector, HeaderExample) {

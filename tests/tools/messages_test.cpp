@@ -6,10 +6,10 @@
 
 #include "tests/support/data.h"
 #include "tests/tools/run_tool.h"
+#include "tools/lorv/command/verbs_table.h"
 #include "tools/lorv/describe/verb_words.h"
 #include "tools/lorv/text/messages_table.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verbs_table.h"
 
 namespace lorv::test {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "image/decode/image_reader.h"
 #include "tests/support/data.h"
-#include "tools/lorv/verb.h"
+#include "tools/lorv/command/verb.h"
 
 namespace lorv::tool {
 namespace {

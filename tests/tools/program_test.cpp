@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/tools/run_tool.h"
-#include "tools/lorv/verbs_table.h"
+#include "tools/lorv/command/verbs_table.h"
 
 namespace lorv::test {
 namespace {

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "tests/tools/work_runs.h"
-#include "tools/lorv/takeoff/input/number_hint.h"
 #include "tools/lorv/takeoff/output/line_rounding.h"
 #include "tools/lorv/takeoff/output/storey_order.h"
 
@@ -121,16 +120,6 @@ TEST_F(TakeOffRun, CompareNamesWhoDisagrees) {
 TEST_F(TakeOffRun, BadCellIsShownWithWhatItMayMean) {
   const ToolRun run = Work("class,L,B\nW,1,\"3,5\"\n", "class,name,formula\nW,q,L*B\n");
   EXPECT_TRUE(Has(run.err, "line 2, W: column 5 holds \"3,5\"; a decimal comma? Write 3.5")) << run.err;
-  const char* const rows[][2] = {{"3,5", "; a decimal comma? Write 3.5"},
-                                 {"1,234,567", "; a thousands separator? Write 1234567"},
-                                 {"1,234.5", "; a thousands separator? Write 1234.5"},
-                                 {"1,234", "; a decimal comma or a thousands separator? Write 1.234 or 1234"},
-                                 {"1.234,5", "; a decimal comma? Write 1234.5"},
-                                 {"1 234", "; a thousands separator? Write 1234"},
-                                 {"３．５", "; full-width digits? Write 3.5"},
-                                 {"3.5m", "; a unit? Write 3.5 and set a factor in a row of kind \"column\""},
-                                 {"abc", ""}};
-  for (const auto& row : rows) EXPECT_EQ(tool::NumberHint(row[0]), row[1]) << row[0];
 }
 
 // ---- The bill ----

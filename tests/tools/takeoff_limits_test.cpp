@@ -1,4 +1,4 @@
-#include "tools/lorv/takeoff/takeoff_limits.h"
+#include "tools/lorv/takeoff/input/takeoff_limits.h"
 
 #include <gtest/gtest.h>
 
@@ -6,9 +6,9 @@
 
 #include "tests/support/data.h"
 #include "tests/tools/run_tool.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/takeoff/findings/problems.h"
 #include "tools/lorv/takeoff/output/bill.h"
-#include "tools/lorv/verb.h"
 
 // Each limit of the take-off one below, at and one above it.
 

@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-#include "tools/lorv/verb.h"
+#include "tools/lorv/command/verb.h"
 
 namespace lorv::tool {
 

@@ -6,35 +6,19 @@
 #include <ostream>
 
 #include "tools/lorv/argument_fault.h"
+#include "tools/lorv/command/verbs_table.h"
 #include "tools/lorv/command_words.h"
 #include "tools/lorv/describe/help_layout.h"
+#include "tools/lorv/describe/program_words.h"
 #include "tools/lorv/describe/spoken_help.h"
 #include "tools/lorv/guarded_run.h"
 #include "tools/lorv/session/session.h"
 #include "tools/lorv/text/colours.h"
 #include "tools/lorv/text/nearest_word.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verbs_table.h"
 
 namespace lorv::tool {
 namespace {
-
-constexpr const char* kAbout =
-    "lorv - formulas of construction quantity take-off, from the command line.\n"
-    "\n"
-    "A formula is what an estimator types: numbers, names, + - * / ^, brackets, comparisons and functions,\n"
-    "in English or Chinese letters. `lorv work` works whole tables of building components with it.\n";
-
-constexpr const char* kExamples =
-    "Examples:\n"
-    "  lorv calc \"L*B*H\" L=3.6 B=0.24 H=2.8       the number\n"
-    "  lorv calc \"墙长*墙高-洞口\" 墙长=6 墙高=3 洞口=2.1\n"
-    "  lorv work house.csv --rules house-rules.csv --out quantities.csv\n"
-    "\n"
-    "`lorv VERB --help` tells the rest; `lorv` alone is a calculator that keeps names. Text is UTF-8 in and "
-    "out.\n"
-    "\n"
-    "Exit codes: 0 fine, 1 a formula or a result is wrong, 2 an argument or a file cannot be used.";
 
 struct Program {
   CLI::App app{AboutProgram(), "lorv"};
@@ -50,7 +34,7 @@ void Declare(Program& program) {
   program.app.require_subcommand(1);
   program.app.add_option("--lang")->description(
       "the language of messages, en or zh; else that of the locale");
-  program.app.footer(kExamples);
+  program.app.footer(ProgramExamples());
   SpeakHelp(program.app, "examples");
   for (const VerbGroup& group : AllVerbs()) {
     for (const Verb& verb : group.verbs) {
@@ -142,14 +126,6 @@ int Run(std::vector<std::string> words, Console& console) {
 }
 
 }  // namespace
-
-std::string AboutProgram() {
-  return HelpText("about", kAbout);
-}
-
-std::string ProgramExamples() {
-  return HelpText("examples", kExamples);
-}
 
 int RunProgram(const std::vector<std::string>& words, Console& console) {
   return GuardedRun("lorv", console, [&] { return Run(words, console); });

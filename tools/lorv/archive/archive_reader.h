@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "compress/zip/zip_reader.h"
-#include "tools/lorv/verb.h"
+#include "tools/lorv/command/verb.h"
 
 namespace lorv::tool {
 

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/csv/csv_limits.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {

@@ -6,8 +6,8 @@
 #include "framework/objects/exceptions.h"
 #include "platform/ports/files.h"
 #include "spreadsheet/workbook_file.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/text/harmless_text.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 

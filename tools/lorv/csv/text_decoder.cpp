@@ -4,9 +4,9 @@
 
 #include "framework/text/utf8.h"
 #include "platform/ports/platform.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/csv/csv_limits.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {

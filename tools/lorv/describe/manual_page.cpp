@@ -1,5 +1,5 @@
+#include "tools/lorv/describe/program_words.h"
 #include "tools/lorv/describe/verb_words.h"
-#include "tools/lorv/program.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 namespace lorv::tool {

@@ -2,9 +2,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include "tools/lorv/command/verbs_table.h"
 #include "tools/lorv/describe/spoken_help.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verbs_table.h"
 
 namespace lorv::tool {
 namespace {

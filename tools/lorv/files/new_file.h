@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/files/unfinished_file.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 

@@ -3,9 +3,9 @@
 #include <iosfwd>
 #include <vector>
 
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/formula_fault.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 

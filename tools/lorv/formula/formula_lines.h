@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "tools/lorv/verb.h"
+#include "tools/lorv/command/verb.h"
 
 namespace lorv::tool {
 

@@ -3,10 +3,9 @@
 #include <set>
 
 #include "TEXPRESSCAL/formula_words.h"
-#include "tools/lorv/takeoff/input/number_hint.h"
-#include "tools/lorv/takeoff/input/rules_file.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
+#include "tools/lorv/text/typed_number.h"
 
 namespace lorv::tool {
 namespace {

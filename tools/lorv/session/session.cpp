@@ -9,7 +9,7 @@
 #include "tools/lorv/formula/calculation.h"
 #include "tools/lorv/formula/fault_report.h"
 #include "tools/lorv/session/line_editor.h"
-#include "tools/lorv/takeoff/input/class_selector.h"
+#include "tools/lorv/text/folded_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {

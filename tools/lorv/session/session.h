@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/lorv/verb.h"
+#include "tools/lorv/command/verb.h"
 
 namespace lorv::tool {
 

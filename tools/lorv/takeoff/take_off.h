@@ -5,14 +5,14 @@
 #include <optional>
 #include <string>
 
+#include "tools/lorv/command/verb.h"
+#include "tools/lorv/takeoff/evaluate/comparison.h"
+#include "tools/lorv/takeoff/evaluate/component_worker.h"
+#include "tools/lorv/takeoff/evaluate/precision.h"
 #include "tools/lorv/takeoff/findings/unit_check.h"
 #include "tools/lorv/takeoff/output/bill.h"
 #include "tools/lorv/takeoff/output/result_file.h"
 #include "tools/lorv/takeoff/plan/row_filter.h"
-#include "tools/lorv/takeoff/work/comparison.h"
-#include "tools/lorv/takeoff/work/component_worker.h"
-#include "tools/lorv/takeoff/work/precision.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 

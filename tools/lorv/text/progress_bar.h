@@ -3,7 +3,7 @@
 #include <chrono>
 #include <cstdint>
 
-#include "tools/lorv/verb.h"
+#include "tools/lorv/command/verb.h"
 
 namespace lorv::tool {
 

@@ -4,13 +4,13 @@
 
 #include "TEXPRESSCAL/formula_words.h"
 #include "framework/text/number_text.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/calculation.h"
 #include "tools/lorv/formula/fault_report.h"
 #include "tools/lorv/formula/formula_lines.h"
-#include "tools/lorv/takeoff/work/precision.h"
+#include "tools/lorv/takeoff/evaluate/precision.h"
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 

@@ -3,11 +3,11 @@
 #include <set>
 
 #include "TEXPRESSCAL/formula_words.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/calculation.h"
 #include "tools/lorv/formula/fault_report.h"
 #include "tools/lorv/formula/formula_lines.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {

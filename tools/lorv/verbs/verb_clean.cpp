@@ -3,9 +3,9 @@
 
 #include "TEXPRESSCAL/calculator.h"
 #include "TEXPRESSCAL/formula_cleanup.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {

@@ -1,9 +1,9 @@
 #include <CLI/CLI.hpp>
 #include <ostream>
 
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/describe/verb_words.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 

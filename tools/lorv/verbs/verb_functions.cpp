@@ -2,10 +2,10 @@
 #include <ostream>
 
 #include "TEXPRESSCAL/express.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/text/column_text.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {

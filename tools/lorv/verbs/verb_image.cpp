@@ -4,12 +4,12 @@
 
 #include "image/decode/image_reader.h"
 #include "image/picture/picture.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/csv/input_bytes.h"
 #include "tools/lorv/files/new_file.h"
 #include "tools/lorv/pictures/png_bytes.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 

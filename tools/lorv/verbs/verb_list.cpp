@@ -4,11 +4,11 @@
 #include "platform/ports/platform.h"
 #include "tools/lorv/archive/archive_reader.h"
 #include "tools/lorv/archive/zip_words.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/progress_bar.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verbs/archive_verbs.h"
 
 namespace lorv::tool {
 namespace {

@@ -4,9 +4,9 @@
 
 #include "comm/match_score.h"
 #include "platform/ports/platform.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {

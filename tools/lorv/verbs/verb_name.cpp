@@ -2,9 +2,9 @@
 #include <ostream>
 
 #include "comm/AdLorvComm.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {

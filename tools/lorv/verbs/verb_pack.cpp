@@ -4,10 +4,10 @@
 #include "platform/ports/platform.h"
 #include "tools/lorv/archive/source_list.h"
 #include "tools/lorv/archive/zip_words.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/files/new_file.h"
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verbs/archive_verbs.h"
 #include "tools/lorv/verbs/watched_file.h"
 
 namespace lorv::tool {

@@ -4,9 +4,9 @@
 
 #include "framework/text/cstring.h"
 #include "prompts/prompts.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {

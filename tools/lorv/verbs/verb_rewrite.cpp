@@ -4,11 +4,12 @@
 #include <ostream>
 
 #include "TEXPRESSCAL/express.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/name_values.h"
-#include "tools/lorv/takeoff/input/rules_file.h"
+#include "tools/lorv/text/folded_text.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
+#include "tools/lorv/text/typed_number.h"
 
 namespace lorv::tool {
 namespace {

@@ -9,11 +9,11 @@
 #include "spreadsheet/AdExcel2GridEx.h"
 #include "spreadsheet/connection/spreadsheet_system.h"
 #include "spreadsheet/servers/native_spreadsheet.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/csv/csv_reader.h"
 #include "tools/lorv/csv/csv_writer.h"
 #include "tools/lorv/csv/output_file.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 

@@ -5,9 +5,9 @@
 #include "TEXPRESSCAL/simplify_safely.h"
 #include "framework/objects/exceptions.h"
 #include "framework/text/number_text.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {

@@ -1,5 +1,3 @@
-#include "tools/lorv/verbs/archive_verbs.h"
-
 #include <CLI/CLI.hpp>
 #include <array>
 #include <ostream>
@@ -7,6 +5,7 @@
 #include "compress/AdRar.h"
 #include "compress/lzari/byte_order.h"
 #include "platform/ports/platform.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/files/new_file.h"
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/json_text.h"

@@ -2,8 +2,8 @@
 #include <ostream>
 
 #include "tools/lorv/archive/unpacker.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verbs/archive_verbs.h"
 
 namespace lorv::tool {
 namespace {

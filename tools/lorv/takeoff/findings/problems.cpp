@@ -4,7 +4,7 @@
 #include <ostream>
 
 #include "tools/lorv/formula/caret_text.h"
-#include "tools/lorv/takeoff/takeoff_limits.h"
+#include "tools/lorv/takeoff/input/takeoff_limits.h"
 #include "tools/lorv/text/colours.h"
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"

@@ -6,6 +6,7 @@
 
 #include "tools/lorv/takeoff/plan/ready_block.h"
 #include "tools/lorv/text/display_width.h"
+#include "tools/lorv/text/folded_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {

@@ -1,11 +1,10 @@
 #include "tools/lorv/takeoff/input/class_selector.h"
 
 #include "tools/lorv/text/display_width.h"
+#include "tools/lorv/text/folded_text.h"
 
 namespace lorv::tool {
 namespace {
-
-constexpr std::string_view kBlanks = " \t\r\n";
 
 // Greedy matching that remembers the last "*": linear for ordinary patterns, never worse than the product of
 // both lengths.
@@ -51,16 +50,6 @@ std::string_view NextPiece(std::string_view& list) {
 }
 
 }  // namespace
-
-std::string Folded(std::string_view utf8) {
-  const std::size_t first = utf8.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  std::string folded(utf8.substr(first, utf8.find_last_not_of(kBlanks) - first + 1));
-  for (char& c : folded) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return folded;
-}
 
 ClassSelector::ClassSelector(std::string_view list) {
   while (!list.empty()) {

@@ -31,7 +31,4 @@ class ClassSelector {
   std::vector<Pattern> patterns_;
 };
 
-// Small ASCII letters, without blanks around: how names of classes and columns are compared.
-std::string Folded(std::string_view utf8);
-
 }  // namespace lorv::tool

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tools/lorv/takeoff/input/class_selector.h"
+#include "tools/lorv/text/folded_text.h"
 
 namespace lorv::tool {
 namespace {

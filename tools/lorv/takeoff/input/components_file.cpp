@@ -1,10 +1,11 @@
 #include "tools/lorv/takeoff/input/components_file.h"
 
-#include "tools/lorv/takeoff/input/class_selector.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/takeoff/input/rules_file.h"
-#include "tools/lorv/takeoff/takeoff_limits.h"
+#include "tools/lorv/takeoff/input/takeoff_limits.h"
+#include "tools/lorv/text/folded_text.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
+#include "tools/lorv/text/typed_number.h"
 
 namespace lorv::tool {
 

@@ -6,11 +6,12 @@
 
 #include "TEXPRESSCAL/formula_words.h"
 #include "framework/text/number_text.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/takeoff/input/column_names.h"
-#include "tools/lorv/takeoff/input/number_hint.h"
-#include "tools/lorv/takeoff/takeoff_limits.h"
+#include "tools/lorv/takeoff/input/takeoff_limits.h"
+#include "tools/lorv/text/folded_text.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
+#include "tools/lorv/text/typed_number.h"
 
 namespace lorv::tool {
 namespace {
@@ -222,18 +223,6 @@ Rule RulesReader::ReadRule() {
 
 RuleSet ReadRules(InputBytes& bytes, Encoding encoding) {
   return RulesReader(bytes, encoding).Read();
-}
-
-std::optional<double> WholeNumber(std::string_view text) {
-  // The word for no number and for infinity begin with a letter: only digits, a sign or a point may begin
-  // one.
-  const std::basic_string<TCHAR> units(text.begin(), text.end());
-  if (units.empty() || text.find_first_not_of("0123456789.+-eE") != std::string_view::npos)
-    return std::nullopt;
-  std::size_t used = 0;
-  const double number = ReadReal(units, &used);
-  if (used != units.size() || !std::isfinite(number)) return std::nullopt;
-  return number;
 }
 
 }  // namespace lorv::tool

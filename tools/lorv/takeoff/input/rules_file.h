@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -54,8 +53,5 @@ struct RuleSet {
 // Reads a rules file; docs/formats/rules.md is its manual. Throws BadInput, with file, line and character,
 // for what is no rules file. Formulas are not looked into: a wrong one must not stop the others.
 RuleSet ReadRules(InputBytes& bytes, Encoding encoding);
-
-// A number that is the whole text, such as "12", "-0.5", "214." or "3.24E-5".
-std::optional<double> WholeNumber(std::string_view text);
 
 }  // namespace lorv::tool

@@ -4,11 +4,11 @@
 #include <cmath>
 #include <limits>
 
+#include "tools/lorv/command/verb.h"
+#include "tools/lorv/takeoff/input/takeoff_limits.h"
 #include "tools/lorv/takeoff/output/line_rounding.h"
 #include "tools/lorv/takeoff/output/storey_order.h"
-#include "tools/lorv/takeoff/takeoff_limits.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 

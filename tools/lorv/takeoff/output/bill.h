@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "tools/lorv/csv/output_file.h"
-#include "tools/lorv/takeoff/work/quantities.h"
+#include "tools/lorv/takeoff/evaluate/quantities.h"
 #include "tools/lorv/text/json_text.h"
 
 namespace lorv::tool {

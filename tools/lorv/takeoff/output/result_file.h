@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "tools/lorv/takeoff/evaluate/component_worker.h"
+#include "tools/lorv/takeoff/evaluate/quantities.h"
 #include "tools/lorv/takeoff/output/table_file.h"
-#include "tools/lorv/takeoff/work/component_worker.h"
-#include "tools/lorv/takeoff/work/quantities.h"
 
 namespace lorv::tool {
 

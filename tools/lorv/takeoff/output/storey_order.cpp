@@ -4,7 +4,7 @@
 #include <charconv>
 #include <string>
 
-#include "tools/lorv/takeoff/input/class_selector.h"
+#include "tools/lorv/text/folded_text.h"
 
 namespace lorv::tool {
 namespace {

@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "TEXPRESSCAL/formula_words.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/caret_text.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {

@@ -4,8 +4,9 @@
 #include <limits>
 #include <map>
 
-#include "tools/lorv/takeoff/takeoff_limits.h"
-#include "tools/lorv/verb.h"
+#include "tools/lorv/command/verb.h"
+#include "tools/lorv/takeoff/input/takeoff_limits.h"
+#include "tools/lorv/text/typed_number.h"
 
 namespace lorv::tool {
 namespace {

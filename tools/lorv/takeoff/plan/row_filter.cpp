@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/caret_text.h"
 #include "tools/lorv/takeoff/plan/ready_block.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {

@@ -1,10 +1,10 @@
-#include "tools/lorv/takeoff/work/component_worker.h"
+#include "tools/lorv/takeoff/evaluate/component_worker.h"
 
 #include <limits>
 
 #include "tools/lorv/formula/formula_digits.h"
-#include "tools/lorv/takeoff/input/number_hint.h"
 #include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/text/typed_number.h"
 
 namespace lorv::tool {
 ComponentWorker::ComponentWorker(Planner& planner, const ComponentsFile& file, Problems& problems,

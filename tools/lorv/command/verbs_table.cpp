@@ -1,6 +1,4 @@
-#include "tools/lorv/verbs_table.h"
-
-#include "tools/lorv/verbs/archive_verbs.h"
+#include "tools/lorv/command/verbs_table.h"
 
 namespace lorv::tool {
 
@@ -27,6 +25,14 @@ Work DeclareMatch(CLI::App& app);
 Work DeclareName(CLI::App& app);
 Work DeclarePrompts(CLI::App& app);
 Work DeclareLog(CLI::App& app);
+
+// Archives and files
+Work DeclarePack(CLI::App& app);
+Work DeclareUnpack(CLI::App& app);
+Work DeclareList(CLI::App& app);
+Work DeclareTest(CLI::App& app);
+Work DeclareSqueeze(CLI::App& app);
+Work DeclareExpand(CLI::App& app);
 
 // The tool itself
 Work DeclareCompletion(CLI::App& app);

@@ -1,4 +1,4 @@
-#include "tools/lorv/takeoff/work/comparison.h"
+#include "tools/lorv/takeoff/evaluate/comparison.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,6 +7,7 @@
 
 #include "tools/lorv/text/column_text.h"
 #include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/text/typed_number.h"
 
 namespace lorv::tool {
 namespace {

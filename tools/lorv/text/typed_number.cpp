@@ -1,9 +1,10 @@
-#include "tools/lorv/takeoff/input/number_hint.h"
+#include "tools/lorv/text/typed_number.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "framework/text/cstring.h"
-#include "tools/lorv/takeoff/input/rules_file.h"
+#include "framework/text/number_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
@@ -46,6 +47,18 @@ std::string WithPoint(std::string text) {
 }
 
 }  // namespace
+
+std::optional<double> WholeNumber(std::string_view text) {
+  // The word for no number and for infinity begin with a letter: only digits, a sign or a point may begin
+  // one.
+  const std::basic_string<TCHAR> units(text.begin(), text.end());
+  if (units.empty() || text.find_first_not_of("0123456789.+-eE") != std::string_view::npos)
+    return std::nullopt;
+  std::size_t used = 0;
+  const double number = ReadReal(units, &used);
+  if (used != units.size() || !std::isfinite(number)) return std::nullopt;
+  return number;
+}
 
 std::string NumberHint(std::string_view cell) {
   const std::string text = Plain(cell);

@@ -1,13 +1,13 @@
-#include "tools/lorv/takeoff/work/quantities.h"
+#include "tools/lorv/takeoff/evaluate/quantities.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "TEXPRESSCAL/formula_words.h"
+#include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/caret_text.h"
 #include "tools/lorv/formula/formula_fault.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verb.h"
 
 namespace lorv::tool {
 namespace {

@@ -3,8 +3,8 @@
 #include <iosfwd>
 #include <vector>
 
-#include "tools/lorv/takeoff/work/component_worker.h"
-#include "tools/lorv/takeoff/work/quantities.h"
+#include "tools/lorv/takeoff/evaluate/component_worker.h"
+#include "tools/lorv/takeoff/evaluate/quantities.h"
 #include "tools/lorv/text/json_text.h"
 
 namespace lorv::tool {

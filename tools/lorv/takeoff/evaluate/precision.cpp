@@ -1,4 +1,4 @@
-#include "tools/lorv/takeoff/work/precision.h"
+#include "tools/lorv/takeoff/evaluate/precision.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "tools/lorv/verb.h"
+#include "tools/lorv/command/verb.h"
 
 namespace lorv::tool {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/lorv/takeoff/work/component_worker.h"
+#include "tools/lorv/takeoff/evaluate/component_worker.h"
 #include "tools/lorv/text/json_text.h"
 
 namespace lorv::tool {
