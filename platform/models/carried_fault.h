@@ -11,8 +11,7 @@
 // Guarded runs at the system's edge towards us and keeps what was thrown; CallOut runs at our edge towards
 // the system and throws it again when the system has come back. So a caller of Send, Pump or Create sees the
 // exception as if the system were not there. Edges: the first exception counts. One that nobody of ours waits
-// for (a program's own loop delivered the message)
-//   ends at the edge. One thread: that of the user interface.
+// for (a program's own loop delivered the message) ends at the edge. One thread: that of the user interface.
 namespace lorv {
 
 class COMM_LORV_API CarriedFault {

@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <stdexcept>
 
 #include "platform/qt/services/qt_services.h"
 #include "tests/platform/qt/qt_fixture.h"
@@ -150,6 +151,25 @@ TEST_F(QtPrint, MessagesAreBoxesWithTheirButtons) {
   EXPECT_EQ(answer, kAnswerCancel);
   Answered({_T("x"), _T("y"), 1}, QMessageBox::NoButton, answer);
   EXPECT_EQ(answer, kAnswerCancel);
+}
+
+// A timer of the program runs under the box, until the user presses the button.
+TEST_F(QtPrint, ExceptionsUnderAMessageReachItsCaller) {
+  bool throws = true;
+  top.on_message = [&](UINT message, WPARAM, LPARAM, LRESULT&) -> bool {
+    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (message != WM_TIMER || box == nullptr) return false;
+    QTimer::singleShot(0, box, [box] { box->button(QMessageBox::Ok)->click(); });
+    if (throws) throw std::runtime_error("timer");
+    return false;
+  };
+  desktop_->Find(top.window)->SetTimer(78, 20);
+  const MessageRequest request{_T("x"), _T("y"), kButtonsOk};
+  EXPECT_THROW(ServicesOfDesktop()->ShowMessage(request), std::runtime_error);
+  throws = false;
+  EXPECT_EQ(ServicesOfDesktop()->ShowMessage(request), kAnswerOk) << "nothing of the first one is left";
+  desktop_->Find(top.window)->KillTimer(78);
+  top.on_message = nullptr;
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "platform/ports/dialogs.h"
 #include "tests/platform/win32/real_input.h"
 
 using lorv::WindowKind;
@@ -347,6 +348,25 @@ TEST_F(Win32Windows, ExceptionsOfHandlersReachWhoCausedTheMessage) {
   // A loop that is not ours has nobody to tell: the message counts as done, and nobody is told later.
   SendMessageW(probe.window, WM_USER + 1, 0, 0);
   EXPECT_EQ(Desk().Send(probe.window, WM_USER + 3, 0, 0), 0);
+  top.on = nullptr;
+}
+
+// The user presses the button while a timer of the program runs under the box.
+TEST_F(Win32Windows, ExceptionsUnderAMessageBoxReachItsCaller) {
+  bool throws = true;
+  top.on = [&](const Probe::Message& m, LRESULT&) -> bool {
+    const HWND box = FindWindowW(L"#32770", L"under the box");
+    if (m.number != WM_TIMER || box == nullptr) return false;
+    PostMessageW(box, WM_COMMAND, IDOK, 0);
+    if (throws) throw std::runtime_error("timer");
+    return false;
+  };
+  top.Peer()->SetTimer(78, 60);
+  const lorv::MessageRequest request{_T("x"), _T("under the box"), MB_OK};
+  EXPECT_THROW(lorv::NativeDialogs().ShowMessage(request), std::runtime_error);
+  throws = false;
+  EXPECT_EQ(lorv::NativeDialogs().ShowMessage(request), IDOK) << "nothing of the first one is left";
+  top.Peer()->KillTimer(78);
   top.on = nullptr;
 }
 
