@@ -1,5 +1,7 @@
 #include "platform/win32/drawing/gdi_measure.h"
 
+#include "platform/win32/drawing/thread_owned.h"
+
 // Widths of texts, remembered by font and text. Each thread has a context of its own to ask the system by:
 // contexts belong to threads, and layouts are measured on any.
 
@@ -13,8 +15,9 @@ GdiMeasure::~GdiMeasure() {
 }
 
 GdiMeasure& GdiMeasure::Here() {
-  thread_local GdiMeasure here;
-  return here;
+  // Never ended: windows may be measured while the process ends. Its threads end what is theirs.
+  static const auto& owned = *new ThreadOwned<GdiMeasure>;
+  return owned.Here();
 }
 
 void GdiMeasure::Select(const std::shared_ptr<const GdiFont>& font) {

@@ -1,6 +1,7 @@
 #include "framework/drawing/geometry.h"
 #include "platform/models/carried_fault.h"
 #include "platform/win32/drawing/gdi_canvas.h"
+#include "platform/win32/drawing/thread_owned.h"
 #include "platform/win32/window/win32_window.h"
 
 // What a window is drawn on.
@@ -52,8 +53,8 @@ class PaintMemory {
 
  private:
   static std::unique_ptr<GdiMemory>& Kept() {
-    thread_local std::unique_ptr<GdiMemory> kept;
-    return kept;
+    static const auto& owned = *new ThreadOwned<std::unique_ptr<GdiMemory>>;
+    return owned.Here();
   }
 };
 
