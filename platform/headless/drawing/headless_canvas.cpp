@@ -29,13 +29,19 @@ int Between(int first, int last, std::int64_t at, std::int64_t length) {
   return length <= 1 ? first : static_cast<int>(first + (last - first) * at / (length - 1));
 }
 
+DWORD Share(DWORD part, DWORD of_255) {
+  return (part * of_255 + 127) / 255;
+}
+
+// Both shares are rounded by themselves, as painters do that keep pictures multiplied by their alpha: so all
+// desktops show the same pixels.
 DWORD Blend(DWORD below, DWORD above) {
   const DWORD alpha = above >> 24U;
   DWORD mixed = kOpaque;
   for (unsigned shift = 0; shift < 24; shift += 8) {
     const DWORD a = (above >> shift) & 0xFFU;
     const DWORD b = (below >> shift) & 0xFFU;
-    mixed |= ((a * alpha + b * (255 - alpha) + 127) / 255) << shift;
+    mixed |= (Share(a, alpha) + Share(b, 255 - alpha)) << shift;
   }
   return mixed;
 }
