@@ -10,8 +10,9 @@
 
 namespace {
 
-// The length stands right in front of the units; 8 bytes keep these aligned as malloc aligned the block.
-constexpr std::size_t kHead = 8;
+// The length stands right in front of the units, in a head of its own size: tables hold millions of short
+// texts, and four bytes more would put many of them into blocks of the next size.
+constexpr std::size_t kHead = sizeof(std::uint32_t);
 
 std::uint32_t& LengthOf(BSTR text) {
   return reinterpret_cast<std::uint32_t*>(text)[-1];
