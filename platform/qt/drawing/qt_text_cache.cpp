@@ -86,6 +86,9 @@ QtRun* QtTextCache::Run(const QtFace& face, TextView text) {
 
 int QtTextCache::Advance(const QtFace& face, TextView text) {
   if (text.empty()) return 0;
+  // Numbers are not kept: a column of them would drive out the texts that stand on the screen.
+  if (face.numbers == nullptr) face.numbers = std::make_unique<QtNumberWidths>(face.font);
+  if (const auto width = face.numbers->Width(text)) return *width;
   const QtRun* const run = Run(face, text);
   return run != nullptr ? run->advance : QFontMetrics(face.font).horizontalAdvance(ToQt(text));
 }

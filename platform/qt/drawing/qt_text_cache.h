@@ -4,6 +4,7 @@
 #include <QStaticText>
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -12,6 +13,7 @@
 #include "framework/native/window_types.h"
 #include "framework/text/utf8.h"
 #include "platform/models/kept_texts.h"
+#include "platform/qt/drawing/qt_number_widths.h"
 
 // The fonts and texts that one thread draws: found by value, so that a font is made and a text is shaped once
 // and not for every cell of every painting.
@@ -27,6 +29,7 @@ struct QtFace {
   QFont font;
   TEXTMETRIC metrics = {};
   std::uint32_t number;
+  mutable std::unique_ptr<QtNumberWidths> numbers;  // from the first text that was measured on
 };
 
 struct QtRun {
