@@ -1,0 +1,267 @@
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <functional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "bench/grid_peer.h"
+#include "bench/plain_painter.h"
+#include "framework/windows/window.h"
+#include "grid/basic/basic_grid.h"
+#include "platform/choice/desktop_choice.h"
+#include "platform/headless/desktop/headless_desktop.h"
+
+// A grid of a million cells beside the tables of the system's toolkit, in one process and in random turns. Of
+// each work the best of several turns counts: what the neighbours of the machine do only ever adds.
+//
+//   lorv_bench_grid [--quick] [--scale N] [--alone]      alone: without the toolkit's tables, for a profiler
+
+namespace {
+
+using lorv_bench::GridPeer;
+using lorv_bench::Table;
+using Work = std::function<void()>;
+
+// Of the processor's time, so that what else a machine does counts for nothing.
+double Milliseconds(const Work& work) {
+  const std::clock_t start = std::clock();
+  work();
+  return 1000.0 * static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+}
+
+void Settle() {
+  while (lorv::DesktopInForce().Pump(false)) {
+  }
+}
+
+// The library's side of the same work.
+class OurGrid : public GridPeer {
+ public:
+  explicit OurGrid(const Table& table) : table_(table) {
+    grid_.Create(WS_POPUP | WS_VISIBLE, CRect(0, 0, table.Width(), table.Height()), nullptr, 1);
+    for (int column = 0; column < table.columns; ++column)
+      grid_.InsertColumn(column, _T("c"), table.column_width, -1, FALSE);
+    grid_.SetRowHeight(table.row_height);
+    grid_.SetRowHeight();
+    grid_.AdjustLayout();
+    Settle();
+  }
+
+  std::string Name() const override { return "library"; }
+  void Fill() override {
+    for (int row = 0; row < table_.rows; ++row) {
+      grid_.AddRow(FALSE);
+      for (int column = 0; column < table_.columns; ++column)
+        grid_.SetValue(row, column, ValueOf(row, column, 0), FALSE);
+    }
+    grid_.AdjustLayout();
+    Settle();
+  }
+  void SetAgain(int turn) override {
+    CBCGPBasicGridCtrl& grid = grid_;
+    for (int row = 0; row < table_.rows; ++row)
+      for (int column = 0; column < table_.columns; ++column)
+        grid.SetValue(row, column, ValueOf(row, column, turn), TRUE);
+  }
+  void Layout() { grid_.AdjustLayout(); }
+  void InsertRow(int row) override { grid_.InsertRowBefore(row, grid_.CreateRow(table_.columns), FALSE); }
+  void FitColumn(int column) override { grid_.OnHeaderDividerDblClick(column); }
+  void ScrollTo(int row) override {
+    grid_.ScrollTo(0, row * table_.row_height);
+    grid_.UpdateWindow();
+    Settle();
+  }
+  void Repaint() {
+    grid_.Invalidate(FALSE);
+    grid_.UpdateWindow();
+  }
+  void OpenEditor(int row, int column) override {
+    grid_.SetCurSel({row, column});
+    grid_.EditItem(grid_.GetRow(row));
+    Settle();
+  }
+  void CloseEditor() override {
+    grid_.EndEditItem(FALSE);
+    Settle();
+  }
+  bool IsEditing() { return grid_.GetEditingItem() != nullptr; }
+
+ private:
+  class Grid : public CBCGPBasicGridCtrl {
+   public:
+    using CBCGPBasicGridCtrl::OnHeaderDividerDblClick;
+    using CBCGPBasicGridCtrl::ScrollTo;
+  };
+
+  static _variant_t ValueOf(int row, int column, int turn) {
+    char16_t text[24];
+    text[lorv_bench::WriteCellText(text, row, column, turn)] = 0;
+    return _variant_t(reinterpret_cast<LPCTSTR>(text));
+  }
+
+  const Table& table_;
+  Grid grid_;
+};
+
+struct Step {
+  const char* name;
+  int rounds;
+  double goal;  // times as fast as the quickest peer it should be; 0: none set
+  std::function<void(GridPeer&, int round)> work;
+};
+
+std::vector<Step> StepsOf(const Table& table, bool quick) {
+  const int many = quick ? 2 : 40;
+  const int few = quick ? 1 : 5;
+  const int middle = table.rows / 2;
+  return {
+      {"set all cells again", few, 1, [](GridPeer& peer, int round) { peer.SetAgain(round + 1); }},
+      {"best fit of a column of numbers", few, 4, [](GridPeer& peer, int) { peer.FitColumn(1); }},
+      {"best fit of a column of names", few, 4, [](GridPeer& peer, int) { peer.FitColumn(4); }},
+      {"a page, scrolled and painted", many, 1.5,
+       [=](GridPeer& peer, int round) { peer.ScrollTo(middle + round % 20 * 30); }},
+      {"a row, scrolled and painted", many, 0,
+       [=](GridPeer& peer, int round) { peer.ScrollTo(middle + 100 + round); }},
+      {"an editor, opened and closed", many, 2,
+       [=](GridPeer& peer, int round) {
+         peer.OpenEditor(middle + round, 1);
+         peer.CloseEditor();
+       }},
+      {"100 rows put into the middle", many / 2, 0,
+       [=](GridPeer& peer, int round) {
+         for (int i = 0; i < 100; ++i) peer.InsertRow(middle + round + i);
+       }},
+  };
+}
+
+void PrintRow(const char* name, const std::vector<double>& best, double goal) {
+  std::printf("| %s |", name);
+  for (const double time : best) std::printf(" %.3f |", time);
+  if (best.size() > 1) {
+    const double times = *std::min_element(best.begin() + 1, best.end()) / best.front();
+    std::printf(" %.2f |", times);
+    goal > 0 ? std::printf(" %.1f |", goal) : std::printf(" |");
+  }
+  std::printf("\n");
+  std::fflush(stdout);
+}
+
+void Compare(const Step& step, const std::vector<GridPeer*>& sides) {
+  std::mt19937 random(1);
+  std::vector<std::vector<double>> times(sides.size());
+  for (int round = 0; round < step.rounds; ++round) {
+    std::vector<std::size_t> order(sides.size());
+    for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
+    std::shuffle(order.begin(), order.end(), random);
+    for (const std::size_t side : order)
+      times[side].push_back(Milliseconds([&] { step.work(*sides[side], round); }));
+  }
+  std::vector<double> best;
+  for (const auto& of_side : times) best.push_back(*std::min_element(of_side.begin(), of_side.end()));
+  PrintRow(step.name, best, step.goal);
+}
+
+std::size_t BytesOfTexts(const Table& table) {
+  char16_t text[24];
+  std::size_t bytes = 0;
+  for (int row = 0; row < table.rows; ++row)
+    for (int column = 0; column < table.columns; ++column)
+      bytes += 2 * static_cast<std::size_t>(lorv_bench::WriteCellText(text, row, column, 0));
+  return bytes;
+}
+
+void CompareFilling(const Table& table, const std::vector<GridPeer*>& sides) {
+  std::vector<double> times;
+  std::vector<double> megabytes;
+  std::vector<double> bytes_a_cell;
+  const auto texts = static_cast<double>(BytesOfTexts(table));
+  for (GridPeer* side : sides) {
+    const std::size_t before = lorv_bench::HeapInUse();
+    times.push_back(Milliseconds([&] { side->Fill(); }));
+    const auto taken = static_cast<double>(lorv_bench::HeapInUse() - before);
+    megabytes.push_back(taken / 1e6);
+    bytes_a_cell.push_back((taken - texts) / table.rows / table.columns);
+  }
+  PrintRow("fill", times, 4);
+  PrintRow("MB of it", megabytes, 0);
+  PrintRow("bytes a cell above the texts' own", bytes_a_cell, 0);
+}
+
+// How the cost of a page goes with the number of rows; narrow rows, so that ten million cells need not stand.
+void Curve(const std::vector<int>& counts, int rounds) {
+  std::printf("\n| Rows | page, ms | row, ms | layout, ms |\n|--:|--:|--:|--:|\n");
+  for (const int count : counts) {
+    Table table;
+    table.columns = 3;
+    table.rows = count;
+    OurGrid grid(table);
+    grid.Fill();
+    std::vector<double> pages;
+    std::vector<double> rows;
+    std::vector<double> layouts;
+    const int room = count - table.shown_rows;
+    for (int round = 0; round < rounds; ++round) {
+      const int page = static_cast<int>((round + 1) * 7919LL * table.shown_rows % std::max(1, room));
+      pages.push_back(Milliseconds([&] { grid.ScrollTo(page); }));
+      rows.push_back(Milliseconds([&] { grid.ScrollTo(page + 1); }));
+    }
+    for (int round = 0; round < 3; ++round) layouts.push_back(Milliseconds([&] { grid.Layout(); }));
+    std::printf("| %d | %.3f | %.3f | %.3f |\n", count, *std::min_element(pages.begin(), pages.end()),
+                *std::min_element(rows.begin(), rows.end()),
+                *std::min_element(layouts.begin(), layouts.end()));
+    std::fflush(stdout);
+  }
+}
+
+void InMemory(int rounds) {
+  Table table;
+  table.rows = 10000;
+  lorv::HeadlessDesktop desktop;
+  const lorv::ScopedDesktop scope(desktop);
+  OurGrid grid(table);
+  grid.Fill();
+  std::vector<double> pages;
+  for (int round = 0; round < rounds; ++round)
+    pages.push_back(Milliseconds([&] { grid.ScrollTo(1000 + 30 * round); }));
+  std::printf("\nA page in memory: %.3f ms\n", *std::min_element(pages.begin(), pages.end()));
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  bool quick = false;
+  bool alone = false;
+  int scale = 1;
+  for (int i = 1; i < count; ++i) {
+    if (std::strcmp(arguments[i], "--quick") == 0) quick = true;
+    if (std::strcmp(arguments[i], "--alone") == 0) alone = true;
+    if (std::strcmp(arguments[i], "--scale") == 0 && i + 1 < count) scale = std::atoi(arguments[++i]);
+  }
+  lorv_bench::PrepareScreen(scale);
+  Table table;
+  if (quick) table.rows = 2000;
+  {
+    OurGrid ours(table);
+    const auto peers = alone ? std::vector<std::unique_ptr<GridPeer>>() : lorv_bench::MakeGridPeers(table);
+    std::vector<GridPeer*> sides = {&ours};
+    std::printf("%d x %d texts, pages of %d rows, scale %d; milliseconds\n\n| Work |", table.rows,
+                table.columns, table.shown_rows, scale);
+    for (const auto& peer : peers) sides.push_back(peer.get());
+    for (const GridPeer* side : sides) std::printf(" %s |", side->Name().c_str());
+    std::printf("%s\n|---|", peers.empty() ? "" : " times as fast | goal |");
+    for (std::size_t i = 0; i < sides.size() + (peers.empty() ? 0 : 2); ++i) std::printf("--:|");
+    std::printf("\n");
+    CompareFilling(table, sides);
+    for (const Step& step : StepsOf(table, quick)) Compare(step, sides);
+    Compare({"layout", quick ? 1 : 9, 0, [&](GridPeer&, int) { ours.Layout(); }}, {&ours});
+    ours.OpenEditor(5, 1);
+    if (!ours.IsEditing()) return std::puts("no editor opened"), 1;
+    ours.CloseEditor();
+  }
+  Curve(quick ? std::vector<int>{1000} : std::vector<int>{1000, 10000, 100000, 1000000}, quick ? 2 : 40);
+  InMemory(quick ? 2 : 40);
+  return 0;
+}

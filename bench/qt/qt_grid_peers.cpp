@@ -1,0 +1,176 @@
+#include <malloc.h>
+
+#include <QAbstractTableModel>
+#include <QApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTableWidget>
+
+#include "bench/grid_peer.h"
+
+namespace lorv_bench {
+namespace {
+
+QString TextOf(int row, int column, int turn) {
+  char16_t text[24];
+  const int length = WriteCellText(text, row, column, turn);
+  return QString::fromUtf16(text, length);
+}
+
+// Texts in one vector: the quickest model a user of the toolkit can write.
+class VectorModel : public QAbstractTableModel {
+ public:
+  explicit VectorModel(const Table& table) : table_(table) {}
+
+  void Fill() {
+    beginResetModel();
+    texts_.clear();
+    texts_.reserve(static_cast<std::size_t>(table_.rows) * static_cast<std::size_t>(table_.columns));
+    for (int row = 0; row < table_.rows; ++row)
+      for (int column = 0; column < table_.columns; ++column) texts_.push_back(TextOf(row, column, 0));
+    endResetModel();
+  }
+  int rowCount(const QModelIndex& parent) const override {
+    return parent.isValid() ? 0 : static_cast<int>(texts_.size()) / table_.columns;
+  }
+  int columnCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : table_.columns; }
+  QVariant data(const QModelIndex& index, int role) const override {
+    if (role != Qt::DisplayRole && role != Qt::EditRole) return {};
+    return texts_[At(index.row(), index.column())];
+  }
+  bool setData(const QModelIndex& index, const QVariant& value, int /*role*/) override {
+    texts_[At(index.row(), index.column())] = value.toString();
+    Q_EMIT dataChanged(index, index);
+    return true;
+  }
+  Qt::ItemFlags flags(const QModelIndex& index) const override {
+    return QAbstractTableModel::flags(index) | Qt::ItemIsEditable;
+  }
+  bool insertRows(int row, int count, const QModelIndex& parent) override {
+    beginInsertRows(parent, row, row + count - 1);
+    const auto at = texts_.begin() + static_cast<std::ptrdiff_t>(At(row, 0));
+    texts_.insert(at, static_cast<std::size_t>(count * table_.columns), QString());
+    endInsertRows();
+    return true;
+  }
+
+ private:
+  std::size_t At(int row, int column) const {
+    return static_cast<std::size_t>(row) * static_cast<std::size_t>(table_.columns) +
+           static_cast<std::size_t>(column);
+  }
+
+  const Table& table_;
+  std::vector<QString> texts_;
+};
+
+// What both views of the toolkit share.
+class QtPeer : public GridPeer {
+ public:
+  void SetAgain(int turn) override {
+    QAbstractItemModel& model = *View().model();
+    for (int row = 0; row < table_.rows; ++row)
+      for (int column = 0; column < table_.columns; ++column)
+        model.setData(model.index(row, column), TextOf(row, column, turn), Qt::EditRole);
+  }
+  void InsertRow(int row) override { View().model()->insertRow(row); }
+  void FitColumn(int column) override {
+    View().horizontalHeader()->setResizeContentsPrecision(-1);
+    View().resizeColumnToContents(column);
+  }
+  void ScrollTo(int row) override {
+    View().verticalScrollBar()->setValue(row);
+    View().viewport()->repaint();
+    Settle();
+  }
+  void OpenEditor(int row, int column) override {
+    const QModelIndex cell = View().model()->index(row, column);
+    View().setCurrentIndex(cell);
+    View().edit(cell);
+    Settle();
+  }
+  void CloseEditor() override {
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    if (auto* const editor = View().viewport()->findChild<QLineEdit*>())
+      QApplication::sendEvent(editor, &enter);
+    Settle();
+  }
+
+ protected:
+  explicit QtPeer(const Table& table) : table_(table) {}
+  virtual QTableView& View() = 0;
+  void Show() {
+    QTableView& view = View();
+    view.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    view.verticalHeader()->setDefaultSectionSize(table_.row_height);
+    view.horizontalHeader()->setDefaultSectionSize(table_.column_width);
+    view.resize(table_.Width(), table_.Height());
+    view.show();
+    Settle();
+  }
+  static void Settle() {
+    QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QApplication::processEvents();
+  }
+
+  const Table& table_;
+};
+
+class WidgetPeer : public QtPeer {
+ public:
+  explicit WidgetPeer(const Table& table) : QtPeer(table) { Show(); }
+  std::string Name() const override { return "QTableWidget"; }
+  void Fill() override {
+    view_.setRowCount(table_.rows);
+    view_.setColumnCount(table_.columns);
+    for (int row = 0; row < table_.rows; ++row)
+      for (int column = 0; column < table_.columns; ++column)
+        view_.setItem(row, column, new QTableWidgetItem(TextOf(row, column, 0)));
+    Settle();
+  }
+
+ protected:
+  QTableView& View() override { return view_; }
+
+ private:
+  QTableWidget view_;
+};
+
+class ModelPeer : public QtPeer {
+ public:
+  explicit ModelPeer(const Table& table) : QtPeer(table), model_(table) {
+    view_.setModel(&model_);
+    Show();
+  }
+  std::string Name() const override { return "QTableView"; }
+  void Fill() override {
+    model_.Fill();
+    Settle();
+  }
+
+ protected:
+  QTableView& View() override { return view_; }
+
+ private:
+  VectorModel model_;
+  QTableView view_;
+};
+
+}  // namespace
+
+std::vector<std::unique_ptr<GridPeer>> MakeGridPeers(const Table& table) {
+  std::vector<std::unique_ptr<GridPeer>> peers;
+  peers.push_back(std::make_unique<WidgetPeer>(table));
+  peers.push_back(std::make_unique<ModelPeer>(table));
+  return peers;
+}
+
+std::size_t HeapInUse() {
+  const struct mallinfo2 info = mallinfo2();
+  return info.uordblks + info.hblkhd;
+}
+
+}  // namespace lorv_bench
