@@ -14,6 +14,7 @@ import zlib
 
 COMMAND = []
 NAMES = [f"{what}-{language}" for what in ("failure", "description", "workbooks") for language in ("zh", "en")]
+GRIDS = ["grid-zh", "grid-en"]
 
 
 def run(*words, folder=None, env=None):
@@ -41,14 +42,15 @@ class Desk(unittest.TestCase):
     def test_help_and_version(self):
         code, out, err = run("--help")
         self.assertEqual((code, err), (0, ""))
-        for word in ("--dialogs", "--pictures FOLDER", "Exit codes: 0 fine"):
+        for word in ("--dialogs", "--grid FILE", "--pictures FOLDER", "Exit codes: 0 fine"):
             self.assertIn(word, out)
         code, out, _ = run("--version")
         self.assertEqual(code, 0)
         self.assertRegex(out, r"^lorv-desk \d+\.\d+\.\d+\n$")
 
     def test_words_that_mean_nothing_are_refused(self):
-        for words in ((), ("--nothing",), ("墙",), ("--pictures", "x"), ("--dialogs", "--pictures")):
+        for words in ((), ("--nothing",), ("墙",), ("--pictures", "x"), ("--dialogs", "--pictures"), ("--grid",),
+                      ("--dialogs", "--grid", "x")):
             code, out, err = run(*words)
             self.assertEqual((code, out), (2, ""), words)
             self.assertTrue(err.startswith("lorv-desk: "), err)
@@ -57,7 +59,7 @@ class Desk(unittest.TestCase):
     def test_pictures_of_every_dialog(self):
         with tempfile.TemporaryDirectory() as folder:
             # The progress of Windows is a window of its shell's, which is not pictured.
-            names = NAMES if len(COMMAND) > 1 else NAMES + ["progress-zh", "progress-en"]
+            names = NAMES + GRIDS + ([] if len(COMMAND) > 1 else ["progress-zh", "progress-en"])
             for _ in range(2):  # the second run replaces what the first one wrote
                 code, out, err = run("--dialogs", "--pictures", "图片/shots", folder=folder)
                 self.assertEqual(code, 0, err)
@@ -65,7 +67,7 @@ class Desk(unittest.TestCase):
                                  [f"图片/shots/{name}.png" for name in names])
             for name in names:
                 width, height = size_of((pathlib.Path(folder) / "图片" / "shots" / f"{name}.png").read_bytes())
-                self.assertTrue(300 < width < 700, (name, width))
+                self.assertTrue(900 < width < 1000 if name in GRIDS else 300 < width < 700, (name, width))
                 self.assertTrue(100 < height < 600, (name, height))
 
     def test_a_folder_that_cannot_be_made_is_told(self):
@@ -75,6 +77,27 @@ class Desk(unittest.TestCase):
             self.assertEqual((code, out), (2, ""))
             self.assertIn("lorv-desk: file cannot be made a folder\n", err)
 
+    def test_a_table_is_shown_in_the_grid(self):
+        with tempfile.TemporaryDirectory() as folder:
+            table = pathlib.Path(folder) / "梁.csv"
+            table.write_bytes("构件;长\r\nKL1;7,2\r\n\r\nKL2;6,6\r\n".encode("gbk"))
+            before = table.read_bytes()
+            code, out, err = run("--grid", "梁.csv", "--pictures", "shots", folder=folder)
+            self.assertEqual((code, out), (0, "shots/table.png  梁.csv, 3 rows\n"), err)
+            width, height = size_of((pathlib.Path(folder) / "shots" / "table.png").read_bytes())
+            self.assertTrue(width > 900 and height > 500, (width, height))
+            # Nobody saved: nothing was written, nothing is left behind.
+            self.assertEqual(table.read_bytes(), before)
+            self.assertEqual(sorted(path.name for path in pathlib.Path(folder).iterdir()), ["shots", "梁.csv"])
+
+    def test_what_is_no_table_is_told(self):
+        with tempfile.TemporaryDirectory() as folder:
+            (pathlib.Path(folder) / "wrong.csv").write_bytes(b'a,b\n1,"2\n')
+            for name, word in (("none.csv", "none.csv"), ("wrong.csv", "wrong.csv"), (".", "."), ("-", "")):
+                code, out, err = run("--grid", name, "--pictures", "shots", folder=folder)
+                self.assertEqual((code, out), (2, ""), name)
+                self.assertRegex(err, "(?m)^lorv-desk: ")
+                self.assertIn(word, err)
 
 
 class DeskOfTheSystem(unittest.TestCase):

@@ -52,8 +52,15 @@ void CsvRow::Clear() {
   cells_.clear();
 }
 
-CsvReader::CsvReader(InputBytes& bytes, Encoding encoding, bool comments)
-    : bytes_(bytes), decoder_(bytes, bytes.IsWorkbook() ? Encoding::kUtf8 : encoding), comments_(comments) {}
+CsvReader::CsvReader(InputBytes& bytes, Encoding encoding, bool comments, CsvBlanks blanks)
+    : bytes_(bytes),
+      decoder_(bytes, bytes.IsWorkbook() ? Encoding::kUtf8 : encoding),
+      comments_(comments),
+      keeps_blanks_(blanks == CsvBlanks::kKept) {}
+
+CsvForm CsvReader::Form() const {
+  return {decoder_.Found(), decoder_.HasMark(), separator_, names_separator_, line_end_};
+}
 
 void CsvReader::Fail(FilePlace place, const std::string& message) const {
   throw BadInput(PlaceText(bytes_.Name(), place) + Say(message));
@@ -84,7 +91,9 @@ char CsvReader::TakeByte() {
 
 void CsvReader::SkipLineEnd() {
   if (!More()) return;
-  if (TakeByte() == '\r' && at_ < block_.size() && block_[at_] == '\n') TakeByte();
+  std::string end(1, TakeByte());
+  if (end.front() == '\r' && at_ < block_.size() && block_[at_] == '\n') end += TakeByte();
+  if (line_end_.empty()) line_end_ = end;
 }
 
 // A spreadsheet names the separator in a first line "sep=;".
@@ -98,6 +107,7 @@ void CsvReader::FindSeparator() {
     return;
   }
   separator_ = block_[4];
+  names_separator_ = true;
   while (block_[at_] != '\r' && block_[at_] != '\n') TakeByte();
   SkipLineEnd();
 }
@@ -160,15 +170,27 @@ void CsvReader::ReadPlain(CsvRow& row) {
   }
   CsvRow::Cell& cell = row.cells_.back();
   cell.end = row.text_.size();
+  if (keeps_blanks_) return;
   while (cell.end > cell.begin && IsBlankCharacter(row.text_[cell.end - 1])) --cell.end;
+}
+
+// In front of a quote blanks mean nothing, even where they are kept.
+void CsvReader::SkipBlanks(CsvRow& row) {
+  const std::size_t begin = row.text_.size();
+  row.cells_.push_back({begin, begin, place_});
+  while (More() && IsBlankCharacter(Peek()) && Peek() != separator_) {
+    const char blank = TakeByte();
+    if (keeps_blanks_) Keep(row, blank);
+  }
+  if (Peek() == '"') row.text_.resize(begin);
+  row.cells_.back().place = place_;
 }
 
 void CsvReader::ReadCell(CsvRow& row) {
   if (row.cells_.size() == kMaxCsvCells) {
     Fail(place_, Say("a row of more than {} cells", {std::to_string(kMaxCsvCells)}));
   }
-  while (More() && IsBlankCharacter(Peek()) && Peek() != separator_) TakeByte();
-  row.cells_.push_back({row.text_.size(), row.text_.size(), place_});
+  SkipBlanks(row);
   const bool comment = comments_ && row.cells_.size() == 1 && Peek() == '#' && More();
   if (comment) {
     // A remark is prose: quotes and separators in it mean nothing.
@@ -195,7 +217,7 @@ bool CsvReader::Next(CsvRow& row) {
   if (!begun_) FindSeparator();
   while (More()) {
     ReadRow(row);
-    if (!row.IsBlank()) return true;
+    if (keeps_blanks_ || !row.IsBlank()) return true;
   }
   row.Clear();
   return false;

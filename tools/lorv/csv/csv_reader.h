@@ -39,28 +39,45 @@ class CsvRow {
   std::vector<Cell> cells_;
 };
 
+// What a reader makes of blanks around cells and of rows without anything in them: tables of data do without,
+// an editor must give back what the file held.
+enum class CsvBlanks { kDropped, kKept };
+
+// How a table's file is written, so that it can be written the same way again.
+struct CsvForm {
+  Encoding encoding = Encoding::kAuto;  // kAuto: all of it is ASCII
+  bool has_mark = false;                // begins with a byte order mark
+  char separator = ',';
+  bool names_separator = false;  // in a first line "sep=;"
+  std::string line_end;          // of its first line; empty where none ends
+};
+
 // Reads a table from a text file, a row at a time: memory is that of a block and a row, whatever the size.
 //
 // Form: cells parted by commas, semicolons or tabs (what the first row has most of); rows by LF, CR or
 //   CRLF; a cell in quotes may hold separators, line ends and doubled quotes. A quote inside a cell that
 //   does not begin with one stands for itself (12" pipe). A first line "sep=;" names the separator.
 // Edges: rows of blank cells only are passed over, and with `comments` rows whose first cell begins with "#".
-//   Blanks and tabs around a cell without quotes are no part of it.
+//   Blanks and tabs around a cell without quotes are no part of it. With CsvBlanks::kKept both stay: a line
+//   of nothing is a row of one empty cell.
 // Failure: throws BadInput with file, line and character for a quote that is never closed, for text behind a
 //   closing quote, for a zero character, and beyond the limits of csv_limits.h.
 class CsvReader {
  public:
-  CsvReader(InputBytes& bytes, Encoding encoding, bool comments);
+  CsvReader(InputBytes& bytes, Encoding encoding, bool comments, CsvBlanks blanks = CsvBlanks::kDropped);
 
   // The next row; false at the end.
   bool Next(CsvRow& row);
   const std::string& Name() const { return bytes_.Name(); }
+  // As far as it was read: complete behind the last row.
+  CsvForm Form() const;
 
  private:
   bool More();
   char Peek();
   char TakeByte();
   void SkipLineEnd();
+  void SkipBlanks(CsvRow& row);
   void ReadRow(CsvRow& row);
   void ReadCell(CsvRow& row);
   void ReadQuoted(CsvRow& row, FilePlace begin);
@@ -75,10 +92,13 @@ class CsvReader {
   InputBytes& bytes_;
   TextDecoder decoder_;
   bool comments_;
+  bool keeps_blanks_;
   std::string block_;
   std::size_t at_ = 0;
   FilePlace place_;
   char separator_ = ',';
+  bool names_separator_ = false;
+  std::string line_end_;
   bool begun_ = false;
 };
 

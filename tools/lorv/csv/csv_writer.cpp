@@ -4,20 +4,19 @@
 #include <utility>
 
 namespace lorv::tool {
-namespace {
 
-bool NeedsQuotes(std::string_view cell) {
+bool CsvLine::NeedsQuotes(std::string_view cell) const {
   if (cell.empty()) return false;
-  const bool blank_end = cell.front() == ' ' || cell.back() == ' ' || cell.front() == '#';
-  return blank_end || std::any_of(cell.begin(), cell.end(), [](char c) {
-           return c == ',' || c == ';' || c == '"' || c == '\t' || c == '\r' || c == '\n';
+  // "sep=" at the beginning of a file would name the separator.
+  const bool misread =
+      cell.front() == ' ' || cell.back() == ' ' || cell.front() == '#' || cell.substr(0, 4) == "sep=";
+  return misread || std::any_of(cell.begin(), cell.end(), [this](char c) {
+           return c == ',' || c == ';' || c == separator_ || c == '"' || c == '\t' || c == '\r' || c == '\n';
          });
 }
 
-}  // namespace
-
 CsvLine& CsvLine::Add(std::string_view cell) {
-  if (begun_) text_ += ',';
+  if (begun_) text_ += separator_;
   begun_ = true;
   if (!NeedsQuotes(cell)) {
     text_ += cell;
@@ -34,7 +33,7 @@ CsvLine& CsvLine::Add(std::string_view cell) {
 
 std::string CsvLine::Take() {
   begun_ = false;
-  text_ += "\r\n";
+  text_ += line_end_;
   return std::exchange(text_, {});
 }
 

@@ -95,17 +95,20 @@ bool TextDecoder::Fill() {
   return !ended_;
 }
 
+void TextDecoder::TakeMark(Encoding encoding, std::size_t size) {
+  encoding_ = encoding;
+  has_mark_ = true;
+  raw_.erase(0, size);
+}
+
 void TextDecoder::Recognise() {
   const bool unknown = encoding_ == Encoding::kAuto;
   if (StartsWith(raw_, "\xEF\xBB\xBF") && (unknown || encoding_ == Encoding::kUtf8)) {
-    encoding_ = Encoding::kUtf8;
-    raw_.erase(0, 3);
+    TakeMark(Encoding::kUtf8, 3);
   } else if (StartsWith(raw_, "\xFF\xFE") && (unknown || encoding_ == Encoding::kUtf16Little)) {
-    encoding_ = Encoding::kUtf16Little;
-    raw_.erase(0, 2);
+    TakeMark(Encoding::kUtf16Little, 2);
   } else if (StartsWith(raw_, "\xFE\xFF") && (unknown || encoding_ == Encoding::kUtf16Big)) {
-    encoding_ = Encoding::kUtf16Big;
-    raw_.erase(0, 2);
+    TakeMark(Encoding::kUtf16Big, 2);
   } else if (unknown && raw_.size() >= 2 && (raw_[0] == 0) != (raw_[1] == 0)) {
     encoding_ = raw_[1] == 0 ? Encoding::kUtf16Little : Encoding::kUtf16Big;
   }

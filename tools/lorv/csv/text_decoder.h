@@ -26,9 +26,15 @@ class TextDecoder {
   // The next lines with their ends, the last one of the file perhaps without; false when nothing is left.
   bool Next(std::string& utf8);
 
+  // The encoding as far as it is known by now; kAuto while all was ASCII.
+  Encoding Found() const { return encoding_; }
+  // Whether the file begins with a byte order mark.
+  bool HasMark() const { return has_mark_; }
+
  private:
   bool Fill();
   void Recognise();
+  void TakeMark(Encoding encoding, std::size_t size);
   std::size_t WholeLines() const;
   std::string Decoded(std::string_view raw);
   std::string FromUtf16(std::string_view raw) const;
@@ -42,6 +48,7 @@ class TextDecoder {
   std::string raw_;  // read and not yet given out
   bool begun_ = false;
   bool ended_ = false;
+  bool has_mark_ = false;
   long long line_ = 1;  // of the first unit in raw_
 };
 

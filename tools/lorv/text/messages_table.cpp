@@ -5,6 +5,18 @@ namespace {
 
 // clang-format off
 constexpr Message kMessages[] = {
+    {"a table of more than {} cells", "表格超过{}个单元格"},
+    {"a table to be edited is a file; standard input is none", "要编辑的表格必须是文件,不能是标准输入"},
+    {"{} is a workbook; its sheets come as tables by `lorv sheet`", "{}是工作簿;用`lorv sheet`可把工作表取成表格"},
+    {"this desktop opens no window", "本桌面不能打开窗口"},
+    {"Reading the table", "读取表格"},
+    {"Stop reading the table?", "停止读取表格吗?"},
+    {"Save", "保存"},
+    {"Insert a row", "插入行"},
+    {"Delete the selected rows", "删除所选行"},
+    {"To a spreadsheet", "输出到电子表格"},
+    {"From a spreadsheet", "从电子表格读入"},
+    {"Save the changes of {}?", "要保存对{}的修改吗?"},
     {"(no value)", "(没有值)"},
     {", its condition: ", "的条件:"},
     {", line {}, column {}: ", ",第{}行第{}列:"},

@@ -1,0 +1,15 @@
+#include "platform/qt/desktop/qt_desktop.h"
+#include "tests/tools/grid_looks_suite.h"
+
+namespace lorv::test {
+namespace {
+
+struct GridOfWidgets {
+  static constexpr bool kHasPictures = true;
+  static std::unique_ptr<Desktop> Make() { return MakeQtDesktop(); }
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, GridLooks, GridOfWidgets);
+
+}  // namespace
+}  // namespace lorv::test

@@ -1,0 +1,192 @@
+#include "tools/lorv-desk/table/table_window.h"
+
+#include "platform/headless/services/headless_platform.h"
+#include "tests/support/data.h"
+#include "tests/support/headless_desk.h"
+#include "tests/support/print.h"
+#include "tools/lorv/command/verb.h"
+
+namespace lorv::tool {
+namespace {
+
+using test::Utf8;
+
+// A table's window on the desktop in memory; what it asks the user is answered by `dialogs`.
+class TableWindows : public lorv_test::Desk {
+ protected:
+  TableWindows() : ports_scope_(Ports()) {}
+
+  void Open(const std::string& bytes) {
+    test::WriteBytes(folder_.Path() / "t.csv", bytes);
+    window = std::make_unique<TableWindow>((folder_.Path() / "t.csv").string());
+    ASSERT_TRUE(window->Read());
+    window->ShowWindow(SW_SHOW);
+    window->Grid().SetFocus();
+    Run();
+  }
+  std::string Bytes() const { return test::ReadBytes(folder_.Path() / "t.csv"); }
+  void Type(TextView text) {
+    desktop.Type(text);
+    Run();
+  }
+  void Press(int key) {
+    desktop.Press(key);
+    Run();
+  }
+  void PressControl(int key) {
+    desktop.PressWith(VK_CONTROL, key);
+    Run();
+  }
+  void Close() {
+    window->PostMessage(WM_CLOSE);
+    Run();
+  }
+  void Protect(bool on) {
+    std::filesystem::permissions(folder_.Path() / "t.csv",
+                                 on ? std::filesystem::perms::owner_read : std::filesystem::perms::owner_all);
+  }
+
+  HeadlessDialogs dialogs;
+  HeadlessShell shell;
+  std::unique_ptr<TableWindow> window;
+
+ private:
+  Platform Ports() {
+    Platform ports = PortsInForce();
+    ports.dialogs = &dialogs;
+    ports.shell = &shell;
+    return ports;
+  }
+
+  test::ScratchFolder folder_;
+  ScopedPlatform ports_scope_;
+};
+
+TEST_F(TableWindows, ShowWhatTheFileHolds) {
+  Open("name,length\nKL1,7.2\nKL2,6.6\n");
+  EXPECT_EQ(window->Table().GetRowCount(), 2);
+  EXPECT_FALSE(window->Table().IsChanged());
+  EXPECT_GE(window->Table().GetColumnWidth(0), 50);
+  CRect client;
+  window->GetClientRect(&client);
+  CRect grid;
+  window->Grid().GetClientRect(&grid);
+  EXPECT_GT(grid.Width(), client.Width() / 2);
+  ASSERT_FALSE(shell.progress.empty());
+}
+
+TEST_F(TableWindows, SaveWhatIsTyped) {
+  Open("name,length\nKL1,7.2\nKL2,6.6\n");
+  window->Table().SetCurSel({0, 1});
+  Type(_T("8.4"));
+  // The editor is still open: its text belongs to what is saved.
+  PressControl('S');
+  EXPECT_EQ(Bytes(), "name,length\nKL1,8.4\nKL2,6.6\n");
+  EXPECT_FALSE(window->Table().IsChanged());
+  EXPECT_TRUE(dialogs.messages.empty());
+}
+
+TEST_F(TableWindows, TellWhyTheyCannotSave) {
+  Open("a,b\n1,2\n");
+  window->Table().SetValue(0, 0, _variant_t(_T("9")));
+  Protect(true);
+  PressControl('S');
+  Protect(false);
+  ASSERT_EQ(dialogs.messages.size(), 1U);
+  EXPECT_NE(Utf8(dialogs.messages[0].text).find("t.csv"), std::string::npos);
+  EXPECT_TRUE(window->Table().IsChanged());
+  EXPECT_EQ(Bytes(), "a,b\n1,2\n");
+}
+
+TEST_F(TableWindows, AskBeforeChangesAreLost) {
+  Open("a,b\n1,2\n");
+  window->Table().SetValue(0, 0, _variant_t(_T("9")));
+  dialogs.answer = kAnswerYes;
+  Protect(true);
+  Close();
+  // It could not be saved: told, and the window stays.
+  EXPECT_EQ(dialogs.messages.size(), 2U);
+  ASSERT_NE(window->m_hWnd, nullptr);
+  Protect(false);
+  Close();
+  EXPECT_EQ(window->m_hWnd, nullptr);
+  EXPECT_EQ(Bytes(), "a,b\n9,2\n");
+}
+
+TEST_F(TableWindows, CloseWithoutSavingOnNo) {
+  Open("a,b\n1,2\n");
+  window->Table().SetValue(0, 0, _variant_t(_T("9")));
+  dialogs.answer = kAnswerNo;
+  Close();
+  EXPECT_EQ(window->m_hWnd, nullptr);
+  EXPECT_EQ(Bytes(), "a,b\n1,2\n");
+}
+
+TEST_F(TableWindows, CloseSilentlyWithoutChanges) {
+  Open("a,b\n1,2\n");
+  Close();
+  EXPECT_EQ(window->m_hWnd, nullptr);
+  EXPECT_TRUE(dialogs.messages.empty());
+}
+
+TEST_F(TableWindows, RowsComeAndGo) {
+  Open("a,b\n1,2\n3,4\n");
+  window->Table().SetCurSel({1, 0});
+  window->Do(kInsertTableRow);
+  EXPECT_TRUE(window->Table().IsChanged());
+  EXPECT_EQ(window->Table().GetRowCount(), 3);
+  EXPECT_EQ(window->Table().GetCurrentRow(), 1);
+  window->Do(kSaveTable);
+  EXPECT_EQ(Bytes(), "a,b\n1,2\n,\n3,4\n");
+  window->Table().SelectRow(0);
+  window->Do(kDeleteTableRows);
+  window->Do(0);
+  window->Do(kSaveTable);
+  EXPECT_EQ(Bytes(), "a,b\n,\n3,4\n");
+}
+
+TEST_F(TableWindows, RowsAreAddedBelowTheLastOne) {
+  Open("a,b\n1,2\n");
+  window->Table().SetCurSel({0, 0});
+  Type(_T("5"));
+  Press(VK_RETURN);
+  EXPECT_EQ(window->Table().GetRowCount(), 2);
+  window->Do(kSaveTable);
+  EXPECT_EQ(Bytes(), "a,b\n5,2\n,\n");
+}
+
+TEST_F(TableWindows, EmptyTablesTakeTheirFirstRow) {
+  Open("");
+  EXPECT_EQ(window->Table().GetColumnCount(), 1);
+  window->Do(kInsertTableRow);
+  EXPECT_EQ(window->Table().GetRowCount(), 1);
+  window->Table().SetValue(0, 0, _variant_t(_T("x")));
+  window->Do(kSaveTable);
+  EXPECT_EQ(Bytes(), "x\r\n");
+}
+
+TEST_F(TableWindows, MenuOffersTheCommands) {
+  Open("a,b\n1,2\n3,4\n");
+  window->Table().SelectRow(0);
+  Run();
+  desktop.AnswerMenu(kDeleteTableRows);
+  desktop.Click(On(window->Grid(), 60, 50), VK_RBUTTON);
+  Run();
+  ASSERT_EQ(desktop.ShownMenus().size(), 1U);
+  EXPECT_EQ(window->Table().GetRowCount(), 1);
+}
+
+// The reading was cancelled and that was meant: nothing is edited.
+TEST_F(TableWindows, ReadingEndsWhenTheUserSaysSo) {
+  std::string file = "a,b\n";
+  for (int row = 0; row < 9000; ++row) file += "1,2\n";
+  test::WriteBytes(std::filesystem::temp_directory_path() / "lorv_ended.csv", file);
+  shell.user_cancelled = true;
+  dialogs.answer = kAnswerYes;
+  TableWindow ended((std::filesystem::temp_directory_path() / "lorv_ended.csv").string());
+  EXPECT_FALSE(ended.Read());
+  std::filesystem::remove(std::filesystem::temp_directory_path() / "lorv_ended.csv");
+}
+
+}  // namespace
+}  // namespace lorv::tool

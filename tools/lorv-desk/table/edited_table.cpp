@@ -1,0 +1,114 @@
+#include "tools/lorv-desk/table/edited_table.h"
+
+#include <algorithm>
+#include <iostream>
+#include <memory>
+
+#include "framework/text/utf8.h"
+#include "tools/lorv-desk/table/table_text.h"
+#include "tools/lorv/command/verb.h"
+#include "tools/lorv/csv/output_file.h"
+#include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/text/spoken_language.h"
+
+namespace lorv::tool {
+namespace {
+
+constexpr int kRowsATurn = 4096;  // between two looks at the clock of whoever waits
+
+_variant_t ValueOf(std::string_view utf8) {
+  if (utf8.empty()) return {};
+  const auto text = Utf8ToText(utf8);
+  return _variant_t(_bstr_t(SysAllocStringLen(text.data(), static_cast<UINT>(text.size())), false));
+}
+
+std::string TextOf(const CBCGPGridItem* item) {
+  if (item == nullptr) return {};
+  const _variant_t& value = item->GetValue();
+  return value.vt == VT_BSTR ? TextToUtf8(TextOfBstr(value.bstrVal)) : item->FormatItem().ToUtf8();
+}
+
+// Puts empty cells behind those of a row.
+void Widen(CBCGPGridRow& row, int number, int columns) {
+  while (row.GetItemCount() < columns && row.AddItem(row.CreateItem(number, row.GetItemCount())) != -1) {
+  }
+}
+
+// The cells that a row is written with: those it was read with, and whatever stands behind them.
+int CellsToWrite(const CBCGPGridRow& row, int columns) {
+  const auto read = static_cast<int>(row.GetData());
+  int count = row.GetItemCount();
+  const int least = std::max(1, read == 0 ? columns : read);
+  while (count > least && TextOf(row.GetItem(count - 1)).empty()) --count;
+  return std::max(count, least);
+}
+
+}  // namespace
+
+bool EditedTable::Read(CBCGPBasicGridCtrl& grid, const Progress& progress) {
+  if (path_ == "-") throw BadInput(Say("a table to be edited is a file; standard input is none"));
+  InputBytes bytes(path_, std::cin);
+  if (bytes.IsWorkbook())
+    throw BadInput(Say("{} is a workbook; its sheets come as tables by `lorv sheet`", {Quoted(path_)}));
+  CsvReader reader(bytes, Encoding::kAuto, false, CsvBlanks::kKept);
+  const bool whole = ReadRows(reader, grid, [&] { return progress(bytes.Done(), bytes.Size()); });
+  form_ = reader.Form();
+  grid.AdjustLayout();
+  return whole;
+}
+
+bool EditedTable::ReadRows(CsvReader& reader, CBCGPBasicGridCtrl& grid,
+                           const std::function<bool()>& goes_on) {
+  CsvRow cells;
+  named_columns_ = reader.Next(cells) ? static_cast<int>(cells.Size()) : 0;
+  for (int column = 0; column < named_columns_; ++column)
+    grid.InsertColumn(column, CString::FromUtf8(std::string(cells[static_cast<std::size_t>(column)])), 80, -1,
+                      FALSE);
+  int columns = std::max(1, named_columns_);
+  long long all_cells = 0;
+  for (int row = 0; reader.Next(cells); ++row) {
+    columns = std::max(columns, static_cast<int>(cells.Size()));
+    all_cells = std::max(all_cells, (row + 1LL) * columns);
+    if (all_cells > kMaxTableCells)
+      throw BadInput(PlaceText(path_, cells.Place()) +
+                     Say("a table of more than {} cells", {std::to_string(kMaxTableCells)}));
+    auto fresh = std::make_unique<CBCGPGridRow>(columns, cells.Size());
+    for (std::size_t cell = 0; cell < cells.Size(); ++cell)
+      fresh->AddItem(new CBCGPGridItem(ValueOf(cells[cell])));
+    if (grid.AddRow(fresh.get(), FALSE) != -1) static_cast<void>(fresh.release());
+    if (row % kRowsATurn == kRowsATurn - 1 && !goes_on()) return false;
+  }
+  for (int column = grid.GetColumnCount(); column < columns; ++column)
+    grid.InsertColumn(column, _T(""), 80, -1, FALSE);
+  for (int row = 0; row < grid.GetRowCount(); ++row) Widen(*grid.GetRow(row), row, columns);
+  return goes_on();
+}
+
+void EditedTable::Write(CBCGPBasicGridCtrl& grid) {
+  if (WriteAs(grid, form_)) return;
+  form_.encoding = Encoding::kUtf8;
+  form_.has_mark = true;
+  WriteAs(grid, form_);
+}
+
+bool EditedTable::WriteAs(CBCGPBasicGridCtrl& grid, const CsvForm& form) const {
+  OutputFile file(path_, std::cout);
+  TableText text(form);
+  file.Write(text.Head());
+  for (int column = 0; column < named_columns_; ++column)
+    text.Line().Add(grid.GetColumnName(column).ToUtf8());
+  if (named_columns_ > 0) file.Write(text.TakeRow());
+  const int rows = grid.GetRowCount();
+  for (int at = 0; at < rows && text.IsWhole(); ++at) {
+    const CBCGPGridRow* const row = grid.GetRow(at);
+    if (row == nullptr) continue;
+    const int count = CellsToWrite(*row, grid.GetColumnCount());
+    for (int cell = 0; cell < count; ++cell) text.Line().Add(TextOf(row->GetItem(cell)));
+    file.Write(text.TakeRow());
+  }
+  if (!text.IsWhole()) return false;
+  file.Commit();
+  return true;
+}
+
+}  // namespace lorv::tool
