@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <memory>
+#include <unordered_set>
 
 #include "grid/basic/basic_grid.h"
 #include "grid/columns/column_texts.h"
@@ -57,19 +58,26 @@ void CBCGPBasicGridCtrl::CloseUpCells(CBCGPGridRow& row, int column) {
     item->SetReadOnly(next->IsReadOnly(), FALSE);
     item->AllowEdit(next->IsAllowEdit());
     item->SetImage(next->GetImage(), FALSE);
-    if (row.ReplaceItem(at, item, FALSE, FALSE) == FALSE) delete item;
+    if (row.ReplaceItem(at, item, FALSE, FALSE) != FALSE) continue;
+    // Handlers of an editor that closed for it took the row away.
+    delete item;
+    return;
   }
 }
 
 int CBCGPBasicGridCtrl::DeleteColumn(int column) {
+  // Handlers of the layout may rebuild the table; rows that they make have no cell of that column.
+  std::unordered_set<const CBCGPGridRow*> had_it;
+  for (int at = 0; at < GetRowCount(); ++at) had_it.insert(GetRow(at));
   const auto life = Watch();
   const int deleted = CBCGPGridCtrl::DeleteColumn(column);
   if (deleted == FALSE || life.expired()) return deleted;
-  const int rows = GetRowCount();
-  for (int at = 0; at < rows; ++at)
-    if (CBCGPGridRow* row = GetRow(at)) CloseUpCells(*row, column);
-  // The cells that were replaced had no editor: nobody was told of anything.
-  AdjustLayout();
+  EndEditItem(FALSE);
+  for (int at = 0; !life.expired() && at < GetRowCount(); ++at) {
+    CBCGPGridRow* row = GetRow(at);
+    if (row != nullptr && had_it.count(row) != 0) CloseUpCells(*row, column);
+  }
+  if (!life.expired()) AdjustLayout();
   return deleted;
 }
 

@@ -56,15 +56,19 @@ BOOL CBCGPGridCtrl::EditItem(CBCGPGridRow* row, const CPoint* point) {
 BOOL CBCGPGridCtrl::ShowEditor(CBCGPGridItem* item, std::unique_ptr<CWnd> editor) {
   if (item == nullptr || item->GetOwnerList() != this || editor == nullptr || editor->m_hWnd == nullptr)
     return FALSE;
+  const CBCGPGridItemID id = item->GetGridItemID();
+  const auto life = life_.Watch();
+  // The one that is open still moves the focus as it goes, and runs handlers.
   CloseEditor();
+  if (life.expired() || GetGridItem(id) != item || editing_ != nullptr) return FALSE;
   editor_ = std::move(editor);
   editing_ = item;
   CWnd* const shown = editor_.get();
   shown->GetWindowText(opened_text_);
   opened_by_character_ = first_character_ != 0;
-  const auto life = life_.Watch();
   const auto still = [&] { return !life.expired() && editor_.get() == shown && editing_ == item; };
   item->SetInPlaceEditFont();
+  if (!still()) return FALSE;
   if ((item->GetFlags() & lorv::kItemHasList) != 0 && item->GetOptionCount() > 0) {
     combo_ = std::make_unique<CComboBox>();
     CRect place = item->GetRect();
@@ -73,6 +77,7 @@ BOOL CBCGPGridCtrl::ShowEditor(CBCGPGridItem* item, std::unique_ptr<CWnd> editor
     for (int i = 0; i < item->GetOptionCount(); ++i) combo_->AddString(item->GetOption(i));
     combo_->SetCurSel(combo_->FindStringExact(-1, item->FormatItem()));
   }
+  if (!still()) return FALSE;
   OnAfterInplaceEditCreated(item, shown);
   if (!still()) return FALSE;
   shown->SetFocus();
@@ -127,10 +132,13 @@ void CBCGPGridCtrl::CloseEditor() {
 
 bool CBCGPGridCtrl::CloseEditorIn(const CBCGPGridRow& row) {
   if (editing_ == nullptr || editing_->GetParentRow() != &row) return true;
+  constexpr int kMostCloses = 8;  // of editors that handlers open in the meantime
   const int index = IndexOfRow(row);
   const auto life = life_.Watch();
-  CloseEditor();
-  return !life.expired() && rows_.At(index) == &row;
+  const auto stays = [&] { return !life.expired() && rows_.At(index) == &row; };
+  for (int i = 0; i < kMostCloses && stays() && editing_ != nullptr && editing_->GetParentRow() == &row; ++i)
+    CloseEditor();
+  return stays();
 }
 
 BOOL CBCGPGridCtrl::EndEditItem(BOOL update) {

@@ -6,6 +6,12 @@
 
 // The table of a grid: its columns and rows, and what moves when they come and go.
 
+namespace {
+
+constexpr int kMostCloses = 8;  // of editors that handlers open while rows go
+
+}  // namespace
+
 int CBCGPGridCtrl::InsertColumn(int column, LPCTSTR name, int width, int align, BOOL redraw) {
   if (GetColumnsInfo().InsertColumn(column, name, width, align) == FALSE) return FALSE;
   selection_.InsertColumns(column, 1);
@@ -107,9 +113,8 @@ int CBCGPGridCtrl::PutRow(int index, CBCGPGridRow* row, BOOL relayout) {
 int CBCGPGridCtrl::RemoveRow(int position, BOOL relayout) {
   CBCGPGridRow* const row = rows_.At(position);
   if (row == nullptr) return 0;
-  const auto life = life_.Watch();
-  if (editing_ != nullptr && editing_->GetParentRow() == row) CloseEditor();
-  if (life.expired() || rows_.At(position) != row) return 0;
+  // Handlers may have opened it again while it closed: such a row stays.
+  if (!CloseEditorIn(*row) || (editing_ != nullptr && editing_->GetParentRow() == row)) return 0;
   TakeRow(position);
   delete row;
   if (relayout != FALSE) AdjustLayout();
@@ -139,8 +144,10 @@ void CBCGPGridCtrl::KeepCurrentWithRows(int first, int count) {
 
 void CBCGPGridCtrl::RemoveAll(BOOL relayout) {
   const auto life = life_.Watch();
+  for (int i = 0; i < kMostCloses && !life.expired() && editing_ != nullptr; ++i) CloseEditor();
+  // Handlers that open an editor whenever one closes keep their rows.
+  if (life.expired() || editing_ != nullptr) return;
   CloseEditor();
-  if (life.expired()) return;
   ended_ = nullptr;
   std::vector<CBCGPGridRow*> rows;
   rows.reserve(static_cast<std::size_t>(rows_.Size()));
@@ -182,7 +189,7 @@ int CBCGPGridCtrl::DoRemoveRows(std::vector<CBCGPGridItem*>& items, std::vector<
   int done = 0;
   const auto life = life_.Watch();
   CBCGPGridRow* const edited = editing_ == nullptr ? nullptr : editing_->GetParentRow();
-  if (std::find(rows.begin(), rows.end(), edited) != rows.end()) CloseEditor();
+  if (edited != nullptr && std::find(rows.begin(), rows.end(), edited) != rows.end()) CloseEditor();
   if (life.expired()) return 0;
   // An editor that closes runs handlers, which may have taken rows of the list away themselves.
   std::unordered_set<const CBCGPGridRow*> there;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/headless/desktop/headless_desktop.h"
+#include "tests/conformance/grid/random_grid.h"
 
 namespace {
 
@@ -26,5 +27,14 @@ TEST(RandomBehaviour, NothingThatIsGoneIsTouched) {
   for (unsigned script = 0; script < lorv_test::kRandomScripts; ++script) {
     HeadlessUser user;
     lorv_test::PlayRandomConduct(user, script);
+  }
+}
+
+TEST(RandomGrid, TableIsWhatThePlainOneSays) {
+  constexpr unsigned kUsual = 1000;
+  const unsigned scripts = lorv_test::RandomGridScripts(kUsual);
+  for (unsigned script = 0; script < scripts && !HasFailure(); ++script) {
+    HeadlessUser user;
+    lorv_test::PlayRandomGrid(user, script);
   }
 }

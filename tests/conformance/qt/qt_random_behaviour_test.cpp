@@ -9,6 +9,7 @@
 
 #include "framework/native/window_types.h"
 #include "platform/qt/desktop/qt_desktop.h"
+#include "tests/conformance/grid/random_grid.h"
 #include "tests/conformance/qt/qt_user.h"
 #include "tests/conformance/random_behaviour.h"
 
@@ -70,5 +71,14 @@ TEST(QtRandomConduct, NothingThatIsGoneIsTouched) {
   for (unsigned script = 0; script < lorv_test::kRandomScripts; ++script) {
     QtRandomUser user;
     lorv_test::PlayRandomConduct(user, script);
+  }
+}
+
+TEST(QtRandomGrid, TableIsWhatThePlainOneSays) {
+  constexpr unsigned kUsual = 200;
+  const unsigned scripts = lorv_test::RandomGridScripts(kUsual);
+  for (unsigned script = 0; script < scripts && !HasFailure(); ++script) {
+    QtRandomUser user;
+    lorv_test::PlayRandomGrid(user, script);
   }
 }

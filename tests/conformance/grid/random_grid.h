@@ -1,0 +1,17 @@
+#pragma once
+
+#include "tests/conformance/random_behaviour.h"
+
+// A user and handlers at random on the suite's grid: every event may rebuild the table, take rows and columns
+// away, move the focus, hide the window, or end the grid. After each step the table is compared with a plain
+// one of our own that was changed alike.
+namespace lorv_test {
+
+// How many scripts a run plays: the environment's LORV_TEST_SCRIPTS where it is set, for a long run.
+unsigned RandomGridScripts(unsigned usual);
+
+// Plays the script of that number; of two scripts one has handlers that do as they like, in the other nothing
+// happens but what the user does, and the selection is foretold, too.
+void PlayRandomGrid(RandomUser& user, unsigned script);
+
+}  // namespace lorv_test
