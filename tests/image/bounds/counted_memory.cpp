@@ -43,6 +43,17 @@ void* operator new(std::size_t size) {
 void* operator new[](std::size_t size) {
   return Take(size);
 }
+// A sanitizer has answers of its own to these, whose blocks carry no size.
+void* operator new(std::size_t size, const std::nothrow_t& /*unused*/) noexcept {
+  try {
+    return Take(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+void* operator new[](std::size_t size, const std::nothrow_t& quiet) noexcept {
+  return operator new(size, quiet);
+}
 void operator delete(void* memory) noexcept {
   Give(memory);
 }
@@ -53,6 +64,12 @@ void operator delete(void* memory, std::size_t) noexcept {
   Give(memory);
 }
 void operator delete[](void* memory, std::size_t) noexcept {
+  Give(memory);
+}
+void operator delete(void* memory, const std::nothrow_t& /*unused*/) noexcept {
+  Give(memory);
+}
+void operator delete[](void* memory, const std::nothrow_t& /*unused*/) noexcept {
   Give(memory);
 }
 
