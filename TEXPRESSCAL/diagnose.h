@@ -35,7 +35,10 @@ enum class FormulaFault {
   kLengthIsZero,     // LEN gives 0 for every text
   kTextResult,       // a text counts as the number 0
   kTextAsNumber,     // so does one within the formula
-  kBeyond32Bits      // a number too large to be rounded or cut: it became -2147483648
+  kBeyond32Bits,     // a number too large to be rounded or cut: it became -2147483648
+  kNumberSearched,   // FIND looks for texts only: it is 0 where a number stands
+  kDroppedFactor,    // digits in front of a function or PI, which do not count
+  kNoNumber          // a part that is no number, or too large for one, which the result hides
 };
 
 // A fault with its place in the formula as typed.

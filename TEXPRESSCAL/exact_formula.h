@@ -15,6 +15,11 @@ namespace lorv {
 // that 32 bits do not hold, and made -2147483648 of it.
 constexpr int kDoubtfulNumber = 100;
 
+// The code of a number that came out although some part of the formula is none, or is too large for one: a
+// comparison, a choice, MAX or a divisor had made an ordinary number of it, such as 2 of
+// "IIF(ASIN(2)>0,1,2)".
+constexpr int kHiddenNoNumber = 101;
+
 // A formula whose names stand for values with all their digits.
 //
 // The grammar, the functions and their errors are the calculator's. What differs is how values get in: the
@@ -59,7 +64,7 @@ class COMM_LORV_API ExactFormula {
   void SetText(std::size_t name, TextView text);
   // The number for these values, one for each name (those of texts are not looked at), and its code: 0, 1
   // division by zero, 4 argument outside the domain, 5 malformed arguments, 10 missing argument,
-  // kDoubtfulNumber. With an error the number is what came out so far.
+  // kDoubtfulNumber, kHiddenNoNumber. With an error the number is what came out so far.
   double Work(const double* values, int& code);
   // What the code of the last Work means, and where it came up; kNone for 0.
   FormulaDiagnosis Explain();

@@ -41,6 +41,9 @@ constexpr std::array kFaultTexts = {
     FaultText{kTextResult, _T("结果是文字,按0计"), _T("the result is a text, which counts as 0")},
     FaultText{kTextAsNumber, _T("文字“%s”在这里按0计"), _T("the text %s counts as 0 here")},
     FaultText{kBeyond32Bits, _T("“%s”的数值过大,无法取整,结果成为-2147483648"), _T("the number in '%s' is too large to be rounded or cut: it became -2147483648")},
+    FaultText{kNumberSearched, _T("“%s”里有数字,FIND只查找文字,总得0"), _T("'%s' has a number where FIND takes texts only, and is always 0")},
+    FaultText{kDroppedFactor, _T("“%s”在函数或PI之前不起作用,请在中间写*"), _T("'%s' in front of a function or PI does not count, write a * behind it")},
+    FaultText{kNoNumber, _T("“%s”不是有效数值或太大,而结果看不出来"), _T("'%s' is no number, or too large for one, and the result would hide it")},
 };
 
 struct SignPair {

@@ -31,7 +31,7 @@ class DoubtFinder {
   explicit DoubtFinder(FormulaTrace& trace) : trace_(trace) { FindTexts(); }
 
   std::vector<FormulaDiagnosis> Find(const ExprNode* root) {
-    FindSecondPoints();
+    FindLostNumbers();
     if (IsText(root)) {
       Put(FormulaFault::kTextResult, 0, trace_.Parsed().size());
     } else {
@@ -53,10 +53,11 @@ class DoubtFinder {
     doubts_.back().stops = false;
   }
   void FindTexts();
-  void FindSecondPoints();
+  void FindLostNumbers();
   void Walk(const ExprNode* root);
   void Look(const Visit& visit);
   void LookAtCall(const ExprNode* call);
+  void LookAtSearch(const ExprNode* call);
 
   FormulaTrace& trace_;
   std::vector<FormulaDiagnosis> doubts_;
@@ -75,8 +76,9 @@ void DoubtFinder::FindTexts() {
   }
 }
 
-// Digits and points in any mix are one number, whose second point ends its value.
-void DoubtFinder::FindSecondPoints() {
+// Digits and points in any mix are one number, whose second point ends its value, and which a function or PI
+// right behind it replaces.
+void DoubtFinder::FindLostNumbers() {
   const TextView text = trace_.Parsed();
   std::size_t next_text = 0;
   for (std::size_t at = 0; at < text.size();) {
@@ -92,6 +94,9 @@ void DoubtFinder::FindSecondPoints() {
                                 text.begin() + static_cast<std::ptrdiff_t>(at), TCHAR{'.'}) > 1) {
       Put(FormulaFault::kSecondPoint, first, at);
     }
+    // Names behind digits have their "*" by now: what is left is a function or PI, and takes no factor.
+    if (is_number && at < text.size() && IsAsciiLetter(text[at]))
+      Put(FormulaFault::kDroppedFactor, first, at);
     if (at == first) ++at;
   }
 }
@@ -127,9 +132,10 @@ void DoubtFinder::Look(const Visit& visit) {
 
 void DoubtFinder::LookAtCall(const ExprNode* call) {
   const unsigned short kind = call->kind;
+  if (kind == kFind) return LookAtSearch(call);
   if (kind == kLen)
     return Put(FormulaFault::kLengthIsZero, call->place, trace_.OperandEnd(call->place, kNot));
-  const bool takes_many = kind == kMax || kind == kMin || kind == kIif || kind == kFind;
+  const bool takes_many = kind == kMax || kind == kMin || kind == kIif;
   if (takes_many || call->right == nullptr) return;
   const std::size_t comma = call->right->place;
   std::size_t end = comma;
@@ -138,6 +144,13 @@ void DoubtFinder::LookAtCall(const ExprNode* call) {
     end = trace_.OperandEnd(link->place + 1, kArgument);
   }
   Put(FormulaFault::kSurplusArgument, comma, end);
+}
+
+// A choice between texts is a number, too: only texts in quotes, their sums and names of texts are searched.
+void DoubtFinder::LookAtSearch(const ExprNode* call) {
+  const ExprNode* const part = call->right == nullptr ? nullptr : call->right->left;
+  if (IsText(call->left) && IsText(part)) return;
+  Put(FormulaFault::kNumberSearched, call->place, trace_.OperandEnd(call->place, kNot));
 }
 
 }  // namespace

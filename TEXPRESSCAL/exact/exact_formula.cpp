@@ -10,6 +10,7 @@
 #include "TEXPRESSCAL/diagnose/formula_trace.h"
 #include "TEXPRESSCAL/evaluate/evaluator.h"
 #include "TEXPRESSCAL/exact/exact_rows.h"
+#include "TEXPRESSCAL/exact/hidden_numbers.h"
 #include "TEXPRESSCAL/formula_words.h"
 #include "TEXPRESSCAL/text/capitals.h"
 #include "TEXPRESSCAL/text/operator_rewriting.h"
@@ -73,6 +74,7 @@ struct ExactFormula::State {
   void FindLeaves();
   int SlotOf(const ExprNode* leaf) const;
   double Evaluate(const double* values, int& code);
+  FormulaDiagnosis ExplainHidden();
 
   FormulaTrace trace;
   ExprNode* root = nullptr;
@@ -85,6 +87,7 @@ struct ExactFormula::State {
   std::map<std::size_t, std::basic_string<TCHAR>> words;  // the values of the texts
   int last_code = 0;
   const ExprNode* error_node = nullptr;
+  bool may_hide = false;  // some part may be no number while the result is one
   bool has_rows = false;
   ExactRows rows;
   std::mutex tree;  // what rows leave to the tree they leave to one after the other
@@ -111,8 +114,10 @@ void ExactFormula::State::Read(std::span<const ExactName> names) {
   }
   doubts = DoubtsOf(trace, root);
   FindLeaves();
-  has_rows =
-      texts.empty() && rows.Make(root, names.size(), [this](const ExprNode* leaf) { return SlotOf(leaf); });
+  const std::vector<const ExprNode*> hidden = PartsThatMayHide(root);
+  may_hide = !hidden.empty();
+  has_rows = texts.empty() &&
+             rows.Make(root, names.size(), hidden, [this](const ExprNode* leaf) { return SlotOf(leaf); });
 }
 
 // From the last to the first, so that the places of those before stay.
@@ -191,6 +196,12 @@ double ExactFormula::State::Evaluate(const double* values, int& code) {
     code = kDoubtfulNumber;
     error_node = evaluator.OverflowNode();
   }
+  if (may_hide && (code == kNoError || code == kDoubtfulNumber)) {
+    if (const ExprNode* const hidden = HiddenPart(root)) {
+      code = kHiddenNoNumber;
+      error_node = hidden;
+    }
+  }
   last_code = code;
   return result;
 }
@@ -230,8 +241,22 @@ double ExactFormula::Work(const double* values, int& code) {
   return 0;
 }
 
+// A call or a value is named as a whole, an operator with what stands behind it.
+FormulaDiagnosis ExactFormula::State::ExplainHidden() {
+  const std::size_t first = error_node->place;
+  std::size_t operand = first;
+  unsigned short kind = kNot;
+  if (error_node->kind < kSin && error_node->kind != kNumber) {
+    kind = error_node->kind;
+    ++operand;
+    while (operand < trace.Parsed().size() && trace.Parsed()[operand] == ' ') ++operand;
+  }
+  return trace.Named(FormulaFault::kNoNumber, first, trace.OperandEnd(operand, kind));
+}
+
 FormulaDiagnosis ExactFormula::Explain() {
   if (state_->root == nullptr || state_->last_code == kNoError) return {};
+  if (state_->last_code == kHiddenNoNumber) return state_->ExplainHidden();
   if (state_->last_code != kDoubtfulNumber)
     return state_->trace.ExplainEvaluation(state_->last_code, state_->error_node);
   const std::size_t first = state_->error_node->place;

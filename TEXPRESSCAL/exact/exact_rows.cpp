@@ -3,13 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <limits>
 
 #include "TEXPRESSCAL/evaluate/number_functions.h"
 #include "TEXPRESSCAL/simd/block_work.h"
 
 // Rows of an exact formula in blocks: the caller's columns are the cells of a program, without a copy.
-// Numbers that leave 32 bits when they are rounded need a warning, which blocks cannot give: for each such
-// call a program of its argument alone is run beside, and its large rows go to the tree.
+// Numbers that leave 32 bits when they are rounded need a warning, and so does what is no number where the
+// result hides it; blocks cannot give it. For each such part a program of it alone is run beside, and the
+// rows in doubt go to the tree.
 
 namespace lorv {
 namespace {
@@ -44,14 +46,14 @@ class Blocks {
     return has_errors_ ? errors_.data() : nullptr;
   }
 
-  // Asks `overflowed` for each row whose result may not fit into 32 bits.
-  void ReportLargeRows(const double* const* columns, std::size_t first, std::size_t rows,
-                       const ExactRows::RowEvaluation& overflowed) {
+  // Asks `doubted` for each row whose result does not lie below `end`.
+  void ReportLargeRows(const double* const* columns, std::size_t first, std::size_t rows, double end,
+                       const ExactRows::RowEvaluation& doubted) {
     std::array<double, kBlockRows> results;
     Evaluate(columns, first, rows, results.data());
     for (std::size_t i = 0; i < rows; ++i) {
       // Written so that not-a-number is asked about, too.
-      if (!(std::fabs(results[i]) < kNearTheEnd)) overflowed(first + i);
+      if (!(std::fabs(results[i]) < end)) doubted(first + i);
     }
   }
 
@@ -80,7 +82,17 @@ void WriteCodes(const std::uint8_t* errors, std::size_t rows, int* codes) {
 
 }  // namespace
 
-bool ExactRows::Make(const ExprNode* root, std::size_t names, const FormulaProgram::SlotOf& slot_of) {
+bool ExactRows::AddGuard(const ExprNode* part, double end, const FormulaProgram::SlotOf& slot_of) {
+  auto guard = std::make_unique<Guard>();
+  guard->end = end;
+  if (!guard->program.Make(part, names_, slot_of) || BestBlockLoops(guard->program.SavedNumbers()) == nullptr)
+    return false;
+  guards_.push_back(std::move(guard));
+  return true;
+}
+
+bool ExactRows::Make(const ExprNode* root, std::size_t names, const std::vector<const ExprNode*>& hidden,
+                     const FormulaProgram::SlotOf& slot_of) {
   names_ = names;
   if (!program_.Make(root, names, slot_of) || BestBlockLoops(program_.SavedNumbers()) == nullptr)
     return false;
@@ -91,25 +103,23 @@ bool ExactRows::Make(const ExprNode* root, std::size_t names, const FormulaProgr
     if (node == nullptr) continue;
     open.push_back(node->left);
     open.push_back(node->right);
-    if (!GoesThrough32Bits(node->kind)) continue;
-    auto guard = std::make_unique<FormulaProgram>();
-    if (!guard->Make(node->left, names, slot_of) || BestBlockLoops(guard->SavedNumbers()) == nullptr)
-      return false;
-    guards_.push_back(std::move(guard));
+    if (GoesThrough32Bits(node->kind) && !AddGuard(node->left, kNearTheEnd, slot_of)) return false;
   }
-  return true;
+  return std::all_of(hidden.begin(), hidden.end(), [&](const ExprNode* part) {
+    return AddGuard(part, std::numeric_limits<double>::infinity(), slot_of);
+  });
 }
 
-void ExactRows::Evaluate(const Task& task, const RowEvaluation& overflowed) const {
+void ExactRows::Evaluate(const Task& task, const RowEvaluation& doubted) const {
   Blocks blocks(program_, names_);
   std::vector<std::unique_ptr<Blocks>> guards;
-  for (const auto& guard : guards_) guards.push_back(std::make_unique<Blocks>(*guard, names_));
+  for (const auto& guard : guards_) guards.push_back(std::make_unique<Blocks>(guard->program, names_));
   for (std::size_t first = 0; first < task.rows; first += kBlockRows) {
     const std::size_t rows = std::min(kBlockRows, task.rows - first);
     const std::uint8_t* const errors = blocks.Evaluate(task.columns, first, rows, task.results + first);
     if (task.codes != nullptr) WriteCodes(errors, rows, task.codes + first);
-    for (const auto& guard : guards) {
-      guard->ReportLargeRows(task.columns, first, rows, overflowed);
+    for (std::size_t i = 0; i < guards.size(); ++i) {
+      guards[i]->ReportLargeRows(task.columns, first, rows, guards_[i]->end, doubted);
     }
   }
 }

@@ -11,11 +11,13 @@ namespace lorv {
 // The rows of an exact formula, evaluated in blocks straight from the caller's columns.
 class ExactRows {
  public:
-  // False where a tree cannot be evaluated in blocks. `names` is the count of columns.
-  bool Make(const ExprNode* root, std::size_t names, const FormulaProgram::SlotOf& slot_of);
+  // False where a tree cannot be evaluated in blocks. `names` is the count of columns, `hidden` are the parts
+  // that may be no number while the result is one.
+  bool Make(const ExprNode* root, std::size_t names, const std::vector<const ExprNode*>& hidden,
+            const FormulaProgram::SlotOf& slot_of);
 
-  // The last code of each row goes to `codes` unless it is null. `overflowed`, if there is one, is asked for
-  // each row in which a number beyond 32 bits may have been cut; it works the row afresh.
+  // The last code of each row goes to `codes` unless it is null. `doubted` is asked for each row in which a
+  // number beyond 32 bits may have been cut, or a part may be no number; it works the row afresh.
   struct Task {
     const double* const* columns;
     std::size_t rows;
@@ -23,12 +25,18 @@ class ExactRows {
     int* codes;
   };
   using RowEvaluation = std::function<void(std::size_t row)>;
-  void Evaluate(const Task& task, const RowEvaluation& overflowed) const;
+  void Evaluate(const Task& task, const RowEvaluation& doubted) const;
 
  private:
+  // A part of the formula whose value decides whether a row can be trusted.
+  struct Guard {
+    FormulaProgram program;
+    double end;  // values from here on, and what is no number, are doubted
+  };
+  bool AddGuard(const ExprNode* part, double end, const FormulaProgram::SlotOf& slot_of);
+
   FormulaProgram program_;
-  std::vector<std::unique_ptr<FormulaProgram>>
-      guards_;  // of the arguments of functions that go through 32 bits
+  std::vector<std::unique_ptr<Guard>> guards_;
   std::size_t names_ = 0;
 };
 
