@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <map>
 #include <ostream>
 
 #include "tools/lorv/argument_fault.h"
@@ -22,11 +21,31 @@ namespace {
 
 struct Program {
   CLI::App app{AboutProgram(), "lorv"};
-  std::map<std::string, Work> work;
-  std::map<std::string, bool> takes_formulas;
+  const Verb* verb = nullptr;  // the one that is asked for; null where it is the program itself
+  Work work;
 };
 
-void Declare(Program& program) {
+const Verb* VerbNamed(const std::string& name) {
+  for (const VerbGroup& group : AllVerbs()) {
+    for (const Verb& verb : group.verbs) {
+      if (name == verb.name) return &verb;
+    }
+  }
+  return nullptr;
+}
+
+void DeclareVerb(Program& program, const Verb& verb) {
+  CLI::App* sub = program.app.add_subcommand(verb.name, Say(verb.summary));
+  sub->allow_windows_style_options(false);
+  program.verb = &verb;
+  program.work = verb.declare(*sub);
+  SpeakHelp(*sub, verb.name);
+  UnshieldValues(*sub);
+}
+
+// Scripts start the program for every formula, and arguments of twenty verbs take longer to declare than one
+// formula to work: only those of the verb that is asked for are declared. The program's own help lists names.
+void Declare(Program& program, const std::string& asked) {
   program.app.formatter(HelpLayout());
   program.app.allow_windows_style_options(false);
   program.app.set_version_flag("-V,--version", "lorv " LORV_VERSION, "print the version and end");
@@ -36,15 +55,9 @@ void Declare(Program& program) {
       "the language of messages, en or zh; else that of the locale");
   program.app.footer(ProgramExamples());
   SpeakHelp(program.app, "examples");
+  if (const Verb* const verb = VerbNamed(asked)) return DeclareVerb(program, *verb);
   for (const VerbGroup& group : AllVerbs()) {
-    for (const Verb& verb : group.verbs) {
-      CLI::App* sub = program.app.add_subcommand(verb.name, Say(verb.summary));
-      sub->allow_windows_style_options(false);
-      program.work[verb.name] = verb.declare(*sub);
-      program.takes_formulas[verb.name] = verb.takes_formulas;
-      SpeakHelp(*sub, verb.name);
-      UnshieldValues(*sub);
-    }
+    for (const Verb& verb : group.verbs) program.app.add_subcommand(verb.name, Say(verb.summary));
   }
 }
 
@@ -75,13 +88,10 @@ std::vector<std::string> NamesOfVerbs() {
 }
 
 void Parse(Program& program, std::vector<std::string> words) {
-  const auto verb = program.work.find(words[0]);
-  if (verb == program.work.end() && program.app.get_option_no_throw(words[0]) == nullptr)
-    RefuseWord(words[0]);
-  if (verb != program.work.end()) {
+  if (program.verb == nullptr && program.app.get_option_no_throw(words[0]) == nullptr) RefuseWord(words[0]);
+  if (program.verb != nullptr) {
     std::vector<std::string> rest(words.begin() + 1, words.end());
-    const CLI::App& sub = *program.app.get_subcommand(words[0]);
-    rest = ShieldWords(rest, sub, program.takes_formulas[words[0]]);
+    rest = ShieldWords(rest, *program.app.get_subcommand(words[0]), program.verb->takes_formulas);
     words.resize(1);
     words.insert(words.end(), rest.begin(), rest.end());
   }
@@ -110,9 +120,9 @@ int Run(std::vector<std::string> words, Console& console) {
   UseColours(console.colours);
   TakeLanguage(words, console);
   if (words.empty() && console.in_is_terminal) return RunSession(console);
-  Program program;
-  Declare(program);
   const std::vector<std::string> asked = HelpWords(words);
+  Program program;
+  Declare(program, asked[0]);
   try {
     Parse(program, asked);
   } catch (const CLI::Success& answer) {  // --help, --version
@@ -122,7 +132,7 @@ int Run(std::vector<std::string> words, Console& console) {
     throw BadInput(ArgumentFault(wrong, *program.app.get_subcommand(asked[0])) + "\n" +
                    Say("`lorv {} --help` tells what it takes", {asked[0]}));
   }
-  return program.work.at(asked[0])(console);
+  return program.work(console);
 }
 
 }  // namespace
