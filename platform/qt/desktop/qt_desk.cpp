@@ -151,7 +151,9 @@ QtDesk::Event::Event(QtDesk& desk) : desk_(desk) {
 
 QtDesk::Event::~Event() {
   desk_.live_events_.pop_back();
-  if (!desk_.doomed_.empty()) desk_.WantSweep();
+  // Not for what an outer event still holds: a loop within that one would sweep for ever and never sleep.
+  const auto may_end = [this](const Doomed& entry) { return desk_.MayEnd(entry.born); };
+  if (std::any_of(desk_.doomed_.begin(), desk_.doomed_.end(), may_end)) desk_.WantSweep();
 }
 
 void QtDesk::DeleteLater(QWidget* widget, std::uint64_t born) {

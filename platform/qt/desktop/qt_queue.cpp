@@ -106,10 +106,12 @@ bool QtDesk::WorkPosted() {
   return PumpPosted();
 }
 
-// Ends the program's own loops, should it be in any.
+// Ends the program's own loops, should it be in any. Told where no loop runs, the widget set would end every
+// later one as it begins: menus and boxes of a program that goes on would close by themselves.
 bool QtDesk::EndHostLoop(int code) {
-  QCoreApplication::exit(code);
-  return QThread::currentThread()->loopLevel() > inner_loops_;
+  const int loops = QThread::currentThread()->loopLevel();
+  if (loops > 0) QCoreApplication::exit(code);
+  return loops > inner_loops_;
 }
 
 bool QtDesk::PumpOnce(bool wait) {

@@ -78,6 +78,39 @@ TEST_F(QtQueueTest, WindowMayEndInItsTimer) {
   EXPECT_EQ(child.Count(WM_TIMER), 1);
 }
 
+// A window that handlers of an outer message may still use waits to be deleted; a loop within the message
+// sleeps meanwhile.
+TEST_F(QtQueueTest, LoopWithinAMessageSleepsWhileAWindowWaitsToEnd) {
+  const HWND child = Child(WindowKind::Custom, 0, 1, {0, 0, 9, 9});
+  int rounds = 0;
+  top.on_message = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+    if (message != WM_APP) return false;
+    desktop_->Find(child)->Destroy();
+    bool over = false;
+    QTimer::singleShot(100, [&over] { over = true; });
+    for (; !over; ++rounds) desktop_->Pump(true);
+    return true;
+  };
+  desktop_->Post(top.window, WM_APP, 0, 0);
+  Settle();
+  EXPECT_GT(rounds, 0);
+  EXPECT_LT(rounds, 50);
+}
+
+// A program that goes on after its end was asked for has loops of the widget set's as before.
+TEST_F(QtQueueTest, LoopsBeginAgainAfterTheEndWasAskedFor) {
+  desktop_->Post(nullptr, WM_QUIT, 3, 0);
+  EXPECT_FALSE(desktop_->Pump(false));
+  QEventLoop loop;
+  bool reached = false;
+  QTimer::singleShot(0, &loop, [&] {
+    reached = true;
+    loop.exit(5);
+  });
+  EXPECT_EQ(loop.exec(), 5);
+  EXPECT_TRUE(reached);
+}
+
 TEST_F(QtQueueTest, ModalDialogDisablesItsOwnerUntilItEnds) {
   Witness dialog;
   WindowRequest request;
