@@ -15,7 +15,11 @@ constexpr IID kDialogInterface = {
 class ShellProgress : public ProgressDialog {
  public:
   explicit ShellProgress(IProgressDialog* dialog) : dialog_(dialog) {}
-  ~ShellProgress() override { dialog_->Release(); }
+  // One that is let go of while it is up is closed first: its thread would wait for ours, and ours for it.
+  ~ShellProgress() override {
+    if (up_) dialog_->StopProgressDialog();
+    dialog_->Release();
+  }
 
   void SetTitle(LPCTSTR title) override { dialog_->SetTitle(title); }
   bool SetAnimation(LPCTSTR module, UINT resource) override {
@@ -24,7 +28,9 @@ class ShellProgress : public ProgressDialog {
     dialog_->SetAnimation(loaded, resource);
     return true;
   }
-  void Open(DWORD flags) override { dialog_->StartProgressDialog(nullptr, nullptr, flags, nullptr); }
+  void Open(DWORD flags) override {
+    up_ = SUCCEEDED(dialog_->StartProgressDialog(nullptr, nullptr, flags, nullptr));
+  }
   void SetCancelMessage(LPCTSTR message) override { dialog_->SetCancelMsg(message, nullptr); }
   void Timer(DWORD action) override { dialog_->Timer(action, nullptr); }
   void SetProgress(DWORD position, DWORD total) override { dialog_->SetProgress(position, total); }
@@ -32,10 +38,14 @@ class ShellProgress : public ProgressDialog {
     dialog_->SetLine(line, text, compact_path ? TRUE : FALSE, nullptr);
   }
   bool HasUserCancelled() override { return dialog_->HasUserCancelled() == TRUE; }
-  void Close() override { dialog_->StopProgressDialog(); }
+  void Close() override {
+    up_ = false;
+    dialog_->StopProgressDialog();
+  }
 
  private:
   IProgressDialog* dialog_;
+  bool up_ = false;
 };
 
 }  // namespace
