@@ -102,10 +102,14 @@ void CBCGPBasicGridCtrl::OnEndInplaceEdit(CBCGPGridItem* item) {
 LRESULT CBCGPBasicGridCtrl::OnEndLabelEdit(WPARAM /*w*/, LPARAM record) {
   const auto* ended = reinterpret_cast<const BCGPGRID_ENDEDIT*>(record);
   if (ended == nullptr) return 0;
+  const auto life = Watch();
+  // Handlers of the end, and the one that is asked for the way, may have taken the cell away.
+  const auto cell = [this, ended] {
+    return GetGridItem({ended->nRow, ended->nColumn}) == ended->pItem ? ended->pItem : nullptr;
+  };
   int direction = lorv::kDown;
-  if ((ended->dwReason & kMarkReturn) == 0)
-    direction = OnGridKeybordNavigation(ended->pItem, ended->dwReason);
-  if (lorv::KeyOfDirection(direction) != 0) InplaceEditNavigation(ended->pItem, direction);
+  if ((ended->dwReason & kMarkReturn) == 0) direction = OnGridKeybordNavigation(cell(), ended->dwReason);
+  if (!life.expired() && lorv::KeyOfDirection(direction) != 0) InplaceEditNavigation(cell(), direction);
   return 0;
 }
 

@@ -210,7 +210,7 @@ CRect CBCGPGridCtrl::GetRowRect(int row) const {
   const int height = heights_.SizeOf(row);
   if (height == 0) return {};
   const int top = Near(m_rectList.top + heights_.OffsetOf(row) - m_nVertScrollOffset);
-  return {m_rectList.left, top, m_rectList.right, top + height};
+  return {m_rectList.left, top, m_rectList.right, Near(std::int64_t{top} + height)};
 }
 
 CRect CBCGPGridCtrl::GetRangeRect(const CBCGPGridRange& range) const {
@@ -286,14 +286,15 @@ void CBCGPGridCtrl::EnsureVisible(CBCGPGridRow* row, BOOL partial) {
   const int index = IndexOfRow(*row);
   const int height = heights_.SizeOf(index);
   if (height == 0) return;
-  const int top = Near(heights_.OffsetOf(index));
+  // All rows together may be higher than an int.
+  const long long top = heights_.OffsetOf(index);
   const int page = m_rectList.Height();
-  int down = m_nVertScrollOffset;
+  long long down = m_nVertScrollOffset;
   const bool seen = top < down + page && top + height > down;
   if (partial != FALSE && seen) return;
   if (top + height > down + page) down = top + height - page;
   if (top < down) down = top;
-  ScrollTo(m_nHorzScrollOffset, down);
+  ScrollTo(m_nHorzScrollOffset, Near(down));
 }
 
 void CBCGPGridCtrl::EnsureVisible(const CBCGPGridItemID& id) {

@@ -195,10 +195,12 @@ TEST_F(EditedTables, ReadingCanBeEnded) {
 TEST_F(EditedTables, WrittenWholeOrNotAtAll) {
   Read("a,b\n1,2\n");
   grid->SetValue(0, 0, _variant_t(_T("9")), FALSE);
-  const auto folder = std::filesystem::path(Path()).parent_path();
-  std::filesystem::permissions(Path(), std::filesystem::perms::owner_read);
+  const std::string name = Path();
+  const std::filesystem::path path = std::u8string(name.begin(), name.end());
+  const auto folder = path.parent_path();
+  std::filesystem::permissions(path, std::filesystem::perms::owner_read);
   EXPECT_THROW(table->Write(*grid), BadInput);
-  std::filesystem::permissions(Path(), std::filesystem::perms::owner_all);
+  std::filesystem::permissions(path, std::filesystem::perms::owner_all);
   EXPECT_EQ(Bytes(), "a,b\n1,2\n");
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
   table->Write(*grid);

@@ -95,8 +95,9 @@ void TracedGrid::OnEndInplaceEdit(CBCGPGridItem* item) {
 }
 
 void TracedGrid::OnResizeColumns() {
+  const auto life = Watch();
   Say("resized");
-  CBCGPBasicGridCtrl::OnResizeColumns();
+  if (!life.expired()) CBCGPBasicGridCtrl::OnResizeColumns();
 }
 
 GridDialog::GridDialog(GridScene& scene) : CDialog(kForm, &scene.frame), scene_(scene) {}
