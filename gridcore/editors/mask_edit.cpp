@@ -64,30 +64,47 @@ int CBCGPMaskEdit::PlaceFrom(int place, int step) const {
   return place;
 }
 
-void CBCGPMaskEdit::Put(int place, TCHAR c) {
-  CString text;
-  GetWindowText(text);
+void CBCGPMaskEdit::Put(CString& text, int place, TCHAR c) const {
   while (text.GetLength() <= place)
     text += template_.GetAt(text.GetLength()) == '_' ? blank_ : template_.GetAt(text.GetLength());
   text.SetAt(place, c);
+}
+
+void CBCGPMaskEdit::Blank(CString& text, int first, int last) const {
+  for (int place = first; place < std::min(last, template_.GetLength()); ++place)
+    if (template_.GetAt(place) == '_') Put(text, place, blank_);
+}
+
+// Whoever hears of the change may end this edit, so nothing of it is touched behind that.
+void CBCGPMaskEdit::Show(const CString& text, int caret) {
+  const HWND window = m_hWnd;
   SetWindowText(text);
+  lorv::DesktopInForce().Send(window, EM_SETSEL, static_cast<WPARAM>(caret), caret);
 }
 
-void CBCGPMaskEdit::Blank(int first, int last) {
-  for (int place = first; place < last; ++place)
-    if (template_.GetAt(place) == '_') Put(place, blank_);
-}
-
-void CBCGPMaskEdit::TypeOver(TCHAR c) {
+void CBCGPMaskEdit::TypeOver(lorv::TextView typed) {
+  CString text;
+  GetWindowText(text);
   int start = 0;
   int end = 0;
   GetSel(start, end);
-  const int place = PlaceFrom(start, 1);
-  if (place >= template_.GetLength() || !Takes(place, c)) return;
-  if (end > start) Blank(start, end);
-  Put(place, c);
-  const int next = PlaceFrom(place + 1, 1);
-  SetSel(next, next);
+  bool changed = false;
+  for (const TCHAR c : typed) {
+    const int place = PlaceFrom(start, 1);
+    if (place >= template_.GetLength() || !Takes(place, c)) continue;
+    Blank(text, start, end);
+    Put(text, place, c);
+    start = end = PlaceFrom(place + 1, 1);
+    changed = true;
+  }
+  if (changed) Show(text, start);
+}
+
+void CBCGPMaskEdit::Erase(int start, int end) {
+  CString text;
+  GetWindowText(text);
+  Blank(text, start, end);
+  Show(text, start);
 }
 
 void CBCGPMaskEdit::OnChar(UINT unit, UINT repeat, UINT flags) {
@@ -97,16 +114,15 @@ void CBCGPMaskEdit::OnChar(UINT unit, UINT repeat, UINT flags) {
     return;
   }
   if (unit != kBackspace) {
-    TypeOver(static_cast<TCHAR>(unit));
+    const auto typed = static_cast<TCHAR>(unit);
+    TypeOver({&typed, 1});
     return;
   }
   int start = 0;
   int end = 0;
   GetSel(start, end);
   if (start == end) start = PlaceFrom(start - 1, -1);
-  if (start < 0) return;
-  Blank(start, std::max(start + 1, end));
-  SetSel(start, start);
+  if (start >= 0) Erase(start, std::max(start + 1, end));
 }
 
 void CBCGPMaskEdit::OnKeyDown(UINT key, UINT repeat, UINT flags) {
@@ -118,14 +134,12 @@ void CBCGPMaskEdit::OnKeyDown(UINT key, UINT repeat, UINT flags) {
   int start = 0;
   int end = 0;
   GetSel(start, end);
-  Blank(start, std::min(std::max(start + 1, end), template_.GetLength()));
-  SetSel(start, start);
+  Erase(start, std::max(start + 1, end));
 }
 
 LRESULT CBCGPMaskEdit::OnPaste(WPARAM /*w*/, LPARAM /*l*/) {
   if (template_.IsEmpty()) return Default();
   if ((GetStyle() & ES_READONLY) != 0) return 0;
-  const CString text = lorv::DesktopInForce().ClipboardText();
-  for (const TCHAR c : text.View()) TypeOver(c);
+  TypeOver(lorv::DesktopInForce().ClipboardText().View());
   return 0;
 }

@@ -6,8 +6,7 @@
 //
 // Units: places count 16-bit units from 0; there are as many as the mask and the template both have.
 // Mask letters: D a digit, C a letter, A a letter or digit, each also a blank when small; * any character.
-// The
-//   template has "_" where something is typed; its other characters stand as they are.
+//   The template has "_" where something is typed; its other characters stand as they are.
 // Edges: a character that the place does not take is passed over. Without a mask it is a plain edit. What is
 //   deleted becomes the default character.
 // As CEdit.
@@ -29,9 +28,11 @@ class COMM_LORV_API CBCGPMaskEdit : public CEdit {
 
  private:
   int PlaceFrom(int place, int step) const;
-  void Put(int place, TCHAR c);
-  void Blank(int first, int last);
-  void TypeOver(TCHAR c);
+  void Put(CString& text, int place, TCHAR c) const;
+  void Blank(CString& text, int first, int last) const;
+  void Show(const CString& text, int caret);
+  void TypeOver(lorv::TextView typed);
+  void Erase(int start, int end);
 
   CString mask_;
   CString template_;
