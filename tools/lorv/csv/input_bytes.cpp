@@ -40,7 +40,9 @@ InputBytes::InputBytes(const std::string& path, std::istream& standard) : name_(
   // A pipe cannot be looked at and taken from its beginning again.
   const std::int64_t size = file_->Size();
   if (size > 0 && BeginsAnArchive(*file_)) {
-    file_ = FirstSheet(path);
+    FirstSheet first = OpenFirstSheet(path);
+    file_ = std::move(first.table);
+    unread_sheets_ = first.unread;
     is_workbook_ = true;
     return;
   }

@@ -22,6 +22,8 @@ class InputBytes {
 
   // What comes in is UTF-8, whatever the user says of his files.
   bool IsWorkbook() const { return is_workbook_; }
+  // Sheets of the workbook with something in them that do not come in.
+  int UnreadSheets() const { return unread_sheets_; }
   // How the messages call it.
   const std::string& Name() const { return name_; }
   // Of a file; 0 where it is not known.
@@ -35,6 +37,7 @@ class InputBytes {
   std::uint64_t size_ = 0;
   std::uint64_t done_ = 0;
   bool is_workbook_ = false;
+  int unread_sheets_ = 0;
 };
 
 }  // namespace lorv::tool

@@ -43,8 +43,11 @@ WorkbookFile OpenWorkbook(const std::string& path) {
   return WithWorkbook(path, [&] { return WorkbookFile(CString::FromUtf8(path)); });
 }
 
-std::unique_ptr<File> FirstSheet(const std::string& path) {
-  return std::make_unique<SheetTable>(OpenWorkbook(path), 0);
+FirstSheet OpenFirstSheet(const std::string& path) {
+  const WorkbookFile book = OpenWorkbook(path);
+  FirstSheet first{std::make_unique<SheetTable>(book, 0), 0};
+  for (int sheet = 1; sheet < book.SheetCount(); ++sheet) first.unread += book.RowCount(sheet) > 0;
+  return first;
 }
 
 }  // namespace lorv::tool

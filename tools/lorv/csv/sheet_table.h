@@ -7,6 +7,7 @@
 #include "platform/ports/files.h"
 #include "spreadsheet/workbook_file.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/csv/workbook_words.h"
 #include "tools/lorv/text/harmless_text.h"
 
 namespace lorv::tool {
@@ -41,7 +42,7 @@ auto WithWorkbook(const std::string& path, Body&& body) {
   try {
     return body();
   } catch (COleDispatchException* failure) {
-    const std::string reason = failure->m_strDescription.ToUtf8();
+    const std::string reason = WorkbookWords(failure->m_strDescription);
     failure->Delete();
     throw BadInput(Quoted(path) + ": " + reason);
   }
@@ -50,7 +51,12 @@ auto WithWorkbook(const std::string& path, Body&& body) {
 // Opens a workbook. Throws BadInput, with the reason, for one that cannot be read.
 WorkbookFile OpenWorkbook(const std::string& path);
 
-// The first sheet of a workbook. Throws BadInput as OpenWorkbook does.
-std::unique_ptr<File> FirstSheet(const std::string& path);
+// The first sheet of a workbook, and how many of the others hold something.
+struct FirstSheet {
+  std::unique_ptr<File> table;
+  int unread = 0;
+};
+// Throws BadInput as OpenWorkbook does.
+FirstSheet OpenFirstSheet(const std::string& path);
 
 }  // namespace lorv::tool

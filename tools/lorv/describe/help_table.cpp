@@ -38,7 +38,7 @@ constexpr ChineseHelp kTexts[] = {
   lorv calc - L=2 <formulas.txt
 
 退出码 0:给出了数值。1:公式有错,并标出位置;或者结果不是看上去的意思。2:参数有错。)help"},
-    {"check", R"help(检查公式能否计算,不论取什么值:每个名称按1000000计。给出NAMES时只能用这些名称,不给则都可以。
+    {"check", R"help(检查公式能否计算:名称取几组数值,全都失败才算有错。给出NAMES时只能用这些名称,不给则都可以。
 
 示例:
   lorv check "2*(L+B)*H"
@@ -112,10 +112,16 @@ constexpr ChineseHelp kTexts[] = {
   lorv work house.csv -r rules.csv --explain --out quantities.csv
   lorv work model.csv --rules rules.csv --compare --tolerance 0.5
   cat house.csv | lorv work - --rules rules.csv --json)help"},
-    {"sheet", R"help(示例:
+    {"sheet", R"help(不给--sheet和--out时列出工作簿的各工作表:序号、名称、行数x列数。单元格按工作表显示的样子写出。表格做成的
+工作簿里数字是数值,007这样的文字保持原样。-表示标准输入或标准输出;读取和写出可以是同一个文件,因为最后才写出。
+
+示例:
   lorv sheet bill.xlsx
   lorv sheet bill.xlsx --sheet 2 --out walls.csv
-  lorv sheet walls.csv --out walls.xlsx --sheet 墙)help"},
+  lorv sheet walls.csv --out walls.xlsx --sheet 墙
+  lorv sheet bill.xlsx -s 1 --json
+
+退出码 2:文件不能读写,或没有这个工作表。)help"},
     {"match", R"help(按与输入内容相同的多少排列文字,每行一个:最相近的在前,前面是得分。毫无相同的不列出。文字来自FILE,
 不给时来自标准输入。
 

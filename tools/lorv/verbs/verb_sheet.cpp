@@ -13,6 +13,11 @@
 #include "tools/lorv/csv/csv_reader.h"
 #include "tools/lorv/csv/csv_writer.h"
 #include "tools/lorv/csv/output_file.h"
+#include "tools/lorv/csv/sheet_table.h"
+#include "tools/lorv/takeoff/output/sheet_rows.h"
+#include "tools/lorv/takeoff/output/table_file.h"
+#include "tools/lorv/text/display_width.h"
+#include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
@@ -21,21 +26,39 @@ Work DeclareSheet(CLI::App& app);
 
 namespace {
 
+constexpr const char* kHelp =
+    "Without --sheet and --out the sheets of a workbook are listed: number, name, rows x columns. Cells are "
+    "written\n"
+    "as the sheet shows them. A table becomes a workbook whose numbers are numbers; texts such as 007 stay "
+    "as "
+    "they\n"
+    "are. - is standard input or output; one name for both is fine, as files are written at the end.\n"
+    "\n"
+    "Examples:\n"
+    "  lorv sheet bill.xlsx\n"
+    "  lorv sheet bill.xlsx --sheet 2 --out walls.csv\n"
+    "  lorv sheet walls.csv --out walls.xlsx --sheet 墙\n"
+    "  lorv sheet bill.xlsx -s 1 --json\n"
+    "\n"
+    "Exit code 2: a file cannot be read or written, or there is no such sheet.";
+
 struct SheetArguments {
   std::string source;
   std::string target;
   std::string sheet;
   std::string encoding = "auto";
+  bool json = false;
 };
 
 // What the exchange would say in a box is what the tool ends with.
 class KeptMessages : public Dialogs {
  public:
   int ShowMessage(const MessageRequest& request) override {
-    text += (text.empty() ? "" : "\n") + request.text.ToUtf8();
+    // The first one is the cause.
+    if (text.IsEmpty()) text = request.text;
     return kAnswerOk;
   }
-  std::string text;
+  CString text;
 };
 
 // The exchange without a program, for a scope.
@@ -43,7 +66,7 @@ class FileExchange {
  public:
   FileExchange() : dialogs_scope_(Ports()), engine_scope_(EngineSpreadsheet()) {}
 
-  const std::string& Told() const { return messages_.text; }
+  const CString& Told() const { return messages_.text; }
   CAdExcel2GridEx exchange;
 
  private:
@@ -67,52 +90,104 @@ Sheets ReadSheets(const std::string& path) {
   FileExchange files;
   Sheets sheets;
   const int read = files.exchange.LoadExcel2(CString::FromUtf8(path), sheets.tables, sheets.names, 0);
-  if (read == 0 || !files.Told().empty()) throw BadInput(files.Told());
+  if (read == 0 || !files.Told().IsEmpty()) throw BadInput(Quoted(path) + ": " + WorkbookWords(files.Told()));
   return sheets;
 }
 
+std::string NameOf(const Sheets& sheets, std::size_t index) {
+  return sheets.names.GetAt(static_cast<int>(index)).ToUtf8();
+}
+
+void WriteSize(JsonText& json, const CXArrayDBToArray& table) {
+  json.Key("rows").Number(static_cast<long long>(table.GetRowCount()));
+  json.Key("columns").Number(static_cast<long long>(table.GetColCount()));
+}
+
+void ListAsJson(const Sheets& sheets, Console& console) {
+  JsonText json;
+  json.Open('{');
+  json.Key("sheets").Open('[');
+  for (std::size_t i = 0; i < sheets.tables.size(); ++i) {
+    json.Open('{');
+    json.Key("number").Number(static_cast<long long>(i + 1));
+    json.Key("name").String(NameOf(sheets, i));
+    WriteSize(json, sheets.tables[i]);
+    json.Close('}');
+  }
+  json.Close(']');
+  json.Close('}');
+  console.out << json.Text();
+}
+
+// Names are shown without their control characters, which a program gets by --json.
 void List(const Sheets& sheets, Console& console) {
   for (std::size_t i = 0; i < sheets.tables.size(); ++i) {
     const auto& table = sheets.tables[i];
-    console.out << i + 1 << '\t' << sheets.names.GetAt(static_cast<int>(i)).ToUtf8() << '\t'
-                << table.GetRowCount() << " x " << table.GetColCount() << '\n';
+    console.out << i + 1 << '\t' << Printable(NameOf(sheets, i)) << '\t' << table.GetRowCount() << " x "
+                << table.GetColCount() << '\n';
   }
 }
 
 std::size_t FindSheet(const Sheets& sheets, const std::string& wanted) {
   for (std::size_t i = 0; i < sheets.tables.size(); ++i) {
-    if (sheets.names.GetAt(static_cast<int>(i)).ToUtf8() == wanted || std::to_string(i + 1) == wanted)
-      return i;
+    if (NameOf(sheets, i) == wanted || std::to_string(i + 1) == wanted) return i;
   }
   throw BadInput(Say("there is no sheet \"{}\"", {wanted}));
 }
 
-// All rows, by a receiver of lines.
-template <class Receiver>
-void WriteRows(const CXArrayDBToArray& table, const Receiver& receive) {
+std::string CellOf(const CXArrayDBToArray& table, int row, int column) {
+  return VariantToText(table.GetValue(row, column)).ToUtf8();
+}
+
+void WriteTable(const CXArrayDBToArray& table, OutputFile& file) {
   CsvLine line;
   for (int row = 0; row < table.GetRowCount(); ++row) {
-    for (int column = 0; column < table.GetColCount(); ++column) {
-      line.Add(VariantToText(table.GetValue(row, column)).ToUtf8());
-    }
-    receive(line.Take());
+    for (int column = 0; column < table.GetColCount(); ++column) line.Add(CellOf(table, row, column));
+    file.Write(line.Take());
   }
+  file.Commit();
+}
+
+void TableAsJson(const std::string& name, const CXArrayDBToArray& table, Console& console) {
+  JsonText json;
+  json.Open('{');
+  json.Key("name").String(name);
+  json.Key("cells").Open('[');
+  for (int row = 0; row < table.GetRowCount(); ++row) {
+    json.Open('[');
+    for (int column = 0; column < table.GetColCount(); ++column) json.String(CellOf(table, row, column));
+    json.Close(']');
+  }
+  json.Close(']');
+  json.Close('}');
+  console.out << json.Text();
+}
+
+void TellWritten(const SheetArguments& arguments, const CXArrayDBToArray& table, Console& console) {
+  if (!arguments.json) return;
+  JsonText json;
+  json.Open('{');
+  json.Key("file").String(arguments.target);
+  WriteSize(json, table);
+  json.Close('}');
+  console.out << json.Text();
 }
 
 int ToCsv(const SheetArguments& arguments, Console& console) {
   const Sheets sheets = ReadSheets(arguments.source);
   if (arguments.sheet.empty() && arguments.target.empty()) {
-    List(sheets, console);
+    (arguments.json ? ListAsJson : List)(sheets, console);
     return kFine;
   }
-  const auto& table = sheets.tables[FindSheet(sheets, arguments.sheet.empty() ? "1" : arguments.sheet)];
-  if (arguments.target.empty()) {
-    WriteRows(table, [&](const std::string& row) { console.out << row; });
+  const std::size_t index = FindSheet(sheets, arguments.sheet.empty() ? "1" : arguments.sheet);
+  const CXArrayDBToArray& table = sheets.tables[index];
+  if (arguments.target.empty() && arguments.json) {
+    TableAsJson(NameOf(sheets, index), table, console);
     return kFine;
   }
-  OutputFile target(arguments.target, console.out);
-  WriteRows(table, [&](const std::string& row) { target.Write(row); });
-  target.Commit();
+  OutputFile target(arguments.target.empty() ? "-" : arguments.target, console.out);
+  WriteTable(table, target);
+  TellWritten(arguments, table, console);
   return kFine;
 }
 
@@ -136,18 +211,47 @@ CXArrayDBToArray ReadTable(const SheetArguments& arguments, Console& console) {
   return table;
 }
 
+// A number that a cell shows again as it is typed: neither 007 nor 1e3, and no more digits than it keeps.
+bool IsPlainNumber(std::string_view text) {
+  constexpr std::size_t kDigitsKept = 15;
+  if (text.starts_with('-')) text.remove_prefix(1);
+  const std::size_t point = std::min(text.find('.'), text.size());
+  const bool is_digits = text.find_first_not_of("0123456789.") == std::string_view::npos &&
+                         std::count(text.begin(), text.end(), '.') <= 1 && !text.ends_with('.');
+  return is_digits && point > 0 && (point == 1 || text[0] != '0') && text.size() <= kDigitsKept;
+}
+
+std::string BookOf(const CXArrayDBToArray& table, const std::string& name) {
+  WorkbookFile book;
+  SheetRows rows(book, book.AddSheet(CString::FromUtf8(name.empty() ? "Sheet1" : name)));
+  for (int row = 0; row < table.GetRowCount(); ++row) {
+    for (int column = 0; column < table.GetColCount(); ++column) {
+      const std::string cell = CellOf(table, row, column);
+      if (IsPlainNumber(cell)) {
+        rows.AddNumber(cell);
+      } else {
+        rows.AddText(cell);
+      }
+    }
+    rows.EndRow();
+  }
+  rows.Finish();
+  return book.Bytes();
+}
+
 int ToWorkbook(const SheetArguments& arguments, Console& console) {
   const CXArrayDBToArray table = ReadTable(arguments, console);
-  FileExchange files;
-  files.exchange.SetArray(table);
-  const bool written = files.exchange.ToExcel(CString::FromUtf8(arguments.target), true, false, 1, 1, false,
-                                              CString::FromUtf8(arguments.sheet), 0, 0);
-  if (!written || !files.Told().empty()) throw BadInput(files.Told());
+  OutputFile target(arguments.target, console.out);
+  WithWorkbook(arguments.target, [&] { target.Write(BookOf(table, arguments.sheet)); });
+  target.Commit();
+  TellWritten(arguments, table, console);
   return kFine;
 }
 
 int RunSheet(const SheetArguments& arguments, Console& console) {
-  return arguments.target.ends_with(".xlsx") ? ToWorkbook(arguments, console) : ToCsv(arguments, console);
+  if (arguments.json && arguments.target == "-")
+    throw BadInput(Say("--json and a table cannot both go to standard output"));
+  return NamesWorkbook(arguments.target) ? ToWorkbook(arguments, console) : ToCsv(arguments, console);
 }
 
 }  // namespace
@@ -155,12 +259,13 @@ int RunSheet(const SheetArguments& arguments, Console& console) {
 Work DeclareSheet(CLI::App& app) {
   const auto arguments = std::make_shared<SheetArguments>();
   app.add_option("FILE", arguments->source, "a workbook (.xlsx), or a table to be made into one")->required();
-  app.add_option("--sheet", arguments->sheet, "the name or number of the sheet; without it all are listed");
-  app.add_option("--out", arguments->target, "the file to be made: .xlsx of a table, else .csv of a sheet");
+  app.add_option("-s,--sheet", arguments->sheet,
+                 "the name or number of the sheet; without it all are listed");
+  app.add_option("-o,--out", arguments->target,
+                 "the file to be made: .xlsx of a table, else .csv of a sheet");
   app.add_option("--encoding", arguments->encoding, "of the table: auto, utf-8, gbk, utf-16le, utf-16be");
-  app.footer(
-      "Examples:\n  lorv sheet bill.xlsx\n  lorv sheet bill.xlsx --sheet 2 --out walls.csv\n"
-      "  lorv sheet walls.csv --out walls.xlsx --sheet 墙");
+  app.add_flag("-j,--json", arguments->json, "print the sheets, the rows of one or what was written as JSON");
+  app.footer(kHelp);
   return [arguments](Console& console) { return RunSheet(*arguments, console); };
 }
 
