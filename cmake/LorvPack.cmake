@@ -13,7 +13,10 @@ endif()
 
 set(CPACK_PACKAGE_NAME ${PROJECT_NAME})
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
-set(LORV_CONTACT "Maintainers of Comm_LORV <maintainers@comm-lorv.example>" CACHE STRING "Who answers for the packages")
+# A package must name an address. Until its maker gives one, it is of the domain that is reserved for examples: mail to it
+# reaches nobody, and no stranger, and the name says so.
+set(LORV_CONTACT "Maintainers of Comm_LORV - no address set <nobody@comm-lorv.example>" CACHE STRING
+    "Who answers for the packages")
 set(CPACK_PACKAGE_CONTACT ${LORV_CONTACT})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Support library of a quantity take-off suite, with its command-line tool")
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packs)
