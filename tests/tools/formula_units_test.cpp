@@ -4,6 +4,7 @@
 #include "tests/support/print.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/caret_text.h"
+#include "tools/lorv/formula/circle_number.h"
 #include "tools/lorv/formula/formula_digits.h"
 #include "tools/lorv/formula/name_values.h"
 #include "tools/lorv/takeoff/evaluate/component_worker.h"
@@ -50,6 +51,20 @@ TEST(FormulaWords, NamesThatCanStandInAFormula) {
   for (const char* bad : {"", "1a", "a b", "a.b", "max", "pi", "a-b", "（"}) {
     EXPECT_FALSE(IsName(CString::FromUtf8(bad).View())) << bad;
   }
+}
+
+TEST(CircleNumber, HeaderExample) {
+  const auto found = CircleNumberIn(_T("L*pi"));
+  ASSERT_TRUE(found.has_value());
+  EXPECT_EQ(found->position, 2);
+  EXPECT_EQ(found->length, 2);
+}
+
+TEST(CircleNumber, IsAWordOfItsOwn) {
+  for (const char* with : {"PI", "2PI", "(Pi)", "A+pi/2", "PIX+PI", "'PI'+PI"})
+    EXPECT_TRUE(CircleNumberIn(CString::FromUtf8(with)).has_value()) << with;
+  for (const char* without : {"", "P", "PIX", "API", "PI_", "'PI'", "P+I", "PI墙", "墙PI"})
+    EXPECT_FALSE(CircleNumberIn(CString::FromUtf8(without)).has_value()) << without;
 }
 
 TEST(CaretText, HeaderExample) {

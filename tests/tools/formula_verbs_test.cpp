@@ -106,6 +106,9 @@ TEST(CalcVerb, DoubtfulFormulasAreWarnedOf) {
       {"3.4.5", "3.4\n",
        "lorv: warning: '3.4.5' has a second point: what is behind it does not count\n    3.4.5\n    ^^^^^\n"},
       {"LEN('ab')", "0\n", "lorv: warning: 'LEN('ab')' is 0 for every text\n    LEN('ab')\n    ^^^^^^^^^\n"},
+      {"2PI", "3.1415926536\n",
+       "lorv: warning: '2' in front of a function or PI does not count, write a * behind it\n    2PI\n    "
+       "^\n"},
       {"'ab'", "0\n", "lorv: warning: the result is a text, which counts as 0\n    'ab'\n    ^^^^\n"},
   };
   for (const auto& row : rows) {
@@ -115,6 +118,29 @@ TEST(CalcVerb, DoubtfulFormulasAreWarnedOf) {
     EXPECT_EQ(RunTool({"check", "--strict", row.formula}).code, 1) << row.formula;
     EXPECT_NE(RunTool({"calc", row.formula, "L=1.5", "--json"}).out.find("\"warnings\": [\n"),
               std::string::npos);
+  }
+}
+
+TEST(CalcVerb, NumbersThatTheResultWouldHideAreFaults) {
+  Expect({{"calc", "IIF(ASIN(A)>0,1,2)", "A=2"},
+          1,
+          "",
+          "lorv: 'ASIN(A)' is no number, or too large for one, and the result would hide it\n"
+          "    IIF(ASIN(A)>0,1,2)\n        ^^^^^^^\n"});
+  EXPECT_EQ(RunTool({"calc", "IIF(ASIN(A)>0,1,2)", "A=2", "--suite-values"}).code, 1);
+  EXPECT_EQ(RunTool({"calc", "FIND(A,'2')", "A=2", "--strict"}).code, 1);
+}
+
+// What fails with one value and not with another is no fault of the formula.
+TEST(CheckVerb, ValuesAreTriedUntilSomeFit) {
+  for (const char* fine : {"ASIN(A)", "EXP(A)", "SQRT(5-A)", "1/(A-1000000)", "1/(A-B)", "ROUND(A*10000)",
+                           "SQRT(0-A)", "MAX(ASIN(A),0)"}) {
+    const ToolRun run = RunTool({"check", fine, "--strict"});
+    EXPECT_EQ(run.code, 0) << fine << run.err;
+    EXPECT_EQ(run.out, "the formula is fine\n") << fine;
+  }
+  for (const char* wrong : {"A/(A-A)", "SQRT(0-A^2-1)", "ASIN(2+A^2)", "MAX(1,ASIN(2))"}) {
+    EXPECT_EQ(RunTool({"check", wrong}).code, 1) << wrong;
   }
 }
 
@@ -170,6 +196,8 @@ TEST(CalcVerb, RefusesBadArguments) {
                                           {"calc", "A", "A=x"},
                                           {"calc", "A", "=1"},
                                           {"calc", "A", "A=1", "a=2"},
+                                          {"calc", "L*PI", "L=2", "PI=3"},
+                                          {"calc", "1", "2L=3"},
                                           {"calc", "A", "--explian"}};
   for (const auto& words : bad) {
     const ToolRun run = RunTool(words);

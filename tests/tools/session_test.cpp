@@ -33,6 +33,14 @@ TEST(Session, WrongLinesChangeNothing) {
   EXPECT_NE(run.err.find("the name 'A' is not known"), std::string::npos) << run.err;
 }
 
+// "PI = 3" would be a comparison, which is 0.
+TEST(Session, ReservedNamesCannotBeGiven) {
+  const ToolRun run = Session("PI = 3\nmax=2\n2 = 2\nPI==3\n2*PI\n");
+  EXPECT_EQ(run.out, "1\n0\n6.2831853072\n");
+  EXPECT_EQ(run.err,
+            "lorv: \"PI\" cannot be a name in a formula\nlorv: \"max\" cannot be a name in a formula\n");
+}
+
 // An editor that plays a person who asks for completions.
 class Editor : public tool::LineEditor {
  public:

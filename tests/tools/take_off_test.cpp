@@ -25,8 +25,7 @@ TEST_F(TakeOffRun, SuiteValuesAreCountedWhereTheyMatter) {
   const char* const components = "class,A\nW,0.0004\nW,0.334\nW,2\n";
   const ToolRun run = Work(components, "class,name,formula\nW,q,A*1000\n", {"--suite-values"});
   EXPECT_EQ(run.code, 1);
-  EXPECT_TRUE(
-      Has(run.err, "note: 2 of 3 values of \"q\" differ from those with all digits, by up to 1e+02 %"))
+  EXPECT_TRUE(Has(run.err, "note: 2 of 3 values of \"q\" differ from those with all digits, by up to 100 %"))
       << run.err;
   const ToolRun json = Work(components, "class,name,formula\nW,q,A*1000\n", {"--suite-values", "--json"});
   EXPECT_TRUE(Has(json.out, "\"quantity\": \"q\"") && Has(json.out, "\"differ\": 2")) << json.out;
@@ -171,7 +170,7 @@ TEST_F(TakeOffRun, FilterTakesWordsAndNumbers) {
   EXPECT_EQ(Work(components, rules, {"--where", "class=(墙"}).code, 2);
   const ToolRun run = Work(components, rules, {"--where", "厚>0.2"});
   EXPECT_TRUE(Has(run.out, "2 components, 2 left out by --where")) << run.out;
-  EXPECT_TRUE(Has(run.err, "1 components lack a value")) << run.err;
+  EXPECT_TRUE(Has(run.err, "1 component lacks a value")) << run.err;
 }
 
 TEST_F(TakeOffRun, RoundedLinesAddUp) {

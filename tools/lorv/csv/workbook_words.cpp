@@ -44,7 +44,7 @@ std::string Said(const Message& message, const std::vector<std::string>& values)
 }  // namespace
 
 std::string WorkbookWords(const CString& chinese) {
-  const std::string text = chinese.ToUtf8();
+  std::string text = chinese.ToUtf8();
   if (SpokenLanguage() == Language::kChinese) return text;
   for (const Message& message : Messages()) {
     if (const auto values = ValuesIn(text, message.chinese)) return Said(message, *values);

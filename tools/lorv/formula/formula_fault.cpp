@@ -8,7 +8,8 @@ namespace {
 
 bool IsOfValues(FormulaFault fault) {
   return fault == FormulaFault::kDivisionByZero || fault == FormulaFault::kOutsideDomain ||
-         fault == FormulaFault::kMissingArgument || fault == FormulaFault::kMalformedArguments;
+         fault == FormulaFault::kMissingArgument || fault == FormulaFault::kMalformedArguments ||
+         fault == FormulaFault::kNoNumber;
 }
 
 }  // namespace

@@ -14,6 +14,8 @@ NameValue ReadOne(const std::string& word) {
   const auto [name, value] = CutAtEqualSign(word, "NAME=VALUE");
   NameValue pair{CString::FromUtf8(name), false, CString::FromUtf8(value), 0};
   if (name.empty()) throw BadInput(Say("\"{}\" has no name in front of the =", {word}));
+  // A value that no formula can ask for would be lost: PI=3 changes nothing.
+  if (!IsName(pair.name.View())) throw BadInput(Say("\"{}\" cannot be a name in a formula", {name}));
   const int length = pair.text.GetLength();
   pair.is_text = length >= 2 && pair.text[0] == '\'' && pair.text.Find('\'', 1) == length - 1;
   if (pair.is_text) return pair;

@@ -77,9 +77,19 @@ void Session::Keep(const CString& name, double number) {
   }
 }
 
+// "PI = 3" is a comparison to the formula engine, and surely not to who types it.
+bool GivesReservedName(const CString& line, const CString& name) {
+  const bool is_word = !name.IsEmpty() && IsName((name + _T("_")).View());
+  return is_word && !IsName(name.View()) && line.Find('=', line.Find('=') + 1) < 0;
+}
+
 void Session::Work(const CString& line) {
   CString name;
   const int begin = AssignmentEnd(line, name);
+  if (begin == 0 && GivesReservedName(line, name)) {
+    console_.err << "lorv: " << Say("\"{}\" cannot be a name in a formula", {name.ToUtf8()}) << "\n";
+    return;
+  }
   const CString formula = line.Mid(begin);
   const Calculation result = CalculateExactly(formula, values_);
   if (result.fault) PrintFault(console_, formula, *result.fault);

@@ -26,11 +26,13 @@ TakeOff::TakeOff(const TakeOffRequest& request, Console& console)
       precision_(quantities_),
       units_(planner_),
       worker_(planner_, file_, problems_, coverage_, DigitsAsked()) {
+  unread_sheets_ += bytes_.UnreadSheets();
   if (!request.where.empty()) filter_.emplace(request.where, planner_, file_);
 }
 
-RuleSet TakeOff::ReadRulesFile() const {
+RuleSet TakeOff::ReadRulesFile() {
   InputBytes bytes(request_.rules, console_.in);
+  unread_sheets_ += bytes.UnreadSheets();
   return ReadRules(bytes, EncodingByName(request_.encoding));
 }
 
@@ -100,7 +102,7 @@ void TakeOff::WorkOne(std::optional<ResultFile>& table) {
   if (table) table->Add(file_, results, worker_);
   if (request_.explain && !table && !request_.json) Explain(results);
   if (request_.compare) comparison_.Add(file_, results);
-  if (request_.suite_values) precision_.Add(results);
+  if (request_.suite_values) precision_.Add(results, file_.Count());
 }
 
 void TakeOff::WorkAll() {
@@ -114,24 +116,45 @@ void TakeOff::WorkAll() {
     WorkOne(table);
     bar.Show(bytes_.Done());
   }
-  CheckUnusedRules();
+  CheckFormulas();
+  CheckRatios();
   // The bill first: if it cannot be written, the table is not left behind alone.
   WriteBillFile();
   if (table) table->Commit(bill_);
 }
 
-void TakeOff::CheckUnusedRules() {
+void TakeOff::CheckFormula(std::size_t rule, RulePart part, const BoundFormula& formula) {
+  if (formula.FaultOfText()) problems_.Add(rule, part, *formula.FaultOfText(), "");
+  for (const Fault& doubt : formula.Doubts()) problems_.Add(rule, part, doubt, "");
+}
+
+// As they are bound for the classes that came; those that no class had a use for are bound alone.
+void TakeOff::CheckFormulas() {
+  for (const auto& [rule, doubt] : planner_.ConstantDoubts())
+    problems_.Add(rule, RulePart::kFormula, doubt, "");
+  std::vector<bool> is_bound(rules_.rules.size());
+  const auto check = [&](const auto& bound) {
+    is_bound[bound.rule] = true;
+    CheckFormula(bound.rule, RulePart::kFormula, bound.formula);
+    if (bound.condition) CheckFormula(bound.rule, RulePart::kCondition, *bound.condition);
+  };
+  for (const Plan* plan : planner_.Plans()) {
+    for (const BoundRule& bound : plan->rules) check(bound);
+    for (const BoundDefault& bound : plan->defaults) check(bound);
+  }
   for (std::size_t i = 0; i < rules_.rules.size(); ++i) {
     const RuleKind kind = rules_.rules[i].kind;
-    if ((kind != RuleKind::kQuantity && kind != RuleKind::kStep) || coverage_.Fits(i)) continue;
-    const BoundRule bound = planner_.BindAlone(i);
-    const auto look = [&](const BoundFormula& formula, RulePart part) {
-      if (formula.FaultOfText()) problems_.Add(i, part, *formula.FaultOfText(), "");
-      for (const Fault& doubt : formula.Doubts()) problems_.Add(i, part, doubt, "");
-    };
-    look(bound.formula, RulePart::kFormula);
-    if (bound.condition) look(*bound.condition, RulePart::kCondition);
+    const bool has_formula =
+        kind == RuleKind::kQuantity || kind == RuleKind::kStep || kind == RuleKind::kDefault;
+    if (has_formula && !is_bound[i]) check(planner_.BindAlone(i));
   }
+}
+
+// Ratios are worked of totals: the bill has to be made before it is known what is wrong with them.
+void TakeOff::CheckRatios() {
+  bill_.Rows();
+  for (const auto& [rule, doubt] : quantities_.RatioDoubts())
+    problems_.Add(rule, RulePart::kFormula, doubt, "");
 }
 
 void TakeOff::WriteBillFile() const {
@@ -163,16 +186,17 @@ void TakeOff::Print() const {
 
 void TakeOff::PrintNotes() const {
   std::ostream& err = console_.err;
+  if (unread_sheets_ > 0) {
+    err << "lorv: "
+        << Say("note: of the workbooks only the first sheets are read; {} more hold something",
+               {std::to_string(unread_sheets_)})
+        << "\n";
+  }
   problems_.Print(err, console_.columns);
   coverage_.Print(err);
   units_.Print(err);
   if (request_.suite_values) precision_.Print(err);
-  if (filter_ && filter_->Undecided() > 0) {
-    err << "lorv: "
-        << Say("note: {} components lack a value that --where asks for, and were left out",
-               {std::to_string(filter_->Undecided())})
-        << "\n";
-  }
+  if (filter_) filter_->Print(err, console_.columns);
 }
 
 void TakeOff::PrintJson() const {
@@ -181,12 +205,14 @@ void TakeOff::PrintJson() const {
   json.Key("components").Number(components_);
   json.Key("without_rule").Number(without_rule_);
   json.Key("left_out").Number(left_out_);
+  if (unread_sheets_ > 0) json.Key("unread_sheets").Number(unread_sheets_);
   json.Key("digits").String(request_.suite_values ? "suite" : "all");
   WriteBill(bill_, json);
   problems_.Write(json);
   coverage_.Write(json);
   units_.Write(json);
   precision_.Write(json);
+  if (filter_) filter_->Write(json);
   if (request_.compare) comparison_.Write(json);
   json.Close('}');
   console_.out << json.Text();
@@ -203,7 +229,8 @@ void TakeOff::PrintTime() const {
 }
 
 int TakeOff::ExitCodeOf() const {
-  const bool doubtful = !problems_.IsEmpty() || !coverage_.IsComplete() || !units_.IsFine();
+  const bool doubtful = !problems_.IsEmpty() || !coverage_.IsComplete() || !units_.IsFine() ||
+                        (filter_ && !filter_->IsFine()) || unread_sheets_ > 0;
   if (problems_.HasFaults() || precision_.IsCoarse()) return kResultFailed;
   return request_.strict && doubtful ? kResultFailed : kFine;
 }

@@ -45,7 +45,7 @@ class TakeOff {
   int Run();
 
  private:
-  RuleSet ReadRulesFile() const;
+  RuleSet ReadRulesFile();
   ValueDigits DigitsAsked() const { return request_.suite_values ? ValueDigits::kSuite : ValueDigits::kAll; }
   std::vector<BillKey> KeysAsked();
 
@@ -53,8 +53,10 @@ class TakeOff {
   void WorkOne(std::optional<ResultFile>& table);
   void AddToBill(const std::vector<Result>& results);
   void Explain(const std::vector<Result>& results);
-  // The formulas of rules that no component needed are looked at all the same.
-  void CheckUnusedRules();
+  // All formulas of the rules are looked at, whether or not a component needed them.
+  void CheckFormulas();
+  void CheckFormula(std::size_t rule, RulePart part, const BoundFormula& formula);
+  void CheckRatios();
   void WriteBillFile() const;
   void Print() const;
   void PrintNotes() const;
@@ -64,6 +66,7 @@ class TakeOff {
 
   const TakeOffRequest& request_;
   Console& console_;
+  long long unread_sheets_ = 0;  // of both workbooks
   RuleSet rules_;
   InputBytes bytes_;
   ComponentsFile file_;

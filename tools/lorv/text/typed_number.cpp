@@ -5,6 +5,7 @@
 
 #include "framework/text/cstring.h"
 #include "framework/text/number_text.h"
+#include "tools/lorv/text/folded_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
@@ -29,6 +30,8 @@ std::string Plain(std::string_view utf8) {
 bool HasGroups(std::string_view text, char separator) {
   std::size_t at = text.find(separator);
   if (at == std::string_view::npos || at == 0 || at > 4) return false;
+  // Nobody writes thousands of nothing: 0,001 is a decimal comma.
+  if (text.substr(0, at).find_first_of("123456789") == std::string_view::npos) return false;
   for (; at != std::string_view::npos; at = text.find(separator, at + 1)) {
     const std::size_t digits = text.find_first_not_of("0123456789", at + 1);
     if (std::min(digits, text.size()) != at + 4) return false;
@@ -73,6 +76,8 @@ std::string NumberHint(std::string_view cell) {
     if (!HasGroups(text, ',')) return Say("; a decimal comma? Write {}", {point});
     return Say("; a decimal comma or a thousands separator? Write {} or {}", {point, Without(text, ',')});
   }
+  if (const std::string bare = Folded(text); bare != text && WholeNumber(bare))
+    return Say("; blanks around it? Write {}", {bare});
   if (WholeNumber(Without(text, ' '))) return Say("; a thousands separator? Write {}", {Without(text, ' ')});
   const std::size_t end = text.find_first_not_of("0123456789.+-");
   if (end != std::string::npos && end > 0 && IsDigitByte(text[end - 1]) && WholeNumber(text.substr(0, end))) {

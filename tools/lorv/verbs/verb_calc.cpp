@@ -91,6 +91,8 @@ int CalcRun::One(const std::string& formula, long long line) {
 void CalcRun::Compare() {
   const Calculation exact = CalculateExactly(result_.typed, pairs_);
   result_.doubts = exact.doubts;
+  // Where there is no number with all digits, the suite's hides why.
+  if (!result_.fault && exact.fault) result_.fault = exact.fault;
   if (!result_.value || !exact.value || PlainReal(*result_.value) == PlainReal(*exact.value)) return;
   exact_ = exact.value;
   is_coarse_ = std::fabs(*result_.value - *exact_) > Precision::kTolerable * std::fabs(*exact_);

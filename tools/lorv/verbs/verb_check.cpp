@@ -1,4 +1,5 @@
 #include <CLI/CLI.hpp>
+#include <cmath>
 #include <ostream>
 #include <set>
 
@@ -20,13 +21,18 @@ struct CheckArguments {
   bool strict = false;
 };
 
-// What a name counts where a formula is only looked at.
-constexpr double kAnyValue = 1000000;
+// What names count where a formula is only looked at: all of them the first number, and so on; what is wrong
+// with all of these is wrong whatever the values. `step` makes them differ from name to name.
+struct Trial {
+  double first;
+  double step;
+};
+constexpr Trial kTrials[] = {{1000000, 0}, {1, 0}, {0.5, 0}, {2, 1}, {0.1, 0.07}, {-3, 0}, {1000, -7}};
 
 constexpr const char* kCheckHelp =
-    "Tells whether a formula can be worked, whatever the values: each name counts 1000000. With NAMES only "
-    "those\n"
-    "may stand in it, without any name may.\n"
+    "Tells whether a formula can be worked: wrong is what fails with all of several values for its names. "
+    "With\n"
+    "NAMES only those may stand in it, without any name may.\n"
     "\n"
     "Examples:\n"
     "  lorv check \"2*(L+B)*H\"\n"
@@ -52,6 +58,30 @@ struct Finding {
   std::vector<Fault> doubts;
 };
 
+Calculation WorkTrial(const CString& formula, std::vector<NameValue> values, const Trial& trial) {
+  double number = trial.first;
+  for (NameValue& value : values) {
+    value.number = number;
+    number += trial.step;
+  }
+  return CalculateExactly(formula, values);
+}
+
+// Of values that make it fail and others that do not, the latter count.
+Finding BestFinding(const CString& formula, const std::vector<NameValue>& values) {
+  std::optional<Finding> best;
+  for (const Trial& trial : kTrials) {
+    const Calculation worked = WorkTrial(formula, values, trial);
+    if (worked.fault && worked.fault->syntax) return {worked.fault, worked.doubts};
+    const bool mends = best && best->fault && !worked.fault;
+    // Fractions would hide what is too large for every measure that a building has.
+    const bool clears = best && best->fault.has_value() == worked.fault.has_value() &&
+                        worked.doubts.size() < best->doubts.size() && std::fabs(trial.first) >= 1;
+    if (!best || mends || clears) best = Finding{worked.fault, worked.doubts};
+  }
+  return *best;
+}
+
 Finding FindingOf(const CString& formula, const std::vector<std::string>& names) {
   std::set<CString> allowed;
   for (const std::string& name : names) allowed.insert(NameKey(CString::FromUtf8(name).View()));
@@ -64,10 +94,9 @@ Finding FindingOf(const CString& formula, const std::vector<std::string>& names)
                     Say("the name '{}' is not among those allowed", {word.name.ToUtf8()}), true, true},
               {}};
     }
-    if (known.insert(key).second) values.push_back({word.name, false, {}, kAnyValue});
+    if (known.insert(key).second) values.push_back({word.name, false, {}, 0});
   }
-  const Calculation worked = CalculateExactly(formula, values);
-  return {worked.fault, worked.doubts};
+  return BestFinding(formula, values);
 }
 
 class CheckRun {

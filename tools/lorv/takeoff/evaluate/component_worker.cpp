@@ -14,7 +14,6 @@ ComponentWorker::ComponentWorker(Planner& planner, const ComponentsFile& file, P
       problems_(problems),
       coverage_(coverage),
       ready_(planner, file),
-      values_(planner.Dimensions().size()),
       digits_(digits) {}
 
 const std::vector<Result>& ComponentWorker::Work() {
@@ -23,6 +22,7 @@ const std::vector<Result>& ComponentWorker::Work() {
   plan_ = &ready_.PlanAtHand();
   // Plans are made as classes come, and may name what nobody knows: dimensions without a column.
   values_.resize(planner_.Dimensions().size());
+  if (digits_ == ValueDigits::kSuite) exact_values_.resize(values_.size());
   defaults_in_use_ = plan_->defaults.size();
   results_.assign(plan_->results, {});
   by_result_.assign(plan_->results, nullptr);
@@ -44,6 +44,10 @@ void ComponentWorker::WorkRule(BoundRule& bound) {
   const Rule& rule = planner_.Rules().rules[bound.rule];
   bool skip = false;
   const std::optional<bool> holds = Holds(bound.condition, bound.rule, skip);
+  if (holds && DecidesOtherwise(bound, *holds)) {
+    result.decided_otherwise = true;
+    result.rule = bound.rule;
+  }
   if (holds && !*holds) return;
   coverage_.CountHeld(bound.rule);
   result.rule = bound.rule;
@@ -66,27 +70,34 @@ void ComponentWorker::WorkRule(BoundRule& bound) {
   result.value = result.exact = outcome.value * rule.factor;
   by_result_[bound.result] = &bound;
   if (digits_ == ValueDigits::kSuite) WorkExactly(bound, result);
-  ReportDoubts(bound, outcome);
+  ReportDoubts(bound.formula, bound.rule, RulePart::kFormula, outcome);
 }
 
 // What the suite's three decimals and thirds made of it is told beside what there is with all digits.
 void ComponentWorker::WorkExactly(BoundRule& bound, Result& result) {
-  const Rule& rule = planner_.Rules().rules[bound.rule];
-  std::optional<double> instead;
-  if (rule.missing == Missing::kUseNumber) instead = rule.missing_value;
   exact_pass_ = true;
-  const Outcome outcome = bound.formula.WorkExactly(*this, instead);
+  const Outcome outcome = WorkFormula(bound.formula, bound.rule);
   exact_pass_ = false;
-  // With all digits it may fail where it does not otherwise: nothing is the same about both then.
-  result.exact = outcome.state == Outcome::kWorked ? outcome.value * rule.factor
-                                                   : std::numeric_limits<double>::infinity();
+  if (outcome.doubt) Report(bound.rule, RulePart::kFormula, *outcome.doubt);
+  // With all digits it may fail where it does not otherwise, or another row count: nothing is the same then.
+  const bool is_known = outcome.state == Outcome::kWorked && !result.decided_otherwise;
+  result.exact = is_known ? outcome.value * planner_.Rules().rules[bound.rule].factor
+                          : std::numeric_limits<double>::infinity();
 }
 
-void ComponentWorker::ReportDoubts(const BoundRule& bound, const Outcome& outcome) {
-  for (const Fault& doubt : bound.formula.Doubts()) Report(bound.rule, RulePart::kFormula, doubt);
-  if (outcome.doubt) Report(bound.rule, RulePart::kFormula, *outcome.doubt);
-  if (!bound.condition) return;
-  for (const Fault& doubt : bound.condition->Doubts()) Report(bound.rule, RulePart::kCondition, doubt);
+// Whether a condition is decided otherwise with all digits of the values than by the suite's.
+bool ComponentWorker::DecidesOtherwise(BoundRule& bound, bool holds) {
+  if (digits_ != ValueDigits::kSuite || !bound.condition) return false;
+  exact_pass_ = true;
+  const Outcome outcome = WorkFormula(*bound.condition, bound.rule);
+  exact_pass_ = false;
+  return outcome.state == Outcome::kWorked && (outcome.value > 0) != holds;
+}
+
+void ComponentWorker::ReportDoubts(const BoundFormula& formula, std::size_t rule, RulePart part,
+                                   const Outcome& outcome) {
+  for (const Fault& doubt : formula.Doubts()) Report(rule, part, doubt);
+  if (outcome.doubt) Report(rule, part, *outcome.doubt);
 }
 
 CString ComponentWorker::Worked(std::size_t result) {
@@ -104,6 +115,7 @@ std::optional<bool> ComponentWorker::Holds(std::optional<BoundFormula>& conditio
                                            bool& skip) {
   if (!condition) return true;
   const Outcome outcome = WorkFormula(*condition, rule);
+  if (outcome.state == Outcome::kWorked) ReportDoubts(*condition, rule, RulePart::kCondition, outcome);
   // As the function IIF has it.
   if (outcome.state == Outcome::kWorked) return outcome.value > 0;
   skip = outcome.state == Outcome::kMissing && planner_.Rules().rules[rule].missing == Missing::kSkip;
@@ -116,10 +128,9 @@ Outcome ComponentWorker::WorkFormula(BoundFormula& formula, std::size_t rule) {
   std::optional<double> instead;
   if (row.missing == Missing::kUseNumber) instead = row.missing_value;
   text_met_.reset();
-  if (const double* const result = ready_.ResultOf(formula)) {
-    return {Outcome::kWorked, *result, {}};
-  }
-  Outcome outcome = formula.Work(*this, instead);
+  const double* const result = exact_pass_ ? nullptr : ready_.ResultOf(formula);
+  if (result != nullptr) return {Outcome::kWorked, *result, {}};
+  Outcome outcome = exact_pass_ ? formula.WorkExactly(*this, instead) : formula.Work(*this, instead);
   // Words where a number belongs are no missing value: they are never passed over.
   if (!text_met_) return outcome;
   outcome.state = Outcome::kFaulty;
@@ -131,13 +142,15 @@ Outcome ComponentWorker::WorkFormula(BoundFormula& formula, std::size_t rule) {
   return outcome;
 }
 
+// The second look with all digits tells of nothing that the first one has not told.
 void ComponentWorker::Report(std::size_t rule, RulePart part, const Fault& fault) {
+  if (exact_pass_) return;
   const std::string detail = fault.detail.empty() ? "" : ": " + fault.detail;
   problems_.Add(rule, part, fault, PlaceOfComponent(file_) + detail);
 }
 
 std::optional<double> ComponentWorker::DimensionOf(std::size_t index) {
-  Value& value = values_[index];
+  Value& value = exact_pass_ ? exact_values_[index] : values_[index];
   if (value.component != component_) {
     const Value found = LookUp(index);
     // Inside a default fewer defaults are asked: what was found there may be less than there is.
@@ -167,8 +180,10 @@ std::optional<double> ComponentWorker::DefaultOf(std::size_t index) {
     const std::optional<bool> holds = Holds(candidate.condition, candidate.rule, skip);
     if (holds && *holds) {
       const Outcome outcome = WorkFormula(candidate.formula, candidate.rule);
-      if (outcome.state == Outcome::kWorked)
+      if (outcome.state == Outcome::kWorked) {
+        ReportDoubts(candidate.formula, candidate.rule, RulePart::kFormula, outcome);
         found = outcome.value * planner_.Rules().rules[candidate.rule].factor;
+      }
       if (outcome.state == Outcome::kFaulty) Report(candidate.rule, RulePart::kFormula, outcome.fault);
     }
   }

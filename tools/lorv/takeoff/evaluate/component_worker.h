@@ -16,7 +16,8 @@ struct Result {
   State state = kNone;
   double value = 0;
   std::size_t rule = 0;  // which row gave it
-  double exact = 0;      // the same with all digits of the dimensions
+  double exact = 0;      // the same with all digits of the dimensions; infinite where it is another one
+  bool decided_otherwise = false;  // with all digits, by the condition of the row or of one above
 };
 
 // Works all quantities of one component after the other.
@@ -53,7 +54,8 @@ class ComponentWorker : private ValueSource {
   Value LookUp(std::size_t index);
   std::optional<double> DefaultOf(std::size_t index);
   void WorkExactly(BoundRule& bound, Result& result);
-  void ReportDoubts(const BoundRule& bound, const Outcome& outcome);
+  bool DecidesOtherwise(BoundRule& bound, bool holds);
+  void ReportDoubts(const BoundFormula& formula, std::size_t rule, RulePart part, const Outcome& outcome);
 
   Planner& planner_;
   const ComponentsFile& file_;
@@ -62,6 +64,7 @@ class ComponentWorker : private ValueSource {
   ReadyBlock ready_;
   Plan* plan_ = nullptr;
   std::vector<Value> values_;
+  std::vector<Value> exact_values_;  // for the look with all digits: defaults are worked otherwise
   std::vector<Result> results_;
   std::vector<BoundRule*> by_result_;  // which rule gave each
   ValueDigits digits_;

@@ -2,45 +2,89 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <ostream>
 
 #include "framework/text/number_text.h"
+#include "tools/lorv/takeoff/input/takeoff_limits.h"
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
+namespace {
 
-void Precision::Add(const std::vector<Result>& results) {
+// Two digits, and no fraction of large shares.
+std::string InPerCent(double share) {
+  const double per_cent = share * 100;
+  return per_cent < 10 ? RealToText(per_cent, 'g', 2) : RealToText(per_cent, 'f', 0);
+}
+
+}  // namespace
+
+void Precision::Add(const std::vector<Result>& results, double count) {
   for (const Result& result : results) {
-    const int quantity = result.state == Result::kWorked ? quantities_.Of(result.rule) : -1;
+    const bool is_worked = result.state == Result::kWorked;
+    const int quantity = is_worked || result.decided_otherwise ? quantities_.Of(result.rule) : -1;
     if (quantity < 0) continue;
     Moved& moved = moved_[static_cast<std::size_t>(quantity)];
     ++moved.values;
-    const double change = std::fabs(result.value - result.exact);
-    const int decimals = quantities_.List()[static_cast<std::size_t>(quantity)].decimals;
-    if (!(change > std::pow(10.0, -decimals))) continue;
+    const bool is_known = is_worked && std::isfinite(result.exact);
+    moved.total.Add(is_worked ? result.value * count : 0);
+    moved.exact_total.Add(is_known ? result.exact * count : is_worked ? result.value * count : 0);
+    const double change = is_known ? std::fabs(result.value - result.exact) : 0;
+    if (is_known && !(change > LastDigit(static_cast<std::size_t>(quantity)))) continue;
     ++moved.differ;
-    const double share =
-        result.exact == 0 ? std::numeric_limits<double>::infinity() : change / std::fabs(result.exact);
-    moved.largest = std::max(moved.largest, std::isfinite(result.exact) ? share : 1);
+    const double share = is_known && result.exact != 0 ? change / std::fabs(result.exact) : 1;
+    moved.largest = std::max(moved.largest, share);
   }
 }
 
+double Precision::LastDigit(std::size_t quantity) const {
+  return std::pow(10.0, -quantities_.List()[quantity].Decimals());
+}
+
+// Many values may each stay within their last digit, and their sum does not.
+bool Precision::TotalDiffers(std::size_t quantity) const {
+  if (quantities_.List()[quantity].HowTotalled() != Totalling::kSum) return false;
+  const Moved& moved = moved_[quantity];
+  return std::fabs(moved.total.Value() - moved.exact_total.Value()) > LastDigit(quantity);
+}
+
+double Precision::ShareOfTotal(std::size_t quantity) const {
+  if (!TotalDiffers(quantity)) return 0;
+  const double exact = moved_[quantity].exact_total.Value();
+  return exact == 0 ? 1 : std::fabs((moved_[quantity].total.Value() - exact) / exact);
+}
+
 bool Precision::IsCoarse() const {
-  return std::any_of(moved_.begin(), moved_.end(),
-                     [](const Moved& moved) { return moved.largest > kTolerable; });
+  for (std::size_t i = 0; i < moved_.size(); ++i) {
+    if (std::max(moved_[i].largest, ShareOfTotal(i)) > kTolerable) return true;
+  }
+  return false;
+}
+
+void Precision::PrintTotal(std::ostream& out, std::size_t quantity) const {
+  if (!TotalDiffers(quantity)) return;
+  const Quantity& of = quantities_.List()[quantity];
+  const Moved& moved = moved_[quantity];
+  // Two digits more than the bill has show the difference.
+  const int decimals = std::min(of.Decimals() + 2, kMostDecimals);
+  out << "lorv: "
+      << Say("note: the total of \"{}\" is {}, with all digits of the values {}",
+             {Printable(of.name), RealToText(moved.total.Value(), 'f', decimals),
+              RealToText(moved.exact_total.Value(), 'f', decimals)})
+      << "\n";
 }
 
 void Precision::Print(std::ostream& out) const {
   for (std::size_t i = 0; i < moved_.size(); ++i) {
+    PrintTotal(out, i);
     if (moved_[i].differ == 0) continue;
     out << "lorv: "
         << Say("note: {} of {} values of \"{}\" differ from those with all digits, by up to {} %: the suite "
                "works with "
                "three decimals, and with a third for what is near one",
                {std::to_string(moved_[i].differ), std::to_string(moved_[i].values),
-                Printable(quantities_.List()[i].name), RealToText(moved_[i].largest * 100, 'g', 2)})
+                Printable(quantities_.List()[i].name), InPerCent(moved_[i].largest)})
         << "\n";
   }
 }
@@ -48,13 +92,15 @@ void Precision::Print(std::ostream& out) const {
 void Precision::Write(JsonText& json) const {
   json.Key("precision").Open('[');
   for (std::size_t i = 0; i < moved_.size(); ++i) {
-    if (moved_[i].differ == 0) continue;
+    if (moved_[i].differ == 0 && !TotalDiffers(i)) continue;
     json.Open('{');
     json.Key("quantity").String(quantities_.List()[i].name);
     json.Key("unit").String(quantities_.List()[i].unit);
     json.Key("values").Number(moved_[i].values);
     json.Key("differ").Number(moved_[i].differ);
     json.Key("largest_share").Number(moved_[i].largest);
+    json.Key("total").Number(moved_[i].total.Value());
+    json.Key("total_with_all_digits").Number(moved_[i].exact_total.Value());
     json.Close('}');
   }
   json.Close(']');

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tools/lorv/takeoff/evaluate/component_worker.h"
+#include "tools/lorv/takeoff/evaluate/exact_sum.h"
 #include "tools/lorv/takeoff/evaluate/quantities.h"
 #include "tools/lorv/text/json_text.h"
 
@@ -19,7 +20,8 @@ class Precision {
   explicit Precision(const Quantities& quantities)
       : quantities_(quantities), moved_(quantities.List().size()) {}
 
-  void Add(const std::vector<Result>& results);
+  // The results of a row that stands for `count` components.
+  void Add(const std::vector<Result>& results, double count);
 
   // Whether any quantity differs by more than kTolerable.
   bool IsCoarse() const;
@@ -31,7 +33,14 @@ class Precision {
     long long values = 0;
     long long differ = 0;  // by more than the last digit that is shown
     double largest = 0;    // of those, as a share
+    Sum total;
+    Sum exact_total;
   };
+
+  double LastDigit(std::size_t quantity) const;
+  bool TotalDiffers(std::size_t quantity) const;
+  double ShareOfTotal(std::size_t quantity) const;
+  void PrintTotal(std::ostream& out, std::size_t quantity) const;
 
   const Quantities& quantities_;
   std::vector<Moved> moved_;

@@ -23,13 +23,24 @@ Quantities::Quantities(const RuleSet& rules) {
     if (rule.kind != RuleKind::kQuantity) continue;
     std::size_t at = 0;
     while (at < list_.size() && (list_[at].name != rule.name || list_[at].unit != rule.unit)) ++at;
-    if (at == list_.size())
-      list_.push_back({rule.name, rule.unit, rule.decimals, rule.totalling, index, false});
+    if (at == list_.size()) list_.push_back({rule.name, rule.unit, {}, {}, index, false});
     of_rule_.back() = static_cast<int>(at);
+    Join(rules, rule, list_[at]);
   }
   for (std::size_t index = 0; index < rules.rules.size(); ++index) {
     if (rules.rules[index].kind == RuleKind::kRatio) AddRatio(rules, rules.rules[index], index);
   }
+}
+
+// The bill has one column for all rows of a quantity: the finest of their decimals, and one way of totalling.
+void Quantities::Join(const RuleSet& rules, const Rule& rule, Quantity& quantity) {
+  if (rule.decimals) quantity.says_decimals = std::max(quantity.says_decimals.value_or(0), *rule.decimals);
+  if (!rule.totalling) return;
+  if (quantity.says_totalling && *quantity.says_totalling != *rule.totalling) {
+    throw BadInput(PlaceText(rules.file, rule.total_place) +
+                   Say("a row above totals {} in another way", {rule.name}));
+  }
+  quantity.says_totalling = rule.totalling;
 }
 
 // Names are those of quantities, with letters of any language: blanks inside a name stand as "_" in the
@@ -52,8 +63,9 @@ void Quantities::AddRatio(const RuleSet& rules, const Rule& rule, std::size_t in
   for (std::size_t i = 0; i < names.size(); ++i) {
     if (formula.Uses(i)) needs.push_back(i);
   }
+  for (const FormulaDiagnosis& doubt : formula.Doubts()) doubts_.emplace_back(index, FaultOf(doubt));
   ratios_.push_back({list_.size(), std::move(needs), std::move(formula)});
-  list_.push_back({rule.name, rule.unit, rule.decimals, Totalling::kSum, index, true});
+  list_.push_back({rule.name, rule.unit, rule.decimals, {}, index, true});
 }
 
 std::optional<double> Quantities::Ratio(std::size_t quantity,
@@ -67,9 +79,20 @@ std::optional<double> Quantities::Ratio(std::size_t quantity,
     values[need] = *totals[need];
   }
   int code = 0;
-  const double value = ratio->formula.Work(values.data(), code) * 1;
-  if (code != 0 || !std::isfinite(value)) return std::nullopt;
-  return value;
+  const double value = ratio->formula.Work(values.data(), code);
+  if (code == 0 && std::isfinite(value)) return value;
+  Fault fault = code == 0 ? Fault{0, 0, Say("the result is no number"), false, true}
+                          : FaultOf(ratio->formula.Explain());
+  // A line without the ratio is no wrong line: it is told of and stops nothing.
+  fault.stops = false;
+  failed_.emplace(list_[quantity].rule, fault);
+  return std::nullopt;
+}
+
+std::vector<std::pair<std::size_t, Fault>> Quantities::RatioDoubts() const {
+  std::vector<std::pair<std::size_t, Fault>> doubts = doubts_;
+  doubts.insert(doubts.end(), failed_.begin(), failed_.end());
+  return doubts;
 }
 
 }  // namespace lorv::tool

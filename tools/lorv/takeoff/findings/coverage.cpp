@@ -58,9 +58,11 @@ void Coverage::Print(std::ostream& out) const {
   std::size_t shown = 0;
   for (const auto& [name, count] : classes_) {
     if (++shown > kShownClasses) break;
+    const std::string words = Printable(name), number = std::to_string(count);
     out << "lorv: "
-        << Say("note: no rule is for the class \"{}\" ({} components)",
-               {Printable(name), std::to_string(count)})
+        << (name.empty() ? Say("note: components without a class have no rules: {}", {number})
+            : count == 1 ? Say("note: no rule is for the class \"{}\" (1 component)", {words})
+                         : Say("note: no rule is for the class \"{}\" ({} components)", {words, number}))
         << "\n";
   }
   if (shown > kShownClasses) {

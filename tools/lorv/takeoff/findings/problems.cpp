@@ -67,7 +67,8 @@ void Problems::Print(std::ostream& out, int columns) const {
         << "\n"
         << ColouredMark(
                CaretText(FormulaOf(*problem), problem->fault.position, problem->fault.length, columns));
-    PrintComponents(out, *problem);
+    // Constants and ratios are not worked for components.
+    if (rule.kind != RuleKind::kConstant && rule.kind != RuleKind::kRatio) PrintComponents(out, *problem);
   }
   if (beyond_ > 0) out << Say("and {} more problems of other kinds", {std::to_string(beyond_)}) << "\n";
 }

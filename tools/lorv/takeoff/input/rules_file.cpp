@@ -168,12 +168,13 @@ void RulesReader::ReadDetails(Rule& rule) const {
   if (decimals < 0 || decimals > kMostDecimals || decimals != std::floor(decimals)) {
     FailAt(kDecimalsOf, Say("decimals go from 0 to {}", {std::to_string(kMostDecimals)}));
   }
-  rule.decimals = static_cast<int>(decimals);
+  if (!Cell(kDecimalsOf).empty()) rule.decimals = static_cast<int>(decimals);
   rule.factor = NumberOf(kFactorOf, 1);
   if (rule.factor == 0) FailAt(kFactorOf, Say("a factor of 0 makes every result 0"));
   ReadMissing(rule);
   ReadTotalling(rule);
   if (columns_[kConditionOf]) rule.condition_place = row_.Place(*columns_[kConditionOf]);
+  if (columns_[kTotalOf]) rule.total_place = row_.Place(*columns_[kTotalOf]);
   rule.unit = Cell(kUnitOf);
   rule.condition = CString::FromUtf8(Cell(kConditionOf));
   rule.compare = Cell(kCompareOf);

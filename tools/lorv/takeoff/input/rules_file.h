@@ -31,6 +31,7 @@ struct Rule {
   FilePlace place;          // of the row
   FilePlace formula_place;  // of the cell
   FilePlace condition_place;
+  FilePlace total_place;
   ClassSelector classes;
   std::string name;
   std::string unit;
@@ -38,9 +39,10 @@ struct Rule {
   CString condition;
   Missing missing = Missing::kReport;
   double missing_value = 0;
-  int decimals = 3;
+  // Nothing where the row leaves it blank: another row of the quantity may say it.
+  std::optional<int> decimals;
+  std::optional<Totalling> totalling;
   double factor = 1;
-  Totalling totalling = Totalling::kSum;
   std::string compare;  // the column of the components file that stores the same quantity
   std::string group;    // rules of one group count once in a comparison
 };

@@ -12,12 +12,6 @@
 
 namespace lorv::tool {
 
-void Sum::Add(double value) {
-  const double sum = sum_ + value;
-  lost_ += std::fabs(sum_) >= std::fabs(value) ? (sum_ - sum) + value : (value - sum) + sum_;
-  sum_ = sum;
-}
-
 std::size_t Bill::Names::IndexOf(std::string_view name) {
   const auto known = index.find(name);
   if (known != index.end()) return known->second;
@@ -103,7 +97,7 @@ Bill::Line Bill::Joined(const Groups& groups, std::size_t quantity) {
 
 bool Bill::IsAdditive(std::size_t quantity) const {
   const Quantity& of = quantities_.List()[quantity];
-  return !of.is_ratio && of.totalling == Totalling::kSum;
+  return !of.is_ratio && of.HowTotalled() == Totalling::kSum;
 }
 
 std::optional<double> Bill::TotalOf(const Groups& groups, std::size_t quantity) const {
@@ -117,7 +111,7 @@ std::optional<double> Bill::TotalOf(const Groups& groups, std::size_t quantity) 
   }
   const Line line = Joined(groups, quantity);
   if (line.components == 0) return std::nullopt;
-  switch (of.totalling) {
+  switch (of.HowTotalled()) {
     case Totalling::kAverage:
       return line.total.Value() / line.components;
     case Totalling::kLeast:
@@ -144,7 +138,7 @@ BillRow Bill::RowOf(const Groups& groups, std::size_t quantity, std::size_t dept
   }
   row.components = of.is_ratio ? 0 : Joined(groups, quantity).components;
   row.total = TotalOf(groups, quantity).value_or(0);
-  row.shown = steps ? ShownSteps(*steps, of.decimals) : Shown(row.total, of.decimals);
+  row.shown = steps ? ShownSteps(*steps, of.Decimals()) : Shown(row.total, of.Decimals());
   return row;
 }
 
@@ -156,7 +150,7 @@ std::vector<std::optional<long long>> Bill::Steps(const std::vector<Groups>& par
   std::vector<double> values;
   values.reserve(parts.size());
   for (const Groups& part : parts) values.push_back(TotalOf(part, quantity).value_or(0));
-  const auto shares = SharedOut(values, quantities_.List()[quantity].decimals, *total);
+  const auto shares = SharedOut(values, quantities_.List()[quantity].Decimals(), *total);
   if (!shares) return steps;
   for (std::size_t i = 0; i < parts.size(); ++i) steps[i] = (*shares)[i];
   return steps;
@@ -187,7 +181,7 @@ std::vector<BillRow> Bill::Rows() const {
     if (!Has(all, quantity)) continue;
     const double total = TotalOf(all, quantity).value_or(0);
     std::optional<long long> steps;
-    if (IsAdditive(quantity)) steps = InSteps(total, quantities_.List()[quantity].decimals);
+    if (IsAdditive(quantity)) steps = InSteps(total, quantities_.List()[quantity].Decimals());
     shares[quantity] = Steps(parts, quantity, steps);
     totals.push_back(RowOf(all, quantity, 0, steps));
     totals.back().kind = BillRow::kTotal;
@@ -203,7 +197,7 @@ std::vector<BillRow> Bill::Rows() const {
 
 bool Bill::IsAdjusted(const std::vector<BillRow>& rows, const Quantities& quantities) {
   return std::any_of(rows.begin(), rows.end(), [&](const BillRow& row) {
-    return row.shown != Shown(row.total, quantities.List()[row.quantity].decimals);
+    return row.shown != Shown(row.total, quantities.List()[row.quantity].Decimals());
   });
 }
 

@@ -10,22 +10,11 @@
 #include <vector>
 
 #include "tools/lorv/csv/output_file.h"
+#include "tools/lorv/takeoff/evaluate/exact_sum.h"
 #include "tools/lorv/takeoff/evaluate/quantities.h"
 #include "tools/lorv/text/json_text.h"
 
 namespace lorv::tool {
-
-// A sum that keeps what plain addition loses: the total of a million components does not depend on their
-// order by more than its last digit.
-class Sum {
- public:
-  void Add(double value);
-  double Value() const { return sum_ + lost_; }
-
- private:
-  double sum_ = 0;
-  double lost_ = 0;
-};
 
 // By what a bill parts its totals: a column of the components.
 struct BillKey {

@@ -32,6 +32,8 @@ class BoundFormula {
   const std::optional<Fault>& FaultOfText() const { return fault_; }
   // What in the formula hardly means what it seems to, whatever the values.
   const std::vector<Fault>& Doubts() const { return doubts_; }
+  // What only the maker of the formula knows.
+  void AddDoubt(const Fault& doubt) { doubts_.push_back(doubt); }
   const CString& Typed() const { return typed_; }
   // The dimensions that it uses, each once.
   const std::vector<std::size_t>& Dimensions() const { return dimensions_; }

@@ -5,6 +5,7 @@
 #include "TEXPRESSCAL/formula_words.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/caret_text.h"
+#include "tools/lorv/formula/circle_number.h"
 #include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
@@ -34,7 +35,11 @@ Planner::Planner(const RuleSet& rules, const ComponentsFile& file, PlanOptions o
     names_[Key(title)] = {Symbol::kDimension, DimensionNamed(title, column, 1)};
   }
   DeclareSpecialTexts(file);
-  for (std::size_t index = 0; index < rules.rules.size(); ++index) Declare(index);
+  for (std::size_t index = 0; index < rules.rules.size(); ++index) {
+    Declare(index);
+    names_the_circle_ = names_the_circle_ || Key(rules.rules[index].name) == _T("PI");
+  }
+  names_the_circle_ = names_the_circle_ || names_.contains(_T("PI"));
   for (std::size_t index = 0; index < rules.rules.size(); ++index) stored_.push_back(FindStored(index));
   for (const auto& [name, symbol] : names_) known_.AddSorted(CStrCmp(name));
 }
@@ -62,7 +67,7 @@ void Planner::DeclareSpecialTexts(const ComponentsFile& file) {
 
 void Planner::Declare(std::size_t index) {
   const Rule& rule = rules_.rules[index];
-  if (rule.kind == RuleKind::kConstant) return DeclareConstant(rule);
+  if (rule.kind == RuleKind::kConstant) return DeclareConstant(index);
   if (rule.kind == RuleKind::kColumn || rule.kind == RuleKind::kText) return DeclareColumn(index);
   if (rule.kind != RuleKind::kDefault || names_.contains(Key(rule.name))) return;
   names_[Key(rule.name)] = {Symbol::kDimension, DimensionNamed(rule.name, {}, 1)};
@@ -81,7 +86,8 @@ void Planner::DeclareColumn(std::size_t index) {
   }
 }
 
-void Planner::DeclareConstant(const Rule& rule) {
+void Planner::DeclareConstant(std::size_t index) {
+  const Rule& rule = rules_.rules[index];
   BoundFormula formula(rule.formula, [this](const CString& key) {
     const auto found = names_.find(key);
     return found != names_.end() && found->second.kind == Symbol::kConstant ? found->second : Symbol();
@@ -92,6 +98,8 @@ void Planner::DeclareConstant(const Rule& rule) {
     Fail(rule, Say("the constant {} cannot be worked: {}", {rule.name, outcome.fault.message}) + "\n" +
                    CaretText(rule.formula, outcome.fault.position, outcome.fault.length, kMessageColumns));
   }
+  for (const Fault& doubt : formula.Doubts()) constant_doubts_.emplace_back(index, doubt);
+  if (outcome.doubt) constant_doubts_.emplace_back(index, *outcome.doubt);
   names_[Key(rule.name)] = {Symbol::kConstant, 0, outcome.value * rule.factor};
 }
 
@@ -153,7 +161,20 @@ Symbol Planner::FindFor(std::size_t rule, const CString& key, const Names& resul
 }
 
 BoundFormula Planner::Bound(const CString& formula, const Lookup& lookup) {
-  return BoundFormula(formula, lookup, known_, options_.digits);
+  BoundFormula bound(formula, lookup, known_, options_.digits);
+  const auto circle = names_the_circle_ ? CircleNumberIn(formula) : std::nullopt;
+  if (circle && !bound.FaultOfText()) {
+    bound.AddDoubt({circle->position, circle->length,
+                    Say("'{}' is the number 3.14159 here, not what is called so", {circle->name.ToUtf8()}),
+                    false, false});
+  }
+  return bound;
+}
+
+std::vector<const Plan*> Planner::Plans() const {
+  std::vector<const Plan*> plans;
+  for (const auto& [fits, plan] : plans_) plans.push_back(plan.get());
+  return plans;
 }
 
 void Planner::BindQuantity(std::size_t index, Plan& plan, Names& results) {
@@ -182,17 +203,17 @@ void Planner::BindDefault(std::size_t index, Plan& plan) {
   plan.defaults.push_back({index, dimension.index, Bound(rule.formula, lookup), std::move(condition)});
 }
 
-// The rows above that are for the same classes give the quantities that it may use.
+// Any row above may be for a component that this one is for, too: all their quantities are known to it. Those
+// of a default are not, as quantities are worked after it.
 BoundRule Planner::BindAlone(std::size_t index) {
+  const Rule& rule = rules_.rules[index];
   Names results;
   std::size_t count = 0;
-  for (std::size_t above = 0; above < index; ++above) {
-    const Rule& rule = rules_.rules[above];
-    const bool gives = rule.kind == RuleKind::kQuantity || rule.kind == RuleKind::kStep;
-    if (gives && rule.classes == rules_.rules[index].classes)
-      results[Key(rule.name)] = {Symbol::kResult, count++};
+  for (std::size_t above = 0; above < index && rule.kind != RuleKind::kDefault; ++above) {
+    const RuleKind kind = rules_.rules[above].kind;
+    if (kind == RuleKind::kQuantity || kind == RuleKind::kStep)
+      results[Key(rules_.rules[above].name)] = {Symbol::kResult, count++};
   }
-  const Rule& rule = rules_.rules[index];
   const auto lookup = [&](const CString& name) { return FindFor(index, name, results); };
   std::optional<BoundFormula> condition;
   if (!rule.condition.IsEmpty()) condition.emplace(Bound(rule.condition, lookup));

@@ -78,6 +78,10 @@ class Planner {
   // The formulas of a rule, bound as if a component of its classes had come; for rules that no component
   // needs.
   BoundRule BindAlone(std::size_t index);
+  // The plans of the classes that have come so far.
+  std::vector<const Plan*> Plans() const;
+  // What is doubtful in constants, with their rules.
+  const std::vector<std::pair<std::size_t, Fault>>& ConstantDoubts() const { return constant_doubts_; }
   // What a name of all classes stands for, and the names among which the nearest is proposed.
   Symbol NameOf(const CString& key) const { return Find(key, {}); }
   const TDefsetVars& Known() const { return known_; }
@@ -90,7 +94,7 @@ class Planner {
   void DeclareColumn(std::size_t index);
   Symbol FindFor(std::size_t rule, const CString& key, const Names& results);
   BoundFormula Bound(const CString& formula, const Lookup& lookup);
-  void DeclareConstant(const Rule& rule);
+  void DeclareConstant(std::size_t index);
   void DeclareSpecialTexts(const ComponentsFile& file);
   std::size_t DimensionNamed(const std::string& name, std::optional<std::size_t> column, double factor);
   std::optional<Stored> FindStored(std::size_t index);
@@ -104,8 +108,10 @@ class Planner {
   const ComponentsFile& file_;
   PlanOptions options_;
   std::vector<Absence> absences_;
-  Names names_;        // for all classes
-  TDefsetVars known_;  // the same, to propose one for a slip of the pen
+  Names names_;                    // for all classes
+  TDefsetVars known_;              // the same, to propose one for a slip of the pen
+  bool names_the_circle_ = false;  // a column or a rule is called PI
+  std::vector<std::pair<std::size_t, Fault>> constant_doubts_;
   std::vector<Dimension> dimensions_;
   std::vector<std::optional<Stored>> stored_;
   std::map<std::string, Plan*> by_class_;

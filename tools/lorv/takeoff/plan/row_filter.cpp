@@ -1,10 +1,12 @@
 #include "tools/lorv/takeoff/plan/row_filter.h"
 
 #include <algorithm>
+#include <ostream>
 
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/caret_text.h"
 #include "tools/lorv/takeoff/plan/ready_block.h"
+#include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
@@ -45,7 +47,11 @@ RowFilter::RowFilter(const std::string& formula, const Planner& planner, const C
   text_ = WithWords(typed, planner);
   formula_ = std::make_unique<BoundFormula>(
       text_, [this](const CString& key) { return SymbolOf(key); }, planner.Known());
-  if (!formula_->FaultOfText()) return;
+  if (!formula_->FaultOfText()) {
+    doubts_ = formula_->Doubts();
+    DoubtWordsAlone();
+    return;
+  }
   const Fault& fault = *formula_->FaultOfText();
   throw BadInput(Say("--where cannot be worked: {}", {fault.message}) + "\n" +
                  CaretText(text_, fault.position, fault.length, kMessageColumns));
@@ -78,9 +84,49 @@ Symbol RowFilter::SymbolOf(const CString& key) const {
 
 bool RowFilter::Passes() {
   const Outcome outcome = formula_->Work(*this, std::nullopt);
+  if (outcome.doubt && doubts_.empty()) doubts_.push_back(*outcome.doubt);
   if (outcome.state == Outcome::kWorked) return outcome.value > 0;
+  if (outcome.state == Outcome::kFaulty && doubts_.empty()) doubts_.push_back(outcome.fault);
   ++undecided_;
   return false;
+}
+
+// A title with a slip of the pen is a word: compared with another word it decides for all components alike.
+void RowFilter::DoubtWordsAlone() {
+  int end = -1;  // of the text in quotes before
+  for (int open = text_.Find('\''); open >= 0; open = text_.Find('\'', end)) {
+    int sign = end < 0 ? open : SkipBlanks(text_, end, 1);
+    const int first = sign;
+    while (sign < open && IsEqualitySign(text_[sign])) ++sign;
+    if (sign > first && SkipBlanks(text_, sign, 1) == open) {
+      doubts_.push_back({first, sign - first, Say("words are compared with words here: neither is a column"),
+                         false, false});
+    }
+    end = text_.Find('\'', open + 1) + 1;
+    if (end == 0) return;
+  }
+}
+
+void RowFilter::Print(std::ostream& out, int columns) const {
+  for (const Fault& doubt : doubts_) {
+    out << "lorv: " << Say("warning: ") << "--where: " << Printable(doubt.message) << "\n"
+        << CaretText(text_, doubt.position, doubt.length, columns);
+  }
+  if (undecided_ == 0) return;
+  out << "lorv: "
+      << (undecided_ == 1 ? Say("note: 1 component lacks a value that --where asks for, and was left out")
+                          : Say("note: {} components lack a value that --where asks for, and were left out",
+                                {std::to_string(undecided_)}))
+      << "\n";
+}
+
+void RowFilter::Write(JsonText& json) const {
+  json.Key("where").Open('{');
+  json.Key("undecided").Number(undecided_);
+  json.Key("warnings").Open('[');
+  for (const Fault& doubt : doubts_) json.String(doubt.message);
+  json.Close(']');
+  json.Close('}');
 }
 
 std::optional<double> RowFilter::DimensionOf(std::size_t index) {

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <iosfwd>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "tools/lorv/takeoff/input/components_file.h"
 #include "tools/lorv/takeoff/plan/bound_formula.h"
 #include "tools/lorv/takeoff/plan/plan.h"
+#include "tools/lorv/text/json_text.h"
 
 namespace lorv::tool {
 
@@ -20,8 +24,10 @@ class RowFilter : private ValueSource {
 
   // Of the component that the file stands at.
   bool Passes();
-  // Components that lacked a value.
-  long long Undecided() const { return undecided_; }
+  // No component lacked a value, and nothing in the formula hardly means what it seems to.
+  bool IsFine() const { return undecided_ == 0 && doubts_.empty(); }
+  void Print(std::ostream& out, int columns) const;
+  void Write(JsonText& json) const;
 
  private:
   std::optional<double> DimensionOf(std::size_t index) override;
@@ -30,12 +36,14 @@ class RowFilter : private ValueSource {
 
   CString WithWords(const CString& typed, const Planner& planner) const;
   Symbol SymbolOf(const CString& key) const;
+  void DoubtWordsAlone();
 
   const Planner& planner_;
   const ComponentsFile& file_;
   CString text_;
   std::unique_ptr<BoundFormula> formula_;
-  long long undecided_ = 0;
+  std::vector<Fault> doubts_;
+  long long undecided_ = 0;  // components that lacked a value
 };
 
 }  // namespace lorv::tool

@@ -5,6 +5,7 @@
 
 #include "TEXPRESSCAL/calculate_rows.h"
 #include "tools/lorv/formula/formula_digits.h"
+#include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
 namespace {
@@ -68,11 +69,12 @@ void SuiteFormula::Bind(const Lookup& lookup) {
 void SuiteFormula::BindWord(const FormulaWord& word, Piece& piece) {
   const int behind = word.position + word.length;
   if (piece.symbol.kind == Symbol::kUnknown && !fault_) {
-    fault_ = Fault{word.position, word.length, "the name is not known", true, true};
+    fault_ = Fault{word.position, word.length, Say("nothing is named \"{}\" here", {word.name.ToUtf8()}),
+                   true, true};
   }
   if (typed_[behind] == '.' && !fault_) {
     // The value's digits would swallow it: 6 for the name and ".5" make 6.5.
-    fault_ = Fault{behind, 1, "no point may stand behind a name", true, true};
+    fault_ = Fault{behind, 1, Say("no point may stand behind a name"), true, true};
   }
   if (piece.symbol.kind != Symbol::kDimension) return;
   const auto found = std::find(dimensions_.begin(), dimensions_.end(), piece.symbol.index);
@@ -140,7 +142,7 @@ SuiteFormula::Text SuiteFormula::Fill(ValueSource& source, std::optional<double>
     if (!value) {
       outcome.state = Outcome::kMissing;
       outcome.fault = {piece.word.position, piece.word.length,
-                       "no value for \"" + piece.word.name.ToUtf8() + "\"", false, true};
+                       Say("no value for \"{}\"", {piece.word.name.ToUtf8()}), false, true};
       return filled;
     }
     if (piece.mark != 0) filled.values[CString(piece.mark)] = *value;
@@ -149,8 +151,8 @@ SuiteFormula::Text SuiteFormula::Fill(ValueSource& source, std::optional<double>
   if (filled.text.GetLength() > kMaxFormulaText) {
     outcome.state = Outcome::kFaulty;
     outcome.fault = {0, typed_.GetLength(),
-                     "with its values set in, the formula is longer than " + std::to_string(kMaxFormulaText) +
-                         " characters",
+                     Say("with its values set in, the formula is longer than {} characters",
+                         {std::to_string(kMaxFormulaText)}),
                      false, true};
   }
   return filled;
@@ -203,9 +205,9 @@ Outcome SuiteFormula::Work(ValueSource& source, std::optional<double> instead) {
   std::optional<Fault> fault;
   if (error != 0 || silent_codes_) fault = FaultOf(text.text, text.values, {});
   if (!fault && !std::isfinite(outcome.value)) {
-    fault = Fault{0, text.text.GetLength(), "the result is no number", false, true};
+    fault = Fault{0, text.text.GetLength(), Say("the result is no number"), false, true};
   }
-  if (!fault && error != 0) fault = Fault{error, 1, "the formula cannot be worked", false, true};
+  if (!fault && error != 0) fault = Fault{error, 1, Say("the formula cannot be worked"), false, true};
   if (!fault) return outcome;
   outcome.state = Outcome::kFaulty;
   outcome.fault = AsTyped(*fault, text);
