@@ -78,6 +78,12 @@ class CheckStructure(unittest.TestCase):
         self.refused({"comm/a.h": '#include "tools/b.h"\n', "tools/b.h": ""}, "the library must not include tools/")
         self.refused({"tools/a.h": '#include "tests/b.h"\n', "tests/b.h": ""}, "tools/ must not include tests/")
 
+    def test_rooms_of_the_tools_keep_their_order(self):
+        verb = {"tools/lorv/verbs/b.h": ""}
+        self.refused({**verb, "tools/lorv/text/a.h": '#include "tools/lorv/verbs/b.h"\n'},
+                     "tools/lorv/text/ must not include tools/lorv/verbs/")
+        self.passed({**verb, "tools/lorv/a.h": '#include "tools/lorv/verbs/b.h"\n'})
+
     def test_include_not_from_the_root(self):
         self.refused({"comm/a.h": '#include "high.h"\n'}, "includes go from the root")
 
