@@ -35,15 +35,15 @@ def script():
     return module
 
 
-class Kept(unittest.TestCase):
-    """A source whose content was clean before is not looked at; any other is."""
+class Clean(unittest.TestCase):
+    """A source whose content was clean before is not looked at again; any other is."""
 
-    def looked_at(self, kept_of, asked_of):
+    def looked_at(self, clean_of, asked_of):
         tidy = script()
         entry = {"file": str(ROOT / NAMES[0]), "command": "c++"}
         with tempfile.TemporaryDirectory() as folder:
-            tidy.CACHE, tidy.KEPT = pathlib.Path(folder), pathlib.Path(folder) / "kept.txt"
-            tidy.KEPT.write_text(tidy.key_of(entry, kept_of)[:tidy.KEPT_DIGITS] + "\n", encoding="utf-8")
+            tidy.CACHE = pathlib.Path(folder)
+            (tidy.CACHE / tidy.key_of(entry, clean_of)).touch()
             answer = types.SimpleNamespace(returncode=1, stdout="a finding", stderr="")
             with mock.patch.object(tidy.subprocess, "run", return_value=answer) as run, \
                     mock.patch.object(tidy, "key_of", return_value=tidy.key_of(entry, asked_of)):
