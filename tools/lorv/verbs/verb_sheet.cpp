@@ -109,7 +109,7 @@ void ListAsJson(const Sheets& sheets, Console& console) {
   json.Key("sheets").Open('[');
   for (std::size_t i = 0; i < sheets.tables.size(); ++i) {
     json.Open('{');
-    json.Key("number").Number(static_cast<long long>(i + 1));
+    json.Key("number").Number(static_cast<long long>(i) + 1);
     json.Key("name").String(NameOf(sheets, i));
     WriteSize(json, sheets.tables[i]);
     json.Close('}');
@@ -221,18 +221,19 @@ bool IsPlainNumber(std::string_view text) {
   return is_digits && point > 0 && (point == 1 || text[0] != '0') && text.size() <= kDigitsKept;
 }
 
+void AddCell(const std::string& cell, SheetRows& rows) {
+  if (IsPlainNumber(cell)) {
+    rows.AddNumber(cell);
+  } else {
+    rows.AddText(cell);
+  }
+}
+
 std::string BookOf(const CXArrayDBToArray& table, const std::string& name) {
   WorkbookFile book;
   SheetRows rows(book, book.AddSheet(CString::FromUtf8(name.empty() ? "Sheet1" : name)));
   for (int row = 0; row < table.GetRowCount(); ++row) {
-    for (int column = 0; column < table.GetColCount(); ++column) {
-      const std::string cell = CellOf(table, row, column);
-      if (IsPlainNumber(cell)) {
-        rows.AddNumber(cell);
-      } else {
-        rows.AddText(cell);
-      }
-    }
+    for (int column = 0; column < table.GetColCount(); ++column) AddCell(CellOf(table, row, column), rows);
     rows.EndRow();
   }
   rows.Finish();

@@ -169,6 +169,14 @@ ComponentWorker::Value ComponentWorker::LookUp(std::size_t index) {
   return value;
 }
 
+std::optional<double> ComponentWorker::WorkDefault(BoundDefault& bound) {
+  const Outcome outcome = WorkFormula(bound.formula, bound.rule);
+  if (outcome.state == Outcome::kFaulty) Report(bound.rule, RulePart::kFormula, outcome.fault);
+  if (outcome.state != Outcome::kWorked) return std::nullopt;
+  ReportDoubts(bound.formula, bound.rule, RulePart::kFormula, outcome);
+  return outcome.value * planner_.Rules().rules[bound.rule].factor;
+}
+
 std::optional<double> ComponentWorker::DefaultOf(std::size_t index) {
   const std::size_t all = defaults_in_use_;
   std::optional<double> found;
@@ -178,14 +186,7 @@ std::optional<double> ComponentWorker::DefaultOf(std::size_t index) {
     defaults_in_use_ = i;
     bool skip = false;
     const std::optional<bool> holds = Holds(candidate.condition, candidate.rule, skip);
-    if (holds && *holds) {
-      const Outcome outcome = WorkFormula(candidate.formula, candidate.rule);
-      if (outcome.state == Outcome::kWorked) {
-        ReportDoubts(candidate.formula, candidate.rule, RulePart::kFormula, outcome);
-        found = outcome.value * planner_.Rules().rules[candidate.rule].factor;
-      }
-      if (outcome.state == Outcome::kFaulty) Report(candidate.rule, RulePart::kFormula, outcome.fault);
-    }
+    if (holds && *holds) found = WorkDefault(candidate);
   }
   defaults_in_use_ = all;
   text_met_.reset();

@@ -53,6 +53,7 @@ class ComponentWorker : private ValueSource {
   void Report(std::size_t rule, RulePart part, const Fault& fault);
   Value LookUp(std::size_t index);
   std::optional<double> DefaultOf(std::size_t index);
+  std::optional<double> WorkDefault(BoundDefault& bound);
   void WorkExactly(BoundRule& bound, Result& result);
   bool DecidesOtherwise(BoundRule& bound, bool holds);
   void ReportDoubts(const BoundFormula& formula, std::size_t rule, RulePart part, const Outcome& outcome);
