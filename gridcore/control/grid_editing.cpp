@@ -215,8 +215,10 @@ DWORD CBCGPGridCtrl::EndReasonOfKey(UINT key) const {
 BOOL CBCGPGridCtrl::OnInplaceEditKeyDown(CBCGPGridRow* /*row*/, MSG* message) {
   const auto key = static_cast<UINT>(message->wParam);
   if (key == VK_F4) {
-    DropList(combo_ != nullptr && combo_->GetDroppedState() == FALSE);
-    return combo_ != nullptr;
+    // Whoever hears of an opened list may end the grid.
+    const bool has_list = combo_ != nullptr;
+    DropList(has_list && combo_->GetDroppedState() == FALSE);
+    return has_list;
   }
   if (CanEndInplaceEditOnChar(key, LOWORD(message->lParam), HIWORD(message->lParam)) == FALSE) return FALSE;
   if (StaysInEditor(key)) return FALSE;
