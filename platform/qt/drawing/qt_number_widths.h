@@ -14,10 +14,9 @@ namespace lorv {
 // The widths of numbers, added up from those of their characters and of pairs of them instead of shaped: a
 // column of a hundred thousand numbers, nearly all different, is measured before it is fitted.
 //
-// Texts of digits, blanks and the signs of ASCII up to "@" only: they are of one script whatever stands in
-// them, so
-//   a pair is set in every text as it is alone. Letters turn their neighbours into another script, which a
-//   font may set by other rules.
+// Texts of digits, blanks and the signs of ASCII up to "@" only: they are of one script, so a pair is set in
+//   every text as it is alone. Letters turn their neighbours into another script, which a font may set by
+//   other rules.
 // Units: pixels, rounded as the font's own measure of the whole text is.
 // One thread, that of the font.
 //

@@ -52,38 +52,20 @@ std::vector<GridStep> GridMouseSteps() {
 }
 
 static std::vector<GridStep> FirstDividerSteps() {
-  const auto widths = [](GridScene& s) { s.Say(s.grid->GetColsWidth().ToUtf8()); };
+  const auto drag = [](GridScene& s, int column, int by) {
+    const POINT from = s.Divider(column);
+    s.Drag(from, {from.x + by, from.y});
+    s.Say(s.grid->GetColsWidth().ToUtf8());
+  };
   return {
-      {"a column's edge is dragged out",
-       [widths](GridScene& s) {
-         const POINT from = s.Divider(1);
-         s.Drag(from, {from.x + 20, from.y});
-         widths(s);
-       }},
-      {"and in",
-       [widths](GridScene& s) {
-         const POINT from = s.Divider(1);
-         s.Drag(from, {from.x - 50, from.y});
-         widths(s);
-       }},
-      {"past its left edge it keeps a pixel",
-       [widths](GridScene& s) {
-         const POINT from = s.Divider(1);
-         s.Drag(from, {from.x - 300, from.y});
-         widths(s);
-       }},
-      {"and is drawn out again",
-       [widths](GridScene& s) {
-         const POINT from = s.Divider(1);
-         s.Drag(from, {from.x + 69, from.y});
-         widths(s);
-       }},
+      {"a column's edge is dragged out", [drag](GridScene& s) { drag(s, 1, 20); }},
+      {"and in", [drag](GridScene& s) { drag(s, 1, -50); }},
+      {"past its left edge it keeps a pixel", [drag](GridScene& s) { drag(s, 1, -300); }},
+      {"and is drawn out again", [drag](GridScene& s) { drag(s, 1, 69); }},
       {"not below its least width",
-       [widths](GridScene& s) {
+       [drag](GridScene& s) {
          s.grid->GetColumnsInfo().SetMinWidth(2, 40);
-         const POINT from = s.Divider(2);
-         s.Drag(from, {from.x - 60, from.y});
-         widths(s);
+         drag(s, 2, -60);
        }},
   };
 }

@@ -11,7 +11,8 @@ namespace lorv_test {
 unsigned RandomGridScripts(unsigned usual);
 
 // Plays the script of that number; of two scripts one has handlers that do as they like, in the other nothing
-// happens but what the user does, and the selection is foretold, too.
+// happens but what the user does. Selection and current cell are not foretold: they must stand within the
+// table, without overlaps.
 void PlayRandomGrid(RandomUser& user, unsigned script);
 
 }  // namespace lorv_test

@@ -9,9 +9,8 @@ namespace lorv::tool {
 
 // The rows of a table as the bytes of a file of a certain form.
 //
-// Edges: a form without a line end has CRLF, one of ASCII alone is written in UTF-8. A surrogate without its
-// partner
-//   goes out as U+FFFD.
+// Edges: a form without a line end has CRLF, one of ASCII alone is written in UTF-8. A surrogate without
+//   its partner goes out as U+FFFD.
 //
 //   TableText text({Encoding::kUtf8, false, ';', false, "\n"});  text.Line().Add("a;b").Add("c");
 //   text.TakeRow()  gives "\"a;b\";c\n"
