@@ -1,6 +1,8 @@
 #include "platform/models/carried_fault.h"
 
+#include <cstddef>
 #include <exception>
+#include <new>
 #include <utility>
 
 // Exceptions of handlers carried past a system that must not see them: kept at the window procedure, thrown
@@ -11,27 +13,36 @@ namespace lorv {
 namespace {
 
 thread_local int waiting = 0;
-thread_local std::exception_ptr kept;
+
+// Never ended, with or without its thread: the C++ library for Windows may give the memory of a thread's
+// variables back before it runs their destructors. Whoever waits has taken what was kept before its thread
+// can end.
+std::exception_ptr& Kept() noexcept {
+  alignas(std::exception_ptr) thread_local std::byte place[sizeof(std::exception_ptr)];
+  thread_local bool made = false;
+  if (!std::exchange(made, true)) new (place) std::exception_ptr;
+  return *std::launder(reinterpret_cast<std::exception_ptr*>(place));
+}
 
 }  // namespace
 
 std::exception_ptr CarriedFault::Begin() noexcept {
   ++waiting;
-  return std::exchange(kept, nullptr);
+  return std::exchange(Kept(), nullptr);
 }
 
 void CarriedFault::End(std::exception_ptr outer) noexcept {
   --waiting;
-  kept = std::move(outer);
+  Kept() = std::move(outer);
 }
 
 void CarriedFault::Keep() noexcept {
   // The first one counts; where nobody waits, as in a host's own loop, it ends here.
-  if (waiting > 0 && kept == nullptr) kept = std::current_exception();
+  if (waiting > 0 && Kept() == nullptr) Kept() = std::current_exception();
 }
 
 void CarriedFault::Rethrow() {
-  if (kept != nullptr) std::rethrow_exception(std::exchange(kept, nullptr));
+  if (Kept() != nullptr) std::rethrow_exception(std::exchange(Kept(), nullptr));
 }
 
 }  // namespace lorv

@@ -4,6 +4,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -109,4 +110,22 @@ TEST(FaultOnItsWay, AnyKindIsCarried) {
   EXPECT_EQ(
       Thrown([] { CarriedFault::CallOut([] { return CarriedFault::Guarded([]() -> int { throw 42; }); }); }),
       "42");
+}
+
+// Each thread keeps faults of its own and gives back what it took, in whatever order the system ends its
+// variables.
+TEST(FaultOnItsWay, ThreadsThatCarriedFaultsEnd) {
+  for (int i = 0; i < 200; ++i) {
+    std::string inner;
+    std::thread([&inner] {
+      Thrown([&] {
+        CarriedFault::CallOut([&] {
+          Handle("outer");
+          inner = Thrown([] { CarriedFault::CallOut([] { return Handle("inner"); }); });
+          return 0;
+        });
+      });
+    }).join();
+    ASSERT_EQ(inner, "inner") << i;
+  }
 }
