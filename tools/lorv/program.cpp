@@ -5,6 +5,7 @@
 #include <ostream>
 
 #include "tools/lorv/argument_fault.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/command/verbs_table.h"
 #include "tools/lorv/command_words.h"
 #include "tools/lorv/describe/help_layout.h"
@@ -38,7 +39,8 @@ void DeclareVerb(Program& program, const Verb& verb) {
   CLI::App* sub = program.app.add_subcommand(verb.name, Say(verb.summary));
   sub->allow_windows_style_options(false);
   program.verb = &verb;
-  program.work = verb.declare(*sub);
+  VerbSyntax syntax(*sub);
+  program.work = verb.declare(syntax);
   SpeakHelp(*sub, verb.name);
   UnshieldValues(*sub);
 }

@@ -1,10 +1,10 @@
 #include "tools/lorv/archive/archive_reader.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 
 #include "platform/ports/platform.h"
 #include "tools/lorv/archive/zip_words.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
@@ -17,9 +17,9 @@ constexpr std::uint64_t kRatioFrom = kMegabyte;
 
 }  // namespace
 
-void AddLimitOptions(CLI::App& app, UnpackLimits& limits) {
-  app.add_option("--max-size", limits.megabytes, "refuse archives of more megabytes, unpacked (4096)");
-  app.add_option("--max-ratio", limits.ratio, "refuse archives that grow to more times their size (200)");
+void AddLimitOptions(VerbSyntax& syntax, UnpackLimits& limits) {
+  syntax.Value("--max-size", limits.megabytes, "refuse archives of more megabytes, unpacked (4096)");
+  syntax.Value("--max-ratio", limits.ratio, "refuse archives that grow to more times their size (200)");
 }
 
 ArchiveReader::ArchiveReader(const std::string& path, Again /*again*/) : path_(path) {

@@ -20,7 +20,7 @@ struct UnpackLimits {
 };
 
 // The options --max-size and --max-ratio.
-void AddLimitOptions(CLI::App& app, UnpackLimits& limits);
+void AddLimitOptions(VerbSyntax& syntax, UnpackLimits& limits);
 
 struct Item {
   int index = 0;

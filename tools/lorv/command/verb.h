@@ -5,13 +5,10 @@
 #include <stdexcept>
 #include <string>
 
-namespace CLI {
-class App;
-}
-
 namespace lorv::tool {
 
 class LineEditor;
+class VerbSyntax;
 
 // What a verb talks to: the three streams (bytes are UTF-8) and what is known of the screen behind them.
 struct Console {
@@ -48,9 +45,9 @@ using Work = std::function<int(Console&)>;
 struct Verb {
   const char* name;
   const char* summary;  // one line of the list of verbs
-  // Declares the verb's arguments and their help on `app` and gives what is done once they are read. What
-  // the arguments are read into must live as long as the work: keep it in a shared pointer.
-  Work (*declare)(CLI::App& app);
+  // Declares the verb's arguments and their help, and gives what is done once they are read. What they are
+  // read into must live as long as the work: keep it in a shared pointer.
+  Work (*declare)(VerbSyntax& syntax);
   // The verb takes formulas: an argument such as -2^2 is a formula and no option.
   bool takes_formulas = false;
 };

@@ -3,40 +3,40 @@
 namespace lorv::tool {
 
 // Formulas
-Work DeclareCalc(CLI::App& app);
-Work DeclareCheck(CLI::App& app);
-Work DeclareVars(CLI::App& app);
-Work DeclareFunctions(CLI::App& app);
-Work DeclareRewrite(CLI::App& app);
-Work DeclareSimplify(CLI::App& app);
-Work DeclareClean(CLI::App& app);
+Work DeclareCalc(VerbSyntax& syntax);
+Work DeclareCheck(VerbSyntax& syntax);
+Work DeclareVars(VerbSyntax& syntax);
+Work DeclareFunctions(VerbSyntax& syntax);
+Work DeclareRewrite(VerbSyntax& syntax);
+Work DeclareSimplify(VerbSyntax& syntax);
+Work DeclareClean(VerbSyntax& syntax);
 
 // Take-off
-Work DeclareWork(CLI::App& app);
+Work DeclareWork(VerbSyntax& syntax);
 
 // Spreadsheets
-Work DeclareSheet(CLI::App& app);
+Work DeclareSheet(VerbSyntax& syntax);
 
 // Images
-Work DeclareImage(CLI::App& app);
+Work DeclareImage(VerbSyntax& syntax);
 
 // Text and names
-Work DeclareMatch(CLI::App& app);
-Work DeclareName(CLI::App& app);
-Work DeclarePrompts(CLI::App& app);
-Work DeclareLog(CLI::App& app);
+Work DeclareMatch(VerbSyntax& syntax);
+Work DeclareName(VerbSyntax& syntax);
+Work DeclarePrompts(VerbSyntax& syntax);
+Work DeclareLog(VerbSyntax& syntax);
 
 // Archives and files
-Work DeclarePack(CLI::App& app);
-Work DeclareUnpack(CLI::App& app);
-Work DeclareList(CLI::App& app);
-Work DeclareTest(CLI::App& app);
-Work DeclareSqueeze(CLI::App& app);
-Work DeclareExpand(CLI::App& app);
+Work DeclarePack(VerbSyntax& syntax);
+Work DeclareUnpack(VerbSyntax& syntax);
+Work DeclareList(VerbSyntax& syntax);
+Work DeclareTest(VerbSyntax& syntax);
+Work DeclareSqueeze(VerbSyntax& syntax);
+Work DeclareExpand(VerbSyntax& syntax);
 
 // The tool itself
-Work DeclareCompletion(CLI::App& app);
-Work DeclareManual(CLI::App& app);
+Work DeclareCompletion(VerbSyntax& syntax);
+Work DeclareManual(VerbSyntax& syntax);
 
 const std::vector<VerbGroup>& AllVerbs() {
   static const std::vector<VerbGroup> groups = {

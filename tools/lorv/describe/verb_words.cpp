@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/command/verbs_table.h"
 #include "tools/lorv/describe/spoken_help.h"
 #include "tools/lorv/text/spoken_language.h"
@@ -27,7 +28,8 @@ std::vector<VerbWords> DescribeVerbs() {
   for (const VerbGroup& group : AllVerbs()) {
     for (const Verb& verb : group.verbs) {
       CLI::App app;
-      verb.declare(app);
+      VerbSyntax syntax(app);
+      verb.declare(syntax);
       SpeakHelp(app, verb.name);
       VerbWords words{verb.name, Say(verb.summary), {}, app.get_footer()};
       for (const CLI::Option* option : app.get_options()) words.options.push_back(WordsOf(*option));

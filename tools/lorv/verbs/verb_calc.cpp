@@ -1,10 +1,15 @@
-#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cmath>
+#include <memory>
+#include <optional>
 #include <ostream>
+#include <set>
+#include <vector>
 
 #include "TEXPRESSCAL/formula_words.h"
 #include "framework/text/number_text.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/formula/calculation.h"
 #include "tools/lorv/formula/fault_report.h"
 #include "tools/lorv/formula/formula_lines.h"
@@ -14,7 +19,7 @@
 
 namespace lorv::tool {
 
-Work DeclareCalc(CLI::App& app);
+Work DeclareCalc(VerbSyntax& syntax);
 
 namespace {
 
@@ -170,16 +175,16 @@ int CalcRun::Report(long long line) {
 
 }  // namespace
 
-Work DeclareCalc(CLI::App& app) {
+Work DeclareCalc(VerbSyntax& syntax) {
   auto arguments = std::make_shared<CalcArguments>();
-  app.add_option("FORMULA", arguments->formula, "the formula; - reads standard input")->required();
-  app.add_option("NAME=VALUE", arguments->values, "what its names stand for");
-  app.add_flag("-e,--explain", arguments->explain, "show the names, and the text as it was worked");
-  app.add_flag("--suite-values", arguments->suite_values,
-               "values as the suite has them: three decimals, and a third for what is near one");
-  app.add_flag("--strict", arguments->strict, "exit code 1 for a doubtful formula, too");
-  app.add_flag("-j,--json", arguments->json, "print it all as JSON");
-  app.footer(kHelp);
+  syntax.Value("FORMULA", arguments->formula, "the formula; - reads standard input").Required();
+  syntax.Value("NAME=VALUE", arguments->values, "what its names stand for");
+  syntax.Flag("-e,--explain", arguments->explain, "show the names, and the text as it was worked");
+  syntax.Flag("--suite-values", arguments->suite_values,
+              "values as the suite has them: three decimals, and a third for what is near one");
+  syntax.Flag("--strict", arguments->strict, "exit code 1 for a doubtful formula, too");
+  syntax.Flag("-j,--json", arguments->json, "print it all as JSON");
+  syntax.Footer(kHelp);
   return [arguments](Console& console) { return CalcRun(*arguments, console).Run(); };
 }
 

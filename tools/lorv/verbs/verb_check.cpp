@@ -1,10 +1,13 @@
-#include <CLI/CLI.hpp>
 #include <cmath>
+#include <memory>
+#include <optional>
 #include <ostream>
 #include <set>
+#include <vector>
 
 #include "TEXPRESSCAL/formula_words.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/formula/calculation.h"
 #include "tools/lorv/formula/fault_report.h"
 #include "tools/lorv/formula/formula_lines.h"
@@ -181,23 +184,22 @@ int ListNames(const CheckArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclareCheck(CLI::App& app) {
+Work DeclareCheck(VerbSyntax& syntax) {
   auto arguments = std::make_shared<CheckArguments>();
-  app.add_option("FORMULA", arguments->formula, "the formula; - reads standard input, one a line")
-      ->required();
-  app.add_flag("--strict", arguments->strict, "exit code 1 for a doubtful formula, too");
-  app.add_option("NAMES", arguments->names, "the names it may use");
-  app.add_flag("-j,--json", arguments->json, "print the answer as JSON");
-  app.footer(kCheckHelp);
+  syntax.Value("FORMULA", arguments->formula, "the formula; - reads standard input, one a line").Required();
+  syntax.Flag("--strict", arguments->strict, "exit code 1 for a doubtful formula, too");
+  syntax.Value("NAMES", arguments->names, "the names it may use");
+  syntax.Flag("-j,--json", arguments->json, "print the answer as JSON");
+  syntax.Footer(kCheckHelp);
   return [arguments](Console& console) { return CheckRun(*arguments, console).Run(); };
 }
 
-Work DeclareVars(CLI::App& app) {
+Work DeclareVars(VerbSyntax& syntax) {
   auto arguments = std::make_shared<CheckArguments>();
-  app.add_option("FORMULA", arguments->formula, "the formula")->required();
-  app.add_flag("--all", arguments->all, "a name as often as it stands in the formula");
-  app.add_flag("-j,--json", arguments->json, "print the list as JSON");
-  app.footer(kVarsHelp);
+  syntax.Value("FORMULA", arguments->formula, "the formula").Required();
+  syntax.Flag("--all", arguments->all, "a name as often as it stands in the formula");
+  syntax.Flag("-j,--json", arguments->json, "print the list as JSON");
+  syntax.Footer(kVarsHelp);
   return [arguments](Console& console) { return ListNames(*arguments, console); };
 }
 

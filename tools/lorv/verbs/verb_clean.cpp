@@ -1,9 +1,10 @@
-#include <CLI/CLI.hpp>
+#include <memory>
 #include <ostream>
 
 #include "TEXPRESSCAL/calculator.h"
 #include "TEXPRESSCAL/formula_cleanup.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
@@ -70,16 +71,16 @@ int Clean(const CleanArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclareClean(CLI::App& app) {
+Work DeclareClean(VerbSyntax& syntax) {
   auto arguments = std::make_shared<CleanArguments>();
-  app.add_option("OPERATION", arguments->operation, "what to do")
-      ->required()
-      ->check(CLI::IsMember({"numbers", "terms", "signs", "params", "OptimizeNumExpr", "OptimizeExpr",
-                             "MoveConnSymbol", "PrepareParamsValue"}));
-  app.add_option("TEXT", arguments->text, "the formula, or the list of parameters")->required();
-  app.add_option("--values", arguments->values, "for params: values of names, NAME:NUMBER;...");
-  app.add_flag("-j,--json", arguments->json, "print the text and the result as JSON");
-  app.footer(kHelp);
+  syntax.Value("OPERATION", arguments->operation, "what to do")
+      .Required()
+      .OneOf({"numbers", "terms", "signs", "params", "OptimizeNumExpr", "OptimizeExpr", "MoveConnSymbol",
+              "PrepareParamsValue"});
+  syntax.Value("TEXT", arguments->text, "the formula, or the list of parameters").Required();
+  syntax.Value("--values", arguments->values, "for params: values of names, NAME:NUMBER;...");
+  syntax.Flag("-j,--json", arguments->json, "print the text and the result as JSON");
+  syntax.Footer(kHelp);
   return [arguments](Console& console) { return Clean(*arguments, console); };
 }
 

@@ -1,14 +1,15 @@
-#include <CLI/CLI.hpp>
+#include <memory>
 #include <ostream>
 
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/describe/verb_words.h"
 #include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
 
-Work DeclareCompletion(CLI::App& app);
-Work DeclareManual(CLI::App& app);
+Work DeclareCompletion(VerbSyntax& syntax);
+Work DeclareManual(VerbSyntax& syntax);
 
 namespace {
 
@@ -27,10 +28,10 @@ constexpr const char* kManualHelp =
 
 }  // namespace
 
-Work DeclareCompletion(CLI::App& app) {
+Work DeclareCompletion(VerbSyntax& syntax) {
   auto shell = std::make_shared<std::string>();
-  app.add_option("SHELL", *shell, "bash, zsh or fish")->required();
-  app.footer(kCompletionHelp);
+  syntax.Value("SHELL", *shell, "bash, zsh or fish").Required();
+  syntax.Footer(kCompletionHelp);
   return [shell](Console& console) -> int {
     const std::string script = CompletionScript(*shell);
     if (script.empty())
@@ -40,10 +41,10 @@ Work DeclareCompletion(CLI::App& app) {
   };
 }
 
-Work DeclareManual(CLI::App& app) {
+Work DeclareManual(VerbSyntax& syntax) {
   auto json = std::make_shared<bool>(false);
-  app.add_flag("-j,--json", *json, "print the text of the help as JSON");
-  app.footer(kManualHelp);
+  syntax.Flag("-j,--json", *json, "print the text of the help as JSON");
+  syntax.Footer(kManualHelp);
   return [json](Console& console) -> int {
     console.out << (*json ? ManualAsJson() : ManualPage());
     return kFine;

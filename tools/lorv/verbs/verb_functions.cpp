@@ -1,8 +1,9 @@
-#include <CLI/CLI.hpp>
+#include <memory>
 #include <ostream>
 
 #include "TEXPRESSCAL/express.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/text/column_text.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
@@ -58,11 +59,11 @@ int List(const FunctionsArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclareFunctions(CLI::App& app) {
+Work DeclareFunctions(VerbSyntax& syntax) {
   auto arguments = std::make_shared<FunctionsArguments>();
-  app.add_option("NAME", arguments->name, "one function only");
-  app.add_flag("-j,--json", arguments->json, "print the list as JSON");
-  app.footer(kHelp);
+  syntax.Value("NAME", arguments->name, "one function only");
+  syntax.Flag("-j,--json", arguments->json, "print the list as JSON");
+  syntax.Footer(kHelp);
   return [arguments](Console& console) { return List(*arguments, console); };
 }
 

@@ -1,10 +1,11 @@
-#include <CLI/CLI.hpp>
+#include <memory>
 #include <optional>
 #include <ostream>
 
 #include "image/decode/image_reader.h"
 #include "image/picture/picture.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/csv/input_bytes.h"
 #include "tools/lorv/files/new_file.h"
 #include "tools/lorv/pictures/png_bytes.h"
@@ -13,7 +14,7 @@
 
 namespace lorv::tool {
 
-Work DeclareImage(CLI::App& app);
+Work DeclareImage(VerbSyntax& syntax);
 
 namespace {
 
@@ -143,14 +144,14 @@ int Run(const ImageArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclareImage(CLI::App& app) {
+Work DeclareImage(VerbSyntax& syntax) {
   const auto arguments = std::make_shared<ImageArguments>();
-  app.add_option("FILE", arguments->source, "an image; - is standard input")->required();
-  app.add_option("--frame", arguments->frame, "the frame to be written, counted from 0");
-  app.add_option("--out", arguments->target, "the PNG to be made; - is standard output");
-  app.add_flag("-f,--force", arguments->force, "replace a file that is there already");
-  app.add_flag("-j,--json", arguments->json, "print what the image holds as JSON");
-  app.footer(kHelp);
+  syntax.Value("FILE", arguments->source, "an image; - is standard input").Required();
+  syntax.Value("--frame", arguments->frame, "the frame to be written, counted from 0");
+  syntax.Value("--out", arguments->target, "the PNG to be made; - is standard output");
+  syntax.Flag("-f,--force", arguments->force, "replace a file that is there already");
+  syntax.Flag("-j,--json", arguments->json, "print what the image holds as JSON");
+  syntax.Footer(kHelp);
   return [arguments](Console& console) { return Run(*arguments, console); };
 }
 

@@ -1,10 +1,12 @@
-#include <CLI/CLI.hpp>
+#include <memory>
 #include <ostream>
+#include <vector>
 
 #include "platform/ports/platform.h"
 #include "tools/lorv/archive/archive_reader.h"
 #include "tools/lorv/archive/zip_words.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/progress_bar.h"
@@ -120,11 +122,11 @@ int Test(const TestArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclareList(CLI::App& app) {
+Work DeclareList(VerbSyntax& syntax) {
   const auto arguments = std::make_shared<ListArguments>();
-  app.add_option("ARCHIVE", arguments->archive, "a ZIP archive")->required();
-  app.add_flag("-j,--json", arguments->json, "print the entries as JSON");
-  app.footer(
+  syntax.Value("ARCHIVE", arguments->archive, "a ZIP archive").Required();
+  syntax.Flag("-j,--json", arguments->json, "print the entries as JSON");
+  syntax.Footer(
       "Each entry with its size, its size in the archive, when it was written and its name. Control "
       "characters in\n"
       "names are shown as \"\\x1B\".\n\n"
@@ -132,12 +134,12 @@ Work DeclareList(CLI::App& app) {
   return [arguments](Console& console) { return List(*arguments, console); };
 }
 
-Work DeclareTest(CLI::App& app) {
+Work DeclareTest(VerbSyntax& syntax) {
   const auto arguments = std::make_shared<TestArguments>();
-  app.add_option("ARCHIVE", arguments->archive, "a ZIP archive")->required();
-  app.add_flag("-j,--json", arguments->json, "print the damaged entries as JSON");
-  AddLimitOptions(app, arguments->limits);
-  app.footer(
+  syntax.Value("ARCHIVE", arguments->archive, "a ZIP archive").Required();
+  syntax.Flag("-j,--json", arguments->json, "print the damaged entries as JSON");
+  AddLimitOptions(syntax, arguments->limits);
+  syntax.Footer(
       "Unpacks each entry into nothing and compares its sum. Exit code 1: entries are damaged, each is "
       "named.\n\n"
       "Examples:\n  lorv test project.zip");

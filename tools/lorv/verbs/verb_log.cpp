@@ -1,8 +1,11 @@
-#include <CLI/CLI.hpp>
 #include <istream>
+#include <memory>
+#include <ostream>
+#include <vector>
 
 #include "report/print_error_log.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
@@ -54,14 +57,14 @@ int WriteLog(const LogArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclareLog(CLI::App& app) {
+Work DeclareLog(VerbSyntax& syntax) {
   auto arguments = std::make_shared<LogArguments>();
-  app.add_option("FOLDER", arguments->folder, "where to")->required();
-  app.add_option("FILE", arguments->file, "the file's name")->required();
-  app.add_option("LINES", arguments->lines, "the lines");
-  app.add_flag("--open", arguments->open, "open the file in the text viewer");
-  app.add_flag("-j,--json", arguments->json, "print what was written as JSON");
-  app.footer(kHelp);
+  syntax.Value("FOLDER", arguments->folder, "where to").Required();
+  syntax.Value("FILE", arguments->file, "the file's name").Required();
+  syntax.Value("LINES", arguments->lines, "the lines");
+  syntax.Flag("--open", arguments->open, "open the file in the text viewer");
+  syntax.Flag("-j,--json", arguments->json, "print what was written as JSON");
+  syntax.Footer(kHelp);
   return [arguments](Console& console) { return WriteLog(*arguments, console); };
 }
 

@@ -1,10 +1,12 @@
-#include <CLI/CLI.hpp>
 #include <istream>
+#include <memory>
 #include <ostream>
+#include <sstream>
 
 #include "comm/match_score.h"
 #include "platform/ports/platform.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
@@ -74,15 +76,14 @@ int Rank(const MatchArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclareMatch(CLI::App& app) {
+Work DeclareMatch(VerbSyntax& syntax) {
   auto arguments = std::make_shared<MatchArguments>();
-  app.add_option("TYPED", arguments->typed, "what the user typed")->required();
-  app.add_option("-f,--file", arguments->file, "a text file of the stored texts, UTF-8");
-  app.add_option("-n,--top", arguments->most, "how many to print; 10 if not given")
-      ->check(CLI::Range(1, 1000000));
-  app.add_flag("--sum", arguments->sum, "add the scores of all shared runs up");
-  app.add_flag("-j,--json", arguments->json, "print scores and texts as JSON");
-  app.footer(kHelp);
+  syntax.Value("TYPED", arguments->typed, "what the user typed").Required();
+  syntax.Value("-f,--file", arguments->file, "a text file of the stored texts, UTF-8");
+  syntax.Value("-n,--top", arguments->most, "how many to print; 10 if not given").Between(1, 1000000);
+  syntax.Flag("--sum", arguments->sum, "add the scores of all shared runs up");
+  syntax.Flag("-j,--json", arguments->json, "print scores and texts as JSON");
+  syntax.Footer(kHelp);
   return [arguments](Console& console) { return Rank(*arguments, console); };
 }
 

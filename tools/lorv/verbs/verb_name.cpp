@@ -1,8 +1,10 @@
-#include <CLI/CLI.hpp>
+#include <memory>
 #include <ostream>
+#include <vector>
 
 #include "comm/AdLorvComm.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
@@ -79,18 +81,16 @@ int Name(const NameArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclareName(CLI::App& app) {
+Work DeclareName(VerbSyntax& syntax) {
   auto arguments = std::make_shared<NameArguments>();
-  app.add_option("OPERATION", arguments->operation, "what to do")
-      ->required()
-      ->check(CLI::IsMember({"check", "clean", "free"}));
-  app.add_option("TEXT", arguments->text, "the name, or the head of a new one")->required();
-  app.add_option("NAMES", arguments->names, "for free: the names that are taken");
-  app.add_option("--limit", arguments->limit, "for check: so many characters are too long; 21 if not given");
-  app.add_flag("--blanks", arguments->blanks, "for check: blanks are allowed");
-  app.add_flag("--number", arguments->number, "for free: never the head alone");
-  app.add_flag("-j,--json", arguments->json, "print the text and the answer as JSON");
-  app.footer(kHelp);
+  syntax.Value("OPERATION", arguments->operation, "what to do").Required().OneOf({"check", "clean", "free"});
+  syntax.Value("TEXT", arguments->text, "the name, or the head of a new one").Required();
+  syntax.Value("NAMES", arguments->names, "for free: the names that are taken");
+  syntax.Value("--limit", arguments->limit, "for check: so many characters are too long; 21 if not given");
+  syntax.Flag("--blanks", arguments->blanks, "for check: blanks are allowed");
+  syntax.Flag("--number", arguments->number, "for free: never the head alone");
+  syntax.Flag("-j,--json", arguments->json, "print the text and the answer as JSON");
+  syntax.Footer(kHelp);
   return [arguments](Console& console) { return Name(*arguments, console); };
 }
 

@@ -1,10 +1,13 @@
-#include <CLI/CLI.hpp>
+#include <memory>
+#include <ostream>
+#include <vector>
 
 #include "compress/zip/zip_writer.h"
 #include "platform/ports/platform.h"
 #include "tools/lorv/archive/source_list.h"
 #include "tools/lorv/archive/zip_words.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/files/new_file.h"
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
@@ -93,14 +96,13 @@ int Pack(const PackArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclarePack(CLI::App& app) {
+Work DeclarePack(VerbSyntax& syntax) {
   const auto arguments = std::make_shared<PackArguments>();
-  app.add_option("ARCHIVE", arguments->archive, "the ZIP archive to be made; - is standard output")
-      ->required();
-  app.add_option("FILE", arguments->paths, "files, and folders with all that is in them")->required();
-  app.add_flag("-f,--force", arguments->force, "replace an archive that is there already");
-  app.add_flag("-j,--json", arguments->json, "print what was packed and what was left out as JSON");
-  app.footer(
+  syntax.Value("ARCHIVE", arguments->archive, "the ZIP archive to be made; - is standard output").Required();
+  syntax.Value("FILE", arguments->paths, "files, and folders with all that is in them").Required();
+  syntax.Flag("-f,--force", arguments->force, "replace an archive that is there already");
+  syntax.Flag("-j,--json", arguments->json, "print what was packed and what was left out as JSON");
+  syntax.Footer(
       "What cannot be packed is named and stops nothing else; the exit code is then 1.\n\n"
       "Examples:\n  lorv pack project.zip drawings plan.csv\n  lorv pack --force project.zip drawings");
   return [arguments](Console& console) { return Pack(*arguments, console); };

@@ -1,10 +1,11 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
+#include <memory>
 #include <ostream>
 
 #include "framework/text/cstring.h"
 #include "prompts/prompts.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
@@ -167,13 +168,13 @@ int Prompts(const PromptArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclarePrompts(CLI::App& app) {
+Work DeclarePrompts(VerbSyntax& syntax) {
   auto arguments = std::make_shared<PromptArguments>();
-  app.add_option("TABLE", arguments->table, "which table");
-  app.add_option("ITEM", arguments->item, "a row's number, or its Chinese text");
-  app.add_flag("--english", arguments->english, "the item in English");
-  app.add_flag("-j,--json", arguments->json, "print it as JSON");
-  app.footer(kHelp);
+  syntax.Value("TABLE", arguments->table, "which table");
+  syntax.Value("ITEM", arguments->item, "a row's number, or its Chinese text");
+  syntax.Flag("--english", arguments->english, "the item in English");
+  syntax.Flag("-j,--json", arguments->json, "print it as JSON");
+  syntax.Footer(kHelp);
   return [arguments](Console& console) { return Prompts(*arguments, console); };
 }
 

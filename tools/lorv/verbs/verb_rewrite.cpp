@@ -1,10 +1,14 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <iterator>
+#include <memory>
+#include <optional>
 #include <ostream>
+#include <utility>
+#include <vector>
 
 #include "TEXPRESSCAL/express.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/formula/name_values.h"
 #include "tools/lorv/text/folded_text.h"
 #include "tools/lorv/text/json_text.h"
@@ -186,17 +190,17 @@ int Rewrite(const RewriteArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclareRewrite(CLI::App& app) {
+Work DeclareRewrite(VerbSyntax& syntax) {
   auto arguments = std::make_shared<RewriteArguments>();
-  app.add_option("OPERATION", arguments->operation, "what to do; see below")->required();
-  app.add_option("TEXT", arguments->text, "the formula")->required();
-  app.add_option("PAIRS", arguments->pairs, "what for what, parted by =");
-  app.add_flag("--first", arguments->first, "text, value: the first place only");
-  app.add_flag("--brackets", arguments->brackets, "formula: put what is more than a product in brackets");
-  app.add_flag("--multiply", arguments->multiply,
-               "formula: put * between a digit or letter and what is put in");
-  app.add_flag("-j,--json", arguments->json, "print text, count and names as JSON");
-  app.footer(kHelp);
+  syntax.Value("OPERATION", arguments->operation, "what to do; see below").Required();
+  syntax.Value("TEXT", arguments->text, "the formula").Required();
+  syntax.Value("PAIRS", arguments->pairs, "what for what, parted by =");
+  syntax.Flag("--first", arguments->first, "text, value: the first place only");
+  syntax.Flag("--brackets", arguments->brackets, "formula: put what is more than a product in brackets");
+  syntax.Flag("--multiply", arguments->multiply,
+              "formula: put * between a digit or letter and what is put in");
+  syntax.Flag("-j,--json", arguments->json, "print text, count and names as JSON");
+  syntax.Footer(kHelp);
   return [arguments](Console& console) { return Rewrite(*arguments, console); };
 }
 

@@ -1,4 +1,3 @@
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 #include <ostream>
@@ -10,6 +9,7 @@
 #include "spreadsheet/connection/spreadsheet_system.h"
 #include "spreadsheet/servers/native_spreadsheet.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/csv/csv_reader.h"
 #include "tools/lorv/csv/csv_writer.h"
 #include "tools/lorv/csv/output_file.h"
@@ -22,7 +22,7 @@
 
 namespace lorv::tool {
 
-Work DeclareSheet(CLI::App& app);
+Work DeclareSheet(VerbSyntax& syntax);
 
 namespace {
 
@@ -257,16 +257,14 @@ int RunSheet(const SheetArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclareSheet(CLI::App& app) {
+Work DeclareSheet(VerbSyntax& syntax) {
   const auto arguments = std::make_shared<SheetArguments>();
-  app.add_option("FILE", arguments->source, "a workbook (.xlsx), or a table to be made into one")->required();
-  app.add_option("-s,--sheet", arguments->sheet,
-                 "the name or number of the sheet; without it all are listed");
-  app.add_option("-o,--out", arguments->target,
-                 "the file to be made: .xlsx of a table, else .csv of a sheet");
-  app.add_option("--encoding", arguments->encoding, "of the table: auto, utf-8, gbk, utf-16le, utf-16be");
-  app.add_flag("-j,--json", arguments->json, "print the sheets, the rows of one or what was written as JSON");
-  app.footer(kHelp);
+  syntax.Value("FILE", arguments->source, "a workbook (.xlsx), or a table to be made into one").Required();
+  syntax.Value("-s,--sheet", arguments->sheet, "the name or number of the sheet; without it all are listed");
+  syntax.Value("-o,--out", arguments->target, "the file to be made: .xlsx of a table, else .csv of a sheet");
+  syntax.Value("--encoding", arguments->encoding, "of the table: auto, utf-8, gbk, utf-16le, utf-16be");
+  syntax.Flag("-j,--json", arguments->json, "print the sheets, the rows of one or what was written as JSON");
+  syntax.Footer(kHelp);
   return [arguments](Console& console) { return RunSheet(*arguments, console); };
 }
 

@@ -1,11 +1,13 @@
-#include <CLI/CLI.hpp>
+#include <memory>
 #include <ostream>
+#include <vector>
 
 #include "TEXPRESSCAL/optimize_expression.h"
 #include "TEXPRESSCAL/simplify_safely.h"
 #include "framework/objects/exceptions.h"
 #include "framework/text/number_text.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
@@ -104,22 +106,21 @@ int Simplify(const SimplifyArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclareSimplify(CLI::App& app) {
+Work DeclareSimplify(VerbSyntax& syntax) {
   auto arguments = std::make_shared<SimplifyArguments>();
-  app.add_option("FORMULA", arguments->formula, "the formula")->required();
-  CLI::Option* rules =
-      app.add_option("--rules", arguments->rules, "which rules, with commas between; all if not given");
-  rules->delimiter(',')->check(CLI::IsMember({"zero", "max", "min", "iif"}));
-  CLI::Option* values =
-      app.add_option("--value", arguments->values, "NAME=NUMBER, known when calls are folded");
-  values->allow_extra_args(false);
-  CLI::Option* suite =
-      app.add_flag("--suite", arguments->suite, "by the suite's own rules, which may change the value");
-  rules->needs(suite);
-  values->needs(suite);
-  app.add_flag("--any-zero", arguments->any_zero, "0 and -0 count as the same")->excludes(suite);
-  app.add_flag("-j,--json", arguments->json, "print the formula and the shorter one as JSON");
-  app.footer(kHelp);
+  syntax.Value("FORMULA", arguments->formula, "the formula").Required();
+  Argument rules =
+      syntax.Value("--rules", arguments->rules, "which rules, with commas between; all if not given");
+  rules.DividedBy(',').OneOf({"zero", "max", "min", "iif"});
+  Argument values = syntax.Value("--value", arguments->values, "NAME=NUMBER, known when calls are folded");
+  values.OneValueEach();
+  Argument suite =
+      syntax.Flag("--suite", arguments->suite, "by the suite's own rules, which may change the value");
+  rules.Needs(suite);
+  values.Needs(suite);
+  syntax.Flag("--any-zero", arguments->any_zero, "0 and -0 count as the same").Excludes(suite);
+  syntax.Flag("-j,--json", arguments->json, "print the formula and the shorter one as JSON");
+  syntax.Footer(kHelp);
   return [arguments](Console& console) { return Simplify(*arguments, console); };
 }
 

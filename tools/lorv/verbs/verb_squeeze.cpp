@@ -1,11 +1,13 @@
-#include <CLI/CLI.hpp>
 #include <array>
+#include <cstdint>
+#include <memory>
 #include <ostream>
 
 #include "compress/AdRar.h"
 #include "compress/lzari/byte_order.h"
 #include "platform/ports/platform.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/files/new_file.h"
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/json_text.h"
@@ -102,28 +104,28 @@ int Expand(SqueezeArguments arguments, Console& console) {
   return kFine;
 }
 
-Work Declare(CLI::App& app, const char* what, int (*work)(SqueezeArguments, Console&)) {
+Work Declare(VerbSyntax& syntax, const char* what, int (*work)(SqueezeArguments, Console&)) {
   const auto arguments = std::make_shared<SqueezeArguments>();
-  app.add_option("FILE", arguments->source, what)->required();
-  app.add_option("-o,--out", arguments->target,
-                 "the file to be made, - for standard output; else with or without \".lzari\" behind");
-  app.add_flag("-f,--force", arguments->force, "replace a file that is there already");
-  app.add_flag("-j,--json", arguments->json, "print the names and sizes of both files as JSON");
+  syntax.Value("FILE", arguments->source, what).Required();
+  syntax.Value("-o,--out", arguments->target,
+               "the file to be made, - for standard output; else with or without \".lzari\" behind");
+  syntax.Flag("-f,--force", arguments->force, "replace a file that is there already");
+  syntax.Flag("-j,--json", arguments->json, "print the names and sizes of both files as JSON");
   return [arguments, work](Console& console) { return work(*arguments, console); };
 }
 
 }  // namespace
 
-Work DeclareSqueeze(CLI::App& app) {
-  app.footer(
+Work DeclareSqueeze(VerbSyntax& syntax) {
+  syntax.Footer(
       "The suite's own form of a single file; `lorv pack` makes smaller archives that every program "
       "reads.\n\n"
       "Examples:\n  lorv squeeze plan.csv\n  lorv squeeze plan.csv --out plan.lz");
-  return Declare(app, "the file to be squeezed", Squeeze);
+  return Declare(syntax, "the file to be squeezed", Squeeze);
 }
-Work DeclareExpand(CLI::App& app) {
-  app.footer("Examples:\n  lorv expand plan.csv.lzari\n  lorv expand plan.lz --out plan.csv");
-  return Declare(app, "a squeezed file", Expand);
+Work DeclareExpand(VerbSyntax& syntax) {
+  syntax.Footer("Examples:\n  lorv expand plan.csv.lzari\n  lorv expand plan.lz --out plan.csv");
+  return Declare(syntax, "a squeezed file", Expand);
 }
 
 }  // namespace lorv::tool

@@ -1,8 +1,9 @@
-#include <CLI/CLI.hpp>
+#include <memory>
 #include <ostream>
 
 #include "tools/lorv/archive/unpacker.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
@@ -48,16 +49,16 @@ int Unpack(const UnpackArguments& arguments, Console& console) {
 
 }  // namespace
 
-Work DeclareUnpack(CLI::App& app) {
+Work DeclareUnpack(VerbSyntax& syntax) {
   const auto arguments = std::make_shared<UnpackArguments>();
-  app.add_option("ARCHIVE", arguments->archive, "a ZIP archive")->required();
-  app.add_option("-t,--to", arguments->wishes.folder,
-                 "the folder to unpack to; the working folder if not given");
-  app.add_flag("-f,--force", arguments->wishes.force, "replace files that are there already, but no links");
-  app.add_flag("--any-place", arguments->wishes.any_place, "allow names that lead out of the folder");
-  app.add_flag("-j,--json", arguments->json, "print the entries left out as JSON");
-  AddLimitOptions(app, arguments->limits);
-  app.footer(
+  syntax.Value("ARCHIVE", arguments->archive, "a ZIP archive").Required();
+  syntax.Value("-t,--to", arguments->wishes.folder,
+               "the folder to unpack to; the working folder if not given");
+  syntax.Flag("-f,--force", arguments->wishes.force, "replace files that are there already, but no links");
+  syntax.Flag("--any-place", arguments->wishes.any_place, "allow names that lead out of the folder");
+  syntax.Flag("-j,--json", arguments->json, "print the entries left out as JSON");
+  AddLimitOptions(syntax, arguments->limits);
+  syntax.Footer(
       "An entry that is damaged, encrypted or cannot be written is named and stops no other; the exit code "
       "is\n"
       "then 1.\n\n"

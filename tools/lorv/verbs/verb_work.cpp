@@ -1,12 +1,13 @@
-#include <CLI/CLI.hpp>
 #include <filesystem>
+#include <memory>
 
+#include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/takeoff/take_off.h"
 #include "tools/lorv/text/spoken_language.h"
 
 namespace lorv::tool {
 
-Work DeclareWork(CLI::App& app);
+Work DeclareWork(VerbSyntax& syntax);
 
 namespace {
 
@@ -57,33 +58,32 @@ void CheckOutputs(const TakeOffRequest& arguments) {
 
 }  // namespace
 
-Work DeclareWork(CLI::App& app) {
+Work DeclareWork(VerbSyntax& syntax) {
   auto arguments = std::make_shared<TakeOffRequest>();
-  app.add_option("COMPONENTS", arguments->components, "table of components; - reads standard input")
-      ->required();
-  app.add_option("-r,--rules", arguments->rules, "table of rules")->required();
-  app.add_option("-o,--out", arguments->table,
-                 "write the full table: components x quantities (CSV; .xlsx with the bill in front); - is "
-                 "standard output");
-  app.add_option("-b,--bill", arguments->bill,
-                 "write the bill as a table (CSV, or .xlsx with groups); - is standard output");
-  app.add_flag("--mark", arguments->mark, "begin files with a byte order mark, as spreadsheets want it");
-  app.add_option("-g,--by", arguments->by,
-                 "columns that part the bill, with commas between; class,storey if not given");
-  app.add_option("-w,--where", arguments->where, "only components for which this formula is greater than 0");
-  app.add_flag("-e,--explain", arguments->explain,
-               "show how each quantity was worked: with --out as columns of the table, else before the bill");
-  app.add_flag("--strict", arguments->strict, "exit code 1 for whatever is doubtful or missing, too");
-  app.add_flag("--suite-values", arguments->suite_values,
-               "values as the suite has them: three decimals, and a third for what is near one");
-  app.add_flag("--compare", arguments->compare, "count how many agree with the columns named in \"compare\"");
-  app.add_option("--tolerance", arguments->tolerance,
-                 "share in per cent within which they agree; 1 if not given");
-  app.add_option("--encoding", arguments->encoding, "of both inputs: auto, utf-8, gbk, utf-16le, utf-16be");
-  app.add_flag("-q,--quiet", arguments->quiet, "do not print the bill");
-  app.add_flag("--time", arguments->time, "tell how many rows a second were read, worked and written");
-  app.add_flag("-j,--json", arguments->json, "print bill, problems and comparison as JSON");
-  app.footer(kHelp);
+  syntax.Value("COMPONENTS", arguments->components, "table of components; - reads standard input").Required();
+  syntax.Value("-r,--rules", arguments->rules, "table of rules").Required();
+  syntax.Value("-o,--out", arguments->table,
+               "write the full table: components x quantities (CSV; .xlsx with the bill in front); - is "
+               "standard output");
+  syntax.Value("-b,--bill", arguments->bill,
+               "write the bill as a table (CSV, or .xlsx with groups); - is standard output");
+  syntax.Flag("--mark", arguments->mark, "begin files with a byte order mark, as spreadsheets want it");
+  syntax.Value("-g,--by", arguments->by,
+               "columns that part the bill, with commas between; class,storey if not given");
+  syntax.Value("-w,--where", arguments->where, "only components for which this formula is greater than 0");
+  syntax.Flag("-e,--explain", arguments->explain,
+              "show how each quantity was worked: with --out as columns of the table, else before the bill");
+  syntax.Flag("--strict", arguments->strict, "exit code 1 for whatever is doubtful or missing, too");
+  syntax.Flag("--suite-values", arguments->suite_values,
+              "values as the suite has them: three decimals, and a third for what is near one");
+  syntax.Flag("--compare", arguments->compare, "count how many agree with the columns named in \"compare\"");
+  syntax.Value("--tolerance", arguments->tolerance,
+               "share in per cent within which they agree; 1 if not given");
+  syntax.Value("--encoding", arguments->encoding, "of both inputs: auto, utf-8, gbk, utf-16le, utf-16be");
+  syntax.Flag("-q,--quiet", arguments->quiet, "do not print the bill");
+  syntax.Flag("--time", arguments->time, "tell how many rows a second were read, worked and written");
+  syntax.Flag("-j,--json", arguments->json, "print bill, problems and comparison as JSON");
+  syntax.Footer(kHelp);
   return [arguments](Console& console) {
     CheckOutputs(*arguments);
     // Standard output is the table's alone.
