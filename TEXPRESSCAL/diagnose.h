@@ -38,6 +38,9 @@ enum class FormulaFault {
   kBeyond32Bits,     // a number too large to be rounded or cut: it became -2147483648
   kNumberSearched,   // FIND looks for texts only: it is 0 where a number stands
   kDroppedFactor,    // digits in front of a function or PI, which do not count
+  kDroppedOperand,   // a value in front of "!", which negates what is behind it and nothing else
+  kMixedJoins,       // AND behind OR without brackets: they bind alike, where one expects AND first
+  kComparedTruth,    // a second comparison, as in 1<L+1<5: it compares the 1 or 0 of the first
   kNoNumber          // a part that is no number, or too large for one, which the result hides
 };
 

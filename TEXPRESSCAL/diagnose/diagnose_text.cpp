@@ -43,6 +43,9 @@ constexpr std::array kFaultTexts = {
     FaultText{kBeyond32Bits, _T("“%s”的数值过大,无法取整,结果成为-2147483648"), _T("the number in '%s' is too large to be rounded or cut: it became -2147483648")},
     FaultText{kNumberSearched, _T("“%s”里有数字,FIND只查找文字,总得0"), _T("'%s' has a number where FIND takes texts only, and is always 0")},
     FaultText{kDroppedFactor, _T("“%s”在函数或PI之前不起作用,请在中间写*"), _T("'%s' in front of a function or PI does not count, write a * behind it")},
+    FaultText{kDroppedOperand, _T("“%s”只否定后面的值,前面的值不计"), _T("'%s' negates what is behind it: the value in front of it does not count")},
+    FaultText{kMixedJoins, _T("“%s”与前面的“或”优先级相同,从左到右计算,请加括号"), _T("'%s' binds no tighter than the OR in front of it: put brackets around what belongs together")},
+    FaultText{kComparedTruth, _T("“%s”比较的是前一个比较的结果(1或0),请用&&连接两个比较"), _T("'%s' compares the 1 or 0 of the comparison in front of it: join two comparisons by &&")},
     FaultText{kNoNumber, _T("“%s”不是有效数值或太大,而结果看不出来"), _T("'%s' is no number, or too large for one, and the result would hide it")},
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "TEXPRESSCAL/evaluate/evaluator.h"
+#include "TEXPRESSCAL/language/operators.h"
 #include "framework/text/char_class.h"
 
 // Finds what can be evaluated and still hardly means what it seems to. It looks at the tree that the
@@ -14,10 +15,6 @@ namespace {
 
 bool IsCall(unsigned short kind) {
   return kind >= kSin && kind <= kFind && kind != kNegate;
-}
-
-bool IsComparison(unsigned short kind) {
-  return kind == kLess || kind == kGreater || (kind >= kGreaterEqual && kind <= kEqual);
 }
 
 // A text in quotes, or a sum of such.
@@ -57,6 +54,8 @@ class DoubtFinder {
   void Walk(const ExprNode* root);
   void Look(const Visit& visit);
   void LookAtCall(const ExprNode* call);
+  void LookAtOperator(const ExprNode* node);
+  bool StandsBare(const ExprNode* left, std::size_t behind) const;
   void LookAtSearch(const ExprNode* call);
 
   FormulaTrace& trace_;
@@ -121,6 +120,7 @@ void DoubtFinder::Look(const Visit& visit) {
     return;
   }
   if (IsCall(node->kind)) LookAtCall(node);
+  LookAtOperator(node);
   const bool joins = node->kind == kAdd && IsText(node);
   const bool compares = IsComparison(node->kind) && IsText(node->left) && IsText(node->right);
   const bool takes_texts = joins || compares || node->kind == kFind || node->kind == kLen;
@@ -128,6 +128,31 @@ void DoubtFinder::Look(const Visit& visit) {
   // The left part goes on top, so that texts are met in the order in which they stand.
   open_.push_back({node->right, wants});
   open_.push_back({node->left, wants});
+}
+
+// Operators of one strength join to the left, which is not what is meant by these.
+void DoubtFinder::LookAtOperator(const ExprNode* node) {
+  const auto put = [&](FormulaFault fault) { Put(fault, node->place, node->place + std::size_t{1}); };
+  const ExprNode* const left = node->left;
+  if (node->kind == kNot && left != nullptr) put(FormulaFault::kDroppedOperand);
+  if (left == nullptr || StrengthOf(left->kind) != StrengthOf(node->kind)) return;
+  if (node->kind == kAnd && left->kind == kOr && StandsBare(left, node->place))
+    put(FormulaFault::kMixedJoins);
+  if (IsComparison(node->kind) && StandsBare(left, node->place)) put(FormulaFault::kComparedTruth);
+}
+
+// Whether no bracket that is opened in front of the operator `left` is closed before the place.
+bool DoubtFinder::StandsBare(const ExprNode* left, std::size_t behind) const {
+  const TextView text = trace_.Parsed();
+  int open = 0;
+  auto quoted = texts_.begin();
+  for (std::size_t at = left->place; at < behind; ++at) {
+    while (quoted != texts_.end() && quoted->second <= at) ++quoted;
+    if (quoted != texts_.end() && quoted->first <= at) continue;
+    if (text[at] == '(') ++open;
+    if (text[at] == ')' && --open < 0) return false;
+  }
+  return true;
 }
 
 void DoubtFinder::LookAtCall(const ExprNode* call) {

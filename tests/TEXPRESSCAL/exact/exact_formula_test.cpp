@@ -159,6 +159,16 @@ TEST(ExactFormula, DoubtsAreNamedWithTheirPlace) {
               {"2*'abc'", FormulaFault::kTextAsNumber, 2, 5},
               {"IIF(L>1,'a',2)", FormulaFault::kTextAsNumber, 8, 3},
               {"L='a'", FormulaFault::kTextAsNumber, 2, 3},
+              {"5!3", FormulaFault::kDroppedOperand, 1, 1},
+              {"1+(墙长) ! L", FormulaFault::kDroppedOperand, 7, 1},
+              {"|L|!3", FormulaFault::kDroppedOperand, 3, 1},
+              {"L||墙长&&1", FormulaFault::kMixedJoins, 5, 2},
+              {"L>1 or (墙长=2) and 1", FormulaFault::kMixedJoins, 13, 5},
+              {"L&&1||墙长||0&&1", FormulaFault::kMixedJoins, 11, 2},
+              {"IIF(FIND('(','a')>0||L&&1,1,2)", FormulaFault::kMixedJoins, 22, 2},
+              {"1<L+1<5", FormulaFault::kComparedTruth, 5, 1},
+              {"2*((L)=(墙长)==(1))", FormulaFault::kComparedTruth, 11, 2},
+              {"L>=(2)!=1", FormulaFault::kComparedTruth, 6, 2},
               {"1+2.5PI", FormulaFault::kDroppedFactor, 2, 3},
               {"墙长*2sin(L)", FormulaFault::kDroppedFactor, 3, 1},
               {"1+FIND(墙长,'a')", FormulaFault::kNumberSearched, 2, 12},
@@ -172,9 +182,35 @@ TEST(ExactFormula, DoubtsAreNamedWithTheirPlace) {
     EXPECT_EQ(exact.Doubts()[0].length, row.length) << row.formula;
     EXPECT_FALSE(exact.Doubts()[0].stops);
   }
-  for (const char* good :
-       {"MAX(1,2,3)", "FIND('ab','b')>0", "'a'='b'", "'a'+'b'='ab'", "3.4+.0", "IIF(L,1,2)",
-        "ROUND(L*100)/100", "FIND('3.4.5','4')", "2L", "2墙长", "2*PI", "FIND('2PI','P')"}) {
+  for (const char* good : {"MAX(1,2,3)",
+                           "FIND('ab','b')>0",
+                           "'a'='b'",
+                           "'a'+'b'='ab'",
+                           "3.4+.0",
+                           "IIF(L,1,2)",
+                           "ROUND(L*100)/100",
+                           "FIND('3.4.5','4')",
+                           "2L",
+                           "2墙长",
+                           "2*PI",
+                           "FIND('2PI','P')",
+                           "!L",
+                           "1+!L",
+                           "|!L|",
+                           "(!L)*2",
+                           "L&&1||墙长",
+                           "(L||墙长)&&1",
+                           "L&&(1||墙长)",
+                           "((L||1))&&(1)",
+                           "L||1||墙长",
+                           "L&&1&&墙长",
+                           "(1<L)=1",
+                           "1<L&&L<5",
+                           "1=(L<5)",
+                           "1<L<5",
+                           "1<=L<=墙长",
+                           "MAX(L||1,0)&&1",
+                           "(1<FIND(')','a'))<1"}) {
     EXPECT_TRUE(ExactFormula(CString::FromUtf8(good), Names({{"L", 1}})).Doubts().empty()) << good;
   }
 }
