@@ -23,6 +23,7 @@ enum class FormulaFault {
   kNoArguments,      // a function without its brackets
   kArgumentCount,    // IIF or FIND with the wrong count of arguments
   kUnknownName,      // a name that has no value and is no keyword
+  kLongName,         // a name of more units than those by which values are kept: it has none
   kTooDeep,          // brackets deeper than kMaxNesting
   kDivisionByZero,   // the divisor is 0
   kOutsideDomain,    // a root or logarithm of what has none

@@ -54,6 +54,7 @@ const ExprNode* ParseWithKeywords(FormulaTrace& trace, const CMapValue& values, 
 
 FormulaDiagnosis Diagnose(TextView typed, const CMapValue& values, const TDefsetVars& keywords) {
   FormulaTrace trace(typed);
+  trace.LimitNames(CStrCmp::kCapacity);
   for (const auto& [name, value] : values) {
     const TextView text(static_cast<LPCTSTR>(name));
     if (!text.empty()) SubstituteValue(trace.Text(), text, value);

@@ -30,6 +30,7 @@ constexpr std::array kFaultTexts = {
     FaultText{kNoArguments, _T("函数“%s”之后缺少括号"), _T("the function '%s' needs its brackets")},
     FaultText{kArgumentCount, _T("函数“%s”的参数个数不对"), _T("'%s' has the wrong number of arguments")},
     FaultText{kUnknownName, _T("变量“%s”没有定义"), _T("the name '%s' is not known")},
+    FaultText{kLongName, _T("变量名“%s”超过20个字符,不能有数值"), _T("the name '%s' has more than 20 characters and can have no value")},
     FaultText{kTooDeep, _T("括号嵌套太深"), _T("the brackets are nested too deeply")},
     FaultText{kDivisionByZero, _T("除数为零:“%s”"), _T("division by zero: '%s' is 0")},
     FaultText{kOutsideDomain, _T("“%s”的参数超出定义域"), _T("the argument of '%s' is outside its domain")},

@@ -127,6 +127,7 @@ FormulaDiagnosis FormulaTrace::ExplainUnit(TCHAR c, std::size_t at, bool value_w
 }
 
 FormulaDiagnosis FormulaTrace::Unknown(std::size_t first, std::size_t behind) const {
+  if (behind - first > longest_name_) return Named(FormulaFault::kLongName, first, behind);
   FormulaDiagnosis diagnosis = Named(FormulaFault::kUnknownName, first, behind);
   const TextView name = TextView(typed_).substr(static_cast<std::size_t>(diagnosis.position),
                                                 static_cast<std::size_t>(diagnosis.length));

@@ -26,6 +26,9 @@ class FormulaTrace {
   // The tree of what Text() has become, or null. It lives until the next parse.
   ExprNode* Parse(const CValidParameter& resolver);
 
+  // No name of more units has a value.
+  void LimitNames(std::size_t units) { longest_name_ = units; }
+
   // Why the last parse failed. Of the `known` names the nearest is proposed for one that nobody knows.
   FormulaDiagnosis ExplainParse(std::vector<CString> known);
   // What an evaluation's error means; `node` is where it came up, or null.
@@ -55,6 +58,7 @@ class FormulaTrace {
   std::basic_string<TCHAR> parsed_;
   NodePool nodes_;
   std::vector<CString> known_;
+  std::size_t longest_name_ = kVarListSize;
   TCHAR names_text_[kVarListSize] = {};
   ParseFault fault_ = ParseFault::kNone;
   unsigned int position_ = 0;

@@ -38,9 +38,13 @@ std::string NearestOption(const std::string& typed, const CLI::App& verb) {
   return nearest.empty() ? nearest : "--" + nearest;
 }
 
+bool LooksLikeOption(const std::string& word) {
+  return word.size() > 1 && word[0] == '-';
+}
+
 std::string OneTooMany(const CLI::App& verb) {
   const std::string word = WithoutShields(verb.remaining().front());
-  if (word.size() < 2 || word[0] != '-') return Say("\"{}\" is one argument too many", {word});
+  if (!LooksLikeOption(word)) return Say("\"{}\" is one argument too many", {word});
   const std::string name = Cut(word, "=").first, nearest = NearestOption(name, verb);
   return Say("there is no option \"{}\" here", {name}) +
          (nearest.empty() ? std::string() : Say("; did you mean {}?", {nearest}));
@@ -85,6 +89,10 @@ bool Is(const CLI::ParseError& wrong) {
 // The library tells the kind by the type alone: its names of faults are replaced by that of the verb.
 std::string ArgumentFault(const CLI::ParseError& wrong, const CLI::App& verb) {
   std::string text = WithoutShields(wrong.what());
+  // An option that nobody knows is why the argument is missing, more often than not.
+  const std::vector<std::string> rest = verb.remaining();
+  const bool unknown = !rest.empty() && LooksLikeOption(WithoutShields(rest.front()));
+  if (Is<CLI::RequiredError>(wrong) && unknown) return OneTooMany(verb);
   if (Is<CLI::RequiredError>(wrong)) return Say("{} is missing", {Cut(text, " is required").first});
   if (Is<CLI::ExtrasError>(wrong)) return OneTooMany(verb);
   if (Is<CLI::ValidationError>(wrong)) return WrongValue(text);
