@@ -240,6 +240,13 @@ TEST_F(TakeOffRun, MillimetresAmongMetresAreNoticed) {
   EXPECT_EQ(
       Work(components, "kind,class,name,unit,formula,factor\ncolumn,,L,,L,0.001\n,W,q,m3,L*面积,\n").err, "");
   EXPECT_EQ(Work(components, "class,name,unit,formula\nW,q,m3,L*面积\n", {"--strict"}).code, 1);
+  // By way of steps, unless one of them or the rule divides.
+  const char* const steps = "kind,class,name,unit,formula\nstep,W,net,,L-10\nstep,W,all,,net+1\n,W,q,m3,";
+  const ToolRun stepped = Work(components, steps + std::string("all*面积\n"));
+  EXPECT_TRUE(Has(stepped.err, "line 4, column 9: warning: q is in m3, but the values of \"L\" look like"))
+      << stepped.err;
+  EXPECT_EQ(Work(components, steps + std::string("all*面积/1000\n")).err, "");
+  EXPECT_EQ(Work(components, "kind,class,name,unit,formula\nstep,W,net,,L/1000\n,W,q,m3,net*面积\n").err, "");
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "tools/lorv/takeoff/findings/unit_check.h"
 
-#include <algorithm>
 #include <cmath>
 #include <ostream>
 
@@ -40,6 +39,13 @@ bool SeesToUnits(const Rule& rule) {
 
 }  // namespace
 
+UnitCheck::UnitCheck(const Planner& planner) : planner_(planner) {
+  const std::vector<Rule>& rules = planner.Rules().rules;
+  for (std::size_t i = 0; i < rules.size(); ++i) {
+    if (rules[i].kind == RuleKind::kStep) steps_.emplace(NameKey(CString::FromUtf8(rules[i].name).View()), i);
+  }
+}
+
 void UnitCheck::Look(const ComponentsFile& file) {
   if (++components_ > kComponentsSeen) return;
   seen_.resize(planner_.Dimensions().size());
@@ -67,18 +73,46 @@ bool UnitCheck::LooksLikeMillimetres(std::size_t index) const {
   return seen.values >= kFewestValues && seen.whole == seen.values && seen.large * 4 >= seen.values * 3;
 }
 
+// The rows above that a name may mean: each of them where a step has alternatives.
+std::vector<std::size_t> UnitCheck::StepsNamed(const CString& key, std::size_t above) const {
+  std::vector<std::size_t> steps;
+  const auto [first, end] = steps_.equal_range(key);
+  for (auto step = first; step != end; ++step) {
+    if (step->second < above) steps.push_back(step->second);
+  }
+  return steps;
+}
+
+// The dimensions in millimetres that the rule's value comes of.
+std::set<std::size_t> UnitCheck::MillimetresIn(std::size_t rule) const {
+  std::set<std::size_t> found, seen = {rule};
+  std::vector<std::size_t> open = {rule};
+  while (!open.empty()) {
+    const std::size_t at = open.back();
+    open.pop_back();
+    const Rule& row = planner_.Rules().rules[at];
+    if (SeesToUnits(row)) continue;
+    for (const FormulaWord& word : NamesOf(row.formula.View())) {
+      const CString key = NameKey(word.name.View());
+      const std::vector<std::size_t> steps = StepsNamed(key, at);
+      for (const std::size_t step : steps) {
+        if (seen.insert(step).second) open.push_back(step);
+      }
+      const Symbol symbol = planner_.NameOf(key);
+      if (steps.empty() && symbol.kind == Symbol::kDimension && LooksLikeMillimetres(symbol.index))
+        found.insert(symbol.index);
+    }
+  }
+  return found;
+}
+
 std::vector<UnitCheck::Finding> UnitCheck::Findings() const {
   std::vector<Finding> findings;
   const RuleSet& rules = planner_.Rules();
   for (std::size_t rule = 0; rule < rules.rules.size(); ++rule) {
     const Rule& row = rules.rules[rule];
-    if (row.kind != RuleKind::kQuantity || !IsMetric(row.unit) || SeesToUnits(row)) continue;
-    for (const FormulaWord& word : NamesOf(row.formula.View())) {
-      const Symbol symbol = planner_.NameOf(NameKey(word.name.View()));
-      if (symbol.kind != Symbol::kDimension || !LooksLikeMillimetres(symbol.index)) continue;
-      const Finding finding = {rule, symbol.index};
-      if (std::find(findings.begin(), findings.end(), finding) == findings.end()) findings.push_back(finding);
-    }
+    if (row.kind != RuleKind::kQuantity || !IsMetric(row.unit)) continue;
+    for (const std::size_t dimension : MillimetresIn(rule)) findings.push_back({rule, dimension});
   }
   return findings;
 }
