@@ -26,6 +26,10 @@ std::exception_ptr& Kept() noexcept {
 
 }  // namespace
 
+int CarriedFault::Depth() noexcept {
+  return waiting;
+}
+
 std::exception_ptr CarriedFault::Begin() noexcept {
   ++waiting;
   return std::exchange(Kept(), nullptr);

@@ -34,6 +34,9 @@ class COMM_LORV_API CarriedFault {
     return result;
   }
 
+  // How many calls of this thread are within CallOut now: a loop within a loop has more of them.
+  static int Depth() noexcept;
+
  private:
   // What was kept before this call belongs to the call around it.
   struct Waiting {

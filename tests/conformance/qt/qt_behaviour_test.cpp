@@ -9,6 +9,7 @@
 #include <deque>
 #include <limits>
 #include <memory>
+#include <utility>
 
 #include "framework/drawing/geometry.h"
 #include "platform/models/carried_fault.h"
@@ -178,14 +179,17 @@ class QtDriver : public lorv_test::BehaviourDriver {
   }
 
  private:
-  // While we wait for what we did ourselves, the next step is not due.
+  // While we wait for what we did ourselves, the next step is not due; but for a menu or a dialog that came
+  // of it and waits for the user in a loop of its own.
   void Busily(const std::function<void()>& work) {
     struct Busy {
-      explicit Busy(int& count) : count_(count) { ++count_; }
-      ~Busy() { --count_; }
-      int& count_;
+      explicit Busy(int& loops) : loops_(loops), outer_(std::exchange(loops, OwnLoops())) {}
+      ~Busy() { loops_ = outer_; }
+      static int OwnLoops() { return lorv::CarriedFault::Depth() + 1; }
+      int& loops_;
+      int outer_;
     };
-    const Busy busy(busy_);
+    const Busy busy(own_loops_);
     work();
   }
 
@@ -204,10 +208,11 @@ class QtDriver : public lorv_test::BehaviourDriver {
   }
 
   void Waiting() {
-    if (busy_ > 0 || (!desktop_.MenuUp() && steps_.empty())) return;
-    ++busy_;
+    if (step_is_due_ || lorv::CarriedFault::Depth() <= own_loops_) return;
+    if (!desktop_.MenuUp() && steps_.empty()) return;
+    step_is_due_ = true;
     QTimer::singleShot(0, &here_, [this] {
-      --busy_;
+      step_is_due_ = false;
       Settle();
       Step();
     });
@@ -239,7 +244,8 @@ class QtDriver : public lorv_test::BehaviourDriver {
   lorv::Desktop& desktop_;
   lorv_test::QtUser& user_;
   QObject here_;
-  int busy_ = 0;
+  int own_loops_ = -1;  // that many calls deep we wait ourselves
+  bool step_is_due_ = false;
   std::deque<UINT> answers_;
   std::deque<std::function<void()>> steps_;
   std::deque<std::function<void()>> menu_steps_;

@@ -6,6 +6,7 @@
 #include <QWindow>
 #include <cstdlib>
 #include <map>
+#include <set>
 
 #include "framework/native/window_types.h"
 #include "tests/conformance/qt/qt_user.h"
@@ -62,8 +63,14 @@ class X11User : public QtUser, public QAbstractNativeEventFilter {
     const auto named = kKeys.find(key);
     const xcb_keysym_t name =
         named != kKeys.end() ? named->second : static_cast<xcb_keysym_t>(std::tolower(key));
-    ASSERT_NE(codes_[name], 0) << key;
-    Fake(down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, codes_[name], {0, 0});
+    const std::uint8_t code = codes_[name];
+    ASSERT_NE(code, 0) << key;
+    // A key that has brought a dialog up is still held: who presses it again lets go first.
+    if (down_.count(code) != 0) Fake(XCB_KEY_RELEASE, code, {0, 0});
+    down_.erase(code);
+    if (!down) return;
+    Fake(XCB_KEY_PRESS, code, {0, 0});
+    down_.insert(code);
   }
   void MoveMouse(POINT screen) override { Fake(XCB_MOTION_NOTIFY, 0, screen); }
   void Button(bool down) override { Fake(down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, 1, {0, 0}); }
@@ -129,6 +136,7 @@ class X11User : public QtUser, public QAbstractNativeEventFilter {
   xcb_connection_t* server_;
   xcb_window_t mark_;
   std::map<xcb_keysym_t, std::uint8_t> codes_;
+  std::set<std::uint8_t> down_;
   std::unique_ptr<xcb_connection_t, Disconnect> other_;
   std::uint32_t sent_ = 0;
   std::uint32_t came_back_ = 0;

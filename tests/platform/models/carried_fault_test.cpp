@@ -129,3 +129,18 @@ TEST(FaultOnItsWay, ThreadsThatCarriedFaultsEnd) {
     ASSERT_EQ(inner, "inner") << i;
   }
 }
+
+TEST(FaultOnItsWay, CallsWithinCallsAreCounted) {
+  EXPECT_EQ(CarriedFault::Depth(), 0);
+  CarriedFault::CallOut([] {
+    EXPECT_EQ(CarriedFault::Depth(), 1);
+    CarriedFault::CallOut([] {
+      EXPECT_EQ(CarriedFault::Depth(), 2);
+      std::thread([] { EXPECT_EQ(CarriedFault::Depth(), 0); }).join();
+      return 0;
+    });
+    EXPECT_EQ(CarriedFault::Depth(), 1);
+    return 0;
+  });
+  EXPECT_EQ(CarriedFault::Depth(), 0);
+}
