@@ -1,6 +1,9 @@
 #include <deque>
+#include <utility>
 
+#include "platform/models/carried_fault.h"
 #include "tests/conformance/behaviour_scene.h"
+#include "tests/conformance/grid/grid_scene.h"
 #include "tests/conformance/kept_trace.h"
 #include "tests/conformance/painting_script.h"
 #include "tests/platform/win32/real_input.h"
@@ -48,6 +51,15 @@ const std::vector<lorv_test::Difference> kDifferences = {
      {"  begins", "  shows qiang", "  shows 墙", "  shows ", "  commits 墙", "  char 22681"}},
 };
 
+// F4 closes the list without the choice.
+const std::vector<lorv_test::Difference> kGridDifferences = {
+    {"120 Return is Down by its style, there too; F4 chooses", {"  = 2,2 editor [o1] 0-2"}},
+    {"121 saving takes the choice over", {"  ends 2,2", "  2,2 [o1] kind 8", "  = 2,2"}},
+    {"122 the button opens editor and list", {"  opens 2,2", "  button 2,2", "  = 2,2 editor [o1] 2-2"}},
+    {"123 Esc closes the list and keeps the editor", {"  = 2,2 editor [o1] 2-2"}},
+    {"124 Esc again closes that", {"  2,2 [o1] kind 8", "  = 2,2"}},
+};
+
 // The user at real windows. What has to be done while a menu or a dialog is up is done by a timer of the
 // thread.
 class Win32Behaviour : public RealWindows {
@@ -78,6 +90,7 @@ class Win32Behaviour : public RealWindows {
       Settle();
     }
     void Hold(int key, bool down) override {
+      held_ = down ? key : 0;
       SendKey(key, down ? 0 : KEYEVENTF_KEYUP);
       Settle();
     }
@@ -94,6 +107,8 @@ class Win32Behaviour : public RealWindows {
       Quietly([&] { test_.MoveMouse(screen); });
     }
     void MouseDown() override {
+      // The screen beneath knows of real keys only and takes others back when the mouse comes in.
+      if (held_ != 0 && GetAsyncKeyState(held_) >= 0) SendKey(held_, 0);
       Quietly([&] { test_.Button(true); });
     }
     void MouseUp() override {
@@ -165,14 +180,17 @@ class Win32Behaviour : public RealWindows {
     }
 
    private:
-    // While we wait for what we did ourselves, the next step is not due.
+    // While we wait for what we did ourselves, the next step is not due; but for a dialog that came of it and
+    // waits for the user in a loop of its own.
     void Quietly(const std::function<void()>& work) {
       struct Busy {
-        explicit Busy(int& count) : count_(count) { ++count_; }
-        ~Busy() { --count_; }
-        int& count_;
+        explicit Busy(int& loops) : loops_(loops), outer_(std::exchange(loops, OwnLoops())) {}
+        ~Busy() { loops_ = outer_; }
+        static int OwnLoops() { return lorv::CarriedFault::Depth() + 1; }
+        int& loops_;
+        int outer_;
       };
-      const Busy busy(busy_);
+      const Busy busy(own_loops_);
       work();
     }
 
@@ -193,7 +211,7 @@ class Win32Behaviour : public RealWindows {
 
     void Step() {
       if (lorv::DesktopInForce().MenuUp()) return menu_steps_.empty() ? Answer() : RunNext(menu_steps_);
-      if (busy_ == 0 && !steps_.empty()) RunNext(steps_);
+      if (lorv::CarriedFault::Depth() > own_loops_ && !steps_.empty()) RunNext(steps_);
     }
 
     static void RunNext(std::deque<std::function<void()>>& steps) {
@@ -217,7 +235,8 @@ class Win32Behaviour : public RealWindows {
     Win32Behaviour& test_;
     UINT_PTR timer_;
     UINT double_click_time_ = GetDoubleClickTime();
-    int busy_ = 0;
+    int held_ = 0;
+    int own_loops_ = -1;  // that many calls deep we wait ourselves
     std::deque<UINT> answers_;
     std::deque<std::function<void()>> steps_;
     std::deque<std::function<void()>> menu_steps_;
@@ -231,6 +250,12 @@ TEST_F(Win32Behaviour, TraceIsTheKeptOneButForTheListedDifferences) {
   top.Peer()->Destroy();
   Driver driver(*this);
   lorv_test::ExpectKeptTrace(lorv_test::PlayBehaviour(driver), kDifferences);
+}
+
+TEST_F(Win32Behaviour, GridTraceIsTheKeptOne) {
+  top.Peer()->Destroy();
+  Driver driver(*this);
+  lorv_test::ExpectTrace(lorv_test::KeptGridTrace(), lorv_test::PlayGrid(driver), kGridDifferences);
 }
 
 TEST_F(Win32Behaviour, PaintingTraceIsTheKeptOne) {
