@@ -13,13 +13,13 @@
 #include "TEXPRESSCAL/express.h"
 #include "tests/reference/formula_difference.h"
 #include "tests/reference/repeated_case.h"
+#include "tests/support/checked_share.h"
 #include "tests/support/print.h"
-#include "tests/support/sanitized_share.h"
 
 namespace lorv::test {
 namespace {
 
-constexpr int kShare = SanitizedShare(10);
+constexpr int kShare = CheckedShare(10);
 
 struct Known {
   const TCHAR* formula;

@@ -12,15 +12,15 @@
 
 #include "TEXPRESSCAL/calculator.h"
 #include "tests/reference/formula_difference.h"
+#include "tests/support/checked_share.h"
 #include "tests/support/print.h"
-#include "tests/support/sanitized_share.h"
 
 namespace lorv::test {
 namespace {
 
 using Values = std::vector<std::pair<Text, double>>;
 
-constexpr int kShare = SanitizedShare(5);
+constexpr int kShare = CheckedShare(5);
 
 const Values kUsual = {{_T("A"), 2.5},   {_T("B"), 0.25}, {_T("C"), 3},       {_T("N"), -4},
                        {_T("H"), 3.15},  {_T("X1"), 7},   {_T("B1K"), 1.125}, {_T("W_1"), 0.5},

@@ -6,14 +6,14 @@
 #include <vector>
 
 #include "tests/reference/formula_difference.h"
-#include "tests/support/sanitized_share.h"
+#include "tests/support/checked_share.h"
 
 namespace lorv::test {
 namespace {
 
 const std::vector<Text> kJudged = {_T("A"), _T("B"), _T("H"), _T("A1"), _T("A_1"), _T("AB"), _T("E3")};
 
-constexpr int kShare = SanitizedShare(5);
+constexpr int kShare = CheckedShare(5);
 
 void ExpectSame(const Text& formula, bool judged) {
   const std::string difference = ParserDifference(formula, judged, kJudged);

@@ -14,14 +14,14 @@
 #include "framework/text/char_class.h"
 #include "tests/TEXPRESSCAL/guarded_pages.h"
 #include "tests/reference/formula_difference.h"
+#include "tests/support/checked_share.h"
 #include "tests/support/print.h"
 #include "tests/support/same_bits.h"
-#include "tests/support/sanitized_share.h"
 
 namespace lorv::test {
 namespace {
 
-constexpr int kShare = SanitizedShare(10);
+constexpr int kShare = CheckedShare(10);
 
 struct NamedColumn {
   Text name;

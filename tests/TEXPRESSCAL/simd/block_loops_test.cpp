@@ -14,14 +14,14 @@
 #include "TEXPRESSCAL/simd/block_work.h"
 #include "framework/collections/aligned_row.h"
 #include "tests/reference/formula_difference.h"
+#include "tests/support/checked_share.h"
 #include "tests/support/print.h"
 #include "tests/support/same_bits.h"
-#include "tests/support/sanitized_share.h"
 
 namespace lorv::test {
 namespace {
 
-constexpr int kShare = SanitizedShare(10);
+constexpr int kShare = CheckedShare(10);
 
 std::vector<const BlockLoops*> AllLoops() {
   std::vector<const BlockLoops*> loops(4);
