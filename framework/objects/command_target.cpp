@@ -41,7 +41,26 @@ const AFX_MSGMAP* CCmdTarget::GetThisMessageMap() {
   return &map;
 }
 
-BOOL CCmdTarget::OnEvent(UINT /*id*/, AFX_EVENT* /*event*/, AFX_CMDHANDLERINFO* /*info*/) {
+const AFX_EVENTSINKMAP* CCmdTarget::GetEventSinkMap() const {
+  return GetThisEventSinkMap();
+}
+
+const AFX_EVENTSINKMAP* CCmdTarget::GetThisEventSinkMap() {
+  static const AFX_EVENTSINKMAP_ENTRY entries[] = {{0, 0, 0, nullptr}};
+  static const AFX_EVENTSINKMAP map = {nullptr, entries};
+  return &map;
+}
+
+BOOL CCmdTarget::OnEvent(UINT id, AFX_EVENT* event, AFX_CMDHANDLERINFO* info) {
+  if (event == nullptr || event->m_eventKind != AFX_EVENT::event) return FALSE;
+  const AFX_EVENTSINKMAP* map = GetEventSinkMap();
+  for (; map != nullptr; map = map->base == nullptr ? nullptr : map->base())
+    for (const AFX_EVENTSINKMAP_ENTRY* entry = map->entries; entry->handler != nullptr; ++entry) {
+      if (entry->dispid != event->m_dispid || id < entry->nCtrlIDFirst || id > entry->nCtrlIDLast) continue;
+      if (info == nullptr) return entry->handler(*this, *event);
+      info->pTarget = this;
+      return TRUE;
+    }
   return FALSE;
 }
 

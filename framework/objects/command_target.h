@@ -59,6 +59,20 @@ struct AFX_MSGMAP {
   const AFX_MSGMAP_ENTRY* entries;
 };
 
+// One row of an event sink: an event of a control, and what calls the member function for it with its
+// arguments unpacked. FALSE: the arguments are not those of the handler, or it passes the event on.
+struct AFX_EVENTSINKMAP_ENTRY {
+  UINT nCtrlIDFirst;
+  UINT nCtrlIDLast;
+  DISPID dispid;
+  BOOL (*handler)(CCmdTarget& target, AFX_EVENT& event);  // null ends the table
+};
+
+struct AFX_EVENTSINKMAP {
+  const AFX_EVENTSINKMAP* (*base)();  // null in CCmdTarget's
+  const AFX_EVENTSINKMAP_ENTRY* entries;
+};
+
 // The base of what commands can be sent to.
 class COMM_LORV_API CCmdTarget : public CObject {
  public:
@@ -66,7 +80,8 @@ class COMM_LORV_API CCmdTarget : public CObject {
   // notification the code's high word is the message, WM_NOTIFY, and `extra` its NMHDR. True: a handler was
   // found. With `info` it is only named.
   virtual BOOL OnCmdMsg(UINT id, int code, void* extra, AFX_CMDHANDLERINFO* info);
-  // What OnCmdMsg does with CN_EVENT; here no event is known.
+  // What OnCmdMsg does with CN_EVENT: the event goes to the first row of the sinks that fits, from the class
+  // up.
   virtual BOOL OnEvent(UINT id, AFX_EVENT* event, AFX_CMDHANDLERINFO* info);
 
   CCmdTarget(const CCmdTarget&) = delete;
@@ -79,6 +94,8 @@ class COMM_LORV_API CCmdTarget : public CObject {
 
   virtual const AFX_MSGMAP* GetMessageMap() const;
   static const AFX_MSGMAP* GetThisMessageMap();
+  virtual const AFX_EVENTSINKMAP* GetEventSinkMap() const;
+  static const AFX_EVENTSINKMAP* GetThisEventSinkMap();
 };
 
 namespace lorv {

@@ -78,6 +78,7 @@ enum VARENUM : std::uint16_t {
 
 // The calling convention that the system's objects name; here there is only one.
 #define __stdcall  // NOLINT(bugprone-reserved-identifier): the compiler's own name for it on Windows
+#define STDMETHODCALLTYPE
 
 struct GUID {
   std::uint32_t Data1;
@@ -85,6 +86,23 @@ struct GUID {
   std::uint16_t Data3;
   std::uint8_t Data4[8];
 };
+using IID = GUID;
+using REFIID = const IID&;
+constexpr IID IID_NULL = {};
+
+using DISPID = std::int32_t;
+using LPOLESTR = char16_t*;
+struct tagVARIANT;
+struct DISPPARAMS;
+struct tagEXCEPINFO;
+struct ITypeInfo;
+
+// How a member of an automation object is asked for; of locales only "the user's" is ever named.
+constexpr WORD DISPATCH_METHOD = 1;
+constexpr WORD DISPATCH_PROPERTYGET = 2;
+constexpr WORD DISPATCH_PROPERTYPUT = 4;
+constexpr DISPID DISPID_PROPERTYPUT = -3;
+constexpr LCID LOCALE_USER_DEFAULT = 0x0400;
 
 // A counted object that a value may hold.
 struct IUnknown {
@@ -96,7 +114,15 @@ struct IUnknown {
   ~IUnknown() = default;
 };
 
+// An object whose members are called by number.
 struct IDispatch : IUnknown {
+  virtual HRESULT GetTypeInfoCount(UINT* count) = 0;
+  virtual HRESULT GetTypeInfo(UINT which, LCID locale, ITypeInfo** info) = 0;
+  virtual HRESULT GetIDsOfNames(REFIID always_null, LPOLESTR* names, UINT count, LCID locale,
+                                DISPID* ids) = 0;
+  virtual HRESULT Invoke(DISPID member, REFIID always_null, LCID locale, WORD flags, DISPPARAMS* params,
+                         tagVARIANT* result, tagEXCEPINFO* failure, UINT* wrong_argument) = 0;
+
  protected:
   ~IDispatch() = default;
 };
@@ -138,6 +164,11 @@ struct tagVARIANT {
     BSTR bstrVal;
     IUnknown* punkVal;
     IDispatch* pdispVal;
+    std::int16_t* piVal;
+    std::int32_t* plVal;
+    float* pfltVal;
+    VARIANT_BOOL* pboolVal;
+    BSTR* pbstrVal;
     tagVARIANT* pvarVal;
     void* byref;
     std::int8_t cVal;
@@ -152,13 +183,28 @@ using VARIANT = tagVARIANT;
 using VARIANTARG = tagVARIANT;
 
 // The arguments of an automation call, the last one first.
-using DISPID = std::int32_t;
 struct DISPPARAMS {
   VARIANTARG* rgvarg;
   DISPID* rgdispidNamedArgs;
   UINT cArgs;
   UINT cNamedArgs;
 };
+
+// A failure that an automation object describes; its texts are the caller's to free.
+struct tagEXCEPINFO {
+  WORD wCode;
+  WORD wReserved;
+  BSTR bstrSource;
+  BSTR bstrDescription;
+  BSTR bstrHelpFile;
+  DWORD dwHelpContext;
+  void* pvReserved;
+  HRESULT (*pfnDeferredFillIn)(tagEXCEPINFO* failure);
+  SCODE scode;
+};
+using EXCEPINFO = tagEXCEPINFO;
+using LPDISPATCH = IDispatch*;
+using LPUNKNOWN = IUnknown*;
 
 // Texts with their length (in 16-bit units) in front; null is the empty text. SysAllocStringLen without a
 // source leaves the units zero. Null is the answer where memory is lacking.
