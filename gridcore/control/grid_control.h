@@ -77,7 +77,12 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   virtual void OnPosSizeChanged();
 
  public:
+  // The texts of the filter bar are others now.
+  virtual void OnFilterBarChanged() {}
   virtual void OnItemChanged(CBCGPGridItem* item, int row, int column);
+  // The mouse, pressed on the frame of the selection, moves on: what stands there could be dragged away.
+  // TRUE: that has been done; here nothing is dragged, and the selection follows the mouse.
+  virtual BOOL OnBeginDrag(CPoint /*point*/) { return FALSE; }
   virtual BOOL EditItem(CBCGPGridRow* row, const CPoint* point = nullptr);
   virtual BOOL OnClickButton(CPoint point);
   virtual BOOL EndEditItem(BOOL update = TRUE);
@@ -358,6 +363,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   bool PressInHeader(UINT flags, CPoint point);
   bool PressInRowHeader(UINT flags, CPoint point);
   void PressInCell(UINT flags, CPoint point, const CBCGPGridItemID& id);
+  bool OnSelectionFrame(CPoint point) const;
+  bool DragFrame(CPoint point);
   void DragSelection(CPoint point);
   void TrackDivider(CPoint point);
 
@@ -387,6 +394,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   lorv::SelectedRanges selection_;
   CBCGPGridItemID current_;
   CBCGPGridItemID anchor_;
+  CPoint frame_press_;     // where the mouse went down
+  bool on_frame_ = false;  // on the frame of the selection, and has not moved since
   int sort_column_ = -1;
   bool sort_ascending_ = true;
 

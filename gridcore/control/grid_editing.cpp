@@ -43,7 +43,8 @@ BOOL CBCGPGridCtrl::EditItem(CBCGPGridRow* row, const CPoint* point) {
   const CBCGPGridItemID id = item->GetGridItemID();
   const auto life = life_.Watch();
   const DWORD reason = m_dwBeginEditReason;
-  EndEditItem(TRUE);
+  // Descendants tell their parent of every end of an edit: without one there is nothing to tell.
+  if (editing_ != nullptr) EndEditItem(TRUE);
   if (life.expired() || m_hWnd == nullptr) return FALSE;
   EnsureVisible(id);
   if (life.expired()) return FALSE;

@@ -10,6 +10,8 @@ bool IsDown(int key) {
   return (lorv::DesktopInForce().KeyState(key) & 0x8000) != 0;
 }
 
+constexpr int kFrameWidth = 2;  // pixels to both sides of the selection's edge
+constexpr int kDragStart = 4;   // pixels from the press on
 constexpr int kWheelNotch = 120;
 constexpr int kRowsOfNotch = 3;
 
@@ -61,6 +63,7 @@ bool CBCGPGridCtrl::PressInRowHeader(UINT flags, CPoint point) {
 
 void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID& id) {
   const auto life = life_.Watch();
+  const bool on_frame = (flags & (MK_SHIFT | MK_CONTROL)) == 0 && OnSelectionFrame(point);
   if ((flags & MK_SHIFT) != 0 && anchor_.m_nRow >= 0) {
     SetCurSel(id, lorv::kSelectOppositeCorner, TRUE);
   } else if ((flags & MK_CONTROL) != 0) {
@@ -90,7 +93,32 @@ void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID&
   if (item->OnClickValue(WM_LBUTTONDOWN, point) != FALSE || life.expired()) return;
   if (m_hWnd == nullptr) return;
   m_bSelecting = true;
+  on_frame_ = on_frame;
+  frame_press_ = point;
   SetCapture();
+}
+
+bool CBCGPGridCtrl::OnSelectionFrame(CPoint point) const {
+  if (selection_.IsEmpty()) return false;
+  CRect outside = GetRangeRect(selection_.Ranges().back());
+  CRect inside = outside;
+  outside.InflateRect(kFrameWidth, kFrameWidth);
+  inside.DeflateRect(kFrameWidth, kFrameWidth);
+  return outside.PtInRect(point) != FALSE && inside.PtInRect(point) == FALSE;
+}
+
+bool CBCGPGridCtrl::DragFrame(CPoint point) {
+  if (!on_frame_) return false;
+  const auto along = [](int from, int to) { return from < to ? to - from : from - to; };
+  if (along(static_cast<int>(frame_press_.x), static_cast<int>(point.x)) < kDragStart &&
+      along(static_cast<int>(frame_press_.y), static_cast<int>(point.y)) < kDragStart)
+    return true;
+  on_frame_ = false;
+  const auto life = life_.Watch();
+  const BOOL dragged = OnBeginDrag(frame_press_);
+  if (life.expired()) return true;
+  if (dragged != FALSE) m_bSelecting = false;
+  return dragged != FALSE || !m_bSelecting;
 }
 
 void CBCGPGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
@@ -150,7 +178,7 @@ void CBCGPGridCtrl::OnMouseMove(UINT flags, CPoint point) {
   if (m_bTracking) {
     TrackDivider(point);
   } else if (m_bSelecting && (flags & MK_LBUTTON) != 0) {
-    DragSelection(point);
+    if (!DragFrame(point)) DragSelection(point);
   } else {
     TrackToolTip(point);
   }
@@ -161,6 +189,7 @@ void CBCGPGridCtrl::TrackToolTip(CPoint /*point*/) {}
 void CBCGPGridCtrl::OnLButtonUp(UINT /*flags*/, CPoint /*point*/) {
   const bool tracked = std::exchange(m_bTracking, false);
   m_bSelecting = false;
+  on_frame_ = false;
   m_nTrackColumn = -1;
   const auto life = life_.Watch();
   if (CWnd::GetCapture() == this) lorv::DesktopInForce().SetCapture(nullptr);
@@ -288,6 +317,7 @@ void CBCGPGridCtrl::OnHScroll(UINT code, UINT /*position*/, CWnd* /*bar*/) {
 void CBCGPGridCtrl::OnCancelMode() {
   m_bTracking = false;
   m_bSelecting = false;
+  on_frame_ = false;
   m_nTrackColumn = -1;
   Default();
 }

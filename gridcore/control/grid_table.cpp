@@ -272,7 +272,7 @@ int CBCGPGridCtrl::CompareItems(const CBCGPGridItem* a, const CBCGPGridItem* b) 
 void CBCGPGridCtrl::Sort(int column, BOOL ascending) {
   if (!GetColumnsInfo().HasColumn(column)) return;
   const auto life = life_.Watch();
-  EndEditItem(TRUE);
+  if (editing_ != nullptr) EndEditItem(TRUE);
   if (life.expired() || !GetColumnsInfo().HasColumn(column)) return;
   std::vector<CBCGPGridRow*> order;
   order.reserve(static_cast<std::size_t>(rows_.Size()));
