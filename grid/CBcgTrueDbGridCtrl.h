@@ -3,6 +3,7 @@
 // The suite's grids, with the cells and rows that they are made of.
 
 #include "grid/basic/basic_grid.h"
+#include "grid/bridge/true_db_grid.h"
 #include "grid/items/button_item.h"
 #include "grid/items/check_item_ex.h"
 #include "grid/items/color_item_ex.h"

@@ -1,0 +1,45 @@
+#include <algorithm>
+
+#include "grid/bridge/true_db_grid.h"
+
+// Binding to a set of records: its values are copied into the grid's cells, once.
+
+namespace {
+
+constexpr int kFieldColumnWidth = 80;
+
+}  // namespace
+
+void CBcgTrueDbGridCtrl::SetDataSource(CERecordset* records) {
+  if (records == nullptr) return;
+  const int fields = records->GetFieldCount();
+  // Counted before columns are made: the rows of a first binding come out blank.
+  const int filled = std::min(fields, GetColumnCount());
+  const auto life = Watch();
+  if (GetRowCount() > 0) RemoveAll();
+  if (life.expired()) return;
+  if (GetColumnCount() == 0)
+    for (int field = 0; field < fields; ++field)
+      InsertColumn(field, records->GetFieldName(field), kFieldColumnWidth, -1, FALSE);
+  if (records->IsEOF()) {
+    AdjustLayout();
+    return;
+  }
+  TakeRecords(*records, filled);
+  records->MoveFirst();
+}
+
+void CBcgTrueDbGridCtrl::TakeRecords(CERecordset& records, int fields) {
+  const auto life = Watch();
+  // The first row is laid out at once, which makes its first cell current while it is still empty. The others
+  // are when all are there: a layout for each would take time with the square of their number.
+  BOOL relayout = TRUE;
+  for (records.MoveFirst(); !records.IsEOF(); records.MoveNext()) {
+    const int row = AddRow(relayout);
+    relayout = FALSE;
+    for (int field = 0; field < fields && !life.expired(); ++field)
+      SetValue(row, field, records.GetFieldValue(field), TRUE);
+    if (life.expired()) return;
+  }
+  AdjustLayout();
+}
