@@ -12,6 +12,7 @@ import re
 import resource
 import signal
 import stat
+import struct
 import subprocess
 import sys
 import tempfile
@@ -25,6 +26,8 @@ RULES = "class,name,unit,formula\nwall,area,m2,L*2\n"
 WORK = ("work", "c.csv", "--rules", "r.csv")
 TABLE = b"class,storey,area (m2),not worked\r\nwall,1,5,\r\nwall,2,6,\r\n"
 ROW, ROW_OF_TABLE, ROWS = "wall,2,3\n", b"wall,2,6,\r\n", 300_000
+# One blue pixel.
+IMAGE = b"BM" + struct.pack("<IIIIiiHHIIiiII", 58, 0, 54, 40, 1, 1, 1, 24, 0, 4, 0, 0, 0, 0) + b"\xff\0\0\0"
 UNFINISHED = re.compile(r"^\.lorv-[0-9a-f]{16}\.part$")
 
 
@@ -42,6 +45,7 @@ class Scratch(unittest.TestCase):
         os.chdir(folder.name)
         pathlib.Path("c.csv").write_text(COMPONENTS)
         pathlib.Path("r.csv").write_text(RULES)
+        pathlib.Path("i.bmp").write_bytes(IMAGE)
 
     def expect_nothing_unfinished(self):
         left = [name for _, _, names in os.walk(".") for name in names if UNFINISHED.match(name)]
@@ -57,6 +61,8 @@ def writers(goal, force=("--force",)):
         (("pack", *force, goal, "c.csv"), b"PK\x03\x04"),
         (("squeeze", *force, "c.csv", "--out", goal), len(COMPONENTS).to_bytes(4, "little")),
         (("expand", *force, "c.lzari", "--out", goal), COMPONENTS.encode()),
+        (("sheet", "c.csv", "--out", goal), b"class,storey,L\r\n"),
+        (("image", *force, "i.bmp", "--out", goal), b"\x89PNG"),
     )
 
 
