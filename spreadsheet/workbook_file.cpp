@@ -10,6 +10,10 @@
 #include "spreadsheet/servers/engine/workbook_files.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_writer.h"
 
+// Workbooks for callers who read and write them as files, without a program and without the exchange. It
+// stands directly on the engine's book: values go through the same rules as those that an exchange puts, so
+// both ways make the same files.
+
 namespace lorv {
 namespace {
 
@@ -23,6 +27,7 @@ engine::Sheet& SheetOf(const engine::Book& book, int sheet) {
   return *book.sheets[static_cast<std::size_t>(sheet)];
 }
 
+// All digits, and a point in every country: other programs read these texts.
 CString NumberText(double number) {
   char digits[32];
   const char* const end = std::to_chars(digits, digits + sizeof(digits), number).ptr;
@@ -31,6 +36,7 @@ CString NumberText(double number) {
 
 CString DateText(double date) {
   SYSTEMTIME time = {};
+  // Beyond the calendar's years the number is all there is.
   if (!SplitOleDate(date, time)) return NumberText(date);
   CString text;
   text.Format(_T("%04d-%02d-%02d"), time.wYear, time.wMonth, time.wDay);
@@ -45,6 +51,7 @@ CString TextOf(const engine::Book& book, const engine::Sheet& sheet, const Cell&
   switch (cell.kind()) {
     case CellKind::kText:
     case CellKind::kError:
+      // An error reads as the sheet shows it, "#N/A" for instance.
       return CString(book.texts.At(cell.text()));
     case CellKind::kBool:
       return cell.flag() ? _T("TRUE") : _T("FALSE");
@@ -79,6 +86,7 @@ CString WorkbookFile::SheetName(int sheet) const {
 
 long WorkbookFile::RowCount(int sheet) const {
   const auto& blocks = SheetOf(*book_, sheet).cells.Blocks();
+  // From behind, over cells that have a look and no value.
   for (auto block = blocks.rbegin(); block != blocks.rend(); ++block) {
     const auto last = std::find_if(block->rbegin(), block->rend(),
                                    [](const Cell& cell) { return cell.kind() != CellKind::kEmpty; });
@@ -92,6 +100,7 @@ std::vector<CString> WorkbookFile::RowTexts(int sheet, long row) const {
   std::vector<CString> texts;
   of.cells.VisitRow(row, [&](const Cell& cell) {
     if (cell.kind() == CellKind::kEmpty) return;
+    // Cells come in order, so the row grows to each, and what is between them is empty.
     texts.resize(static_cast<std::size_t>(cell.column()) + 1);
     texts.back() = TextOf(*book_, of, cell);
   });
@@ -113,6 +122,7 @@ void WorkbookFile::Put(int sheet, long row, int column, const _variant_t& value,
   engine::CellStyle style;
   if (!look.format.IsEmpty()) style.format = book_->styles.FormatId(look.format);
   style.bold = look.bold;
+  // The look first: a date that finds no format takes one of its own.
   if (!(style == engine::CellStyle())) engine::PutStyle(*book_, of, row, column, style);
   engine::PutCellValue(*book_, of, row, column, value);
 }

@@ -4,6 +4,10 @@
 
 #include "framework/objects/exceptions.h"
 
+// The typed operations over AutoObject: each is one call by number, with its arguments in the program's own
+// types. The exchange above is written once; what the two programs want differently stands here and in the
+// table of numbers, and nowhere else.
+
 namespace lorv {
 namespace {
 
@@ -12,8 +16,12 @@ constexpr long kEtValueType = 10;
 // The file format of SaveAs, and "no sharing mode".
 constexpr short kSavedFormat = 39;
 constexpr long kNoAccessMode = 0;
+// Arguments are known by their places, so those of an opening that have no value are
+// handed over as missing ones.
 constexpr std::size_t kOpenArguments = 13;
 
+// Programs answer one question with different types of number, a width even as a whole one, so every answer
+// is converted. What cannot be raises its code: a 0 in its place would be taken for a real count.
 _variant_t Converted(const _variant_t& value, VARTYPE type) {
   _variant_t result;
   const HRESULT code = ChangeValueType(result, value, type);
@@ -37,6 +45,8 @@ AutoValue Text(const CString& text) {
 
 AutoValue AutomationFamily::Ask(const AutoRef& object, Operation operation, Form form,
                                 std::initializer_list<AutoValue> args) const {
+  // An object that the program did not give is a failure that the exchange shows, as
+  // one of the program itself.
   if (!object) AfxThrowOleException(E_POINTER);
   return object->Invoke(DispidOf(program_, operation), form, std::span(args.begin(), args.size()));
 }
@@ -123,6 +133,7 @@ long AutomationFamily::SheetCount(const AutoRef& worksheets) const {
 }
 
 AutoRef AutomationFamily::Sheet(const AutoRef& worksheets, int index) const {
+  // Collections are asked by an index of 16 bits, which no workbook's count of sheets comes near.
   const auto narrow = static_cast<short>(index);
   return Ask(worksheets, Operation::kSheet, Form::kGet, {AutoValue(_variant_t(narrow))}).object;
 }

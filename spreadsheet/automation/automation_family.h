@@ -12,9 +12,8 @@ namespace lorv {
 //
 // Units: rows and columns of sheets count from 1, widths are characters of the standard font.
 // Edges: an object that is not there raises COleException (E_POINTER).
-// Result: an object may be null where the program has none to give. A number comes back from any numeric
-// type;
-//   an answer of another kind raises COleException (DISP_E_TYPEMISMATCH).
+// Result: an object may be null where the program has none to give. A number comes back from any
+//   numeric type; an answer of another kind raises COleException (DISP_E_TYPEMISMATCH).
 // A plain value; the objects belong to their thread.
 //
 //   AutomationFamily(Program::kEt).PutValue(cell, 1.5)  puts 0xC11006 with 10 and 1.5

@@ -8,9 +8,8 @@ namespace lorv {
 //
 // Units: row and column count from 0; the row of the text counts from 1.
 // Edges: the letters are the digits of the column to the base 26, the lowest first and "A" for 0. Up to
-// column
-//   25 that is the address of the cell; behind it the text names another cell than a sheet's own column names
-//   would, and documents of the suite rely on it.
+//   column 25 that is the address of the cell; behind it the text names another cell than a sheet's own
+//   column names would, and documents of the suite rely on it.
 // No shared state: any thread.
 //
 //   CornerAddress(4, 27)  gives _T("BB5")

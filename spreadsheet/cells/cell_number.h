@@ -8,9 +8,8 @@ namespace lorv {
 
 // Whether a text, without its sign, is a plain decimal number.
 //
-// Form: digits and points only. "0" is one; another text that begins with "0" needs a point behind it, so
-// that
-//   a code such as "007" stays a text; a text worth exactly 0 ("", "0.0") is none.
+// Form: digits and points only. "0" is one; another text that begins with "0" needs a point behind it,
+//   so that a code such as "007" stays a text; a text worth exactly 0 ("", "0.0") is none.
 // Edges: the number of points does not matter: "1.2.3" is a number worth 1.2.
 // Result: 1 or 0. With 1, `decimals` is the count of characters behind the first point; untouched with 0 and
 //   for the text "0".

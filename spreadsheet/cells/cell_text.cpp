@@ -3,12 +3,18 @@
 #include "framework/values/ole_date.h"
 #include "spreadsheet/cells/cell_number.h"
 
+// From a value and its number format to the text that the cell's user sees, as far as tables of the suite
+// need it. The format is looked through for a few marks and not interpreted: the order of the questions and
+// the ways of counting decimals are those by which tables have always been read.
+
 namespace lorv {
 namespace {
 
+// Money comes as a whole number of ten-thousandths.
 constexpr __int64 kMoneyScale = 10000;
 
 // Of formats with "%".
+// All that stands between the point and the sign counts, a "#" as well as a "0".
 int PercentDecimals(TextView format) {
   const std::size_t point = format.find(_T('.'));
   if (point == TextView::npos) return 0;
@@ -28,6 +34,7 @@ int MoneyDecimals(TextView format) {
 
 int PlainDecimals(TextView format) {
   const int places = PlacesToLastZero(format);
+  // The last zero directly before the point: the decimals are of another kind, as in "0.##".
   if (places != -1) return places;
   return static_cast<int>(format.size() - format.rfind(_T('.')) - 1);
 }
@@ -71,12 +78,14 @@ CString MoneyText(const CY& money, TextView format) {
 }
 
 CString NumberText(double value, TextView format) {
+  // Percent first, whatever else the format holds: "$0.00%" is a percentage.
   if (!format.empty() && format.back() == _T('%')) {
     return FixedNumber(value * 100, PercentDecimals(format)) + _T("%");
   }
   if (format.find_first_of(_T("Y$")) != TextView::npos) {
     return _T("$") + FixedNumber(value, MoneyDecimals(format));
   }
+  // Before the point is looked at: times with fractions of a second hold one, too.
   if (IsTimeFormat(format)) return TimeText(value);
   if (format.find(_T('.')) != TextView::npos && format.find(_T('E')) == TextView::npos) {
     return FixedNumber(value, PlainDecimals(format));
@@ -99,6 +108,7 @@ CString SheetCellText(const VARIANT& value, const CString& format) {
       return value.bstrVal == nullptr ? CString()
                                       : CString(TextView(value.bstrVal, SysStringLen(value.bstrVal)));
     default:
+      // A truth value or an error has no text: a word in its place would be taken for what the user wrote.
       return {};
   }
 }

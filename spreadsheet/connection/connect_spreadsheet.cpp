@@ -5,9 +5,14 @@
 #include "spreadsheet/connection/caught.h"
 #include "spreadsheet/connection/spreadsheet_system.h"
 
+// How the exchange gets its workbook: from a program of its own, else from one that is started on a file of
+// ours and found by that name, else from those that the user has open. A program of its own comes first as it
+// leaves the user's workbooks alone.
+
 namespace lorv {
 namespace {
 
+// Flags of the shell and of the file dialog, as the system counts them.
 constexpr ULONG kKeepProcessHandle = 64;
 constexpr int kHiddenWindow = 0;
 constexpr DWORD kHideReadOnlyFileMustExist = 0x1004;
@@ -20,6 +25,8 @@ CString Quoted(const CString& text) {
 ConnectResult ConnectNew(AutoRef& workbook, const CString& file, bool open_existing) {
   for (const Program program : {Program::kExcel, Program::kEt}) {
     const AutoRef application = SpreadsheetInForce().CreateDispatch(ProgramId(program));
+    // Only a program that is not there leads to the next one. An exception ends the loop: the second program
+    // is no cure for a first one that fails.
     if (!application) continue;
     PrepareWorkbook(program, application, workbook, file, open_existing);
     return ResultOf(program);
@@ -58,6 +65,8 @@ void AskForProgram(const CString& csv) {
 }
 
 void StartProgramOn(const CString& csv) {
+  // The shell finds a registered program by itself. Else there is what opens text tables, and at last the
+  // user, who may know a program that is not registered.
   if (IsProgramRegistered()) {
     PortsInForce().shell->Start({_T("open"), csv, CString(), kHiddenWindow, kKeepProcessHandle});
     return;
@@ -67,6 +76,7 @@ void StartProgramOn(const CString& csv) {
   if (program.IsEmpty()) {
     AskForProgram(csv);
   } else {
+    // A command is taken apart at blanks: a short path has none, and the file stands in quotes.
     system.RunCommand(system.ShortPath(program) + _T(" ") + Quoted(csv), kHiddenWindow);
   }
 }
@@ -74,9 +84,12 @@ void StartProgramOn(const CString& csv) {
 }  // namespace
 
 ConnectResult ConnectSpreadsheet(AutoRef& workbook, bool create, const CString& file, bool open_existing) {
+  // Who reads wants what the user has open; nothing is started for that.
   if (!create) return FindRunningWorkbook(workbook, CString());
   ConnectResult created = CONNECT_NONE;
+  // Whatever goes wrong while a program is started is no failure yet: the search is still to come.
   const bool tried = RunsThrough([&] { created = ConnectNew(workbook, file, open_existing); });
+  // What an attempt left half done must not pass for the workbook that is found later.
   if (tried && created != CONNECT_NONE) return created;
   workbook.reset();
   CString csv;
@@ -90,6 +103,7 @@ ConnectResult ConnectSpreadsheet(AutoRef& workbook, bool create, const CString& 
 bool PrepareWorkbook(Program program, const AutoRef& application, AutoRef& workbook, const CString& file,
                      bool open_existing) {
   const AutomationFamily family(program);
+  // Before anything else is asked: the user keeps the program when this exchange is over, even when it fails.
   application->KeepAlive();
   const AutoRef workbooks = family.Workbooks(application);
   const CString path = file + _T(".xls");

@@ -40,9 +40,8 @@ constexpr unsigned kSearchWait = 10;  // milliseconds
 COMM_LORV_API ConnectResult ConnectSpreadsheet(AutoRef& workbook, bool create, const CString& file,
                                                bool open_existing);
 
-// Looks for the workbook of a display name among the running objects: an equal one, letter case aside, or,
-// for
-//   an object with type information, one that contains it. An empty name is contained in every one.
+// Looks for the workbook of a display name among the running objects: an equal one, letter case aside, or
+//   one that contains it, for an object with type information. An empty name is contained in every one.
 // Without it: the only workbook found, one that the user chooses among several, or AttachActiveApplication.
 COMM_LORV_API ConnectResult FindRunningWorkbook(AutoRef& workbook, const CString& name);
 

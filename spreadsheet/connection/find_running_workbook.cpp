@@ -6,9 +6,14 @@
 #include "spreadsheet/connection/connect_spreadsheet.h"
 #include "spreadsheet/connection/spreadsheet_system.h"
 
+// The search for a workbook among the objects that the system lists as running, by the name that each shows.
+// A program that has just been started enters its workbooks some time later, so the list is walked again and
+// again, with a short wait between.
+
 namespace lorv {
 namespace {
 
+// The message by which the first program is asked to enter its workbooks at once.
 constexpr UINT kRegisterYourself = 0x412;
 
 struct RunningWorkbookEntry {
@@ -48,6 +53,7 @@ class Search {
 
   ConnectResult Settle(AutoRef& workbook) {
     if (found_.empty()) return AttachActiveApplication(workbook);
+    // With one workbook open there is nothing to choose.
     if (found_.size() == 1) return Take(found_.begin()->second, workbook);
     CStringArray names;
     for (const auto& [name, entry] : found_) names.Add(name);
@@ -72,6 +78,7 @@ class Search {
     const unsigned types = object.TypeInfoCount();
     system_.Trace(_T("GetTypeInfoCount"));
     for (unsigned i = 0; i < types && sought_ == nullptr; ++i) LookByType(object, i);
+    // Without type information only the question for the interface itself is left.
     if (types == 0) LookByInterface(object);
   }
 
@@ -85,6 +92,7 @@ class Search {
     system_.Trace(_T("GetDisplayName"));
     system_.Trace(*shown);
     const RunningWorkbookEntry& entry = Enter(*shown, *program, object);
+    // A shown name may hold more than the one that is sought, its folder for instance.
     if (IsEqual(*shown) || shown->View().find(name_.View()) != TextView::npos) sought_ = &entry;
   }
 
@@ -115,6 +123,7 @@ class Search {
 
 ConnectResult FindRunningWorkbook(AutoRef& workbook, const CString& name) {
   Search search(name);
+  // An empty name means any workbook that is open; waiting is for a program that is starting.
   const int rounds = name.IsEmpty() ? 1 : kSearchRounds;
   for (int round = 0; round < rounds; ++round) {
     if (!search.Walk()) return CONNECT_NONE;

@@ -10,12 +10,14 @@
 
 void CAdExcel2GridEx::SetArray(lorv::ExchangeGrid& grid) {
   const long rows = grid.RowCount();
+  // The grid is left as its user sees it, scrolled to where it was.
   const long first_visible = grid.FirstVisibleRow();
   const int columns = grid.ColumnCount();
   for (int column = 0; column < columns; ++column) {
     if (!grid.IsColumnVisible(column)) m_colInvisible.AddSorted(column);
   }
   const lorv::ExchangeRedrawLock lock(grid);
+  // Columns first: a row that is appended has as many cells as there are then.
   m_array.SetArray(0, columns);
   for (long row = 0; row < rows; ++row) {
     m_array.AppendRow(m_array.GetRowCount(), false);
@@ -24,6 +26,8 @@ void CAdExcel2GridEx::SetArray(lorv::ExchangeGrid& grid) {
     }
   }
   grid.SetFirstVisibleRow(first_visible);
+  // The row behind the last, so that no cell stays marked as current. It is a number of 16 bits and wraps in
+  // grids of more rows than that holds.
   grid.SetCurrentRow(static_cast<std::int16_t>(rows));
 }
 
@@ -36,6 +40,7 @@ void CAdExcel2GridEx::SetColTitle(lorv::ExchangeGrid& grid) {
 __int64 CAdExcel2GridEx::AddRange(long first_row, long first_column, long last_row, long last_column) {
   const __int64 rows = static_cast<__int64>(last_row) - first_row;
   const __int64 columns = static_cast<__int64>(last_column) - first_column;
+  // A single cell is no merged area.
   if (rows >= 0 && columns >= 0 && rows + columns > 0) {
     m_ranges.AddTail(CBCGPGridRange(static_cast<int>(first_column), static_cast<int>(first_row),
                                     static_cast<int>(last_column), static_cast<int>(last_row)));
@@ -88,6 +93,7 @@ CString CAdExcel2GridEx::Str2ExcelValueStyle(const CString& text, COleVariant& v
   } else {
     value = _variant_t(text);
   }
+  // The format of texts: without it the program would read "007" or "3-4" as a number or a date.
   return _T("@");
 }
 

@@ -24,6 +24,7 @@ long WholeWidth(double width) {
   return static_cast<long>(std::trunc(std::round(width * kSixDecimals) / kSixDecimals));
 }
 
+// Widths are only ever grown: a column that the user of an existing workbook made wide stays so.
 void GrowColumn(const AutomationFamily& family, const AutoRef& cell, long length) {
   constexpr long kMargin = 2;
   const long width = WholeWidth(family.ColumnWidth(cell));
@@ -43,6 +44,7 @@ bool CAdExcel2GridEx::ToExcel(const CString& file, bool save, bool show, int ali
                               int column_offset) {
   SetHorizontaliAlign(alignment);
   try {
+    // Callers are commands of a menu, which nothing raised here may leave.
     return Export(file, save, show, sheet_index, open_existing, sheet_name, row_offset, column_offset);
   } catch (CException* failure) {
     lorv::TellFailure(*failure);
@@ -65,6 +67,8 @@ bool CAdExcel2GridEx::Export(const CString& file, bool save, bool show, int shee
   const AutomationFamily family(lorv::ProgramOf(connected));
   const AutoRef application = family.Application(workbook);
   WriteWorkbook(family, workbook, file, save, sheet_index, sheet_name, row_offset, column_offset);
+  // A workbook that is saved nowhere is shown in any case: else it would be lost, and its
+  // program would run on unseen.
   if (!show && save && !file.IsEmpty()) {
     family.Quit(application);
   } else {
@@ -96,6 +100,7 @@ bool CAdExcel2GridEx::WriteWorkbook(const AutomationFamily& family, const AutoRe
   const AutoRef worksheet = family.Sheet(worksheets, index);
   if (!sheet_name.IsEmpty()) family.PutSheetName(worksheet, sheet_name);
   WriteCells(family, worksheet, row_offset, column_offset);
+  // Hidden last: a text that widens a hidden column would show it again.
   WriteMergedRanges(family, worksheet);
   HideColumns(family, worksheet);
   if (save && !file.IsEmpty()) SaveAndClose(family, workbook, file);
@@ -105,6 +110,8 @@ bool CAdExcel2GridEx::WriteWorkbook(const AutomationFamily& family, const AutoRe
 void CAdExcel2GridEx::SaveAndClose(const AutomationFamily& family, const AutoRef& workbook,
                                    const CString& file) {
   const AutoRef application = family.Application(workbook);
+  // The user has chosen the file already: the program must neither ask whether to replace it nor, at
+  // closing, whether to save.
   family.PutDisplayAlerts(application, false);
   family.SaveAs(workbook, file);
   family.PutSaved(workbook, true);
@@ -123,11 +130,13 @@ bool CAdExcel2GridEx::WriteCells(const AutomationFamily& family, const AutoRef& 
   const __int64 row_end = m_array.GetRowCount() + row_offset + (titles ? 1 : 0);
   const __int64 column_end = static_cast<__int64>(m_array.GetColCount()) + column_offset;
   const AutoRef cells = family.Cells(worksheet);
+  // Each cell's font costs two more calls to another process.
   const bool set_font_size = row_end * column_end <= lorv::kMaxFontCells;
   for (__int64 row = row_offset; row < row_end; ++row) {
     for (__int64 column = column_offset; column < column_end + m_nColAdjust; ++column) {
       const int at = static_cast<int>(column - column_offset);
       const bool is_title = titles && row == row_offset;
+      // There may be fewer titles than columns; cells without one are not touched.
       if (is_title && at >= m_colTitles.GetSize()) continue;
       WriteCell(
           family,
@@ -143,6 +152,8 @@ bool CAdExcel2GridEx::WriteCell(const AutomationFamily& family, const CString& t
   const AutoRef cell = family.Item(cells, row, column);
   COleVariant value;
   const CString format = Str2ExcelValueStyle(text, value);
+  // The format before the value: a program interprets what is put by the format that
+  // the cell has at that time.
   if (!text.IsEmpty()) family.PutNumberFormat(cell, format);
   family.PutValue(cell, value);
   if (set_font_size) family.PutFontSize(family.Font(cell), m_nFontSize);
@@ -167,6 +178,7 @@ bool CAdExcel2GridEx::WriteMergedRanges(const AutomationFamily& family, const Au
   const AutoRef cells = family.Cells(worksheet);
   for (POSITION at = m_ranges.GetHeadPosition(); at != nullptr;) {
     const CBCGPGridRange range = m_ranges.GetNext(at);
+    // Emptied before they are merged: a program asks its user before it drops values.
     EmptyBehindFirst(family, cells, range);
     const AutoRef area = family.Range(cells, RowCol2XlsCell(range.m_nTop, range.m_nLeft),
                                       RowCol2XlsCell(range.m_nBottom, range.m_nRight));
@@ -179,6 +191,7 @@ bool CAdExcel2GridEx::HideColumns(const AutomationFamily& family, const AutoRef&
   if (m_colInvisible.empty()) return true;
   const AutoRef cells = family.Cells(worksheet);
   for (const int column : m_colInvisible) {
+    // A width of 0 hides a column in both programs; there is no operation of its own for it.
     const AutoRef cell = family.Item(cells, 1, column + 1);
     family.PutColumnWidth(family.EntireColumn(cell), 0);
   }

@@ -3,6 +3,9 @@
 #include "spreadsheet/AdExcel2GridEx.h"
 #include "spreadsheet/exchange_grid.h"
 
+// Export and import as the menu of a grid offers them. They know grids by ExchangeGrid alone, so that the
+// exchange does not depend on the grids' own classes.
+
 namespace lorv {
 
 bool GridToExcel(ExchangeGrid& grid, int mode) {
@@ -28,8 +31,10 @@ bool GridFromExcel(ExchangeGrid& grid, int mode) {
   const CXArrayDBToArray table = exchange.GetArray();
   const auto rows = static_cast<long>(table.GetRowCount());
   const int columns = table.GetColCount();
+  // Before anything is removed: a grid must not lose its rows to an empty selection.
   if (columns < 1) return false;
   grid.RemoveAll();
+  // A grid with columns keeps them, and takes as many of the sheet as it has.
   if (grid.ColumnCount() == 0) {
     for (int i = 0; i < columns; ++i) grid.AddColumn(kNewColumnWidth);
     grid.AutoSizeLastColumn();

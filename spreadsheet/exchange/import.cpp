@@ -13,6 +13,7 @@ using lorv::AutoRef;
 namespace {
 
 constexpr DWORD kHideReadOnlyOverwritePrompt = 6;
+// One marked row is the cell or title that the user happened to click; then the whole sheet is meant.
 constexpr long kFewestSelectedRows = 2;
 
 void TellOleFailure(const COleException& failure) {
@@ -33,6 +34,7 @@ void TellDispatchFailure(const COleDispatchException& failure) {
 bool CAdExcel2GridEx::FromExcel() {
   try {
     return Import();
+    // Automation's own failures first, as their codes help who is asked for help.
   } catch (COleException* failure) {
     TellOleFailure(*failure);
     failure->Delete();
@@ -50,6 +52,7 @@ bool CAdExcel2GridEx::FromExcel() {
 
 bool CAdExcel2GridEx::Import() {
   AutoRef workbook;
+  // No program is started: what is read is the sheet that the user has in front of him.
   const lorv::ConnectResult connected = lorv::ConnectSpreadsheet(workbook, false, CString(), false);
   if (connected == lorv::CONNECT_CANCELLED) return false;
   if (connected == lorv::CONNECT_NONE) {
@@ -95,12 +98,15 @@ int CAdExcel2GridEx::ReadSheet(const AutomationFamily& family, const AutoRef& wo
   const long first_row = family.Row(range);
   const long first_column = family.Column(range);
   if (rows < 1 || columns < 1) return 0;
+  // Each cell costs several calls to another process: a sheet marked as a whole would keep
+  // the user waiting for hours.
   if (rows > lorv::kMaxReadRows || columns > lorv::kMaxReadColumns) {
     CString text;
     text.Format(_T("您选择的Excel区域太大(行%dX列%d),请重新选择(注意不能全选要框选)!"), rows, columns);
     lorv::TellUser(text);
     return 0;
   }
+  // Only now, so that a refused area leaves the table that was read before.
   m_array.ReDim(rows, static_cast<int>(columns));
   for (int row = 0; row < rows; ++row) {
     for (int column = 0; column < columns; ++column) {
@@ -120,6 +126,7 @@ void CAdExcel2GridEx::NoteMergedArea(const AutomationFamily& family, const AutoR
   const long columns = family.Count(family.Columns(area));
   const long rows = family.Count(family.Rows(area));
   const long first = area_row - sheet_row + table_row;
+  // Called for each cell of an area, so that an area is listed as often as it has cells.
   AddRange(first, area_column, first + rows - 1, area_column + columns - 1);
 }
 
@@ -156,6 +163,7 @@ int CAdExcel2GridEx::LoadExcel2(const CString& file, std::vector<CXArrayDBToArra
     const AutomationFamily family(lorv::ProgramOf(connected));
     const AutoRef application = family.Application(workbook);
     result = ReadWorkbookFile(family, workbook, file, tables, names, sheet_index);
+    // The program was started for this file alone; after an exception it is left running.
     family.Quit(application);
   } catch (CException* failure) {
     lorv::TellFailure(*failure);
@@ -174,6 +182,7 @@ int CAdExcel2GridEx::ReadWorkbookFile(const AutomationFamily& family, const Auto
   const AutoRef loaded = family.AddWorkbook(workbooks, lorv::AutoValue(_variant_t(file)));
   const AutoRef worksheets = family.Worksheets(loaded);
   const long count = family.SheetCount(worksheets);
+  // With one sheet there is nothing to choose, whatever the caller's index.
   if (count == 1) sheet_index = 1;
   if (sheet_index == 0) {
     ReadAllSheets(family, worksheets, count, tables, names);

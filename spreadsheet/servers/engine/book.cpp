@@ -6,6 +6,10 @@
 #include "spreadsheet/cells/exchange_limits.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
 
+// The workbook behind every object of the engine and behind WorkbookFile: sheets with their cells, columns
+// and merged areas, over pools of texts and styles that they share. Names of sheets are checked here, for
+// programs take a file with a bad one for damaged.
+
 namespace lorv::engine {
 namespace {
 
@@ -27,6 +31,7 @@ bool IsReadable(const Area& area) {
 }  // namespace
 
 void ColumnShapes::Set(long first, long last, const ColumnShape& shape) {
+  // What follows the run is asked before anything changes: the run that held it may be among those erased.
   const ColumnShape behind = At(last + 1);
   runs_.erase(runs_.lower_bound(first), runs_.upper_bound(last));
   runs_[first] = shape;
@@ -45,6 +50,8 @@ Area Sheet::UsedArea() const {
     }
   }
   for (const auto& [corner, area] : merges.All()) {
+    // One merged area far out must not make a sheet too large to read: it is left out of the used
+    // area, its values are not.
     const Area wider = any ? Union(used, area) : area;
     if (!IsReadable(wider)) continue;
     used = wider;
@@ -55,10 +62,12 @@ Area Sheet::UsedArea() const {
 
 std::shared_ptr<Sheet> Book::AddSheet(std::size_t at) {
   auto sheet = std::make_shared<Sheet>();
+  // From the count of sheets on, as programs name them; a sheet of the user's may have the name already.
   for (std::size_t number = sheets.size() + 1; sheet->name.IsEmpty(); ++number) {
     CString proposed;
     proposed.Format(_T("Sheet%d"), number);
     const auto taken = [&](const auto& other) {
+      // Programs take "sheet1" and "Sheet1" for one name.
       return CompareWithoutCase(other->name.View(), proposed.View()) == 0;
     };
     if (std::none_of(sheets.begin(), sheets.end(), taken)) sheet->name = proposed;
@@ -82,6 +91,7 @@ void Book::Rename(Sheet& sheet, const CString& wanted) const {
 bool IsSheetName(const CString& name) {
   const TextView text = name.View();
   if (text.empty() || text.size() > kMaxSheetName || HasLoneHalf(text)) return false;
+  // At its ends an apostrophe would be read as the quotes that references put around names.
   if (text.front() == _T('\'') || text.back() == _T('\'')) return false;
   return std::none_of(text.begin(), text.end(), [](TCHAR c) {
     return c < _T(' ') || c >= 0xFFFE || TextView(_T("\\/?*[]:")).find(c) != TextView::npos;

@@ -4,6 +4,9 @@
 
 #include "spreadsheet/servers/engine/engine_limits.h"
 
+// Addresses of cells in files and in calls, read from bytes and from text units by one function. Whole files
+// are read through it, so it neither copies nor throws; what is no address of a sheet gives nothing.
+
 namespace lorv::engine {
 namespace {
 
@@ -18,6 +21,7 @@ std::optional<CellPlace> Parse(View text) {
   skip_dollar();
   long column = 0;
   const std::size_t letters = at;
+  // Both loops stop as soon as the number is beyond a sheet, so that no text overflows it.
   for (; at < text.size() && IsAsciiLetter(static_cast<TCHAR>(text[at])) && column <= kMaxColumns; ++at) {
     column = column * kLetters + (ToUpper(static_cast<TCHAR>(text[at])) - 'A' + 1);
   }
@@ -48,12 +52,14 @@ std::optional<Area> ParseArea(std::string_view text) {
   const auto first = Parse(text.substr(0, colon));
   const auto last = colon == std::string_view::npos ? first : Parse(text.substr(colon + 1));
   if (!first || !last) return std::nullopt;
+  // Corners may come in any order.
   return Union({first->row, first->column, first->row, first->column},
                {last->row, last->column, last->row, last->column});
 }
 
 int ColumnLetters(long column, char* out) {
   int count = 0;
+  // The digits of this notation run from 1 to 26: there is no zero in it.
   for (long rest = column + 1; rest > 0; rest = (rest - 1) / kLetters) {
     out[count++] = static_cast<char>('A' + (rest - 1) % kLetters);
   }

@@ -3,9 +3,14 @@
 #include <algorithm>
 #include <iterator>
 
+// Cells by row and column in sorted blocks. Files bring their cells in order and the exchange
+// goes along rows, so the place that was found last is tried first, and a cell behind all others
+// is added without a search.
+
 namespace lorv::engine {
 namespace {
 
+// 64 KB: an insertion in the middle moves no more than that.
 constexpr std::size_t kBlockCells = 4096;
 
 }  // namespace
@@ -13,9 +18,11 @@ constexpr std::size_t kBlockCells = 4096;
 CellStore::Place CellStore::Seek(std::uint64_t key) const {
   if (Holds(last_, key)) return last_;
   if (const Place next = {last_.block, last_.cell + 1}; Holds(next, key)) return next;
+  // Behind the last cell, where a workbook that is being written or read goes on.
   if (blocks_.empty() || blocks_.back().back().key() < key) {
     return blocks_.empty() ? Place{} : Place{blocks_.size() - 1, blocks_.back().size()};
   }
+  // No block is ever empty, so the last cell of each orders them.
   const auto block = std::partition_point(blocks_.begin(), blocks_.end(),
                                           [&](const auto& cells) { return cells.back().key() < key; });
   const auto cell =
@@ -40,6 +47,7 @@ Cell& CellStore::At(long row, long column) {
 }
 
 Cell& CellStore::Insert(Place place, std::uint64_t key) {
+  // Most sheets that users look at are small; the first block begins so.
   if (blocks_.empty()) blocks_.emplace_back().reserve(16);
   if (blocks_[place.block].size() >= kBlockCells) {
     auto& full = blocks_[place.block];

@@ -6,6 +6,10 @@
 #include "framework/values/ole_date.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
 
+// Values on their way into cells and out of them, where the engine behaves as the programs do: a date takes a
+// format that shows it, a number under such a format comes back as a date, and errors have one code. What a
+// file could not hold is refused here, at the cell, and not when the workbook is saved.
+
 namespace lorv::engine {
 namespace {
 
@@ -16,6 +20,7 @@ constexpr LPCTSTR kPlainDate = _T("yyyy/m/d");
 double RealOf(const VARIANT& value) {
   if (value.vt == VT_R8 || value.vt == VT_DATE) return value.dblVal;
   _variant_t real;
+  // Money and whole numbers of any size become reals: a sheet has no other numbers.
   const HRESULT code = ChangeValueType(real, value, VT_R8);
   if (FAILED(code)) AfxThrowOleException(code);
   return real.dblVal;
@@ -26,10 +31,12 @@ void PutNumber(Book& book, Cell& cell, const VARIANT& value) {
   if (!std::isfinite(number)) Fail(_T("数值超出范围，无法写入单元格。"));
   if (value.vt == VT_DATE) {
     CellStyle style = book.styles.Style(cell.style());
+    // A cell that has a format of its own keeps it.
     if (style.format == 0) {
       style.format = book.styles.FormatId(kPlainDate);
       cell.SetStyle(book.styles.StyleId(style));
     }
+    // Callers count days in one system, whatever the workbook's own.
     if (book.dates_of_1904) number -= kDaysTo1904;
   }
   cell.SetNumber(number);
@@ -37,6 +44,7 @@ void PutNumber(Book& book, Cell& cell, const VARIANT& value) {
 
 void PutText(Book& book, Cell& cell, TextView text) {
   if (text.size() > kMaxCellText) Fail(_T("文字超过32767个字符，无法写入单元格。"));
+  // An empty text and no value are one and the same in a sheet.
   if (text.empty()) {
     cell.SetEmpty();
   } else {
@@ -56,6 +64,7 @@ _variant_t NumberValue(const Book& book, const Cell& cell) {
 
 void PutCellValue(Book& book, Sheet& sheet, long row, long column, const VARIANT& value) {
   const bool empty = value.vt == VT_EMPTY || value.vt == VT_NULL;
+  // Emptying cells that are not there must not make them: the exchange empties whole merged areas.
   if (empty && sheet.cells.Find(row, column) == nullptr) return;
   Cell& cell = sheet.cells.At(row, column);
   switch (value.vt) {

@@ -28,6 +28,7 @@ class Worksheet : public EngineObject {
       case Operation::kSheetName:
         return AutoValue(_variant_t(place_->sheet->name));
       case Operation::kCells:
+        // The whole sheet, so that places in it are those of the sheet.
         return RangeObject(place_, {0, 0, kMaxRows - 1, kMaxColumns - 1});
       case Operation::kUsedRange:
         return RangeObject(place_, place_->sheet->UsedArea());
@@ -56,6 +57,7 @@ class Worksheets : public EngineObject {
       return AutoValue(_variant_t(static_cast<long>(book_->sheets.size())));
     }
     const long index = LongArgument(args, 0);
+    // A program fails here as well; a null object would be an answer that callers do not expect of it.
     if (index < 1 || index > static_cast<long>(book_->sheets.size())) Fail(_T("没有这个序号的工作表。"));
     return ObjectAt(static_cast<std::size_t>(index) - 1);
   }
@@ -80,6 +82,7 @@ class Worksheets : public EngineObject {
     for (std::size_t i = 0; i < book_->sheets.size(); ++i) {
       if (book_->sheets[i] == sheet) return i;
     }
+    // A sheet of another workbook names no place here.
     AfxThrowOleException(E_INVALIDARG);
   }
 
@@ -104,6 +107,7 @@ class Workbook : public EngineObject {
       Owner()->CloseBook(book_);
       return {};
     }
+    // The other arguments choose formats and shares that the engine does not have: it writes its one format.
     const CString file = TextArgument(args, 0);
     WriteWorkbookFile(*book_, file);
     book_->name = file;
@@ -123,6 +127,7 @@ class Workbooks : public EngineObject {
     if (operation == Operation::kOpenWorkbook) {
       return WorkbookObject(Owner(), Owner()->OpenBook(TextArgument(args, 0), false));
     }
+    // A file in this place is a template: its contents without its name, so that it is never written over.
     if (args.empty() || args[0].IsMissing()) return WorkbookObject(Owner(), Owner()->AddBook());
     return WorkbookObject(Owner(), Owner()->OpenBook(TextArgument(args, 0), true));
   }
@@ -136,6 +141,7 @@ class Application : public EngineObject {
   AutoValue Get(Operation operation, std::span<const AutoValue> /*args*/) override {
     if (operation == Operation::kWorkbooks) return AutoRef(std::make_shared<Workbooks>(Owner()));
     const auto sheet = Owner()->ActiveSheet();
+    // Nothing is marked where nothing is open; the exchange then says so.
     if (!sheet) return {};
     const auto place = std::make_shared<SheetPlace>(SheetPlace{Owner(), Owner()->BookOf(sheet), sheet});
     return operation == Operation::kActiveSheet ? WorksheetObject(place)
@@ -147,6 +153,7 @@ class Application : public EngineObject {
       Owner()->alerts = IsTrue(value);
       return;
     }
+    // Showing is an event of the system behind, which hands the workbooks to the user.
     Owner()->visible = IsTrue(value);
     if (Owner()->visible && Owner()->on_visible) Owner()->on_visible(*Owner());
   }

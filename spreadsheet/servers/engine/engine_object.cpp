@@ -4,6 +4,10 @@
 
 #include "framework/objects/exceptions.h"
 
+// What all objects of the engine share: a call by number is looked up in the table of the program that is
+// played, checked for its form, and handed to the object's class as an operation. So one engine answers
+// callers of either program.
+
 namespace lorv::engine {
 namespace {
 
@@ -11,6 +15,7 @@ const char* NameOf(Form form) {
   return form == Form::kGet ? "get" : form == Form::kPut ? "put" : "call";
 }
 
+// Arguments are converted as a program would; what cannot be fails with the system's code for it.
 _variant_t Converted(const AutoValue& value, VARTYPE type) {
   _variant_t result;
   const HRESULT code = ChangeValueType(result, value.data, type);
@@ -31,6 +36,7 @@ const AutoValue& Argument(std::span<const AutoValue> args, std::size_t at) {
 
 long LongArgument(std::span<const AutoValue> args, std::size_t at) {
   const AutoValue& value = Argument(args, at);
+  // Rows and columns of cells come in this type, once for each cell: no conversion for them.
   return value.data.vt == VT_I4 ? value.data.lVal : Converted(value, VT_I4).lVal;
 }
 
@@ -40,7 +46,9 @@ CString TextArgument(std::span<const AutoValue> args, std::size_t at) {
 
 AutoValue EngineObject::Invoke(DISPID dispid, Form form, std::span<const AutoValue> args) {
   const OperationRow* const row = FindOperation(program_->Family(), kind_, dispid);
+  // The forms are few letters in a table that people read; they are searched for, not parsed.
   if (row == nullptr || std::strstr(row->forms, NameOf(form)) == nullptr) RaiseNoMember();
+  // Every object knows its application.
   if (row->operation == Operation::kApplication) return ApplicationObject(program_);
   switch (form) {
     case Form::kGet:

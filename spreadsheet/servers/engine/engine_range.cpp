@@ -13,6 +13,7 @@ namespace {
 
 using Place = std::shared_ptr<const SheetPlace>;
 
+// Limits of the programs: beyond them a file would hold what they cannot read.
 constexpr double kWidest = 255;
 constexpr double kLargestFont = 409;
 // What is put into a range goes into each of its cells.
@@ -29,6 +30,7 @@ void ForEachCell(const Area& area, const Change& change) {
 template <class Change>
 void ChangeStyles(const SheetPlace& at, const Area& area, const Change& change) {
   ForEachCell(area, [&](long row, long column) {
+    // Each cell keeps what is not changed of its own look.
     CellStyle style = StyleOf(*at.book, *at.sheet, row, column);
     change(style);
     PutStyle(*at.book, *at.sheet, row, column, style);
@@ -92,6 +94,7 @@ class EngineRange : public EngineObject {
 };
 
 AutoRef EngineRange::Item(long row, long column) const {
+  // In 64 bits: the offsets are the caller's, and the sum may be beyond a long's range.
   const __int64 at_row = static_cast<__int64>(area_.top) + row - 1;
   const __int64 at_column = static_cast<__int64>(area_.left) + column - 1;
   if (at_row < 0 || at_row >= kMaxRows || at_column < 0 || at_column >= kMaxColumns) {
@@ -102,6 +105,7 @@ AutoRef EngineRange::Item(long row, long column) const {
   return Sub({top, left, top, left});
 }
 
+// Addresses in a range count from its own corner, as the programs count them.
 AutoRef EngineRange::Corners(const CString& first, const CString& last) const {
   const auto a = ParseCell(first.View());
   const auto b = ParseCell(last.View());
@@ -123,6 +127,7 @@ __int64 EngineRange::Count() const {
 
 double EngineRange::Width() const {
   const ColumnShape& shape = place_->sheet->columns.At(area_.left);
+  // Of several columns the first one speaks.
   return shape.hidden ? 0 : shape.width;
 }
 
@@ -130,6 +135,7 @@ void EngineRange::PutWidth(double width) {
   if (!(width >= 0 && width <= kWidest)) Fail(_T("列宽须为0至255。"));
   ColumnShape shape = place_->sheet->columns.At(area_.left);
   shape.hidden = width == 0;
+  // A hidden column keeps its width, for the day when its user shows it again.
   if (!shape.hidden) shape.width = width;
   place_->sheet->columns.Set(area_.left, area_.right, shape);
 }
@@ -172,6 +178,7 @@ AutoValue EngineRange::Get(Operation operation, std::span<const AutoValue> args)
     case Operation::kRange:
       return Corners(TextArgument(args, 0), TextArgument(args, 1));
     case Operation::kCount:
+      // The answer has 32 bits; a whole sheet has more cells.
       return AutoValue(_variant_t(static_cast<long>(std::min<__int64>(Count(), 0x7FFFFFFF))));
     case Operation::kRow:
       return AutoValue(_variant_t(area_.top + 1));
@@ -181,6 +188,7 @@ AutoValue EngineRange::Get(Operation operation, std::span<const AutoValue> args)
       return Sub(area_, RangePart::kRows);
     case Operation::kColumns:
       return Sub(area_, RangePart::kColumns);
+    // Reaches beyond what values may be put into at once; widths are kept by columns and cost nothing.
     case Operation::kEntireColumn:
       return Sub({0, area_.left, kMaxRows - 1, area_.right});
     default:

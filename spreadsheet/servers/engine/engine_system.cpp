@@ -6,6 +6,10 @@
 #include "platform/ports/platform.h"
 #include "spreadsheet/servers/engine/workbook_files.h"
 
+// The engine in the role of a spreadsheet program: it can be created, runs, is found among the running
+// ones and shows its workbooks. There is no window of its own, so showing means writing a file and
+// having the desktop open it.
+
 namespace lorv::engine {
 namespace {
 
@@ -19,6 +23,7 @@ class RunningBook : public RunningObject {
 
   unsigned TypeInfoCount() override { return 1; }
   std::optional<GUID> TypeId(unsigned /*index*/) override { return WorkbookId(program_->Family()); }
+  // Any workbook of the engine answers whatever it is asked for; the type says which program is played.
   bool HasInterface(const GUID& /*id*/) override { return true; }
   std::optional<CString> DisplayName() override { return book_->name; }
   AutoRef Object() override { return WorkbookObject(program_, book_); }
@@ -30,6 +35,7 @@ class RunningBook : public RunningObject {
 
 class RunningBooks : public RunningObjects {
  public:
+  // The books as they are now: the caller may close some while it walks.
   explicit RunningBooks(const std::vector<ProgramRef>& programs) {
     for (const auto& program : programs) {
       for (const auto& book : program->Books()) books_.emplace_back(program, book);
@@ -51,6 +57,7 @@ class RunningBooks : public RunningObjects {
 
 ProgramRef EngineSystem::NewProgram() {
   auto program = std::make_shared<ProgramState>(family_);
+  // A program knows nothing of the system that it belongs to.
   program->on_visible = [this](ProgramState& state) { Show(state); };
   program->on_quit = [this](ProgramState& state) {
     std::erase_if(running_, [&](const ProgramRef& each) { return each.get() == &state; });
@@ -69,6 +76,7 @@ AutoRef EngineSystem::CreateDispatch(LPCTSTR program_id) {
 }
 
 std::optional<GUID> EngineSystem::ClassOf(LPCTSTR program_id) {
+  // The other program is not installed here.
   if (CString(program_id) != ProgramId(family_)) return std::nullopt;
   return kEngineClass;
 }
@@ -88,6 +96,7 @@ CString EngineSystem::NewGuid() {
   const unsigned b = random();
   const unsigned c = random();
   const unsigned d = random();
+  // The digits 4 and 8 say that it is made of random bits.
   text.Format(_T("{%08X-%04X-4%03X-8%03X-%04X%08X}"), a, b >> 16, b & 0xFFF, c >> 20, c & 0xFFFF, d);
   return text;
 }
@@ -108,6 +117,7 @@ void EngineSystem::Show(ProgramState& program) {
   const CString folder = PortsInForce().suite->RootFolder() + _T("Temp\\");
   for (const auto& book : program.Books()) {
     files.MakeFolder(folder);
+    // A name of its own each time: the one before may still be open in the user's program.
     CString guid = NewGuid();
     const CString path = folder + guid.Mid(1, guid.GetLength() - 2) + _T(".xlsx");
     WriteWorkbookFile(*book, path);

@@ -4,6 +4,10 @@
 
 #include "spreadsheet/servers/engine/engine_limits.h"
 
+// Merged areas in the order of their corners, none of which meets another one. Files may bring a million of
+// them, and each cell that is read asks for its own: so areas are looked up by their tops, and a walk down
+// the rows keeps those that cross the row at hand.
+
 namespace lorv::engine {
 namespace {
 
@@ -13,6 +17,8 @@ using OpenAreas = std::map<long, Area>;
 
 // Whether an area meets none of the open ones; those that end above it are closed.
 bool IsFree(OpenAreas& open, const Area& area) {
+  // Those that are still open all cross the top row of this one, side by side: of them the nearest to the
+  // left of its right edge decides alone.
   auto met = open.upper_bound(area.right);
   while (met != open.begin()) {
     --met;
@@ -47,10 +53,12 @@ void MergeList::Enter(const Area& area) {
 }
 
 void MergeList::Add(Area area) {
+  // The union may meet areas that neither of the two met, so it is asked again until it stands alone.
   for (auto met = FindMeeting(area); met != areas_.end(); met = FindMeeting(area)) {
     area = Union(area, met->second);
     areas_.erase(met);
   }
+  // What crosses the row asked last may be another area by now.
   row_ = kNoRow;
   if (area.Rows() > 1 || area.Columns() > 1) Enter(area);
 }
@@ -79,6 +87,7 @@ void MergeList::Assign(std::vector<Area> areas) {
 }
 
 void MergeList::GoTo(long row) const {
+  // Readers go down; whoever goes up begins anew.
   if (row_ == kNoRow || row < row_) {
     crossing_.clear();
     row_ = kNoRow;
@@ -94,6 +103,7 @@ void MergeList::GoTo(long row) const {
 const Area* MergeList::Find(long row, long column) const {
   if (areas_.empty()) return nullptr;
   if (row != row_) GoTo(row);
+  // Areas of one row lie side by side: only the last that begins at or before the column can hold it.
   const auto behind = crossing_.upper_bound(column);
   if (behind == crossing_.begin()) return nullptr;
   const Area& area = std::prev(behind)->second;

@@ -5,6 +5,10 @@
 
 #include "spreadsheet/servers/engine/built_in_format_table.h"
 
+// Whether a number format shows a date, and the formats that files name by number only. Sheets store dates as
+// plain numbers, so the format is all that tells "2024-3-7" from 45358; it is looked at once for each format
+// of a workbook, not for each cell.
+
 namespace lorv::engine {
 namespace {
 
@@ -12,6 +16,7 @@ namespace {
 // character, a blank's width, a filler, or something in brackets. 0 for a letter of the format itself.
 std::size_t LiteralLength(TextView format, std::size_t at) {
   const auto through = [&](TCHAR closing) {
+    // What is never closed goes to the end: such a format is damaged, and what follows is no letter of it.
     const std::size_t end = format.find(closing, at + 1);
     return (end == TextView::npos ? format.size() : end + 1) - at;
   };
@@ -39,6 +44,7 @@ bool IsDateFormat(TextView format) {
   bool month = false;
   bool time = false;
   if (CompareWithoutCase(format, TextView(kGeneralFormat)) == 0) return false;
+  // The first section is that of positive numbers; dates have no other.
   for (std::size_t at = 0; at < format.size() && format[at] != _T(';');) {
     if (const std::size_t literal = LiteralLength(format, at); literal != 0) {
       // Hours, minutes and seconds that count on beyond a day.
@@ -53,6 +59,7 @@ bool IsDateFormat(TextView format) {
     month = month || letter == _T('m');
     time = time || letter == _T('h') || letter == _T('s');
   }
+  // "m" beside hours or seconds means minutes.
   return month && !time;
 }
 

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+// Texts of cells, packed into blocks that never move, so that a text may be handed out without a copy. Equal
+// texts are not searched for: a search at each cell costs more than most tables would save.
+
 namespace lorv::engine {
 namespace {
 
@@ -17,6 +20,7 @@ TCHAR* TextPool::Room(std::size_t units) {
       blocks_.push_back(std::make_unique<TCHAR[]>(units));
       return blocks_.back().get();
     }
+    // The rest of the block before is given up; it is less than a quarter.
     blocks_.push_back(std::make_unique<TCHAR[]>(kBlockUnits));
     free_ = blocks_.back().get();
     left_ = kBlockUnits;

@@ -9,6 +9,9 @@
 #include "spreadsheet/servers/engine/xlsx/xlsx_reader.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_writer.h"
 
+// Workbooks by path: the kind of a file is told by its first bytes, as users rename files and old programs
+// write their tables under any extension. Every refusal says which file it was and what the user can do.
+
 namespace lorv::engine {
 namespace {
 
@@ -16,12 +19,14 @@ constexpr std::string_view kArchiveMark = "PK";
 // The old binary format and its container.
 constexpr std::string_view kContainerMark = "\xD0\xCF\x11\xE0";
 constexpr std::size_t kMarkBytes = 4;
+// A text table is taken as a whole, with its text units beside its bytes.
 constexpr std::int64_t kMaxTextTable = std::int64_t{1} << 29;
 
 std::unique_ptr<File> Opened(const CString& path) {
   FileError error;
   auto file = PortsInForce().files->Open(path, FileUse::kRead, &error);
   if (!file) {
+    // A file that another program has open is refused, too, and is not missing.
     const bool missing = !PortsInForce().files->Exists(path);
     Fail((missing ? _T("找不到文件“") : _T("无法打开文件“")) + path + _T("”。"));
   }
@@ -32,6 +37,7 @@ std::string Beginning(File& file) {
   std::string bytes(kMarkBytes, '\0');
   const std::int64_t count = file.Read(bytes.data(), bytes.size());
   bytes.resize(static_cast<std::size_t>(std::max<std::int64_t>(count, 0)));
+  // The readers begin at the file's start, whatever was looked at.
   file.Seek(0);
   return bytes;
 }
@@ -42,6 +48,7 @@ CString FileTitle(const CString& file) {
   const int separator = std::max(file.ReverseFind(_T('\\')), file.ReverseFind(_T('/')));
   const CString name = file.Mid(separator + 1);
   const int point = name.ReverseFind(_T('.'));
+  // A name that begins with its only point has no extension.
   return point > 0 ? name.Left(point) : name;
 }
 
@@ -58,6 +65,7 @@ std::shared_ptr<Book> ReadWorkbook(const CString& path) {
 }
 
 void WriteWorkbookFile(const Book& book, const CString& file) {
+  // Made whole before the file is touched: a failure on the way leaves what stood there.
   const std::string bytes = XlsxBytes(book);
   if (!PortsInForce().files->WriteWhole(file, bytes)) Fail(_T("无法保存文件“") + file + _T("”。"));
 }

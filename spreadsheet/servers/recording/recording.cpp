@@ -4,9 +4,14 @@
 
 #include "framework/objects/exceptions.h"
 
+// A server in front of another that writes down every call and every release. The order of calls is part of
+// what documents and users rely on, so tests hold whole exchanges against records of this form; and a call
+// that is made to fail shows what an exchange leaves behind.
+
 namespace lorv {
 namespace {
 
+// In the order of ObjectKind.
 const char* KindName(ObjectKind kind) {
   static constexpr const char* kNames[] = {"Application", "Any",       "Workbooks", "Workbook",
                                            "Worksheets",  "Worksheet", "Range",     "Font"};
@@ -70,6 +75,7 @@ class Recorded : public AutoObject {
   std::string name_;
 };
 
+// Types are written where programs tell them apart: a short from a long index, a real from a whole number.
 std::string Shown(const AutoValue& value) {
   if (const auto* const object = dynamic_cast<const Recorded*>(value.object.get())) return object->Name();
   if (value.IsMissing()) return "missing";
@@ -105,6 +111,7 @@ std::string ShownCall(const OperationRow* row, DISPID dispid, Form form, std::sp
 void Recorded::FailIfWanted() {
   if (++record_.calls != record_.fail_at) return;
   record_.lines.push_back(name_ + " fails");
+  // Programs fail in two ways, with words of their own and without; callers treat them differently.
   if (record_.description.IsEmpty()) AfxThrowOleException(record_.failure);
   constexpr UINT kNoHelp = 0xFFFFFFFF;
   auto* const failure = new COleDispatchException(record_.description, kNoHelp, 0);
@@ -114,8 +121,11 @@ void Recorded::FailIfWanted() {
 
 AutoValue Recorded::Invoke(DISPID dispid, Form form, std::span<const AutoValue> args) {
   const OperationRow* const row = FindOperation(program_, kind_, dispid);
+  // The line is made before the call and kept until its answer is known: a call that
+  // fails is not written as done.
   const std::string line = name_ + ShownCall(row, dispid, form, args);
   FailIfWanted();
+  // The server behind knows its own objects only.
   std::vector<AutoValue> plain(args.begin(), args.end());
   for (AutoValue& each : plain) {
     if (const auto* const object = dynamic_cast<const Recorded*>(each.object.get()))

@@ -5,9 +5,14 @@
 #include "spreadsheet/servers/com/win32/com_object.h"
 #include "spreadsheet/servers/com/win32/com_pointer.h"
 
+// The system's table of running objects, where programs enter the workbooks that they have open. Any entry
+// may be gone or refuse by the time it is asked, so each question has an answer for failure and the walk
+// goes on with the next entry.
+
 namespace lorv::com {
 namespace {
 
+// Type information is asked for in the language of the user's own settings.
 constexpr LCID kSystemLanguage = 1024;
 
 class Running : public RunningObject {
@@ -24,6 +29,7 @@ class Running : public RunningObject {
     ComPointer<ITypeInfo> info;
     TYPEATTR* attributes = nullptr;
     if (FAILED(object_->GetTypeInfo(index, kSystemLanguage, info.Receive())) || !info) return std::nullopt;
+    // The attributes are the server's; they are copied, and handed back at once.
     if (FAILED(info->GetTypeAttr(&attributes)) || attributes == nullptr) return std::nullopt;
     const GUID id = attributes->guid;
     info->ReleaseTypeAttr(attributes);
@@ -35,6 +41,7 @@ class Running : public RunningObject {
     return SUCCEEDED(object_->QueryInterface(id, reinterpret_cast<void**>(found.Receive())));
   }
 
+  // The name in the table is that of the moniker, for a saved workbook the path of its file.
   std::optional<CString> DisplayName() override {
     LPOLESTR text = nullptr;
     if (FAILED(moniker_->GetDisplayName(context_.Get(), nullptr, &text)) || text == nullptr)
@@ -54,6 +61,7 @@ class Running : public RunningObject {
 
 class Walk : public RunningObjects {
  public:
+  // All four steps or nothing: a walk over half a table would pass for one that found nothing.
   bool Open() {
     if (FAILED(CreateBindCtx(0, context_.Receive()))) return false;
     if (FAILED(context_->GetRunningObjectTable(table_.Receive()))) return false;

@@ -13,9 +13,14 @@
 #include "spreadsheet/servers/com/win32/com_pointer.h"
 #include "spreadsheet/servers/com/win32/com_running.h"
 
+// What the exchange asks of Windows besides the programs' objects: classes and running programs by COM,
+// associations, command lines and dialogs by the shell. Failures are answers (nothing, null, an empty text),
+// as most of them only mean that a program is not installed.
+
 namespace lorv::com {
 namespace {
 
+// The system's question for a program knows no longer paths.
 constexpr DWORD kPathRoom = 260;
 
 }  // namespace
@@ -29,6 +34,7 @@ std::optional<GUID> ComSystem::ClassOf(LPCTSTR program_id) {
 AutoRef ComSystem::CreateDispatch(LPCTSTR program_id) {
   const auto class_id = ClassOf(program_id);
   ComPointer<IDispatch> object;
+  // A program starts as a process of its own; tests enter servers of this one, and either will do.
   if (!class_id || FAILED(CoCreateInstance(*class_id, nullptr, CLSCTX_ALL, IID_IDispatch,
                                            reinterpret_cast<void**>(object.Receive())))) {
     return nullptr;
@@ -40,6 +46,7 @@ AutoRef ComSystem::ActiveObject(const GUID& class_id) {
   ComPointer<IUnknown> active;
   ComPointer<IDispatch> object;
   if (FAILED(GetActiveObject(class_id, nullptr, active.Receive())) || !active) return nullptr;
+  // What is entered as active need not answer automation.
   if (FAILED(active->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(object.Receive()))))
     return nullptr;
   return Wrapped(object.Get());
@@ -63,11 +70,13 @@ CString ComSystem::ProgramOfFile(const CString& file) {
 
 CString ComSystem::ShortPath(const CString& path) {
   std::array<TCHAR, kPathRoom> text{};
+  // Not every volume keeps short names; the long one is tried as it stands.
   const DWORD length = GetShortPathNameW(path, text.data(), kPathRoom - 1);
   return length > 0 && length < kPathRoom ? CString(LPCTSTR{text.data()}) : path;
 }
 
 void ComSystem::RunCommand(const CString& command, int show) {
+  // The system's old call for commands takes narrow text only.
   const std::string narrow = PortsInForce().code_page->ToNarrow(command.View());
   WinExec(narrow.c_str(), static_cast<UINT>(show));
 }
@@ -90,6 +99,7 @@ void ComSystem::Trace(const CString& text) {
 }
 
 std::optional<CString> ComSystem::AskForFile(const FileQuestion& question) {
+  // Wider than the other room: the user may choose a file in any folder.
   constexpr DWORD kLongPathRoom = 4096;
   std::array<TCHAR, kLongPathRoom> path{};
   const int length = std::min(question.default_name.GetLength(), static_cast<int>(kLongPathRoom) - 1);
@@ -107,6 +117,7 @@ std::optional<CString> ComSystem::AskForFile(const FileQuestion& question) {
   dialog.nMaxFile = kLongPathRoom;
   dialog.lpstrDefExt = question.default_extension;
   dialog.Flags = question.flags;
+  // Cancelled, or failed: there is no file in both cases.
   if (GetOpenFileNameW(&dialog) == FALSE) return std::nullopt;
   return CString(LPCTSTR{path.data()});
 }

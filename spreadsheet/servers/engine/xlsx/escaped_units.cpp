@@ -2,6 +2,10 @@
 
 #include <cstdint>
 
+// Between text of 16-bit units and the UTF-8 of a workbook's XML. Texts of users hold units that XML
+// forbids, pasted control characters above all; the programs write them as "_x0007_", so the engine does,
+// and such a text survives both ways.
+
 namespace lorv::engine {
 namespace {
 
@@ -15,6 +19,7 @@ int HexDigit(TCHAR c) {
 
 // The unit that an escape at a place stands for; -1 where none begins.
 int EscapeAt(TextView text, std::size_t at) {
+  // Only a small "x" begins one, but its digits may be of either case.
   if (text.size() - at < kEscapeUnits || text[at] != '_' || text[at + 1] != 'x' || text[at + 6] != '_') {
     return -1;
   }
@@ -44,6 +49,7 @@ std::size_t AppendWide(TextView text, std::size_t at, std::string& out) {
     return 1;
   }
   if ((unit & 0xF800) != 0xD800) {
+    // No characters for XML: a reader would refuse the whole file for one of them.
     if (unit >= 0xFFFE) {
       AppendEscape(unit, out);
       return 1;
@@ -53,6 +59,7 @@ std::size_t AppendWide(TextView text, std::size_t at, std::string& out) {
     put(0x80 | (unit & 0x3F));
     return 1;
   }
+  // A half without its partner has no form in UTF-8.
   const bool paired = (unit & 0x400) == 0 && at + 1 < text.size() && (text[at + 1] & 0xFC00) == 0xDC00;
   if (!paired) {
     AppendEscape(unit, out);
@@ -76,6 +83,8 @@ void AppendAscii(TextView text, std::size_t at, std::string& out) {
     out += "&gt;";
   } else if (c == '"') {
     out += "&quot;";
+    // A carriage return is escaped, too: XML makes a line feed of it. And what looks like an escape has its
+    // underscore escaped, so that it comes back as it was written.
   } else if ((c < ' ' && c != '\t' && c != '\n') || (c == '_' && EscapeAt(text, at) >= 0)) {
     AppendEscape(c, out);
   } else {

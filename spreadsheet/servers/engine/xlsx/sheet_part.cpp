@@ -10,6 +10,10 @@
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_text.h"
 
+// One worksheet on its way from the file's XML into the book, cell by cell, with nothing kept but the cell at
+// hand. Where a file leaves out what follows from the order (numbers of rows, places of cells) it is counted;
+// where it contradicts itself the later word holds; a place outside a sheet refuses the file.
+
 namespace lorv::engine {
 namespace {
 
@@ -17,6 +21,7 @@ namespace {
   Fail(_T("工作簿文件已损坏：单元格超出工作表的范围。"));
 }
 
+// One letter a type; unknown ones are numbers, which is what cells without a type are.
 char TypeCode(std::string_view type) {
   if (type == "str") return 't';
   if (type == "inlineStr") return 'i';
@@ -30,7 +35,7 @@ std::string_view Trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-// The cell behind a letter and number; how most cells of most files are told, without a search.
+// Read strictly, so that what is no number is seen and kept as text. A number without end is none of a sheet.
 bool IsPlainNumberText(std::string_view text, double& value) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
   return error == std::errc() && end == text.data() + text.size() && std::isfinite(value);
@@ -40,6 +45,7 @@ bool IsPlainNumberText(std::string_view text, double& value) {
 
 void SheetPart::Start(std::string_view name, XmlAttributes attributes) {
   if (in_cell_) {
+    // Formulas stand in cells as well; they are passed over, as their results are there, too.
     if (name == "v") {
       in_value_ = true;
     } else {
@@ -52,6 +58,8 @@ void SheetPart::Start(std::string_view name, XmlAttributes attributes) {
     in_data_ = true;
   } else if (name == "col") {
     TakeColumns(attributes);
+    // Columns come before the cells in a file and merged areas behind them, so neither
+    // is looked for in between.
   } else if (name == "mergeCell") {
     TakeMerge(attributes);
   }
@@ -82,6 +90,7 @@ void SheetPart::Text(std::string_view raw, bool literal) {
 
 void SheetPart::StartRow(XmlAttributes attributes) {
   const std::string_view number = attributes.Value("r");
+  // Small writers leave the numbers out.
   row_ = number.empty() ? row_ + 1 : WholeNumber(number, 0) - 1;
   column_ = -1;
   if (row_ < 0 || row_ >= kMaxRows) RefuseCell();
@@ -102,6 +111,7 @@ void SheetPart::StartCell(XmlAttributes attributes) {
       row_ = place->row;
       column_ = place->column;
     } else if (each.name == "s") {
+      // A style that the file does not know is the plain one: the value counts more.
       style_ = styles_.StyleOf(static_cast<std::size_t>(WholeNumber(each.value, 0)));
     } else if (each.name == "t") {
       type_ = TypeCode(each.value);
@@ -114,6 +124,7 @@ void SheetPart::EndCell() {
   in_cell_ = false;
   in_value_ = false;
   const bool has_value = !value_.empty() || (type_ == 'i' && !inline_.Bytes().empty());
+  // Nothing to keep; files of some programs name every cell of their used area.
   if (!has_value && style_ == 0) return;
   if (cell_room_ == 0) Fail(_T("工作簿中的单元格太多。"));
   --cell_room_;
@@ -124,6 +135,7 @@ void SheetPart::EndCell() {
 }
 
 void SheetPart::PutShared(Cell& cell) {
+  // A wrong number here would show another cell's text: the file is refused.
   const long index = WholeNumber(Trimmed(value_), -1);
   if (index < 0 || index >= static_cast<long>(shared_.Ids().size())) {
     Fail(_T("工作簿文件已损坏：缺少单元格的文字。"));
@@ -162,6 +174,7 @@ void SheetPart::PutWritten(Cell& cell) {
 
 void SheetPart::TakeColumns(XmlAttributes attributes) {
   const long first = WholeNumber(attributes.Value("min"), 0);
+  // Files describe columns up to the last of a sheet at once; some go further.
   const long last = std::min(WholeNumber(attributes.Value("max"), 0), kMaxColumns);
   if (first < 1 || last < first) return;
   ColumnShape shape;
@@ -176,6 +189,7 @@ void SheetPart::TakeColumns(XmlAttributes attributes) {
 
 void SheetPart::TakeMerge(XmlAttributes attributes) {
   const auto area = ParseArea(attributes.Value("ref"));
+  // A merged area that is damaged costs the reader nothing but the merging.
   if (!area) return;
   if (merges_.size() >= kMaxMerges) Fail(_T("工作表中的合并区域太多。"));
   merges_.push_back(*area);

@@ -7,13 +7,19 @@
 #include "spreadsheet/servers/engine/cell_reference.h"
 #include "spreadsheet/servers/engine/xlsx/escaped_units.h"
 
+// The XML of one worksheet, made as the archive asks for it: a sheet's document is many times its
+// cells' memory. Elements stand in the order that the format prescribes, as programs refuse a
+// file in which they do not.
+
 namespace lorv::engine {
 namespace {
 
+// As much as is made before the archive takes it.
 constexpr std::size_t kMadeAhead = 64 * 1024;
 // The file's widths have the margins of a cell in them.
 constexpr double kMargin = 5.0 / 7.0;
 
+// The shortest digits that read back as the same number, whatever the user's country writes for a point.
 template <class Number>
 void AppendNumber(Number number, std::string& out) {
   char digits[32];
@@ -36,6 +42,7 @@ void AppendArea(const Area& area, std::string& out) {
 }  // namespace
 
 SheetDocument::SheetDocument(const Book& book, const Sheet& sheet) : book_(book), sheet_(sheet) {
+  // A cell begun below the mark may end above it.
   made_.reserve(kMadeAhead * 2);
 }
 
@@ -62,6 +69,7 @@ void SheetDocument::MakeMore() {
     stage_ = Stage::kCells;
   }
   const auto& blocks = sheet_.cells.Blocks();
+  // The place in the walk is kept in members: the next call goes on behind it.
   for (; block_ < blocks.size(); ++block_, cell_ = 0) {
     for (; cell_ < blocks[block_].size(); ++cell_) {
       if (made_.size() >= kMadeAhead) return;
@@ -89,6 +97,7 @@ void SheetDocument::MakeHead() {
   }
   made_ += "</sheetViews><sheetFormatPr defaultRowHeight=\"15\"";
   int levels = 0;
+  // Programs draw the buttons for folding only where the head says how many levels there are.
   for (const auto& [row, level] : sheet_.row_levels) levels = std::max(levels, level);
   if (levels > 0) {
     made_ += " outlineLevelRow=\"";
@@ -104,6 +113,7 @@ void SheetDocument::MakeColumns() {
   std::string columns;
   const auto& runs = sheet_.columns.Runs();
   for (auto run = runs.begin(); run != runs.end() && run->first < kMaxColumns; ++run) {
+    // Columns as all others are have no entry.
     if (run->second == ColumnShape()) continue;
     const auto next = std::next(run);
     columns += "<col min=\"";
@@ -114,9 +124,11 @@ void SheetDocument::MakeColumns() {
     AppendNumber(run->second.width + kMargin, columns);
     columns += run->second.hidden ? "\" hidden=\"1\" customWidth=\"1\"/>" : "\" customWidth=\"1\"/>";
   }
+  // An empty element here is a damaged file for some programs.
   if (!columns.empty()) made_ += "<cols>" + columns + "</cols>";
 }
 
+// Only rows with cells are written, so the level of an empty row is not.
 void SheetDocument::StartRow(long row) {
   if (row_ >= 0) made_ += "</row>";
   row_ = row;
@@ -131,6 +143,7 @@ void SheetDocument::StartRow(long row) {
 }
 
 void SheetDocument::MakeCell(const Cell& cell) {
+  // A cell whose value was taken away again.
   if (cell.kind() == CellKind::kEmpty && cell.style() == 0) return;
   if (cell.row() != row_) StartRow(cell.row());
   made_ += "<c r=\"";
@@ -146,6 +159,7 @@ void SheetDocument::MakeCell(const Cell& cell) {
       made_ += "</v></c>";
       break;
     case CellKind::kText:
+      // Blanks at the ends of a text would be dropped without the mark for it.
       made_ += "\" t=\"inlineStr\"><is><t xml:space=\"preserve\">";
       AppendEscaped(book_.texts.At(cell.text()), made_);
       made_ += "</t></is></c>";

@@ -6,6 +6,10 @@
 #include "spreadsheet/servers/engine/number_format_kind.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_text.h"
 
+// The styles of a file, of which only number formats, font sizes and alignments are taken. Cells name a
+// style by its place in one list, and that list names fonts and formats by theirs: so all that is told here
+// is kept in the file's order.
+
 namespace lorv::engine {
 namespace {
 
@@ -19,6 +23,7 @@ int AlignmentCode(std::string_view horizontal) {
 
 void StylesPart::TakeFormat(XmlAttributes attributes) {
   const std::string_view code = attributes.Value("formatCode");
+  // No program takes a format of this length; the cells have the general one then.
   if (code.size() > kMaxFormatText) return;
   formats_[WholeNumber(attributes.Value("numFmtId"), -1)] = pool_.FormatId(CString(AttributeText(code)));
 }
@@ -28,6 +33,7 @@ void StylesPart::TakeCellFormat(XmlAttributes attributes) {
   const long id = WholeNumber(attributes.Value("numFmtId"), 0);
   const auto own = formats_.find(id);
   style_.format =
+      // A file's own format may stand under any number, also under one that has a meaning without it.
       own != formats_.end() ? own->second : pool_.FormatId(BuiltInFormat(static_cast<unsigned>(id)));
   const long font = WholeNumber(attributes.Value("fontId"), 0);
   // The first font is the workbook's own.
@@ -42,9 +48,11 @@ void StylesPart::Start(std::string_view name, XmlAttributes attributes) {
   } else if (name == "fonts") {
     in_fonts_ = true;
   } else if (name == "font" && in_fonts_) {
+    // A font counts even if it names no size, as styles name fonts by place.
     font_sizes_.push_back(0);
   } else if (name == "sz" && in_fonts_ && !font_sizes_.empty()) {
     font_sizes_.back() = ReadReal(AttributeText(attributes.Value("val")));
+    // Another list of the same elements holds the named styles behind these; no cell points into it.
   } else if (name == "cellXfs") {
     in_cell_formats_ = true;
   } else if (name == "xf" && in_cell_formats_) {
@@ -57,6 +65,7 @@ void StylesPart::Start(std::string_view name, XmlAttributes attributes) {
 void StylesPart::End(std::string_view name) {
   if (name == "fonts") in_fonts_ = false;
   if (name == "cellXfs") in_cell_formats_ = false;
+  // Styles beyond the limit are plain: a file may repeat one without end.
   if (name == "xf" && in_cell_formats_ && styles_.size() < kMaxStyles) {
     styles_.push_back(pool_.StyleId(style_));
   }

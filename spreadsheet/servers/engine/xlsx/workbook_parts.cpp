@@ -5,6 +5,9 @@
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
 
+// The archive of a workbook as its parts. Which part is which is told by relations, never by name: writers
+// are free in their names, and some use other cases or slashes than the relations do.
+
 namespace lorv::engine {
 namespace {
 
@@ -25,6 +28,7 @@ std::string ResolvedPath(const std::string& folder, std::string target) {
     at = end + 1;
     if (piece.empty() || piece == ".") continue;
     if (piece == "..") {
+      // Above the top there is only the top.
       path.erase(path.find_last_of('/') == std::string::npos ? 0 : path.find_last_of('/'));
       continue;
     }
@@ -39,7 +43,9 @@ class RelationHandler : public XmlHandler {
       : folder_(std::move(folder)), relations_(relations) {}
 
   void Start(std::string_view name, XmlAttributes attributes) override {
+    // What lies outside the file is never opened: a workbook must not reach into the network.
     if (name != "Relationship" || attributes.Value("TargetMode") == "External") return;
+    // Only the last word counts: the standard's two variants differ in front of it.
     const std::string_view type = attributes.Value("Type");
     std::string target;
     AppendXmlText(attributes.Value("Target"), false, target);
@@ -64,6 +70,7 @@ WorkbookParts::WorkbookParts(File& file) {
   const int count = entry.index;
   for (int i = 0; i < count; ++i) {
     // An entry that the archive's reader refuses is none; a workbook that needs it lacks it then.
+    // Of two entries of a name the first one is taken.
     if (zip_.GetItem(i, entry) == kZipOk) entries_.emplace(SmallLetters(entry.name), i);
   }
 }
@@ -78,8 +85,10 @@ void WorkbookParts::Read(const std::string& path, XmlHandler& handler) {
   if (index < 0) Fail(_T("工作簿文件已损坏：缺少组成部分。"));
   XmlFeed feed(handler);
   const DWORD result = zip_.UnzipItem(index, [&](std::span<const unsigned char> bytes) {
+    // Counted at each reading: many sheets of a list may name one and the same part.
     unpacked_ += bytes.size();
     if (unpacked_ > kMaxUnpacked) Fail(_T("工作簿文件展开后过大。"));
+    // Parts are unpacked into the reader block by block and are never in memory as a whole.
     feed.Feed(std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()));
     return true;
   });
@@ -93,6 +102,7 @@ std::map<std::string, WorkbookParts::Relation> WorkbookParts::Relations(const st
   const std::string name = slash == std::string::npos ? part : part.substr(slash + 1);
   const std::string path = (folder.empty() ? "" : folder + "/") + "_rels/" + name + ".rels";
   std::map<std::string, Relation> relations;
+  // A part without relations has no such file.
   if (!Has(path)) return relations;
   RelationHandler handler(folder, relations);
   Read(path, handler);

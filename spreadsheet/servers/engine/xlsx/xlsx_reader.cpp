@@ -8,6 +8,9 @@
 #include "spreadsheet/servers/engine/xlsx/workbook_parts.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_text.h"
 
+// A workbook from a file: the list of sheets first, then styles and texts, then each sheet. This order is
+// forced, as cells name styles and texts by number, and dates need the workbook's system.
+
 namespace lorv::engine {
 namespace {
 
@@ -23,6 +26,7 @@ class WorkbookPart : public XmlHandler {
     if (name == "workbookPr") dates_of_1904 = IsYes(attributes.Value("date1904"));
     if (name == "sheets") in_sheets_ = true;
     if (name != "sheet" || !in_sheets_) return;
+    // Each of them is read, even where all name one part.
     if (sheets.size() >= kMaxSheets) Fail(_T("工作簿中的工作表太多。"));
     sheets.push_back(
         {CString(AttributeText(attributes.Value("name"))), std::string(attributes.PrefixedValue("id"))});
@@ -51,11 +55,13 @@ const std::string* TargetOf(const Relations& relations, std::string_view type) {
 std::string MainPart(WorkbookParts& parts) {
   const Relations relations = parts.Relations("");
   const std::string* const target = TargetOf(relations, "officeDocument");
+  // Files without relations at their top are read if the usual part is there.
   std::string path = target == nullptr ? "xl/workbook.xml" : *target;
   if (!parts.Has(path)) Fail(_T("文件不是有效的工作簿。"));
   return path;
 }
 
+// A workbook of numbers alone needs neither texts nor styles.
 void ReadOptional(WorkbookParts& parts, const Relations& relations, std::string_view type,
                   XmlHandler& handler) {
   const std::string* const target = TargetOf(relations, type);
@@ -79,6 +85,7 @@ std::shared_ptr<Book> ReadXlsx(File& file) {
   std::size_t cell_room = kMaxCells;
   for (const auto& [name, id] : listed.sheets) {
     const auto relation = relations.find(id);
+    // Chart sheets and sheets of macros are in the same list.
     if (relation == relations.end() || relation->second.type != "worksheet") continue;
     auto sheet = std::make_shared<Sheet>();
     sheet->name = name;

@@ -10,9 +10,14 @@
 #include "spreadsheet/servers/engine/xlsx/escaped_units.h"
 #include "spreadsheet/servers/engine/xlsx/sheet_writer.h"
 
+// A workbook as the bytes of a file: the few parts that every program asks for, and the sheets, which are
+// packed while they are made. The file is whole in memory before it goes to disk, so that saving succeeds
+// or leaves what was there.
+
 namespace lorv::engine {
 namespace {
 
+// Readers compare these names letter by letter; they are names and not addresses.
 constexpr char kXmlHead[] = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
 constexpr char kMainSpace[] = "http://schemas.openxmlformats.org/spreadsheetml/2006/main";
 constexpr char kRelationSpace[] = "http://schemas.openxmlformats.org/officeDocument/2006/relationships";
@@ -73,6 +78,7 @@ std::string WorkbookRelations(const Book& book) {
   for (std::size_t i = 1; i <= book.sheets.size(); ++i) {
     relations += RelationXml(i, "worksheet", "worksheets/sheet" + Decimal(i) + ".xml");
   }
+  // Sheets have the numbers that the workbook gives them; what follows may have any.
   return RelationsXml(relations + RelationXml(book.sheets.size() + 1, "styles", "styles.xml"));
 }
 
@@ -110,6 +116,7 @@ std::string FormatsXml(const StylePool& styles) {
 std::string CellFormatXml(const CellStyle& style, std::size_t font) {
   std::string xml = "<xf numFmtId=\"" + Decimal(style.format == 0 ? 0 : kFirstOwnFormat + style.format) +
                     "\" fontId=\"" + Decimal(font) + "\" fillId=\"0\" borderId=\"0\" xfId=\"0\"";
+  // Without these marks some programs take the named style's format instead.
   if (style.format != 0) xml += " applyNumberFormat=\"1\"";
   if (font != 0) xml += " applyFont=\"1\"";
   const LPCTSTR word = AlignmentWord(style.alignment);
@@ -126,6 +133,7 @@ std::string StylesXml(const Book& book) {
   for (std::size_t i = 0; i < book.styles.StyleCount(); ++i) {
     const CellStyle& style = book.styles.Style(static_cast<std::uint16_t>(i));
     const Font wanted = {style.font_size, style.bold};
+    // A workbook has a handful of fonts; a search through them is no cost.
     auto font = std::find(known.begin(), known.end(), wanted);
     if (font == known.end()) {
       fonts += FontXml(wanted);
@@ -133,6 +141,8 @@ std::string StylesXml(const Book& book) {
     }
     formats += CellFormatXml(style, static_cast<std::size_t>(font - known.begin()));
   }
+  // Two fills, a border and a named style that nothing uses: programs take them for granted, and offer to
+  // repair a file without them.
   return std::string(kXmlHead) + "<styleSheet xmlns=\"" + kMainSpace + "\">" + FormatsXml(book.styles) +
          "<fonts count=\"" + Decimal(known.size()) + "\">" + fonts +
          "</fonts><fills count=\"2\"><fill><patternFill patternType=\"none\"/></fill><fill><patternFill "
@@ -157,6 +167,7 @@ void AddPart(ZipWriter& zip, const std::string& name, const std::string& xml) {
 std::string XlsxBytes(const Book& book) {
   ZipWriter zip;
   Check(zip.Create(nullptr, 0));
+  // First in the archive, where tools that look at a file's beginning expect it.
   AddPart(zip, "[Content_Types].xml", ContentTypes(book));
   AddPart(zip, "_rels/.rels", RelationsXml(RelationXml(1, "officeDocument", "xl/workbook.xml")));
   AddPart(zip, "xl/workbook.xml", WorkbookXml(book));

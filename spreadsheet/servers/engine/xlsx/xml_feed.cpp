@@ -7,6 +7,10 @@
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
 
+// XML in blocks as they are unpacked, told mark by mark. It knows as much of XML as workbooks use: no
+// document types, UTF-8 only, prefixes cut off, the names of closing marks not compared. What cannot end (a
+// mark, a run of text, nesting) has limits, so that a hostile file costs no more than those.
+
 namespace lorv::engine {
 namespace {
 
@@ -20,6 +24,7 @@ bool IsXmlBlank(char c) {
   return c == ' ' || c == '\t' || c == '\n' || c == '\r';
 }
 
+// Prefixes are a writer's choice: the same elements come as "c" and as "x:c".
 std::string_view LocalName(std::string_view name) {
   const std::size_t colon = name.find(':');
   return colon == kNone ? name : name.substr(colon + 1);
@@ -62,6 +67,7 @@ std::uint32_t NumberedCharacter(std::string_view digits) {
   std::uint32_t code = 0;
   const auto [end, error] =
       std::from_chars(digits.data(), digits.data() + digits.size(), code, hex ? 16 : 10);
+  // Zero, halves of pairs and what is beyond Unicode are no characters in any document.
   const bool whole = error == std::errc() && end == digits.data() + digits.size();
   if (!whole || code == 0 || code > 0x10FFFF || (code & 0xFFFFF800) == 0xD800) Refuse();
   return code;
@@ -87,6 +93,7 @@ void AppendEntity(std::string_view name, std::string& out) {
 
 }  // namespace
 
+// What stands wrong between attributes refuses the file: the rest of the mark could mean anything.
 bool XmlAttributes::Next(Attribute& attribute) {
   std::size_t at = 0;
   while (at < rest_.size() && IsXmlBlank(rest_[at])) ++at;
@@ -111,6 +118,7 @@ std::string_view XmlAttributes::Find(std::string_view name, bool prefixed) const
   XmlAttributes walk = *this;
   Attribute attribute;
   while (walk.Next(attribute)) {
+    // "id" and "r:id" of one mark are two things.
     if (attribute.name == name && attribute.prefix.empty() != prefixed) return attribute.value;
   }
   return {};
@@ -126,6 +134,7 @@ std::string_view XmlAttributes::PrefixedValue(std::string_view name) const {
 
 void XmlFeed::Feed(std::string_view block) {
   if (kept_.empty()) {
+    // The usual way: a block is read where it lies, and only its cut end is copied.
     kept_.assign(block.substr(Take(block)));
   } else {
     kept_.append(block);
@@ -142,16 +151,20 @@ void XmlFeed::Finish() {
 std::size_t XmlFeed::Take(std::string_view from) {
   std::size_t done = 0;
   if (!begun_) {
+    // The mark of the encoding may come in pieces.
     if (from.size() < 4) return 0;
     begun_ = true;
     if (from.substr(0, 3) == "\xEF\xBB\xBF") done = 3;
+    // UTF-16 and UTF-32 are allowed by the standard and written by none of the programs.
     if (from[0] == '\xFF' || from[0] == '\xFE' || from[0] == 0) Refuse();
   }
   while (done < from.size()) {
     const std::size_t mark = from.find('<', done);
+    // A run of text is told only when its end is there: so no entity is ever cut in two.
     if (mark == kNone) break;
     if (mark > done && depth_ > 0) handler_.Text(from.substr(done, mark - done), false);
     const std::string_view rest = from.substr(mark);
+    // 0 or the mark's place: it comes again, with more behind it.
     if (rest.size() < 2) return mark;
     const std::size_t length = rest[1] == '!' || rest[1] == '?' ? TakeSpecial(rest) : TakeTag(rest);
     if (length == 0) return mark;
@@ -194,11 +207,13 @@ void XmlFeed::Open(std::string_view inside) {
   std::size_t length = 0;
   while (length < inside.size() && !IsXmlBlank(inside[length])) ++length;
   const std::string_view name = LocalName(inside.substr(0, length));
+  // One document holds one root; what follows it would be another one.
   if (name.empty() || (depth_ == 0 && seen_root_) || depth_ >= kMaxXmlDepth) Refuse();
   seen_root_ = true;
   ++depth_;
   handler_.Start(name, XmlAttributes(inside.substr(length)));
   if (!empty) return;
+  // Handlers see no difference between an empty mark and a pair of them.
   handler_.End(name);
   --depth_;
 }
@@ -219,6 +234,8 @@ void AppendXmlText(std::string_view raw, bool literal, std::string& out) {
     at = next + 1;
     if (raw[next] == '\r') {
       out += '\n';
+      // CR LF and a lone CR are one line end, as the standard wants them before
+      // anything else looks at the text.
       if (at < raw.size() && raw[at] == '\n') ++at;
       continue;
     }
