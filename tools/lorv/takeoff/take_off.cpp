@@ -9,8 +9,14 @@
 #include "tools/lorv/text/progress_bar.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verb `work` itself: reads rules and components, works one component after the other into the bill, and
+// tells what it found. Of a component nothing is kept but what the bill, the findings and the comparison add
+// up: models have millions of rows.
+
 namespace lorv::tool {
 
+// Each member leans on those declared above it: the rules name columns, the planner binds them to the file,
+// and all else asks the planner.
 TakeOff::TakeOff(const TakeOffRequest& request, Console& console)
     : request_(request),
       console_(console),
@@ -27,6 +33,7 @@ TakeOff::TakeOff(const TakeOffRequest& request, Console& console)
       units_(planner_),
       worker_(planner_, file_, problems_, coverage_, DigitsAsked()) {
   unread_sheets_ += bytes_.UnreadSheets();
+  // Bound last, as its words are columns and constants of the planner.
   if (!request.where.empty()) filter_.emplace(request.where, planner_, file_);
 }
 
@@ -36,7 +43,8 @@ RuleSet TakeOff::ReadRulesFile() {
   return ReadRules(bytes, EncodingByName(request_.encoding));
 }
 
-// Class and storey if nothing is asked for; a known column by any of its titles, any other by its own.
+// Class and storey if nothing is asked for; a known column by any of its titles, any other by its own. A key
+// that the user asked for has to be there; one of the two by default may lack, as many models tell no storey.
 std::vector<BillKey> TakeOff::KeysAsked() {
   std::vector<BillKey> keys;
   std::string list = request_.by.empty() ? "class,storey" : request_.by;
@@ -46,7 +54,7 @@ std::vector<BillKey> TakeOff::KeysAsked() {
     list.erase(0, comma + 1);
     const int role = RoleOf(ComponentColumns(), asked);
     const auto column = role >= 0 ? file_.Column(static_cast<ComponentRole>(role)) : file_.Column(asked);
-    // A file without storeys has one that has no name.
+    // A column behind the last one is an empty cell: a file without storeys has one that has no name.
     if (!column && !request_.by.empty()) {
       throw BadInput(Say("--by: {} has no column \"{}\"", {file_.Name(), asked}));
     }
@@ -63,8 +71,10 @@ std::vector<BillKey> TakeOff::KeysAsked() {
 void TakeOff::AddToBill(const std::vector<Result>& results) {
   std::optional<std::size_t> group;
   for (const Result& result : results) {
+    // Steps are worked for other rows and are no lines of the bill.
     const int quantity = result.state == Result::kWorked ? quantities_.Of(result.rule) : -1;
     if (quantity < 0) continue;
+    // Only now: a component that adds nothing makes no group, and no empty line.
     if (!group) {
       std::vector<std::string_view> keys;
       for (const std::size_t column : key_columns_) keys.push_back(file_.Row()[column]);
@@ -87,6 +97,7 @@ void TakeOff::Explain(const std::vector<Result>& results) {
 
 void TakeOff::WorkOne(std::optional<ResultFile>& table) {
   if (filter_ && !filter_->Passes()) {
+    // It counts nowhere else: bill, findings and comparison are of what was asked for.
     ++left_out_;
     worker_.PassOver();
     return;
@@ -100,6 +111,7 @@ void TakeOff::WorkOne(std::optional<ResultFile>& table) {
   units_.Look(file_);
   AddToBill(results);
   if (table) table->Add(file_, results, worker_);
+  // A table has the working in columns of its own, and JSON text holds nothing that is no JSON.
   if (request_.explain && !table && !request_.json) Explain(results);
   if (request_.compare) comparison_.Add(file_, results);
   if (request_.suite_values) precision_.Add(results, file_.Count());
@@ -123,6 +135,7 @@ void TakeOff::WorkAll() {
   if (table) table->Commit(bill_);
 }
 
+// Without a component: a formula is wrong, or doubtful, by its text alone.
 void TakeOff::CheckFormula(std::size_t rule, RulePart part, const BoundFormula& formula) {
   if (formula.FaultOfText()) problems_.Add(rule, part, *formula.FaultOfText(), "");
   for (const Fault& doubt : formula.Doubts()) problems_.Add(rule, part, doubt, "");
@@ -142,6 +155,7 @@ void TakeOff::CheckFormulas() {
     for (const BoundRule& bound : plan->rules) check(bound);
     for (const BoundDefault& bound : plan->defaults) check(bound);
   }
+  // Rules of classes that this model lacks may meet them in the next one.
   for (std::size_t i = 0; i < rules_.rules.size(); ++i) {
     const RuleKind kind = rules_.rules[i].kind;
     const bool has_formula =
@@ -152,6 +166,7 @@ void TakeOff::CheckFormulas() {
 
 // Ratios are worked of totals: the bill has to be made before it is known what is wrong with them.
 void TakeOff::CheckRatios() {
+  // The rows themselves are made again where they are written.
   bill_.Rows();
   for (const auto& [rule, doubt] : quantities_.RatioDoubts())
     problems_.Add(rule, RulePart::kFormula, doubt, "");
@@ -161,12 +176,14 @@ void TakeOff::WriteBillFile() const {
   if (request_.bill.empty()) return;
   if (NamesWorkbook(request_.bill)) return WriteBillWorkbook(bill_, request_.bill, console_.out);
   OutputFile file(request_.bill, console_.out);
+  // Spreadsheet programs take a CSV without this mark for one of the system's code page.
   if (request_.mark) file.Write("\xEF\xBB\xBF");
   WriteBill(bill_, file);
   file.Commit();
 }
 
 void TakeOff::Print() const {
+  // Whoever reads the piped table reads a table and nothing else.
   const bool piped = request_.table == "-" || request_.bill == "-";
   std::ostream& out = piped ? console_.err : console_.out;
   if (!request_.quiet) {
@@ -231,6 +248,8 @@ void TakeOff::PrintTime() const {
 int TakeOff::ExitCodeOf() const {
   const bool doubtful = !problems_.IsEmpty() || !coverage_.IsComplete() || !units_.IsFine() ||
                         (filter_ && !filter_->IsFine()) || unread_sheets_ > 0;
+  // What failed is missing in the totals, and coarse totals are not those of the rules: neither passes for
+  // fine, with or without --strict.
   if (problems_.HasFaults() || precision_.IsCoarse()) return kResultFailed;
   return request_.strict && doubtful ? kResultFailed : kFine;
 }
@@ -242,6 +261,7 @@ int TakeOff::Run() {
     PrintJson();
   } else {
     Print();
+    // On a terminal both streams meet: the bill stands above the notes on it.
     console_.out.flush();
     PrintNotes();
   }

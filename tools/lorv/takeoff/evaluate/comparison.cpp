@@ -9,21 +9,30 @@
 #include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
+// Holds the quantities that were worked against those that the components file stores already, as models
+// exported from CAD do. It says how far a rule set agrees with the model's own numbers, and which components
+// do not, for people who write rules.
+
 namespace lorv::tool {
 namespace {
 
+// The JSON text names this many, so that a rule set gone wrong over a large model fills neither
+// memory nor disk.
 constexpr std::size_t kMaxDifferences = 10000;
+// What a screen holds beside the bill.
 constexpr std::size_t kShownDifferences = 12;
 
 }  // namespace
 
 Comparison::Line& Comparison::LineOf(const std::string& name, bool is_group, std::size_t rule) {
   Line& line = lines_.try_emplace({is_group, name}, Line{name, is_group, rule, 0, 0}).first->second;
+  // A class that came first may have met a row further down: lines stand by their first row in the file.
   line.rule = std::min(line.rule, rule);
   return line;
 }
 
 double Comparison::Difference::Share() const {
+  // A share of nothing: such a component stands above all others.
   if (theirs == 0) return ours == 0 ? 0 : std::numeric_limits<double>::infinity();
   return (ours - theirs) / std::fabs(theirs);
 }
@@ -42,6 +51,7 @@ void Comparison::Add(const ComponentsFile& file, const std::vector<Result>& resu
     const auto stored = planner_.StoredOf(result.rule);
     if (result.state != Result::kWorked || !stored) continue;
     const std::optional<double> number = WholeNumber(file.Row()[stored->column]);
+    // The file has no number for this component: there is nothing to agree with.
     if (!number) continue;
     const double theirs = *number * stored->factor;
     const bool agrees = std::fabs(result.value - theirs) <= tolerance_ * std::fabs(theirs);
@@ -55,6 +65,8 @@ void Comparison::Add(const ComponentsFile& file, const std::vector<Result>& resu
       if (!agrees) Keep(std::move(difference));
       continue;
     }
+    // Of one group some rule may be the right one for the component, as with walls measured net or gross:
+    // what counts is whether any of them meets the number, and how near the nearest came.
     auto [group, fresh] = groups.try_emplace(rule.group, Group{result.rule, false, difference});
     group->second.agrees |= agrees;
     if (std::fabs(difference.Share()) < std::fabs(group->second.nearest.Share()))
@@ -85,6 +97,7 @@ void Comparison::Print(std::ostream& out) const {
                    {Say("agree"), Side::kRight},
                    {Say("share"), Side::kRight}});
   for (const Line* line : InOrder()) {
+    // A line is made when a component is asked, so its count is never 0.
     const double share = 100 * static_cast<double>(line->agree) / static_cast<double>(line->asked);
     table.Add({line->name, std::to_string(line->asked), std::to_string(line->agree),
                PlainReal(std::round(share * 10) / 10) + " %"});

@@ -6,6 +6,11 @@
 #include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
+// Works the rows of a plan for one component: which row of a name counts, what stands for a missing
+// value, what goes wrong. It leans on the block worked ahead where a formula needs nothing but numbers,
+// and on the formulas themselves for the rest. Values are looked up once for each component, as most
+// names stand in several formulas.
+
 namespace lorv::tool {
 ComponentWorker::ComponentWorker(Planner& planner, const ComponentsFile& file, Problems& problems,
                                  Coverage& coverage, ValueDigits digits)
@@ -17,6 +22,8 @@ ComponentWorker::ComponentWorker(Planner& planner, const ComponentsFile& file, P
       digits_(digits) {}
 
 const std::vector<Result>& ComponentWorker::Work() {
+  // Numbers the values that were looked up: those of the component before are never cleared, only
+  // out of date.
   ++component_;
   if (file_.InBlock() == 0) ready_.Begin();
   plan_ = &ready_.PlanAtHand();
@@ -32,17 +39,22 @@ const std::vector<Result>& ComponentWorker::Work() {
 
 void ComponentWorker::PassOver() {
   ++component_;
+  // The block is made ready by whichever component opens it, worked or not.
   if (file_.InBlock() == 0) ready_.Begin();
 }
 
 void ComponentWorker::WorkRule(BoundRule& bound) {
   Result& result = results_[bound.result];
+  // Counted before anything is decided: a rule of which the bill says nothing may have
+  // fitted and never counted.
   coverage_.CountFit(bound.rule);
   // The first row of a name whose condition holds is the one that counts.
+  // Once failed it stays so: a row below would hide that the one above should have counted.
   if (result.state != Result::kNone) return;
   coverage_.CountTried(bound.rule);
   const Rule& rule = planner_.Rules().rules[bound.rule];
   bool skip = false;
+  // Told even of a row that does not hold: with all digits it may be the one that counts.
   const std::optional<bool> holds = Holds(bound.condition, bound.rule, skip);
   if (holds && DecidesOtherwise(bound, *holds)) {
     result.decided_otherwise = true;
@@ -58,6 +70,7 @@ void ComponentWorker::WorkRule(BoundRule& bound) {
     return;
   }
   const Outcome outcome = WorkFormula(bound.formula, bound.rule);
+  // The name stays open, so a row of it further down may still give the quantity.
   if (outcome.state == Outcome::kMissing && rule.missing == Missing::kSkip) return;
   if (outcome.state != Outcome::kWorked) {
     Report(bound.rule, RulePart::kFormula, outcome.fault);
@@ -105,6 +118,7 @@ CString ComponentWorker::Worked(std::size_t result) {
   if (bound == nullptr) return {};
   const Rule& rule = planner_.Rules().rules[bound->rule];
   std::optional<double> instead;
+  // A missing value that counts as a number is shown as that number.
   if (rule.missing == Missing::kUseNumber) instead = rule.missing_value;
   CString text = bound->formula.Worked(*this, instead);
   if (rule.factor == 1) return text;
@@ -116,7 +130,7 @@ std::optional<bool> ComponentWorker::Holds(std::optional<BoundFormula>& conditio
   if (!condition) return true;
   const Outcome outcome = WorkFormula(*condition, rule);
   if (outcome.state == Outcome::kWorked) ReportDoubts(*condition, rule, RulePart::kCondition, outcome);
-  // As the function IIF has it.
+  // As the function IIF has it: greater than 0 is true, so a count or a difference is a condition, too.
   if (outcome.state == Outcome::kWorked) return outcome.value > 0;
   skip = outcome.state == Outcome::kMissing && planner_.Rules().rules[rule].missing == Missing::kSkip;
   if (!skip) Report(rule, RulePart::kCondition, outcome.fault);
@@ -128,6 +142,7 @@ Outcome ComponentWorker::WorkFormula(BoundFormula& formula, std::size_t rule) {
   std::optional<double> instead;
   if (row.missing == Missing::kUseNumber) instead = row.missing_value;
   text_met_.reset();
+  // Worked ahead are the values by the digits asked for; the second look needs its own.
   const double* const result = exact_pass_ ? nullptr : ready_.ResultOf(formula);
   if (result != nullptr) return {Outcome::kWorked, *result, {}};
   Outcome outcome = exact_pass_ ? formula.WorkExactly(*this, instead) : formula.Work(*this, instead);
@@ -145,6 +160,8 @@ Outcome ComponentWorker::WorkFormula(BoundFormula& formula, std::size_t rule) {
 // The second look with all digits tells of nothing that the first one has not told.
 void ComponentWorker::Report(std::size_t rule, RulePart part, const Fault& fault) {
   if (exact_pass_) return;
+  // What the cell holds describes the first component only. In the message it would make a problem
+  // of each cell.
   const std::string detail = fault.detail.empty() ? "" : ": " + fault.detail;
   problems_.Add(rule, part, fault, PlaceOfComponent(file_) + detail);
 }
@@ -170,6 +187,7 @@ ComponentWorker::Value ComponentWorker::LookUp(std::size_t index) {
 }
 
 std::optional<double> ComponentWorker::WorkDefault(BoundDefault& bound) {
+  // Without a value the default is no default, and the next one below is tried.
   const Outcome outcome = WorkFormula(bound.formula, bound.rule);
   if (outcome.state == Outcome::kFaulty) Report(bound.rule, RulePart::kFormula, outcome.fault);
   if (outcome.state != Outcome::kWorked) return std::nullopt;

@@ -9,6 +9,10 @@
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Holds what the suite's numbers (three decimals, thirds) come to against what all digits give, for a run
+// with --suite-values. A user who wonders why the suite's bill differs from his own finds here by how much,
+// in single values and in totals.
+
 namespace lorv::tool {
 namespace {
 
@@ -23,16 +27,21 @@ std::string InPerCent(double share) {
 void Precision::Add(const std::vector<Result>& results, double count) {
   for (const Result& result : results) {
     const bool is_worked = result.state == Result::kWorked;
+    // A row that gave nothing counts where its condition alone was decided otherwise: with all digits there
+    // would have been a number, or another one.
     const int quantity = is_worked || result.decided_otherwise ? quantities_.Of(result.rule) : -1;
     if (quantity < 0) continue;
     Moved& moved = moved_[static_cast<std::size_t>(quantity)];
     ++moved.values;
     const bool is_known = is_worked && std::isfinite(result.exact);
+    // Without a number to compare with, the totals take the same one on both sides: only what is
+    // known makes them differ.
     moved.total.Add(is_worked ? result.value * count : 0);
     moved.exact_total.Add(is_known ? result.exact * count : is_worked ? result.value * count : 0);
     const double change = is_known ? std::fabs(result.value - result.exact) : 0;
     if (is_known && !(change > LastDigit(static_cast<std::size_t>(quantity)))) continue;
     ++moved.differ;
+    // What cannot be set in relation counts as wholly different.
     const double share = is_known && result.exact != 0 ? change / std::fabs(result.exact) : 1;
     moved.largest = std::max(moved.largest, share);
   }
@@ -43,6 +52,7 @@ double Precision::LastDigit(std::size_t quantity) const {
 }
 
 // Many values may each stay within their last digit, and their sum does not.
+// Averages and extremes of totals are no sums: their single values are compared above.
 bool Precision::TotalDiffers(std::size_t quantity) const {
   if (quantities_.List()[quantity].HowTotalled() != Totalling::kSum) return false;
   const Moved& moved = moved_[quantity];
@@ -51,6 +61,7 @@ bool Precision::TotalDiffers(std::size_t quantity) const {
 
 double Precision::ShareOfTotal(std::size_t quantity) const {
   if (!TotalDiffers(quantity)) return 0;
+  // A share of zero is not defined; a total that should be nothing and is not differs wholly.
   const double exact = moved_[quantity].exact_total.Value();
   return exact == 0 ? 1 : std::fabs((moved_[quantity].total.Value() - exact) / exact);
 }
@@ -66,7 +77,7 @@ void Precision::PrintTotal(std::ostream& out, std::size_t quantity) const {
   if (!TotalDiffers(quantity)) return;
   const Quantity& of = quantities_.List()[quantity];
   const Moved& moved = moved_[quantity];
-  // Two digits more than the bill has show the difference.
+  // Two digits more than the bill has: with the bill's own, both numbers may look the same.
   const int decimals = std::min(of.Decimals() + 2, kMostDecimals);
   out << "lorv: "
       << Say("note: the total of \"{}\" is {}, with all digits of the values {}",
@@ -92,6 +103,7 @@ void Precision::Print(std::ostream& out) const {
 void Precision::Write(JsonText& json) const {
   json.Key("precision").Open('[');
   for (std::size_t i = 0; i < moved_.size(); ++i) {
+    // Quantities that the suite gives as they are would only hide the others.
     if (moved_[i].differ == 0 && !TotalDiffers(i)) continue;
     json.Open('{');
     json.Key("quantity").String(quantities_.List()[i].name);

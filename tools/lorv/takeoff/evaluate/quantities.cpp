@@ -9,6 +9,10 @@
 #include "tools/lorv/formula/formula_fault.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Joins the rows of a rule set into the quantities that the bill has columns for, and works ratios of their
+// totals. It is made once, before any component is read, so that rows which contradict each other are refused
+// at the start and not when the bill is due.
+
 namespace lorv::tool {
 namespace {
 
@@ -21,12 +25,14 @@ Quantities::Quantities(const RuleSet& rules) {
     const Rule& rule = rules.rules[index];
     of_rule_.push_back(-1);
     if (rule.kind != RuleKind::kQuantity) continue;
+    // Rule sets have dozens of quantities, and this is done once for each row.
     std::size_t at = 0;
     while (at < list_.size() && (list_[at].name != rule.name || list_[at].unit != rule.unit)) ++at;
     if (at == list_.size()) list_.push_back({rule.name, rule.unit, {}, {}, index, false});
     of_rule_.back() = static_cast<int>(at);
     Join(rules, rule, list_[at]);
   }
+  // Ratios come last: they may name quantities of rows below them.
   for (std::size_t index = 0; index < rules.rules.size(); ++index) {
     if (rules.rules[index].kind == RuleKind::kRatio) AddRatio(rules, rules.rules[index], index);
   }
@@ -34,6 +40,7 @@ Quantities::Quantities(const RuleSet& rules) {
 
 // The bill has one column for all rows of a quantity: the finest of their decimals, and one way of totalling.
 void Quantities::Join(const RuleSet& rules, const Rule& rule, Quantity& quantity) {
+  // A row that says nothing does not coarsen what another one asked for.
   if (rule.decimals) quantity.says_decimals = std::max(quantity.says_decimals.value_or(0), *rule.decimals);
   if (!rule.totalling) return;
   if (quantity.says_totalling && *quantity.says_totalling != *rule.totalling) {
@@ -43,8 +50,8 @@ void Quantities::Join(const RuleSet& rules, const Rule& rule, Quantity& quantity
   quantity.says_totalling = rule.totalling;
 }
 
-// Names are those of quantities, with letters of any language: blanks inside a name stand as "_" in the
-// formula.
+// Names are those of quantities, with letters of any language: blanks inside a name stand as
+// "_" in the formula.
 void Quantities::AddRatio(const RuleSet& rules, const Rule& rule, std::size_t index) {
   std::vector<ExactName> names;
   for (const Quantity& quantity : list_) {
@@ -74,6 +81,7 @@ std::optional<double> Quantities::Ratio(std::size_t quantity,
     return candidate.quantity == quantity;
   });
   std::vector<double> values(totals.size());
+  // A line that lacks one of the quantities has no ratio; that is ordinary, and nothing is told of it.
   for (const std::size_t need : ratio->needs) {
     if (!totals[need]) return std::nullopt;
     values[need] = *totals[need];
@@ -85,6 +93,7 @@ std::optional<double> Quantities::Ratio(std::size_t quantity,
                           : FaultOf(ratio->formula.Explain());
   // A line without the ratio is no wrong line: it is told of and stops nothing.
   fault.stops = false;
+  // The first line's reason only: a ratio over zero fails in every storey for the same one.
   failed_.emplace(list_[quantity].rule, fault);
   return std::nullopt;
 }
