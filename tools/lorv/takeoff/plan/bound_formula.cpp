@@ -7,6 +7,10 @@
 #include "tools/lorv/formula/formula_digits.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// A formula of the rules with its names bound: to columns, constants and quantities above. It chooses between
+// the exact way and the suite's, and hands whole blocks of rows to either. Faults of the text are kept and
+// not thrown, as one wrong rule must not stop the bill of the others.
+
 namespace lorv::tool {
 namespace {
 
@@ -41,17 +45,20 @@ void BoundFormula::Bind(const Lookup& lookup, const TDefsetVars& known) {
     if (is_bound) continue;
     names_.push_back({word, lookup(key)});
     const Symbol& symbol = names_.back().symbol;
+    // The first unknown name only: what follows is often the same slip once more.
     if (symbol.kind == Symbol::kUnknown && !fault_) {
       fault_ = Fault{word.position, word.length,
                      Say("nothing is named \"{}\" here", {word.name.ToUtf8()}) + Proposal(word.name, known),
                      true, true};
     }
+    // Places among all names go with them: blocks come as columns of dimensions alone.
     if (symbol.kind != Symbol::kDimension) continue;
     dimensions_.push_back(symbol.index);
     places_.push_back(names_.size() - 1);
   }
 }
 
+// Names of words are told apart before the text is parsed: where a number belongs, a word is doubtful.
 void BoundFormula::Read() {
   std::vector<ExactName> names;
   for (const Name& name : names_) names.push_back({name.word.name, name.symbol.kind == Symbol::kText});
@@ -62,6 +69,7 @@ void BoundFormula::Read() {
   }
   for (const FormulaDiagnosis& doubt : exact_->Doubts()) doubts_.push_back(FaultOf(doubt));
   values_.resize(names.size());
+  // Texts and earlier quantities are known only one component after the other.
   needs_numbers_only_ = std::all_of(names_.begin(), names_.end(), [](const Name& name) {
     return name.symbol.kind == Symbol::kDimension || name.symbol.kind == Symbol::kConstant;
   });
@@ -78,6 +86,7 @@ std::optional<double> BoundFormula::ValueOf(const Name& name, ValueSource& sourc
 }
 
 Outcome BoundFormula::Work(ValueSource& source, std::optional<double> instead) {
+  // The suite's way finds the same faults, but without the name that was likely meant.
   if (suite_ != nullptr && !fault_) return suite_->Work(source, instead);
   return WorkExactly(source, instead);
 }
@@ -90,6 +99,7 @@ Outcome BoundFormula::WorkExactly(ValueSource& source, std::optional<double> ins
       exact_->SetText(i, WithoutQuotes(source.TextOf(name.symbol.index)).View());
       continue;
     }
+    // What is missing is told at the name, and not as the fault that a 0 in its place would make elsewhere.
     const std::optional<double> value = ValueOf(name, source, instead);
     if (!value) {
       return {Outcome::kMissing, 0,
@@ -106,6 +116,7 @@ Outcome BoundFormula::WorkExactly(ValueSource& source, std::optional<double> ins
   }
   Outcome outcome{Outcome::kWorked, result, {}};
   if (code == kDoubtfulNumber) outcome.doubt = FaultOf(exact_->Explain());
+  // What is worked stays as it came out; the doubt goes beside it, as the bill must not lose a line for it.
   return outcome;
 }
 
@@ -121,12 +132,14 @@ CString BoundFormula::Worked(ValueSource& source, std::optional<double> instead)
     if (name->symbol.kind == Symbol::kText) {
       text += _T("'") + WithoutQuotes(source.TextOf(name->symbol.index)) + _T("'");
       continue;
+      // Behind a digit a name is a factor; its own digits would make one number with those before them.
     }
     if (word.position > 0 && typed_[word.position - 1] >= '0' && typed_[word.position - 1] <= '9')
       text += _T("*");
     const double value = ValueOf(*name, source, instead).value_or(0);
     text += value < 0 ? Literal(value) : Digits(value);
   }
+  // A negative number in brackets, as A-B would otherwise show two signs side by side.
   return text + typed_.Mid(at);
 }
 
@@ -137,6 +150,7 @@ std::vector<double> BoundFormula::WorkRows(const std::vector<std::vector<double>
   std::vector<std::vector<double>> constants(names_.size());
   for (std::size_t i = 0; i < places_.size(); ++i) by_name[places_[i]] = columns[i].data();
   for (std::size_t i = 0; i < names_.size(); ++i) {
+    // A constant is a column of equal numbers: the library's rows know columns only.
     if (names_[i].symbol.kind != Symbol::kConstant) continue;
     constants[i].assign(rows, names_[i].symbol.constant);
     by_name[i] = constants[i].data();
@@ -147,6 +161,7 @@ std::vector<double> BoundFormula::WorkRows(const std::vector<std::vector<double>
   for (std::size_t row = 0; row < rows; ++row) {
     if (codes[row] != 0 || !std::isfinite(results[row])) results[row] = std::nan("");
   }
+  // Rows in doubt are left to the single way as well: it says why.
   return results;
 }
 

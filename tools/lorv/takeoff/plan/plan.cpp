@@ -8,9 +8,14 @@
 #include "tools/lorv/formula/circle_number.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Binds the rows of a rules file to the columns of a components file: says what each name in a formula stands
+// for and which rows a class gets. A plan is made for each set of rows that some class fits, as models have
+// hundreds of classes and rule sets only a few patterns.
+
 namespace lorv::tool {
 namespace {
 
+// Messages that are thrown have no terminal to ask for its width.
 constexpr int kMessageColumns = 100;
 
 CString Key(const std::string& name) {
@@ -31,15 +36,19 @@ Planner::Planner(const RuleSet& rules, const ComponentsFile& file, PlanOptions o
     : rules_(rules), file_(file), options_(options) {
   for (std::size_t column = 0; column < file.Titles().size(); ++column) {
     const std::string& title = file.Titles()[column];
+    // A column without a title has no name that a formula could use.
     if (title.empty()) continue;
     names_[Key(title)] = {Symbol::kDimension, DimensionNamed(title, column, 1)};
   }
+  // After all other columns: a title such as "类型" is a word, although any column could be a number.
   DeclareSpecialTexts(file);
   for (std::size_t index = 0; index < rules.rules.size(); ++index) {
     Declare(index);
+    // PI is a number of the language and hides what is called so; whoever names something PI is told.
     names_the_circle_ = names_the_circle_ || Key(rules.rules[index].name) == _T("PI");
   }
   names_the_circle_ = names_the_circle_ || names_.contains(_T("PI"));
+  // After all rows, as a row may compare with a column that one below it declares.
   for (std::size_t index = 0; index < rules.rules.size(); ++index) stored_.push_back(FindStored(index));
   for (const auto& [name, symbol] : names_) known_.AddSorted(CStrCmp(name));
 }
@@ -54,7 +63,8 @@ std::size_t Planner::DimensionNamed(const std::string& name, std::optional<std::
   return dimensions_.size() - 1;
 }
 
-// Class, name, storey and type are words under both their names, whichever the file uses.
+// Class, name, storey and type are words under both their names, whichever the file uses. The count
+// is a number.
 void Planner::DeclareSpecialTexts(const ComponentsFile& file) {
   for (const KnownColumn& known : ComponentColumns()) {
     const auto column = file.Column(static_cast<ComponentRole>(known.role));
@@ -69,6 +79,7 @@ void Planner::Declare(std::size_t index) {
   const Rule& rule = rules_.rules[index];
   if (rule.kind == RuleKind::kConstant) return DeclareConstant(index);
   if (rule.kind == RuleKind::kColumn || rule.kind == RuleKind::kText) return DeclareColumn(index);
+  // A default names a dimension that the file may lack as a whole: without this the name would be unknown.
   if (rule.kind != RuleKind::kDefault || names_.contains(Key(rule.name))) return;
   names_[Key(rule.name)] = {Symbol::kDimension, DimensionNamed(rule.name, {}, 1)};
 }
@@ -77,6 +88,7 @@ void Planner::DeclareColumn(std::size_t index) {
   const Rule& rule = rules_.rules[index];
   const std::string title = rule.formula.ToUtf8();
   const auto column = file_.Column(title);
+  // Told and not refused: one rule set serves models of several programs, and not each exports all columns.
   if (!column) absences_.push_back({index, title, Absence::kColumn});
   if (rule.kind == RuleKind::kText) {
     // A cell outside its row is empty.
@@ -88,12 +100,14 @@ void Planner::DeclareColumn(std::size_t index) {
 
 void Planner::DeclareConstant(std::size_t index) {
   const Rule& rule = rules_.rules[index];
+  // Constants lean on constants above them only: there is no component from which a value could come.
   BoundFormula formula(rule.formula, [this](const CString& key) {
     const auto found = names_.find(key);
     return found != names_.end() && found->second.kind == Symbol::kConstant ? found->second : Symbol();
   });
   NoValues none;
   const Outcome outcome = formula.Work(none, std::nullopt);
+  // A constant that fails would fail every rule that uses it, in words that do not name it.
   if (outcome.state != Outcome::kWorked) {
     Fail(rule, Say("the constant {} cannot be worked: {}", {rule.name, outcome.fault.message}) + "\n" +
                    CaretText(rule.formula, outcome.fault.position, outcome.fault.length, kMessageColumns));
@@ -105,6 +119,7 @@ void Planner::DeclareConstant(std::size_t index) {
 
 std::optional<Stored> Planner::FindStored(std::size_t index) {
   const Rule& rule = rules_.rules[index];
+  // Asked for only with --compare: else the absence of the column would be noted without a reason.
   if (!options_.compares || rule.compare.empty()) return std::nullopt;
   const auto declared = names_.find(Key(rule.compare));
   if (declared != names_.end() && declared->second.kind == Symbol::kDimension) {
@@ -120,6 +135,7 @@ Plan& Planner::PlanOf(const std::string& class_name) {
   if (plan != nullptr) return *plan;
   std::vector<bool> fits;
   for (const Rule& rule : rules_.rules) fits.push_back(rule.classes.Fits(class_name));
+  // Classes are held against their patterns once, whatever the number of components.
   std::unique_ptr<Plan>& made = plans_[fits];
   if (made == nullptr) made = MakePlan(fits);
   plan = made.get();
@@ -153,6 +169,7 @@ Symbol Planner::FindFor(std::size_t rule, const CString& key, const Names& resul
   const Symbol found = Find(key, results);
   if (found.kind != Symbol::kUnknown || rules_.rules[rule].missing == Missing::kReport) return found;
   const std::string name = key.ToUtf8();
+  // Told once a rule and name, as the name is looked up again for each plan.
   const bool is_told = std::any_of(absences_.begin(), absences_.end(), [&](const Absence& absence) {
     return absence.rule == rule && absence.name == name;
   });
@@ -162,6 +179,7 @@ Symbol Planner::FindFor(std::size_t rule, const CString& key, const Names& resul
 
 BoundFormula Planner::Bound(const CString& formula, const Lookup& lookup) {
   BoundFormula bound(formula, lookup, known_, options_.digits);
+  // Looked for only where something is called PI: elsewhere the number is what is meant.
   const auto circle = names_the_circle_ ? CircleNumberIn(formula) : std::nullopt;
   if (circle && !bound.FaultOfText()) {
     bound.AddDoubt({circle->position, circle->length,
@@ -187,6 +205,7 @@ void Planner::BindQuantity(std::size_t index, Plan& plan, Names& results) {
   std::optional<BoundFormula> condition;
   if (!rule.condition.IsEmpty()) condition.emplace(Bound(rule.condition, lookup));
   BoundFormula formula = Bound(rule.formula, lookup);
+  // All rows of a name share one result: the first that counts gives it.
   if (!results.contains(key)) results[key] = {Symbol::kResult, plan.results++};
   plan.rules.push_back({index, results[key].index, std::move(formula), std::move(condition)});
 }
@@ -195,6 +214,7 @@ void Planner::BindQuantity(std::size_t index, Plan& plan, Names& results) {
 void Planner::BindDefault(std::size_t index, Plan& plan) {
   const Rule& rule = rules_.rules[index];
   const Symbol& dimension = names_.at(Key(rule.name));
+  // A default for a constant or for words would never be asked for.
   if (dimension.kind != Symbol::kDimension)
     Fail(rule, Say("\"{}\" is no dimension and has no default", {rule.name}));
   const auto lookup = [&](const CString& key) { return FindFor(index, key, {}); };

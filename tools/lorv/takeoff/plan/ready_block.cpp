@@ -8,6 +8,10 @@
 #include "tools/lorv/takeoff/input/takeoff_limits.h"
 #include "tools/lorv/text/typed_number.h"
 
+// Works formulas for thousands of components at once. Nearly all components have all their numbers, and rows
+// of numbers run many times faster than one component after the other. Whatever is unusual is left to the
+// slow way, which has the messages; no result depends on which way it came.
+
 namespace lorv::tool {
 namespace {
 
@@ -19,6 +23,7 @@ std::optional<double> NumberOfCell(std::string_view cell, double factor, bool& i
   is_text = false;
   if (cell.empty()) return std::nullopt;
   const std::optional<double> number = WholeNumber(cell);
+  // A number beyond the limit is no measure of a building: it is told of like words.
   is_text = !number || std::fabs(*number * factor) > kLargestDimension;
   if (is_text) return std::nullopt;
   return *number * factor;
@@ -28,6 +33,7 @@ void ReadyBlock::Begin() {
   plans_.clear();
   numbers_.clear();
   results_.clear();
+  // Classes that fit the same rows of the rules share a plan, and so their rows go together.
   std::map<Plan*, std::vector<std::size_t>> by_plan;
   std::vector<std::size_t>* same = nullptr;
   for (std::size_t i = 0; i < file_.BlockSize(); ++i) {
@@ -42,6 +48,7 @@ void ReadyBlock::Begin() {
   }
   for (const auto& [plan, components] : by_plan) {
     for (const BoundRule& rule : plan->rules) {
+      // Whether or not an earlier row of the name will count: that is known component by component only.
       WorkAhead(rule.formula, components);
       if (rule.condition) WorkAhead(*rule.condition, components);
     }
@@ -51,6 +58,7 @@ void ReadyBlock::Begin() {
 const double* ReadyBlock::ResultOf(const BoundFormula& formula) const {
   const auto found = results_.find(&formula);
   if (found == results_.end()) return nullptr;
+  // No number stands for a component that was left out, failed or is doubtful.
   const double& result = found->second[file_.InBlock()];
   return std::isnan(result) ? nullptr : &result;
 }
@@ -59,6 +67,8 @@ void ReadyBlock::WorkAhead(const BoundFormula& formula, const std::vector<std::s
   if (!formula.NeedsNumbersOnly()) return;
   std::vector<const Numbers*> numbers;
   for (const std::size_t dimension : formula.Dimensions()) numbers.push_back(&NumbersOf(dimension));
+  // Incomplete components are left out before the work and not afterwards: a default or "missing"
+  // may fill them.
   std::vector<std::size_t> complete;
   for (const std::size_t component : components) {
     bool has_all = true;
@@ -76,6 +86,7 @@ void ReadyBlock::WorkAhead(const BoundFormula& formula, const std::vector<std::s
 }
 
 const ReadyBlock::Numbers& ReadyBlock::NumbersOf(std::size_t dimension) {
+  // Most rules ask for the same few dimensions: cells are read once for each block.
   const auto [at, fresh] = numbers_.try_emplace(dimension);
   if (!fresh) return at->second;
   const auto& [name, column, factor] = planner_.Dimensions()[dimension];

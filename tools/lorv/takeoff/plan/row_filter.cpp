@@ -9,9 +9,14 @@
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The condition of --where. It is a formula like any other, typed by people who think of classes and storeys
+// and not of quotes, so words may stand bare in it; what that may hide (a title with a slip of the pen) is
+// told as a doubt.
+
 namespace lorv::tool {
 namespace {
 
+// Messages that are thrown have no terminal to ask for its width.
 constexpr int kMessageColumns = 100;
 
 bool IsEqualitySign(TCHAR c) {
@@ -30,6 +35,7 @@ bool MeetsText(const CString& text, int first, int behind) {
   while (at < text.GetLength() && IsEqualitySign(text[at])) ++at;
   if (at > sign && SkipBlanks(text, at, 1) < text.GetLength() && text[SkipBlanks(text, at, 1)] == '\'')
     return true;
+  // Both sides are looked at: people write class=墙 as well as '墙'=class.
   at = SkipBlanks(text, first - 1, -1);
   const int before = at;
   while (at >= 0 && IsEqualitySign(text[at])) --at;
@@ -46,18 +52,22 @@ RowFilter::RowFilter(const std::string& formula, const Planner& planner, const C
   const CString typed = CString::FromUtf8(formula);
   text_ = WithWords(typed, planner);
   formula_ = std::make_unique<BoundFormula>(
+      // Without the suite's digits: a filter chooses components and makes no quantity that could
+      // differ from the suite's.
       text_, [this](const CString& key) { return SymbolOf(key); }, planner.Known());
   if (!formula_->FaultOfText()) {
     doubts_ = formula_->Doubts();
     DoubtWordsAlone();
     return;
   }
+  // Whatever is wrong here would leave out all components alike: the run ends before anything is written.
   const Fault& fault = *formula_->FaultOfText();
   throw BadInput(Say("--where cannot be worked: {}", {fault.message}) + "\n" +
                  CaretText(text_, fault.position, fault.length, kMessageColumns));
 }
 
-// What nothing is named is a word, and stands in quotes from then on.
+// What nothing is named is a word, and stands in quotes from then on: the language of formulas
+// has no other words.
 CString RowFilter::WithWords(const CString& typed, const Planner& planner) const {
   CString text;
   int at = 0;
@@ -70,6 +80,7 @@ CString RowFilter::WithWords(const CString& typed, const Planner& planner) const
   return text + typed.Mid(at);
 }
 
+// A column is one of words where any of its places meets a text: it cannot be both in one formula.
 Symbol RowFilter::SymbolOf(const CString& key) const {
   const Symbol symbol = planner_.NameOf(key);
   if (symbol.kind != Symbol::kDimension) return symbol;
@@ -84,6 +95,7 @@ Symbol RowFilter::SymbolOf(const CString& key) const {
 
 bool RowFilter::Passes() {
   const Outcome outcome = formula_->Work(*this, std::nullopt);
+  // The first doubt only: the same formula is worked for every component and would tell the same each time.
   if (outcome.doubt && doubts_.empty()) doubts_.push_back(*outcome.doubt);
   if (outcome.state == Outcome::kWorked) return outcome.value > 0;
   if (outcome.state == Outcome::kFaulty && doubts_.empty()) doubts_.push_back(outcome.fault);

@@ -7,6 +7,10 @@
 #include "tools/lorv/formula/formula_digits.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Works a formula with the suite's own calculator, for bills that must agree with the suite to the last
+// digit. The calculator sets values into the text by replacing names, with limits on their length and script;
+// so it gets a text of short marks, and what it says of that text is told of the one that was typed.
+
 namespace lorv::tool {
 namespace {
 
@@ -32,6 +36,7 @@ CString Quoted(const CString& words) {
   return text + _T("'");
 }
 
+// The calculator keeps errors of these to itself, so their results are looked at a second time.
 bool MayFailSilently(const CString& formula) {
   const CString upper = NameKey(formula.View());
   return upper.Find(_T("SQRT")) >= 0 || upper.Find(_T("LOG")) >= 0 || upper.Find(_T("()")) >= 0 ||
@@ -54,6 +59,7 @@ SuiteFormula::SuiteFormula(const CString& formula, const Lookup& lookup)
 }
 
 void SuiteFormula::Bind(const Lookup& lookup) {
+  // Known from the text alone, so that formulas without such functions pay nothing.
   silent_codes_ = MayFailSilently(typed_);
   int at = 0;
   for (const FormulaWord& word : NamesOf(typed_.View())) {
@@ -97,6 +103,7 @@ void SuiteFormula::Check() {
   }
   const std::optional<Fault> fault = FaultOf(text.text, text.values, {});
   if (fault && fault->syntax) fault_ = AsTyped(*fault, text);
+  // Words and earlier quantities are set in as text: no one text then holds for all rows.
   const bool same_for_all = std::all_of(pieces_.begin(), pieces_.end(), [](const Piece& piece) {
     return piece.symbol.kind != Symbol::kText && piece.symbol.kind != Symbol::kResult;
   });
@@ -109,6 +116,7 @@ std::vector<double> SuiteFormula::WorkRows(const std::vector<std::vector<double>
   for (std::size_t i = 0; i < columns.size(); ++i) named.push_back({CString(MarkOf(i)), columns[i].data()});
   std::vector<double> results(rows);
   std::vector<int> errors(rows);
+  // Rows give what single calculations give: what was worked ahead is the suite's number, too.
   CalculateRows(CAdExpCalculate(row_text_), named, rows, results.data(), errors.data());
   for (std::size_t row = 0; row < rows; ++row) {
     if (errors[row] != 0 || !std::isfinite(results[row])) results[row] = std::nan("");
@@ -119,6 +127,7 @@ std::vector<double> SuiteFormula::WorkRows(const std::vector<std::vector<double>
 SuiteFormula::Text SuiteFormula::Fill(ValueSource& source, std::optional<double> instead, Outcome& outcome) {
   Text filled;
   for (const Piece& piece : pieces_) {
+    // The place is noted whether or not a value comes, so that faults can be led back to what was typed.
     filled.text += piece.text;
     filled.ends.push_back(filled.text.GetLength());
     std::optional<double> value;
@@ -138,6 +147,7 @@ SuiteFormula::Text SuiteFormula::Fill(ValueSource& source, std::optional<double>
         value = source.ResultOf(piece.symbol.index);
         break;
     }
+    // After the value of its own, as a rule's number stands for what is missing and for nothing else.
     if (!value) value = instead;
     if (!value) {
       outcome.state = Outcome::kMissing;
@@ -145,9 +155,12 @@ SuiteFormula::Text SuiteFormula::Fill(ValueSource& source, std::optional<double>
                        Say("no value for \"{}\"", {piece.word.name.ToUtf8()}), false, true};
       return filled;
     }
+    // A dimension goes in by its mark and gets three decimals; constants and results are literals and
+    // keep all theirs.
     if (piece.mark != 0) filled.values[CString(piece.mark)] = *value;
     filled.text += piece.mark != 0 ? CString(piece.mark) : Literal(*value);
   }
+  // Beyond this the calculator would cut the text without a word, and give the number of what is left.
   if (filled.text.GetLength() > kMaxFormulaText) {
     outcome.state = Outcome::kFaulty;
     outcome.fault = {0, typed_.GetLength(),
@@ -199,14 +212,17 @@ Outcome SuiteFormula::Work(ValueSource& source, std::optional<double> instead) {
   const Text text = Fill(source, instead, outcome);
   if (outcome.state != Outcome::kWorked) return outcome;
   calculator_->SetExpr(text.text);
+  // New values replace those of the component before.
   for (const auto& [name, value] : text.values) calculator_->SetVarValue(name, value, false);
   int error = 0;
   outcome.value = calculator_->Calculate(error);
   std::optional<Fault> fault;
+  // The second look parses the text once more, and is spared where the calculator would have said so.
   if (error != 0 || silent_codes_) fault = FaultOf(text.text, text.values, {});
   if (!fault && !std::isfinite(outcome.value)) {
     fault = Fault{0, text.text.GetLength(), Say("the result is no number"), false, true};
   }
+  // The calculator failed where the diagnosis sees nothing: the place that it names is all that is known.
   if (!fault && error != 0) fault = Fault{error, 1, Say("the formula cannot be worked"), false, true};
   if (!fault) return outcome;
   outcome.state = Outcome::kFaulty;
