@@ -4,6 +4,10 @@
 
 #include "tools/lorv/text/folded_text.h"
 
+// The titles by which columns of components and rules are known. Models come from several exporters and
+// people write rules in two languages, so each column has all titles met so far; the tables hold them folded,
+// as letter case never counts.
+
 namespace lorv::tool {
 namespace {
 

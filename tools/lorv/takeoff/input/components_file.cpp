@@ -7,6 +7,10 @@
 #include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
+// Reads the table of components, a block of rows at a time, so that formulas can be worked for many at once
+// and a model of any size fits. Only its header and the shape of its rows are looked at here: what cells mean
+// is up to the rules.
+
 namespace lorv::tool {
 
 ComponentsFile::ComponentsFile(InputBytes& bytes, Encoding encoding)
@@ -25,10 +29,12 @@ void ComponentsFile::ReadHeader(const CsvRow& row) {
     const std::string title(row[cell]);
     titles_.push_back(title);
     if (title.empty()) continue;
+    // A name that stands for two columns would take either value in a formula.
     if (!by_title_.emplace(Folded(title), cell).second) {
       Fail(row, cell, Say("the column \"{}\" stands here a second time", {title}));
     }
     const int role = RoleOf(ComponentColumns(), title);
+    // Of two titles for one role, such as storey and level, the first one in the file has it.
     if (role >= 0 && !roles_[static_cast<std::size_t>(role)]) roles_[static_cast<std::size_t>(role)] = cell;
   }
   if (!roles_[kClassOf]) {
@@ -39,6 +45,7 @@ void ComponentsFile::ReadHeader(const CsvRow& row) {
 }
 
 bool ComponentsFile::Next() {
+  // A row in a block keeps its memory for the one that takes its place later.
   if (++at_ < size_) return true;
   at_ = size_ = 0;
   while (size_ < kBlock && ReadComponent(block_[size_])) ++size_;
@@ -48,6 +55,7 @@ bool ComponentsFile::Next() {
 bool ComponentsFile::ReadComponent(CsvRow& row) {
   if (!reader_.Next(row)) return false;
   for (std::size_t cell = titles_.size(); cell < row.Size(); ++cell) {
+    // An unquoted comma moved the cells behind it by one: numbers would be worked under wrong titles.
     if (!row[cell].empty()) {
       Fail(row, cell, Say("more cells than the header has; a cell with a comma in it stands in quotes"));
     }
@@ -63,6 +71,7 @@ double ComponentsFile::Count() const {
   const std::string_view cell = Of(kCountOf);
   if (cell.empty()) return 1;
   const std::optional<double> count = WholeNumber(cell);
+  // A part of a component is fine, as with a wall shared between sections; fewer than none is a slip.
   if (!count || *count < 0 || *count > kLargestDimension) {
     Fail(Row(), *roles_[kCountOf], Say("the count \"{}\" is no number from 0 up", {cell}));
   }

@@ -13,6 +13,10 @@
 #include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
+// Reads a rules file. It is written by people in a spreadsheet, so every cell is checked and refused with its
+// place and what was meant to stand there; what a slip would make of a bill is known only to who knows the
+// building. Formulas are not read here: they need the columns of a model.
+
 namespace lorv::tool {
 namespace {
 
@@ -44,6 +48,7 @@ class RulesReader {
     if (!reader_.Next(row_)) throw BadInput(reader_.Name() + Say(": the file is empty"));
     ReadHeader();
     while (reader_.Next(row_)) {
+      // Names are looked up in lists for each rule: beyond this the time would grow out of all measure.
       if (set_.rules.size() == kMaxRules) Fail(0, Say("more than {} rules", {std::to_string(kMaxRules)}));
       set_.rules.push_back(ReadRule());
     }
@@ -86,8 +91,10 @@ void RulesReader::ReadHeader() {
   titles_ = row_.Size();
   for (std::size_t cell = 0; cell < row_.Size(); ++cell) {
     const std::string_view title = row_[cell];
+    // Columns of people's own, for their eyes only.
     if (title.empty() || title[0] == '#') continue;
     const int role = RoleOf(RuleColumns(), title);
+    // A misspelt title would leave its whole column out without a word.
     if (role < 0) {
       Fail(cell,
            Say("there is no column \"{}\" in a rules file; known are {}, and any title that begins with #",
@@ -106,6 +113,7 @@ void RulesReader::ReadHeader() {
 
 RuleKind RulesReader::ReadKind() const {
   const std::string kind = Folded(Cell(kKindOf));
+  // Most rows are quantities: a file without the column has nothing else.
   if (kind.empty()) return RuleKind::kQuantity;
   std::string known;
   for (const auto& entry : kKinds) {
@@ -123,6 +131,7 @@ void RulesReader::ReadClass(Rule& rule) {
   const bool for_all = rule.kind == RuleKind::kConstant || rule.kind == RuleKind::kColumn ||
                        rule.kind == RuleKind::kText || rule.kind == RuleKind::kRatio;
   if (for_all) {
+    // A class there would seem to limit the row, and does not.
     if (!cell.empty())
       FailAt(kSelectorOf, Say("a row of this kind holds for all classes: leave the class blank"));
     return;
@@ -135,6 +144,7 @@ void RulesReader::ReadClass(Rule& rule) {
 double RulesReader::NumberOf(RuleRole role, double otherwise) const {
   if (Cell(role).empty()) return otherwise;
   const std::optional<double> number = WholeNumber(Cell(role));
+  // Numbers of spreadsheets come as people see them: the hint says which sign is in the way.
   if (!number) FailAt(role, Say("\"{}\" is no number", {Cell(role)}) + NumberHint(Cell(role)));
   return *number;
 }
@@ -161,6 +171,7 @@ void RulesReader::ReadTotalling(Rule& rule) const {
     return;
   }
   FailAt(kTotalOf, Say("\"{}\" is neither sum (合计), average (平均), least (最小) nor most (最大)", {word}));
+  // Any other word would total in a way that nobody asked for.
 }
 
 void RulesReader::ReadDetails(Rule& rule) const {
@@ -168,6 +179,7 @@ void RulesReader::ReadDetails(Rule& rule) const {
   if (decimals < 0 || decimals > kMostDecimals || decimals != std::floor(decimals)) {
     FailAt(kDecimalsOf, Say("decimals go from 0 to {}", {std::to_string(kMostDecimals)}));
   }
+  // Only what the row says, so that rows of one quantity can be joined.
   if (!Cell(kDecimalsOf).empty()) rule.decimals = static_cast<int>(decimals);
   rule.factor = NumberOf(kFactorOf, 1);
   if (rule.factor == 0) FailAt(kFactorOf, Say("a factor of 0 makes every result 0"));
@@ -207,6 +219,7 @@ void RulesReader::CheckSurplus() const {
 
 Rule RulesReader::ReadRule() {
   Rule rule;
+  // First of all: behind a comma too many every other cell would be called wrong.
   CheckSurplus();
   rule.place = row_.Place();
   rule.kind = ReadKind();
