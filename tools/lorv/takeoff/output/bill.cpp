@@ -10,6 +10,10 @@
 #include "tools/lorv/takeoff/output/storey_order.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Adds the quantities of components up by their keys and makes the lines of the bill of them. Groups are
+// found by numbers instead of texts, as this is done for every component; order, subtotals and rounding wait
+// until the bill is asked for.
+
 namespace lorv::tool {
 
 std::size_t Bill::Names::IndexOf(std::string_view name) {
@@ -23,6 +27,7 @@ std::size_t Bill::Names::IndexOf(std::string_view name) {
 std::size_t Bill::GroupOf(const std::vector<std::string_view>& keys) {
   std::size_t chain = 0;
   for (std::size_t i = 0; i < keys.size(); ++i) {
+    // Two numbers of 32 bits: there are fewer names of a key, and fewer chains, than that.
     const std::uint64_t next = static_cast<std::uint64_t>(chain) << 32 | names_[i].IndexOf(keys[i]);
     // Numbers are given once over all keys, so none is that of keys at another place.
     chain = chained_.try_emplace(next, chained_.size() + 1).first->second;
@@ -37,18 +42,21 @@ std::size_t Bill::GroupOf(const std::vector<std::string_view>& keys) {
 
 void Bill::Add(std::size_t group, std::size_t quantity, double value, double count) {
   Line& line = groups_[group].lines[quantity];
+  // Wrong columns, such as the id of each component, would make a bill as long as the model.
   if (line.components == 0 && ++used_lines_ > kMaxBillLines) {
     throw BadInput(
         Say("more than {} totals: are the columns of the bill right?", {std::to_string(kMaxBillLines)}));
   }
   line.least = line.components == 0 ? value : std::min(line.least, value);
   line.most = line.components == 0 ? value : std::max(line.most, value);
+  // The value is that of one component, its extremes too.
   line.components += count;
   line.total.Add(value * count);
 }
 
 // Storeys that tell no height stand behind those that do.
 std::vector<double> Bill::Ranks(std::size_t key) const {
+  // Told of names, not of groups: a name has one place in the whole bill.
   std::vector<double> ranks;
   for (const std::string& name : names_[key].list) {
     const std::optional<double> height = keys_[key].is_storey ? StoreyRank(name) : std::nullopt;
@@ -62,6 +70,7 @@ Bill::Groups Bill::InOrder() const {
   for (std::size_t key = 0; key < keys_.size(); ++key) ranks.push_back(Ranks(key));
   Groups order;
   for (const Group& group : groups_) order.push_back(&group);
+  // Names without a rank, and all keys but storeys, keep the order in which they came, which is the model's.
   std::stable_sort(order.begin(), order.end(), [&](const Group* a, const Group* b) {
     for (std::size_t key = 0; key < keys_.size(); ++key) {
       const std::size_t left = a->keys[key], right = b->keys[key];
@@ -73,6 +82,7 @@ Bill::Groups Bill::InOrder() const {
   return order;
 }
 
+// Groups are in order already, so equal keys stand together.
 std::vector<Bill::Groups> Bill::PartedBy(const Groups& groups, std::size_t key) const {
   std::vector<Groups> parts;
   for (const Group* group : groups) {
@@ -90,11 +100,13 @@ Bill::Line Bill::Joined(const Groups& groups, std::size_t quantity) {
     joined.least = joined.components == 0 ? line.least : std::min(joined.least, line.least);
     joined.most = joined.components == 0 ? line.most : std::max(joined.most, line.most);
     joined.components += line.components;
+    // Totals of groups are sums of their own: what is left of their compensation is below what is shown.
     joined.total.Add(line.total.Value());
   }
   return joined;
 }
 
+// What cannot be shared out among its parts is rounded alone.
 bool Bill::IsAdditive(std::size_t quantity) const {
   const Quantity& of = quantities_.List()[quantity];
   return !of.is_ratio && of.HowTotalled() == Totalling::kSum;
@@ -104,6 +116,7 @@ std::optional<double> Bill::TotalOf(const Groups& groups, std::size_t quantity) 
   const Quantity& of = quantities_.List()[quantity];
   if (of.is_ratio) {
     std::vector<std::optional<double>> totals;
+    // Of the parts' totals and not of their ratios, so a subtotal's ratio is that of what it sums up.
     for (std::size_t i = 0; i < quantities_.List().size(); ++i) {
       totals.push_back(quantities_.List()[i].is_ratio ? std::nullopt : TotalOf(groups, i));
     }
@@ -148,6 +161,7 @@ std::vector<std::optional<long long>> Bill::Steps(const std::vector<Groups>& par
   std::vector<std::optional<long long>> steps(parts.size());
   if (!total || !IsAdditive(quantity)) return steps;
   std::vector<double> values;
+  // Storeys first take their shares of the class, then what is below them of theirs.
   values.reserve(parts.size());
   for (const Groups& part : parts) values.push_back(TotalOf(part, quantity).value_or(0));
   const auto shares = SharedOut(values, quantities_.List()[quantity].Decimals(), *total);
@@ -163,9 +177,11 @@ void Bill::AddRows(const Groups& groups, std::size_t depth, std::size_t quantity
     return;
   }
   std::vector<Groups> parts = PartedBy(groups, depth);
+  // A storey without this quantity has no line, and takes no share.
   std::erase_if(parts, [&](const Groups& part) { return !Has(part, quantity); });
   const auto shares = Steps(parts, quantity, steps);
   for (std::size_t i = 0; i < parts.size(); ++i) AddRows(parts[i], depth + 1, quantity, shares[i], rows);
+  // The only part is its own subtotal.
   if (parts.size() < 2) return;
   rows.push_back(RowOf(groups, quantity, depth, steps));
   rows.back().kind = BillRow::kSubtotal;
@@ -181,6 +197,7 @@ std::vector<BillRow> Bill::Rows() const {
     if (!Has(all, quantity)) continue;
     const double total = TotalOf(all, quantity).value_or(0);
     std::optional<long long> steps;
+    // From the building down: its total is rounded first, and all parts have to make it up.
     if (IsAdditive(quantity)) steps = InSteps(total, quantities_.List()[quantity].Decimals());
     shares[quantity] = Steps(parts, quantity, steps);
     totals.push_back(RowOf(all, quantity, 0, steps));

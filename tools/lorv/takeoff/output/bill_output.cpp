@@ -6,12 +6,16 @@
 #include "tools/lorv/text/column_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The bill as text for people, as CSV and as JSON. The printed one leaves out what can be seen from the line
+// above; the others repeat everything, as programs read lines one by one.
+
 namespace lorv::tool {
 namespace {
 
 constexpr const char* kKindNames[] = {"line", "subtotal", "total"};
 
 std::string Titled(const std::string& title) {
+  // Titles of known columns are small letters in files and begin with a capital on paper.
   std::string shown = Say(title);
   if (!shown.empty() && shown[0] >= 'a' && shown[0] <= 'z')
     shown[0] = static_cast<char>(shown[0] - 'a' + 'A');
@@ -33,6 +37,7 @@ std::vector<TextTable::Column> Columns(const Bill& bill) {
 void BlankRepeated(std::vector<std::string>& cells, const std::vector<std::string>& above, std::size_t keys) {
   if (above.empty() || cells[0] != above[0]) return;
   const bool same_quantity = cells[1] == above[1] && cells[2] == above[2];
+  // Keys behind one that differs stand in full: the same storey of another class is another one.
   bool same = same_quantity;
   for (std::size_t key = 3; same && key + 1 < keys + 2; ++key) {
     same = cells[key] == above[key];
@@ -85,6 +90,7 @@ void PrintBill(const Bill& bill, std::ostream& out) {
     if (row.kind == BillRow::kTotal) continue;
     std::vector<std::string> cells = BillCells(bill, row);
     const std::vector<std::string> whole = cells;
+    // A line between the groups of the first key, which people look for first.
     if (!above.empty() && above[0] != whole[0]) table.AddLine();
     BlankRepeated(cells, above, bill.Keys().size());
     table.Add(cells);
@@ -93,6 +99,7 @@ void PrintBill(const Bill& bill, std::ostream& out) {
   table.Print(out);
   out << "\n";
   PrintBuilding(bill, rows, out);
+  // Only then: elsewhere the note would raise a question that nobody has.
   if (Bill::IsAdjusted(rows, bill.OfQuantities())) {
     out << "\n" << Say("Rounded so that lines add up to their totals (largest remainder).") << "\n";
   }
@@ -103,6 +110,7 @@ void WriteBill(const Bill& bill, OutputFile& file) {
   line.Add(bill.Keys()[0].title).Add("quantity").Add("unit");
   for (std::size_t key = 1; key < bill.Keys().size(); ++key) line.Add(bill.Keys()[key].title);
   line.Add("components").Add("total").Add("shown").Add("row");
+  // Words for rows are English in files, whatever language is spoken: programs read them.
   file.Write(line.Take());
   for (const BillRow& row : bill.Rows()) {
     const Quantity& quantity = bill.OfQuantities().List()[row.quantity];

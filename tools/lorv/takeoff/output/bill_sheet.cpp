@@ -6,6 +6,9 @@
 #include "tools/lorv/takeoff/output/sheet_rows.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The bill as a sheet: the printed bill's cells, with subtotals that fold what they sum up. Rows repeat their
+// keys, other than on paper, so that the sheet can be filtered and sorted.
+
 namespace lorv::tool {
 namespace {
 
@@ -18,8 +21,8 @@ bool SumsUp(const BillRow& subtotal, const BillRow& row) {
                     subtotal.keys.begin() + static_cast<std::ptrdiff_t>(subtotal.depth), row.keys.begin());
 }
 
-// Of each row how many subtotals sum it up. These stand behind what they sum up: the rows are walked from the
-// end.
+// Of each row how many subtotals sum it up. These stand behind what they sum up: the rows are
+// walked from the end.
 std::vector<int> Levels(const std::vector<BillRow>& rows) {
   std::vector<int> levels(rows.size());
   std::vector<const BillRow*> open;
@@ -42,7 +45,7 @@ void AddRow(SheetRows& sheet, const std::vector<std::string>& cells, bool bold, 
   sheet.EndRow(level);
 }
 
-// The totals of the building have no keys: their first cell says so.
+// The totals of the building have no keys: the first of them says so, the cells of keys are cleared of "all".
 std::vector<std::string> TotalCells(const Bill& bill, const BillRow& row, bool first) {
   std::vector<std::string> cells = BillCells(bill, row);
   std::fill(cells.begin() + 3, cells.end() - static_cast<std::ptrdiff_t>(kNumberColumns), std::string());
@@ -64,6 +67,7 @@ void AddBillSheet(const Bill& bill, WorkbookFile& book) {
       AddRow(sheet, BillCells(bill, rows[i]), rows[i].kind == BillRow::kSubtotal, levels[i]);
       continue;
     }
+    // An empty row parts the totals from the lines that they sum up.
     if (!in_totals) sheet.EndRow();
     AddRow(sheet, TotalCells(bill, rows[i], !in_totals), true, 0);
     in_totals = true;

@@ -7,6 +7,10 @@
 
 #include "framework/text/number_text.h"
 
+// Rounds the lines of a bill so that they add up to their total as it is shown: who checks a bill
+// with a calculator finds no last digit too many. Shares are whole steps of the last decimal, which
+// add up without error.
+
 namespace lorv::tool {
 namespace {
 
@@ -17,6 +21,7 @@ constexpr double kMostSteps = 1e15;
 
 std::string Shown(double value, int decimals) {
   const std::string text = RealToText(value, 'f', decimals);
+  // What rounds to nothing has no sign: "-0.000" reads like a mistake.
   const bool zero = text.find_first_not_of("-0.") == std::string::npos;
   return zero ? RealToText(0, 'f', decimals) : text;
 }
@@ -46,7 +51,9 @@ std::optional<std::vector<long long>> SharedOut(const std::vector<double>& value
   std::vector<double> remainders;
   for (const double value : values) {
     const double steps = value * step;
+    // Beyond exact whole numbers shares would no longer add up: such lines are rounded alone.
     if (!(std::fabs(steps) < kMostSteps)) return std::nullopt;
+    // Down, also below zero: remainders are then all of one sign and can be compared.
     shares.push_back(static_cast<long long>(std::floor(steps)));
     remainders.push_back(steps - std::floor(steps));
   }
@@ -56,6 +63,7 @@ std::optional<std::vector<long long>> SharedOut(const std::vector<double>& value
   if (missing < -count || missing > count) return std::nullopt;
   std::vector<std::size_t> order(values.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
+  // Equal remainders go by the order of the lines, so that each run gives the same bill.
   std::stable_sort(order.begin(), order.end(),
                    [&](std::size_t a, std::size_t b) { return remainders[a] > remainders[b]; });
   for (long long i = 0; i < missing; ++i) ++shares[order[static_cast<std::size_t>(i)]];

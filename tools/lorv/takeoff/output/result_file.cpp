@@ -2,21 +2,27 @@
 
 #include "tools/lorv/text/spoken_language.h"
 
+// The full table: for each component what it is and what was worked of it. It is the trail from a total of
+// the bill back to components, so nothing is left out: what failed is named in the row.
+
 namespace lorv::tool {
 
 ResultFile::ResultFile(const std::string& path, ResultLayout layout, const ComponentsFile& file,
                        const Quantities& quantities, const RuleSet& rules, std::ostream& standard_output)
     : out_(path, layout.mark, standard_output), layout_(layout), quantities_(quantities), rules_(rules) {
   for (std::size_t column = 0; column < file.Titles().size(); ++column) {
+    // What tells which component it is, and none of the dimensions: the model's own file has those.
     if (file.RoleAt(column) < 0) continue;
     columns_.push_back(column);
     out_.AddText(file.Titles()[column]);
   }
   for (const Quantity& quantity : quantities.List()) {
+    // A ratio is of totals; no single component has one.
     if (quantity.is_ratio) continue;
     out_.AddText(quantity.Title());
     if (layout.explains) out_.AddText(Say("{}, worked out", {quantity.name}));
   }
+  // The same in both languages, as other programs look for the column.
   out_.AddText("not worked");
   out_.EndRow();
 }
@@ -31,6 +37,7 @@ void ResultFile::Add(const ComponentsFile& file, const std::vector<Result>& resu
   std::string failed = results.empty() ? Say("no rule is for this class") : std::string();
   for (std::size_t i = 0; i < results.size(); ++i) {
     const Result& result = results[i];
+    // No row of the name fitted: the cell stays blank, which is no failure.
     if (result.state == Result::kNone) continue;
     const int quantity = quantities_.Of(result.rule);
     if (result.state == Result::kFailed) {

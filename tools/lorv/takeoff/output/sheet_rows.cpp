@@ -7,6 +7,9 @@
 
 #include "tools/lorv/text/display_width.h"
 
+// Writes rows into a sheet of a workbook one below the other, and keeps the widths of its columns meanwhile:
+// a workbook that opens with ##### in place of its numbers has to be repaired by hand.
+
 namespace lorv::tool {
 namespace {
 
@@ -14,6 +17,7 @@ namespace {
 constexpr int kWidestColumn = 60;
 constexpr int kMargin = 2;
 
+// The whole text or nothing: "2F" is a storey and no number 2.
 std::optional<double> NumberOf(std::string_view text) {
   double value = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -21,6 +25,7 @@ std::optional<double> NumberOf(std::string_view text) {
   return value;
 }
 
+// As many decimals as the text has, so that the sheet shows what the bill shows.
 CString FormatLike(std::string_view number) {
   const std::size_t point = number.find('.');
   if (point == std::string_view::npos) return _T("0");
@@ -37,6 +42,7 @@ void SheetRows::Put(std::string_view utf8, const _variant_t& value, const CellLo
 }
 
 void SheetRows::AddText(std::string_view utf8, bool bold) {
+  // An empty cell stays empty: a text of nothing would stop the one before it from running on.
   if (!utf8.empty()) Put(utf8, _variant_t(CString::FromUtf8(std::string(utf8))), {CString(), bold});
   ++column_;
 }

@@ -6,11 +6,16 @@
 
 #include "tools/lorv/text/folded_text.h"
 
+// Tells from its name how high a storey lies. Exporters and people name storeys in many ways and models
+// list them in any order; a bill reads from the foundation up, and a name that is not understood costs its
+// place and nothing else.
+
 namespace lorv::tool {
 namespace {
 
 using Text = std::string_view;
 
+// Beyond any storey's number.
 constexpr double kFoundation = -1000;
 constexpr double kTop = 1000;
 
@@ -30,7 +35,8 @@ bool Is(Text name, std::initializer_list<Text> words) {
   return false;
 }
 
-// Up to 99 in Chinese words: 三, 十, 十二, 二十一.
+// Up to 99 in Chinese words: 三, 十, 十二, 二十一. Words in front of the number are passed over, those
+// behind it end it.
 std::optional<double> ChineseNumber(Text text) {
   int tens = 0, number = 0;
   bool any = false;
@@ -51,6 +57,7 @@ std::optional<double> ChineseNumber(Text text) {
       number = digit;
     }
     any = true;
+    // Each of these characters takes three bytes.
     text.remove_prefix(kDigits[0].size());
   }
   if (!any) return std::nullopt;
@@ -75,10 +82,13 @@ bool IsBelowGround(Text name) {
 
 std::optional<double> StoreyRank(std::string_view storey) {
   const std::string name = Folded(storey);
+  // Before any number: "基础层" and "Roof 2" lie where their words say.
   if (Has(name, {"基础", "foundation", "footing"})) return kFoundation;
   if (Has(name, {"屋面", "屋顶", "roof"}) || Is(name, {"rf", "顶层", "机房层"})) return kTop;
   const std::optional<double> number = FirstNumber(name);
+  // A basement without a number is the first one.
   if (IsBelowGround(name)) return number ? -*number : -1;
+  // Below the first numbered storey: where both are there, the ground floor is the lower one.
   if (Is(name, {"首层", "底层", "ground", "ground floor", "gf", "eg", "erdgeschoss"})) return 0.5;
   return number;
 }

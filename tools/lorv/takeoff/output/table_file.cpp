@@ -6,6 +6,9 @@
 #include "tools/lorv/takeoff/output/bill_sheet.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// A table as CSV or as a workbook, by the name of its file; who fills it need not know which. A CSV is
+// written as rows come, a workbook stands in memory until the end, as its parts cannot be written row by row.
+
 namespace lorv::tool {
 
 bool NamesWorkbook(std::string_view path) {
@@ -20,6 +23,7 @@ bool NamesWorkbook(std::string_view path) {
 TableFile::TableFile(const std::string& path, bool mark, std::ostream& standard_output)
     : path_(path), out_(path, standard_output) {
   if (NamesWorkbook(path)) {
+    // Of its own sheet: the bill is put in front of it at the end.
     sheet_.emplace(book_, book_.AddSheet(CString::FromUtf8(Say("Components"))));
   } else if (mark) {
     out_.Write("\xEF\xBB\xBF");
@@ -39,6 +43,7 @@ void TableFile::AddNumber(std::string_view cell) {
     line_.Add(cell);
     return;
   }
+  // All its digits, as in the CSV: what is shown rounded is the bill.
   WithWorkbook(path_, [&] { sheet_->AddExact(cell); });
 }
 
