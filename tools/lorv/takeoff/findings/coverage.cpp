@@ -6,6 +6,9 @@
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// What a take-off passed over: a bill that looks whole may lack a class that no rule names. All of it is
+// counted while components are worked, and told at the end with the reasons that the counts give.
+
 namespace lorv::tool {
 namespace {
 
@@ -35,11 +38,13 @@ void Coverage::AddClassWithoutRule(const std::string& class_name) {
 
 std::vector<Coverage::Unused> Coverage::UnusedRules() const {
   std::vector<Unused> unused;
+  // Ratios and declarations are not worked for components: nothing is counted of them.
   for (std::size_t i = 0; i < rules_.size(); ++i) {
     const RuleKind kind = planner_.Rules().rules[i].kind;
     const Counts& counts = rules_[i];
     if ((kind != RuleKind::kQuantity && kind != RuleKind::kStep) || counts.worked + counts.failed > 0)
       continue;
+    // The counts stand in the order of the work, so the first one that is 0 is where the rule stopped.
     const char* reason = counts.fit == 0     ? "no component is of its classes"
                          : counts.tried == 0 ? "a row above of the same name always counts first"
                          : counts.held == 0  ? "its condition never holds"
@@ -57,6 +62,7 @@ void Coverage::Print(std::ostream& out) const {
   const RuleSet& rules = planner_.Rules();
   std::size_t shown = 0;
   for (const auto& [name, count] : classes_) {
+    // A model can name each component a class of its own: the screen has the first few.
     if (++shown > kShownClasses) break;
     const std::string words = Printable(name), number = std::to_string(count);
     out << "lorv: "

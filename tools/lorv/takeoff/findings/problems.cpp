@@ -9,11 +9,17 @@
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Collects faults and doubts of formulas, one entry for a fault whatever the number of components that have
+// it. A rule set gone wrong meets every component of the model, and its user has to see the one rule and
+// not a million lines.
+
 namespace lorv::tool {
 
 void Problems::Add(std::size_t rule, RulePart part, const Fault& fault, const std::string& component) {
+  // Even of those that are not kept: the exit code has to tell of them.
   has_faults_ |= fault.stops;
   const auto key = std::tuple(rule, part, fault.position, fault.message);
+  // Place and message together: one formula may fail in several ways, each for components of its own.
   auto known = known_.find(key);
   if (known == known_.end()) {
     if (list_.size() == kMaxProblems) {
@@ -26,6 +32,7 @@ void Problems::Add(std::size_t rule, RulePart part, const Fault& fault, const st
   if (!component.empty()) ++list_[known->second].components;
 }
 
+// As the rules stand in their file, which is what the user repairs from top to bottom.
 std::vector<const Problem*> Problems::InOrder() const {
   std::vector<const Problem*> order;
   for (const Problem& problem : list_) order.push_back(&problem);

@@ -8,11 +8,18 @@
 #include "tools/lorv/text/folded_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Looks for the slip that costs most and shows least: millimetres of a model worked as metres, so that a
+// volume is a thousand million times too large. It judges by titles and values alone and stops nothing, as
+// it may be wrong.
+
 namespace lorv::tool {
 namespace {
 
+// Enough to know a column by, and little beside the work itself.
 constexpr long long kComponentsSeen = 5000;
+// One or two whole numbers say nothing.
 constexpr long long kFewestValues = 3;
+// A hundred metres is more than nearly all dimensions of components have.
 constexpr double kLarge = 100;
 
 bool IsMetric(const std::string& unit) {
@@ -30,7 +37,8 @@ bool SaysMillimetres(const std::string& title) {
   return false;
 }
 
-// Some literal, or the factor, changes millimetres into metres.
+// Some literal, or the factor, changes millimetres into metres. Any 1000 will do: a warning too few is better
+// here than one that comes with every run.
 bool SeesToUnits(const Rule& rule) {
   const std::string text = rule.formula.ToUtf8();
   return std::fabs(rule.factor) <= 0.001 || text.find("1000") != std::string::npos ||
@@ -55,6 +63,7 @@ void UnitCheck::Look(const ComponentsFile& file) {
     bool is_text = false;
     const std::optional<double> value =
         NumberOfCell(file.Row()[*dimension.column], dimension.factor, is_text);
+    // Zero is a zero in any unit.
     if (!value || *value == 0) continue;
     Seen& seen = seen_[i];
     ++seen.values;
@@ -68,8 +77,10 @@ bool UnitCheck::LooksLikeMillimetres(std::size_t index) const {
   if (index >= seen_.size()) return false;
   const Seen& seen = seen_[index];
   const Dimension& dimension = planner_.Dimensions()[index];
+  // A column with a factor was given a unit by the rules.
   if (seen.values == 0 || dimension.factor != 1) return false;
   if (SaysMillimetres(dimension.name)) return true;
+  // Some small ones are let pass, as thicknesses stand among lengths.
   return seen.values >= kFewestValues && seen.whole == seen.values && seen.large * 4 >= seen.values * 3;
 }
 
@@ -83,7 +94,8 @@ std::vector<std::size_t> UnitCheck::StepsNamed(const CString& key, std::size_t a
   return steps;
 }
 
-// The dimensions in millimetres that the rule's value comes of.
+// The dimensions in millimetres that the rule's value comes of, through the steps above it. Each step is
+// looked at once, however many others lean on it.
 std::set<std::size_t> UnitCheck::MillimetresIn(std::size_t rule) const {
   std::set<std::size_t> found, seen = {rule};
   std::vector<std::size_t> open = {rule};
@@ -91,6 +103,7 @@ std::set<std::size_t> UnitCheck::MillimetresIn(std::size_t rule) const {
     const std::size_t at = open.back();
     open.pop_back();
     const Rule& row = planner_.Rules().rules[at];
+    // Whatever comes in below is in metres from here on.
     if (SeesToUnits(row)) continue;
     for (const FormulaWord& word : NamesOf(row.formula.View())) {
       const CString key = NameKey(word.name.View());
@@ -99,6 +112,7 @@ std::set<std::size_t> UnitCheck::MillimetresIn(std::size_t rule) const {
         if (seen.insert(step).second) open.push_back(step);
       }
       const Symbol symbol = planner_.NameOf(key);
+      // A step hides a column of the same name from the rows below it.
       if (steps.empty() && symbol.kind == Symbol::kDimension && LooksLikeMillimetres(symbol.index))
         found.insert(symbol.index);
     }
