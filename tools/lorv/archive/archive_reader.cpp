@@ -8,6 +8,9 @@
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Opens an archive for the verbs `list`, `test` and `unpack`, and holds it against the limits. An archive
+// comes from anywhere: what its directory says is looked at before a byte of it is unpacked.
+
 namespace lorv::tool {
 namespace {
 
@@ -36,6 +39,7 @@ ArchiveReader::ArchiveReader(const std::string& path) : path_(path) {
     item.index = i;
     zip_.List(i, item.listing);
     item.name = item.listing.name;
+    // Some programs on Windows write folders with "\" in spite of the format.
     std::replace(item.name.begin(), item.name.end(), '\\', '/');
     // Sizes of entries that cannot be unpacked are anything.
     if (item.listing.fault == ZipFault::kNone) total_ += item.listing.size;
@@ -46,6 +50,7 @@ void ArchiveReader::Open() {
   Files& files = *PortsInForce().files;
   const CString wide = CString::FromUtf8(path_);
   const auto facts = files.Facts(wide);
+  // The directory stands at the end: what cannot be read to and fro never shows one.
   if (facts && facts->is_stream)
     throw BadInput(Say("{} is a pipe or a device: an archive is read to and fro", {Quoted(path_)}));
   file_ = files.Open(wide, FileUse::kRead);
@@ -55,6 +60,7 @@ void ArchiveReader::Open() {
 
 std::unique_ptr<ArchiveReader> ArchiveReader::OpenAgain() const {
   std::unique_ptr<ArchiveReader> again(new ArchiveReader(path_, Again{}));
+  // Another file may have taken the path since; two threads would then unpack from two archives.
   return again->zip_.HasDirectoryOf(zip_) ? std::move(again) : nullptr;
 }
 
@@ -64,11 +70,13 @@ void ArchiveReader::CheckLimits(const UnpackLimits& limits) const {
         Say("{} unpacks to {} MB, more than {}; --max-size raises the limit",
             {Quoted(path_), std::to_string(total_ / kMegabyte), std::to_string(limits.megabytes)}));
   }
+  // Of the file's own size and not of the sizes in its directory, which say what their maker wants.
   const auto packed = static_cast<std::uint64_t>(std::max<std::int64_t>(file_->Size(), 1));
   if (total_ > kRatioFrom && total_ / packed > limits.ratio) {
     throw BadInput(Say("{} unpacks to {} times its size, more than {}; --max-ratio raises the limit",
                        {Quoted(path_), std::to_string(total_ / packed), std::to_string(limits.ratio)}));
   }
+  // Entries that share their data unpack to far more than either limit could tell beforehand.
   if (zip_.HasOverlaps()) {
     throw BadInput(
         Say("{}: its entries lie in one another, as in archives made to do harm", {Quoted(path_)}));

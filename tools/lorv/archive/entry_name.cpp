@@ -8,6 +8,10 @@
 #include "compress/zip/zip_format.h"
 #include "platform/ports/platform.h"
 
+// Names of entries, from paths of this system to what an archive holds and any other system can
+// take. Archives have a narrow name in the suite's code page, which older programs read, and one
+// in Unicode beside it.
+
 namespace lorv::tool {
 namespace {
 
@@ -30,6 +34,7 @@ bool IsLow(unsigned unit) {
   return unit >= 0xDC00 && unit < 0xE000;
 }
 
+// The digits tell two characters apart that would both be "_"; the short form is for names that have no room.
 std::string Escape(unsigned number, bool by_number) {
   std::array<char, 12> text{};
   std::snprintf(text.data(), text.size(), "#U%04X", number);
@@ -42,8 +47,10 @@ std::string Narrowed(TextView text, bool by_number) {
   for (std::size_t at = 0; at < text.size(); ++at) {
     const unsigned unit = static_cast<std::uint16_t>(text[at]);
     const std::string bytes = code_page.ToNarrow(text.substr(at, 1));
+    // There and back: a code page may give a character that only looks like it.
     if (code_page.ToText(bytes) == text.substr(at, 1)) {
       narrow += bytes;
+      // Both halves are one character, and get one number.
     } else if (IsHigh(unit) && at + 1 < text.size() && IsLow(static_cast<std::uint16_t>(text[at + 1]))) {
       const unsigned low = static_cast<std::uint16_t>(text[++at]);
       narrow += Escape(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00), by_number);
@@ -56,6 +63,7 @@ std::string Narrowed(TextView text, bool by_number) {
 
 }  // namespace
 
+// Both signs, as a path may come from a list that was made on the other system.
 std::string EntryNameOf(std::string path) {
   std::replace(path.begin(), path.end(), '\\', '/');
   std::vector<std::string> kept;
@@ -75,6 +83,7 @@ std::string EntryNameOf(std::string path) {
 std::string NarrowEntryName(const std::string& name) {
   const CString text = CString::FromUtf8(name);
   std::string narrow = Narrowed(text.View(), true);
+  // A name too long could not be packed at all: a poorer one can, and the full one stands beside it.
   return narrow.size() < zip::kNameUnits ? narrow : Narrowed(text.View(), false);
 }
 
@@ -84,6 +93,7 @@ std::string UnicodeEntryName(const std::string& name, const std::string& narrow)
 
 bool LeadsOut(const std::string& name) {
   if (name.empty() || name[0] == '/') return true;
+  // A drive leads out on Windows; such a name is refused everywhere, so that an archive means the same.
   if (name.size() > 2 && name[1] == ':' && name[2] == '/') return true;
   const std::vector<std::string> parts = Parts(name);
   return std::find(parts.begin(), parts.end(), "..") != parts.end();

@@ -6,6 +6,9 @@
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Collects what could not be packed or unpacked while all else is done, so that one locked file does not
+// cost the other thousand.
+
 namespace lorv::tool {
 
 void EntryTroubles::Add(const std::string& name, const std::string& words, int order) {
@@ -21,6 +24,7 @@ void EntryTroubles::Sort() {
 
 void EntryTroubles::Print(Console& console, std::string_view message) {
   Sort();
+  // What was done stands above what was not, on a terminal that shows both streams.
   console.out.flush();
   for (const Trouble& trouble : troubles_)
     console.err << "lorv: " << Say(message, {Quoted(trouble.name), trouble.words}) << "\n";

@@ -8,9 +8,14 @@
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Finds what is to be packed: walks the folders that the user named and gives each file its name in the
+// archive. Links are followed, as people pack what they see, so circles and files reached by two ways
+// have to be noticed.
+
 namespace lorv::tool {
 namespace {
 
+// The standard library takes paths of this system's own form, and UTF-8 only as such.
 std::filesystem::path NativePathOf(const std::string& utf8) {
   return {std::u8string(utf8.begin(), utf8.end())};
 }
@@ -45,10 +50,12 @@ void SourceList::Collect(const std::string& path, const FileFacts& facts) {
 void SourceList::CollectFolder(const std::string& path) {
   Files& files = *PortsInForce().files;
   const CString wide = CString::FromUtf8(path);
+  // Listed first: an unreadable folder would look like an empty one.
   if (!files.CanList(wide)) {
     troubles_.Add(path, Say("the folder cannot be read"));
     return;
   }
+  // Only a link can lead back up; folders are compared by what they are, as links have other names for them.
   const bool again = files.IsLink(wide) && std::any_of(above_.begin(), above_.end(), [&](const auto& folder) {
                        return IsSame(folder, path);
                      });
@@ -71,6 +78,7 @@ void SourceList::CollectFolder(const std::string& path) {
 }
 
 // Neither an archive into itself, nor what another run has not finished.
+// The name first: asking the disk about each file of a large tree would cost more than packing small ones.
 bool SourceList::IsLeftOut(const std::string& folder, const CString& name) {
   const std::string path = InFolder(folder, name);
   if (!IsUnfinishedName(name.View())) {
@@ -83,6 +91,7 @@ bool SourceList::IsLeftOut(const std::string& folder, const CString& name) {
 void SourceList::Enter(const std::string& path, const std::string& name, const FileFacts& facts) {
   const auto [known, fresh] = names_.try_emplace(name, path);
   if (!fresh) {
+    // The same file twice, by two arguments or links, is packed once and no trouble.
     if (facts.IsFolder() || IsSame(known->second, path)) return;
     troubles_.Add(path,
                   Say("its name in the archive, {}, is that of {}", {Quoted(name), Quoted(known->second)}));

@@ -11,12 +11,18 @@
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Unpacks an archive into a folder. Files are written under unfinished names and given their own when the
+// disk has them, so that an interruption leaves whole files or none. Waiting for the disk is what takes the
+// time where files are many: they are waited for together, and unpacked by several threads meanwhile.
+
 namespace lorv::tool {
 namespace {
 
 // From so many entries on they are shared among threads, and the disk is waited for by the batch.
 constexpr std::size_t kMany = 48;
+// More threads than that wait for the same disk.
 constexpr unsigned kMostThreads = 8;
+// So much is done again when the power fails; all its names can be remembered for an interruption.
 constexpr std::size_t kBatchFiles = 2048;
 constexpr std::uint64_t kBatchBytes = 96U << 20;
 constexpr std::size_t kWriteBlock = 256 * 1024;
@@ -43,6 +49,7 @@ class Unpacker::Writer {
   }
   bool Flush() {
     const bool written = held_.empty() || file_->Write(held_.data(), held_.size());
+    // The bar is shared by all threads; it is told of what was written and not of what was held.
     const std::lock_guard<std::mutex> hold(owner_.lock_);
     owner_.bar_.Advance(held_.size());
     held_.clear();
@@ -60,12 +67,14 @@ void Unpacker::CheckItem(const Item& item, std::set<std::string>& goals) {
     throw BadInput(
         Say("{} would be unpacked outside the folder; --any-place allows it", {Quoted(item.name)}));
   }
+  // Folders may be there. With --force the last entry of a name wins, and replaces what stands in its place.
   if (item.IsFolder() || wishes_.force) return;
   const std::string goal = GoalOf(item);
   if (!goals.insert(goal).second) {
     throw BadInput(Say("{} is in the archive twice; --force keeps the last one", {Quoted(item.name)}));
   }
   Files& files = *PortsInForce().files;
+  // A link that leads nowhere counts as not existing, and would still stand in the way.
   if (files.Exists(Wide(goal)) || files.IsLink(Wide(goal))) {
     throw BadInput(Say("{} is there already; --force replaces it", {Quoted(goal)}));
   }
@@ -81,6 +90,7 @@ void Unpacker::Run() {
   std::map<std::string, const Item*> last;
   for (const Item& item : archive_.Items()) last[item.name] = &item;
   for (const Item& item : archive_.Items()) {
+    // Told here and not at the start: one bad name leaves all other entries as good as they were.
     if (IsNoNameHere(item.name)) {
       troubles_.Add(item.name, Say("no file can have this name here"), item.index);
     } else if (item.IsFolder() || item.listing.fault == ZipFault::kNone) {
@@ -116,6 +126,7 @@ void Unpacker::RunThreads() {
   std::vector<std::unique_ptr<ArchiveReader>> readers;
   std::vector<std::thread> threads;
   for (unsigned i = 1; i < most; ++i) {
+    // The first thread has the archive that is open; the others need places in the file of their own.
     auto reader = archive_.OpenAgain();
     if (!reader) break;
     readers.push_back(std::move(reader));
@@ -134,12 +145,14 @@ void Unpacker::Work(ArchiveReader& archive) {
   } catch (...) {
     const std::lock_guard<std::mutex> hold(lock_);
     stopped_ = true;
+    // The first failure is the cause; those of other threads follow from it.
     if (!failure_) failure_ = std::current_exception();
   }
 }
 
 bool Unpacker::MayWrite(const Item& item, const CString& goal) {
   Files& files = *PortsInForce().files;
+  // Without --force nothing stood there at the start; with it nobody has looked yet.
   const auto facts = wishes_.force ? files.Facts(goal) : std::nullopt;
   const char* why = nullptr;
   if (wishes_.force && files.IsLink(goal))
@@ -166,6 +179,7 @@ void Unpacker::UnpackOne(ArchiveReader& archive, Writer& writer, const Item& ite
   writer.Start(file.Stream());
   const DWORD result = archive.Zip().UnzipItem(
       item.index, [&](std::span<const unsigned char> bytes) { return writer.Take(bytes); });
+  // Another thread's failure stops the writer, too, and is not a full disk.
   const bool full = result == kZipOk ? !writer.Flush() : archive.Zip().LastFault() == ZipFault::kTaker;
   if (full && stopped_) return;
   if (full) throw BadInput(Say("{} cannot be written: the disk is full or failed", {Quoted(GoalOf(item))}));
@@ -173,6 +187,7 @@ void Unpacker::UnpackOne(ArchiveReader& archive, Writer& writer, const Item& ite
     troubles_.Add(item.name, WordsFor(archive.Zip().LastFault()), item.index);
     return;
   }
+  // While it is open, as renaming leaves times as they are.
   file.Stream().SetTimes(item.listing.times);
   if (!file.Close(!many_))
     throw BadInput(Say("{} cannot be written: {}", {Quoted(GoalOf(item)), Say("the disk failed")}));
@@ -189,11 +204,13 @@ void Unpacker::PutReady(UnfinishedFile file, const Item& item) {
     batch.swap(ready_);
     ready_bytes_ = 0;
   }
+  // Outside of the lock: waiting for the disk must not stop the threads that unpack.
   GiveNames(batch);
 }
 
 bool Unpacker::SyncFiles(const std::vector<Ready>& files) {
   if (!many_ || files.empty()) return true;
+  // One call for the whole file system where there is one; else each file by itself.
   if (PortsInForce().files->SyncAll(FolderOfPath(files[0].file.Goal()))) return true;
   return std::all_of(files.begin(), files.end(), [](const Ready& ready) { return ready.file.SyncClosed(); });
 }
@@ -206,6 +223,7 @@ void Unpacker::GiveNames(std::vector<Ready>& files) {
     if (!ready.file.TakeName(wishes_.force)) {
       troubles_.Add(item.name, Say("another program holds its place, or has made it meanwhile"), item.index);
     } else if ((item.listing.attributes & ~kAttributeNormal) != 0) {
+      // Last of all: whatever else is done to a file wants it writable.
       PortsInForce().files->SetAttributes(ready.file.Goal(), item.listing.attributes);
     }
   }
