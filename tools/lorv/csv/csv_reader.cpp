@@ -6,6 +6,10 @@
 #include "tools/lorv/csv/csv_limits.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Reads tables from text files of any size and any of the forms that spreadsheets write. Bytes come in blocks
+// of whole lines, so a row is put together without looking back; places are counted on the way, as every
+// message about a cell names one.
+
 namespace lorv::tool {
 namespace {
 
@@ -73,16 +77,19 @@ bool CsvReader::More() {
 }
 
 char CsvReader::Peek() {
+  // At the end it is as if a line ended: no caller then needs to ask twice.
   return More() ? block_[at_] : '\n';
 }
 
 char CsvReader::TakeByte() {
   const char c = block_[at_++];
+  // A zero ends a text for many programs: what stands behind it would be lost without a word.
   if (c == 0) Fail(place_, "a zero character: this is no text file");
   const bool pair = c == '\r' && at_ < block_.size() && block_[at_] == '\n';
   if (c == '\n' || (c == '\r' && !pair)) {
     ++place_.line;
     place_.character = 1;
+    // A character counts once, at its first byte: columns are told as an editor shows them.
   } else if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) {
     ++place_.character;
   }
@@ -93,6 +100,7 @@ void CsvReader::SkipLineEnd() {
   if (!More()) return;
   std::string end(1, TakeByte());
   if (end.front() == '\r' && at_ < block_.size() && block_[at_] == '\n') end += TakeByte();
+  // The first one says how the file is to be written again.
   if (line_end_.empty()) line_end_ = end;
 }
 
@@ -101,6 +109,7 @@ void CsvReader::FindSeparator() {
   begun_ = true;
   if (!More()) return;
   const bool named =
+      // Longer words behind "sep=" are a title and no separator.
       block_.size() > 5 && block_.compare(0, 4, "sep=") == 0 && (block_[5] == '\r' || block_[5] == '\n');
   if (!named) {
     separator_ = MostFrequent(block_);
@@ -128,7 +137,8 @@ void CsvReader::CheckCell(const CsvRow& row) const {
   }
 }
 
-// As much of a cell without quotes as the block holds, at once; false where its next byte is none of such.
+// As much of a cell without quotes as the block holds, at once: nearly all bytes of a table pass here and are
+// not looked at one by one again. False where its next byte is none of such.
 bool CsvReader::TakeRun(CsvRow& row) {
   const std::size_t first = at_;
   long long characters = 0;
@@ -151,6 +161,7 @@ void CsvReader::ReadQuoted(CsvRow& row, FilePlace begin) {
     const char c = TakeByte();
     if (c != '"') {
       Keep(row, c);
+      // More() as well: Peek gives a line end where nothing is left, and never a quote.
     } else if (Peek() == '"' && More()) {
       Keep(row, TakeByte());
     } else {
@@ -159,6 +170,7 @@ void CsvReader::ReadQuoted(CsvRow& row, FilePlace begin) {
   }
   row.cells_.back().end = row.text_.size();
   while (More() && IsBlankCharacter(Peek()) && Peek() != separator_) TakeByte();
+  // Spreadsheets would each make something else of it.
   if (More() && !AtCellEnd()) {
     Fail(place_, "text behind a closing quote; a quote inside a quoted cell is written twice");
   }
@@ -187,6 +199,7 @@ void CsvReader::SkipBlanks(CsvRow& row) {
 }
 
 void CsvReader::ReadCell(CsvRow& row) {
+  // Counted while it is read: a file without line ends must not fill the memory first.
   if (row.cells_.size() == kMaxCsvCells) {
     Fail(place_, Say("a row of more than {} cells", {std::to_string(kMaxCsvCells)}));
   }

@@ -8,9 +8,13 @@
 #include "tools/lorv/csv/sheet_table.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Where tables come from: a file, a pipe, or a workbook that is turned into a table while it is read. Who
+// reads need not know which.
+
 namespace lorv::tool {
 namespace {
 
+// The call to open tells only that it failed; people want to know what to change.
 std::string Reason(const CString& path) {
   const auto facts = PortsInForce().files->Facts(path);
   if (!facts) return Say("there is no such file");
@@ -37,9 +41,11 @@ InputBytes::InputBytes(const std::string& path, std::istream& standard) : name_(
   const CString name = CString::FromUtf8(path);
   file_ = PortsInForce().files->Open(name, FileUse::kRead);
   if (file_ == nullptr) throw BadInput(Say("{} cannot be opened: {}", {path, Reason(name)}));
-  // A pipe cannot be looked at and taken from its beginning again.
+  // A workbook is known by its beginning, as people rename files. A pipe cannot be looked at and taken from
+  // its beginning again.
   const std::int64_t size = file_->Size();
   if (size > 0 && BeginsAnArchive(*file_)) {
+    // The progress bar has no size to go by: that of an archive says nothing of the rows in it.
     FirstSheet first = OpenFirstSheet(path);
     file_ = std::move(first.table);
     unread_sheets_ = first.unread;

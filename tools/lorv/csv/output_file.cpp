@@ -3,6 +3,9 @@
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Collects text into blocks on its way to a file: tables are written cell by cell, and a call of the system
+// for each would take longer than the work itself.
+
 namespace lorv::tool {
 namespace {
 

@@ -5,6 +5,9 @@
 
 #include "tools/lorv/csv/csv_writer.h"
 
+// A sheet of a workbook as the text of a table, row by row as it is read. So workbooks and text files go
+// through one reader with one set of checks and messages.
+
 namespace lorv::tool {
 namespace {
 
@@ -26,6 +29,7 @@ std::int64_t SheetTable::Read(void* out, std::size_t size) {
     if (taken_ == made_.size()) {
       if (row_ == rows_) break;
       CsvLine line;
+      // As the reader of tables does it with cells that have no quotes around them.
       for (const CString& cell : book_.RowTexts(sheet_, row_)) line.Add(Trimmed(cell.ToUtf8()));
       made_ = line.Take();
       taken_ = 0;
@@ -46,6 +50,7 @@ WorkbookFile OpenWorkbook(const std::string& path) {
 FirstSheet OpenFirstSheet(const std::string& path) {
   const WorkbookFile book = OpenWorkbook(path);
   FirstSheet first{std::make_unique<SheetTable>(book, 0), 0};
+  // A sheet of formats alone holds nothing that could be missed.
   for (int sheet = 1; sheet < book.SheetCount(); ++sheet) first.unread += book.RowCount(sheet) > 0;
   return first;
 }

@@ -8,6 +8,10 @@
 #include "tools/lorv/csv/csv_limits.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Turns what spreadsheets and editors write, in any of five encodings, into UTF-8. It works on whole lines,
+// since no character of any of them goes across a line end, and tells GBK from UTF-8 by the first bytes that
+// are not ASCII: the one is hardly ever valid as the other.
+
 namespace lorv::tool {
 namespace {
 
@@ -33,7 +37,8 @@ bool IsAscii(std::string_view bytes) {
 // The smallest character of a sequence of two, three and four bytes: a smaller one is spelt too long.
 constexpr unsigned kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
 
-// The bytes of the character at the front, 0 if it is broken.
+// The bytes of the character at the front, 0 if it is broken. Characters spelt too long and halves of pairs
+// are broken, too: the answer chooses the encoding of the whole file.
 std::size_t CharacterLength(std::string_view bytes) {
   const auto byte = [&](std::size_t i) {
     return static_cast<unsigned>(static_cast<unsigned char>(bytes[i]));
@@ -101,6 +106,7 @@ void TextDecoder::TakeMark(Encoding encoding, std::size_t size) {
   raw_.erase(0, size);
 }
 
+// A mark wins over guessing, but not over what the user says: the same bytes may be text in GBK.
 void TextDecoder::Recognise() {
   const bool unknown = encoding_ == Encoding::kAuto;
   if (StartsWith(raw_, "\xEF\xBB\xBF") && (unknown || encoding_ == Encoding::kUtf8)) {
@@ -109,6 +115,7 @@ void TextDecoder::Recognise() {
     TakeMark(Encoding::kUtf16Little, 2);
   } else if (StartsWith(raw_, "\xFE\xFF") && (unknown || encoding_ == Encoding::kUtf16Big)) {
     TakeMark(Encoding::kUtf16Big, 2);
+    // The first character of a table is a title's or a digit: with one byte of two being zero it is UTF-16.
   } else if (unknown && raw_.size() >= 2 && (raw_[0] == 0) != (raw_[1] == 0)) {
     encoding_ = raw_[1] == 0 ? Encoding::kUtf16Little : Encoding::kUtf16Big;
   }
@@ -136,6 +143,7 @@ std::string TextDecoder::CheckedUtf8(std::string_view raw) const {
 }
 
 std::string TextDecoder::FromGbk(std::string_view raw) const {
+  // The code page itself never fails; this is the only trace of what it could not read.
   std::string utf8 = TextToUtf8(PortsInForce().code_page->ToText(raw));
   // What has no character comes back as "?"; a "?" of the file itself is one before and after.
   if (std::count(utf8.begin(), utf8.end(), '?') != std::count(raw.begin(), raw.end(), '?')) {
@@ -159,6 +167,7 @@ std::string TextDecoder::FromUtf16(std::string_view raw) const {
 
 std::string TextDecoder::Decoded(std::string_view raw) {
   if (encoding_ == Encoding::kAuto) {
+    // Not decided before there is need: a file may begin with a thousand lines of plain numbers.
     if (IsAscii(raw)) return std::string(raw);
     encoding_ = ValidUtf8(raw) == raw.size() ? Encoding::kUtf8 : Encoding::kGbk;
   }
@@ -175,6 +184,7 @@ bool TextDecoder::Next(std::string& utf8) {
   }
   std::size_t count = WholeLines();
   while (count == 0 && !ended_) {
+    // A file that is no text may have no line end at all, and would be read into memory as a whole.
     if (raw_.size() > kMaxCsvLine) {
       Fail({}, Say("a line of more than {} bytes: this is no table", {std::to_string(kMaxCsvLine)}));
     }

@@ -6,6 +6,9 @@
 #include "tools/lorv/text/messages_table.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Finds the English words for what the library says of a workbook. Its texts are fixed by its interface and
+// hold values such as names of sheets, so they are compared with the messages piece by piece.
+
 namespace lorv::tool {
 namespace {
 
@@ -23,6 +26,7 @@ std::optional<std::vector<std::string>> ValuesIn(std::string_view text, std::str
     text.remove_prefix(place);
     message.remove_prefix(place + kPlace.size());
     const std::string_view next = message.substr(0, message.find(kPlace));
+    // A place at the end of a message takes all that is left.
     const std::size_t end = next.empty() ? text.size() : text.find(next);
     if (end == std::string_view::npos) return std::nullopt;
     values.emplace_back(text.substr(0, end));
@@ -45,6 +49,7 @@ std::string Said(const Message& message, const std::vector<std::string>& values)
 
 std::string WorkbookWords(const CString& chinese) {
   std::string text = chinese.ToUtf8();
+  // They are Chinese as they come.
   if (SpokenLanguage() == Language::kChinese) return text;
   for (const Message& message : Messages()) {
     if (const auto values = ValuesIn(text, message.chinese)) return Said(message, *values);
