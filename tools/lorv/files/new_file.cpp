@@ -5,6 +5,9 @@
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Opens what a verb writes to. All that can be refused is refused here, before any work: a long
+// take-off must not end with a path that may not be written.
+
 namespace lorv::tool {
 
 NewFile::NewFile(const std::string& path, bool replace, std::ostream& standard_output)
@@ -15,6 +18,7 @@ NewFile::NewFile(const std::string& path, bool replace, std::ostream& standard_o
   }
   Files& files = *PortsInForce().files;
   const CString wide = CString::FromUtf8(path);
+  // Asked first: a device is not replaced by a file, as /dev/null would be.
   const auto facts = files.Facts(wide);
   if (facts && facts->is_stream) {
     stream_ = files.Open(wide, FileUse::kStream);
@@ -27,9 +31,12 @@ NewFile::NewFile(const std::string& path, bool replace, std::ostream& standard_o
 void NewFile::OpenFile(bool replace) {
   Files& files = *PortsInForce().files;
   const CString given = CString::FromUtf8(path_);
+  // The file that the link leads to is written beside its own place, where a name can
+  // be given without copying.
   const CString goal = files.FollowLinks(given);
   const auto facts = files.Facts(goal);
   if (facts && facts->IsFolder()) Fail("it is a folder");
+  // A link that leads nowhere is there, too: somebody put it, and would miss it.
   if (!replace && (facts || files.IsLink(given))) {
     throw BadInput(Say("{} is there already; --force replaces it", {Quoted(path_)}));
   }
@@ -37,6 +44,7 @@ void NewFile::OpenFile(bool replace) {
   if (facts && (facts->attributes & kAttributeReadOnly) != 0) Fail("it is read-only");
   file_.emplace(goal);
   if (!file_->IsOpen()) Fail("its folder is missing or may not be written to");
+  // Before any byte is in it: what was private stays so at every moment.
   if (facts) files.CopyRights(goal, file_->Path());
 }
 
@@ -51,6 +59,7 @@ void NewFile::Keep() {
   }
   if (!file_->Close(true)) Fail("the disk is full or failed");
   if (!file_->TakeName(replace_)) Fail("another program holds it, or has made it meanwhile");
+  // The name is in the folder, which the disk holds apart from the file.
   if (!PortsInForce().files->SyncFolder(FolderOfPath(file_->Goal()))) Fail("the disk failed");
 }
 

@@ -2,6 +2,9 @@
 
 #include "platform/ports/platform.h"
 
+// A file under construction. Its name by chance lies in the goal's folder, hence on the same disk, so taking
+// the goal's name is one step of the file system: others see the old file or the new one.
+
 namespace lorv::tool {
 
 // The name is remembered before the file is there, so that no moment lies between.
@@ -12,6 +15,7 @@ UnfinishedFile::UnfinishedFile(const CString& goal)
 }
 
 UnfinishedFile::~UnfinishedFile() {
+  // Closed first: Windows removes no file that is open.
   file_.reset();
   if (name_) PortsInForce().files->Remove(path_);
 }
@@ -23,6 +27,7 @@ bool UnfinishedFile::Close(bool sync) {
 }
 
 bool UnfinishedFile::SyncClosed() const {
+  // Opened again for the call alone: thousands of files cannot stay open until their batch is full.
   const auto file = PortsInForce().files->Open(path_, FileUse::kAppend);
   return file && file->Sync();
 }
@@ -30,6 +35,7 @@ bool UnfinishedFile::SyncClosed() const {
 bool UnfinishedFile::TakeName(bool replace) {
   Files& files = *PortsInForce().files;
   if (!(replace ? files.Replace(path_, goal_) : files.Rename(path_, goal_))) return false;
+  // From here on an interruption must not take it away.
   name_.reset();
   return true;
 }

@@ -8,6 +8,9 @@
 
 #include "tools/lorv/files/interrupts.h"
 
+// The names of files that are to vanish when the program is interrupted. A signal comes at any moment, even
+// inside the allocation of memory, so its handler finds ready names in a fixed array and only removes files.
+
 namespace lorv::tool {
 namespace {
 
@@ -19,10 +22,12 @@ std::atomic<bool> ending = false;
 // Where a name was put; one behind the last slot where all are taken.
 std::size_t Put(NativeName* name) {
   for (std::size_t i = 0; i < kMostUnfinished; ++i) {
+    // From where the last one was put: the next slot is free more often than not.
     const std::size_t slot = next_slot++ % kMostUnfinished;
     NativeName* none = nullptr;
     if (slots[slot].compare_exchange_strong(none, name)) return slot;
   }
+  // Its file stays behind an interruption, which is better than no file at all.
   FreeNativeName(name);
   return kMostUnfinished;
 }
