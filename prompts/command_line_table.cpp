@@ -1,8 +1,10 @@
 #include "prompts/prompt_row.h"
 
+// Words that the command line of the host shows while something is drawn, PublicInf::GetPubInf. Rows are
+// found by position: their order is part of the interface, and spellings stay as they are, odd ones too.
+
 namespace lorv {
 
-// Words of the command line.
 // One row a line, as the vocabulary lists them: compare by eye.
 // clang-format off
 namespace {

@@ -1,8 +1,11 @@
 #include "prompts/prompt_row.h"
 
+// Pairs of a drawing method and the prompt that opens it: even rows the method, odd rows the prompt. Looked
+// up by TCompDrawInf::GetInf. Rows are found by position: their order is part of the interface, and
+// spellings stay as they are, odd ones too.
+
 namespace lorv {
 
-// Pairs of a drawing method and the prompt that opens it: even rows the method, odd rows the prompt.
 // One row a line, as the vocabulary lists them: compare by eye.
 // clang-format off
 namespace {

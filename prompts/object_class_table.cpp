@@ -1,9 +1,12 @@
 #include "prompts/prompt_row.h"
 
+// The component classes, CObjClassInf::GetInf. Texts that begin with St are the steel classes of the
+// component of that name. The key of the concrete structure does not follow its position; callers have
+// stored it. Rows are found by position: their order is part of the interface, and spellings stay as they
+// are, odd ones too.
+
 namespace lorv {
 
-// The component classes. Texts that begin with St are the steel classes of the component of that name.
-// The key of the concrete structure does not follow its position; callers have stored it.
 // One row a line, as the vocabulary lists them: compare by eye.
 // clang-format off
 namespace {

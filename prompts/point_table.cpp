@@ -1,8 +1,11 @@
 #include "prompts/prompt_row.h"
 
+// Names of the points that a drawing method asks for, PublicInf::GetPtInf. Different Chinese names may have
+// one English name, so only the Chinese one is a key. Rows are found by position: their order is part of the
+// interface, and spellings stay as they are, odd ones too.
+
 namespace lorv {
 
-// Names of points.
 // One row a line, as the vocabulary lists them: compare by eye.
 // clang-format off
 namespace {

@@ -1,8 +1,10 @@
 #include "prompts/prompt_row.h"
 
+// Section shapes of components, PublicInf::GetShapeInf. Rows are found by position: their order is part of
+// the interface, and spellings stay as they are, odd ones too.
+
 namespace lorv {
 
-// Section shapes.
 // One row a line, as the vocabulary lists them: compare by eye.
 // clang-format off
 namespace {

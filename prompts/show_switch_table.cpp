@@ -1,8 +1,11 @@
 #include "prompts/prompt_row.h"
 
+// Pairs of messages of the display switches: even rows show, odd rows hide. Looked up by
+// SwicthInfo::GetSwitchInf. Rows are found by position: their order is part of the interface, and spellings
+// stay as they are, odd ones too.
+
 namespace lorv {
 
-// Pairs of messages of the display switches: even rows show, odd rows hide.
 // One row a line, as the vocabulary lists them: compare by eye.
 // clang-format off
 namespace {

@@ -1,8 +1,11 @@
 #include "prompts/prompt_row.h"
 
+// Prompts and words of steel input, CStInf::GetErrInf. Some hold the placeholders of a printf format, which
+// the caller fills. Rows are found by position: their order is part of the interface, and spellings stay as
+// they are, odd ones too.
+
 namespace lorv {
 
-// Prompts and words of steel input.
 // One row a line, as the vocabulary lists them: compare by eye.
 // clang-format off
 namespace {
