@@ -3,6 +3,9 @@
 #include "image/image_imp.h"
 #include "platform/ports/device_images.h"
 
+// The image object that applications hold: each operation tests the status first, as they know it, and leaves
+// the work to what the object shares with those that were assigned from it.
+
 namespace {
 
 struct Resource {
@@ -10,6 +13,7 @@ struct Resource {
   unsigned number;
 };
 
+// Loaders are handed down as functions, as the old image goes before the new one is loaded.
 std::unique_ptr<lorv::Picture> LoadFile(const void* path) {
   return lorv::PicturesInForce().LoadFile(*static_cast<const CString*>(path));
 }
@@ -26,6 +30,7 @@ TImage::TImage(const CString& path) : imp_(new TImageImp(LoadFile(&path))) {}
 TImage::TImage(HINSTANCE module, unsigned int resource)
     : imp_(new TImageImp(lorv::PicturesInForce().LoadResource(module, resource))) {}
 
+// A copy stands for itself, an assignment shares: callers rely on the difference.
 TImage::TImage(const TImage& other) : imp_(other.imp_->Clone().release()) {}
 
 // Sharing before releasing keeps an image that is assigned to itself.

@@ -47,9 +47,11 @@ int TImageToolTipCtrl::SetImage(const CString& path, HINSTANCE module, unsigned 
                                 const CString& description) {
   SetImageChangeStatus(true);
   TCriticalSectionEx guard(&lock_);
+  // While an animation plays its thread has the lock, and the window's thread must not wait for it.
   if (guard.Lock() == 0) return 1;
   const CSingleLock lock(&lock_, TRUE);
   if (description.Compare(GetDescription()) != 0) {
+    // Hidden while its text changes, so that no tip of the old size shows the new text.
     SendMessage(lorv::kActivateTip, 0);
     SetDescription(description);
     SetWindowText(description);

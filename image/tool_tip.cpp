@@ -16,6 +16,8 @@ ON_NOTIFY_REFLECT(lorv::kTipShows, OnShow)
 END_MESSAGE_MAP()
 
 BOOL CBCGPToolTipCtrl::Create(CWnd* parent, DWORD style) {
+  // A tip is never a child, and never seen before it is told where to stand,
+  // whatever the caller's style says.
   return CWnd::Create(nullptr, _T(""), (style | WS_POPUP) & ~static_cast<DWORD>(WS_VISIBLE | WS_CHILD),
                       CRect(0, 0, 0, 0), parent, 0);
 }
@@ -23,6 +25,7 @@ BOOL CBCGPToolTipCtrl::Create(CWnd* parent, DWORD style) {
 void CBCGPToolTipCtrl::TakeLooks() {
   const lorv::Desktop& desktop = lorv::DesktopInForce();
   GetWindowText(label_);
+  // Asked each time: the user may change fonts and colours while the program runs.
   font_ = CFont(desktop.DialogFont());
   system_text_ = desktop.Colour(COLOR_INFOTEXT);
   system_fill_ = desktop.Colour(COLOR_INFOBK);
@@ -42,6 +45,7 @@ void CBCGPToolTipCtrl::ShowAt(CPoint screen) {
   header.hwndFrom = window;
   header.code = lorv::kTipShows;
   LRESULT result = 0;
+  // By way of the parent, as the system's own tips do it: a class may handle it there first.
   if (CWnd* const parent = GetParent(); parent != nullptr) {
     parent->SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header));
   } else {
@@ -64,12 +68,14 @@ void CBCGPToolTipCtrl::OnShow(NMHDR* /*header*/, LRESULT* result) {
 CSize CBCGPToolTipCtrl::NeededSize() {
   CClientDC dc(this);
   dc.SelectObject(&font_);
+  // Wider and higher than any screen: nothing is to be broken into lines or cut.
   constexpr int kWide = 1 << 14;
   const CSize label = OnDrawLabel(&dc, CRect(0, 0, kWide, kWide), TRUE);
   CSize text = label;
   if (HasDescription()) {
     const CSize description = OnDrawDescription(&dc, CRect(0, 0, kWide, kWide), TRUE);
     text.cx = std::max(text.cx, description.cx);
+    // The half is the room of the line between label and description.
     text.cy += description.cy + kInnerDown + kInnerDown / 2;
   }
   const CSize icon = GetIconSize();
@@ -94,6 +100,7 @@ void CBCGPToolTipCtrl::DrawAround(CDC* dc, const CRect& client, CSize icon) {
   COLORREF line = LineColour();
   COLORREF ink = TextColour();
   CFont* const former_font = dc->SelectObject(&font_);
+  // Before the pen is made: a derived class may answer with colours of its own.
   OnFillBackground(dc, client, ink, line);
   CPen pen(PS_SOLID, 1, line);
   CPen* const former = dc->SelectObject(&pen);
@@ -115,6 +122,7 @@ void CBCGPToolTipCtrl::OnPaint() {
   TakeLooks();
   CRect client;
   GetClientRect(client);
+  // Without an icon: a class that has one paints by itself.
   DrawAround(&dc, client, CSize(0, 0));
 }
 
@@ -128,6 +136,7 @@ void CBCGPToolTipCtrl::OnDrawBorder(CDC* dc, CRect rect, COLORREF line) {
 
 CSize CBCGPToolTipCtrl::OnDrawLabel(CDC* dc, CRect rect, BOOL only_size) {
   CRect measured(rect);
+  // No ampersand marks a key here: names of files and components hold them.
   dc->DrawText(label_, static_cast<LPRECT>(measured), DT_LEFT | DT_NOPREFIX | DT_CALCRECT);
   if (only_size == 0) dc->DrawText(label_, rect, DT_LEFT | DT_NOPREFIX);
   return measured.Size();

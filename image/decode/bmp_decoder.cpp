@@ -68,6 +68,7 @@ class DibDecoder {
 bool DibDecoder::ReadHeader() {
   const std::uint32_t size = view_.Low32();
   std::int64_t height = 0;
+  // The oldest header, of OS/2: shorter fields, no masks, and colours of three bytes.
   if (size == 12) {
     width_ = static_cast<int>(view_.Low16());
     height = view_.Low16();
@@ -88,6 +89,7 @@ bool DibDecoder::ReadHeader() {
   }
   downwards_ = height < 0;
   height = downwards_ ? -height : height;
+  // An icon's height counts the mask that stands behind the colours.
   if (in_icon_) height /= 2;
   if (view_.Overran() || !IsFairSize(width_, height)) return false;
   height_ = static_cast<int>(height);
@@ -96,8 +98,10 @@ bool DibDecoder::ReadHeader() {
   return true;
 }
 
+// Masks stand at byte 40 of every header, within the longer ones and behind the shortest alike.
 void DibDecoder::ReadMasks(unsigned header_size) {
   if (bits_ == 16) {
+    // Five bits a colour where no masks say otherwise.
     red_.bits = 0x7C00;
     green_.bits = 0x3E0;
     blue_.bits = 0x1F;
@@ -105,6 +109,7 @@ void DibDecoder::ReadMasks(unsigned header_size) {
     red_.bits = 0xFF0000;
     green_.bits = 0xFF00;
     blue_.bits = 0xFF;
+    // Bitmaps that are no icons have often anything in the fourth byte.
     if (in_icon_ && bits_ == 32) alpha_.bits = kOpaque;
   }
   if (packing_ != kMasks && packing_ != kAlphaMasks) return;
@@ -121,6 +126,7 @@ void DibDecoder::ReadColours(unsigned header_size) {
   view_.Seek(header_size + masks);
   if (bits_ <= 8) {
     const std::size_t most = std::size_t{1} << bits_;
+    // Files claim more colours than their pixels can name; 0 stands for all of them.
     colours_ = claimed_colours_ == 0 ? most : std::min<std::size_t>(claimed_colours_, most);
   }
   for (std::size_t i = 0; i < colours_; ++i) {
@@ -129,11 +135,13 @@ void DibDecoder::ReadColours(unsigned header_size) {
     palette_[i] = Pixel(view_.Byte(), green, blue);
     if (header_size != 12) view_.Skip(1);
   }
+  // In icons and resources no file header tells where the pixels begin: they follow.
   if (data_at_ == 0) data_at_ = view_.At();
 }
 
 bool DibDecoder::Decode() {
   if (!ReadHeader()) return false;
+  // Runs may pass over pixels, which keep the first colour.
   out_.Resize(width_, height_, colours_ > 0 ? palette_[0] : kOpaque);
   if ((packing_ == kRuns8 && bits_ == 8) || (packing_ == kRuns4 && bits_ == 4))
     return !in_icon_ && ReadRuns();
@@ -151,6 +159,7 @@ std::uint32_t DibDecoder::PixelAt(const unsigned char* row, int x) const {
         static_cast<unsigned>(row[at * bits_ / 8]) >> (8 - bits_ - place) & ((1U << bits_) - 1);
     return number < colours_ ? palette_[number] : kOpaque;
   }
+  // A byte at a time: rows of 16 and 32 bits may begin at any address.
   std::uint32_t value = static_cast<std::uint32_t>(row[at * bits_ / 8]) |
                         static_cast<std::uint32_t>(row[at * bits_ / 8 + 1]) << 8;
   if (bits_ == 32) {
@@ -164,6 +173,7 @@ bool DibDecoder::ReadRows() {
   constexpr unsigned kKnown[] = {1, 2, 4, 8, 16, 24, 32};
   if (std::find(std::begin(kKnown), std::end(kKnown), bits_) == std::end(kKnown)) return false;
   const std::size_t size = RowBytes(bits_);
+  // The last row may lack the bytes that fill it up; writers leave them out.
   const std::size_t used = (static_cast<std::size_t>(width_) * bits_ + 7) / 8;
   const std::size_t rows = static_cast<std::size_t>(height_);
   if (data_at_ > bytes_.size() || (rows - 1) * size + used > bytes_.size() - data_at_) return false;
@@ -183,6 +193,7 @@ void DibDecoder::PutMask(std::size_t at) {
   for (std::uint32_t& pixel : out_.pixels) pixel |= kOpaque;
   const std::size_t size = RowBytes(1);
   for (int row = 0; row < height_; ++row, at += size) {
+    // An icon without the rest of its mask is opaque there.
     if (at > bytes_.size() || size > bytes_.size() - at) return;
     std::uint32_t* const to = out_.Row(downwards_ ? row : height_ - 1 - row);
     for (int x = 0; x < width_; ++x) {
@@ -219,8 +230,10 @@ bool DibDecoder::ReadRun(int& x, int& y) {
       Put(x, y, bits_ == 8 ? byte : half(byte, i));
     }
     const unsigned taken = bits_ == 8 ? value : (value + 1) / 2;
+    // Bytes as they stand are filled up to a whole word.
     if (taken % 2 != 0) view_.Skip(1);
   }
+  // Both are bounded, as a file of nothing but runs and jumps would carry them past any number.
   return x <= kMostPixels && y < height_;
 }
 

@@ -20,8 +20,10 @@ Entry ReadEntry(ByteView& view) {
   Entry entry;
   entry.width = view.Byte();
   entry.height = view.Byte();
+  // One byte has no 256; 0 stands for it.
   if (entry.width == 0) entry.width = 256;
   if (entry.height == 0) entry.height = 256;
+  // A count of colours, a filler and a count of planes, which writers fill in as they like.
   view.Skip(4);
   entry.bits = view.Low16() & 0x3F;
   entry.size = view.Low32();
@@ -41,6 +43,7 @@ bool DecodeIcon(std::string_view bytes, Raster& out) {
   }
   if (best.at >= bytes.size() || best.size == 0) return false;
   const std::string_view picture = bytes.substr(best.at, best.size);
+  // Told by its own first bytes, as the list has no word for it.
   if (picture.starts_with("\x89PNG")) return DecodePng(picture, out);
   return DecodeDib(picture, 0, true, out);
 }

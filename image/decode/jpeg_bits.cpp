@@ -2,6 +2,10 @@
 
 #include <algorithm>
 
+// The bits of a scan, and the Huffman codes in them. Both are asked for every coefficient of a picture: most
+// codes are found by one look into a table of the next nine bits. Behind the end of the data come zeros, so
+// that readers need not ask before each bit; they ask once a block whether what they read was there.
+
 namespace lorv::jpeg {
 
 void Bits::Fill(int count) {
@@ -9,6 +13,8 @@ void Bits::Fill(int count) {
     unsigned byte = 0;
     if (!ended_ && at_ < bytes_.size()) {
       byte = static_cast<unsigned char>(bytes_[at_]);
+      // A byte of ones is data only with a 0 behind it; with anything else it begins a
+      // mark, where the scan ends.
       const bool is_mark = byte == 0xFF && (at_ + 1 >= bytes_.size() || bytes_[at_ + 1] != 0);
       ended_ = is_mark;
       at_ += is_mark ? 0 : byte == 0xFF ? 2 : 1;
@@ -17,6 +23,7 @@ void Bits::Fill(int count) {
     }
     if (ended_) {
       byte = 0;
+      // Bounded: a damaged scan may be read on for as long as the picture has blocks.
       zeros_ = std::min(zeros_ + 8, 1 << 20);
     }
     bits_ = bits_ << 8 | byte;
@@ -31,6 +38,7 @@ bool Bits::Restart() {
   for (; at_ + 1 < bytes_.size(); ++at_) {
     const auto second = static_cast<unsigned char>(bytes_[at_ + 1]);
     if (static_cast<unsigned char>(bytes_[at_]) != 0xFF || second == 0 || second == 0xFF) continue;
+    // Any other mark ends the scan and is left for the decoder to find.
     if (second < 0xD0 || second > 0xD7) break;
     at_ += 2;
     return true;
@@ -46,10 +54,12 @@ bool Codes::Set(const std::array<unsigned char, 16>& counts, std::string_view va
   for (int length = 1; length <= 16; ++length) {
     const int count = counts[static_cast<std::size_t>(length - 1)];
     offset_[static_cast<std::size_t>(length)] = used - code;
+    // More codes of a length than it has room for: some would stand for two values.
     if (code + count > 1 << length) return false;
     for (int i = 0; i < count; ++i, ++code, ++used) {
       const auto value = static_cast<unsigned char>(values[static_cast<std::size_t>(used)]);
       values_[static_cast<std::size_t>(used)] = value;
+      // A short code fills all entries that begin with it, whatever comes behind.
       if (length > kQuickBits) continue;
       const int first = code << (kQuickBits - length);
       std::fill_n(quick_.begin() + first, 1 << (kQuickBits - length),
@@ -63,12 +73,15 @@ bool Codes::Set(const std::array<unsigned char, 16>& counts, std::string_view va
 }
 
 int Codes::Next(Bits& bits) const {
+  // The longest code is 16 bits; those behind the end are zeros and harmless to look at.
   const int ahead = bits.Peek(16);
   const unsigned quick = quick_[static_cast<std::size_t>(ahead >> (16 - kQuickBits))];
   if (quick != 0) {
     bits.Drop(static_cast<int>(quick >> 8));
     return static_cast<int>(quick & 255);
   }
+  // Codes of a length are consecutive numbers, above all shorter ones: the first end that is not
+  // reached tells the length.
   for (std::size_t length = 1; length <= 16; ++length) {
     if (ahead >= end_[length]) continue;
     bits.Drop(static_cast<int>(length));

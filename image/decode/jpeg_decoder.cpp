@@ -47,6 +47,7 @@ class JpegDecoder {
 // 0 at the end of the file.
 unsigned JpegDecoder::NextMark() {
   while (view_.Left() > 0) {
+    // What stands between segments is passed over; some writers leave fillers there.
     if (view_.Byte() != 0xFF) continue;
     unsigned mark = view_.Byte();
     while (mark == 0xFF && view_.Left() > 0) mark = view_.Byte();
@@ -63,6 +64,7 @@ bool JpegDecoder::Decode(Raster& out) {
     if (segment.size() < size - 2) break;
     if (!ReadSegment(mark, ByteView(segment))) break;
   }
+  // Whatever ended the walk, a picture that was begun is shown as far as it came.
   if (!has_scan_) return false;
   if (picture_.progressive) TransformAll();
   PutColours(picture_, out);
@@ -101,6 +103,7 @@ bool JpegDecoder::ReadFrame(ByteView& segment) {
   picture_.height = static_cast<int>(segment.High16());
   picture_.width = static_cast<int>(segment.High16());
   const unsigned count = segment.Byte();
+  // Two components have no meaning that writers agree on.
   if (depth != 8 || (count != 1 && count != 3 && count != 4)) return false;
   if (!IsFairSize(picture_.width, picture_.height)) return false;
   for (unsigned i = 0; i < count; ++i) {
@@ -112,6 +115,7 @@ bool JpegDecoder::ReadFrame(ByteView& segment) {
     component.quantities = segment.Byte();
     if (component.across < 1 || component.across > 4 || component.down < 1 || component.down > 4)
       return false;
+    // All numbers of tables are checked where they are read: what follows indexes by them.
     if (component.quantities > 3) return false;
     picture_.components.push_back(component);
   }
@@ -135,6 +139,7 @@ bool JpegDecoder::LayOut() {
   if (!HasRoom()) return false;
   for (Component& component : picture_.components) {
     const auto blocks = static_cast<std::size_t>(component.BlockCount());
+    // The middle grey, for blocks of which nothing comes.
     component.samples.assign(blocks * jpeg::kBlockArea, 128);
     if (picture_.progressive) component.blocks.assign(blocks, {});
   }
@@ -183,6 +188,7 @@ bool JpegDecoder::ReadCodes(ByteView& segment) {
 
 void JpegDecoder::ReadApplication(unsigned mark, ByteView& segment) {
   const std::string_view name = segment.Take(5);
+  // Beside the components' own numbers these two marks are all that tells what they mean.
   if (mark == 0xE0 && name == std::string_view("JFIF\0", 5)) picture_.has_jfif = true;
   if (mark == 0xEE && name == "Adobe" && segment.Left() >= 7) {
     segment.Skip(6);
@@ -205,6 +211,7 @@ bool JpegDecoder::ReadScanHeader(ByteView& segment, jpeg::Scan& scan) const {
   const unsigned last = segment.Byte();
   const unsigned bits = segment.Byte();
   if (segment.Overran() || count == 0 || count > 4) return false;
+  // The rest means nothing in a sequential picture, whatever its writer put there.
   if (!picture_.progressive) return true;
   scan.first = static_cast<int>(first);
   scan.last = static_cast<int>(last);

@@ -2,6 +2,10 @@
 
 #include <algorithm>
 
+// One scan of a picture: blocks in the order of the file, either whole and turned into samples at once, or a
+// part of the coefficients of every block, which later scans complete. A damaged scan ends where the damage
+// shows; what was read before stays in the picture.
+
 namespace lorv::jpeg {
 namespace {
 
@@ -37,6 +41,7 @@ class ScanReader {
 // At a restart everything begins anew.
 bool ScanReader::BeginUnit() {
   if (picture_.restart_interval > 0 && units_ > 0 && units_ % picture_.restart_interval == 0) {
+    // Damage before a restart mark ends there: nothing behind it counts from a block before it.
     if (!bits_.Restart()) return false;
     for (const Scan::Part& part : scan_.parts) picture_.components[part.component].last_level = 0;
     empty_blocks_ = 0;
@@ -75,6 +80,7 @@ bool ScanReader::ReadUnit(int x, int y) {
 }
 
 bool ScanReader::ReadBlock(const Scan::Part& part, int x, int y) {
+  // With restart marks the rest of the picture may still come behind the next of them.
   if (bits_.IsAtEnd() && picture_.restart_interval == 0) return false;
   Component& component = picture_.components[part.component];
   if (picture_.progressive) {
@@ -83,6 +89,7 @@ bool ScanReader::ReadBlock(const Scan::Part& part, int x, int y) {
   }
   Block block = {};
   const bool whole = Sequential(part, block);
+  // A block of which bits were missing would show as noise: the grey stays.
   if (bits_.IsAtEnd()) return picture_.restart_interval != 0;
   TransformBlock(block, picture_.quantities[component.quantities], component.BlockAt(x, y),
                  component.Stride());
@@ -93,6 +100,7 @@ bool ScanReader::Level(const Scan::Part& part, Block& block) {
   const int size = tables_.levels[part.levels].Next(bits_);
   if (size < 0 || size > 15) return false;
   int& last = picture_.components[part.component].last_level;
+  // Differences of a hostile file would add up beyond any number.
   last = std::clamp(last + bits_.Signed(size), -32768, 32767);
   block[0] = static_cast<std::int16_t>(static_cast<unsigned>(last) << scan_.low_bit);
   return true;
@@ -104,6 +112,7 @@ bool ScanReader::Sequential(const Scan::Part& part, Block& block) {
     const int code = tables_.others[part.others].Next(bits_);
     if (code < 0) return false;
     if ((code & 15) == 0) {
+      // The end of the block, or sixteen zeros in the middle of it.
       if (code != 0xF0) return true;
       at += 15;
       continue;
@@ -137,12 +146,14 @@ bool ScanReader::FirstBits(const Codes& codes, Block& block) {
     const int run = code >> 4;
     const int size = code & 15;
     if (size == 0 && run < 15) {
+      // This block is the first of them.
       empty_blocks_ = (1 << run) - 1 + bits_.Take(run);
       return true;
     }
     at += run;
     const int value = bits_.Signed(size);
     if (at >= kBlockArea) return false;
+    // Sixteen zeros: nothing is put, and the walk goes on behind them.
     if (size == 0) continue;
     block[kZigzag[static_cast<std::size_t>(at)]] =
         static_cast<std::int16_t>(static_cast<unsigned>(value) << scan_.low_bit);
@@ -179,6 +190,7 @@ bool ScanReader::MoreBits(const Codes& codes, Block& block) {
     const int run = code >> 4;
     int value = 0;
     if ((code & 15) != 0) {
+      // The bit comes before those that refine what is passed on the way, and is put behind them.
       value = bits_.Take(1) != 0 ? 1 << scan_.low_bit : -(1 << scan_.low_bit);
     } else if (run < 15) {
       empty_blocks_ = (1 << run) + bits_.Take(run);
@@ -190,6 +202,7 @@ bool ScanReader::MoreBits(const Codes& codes, Block& block) {
     ++at;
   }
   if (empty_blocks_ > 0) {
+    // A block with nothing new still refines the coefficients that it has.
     SkipOverZeros(block, at, kBlockArea);
     --empty_blocks_;
   }

@@ -14,6 +14,7 @@ constexpr int kFirstBits = 2;  // kept between columns and rows
 // One line of eight, `step` apart, each result shifted right with rounding.
 void TransformLine(Number* line, int step, int shift) {
   const auto in = [&](int i) -> Number& { return line[i * step]; };
+  // Sines and cosines times 2 to the 13th, shared so that a line takes twelve products instead of 64.
   const Number even = (in(2) + in(6)) * 4433;
   const Number even_low = even - in(6) * 15137;
   const Number even_high = even + in(2) * 6270;
@@ -46,6 +47,7 @@ void TransformBlock(const Block& block, const Quantities& quantities, unsigned c
     Number* const row = numbers.data() + y * kBlockSize;
     TransformLine(row, 1, kPointBits + kFirstBits + 3);
     for (int x = 0; x < kBlockSize; ++x)
+      // Coefficients are rounded by the writer, so samples come out a little beyond their range.
       out[x] = static_cast<unsigned char>(std::clamp<Number>(row[x] + 128, 0, 255));
     out += stride;
   }

@@ -2,6 +2,9 @@
 #include "image/decode/image_reader.h"
 #include "image/decode/still_image.h"
 
+// The decoder for an image, chosen by its first bytes, as the names of files are often wrong. Kinds with
+// several frames keep the bytes and decode a frame when asked for it; the others are decoded here as a whole.
+
 namespace lorv {
 namespace {
 
@@ -11,6 +14,7 @@ struct StillKind {
   bool (*decode)(std::string_view, Raster&);
 };
 
+// Two letters may begin a text as well as a bitmap: there the header decides.
 constexpr StillKind kStillKinds[] = {
     {{"\x89PNG\r\n\x1A\n", 8}, ImageKind::kPng, DecodePng},
     {{"\xFF\xD8\xFF", 3}, ImageKind::kJpeg, DecodeJpeg},

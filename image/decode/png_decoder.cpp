@@ -47,6 +47,7 @@ bool PngDecoder::ReadHeader(ByteView chunk) {
   header_.height = static_cast<int>(height);
   header_.depth = chunk.Byte();
   header_.type = chunk.Byte();
+  // Packing and filtering have one method each; a file of another one cannot be read.
   const unsigned method = chunk.Byte() | chunk.Byte();
   const unsigned interlace = chunk.Byte();
   header_.interlaced = interlace == 1;
@@ -73,6 +74,7 @@ void PngDecoder::ReadTransparency(std::string_view data) {
   }
   ByteView view(data);
   const std::size_t samples = header_.Samples();
+  // A key of the wrong length belongs to another colour type and is none.
   colours_.has_key =
       (header_.type == png::kGrey || header_.type == png::kColour) && data.size() == 2 * samples;
   for (std::size_t i = 0; i < samples && colours_.has_key; ++i) colours_.key[i] = view.High16();
@@ -108,6 +110,7 @@ bool PngDecoder::Decode() {
   for (bool first = true; view_.Left() >= 12; first = false) {
     const std::uint32_t size = view_.High32();
     const std::size_t at = view_.At();
+    // A file that was cut: whether all rows came is asked at the end.
     if (size > view_.Left() - 8) break;
     const std::string_view named = view_.Take(4 + std::size_t{size});
     const uLong sum = crc32(0, reinterpret_cast<const Bytef*>(named.data()), static_cast<uInt>(named.size()));

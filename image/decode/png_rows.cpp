@@ -115,6 +115,7 @@ void Rows::BeginPass() {
     y_ = pass_->first_y;
     if (columns_ == 0 || y_ >= header_.height) continue;
     row_.assign(1 + header_.RowBytes(columns_), 0);
+    // The row above the first one counts as zeros, in each pass anew.
     above_.assign(row_.size(), 0);
     return;
   }
@@ -124,6 +125,7 @@ bool Rows::TakeRow() {
   if (!UnfilterPixels(header_.PixelBytes(), row_.data() + 1, above_.data() + 1, row_.size() - 1))
     return false;
   PutRow(row_.data() + 1);
+  // The row becomes the one above, filter byte and all: only its pixels are asked for.
   row_.swap(above_);
   y_ += pass_->step_y;
   if (y_ >= header_.height) {
@@ -151,6 +153,7 @@ std::uint32_t Rows::PixelAt(const unsigned char* row, int x) const {
   const std::size_t samples = header_.Samples();
   const std::size_t at = static_cast<std::size_t>(x) * samples;
   const unsigned first = Sample(row, at);
+  // A number without a colour is black, as other readers show it.
   if (header_.type == kPalette) return first < colours_.count ? colours_.palette[first] : kOpaque;
   const bool grey = header_.type == kGrey || header_.type == kGreyAlpha;
   const unsigned second = grey ? first : Sample(row, at + 1);

@@ -66,8 +66,10 @@ class PageReader {
       if (file_.At16(entry) != tag) continue;
       Field field;
       field.type = file_.At16(entry + 2);
+      // A field of another type counts as missing: real and signed numbers mean nothing to these tags.
       field.count = SizeOf(field.type) == 0 ? 0 : file_.At32(entry + 4);
       const std::uint64_t bytes = std::uint64_t{field.count} * SizeOf(field.type);
+      // Values that fit stand in the entry itself, in the place of their address.
       field.at = bytes <= 4 ? entry + 8 : file_.At32(entry + 8);
       return field;
     }
@@ -89,6 +91,7 @@ class PageReader {
   // All samples must have the same depth and be whole numbers without sign.
   bool ReadSamples() {
     page_.samples = Value(kSamples, 1);
+    // The usual values are the standard's; scanners leave out what equals them.
     page_.bits = Value(kBits, 1);
     page_.meaning = Value(kPhotometric, kBlackIsZero);
     page_.planes = Value(kPlanar, 1) == 2 && page_.samples > 1;

@@ -62,6 +62,7 @@ class PageDecoder {
     const auto index = static_cast<std::uint32_t>((plane * page_.Down() + down) * page_.Across() + across);
     const std::uint32_t at = page_.offsets.Value(file_, index);
     const std::size_t size = SizeOfPiece(index, at);
+    // A piece without a place or without bytes is missing, and the page ends with it.
     if (index >= page_.offsets.count || at == 0 || size == 0) return false;
     const auto packed = tiff::OpenPacked(page_.packing, file_.Bytes().substr(at, size), page_.low_bit_first);
     const int left = across * page_.piece_width;
@@ -204,6 +205,7 @@ class TiffReader final : public ImageReader {
       : bytes_(other.bytes_), file_(other.file_), pages_(other.pages_) {}
 
  private:
+  // Read again at each question: pages are asked for seldom, and a file may have thousands.
   std::pair<int, int> SizeOf(int index) const {
     Page page;
     if (index < 0 || index >= FrameCount()) index = 0;
