@@ -21,9 +21,11 @@ AccessibleCells* CellsOf(HWND window) {
 bool Has(const AccessibleCells* cells, CellAddress at) {
   if (cells == nullptr) return false;
   const SIZE count = cells->CellCount();
+  // -1 is the row or column of the headers, which readers ask for like cells.
   return at.row >= -1 && at.row < count.cy && at.column >= -1 && at.column < count.cx;
 }
 
+// In 64 bits, as rows and columns together leave 32. From 1 on: 0 is the window itself.
 std::int64_t NumberIn(const AccessibleCells& cells, CellAddress at) {
   const std::int64_t across = std::int64_t{cells.CellCount().cx} + 1;
   return (std::int64_t{at.row} + 1) * across + at.column + 1 + 1;
@@ -42,6 +44,7 @@ class CellObject : public AccessibleObject {
   std::int64_t Number() const override { return NumberOfCell(window_, at_); }
   HWND Window() const override { return window_; }
   AccessRole Role() const override {
+    // The corner where both headers meet counts as one of a column.
     if (at_.row < 0) return AccessRole::ColumnHeader;
     return at_.column < 0 ? AccessRole::RowHeader : AccessRole::Cell;
   }
@@ -49,6 +52,7 @@ class CellObject : public AccessibleObject {
   CString Name() const override {
     const AccessibleCells* const cells = Cells();
     if (cells == nullptr) return {};
+    // The row first and then the column, as one reads a table.
     const CString row = at_.row < 0 ? CString() : cells->RowHeader(at_.row);
     const CString column = at_.column < 0 ? CString() : cells->ColumnHeader(at_.column);
     return row.IsEmpty() || column.IsEmpty() ? row + column : row + _T(" ") + column;
@@ -67,6 +71,7 @@ class CellObject : public AccessibleObject {
     const AccessibleCells* const cells = Cells();
     if (cells == nullptr) return kAccessHidden;
     unsigned state = cells->CellState(at_);
+    // What is scrolled out has no place; a reader must not send its user there by the mouse.
     if (CRect(cells->CellPlace(at_)).IsRectEmpty() != 0) state |= kAccessOffscreen;
     // The cell has the keys only while its window has.
     if (DesktopInForce().Focus() != window_) state &= ~kAccessFocused;
@@ -81,6 +86,7 @@ class CellObject : public AccessibleObject {
   std::shared_ptr<AccessibleObject> Parent() const override { return AccessibleTableOf(window_); }
   int IndexInParent() const override {
     const std::int64_t index = Number() - 1;
+    // Readers count in 32 bits; for cells beyond them there is no answer.
     return index > std::numeric_limits<int>::max() ? -1 : static_cast<int>(index);
   }
   int Row() const override { return at_.row; }
@@ -96,6 +102,7 @@ class CellObject : public AccessibleObject {
   bool Do(AccessAction action) override {
     AccessibleCells* const cells = Cells();
     if (cells == nullptr) return false;
+    // Asked again: what was offered a moment ago may be over, a read-only cell for instance.
     const std::vector<AccessAction> known = cells->CellActions(at_);
     return std::find(known.begin(), known.end(), action) != known.end() && cells->DoAtCell(at_, action);
   }
@@ -149,6 +156,7 @@ class TableObject : public AccessibleObject {
     const AccessibleCells* const cells = CellsOf(window_);
     if (cells == nullptr || number < 1) return nullptr;
     const std::int64_t across = std::int64_t{cells->CellCount().cx} + 1;
+    // Before it becomes an address, whose rows have 32 bits.
     if ((number - 1) / across > cells->CellCount().cy) return nullptr;
     const CellAddress at = AddressIn(*cells, number);
     return std::make_shared<CellObject>(window_, at);
@@ -177,6 +185,7 @@ class TableObject : public AccessibleObject {
     std::vector<std::shared_ptr<AccessibleObject>> selected;
     if (cells == nullptr) return selected;
     for (const CellAddress at : cells->SelectedCells(kMaxSelectedTold))
+      // The class may answer with more than it was asked for, or with rows that are gone.
       if (selected.size() < kMaxSelectedTold && Has(cells, at))
         selected.push_back(std::make_shared<CellObject>(window_, at));
     return selected;

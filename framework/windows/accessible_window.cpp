@@ -33,6 +33,7 @@ unsigned WindowState(HWND window) {
   const auto peer = PeerAt(window);
   if (peer == nullptr) return kAccessHidden;
   unsigned state = (peer->Style() & WS_VISIBLE) == 0 ? kAccessHidden : 0;
+  // A control within a disabled window takes nothing, whatever its own style says.
   for (auto around = peer; around != nullptr; around = PeerAt(around->Parent()))
     if ((around->Style() & WS_DISABLED) != 0) state |= kAccessDisabled;
   if (DesktopInForce().Focus() == window) state |= kAccessFocused;
@@ -74,6 +75,7 @@ class ItemBox {
   }
   bool Select(int index, bool on) const {
     if (Several()) {
+      // A choice by a reader replaces the selection, as a click without keys does.
       Ask(window_, LB_SETSEL, 0, -1);
       if (Ask(window_, LB_SETSEL, on ? 1 : 0, index) == LB_ERR) return false;
     } else if (Ask(window_, is_.choose, on ? static_cast<WPARAM>(index) : static_cast<WPARAM>(-1)) < 0 &&
@@ -88,8 +90,10 @@ class ItemBox {
   CRect PlaceOf(int index) const {
     RECT place = {0, 0, 0, 0};
     const auto peer = PeerAt(window_);
+    // The list of a combo is a window of the system's own, whose place the messages do not tell.
     if (combo_ || peer == nullptr) return {};
     Ask(window_, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&place));
+    // Of a line that is scrolled half out, the part that can be clicked.
     const CRect seen = CRect(place) & peer->ClientRect();
     return seen.IsRectEmpty() != 0 ? CRect() : seen + peer->ClientOrigin();
   }
@@ -182,6 +186,7 @@ class WindowObject : public AccessibleObject {
     return nullptr;
   }
   std::shared_ptr<AccessibleObject> FocusedChild() const override {
+    // The focus may be deep within a child: readers come down one step at a time.
     for (HWND at = DesktopInForce().Focus(); at != nullptr;) {
       const auto peer = PeerAt(at);
       if (peer == nullptr) return nullptr;
@@ -262,6 +267,7 @@ class ButtonObject : public WindowObject {
     const std::vector<AccessAction> known = Actions();
     if (known.empty() || !Usable()) return false;
     if (action != known.front()) return WindowObject::Do(action);
+    // As a click, so that the parent hears of it and the states of a group follow.
     Ask(Window(), BM_CLICK);
     return true;
   }
@@ -282,6 +288,7 @@ class EditObject : public WindowObject {
   using WindowObject::WindowObject;
   AccessRole Role() const override { return AccessRole::Text; }
   CString Name() const override { return AccessibleLabel(Window()); }
+  // A reader speaks aloud what it is given.
   CString Value() const override { return (Style() & ES_PASSWORD) != 0 ? CString() : OwnText(); }
   bool SetValue(const CString& value) override {
     const auto peer = PeerAt(Window());
@@ -349,6 +356,7 @@ class ComboObject : public ItemsObject {
     const auto peer = PeerAt(Window());
     if (peer == nullptr || !Usable()) return false;
     const int known = Box().Find(value);
+    // By choosing, where the text is one of the items: so the parent hears of it.
     if (known >= 0) return Box().Select(known, true);
     if ((Style() & 3U) == CBS_DROPDOWNLIST) return false;
     peer->SetText(value);
@@ -390,6 +398,7 @@ std::shared_ptr<AccessibleObject> AccessibleOf(HWND window) {
   const auto peer = PeerAt(window);
   if (peer == nullptr) return nullptr;
   if (MessageTarget* const target = MappedWindow(window)) {
+    // What a class says of itself goes before what can be seen of its window.
     if (auto own = target->GetAccessible()) return own;
     if (target->GetAccessibleCells() != nullptr) return AccessibleTableOf(window);
   }
@@ -407,6 +416,7 @@ CString AccessibleLabel(HWND control) {
   if (parent == nullptr) return {};
   const std::vector<HWND> among = parent->Children();
   const auto self = std::find(among.begin(), among.end(), control);
+  // The label of a control is the static text in front of it, as dialogs are laid out.
   const auto before = self == among.begin() || self == among.end() ? nullptr : PeerAt(*(self - 1));
   if (before == nullptr || before->Kind() != WindowKind::Static) return {};
   return (before->Style() & SS_NOPREFIX) != 0 ? before->Text() : WithoutKeyMarks(before->Text());

@@ -84,6 +84,7 @@ void CButton::SetButtonStyle(UINT style, BOOL redraw) {
 void CEdit::GetSel(int& start, int& end) const {
   DWORD from = 0;
   DWORD to = 0;
+  // By pointers, as the packed answer has 16 bits for each end.
   SendMessage(EM_GETSEL, reinterpret_cast<WPARAM>(&from), L(&to));
   start = static_cast<int>(from);
   end = static_cast<int>(to);
@@ -95,6 +96,7 @@ DWORD CEdit::GetSel() const {
 
 void CEdit::SetSel(int start, int end, BOOL no_scroll) {
   SendMessage(EM_SETSEL, W(start), end);
+  // The message itself does not scroll; the class does, as callers know it.
   if (no_scroll == 0) SendMessage(EM_SCROLLCARET);
 }
 

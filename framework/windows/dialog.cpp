@@ -69,6 +69,7 @@ void CDialog::EndDialog(int result) {
   result_ = result;
   ended_ = true;
   if (m_hWnd == nullptr) return;
+  // Hidden at once, though the loop ends later: the user has answered.
   lorv::PeerOf(m_hWnd)->Show(SW_HIDE);
   if (modal_ && m_hWnd != nullptr) lorv::DesktopInForce().EndModal(m_hWnd);
 }
@@ -77,6 +78,7 @@ namespace {
 
 int Scaled(LONG length, int dots, int before) {
   const std::int64_t product = std::int64_t{length} * dots;
+  // To the nearest: cut off, a dialog would shrink with each screen that it is moved to.
   return static_cast<int>((product + (product < 0 ? -before : before) / 2) / before);
 }
 
@@ -105,6 +107,7 @@ LRESULT CDialog::HandleDpiChanged(WPARAM w, LPARAM l) {
   };
   std::vector<Inside> inside;
   const CSize origin{CPoint(peer->ClientOrigin())};
+  // All places are taken before the first changes: a child that is moved may move others.
   for (const HWND child : peer->Children())
     inside.push_back({child, CRect(lorv::PeerOf(child)->WindowRect()) - static_cast<SIZE>(origin)});
   peer->Place(CRect(corner, peer->FrameSize(inner)));
@@ -112,6 +115,7 @@ LRESULT CDialog::HandleDpiChanged(WPARAM w, LPARAM l) {
   for (const Inside& one : inside) {
     const auto child = lorv::PeerOf(one.window);
     const CRect& at = one.place;
+    // The font first, as some controls fit their height to it.
     child->SetFont(Scaled(child->Font(), dots, before));
     child->Place(CRect(Scaled(at.left, dots, before), Scaled(at.top, dots, before),
                        Scaled(at.right, dots, before), Scaled(at.bottom, dots, before)));
@@ -135,6 +139,7 @@ void CDialog::Measure(const lorv::DialogTemplate& form) {
 }
 
 void CDialog::MapDialogRect(LPRECT rect) const {
+  // A quarter of a letter's width and an eighth of its height: the units of dialog templates.
   const auto across = [this](LONG units) { return (units * base_.cx + 2) / 4; };
   const auto down = [this](LONG units) { return (units * base_.cy + 4) / 8; };
   *rect = {across(rect->left), down(rect->top), across(rect->right), down(rect->bottom)};
@@ -176,6 +181,7 @@ void CDialog::BuildItems(const lorv::DialogTemplate& form) {
     request.id = item.id;
     request.attach = [](HWND) {};
     const HWND made = lorv::DesktopInForce().Create(request);
+    // Each control by itself: a font is not handed down to children.
     lorv::PeerOf(made)->SetFont(face_);
     const UINT kind = item.style & BS_TYPEMASK;
     if (item.kind == lorv::WindowKind::Button && kind == BS_DEFPUSHBUTTON) default_id_ = item.id;
@@ -185,6 +191,7 @@ void CDialog::BuildItems(const lorv::DialogTemplate& form) {
 void CDialog::Start() {
   const HWND window = m_hWnd;
   const BOOL wants_focus = OnInitDialog();
+  // A class that has set the focus itself says so by 0.
   if (lorv::MappedWindow(window) != this || wants_focus == 0) return;
   if (form_ != nullptr && (!modal_ || !ended_)) Step(true);
 }

@@ -52,6 +52,7 @@ TCHAR MarkOf(HWND window) {
   return 0;
 }
 
+// Only letters of keys have two forms here; others are compared as they are.
 TCHAR Folded(TCHAR letter) {
   return letter >= _T('a') && letter <= _T('z') ? static_cast<TCHAR>(letter - 32) : letter;
 }
@@ -81,6 +82,7 @@ void CDialog::ShowDefault(HWND coming) {
 
 BOOL CDialog::PreTranslateMessage(MSG* message) {
   if (m_hWnd == nullptr) return FALSE;
+  // The frame of the default button moves before the button gets the focus by this press.
   if (message->message == WM_LBUTTONDOWN && IsPushButton(message->hwnd)) ShowDefault(message->hwnd);
   if (message->message == WM_KEYDOWN) ShowDefault();
   if (message->message == WM_SYSCHAR) return TakeMark(static_cast<TCHAR>(message->wParam));
@@ -119,6 +121,7 @@ void CDialog::Step(bool forward) {
   // The focus is in no control: forward begins at the first one, backward at the last.
   if (at == count) at = forward ? -1 : 0;
   for (int i = 0; i < count; ++i) {
+    // Once around at most, as there may be no place at all for the focus.
     at = (at + (forward ? 1 : count - 1)) % count;
     const HWND candidate = row[static_cast<std::size_t>(at)];
     if (!IsTabStop(candidate)) continue;
@@ -146,6 +149,7 @@ void CDialog::Press(UINT id) {
 
 BOOL CDialog::TakeReturn(HWND focus) {
   if (focus != m_hWnd && KeepsReturn(focus)) return FALSE;
+  // A button that has the focus is pressed itself, whatever the default is.
   Press(focus != m_hWnd && IsPushButton(focus) ? PeerOf(focus)->Id() : default_id_);
   return TRUE;
 }
@@ -172,6 +176,7 @@ BOOL CDialog::TakeArrow(HWND focus, int key) {
     at = (at + step) % count;
     const HWND next = *(first + at);
     if (!Usable(next) || PeerOf(next)->Kind() == lorv::WindowKind::Static) continue;
+    // By focus alone, without the selection of an edit's text that Tab makes.
     if (next != focus) PeerOf(next)->Focus();
     ShowDefault();
     return TRUE;
@@ -183,6 +188,7 @@ BOOL CDialog::TakeMark(TCHAR letter) {
   const auto row = PeerOf(m_hWnd)->Children();
   for (auto at = row.begin(); at != row.end(); ++at) {
     const TCHAR mark = MarkOf(*at);
+    // The text of an edit is the user's, and an ampersand in it marks nothing.
     if (mark == 0 || Folded(mark) != Folded(letter) || PeerOf(*at)->Kind() == lorv::WindowKind::Edit)
       continue;
     if (IsPushButton(*at)) {

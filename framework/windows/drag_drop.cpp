@@ -10,6 +10,7 @@ COleDropTarget::~COleDropTarget() {
 BOOL COleDropTarget::Register(CWnd* window) {
   const HWND handle = window == nullptr ? nullptr : window->m_hWnd;
   if (handle == nullptr || GetWindowHandle() != nullptr) return FALSE;
+  // One receiver a window: the system knows no second one, and neither would hear of all drags.
   if (lorv::MappedDropReceiver(handle) != nullptr || !lorv::PeerOf(handle)->AcceptDrops(true)) return FALSE;
   window_ = handle;
   lorv::MapDropReceiver(handle, this);
@@ -24,11 +25,13 @@ void COleDropTarget::Revoke() {
   lorv::PeerOf(window)->AcceptDrops(false);
 }
 
+// The window may have gone, or another target may have come: the map knows which holds.
 HWND COleDropTarget::GetWindowHandle() const {
   return lorv::MappedDropReceiver(window_) == this ? window_ : nullptr;
 }
 
 DROPEFFECT COleDropTarget::OnDragEnter(CWnd* window, COleDataObject* data, DWORD keys, CPoint point) {
+  // A class that answers to moves need not write the same for the entry.
   return OnDragOver(window, data, keys, point);
 }
 
@@ -64,6 +67,7 @@ DROPEFFECT COleDropTarget::Drop(const lorv::DragContent& content, const lorv::Dr
                                 DROPEFFECT effect) {
   COleDataObject data(content);
   allowed_ = place.allowed;
+  // What the source is told: a drop that was refused must not take the content away from it.
   return OnDrop(CWnd::FromHandle(window_), &data, effect, CPoint(place.at)) != 0 ? effect : DROPEFFECT_NONE;
 }
 

@@ -31,6 +31,7 @@ std::shared_ptr<lorv::MenuModel> ModelOf(HMENU menu) {
 }
 
 HMENU HandleOf(const lorv::MenuModel* model) {
+  // Programs have a handful of menus: a search costs less than a second map to keep in step.
   for (const auto& [handle, known] : Live().models)
     if (known.get() == model) return handle;
   return nullptr;
@@ -126,6 +127,7 @@ BOOL CMenu::InsertMenu(UINT position, UINT flags, UINT_PTR id, LPCTSTR text) {
   fresh.flags = lorv::Without(flags, MF_BYPOSITION | MF_POPUP);
   fresh.text = text;
   if ((flags & MF_POPUP) != 0) {
+    // The model is shared with the menu of its own: what is changed there is shown here.
     const auto submenu = ModelOf(reinterpret_cast<HMENU>(id));
     // A circle would never end when it is searched or shown.
     if (submenu == nullptr || Contains(*submenu, model.get())) return FALSE;

@@ -49,6 +49,8 @@ BOOL CWnd::CreateEx(DWORD ex_style, LPCTSTR class_name, LPCTSTR text, DWORD styl
                     CWnd* parent, UINT id, LPVOID parameter) {
   lorv::WindowRequest request;
   request.kind = PeerKind();
+  // A window without a caption that is no child is a tip or a list that drops down: it
+  // must not take the activation.
   if (request.kind == lorv::WindowKind::Custom && (style & WS_CHILD) == 0)
     request.kind = (style & WS_CAPTION) == WS_CAPTION ? lorv::WindowKind::Top : lorv::WindowKind::Popup;
   request.class_name = class_name;
@@ -80,6 +82,7 @@ BOOL CWnd::DestroyWindow() {
 }
 
 BOOL CWnd::Attach(HWND window) {
+  // One object a window and one window an object: a second would get half of the messages.
   if (window == nullptr || m_hWnd != nullptr || FromHandlePermanent(window) != nullptr) return FALSE;
   m_hWnd = window;
   lorv::MapWindow(window, this);
@@ -95,6 +98,7 @@ HWND CWnd::Detach() {
 BOOL CWnd::SubclassWindow(HWND window) {
   const auto peer = lorv::PeerOf(window);
   if (!peer->Exists() || FromHandlePermanent(window) != nullptr || m_hWnd != nullptr) return FALSE;
+  // The peer first: until it passes messages on, there is nothing to attach to.
   if (!peer->TakeOver() || !Attach(window)) return FALSE;
   PreSubclassWindow();
   return TRUE;
@@ -157,6 +161,7 @@ BOOL CWnd::OnWndMsg(UINT message, WPARAM w, LPARAM l, LRESULT* result) {
   if (message == WM_NOTIFY) return OnNotify(w, l, result);
   const AFX_MSGMAP_ENTRY* const entry = lorv::FindEntry(GetMessageMap(), message, 0, 0);
   if (entry == nullptr) return FALSE;
+  // The answer goes by the call's record: the object may be gone when the handler returns.
   lorv::HandlerCall call{w, l, 0, nullptr, 0};
   entry->handler(*this, call);
   *result = call.result;

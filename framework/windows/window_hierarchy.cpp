@@ -62,6 +62,7 @@ CWnd* CWnd::FromHandle(HWND window) {
   auto& objects = MadeUp();
   const auto found = objects.find(window);
   if (found != objects.end()) return found->second.get();
+  // Now and then, when one is made: a pass over all at every question would cost more than they take.
   GiveUpStale();
   auto fresh = std::make_unique<CWnd>();
   fresh->m_hWnd = window;
@@ -121,6 +122,7 @@ CWnd* CWnd::GetWindow(UINT which) const {
 BOOL CWnd::IsChild(const CWnd* window) const {
   if (window == nullptr || m_hWnd == nullptr) return FALSE;
   HWND at = lorv::PeerOf(window->m_hWnd)->Parent();
+  // By parents, not owners: a dialog is no child of the window that it belongs to.
   while (at != nullptr && at != m_hWnd) at = lorv::PeerOf(at)->Parent();
   return at == m_hWnd;
 }

@@ -17,6 +17,7 @@ void CWnd::GetWindowText(CString& text) const {
 int CWnd::GetWindowText(LPTSTR text, int room) const {
   if (text == nullptr || room <= 0) return 0;
   const CString whole = PeerOf(m_hWnd)->Text();
+  // Cut to the room, with its end: callers have buffers of fixed size.
   const int count = std::min(whole.GetLength(), room - 1);
   std::copy_n(whole.GetString(), count, text);
   text[count] = 0;
@@ -115,6 +116,7 @@ BOOL CWnd::SetWindowPos(const CWnd* /*after*/, int x, int y, int width, int heig
   if ((flags & SWP_NOMOVE) == 0) place.MoveToXY(x, y);
   if ((flags & SWP_NOSIZE) == 0) place.SetRect(place.left, place.top, place.left + width, place.top + height);
   if ((flags & (SWP_NOMOVE | SWP_NOSIZE)) != (SWP_NOMOVE | SWP_NOSIZE)) peer->Place(place);
+  // The only order that the desktops have in common is "in front".
   if ((flags & SWP_NOZORDER) == 0) peer->Raise();
   // Last: the window is shown or hidden at its new place, without a flash at the old one.
   if ((flags & SWP_HIDEWINDOW) != 0) peer->Show(SW_HIDE);
@@ -226,6 +228,7 @@ void CWnd::SetRedraw(BOOL on) {
   SendMessage(WM_SETREDRAW, static_cast<WPARAM>(on != 0));
 }
 
+// Made for the caller and ended by ReleaseDC, as the interface has it.
 CDC* CWnd::GetDC() {
   return m_hWnd == nullptr ? nullptr : new CClientDC(this);
 }
@@ -264,6 +267,7 @@ BOOL CWnd::GetScrollInfo(int bar, SCROLLINFO* info, UINT mask) {
 }
 
 int CWnd::SetScrollPos(int bar, int position, BOOL /*redraw*/) {
+  // Asked before: the answer is the place that the bar had.
   const int former = GetScrollPos(bar);
   SCROLLINFO info = {};
   info.fMask = SIF_POS;
