@@ -5,6 +5,9 @@
 #include "platform/win32/desktop/global_data.h"
 #include "platform/win32/services/system_object.h"
 
+// Content of ours as the system's data object, and another program's data object as our content, for drags.
+// All content goes in blocks of global memory, which every program reads.
+
 namespace lorv {
 namespace {
 
@@ -23,6 +26,7 @@ class KeptData : public CountedObject<IDataObject> {
 
   HRESULT STDMETHODCALLTYPE GetData(FORMATETC* wanted, STGMEDIUM* medium) override {
     if (medium == nullptr) return E_POINTER;
+    // Empty at failure too: a caller frees whatever it finds in it.
     *medium = {};
     const HRESULT known = QueryGetData(wanted);
     if (known != S_OK) return known;
@@ -43,6 +47,7 @@ class KeptData : public CountedObject<IDataObject> {
     *list = new FormatList(numbers_);
     return S_OK;
   }
+  // No format of ours depends on a device, which is said by an empty answer.
   HRESULT STDMETHODCALLTYPE GetCanonicalFormatEtc(FORMATETC* /*in*/, FORMATETC* out) override {
     if (out == nullptr) return E_POINTER;
     out->ptd = nullptr;
@@ -74,6 +79,7 @@ class ReadMedium {
  public:
   ReadMedium(IDataObject* data, UINT number) {
     FORMATETC wanted = FormatOf(number);
+    // A source that fails may have written to the medium; that must not be freed.
     if (data == nullptr || FAILED(data->GetData(&wanted, &medium_))) medium_ = {};
   }
   ReadMedium(const ReadMedium&) = delete;

@@ -5,10 +5,15 @@
 
 #include "platform/models/html_format.h"
 
+// Content as blocks of global memory, in the forms that the clipboard and drags know. Text has its own
+// format, HTML the system's with its header of byte offsets, and all others are the program's bytes under a
+// name that the system registers.
+
 namespace lorv {
 namespace {
 
 HGLOBAL BlockOfBytes(const void* bytes, std::size_t count) {
+  // Movable, as the clipboard demands; never of no bytes, which the system would hand out as discarded.
   const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, std::max<std::size_t>(count, 1));
   if (block == nullptr) return nullptr;
   if (count != 0) std::memcpy(GlobalLock(block), bytes, count);
@@ -77,6 +82,7 @@ std::vector<BYTE> BytesOfBlock(HGLOBAL block, const CString& format) {
   const LockedBlock locked(block);
   if (locked.First() == nullptr) return {};
   const BYTE* const first = locked.First();
+  // The system rounds blocks up: the bytes may have some more behind them.
   if (!IsHtml(format)) return std::vector<BYTE>(first, first + locked.Size());
   const std::string fragment = FragmentOfHtmlFormat({reinterpret_cast<const char*>(first), locked.Size()});
   return std::vector<BYTE>(fragment.begin(), fragment.end());

@@ -23,6 +23,7 @@ bool IsSame(const MSG& a, const MSG& b) {
 }
 
 void Offer(MSG& message) {
+  // While a menu is up its keys are its own: without this the grid below would move on with each of them.
   if (message.hwnd == nullptr || IsMenuUp()) return;
   // A message whose handler failed half way is not delivered on top of it.
   bool taken = true;

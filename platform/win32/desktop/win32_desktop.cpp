@@ -71,6 +71,7 @@ class Win32Desktop : public Desktop {
  public:
   HWND Create(const WindowRequest& request) override { return MakeNativeWindow(request); }
 
+  // Windows of others have a peer for the moment: it can be asked, and has no messages of its own.
   std::shared_ptr<WindowPeer> Find(HWND window) const override {
     if (window == nullptr) return nullptr;
     if (const auto own = RegisteredWindow(window)) return own;
@@ -148,6 +149,7 @@ class Win32Desktop : public Desktop {
   void EndCursor(int cursor) override {
     const auto own = own_cursors_.find(cursor);
     if (own == own_cursors_.end()) return;
+    // The system must not be left with a picture that is gone.
     if (GetCursor() == own->second) SetCursor(kCursorArrow);
     DestroyIcon(own->second);
     own_cursors_.erase(own);
@@ -214,6 +216,7 @@ class Win32Desktop : public Desktop {
 
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override {
     auto canvas = std::make_unique<GdiCanvas>(std::make_unique<GdiMemory>(size));
+    // White, as a new canvas is on every desktop; memory of the system's begins as black.
     canvas->Fill({0, 0, size.cx, size.cy}, RGB(255, 255, 255));
     return canvas;
   }

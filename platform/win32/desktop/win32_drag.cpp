@@ -4,6 +4,10 @@
 #include "platform/win32/desktop/drag_data.h"
 #include "platform/win32/services/system_object.h"
 
+// Drags by the system: a target for each window that accepts drops, and the source of a drag of ours. The
+// system calls both from within its own loop, so that no exception may leave them; what a handler throws is
+// carried to the call that runs the loop.
+
 namespace lorv {
 namespace {
 
@@ -13,6 +17,7 @@ class NativeTarget : public CountedObject<IDropTarget> {
   explicit NativeTarget(HWND window) : window_(window) {}
 
   HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD keys, POINTL at, DWORD* effect) override {
+    // Kept until the drag leaves: later calls come without it.
     data_.Share(data);
     return Told(keys, at, effect,
                 [](DropReceiver& receiver, const DragContent& content, const DragPlace& place) {
@@ -52,6 +57,7 @@ class NativeTarget : public CountedObject<IDropTarget> {
   template <class Tell>
   HRESULT Told(DWORD keys, POINTL at, DWORD* effect, Tell tell) {
     if (effect == nullptr) return E_POINTER;
+    // One word goes both ways: what the source allows comes in, what will be done goes out.
     const DROPEFFECT allowed = *effect;
     *effect = DROPEFFECT_NONE;
     POINT client = {at.x, at.y};
@@ -72,6 +78,7 @@ class NativeTarget : public CountedObject<IDropTarget> {
 
 class NativeSource : public CountedObject<IDropSource> {
  public:
+  // A drag may be by either button, and is over when both are up.
   HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) override {
     if (escape) return DRAGDROP_S_CANCEL;
     return (keys & (MK_LBUTTON | MK_RBUTTON)) == 0 ? DRAGDROP_S_DROP : S_OK;
@@ -100,12 +107,15 @@ bool RegisterDrops(HWND window, bool on) {
 
 DROPEFFECT RunNativeDrag(const TransferData& content, DROPEFFECT allowed) {
   if (!StartOle()) return DROPEFFECT_NONE;
+  // The system takes the mouse for itself; a window that still thought to have it would wait for a
+  // release that never comes.
   ReleaseCapture();
   const CountedReference<IDataObject> data(MakeDataObject(content));
   const CountedReference<IDropSource> source(new NativeSource);
   return CarriedFault::CallOut([&] {
     DWORD done = DROPEFFECT_NONE;
     const HRESULT end = DoDragDrop(data.Get(), source.Get(), allowed, &done);
+    // A target may answer with effects that nobody offered.
     return end == DRAGDROP_S_DROP ? done & allowed : DROPEFFECT{DROPEFFECT_NONE};
   });
 }

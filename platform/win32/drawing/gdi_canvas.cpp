@@ -44,6 +44,7 @@ class PenInUse {
   static HPEN Make(const Stroke& stroke) {
     if (stroke.width <= 1) return CreatePen(stroke.style, 1, stroke.colour);
     const LOGBRUSH brush = {BS_SOLID, stroke.colour, 0};
+    // Flat ends and sharp corners: the same pixels as on the other desktops.
     const DWORD style = static_cast<DWORD>(stroke.style) | PS_GEOMETRIC | PS_ENDCAP_FLAT | PS_JOIN_MITER;
     return ExtCreatePen(style, static_cast<DWORD>(stroke.width), &brush, 0, nullptr);
   }
@@ -54,6 +55,7 @@ class PenInUse {
 };
 
 TRIVERTEX Corner(int x, int y, COLORREF colour) {
+  // The system counts a colour's part in 16 bits here.
   const auto wide = [](BYTE part) { return static_cast<COLOR16>(part << 8U); };
   return {x, y, wide(GetRValue(colour)), wide(GetGValue(colour)), wide(GetBValue(colour)), 0};
 }
@@ -76,6 +78,7 @@ GdiMemory::GdiMemory(SIZE size, POINT corner)
     : size_{std::max<LONG>(size.cx, 0), std::max<LONG>(size.cy, 0)}, context_(CreateCompatibleDC(nullptr)) {
   BITMAPINFO info = {};
   info.bmiHeader.biSize = sizeof(info.bmiHeader);
+  // The system makes no bitmap without pixels; the size that is told stays 0.
   info.bmiHeader.biWidth = std::max<LONG>(size_.cx, 1);
   // Negative: the first row of memory is the top one.
   info.bmiHeader.biHeight = -std::max<LONG>(size_.cy, 1);
@@ -109,6 +112,7 @@ GdiCanvas::~GdiCanvas() {
 }
 
 int GdiCanvas::Dpi() const {
+  // 0 where the window has gone and there is no context any more.
   const int dots = GetDeviceCaps(target_->ContextToAsk(), LOGPIXELSY);
   return dots > 0 ? dots : kUsualDpi;
 }
@@ -171,6 +175,7 @@ void GdiCanvas::Invert(const RECT& rect) {
 }
 
 void GdiCanvas::SetFont(const LOGFONTW& font) {
+  // Cells of one look follow one another: equal fonts are not asked for again.
   if (std::memcmp(&font, &face_, sizeof(font)) == 0) return;
   face_ = font;
   font_.reset();
@@ -215,6 +220,7 @@ void GdiCanvas::PutText(POINT at, TextView text, COLORREF colour, const RECT* wi
 
 void GdiCanvas::SetClip(const RECT* clip) {
   const HDC context = Context();
+  // From the limit anew each time, as the system only ever narrows.
   SelectClipRgn(context, target_->Limit());
   if (clip != nullptr) IntersectClipRect(context, clip->left, clip->top, clip->right, clip->bottom);
 }
@@ -249,6 +255,7 @@ std::vector<DWORD> GdiCanvas::Pixels(const RECT& rect) const {
   if (copy.Pixels() == nullptr) return {};
   BitBlt(copy.Context(), 0, 0, wanted.Width(), wanted.Height(), Context(), wanted.left, wanted.top, SRCCOPY);
   GdiFlush();
+  // The system may still be drawing into the memory that is read next.
   const SIZE size = Size();
   const CRect surface(0, 0, size.cx, size.cy);
   std::vector<DWORD> pixels;

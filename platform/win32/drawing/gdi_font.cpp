@@ -48,6 +48,7 @@ const wchar_t* ChineseFace() {
 
 LOGFONTW WithInstalledFace(LOGFONTW face) {
   face.lfFaceName[LF_FACESIZE - 1] = 0;
+  // An empty name leaves the choice to the system, which does not look at the text.
   if (face.lfFaceName[0] != 0 && IsInstalled(face.lfFaceName)) return face;
   const wchar_t* const instead = ChineseFace();
   std::fill_n(face.lfFaceName, LF_FACESIZE, L'\0');

@@ -8,6 +8,7 @@
 namespace lorv {
 namespace {
 
+// An inch has 72 points.
 constexpr int kTenthsPerInch = 720;
 
 }  // namespace
@@ -45,6 +46,7 @@ void GdiPrintJob::UseWays(const PageWays& ways) {
                      {0, MulDiv(ways.tenths_of_points, GetDeviceCaps(context_, LOGPIXELSY), kTenthsPerInch)}};
   DPtoLP(context_, corners, 2);
   LOGFONTW face = {};
+  // Negative: the height of the letters, without the room above them.
   face.lfHeight = -std::abs(corners[1].y - corners[0].y);
   face.lfCharSet = DEFAULT_CHARSET;
   lstrcpynW(face.lfFaceName, ways.face, LF_FACESIZE);

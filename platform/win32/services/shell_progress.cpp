@@ -23,6 +23,7 @@ class ShellProgress : public ProgressDialog {
 
   void SetTitle(LPCTSTR title) override { dialog_->SetTitle(title); }
   bool SetAnimation(LPCTSTR module, UINT resource) override {
+    // Only a module that is loaded already: its animation is not worth loading one.
     const HMODULE loaded = GetModuleHandleW(module);
     if (loaded == nullptr) return false;
     dialog_->SetAnimation(loaded, resource);

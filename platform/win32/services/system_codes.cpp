@@ -12,6 +12,7 @@ SystemCodes::~SystemCodes() = default;
 
 unsigned SystemCodes::UnitOf(std::string_view bytes) const {
   WCHAR units[4] = {};
+  // Strictly: without the flag the system would put a sign in the place of what is none.
   const int count = MultiByteToWideChar(kNarrowCodePage, MB_ERR_INVALID_CHARS, bytes.data(),
                                         static_cast<int>(bytes.size()), units, 4);
   return count == 1 ? units[0] : 0;

@@ -36,6 +36,7 @@ class Win32Clock : public Clock {
     const FILETIME native = ToNative(time);
     SYSTEMTIME universal;
     SYSTEMTIME local;
+    // Summer time counts by the date itself and not by today.
     const bool known = time >= 0 && FileTimeToSystemTime(&native, &universal) &&
                        SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local);
     return known ? local : kFirstDay;

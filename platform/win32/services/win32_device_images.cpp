@@ -3,6 +3,10 @@
 #include "platform/ports/device_images.h"
 #include "platform/win32/drawing/gdi_canvas.h"
 
+// Images where the system's own handles come in: bitmaps of resources, bitmaps that callers hand on to the
+// system, and drawing on contexts that another program part made. A handle is looked at before it is used, as
+// callers pass what they have, stale ones too.
+
 namespace lorv {
 namespace {
 
@@ -26,6 +30,7 @@ BITMAPINFO InfoOf(int width, int height) {
   BITMAPINFO info = {};
   info.bmiHeader.biSize = sizeof(info.bmiHeader);
   info.bmiHeader.biWidth = width;
+  // Negative: the first row is the top one, as in our pictures.
   info.bmiHeader.biHeight = -height;
   info.bmiHeader.biPlanes = 1;
   info.bmiHeader.biBitCount = 32;
@@ -37,6 +42,7 @@ class Win32DeviceImages : public DeviceImages {
   std::string BitmapResource(HINSTANCE module, unsigned number) override {
     // The numbers of resources have 16 bits; a larger one would be taken for the address of a name.
     if (number == 0 || number > 0xFFFF) return {};
+    // The number 2 is the system's kind "bitmap".
     const HRSRC found =
         FindResourceW(module, MAKEINTRESOURCEW(static_cast<WORD>(number)), MAKEINTRESOURCEW(2));
     if (found == nullptr) return {};
@@ -71,7 +77,9 @@ class Win32DeviceImages : public DeviceImages {
     const int rows =
         GetDIBits(screen, bitmap, 0, static_cast<UINT>(facts.bmHeight), read.data(), &info, DIB_RGB_COLORS);
     ReleaseDC(nullptr, screen);
+    // A bitmap that is selected somewhere cannot be read: no picture is better than half of one.
     if (rows != facts.bmHeight) return false;
+    // The system leaves the fourth byte as it likes; a bitmap of its own has no alpha.
     for (DWORD& pixel : read) pixel |= 0xFF000000;
     size = {facts.bmWidth, facts.bmHeight};
     pixels = std::move(read);
@@ -92,6 +100,7 @@ DeviceImages& NativeDeviceImages() {
   return images;
 }
 
+// Modules have their resources from the linker here; elsewhere they are told by this call.
 void AddBitmapResource(HINSTANCE /*module*/, unsigned /*number*/, std::string_view /*bitmap*/) {}
 
 }  // namespace lorv

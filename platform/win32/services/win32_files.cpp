@@ -13,6 +13,7 @@ namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr std::size_t kLongestPath = 32768;
+// The system's calls count in 32 bits.
 constexpr std::size_t kLargestTransfer = std::size_t{1} << 30;
 
 FILETIME ToNative(std::int64_t time) {

@@ -21,6 +21,7 @@ class LoadedModule : public SharedLibrary {
 }  // namespace
 
 std::unique_ptr<SharedLibrary> OpenSharedLibrary(std::initializer_list<const char*> names) {
+  // The first that is there: versions of one library have different names.
   for (const char* const name : names)
     if (const HMODULE module = LoadLibraryA(name)) return std::make_unique<LoadedModule>(module);
   return nullptr;

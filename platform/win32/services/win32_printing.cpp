@@ -17,6 +17,7 @@ class Win32Printing : public Printing {
     PRINTDLGW choice = {};
     choice.lStructSize = sizeof(choice);
     choice.hwndOwner = owner;
+    // Copies are the driver's affair: pages are sent once.
     choice.Flags = flags | PD_RETURNDC | PD_USEDEVMODECOPIESANDCOLLATE;
     const bool taken = PrintDlgW(&choice) != 0;
     // Given whatever was chosen, and ours to free.

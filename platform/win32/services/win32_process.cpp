@@ -27,6 +27,7 @@ class Win32Process : public Process {
   CString ModulePath(HINSTANCE module, int limit) override {
     std::vector<TCHAR> path(static_cast<std::size_t>(std::max(limit, 1)) + 1);
     GetModuleFileNameW(module, path.data(), static_cast<DWORD>(std::max(limit, 1)));
+    // The callers' buffers hold one unit less than their size.
     return CString(static_cast<LPCTSTR>(path.data())).Left(limit - 1);
   }
 
@@ -51,6 +52,7 @@ class Win32Process : public Process {
     const HMODULE loaded = GetModuleHandleW(module);
     if (loaded == nullptr) return false;
     using Entry = void(WINAPI*)(void*);
+    // By number: the entry has no name.
     const FARPROC found = GetProcAddress(loaded, MAKEINTRESOURCEA(ordinal));
     if (found == nullptr) return false;
     reinterpret_cast<Entry>(reinterpret_cast<void*>(found))(record);

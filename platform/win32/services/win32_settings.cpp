@@ -8,6 +8,7 @@ namespace {
 class Win32Settings : public Settings {
  public:
   int FileValue(LPCTSTR file, LPCTSTR section, LPCTSTR key, int fallback) override {
+    // The system gives a number without sign: what is beyond 31 bits comes out negative.
     return static_cast<int>(GetPrivateProfileIntW(section, key, fallback, file));
   }
 

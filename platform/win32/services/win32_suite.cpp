@@ -17,6 +17,7 @@ constexpr int kLongestPath = 4096;
 CString EnvironmentValue(LPCTSTR name) {
   std::vector<TCHAR> value(kLongestPath);
   const DWORD length = GetEnvironmentVariableW(name, value.data(), kLongestPath);
+  // A value that does not fit is none: half a path would name another folder.
   return length < kLongestPath ? CString(value.data(), static_cast<int>(length)) : CString();
 }
 

@@ -7,9 +7,14 @@
 #include "framework/windows/accessible_window.h"
 #include "platform/win32/services/system_object.h"
 
+// Our accessible objects as the system's screen readers ask for them. Each answer is made from the object at
+// the time, which may be of a window that has gone: then the reader is told so. Names, roles and states are
+// translated here and nowhere else.
+
 namespace lorv {
 namespace {
 
+// In the order of AccessRole.
 constexpr LONG kRoles[] = {ROLE_SYSTEM_WINDOW,       ROLE_SYSTEM_DIALOG,     ROLE_SYSTEM_PANE,
                            ROLE_SYSTEM_GROUPING,     ROLE_SYSTEM_TABLE,      ROLE_SYSTEM_CELL,
                            ROLE_SYSTEM_COLUMNHEADER, ROLE_SYSTEM_ROWHEADER,  ROLE_SYSTEM_TEXT,
@@ -39,6 +44,7 @@ LONG SystemState(unsigned bits) {
   LONG state = 0;
   for (const StatePair& pair : kStates)
     if ((bits & pair.ours) != 0) state |= pair.system;
+  // The system knows no "can be opened": what is not open and could be is closed.
   const bool closed = (bits & kAccessExpandable) != 0 && (bits & kAccessExpanded) == 0;
   return closed ? state | STATE_SYSTEM_COLLAPSED : state;
 }
@@ -97,6 +103,7 @@ class Provider : public CountedObject<IAccessible> {
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT /*which*/, LCID /*locale*/, ITypeInfo** /*info*/) override {
     return E_NOTIMPL;
   }
+  // Readers call by the interface's own table; scripts by name are not served.
   HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID /*iid*/, LPOLESTR* /*names*/, UINT /*count*/,
                                           LCID /*locale*/, DISPID* /*ids*/) override {
     return E_NOTIMPL;
@@ -162,6 +169,7 @@ class Provider : public CountedObject<IAccessible> {
   HRESULT STDMETHODCALLTYPE get_accSelection(VARIANT* selection) override {
     return Answer(selection, [&] {
       const std::vector<Object> selected = object_->Selected();
+      // One is given itself, several as a list: so the interface wants it.
       if (selected.size() < 2) return GiveObject(selected.empty() ? nullptr : selected.front(), selection);
       selection->vt = VT_UNKNOWN;
       selection->punkVal = new ObjectList(selected);
@@ -176,6 +184,7 @@ class Provider : public CountedObject<IAccessible> {
   }
   HRESULT STDMETHODCALLTYPE accSelect(LONG flags, VARIANT which) override {
     return Of(which, [&](AccessibleObject& one) {
+      // The focus first: taking it may change the selection that is asked for next.
       if ((flags & SELFLAG_TAKEFOCUS) != 0) one.Do(AccessAction::Focus);
       constexpr LONG kOn = SELFLAG_TAKESELECTION | SELFLAG_ADDSELECTION;
       if ((flags & (kOn | SELFLAG_REMOVESELECTION)) == 0) return S_OK;
@@ -227,6 +236,7 @@ class Provider : public CountedObject<IAccessible> {
   // What a handler of the class throws does not pass through the system.
   template <class Work>
   HRESULT Living(Work work) const {
+    // A handler may let go of the last count of this object in the middle of the call.
     const Object keep = object_;
     try {
       return keep->Exists() ? static_cast<HRESULT>(work()) : CO_E_OBJNOTCONNECTED;
@@ -262,6 +272,7 @@ class Provider : public CountedObject<IAccessible> {
   Object Which(const VARIANT& which) const {
     if (which.vt != VT_I4) return nullptr;
     if (which.lVal == CHILDID_SELF) return object_;
+    // Positive numbers are children by place; negative ones are those that our events name.
     return which.lVal > 0 ? object_->Child(which.lVal - 1) : object_->Numbered(-std::int64_t{which.lVal});
   }
 

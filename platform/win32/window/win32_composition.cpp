@@ -20,6 +20,7 @@ class InputContext {
   HIMC Handle() const { return context_; }
 
   CString Text(DWORD which) const {
+    // Asked for its length first; negative numbers are the system's errors.
     const LONG bytes = context_ == nullptr ? 0 : ImmGetCompositionStringW(context_, which, nullptr, 0);
     if (bytes <= 0) return {};
     CString text;

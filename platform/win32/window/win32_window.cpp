@@ -51,6 +51,8 @@ LRESULT Win32Window::Receive(UINT message, WPARAM w, LPARAM l) {
   // Whoever looks up the handle in a handler must find the window, and this object must outlive its call.
   const auto keep = shared_from_this();
   if (message == WM_NCDESTROY) return Ended(w, l);
+  // Before the object has the handle there is nobody to hear of messages, but for the
+  // first that a class waits for.
   if (phase_ == Phase::kMaking) return message == WM_CREATE ? Created(w, l) : Default(message, w, l);
   if (message == WM_DESTROY) EndDrops();
   if (message == WM_DESTROY) destroying_ = true;
@@ -84,6 +86,7 @@ LRESULT Win32Window::Created(WPARAM w, LPARAM l) {
     return true;
   });
   phase_ = Phase::kLiving;
+  // The request is the maker's, on its stack: it is not touched after this.
   request_ = nullptr;
   return result;
 }
@@ -103,11 +106,13 @@ LRESULT Win32Window::Ended(WPARAM w, LPARAM l) {
 
 void Win32Window::Finish() {
   if (DrawsItself() || kind_ == WindowKind::Dialog || font_ != nullptr) return;
+  // The system's controls begin with its old font of dots; dialogs set their own later.
   font_ = SharedFont(SystemDialogFont());
   Default(WM_SETFONT, reinterpret_cast<WPARAM>(font_->Handle()), FALSE);
 }
 
 void Win32Window::Destroy() {
+  // A handler of the destruction may ask for it once more.
   if (!Exists() || std::exchange(destroying_, true)) return;
   const bool gone = CarriedFault::CallOut([&] {
     FreeModalOwner(handle_);
@@ -118,6 +123,7 @@ void Win32Window::Destroy() {
 
 LRESULT Win32Window::Default(UINT message, WPARAM w, LPARAM l) {
   if (!Exists()) return 0;
+  // Of a window that is not ours nothing is known behind its procedure: the message is sent as it is.
   if (!ours_) return CarriedFault::CallOut([&] { return SendMessageW(handle_, message, w, l); });
   // The control's own procedure frees its memory at it and must see it once only.
   if (message == WM_NCDESTROY && std::exchange(saw_the_end_, true)) return 0;

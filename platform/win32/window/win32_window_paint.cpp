@@ -68,6 +68,7 @@ class GdiRegion {
 
   HRGN Handle() const { return handle_; }
   std::vector<CRect> Rects() const {
+    // The system writes a head and rectangles into one block, which must lie as its words do.
     std::vector<DWORD> room((GetRegionData(handle_, 0, nullptr) + sizeof(DWORD) - 1) / sizeof(DWORD));
     auto* const data = reinterpret_cast<RGNDATA*>(room.data());
     if (room.empty() || GetRegionData(handle_, static_cast<DWORD>(room.size() * sizeof(DWORD)), data) == 0)
@@ -90,6 +91,7 @@ class PaintTarget : public GdiTarget {
     Begin();
     const CRect dirty(paint_.rcPaint);
     memory_ = PaintMemory::Take(dirty.Size(), dirty.TopLeft());
+    // The memory begins at the corner of what is painted, and regions count in its pixels.
     OffsetRgn(limit_.Handle(), -dirty.left, -dirty.top);
     SelectClipRgn(memory_->Context(), limit_.Handle());
   }

@@ -48,6 +48,7 @@ int Win32Window::HeightToAsk(int height) const {
   if (kind_ != WindowKind::Combo) return height;
   const DWORD style = handle_ == nullptr ? request_->style : Style();
   if ((style & 3U) == CBS_SIMPLE) return height;
+  // The letters, and four pixels above and below them.
   const int line = -SystemDialogFont().lfHeight + 8;
   return std::max(height, (kOpenedLines + 1) * line);
 }
@@ -96,6 +97,7 @@ SIZE Win32Window::FrameSize(SIZE client) const {
 
 void Win32Window::Show(int how) {
   if (!Exists()) return;
+  // A tip or a list must not take the activation, however it is asked to show.
   const bool activates = how != SW_HIDE && how != SW_SHOWNOACTIVATE;
   if (kind_ == WindowKind::Popup && activates) how = SW_SHOWNA;
   CarriedFault::CallOut([&] {

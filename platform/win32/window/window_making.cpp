@@ -83,6 +83,7 @@ void RegisterOwnClass(const wchar_t* name) {
   if (GetClassInfoExW(OwnModule(), name, &known)) return;
   WNDCLASSEXW fresh = {};
   fresh.cbSize = sizeof(fresh);
+  // Without it the second press of a double click would come as another single one.
   fresh.style = CS_DBLCLKS;
   fresh.lpfnWndProc = &DefWindowProcW;
   fresh.hInstance = OwnModule();
@@ -107,6 +108,7 @@ HWND MakeRaw(const WindowRequest& request, const Win32Window& window) {
   if (popup) style &= ~static_cast<DWORD>(WS_VISIBLE);
   const RECT& place = request.place;
   const int height = window.HeightToAsk(place.bottom - place.top);
+  // One argument is the number of a child and the menu of any other window.
   const auto menu = reinterpret_cast<HMENU>(static_cast<UINT_PTR>(child ? request.id : 0));
   return CreateWindowExW(request.ex_style | (popup ? kPopupStyle : 0), ClassToMake(request), request.text,
                          style, place.left, place.top, place.right - place.left, height, request.parent, menu,
@@ -125,6 +127,7 @@ void SubclassInnerEdit(HWND combo) {
 }  // namespace
 
 bool TakeOverWindow(HWND handle, Win32Window& window) {
+  // Messages of another thread's window would run handlers there, which no class expects.
   if (GetWindowThreadProcessId(handle, nullptr) != GetCurrentThreadId()) return false;
   Subclass(handle, window);
   return true;
