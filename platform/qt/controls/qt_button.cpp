@@ -70,8 +70,10 @@ void QtButton::ShowFocus() {
 void QtButton::ShowState() {
   auto* const button = dynamic_cast<QAbstractButton*>(Widget());
   if (button == nullptr) return;
+  // Set by the behaviour, as the mouse's press never reaches the widget itself.
   button->setDown(IsPushed());
   if (auto* const box = dynamic_cast<QCheckBox*>(button)) {
+    // In the order of the messages' numbers.
     constexpr Qt::CheckState kStates[] = {Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked};
     box->setCheckState(kStates[Check()]);
   } else if (button->isCheckable()) {

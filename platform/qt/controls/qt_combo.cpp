@@ -44,6 +44,7 @@ HWND QtCombo::KeyTarget() const {
 
 CRect QtCombo::EditPlace() const {
   const CRect client(ClientRect());
+  // The arrow is as wide as a scroll bar, with the widget's line beside it.
   const int arrow = list_.style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 2;
   return CRect(1, 1, std::max(client.right - arrow, LONG{1}), std::max(client.bottom - 1, LONG{1}));
 }
@@ -64,6 +65,7 @@ void QtCombo::ShowDropped(bool on) {
 }
 
 void QtCombo::ShowDroppedWidth(UINT width) {
+  // Bounded, as the number comes from a message and may be any.
   list_.view()->setMinimumWidth(static_cast<int>(std::min(width, UINT{0x7FFF})));
 }
 
@@ -72,6 +74,7 @@ void QtCombo::ListClosed() {
   if (!Dropped()) return;
   Home().Mailbox()->Leave([&desk = Home(), handle = Handle()] {
     const auto window = std::dynamic_pointer_cast<QtCombo>(desk.Window(handle));
+    // The class may have closed the list meanwhile, or ended the window.
     if (window == nullptr || !window->Dropped()) return;
     const int picked = window->picked_;
     window->CloseBy(picked >= 0);

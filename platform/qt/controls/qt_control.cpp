@@ -40,6 +40,7 @@ void QtControl::ShowFont(const QFont& font) {
 
 LRESULT QtControl::Default(UINT message, WPARAM w, LPARAM l) {
   if (message == WM_PAINT) {
+    // The default came through: the class left the painting to the widget.
     natively_ = true;
     return 0;
   }
@@ -58,6 +59,7 @@ void QtControl::AskToPaint() {
 // The widget set paints on its own account as well. The class is asked afterwards, not in the middle of that,
 // and what it then draws is shown by the next round.
 bool QtControl::TakePaint(QObject* receiver, QPaintEvent& event) {
+  // Nobody to ask: a control without an object is painted by its widget.
   if (receiver != Pane() || MappedWindow(Handle()) == nullptr) return false;
   if (!std::exchange(asked_, false)) WantPaint();
   if (natively_) return false;

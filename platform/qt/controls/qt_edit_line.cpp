@@ -38,6 +38,7 @@ class LinePane : public QtEditPane {
   void Set(const CString& text) override {
     undone_ = false;
     line_.setText(ToQt(text.View()));
+    // Messages that set a text leave the caret in front; the widget would put it behind.
     line_.setCursorPosition(0);
   }
   void Replace(const CString& text) override {

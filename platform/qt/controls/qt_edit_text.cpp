@@ -51,6 +51,7 @@ QString WithSingleEnds(const CString& text) {
 class TextPane : public QtEditPane {
  public:
   TextPane(QWidget* around, std::function<void()> changed) : text_(*new QPlainTextEdit(around)) {
+    // Where Tab goes is decided by the dialog, before the widget sees it.
     text_.setTabChangesFocus(false);
     text_.document()->setDocumentMargin(1);
     QObject::connect(&text_, &QPlainTextEdit::textChanged, &text_, [told = std::move(changed)] { told(); });
@@ -63,6 +64,7 @@ class TextPane : public QtEditPane {
     text_.setFrameShape(framed ? QFrame::Box : QFrame::NoFrame);
     text_.setLineWidth(1);
     text_.setReadOnly((style & ES_READONLY) != 0);
+    // An edit that does not scroll sideways breaks its lines, as on Windows.
     const bool wraps = (style & ES_AUTOHSCROLL) == 0;
     text_.setLineWrapMode(wraps ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
     const auto policy = [style](DWORD bit) {
@@ -107,6 +109,7 @@ class TextPane : public QtEditPane {
     const auto mode = extend ? QTextCursor::KeepAnchor : QTextCursor::MoveAnchor;
     int times = 1;
     if (step == Step::PageUp || step == Step::PageDown) {
+      // A page is what is seen less one line, which stays in sight.
       times = std::max(text_.viewport()->height() / std::max(text_.fontMetrics().lineSpacing(), 1) - 1, 1);
       step = step == Step::PageUp ? Step::Up : Step::Down;
     }
@@ -120,6 +123,7 @@ class TextPane : public QtEditPane {
     LayOut();
     std::vector<int> starts;
     for (QTextBlock block = text_.document()->begin(); block.isValid(); block = block.next()) {
+      // Each line end in front counts one unit more than the widget has for it.
       const int first = block.position() + block.blockNumber();
       const QTextLayout* const layout = block.layout();
       const int lines = layout->lineCount();

@@ -18,6 +18,7 @@ CString QtItemStore::Text(int index) const {
 }
 
 void QtItemStore::Put(int index, const CString& text) {
+  // Two steps: the widgets' models take no text with a row.
   model_.insertRow(index);
   model_.setData(model_.index(index, 0), ToQt(text.View()), Qt::DisplayRole);
 }

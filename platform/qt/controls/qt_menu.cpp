@@ -42,6 +42,7 @@ void AddEntry(QMenu& menu, const MenuEntry& entry) {
     action->setData(entry.id);
   }
   action->setEnabled((entry.flags & (MF_GRAYED | MF_DISABLED)) == 0);
+  // Only entries with a tick: others would show an empty box for one.
   action->setCheckable((entry.flags & MF_CHECKED) != 0);
   action->setChecked((entry.flags & MF_CHECKED) != 0);
 }
@@ -63,6 +64,7 @@ void Fill(QtColumnMenu& menu, const MenuModel& model) {
 }
 
 QPoint CornerOf(QSize size, POINT screen, UINT flags) {
+  // The flags say which side of the menu stands at the point.
   QPoint at = ToQt(screen);
   if ((flags & TPM_RIGHTALIGN) != 0) at.rx() -= size.width();
   if ((flags & TPM_CENTERALIGN) != 0) at.rx() -= size.width() / 2;

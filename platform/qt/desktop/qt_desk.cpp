@@ -67,10 +67,12 @@ void ProvideApplication() {
   static char name[] = "lorv";
   static char* arguments[] = {name, nullptr};
   if (qobject_cast<QApplication*>(QApplication::instance()) != nullptr) return;
+  // An application without widgets cannot be replaced, nor one be made without a screen.
   if (QApplication::instance() != nullptr || !HasScreen()) AfxThrowResourceException();
   const InRealPixels counted;
   static const QApplication* const application = new QApplication(count, arguments);
   static_cast<void>(application);
+  // Programs end by their own messages: closing the last window is not the end here.
   QApplication::setQuitOnLastWindowClosed(false);
 }
 
@@ -142,6 +144,7 @@ void QtDesk::NameAfter(HWND label) {
 
 void QtDesk::Forget(HWND window) {
   DesktopModel::Forget(window);
+  // A window that is gone cannot become active any more: nobody need wait for it.
   if (asked_ == window) asked_ = nullptr;
 }
 
@@ -157,10 +160,12 @@ QtDesk::Event::~Event() {
 }
 
 void QtDesk::DeleteLater(QWidget* widget, std::uint64_t born) {
+  // Within no event nobody can be in the widget's code.
   if (live_events_.empty()) {
     delete widget;
     return;
   }
+  // It is gone for the user already.
   widget->hide();
   doomed_.push_back({widget, born});
 }

@@ -43,6 +43,7 @@ DROPEFFECT OneOf(DROPEFFECT effects) {
 std::unique_ptr<QMimeData> ToMime(const TransferData& data) {
   auto content = std::make_unique<QMimeData>();
   if (data.HasText())
+    // Line ends as programs on these systems write them; coming in they are made those of the messages.
     content->setText(ToQt(data.Text().View()).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
   for (const auto& [format, bytes] : data.Formats()) {
     const auto size = static_cast<qsizetype>(bytes.size());
@@ -102,6 +103,7 @@ bool QtWindow::TakeDrag(QEvent& event) {
 // The source is any widget of ours: a drag needs one to tell it when it is over.
 DROPEFFECT QtDesk::Drag(const TransferData& content, DROPEFFECT allowed) {
   const auto window = Window(Hovered() != nullptr ? Hovered() : Active());
+  // A second drag within the first would take its mouse away.
   if (window == nullptr || dragging_ || ActionsOf(allowed) == Qt::DropActions()) return DROPEFFECT_NONE;
   SetCapture(nullptr);
   // The widget may go with its window while it is dragged: the drag belongs to none.

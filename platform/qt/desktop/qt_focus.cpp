@@ -64,12 +64,14 @@ void QtDesk::FocusArrived(HWND window) {
 
 // Between two windows of ours nobody has the focus for a moment: it is lost if it stays away.
 void QtDesk::FocusLeft() {
+  // Milliseconds: longer than window systems take, and too short for a user to notice.
   constexpr int kMoment = 100;
   QTimer::singleShot(kMoment, [this, mailbox = mailbox_] { mailbox->Leave([this] { LeaveProgram(); }); });
 }
 
 void QtDesk::LeaveProgram() {
   const bool stays = QGuiApplication::focusWindow() != nullptr && !IsForeign(QApplication::activeWindow());
+  // A menu takes the focus from the window that it belongs to, which stays active all the same.
   if (stays || QApplication::activePopupWidget() != nullptr) return;
   if (asked_ != nullptr || Active() == nullptr) return;
   elsewhere_ = true;
@@ -79,6 +81,7 @@ void QtDesk::LeaveProgram() {
 void QtDesk::CaptureChanged(HWND former) {
   if (const auto last = Window(former)) last->Widget()->releaseMouse();
   const auto fresh = Window(Capture());
+  // A widget that is not shown cannot have the mouse, and Qt would complain.
   if (fresh != nullptr && fresh->Widget()->isVisible()) fresh->Widget()->grabMouse();
 }
 

@@ -88,6 +88,7 @@ TCHAR FixedCharacter(int key) {
 
 int VirtualKeyOf(const QKeyEvent& event) {
   const int key = event.key();
+  // First: on the pad the same signs are other keys.
   if ((event.modifiers() & Qt::KeypadModifier) != 0 && OnPad(key) != 0) return OnPad(key);
   if (IsLetterOrDigit(key) || key == Qt::Key_Space) return key;
   if (key >= Qt::Key_F1 && key <= Qt::Key_F24) return VK_F1 + (key - Qt::Key_F1);

@@ -13,6 +13,7 @@
 namespace lorv {
 namespace {
 
+// Two sorts: the later one, painting, waits until nothing else is to be done.
 constexpr QEvent::Type kErrand = QEvent::User;
 constexpr QEvent::Type kLastErrand = static_cast<QEvent::Type>(QEvent::User + 1);
 
@@ -64,6 +65,7 @@ void QtMailbox::RunNext(bool last) {
     const std::lock_guard<std::mutex> lock(mutex_);
     auto& waiting = errands_[last ? 1 : 0];
     if (held_ > 0 || waiting.empty()) return;
+    // Taken out before it runs: it may leave others, or wait in a loop of its own.
     errand = std::move(waiting.front());
     waiting.pop_front();
   }
@@ -83,6 +85,7 @@ void QtMailbox::Close() {
   QObject* gone = nullptr;
   {
     const std::lock_guard<std::mutex> lock(mutex_);
+    // Events that still wait go with their receiver, errands are never run after this.
     gone = std::exchange(receiver_, nullptr);
   }
   delete gone;

@@ -80,6 +80,7 @@ void QtDesk::WatchScreen(QScreen* screen) {
 void QtDesk::MeasureScreen() {
   const QScreen* const screen = QGuiApplication::primaryScreen();
   if (screen == nullptr) return;
+  // One scale for all windows, that of the first screen: Qt is told to count real pixels.
   dpi_ = static_cast<int>(std::lround(screen->logicalDotsPerInchY()));
   ratio_ = screen->devicePixelRatio();
   SetDialogDpi(dpi_);

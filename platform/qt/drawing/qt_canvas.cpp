@@ -25,6 +25,7 @@ class QtDrawing {
   QtDrawing(const QtCanvas& canvas, const CRect& bounds, const RECT* within = nullptr)
       : ground_(*canvas.ground_), part_(bounds & canvas.clip_) {
     if (within != nullptr) part_ &= *within;
+    // What lies outside the clip takes no painter and no lock.
     if (part_.IsRectEmpty() != 0) return;
     painter_ = ground_.Open(part_);
     if (painter_ != nullptr) UseClip(canvas, within);
@@ -110,6 +111,7 @@ QColor Mixed(COLORREF first, COLORREF last, int at, int length) {
                 Between(GetBValue(first), GetBValue(last), at, length));
 }
 
+// Shaped ahead, so that drawing takes the glyphs as they are.
 QStaticText Shaped(const QString& text, const QFont& font) {
   QStaticText shaped(text);
   shaped.setTextFormat(Qt::PlainText);
@@ -137,6 +139,7 @@ void QtCanvas::SetClip(const RECT* clip) {
   clip_parts_ = limit_;
   if (clip != nullptr) clip_parts_.Keep(*clip);
   clip_ = clip_parts_.Bounds();
+  // A rectangle alone is cheaper for the painter than a region of one.
   if (clip_parts_.Rects().size() <= 1) clip_parts_.Clear();
   ++clip_number_;
 }

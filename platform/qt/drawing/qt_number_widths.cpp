@@ -3,6 +3,10 @@
 #include <QString>
 #include <cmath>
 
+// Widths of numbers from those of their characters and pairs. Each is asked of the font once and kept
+// in the 64ths of a pixel that the toolkit adds up itself, so the sum rounds as the font's own
+// measure of the whole text.
+
 namespace lorv {
 namespace {
 
@@ -29,6 +33,7 @@ std::int32_t QtNumberWidths::Added(unsigned before, unsigned sign) {
   std::int32_t& added = pairs_[(before + 1) * kCount + sign];
   if (added == kUnknown) {
     const char16_t both[] = {static_cast<char16_t>(kFirst + before), static_cast<char16_t>(kFirst + sign)};
+    // The pair less its first character: what the font moves the two together is in it.
     added = Measured(both, 2) - Single(before);
   }
   return added;
@@ -41,11 +46,13 @@ std::optional<int> QtNumberWidths::Width(TextView text) {
   bool first = true;
   for (const TCHAR unit : text) {
     const unsigned sign = static_cast<unsigned>(unit) - kFirst;
+    // Another character makes the whole text one that only the font can measure.
     if (sign >= kCount) return std::nullopt;
     sum += first ? Single(sign) : Added(before, sign);
     before = sign;
     first = false;
   }
+  // To the nearest pixel; there are 64 parts in one.
   return (sum + kParts / 2) >> 6;
 }
 

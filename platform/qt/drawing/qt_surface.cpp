@@ -51,12 +51,14 @@ void QtSurface::Resize(SIZE size, double ratio) {
   Provide();
   if (image_.isNull()) return;
   QPainter painter(&image_);
+  // What was there stays until the class has painted anew, so that a window that grows does not flash.
   painter.drawImage(QPoint(0, 0), before);
 }
 
 void QtSurface::Provide() {
   if (!image_.isNull() || size_.cx == 0 || size_.cy == 0) return;
   const auto device = [this](int length) { return static_cast<int>(std::ceil(length * ratio_)); };
+  // Without alpha: what a window shows is opaque.
   image_ = QImage(device(size_.cx), device(size_.cy), QImage::Format_RGB32);
   if (image_.isNull()) return;
   image_.setDevicePixelRatio(ratio_);

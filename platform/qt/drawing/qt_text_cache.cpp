@@ -32,6 +32,7 @@ TEXTMETRIC MeasuresOf(const QFont& font) {
   metrics.tmHeight = measured.height();
   metrics.tmAscent = measured.ascent();
   metrics.tmDescent = measured.height() - measured.ascent();
+  // From the size in pixels, which all our fonts are made by.
   metrics.tmInternalLeading = std::max(measured.height() - font.pixelSize(), 0);
   metrics.tmExternalLeading = std::max(measured.leading(), 0);
   metrics.tmAveCharWidth = measured.averageCharWidth();

@@ -34,6 +34,7 @@ class QtPage : public QtGround {
   SIZE Size() const override { return size_; }
   int Dpi() const override { return dpi_; }
   void Finish() {
+    // The clip of a canvas would hold on the next page as well.
     if (painter_ != nullptr) painter_->setClipping(false);
     // Canvases of a finished page may live on: they draw nothing.
     painter_ = nullptr;

@@ -5,6 +5,10 @@
 #include "platform/qt/desktop/qt_text.h"
 #include "platform/qt/window/qt_accessible_window.h"
 
+// A part of a window, such as a cell, as Qt's accessibility asks for it. It knows its widget and our
+// object, which may both be gone: every answer looks first. Other parts are found by the window, which
+// keeps one interface for each.
+
 namespace lorv {
 namespace {
 
@@ -17,6 +21,7 @@ QString NameOf(AccessAction action) {
     case AccessAction::ShowList:
       return QAccessibleActionInterface::showMenuAction();
     case AccessAction::Edit:
+      // The one action for which Qt has no name of its own.
       return QStringLiteral("Edit");
     default:
       return QAccessibleActionInterface::setFocusAction();
@@ -26,6 +31,7 @@ QString NameOf(AccessAction action) {
 }  // namespace
 
 QAccessible::Role QtRoleOf(AccessRole role) {
+  // In the order of AccessRole.
   constexpr QAccessible::Role kRoles[] = {
       QAccessible::Window,       QAccessible::Dialog,     QAccessible::Pane,         QAccessible::Grouping,
       QAccessible::Table,        QAccessible::Cell,       QAccessible::ColumnHeader, QAccessible::RowHeader,
@@ -45,6 +51,7 @@ QAccessible::State QtStateOf(unsigned bits) {
   state.readOnly = has(kAccessReadOnly);
   state.editable = !has(kAccessReadOnly | kAccessDisabled);
   state.disabled = has(kAccessDisabled);
+  // Scrolled out counts as not seen, so that readers do not send their users there by the mouse.
   state.invisible = has(kAccessHidden | kAccessOffscreen);
   state.offscreen = has(kAccessOffscreen);
   state.checkable = has(kAccessCheckable);
@@ -98,6 +105,7 @@ QAccessibleInterface* QtAccessiblePart::child(int index) const {
 
 int QtAccessiblePart::indexOfChild(const QAccessibleInterface* child) const {
   const auto* const part = dynamic_cast<const QtAccessiblePart*>(child);
+  // Parts of other windows have numbers of their own.
   if (part == nullptr || part->widget_ != widget_) return -1;
   const auto parent = part->object_->Parent();
   const bool ours = parent != nullptr && parent->Number() == object_->Number();
@@ -129,6 +137,7 @@ QAccessible::State QtAccessiblePart::state() const {
 
 void* QtAccessiblePart::interface_cast(QAccessible::InterfaceType type) {
   const bool cell = object_->Row() >= 0 || object_->Column() >= 0;
+  // Items of lists are parts, too, and stand in no table.
   if (type == QAccessible::TableCellInterface && cell)
     return static_cast<QAccessibleTableCellInterface*>(this);
   if (type == QAccessible::ActionInterface) return static_cast<QAccessibleActionInterface*>(this);

@@ -12,6 +12,10 @@
 #include "platform/qt/window/qt_accessible.h"
 #include "platform/qt/window/qt_accessible_part.h"
 
+// A window as Qt's accessibility asks for it: what our object tree says of it where there is one, else what
+// Qt knows of the widget. Interfaces of parts are made when they are asked for and given up when there are
+// many, so that a reader that walks through a table does not fill the memory.
+
 namespace lorv {
 
 QtAccessibleWindow::QtAccessibleWindow(QWidget* widget, HWND window)
@@ -28,12 +32,14 @@ QtAccessibleWindow* QtAccessibleWindow::Of(QWidget* widget) {
 
 std::shared_ptr<AccessibleObject> QtAccessibleWindow::Tree() const {
   const auto peer = DesktopInForce().Find(window_);
+  // Qt answers for the other controls; of a button it would press the widget and send no message.
   const bool button = peer != nullptr && peer->Kind() == WindowKind::Button;
   return button || HasOwnAccessible(window_) ? AccessibleOf(window_) : nullptr;
 }
 
 void QtAccessibleWindow::GiveUpParts(bool all) {
   sweep_wanted_ = false;
+  // Too many are given up together: which of them a reader still holds is not known.
   all = all || parts_.size() > kMaxKeptParts;
   for (auto at = parts_.begin(); at != parts_.end();) {
     const auto* const part = QAccessible::accessibleInterface(at->second);
@@ -49,6 +55,7 @@ void QtAccessibleWindow::GiveUpParts(bool all) {
 // Whoever asks holds what it was given before: nothing is given up in the middle of its questions.
 QAccessibleInterface* QtAccessibleWindow::Part(const std::shared_ptr<AccessibleObject>& object) {
   if (object == nullptr) return nullptr;
+  // Another window's object belongs to that window's interface, and number 0 is the window itself.
   if (object->Window() != window_ || object->Number() == 0) {
     QWidget* const other = object->Window() == window_ ? widget() : QtWidgetOf(object->Window());
     return other == nullptr ? nullptr : QAccessible::queryAccessibleInterface(other);
@@ -87,12 +94,14 @@ int QtAccessibleWindow::childCount() const {
   const auto tree = Tree();
   const int parts = tree == nullptr ? 0 : tree->ChildCount();
   const int widgets = QAccessibleWidget::childCount();
+  // Large tables alone reach the most that can be counted.
   return parts > std::numeric_limits<int>::max() - widgets ? parts : parts + widgets;
 }
 
 QAccessibleInterface* QtAccessibleWindow::child(int index) const {
   const auto tree = Tree();
   const int parts = tree == nullptr ? 0 : tree->ChildCount();
+  // Parts first and widgets behind them, as they are counted.
   return index < parts ? PartOf(tree->Child(index)) : QAccessibleWidget::child(index - parts);
 }
 
@@ -106,6 +115,7 @@ int QtAccessibleWindow::indexOfChild(const QAccessibleInterface* child) const {
 }
 
 QAccessibleInterface* QtAccessibleWindow::childAt(int x, int y) const {
+  // Widgets lie on top of what the window draws.
   if (QAccessibleInterface* const inner = QAccessibleWidget::childAt(x, y)) return inner;
   const auto tree = Tree();
   return tree == nullptr ? nullptr : PartOf(tree->At({x, y}));
@@ -177,6 +187,7 @@ QList<int> QtAccessibleWindow::SelectedLines(bool rows) const {
   std::map<int, int> counts;
   for (const auto& selected : tree->Selected()) ++counts[rows ? selected->Row() : selected->Column()];
   QList<int> lines;
+  // A row is selected when all of its cells are.
   for (const auto& [line, count] : counts)
     if (count == (rows ? size.cx : size.cy)) lines += line;
   return lines;

@@ -21,6 +21,7 @@ namespace {
 
 Qt::WindowFlags FlagsOf(const WindowRequest& request) {
   if ((request.style & WS_CHILD) != 0) return Qt::Widget;
+  // As a tool tip it is never made active, which a popup of Qt would be.
   if (request.kind == WindowKind::Popup) return Qt::ToolTip | Qt::FramelessWindowHint;
   const auto kind = request.kind == WindowKind::Dialog ? Qt::Dialog : Qt::Window;
   if ((request.style & WS_CAPTION) != WS_CAPTION) return kind | Qt::FramelessWindowHint;
@@ -121,6 +122,7 @@ void QtBoard::ShowStyle(DWORD before) {
 
 void QtBoard::ProvideBar(int bar) {
   QScrollBar*& slot = bars_[bar == SB_VERT ? 1 : 0];
+  // A bar that was hidden again is kept: showing and hiding go with every fit of a table.
   if (slot != nullptr) return;
   slot = new QScrollBar(bar == SB_VERT ? Qt::Vertical : Qt::Horizontal, Widget());
   slot->setFocusPolicy(Qt::NoFocus);

@@ -22,8 +22,10 @@ void QtWindow::StyleChanged(DWORD before) {
 
 void QtWindow::VisibleChanged(int how) {
   const bool activates = how != SW_SHOWNA && how != SW_SHOWNOACTIVATE && how != SW_SHOWMINNOACTIVE;
+  // Before it is shown, as Qt asks for it then only.
   widget_->setAttribute(Qt::WA_ShowWithoutActivating, !activates || Kind() == WindowKind::Popup);
   widget_->setVisible(how != SW_HIDE);
+  // A window of fixed size has limits that a maximised one would break.
   if (how == SW_SHOWMAXIMIZED && !IsFixed()) widget_->showMaximized();
   if (how == SW_SHOWMINIMIZED || how == SW_MINIMIZE) widget_->showMinimized();
   if (how == SW_RESTORE || how == SW_SHOWNORMAL) widget_->setWindowState(Qt::WindowNoState);

@@ -38,6 +38,7 @@ void QtWindow::Start(QWidget* widget, QWidget* pane) {
   widget->setFocusPolicy(Qt::NoFocus);
   pane_->setMouseTracking(true);
   widget->setMouseTracking(true);
+  // Of a top window only the input is refused: its widget would grey all that it holds.
   if ((Look() & WS_DISABLED) != 0 && Parent() != nullptr) widget->setEnabled(false);
 }
 
@@ -84,6 +85,7 @@ void QtWindow::SetTimer(UINT_PTR id, UINT milliseconds) {
   if (!Exists()) return;
   KillTimer(id);
   constexpr UINT kLongest = 0x7FFFFFFF;
+  // A timer of 0 would run as often as the loop turns and leave no time for anything else.
   timers_[id] = watcher_->startTimer(static_cast<int>(std::clamp(milliseconds, 1U, kLongest)));
 }
 
@@ -100,6 +102,7 @@ void QtWindow::TakeTimer(int timer) {
   const QtDesk::Event event(desk_);
   const auto found = std::find_if(timers_.begin(), timers_.end(),
                                   [timer](const auto& pair) { return pair.second == timer; });
+  // The timer may have been ended by a handler since its event was made.
   if (found != timers_.end()) desk_.Deliver(desk_.MessageNow(Handle(), WM_TIMER, found->first, 0));
 }
 

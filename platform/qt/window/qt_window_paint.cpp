@@ -42,6 +42,7 @@ std::unique_ptr<Canvas> QtWindow::ClientCanvas() {
 void QtWindow::ShowChanges() {
   const Region changed = surface_->TakeChanged();
   if (!Exists() || changed.IsEmpty()) return;
+  // The surface counts from the client area, the widget from its corner.
   const QPoint at = pane_ == widget_ ? QPoint(Margins().left, Margins().top) : QPoint(0, 0);
   QRegion parts;
   for (const CRect& part : changed.Rects()) parts += ToQt(part).translated(at);
@@ -57,6 +58,7 @@ void QtWindow::ScreenChanged() {
   const auto keep = shared_from_this();
   const double before = surface_->Ratio();
   Measure();
+  // The picture was blown up or shrunk to the new scale: it is drawn anew.
   if (surface_->Ratio() != before) Invalidate(nullptr);
   for (const HWND child : Children())
     if (const auto window = desk_.Window(child)) window->ScreenChanged();
