@@ -2,7 +2,8 @@
 
 #include <CLI/CLI.hpp>
 
-// The declarations of verbs handed on to the argument library.
+// The declarations of verbs handed on to the argument library. It is one header of many thousand lines: only
+// the few files that talk to it include it.
 
 namespace lorv::tool {
 namespace {
@@ -10,6 +11,7 @@ namespace {
 // The library would take -1 for the highest number there is.
 std::string NotBelowZero(const std::string& value) {
   if (!value.starts_with('-')) return {};
+  // In the library's own words for ranges, which are taken apart like those.
   return "Value " + value + " not in range 0 to " + std::to_string(UINT64_MAX);
 }
 

@@ -1,5 +1,8 @@
 #include "tools/lorv/command/verbs_table.h"
 
+// The verbs in the order of the help. Each stands in a file of its own, which only this table knows of; so a
+// new one is a file and a line here.
+
 namespace lorv::tool {
 
 // Formulas
