@@ -1,5 +1,9 @@
 #include "tools/lorv/describe/verb_words.h"
 
+// Scripts that complete command lines, made from the same declarations as the help, so an option that is
+// added is completed without another word. Each shell has a form of its own and gets what it can show: fish
+// the descriptions, the others names.
+
 namespace lorv::tool {
 namespace {
 
@@ -10,6 +14,7 @@ std::string Joined(const std::vector<std::string>& words) {
 }
 
 std::string NamesOf(const std::vector<VerbWords>& verbs) {
+  // `help` is no verb with a declaration, but stands where one does.
   std::vector<std::string> names = {"help"};
   for (const VerbWords& verb : verbs) names.push_back(verb.name);
   return Joined(names);
@@ -34,6 +39,7 @@ std::string Bash(const std::vector<VerbWords>& verbs) {
          "\" -- \"$word\")); return ;;\n  esac\n"
          "  case $word in\n    -*) COMPREPLY=($(compgen -W \"$options\" -- \"$word\")) ;;\n"
          "    *) COMPREPLY=($(compgen -f -- \"$word\")) ;;\n  esac\n}\n"
+         // As file names, so that a folder gets its slash and a blank its backslash.
          "complete -o filenames -F _lorv lorv\n";
 }
 

@@ -6,15 +6,20 @@
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The layout of --help. It is the argument library's, but for what that has wrong for Chinese (it counts
+// bytes) and for a program of many verbs (it lists them in one heap).
+
 namespace lorv::tool {
 namespace {
 
+// Wide enough for most options with their values.
 constexpr int kOptionColumn = 28;
 constexpr int kVerbColumn = 14;
 
 class Layout : public CLI::Formatter {
  public:
   Layout() {
+    // The library's own words are few and stand in the table of messages as any others do.
     label("Positionals", Say("Arguments"));
     for (const char* word :
          {"Usage", "OPTIONS", "REQUIRED", "Needs", "Excludes", "TEXT", "INT", "UINT", "FLOAT"})
@@ -22,6 +27,7 @@ class Layout : public CLI::Formatter {
   }
 
   std::string make_usage(const CLI::App* app, std::string /*name*/) const override {
+    // The program's own line is ours, as the library's would list options that every verb has.
     return app->get_parent() == nullptr ? Say("Usage: lorv VERB [ARGUMENT ...]\n")
                                         : CLI::Formatter::make_usage(app, "lorv " + app->get_name());
   }

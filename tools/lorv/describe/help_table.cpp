@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
+// The Chinese text of the help. It stands in one table and not beside the English of each verb, since a
+// translator reads it as a whole; commands in it are those of the English text, which a test compares.
+
 namespace lorv::tool {
 namespace {
 

@@ -2,6 +2,10 @@
 #include "tools/lorv/describe/verb_words.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
+
+// The manual page and its JSON, from the same declarations as the help. It is made by the program itself, so
+// it never tells of another version than the one that is installed.
+
 namespace lorv::tool {
 namespace {
 
@@ -11,12 +15,14 @@ std::string Escaped(const std::string& text) {
   bool begins = true;
   for (const char c : text) {
     if (begins && (c == '.' || c == '\'')) escaped += "\\&";
+    // A plain dash may be set as a hyphen, which cannot be pasted into a command.
     escaped += c == '\\' ? std::string("\\e") : c == '-' ? std::string("\\-") : std::string(1, c);
     begins = c == '\n';
   }
   return escaped;
 }
 
+// Examples keep their lines: a command that is filled like prose cannot be typed off.
 std::string AsTyped(const std::string& text) {
   return ".nf\n" + Escaped(text) + "\n.fi\n";
 }
@@ -33,6 +39,7 @@ std::string Heading(const char* title) {
   return ".SH " + Say(title) + "\n";
 }
 
+// Those of the program are declared apart from the verbs, and told here once more.
 std::string OptionsOfProgram() {
   return OptionLine({{"-h", "--help"}, Say("print help and end; also behind a verb"), false, false}) +
          OptionLine({{"-V", "--version"}, Say("print the version and end"), false, false}) +

@@ -2,6 +2,8 @@
 
 #include "tools/lorv/describe/spoken_help.h"
 
+// What help and manual say of the whole program; both ask here, so they never differ.
+
 namespace lorv::tool {
 namespace {
 

@@ -5,6 +5,9 @@
 #include "tools/lorv/describe/help_table.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Changes a declared verb's help into the language that is spoken. Declarations stay in English and are
+// translated once they are whole: a verb need not know of languages.
+
 namespace lorv::tool {
 
 std::string HelpText(std::string_view name, const std::string& english) {

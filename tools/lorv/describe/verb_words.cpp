@@ -7,6 +7,9 @@
 #include "tools/lorv/describe/spoken_help.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// What each verb takes, read back from the argument library. All verbs are declared for it, which takes the
+// time of some formulas: it is done for completion and manual only.
+
 namespace lorv::tool {
 namespace {
 
