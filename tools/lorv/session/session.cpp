@@ -12,6 +12,9 @@
 #include "tools/lorv/text/folded_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The calculator that `lorv` is when it is typed alone. Values are kept by names as an estimator has them on
+// paper; each line is worked like `lorv calc` works it, with all digits.
+
 namespace lorv::tool {
 namespace {
 
@@ -59,6 +62,7 @@ class Session {
 
 // Where "NAME =" ends and the formula begins; 0 for a line that is a formula alone.
 int AssignmentEnd(const CString& line, CString& name) {
+  // "==" compares; a formula may begin with a name and a comparison.
   const int sign = line.Find('=');
   if (sign < 1 || (sign + 1 < line.GetLength() && line[sign + 1] == '=')) return 0;
   name = line.Left(sign);
@@ -67,6 +71,7 @@ int AssignmentEnd(const CString& line, CString& name) {
 }
 
 void Session::Keep(const CString& name, double number) {
+  // In capitals or not, it is one name to formulas.
   const auto known = std::find_if(values_.begin(), values_.end(), [&](const NameValue& value) {
     return NameKey(value.name.View()) == NameKey(name.View());
   });
@@ -94,6 +99,7 @@ void Session::Work(const CString& line) {
   const Calculation result = CalculateExactly(formula, values_);
   if (result.fault) PrintFault(console_, formula, *result.fault);
   PrintDoubts(console_, formula, result.doubts);
+  // A doubtful number is kept, as it is shown; a line that gave none changes nothing.
   if (!result.value || (result.fault && result.fault->stops)) return;
   console_.out << (begin > 0 ? name.ToUtf8() + " = " : std::string()) << PlainReal(*result.value) << "\n";
   Keep(_T("ans"), *result.value);
@@ -120,6 +126,7 @@ bool Session::TakeCommand(const std::string& command) {
 }
 
 bool Session::Take(const std::string& typed) {
+  // Commands are typed in any case, formulas keep theirs: their names are shown again.
   const std::string line = Folded(typed);
   if (line.empty()) return true;
   // "exit" is what many type first.
@@ -134,6 +141,7 @@ bool Session::Take(const std::string& typed) {
 std::vector<std::string> Session::Completed(const std::string& beginning) const {
   std::vector<std::string> words;
   for (const NameValue& value : values_) words.push_back(value.name.ToUtf8());
+  // With its bracket, as the arguments follow.
   for (const CDtaFunction& function : Functions()) words.push_back(CString(function.pszName).ToUtf8() + "(");
   for (const char* command : kCommands) words.emplace_back(command);
   std::erase_if(words, [&](const std::string& word) { return !Folded(word).starts_with(Folded(beginning)); });
@@ -144,6 +152,7 @@ void Session::Run(LineEditor& editor) {
   editor.Complete([this](const std::string& beginning) { return Completed(beginning); });
   for (auto line = editor.Read(kPrompt); line && Take(*line); line = editor.Read(kPrompt))
     console_.out.flush();
+  // The editor may outlive this session, whose words it asks for.
   editor.Complete(nullptr);
 }
 
