@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <span>
 
-// One chunk of pixels, each row with the filter that suits drawn pictures: most of their rows are like the
-// one above.
+// One chunk of pixels, each row with the filter that suits drawn pictures: most of their rows are
+// like the one above.
 namespace lorv::tool {
 namespace {
 
@@ -38,6 +38,7 @@ std::string Filtered(SIZE size, const std::vector<DWORD>& pixels, PngColours col
   for (std::size_t at = 0; at < pixels.size(); ++at) {
     if (at % width == 0) rows.push_back(kSameAsAbove);
     const DWORD above = at < width ? 0 : pixels[at - width];
+    // Differences within a byte, as the format has it: they turn round at 256.
     for (const int shift : shifts)
       rows.push_back(static_cast<char>((pixels[at] >> shift) - (above >> shift)));
   }
@@ -47,6 +48,7 @@ std::string Filtered(SIZE size, const std::vector<DWORD>& pixels, PngColours col
 std::string Deflated(const std::string& data) {
   uLongf size = compressBound(static_cast<uLong>(data.size()));
   std::string packed(size, '\0');
+  // Pictures of dialogs and frames are small: best takes no time that anybody sees.
   compress2(reinterpret_cast<Bytef*>(packed.data()), &size, reinterpret_cast<const Bytef*>(data.data()),
             static_cast<uLong>(data.size()), Z_BEST_COMPRESSION);
   packed.resize(size);

@@ -1,5 +1,8 @@
 #include "tools/lorv/text/character_width_table.h"
 
+// Data only: which characters take two columns of a terminal and which none. A table of our own, as the
+// system's answer depends on the locale, and a script runs without one.
+
 namespace lorv::tool {
 namespace {
 

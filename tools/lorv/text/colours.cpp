@@ -1,5 +1,7 @@
 #include "tools/lorv/text/colours.h"
 
+// Colours of messages. Whether there are any is one switch for the whole program, as there is one terminal.
+
 namespace lorv::tool {
 namespace {
 
@@ -22,6 +24,7 @@ std::string Coloured(Colour colour, std::string_view text) {
 std::string ColouredMark(const std::string& caret_text) {
   const std::size_t end = caret_text.find('\n');
   if (!used || end == std::string::npos) return caret_text;
+  // Without the line end, which would carry the colour on to the next line.
   const std::string below = caret_text.substr(end + 1, caret_text.size() - end - 2);
   return caret_text.substr(0, end + 1) + Coloured(Colour::kMark, below) + "\n";
 }

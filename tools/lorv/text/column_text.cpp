@@ -5,6 +5,9 @@
 
 #include "tools/lorv/text/display_width.h"
 
+// Tables for the terminal: the bill, the comparison, lists. All rows are there before the first is printed,
+// since a column is as wide as its widest cell.
+
 namespace lorv::tool {
 namespace {
 
@@ -36,6 +39,7 @@ void TextTable::PrintRow(std::ostream& out, const std::vector<std::string>& cell
     line += columns_[i].side == Side::kLeft ? PadRight(Cell(cells, i), widths[i])
                                             : PadLeft(Cell(cells, i), widths[i]);
   }
+  // Blanks at the end would only be noise where the output is compared or pasted.
   line.erase(line.find_last_not_of(' ') + 1);
   out << line << "\n";
 }

@@ -4,6 +4,9 @@
 
 #include "tools/lorv/text/character_width_table.h"
 
+// How wide texts are on a terminal. Half of what the tool prints is Chinese, two columns a character, so
+// neither bytes nor characters tell where the next column of a table or the mark under a formula begins.
+
 namespace lorv::tool {
 namespace {
 
@@ -18,6 +21,7 @@ bool Holds(std::span<const CodeRange> ranges, char32_t character) {
 // The count of bytes that a lead byte announces, 0 if it is none.
 std::size_t SequenceLength(unsigned char lead) {
   if (lead < 0x80) return 1;
+  // The two below would begin a spelling in two bytes of what takes one.
   if (lead < 0xC2) return 0;
   if (lead < 0xE0) return 2;
   if (lead < 0xF0) return 3;
@@ -42,12 +46,14 @@ char32_t TakeCharacter(std::string_view& text) {
     }
     character = (character << 6) | (byte(used) & 0x3Fu);
   }
+  // After a broken sequence one byte only: the next one may begin a character that is whole.
   text.remove_prefix(character == kReplacement ? 1 : used);
   return character;
 }
 
 int DisplayWidth(char32_t character) {
   if (IsControl(character)) return 0;
+  // Nearly all text is here, and needs no search.
   if (character < 0x300) return 1;
   if (Holds(CharactersWithoutWidth(), character)) return 0;
   return Holds(WideCharacters(), character) ? 2 : 1;
@@ -77,6 +83,7 @@ std::string Printable(std::string_view text) {
     const char32_t character = TakeCharacter(text);
     if (IsControl(character)) {
       printable += ' ';
+      // As a terminal shows it; the byte itself might be taken for a beginning of something else.
     } else if (character == kReplacement) {
       printable += "\xEF\xBF\xBD";
     } else {
@@ -90,6 +97,7 @@ std::string Shortened(std::string_view text, int columns) {
   if (DisplayWidth(text) <= columns) return std::string(text);
   std::string_view rest = text;
   std::size_t kept = 0;
+  // Room for the three points at the end.
   for (int used = 0; !rest.empty();) {
     used += DisplayWidth(TakeCharacter(rest));
     if (used > columns - 3) break;

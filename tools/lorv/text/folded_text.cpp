@@ -1,5 +1,8 @@
 #include "tools/lorv/text/folded_text.h"
 
+// The one way in which names of columns, classes and words of rules are made alike before they are compared.
+// ASCII letters only: what other alphabets call a capital depends on the language, and Chinese has none.
+
 namespace lorv::tool {
 namespace {
 

@@ -5,6 +5,9 @@
 
 #include "framework/text/cstring.h"
 
+// Names from archives and files as a terminal may show them. A name can hold escapes that clear the screen or
+// marks that turn its letters round, so that it reads as another name; it is shown with these spelt out.
+
 namespace lorv::tool {
 namespace {
 

@@ -6,6 +6,9 @@
 #include "framework/text/number_text.h"
 #include "framework/text/utf8.h"
 
+// JSON as it is written, piece by piece, with the numbers that a program gets and those that people read.
+// Nothing is kept but the text: a verb writes each object once, in its order.
+
 namespace lorv::tool {
 namespace {
 
@@ -23,6 +26,7 @@ void JsonText::NewLine() {
 
 void JsonText::BeforeValue() {
   if (after_key_) {
+    // A value behind its key stands on the key's line.
     after_key_ = false;
     return;
   }
@@ -61,6 +65,7 @@ void JsonText::Quoted(std::string_view utf8) {
     if (c == '"' || c == '\\') {
       text_ += '\\';
       text_ += c;
+      // Told by name, as it is the one control character that texts of several lines hold.
     } else if (c == '\n') {
       text_ += "\\n";
     } else if (code < 0x20) {
@@ -101,6 +106,7 @@ void JsonText::Null() {
 
 std::string ShortestReal(double value) {
   if (value == 0) return "0";
+  // Fifteen digits give most numbers back, seventeen all of them.
   for (int digits = 15; digits < 17; ++digits) {
     std::string text = RealToText(value, 'g', digits);
     if (ReadReal(Utf8ToText(text)) == value) return text;

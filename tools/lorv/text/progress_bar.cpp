@@ -4,6 +4,9 @@
 #include <ostream>
 #include <string>
 
+// The progress bar. It is drawn on the error stream, since standard output may be a table, and at most ten
+// times a second, since it is asked to for every row.
+
 namespace lorv::tool {
 namespace {
 
@@ -22,7 +25,9 @@ void ProgressBar::Show(std::uint64_t done) {
   if (size_ == 0 || Clock::now() < next_) return;
   next_ = Clock::now() + kBetween;
   drawn_ = true;
+  // One column stays free: many terminals begin a new line when the last one is filled.
   const int width = std::clamp(console_.columns - kNumbers - 1, 10, kWidest);
+  // More may be done than was known at the start, as files grow.
   const double share = std::min(1.0, static_cast<double>(done) / static_cast<double>(size_));
   const auto filled = static_cast<std::size_t>(share * width);
   std::string bar(filled, '#');
@@ -34,6 +39,7 @@ ProgressBar::~ProgressBar() {
   if (!drawn_) return;
   const auto width =
       static_cast<std::size_t>(std::max(0, std::min(console_.columns - 1, kWidest + kNumbers)));
+  // Blanks over it: what is printed next begins at the left edge.
   console_.err << "\r" << std::string(width, ' ') << "\r" << std::flush;
 }
 

@@ -8,6 +8,9 @@
 #include "tools/lorv/text/folded_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Reads numbers as people type them, strictly: what could be meant in two ways is no number but a question to
+// who typed it. A wrong guess would go into a bill unseen.
+
 namespace lorv::tool {
 namespace {
 
@@ -52,8 +55,8 @@ std::string WithPoint(std::string text) {
 }  // namespace
 
 std::optional<double> WholeNumber(std::string_view text) {
-  // The word for no number and for infinity begin with a letter: only digits, a sign or a point may begin
-  // one.
+  // The word for no number and for infinity begin with a letter: only digits, a sign or a
+  // point may begin one.
   const std::basic_string<TCHAR> units(text.begin(), text.end());
   if (units.empty() || text.find_first_not_of("0123456789.+-eE") != std::string_view::npos)
     return std::nullopt;
@@ -68,6 +71,7 @@ std::string NumberHint(std::string_view cell) {
   if (text != cell && WholeNumber(text)) return Say("; full-width digits? Write {}", {text});
   const auto commas = std::count(text.begin(), text.end(), ',');
   if (HasGroups(text, ',') && WholeNumber(Without(text, ',')) &&
+      // A point behind groups, or more than one group, leaves no other reading.
       (commas > 1 || text.find('.') != std::string::npos)) {
     return Say("; a thousands separator? Write {}", {Without(text, ',')});
   }
@@ -76,8 +80,10 @@ std::string NumberHint(std::string_view cell) {
     if (!HasGroups(text, ',')) return Say("; a decimal comma? Write {}", {point});
     return Say("; a decimal comma or a thousands separator? Write {} or {}", {point, Without(text, ',')});
   }
+  // A blank that is none to the table's reader, such as one within quotes.
   if (const std::string bare = Folded(text); bare != text && WholeNumber(bare))
     return Say("; blanks around it? Write {}", {bare});
+  // Blanks as thousands are usual in many countries.
   if (WholeNumber(Without(text, ' '))) return Say("; a thousands separator? Write {}", {Without(text, ' ')});
   const std::size_t end = text.find_first_not_of("0123456789.+-");
   if (end != std::string::npos && end > 0 && IsDigitByte(text[end - 1]) && WholeNumber(text.substr(0, end))) {
