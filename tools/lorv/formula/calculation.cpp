@@ -8,6 +8,10 @@
 #include "tools/lorv/formula/formula_digits.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Works one formula for `calc`, `check` and the session: with all digits, or as the suite does. The
+// suite's way is the calculator of the library itself, and what it does not tell by its number is
+// found out beside it.
+
 namespace lorv::tool {
 namespace {
 
@@ -27,6 +31,7 @@ CString WithValues(const CString& formula, const std::vector<NameValue>& values)
     if (value == nullptr) continue;
     text += formula.Mid(at, word.position - at);
     at = word.position + word.length;
+    // "2L" is a product; the digits of both would make one number.
     const bool behind_digit =
         word.position > 0 && formula[word.position - 1] >= '0' && formula[word.position - 1] <= '9';
     if (behind_digit && !value->is_text) text += _T("*");
@@ -35,7 +40,8 @@ CString WithValues(const CString& formula, const std::vector<NameValue>& values)
   return text + formula.Mid(at);
 }
 
-// The suite's way, with the places of the formula as typed kept.
+// The suite's way, with the places of the formula as typed kept: what the calculator and the diagnosis see
+// has texts put in, and its places mean nothing to the user.
 class SuiteWay {
  public:
   SuiteWay(const CString& formula, const std::vector<NameValue>& values) : typed_(formula), values_(values) {}
@@ -84,11 +90,13 @@ void SuiteWay::PutInTexts() {
 }
 
 void SuiteWay::Append(const CString& piece, int place, bool as_typed) {
+  // A text stands for the whole name, so every place in it leads to where that begins.
   set_ += piece;
   for (int i = 0; i < piece.GetLength(); ++i) places_.push_back(as_typed ? place + i : place);
 }
 
 std::optional<Fault> SuiteWay::FindFault(int error, double value) const {
+  // Asked in any case: the calculator gives 0 for much that is wrong, and no error.
   std::optional<Fault> fault = FaultOf(set_, numbers_, {});
   if (fault) {
     const int behind =
@@ -120,6 +128,7 @@ std::optional<Fault> SuiteWay::UnreachedName() const {
   return std::nullopt;
 }
 
+// The library takes it for 0; nobody types it on purpose.
 std::optional<Fault> EmptyFormula(const CString& formula) {
   if (!formula.IsEmpty()) return std::nullopt;
   return Fault{0, 0, Say("the formula is empty"), true, true};
@@ -142,6 +151,7 @@ Calculation CalculateExactly(const CString& formula, const std::vector<NameValue
     return result;
   }
   for (std::size_t i = 0; i < values.size(); ++i) {
+    // Without its quotes: the library wants what they hold.
     if (values[i].is_text)
       exact.SetText(i, values[i].text.View().substr(1, values[i].text.View().size() - 2));
   }
@@ -152,6 +162,7 @@ Calculation CalculateExactly(const CString& formula, const std::vector<NameValue
   if (code == kDoubtfulNumber) {
     result.doubts.push_back(FaultOf(exact.Explain()));
   } else if (code != 0) {
+    // The number may stand: some faults only tell that it hardly is what was meant.
     result.fault = FaultOf(exact.Explain());
     if (result.fault->stops) result.value.reset();
   } else if (!result.value) {

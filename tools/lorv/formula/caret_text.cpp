@@ -6,11 +6,15 @@
 #include "framework/text/utf8.h"
 #include "tools/lorv/text/display_width.h"
 
+// Shows where in a formula something is wrong: the formula, and a mark below. Columns of the terminal are
+// counted and not characters, as formulas are half Chinese; a long one is cut to what stands around the mark.
+
 namespace lorv::tool {
 namespace {
 
 constexpr int kIndent = 4;
 constexpr int kGapText = 3;  // "..."
+// On a terminal that is narrower still lines break, which is better than to show nothing.
 constexpr int kNarrowest = 20;
 
 // A character of the formula as it is shown.
@@ -22,6 +26,7 @@ struct Shown {
 
 std::vector<Shown> Characters(const CString& formula) {
   std::vector<Shown> shown;
+  // The unit behind the last one is the zero at the end, so the look ahead stays inside.
   for (int unit = 0; unit < formula.GetLength();) {
     const auto lead = static_cast<unsigned>(formula[unit]);
     const auto next = static_cast<unsigned>(formula[unit + 1]);
@@ -60,9 +65,11 @@ Window Around(const std::vector<Shown>& shown, std::size_t mark, int columns) {
 }  // namespace
 
 std::string CaretText(const CString& formula, int position, int length, int columns) {
+  // A fault of no length still marks its place.
   const std::vector<Shown> shown = Characters(formula);
   const int end = position + std::max(1, length);
   std::size_t mark = 0;
+  // A mark in the middle of a character of two units is one below all of it.
   while (mark < shown.size() &&
          (mark + 1 < shown.size() ? shown[mark + 1].unit : formula.GetLength()) <= position)
     ++mark;
@@ -81,6 +88,7 @@ std::string CaretText(const CString& formula, int position, int length, int colu
     line += shown[i].text;
     const auto width = static_cast<std::size_t>(shown[i].columns);
     if (i < mark) below.append(width, ' ');
+    // A character without width gets a mark, too: it may be the very thing that is wrong.
     if (i >= mark && shown[i].unit < end) marks.append(std::max<std::size_t>(width, 1), '^');
   }
   if (window.last < shown.size()) line += "...";

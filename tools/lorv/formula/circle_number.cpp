@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+// Finds PI in a formula, for the warning that a column or value of that name is never asked for.
+
 namespace lorv::tool {
 namespace {
 

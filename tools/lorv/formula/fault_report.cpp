@@ -7,10 +7,13 @@
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Tells faults and doubts of a formula, to people and in JSON; the verbs that take formulas do it alike.
+
 namespace lorv::tool {
 namespace {
 
 void Print(Console& console, const CString& formula, const Fault& fault, long long line, bool is_doubt) {
+  // What came out before stands above, on a terminal that shows both streams.
   console.out.flush();
   console.err << "lorv: ";
   if (line > 0) console.err << Say("line {}: ", {std::to_string(line)});

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <string>
 
+// Numbers as a formula can hold them, for texts in which values stand in place of names.
+
 namespace lorv::tool {
 
 CString Digits(double value) {

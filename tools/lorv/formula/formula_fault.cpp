@@ -3,9 +3,13 @@
 #include "TEXPRESSCAL/diagnose.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Faults as the tool tells them, from those of the library: in one language, with the proposal in the same
+// sentence, and parted into what is wrong with the formula and what only with its values.
+
 namespace lorv::tool {
 namespace {
 
+// With other values these may go away, so a rule that has them is worked for the next component.
 bool IsOfValues(FormulaFault fault) {
   return fault == FormulaFault::kDivisionByZero || fault == FormulaFault::kOutsideDomain ||
          fault == FormulaFault::kMissingArgument || fault == FormulaFault::kMalformedArguments ||
@@ -19,6 +23,7 @@ Fault FaultOf(const FormulaDiagnosis& found) {
   std::string message = (chinese ? found.chinese : found.english).ToUtf8();
   if (!found.suggestion.IsEmpty()) {
     const bool sign = found.fault == FormulaFault::kFullWidth;
+    // For a full-width sign the proposal is no question: it is the same sign as formulas know it.
     message += Say(sign ? ", {}" : "; did you mean {}?", {found.suggestion.ToUtf8()});
   }
   return Fault{found.position, found.length, message, !IsOfValues(found.fault) && found.stops, found.stops};

@@ -7,6 +7,9 @@
 #include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
+// Reads NAME=VALUE as it is typed behind a formula. What cannot be meant is refused at once: a name that no
+// formula can hold, or a value that is nearly a number, would give a result with that value missing.
+
 namespace lorv::tool {
 namespace {
 
@@ -17,6 +20,7 @@ NameValue ReadOne(const std::string& word) {
   // A value that no formula can ask for would be lost: PI=3 changes nothing.
   if (!IsName(pair.name.View())) throw BadInput(Say("\"{}\" cannot be a name in a formula", {name}));
   const int length = pair.text.GetLength();
+  // Quotes tell texts, as they do in formulas; one inside would end it.
   pair.is_text = length >= 2 && pair.text[0] == '\'' && pair.text.Find('\'', 1) == length - 1;
   if (pair.is_text) return pair;
   const std::optional<double> number = WholeNumber(value);
@@ -42,6 +46,7 @@ std::vector<NameValue> ReadNameValues(const std::vector<std::string>& words) {
   std::set<CString> names;
   for (const std::string& word : words) {
     pairs.push_back(ReadOne(word));
+    // As formulas compare names: l and L cannot have a value each.
     if (!names.insert(NameKey(pairs.back().name.View())).second) {
       throw BadInput(Say("the name \"{}\" has two values", {pairs.back().name.ToUtf8()}));
     }
