@@ -7,6 +7,10 @@
 #include "tools/lorv/text/nearest_word.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// Puts faults of arguments into words of the tool. The argument library tells the kind of a fault by its type
+// and the rest in an English sentence only, so names and values are cut out of that sentence; a sentence of
+// another form stays as it is.
+
 namespace lorv::tool {
 namespace {
 
@@ -28,10 +32,12 @@ std::string Letters(const std::string& option) {
 
 std::string NearestOption(const std::string& typed, const CLI::App& verb) {
   std::vector<std::string> options;
+  // Long names only: a slip in one letter is another letter, and no option is near it.
   for (const CLI::Option* option : verb.get_options()) {
     for (const std::string& name : option->get_lnames()) options.push_back(Letters(name));
   }
   const std::string letters = Letters(typed);
+  // It is known where one dash too few stands before it.
   const bool known = std::find(options.begin(), options.end(), letters) != options.end();
   std::string nearest = known ? letters : NearestWord(letters, options);
   std::replace(nearest.begin(), nearest.end(), '_', '-');
@@ -64,12 +70,14 @@ std::string WrongValue(const std::string& text) {
 
 std::string WrongCount(const std::string& text) {
   const auto [name, rest] = Cut(text, ": ");
+  // The library says "At Most" of an option that stands there twice.
   return Say(rest.starts_with("At Most") ? "{} is given more than once" : "{} needs a value", {name});
 }
 
 std::string NoNumber(const std::string& text, const CLI::App& verb) {
   const auto [name, value] = Cut(Cut(text, "Could not convert: ").second, " = ");
   const CLI::Option* const option = verb.get_option_no_throw(name);
+  // A flag has no value that could be converted, so it is none that is wanted.
   if (option != nullptr && option->get_items_expected_max() == 0) return Say("{} takes no value", {name});
   return name.empty() ? text : Say("{} is a number, not \"{}\"", {name, value});
 }

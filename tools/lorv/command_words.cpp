@@ -3,6 +3,9 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 
+// Keeps formulas and texts from the argument library, which has notions of its own of what a word means.
+// Words are marked before it sees them and freed of the mark when it hands values on.
+
 namespace lorv::tool {
 namespace {
 
@@ -14,7 +17,9 @@ bool NamesOption(const std::string& word, const CLI::App& verb) {
 }
 
 bool IsPlain(const std::string& word, const CLI::App& verb, bool formulas) {
+  // A lone "-" is standard input or a formula of one sign, and no option.
   if (word.size() < 2 || word[0] != '-') return true;
+  // With two dashes it is an option misspelt: no formula begins so on purpose.
   return formulas && word[1] != '-' && !NamesOption(word, verb);
 }
 
@@ -34,6 +39,7 @@ std::vector<std::string> ShieldWords(const std::vector<std::string>& words, cons
       shielded.push_back(kShield + word);
       continue;
     }
+    // Behind "--" all are arguments. The sign itself goes: the marks do its work.
     options_end = word == "--";
     if (!options_end) shielded.push_back(word);
   }

@@ -5,6 +5,10 @@
 
 #include "framework/objects/exceptions.h"
 
+// The one place where failures of a program end, for the tool and the desktop example. Exceptions of the
+// standard library and those of the suite's framework, which are thrown by pointer and have to be deleted,
+// come out as one kind of message.
+
 namespace lorv::tool {
 namespace {
 
@@ -21,6 +25,7 @@ std::string MessageOf(CException& failure) {
 int GuardedRun(const std::string& program, Console& console, const std::function<int()>& work) {
   int code = kBadInput;
   const auto tell = [&](const std::string& what) {
+    // What was done before the failure stands above it.
     console.out.flush();
     console.err << program << ": " << what << "\n";
   };
@@ -33,6 +38,7 @@ int GuardedRun(const std::string& program, Console& console, const std::function
     failure->Delete();
   }
   console.out.flush();
+  // A full disk behind standard output shows only here; the work itself saw a stream that took all.
   if (console.out) return code;
   console.err << program << ": the output could not be written\n";
   return kBadInput;

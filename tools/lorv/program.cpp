@@ -17,6 +17,10 @@
 #include "tools/lorv/text/nearest_word.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The program from its words to its exit code: language, verb, arguments, work. Everything that can go wrong
+// leaves as an exception of one kind and is told at one place, so a script finds the same three exit codes
+// whatever it asked for.
+
 namespace lorv::tool {
 namespace {
 
@@ -80,6 +84,7 @@ std::vector<std::string> NamesOfVerbs() {
 }
 
 [[noreturn]] void RefuseWord(const std::string& word) {
+  // Before the verb is searched for: nobody means a verb by a dash.
   if (word.size() > 1 && word[0] == '-') {
     throw BadInput(Say("there is no option \"{}\"; `lorv --help` lists them", {word}));
   }
@@ -90,6 +95,7 @@ std::vector<std::string> NamesOfVerbs() {
 }
 
 void Parse(Program& program, std::vector<std::string> words) {
+  // Asked here and not by the library, which knows no word that was nearly typed.
   if (program.verb == nullptr && program.app.get_option_no_throw(words[0]) == nullptr) RefuseWord(words[0]);
   if (program.verb != nullptr) {
     std::vector<std::string> rest(words.begin() + 1, words.end());
@@ -104,6 +110,7 @@ void Parse(Program& program, std::vector<std::string> words) {
 
 // --lang holds for the whole program and may stand anywhere in front of "--".
 void TakeLanguage(std::vector<std::string>& words, const Console& console) {
+  // The language of the user first, as a fault of --lang itself has to be told in some language.
   SpeakLanguage(LanguageByName(console.locale));
   for (std::size_t i = 0; i < words.size() && words[i] != "--"; ++i) {
     const bool joined = words[i].starts_with("--lang=");
@@ -119,8 +126,10 @@ void TakeLanguage(std::vector<std::string>& words, const Console& console) {
 }
 
 int Run(std::vector<std::string> words, Console& console) {
+  // Before anything is told on the error stream.
   UseColours(console.colours);
   TakeLanguage(words, console);
+  // With a pipe in front of it no session is meant: the help tells what a script forgot.
   if (words.empty() && console.in_is_terminal) return RunSession(console);
   const std::vector<std::string> asked = HelpWords(words);
   Program program;

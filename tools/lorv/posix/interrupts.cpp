@@ -6,6 +6,9 @@
 #include <csignal>
 #include <string>
 
+// Signals that end the program. The handler does no more than remove files whose names lie ready, and then
+// lets the signal do what it would have done: a shell sees a program that was ended by it.
+
 namespace lorv::tool {
 
 struct NativeName {
@@ -29,6 +32,7 @@ void End(int signal_number) {
 
 NativeName* MakeNativeName(const CString& path) {
   auto* const name = new NativeName{path.ToUtf8()};
+  // The suite's paths come with "\", which the system takes for a part of a name.
   std::replace(name->path.begin(), name->path.end(), '\\', '/');
   return name;
 }
@@ -45,6 +49,7 @@ void CallBeforeTheEnd(void (*remove)()) {
   remove_all = remove;
   for (const int signal_number : kEndings) {
     struct sigaction action {};
+    // A signal that is ignored stays so: a program under nohup goes on when its terminal closes.
     if (sigaction(signal_number, nullptr, &action) != 0 || action.sa_handler != SIG_DFL) continue;
     action.sa_handler = End;
     sigaction(signal_number, &action, nullptr);

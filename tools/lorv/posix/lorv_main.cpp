@@ -8,9 +8,13 @@
 #include "tools/lorv/posix/terminal_lines.h"
 #include "tools/lorv/program.h"
 
+// The start of the program on Unix: finds out what the streams are connected to and hands on. What differs
+// between systems ends here; all else sees a Console.
+
 namespace {
 
 int Columns() {
+  // The width of the stream that messages go to, as the other one is often a file.
   winsize size{};
   if (ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) return size.ws_col;
   return 80;
@@ -27,6 +31,7 @@ std::string Locale() {
 
 bool WantsColours() {
   const char* const none = std::getenv("NO_COLOR");
+  // A terminal that calls itself dumb shows escapes as letters.
   const char* const kind = std::getenv("TERM");
   const bool can = kind != nullptr && std::string(kind) != "dumb";
   return isatty(STDERR_FILENO) == 1 && can && (none == nullptr || *none == 0);
@@ -35,12 +40,15 @@ bool WantsColours() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // Streams of this program alone are used, and text is read and written many times faster so.
   std::ios::sync_with_stdio(false);
   lorv::tool::Console console{std::cin, std::cout, std::cerr, isatty(STDERR_FILENO) == 1, Columns()};
+  // Both, as the prompt is written to the one and lines come from the other.
   console.in_is_terminal = isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1;
   console.colours = WantsColours();
   console.locale = Locale();
   std::unique_ptr<lorv::tool::LineEditor> editor;
+  // Only for the session: a script with a formula pays nothing for it.
   if (argc == 1 && console.in_is_terminal) {
     // The editing library reads characters by the user's locale; nothing else of the program asks it.
     std::setlocale(LC_CTYPE, "");

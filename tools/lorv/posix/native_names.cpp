@@ -1,5 +1,8 @@
 #include "tools/lorv/archive/entry_name.h"
 
+// Names of files on Unix: there are no drives and no names that no file can have, but for what
+// an archive refuses anyhow.
+
 namespace lorv::tool {
 
 std::string WithoutDrive(const std::string& path) {

@@ -6,6 +6,10 @@
 #include <cstring>
 #include <string>
 
+// Lines with history and completion, by the system's editing library. It is loaded at run time, so the
+// program starts where it is not installed and no other run pays for it; its interface is the one of C
+// programs, with state of its own that exists once.
+
 namespace lorv::tool {
 namespace {
 
@@ -21,6 +25,7 @@ struct Library {
   const char** rl_basic_word_break_characters = nullptr;
 
   bool Load() {
+    // By the version of its interface: another one would have other functions under these names.
     void* const file = dlopen("libedit.so.2", RTLD_NOW);
     return file != nullptr && Find(file, "readline", readline) && Find(file, "add_history", add_history) &&
            Find(file, "read_history", read_history) && Find(file, "write_history", write_history) &&
@@ -45,6 +50,7 @@ std::vector<std::string> matches;
 char* NextMatch(const char* beginning, int state) {
   if (state == 0) matches = completion ? completion(beginning) : std::vector<std::string>();
   const auto at = static_cast<std::size_t>(state);
+  // The library frees each of them, so it has to be memory of its kind.
   return at < matches.size() ? strdup(matches[at].c_str()) : nullptr;
 }
 
@@ -66,6 +72,7 @@ class EditedLines : public LineEditor {
     *library.rl_basic_word_break_characters = " \t\n+-*/^()<>=!&|,;'";
     if (!history_.empty()) library.read_history(history_.c_str());
   }
+  // As the session ends in any regular way; an interrupted one keeps nothing.
   ~EditedLines() override {
     if (!history_.empty()) library.write_history(history_.c_str());
   }
@@ -75,6 +82,7 @@ class EditedLines : public LineEditor {
     if (typed == nullptr) return std::nullopt;
     std::string line(typed);
     std::free(typed);
+    // An empty line is nobody's wish to see again.
     if (!line.empty()) library.add_history(line.c_str());
     return line;
   }

@@ -2,6 +2,9 @@
 
 #include "framework/native/native_types.h"
 
+// Ends of the program on Windows: Ctrl+C, a closed console, the end of the session. The system calls handlers
+// on a thread of its own, so all that is said of signal handlers holds here, too.
+
 namespace lorv::tool {
 
 struct NativeName {
@@ -12,7 +15,8 @@ namespace {
 
 void (*remove_all)() = nullptr;
 
-// Runs on a thread of its own; the next handler then ends the program.
+// Runs on a thread of its own. It says that nothing was done, so that the next handler, the
+// system's, ends the program.
 BOOL WINAPI End(DWORD /*event*/) {
   remove_all();
   return FALSE;

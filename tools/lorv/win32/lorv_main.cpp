@@ -13,9 +13,13 @@ extern int _dowildcard;
 int _dowildcard = 0;
 }
 
+// The start of the program on Windows: arguments and console in Unicode, streams in bytes. What differs
+// between systems ends here; all else sees a Console.
+
 namespace {
 
 bool IsConsole(DWORD which) {
+  // Only a console has a mode; files and pipes give an error.
   DWORD mode = 0;
   return GetConsoleMode(GetStdHandle(which), &mode) != 0;
 }
@@ -57,6 +61,7 @@ int wmain(int argc, wchar_t** argv) {
   lorv::tool::Console console{std::cin, std::cout, std::cerr, IsConsole(STD_ERROR_HANDLE), Columns()};
   // The console edits lines and keeps a history by itself.
   console.in_is_terminal = IsConsole(STD_INPUT_HANDLE) && IsConsole(STD_OUTPUT_HANDLE);
+  // The language of the menus is what the user reads; formats of numbers and dates may be of another country.
   console.locale = PRIMARYLANGID(GetUserDefaultUILanguage()) == LANG_CHINESE ? "zh" : "en";
   return lorv::tool::RunProgram(words, console);
 }

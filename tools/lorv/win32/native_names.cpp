@@ -4,6 +4,9 @@
 
 #include "tools/lorv/archive/entry_name.h"
 
+// Names that no file of Windows can have, as archives from other systems hold them. Such an entry is told and
+// left out: the system would write to a device, or under a name that no program can open again.
+
 namespace lorv::tool {
 namespace {
 
@@ -13,6 +16,7 @@ constexpr std::string_view kNumberedDevices[] = {"COM", "LPT"};
 // "con.txt" is the console as well.
 bool IsDevice(std::string_view part) {
   std::string stem(part.substr(0, part.find('.')));
+  // Blanks at the end count for nothing to the system, nor do they here.
   while (stem.ends_with(' ')) stem.pop_back();
   for (char& c : stem) c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
   if (std::find(std::begin(kDevices), std::end(kDevices), stem) != std::end(kDevices)) return true;
@@ -23,6 +27,7 @@ bool IsDevice(std::string_view part) {
 
 bool IsNoPart(std::string_view part) {
   const bool control = std::any_of(part.begin(), part.end(), [](char c) { return c > 0 && c < ' '; });
+  // A point or a blank at the end is cut off by the system, and would make one name of two.
   return control || part.find_first_of("<>:\"|?*") != std::string_view::npos || part.ends_with('.') ||
          part.ends_with(' ') || IsDevice(part);
 }
@@ -38,6 +43,7 @@ bool IsNoNameHere(const std::string& name) {
   for (;;) {
     const std::size_t end = rest.find('/');
     const std::string_view part = rest.substr(0, end);
+    // These lead somewhere and are looked at elsewhere, as names that may lead out.
     const bool walks = part.empty() || part == "." || part == "..";
     if (!walks && IsNoPart(part)) return true;
     if (end == std::string_view::npos) return false;
