@@ -17,6 +17,10 @@
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verb `calc`: works one formula, or one a line of standard input, for scripts and for people who look
+// for the slip in a formula. It prints the number alone unless more is asked for, so that a shell can take
+// it as it is.
+
 namespace lorv::tool {
 
 Work DeclareCalc(VerbSyntax& syntax);
@@ -58,6 +62,7 @@ class CalcRun {
 
   int Run() {
     const bool many = arguments_.formula == "-";
+    // As many texts of JSON as there are formulas would be no JSON: they are one list.
     if (many && arguments_.json) json_.Open('[');
     const int code =
         ForEachFormula(arguments_.formula, console_,
@@ -85,6 +90,7 @@ class CalcRun {
 
 int CalcRun::One(const std::string& formula, long long line) {
   const CString typed = CString::FromUtf8(formula);
+  // Forgotten first: of many formulas each is told by itself.
   exact_.reset();
   is_coarse_ = false;
   result_ = arguments_.suite_values ? CalculateAsSuite(typed, pairs_) : CalculateExactly(typed, pairs_);
@@ -94,10 +100,12 @@ int CalcRun::One(const std::string& formula, long long line) {
 
 // What three decimals and thirds made of the number.
 void CalcRun::Compare() {
+  // Doubts are of the formula as it is meant, whatever digits its values have.
   const Calculation exact = CalculateExactly(result_.typed, pairs_);
   result_.doubts = exact.doubts;
   // Where there is no number with all digits, the suite's hides why.
   if (!result_.fault && exact.fault) result_.fault = exact.fault;
+  // Compared as they are printed: digits that nobody sees make no difference.
   if (!result_.value || !exact.value || PlainReal(*result_.value) == PlainReal(*exact.value)) return;
   exact_ = exact.value;
   is_coarse_ = std::fabs(*result_.value - *exact_) > Precision::kTolerable * std::fabs(*exact_);
@@ -106,6 +114,7 @@ void CalcRun::Compare() {
 void CalcRun::Explain() const {
   std::ostream& out = console_.out;
   out << PadRight(Say("formula"), 8) << " " << Printable(result_.typed.ToUtf8()) << "\n";
+  // Once a name, in the order of the formula, so that it can be read beside it.
   std::set<CString> told;
   for (const FormulaWord& word : NamesOf(result_.typed.View())) {
     const CString key = NameKey(word.name.View());
@@ -118,6 +127,7 @@ void CalcRun::Explain() const {
     out << PadRight(told.size() == 1 ? Say("names") : "", 8) << " " << PadRight(word.name.ToUtf8(), 12)
         << " = " << Printable(value) << "\n";
   }
+  // A value that no name took is most often a name misspelt in the formula.
   for (const NameValue& pair : pairs_) {
     if (told.contains(NameKey(pair.name.View()))) continue;
     out << PadRight(Say("not used"), 8) << " " << pair.name.ToUtf8() << "\n";

@@ -13,6 +13,9 @@
 #include "tools/lorv/formula/formula_lines.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verbs `check` and `vars`: what can be said of a formula before any value is there. Nothing proves a
+// formula right for all values, so several are tried, and what all of them meet is wrong.
+
 namespace lorv::tool {
 namespace {
 
@@ -75,6 +78,7 @@ Finding BestFinding(const CString& formula, const std::vector<NameValue>& values
   std::optional<Finding> best;
   for (const Trial& trial : kTrials) {
     const Calculation worked = WorkTrial(formula, values, trial);
+    // A syntax error is one whatever the values: nothing else needs to be tried.
     if (worked.fault && worked.fault->syntax) return {worked.fault, worked.doubts};
     const bool mends = best && best->fault && !worked.fault;
     // Fractions would hide what is too large for every measure that a building has.
@@ -108,6 +112,7 @@ class CheckRun {
 
   int Run() {
     for (const std::string& name : arguments_.names) {
+      // A slip in a name here would make every formula wrong that has the right one.
       if (!IsName(CString::FromUtf8(name).View()))
         throw BadInput(Say("\"{}\" cannot be a name in a formula", {name}));
     }

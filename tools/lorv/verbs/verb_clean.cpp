@@ -8,6 +8,9 @@
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verb `clean`: the library's operations on formulas that were built by substitution, each by itself.
+// Programmers of the suite try here what a text becomes; the operations change the values of other formulas.
+
 namespace lorv::tool {
 namespace {
 
@@ -45,6 +48,7 @@ int Clean(const CleanArguments& arguments, Console& console) {
   CString text = CString::FromUtf8(arguments.text);
   const std::string& operation = arguments.operation;
   CAdExpCalculate calculator;
+  // Only `params` works formulas; the others look at characters.
   calculator.SetVarValue(CString::FromUtf8(arguments.values));
   if (operation == "numbers" || operation == "OptimizeNumExpr") {
     text = NumbersCleaned(text);

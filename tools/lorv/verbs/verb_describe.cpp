@@ -6,6 +6,9 @@
 #include "tools/lorv/describe/verb_words.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verbs `completion` and `manual`: what the tool says of itself, for shells and for `man`. Both are asked
+// for once, when the tool is installed.
+
 namespace lorv::tool {
 
 Work DeclareCompletion(VerbSyntax& syntax);

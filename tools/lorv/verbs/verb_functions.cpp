@@ -8,6 +8,9 @@
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verb `functions`: the functions that formulas may call, in the words that the suite shows. The list is
+// the library's own, so it never tells of a function that is not there.
+
 namespace lorv::tool {
 namespace {
 

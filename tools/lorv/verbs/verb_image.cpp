@@ -12,6 +12,9 @@
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verb `image`: what the library makes of an image file, and a frame of it as PNG. It asks the reader
+// that the suite's images go through, with its limits.
+
 namespace lorv::tool {
 
 Work DeclareImage(VerbSyntax& syntax);
@@ -61,6 +64,7 @@ std::string BytesOf(const std::string& path, Console& console) {
 }
 
 std::unique_ptr<ImageReader> Opened(const std::string& path, Console& console) {
+  // By content, as the suite's windows do: endings of files are often wrong.
   auto image = OpenImage(BytesOf(path, console));
   if (image == nullptr) throw BadInput(Say("{} is no image that can be read, or it is damaged", {path}));
   return image;
@@ -105,6 +109,7 @@ void Tell(const ImageReader& image, Console& console) {
   console.out << NameOf(image.Kind()) << ", "
               << Say("{} pixels, {} frames", {SizeText(image.Width(), image.Height()), std::to_string(count)})
               << "\n";
+  // Of a single frame the line above has said it all.
   for (int frame = 0; frame < count && count > 1; ++frame) {
     const auto [width, height] = image.FrameSize(frame);
     console.out << std::to_string(frame) << "\t" << SizeText(width, height);
@@ -113,6 +118,7 @@ void Tell(const ImageReader& image, Console& console) {
   }
 }
 
+// A frame as it is seen: in a GIF it may hold only what has changed.
 void WriteFrame(const ImageArguments& arguments, ImageReader& image, Console& console) {
   const int frame = arguments.frame.value_or(0);
   if (frame < 0 || frame >= image.FrameCount())
@@ -121,6 +127,7 @@ void WriteFrame(const ImageArguments& arguments, ImageReader& image, Console& co
   const Raster& shown = image.Frame(frame);
   const std::string png =
       PngOf({shown.width, shown.height}, {shown.pixels.begin(), shown.pixels.end()}, PngColours::kWithAlpha);
+  // Opened when the picture is there: a frame that fails leaves no file.
   NewFile target(arguments.target, arguments.force, console.out);
   if (!target.Stream().Write(png.data(), png.size()))
     throw BadInput(Say("{} cannot be written: the disk is full or failed", {arguments.target}));
@@ -130,6 +137,7 @@ void WriteFrame(const ImageArguments& arguments, ImageReader& image, Console& co
 int Run(const ImageArguments& arguments, Console& console) {
   if (arguments.frame && arguments.target.empty())
     throw BadInput(Say("a frame is written to a file: name it by --out"));
+  // What is told and what is written would run into each other.
   if (arguments.json && arguments.target == "-")
     throw BadInput(Say("--json and a file cannot both go to standard output"));
   const auto image = Opened(arguments.source, console);

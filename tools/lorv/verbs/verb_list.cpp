@@ -12,6 +12,9 @@
 #include "tools/lorv/text/progress_bar.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verbs `list` and `test`: what an archive holds, and whether it can be unpacked. Both write nothing, so
+// they can be let loose on any archive.
+
 namespace lorv::tool {
 namespace {
 
@@ -37,6 +40,7 @@ std::string Time(std::int64_t time) {
   char text[40];
   std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", t.wYear, t.wMonth, t.wDay, t.wHour,
                 t.wMinute, t.wSecond);
+  // An entry without a time shows none; the first day of the calendar would be believed.
   return time == 0 ? std::string(19, '-') : text;
 }
 
@@ -68,6 +72,7 @@ int List(const ListArguments& arguments, Console& console) {
     char sizes[60];
     std::snprintf(sizes, sizeof sizes, "%12llu %12llu  ", static_cast<unsigned long long>(entry.size),
                   static_cast<unsigned long long>(entry.compressed_size));
+    // Names last, as they are of any length, and without what they could do to the terminal.
     console.out << sizes << Time(entry.times.write) << "  " << Harmless(item.name) << "\n";
   }
   return kFine;
@@ -77,6 +82,7 @@ std::vector<Damaged> DamagedOf(ArchiveReader& archive, Console& console) {
   ProgressBar bar(console, archive.Total());
   std::vector<Damaged> damaged;
   for (const Item& item : archive.Items()) {
+    // Folders have no data.
     if (item.IsFolder()) continue;
     const DWORD result = archive.Zip().UnzipItem(item.index, [&](std::span<const unsigned char> bytes) {
       bar.Advance(bytes.size());
@@ -107,6 +113,7 @@ void Write(const TestArguments& arguments, std::size_t entries, const std::vecto
 
 int Test(const TestArguments& arguments, Console& console) {
   ArchiveReader archive(arguments.archive);
+  // The limits hold here, too: what comes out goes nowhere, but takes as long.
   archive.CheckLimits(arguments.limits);
   const std::vector<Damaged> damaged = DamagedOf(archive, console);
   const std::size_t entries = archive.Items().size();

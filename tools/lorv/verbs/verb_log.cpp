@@ -9,6 +9,9 @@
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verb `log`: writes lines to a text file in the way of the suite's failure reports, for scripts whose
+// findings a user is to read in the suite's viewer.
+
 namespace lorv::tool {
 namespace {
 

@@ -10,6 +10,9 @@
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verb `match`: ranks stored names by how much they share with what was typed. It is the suite's own
+// ranking, to be tried on lists of real names.
+
 namespace lorv::tool {
 namespace {
 
@@ -33,6 +36,7 @@ constexpr const char* kHelp =
     "Exit code 1: none shares anything.";
 
 void AddLine(std::string line, CStringArray& stored) {
+  // Lists come from Windows with CR in front of the line end; it would be part of each name.
   if (!line.empty() && line.back() == '\r') line.pop_back();
   if (!line.empty()) stored.Add(CString::FromUtf8(line));
 }

@@ -8,6 +8,9 @@
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verb `name`: the suite's rules for names of components. Its findings are in the suite's words, as users
+// of the suite know them.
+
 namespace lorv::tool {
 namespace {
 
@@ -64,6 +67,7 @@ CString FreeName(const NameArguments& arguments) {
 }
 
 int Name(const NameArguments& arguments, Console& console) {
+  // Two words where one was meant are most often a name with a blank, typed without quotes.
   if (arguments.operation != "free" && !arguments.names.empty()) {
     throw BadInput(
         Say("{} takes one text; \"{}\" is one too many", {arguments.operation, arguments.names[0]}));

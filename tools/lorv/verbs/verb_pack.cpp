@@ -13,6 +13,9 @@
 #include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/verbs/watched_file.h"
 
+// The verb `pack`: files and folders into a ZIP archive. What cannot be packed is left out and told, as a
+// backup of a thousand files must not end at the one that another program has open.
+
 namespace lorv::tool {
 namespace {
 
@@ -27,6 +30,7 @@ constexpr const char* kLeftOut = "{} was not packed: {}";
 
 // Packs one source; false where it was told and left out.
 bool AddSource(ZipWriter& zip, const Source& source, EntryTroubles& troubles, ProgressBar& bar) {
+  // Asked before a byte is written: an entry that fails half-way cannot be taken out again.
   const ZipFault fault = zip.Obstacle(source.narrow, source.facts.size, source.unicode);
   if (fault != ZipFault::kNone) {
     troubles.Add(source.path, WordsFor(fault));
@@ -40,6 +44,7 @@ bool AddSource(ZipWriter& zip, const Source& source, EntryTroubles& troubles, Pr
   }
   WatchedFile watched(*file, bar);
   const DWORD result = zip.Add(source.narrow.c_str(), watched, &source.facts, source.unicode);
+  // Part of this entry is in the archive by now, so it ends the whole.
   if (result == kZipReadFailed) throw BadInput(Say("{} cannot be read to its end", {Quoted(source.path)}));
   if (result == kZipWrongSize)
     throw BadInput(Say("{} has grown to more than 2 GB meanwhile", {Quoted(source.path)}));
@@ -53,6 +58,7 @@ std::size_t WriteArchive(const SourceList& list, NewFile& target, const PackArgu
   zip.Create(target.Stream());
   std::size_t packed = 0;
   for (const Source& source : list.Sources()) packed += AddSource(zip, source, troubles, bar) ? 1U : 0U;
+  // An archive of nothing would pass for a backup.
   if (packed == 0 && troubles.Count() > 0) throw BadInput(Say("nothing could be packed"));
   if (zip.Close() != kZipOk) {
     throw BadInput(Say("{} cannot be written: the disk is full or failed", {Quoted(arguments.archive)}));
@@ -78,11 +84,13 @@ int Pack(const PackArguments& arguments, Console& console) {
   try {
     SourceList list(arguments.archive, troubles);
     for (const std::string& path : arguments.paths) list.Add(path);
+    // After the search: a path of the user's that is not there leaves no archive.
     NewFile target(arguments.archive, arguments.force, console.out);
     ProgressBar bar(console, list.Total());
     packed = WriteArchive(list, target, arguments, troubles, bar);
     target.Keep();
   } catch (...) {
+    // What was left out may be why nothing could be packed: it is told in any case.
     troubles.Print(console, kLeftOut);
     throw;
   }

@@ -9,6 +9,9 @@
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verb `prompts`: the suite's vocabulary in both languages, table by table. Programmers look texts up
+// here, and translators take whole tables.
+
 namespace lorv::tool {
 namespace {
 
@@ -66,6 +69,7 @@ std::string OneLine(LPCTSTR text) {
 }
 
 std::string TextAt(const NamedTable& table, int row, LanguageType language) {
+  // The language is one for the whole library: it goes back to what programs find at their start.
   SetLanguageType(language);
   std::string text = OneLine(table.at(row));
   SetLanguageType(LANGUAGE_CHINESE);
@@ -128,6 +132,7 @@ int RowOf(const NamedTable& table, const std::string& chinese) {
 int LookUp(const NamedTable& table, const PromptArguments& arguments, Console& console) {
   const std::string& item = arguments.item;
   int row = -1;
+  // Digits alone are the number of a row, even where a text reads so.
   if (std::all_of(item.begin(), item.end(), [](char c) { return c >= '0' && c <= '9'; })) {
     row = item.size() < 6 ? std::stoi(item) : table.rows;
     if (row >= table.rows) {

@@ -15,6 +15,9 @@
 #include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
+// The verb `rewrite`: the library's replacements in formulas, each as its function does it. They work in a
+// buffer of the caller's, so room is made here for what the text may grow to.
+
 namespace lorv::tool {
 namespace {
 
@@ -63,7 +66,8 @@ Pair OnePair(const RewriteArguments& arguments, const char* form) {
   return {CString::FromUtf8(name), CString::FromUtf8(value)};
 }
 
-// Room for a text in which `most` places of `old` grow to `fresh`.
+// Room for a text in which `most` places of `old` grow to `fresh`. A place takes a unit at least, so there
+// are no more of them than units.
 std::vector<TCHAR> Room(const CString& text, int old, int fresh, int most) {
   const int growth = std::max(0, fresh - std::max(old, 1));
   const int places = std::min(most, text.GetLength());
@@ -94,6 +98,7 @@ Rewritten ReplaceNumber(const RewriteArguments& arguments) {
   const auto [name, value] = OnePair(arguments, "NAME=NUMBER");
   const std::optional<double> number = WholeNumber(value.ToUtf8());
   if (!number) throw BadInput(Say("\"{}\" is no number", {value.ToUtf8()}));
+  // One unit more than a value's text, for the "*" that may come in front of it.
   std::vector<TCHAR> room = Room(text, name.GetLength(), kValueText + 1, kMaxSubstitutions);
   ReplExprWithOneValue(room.data(), name, *number);
   return {CString(room.data()), std::nullopt, {}, true};

@@ -20,6 +20,9 @@
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verb `sheet`: workbooks into tables and tables into workbooks, without a spreadsheet program. Workbooks
+// are read by the suite's own exchange, so cells come as the suite would get them.
+
 namespace lorv::tool {
 
 Work DeclareSheet(VerbSyntax& syntax);
@@ -61,7 +64,7 @@ class KeptMessages : public Dialogs {
   CString text;
 };
 
-// The exchange without a program, for a scope.
+// The exchange without a program, for a scope. Its boxes would wait for somebody who is not there.
 class FileExchange {
  public:
   FileExchange() : dialogs_scope_(Ports()), engine_scope_(EngineSpreadsheet()) {}
@@ -90,6 +93,7 @@ Sheets ReadSheets(const std::string& path) {
   FileExchange files;
   Sheets sheets;
   const int read = files.exchange.LoadExcel2(CString::FromUtf8(path), sheets.tables, sheets.names, 0);
+  // What it told is a fault even where some sheets came: a table with a part missing looks whole.
   if (read == 0 || !files.Told().IsEmpty()) throw BadInput(Quoted(path) + ": " + WorkbookWords(files.Told()));
   return sheets;
 }
@@ -194,6 +198,7 @@ int ToCsv(const SheetArguments& arguments, Console& console) {
 CXArrayDBToArray ReadTable(const SheetArguments& arguments, Console& console) {
   InputBytes bytes(arguments.source, console.in);
   CsvReader reader(bytes, EncodingByName(arguments.encoding), false);
+  // Columns are known when the last row is read: some are longer than the first.
   std::vector<std::vector<std::string>> rows;
   std::size_t widest = 1;
   for (CsvRow row; reader.Next(row);) {

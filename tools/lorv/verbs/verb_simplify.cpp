@@ -11,6 +11,9 @@
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verb `simplify`: a shorter formula of the same value, or what the suite's own rules make of it. The
+// safe way is the default, since the suite's rules work on characters and may change what a formula gives.
+
 namespace lorv::tool {
 namespace {
 
@@ -58,6 +61,7 @@ void TakeValues(const std::vector<std::string>& values, COptimizeExpression& sim
     const CString number = text.Mid(equals + 1);
     std::size_t used = 0;
     const double value = ReadReal(number.View(), &used);
+    // The whole text: "3x" is no 3.
     const bool whole = used == static_cast<std::size_t>(number.GetLength());
     if (equals < 1 || used == 0 || !whole) throw BadInput(Say("\"{}\" is no NAME=NUMBER", {pair}));
     simplifier.SetKeyValue(text.Left(equals), value);

@@ -14,6 +14,9 @@
 #include "tools/lorv/text/progress_bar.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verbs `squeeze` and `expand`: single files in the suite's own compressed form, for data that programs
+// of the suite read.
+
 namespace lorv::tool {
 namespace {
 
@@ -63,9 +66,11 @@ void WriteBy(const SqueezeArguments& arguments, std::uint64_t total, Console& co
   const auto source = PortsInForce().files->Open(CString::FromUtf8(arguments.source), FileUse::kRead);
   if (!source) throw BadInput(Say("{} cannot be opened", {Quoted(arguments.source)}));
   NewFile target(arguments.target, arguments.force, console.out);
+  // The bar is gone before anything else is printed.
   {
     ProgressBar bar(console, total);
     CAdRar codec;
+    // Without it only the beginning of a file would come back right.
     codec.SetExactDecoding(true);
     codec.SetProgress([&](std::uint32_t done) { bar.Show(done); });
     operation(codec, *source, target.Stream());
@@ -79,6 +84,7 @@ int Squeeze(SqueezeArguments arguments, Console& console) {
   WriteBy(arguments, SizeOf(arguments.source), console, [&](CAdRar& codec, File& from, File& to) {
     try {
       codec.Compress(from, to);
+      // The codec tells failures by numbers that it throws.
     } catch (int) {
       throw BadInput(Say("{} has 4 GB or more, or cannot be read, or there is no more room",
                          {Quoted(arguments.source)}));
@@ -92,6 +98,7 @@ int Expand(SqueezeArguments arguments, Console& console) {
     if (!arguments.source.ends_with(kSuffix)) throw BadInput(Say("name the file to be made: --out FILE"));
     arguments.target = arguments.source.substr(0, arguments.source.size() - std::string(kSuffix).size());
   }
+  // Refuses a pipe, whose first bytes could not be read a second time.
   SizeOf(arguments.source);
   WriteBy(arguments, PlainSizeOf(arguments.source), console, [&](CAdRar& codec, File& from, File& to) {
     try {

@@ -6,6 +6,9 @@
 #include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verb `unpack`: a ZIP archive into a folder. Limits and names are looked at before the
+// first file is written.
+
 namespace lorv::tool {
 namespace {
 
@@ -28,11 +31,13 @@ void Write(const UnpackArguments& arguments, std::size_t entries, EntryTroubles&
 }
 
 int Unpack(const UnpackArguments& arguments, Console& console) {
+  // An empty name is most often a variable of a script that was never set.
   if (arguments.wishes.folder.empty())
     throw BadInput(Say("--to needs the name of a folder; \".\" is the working folder"));
   ArchiveReader archive(arguments.archive);
   archive.CheckLimits(arguments.limits);
   EntryTroubles troubles;
+  // The bar is gone before troubles are told.
   {
     ProgressBar bar(console, archive.Total());
     Unpacker unpacker(archive, arguments.wishes, bar, troubles);

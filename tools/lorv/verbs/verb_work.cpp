@@ -5,6 +5,9 @@
 #include "tools/lorv/takeoff/take_off.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The verb `work`: its arguments, and which of them do not go together. The take-off itself is TakeOff, which
+// relies on outputs being no inputs.
+
 namespace lorv::tool {
 
 Work DeclareWork(VerbSyntax& syntax);
