@@ -15,6 +15,10 @@
 #include "tools/lorv/program.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The desktop example from its words to its exit code. It shows the library's windows with sample content, on
+// whichever desktop the system has, and edits a table in the grid; with --pictures it waits for nobody, so a
+// test or a manual gets its pictures without a hand.
+
 namespace lorv::tool {
 namespace {
 
@@ -51,6 +55,7 @@ fs::path PathOf(const std::string& utf8) {
 }
 
 // What is to be seen is there once nothing waits any more.
+// Windows paint and lay out by messages, which come one after the other.
 void Settle() {
   while (DesktopInForce().Pump(false)) {
   }
@@ -60,6 +65,7 @@ void TakePicture(HWND window, const std::string& title, const fs::path& path) {
   Settle();
   SIZE size = {0, 0};
   const std::vector<DWORD> pixels = PeerOf(window)->Picture(size);
+  // A desktop of the system's own may have no way to read its windows back.
   if (pixels.empty()) throw BadInput("this desktop gives no picture of " + title);
   WritePng(path, size, pixels);
 }
@@ -91,6 +97,7 @@ void TakePicture(const SampleGrid& sample, const fs::path& path) {
 void TakeProgress(const SampleProgress& sample, const std::string& folder, Console& console) {
   SIZE size = {0, 0};
   const std::vector<DWORD> pixels = PictureOfProgress(sample, size);
+  // Told and passed over: all other pictures are good.
   if (pixels.empty()) {
     console.err << "lorv-desk: no picture of " << sample.title << ": its window is the system's own\n";
     return;
@@ -149,6 +156,7 @@ void EditTable(const Wishes& wishes, Console& console) {
               << " rows\n";
 }
 
+// Before the first window, as it decides what windows are.
 void OpenDesktop() {
   try {
     ChooseDesktop(ScreenDesktop());
@@ -184,6 +192,7 @@ int Run(std::vector<std::string> words, Console& console) {
   }
   if (!wishes.dialogs && grid->count() == 0)
     throw BadInput("say what to show: --dialogs or --grid FILE\n`lorv-desk --help` tells the rest");
+  // Before any window is made: its words are taken as it opens.
   SpeakLanguage(LanguageByName(console.locale));
   OpenDesktop();
   if (!wishes.dialogs) {

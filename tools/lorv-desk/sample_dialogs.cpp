@@ -6,6 +6,9 @@
 #include "report/dialogs/dlg_except_add_info.h"
 #include "report/dialogs/dlg_file_select.h"
 
+// The library's dialogs with content, in both languages: long and short texts, of one line and of several, as
+// they are in use. Tests look at their layout on every desktop.
+
 namespace lorv::tool {
 namespace {
 

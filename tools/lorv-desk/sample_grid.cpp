@@ -9,6 +9,9 @@
 #include "grid/items/presentation_item.h"
 #include "tools/lorv-desk/sample_grid_table.h"
 
+// A grid with a cell of every kind, as an estimator's table of members has them. Tests of the grid's looks
+// use it on every desktop.
+
 namespace lorv::tool {
 namespace {
 
@@ -24,6 +27,7 @@ constexpr int kLastSelected = 6;
 void AddColumns(CBCGPBasicGridCtrl& grid, const SampleWords& words) {
   for (int column = 0; column < kSampleColumns; ++column) {
     const int align = column == kChecked ? static_cast<int>(DT_CENTER) : -1;
+    // Widths are told at 96 dots an inch, as all sizes of the sample.
     const int width = kWidths[column] * grid.GetDpi() / kUsualDpi;
     grid.InsertColumn(column, words.columns[column], width, align, FALSE);
   }
@@ -43,12 +47,14 @@ std::unique_ptr<CBCGPGridPresentationItem> TextCell(LPCTSTR text, bool bold) {
   return item;
 }
 
+// A slab has no width: its cell is empty and not 0.
 _variant_t Length(double metres) {
   return metres > 0 ? _variant_t(metres) : _variant_t();
 }
 
 void PutCells(CBCGPBasicGridCtrl& grid, int row, const SampleWords& words) {
   const SampleWords::Row& source = words.rows[row];
+  // The total is shown and not edited: no list, no buttons.
   const bool total = row == kReadOnlyRow;
   const auto put = [&](int column, CBCGPGridItem* item) { grid.ReplaceItem(row, column, item, FALSE); };
   put(kName, TextCell(source.name, row == 0 || total).release());
@@ -93,6 +99,7 @@ void FillSampleGrid(CBCGPBasicGridCtrl& grid, const SampleGrid& sample) {
     PutCells(grid, row, words);
   }
   grid.SetValue(0, kClass, _variant_t(words.all_floors), FALSE);
+  // Over all rows but the total, which has no class.
   grid.MergeRange({kClass, 0, kClass, kReadOnlyRow - 1});
   grid.SetRowReadOnly(kReadOnlyRow, true);
   grid.SetRowVisible(kHiddenRow, false);

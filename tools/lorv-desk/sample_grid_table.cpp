@@ -1,5 +1,8 @@
 #include "tools/lorv-desk/sample_grid_table.h"
 
+// Data only: the sample grid's texts in Chinese and English, with the lengths of words that both
+// languages have in use.
+
 namespace lorv::tool {
 
 const SampleWords kChineseSample = {

@@ -7,9 +7,12 @@
 #include "platform/ports/platform.h"
 #include "platform/ports/progress_picture.h"
 
+// The progress dialog over an operation that only waits, to be looked at and to be cancelled.
+
 namespace lorv::tool {
 namespace {
 
+// Four seconds: time to read the line and to press Cancel.
 constexpr int kSteps = 100;
 constexpr int kPictured = 40;
 constexpr std::chrono::milliseconds kStep(40);
@@ -44,6 +47,7 @@ void ShowProgress(const SampleProgress& sample) {
 
 std::vector<DWORD> PictureOfProgress(const SampleProgress& sample, SIZE& size) {
   size = {0, 0};
+  // The dialog of a desktop that draws it itself can be pictured; that of the system's shell cannot.
   const auto dialog = PortsInForce().shell->MakeProgress();
   auto* const pictured = dynamic_cast<ProgressPicture*>(dialog.get());
   if (pictured == nullptr) return {};

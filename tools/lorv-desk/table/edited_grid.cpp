@@ -2,10 +2,14 @@
 
 #include "tools/lorv-desk/table/grid_exchange.h"
 
+// The grid in which a table is edited. It notices changes wherever they come from: typing, pasting, rows that
+// come and go, a spreadsheet; who closes the window must be asked exactly when there is something to lose.
+
 namespace lorv::tool {
 
 void EditedGrid::InitGridSetting() {
   CBCGPBasicGridCtrl::InitGridSetting();
+  // Keys as spreadsheets have them, as those who edit tables know no others.
   SetShortCut(true);
   SetReturnAddNewRow(true);
 }

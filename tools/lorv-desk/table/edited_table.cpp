@@ -11,12 +11,16 @@
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// A table between its file and the grid. The file is the user's, and other programs read it: what was not
+// edited comes back cell by cell, in the form that it was found in.
+
 namespace lorv::tool {
 namespace {
 
 constexpr int kRowsATurn = 4096;  // between two looks at the clock of whoever waits
 
 _variant_t ValueOf(std::string_view utf8) {
+  // No text is no value: the grid shows both alike and an empty cell costs nothing.
   if (utf8.empty()) return {};
   const auto text = Utf8ToText(utf8);
   return _variant_t(_bstr_t(SysAllocStringLen(text.data(), static_cast<UINT>(text.size())), false));
@@ -25,6 +29,7 @@ _variant_t ValueOf(std::string_view utf8) {
 std::string TextOf(const CBCGPGridItem* item) {
   if (item == nullptr) return {};
   const _variant_t& value = item->GetValue();
+  // A text is written as it is; what a cell shows of it may be formatted.
   return value.vt == VT_BSTR ? TextToUtf8(TextOfBstr(value.bstrVal)) : item->FormatItem().ToUtf8();
 }
 
@@ -36,6 +41,7 @@ void Widen(CBCGPGridRow& row, int number, int columns) {
 
 // The cells that a row is written with: those it was read with, and whatever stands behind them.
 int CellsToWrite(const CBCGPGridRow& row, int columns) {
+  // A row of the file remembers how long it was; one made in the grid has 0 there.
   const auto read = static_cast<int>(row.GetData());
   int count = row.GetItemCount();
   const int least = std::max(1, read == 0 ? columns : read);
@@ -50,6 +56,7 @@ bool EditedTable::Read(CBCGPBasicGridCtrl& grid, const Progress& progress) {
   InputBytes bytes(path_, std::cin);
   if (bytes.IsWorkbook())
     throw BadInput(Say("{} is a workbook; its sheets come as tables by `lorv sheet`", {Quoted(path_)}));
+  // Blanks and empty lines stay: an editor gives back what it was given.
   CsvReader reader(bytes, Encoding::kAuto, false, CsvBlanks::kKept);
   const bool whole = ReadRows(reader, grid, [&] { return progress(bytes.Done(), bytes.Size()); });
   form_ = reader.Form();
@@ -68,6 +75,7 @@ bool EditedTable::ReadRows(CsvReader& reader, CBCGPBasicGridCtrl& grid,
   long long all_cells = 0;
   for (int row = 0; reader.Next(cells); ++row) {
     columns = std::max(columns, static_cast<int>(cells.Size()));
+    // Of the widest row so far: all rows are widened to it in the end.
     all_cells = std::max(all_cells, (row + 1LL) * columns);
     if (all_cells > kMaxTableCells)
       throw BadInput(PlaceText(path_, cells.Place()) +
@@ -75,9 +83,11 @@ bool EditedTable::ReadRows(CsvReader& reader, CBCGPBasicGridCtrl& grid,
     auto fresh = std::make_unique<CBCGPGridRow>(columns, cells.Size());
     for (std::size_t cell = 0; cell < cells.Size(); ++cell)
       fresh->AddItem(new CBCGPGridItem(ValueOf(cells[cell])));
+    // The grid takes the row over only if it has added it.
     if (grid.AddRow(fresh.get(), FALSE) != -1) static_cast<void>(fresh.release());
     if (row % kRowsATurn == kRowsATurn - 1 && !goes_on()) return false;
   }
+  // Columns without a name are those behind the first row's last cell.
   for (int column = grid.GetColumnCount(); column < columns; ++column)
     grid.InsertColumn(column, _T(""), 80, -1, FALSE);
   for (int row = 0; row < grid.GetRowCount(); ++row) Widen(*grid.GetRow(row), row, columns);
@@ -85,6 +95,7 @@ bool EditedTable::ReadRows(CsvReader& reader, CBCGPBasicGridCtrl& grid,
 }
 
 void EditedTable::Write(CBCGPBasicGridCtrl& grid) {
+  // In the file's own code page if it can hold all; nothing of the attempt stays if not.
   if (WriteAs(grid, form_)) return;
   form_.encoding = Encoding::kUtf8;
   form_.has_mark = true;
@@ -99,6 +110,7 @@ bool EditedTable::WriteAs(CBCGPBasicGridCtrl& grid, const CsvForm& form) const {
     text.Line().Add(grid.GetColumnName(column).ToUtf8());
   if (named_columns_ > 0) file.Write(text.TakeRow());
   const int rows = grid.GetRowCount();
+  // What cannot be written in this form need not be written to its end.
   for (int at = 0; at < rows && text.IsWhole(); ++at) {
     const CBCGPGridRow* const row = grid.GetRow(at);
     if (row == nullptr) continue;

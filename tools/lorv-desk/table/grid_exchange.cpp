@@ -1,8 +1,11 @@
 #include "tools/lorv-desk/table/grid_exchange.h"
 
+// Lends the suite's grid to the exchange with spreadsheets, which knows grids by this interface only.
+
 namespace lorv::tool {
 
 void GridExchange::LockRedraw() {
+  // The exchange locks where it has locked already; the grid's switch does not count.
   if (locks_++ == 0) grid_.SetRedraw(FALSE);
 }
 
@@ -19,6 +22,7 @@ void GridExchange::UnionCells(CList<CBCGPGridRange>& ranges) {
 }
 
 void GridExchange::AutoSizeLastColumn() {
+  // The last one takes what room is left beside the others.
   const int last = grid_.GetColumnsInfo().GetLastVisibleColumn();
   if (last >= 0) grid_.GetColumnsInfo().SetColumnWidthAutoSize(last, TRUE);
 }

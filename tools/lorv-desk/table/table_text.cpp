@@ -3,6 +3,9 @@
 #include "framework/text/utf8.h"
 #include "platform/ports/platform.h"
 
+// The rows of a table in the form of its file: encoding, mark, separator, line end. It is the reverse of the
+// reader of tables, whose notion of a form it takes.
+
 namespace lorv::tool {
 namespace {
 
@@ -18,6 +21,7 @@ std::string ToUtf16(const std::string& utf8, bool high_first) {
 }
 
 CsvForm Completed(CsvForm form) {
+  // A file of one line has shown none: that of spreadsheets.
   if (form.line_end.empty()) form.line_end = "\r\n";
   return form;
 }
@@ -42,9 +46,11 @@ std::string TableText::Encoded(const std::string& utf8) const {
       const auto text = Utf8ToText(utf8);
       const CodePage& page = *PortsInForce().code_page;
       std::string bytes = page.ToNarrow(text);
+      // There and back: the code page itself puts something in place of what it lacks, without a word.
       whole_ = whole_ && page.ToText(bytes) == text;
       return bytes;
     }
+    // All of it ASCII, or UTF-8: the bytes are the same.
     default:
       return utf8;
   }

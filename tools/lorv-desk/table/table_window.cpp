@@ -10,10 +10,14 @@
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
+// The window in which a table is edited: reading with progress, commands, and the question about
+// what is not saved.
+
 namespace lorv::tool {
 namespace {
 
 constexpr int kProgressSteps = 1000;
+// A page or two of rows tell what a column holds; measuring all would take as long as reading.
 constexpr int kMeasuredRows = 200;  // by which columns get their first widths
 constexpr int kLeastWidth = 50;
 constexpr int kMostWidth = 360;
@@ -50,11 +54,13 @@ bool TableWindow::Read() {
   progress.StartProgress(Words("Reading the table"));
   const CString name = CString::FromUtf8(file_.Path());
   const bool whole = file_.Read(*table_, [&](std::uint64_t done, std::uint64_t size) {
+    // A pipe has no size: its progress shows that it goes on, not how far.
     const auto step = size == 0 ? 0 : static_cast<int>(done * kProgressSteps / size);
     progress.StepProgress(step, name);
     return !progress.QueryCancel(Words("Stop reading the table?"));
   });
   progress.EndProgress();
+  // A table of which a part is missing must not be saved over the whole one.
   if (!whole) return false;
   FitColumns();
   table_->MarkChanged(false);
@@ -78,6 +84,7 @@ void TableWindow::FitColumns() {
 }
 
 bool TableWindow::Save() {
+  // What is being typed is meant to be saved as well.
   table_->EndEditItem(TRUE);
   try {
     file_.Write(*table_);
@@ -91,6 +98,7 @@ bool TableWindow::Save() {
 
 void TableWindow::InsertRow() {
   const int at = std::max(0, table_->GetCurrentRow());
+  // A table without rows has no place to insert at.
   if (table_->InsertRows(at, 1) == 0) table_->AppendRows(1);
   table_->MarkChanged(true);
   table_->SetRow(at);
@@ -111,6 +119,7 @@ void TableWindow::Do(UINT command) {
       table_->ToExcel(0);
       break;
     case kTableFromSpreadsheet:
+      // Columns and rows are other ones now.
       if (table_->FromExcel(0)) table_->AdjustLayout();
       break;
     default:
@@ -119,6 +128,7 @@ void TableWindow::Do(UINT command) {
 }
 
 BOOL TableWindow::PreTranslateMessage(MSG* message) {
+  // Before the grid sees the key.
   if (message->message == WM_KEYDOWN && message->wParam == 'S' && IsDown(VK_CONTROL)) {
     Save();
     return TRUE;
@@ -141,6 +151,7 @@ void TableWindow::OnContextMenu(CWnd* /*window*/, CPoint point) {
 }
 
 void TableWindow::OnClose() {
+  // The text in the open editor may be the change.
   table_->EndEditItem(TRUE);
   if (table_->IsChanged()) {
     const CString question = Words("Save the changes of {}?", {Quoted(file_.Path())});

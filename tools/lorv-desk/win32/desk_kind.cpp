@@ -4,6 +4,8 @@
 
 #include <objbase.h>
 
+// On Windows the windows are the system's own.
+
 namespace lorv::tool {
 
 DesktopKind ScreenDesktop() {
