@@ -40,7 +40,6 @@ class TableWindow : public GridWindow {
 
  private:
   void FitColumns();
-  void ShowTitle();
   void InsertRow();
 
   EditedTable file_;
