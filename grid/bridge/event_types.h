@@ -25,6 +25,14 @@ inline constexpr char kArgumentOf<BSTR*> = argument::kTextAnswer;
 template <>
 inline constexpr char kArgumentOf<VARIANT*> = argument::kVariantAnswer;
 
+// The kind of that number by value, for constants: under the sanitizers no pointer is followed in one. The
+// number 0 where there is none.
+constexpr EventKind KnownEvent(int id) {
+  for (const EventKind& kind : kEventKinds)
+    if (kind.id == id) return kind;
+  return {};
+}
+
 // Whether these are the arguments of the event.
 template <class... Values>
 constexpr bool EventTakes(const EventKind& kind) {

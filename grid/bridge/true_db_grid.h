@@ -170,9 +170,9 @@ class COMM_LORV_API CBcgTrueDbGridCtrl : public CBCGPBasicGridCtrl {
 
 template <int event, class... Values>
 void CBcgTrueDbGridCtrl::Raise(Values... values) {
-  static constexpr const lorv::EventKind* kKind = lorv::FindEvent(event);
-  static_assert(kKind != nullptr && lorv::EventTakes<Values...>(*kKind), "not the arguments of the event");
+  static constexpr lorv::EventKind kKind = lorv::KnownEvent(event);
+  static_assert(kKind.id == event && lorv::EventTakes<Values...>(kKind), "not the arguments of the event");
   // Ended by 0, which nine arguments in the table are not.
-  static constexpr auto kTypes = lorv::EndedTypes(*kKind);
+  static constexpr auto kTypes = lorv::EndedTypes(kKind);
   FireEvent(event, kTypes.data(), values...);
 }

@@ -76,7 +76,7 @@ void CBcgTrueDbGridCtrl::SetBookmark(const VARIANT& bookmark) {
 }
 
 _variant_t CBcgTrueDbGridCtrl::RowBookmark(int row) {
-  const _variant_t bookmark(static_cast<long>(row));
+  _variant_t bookmark(static_cast<long>(row));
   SetBookmark(bookmark);
   return bookmark;
 }
