@@ -44,9 +44,12 @@ void CBcgTrueDbGridCtrl::OnItemChanged(CBCGPGridItem* item, int row, int column)
   Raise<5>(number, static_cast<VARIANT*>(&told), &cancel);
   if (life.expired()) return;
   if (cancel != 0) {
-    SetValue(row, column, told, TRUE);
+    // A reference is followed; what is no value at all counts for nothing.
+    _variant_t back;
+    if (FAILED(VariantCopyInd(&back, &told))) back = old;
+    SetValue(row, column, back, TRUE);
     if (life.expired()) return;
-    if (told.vt == VT_EMPTY) GiveBack(id, told);
+    if (back.vt == VT_EMPTY) GiveBack(id, back);
   }
   cancel = 0;
   Raise<8>(&cancel);

@@ -70,6 +70,25 @@ TEST_F(TrueDbEditing, WhatTheHandlerWritesCountsForItsCancelOnly) {
   EXPECT_EQ(Text(2, 1), _T("x"));
 }
 
+TEST_F(TrueDbEditing, WhatIsNoValueCountsForNothing) {
+  Fill(3, 2);
+  _variant_t mine(short{5});
+  sheet->cancelled = {5};
+  sheet->on_old = [&](VARIANT& old) {
+    VariantClear(&old);
+    old.vt = VT_BYREF | VT_VARIANT;
+    old.pvarVal = &mine;
+  };
+  Edit(0, 1, _T("x"));
+  EXPECT_EQ(grid->GetValue(0, 1), mine);
+  sheet->on_old = [](VARIANT& old) {
+    VariantClear(&old);
+    old.vt = 0x0FFF;
+  };
+  Edit(1, 1, _T("x"));
+  EXPECT_EQ(Text(1, 1), _T("11"));
+}
+
 TEST_F(TrueDbEditing, CancelBeforeUpdateRestoresWhatIsNotEmpty) {
   Fill(3, 2);
   grid->SetValue(1, 1, _variant_t());
