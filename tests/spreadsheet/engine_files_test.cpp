@@ -128,6 +128,35 @@ TEST_F(EngineFiles, FormatsWidthsMergesAndTheDateSystem) {
   EXPECT_EQ(read.merges.Find(2, 1), nullptr);
 }
 
+TEST_F(EngineFiles, DatesWrittenOutAreTheSameDayInBothSystems) {
+  const std::string sheet = "<sheetData><row><c t='d' s='1'><v>2024-03-07T12:00:00</v></c></row></sheetData>";
+  const std::string styles = "<cellXfs><xf numFmtId='0'/><xf numFmtId='14'/></cellXfs>";
+  for (const char* const system : {"<workbookPr/>", "<workbookPr date1904='1'/>"}) {
+    PutSheet(sheet, "", styles, system);
+    ASSERT_EQ(Refusal(), "");
+    const _variant_t date = CellValue(*book, *book->sheets[0], 0, 0);
+    EXPECT_EQ(date.vt, VT_DATE) << system;
+    EXPECT_EQ(date.date, 45358.5) << system;
+  }
+}
+
+TEST_F(EngineFiles, WidthsAndFontSizesBeyondThePrograms) {
+  const std::string sheet =
+      "<cols><col min='1' max='1' width='1e999'/><col min='2' max='2' width='-3'/><col min='3' max='3' "
+      "width='300'/></cols><sheetData><row><c s='1'><v>1</v></c><c s='2'><v>2</v></c></row></sheetData>";
+  const std::string styles =
+      "<fonts><font><sz val='11'/></font><font><sz val='1e999'/></font><font><sz val='-4'/></font></fonts>"
+      "<cellXfs><xf numFmtId='0'/><xf numFmtId='2' fontId='1'/><xf numFmtId='2' fontId='2'/></cellXfs>";
+  PutSheet(sheet, "", styles);
+  ASSERT_EQ(Refusal(), "");
+  const Sheet& read = *book->sheets[0];
+  EXPECT_EQ(read.columns.At(0).width, 255);
+  EXPECT_TRUE(read.columns.At(1).hidden);
+  EXPECT_EQ(read.columns.At(2).width, 255);
+  EXPECT_EQ(StyleOf(*book, read, 0, 0).font_size, 0);
+  EXPECT_EQ(StyleOf(*book, read, 0, 1).font_size, 0);
+}
+
 TEST_F(EngineFiles, NameSpacesAndCommentsDoNotMatter) {
   PutParts(
       {{"_rels/.rels",

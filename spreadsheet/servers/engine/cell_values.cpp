@@ -13,8 +13,6 @@
 namespace lorv::engine {
 namespace {
 
-// Day 0 of the system that counts from 1904, in the other one.
-constexpr double kDaysTo1904 = 1462;
 constexpr LPCTSTR kPlainDate = _T("yyyy/m/d");
 
 double RealOf(const VARIANT& value) {

@@ -6,6 +6,9 @@
 // How a cell of the engine takes a value and gives it.
 namespace lorv::engine {
 
+// Day 0 of the system that counts from 1904, in the other one.
+constexpr double kDaysTo1904 = 1462;
+
 // Texts stay texts, whatever they look like. Dates are counted by the workbook's own system.
 // Raises the engine's failure for a text that is too long and a number that is none; COleException for a
 //   value of another kind.

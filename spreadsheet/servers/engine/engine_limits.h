@@ -19,5 +19,7 @@ constexpr std::size_t kMaxXmlToken = std::size_t{1} << 20;      // bytes of one 
 constexpr int kMaxXmlDepth = 256;
 constexpr std::size_t kMaxFormatText = 1024;  // bytes of a number format in a file
 constexpr double kStandardWidth = 8.43;       // characters
+constexpr double kMaxSheetColumnWidth = 255;  // characters
+constexpr double kMaxFontSize = 409;          // points
 
 }  // namespace lorv::engine

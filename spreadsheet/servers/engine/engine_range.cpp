@@ -4,6 +4,7 @@
 #include "spreadsheet/servers/engine/cell_reference.h"
 #include "spreadsheet/servers/engine/cell_values.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
+#include "spreadsheet/servers/engine/engine_limits.h"
 #include "spreadsheet/servers/engine/engine_object.h"
 
 // Ranges of a sheet, and the font of one.
@@ -13,9 +14,6 @@ namespace {
 
 using Place = std::shared_ptr<const SheetPlace>;
 
-// Limits of the programs: beyond them a file would hold what they cannot read.
-constexpr double kWidest = 255;
-constexpr double kLargestFont = 409;
 // What is put into a range goes into each of its cells.
 constexpr __int64 kMostCellsAtOnce = 1000000;
 
@@ -52,7 +50,7 @@ class RangeFont : public EngineObject {
  protected:
   void Put(Operation /*operation*/, const AutoValue& value) override {
     const double size = RealOf(value);
-    if (!(size >= 1 && size <= kLargestFont)) Fail(_T("字号须为1至409。"));
+    if (!(size >= 1 && size <= kMaxFontSize)) Fail(_T("字号须为1至409。"));
     ChangeStyles(*place_, area_, [&](CellStyle& style) { style.font_size = size; });
   }
 
@@ -132,7 +130,7 @@ double EngineRange::Width() const {
 }
 
 void EngineRange::PutWidth(double width) {
-  if (!(width >= 0 && width <= kWidest)) Fail(_T("列宽须为0至255。"));
+  if (!(width >= 0 && width <= kMaxSheetColumnWidth)) Fail(_T("列宽须为0至255。"));
   ColumnShape shape = place_->sheet->columns.At(area_.left);
   shape.hidden = width == 0;
   // A hidden column keeps its width, for the day when its user shows it again.

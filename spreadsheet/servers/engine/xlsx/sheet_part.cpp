@@ -7,7 +7,9 @@
 #include "framework/text/number_text.h"
 #include "framework/values/ole_date.h"
 #include "spreadsheet/servers/engine/cell_reference.h"
+#include "spreadsheet/servers/engine/cell_values.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
+#include "spreadsheet/servers/engine/engine_limits.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_text.h"
 
 // One worksheet on its way from the file's XML into the book, cell by cell, with nothing kept but the cell at
@@ -58,9 +60,8 @@ void SheetPart::Start(std::string_view name, XmlAttributes attributes) {
     in_data_ = true;
   } else if (name == "col") {
     TakeColumns(attributes);
-    // Columns come before the cells in a file and merged areas behind them, so neither
-    // is looked for in between.
   } else if (name == "mergeCell") {
+    // Columns come before the cells in a file and merged areas behind them: in between neither is looked for.
     TakeMerge(attributes);
   }
 }
@@ -163,7 +164,9 @@ void SheetPart::PutWritten(Cell& cell) {
     case 'd':
       // "2024-03-07T12:30:00"
       if (const std::size_t t = value_.find('T'); t != std::string::npos) value_[t] = ' ';
-      if (TextToOleDate(DocumentText(value_), number)) return cell.SetNumber(number);
+      // Written out it is the same day in every workbook; as a number it counts by the workbook's system.
+      if (TextToOleDate(DocumentText(value_), number))
+        return cell.SetNumber(number - (book_.dates_of_1904 ? kDaysTo1904 : 0));
       return put_text(CellKind::kText, value_);
     default:
       if (IsPlainNumberText(Trimmed(value_), number)) return cell.SetNumber(number);
@@ -182,7 +185,8 @@ void SheetPart::TakeColumns(XmlAttributes attributes) {
   if (!width.empty()) shape.width = ReadReal(AttributeText(width));
   // The file's width has the margins of a cell in it: five pixels of a character's seven.
   constexpr double kMargin = 5.0 / 7.0;
-  shape.width = std::max(0.0, shape.width - (width.empty() ? 0 : kMargin));
+  // What no program can show is brought to what they can: "1e999" is a number without end.
+  shape.width = std::clamp(shape.width - (width.empty() ? 0 : kMargin), 0.0, kMaxSheetColumnWidth);
   shape.hidden = IsYes(attributes.Value("hidden")) || shape.width == 0;
   sheet_.columns.Set(first - 1, last - 1, shape);
 }

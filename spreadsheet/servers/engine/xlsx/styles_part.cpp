@@ -51,9 +51,11 @@ void StylesPart::Start(std::string_view name, XmlAttributes attributes) {
     // A font counts even if it names no size, as styles name fonts by place.
     font_sizes_.push_back(0);
   } else if (name == "sz" && in_fonts_ && !font_sizes_.empty()) {
-    font_sizes_.back() = ReadReal(AttributeText(attributes.Value("val")));
-    // Another list of the same elements holds the named styles behind these; no cell points into it.
+    // A size that no program has, "1e999" for instance, is left out: the workbook's own holds then.
+    const double size = ReadReal(AttributeText(attributes.Value("val")));
+    font_sizes_.back() = size >= 1 && size <= kMaxFontSize ? size : 0;
   } else if (name == "cellXfs") {
+    // Another list of the same elements holds the named styles behind these; no cell points into it.
     in_cell_formats_ = true;
   } else if (name == "xf" && in_cell_formats_) {
     TakeCellFormat(attributes);
