@@ -34,8 +34,8 @@ void TellDispatchFailure(const COleDispatchException& failure) {
 bool CAdExcel2GridEx::FromExcel() {
   try {
     return Import();
-    // Automation's own failures first, as their codes help who is asked for help.
   } catch (COleException* failure) {
+    // Automation's own failures first, as their codes help who is asked for help.
     TellOleFailure(*failure);
     failure->Delete();
   } catch (COleDispatchException* failure) {

@@ -83,9 +83,9 @@ void AppendAscii(TextView text, std::size_t at, std::string& out) {
     out += "&gt;";
   } else if (c == '"') {
     out += "&quot;";
+  } else if ((c < ' ' && c != '\t' && c != '\n') || (c == '_' && EscapeAt(text, at) >= 0)) {
     // A carriage return is escaped, too: XML makes a line feed of it. And what looks like an escape has its
     // underscore escaped, so that it comes back as it was written.
-  } else if ((c < ' ' && c != '\t' && c != '\n') || (c == '_' && EscapeAt(text, at) >= 0)) {
     AppendEscape(c, out);
   } else {
     out += static_cast<char>(c);
