@@ -92,6 +92,7 @@ int TImageImp::MakeBitmap(HBITMAP& bitmap) const {
   const lorv::Raster* const raster = picture_->Pixels();
   if (raster == nullptr) return 1;
   std::vector<std::uint32_t> shown(raster->pixels.size());
+  // Who shows a bitmap takes no notice of alpha: what was seen through must not show as colour.
   std::transform(raster->pixels.begin(), raster->pixels.end(), shown.begin(), OverBlack);
   bitmap = lorv::NativeDeviceImages().MakeBitmap(AsPixels(raster->width, raster->height, shown.data()));
   return 1;
@@ -100,6 +101,7 @@ int TImageImp::MakeBitmap(HBITMAP& bitmap) const {
 int TImageImp::DelayOf(int frame) const {
   lorv::DelayProperty delays;
   if (!picture_->IsGif() || !picture_->ReadDelays(delays)) return 0;
+  // Another loader may have them in another form, of which nothing is known here.
   if (delays.type != lorv::kLongEntries) return kUsualDelay;
   if (frame < 0 || static_cast<std::size_t>(frame) >= delays.entries.size()) return 0;
   const std::int64_t entry = delays.entries[static_cast<std::size_t>(frame)];

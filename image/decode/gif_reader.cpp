@@ -17,6 +17,7 @@ constexpr unsigned kControl = 0xF9;
 constexpr unsigned kHasColours = 0x80;
 constexpr unsigned kInterlaced = 0x40;
 constexpr int kMostCodes = 4096;
+// A frame takes fewer bytes in a file than in the list of frames.
 constexpr std::size_t kMostFrames = 100'000;
 
 constexpr unsigned kClearArea = 2;
@@ -49,6 +50,7 @@ class LzwUnpacker {
   // Where the codes end early or are none, the rest of `out` stays. False when not one number came.
   bool Unpack(ByteView view, std::vector<unsigned char>& out) {
     const unsigned bits = view.Byte();
+    // Codes begin one bit wider than this, and have twelve at most.
     if (bits < 1 || bits > 11) return false;
     clear_ = 1 << bits;
     Reset(bits);
@@ -78,6 +80,7 @@ class LzwUnpacker {
   // -1 behind the last block.
   int Next(ByteView& view) {
     while (held_ < width_) {
+      // Codes run on over the ends of blocks.
       if (left_in_block_ == 0) left_in_block_ = view.Byte();
       if (left_in_block_ == 0 || view.Overran()) return -1;
       --left_in_block_;
@@ -94,6 +97,7 @@ class LzwUnpacker {
 
   // The next entry: what the code before stands for, and the first number of this one.
   void Learn(int before, int code) {
+    // A full table stays as it is until the writer clears it, which it may put off.
     if (before < 0 || count_ >= kMostCodes) return;
     const auto at = static_cast<std::size_t>(count_);
     prefix_[at] = static_cast<std::uint16_t>(before);
@@ -206,6 +210,7 @@ bool GifFile::Read() {
   if (frames.empty() || !HasRoom() || !BeginsWithPixels()) return false;
   const bool has_entries =
       std::any_of(frames.begin(), frames.end(), [](const GifFrame& f) { return f.control.has_entry; });
+  // A picture of one frame has no delays, whatever its blocks say.
   if (frames.size() < 2 || !has_entries) return true;
   for (const GifFrame& frame : frames) delays.push_back(frame.control.delay);
   return true;
@@ -242,6 +247,7 @@ bool GifFile::BeginsWithPixels() const {
 void GifFile::ReadExtension(ByteView& view) {
   const unsigned label = view.Byte();
   if (label == kControl) {
+    // On a copy: the chain is skipped as a whole, whatever its first block holds.
     ByteView block = view;
     if (block.Byte() >= 4) {
       const unsigned flags = block.Byte();
@@ -257,6 +263,7 @@ void GifFile::ReadExtension(ByteView& view) {
 
 bool GifFile::ReadFrame(ByteView& view) {
   GifFrame frame;
+  // A control block is for the next frame alone.
   frame.control = std::exchange(control_, {});
   frame.left = static_cast<int>(view.Low16());
   frame.top = static_cast<int>(view.Low16());
@@ -336,6 +343,7 @@ void GifReader::Draw(const GifFrame& frame) {
   const int columns = std::min(frame.width, Width() - frame.left);
   for (int row = 0; row < frame.height; ++row) {
     const int y = frame.top + (frame.interlaced ? InterlacedRow(row, frame.height) : row);
+    // A frame may reach beyond the screen.
     if (y >= Height()) continue;
     const unsigned char* const from =
         numbers_.data() + static_cast<std::size_t>(row) * static_cast<std::size_t>(frame.width);
@@ -376,6 +384,7 @@ void GifReader::Keep(const GifFrame& frame) {
 
 const Raster& GifReader::Frame(int index) {
   if (index < 0 || index >= FrameCount()) index = 0;
+  // Back goes over the first frame: each stands on what those before it left.
   if (drawn_ > index || drawn_ < 0) {
     picture_.Resize(Width(), Height());
     drawn_ = -1;

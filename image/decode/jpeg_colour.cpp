@@ -14,9 +14,11 @@ ColourKind KindOf(const Picture& picture) {
   if (parts.size() == 1) return ColourKind::kGrey;
   if (parts.size() == 4)
     return picture.adobe_transform == 2 ? ColourKind::kBrightnessInks : ColourKind::kInks;
+  // Such files have no other colours, so the mark settles it.
   if (picture.has_jfif) return ColourKind::kBrightness;
   if (picture.adobe_transform >= 0)
     return picture.adobe_transform == 0 ? ColourKind::kColours : ColourKind::kBrightness;
+  // Without any mark only the numbers of the components are left, which some writers make letters.
   const bool named = parts[0].id == 'R' && parts[1].id == 'G' && parts[2].id == 'B';
   return named ? ColourKind::kColours : ColourKind::kBrightness;
 }
@@ -28,6 +30,7 @@ class FinerRows {
       : component_(component),
         across_(picture.most_across),
         down_(picture.most_down),
+        // Two columns have no neighbours to be weighed with.
         twice_across_(2 * component.across == picture.most_across && component.width > 2),
         twice_down_(2 * component.down == picture.most_down &&
                     (component.across == picture.most_across || twice_across_)),
@@ -57,6 +60,7 @@ class FinerRows {
 void FinerRows::Blend(int y) {
   const unsigned char* const near_row = Source(y / 2);
   const unsigned char* const far_row = Source(y % 2 == 0 ? y / 2 - 1 : y / 2 + 1);
+  // Up and down by turns, so that a picture does not become lighter by this.
   const int rounding = y % 2 == 0 ? 1 : 2;
   for (std::size_t x = 0; x < columns_.size(); ++x) {
     columns_[x] = 3 * near_row[x] + far_row[x];
@@ -148,6 +152,7 @@ void PutColours(Picture& picture, Raster& out) {
   for (const Component& component : picture.components) rows.emplace_back(picture, component);
   Parts parts = {};
   for (int y = 0; y < picture.height; ++y) {
+    // Row by row: no component is ever held at the size of the whole picture.
     for (std::size_t i = 0; i < rows.size(); ++i) parts[i] = rows[i].Row(y);
     std::uint32_t* const to = out.Row(y);
     for (int x = 0; x < picture.width; ++x) to[x] = PixelAt(parts, x, kind, picture.adobe_transform >= 0);

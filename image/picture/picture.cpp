@@ -40,6 +40,7 @@ class DecodedPicture final : public Picture {
     try {
       return &reader_->Frame(frame_);
     } catch (const std::bad_alloc&) {
+      // The file was fine when it was opened; only this frame has no room now.
       good_ = false;
       return nullptr;
     }
@@ -65,6 +66,7 @@ class DecodedPicture final : public Picture {
 // Empty for what is no file, or more than is read.
 std::string BytesOf(const CString& path) {
   const auto facts = PortsInForce().files->Facts(path);
+  // A pipe or a device has no size, and reading it may never end.
   if (!facts || facts->IsFolder() || facts->is_stream || facts->size > kMostImageBytes) return {};
   const auto file = PortsInForce().files->Open(path, FileUse::kRead);
   if (file == nullptr) return {};
