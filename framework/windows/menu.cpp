@@ -4,6 +4,7 @@
 #include <map>
 #include <utility>
 
+#include "framework/windows/menu_resources.h"
 #include "framework/windows/window.h"
 
 // Popup menus as models that the desktop shows. Handles lead to shared models by a map, so a submenu may be
@@ -17,6 +18,7 @@ constexpr UINT kStates = MF_GRAYED | MF_DISABLED;
 struct LiveMenus {
   std::map<HMENU, std::shared_ptr<lorv::MenuModel>> models;
   std::map<HMENU, std::unique_ptr<CMenu>> made_up;
+  std::map<HMENU, std::vector<HMENU>> loaded;  // submenus that came with a menu, and go with it
   UINT_PTR last = 0x20000;
 };
 
@@ -69,17 +71,47 @@ bool Erase(lorv::MenuModel& model, const lorv::MenuEntry* gone) {
   });
 }
 
+HMENU MakeHandle(std::shared_ptr<lorv::MenuModel> model) {
+  auto* const handle = reinterpret_cast<HMENU>(++Live().last);
+  Live().models[handle] = std::move(model);
+  return handle;
+}
+
+// Each menu of a copy has a handle of its own, so that it can be asked for and changed.
+std::shared_ptr<lorv::MenuModel> Copied(const lorv::MenuModel& model, std::vector<HMENU>& handles) {
+  auto copy = std::make_shared<lorv::MenuModel>(model);
+  for (lorv::MenuEntry& entry : copy->entries) {
+    if (entry.submenu == nullptr) continue;
+    const auto below = Copied(*entry.submenu, handles);
+    handles.push_back(MakeHandle(below));
+    entry.submenu = below;
+  }
+  return copy;
+}
+
 }  // namespace
 
 BOOL CMenu::CreatePopupMenu() {
   if (m_hMenu != nullptr) return FALSE;
-  m_hMenu = reinterpret_cast<HMENU>(++Live().last);
-  Live().models[m_hMenu] = std::make_shared<lorv::MenuModel>();
+  m_hMenu = MakeHandle(std::make_shared<lorv::MenuModel>());
+  return TRUE;
+}
+
+BOOL CMenu::LoadMenu(UINT number) {
+  if (m_hMenu != nullptr) return FALSE;
+  const auto found = lorv::FindMenuResource(number);
+  if (!found.has_value()) return FALSE;
+  std::vector<HMENU> below;
+  m_hMenu = MakeHandle(Copied(*found, below));
+  if (!below.empty()) Live().loaded[m_hMenu] = std::move(below);
   return TRUE;
 }
 
 BOOL CMenu::DestroyMenu() {
   const HMENU menu = Detach();
+  const auto below = Live().loaded.extract(menu);
+  if (!below.empty())
+    for (const HMENU submenu : below.mapped()) Live().models.erase(submenu);
   // Menus that show it keep the model: they go on as before.
   return menu != nullptr && Live().models.erase(menu) != 0;
 }

@@ -28,6 +28,10 @@ class COMM_LORV_API CMenu : public CObject {
   ~CMenu() override { DestroyMenu(); }
 
   BOOL CreatePopupMenu();
+  // The menu that the program knows by that number (lorv::AddMenuResource, or a resource), as a fresh copy
+  // that
+  // takes its submenus along when it goes. FALSE, and the object has no menu: nobody knows the number.
+  BOOL LoadMenu(UINT number);
   BOOL DestroyMenu();
   BOOL Attach(HMENU menu);
   HMENU Detach();
