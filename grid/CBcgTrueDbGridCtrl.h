@@ -4,6 +4,7 @@
 
 #include "grid/basic/basic_grid.h"
 #include "grid/bridge/true_db_grid.h"
+#include "grid/buttons/menu_button_ex.h"
 #include "grid/items/button_item.h"
 #include "grid/items/check_item_ex.h"
 #include "grid/items/color_item_ex.h"

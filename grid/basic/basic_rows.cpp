@@ -58,6 +58,7 @@ int CBCGPBasicGridCtrl::DeleteSelectedRows() {
 
 void CBCGPBasicGridCtrl::SetRowVisible(int row, bool visible) {
   if (visible == !IsRowHidden(row)) return;
+  FilterChanged();
   if (visible) {
     hidden_rows_.RemoveAt(hidden_rows_.Find(row));
     hidden_index_.erase(row);
