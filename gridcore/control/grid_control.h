@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -9,7 +10,10 @@
 #include "gridcore/columns/columns_info.h"
 #include "gridcore/control/colour_theme.h"
 #include "gridcore/control/grid_messages.h"
-#include "gridcore/rows/grid_row.h"
+#include "gridcore/geometry/shown_lines.h"
+#include "gridcore/life_token.h"
+#include "gridcore/rows/group_row.h"
+#include "gridcore/rows/row_store.h"
 #include "gridcore/selection/selected_ranges.h"
 #include "gridcore/table/merged_cells.h"
 
@@ -27,18 +31,11 @@ enum SelectMode : UINT {
 // What EnableHeader allows; bits.
 enum HeaderFlag : UINT { kHeaderMovesColumns = 1, kHeaderSorts = 2, kHeaderHides = 4, kHeaderSelects = 8 };
 
-constexpr UINT kEditorId = 1;        // of every editor of a grid
-constexpr int kDividerReach = 4;     // pixels to both sides of a column's edge
-constexpr int kRowHeaderWidth = 30;  // pixels
-
-// True while the object that the token was taken from lives.
-class LifeToken {
- public:
-  std::weak_ptr<int> Watch() const { return life_; }
-
- private:
-  std::shared_ptr<int> life_ = std::make_shared<int>(0);
-};
+constexpr UINT kEditorId = 1;              // of every editor of a grid
+constexpr int kDividerReach = 4;           // pixels to both sides of a column's edge
+constexpr int kRowHeaderWidth = 30;        // pixels
+constexpr int kMaxVirtualTable = 1 << 28;  // rows; as high as all of them can be scrolled over
+constexpr int kMostEditorCloses = 8;       // of editors that handlers open while rows go
 
 }  // namespace lorv
 
@@ -88,7 +85,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   virtual BOOL EndEditItem(BOOL update = TRUE);
   virtual void AdjustLayout();
   virtual int GetExtraHierarchyOffset() const { return 0; }
-  virtual int GetHierarchyLevelOffset() const { return 0; }
+  virtual int GetHierarchyLevelOffset() const { return m_nRowHeight; }
   virtual int GetLeftMarginWidth() const { return m_nRowHeight; }
   virtual void SetRowHeight();  // from the font
 
@@ -144,13 +141,17 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   // table) it stays the caller's. Places are the number of a row there is; InsertRowAfter past the end
   // appends.
   void SetupRow(CBCGPGridRow* row, int columns);
-  int AddRow(BOOL relayout);  // a fresh one; its number
-  int AddRow(CBCGPGridRow* row, BOOL relayout);
+  int AddRow(BOOL relayout);                     // a fresh one; its number
+  int AddRow(CBCGPGridRow* row, BOOL relayout);  // behind all others
   int InsertRowBefore(int position, CBCGPGridRow* row, BOOL relayout = TRUE);
   int InsertRowAfter(int position, CBCGPGridRow* row, BOOL relayout = TRUE);
   int RemoveRow(int position, BOOL relayout = TRUE);  // 1: it is gone, 0: there was none
   void RemoveAll(BOOL relayout = TRUE);
-  CBCGPGridRow* GetRow(int position) const { return rows_.At(position); }
+  // Behind the last row come those of the groups.
+  CBCGPGridRow* GetRow(int position) const {
+    CBCGPGridRow* const row = rows_.At(position);
+    return row != nullptr ? row : RowBehindTable(position);
+  }
   int GetRowCount(BOOL all = FALSE) const;
   CBCGPGridItem* GetGridItem(const CBCGPGridItemID& id) const;
   int GetRowBlockSize() const { return 16; }
@@ -168,8 +169,36 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   int GetSortColumn() const { return sort_column_; }
   BOOL IsSortedAscending() const { return sort_ascending_; }
   void RemoveSortColumn() { sort_column_ = -1; }
-  BOOL IsGrouping() const { return FALSE; }
-  BOOL IsVirtualMode() const { return FALSE; }
+
+  // Groups. The rows are brought into the order of the group columns, then of the sorted one, and those with
+  // the same text in a group column stand under a line of their own, which can be collapsed. Rows that come
+  // later belong to the group that they stand in, those at the end to none, until Regroup. Group rows have
+  // the numbers behind the last row's; they are the grid's own and go with the next grouping. They are never
+  // selected.
+  void InsertGroupColumn(int place, int column);  // passed over: no such column, one that groups already
+  void RemoveGroupColumn(int place);
+  int GetGroupColumnCount() const { return static_cast<int>(group_columns_.size()); }
+  int GetGroupColumn(int place) const;  // -1: none
+  bool IsGroupColumn(int column) const;
+  BOOL IsGrouping() const { return group_columns_.empty() ? FALSE : TRUE; }
+  void Regroup();
+  int GetGroupRowCount() const { return static_cast<int>(group_rows_.size()); }
+  CBCGPGridRow* GetGroupRow(int number) const;  // from above; null: none
+  lorv::RowGroup GetRowsOfGroup(const CBCGPGridRow& group) const;
+  // The rows in the order shown, without those of groups: nested rows behind theirs, hidden ones too.
+  int GetTerminalRowCount() const { return rows_.Size(); }
+  CBCGPGridRow* GetTerminalRow(int place) const { return rows_.At(place); }
+
+  // Virtual mode: the grid holds no rows; `fill` fills the cells of one whenever it is needed, and keeps its
+  // hands off the grid. No row comes, goes or is sorted by the grid. A row is good until
+  // lorv::kMostVirtualRows others were asked for. An empty call-back ends the mode. Both ways the table is
+  // empty afterwards; FALSE, and all is as it was: handlers keep an editor open.
+  using VirtualFill = std::function<void(CBCGPGridRow& row, int index)>;
+  BOOL EnableVirtualMode(VirtualFill fill);
+  BOOL IsVirtualMode() const { return rows_.IsVirtual() ? TRUE : FALSE; }
+  void SetVirtualRows(int count);                   // up to lorv::kMaxVirtualTable
+  CBCGPGridRow* GetVirtualRow(int position) const;  // null outside the table and the mode
+  void RefreshVirtualRows();                        // what is shown is filled anew
 
   // Merged cells: shown and edited as one, by way of the top left one.
   BOOL MergeRange(const CBCGPGridRange& range);
@@ -233,7 +262,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   int GetHorzScrollOffset() const { return m_nHorzScrollOffset; }
   int GetVertScrollTotal() const { return m_nVertScrollTotal; }
   int GetHorzScrollTotal() const { return m_nHorzScrollTotal; }
-  int GetHierarchyOffset() const { return 0; }
+  // The room at the left of the cells for the boxes of groups and of rows that others are nested in.
+  int GetHierarchyOffset() const;
   void ShowVertScrollBar(BOOL on);
   void ShowHorzScrollBar(BOOL on);
 
@@ -265,7 +295,13 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   // Closes the editor where it is one of the row's. That moves the focus, and runs handlers: false where they
   // took the row out of the table, or ended the grid.
   bool CloseEditorIn(const CBCGPGridRow& row);
-  int IndexOfRow(const CBCGPGridRow& row) const { return rows_.IndexOf(row); }
+  // Puts the row behind all that is nested in the parent, which is a row of this grid.
+  int PutSubRow(CBCGPGridRow& parent, CBCGPGridRow* row, BOOL relayout);
+  void RowExpanded(CBCGPGridRow& row, BOOL relayout);
+  int IndexOfRow(const CBCGPGridRow& row) const {
+    const int index = rows_.IndexOf(row);
+    return index >= 0 ? index : IdOutsideTable(row);
+  }
   void RowLinesChanged(const CBCGPGridRow& row, BOOL relayout);
   // Expires with the grid: asked after every call that may have ended it.
   std::weak_ptr<int> Watch() const { return life_.Watch(); }
@@ -282,6 +318,13 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   BOOL PreTranslateMessage(MSG* message) override;
   // Makes the window one that takes what is dragged over it; descendants of the target say what a drop does.
   void RegisterDropTarget();
+  // The last row stays the last one, whatever the rows are brought into order by.
+  void KeepLastRow(bool on) { keeps_last_row_ = on; }
+  // With it, the next layouts take the heights of the rows as they stand, each row that came or went counted:
+  // for who knows that no filter has changed. A layout then costs the same for any number of rows.
+  void TrustRowHeights(bool on) { trusts_heights_ = on; }
+  // What FilterItem answers is another thing now, for rows that stand in the table.
+  void FilterChanged() { heights_known_ = false; }
   void ClearBeginEditReason() { m_dwBeginEditReason = 0; }
   void ClearEndEditReason() { m_dwEndEditReason = 0; }
   void OnSelectCombo();
@@ -335,8 +378,40 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
  private:
   // Rows.
   int PutRow(int index, CBCGPGridRow* row, BOOL relayout);
-  void TakeRow(int index);
+  int PutBeside(CBCGPGridRow& sibling, int step, CBCGPGridRow* row, BOOL relayout);
+  void PutTree(int index, CBCGPGridRow& row);
+  void PutOne(int index, CBCGPGridRow& row);
+  void TakeTree(int index);
+  void TakeOne(int index);
+  bool EditsIn(const CBCGPGridRow& row) const;
+  void CountLevel(const CBCGPGridRow& row, int step);
+  using RowOrder = std::function<bool(const CBCGPGridRow*, const CBCGPGridRow*)>;
+  // Brings rows into the order, those that are nested within their row, and stably.
+  void ArrangeRows(const RowOrder& stands_before);
+  void ArrangeRows();  // by the group columns and the sorted one
+  void FollowRow(const CBCGPGridRow* row);
+  CBCGPGridRow* RowBehindTable(int position) const;
+  int IdOutsideTable(const CBCGPGridRow& row) const;
+
+  // Groups.
+  class GroupMaker;
+  void MakeGroups();
+  void ForgetGroups();
+  void GroupGone(int number);
+  void GroupColumnsMove(int column, int step);
+  int GroupRowId(const CBCGPGridRow& row) const;
+  void Own(CBCGPGridRow& row);
+  bool IsInCollapsedGroup(int row) const { return heights_.Groups().IsRowHidden(row); }
+  void AppendGroupedHeights();
+
+  // The room at the left of the cells.
+  int CellsLeft() const;  // where the first column begins
+  CRect BoxOf(const CBCGPGridRow& row) const;
+  bool PressOnBox(CPoint point);
+  void DrawBranch(CDC* dc, const CBCGPGridRow& row);
+  void DrawGroupRow(CDC* dc, const CBCGPGridRow& row);
   int HeightOf(CBCGPGridRow& row);
+  int ShownHeightOf(const CBCGPGridRow& row) const;  // where nothing hides it
   void KeepCurrentWithRows(int first, int count);
   void RebuildHeights();
 
@@ -384,10 +459,15 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   lorv::LifeToken life_;
   COleDropTarget drop_target_;
   CBCGPGridColumnsInfo own_columns_;
-  lorv::RowList rows_;
-  lorv::LineSizes heights_;
-  int tall_rows_ = 0;    // of more than one line
-  int text_height_ = 0;  // 0: not measured yet
+  lorv::RowStore rows_;
+  VirtualFill virtual_fill_;
+  lorv::ShownLines heights_;
+  std::vector<int> group_columns_;
+  std::vector<std::unique_ptr<lorv::GroupRow>> group_rows_;
+  bool regroup_wanted_ = false;
+  int tall_rows_ = 0;           // of more than one line
+  std::vector<int> nested_at_;  // how many rows stand at level 1, 2 ...
+  int text_height_ = 0;         // 0: not measured yet
   LOGFONT measured_face_ = {};
   int measured_dpi_ = 0;
   lorv::MergedCells merged_;
@@ -398,6 +478,9 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   bool on_frame_ = false;  // on the frame of the selection, and has not moved since
   int sort_column_ = -1;
   bool sort_ascending_ = true;
+  bool keeps_last_row_ = false;
+  bool trusts_heights_ = false;
+  bool heights_known_ = false;
 
   bool header_on_ = true;
   UINT header_flags_ = 0;

@@ -132,13 +132,12 @@ void CBCGPGridCtrl::CloseEditor() {
 }
 
 bool CBCGPGridCtrl::CloseEditorIn(const CBCGPGridRow& row) {
-  if (editing_ == nullptr || editing_->GetParentRow() != &row) return true;
+  if (!EditsIn(row)) return true;
   constexpr int kMostCloses = 8;  // of editors that handlers open in the meantime
   const int index = IndexOfRow(row);
   const auto life = life_.Watch();
   const auto stays = [&] { return !life.expired() && rows_.At(index) == &row; };
-  for (int i = 0; i < kMostCloses && stays() && editing_ != nullptr && editing_->GetParentRow() == &row; ++i)
-    CloseEditor();
+  for (int i = 0; i < kMostCloses && stays() && EditsIn(row); ++i) CloseEditor();
   return stays();
 }
 

@@ -19,7 +19,12 @@ CBCGPGridItemID CBCGPGridCtrl::PageAway(CBCGPGridItemID from, int pages) const {
   const int page = std::max(m_rectList.Height() - m_nLargeRowHeight, m_nLargeRowHeight);
   const std::int64_t top = heights_.OffsetOf(from.m_nRow) + std::int64_t{pages} * page;
   const std::int64_t last = std::max<std::int64_t>(0, heights_.Total() - 1);
-  const int row = heights_.LineAt(std::clamp<std::int64_t>(top, 0, last));
+  int row = heights_.LineAt(std::clamp<std::int64_t>(top, 0, last));
+  // From the line of a group on to a row.
+  if (row >= rows_.Size()) {
+    const int next = NextShownRow(row, 1);
+    row = next >= 0 ? next : NextShownRow(rows_.Size(), -1);
+  }
   return row < 0 ? from : CBCGPGridItemID(row, from.m_nColumn);
 }
 

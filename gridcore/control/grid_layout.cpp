@@ -48,7 +48,11 @@ void CBCGPGridCtrl::SetRowHeight() {
 }
 
 int CBCGPGridCtrl::HeightOf(CBCGPGridRow& row) {
-  if (FilterItem(&row) != FALSE) return 0;
+  if (row.IsInCollapsed() != FALSE || IsInCollapsedGroup(IndexOfRow(row))) return 0;
+  return FilterItem(&row) != FALSE ? 0 : ShownHeightOf(row);
+}
+
+int CBCGPGridCtrl::ShownHeightOf(const CBCGPGridRow& row) const {
   const int lines = row.GetLinesNumber();
   if (lines == 1) return m_nLargeRowHeight;
   const std::int64_t tall = std::int64_t{m_nRowHeight - kLinePadding} * lines + kLinePadding;
@@ -56,22 +60,55 @@ int CBCGPGridCtrl::HeightOf(CBCGPGridRow& row) {
 }
 
 void CBCGPGridCtrl::RebuildHeights() {
-  heights_.Clear();
+  if (regroup_wanted_)
+    MakeGroups();
+  else
+    heights_.StartOver(heights_.Groups().All());
+  heights_known_ = true;
+  tall_rows_ = 0;
+  if (rows_.IsVirtual()) {
+    heights_.Append(rows_.Size(), m_nLargeRowHeight);
+    return;
+  }
+  if (!group_rows_.empty()) {
+    AppendGroupedHeights();
+    return;
+  }
   int height = -1;
   int count = 0;
-  tall_rows_ = 0;
-  const auto flush = [&] {
-    if (count > 0) heights_.Insert(heights_.Count(), count, height);
-    count = 0;
-  };
   rows_.ForEach([&](CBCGPGridRow& row) {
     if (row.GetLinesNumber() > 1) ++tall_rows_;
     const int own = HeightOf(row);
-    if (own != height) flush();
+    if (own != height && count > 0) heights_.Append(std::exchange(count, 0), height);
     height = own;
     ++count;
   });
-  flush();
+  if (count > 0) heights_.Append(count, height);
+}
+
+void CBCGPGridCtrl::AppendGroupedHeights() {
+  const lorv::GroupLines& groups = heights_.Groups();
+  std::vector<int> heights;
+  std::vector<bool> shown(static_cast<std::size_t>(groups.Count()));
+  heights.reserve(static_cast<std::size_t>(rows_.Size()));
+  // Of a group whose rows are all left out nothing is shown; one that is collapsed has its line.
+  rows_.ForEach([&](CBCGPGridRow& row) {
+    if (row.GetLinesNumber() > 1) ++tall_rows_;
+    const int index = static_cast<int>(heights.size());
+    const bool left_out = FilterItem(&row) != FALSE;
+    const bool collapsed = row.IsInCollapsed() != FALSE || groups.IsRowHidden(index);
+    heights.push_back(left_out || collapsed ? 0 : ShownHeightOf(row));
+    for (int group = left_out ? -1 : groups.GroupOf(index); group >= 0; group = groups.At(group).parent)
+      shown[static_cast<std::size_t>(group)] = true;
+  });
+  int group = 0;
+  for (int row = 0; row < rows_.Size(); ++row) {
+    for (; group < groups.Count() && groups.At(group).first == row; ++group) {
+      const bool seen = shown[static_cast<std::size_t>(group)] && !groups.IsGroupHidden(group);
+      heights_.Append(1, seen ? m_nLargeRowHeight : 0);
+    }
+    heights_.Append(1, heights[static_cast<std::size_t>(row)]);
+  }
 }
 
 void CBCGPGridCtrl::MeasureAreas() {
@@ -97,7 +134,7 @@ void CBCGPGridCtrl::OnGetHeaderRect(CDC* /*dc*/, CRect& /*rect*/) {}
 int CBCGPGridCtrl::OnGetColumnAutoSize(int column) {
   CBCGPGridColumnsInfo& info = GetColumnsInfo();
   const int others = info.GetTotalWidth() - info.GetColumnWidth(column);
-  return std::max(0, m_rectList.Width() - others);
+  return std::max(0, m_rectList.Width() - GetHierarchyOffset() - GetExtraHierarchyOffset() - others);
 }
 
 void CBCGPGridCtrl::AdjustLayout() {
@@ -105,22 +142,27 @@ void CBCGPGridCtrl::AdjustLayout() {
   if (laying_out_) return;
   const auto life = life_.Watch();
   laying_out_ = true;
+  // The row that stays the last one has a cell for each column, also for those that came after it.
+  CBCGPGridRow* const last = keeps_last_row_ && !rows_.IsVirtual() ? rows_.At(rows_.Size() - 1) : nullptr;
+  if (last != nullptr && last->GetItemCount() < GetColumnCount()) SetupRow(last, GetColumnCount());
   // The height that the font or the user asks for may be another one by now.
+  const int height = m_nLargeRowHeight;
   SetRowHeight();
   if (life.expired()) return;
-  RebuildHeights();
+  if (!trusts_heights_ || !heights_known_ || height != m_nLargeRowHeight) RebuildHeights();
   MeasureAreas();
   CBCGPGridColumnsInfo& info = GetColumnsInfo();
+  const int room = std::max(0, m_rectList.Width() - GetHierarchyOffset() - GetExtraHierarchyOffset());
   if (columns_spread_) {
-    info.Resize(m_rectList.Width(), TRUE);
+    info.Resize(room, TRUE);
   } else if (info.GetAutoSizeCount() > 1) {
-    info.Resize(m_rectList.Width(), FALSE);
+    info.Resize(room, FALSE);
   } else if (info.GetAutoSizeCount() == 1) {
     for (int column = info.GetFirstVisibleColumn(); column >= 0;
          column = info.GetNextVisibleColumn(column, TRUE)) {
       if (info.GetColumnWidthAutoSize(column) == FALSE) continue;
-      const int room = OnGetColumnAutoSize(column);
-      if (room > 0) info.SetColumnWidth(column, room);
+      const int width = OnGetColumnAutoSize(column);
+      if (width > 0) info.SetColumnWidth(column, width);
       break;
     }
   }
@@ -137,7 +179,7 @@ void CBCGPGridCtrl::OnPosSizeChanged() {}
 
 void CBCGPGridCtrl::SetScrollSizes() {
   m_nVertScrollTotal = Near(heights_.Total());
-  m_nHorzScrollTotal = GetColumnsInfo().GetTotalWidth();
+  m_nHorzScrollTotal = GetColumnsInfo().GetTotalWidth() + CellsLeft() + m_nHorzScrollOffset - m_rectList.left;
   for (int round = 0; round < 2; ++round) {
     m_nVertScrollPage = m_rectList.Height();
     m_nHorzScrollPage = m_rectList.Width();
@@ -216,7 +258,7 @@ CRect CBCGPGridCtrl::GetRowRect(int row) const {
 CRect CBCGPGridCtrl::GetRangeRect(const CBCGPGridRange& range) const {
   const CBCGPGridColumnsInfo& info = GetColumnsInfo();
   if (!range.IsValid() || range.m_nTop >= rows_.Size() || range.m_nLeft >= info.GetColumnCount()) return {};
-  const int left = m_rectList.left - m_nHorzScrollOffset;
+  const int left = CellsLeft();
   const int last_row = std::min(range.m_nBottom, rows_.Size() - 1);
   const int last_column = std::min(range.m_nRight, info.GetColumnCount() - 1);
   const std::int64_t above = std::int64_t{m_rectList.top} - m_nVertScrollOffset;
@@ -240,9 +282,8 @@ CBCGPGridItemID CBCGPGridCtrl::MainCell(const CBCGPGridItemID& id) const {
 BOOL CBCGPGridCtrl::HitTest(CPoint point, CBCGPGridItemID& id, CRect& rect) const {
   if (m_rectList.PtInRect(point) == FALSE) return FALSE;
   const int row = heights_.LineAt(std::int64_t{point.y} - m_rectList.top + m_nVertScrollOffset);
-  const int column =
-      GetColumnsInfo().HitTestColumn(static_cast<int>(point.x) - m_rectList.left + m_nHorzScrollOffset);
-  if (row < 0 || column < 0) return FALSE;
+  const int column = GetColumnsInfo().HitTestColumn(static_cast<int>(point.x) - CellsLeft());
+  if (row < 0 || row >= rows_.Size() || column < 0) return FALSE;
   id = MainCell({row, column});
   rect = GetItemRect(id);
   return TRUE;
@@ -255,8 +296,10 @@ CBCGPGridItem* CBCGPGridCtrl::HitTest(CPoint point) const {
 }
 
 CBCGPGridCtrl::ClickArea CBCGPGridCtrl::HitTestArea(CPoint point) const {
+  const CBCGPGridRow* row = GetRow(HitTestRow(point));
+  if (row != nullptr && BoxOf(*row).PtInRect(point) != FALSE) return clickExpandBox;
   const CBCGPGridItem* item = HitTest(point);
-  if (item == nullptr) return clickNothing;
+  if (item == nullptr) return row != nullptr && row->IsGroup() != FALSE ? clickName : clickNothing;
   return item->GetButtonRect().PtInRect(point) != FALSE ? clickButton : clickValue;
 }
 
@@ -278,7 +321,7 @@ int CBCGPGridCtrl::HitTestRowHeader(CPoint point, CRect& rect) const {
 
 int CBCGPGridCtrl::HitTestHeader(CPoint point) const {
   if (m_rectHeader.PtInRect(point) == FALSE) return -1;
-  return GetColumnsInfo().HitTestColumn(static_cast<int>(point.x) - m_rectHeader.left + m_nHorzScrollOffset);
+  return GetColumnsInfo().HitTestColumn(static_cast<int>(point.x) - CellsLeft());
 }
 
 void CBCGPGridCtrl::EnsureVisible(CBCGPGridRow* row, BOOL partial) {
@@ -303,18 +346,24 @@ void CBCGPGridCtrl::EnsureVisible(const CBCGPGridItemID& id) {
   if (life.expired()) return;
   const CBCGPGridColumnsInfo& info = GetColumnsInfo();
   if (info.GetColumnWidth(id.m_nColumn) == 0) return;
-  const int left = info.GetColumnLeft(id.m_nColumn);
+  const int left = info.GetColumnLeft(id.m_nColumn) + CellsLeft() + m_nHorzScrollOffset - m_rectList.left;
   const int right = left + info.GetColumnWidth(id.m_nColumn);
   int across = m_nHorzScrollOffset;
   if (right > across + m_rectList.Width()) across = right - m_rectList.Width();
-  if (left < across) across = left;
+  // The first column comes with the room before it.
+  if (left < across) across = id.m_nColumn == info.GetFirstVisibleColumn() ? 0 : left;
   ScrollTo(across, m_nVertScrollOffset);
 }
 
 int CBCGPGridCtrl::NextShownRow(int row, int step) const {
-  for (int at = row + step; at >= 0 && at < rows_.Size(); at += step)
-    if (heights_.SizeOf(at) > 0) return at;
-  return -1;
+  int at = -1;
+  if (step > 0)
+    at = row < 0 ? heights_.LineAt(0) : heights_.NextShown(row);
+  else
+    at = row >= rows_.Size() ? heights_.LineAt(heights_.Total() - 1) : heights_.PreviousShown(row);
+  // Groups are no rows to go to.
+  while (at >= rows_.Size()) at = step > 0 ? heights_.NextShown(at) : heights_.PreviousShown(at);
+  return at;
 }
 
 BOOL CBCGPGridCtrl::FilterItem(CBCGPGridRow* /*row*/) {

@@ -19,7 +19,7 @@ constexpr int kRowsOfNotch = 3;
 
 bool CBCGPGridCtrl::PressInHeader(UINT flags, CPoint point) {
   if (m_rectHeader.PtInRect(point) == FALSE) return false;
-  const int place = static_cast<int>(point.x) - m_rectHeader.left + m_nHorzScrollOffset;
+  const int place = static_cast<int>(point.x) - CellsLeft();
   const int divider = GetColumnsInfo().HitTestDivider(place, lorv::kDividerReach);
   if (divider >= 0) {
     m_bTracking = true;
@@ -43,7 +43,7 @@ bool CBCGPGridCtrl::PressInHeader(UINT flags, CPoint point) {
 bool CBCGPGridCtrl::PressInRowHeader(UINT flags, CPoint point) {
   CRect rect;
   const int row = HitTestRowHeader(point, rect);
-  if (row < 0) return m_rectRowHeader.PtInRect(point) != FALSE;
+  if (row < 0 || row >= rows_.Size()) return m_rectRowHeader.PtInRect(point) != FALSE;
   const int columns = GetColumnCount();
   if (columns == 0) return true;
   const CBCGPGridItemID first(row, std::max(0, GetColumnsInfo().GetFirstVisibleColumn()));
@@ -81,6 +81,7 @@ void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID&
   if (life.expired()) return;
   CBCGPGridItem* item = GetGridItem(id);
   if (item == nullptr) return;
+  const auto held = rows_.Hold(*item->GetParentRow());
   if (item->GetButtonRect().PtInRect(point) != FALSE) {
     // With its editor open the cell has the list that a choice goes to.
     m_dwBeginEditReason = lorv::kBeginByMouse;
@@ -131,6 +132,7 @@ void CBCGPGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
   if (CWnd::GetFocus() != this) SetFocus();
   if (life.expired() || m_hWnd == nullptr) return;
   if (PressInHeader(flags, point) || life.expired() || PressInRowHeader(flags, point)) return;
+  if (!life.expired() && PressOnBox(point)) return;
   CBCGPGridItemID id;
   CRect rect;
   if (life.expired()) return;
@@ -142,7 +144,7 @@ void CBCGPGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
 }
 
 void CBCGPGridCtrl::TrackDivider(CPoint point) {
-  const int left = m_rectHeader.left - m_nHorzScrollOffset + GetColumnsInfo().GetColumnLeft(m_nTrackColumn);
+  const int left = CellsLeft() + GetColumnsInfo().GetColumnLeft(m_nTrackColumn);
   const int width = std::max(GetColumnsInfo().GetMinWidth(m_nTrackColumn), static_cast<int>(point.x) - left);
   const auto life = life_.Watch();
   OnTrackHeader(m_nTrackColumn, width);
@@ -202,7 +204,7 @@ void CBCGPGridCtrl::OnResizeColumns() {}
 
 void CBCGPGridCtrl::OnLButtonDblClk(UINT flags, CPoint point) {
   if (m_rectHeader.PtInRect(point) != FALSE) {
-    const int place = static_cast<int>(point.x) - m_rectHeader.left + m_nHorzScrollOffset;
+    const int place = static_cast<int>(point.x) - CellsLeft();
     const int divider = GetColumnsInfo().HitTestDivider(place, lorv::kDividerReach);
     if (divider >= 0) OnHeaderDividerDblClick(divider);
     return;
@@ -210,6 +212,11 @@ void CBCGPGridCtrl::OnLButtonDblClk(UINT flags, CPoint point) {
   CBCGPGridItemID id;
   CRect rect;
   const auto life = life_.Watch();
+  CBCGPGridRow* const group = GetRow(HitTestRow(point));
+  if (group != nullptr && group->IsGroup() != FALSE) {
+    group->Expand(group->IsExpanded() == FALSE);
+    return;
+  }
   if (HitTest(point, id, rect) == FALSE || SetCurSel(id) == FALSE || life.expired()) return;
   CBCGPGridItem* item = GetGridItem(id);
   if (item == nullptr || item->OnClickValue(WM_LBUTTONDBLCLK, point) != FALSE || life.expired()) return;
@@ -255,7 +262,7 @@ BOOL CBCGPGridCtrl::OnSetCursor(CWnd* window, UINT hit, UINT message) {
   if (hit != HTCLIENT || window != this) return CBCGPWnd::OnSetCursor(window, hit, message);
   POINT at = lorv::DesktopInForce().CursorPosition();
   ScreenToClient(&at);
-  const int place = static_cast<int>(at.x) - m_rectHeader.left + m_nHorzScrollOffset;
+  const int place = static_cast<int>(at.x) - CellsLeft();
   const bool divider =
       m_rectHeader.PtInRect(at) != FALSE && GetColumnsInfo().HitTestDivider(place, lorv::kDividerReach) >= 0;
   if (m_bTracking || divider) {

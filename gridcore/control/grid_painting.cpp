@@ -83,14 +83,17 @@ void CBCGPGridCtrl::DrawRows(CDC* dc, const CRect& dirty) {
   dc->FillSolidRect(&dirty, GetBkColor());
   const auto life = life_.Watch();
   int row = heights_.LineAt(std::int64_t{dirty.top} - m_rectList.top + m_nVertScrollOffset);
-  while (row >= 0 && row < rows_.Size()) {
-    const CRect rect = GetRowRect(row);
-    if (rect.IsRectEmpty() == FALSE) {
-      if (rect.top >= dirty.bottom) break;
-      OnDrawItem(dc, rows_.At(row));
-      if (life.expired()) return;
+  for (; row >= 0; row = heights_.NextShown(row)) {
+    CBCGPGridRow* const shown = GetRow(row);
+    if (shown == nullptr || GetRowRect(row).top >= dirty.bottom) break;
+    const auto held = rows_.Hold(*shown);
+    if (shown->IsGroup() != FALSE) {
+      DrawGroupRow(dc, *shown);
+      continue;
     }
-    row = NextShownRow(row, 1);
+    OnDrawItem(dc, shown);
+    if (life.expired()) return;
+    if (GetRow(row) == shown) DrawBranch(dc, *shown);
   }
   if (!merged_.IsEmpty()) DrawMerged(dc, dirty);
   dc->RestoreDC(saved);
@@ -103,7 +106,7 @@ BOOL CBCGPGridCtrl::OnDrawItem(CDC* dc, CBCGPGridRow* row) {
   const CBCGPGridColumnsInfo& info = GetColumnsInfo();
   const int id = IndexOfRow(*row);
   const CRect rect = GetRowRect(id);
-  const int origin = m_rectList.left - m_nHorzScrollOffset;
+  const int origin = CellsLeft();
   int column = info.HitTestColumn(std::max(0, static_cast<int>(area.left) - origin));
   for (; column >= 0; column = info.GetNextVisibleColumn(column, TRUE)) {
     const int left = origin + info.GetColumnLeft(column);
@@ -151,10 +154,11 @@ void CBCGPGridCtrl::DrawRowHeader(CDC* dc, const CRect& dirty) {
   dc->FillSolidRect(&dirty, lorv::DesktopInForce().Colour(COLOR_BTNFACE));
   const auto life = life_.Watch();
   int row = heights_.LineAt(std::int64_t{dirty.top} - m_rectList.top + m_nVertScrollOffset);
-  for (; row >= 0 && row < rows_.Size(); row = NextShownRow(row, 1)) {
-    const CRect rect = GetRowRect(row);
-    if (rect.top >= dirty.bottom) break;
-    OnDrawRowHeaderItem(dc, rows_.At(row));
+  for (; row >= 0; row = heights_.NextShown(row)) {
+    CBCGPGridRow* const shown = GetRow(row);
+    if (shown == nullptr || GetRowRect(row).top >= dirty.bottom) break;
+    const auto held = rows_.Hold(*shown);
+    OnDrawRowHeaderItem(dc, shown);
     if (life.expired()) return;
   }
   dc->RestoreDC(saved);
@@ -167,7 +171,7 @@ void CBCGPGridCtrl::OnDrawRowHeaderItem(CDC* dc, CBCGPGridRow* row) {
   rect.left = m_rectRowHeader.left;
   rect.right = m_rectRowHeader.right;
   CString text;
-  if (line_numbers_) text.Format(_T("%d"), id + 1);
+  if (line_numbers_ && row->IsGroup() == FALSE) text.Format(_T("%d"), id + 1);
   DrawHeaderCell(dc, rect, text, DT_CENTER, IsRowSelected(id) != FALSE);
 }
 
@@ -195,9 +199,9 @@ void CBCGPGridCtrl::OnDrawHeader(CDC* dc) {
   const auto* lines = dynamic_cast<const CBCGPGridColumnsInfoEx*>(&info);
   const int line_count = lines == nullptr ? 1 : lines->GetHeaderLineCount();
   const int line = m_rectHeader.Height() / line_count;
-  const int origin = m_rectHeader.left - m_nHorzScrollOffset;
-  for (int column = info.HitTestColumn(m_nHorzScrollOffset); column >= 0;
-       column = info.GetNextVisibleColumn(column, TRUE)) {
+  const int origin = CellsLeft();
+  for (int column = info.HitTestColumn(std::max(0, static_cast<int>(m_rectHeader.left) - origin));
+       column >= 0; column = info.GetNextVisibleColumn(column, TRUE)) {
     const int left = origin + info.GetColumnLeft(column);
     if (left >= m_rectHeader.right) break;
     int first = 0;

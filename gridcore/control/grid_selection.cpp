@@ -143,9 +143,12 @@ BOOL CBCGPGridCtrl::SelectAll() {
 int CBCGPGridCtrl::GetSelectedItems(std::vector<CBCGPGridItem*>& items) const {
   items.clear();
   const CBCGPGridColumnsInfo& info = GetColumnsInfo();
+  // More rows of a virtual table would not stay until they are all found.
+  int room = rows_.IsVirtual() ? static_cast<int>(lorv::kMostVirtualRows / 2) : rows_.Size();
   for (const CBCGPGridRange& range : selection_.Ranges())
     for (int row = range.m_nTop; row <= std::min(range.m_nBottom, rows_.Size() - 1); ++row) {
       if (heights_.SizeOf(row) == 0) continue;
+      if (rows_.IsVirtual() && room-- <= 0) return static_cast<int>(items.size());
       for (int column = info.GetNextVisibleColumn(range.m_nLeft - 1, TRUE);
            column >= 0 && column <= range.m_nRight; column = info.GetNextVisibleColumn(column, TRUE))
         if (CBCGPGridItem* item = GetGridItem({row, column})) items.push_back(item);

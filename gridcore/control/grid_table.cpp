@@ -6,18 +6,15 @@
 
 // The table of a grid: its columns and rows, and what moves when they come and go.
 
-namespace {
-
-constexpr int kMostCloses = 8;  // of editors that handlers open while rows go
-
-}  // namespace
-
 int CBCGPGridCtrl::InsertColumn(int column, LPCTSTR name, int width, int align, BOOL redraw) {
   if (GetColumnsInfo().InsertColumn(column, name, width, align) == FALSE) return FALSE;
   selection_.InsertColumns(column, 1);
   merged_.InsertColumns(column, 1);
   if (current_.m_nColumn >= column) ++current_.m_nColumn;
   if (anchor_.m_nColumn >= column) ++anchor_.m_nColumn;
+  GroupColumnsMove(column, 1);
+  if (sort_column_ >= column) ++sort_column_;
+  if (rows_.IsVirtual()) rows_.Virtual()->Forget();
   if (redraw != FALSE) AdjustLayout();
   return TRUE;
 }
@@ -35,7 +32,10 @@ int CBCGPGridCtrl::DeleteColumn(int column) {
     else if (cell->m_nColumn > column)
       --cell->m_nColumn;
   }
+  GroupColumnsMove(column, -1);
   if (sort_column_ == column) RemoveSortColumn();
+  if (sort_column_ > column) --sort_column_;
+  if (rows_.IsVirtual()) rows_.Virtual()->Forget();
   AdjustLayout();
   return TRUE;
 }
@@ -87,49 +87,32 @@ int CBCGPGridCtrl::AddRow(CBCGPGridRow* row, BOOL relayout) {
 }
 
 int CBCGPGridCtrl::InsertRowBefore(int position, CBCGPGridRow* row, BOOL relayout) {
-  if (position < 0 || position >= rows_.Size()) return -1;
-  return PutRow(position, row, relayout);
+  CBCGPGridRow* const there = rows_.At(position);
+  return there == nullptr ? -1 : PutBeside(*there, 0, row, relayout);
 }
 
 int CBCGPGridCtrl::InsertRowAfter(int position, CBCGPGridRow* row, BOOL relayout) {
   if (position < 0) return -1;
-  return PutRow(position >= rows_.Size() ? rows_.Size() : position + 1, row, relayout);
+  CBCGPGridRow* const there = rows_.At(position);
+  return there == nullptr ? PutRow(rows_.Size(), row, relayout) : PutBeside(*there, 1, row, relayout);
 }
 
 int CBCGPGridCtrl::PutRow(int index, CBCGPGridRow* row, BOOL relayout) {
-  if (row == nullptr || row->owner_ != nullptr) return -1;
-  row->owner_ = this;
-  rows_.Insert(index, *row);
-  if (row->GetLinesNumber() > 1) ++tall_rows_;
-  heights_.Insert(index, 1, HeightOf(*row));
-  selection_.InsertRows(index, 1);
-  merged_.InsertRows(index, 1);
-  if (current_.m_nRow >= index) ++current_.m_nRow;
-  if (anchor_.m_nRow >= index) ++anchor_.m_nRow;
+  if (row == nullptr || row->owner_ != nullptr || row->parent_ != nullptr || rows_.IsVirtual()) return -1;
+  PutTree(index, *row);
   if (relayout != FALSE) AdjustLayout();
   return index;
 }
 
 int CBCGPGridCtrl::RemoveRow(int position, BOOL relayout) {
-  CBCGPGridRow* const row = rows_.At(position);
+  CBCGPGridRow* const row = rows_.IsVirtual() ? nullptr : rows_.At(position);
   if (row == nullptr) return 0;
   // Handlers may have opened it again while it closed: such a row stays.
-  if (!CloseEditorIn(*row) || (editing_ != nullptr && editing_->GetParentRow() == row)) return 0;
-  TakeRow(position);
+  if (!CloseEditorIn(*row) || EditsIn(*row)) return 0;
+  TakeTree(position);
   delete row;
   if (relayout != FALSE) AdjustLayout();
   return 1;
-}
-
-void CBCGPGridCtrl::TakeRow(int index) {
-  CBCGPGridRow* const row = rows_.Take(index);
-  row->owner_ = nullptr;
-  if (ended_ != nullptr && ended_->GetParentRow() == row) ended_ = nullptr;
-  if (row->GetLinesNumber() > 1) --tall_rows_;
-  heights_.Remove(index, 1);
-  selection_.RemoveRows(index, 1);
-  merged_.RemoveRows(index, 1);
-  KeepCurrentWithRows(index, 1);
 }
 
 void CBCGPGridCtrl::KeepCurrentWithRows(int first, int count) {
@@ -144,21 +127,24 @@ void CBCGPGridCtrl::KeepCurrentWithRows(int first, int count) {
 
 void CBCGPGridCtrl::RemoveAll(BOOL relayout) {
   const auto life = life_.Watch();
-  for (int i = 0; i < kMostCloses && !life.expired() && editing_ != nullptr; ++i) CloseEditor();
+  for (int i = 0; i < lorv::kMostEditorCloses && !life.expired() && editing_ != nullptr; ++i) CloseEditor();
   // Handlers that open an editor whenever one closes keep their rows.
   if (life.expired() || editing_ != nullptr) return;
   CloseEditor();
   ended_ = nullptr;
   std::vector<CBCGPGridRow*> rows;
   rows.reserve(static_cast<std::size_t>(rows_.Size()));
-  // Rows without an owner tell nobody of their end.
+  // Rows without an owner tell nobody of their end; nested ones go with those that hold them.
   rows_.ForEach([&](CBCGPGridRow& row) {
     row.owner_ = nullptr;
-    rows.push_back(&row);
+    if (row.parent_ == nullptr) rows.push_back(&row);
   });
   rows_.Clear();
+  if (rows_.IsVirtual()) rows_.Virtual()->Resize(0);
+  ForgetGroups();
   heights_.Clear();
   tall_rows_ = 0;
+  nested_at_.clear();
   selection_.Clear();
   merged_.Clear();
   current_.SetNull();
@@ -179,7 +165,8 @@ CBCGPGridItem* CBCGPGridCtrl::GetGridItem(const CBCGPGridItemID& id) const {
 
 void CBCGPGridCtrl::PrepareRemoveRow(int position, std::vector<CBCGPGridItem*>& items,
                                      std::vector<CBCGPGridRow*>& rows) {
-  CBCGPGridRow* const row = rows_.At(position);
+  CBCGPGridRow* const row = rows_.IsVirtual() ? nullptr : rows_.At(position);
+  if (keeps_last_row_ && position == rows_.Size() - 1) return;
   if (row == nullptr || std::find(rows.begin(), rows.end(), row) != rows.end()) return;
   rows.push_back(row);
   for (int column = 0; column < row->GetItemCount(); ++column) items.push_back(row->GetItem(column));
@@ -189,20 +176,28 @@ int CBCGPGridCtrl::DoRemoveRows(std::vector<CBCGPGridItem*>& items, std::vector<
   int done = 0;
   const auto life = life_.Watch();
   CBCGPGridRow* const edited = editing_ == nullptr ? nullptr : editing_->GetParentRow();
-  if (edited != nullptr && std::find(rows.begin(), rows.end(), edited) != rows.end()) CloseEditor();
+  const auto holds_it = [edited](const CBCGPGridRow* row) { return row->Holds(edited); };
+  if (edited != nullptr && std::any_of(rows.begin(), rows.end(), holds_it)) CloseEditor();
   if (life.expired()) return 0;
   // An editor that closes runs handlers, which may have taken rows of the list away themselves.
   std::unordered_set<const CBCGPGridRow*> there;
   rows_.ForEach([&](const CBCGPGridRow& row) { there.insert(&row); });
-  for (CBCGPGridRow* row : rows)
-    if (there.erase(row) != 0) done += RemoveRow(IndexOfRow(*row), FALSE);
+  for (CBCGPGridRow* row : rows) {
+    if (there.count(row) == 0) continue;
+    // What is nested in it goes along, and may be on the list itself.
+    const int index = IndexOfRow(*row);
+    for (int below = index; below <= index + row->GetAllSubItemsCount(); ++below)
+      there.erase(rows_.At(below));
+    done += RemoveRow(index, FALSE);
+  }
   items.clear();
   rows.clear();
   return done;
 }
 
 int CBCGPGridCtrl::ClearRange(const CBCGPGridRange& range, BOOL redraw, BOOL report, void* /*always_null*/) {
-  if (!range.IsValid()) return 0;
+  // The values of a virtual table are somebody else's.
+  if (!range.IsValid() || rows_.IsVirtual()) return 0;
   int done = 0;
   const int last_row = std::min(range.m_nBottom, rows_.Size() - 1);
   const int last_column = std::min(range.m_nRight, GetColumnCount() - 1);
@@ -224,9 +219,9 @@ void CBCGPGridCtrl::ItemGone(const CBCGPGridItem& item) {
 }
 
 void CBCGPGridCtrl::RowGone(CBCGPGridRow& row) {
+  if (EditsIn(row)) CloseEditor();
   const int index = rows_.IndexOf(row);
-  if (editing_ != nullptr && editing_->GetParentRow() == &row) CloseEditor();
-  if (index >= 0) TakeRow(index);
+  if (index >= 0) TakeTree(index);
 }
 
 void CBCGPGridCtrl::RowLinesChanged(const CBCGPGridRow& row, BOOL relayout) {
@@ -236,7 +231,7 @@ void CBCGPGridCtrl::RowLinesChanged(const CBCGPGridRow& row, BOOL relayout) {
   if (relayout != FALSE)
     AdjustLayout();
   else
-    heights_.SetSize(index, 1, HeightOf(*rows_.At(index)));
+    heights_.SetSize(index, HeightOf(*rows_.At(index)));
 }
 
 namespace {
@@ -270,28 +265,16 @@ int CBCGPGridCtrl::CompareItems(const CBCGPGridItem* a, const CBCGPGridItem* b) 
 }
 
 void CBCGPGridCtrl::Sort(int column, BOOL ascending) {
-  if (!GetColumnsInfo().HasColumn(column)) return;
+  if (!GetColumnsInfo().HasColumn(column) || rows_.IsVirtual()) return;
   const auto life = life_.Watch();
   if (editing_ != nullptr) EndEditItem(TRUE);
   if (life.expired() || !GetColumnsInfo().HasColumn(column)) return;
-  std::vector<CBCGPGridRow*> order;
-  order.reserve(static_cast<std::size_t>(rows_.Size()));
-  rows_.ForEach([&](CBCGPGridRow& row) { order.push_back(&row); });
   CBCGPGridRow* const current = GetCurSel();
-  const bool up = ascending != FALSE;
-  std::stable_sort(order.begin(), order.end(), [&](const CBCGPGridRow* a, const CBCGPGridRow* b) {
-    const int compared = CompareItems(a->GetItem(column), b->GetItem(column));
-    return up ? compared < 0 : compared > 0;
-  });
-  rows_.Arrange(order);
   sort_column_ = column;
-  sort_ascending_ = up;
-  // The selection names places; the current cell goes with its row.
-  selection_.Clear();
-  if (current != nullptr) {
-    current_.m_nRow = IndexOfRow(*current);
-    selection_.Add(CBCGPGridRange(current_));
-  }
+  sort_ascending_ = ascending != FALSE;
+  ArrangeRows();
+  regroup_wanted_ = regroup_wanted_ || !group_columns_.empty();
+  FollowRow(current);
   AdjustLayout();
 }
 

@@ -1,6 +1,7 @@
 #include "gridcore/rows/grid_row.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "framework/windows/controls.h"
 #include "gridcore/control/grid_control.h"
@@ -13,6 +14,12 @@ CBCGPGridRow::CBCGPGridRow(int room, DWORD_PTR data, int flags) : data_(data), f
 
 CBCGPGridRow::~CBCGPGridRow() {
   if (owner_ != nullptr) owner_->RowGone(*this);
+  LeaveParent();
+  if (sub_ == nullptr) return;
+  for (CBCGPGridRow* row : std::exchange(sub_->rows, {})) {
+    row->parent_ = nullptr;
+    delete row;
+  }
 }
 
 CBCGPGridItem* CBCGPGridRow::GetItem(int column) const {

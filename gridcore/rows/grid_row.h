@@ -6,6 +6,7 @@
 #include "framework/drawing/geometry.h"
 #include "framework/objects/object.h"
 #include "gridcore/items/grid_item.h"
+#include "gridcore/rows/sub_rows.h"
 #include "gridcore/table/blocked_list.h"
 
 class CComboBox;
@@ -15,7 +16,11 @@ class CComboBox;
 // Units: cells count from 0, as the columns that they stand in; heights are lines of the grid's font.
 // Edges: GetItem gives null outside the row. A row that stands in no grid has the id -1. AddItem(null) and a
 //   replacement by null are refused.
-// The row owns its cells; the grid owns its rows. One thread: that of the user interface.
+// Nesting: a row may hold others, which stand behind it in the table with numbers of their own; a collapsed
+// one
+//   hides them. Taking a row away takes those nested in it along.
+// The row owns its cells and the rows nested in it; the grid owns the others. One thread: that of the user
+// interface.
 //
 //   CBCGPGridRow row;  row.AddItem(new CBCGPGridItem(_variant_t(7)));  row.GetItem(0)->GetColumnId()  gives 0
 class COMM_LORV_API CBCGPGridRow : public CObject {
@@ -51,6 +56,27 @@ class COMM_LORV_API CBCGPGridRow : public CObject {
   BOOL IsEnabled() const { return enabled_; }
   void Enable(BOOL on = TRUE) { enabled_ = on != FALSE; }
 
+  // Nested rows. The row takes another one over, with all that is nested in it, and puts it behind those that
+  // it has; its place among them. -1, and it stays the caller's: null, one that stands in a grid or a row,
+  // deeper than lorv::kMaxRowLevels, or the grid takes no rows now.
+  int AddSubItem(CBCGPGridRow* row, BOOL relayout = TRUE);
+  int GetSubItemsCount() const { return sub_ == nullptr ? 0 : static_cast<int>(sub_->rows.size()); }
+  CBCGPGridRow* GetSubItem(int index) const;
+  BOOL HasSubItems() const { return GetSubItemsCount() > 0; }
+  // The row of that number among those nested in it, at any level; null: it is none of them.
+  CBCGPGridRow* FindSubItemById(int id) const;
+  CBCGPGridRow* GetParentRow() const { return parent_; }
+  int GetLevel() const;  // 0 for a row that is nested in none
+  int GetAllSubItemsCount() const { return sub_ == nullptr ? 0 : sub_->below; }  // at all levels
+  // A collapsed row keeps what is nested in it out of sight. The current cell moves out of there to the row.
+  void Expand(BOOL on = TRUE, BOOL relayout = TRUE);
+  BOOL IsExpanded() const { return sub_ == nullptr || sub_->expanded; }
+  BOOL IsInCollapsed() const;  // out of sight for that
+  // A line of the grid's own above rows that belong together.
+  virtual BOOL IsGroup() const { return FALSE; }
+  // The row itself or one that is nested in it.
+  bool Holds(const CBCGPGridRow* row) const;
+
   // The open editor of one of its cells, and the list that belongs to it; null where there is none.
   CWnd* GetInPlaceWnd() const;
   CComboBox* GetComboWnd() const;
@@ -62,9 +88,16 @@ class COMM_LORV_API CBCGPGridRow : public CObject {
  private:
   friend class CBCGPGridCtrl;
   void Adopt(CBCGPGridItem* item, int column);
+  bool TakesSubItem(const CBCGPGridRow* row) const;
+  int PlaceOf(const CBCGPGridRow& row) const;
+  void Nest(CBCGPGridRow& row, int place);
+  void LeaveParent();
+  void GrowBelow(int rows);
 
   std::vector<std::unique_ptr<CBCGPGridItem>> items_;
   CBCGPGridCtrl* owner_ = nullptr;
+  CBCGPGridRow* parent_ = nullptr;
+  std::unique_ptr<lorv::SubRows> sub_;
   DWORD_PTR data_ = 0;
 
  public:

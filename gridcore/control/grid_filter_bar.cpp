@@ -1,0 +1,159 @@
+#include <algorithm>
+#include <utility>
+
+#include "framework/drawing/device_context.h"
+#include "gridcore/control/grid_control.h"
+
+// A line below the header with a text for each column. Rows that do not hold the texts in their cells are
+// left out, while the user types.
+
+namespace {
+
+constexpr int kTextMargin = 3;
+
+CString Folded(const CString& text) {
+  CString folded = text;
+  folded.MakeUpper();
+  return folded;
+}
+
+}  // namespace
+
+void CBCGPGridCtrl::EnableFilterBar(BOOL on) {
+  if ((on != FALSE) == filter_bar_on_) return;
+  filter_bar_on_ = on != FALSE;
+  const auto life = life_.Watch();
+  CloseFilterEditor();
+  if (life.expired()) return;
+  FilterChanged();
+  AdjustLayout();
+}
+
+CString CBCGPGridCtrl::GetFilterBarText(int column) const {
+  const bool has = column >= 0 && column < static_cast<int>(filter_texts_.size());
+  return has ? filter_texts_[static_cast<std::size_t>(column)] : CString();
+}
+
+void CBCGPGridCtrl::SetFilterBarText(int column, LPCTSTR text) {
+  if (!GetColumnsInfo().HasColumn(column) || GetFilterBarText(column) == CString(text)) return;
+  const auto place = static_cast<std::size_t>(column);
+  if (filter_texts_.size() <= place) filter_texts_.resize(place + 1);
+  filter_texts_[place] = text;
+  while (!filter_texts_.empty() && filter_texts_.back().IsEmpty()) filter_texts_.pop_back();
+  FilterChanged();
+  const auto life = life_.Watch();
+  AdjustLayout();
+  if (!life.expired()) OnFilterBarChanged();
+}
+
+BOOL CBCGPGridCtrl::FilterItem(CBCGPGridRow* row) {
+  if (!filter_bar_on_ || filter_texts_.empty() || row == nullptr) return FALSE;
+  if (keeps_last_row_ && row == rows_.At(rows_.Size() - 1)) return FALSE;
+  for (int column = 0; column < static_cast<int>(filter_texts_.size()); ++column) {
+    const CString wanted = GetFilterBarText(column);
+    const CBCGPGridItem* const item = wanted.IsEmpty() ? nullptr : row->GetItem(column);
+    if (wanted.IsEmpty()) continue;
+    if (item == nullptr || Folded(item->FormatItem()).Find(Folded(wanted)) < 0) return TRUE;
+  }
+  return FALSE;
+}
+
+void CBCGPGridCtrl::FilterColumnsMove(int column, int step) {
+  if (column >= static_cast<int>(filter_texts_.size())) return;
+  const auto place = filter_texts_.begin() + column;
+  if (step < 0)
+    filter_texts_.erase(place);
+  else
+    filter_texts_.insert(place, CString());
+  FilterChanged();
+}
+
+CRect CBCGPGridCtrl::FilterCell(int column) const {
+  const CBCGPGridColumnsInfo& info = GetColumnsInfo();
+  if (m_rectFilterBar.IsRectEmpty() != FALSE || info.GetColumnWidth(column) == 0) return {};
+  const int left = CellsLeft() + info.GetColumnLeft(column);
+  return {left, static_cast<int>(m_rectFilterBar.top), left + info.GetColumnWidth(column),
+          static_cast<int>(m_rectFilterBar.bottom)};
+}
+
+bool CBCGPGridCtrl::PressInFilterBar(CPoint point) {
+  if (m_rectFilterBar.PtInRect(point) == FALSE) return false;
+  OpenFilterEditor(GetColumnsInfo().HitTestColumn(static_cast<int>(point.x) - CellsLeft()));
+  return true;
+}
+
+void CBCGPGridCtrl::OpenFilterEditor(int column) {
+  const auto life = life_.Watch();
+  CloseFilterEditor();
+  if (life.expired() || filter_editor_ != nullptr || FilterCell(column).IsRectEmpty() != FALSE) return;
+  auto editor = std::make_unique<CEdit>();
+  if (editor->Create(nullptr, GetFilterBarText(column), WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL,
+                     FilterCell(column), this, lorv::kFilterEditorId) == FALSE)
+    return;
+  CEdit* const shown = editor.get();
+  filter_editor_ = std::move(editor);
+  filter_column_ = column;
+  shown->SetFont(GetFont());
+  shown->SetFocus();
+  if (!life.expired() && filter_editor_.get() == shown) shown->SetSel(0, -1);
+}
+
+void CBCGPGridCtrl::CloseFilterEditor() {
+  filter_column_ = -1;
+  if (filter_editor_ == nullptr) return;
+  CWnd* const editor = filter_editor_.get();
+  // The grid may stand within one of its messages: its object is kept for a while.
+  Retire(std::move(filter_editor_));
+  const bool had_focus = CWnd::GetFocus() == editor;
+  const auto life = life_.Watch();
+  if (had_focus && m_hWnd != nullptr) SetFocus();
+  if (!life.expired()) editor->DestroyWindow();
+}
+
+void CBCGPGridCtrl::PlaceFilterEditor() {
+  if (filter_editor_ == nullptr) return;
+  const CRect cell = FilterCell(filter_column_);
+  filter_editor_->MoveWindow(&cell);
+}
+
+void CBCGPGridCtrl::OnFilterTyped() {
+  if (filter_editor_ == nullptr) return;
+  CString text;
+  filter_editor_->GetWindowText(text);
+  SetFilterBarText(filter_column_, text);
+}
+
+void CBCGPGridCtrl::OnFilterLeft() {
+  CloseFilterEditor();
+}
+
+bool CBCGPGridCtrl::EndsFilterEditor(const MSG& message) const {
+  const bool to_it = filter_editor_ != nullptr && message.hwnd == filter_editor_->m_hWnd;
+  return to_it && message.message == WM_KEYDOWN &&
+         (message.wParam == VK_RETURN || message.wParam == VK_ESCAPE || message.wParam == VK_DOWN);
+}
+
+void CBCGPGridCtrl::DrawFilterBar(CDC* dc, const CRect& dirty) {
+  CRect seen;
+  seen.IntersectRect(&m_rectFilterBar, &dirty);
+  if (seen.IsRectEmpty() != FALSE) return;
+  const int saved = dc->SaveDC();
+  dc->IntersectClipRect(&m_rectFilterBar);
+  const lorv::Desktop& desktop = lorv::DesktopInForce();
+  dc->FillSolidRect(&m_rectFilterBar, desktop.Colour(COLOR_BTNFACE));
+  const CBCGPGridColumnsInfo& info = GetColumnsInfo();
+  const COLORREF line = desktop.Colour(COLOR_BTNSHADOW);
+  const int first = info.HitTestColumn(std::max(0, static_cast<int>(m_rectFilterBar.left) - CellsLeft()));
+  for (int column = first; column >= 0; column = info.GetNextVisibleColumn(column, TRUE)) {
+    CRect cell = FilterCell(column);
+    if (cell.left >= m_rectFilterBar.right) break;
+    dc->FillSolidRect(&cell, GetBkColor());
+    dc->FillSolidRect(cell.left, cell.bottom - 1, cell.Width(), 1, line);
+    dc->FillSolidRect(cell.right - 1, cell.top, 1, cell.Height(), line);
+    cell.DeflateRect(kTextMargin, 0);
+    dc->SetTextColor(desktop.Colour(COLOR_WINDOWTEXT));
+    dc->DrawText(GetFilterBarText(column), cell,
+                 DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
+  }
+  dc->RestoreDC(saved);
+}

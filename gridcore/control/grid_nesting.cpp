@@ -1,0 +1,121 @@
+#include <algorithm>
+
+#include "gridcore/control/grid_control.h"
+
+// How rows with others nested in them come into the table and leave it.
+
+int CBCGPGridCtrl::PutBeside(CBCGPGridRow& sibling, int step, CBCGPGridRow* row, BOOL relayout) {
+  CBCGPGridRow* const parent = sibling.parent_;
+  const int index = IndexOfRow(sibling) + (step == 0 ? 0 : 1 + sibling.GetAllSubItemsCount());
+  if (parent == nullptr) return PutRow(index, row, relayout);
+  if (!parent->TakesSubItem(row)) return -1;
+  parent->Nest(*row, parent->PlaceOf(sibling) + step);
+  PutTree(index, *row);
+  if (relayout != FALSE) AdjustLayout();
+  return index;
+}
+
+int CBCGPGridCtrl::PutSubRow(CBCGPGridRow& parent, CBCGPGridRow* row, BOOL relayout) {
+  const int place = parent.GetSubItemsCount();
+  const int index = IndexOfRow(parent) + parent.GetAllSubItemsCount() + 1;
+  parent.Nest(*row, place);
+  PutTree(index, *row);
+  if (relayout != FALSE) AdjustLayout();
+  return place;
+}
+
+void CBCGPGridCtrl::PutTree(int index, CBCGPGridRow& row) {
+  PutOne(index, row);
+  int next = index + 1;
+  for (int i = 0; i < row.GetSubItemsCount(); ++i) {
+    CBCGPGridRow& below = *row.GetSubItem(i);
+    PutTree(next, below);
+    next += 1 + below.GetAllSubItemsCount();
+  }
+}
+
+void CBCGPGridCtrl::PutOne(int index, CBCGPGridRow& row) {
+  row.owner_ = this;
+  rows_.Insert(index, row);
+  CountLevel(row, 1);
+  if (row.GetLinesNumber() > 1) ++tall_rows_;
+  heights_.Insert(index, 0);
+  heights_.SetSize(index, HeightOf(row));
+  selection_.InsertRows(index, 1);
+  merged_.InsertRows(index, 1);
+  if (current_.m_nRow >= index) ++current_.m_nRow;
+  if (anchor_.m_nRow >= index) ++anchor_.m_nRow;
+}
+
+void CBCGPGridCtrl::TakeTree(int index) {
+  CBCGPGridRow* const row = rows_.At(index);
+  for (int last = index + row->GetAllSubItemsCount(); last >= index; --last) TakeOne(last);
+  row->LeaveParent();
+}
+
+void CBCGPGridCtrl::TakeOne(int index) {
+  CBCGPGridRow* const row = rows_.Take(index);
+  CountLevel(*row, -1);
+  row->owner_ = nullptr;
+  if (ended_ != nullptr && ended_->GetParentRow() == row) ended_ = nullptr;
+  if (row->GetLinesNumber() > 1) --tall_rows_;
+  heights_.Remove(index, [this](int group) { GroupGone(group); });
+  selection_.RemoveRows(index, 1);
+  merged_.RemoveRows(index, 1);
+  KeepCurrentWithRows(index, 1);
+}
+
+void CBCGPGridCtrl::CountLevel(const CBCGPGridRow& row, int step) {
+  if (row.parent_ == nullptr) return;
+  const auto level = static_cast<std::size_t>(row.GetLevel());
+  if (nested_at_.size() < level) nested_at_.resize(level);
+  nested_at_[level - 1] += step;
+  while (!nested_at_.empty() && nested_at_.back() == 0) nested_at_.pop_back();
+}
+
+bool CBCGPGridCtrl::EditsIn(const CBCGPGridRow& row) const {
+  return editing_ != nullptr && row.Holds(editing_->GetParentRow());
+}
+
+void CBCGPGridCtrl::RowExpanded(CBCGPGridRow& row, BOOL relayout) {
+  const int group = row.IsGroup() != FALSE ? IndexOfRow(row) - rows_.Size() : -1;
+  if (group >= 0) heights_.Groups().Expand(group, row.IsExpanded() != FALSE);
+  if (row.IsExpanded() == FALSE && row.HasSubItems() != FALSE) {
+    const int index = IndexOfRow(row);
+    const bool inside = current_.m_nRow > index && current_.m_nRow <= index + row.GetAllSubItemsCount();
+    const CBCGPGridItemID out(index, current_.m_nColumn);
+    const auto life = life_.Watch();
+    if (inside) SetCurSel(out);
+    if (life.expired()) return;
+  }
+  if (relayout != FALSE) AdjustLayout();
+}
+
+namespace {
+
+void Flatten(CBCGPGridRow& row, std::vector<CBCGPGridRow*>& order) {
+  order.push_back(&row);
+  for (int i = 0; i < row.GetSubItemsCount(); ++i) Flatten(*row.GetSubItem(i), order);
+}
+
+}  // namespace
+
+void CBCGPGridCtrl::ArrangeRows(const RowOrder& stands_before) {
+  std::vector<CBCGPGridRow*> main;
+  main.reserve(static_cast<std::size_t>(rows_.Size()));
+  rows_.ForEach([&](CBCGPGridRow& row) {
+    if (row.parent_ == nullptr) main.push_back(&row);
+    if (row.HasSubItems() != FALSE)
+      std::stable_sort(row.sub_->rows.begin(), row.sub_->rows.end(), stands_before);
+  });
+  const auto end = keeps_last_row_ && !main.empty() ? main.end() - 1 : main.end();
+  std::stable_sort(main.begin(), end, stands_before);
+  if (nested_at_.empty()) {
+    rows_.Arrange(main);
+    return;
+  }
+  std::vector<CBCGPGridRow*> order;
+  order.reserve(static_cast<std::size_t>(rows_.Size()));
+  for (CBCGPGridRow* row : main) Flatten(*row, order);
+  rows_.Arrange(order);
+}
