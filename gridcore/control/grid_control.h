@@ -32,6 +32,7 @@ enum SelectMode : UINT {
 enum HeaderFlag : UINT { kHeaderMovesColumns = 1, kHeaderSorts = 2, kHeaderHides = 4, kHeaderSelects = 8 };
 
 constexpr UINT kEditorId = 1;              // of every editor of a grid
+constexpr UINT kFilterEditorId = 2;        // of the editor in the filter bar
 constexpr int kDividerReach = 4;           // pixels to both sides of a column's edge
 constexpr int kRowHeaderWidth = 30;        // pixels
 constexpr int kMaxVirtualTable = 1 << 28;  // rows; as high as all of them can be scrolled over
@@ -188,6 +189,15 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   // The rows in the order shown, without those of groups: nested rows behind theirs, hidden ones too.
   int GetTerminalRowCount() const { return rows_.Size(); }
   CBCGPGridRow* GetTerminalRow(int place) const { return rows_.At(place); }
+
+  // Filter bar: a line below the header with a text for each column. FilterItem leaves out the rows whose
+  // cells do not hold the texts, whatever their letter case; switched off, the texts are kept and leave
+  // nothing out. A row that stays the last one is always shown.
+  void EnableFilterBar(BOOL on = TRUE);
+  BOOL IsFilterBarEnabled() const { return filter_bar_on_ ? TRUE : FALSE; }
+  void SetFilterBarText(int column, LPCTSTR text);
+  CString GetFilterBarText(int column) const;
+  const CRect& GetFilterBarRect() const { return m_rectFilterBar; }
 
   // Virtual mode: the grid holds no rows; `fill` fills the cells of one whenever it is needed, and keeps its
   // hands off the grid. No row comes, goes or is sorted by the grid. A row is good until
@@ -357,6 +367,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
 
   CRect m_rectList;
   CRect m_rectHeader;
+  CRect m_rectFilterBar;  // empty: there is none
   CRect m_rectRowHeader;
   int m_nRowHeight = 20;       // of a line, from the font
   int m_nLargeRowHeight = 20;  // of a row
@@ -404,6 +415,18 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   bool IsInCollapsedGroup(int row) const { return heights_.Groups().IsRowHidden(row); }
   void AppendGroupedHeights();
 
+  // The filter bar.
+  void FilterColumnsMove(int column, int step);
+  CRect FilterCell(int column) const;
+  bool PressInFilterBar(CPoint point);
+  void OpenFilterEditor(int column);
+  void CloseFilterEditor();
+  void PlaceFilterEditor();
+  void OnFilterTyped();
+  void OnFilterLeft();
+  bool EndsFilterEditor(const MSG& message) const;
+  void DrawFilterBar(CDC* dc, const CRect& dirty);
+
   // The room at the left of the cells.
   int CellsLeft() const;  // where the first column begins
   CRect BoxOf(const CBCGPGridRow& row) const;
@@ -445,6 +468,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
 
   // Editing.
   void CloseEditor();
+  void Retire(std::unique_ptr<CWnd> window);
   DWORD EndReasonOfKey(UINT key) const;
   bool StaysInEditor(UINT key) const;
 
@@ -465,6 +489,10 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   std::vector<int> group_columns_;
   std::vector<std::unique_ptr<lorv::GroupRow>> group_rows_;
   bool regroup_wanted_ = false;
+  bool filter_bar_on_ = false;
+  std::vector<CString> filter_texts_;  // by column
+  std::unique_ptr<CEdit> filter_editor_;
+  int filter_column_ = -1;
   int tall_rows_ = 0;           // of more than one line
   std::vector<int> nested_at_;  // how many rows stand at level 1, 2 ...
   int text_height_ = 0;         // 0: not measured yet

@@ -113,17 +113,21 @@ bool CBCGPGridCtrl::EditorUntouched() const {
   return now == opened_text_;
 }
 
+void CBCGPGridCtrl::Retire(std::unique_ptr<CWnd> window) {
+  if (retired_.size() > kMostRetired) retired_.erase(retired_.begin(), retired_.begin() + kMostRetired / 2);
+  retired_.push_back(std::move(window));
+}
+
 void CBCGPGridCtrl::CloseEditor() {
   editing_ = nullptr;
   if (editor_ == nullptr) return;
-  if (retired_.size() > kMostRetired) retired_.erase(retired_.begin(), retired_.begin() + kMostRetired / 2);
   const HWND focus = lorv::DesktopInForce().Focus();
   const bool had_focus =
       focus != nullptr && (focus == editor_->m_hWnd || IsChild(CWnd::FromHandle(focus)) != FALSE);
   CWnd* const editor = editor_.get();
   CWnd* const combo = combo_.get();
-  retired_.push_back(std::move(editor_));
-  if (combo != nullptr) retired_.push_back(std::move(combo_));
+  Retire(std::move(editor_));
+  if (combo != nullptr) Retire(std::move(combo_));
   const auto life = life_.Watch();
   if (had_focus && m_hWnd != nullptr) SetFocus();
   if (life.expired()) return;
@@ -233,6 +237,10 @@ int CBCGPGridCtrl::OnGridKeybordNavigation(CBCGPGridItem* /*item*/, DWORD reason
 }
 
 BOOL CBCGPGridCtrl::PreTranslateMessage(MSG* message) {
+  if (EndsFilterEditor(*message)) {
+    CloseFilterEditor();
+    return TRUE;
+  }
   const bool to_editor = editor_ != nullptr && message->hwnd != m_hWnd;
   if (to_editor && message->message == WM_KEYDOWN) {
     // An open list has the keys for itself.

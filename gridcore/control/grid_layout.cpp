@@ -122,9 +122,13 @@ void CBCGPGridCtrl::MeasureAreas() {
     OnGetHeaderRect(&none, header);
   }
   const int row_header = row_header_on_ ? row_header_width_ : 0;
+  m_rectFilterBar = CRect();
+  const int bar = filter_bar_on_ ? m_nRowHeight : 0;
+  if (bar > 0)
+    m_rectFilterBar = CRect(client.left + row_header, header.bottom, client.right, header.bottom + bar);
   m_rectHeader = CRect(client.left + row_header, client.top, client.right, header.bottom);
-  m_rectRowHeader = CRect(client.left, header.bottom, client.left + row_header, client.bottom);
-  m_rectList = CRect(client.left + row_header, header.bottom, client.right, client.bottom);
+  m_rectRowHeader = CRect(client.left, header.bottom + bar, client.left + row_header, client.bottom);
+  m_rectList = CRect(client.left + row_header, header.bottom + bar, client.right, client.bottom);
   m_rectList.right = std::max(m_rectList.left, m_rectList.right);
   m_rectList.bottom = std::max(m_rectList.top, m_rectList.bottom);
 }
@@ -172,6 +176,8 @@ void CBCGPGridCtrl::AdjustLayout() {
   OnPosSizeChanged();
   if (life.expired()) return;
   PlaceEditor();
+  if (life.expired()) return;
+  PlaceFilterEditor();
   Invalidate(FALSE);
 }
 
@@ -243,6 +249,7 @@ void CBCGPGridCtrl::ScrollTo(int across, int down) {
     }
   }
   PlaceEditor();
+  PlaceFilterEditor();
   const auto life = life_.Watch();
   if (old_down != down) OnUpdateVScrollPos(down, old_down);
   if (!life.expired() && old_across != across) OnUpdateHScrollPos(across, old_across);
@@ -364,8 +371,4 @@ int CBCGPGridCtrl::NextShownRow(int row, int step) const {
   // Groups are no rows to go to.
   while (at >= rows_.Size()) at = step > 0 ? heights_.NextShown(at) : heights_.PreviousShown(at);
   return at;
-}
-
-BOOL CBCGPGridCtrl::FilterItem(CBCGPGridRow* /*row*/) {
-  return FALSE;
 }

@@ -132,7 +132,7 @@ void CBCGPGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
   if (CWnd::GetFocus() != this) SetFocus();
   if (life.expired() || m_hWnd == nullptr) return;
   if (PressInHeader(flags, point) || life.expired() || PressInRowHeader(flags, point)) return;
-  if (!life.expired() && PressOnBox(point)) return;
+  if (!life.expired() && (PressInFilterBar(point) || PressOnBox(point))) return;
   CBCGPGridItemID id;
   CRect rect;
   if (life.expired()) return;

@@ -74,6 +74,8 @@ void CBCGPGridCtrl::OnDraw(CDC* dc) {
   CRect above = m_rectHeader;
   above.left = client.left;
   if (above.IsRectEmpty() == FALSE && above.top < dirty.bottom && dirty.top < above.bottom) OnDrawHeader(dc);
+  if (life.expired()) return;
+  DrawFilterBar(dc, dirty);
   dc->SelectObject(old);
 }
 

@@ -13,6 +13,7 @@ int CBCGPGridCtrl::InsertColumn(int column, LPCTSTR name, int width, int align, 
   if (current_.m_nColumn >= column) ++current_.m_nColumn;
   if (anchor_.m_nColumn >= column) ++anchor_.m_nColumn;
   GroupColumnsMove(column, 1);
+  FilterColumnsMove(column, 1);
   if (sort_column_ >= column) ++sort_column_;
   if (rows_.IsVirtual()) rows_.Virtual()->Forget();
   if (redraw != FALSE) AdjustLayout();
@@ -33,6 +34,7 @@ int CBCGPGridCtrl::DeleteColumn(int column) {
       --cell->m_nColumn;
   }
   GroupColumnsMove(column, -1);
+  FilterColumnsMove(column, -1);
   if (sort_column_ == column) RemoveSortColumn();
   if (sort_column_ > column) --sort_column_;
   if (rows_.IsVirtual()) rows_.Virtual()->Forget();
