@@ -2,6 +2,7 @@
 
 // The suite's grids, with the cells and rows that they are made of.
 
+#include "grid/autorow/true_db_grid_ex.h"
 #include "grid/basic/basic_grid.h"
 #include "grid/bridge/true_db_grid.h"
 #include "grid/buttons/menu_button_ex.h"
