@@ -4,6 +4,7 @@
 
 #include "platform/headless/desktop/headless_desktop.h"
 #include "tests/conformance/behaviour_scene.h"
+#include "tests/conformance/grid/bridge_steps.h"
 #include "tests/conformance/grid/grid_scene.h"
 #include "tests/conformance/kept_trace.h"
 #include "tests/conformance/painting_script.h"
@@ -74,6 +75,13 @@ TEST(GridBehaviour, HeadlessTraceIsTheKeptOne) {
   const lorv::ScopedDesktop scope(desktop);
   HeadlessDriver driver(desktop);
   lorv_test::ExpectTrace(lorv_test::KeptGridTrace(), lorv_test::PlayGrid(driver), {});
+}
+
+TEST(BridgeBehaviour, HeadlessTraceIsTheKeptOne) {
+  lorv::HeadlessDesktop desktop;
+  const lorv::ScopedDesktop scope(desktop);
+  HeadlessDriver driver(desktop);
+  lorv_test::ExpectTrace(lorv_test::KeptBridgeTrace(), lorv_test::PlayBridge(driver), {});
 }
 
 TEST(Behaviour, HasAtLeastEightySteps) {

@@ -38,3 +38,12 @@ TEST(RandomGrid, TableIsWhatThePlainOneSays) {
     lorv_test::PlayRandomGrid(user, script);
   }
 }
+
+TEST(RandomBridge, HandlersMayDoAnything) {
+  constexpr unsigned kUsual = 1000;
+  const unsigned scripts = lorv_test::RandomGridScripts(kUsual);
+  for (unsigned script = 0; script < scripts && !HasFailure(); ++script) {
+    HeadlessUser user;
+    lorv_test::PlayRandomBridge(user, script);
+  }
+}

@@ -15,4 +15,9 @@ unsigned RandomGridScripts(unsigned usual);
 // table, without overlaps.
 void PlayRandomGrid(RandomUser& user, unsigned script);
 
+// The same of the bridge: in every event that a dialog hears it may empty or rebuild the table, bind it anew,
+// destroy the grid or itself, run a modal dialog, post and send messages, change the selection, answer at
+// random and raise. Nothing that is gone is touched, and the selection stays within the table.
+void PlayRandomBridge(RandomUser& user, unsigned script);
+
 }  // namespace lorv_test

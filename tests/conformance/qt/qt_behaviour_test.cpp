@@ -15,6 +15,7 @@
 #include "platform/models/carried_fault.h"
 #include "platform/qt/desktop/qt_desktop.h"
 #include "tests/conformance/behaviour_scene.h"
+#include "tests/conformance/grid/bridge_steps.h"
 #include "tests/conformance/grid/grid_scene.h"
 #include "tests/conformance/kept_trace.h"
 #include "tests/conformance/painting_script.h"
@@ -283,6 +284,14 @@ TEST(QtGridBehaviour, TraceIsTheKeptOne) {
   const auto user = lorv_test::MakeQtUser();
   QtDriver driver(*desktop, *user);
   lorv_test::ExpectTrace(lorv_test::KeptGridTrace(), lorv_test::PlayGrid(driver), kGridDifferences);
+}
+
+TEST(QtGridBehaviour, BridgeTraceIsTheKeptOne) {
+  const auto desktop = lorv::MakeQtDesktop();
+  const lorv::ScopedDesktop scope(*desktop);
+  const auto user = lorv_test::MakeQtUser();
+  QtDriver driver(*desktop, *user);
+  lorv_test::ExpectTrace(lorv_test::KeptBridgeTrace(), lorv_test::PlayBridge(driver), {});
 }
 
 // A host that has its own application object keeps the widget set's way of counting pixels.
