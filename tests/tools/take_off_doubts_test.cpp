@@ -226,6 +226,19 @@ TEST_F(TakeOffDoubts, CellsAreAnsweredByWhatTheyMayMean) {
   for (const auto& row : rows) EXPECT_EQ(tool::NumberHint(row[0]), row[1]) << row[0];
 }
 
+// Words where a number belongs are never taken for a missing value: neither beside a default nor within one.
+TEST_F(TakeOffDoubts, WordsStayWordsWhateverDefaultsMeet) {
+  const ToolRun beside = Work("class,A,B\nW,abc,\nW,abc,3\n",
+                              "kind,class,name,formula,missing\ndefault,W,B,2,\n,W,q,A*1+B,0\n", {"--json"});
+  EXPECT_EQ(beside.code, 1);
+  EXPECT_TRUE(Has(beside.out, "the value for \\\"A\\\" is no number")) << beside.out;
+  EXPECT_TRUE(Has(beside.out, "\"components\": 2,\n      \"first\": \"line 2, W")) << beside.out;
+  const ToolRun within =
+      Work("class,A,B\nW,abc,\n", "kind,class,name,formula,missing\ndefault,W,B,A*2,5\n,W,q,B,\n");
+  EXPECT_EQ(within.code, 1);
+  EXPECT_TRUE(Has(within.err, "B: the value for \"A\" is no number")) << within.err;
+}
+
 TEST_F(TakeOffDoubts, ComponentsWithoutAClassAreNamed) {
   const ToolRun run = Work("class,L\nW,2\n,3\nX,3\n", "class,name,formula\nW,q,L\n");
   EXPECT_EQ(run.err,

@@ -170,8 +170,9 @@ std::optional<double> ComponentWorker::DimensionOf(std::size_t index) {
   Value& value = exact_pass_ ? exact_values_[index] : values_[index];
   if (value.component != component_) {
     const Value found = LookUp(index);
-    // Inside a default fewer defaults are asked: what was found there may be less than there is.
-    if (defaults_in_use_ < plan_->defaults.size()) return found.number;
+    // Inside a default fewer defaults are asked: what was found there may be less than there is. Words in a
+    // cell are no less there than anywhere.
+    if (defaults_in_use_ < plan_->defaults.size() && !found.is_text) return found.number;
     value = found;
   }
   if (value.is_text) text_met_ = index;
@@ -197,6 +198,8 @@ std::optional<double> ComponentWorker::WorkDefault(BoundDefault& bound) {
 
 std::optional<double> ComponentWorker::DefaultOf(std::size_t index) {
   const std::size_t all = defaults_in_use_;
+  // Words that the formula at hand has met so far are its own fault, whatever its defaults meet.
+  const std::optional<std::size_t> met = text_met_;
   std::optional<double> found;
   for (std::size_t i = 0; i < all && !found; ++i) {
     BoundDefault& candidate = plan_->defaults[i];
@@ -207,7 +210,7 @@ std::optional<double> ComponentWorker::DefaultOf(std::size_t index) {
     if (holds && *holds) found = WorkDefault(candidate);
   }
   defaults_in_use_ = all;
-  text_met_.reset();
+  text_met_ = met;
   return found;
 }
 
