@@ -203,6 +203,15 @@ TEST_F(TakeOffRun, AveragesAndRatiosStandBesideSums) {
   EXPECT_EQ(Work("class,L\nW,1\n", "kind,class,name,formula\n,W,q,L\nratio,,r,q/x\n").code, 2);
 }
 
+// A row that stands for no component counts nowhere, before or behind those that do.
+TEST_F(TakeOffRun, RowsOfNoComponentHaveNoLeastValue) {
+  const char* const rules = "class,name,formula,total\nW,q,A,least\n";
+  for (const char* rows : {"W,5,1\nW,1,0\n", "W,1,0\nW,5,1\n"}) {
+    const ToolRun run = Work("class,A,count\n" + std::string(rows), rules);
+    EXPECT_NE(run.out.find("q                              1  5.000"), std::string::npos) << run.out;
+  }
+}
+
 TEST_F(TakeOffRun, StoreysStandFromBelow) {
   const char* const order[] = {"基础层", "B2",  "地下1层",  "首层",     "1F",
                                "第二层", "3层", "Level 10", "二十一层", "屋面"};

@@ -41,6 +41,8 @@ std::size_t Bill::GroupOf(const std::vector<std::string_view>& keys) {
 }
 
 void Bill::Add(std::size_t group, std::size_t quantity, double value, double count) {
+  // A row that stands for no component has no least value either.
+  if (count == 0) return;
   Line& line = groups_[group].lines[quantity];
   // Wrong columns, such as the id of each component, would make a bill as long as the model.
   if (line.components == 0 && ++used_lines_ > kMaxBillLines) {
