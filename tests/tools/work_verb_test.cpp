@@ -262,6 +262,14 @@ TEST_F(WorkVerb, ReadsComponentsFromStandardInput) {
   EXPECT_NE(run.out.find("\"total\": 2"), std::string::npos);
 }
 
+// A filter between two pipes: "-" is another stream on either side.
+TEST_F(WorkVerb, StandsBetweenPipes) {
+  WriteBytes(folder_.Path() / "r.csv", "class,name,formula\nW,q,L\n");
+  const ToolRun run = RunTool({"work", "-", "--rules", Path("r.csv"), "--out", "-"}, "class,L\nW,2\n");
+  EXPECT_EQ(run.code, 0) << run.err;
+  EXPECT_EQ(run.out, "class,q,not worked\r\nW,2,\r\n");
+}
+
 TEST_F(WorkVerb, GbkFilesWorkLikeUtf8) {
   // 类别,长 / 墙,2 and 类别,名称,公式 / 墙,面,长*2
   const ToolRun run =

@@ -45,6 +45,7 @@ void CheckOutputs(const TakeOffRequest& arguments) {
     return !a.empty() && !b.empty() && (a == b || std::filesystem::equivalent(path(a), path(b), none));
   };
   for (const std::string& output : {arguments.table, arguments.bill}) {
+    if (output == "-") continue;  // one stream in and another out
     if (same(output, arguments.components) || same(output, arguments.rules)) {
       throw BadInput(Say("{} is read: the output needs a name of its own", {output}));
     }
