@@ -69,6 +69,17 @@ std::string WithSlashesDoubled(const std::string& path) {
   return text;
 }
 
+// A number is the place of a sheet unless one is called so.
+TEST_F(SheetVerb, NamesOfSheetsComeBeforeTheirNumbers) {
+  WorkbookFile book;
+  for (const TCHAR* name : {_T("a"), _T("b"), _T("2")})
+    book.Put(book.AddSheet(name), 0, 0, _variant_t(name), {});
+  Put("t.xlsx", book.Bytes());
+  EXPECT_EQ(RunTool({"sheet", Path("t.xlsx"), "-s", "2"}).out, "2\r\n");
+  EXPECT_EQ(RunTool({"sheet", Path("t.xlsx"), "-s", "1"}).out, "a\r\n");
+  EXPECT_EQ(RunTool({"sheet", Path("t.xlsx"), "-s", "b"}).out, "b\r\n");
+}
+
 TEST_F(SheetVerb, JsonHoldsSheetsCellsAndWhatWasWritten) {
   Put("t.csv", "a,\"b\"\"c\"\n1,\n");
   EXPECT_EQ(RunTool({"sheet", Path("t.csv"), "-o", Path("t.xlsx"), "-s", "墙", "-j"}).out,

@@ -132,9 +132,14 @@ void List(const Sheets& sheets, Console& console) {
   }
 }
 
+// Names before numbers: a sheet that is called 2 is meant wherever it stands.
 std::size_t FindSheet(const Sheets& sheets, const std::string& wanted) {
-  for (std::size_t i = 0; i < sheets.tables.size(); ++i) {
-    if (NameOf(sheets, i) == wanted || std::to_string(i + 1) == wanted) return i;
+  const std::size_t count = sheets.tables.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    if (NameOf(sheets, i) == wanted) return i;
+  }
+  for (std::size_t i = 0; i < count; ++i) {
+    if (std::to_string(i + 1) == wanted) return i;
   }
   throw BadInput(Say("there is no sheet \"{}\"", {wanted}));
 }
