@@ -26,6 +26,7 @@ TEST(NumberHint, NamesWhatACellWasLikelyMeantToBe) {
                                  {"1 234", "; a thousands separator? Write 1234"},
                                  {"３．５", "; full-width digits? Write 3.5"},
                                  {"3.5m", "; a unit? Write 3.5 and set a factor in a row of kind \"column\""},
+                                 {"3,5 m", ""},
                                  {"abc", ""}};
   for (const auto& row : rows) EXPECT_EQ(NumberHint(row[0]), row[1]) << row[0];
 }

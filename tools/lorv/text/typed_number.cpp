@@ -86,7 +86,9 @@ std::string NumberHint(std::string_view cell) {
   // Blanks as thousands are usual in many countries.
   if (WholeNumber(Without(text, ' '))) return Say("; a thousands separator? Write {}", {Without(text, ' ')});
   const std::size_t end = text.find_first_not_of("0123456789.+-");
-  if (end != std::string::npos && end > 0 && IsDigitByte(text[end - 1]) && WholeNumber(text.substr(0, end))) {
+  // Of "3,5 m" the 3 alone is nothing that anybody meant.
+  if (end != std::string::npos && end > 0 && text[end] != ',' && IsDigitByte(text[end - 1]) &&
+      WholeNumber(text.substr(0, end))) {
     return Say("; a unit? Write {} and set a factor in a row of kind \"column\"", {text.substr(0, end)});
   }
   return {};
