@@ -15,8 +15,7 @@ namespace lorv::tool {
 // A sheet of a workbook as the bytes of a table: commas, UTF-8, a line a row, made while it is read.
 //
 // Cells hold their values with all their digits, whatever the sheet shows of them; blanks around a text are
-// no part
-//   of it. A line of the table is a row of the sheet as long as no cell holds a line end.
+// no part of it. A line of the table is a row of the sheet as long as no cell holds a line end.
 class SheetTable : public File {
  public:
   SheetTable(WorkbookFile book, int sheet);

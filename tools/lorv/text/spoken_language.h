@@ -9,8 +9,8 @@ namespace lorv::tool {
 // The language that the program speaks to its user.
 enum class Language { kEnglish, kChinese };
 
-// "en", "zh", or the name of a locale such as "zh_CN.UTF-8", of which the beginning counts; English for any
-// other.
+// "en", "zh", or the name of a locale such as "zh_CN.UTF-8", of which the beginning counts;
+// English for any other.
 Language LanguageByName(std::string_view name);
 
 // One for the whole program, as there is one user.

@@ -26,8 +26,8 @@ class ComponentWorker : private ValueSource {
   ComponentWorker(Planner& planner, const ComponentsFile& file, Problems& problems, Coverage& coverage,
                   ValueDigits digits);
 
-  // The results of the component that the file stands at, in the order of its plan; valid until the next
-  // call.
+  // The results of the component that the file stands at, in the order of its plan; valid
+  // until the next call.
   const std::vector<Result>& Work();
   // The same for a component that is not to be worked: blocks are worked ahead from their first component on.
   void PassOver();

@@ -13,8 +13,7 @@ std::string Shown(double value, int decimals);
 // then missing goes, a last digit each, to those that lost most by it (the largest remainder).
 //
 // Result: what is shown of each, in steps of the last decimal; nothing where the numbers have too many digits
-// for
-//   that. `total` is the sum as shown, in such steps.
+//   for that. `total` is the sum as shown, in such steps.
 //
 //   {0.4, 0.4, 0.4} with 0 decimals and the total 1  gives {1, 0, 0}
 std::optional<std::vector<long long>> SharedOut(const std::vector<double>& values, int decimals,
