@@ -127,40 +127,6 @@ bool CBCGPBasicGridCtrl::SetReadOnlyColor() {
   return true;
 }
 
-bool CBCGPBasicGridCtrl::CanMouseClick(CPoint point) const {
-  CBCGPGridItemID id;
-  CRect rect;
-  return HitTest(point, id, rect) == FALSE || !click_mask_.Has(id.m_nColumn);
-}
-
-void CBCGPBasicGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
-  if (CanMouseClick(point)) CBCGPGridCtrl::OnLButtonDown(flags, point);
-}
-
-void CBCGPBasicGridCtrl::OnLButtonUp(UINT flags, CPoint point) {
-  if (CanMouseClick(point)) CBCGPGridCtrl::OnLButtonUp(flags, point);
-}
-
-void CBCGPBasicGridCtrl::OnRButtonDown(UINT flags, CPoint point) {
-  if (CanMouseClick(point)) CBCGPGridCtrl::OnRButtonDown(flags, point);
-}
-
-void CBCGPBasicGridCtrl::OnRButtonUp(UINT flags, CPoint point) {
-  if (CanMouseClick(point)) CBCGPGridCtrl::OnRButtonUp(flags, point);
-}
-
-BOOL CBCGPBasicGridCtrl::OnSetCursor(CWnd* window, UINT hit, UINT message) {
-  return CBCGPGridCtrl::OnSetCursor(window, hit, message);
-}
-
-void CBCGPBasicGridCtrl::OnMouseMove(UINT flags, CPoint point) {
-  CBCGPGridCtrl::OnMouseMove(flags, point);
-}
-
-void CBCGPBasicGridCtrl::TrackToolTip(CPoint point) {
-  CBCGPGridCtrl::TrackToolTip(point);
-}
-
 // Spreadsheet exchange comes from the layer that knows spreadsheets; a grid by itself has none.
 bool CBCGPBasicGridCtrl::ToExcel(int /*mode*/) {
   return false;

@@ -10,6 +10,7 @@
 #include "grid/editing/key_translation.h"
 #include "gridcore/columns/columns_info_ex.h"
 #include "gridcore/control/grid_control.h"
+#include "gridcore/geometry/column_view.h"
 
 class CBCGPGridMultiLineRow;
 
@@ -148,6 +149,12 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   // has no switch of its own and stays as it is.
   void SetAllowFocus(bool on) { click_mask_.SetAll(!on); }
   void SetAllowFocus(int column, bool on) { click_mask_.Set(column, !on); }
+  // Whether the corner of a selection can be dragged, to fill the cells beside it.
+  void SetDragCopyFill(bool on) { drag_fill_ = on; }
+
+  // The tip of the cell under the point, with that text where there is one. True: what is shown is now right
+  // for the point; false: nothing was shown, or what stands there stays.
+  bool ShowCellToolTips(CPoint point, const CString& text);
 
   // Editing.
   void SetCurEditingItem(int row, int column);
@@ -197,6 +204,8 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   void OnSelChanged(const CBCGPGridRange& range, BOOL selected) override;
   void OnResizeColumns() override;
   void TrackToolTip(CPoint point) override;
+  void CancelGestures() override;
+  bool InGesture() const override { return DragsRowOrFill() || CBCGPGridCtrl::InGesture(); }
 
   int OnCreate(LPCREATESTRUCT request);
   void OnSize(UINT type, int width, int height);
@@ -227,6 +236,53 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   bool ContinueInplaceEditing();
   void InplaceEditNavigation(CBCGPGridItem* item, int direction);
   void TakeOption(CBCGPGridItem* item, int option, const CString& text);
+
+  // The library sees no button then.
+  bool DragsRowOrFill() const { return adjusting_row_height_ || drag_fill_running_; }
+
+  // Dividers of rows.
+  bool IsInRowHeaderDivider(CPoint point);
+  bool OnLBtnDownAdjustRowHeight(UINT flags, CPoint point);
+  bool OnLBtnUpAdjustRowHeight(UINT flags, CPoint point);
+  void TrackRowHeader(int y);
+  void DrawAdjustingRowRefLn();
+  void MoveRowLine(int y);
+  void EndRowLine();
+
+  // Dividers of columns: one column takes the room that is left over, the last one while a divider moves.
+  bool DealWithTrackBestFitCol(bool down);
+  bool LendBestFit();
+  bool SettleLastColumn();
+  bool ReturnBestFit();
+  int WidestText(int column);
+
+  // Filling.
+  bool OnLBtnDownDragCopyFill(UINT flags, CPoint point);
+  bool OnLBtnUpDragCopyFill(UINT flags, CPoint point);
+  bool DrawDragCopyFillFrame(UINT flags, CPoint point);
+  bool IsInDragCopyFillStart(CPoint point) const;
+  bool CopyRangeValue(const CBCGPGridRange& source, const CBCGPGridRange& target, bool by_column,
+                      bool forward);
+  bool CopyCellValue(const CBCGPGridItemID& from, const CBCGPGridItemID& to);
+  CString GetDragCopyFillTips(const CBCGPGridRange& source, const CRect& source_rect,
+                              const CRect& frame_rect) const;
+  int GetInVisibleColCount(int first, int last) const;
+  int GetOffsetVisibleCol(int column, int offset) const;
+  bool EndFill();
+  void MoveFillFrame(const CRect& source, CPoint point);
+  void ShowFillTip(const CBCGPGridRange& source, const CRect& source_rect, CPoint tip);
+  void SelectFilled(const CBCGPGridRange& source, const CBCGPGridRange& filled);
+  lorv::ColumnView ColumnsShown() const;
+
+  // Tips and clicks.
+  struct TipSubject;
+  bool TipAt(CPoint point, const CString& text);
+  bool FindTipSubject(CPoint point, TipSubject& subject) const;
+  bool ShowTip(const TipSubject& subject, const CString& text);
+  void ScrollHomeIfAllFits();
+  void OpenByClick(CPoint point);
+  bool IsAmongSelected(int row, int column) const;
+
   template <class Change>
   void ForColumn(int column, Change change);
   template <class Change>
@@ -248,9 +304,15 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   bool tree_ = false;
   COLORREF selected_row_colour_ = lorv::kNoColour;
   lorv::ColumnMask click_mask_;  // columns that the mouse passes over
+  bool adjusting_row_height_ = false;
   bool adjust_widths_ = false;
+  short best_fit_column_ = -1;  // whose room the last column has for the while
   bool list_always_menu_ = false;
   CList<int, int> hidden_rows_{10};
+  bool drag_fill_ = false;
+  bool drag_fill_running_ = false;
+  // What the tip that is shown belongs to: a cell, or a row's name (column -2) or value (-1).
+  CBCGPGridItemID tip_cell_;
   // The same numbers once more: a layout asks for every row of the table.
   std::unordered_set<int> hidden_index_;
 };

@@ -13,7 +13,6 @@
 namespace {
 
 constexpr int kSpareWidth = 40;
-constexpr int kDividerMargin = 10;
 
 bool IsStretchCursor(int cursor) {
   return cursor == lorv::kCursorSizeAcross || cursor == lorv::kCursorSizeDown;
@@ -128,31 +127,6 @@ void CBCGPBasicGridCtrl::OnDrawHeader(CDC* dc) {
 void CBCGPBasicGridCtrl::OnGetHeaderRect(CDC* dc, CRect& rect) {
   CBCGPGridCtrl::OnGetHeaderRect(dc, rect);
   if (multi_line_header_) rect.bottom = rect.top + rect.Height() * columns_info_.GetHeaderLineCount();
-}
-
-void CBCGPBasicGridCtrl::OnHeaderDividerDblClick(int column) {
-  const auto life = Watch();
-  CBCGPGridCtrl::OnHeaderDividerDblClick(column);
-  if (life.expired() || m_hWnd == nullptr) return;
-  CClientDC dc(this);
-  dc.SelectObject(GetFont());
-  int greatest = 0;
-  const int rows = GetRowCount();
-  for (int row = 0; row < rows; ++row) {
-    const CBCGPGridItem* item = GetItem(row, column);
-    if (item == nullptr) continue;
-    CString text = VariantToText(item->GetValue());
-    if (!text.Trim().IsEmpty()) greatest = std::max(greatest, static_cast<int>(dc.GetTextExtent(text).cx));
-  }
-  if (bold_names_) dc.SelectObject(GetBoldFont());
-  CString name = GetColumnName(column);
-  greatest = std::max(greatest, static_cast<int>(dc.GetTextExtent(name.Trim()).cx));
-  CBCGPGridColumnsInfo& info = GetColumnsInfo();
-  if (greatest <= info.GetMinWidth(column)) return;
-  info.SetColumnWidth(column, greatest + kDividerMargin);
-  info.Resize(GetListRect().Width(), FALSE);
-  SetScrollSizes();
-  if (!life.expired()) AdjustLayout();
 }
 
 void CBCGPBasicGridCtrl::OnSelChanged(const CBCGPGridRange& range, BOOL selected) {

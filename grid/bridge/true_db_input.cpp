@@ -111,5 +111,5 @@ void CBcgTrueDbGridCtrl::TrackToolTip(CPoint point) {
   _bstr_t text(_T(""));
   Raise<49>(short{0}, static_cast<short>(id.m_nColumn), static_cast<LONG>(id.m_nRow), &text.GetBSTR(), false,
             static_cast<IDispatch*>(nullptr));
-  if (!life.expired()) CBCGPBasicGridCtrl::TrackToolTip(point);
+  if (!life.expired()) ShowCellToolTips(point, CString(static_cast<LPCTSTR>(text)));
 }

@@ -23,11 +23,11 @@ void FillDown(const CBCGPGridRange& source, const CBCGPGridRange& target, bool f
     const int row = LineInOrder(to, walk, forward);
     const int given = LineInOrder(from, walk % Count(from), forward);
     for (int column = target.m_nLeft; column <= target.m_nRight && column < columns.count; ++column)
-      if (columns.Shows(column)) copy({given, column}, {row, column});
+      if (columns.Shows(column) && !copy({given, column}, {row, column})) return;
   }
 }
 
-void FillRowAcross(int row, LineSpan from, LineSpan to, bool forward, const ColumnView& columns,
+bool FillRowAcross(int row, LineSpan from, LineSpan to, bool forward, const ColumnView& columns,
                    const FillCopy& copy) {
   int used = 0;
   for (int walk = 0; walk < Count(to); ++walk) {
@@ -35,9 +35,10 @@ void FillRowAcross(int row, LineSpan from, LineSpan to, bool forward, const Colu
     if (!columns.Shows(column)) continue;
     int given = LineInOrder(from, used, forward);
     if (!columns.Shows(given)) given = ShownColumnAt(columns, given, forward ? 1 : -1);
-    copy({row, given}, {row, column});
+    if (!copy({row, given}, {row, column})) return false;
     used = (used + 1) % Count(from);
   }
+  return true;
 }
 
 }  // namespace
@@ -52,7 +53,7 @@ bool FillPairs(const CBCGPGridRange& source, const CBCGPGridRange& target, bool 
     return true;
   }
   for (int row = target.m_nTop; row <= target.m_nBottom; ++row)
-    FillRowAcross(row, ColumnsOf(source), ColumnsOf(target), forward, columns, copy);
+    if (!FillRowAcross(row, ColumnsOf(source), ColumnsOf(target), forward, columns, copy)) break;
   return true;
 }
 

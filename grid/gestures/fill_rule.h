@@ -19,11 +19,11 @@ namespace lorv {
 //   shown neighbour in the direction of the fill stands in, for that one copy. Hidden rows are filled. A
 //   source cell may come out as the null id's column -1: there is no such neighbour.
 // Result: false, with no call, if a range is not valid or the two do not stand in the same rows or columns.
-// Calls `copy` for each pair in order: by rows of the target, and by columns within each. Throws what it
-// throws.
+// Calls `copy` for each pair in order: by rows of the target, and by columns within each. One that gives
+// false is the last: what it copied for may be gone, the columns too. Throws what it throws.
 //
 //   FillPairs({0, 0, 0, 1}, {0, 2, 0, 4}, false, true, columns, copy)  pairs rows 2, 3, 4 with rows 0, 1, 0
-using FillCopy = std::function<void(const CBCGPGridItemID& from, const CBCGPGridItemID& to)>;
+using FillCopy = std::function<bool(const CBCGPGridItemID& from, const CBCGPGridItemID& to)>;
 COMM_LORV_API bool FillPairs(const CBCGPGridRange& source, const CBCGPGridRange& target, bool across,
                              bool forward, const ColumnView& columns, const FillCopy& copy);
 

@@ -27,6 +27,7 @@ ON_WM_HSCROLL()
 ON_WM_SETFOCUS()
 ON_WM_KILLFOCUS()
 ON_WM_CANCELMODE()
+ON_WM_CAPTURECHANGED()
 ON_WM_GETDLGCODE()
 ON_EN_KILLFOCUS(lorv::kEditorId, OnEditorLeft)
 ON_EN_CHANGE(lorv::kFilterEditorId, OnFilterTyped)
@@ -70,6 +71,9 @@ void CBCGPGridCtrl::RegisterDropTarget() {
 void CBCGPGridCtrl::OnDestroy() {
   const auto life = life_.Watch();
   drop_target_.Revoke();
+  // The table outlives its window, and nothing follows a mouse then.
+  CancelGestures();
+  if (life.expired()) return;
   CloseEditor();
   if (!life.expired()) CBCGPWnd::OnDestroy();
 }

@@ -16,6 +16,7 @@
 #include "gridcore/rows/row_store.h"
 #include "gridcore/selection/selected_ranges.h"
 #include "gridcore/table/merged_cells.h"
+#include "gridcore/tips/inplace_tool_tip.h"
 
 namespace lorv {
 
@@ -124,6 +125,16 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
  public:
   virtual CBCGPGridRow* CreateRow(int columns);
 
+ protected:
+  // Shows the drag frame where it stands now.
+  virtual void OnDrawDragFrame();
+  // The mouse was taken away in the middle of a gesture, or the window was asked to leave it: what follows
+  // the mouse ends without a result, and tips close.
+  virtual void CancelGestures();
+  // Something follows the mouse, which therefore stays the grid's.
+  virtual bool InGesture() const { return m_bTracking || m_bSelecting; }
+
+ public:
   // Columns.
   int InsertColumn(int column, LPCTSTR name, int width = 0, int align = -1, BOOL redraw = TRUE);
   // The cells of the rows stay: the last one of each stands behind the last column then.
@@ -250,6 +261,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void EnableInvertSelOnCtrl(BOOL on = TRUE) { ctrl_inverts_ = on != FALSE; }
   void SetShowDragContext(BOOL on) { shows_drag_context_ = on != FALSE; }
   BOOL IsShowDragContext() const { return shows_drag_context_; }
+  void EnableToolTips(BOOL on = TRUE);  // on at first
+  BOOL IsToolTipsEnabled() const { return tips_on_; }
   void SetReadOnly(BOOL on = TRUE) { read_only_ = on != FALSE; }
   BOOL IsReadOnly() const { return read_only_; }
   void EnableWholeRowSel(BOOL on = TRUE) { whole_rows_ = on != FALSE; }
@@ -268,6 +281,9 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   CRect GetRowRect(int row) const;
   CRect GetRangeRect(
       const CBCGPGridRange& range) const;  // what is visible of its columns and rows, unclipped
+  // Around the range that was selected last; empty where its right bottom corner is out of sight.
+  CRect GetSelectionBorder() const;
+  const CRect& GetDragFrame() const { return m_rectDragFrame; }
   int GetVertScrollOffset() const { return m_nVertScrollOffset; }
   int GetHorzScrollOffset() const { return m_nHorzScrollOffset; }
   int GetVertScrollTotal() const { return m_nVertScrollTotal; }
@@ -358,12 +374,29 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void OnSetFocus(CWnd* former);
   void OnKillFocus(CWnd* next);
   void OnCancelMode();
+  void OnCaptureChanged(CWnd* next);
   UINT OnGetDlgCode();
   void OnEditorLeft();
   void OnListClosed();
   LRESULT OnAdjustLayoutMessage(WPARAM w, LPARAM l);
   void SetScrollSizes();
   void ScrollTo(int across, int down);
+  // The range of the bar below, until the next layout.
+  void SetHorzScrollTotal(int total);
+
+  // The mouse is the grid's alone, or anybody's again; giving it back is no loss of it.
+  void HoldMouse();
+  void FreeMouse();
+  // Made at the first call; null without a window.
+  CBCGPInplaceToolTipCtrl* ToolTip();
+  bool IsToolTipShown() const;
+  CRect LastToolTipRect() const;
+  void CloseToolTip();
+  void SetDragFrame(const CRect& frame) { m_rectDragFrame = frame; }
+  void HideDragFrame();
+  // The cell at a place of the client area, in sight or not; merged cells by their first one.
+  CBCGPGridItemID CellAtPlace(CPoint point) const;
+  int GetRowBottom(int row) const;  // hidden or not
 
   CRect m_rectList;
   CRect m_rectHeader;
@@ -383,6 +416,9 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   bool m_bTracking = false;   // a column divider follows the mouse
   bool m_bSelecting = false;  // the selection follows it
   int m_nTrackColumn = -1;
+  int m_nTrackRow = -1;   // whose lower divider is under the mouse, or follows it
+  CRect m_rectTrackRow;   // the line that follows the mouse
+  CRect m_rectDragFrame;  // empty: none is shown
 
   DECLARE_MESSAGE_MAP()
 
@@ -477,6 +513,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void DrawRows(CDC* dc, const CRect& dirty);
   void DrawMerged(CDC* dc, const CRect& dirty);
   void DrawCell(CDC* dc, CBCGPGridItem& item, const CRect& cell);
+  void DrawDragMarks(CDC* dc);
   void DrawHeaderCell(CDC* dc, const CRect& cell, const CString& text, int align, bool selected);
   COLORREF Themed(COLORREF colour, int system) const;
 
@@ -535,4 +572,11 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   CString opened_text_;  // what stood in the editor when it was shown
   bool opened_by_character_ = false;
   bool laying_out_ = false;
+  std::unique_ptr<CBCGPInplaceToolTipCtrl> tip_;
+  bool tips_on_ = true;
+  bool freeing_mouse_ = false;
+  // Of the left button: how many, and how many there were when the last press began. Handlers of a press may
+  // work the queue, and with it the release.
+  unsigned releases_ = 0;
+  unsigned releases_at_press_ = 0;
 };

@@ -1,6 +1,7 @@
 #include <utility>
 
 #include "gridcore/control/grid_control.h"
+#include "gridcore/control/scope_mark.h"
 
 // The one open editor of a grid: how it comes, how it goes, and which keys leave it.
 //
@@ -14,21 +15,6 @@ constexpr std::size_t kMostRetired = 8;
 bool IsDown(int key) {
   return (lorv::DesktopInForce().KeyState(key) & 0x8000) != 0;
 }
-
-// Sets a mark for a scope, and takes it back only where the object still lives.
-class Marked {
- public:
-  Marked(bool& mark, std::weak_ptr<int> life) : mark_(mark), life_(std::move(life)) { mark_ = true; }
-  Marked(const Marked&) = delete;
-  Marked& operator=(const Marked&) = delete;
-  ~Marked() {
-    if (!life_.expired()) mark_ = false;
-  }
-
- private:
-  bool& mark_;
-  std::weak_ptr<int> life_;
-};
 
 }  // namespace
 
@@ -148,7 +134,7 @@ bool CBCGPGridCtrl::CloseEditorIn(const CBCGPGridRow& row) {
 BOOL CBCGPGridCtrl::EndEditItem(BOOL update) {
   if (editing_ == nullptr || ending_edit_) return FALSE;
   const auto life = life_.Watch();
-  const Marked ending(ending_edit_, life);
+  const lorv::ScopeMark ending(ending_edit_, life);
   CBCGPGridItem* const item = editing_;
   ended_ = item;
   if (update != FALSE && item->CanUpdateData() != FALSE) {

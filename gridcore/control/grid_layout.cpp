@@ -4,6 +4,7 @@
 
 #include "framework/drawing/device_context.h"
 #include "gridcore/control/grid_control.h"
+#include "gridcore/control/scope_mark.h"
 
 // Where everything stands: the areas of the grid, the rows and columns that are scrolled in them, and what
 // lies under a point. Places are computed from the tables of sizes when they are asked for; none is kept in a
@@ -145,34 +146,35 @@ void CBCGPGridCtrl::AdjustLayout() {
   // Bars that come or go change the window's size, which asks for a layout again.
   if (laying_out_) return;
   const auto life = life_.Watch();
-  laying_out_ = true;
-  // The row that stays the last one has a cell for each column, also for those that came after it.
-  CBCGPGridRow* const last = keeps_last_row_ && !rows_.IsVirtual() ? rows_.At(rows_.Size() - 1) : nullptr;
-  if (last != nullptr && last->GetItemCount() < GetColumnCount()) SetupRow(last, GetColumnCount());
-  // The height that the font or the user asks for may be another one by now.
-  const int height = m_nLargeRowHeight;
-  SetRowHeight();
-  if (life.expired()) return;
-  if (!trusts_heights_ || !heights_known_ || height != m_nLargeRowHeight) RebuildHeights();
-  MeasureAreas();
-  CBCGPGridColumnsInfo& info = GetColumnsInfo();
-  const int room = std::max(0, m_rectList.Width() - GetHierarchyOffset() - GetExtraHierarchyOffset());
-  if (columns_spread_) {
-    info.Resize(room, TRUE);
-  } else if (info.GetAutoSizeCount() > 1) {
-    info.Resize(room, FALSE);
-  } else if (info.GetAutoSizeCount() == 1) {
-    for (int column = info.GetFirstVisibleColumn(); column >= 0;
-         column = info.GetNextVisibleColumn(column, TRUE)) {
-      if (info.GetColumnWidthAutoSize(column) == FALSE) continue;
-      const int width = OnGetColumnAutoSize(column);
-      if (width > 0) info.SetColumnWidth(column, width);
-      break;
+  {
+    const lorv::ScopeMark laying(laying_out_, life_.Watch());
+    // The row that stays the last one has a cell for each column, also for those that came after it.
+    CBCGPGridRow* const last = keeps_last_row_ && !rows_.IsVirtual() ? rows_.At(rows_.Size() - 1) : nullptr;
+    if (last != nullptr && last->GetItemCount() < GetColumnCount()) SetupRow(last, GetColumnCount());
+    // The height that the font or the user asks for may be another one by now.
+    const int height = m_nLargeRowHeight;
+    SetRowHeight();
+    if (life.expired()) return;
+    if (!trusts_heights_ || !heights_known_ || height != m_nLargeRowHeight) RebuildHeights();
+    MeasureAreas();
+    CBCGPGridColumnsInfo& info = GetColumnsInfo();
+    const int room = std::max(0, m_rectList.Width() - GetHierarchyOffset() - GetExtraHierarchyOffset());
+    if (columns_spread_) {
+      info.Resize(room, TRUE);
+    } else if (info.GetAutoSizeCount() > 1) {
+      info.Resize(room, FALSE);
+    } else if (info.GetAutoSizeCount() == 1) {
+      for (int column = info.GetFirstVisibleColumn(); column >= 0;
+           column = info.GetNextVisibleColumn(column, TRUE)) {
+        if (info.GetColumnWidthAutoSize(column) == FALSE) continue;
+        const int width = OnGetColumnAutoSize(column);
+        if (width > 0) info.SetColumnWidth(column, width);
+        break;
+      }
     }
+    SetScrollSizes();
+    if (life.expired()) return;
   }
-  SetScrollSizes();
-  if (life.expired()) return;
-  laying_out_ = false;
   OnPosSizeChanged();
   if (life.expired()) return;
   PlaceEditor();
@@ -237,6 +239,12 @@ void CBCGPGridCtrl::ScrollTo(int across, int down) {
   const int old_across = std::exchange(m_nHorzScrollOffset, across);
   const int old_down = std::exchange(m_nVertScrollOffset, down);
   if (old_across == across && old_down == down) return;
+  // The frame lies over cells, and goes with them.
+  if (m_rectDragFrame.IsRectEmpty() == FALSE)
+    m_rectDragFrame.OffsetRect(old_across - across, old_down - down);
+  const auto life = life_.Watch();
+  CloseToolTip();
+  if (life.expired()) return;
   if (m_hWnd != nullptr) {
     SetScrollPos(SB_HORZ, across);
     SetScrollPos(SB_VERT, down);
@@ -249,8 +257,9 @@ void CBCGPGridCtrl::ScrollTo(int across, int down) {
     }
   }
   PlaceEditor();
+  if (life.expired()) return;
   PlaceFilterEditor();
-  const auto life = life_.Watch();
+  if (life.expired()) return;
   if (old_down != down) OnUpdateVScrollPos(down, old_down);
   if (!life.expired() && old_across != across) OnUpdateHScrollPos(across, old_across);
 }

@@ -22,6 +22,7 @@ bool CBCGPGridCtrl::PressInHeader(UINT flags, CPoint point) {
   const int place = static_cast<int>(point.x) - CellsLeft();
   const int divider = GetColumnsInfo().HitTestDivider(place, lorv::kDividerReach);
   if (divider >= 0) {
+    if (releases_ != releases_at_press_ || !IsDown(VK_LBUTTON)) return true;
     m_bTracking = true;
     m_nTrackColumn = divider;
     SetCapture();
@@ -92,7 +93,8 @@ void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID&
     return;
   }
   if (item->OnClickValue(WM_LBUTTONDOWN, point) != FALSE || life.expired()) return;
-  if (m_hWnd == nullptr) return;
+  // Handlers of the press may have worked its release, which came to whatever stood under the mouse then.
+  if (m_hWnd == nullptr || releases_ != releases_at_press_ || !IsDown(VK_LBUTTON)) return;
   m_bSelecting = true;
   on_frame_ = on_frame;
   frame_press_ = point;
@@ -124,6 +126,9 @@ bool CBCGPGridCtrl::DragFrame(CPoint point) {
 
 void CBCGPGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
   const auto life = life_.Watch();
+  releases_at_press_ = releases_;
+  CloseToolTip();
+  if (life.expired()) return;
   if (editor_ != nullptr) {
     m_dwEndEditReason = lorv::kEndByMouse;
     EndEditItem(TRUE);
@@ -189,12 +194,13 @@ void CBCGPGridCtrl::OnMouseMove(UINT flags, CPoint point) {
 void CBCGPGridCtrl::TrackToolTip(CPoint /*point*/) {}
 
 void CBCGPGridCtrl::OnLButtonUp(UINT /*flags*/, CPoint /*point*/) {
+  ++releases_;
   const bool tracked = std::exchange(m_bTracking, false);
   m_bSelecting = false;
   on_frame_ = false;
   m_nTrackColumn = -1;
   const auto life = life_.Watch();
-  if (CWnd::GetCapture() == this) lorv::DesktopInForce().SetCapture(nullptr);
+  FreeMouse();
   if (life.expired() || !tracked) return;
   OnResizeColumns();
   if (!life.expired()) AdjustLayout();
@@ -237,6 +243,8 @@ void CBCGPGridCtrl::OnHeaderColumnClick(int column) {
 
 void CBCGPGridCtrl::OnRButtonDown(UINT /*flags*/, CPoint point) {
   const auto life = life_.Watch();
+  CloseToolTip();
+  if (life.expired()) return;
   if (CWnd::GetFocus() != this && m_hWnd != nullptr) SetFocus();
   if (life.expired() || m_bSelecting) return;
   CBCGPGridItemID id;
@@ -319,12 +327,4 @@ void CBCGPGridCtrl::OnHScroll(UINT code, UINT /*position*/, CWnd* /*bar*/) {
   ScrollTo(ScrolledTo(code, m_nHorzScrollOffset, m_nLargeRowHeight, m_nHorzScrollPage, m_nHorzScrollTotal,
                       TrackOf(*this, SB_HORZ)),
            m_nVertScrollOffset);
-}
-
-void CBCGPGridCtrl::OnCancelMode() {
-  m_bTracking = false;
-  m_bSelecting = false;
-  on_frame_ = false;
-  m_nTrackColumn = -1;
-  Default();
 }

@@ -76,6 +76,7 @@ void CBCGPGridCtrl::OnDraw(CDC* dc) {
   if (above.IsRectEmpty() == FALSE && above.top < dirty.bottom && dirty.top < above.bottom) OnDrawHeader(dc);
   if (life.expired()) return;
   DrawFilterBar(dc, dirty);
+  DrawDragMarks(dc);
   dc->SelectObject(old);
 }
 

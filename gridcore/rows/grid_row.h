@@ -11,6 +11,13 @@
 
 class CComboBox;
 
+namespace lorv {
+
+// A row that stands for a group of rows; a flag of rows.
+constexpr int kGroupRow = 0x100;
+
+}  // namespace lorv
+
 // A row of cells.
 //
 // Units: cells count from 0, as the columns that they stand in; heights are lines of the grid's font.
@@ -81,6 +88,12 @@ class COMM_LORV_API CBCGPGridRow : public CObject {
   CWnd* GetInPlaceWnd() const;
   CComboBox* GetComboWnd() const;
   BOOL IsInPlaceEditing() const { return GetInPlaceWnd() != nullptr; }
+
+  // Tips: of the row's name, and of the value of a row that is a group; nothing here.
+  virtual CString GetNameTooltip() const { return CString(); }
+  virtual CRect GetNameTooltipRect() const { return {}; }
+  virtual CString GetValueTooltip() const { return CString(); }
+  virtual CRect GetTooltipRect() const { return GetRect(); }
 
   // A cell of it was changed by the user.
   virtual void OnItemChanged(CBCGPGridItem* item, int row, int column);

@@ -10,9 +10,10 @@ namespace lorv {
 class COMM_LORV_API GroupRow : public CBCGPGridRow {
  public:
   GroupRow(int column, CString name, CString value)
-      : column_(column), name_(std::move(name)), value_(std::move(value)) {}
+      : CBCGPGridRow(0, 0, kGroupRow), column_(column), name_(std::move(name)), value_(std::move(value)) {}
 
   BOOL IsGroup() const override { return TRUE; }
+  CString GetValueTooltip() const override { return value_; }
   int GetColumn() const { return column_; }
   const CString& GetName() const { return name_; }    // of the column
   const CString& GetValue() const { return value_; }  // that its rows share, as a text

@@ -24,6 +24,7 @@ class BehaviourDriver {
   virtual void MouseDown() = 0;
   virtual void MouseUp() = 0;
   virtual void DoubleClick(POINT screen) = 0;
+  virtual void RightClick(POINT screen) = 0;
   // The next menus are answered with these commands, by keys or clicks where the desktop knows such; 0: left.
   virtual void AnswerMenu(UINT command) = 0;
   // Done while the next modal dialog waits for the user.

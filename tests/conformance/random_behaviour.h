@@ -20,6 +20,9 @@ class RandomUser {
   virtual void Press(int key) = 0;
   virtual void Type(lorv::TextView text) = 0;
   virtual void Click(POINT screen) = 0;
+  virtual void MoveMouse(POINT screen) = 0;
+  virtual void LeftButton(bool down) = 0;
+  virtual void RightButton(bool down) = 0;
   virtual void Wheel(int delta) = 0;
   virtual void Advance(DWORD milliseconds) = 0;
   virtual void Settle() = 0;

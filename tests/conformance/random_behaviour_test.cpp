@@ -13,6 +13,11 @@ class HeadlessUser : public lorv_test::RandomUser {
   void Press(int key) override { desktop_.Press(key); }
   void Type(lorv::TextView text) override { desktop_.Type(text); }
   void Click(POINT screen) override { desktop_.Click(screen); }
+  void MoveMouse(POINT screen) override { desktop_.MoveMouse(screen); }
+  void LeftButton(bool down) override { down ? desktop_.MouseDown() : desktop_.MouseUp(); }
+  void RightButton(bool down) override {
+    down ? desktop_.MouseDown(VK_RBUTTON) : desktop_.MouseUp(VK_RBUTTON);
+  }
   void Wheel(int delta) override { desktop_.Wheel(delta); }
   void Advance(DWORD milliseconds) override { desktop_.Advance(milliseconds); }
   void Settle() override { desktop_.RunUntilIdle(); }

@@ -30,7 +30,7 @@ static std::vector<GridStep> FirstTypingSteps() {
          s.Click(s.Cell(5, 2));
        }},
       {"the cell has it", [](GridScene& s) { s.SayColumn(1); }},
-      {"a capital begins the editor", [](GridScene& s) { s.Type(_T("K")); }},
+      {"a capital begins the editor", [](GridScene& s) { s.Choose(5, 2), s.Type(_T("K")); }},
   };
 }
 

@@ -272,11 +272,12 @@ std::vector<std::string> PlayGrid(BehaviourDriver& driver) {
   int number = 0;
   using Part = std::vector<GridStep> (*)();
   for (const Part part :
-       {GridKeySteps,     GridKeyStyleSteps, GridSelectionSteps, GridTypingSteps,  GridCaretSteps,
-        GridWalkSteps,    GridCopySteps,     GridLockedSteps,    GridNumberSteps,  GridLinesSteps,
-        GridListSteps,    GridCheckSteps,    GridColourSteps,    GridButtonSteps,  GridMouseSteps,
-        GridDividerSteps, GridHidingSteps,   GridMergingSteps,   GridRowSteps,     GridScrollSteps,
-        GridMenuSteps,    GridDialogSteps,   GridFocusSteps,     GridRebuildSteps, GridEndingSteps}) {
+       {GridKeySteps,     GridKeyStyleSteps, GridSelectionSteps,   GridTypingSteps,  GridCaretSteps,
+        GridWalkSteps,    GridCopySteps,     GridLockedSteps,      GridNumberSteps,  GridLinesSteps,
+        GridListSteps,    GridCheckSteps,    GridColourSteps,      GridButtonSteps,  GridMouseSteps,
+        GridDividerSteps, GridHidingSteps,   GridMergingSteps,     GridRowSteps,     GridScrollSteps,
+        GridMenuSteps,    GridDialogSteps,   GridFocusSteps,       GridRebuildSteps, GridFillSteps,
+        GridDragSteps,    GridTipSteps,      GridRightButtonSteps, GridEndingSteps}) {
     scene.Make(12, 6);
     for (const GridStep& step : part()) {
       scene.trace.push_back(std::to_string(++number) + " " + step.name);

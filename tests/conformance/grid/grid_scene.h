@@ -28,6 +28,7 @@ class TracedGrid : public CBCGPBasicGridCtrl {
   BOOL OnClickButton(CPoint point) override;
   void OnItemChanged(CBCGPGridItem* item, int row, int column) override;
   using CBCGPBasicGridCtrl::SetRowHeight;
+  CString TipText() { return IsToolTipShown() ? ToolTip()->GetText() : CString(); }
 
  protected:
   void OnHeaderColumnClick(int column) override;
@@ -129,6 +130,10 @@ std::vector<GridStep> GridMenuSteps();
 std::vector<GridStep> GridDialogSteps();
 std::vector<GridStep> GridFocusSteps();
 std::vector<GridStep> GridRebuildSteps();
+std::vector<GridStep> GridFillSteps();
+std::vector<GridStep> GridDragSteps();
+std::vector<GridStep> GridTipSteps();
+std::vector<GridStep> GridRightButtonSteps();
 std::vector<GridStep> GridEndingSteps();
 
 // Plays the whole script; the trace, a line an event.

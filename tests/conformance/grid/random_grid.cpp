@@ -4,9 +4,12 @@
 
 #include <array>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <random>
+#include <string>
 
+#include "framework/objects/exceptions.h"
 #include "tests/conformance/grid/grid_mirror.h"
 
 namespace lorv_test {
@@ -20,6 +23,9 @@ constexpr UINT kGrid = 7;
 
 class GridWorld;
 
+// What a handler throws in the middle of a fill.
+struct Refusal {};
+
 // Each event gives the world a turn. What follows asks whether the grid is there still.
 class WildGrid : public CBCGPBasicGridCtrl {
  public:
@@ -32,9 +38,16 @@ class WildGrid : public CBCGPBasicGridCtrl {
   void OnItemUpdate() override {
     if (Turn()) CBCGPBasicGridCtrl::OnItemUpdate();
   }
+  void SetValue(int row, int column, const _variant_t& value, BOOL redraw = TRUE) override;
   BOOL OnClickButton(CPoint point) override {
     return Turn() ? CBCGPBasicGridCtrl::OnClickButton(point) : FALSE;
   }
+  using CBCGPBasicGridCtrl::InGesture;
+  std::string Following() const {
+    return std::string(m_bTracking ? "a column" : "") + (m_bSelecting ? " a selection" : "") +
+           (CBCGPGridCtrl::InGesture() ? "" : " a row or a fill");
+  }
+  using CBCGPBasicGridCtrl::IsToolTipShown;
 
  protected:
   // True while the grid lives.
@@ -56,6 +69,12 @@ class WildGrid : public CBCGPBasicGridCtrl {
   }
   void OnResizeColumns() override {
     if (Turn()) CBCGPBasicGridCtrl::OnResizeColumns();
+  }
+  void OnHeaderDividerDblClick(int column) override {
+    if (Turn()) CBCGPBasicGridCtrl::OnHeaderDividerDblClick(column);
+  }
+  void TrackToolTip(CPoint point) override {
+    if (Turn()) CBCGPBasicGridCtrl::TrackToolTip(point);
   }
   void OnHeaderColumnClick(int column) override {
     if (Turn()) CBCGPBasicGridCtrl::OnHeaderColumnClick(column);
@@ -83,10 +102,10 @@ class GridWorld {
   void Play() {
     for (int i = 0; i < kSteps && !testing::Test::HasFailure(); ++i) {
       left_ = hostile_ ? kReactions : 0;
-      Act();
-      user_.Settle();
+      Guarded([this] { Act(); });
+      Work();
       left_ = 0;
-      user_.Settle();
+      Work();
       Judge();
     }
     grid_.reset();
@@ -97,7 +116,26 @@ class GridWorld {
   void Turn() {
     if (left_ <= 0 || Below(3) != 0) return;
     --left_;
+    struct Within {
+      explicit Within(int& depth) : depth_(depth) { ++depth_; }
+      ~Within() { --depth_; }
+      int& depth_;
+    };
+    const Within within(reacting_);
     React();
+  }
+
+  // Only where nothing but the fill is on the way: other work is not done by halves here.
+  void MayRefuse() {
+    if (!may_refuse_ || reacting_ > 0 || Below(4) != 0) return;
+    stale_ = true;
+    throw Refusal();
+  }
+
+  void ValueSet(int row, int column) {
+    const CBCGPGridItem* item = grid_ == nullptr ? nullptr : grid_->GetItem(row, column);
+    GridMirror::Cell* cell = mirror_.At(row, column);
+    if (!stale_ && item != nullptr && cell != nullptr) cell->text = item->FormatItem();
   }
 
   void RowAdded(int at) {
@@ -124,6 +162,9 @@ class GridWorld {
     grid_->InsertColumns(_T("a,b,c,d"), _T("70,70,70,70"), 0);
     grid_->SetReturnAddNewRow(Below(2) == 0);
     grid_->SetShortCut(true);
+    grid_->SetDragCopyFill(Below(4) != 0);
+    if (Below(3) == 0) grid_->GetColumnsInfo().SetColumnWidthAutoSize(Below(4), TRUE);
+    if (Below(6) == 0) grid_->SetAllowFocus(Below(4), false);
     for (int row = 0; row < 5; ++row) PutRow(row);
     grid_->AdjustLayout();
     mirror_.Copy(*grid_);
@@ -148,6 +189,8 @@ class GridWorld {
   CBCGPGridItem* MakeItem() {
     CString text;
     text.Format(_T("%d"), Below(90));
+    // One in three is cut off, and has a tip.
+    if (Below(3) == 0) text += _T(" a text that no column here is wide enough for");
     switch (Below(8)) {
       case 0:
         return new CBCGPGridCheckItem(Below(2) == 0);
@@ -239,11 +282,9 @@ class GridWorld {
     const int row = AnyRow();
     const int column = AnyColumn();
     CBCGPGridItem* item = grid_->GetItem(row, column);
-    GridMirror::Cell* cell = mirror_.At(row, column);
-    if (stale_ || item == nullptr || cell == nullptr) return;
+    if (stale_ || item == nullptr || mirror_.At(row, column) == nullptr) return;
     const bool checked = dynamic_cast<CBCGPGridCheckItem*>(item) != nullptr;
     grid_->SetValue(row, column, checked ? _variant_t(Below(2) == 0) : _variant_t(Below(500)), TRUE);
-    cell->text = item->FormatItem();
   }
 
   void SetStates() {
@@ -350,7 +391,7 @@ class GridWorld {
     static constexpr std::array kKeys = {VK_RETURN, VK_TAB,  VK_ESCAPE, VK_LEFT, VK_RIGHT, VK_DOWN, VK_UP,
                                          VK_DELETE, VK_HOME, VK_F2,     VK_F4,   VK_BACK,  VK_SPACE};
     if (grid_ == nullptr || grid_->m_hWnd == nullptr) return MakeGrid();
-    switch (Below(hostile_ ? 7 : 9)) {
+    switch (Below(hostile_ ? 10 : 12)) {
       case 0:
       case 1:
         user_.Press(kKeys[static_cast<std::size_t>(Below(static_cast<int>(kKeys.size())))]);
@@ -374,14 +415,97 @@ class GridWorld {
       case 6:
         if (grid_ != nullptr) grid_->PostMessage(lorv::kMessageNavigate, static_cast<WPARAM>(1 << Below(4)));
         return;
+      case 7:
+      case 8:
+        return Drag();
+      case 9:
+        user_.MoveMouse(CellPoint());
+        user_.RightButton(true), user_.RightButton(false);
+        return;
       default:
         React();
     }
   }
 
+  POINT OnScreen(CPoint at) const {
+    POINT screen = at;
+    grid_->ClientToScreen(&screen);
+    return screen;
+  }
+
+  // Where something begins that follows the mouse.
+  POINT Grip() {
+    const CRect cell = grid_->GetItemRect({AnyRow(), AnyColumn()});
+    const CRect border = grid_->GetSelectionBorder();
+    switch (Below(6)) {
+      case 0:
+        return OnScreen(CPoint(cell.right - 1, 8));
+      case 1:
+        return OnScreen(CPoint(8, cell.bottom - 1));
+      case 2:
+        return OnScreen(CPoint(cell.right - 20, 8));
+      case 3:
+        return CellPoint();
+      default:
+        return OnScreen(CPoint(border.right - 1, border.bottom - 1));
+    }
+  }
+
+  // The mouse is pressed, moved and let go, with all that may come between.
+  void Drag() {
+    const auto there = [this] { return grid_ != nullptr && grid_->m_hWnd != nullptr; };
+    user_.MoveMouse(Grip());
+    user_.LeftButton(true);
+    Work();
+    const int moves = Below(5);
+    for (int i = 0; i < moves && there(); ++i) {
+      user_.MoveMouse(Below(8) == 0 ? POINT{700 + Below(100), 20} : CellPoint());
+      Work();
+      if (there() && Below(9) == 0) LoseMouse();
+      Work();
+    }
+    may_refuse_ = hostile_;
+    user_.LeftButton(false);
+    Work();
+    // What threw may have come before the release.
+    Work();
+    may_refuse_ = false;
+  }
+
+  // A handler of a fill may refuse, and a fill whose selection is gone fails.
+  void Guarded(const std::function<void()>& work) {
+    try {
+      work();
+      return;
+    } catch (const Refusal&) {
+    } catch (CInvalidArgException* failure) {
+      failure->Delete();
+    }
+    may_refuse_ = false;
+    stale_ = true;
+  }
+  void Work() {
+    Guarded([this] { user_.Settle(); });
+  }
+
+  void LoseMouse() {
+    if (Below(2) == 0) {
+      grid_->SendMessage(WM_CANCELMODE, 0, 0);
+      return;
+    }
+    user_.Desktop().SetCapture(frame_.m_hWnd);
+    user_.Desktop().SetCapture(nullptr);
+  }
+
+  void ExpectIdle() {
+    EXPECT_FALSE(grid_->InGesture()) << grid_->Following();
+    EXPECT_TRUE(grid_->InGesture() || grid_->GetDragFrame().IsRectEmpty() != FALSE);
+  }
+
   void Judge() {
     if (grid_ == nullptr) return;
     SCOPED_TRACE("script " + std::to_string(script_));
+    ExpectIdle();
     ExpectSoundSelection(*grid_);
     if (stale_) mirror_.Copy(*grid_);
     stale_ = false;
@@ -394,6 +518,8 @@ class GridWorld {
   unsigned script_;
   lorv::ScopedDesktop scope_;
   int left_ = 0;
+  int reacting_ = 0;
+  bool may_refuse_ = false;
   bool stale_ = false;
   GridMirror mirror_;
   CWnd frame_;
@@ -412,6 +538,16 @@ int WildGrid::AddRow(int relayout) {
   world_.RowAdded(at);
   if (relayout != FALSE) AdjustLayout();
   return at;
+}
+
+void WildGrid::SetValue(int row, int column, const _variant_t& value, BOOL redraw) {
+  if (!Turn()) return;
+  world_.MayRefuse();
+  const auto life = Watch();
+  // A box that is given a text raises whenever it is drawn.
+  const bool box = dynamic_cast<CBCGPGridCheckItem*>(GetItem(row, column)) != nullptr;
+  CBCGPBasicGridCtrl::SetValue(row, column, box && value.vt != VT_BOOL ? _variant_t(true) : value, redraw);
+  if (!life.expired()) world_.ValueSet(row, column);
 }
 
 void WildGrid::OnItemChanged(CBCGPGridItem* item, int row, int column) {

@@ -54,12 +54,8 @@ class OffscreenUser : public QtUser {
     Send(QEvent::MouseMove, Qt::NoButton);
   }
 
-  void Button(bool down) override {
-    if (down) pressed_in_ = QGuiApplication::topLevelAt(at_);
-    buttons_.setFlag(Qt::LeftButton, down);
-    Send(down ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease, Qt::LeftButton);
-    if (!down) pressed_in_ = nullptr;
-  }
+  void Button(bool down) override { Hold(Qt::LeftButton, down); }
+  void RightButton(bool down) override { Hold(Qt::RightButton, down); }
 
   void BringOtherProgram() override {
     other_ = std::make_unique<QWidget>();
@@ -87,6 +83,13 @@ class OffscreenUser : public QtUser {
     if (key < 'A' || key > 'Z') return {};
     if ((held & Qt::ControlModifier) != 0) return QString(QChar(key - 'A' + 1));
     return QString((held & Qt::ShiftModifier) != 0 ? unit : unit.toLower());
+  }
+
+  void Hold(Qt::MouseButton button, bool down) {
+    if (down) pressed_in_ = QGuiApplication::topLevelAt(at_);
+    buttons_.setFlag(button, down);
+    Send(down ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease, button);
+    if (!down) pressed_in_ = nullptr;
   }
 
   // The window of a press has the mouse until the release.

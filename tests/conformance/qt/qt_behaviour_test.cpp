@@ -120,6 +120,11 @@ class QtDriver : public lorv_test::BehaviourDriver {
     MouseDown(), MouseUp();
     QGuiApplication::styleHints()->setMouseDoubleClickInterval(0);
   }
+  void RightClick(POINT screen) override {
+    MoveMouse(screen);
+    Hand([this] { user_.RightButton(true); });
+    Hand([this] { user_.RightButton(false); });
+  }
   void AnswerMenu(UINT command) override { answers_.push_back(command); }
   void WhenModal(std::function<void()> step) override { steps_.push_back(std::move(step)); }
   void WhenMenu(std::function<void()> step) override { menu_steps_.push_back(std::move(step)); }

@@ -33,6 +33,9 @@ class QtRandomUser : public lorv_test::RandomUser {
     hands_->MoveMouse(screen);
     hands_->Button(true), hands_->Button(false);
   }
+  void MoveMouse(POINT screen) override { hands_->MoveMouse(screen); }
+  void LeftButton(bool down) override { hands_->Button(down); }
+  void RightButton(bool down) override { hands_->RightButton(down); }
   void Wheel(int delta) override {
     QWindow* const window = QGuiApplication::focusWindow();
     if (window == nullptr) return;

@@ -17,6 +17,7 @@ class QtUser {
   virtual void Key(int key, bool down) = 0;  // by the framework's number
   virtual void MoveMouse(POINT screen) = 0;
   virtual void Button(bool down) = 0;  // the left one
+  virtual void RightButton(bool down) = 0;
   // A window that is not ours comes to the front, and stays to the end of this object.
   virtual void BringOtherProgram() = 0;
   // Waits until all that was done so far, by the user or by the program, has come to Qt; true if it brought

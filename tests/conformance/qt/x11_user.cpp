@@ -74,6 +74,7 @@ class X11User : public QtUser, public QAbstractNativeEventFilter {
   }
   void MoveMouse(POINT screen) override { Fake(XCB_MOTION_NOTIFY, 0, screen); }
   void Button(bool down) override { Fake(down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, 1, {0, 0}); }
+  void RightButton(bool down) override { Fake(down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, 3, {0, 0}); }
 
   void BringOtherProgram() override {
     other_.reset(xcb_connect(nullptr, nullptr));

@@ -114,6 +114,15 @@ class Win32Behaviour : public RealWindows {
     void MouseUp() override {
       Quietly([&] { test_.Button(false); });
     }
+    void RightClick(POINT screen) override {
+      MoveMouse(screen);
+      INPUT input[2] = {};
+      input[0].type = input[1].type = INPUT_MOUSE;
+      input[0].mi.dwFlags = MOUSEEVENTF_RIGHTDOWN;
+      input[1].mi.dwFlags = MOUSEEVENTF_RIGHTUP;
+      EXPECT_EQ(SendInput(2, input, sizeof(INPUT)), 2u);
+      Settle();
+    }
     void DoubleClick(POINT screen) override {
       MoveMouse(screen);
       INPUT input[4] = {};

@@ -38,9 +38,13 @@ LORV_OPEN(bold_names_)
 LORV_OPEN(tree_)
 LORV_OPEN(selected_row_colour_)
 LORV_OPEN(click_mask_)
+LORV_OPEN(adjusting_row_height_)
 LORV_OPEN(adjust_widths_)
+LORV_OPEN(best_fit_column_)
 LORV_OPEN(list_always_menu_)
 LORV_OPEN(hidden_rows_)
+LORV_OPEN(drag_fill_)
+LORV_OPEN(drag_fill_running_)
 
 namespace {
 
@@ -57,8 +61,9 @@ TEST(BasicFields, StandInTheirOrder) {
       Places(grid, Tag_columns_info_{}, Tag_languages_{}, Tag_adjusted_row_height_{}, Tag_shortcut_{},
              Tag_no_shortcut_{}, Tag_return_style_{}, Tag_tab_style_{}, Tag_return_adds_row_{},
              Tag_multi_line_header_{}, Tag_keep_selection_{}, Tag_bold_names_{}, Tag_tree_{},
-             Tag_selected_row_colour_{}, Tag_click_mask_{}, Tag_adjust_widths_{}, Tag_list_always_menu_{},
-             Tag_hidden_rows_{});
+             Tag_selected_row_colour_{}, Tag_click_mask_{}, Tag_adjusting_row_height_{}, Tag_adjust_widths_{},
+             Tag_best_fit_column_{}, Tag_list_always_menu_{}, Tag_hidden_rows_{}, Tag_drag_fill_{},
+             Tag_drag_fill_running_{});
   for (std::size_t i = 1; i < places.size(); ++i) EXPECT_LT(places[i - 1], places[i]) << "field " << i;
 }
 
@@ -77,7 +82,12 @@ TEST(BasicFields, BeginAsTheSuiteExpects) {
   EXPECT_FALSE(grid.*FieldOf(Tag_tree_{}));
   EXPECT_EQ(grid.*FieldOf(Tag_selected_row_colour_{}), 0xFFFFFFFF);
   EXPECT_FALSE((grid.*FieldOf(Tag_click_mask_{})).Has(0));
+  EXPECT_FALSE(grid.*FieldOf(Tag_adjusting_row_height_{}));
   EXPECT_FALSE(grid.*FieldOf(Tag_adjust_widths_{}));
+  const short best_fit = grid.*FieldOf(Tag_best_fit_column_{});
+  EXPECT_EQ(static_cast<unsigned short>(best_fit), 65535);
+  EXPECT_FALSE(grid.*FieldOf(Tag_drag_fill_{}));
+  EXPECT_FALSE(grid.*FieldOf(Tag_drag_fill_running_{}));
   EXPECT_FALSE(grid.*FieldOf(Tag_list_always_menu_{}));
   EXPECT_EQ((grid.*FieldOf(Tag_hidden_rows_{})).GetCount(), 0);
 }

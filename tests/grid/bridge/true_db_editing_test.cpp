@@ -240,6 +240,8 @@ TEST_F(TrueDbEditing, KeysCanBeHeldButForTabReturnAndArrows) {
 TEST_F(TrueDbEditing, DoubleClickIsToldOfWithItsEdit) {
   Fill(3, 2);
   sheet->OnlyHear({-601});
+  // The first click opens what can be edited, and its editor has the second one.
+  grid->GetItem(1, 1)->SetReadOnly(TRUE);
   desktop.DoubleClick(Centre(1, 1));
   Run();
   EXPECT_EQ(sheet->Taken(), (Notes{"OnDblClick"}));

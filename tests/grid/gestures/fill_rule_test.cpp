@@ -19,8 +19,10 @@ using Pairs = std::vector<std::pair<Cell, Cell>>;
 Pairs PairsOf(const Range& source, const Range& target, bool across, bool forward,
               const lorv::ColumnView& columns) {
   Pairs pairs;
-  lorv::FillPairs(source, target, across, forward, columns,
-                  [&](const Cell& from, const Cell& to) { pairs.emplace_back(from, to); });
+  lorv::FillPairs(source, target, across, forward, columns, [&](const Cell& from, const Cell& to) {
+    pairs.emplace_back(from, to);
+    return true;
+  });
   return pairs;
 }
 
@@ -76,8 +78,11 @@ TEST(FillRule, HiddenColumnsOfADownwardFillGetNothing) {
 TEST(FillRule, RangesThatDoNotAlignAreRefused) {
   const auto refuse = [](const Range& source, const Range& target, bool across) {
     bool called = false;
-    const bool done = lorv::FillPairs(source, target, across, true, Columns(9, {}),
-                                      [&](const Cell&, const Cell&) { called = true; });
+    const bool done =
+        lorv::FillPairs(source, target, across, true, Columns(9, {}), [&](const Cell&, const Cell&) {
+          called = true;
+          return true;
+        });
     return !done && !called;
   };
   EXPECT_TRUE(refuse({0, 0, 1, 1}, {0, 2, 2, 3}, false));
@@ -86,6 +91,16 @@ TEST(FillRule, RangesThatDoNotAlignAreRefused) {
   EXPECT_TRUE(refuse({}, {0, 2, 1, 3}, false));
   EXPECT_TRUE(refuse({0, 0, 1, 1}, {0, 3, 1, 2}, false));
   EXPECT_FALSE(refuse({0, 0, 1, 1}, {2, 0, 3, 1}, true));
+}
+
+TEST(FillRule, ACopyThatGivesFalseIsTheLast) {
+  for (const bool across : {false, true}) {
+    int copies = 0;
+    const auto stop = [&](const Cell&, const Cell&) { return ++copies < 3; };
+    const Range target = across ? Range(2, 0, 3, 1) : Range(0, 2, 1, 5);
+    EXPECT_TRUE(lorv::FillPairs({0, 0, 1, 1}, target, across, true, Columns(4, {}), stop));
+    EXPECT_EQ(copies, 3);
+  }
 }
 
 // The value of each line can be told from its distance alone.

@@ -1,4 +1,4 @@
-#include "image/tool_tip.h"
+#include "framework/windows/tip_window.h"
 
 #include <algorithm>
 
