@@ -131,23 +131,6 @@ void CBcgTrueDbGridCtrlEx::ReDim(int rows, int columns) {
   if (!life.expired()) OnChangeItemValue();
 }
 
-// A scope in which layouts take the rows as they stand.
-class CBcgTrueDbGridCtrlEx::HeightsTrusted {
- public:
-  explicit HeightsTrusted(CBcgTrueDbGridCtrlEx& grid) : grid_(grid), life_(grid.Watch()) {
-    grid_.TrustRowHeights(true);
-  }
-  HeightsTrusted(const HeightsTrusted&) = delete;
-  HeightsTrusted& operator=(const HeightsTrusted&) = delete;
-  ~HeightsTrusted() {
-    if (!life_.expired()) grid_.TrustRowHeights(false);
-  }
-
- private:
-  CBcgTrueDbGridCtrlEx& grid_;
-  std::weak_ptr<int> life_;
-};
-
 void CBcgTrueDbGridCtrlEx::OnChangeItemValue() {
   if (!auto_add_row_) return;
   const int last = GetRowCount();
@@ -155,7 +138,7 @@ void CBcgTrueDbGridCtrlEx::OnChangeItemValue() {
   if (empty != IsRowEmpty(last - 1)) return;
   // Nothing but the end of the table changes: at each key that makes a row, a long table is not measured
   // again.
-  const HeightsTrusted trusted(*this);
+  const auto trusted = TrustRowHeights();
   if (!empty)
     AddRow(TRUE);
   else

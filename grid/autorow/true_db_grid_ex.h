@@ -47,7 +47,6 @@ class COMM_LORV_API CBcgTrueDbGridCtrlEx : public CBcgTrueDbGridCtrl {
   DECLARE_MESSAGE_MAP()
 
  private:
-  class HeightsTrusted;
   CBCGPGridRow* MainRow(int row) const;
   bool IsRowEmpty(int row) const;
   void AddRowComboList(int row);

@@ -37,6 +37,7 @@ bool CBCGPBasicGridCtrl::OnLBtnDownAdjustRowHeight(UINT /*flags*/, CPoint point)
   if (life.expired()) return true;
   HoldMouse();
   if (life.expired() || lorv::DesktopInForce().Capture() != m_hWnd) return true;
+  ForgetFollowed();
   adjusting_row_height_ = true;
   DrawAdjustingRowRefLn();
   return true;

@@ -35,6 +35,7 @@ bool CBCGPBasicGridCtrl::OnLBtnDownDragCopyFill(UINT /*flags*/, CPoint point) {
   CloseToolTip();
   if (life.expired()) return true;
   m_rectDragFrame.SetRectEmpty();
+  ForgetFollowed();
   drag_fill_running_ = true;
   // A release beside the window ends the fill as well.
   HoldMouse();

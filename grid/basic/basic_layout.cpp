@@ -168,7 +168,9 @@ int CBCGPBasicGridCtrl::AddMultiLineRow(int max_lines, int min_lines) {
     lines->SetMinLines(min_lines);
     lines->SetLinesNumber(min_lines, FALSE);
   }
-  return AddRow(row, FALSE);
+  const int added = AddRow(row, FALSE);
+  if (added < 0) delete row;
+  return added;
 }
 
 void CBCGPBasicGridCtrl::OnItemUpdate() {

@@ -31,12 +31,12 @@ void CBcgTrueDbGridCtrl::SetDataSource(CERecordset* records) {
 
 void CBcgTrueDbGridCtrl::TakeRecords(CERecordset& records, int fields) {
   const auto life = Watch();
-  // The first row is laid out at once, which makes its first cell current while it is still empty. The others
-  // are when all are there: a layout for each would take time with the square of their number.
-  BOOL relayout = TRUE;
+  // Filters are asked for all rows with the first one and at the end.
+  bool first = true;
   for (records.MoveFirst(); !records.IsEOF(); records.MoveNext()) {
-    const int row = AddRow(relayout);
-    relayout = FALSE;
+    const auto trusted = TrustRowHeights(!first);
+    const int row = AddRow(TRUE);
+    first = false;
     for (int field = 0; field < fields && !life.expired(); ++field)
       SetValue(row, field, records.GetFieldValue(field), TRUE);
     if (life.expired()) return;

@@ -35,13 +35,12 @@ void CBcgTrueDbGridCtrl::ReDim(int rows, int columns) {
   RemoveAll();
   if (life.expired()) return;
   FitColumns(columns);
-  // Handlers of a layout may have made another table, which is left alone. The first row and the last one are
-  // laid out: layouts in between would show nothing else, and their number would grow with the square of the
-  // rows.
+  // Handlers of a layout may have made another table, which is left alone.
   for (int row = 0; row < rows && !life.expired() && GetColumnCount() == columns; ++row) {
     std::unique_ptr<CBCGPGridRow> fresh(CreateRow(columns));
-    const bool shown = row == 0 || row == rows - 1;
-    if (AddRow(fresh.get(), shown ? TRUE : FALSE) < 0) return;
+    // As with AppendRows.
+    const auto trusted = TrustRowHeights(row > 0 && row < rows - 1);
+    if (AddRow(fresh.get(), TRUE) < 0) return;
     static_cast<void>(fresh.release());
   }
 }

@@ -10,6 +10,7 @@
 #include "gridcore/columns/columns_info.h"
 #include "gridcore/control/colour_theme.h"
 #include "gridcore/control/grid_messages.h"
+#include "gridcore/control/scope_mark.h"
 #include "gridcore/geometry/shown_lines.h"
 #include "gridcore/life_token.h"
 #include "gridcore/rows/group_row.h"
@@ -346,11 +347,15 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void RegisterDropTarget();
   // The last row stays the last one, whatever the rows are brought into order by.
   void KeepLastRow(bool on) { keeps_last_row_ = on; }
-  // With it, the next layouts take the heights of the rows as they stand, each row that came or went counted:
-  // for who knows that no filter has changed. A layout then costs the same for any number of rows.
-  void TrustRowHeights(bool on) { trusts_heights_ = on; }
+  // While what it gives lives, layouts take the heights of the rows as they stand, each row that came or went
+  // counted: for who knows that no filter has changed. A layout then costs the same for any number of rows.
+  [[nodiscard]] lorv::ScopeMark<bool> TrustRowHeights(bool on = true) {
+    return {trusts_heights_, Watch(), on};
+  }
   // What FilterItem answers is another thing now, for rows that stand in the table.
   void FilterChanged() { heights_known_ = false; }
+  // Nothing of the grid's own follows the mouse any more.
+  void ForgetFollowed();
   void ClearBeginEditReason() { m_dwBeginEditReason = 0; }
   void ClearEndEditReason() { m_dwEndEditReason = 0; }
   void OnSelectCombo();
@@ -498,6 +503,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   bool PressInRowHeader(UINT flags, CPoint point);
   void PressInCell(UINT flags, CPoint point, const CBCGPGridItemID& id);
   bool OnSelectionFrame(CPoint point) const;
+  bool StartsNothing() const;
   bool DragFrame(CPoint point);
   void DragSelection(CPoint point);
   void TrackDivider(CPoint point);
@@ -575,8 +581,9 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   std::unique_ptr<CBCGPInplaceToolTipCtrl> tip_;
   bool tips_on_ = true;
   bool freeing_mouse_ = false;
-  // Of the left button: how many, and how many there were when the last press began. Handlers of a press may
-  // work the queue, and with it the release.
+  // Of the left button: how many, and how many there were when the press that is being worked began. Its
+  // handlers may work the queue, and with it the release, which may go to another window.
   unsigned releases_ = 0;
   unsigned releases_at_press_ = 0;
+  bool held_at_press_ = false;
 };

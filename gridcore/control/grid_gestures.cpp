@@ -43,10 +43,8 @@ void CBCGPGridCtrl::OnCancelMode() {
 
 void CBCGPGridCtrl::CancelGestures() {
   ++releases_;
-  const bool tracked = std::exchange(m_bTracking, false);
-  m_bSelecting = false;
-  on_frame_ = false;
-  m_nTrackColumn = -1;
+  const bool tracked = m_bTracking;
+  ForgetFollowed();
   // A dragged column stays where the mouse left it.
   if (tracked && m_hWnd != nullptr) PostMessage(BCGM_GRID_ADJUST_LAYOUT);
   const auto life = life_.Watch();

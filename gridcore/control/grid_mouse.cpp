@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "gridcore/control/grid_control.h"
+#include "gridcore/control/scope_mark.h"
 
 // The mouse over a grid: selecting by headers and cells, dragging a column's edge, opening editors.
 
@@ -22,7 +23,7 @@ bool CBCGPGridCtrl::PressInHeader(UINT flags, CPoint point) {
   const int place = static_cast<int>(point.x) - CellsLeft();
   const int divider = GetColumnsInfo().HitTestDivider(place, lorv::kDividerReach);
   if (divider >= 0) {
-    if (releases_ != releases_at_press_ || !IsDown(VK_LBUTTON)) return true;
+    if (StartsNothing()) return true;
     m_bTracking = true;
     m_nTrackColumn = divider;
     SetCapture();
@@ -94,7 +95,7 @@ void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID&
   }
   if (item->OnClickValue(WM_LBUTTONDOWN, point) != FALSE || life.expired()) return;
   // Handlers of the press may have worked its release, which came to whatever stood under the mouse then.
-  if (m_hWnd == nullptr || releases_ != releases_at_press_ || !IsDown(VK_LBUTTON)) return;
+  if (m_hWnd == nullptr || StartsNothing()) return;
   m_bSelecting = true;
   on_frame_ = on_frame;
   frame_press_ = point;
@@ -124,9 +125,26 @@ bool CBCGPGridCtrl::DragFrame(CPoint point) {
   return dragged != FALSE || !m_bSelecting;
 }
 
+// Whether handlers of the press have let the button go, or another press of theirs has started something. A
+// button that was never really down, as in messages that a program sends, is not up either.
+bool CBCGPGridCtrl::StartsNothing() const {
+  return releases_ != releases_at_press_ || (held_at_press_ && !IsDown(VK_LBUTTON)) || InGesture();
+}
+
+// Of a press whose release went elsewhere something may still follow the mouse.
+void CBCGPGridCtrl::ForgetFollowed() {
+  m_bTracking = false;
+  m_bSelecting = false;
+  on_frame_ = false;
+  m_nTrackColumn = -1;
+}
+
 void CBCGPGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
   const auto life = life_.Watch();
-  releases_at_press_ = releases_;
+  // Handlers may send presses within this one.
+  const lorv::ScopeMark count(releases_at_press_, life, releases_);
+  const lorv::ScopeMark held(held_at_press_, life, IsDown(VK_LBUTTON));
+  ForgetFollowed();
   CloseToolTip();
   if (life.expired()) return;
   if (editor_ != nullptr) {
@@ -182,6 +200,12 @@ void CBCGPGridCtrl::DragSelection(CPoint point) {
 }
 
 void CBCGPGridCtrl::OnMouseMove(UINT flags, CPoint point) {
+  // A press may have come after its own release, through handlers that worked the queue: nothing ends what it
+  // has started but the first move.
+  if (CBCGPGridCtrl::InGesture() && (flags & MK_LBUTTON) == 0 && !IsDown(VK_LBUTTON)) {
+    CancelGestures();
+    return;
+  }
   if (m_bTracking) {
     TrackDivider(point);
   } else if (m_bSelecting && (flags & MK_LBUTTON) != 0) {
@@ -195,10 +219,8 @@ void CBCGPGridCtrl::TrackToolTip(CPoint /*point*/) {}
 
 void CBCGPGridCtrl::OnLButtonUp(UINT /*flags*/, CPoint /*point*/) {
   ++releases_;
-  const bool tracked = std::exchange(m_bTracking, false);
-  m_bSelecting = false;
-  on_frame_ = false;
-  m_nTrackColumn = -1;
+  const bool tracked = m_bTracking;
+  ForgetFollowed();
   const auto life = life_.Watch();
   FreeMouse();
   if (life.expired() || !tracked) return;

@@ -81,7 +81,11 @@ void CBCGPGridCtrl::SetupRow(CBCGPGridRow* row, int columns) {
 }
 
 int CBCGPGridCtrl::AddRow(BOOL relayout) {
-  return AddRow(CreateRow(GetColumnCount()), relayout);
+  CBCGPGridRow* const row = CreateRow(GetColumnCount());
+  const int added = PutRow(rows_.Size(), row, relayout);
+  // Refused, it is still nobody's.
+  if (added < 0) delete row;
+  return added;
 }
 
 int CBCGPGridCtrl::AddRow(CBCGPGridRow* row, BOOL relayout) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <type_traits>
 #include <utility>
 
 namespace lorv {
@@ -9,9 +10,10 @@ namespace lorv {
 // lives: in between handlers may have ended it.
 //
 //   const ScopeMark ending(ending_edit_, Watch());
+template <class Value>
 class ScopeMark {
  public:
-  ScopeMark(bool& mark, std::weak_ptr<int> life, bool value = true)
+  ScopeMark(Value& mark, std::weak_ptr<int> life, std::type_identity_t<Value> value = true)
       : mark_(mark), life_(std::move(life)), former_(std::exchange(mark, value)) {}
   ScopeMark(const ScopeMark&) = delete;
   ScopeMark& operator=(const ScopeMark&) = delete;
@@ -20,9 +22,9 @@ class ScopeMark {
   }
 
  private:
-  bool& mark_;
+  Value& mark_;
   std::weak_ptr<int> life_;
-  bool former_;
+  Value former_;
 };
 
 }  // namespace lorv

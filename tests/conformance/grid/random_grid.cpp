@@ -497,12 +497,20 @@ class GridWorld {
     user_.Desktop().SetCapture(nullptr);
   }
 
+  // A press that came too late is over with the next move.
+  void MoveOn() {
+    if (!grid_->InGesture()) return;
+    user_.MoveMouse(CellPoint());
+    Work();
+  }
+
   void ExpectIdle() {
     EXPECT_FALSE(grid_->InGesture()) << grid_->Following();
     EXPECT_TRUE(grid_->InGesture() || grid_->GetDragFrame().IsRectEmpty() != FALSE);
   }
 
   void Judge() {
+    if (grid_ != nullptr) MoveOn();
     if (grid_ == nullptr) return;
     SCOPED_TRACE("script " + std::to_string(script_));
     ExpectIdle();
