@@ -480,6 +480,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void RebuildHeights();
 
   // Layout.
+  bool LayOut();
+  void SizeColumns();
   int TextHeight();  // of the font that is set
   void MeasureAreas();
   void PlaceEditor();

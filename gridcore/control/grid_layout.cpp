@@ -142,45 +142,54 @@ int CBCGPGridCtrl::OnGetColumnAutoSize(int column) {
   return std::max(0, m_rectList.Width() - GetHierarchyOffset() - GetExtraHierarchyOffset() - others);
 }
 
+// Columns that take the room that there is; one of them may be left to the descendant.
+void CBCGPGridCtrl::SizeColumns() {
+  CBCGPGridColumnsInfo& info = GetColumnsInfo();
+  const int room = std::max(0, m_rectList.Width() - GetHierarchyOffset() - GetExtraHierarchyOffset());
+  if (columns_spread_ || info.GetAutoSizeCount() > 1) {
+    info.Resize(room, columns_spread_ ? TRUE : FALSE);
+    return;
+  }
+  if (info.GetAutoSizeCount() == 0) return;
+  int column = info.GetFirstVisibleColumn();
+  while (column >= 0 && info.GetColumnWidthAutoSize(column) == FALSE)
+    column = info.GetNextVisibleColumn(column, TRUE);
+  if (column < 0) return;
+  const auto life = life_.Watch();
+  const int width = OnGetColumnAutoSize(column);
+  if (!life.expired() && width > 0) info.SetColumnWidth(column, width);
+}
+
+// False: the grid is gone.
+bool CBCGPGridCtrl::LayOut() {
+  const auto life = life_.Watch();
+  const lorv::ScopeMark laying(laying_out_, life);
+  // The row that stays the last one has a cell for each column, also for those that came after it.
+  CBCGPGridRow* const last = keeps_last_row_ && !rows_.IsVirtual() ? rows_.At(rows_.Size() - 1) : nullptr;
+  if (last != nullptr && last->GetItemCount() < GetColumnCount()) SetupRow(last, GetColumnCount());
+  // The height that the font or the user asks for may be another one by now.
+  const int height = m_nLargeRowHeight;
+  SetRowHeight();
+  if (life.expired()) return false;
+  if (!trusts_heights_ || !heights_known_ || height != m_nLargeRowHeight) RebuildHeights();
+  MeasureAreas();
+  SizeColumns();
+  if (life.expired()) return false;
+  SetScrollSizes();
+  return !life.expired();
+}
+
 void CBCGPGridCtrl::AdjustLayout() {
   // Bars that come or go change the window's size, which asks for a layout again.
   if (laying_out_) return;
   const auto life = life_.Watch();
-  {
-    const lorv::ScopeMark laying(laying_out_, life_.Watch());
-    // The row that stays the last one has a cell for each column, also for those that came after it.
-    CBCGPGridRow* const last = keeps_last_row_ && !rows_.IsVirtual() ? rows_.At(rows_.Size() - 1) : nullptr;
-    if (last != nullptr && last->GetItemCount() < GetColumnCount()) SetupRow(last, GetColumnCount());
-    // The height that the font or the user asks for may be another one by now.
-    const int height = m_nLargeRowHeight;
-    SetRowHeight();
-    if (life.expired()) return;
-    if (!trusts_heights_ || !heights_known_ || height != m_nLargeRowHeight) RebuildHeights();
-    MeasureAreas();
-    CBCGPGridColumnsInfo& info = GetColumnsInfo();
-    const int room = std::max(0, m_rectList.Width() - GetHierarchyOffset() - GetExtraHierarchyOffset());
-    if (columns_spread_) {
-      info.Resize(room, TRUE);
-    } else if (info.GetAutoSizeCount() > 1) {
-      info.Resize(room, FALSE);
-    } else if (info.GetAutoSizeCount() == 1) {
-      for (int column = info.GetFirstVisibleColumn(); column >= 0;
-           column = info.GetNextVisibleColumn(column, TRUE)) {
-        if (info.GetColumnWidthAutoSize(column) == FALSE) continue;
-        const int width = OnGetColumnAutoSize(column);
-        if (width > 0) info.SetColumnWidth(column, width);
-        break;
-      }
-    }
-    SetScrollSizes();
-    if (life.expired()) return;
-  }
+  if (!LayOut()) return;
   OnPosSizeChanged();
   if (life.expired()) return;
   PlaceEditor();
   if (life.expired()) return;
   PlaceFilterEditor();
-  Invalidate(FALSE);
+  if (!life.expired()) Invalidate(FALSE);
 }
 
 void CBCGPGridCtrl::OnPosSizeChanged() {}
