@@ -94,27 +94,34 @@ std::vector<std::size_t> UnitCheck::StepsNamed(const CString& key, std::size_t a
   return steps;
 }
 
-// The dimensions in millimetres that the rule's value comes of, through the steps above it. Each step is
-// looked at once, however many others lean on it.
-std::set<std::size_t> UnitCheck::MillimetresIn(std::size_t rule) const {
-  std::set<std::size_t> found, seen = {rule};
+// Which rules a value comes of: the rule, and the steps above it that it leans on, each once. A step that
+// sees to the units ends the way: whatever comes into it is in metres from there on.
+std::set<std::size_t> UnitCheck::RulesBelow(std::size_t rule) const {
+  std::set<std::size_t> seen;
   std::vector<std::size_t> open = {rule};
   while (!open.empty()) {
     const std::size_t at = open.back();
     open.pop_back();
     const Rule& row = planner_.Rules().rules[at];
-    // Whatever comes in below is in metres from here on.
-    if (SeesToUnits(row)) continue;
+    if (SeesToUnits(row) || !seen.insert(at).second) continue;
     for (const FormulaWord& word : NamesOf(row.formula.View())) {
+      const std::vector<std::size_t> steps = StepsNamed(NameKey(word.name.View()), at);
+      open.insert(open.end(), steps.begin(), steps.end());
+    }
+  }
+  return seen;
+}
+
+// The dimensions in millimetres that the rule's value comes of.
+std::set<std::size_t> UnitCheck::MillimetresIn(std::size_t rule) const {
+  std::set<std::size_t> found;
+  for (const std::size_t at : RulesBelow(rule)) {
+    for (const FormulaWord& word : NamesOf(planner_.Rules().rules[at].formula.View())) {
       const CString key = NameKey(word.name.View());
-      const std::vector<std::size_t> steps = StepsNamed(key, at);
-      for (const std::size_t step : steps) {
-        if (seen.insert(step).second) open.push_back(step);
-      }
       const Symbol symbol = planner_.NameOf(key);
       // A step hides a column of the same name from the rows below it.
-      if (steps.empty() && symbol.kind == Symbol::kDimension && LooksLikeMillimetres(symbol.index))
-        found.insert(symbol.index);
+      if (symbol.kind != Symbol::kDimension || !StepsNamed(key, at).empty()) continue;
+      if (LooksLikeMillimetres(symbol.index)) found.insert(symbol.index);
     }
   }
   return found;

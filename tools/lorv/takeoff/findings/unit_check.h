@@ -39,6 +39,7 @@ class UnitCheck {
 
   std::vector<Finding> Findings() const;
   std::vector<std::size_t> StepsNamed(const CString& key, std::size_t above) const;
+  std::set<std::size_t> RulesBelow(std::size_t rule) const;
   std::set<std::size_t> MillimetresIn(std::size_t rule) const;
   bool LooksLikeMillimetres(std::size_t dimension) const;
 
