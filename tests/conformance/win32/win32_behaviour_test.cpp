@@ -51,13 +51,16 @@ const std::vector<lorv_test::Difference> kDifferences = {
      {"  begins", "  shows qiang", "  shows 墙", "  shows ", "  commits 墙", "  char 22681"}},
 };
 
-// F4 closes the list without the choice.
+// F4 closes the list without the choice; the second click of two comes to the editor that the first one has
+// opened, and is a first one there.
 const std::vector<lorv_test::Difference> kGridDifferences = {
     {"120 Return is Down by its style, there too; F4 chooses", {"  = 2,2 editor [o1] 0-2"}},
     {"121 saving takes the choice over", {"  ends 2,2", "  2,2 [o1] kind 8", "  = 2,2"}},
     {"122 the button opens editor and list", {"  opens 2,2", "  button 2,2", "  = 2,2 editor [o1] 2-2"}},
     {"123 Esc closes the list and keeps the editor", {"  = 2,2 editor [o1] 2-2"}},
     {"124 Esc again closes that", {"  2,2 [o1] kind 8", "  = 2,2"}},
+    {"164 a double click opens the editor",
+     {"  ends 1,1", "  left 1,1", "  chosen 3,2", "  opens 3,2", "  = 3,2 editor [d2] 2-2"}},
 };
 
 // The user at real windows. What has to be done while a menu or a dialog is up is done by a timer of the
