@@ -29,12 +29,10 @@ constexpr int kHiddenNoNumber = 101;
 //
 // Units: positions count 16-bit units of the formula as typed.
 // Edges: letter case never matters. Of two names alike the first counts. A name that is a function, PI or a
-// number
-//   is never found. No point may stand beside a name. A text counts 0 as a number, so does a result that is
-//   one.
+//   number is never found. No point may stand beside a name. A text counts 0 as a number, so does a result
+//   that is one.
 // Result: Fault() tells what is wrong with a formula; such a one gives 0 and the code kNoFormula. Nothing
-// throws
-//   but for want of memory.
+//   throws but for want of memory.
 // An object belongs to one thread, but for WorkRows, which may run on several.
 //
 //   const ExactName names[] = {{_T("A")}, {_T("L")}};  ExactFormula f(_T("A*L"), names);
@@ -83,8 +81,7 @@ class COMM_LORV_API ExactFormula {
 // three.
 //
 // Result: `results` and, unless it is null, `codes` get one entry a row, as ExactFormula::Work gives them.
-// False,
-//   with both untouched, for a formula that cannot be evaluated; ExactFormula says why.
+//   False, with both untouched, for a formula that cannot be evaluated; ExactFormula says why.
 //
 //   const double a[] = {0.0004};  double r[1];  const ValueColumn columns[] = {{_T("A"), a}};
 //   CalculateExactRows(_T("A*1000"), columns, 1, r, nullptr)  gives true and 0.4

@@ -42,8 +42,7 @@ COMM_LORV_API void ReplExprWithOneValue(LPTSTR text, LPCTSTR name, const double&
 // Replaces names by formulas, in one walk: what was put in is not searched again.
 //
 // Names are ASCII letters, digits and "_"; a letter behind a digit begins a new name, so "a1b" holds "b" and
-// not
-//   "a1b". They are looked up by their first 20 units without letter case.
+//   not "a1b". They are looked up by their first 20 units without letter case.
 // `bBracket`: a formula that is more than a product gets brackets, unless it stands in brackets already (also
 //   those of a call); that its first "(" matches its last ")" is not checked. `bMultiply`: a "*" comes
 //   between a digit, letter or "_" and a formula that begins with a digit or "(".

@@ -25,8 +25,7 @@ class COMM_LORV_API CImpProgress {
 //   result: look at lorv::LastZipCreation for that. A file of 2 GB or more is never begun.
 // Result: 1; 0, and no archive, for an empty list, and 0 where the archive cannot be created.
 // A file that cannot be opened raises CFileException* (the caller deletes it), and so does a pipe or a
-// device,
-//   with the cause "invalidFile"; the archive then holds what came before. One thread at a time.
+//   device, with the cause "invalidFile"; the archive then holds what came before. One thread at a time.
 //
 //   CompressFiles(_T("D:\\out\\proj.zip"), paths)
 COMM_LORV_API int CompressFiles(const CString& archive, const CStringArray& paths);
@@ -40,9 +39,8 @@ COMM_LORV_API int CompressFiles(const CString& archive, const OxArray<CString, O
 //   below the working folder. Entries go where their names lead, "..\" included: whoever unpacks archives of
 //   strangers looks at the names first. Files that stand there are replaced; all become normal ones.
 // Result: 1, or 0 where the archive cannot be opened or an entry cannot be unpacked, as over a read-only
-// file,
-//   which stays; those before it stay unpacked. A failure by exception is reported and gives 1 AS WELL, which
-//   callers accept.
+//   file, which stays; those before it stay unpacked. A failure by exception is reported and gives 1 AS
+//   WELL, which callers accept.
 // One thread at a time.
 //
 //   DecompressFiles(_T("D:\\out\\proj.zip"), _T("E:\\t\\"))  writes "E:\t\proj/x.dat"

@@ -27,8 +27,7 @@ struct CBCGPGridItemID {
 //
 // Units: rows and columns count from 0. The null range has -1 four times.
 // Edges: a range with a negative edge, or whose edges stand the wrong way round, is not valid: it holds no
-// cell and
-//   meets no range.
+//   cell and meets no range.
 // A plain value; any thread.
 //
 //   CBCGPGridRange(0, 0, 1, 2).CellCount()  gives 6: columns 0 and 1, rows 0 to 2

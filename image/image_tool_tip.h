@@ -13,13 +13,12 @@
 // A tool tip with an image at its left, which plays an animated one once whenever it is painted.
 //
 // A paint message starts a thread that paints all of the tip, the image last, so that the text stands at
-// once.
-//   It holds the lock until the last frame stands, delays included: a paint message meanwhile does nothing,
-//   and SetImage ends the loop, but changes nothing where the thread has not let go of the lock by then.
+//   once. It holds the lock until the last frame stands, delays included: a paint message meanwhile does
+//   nothing, and SetImage ends the loop, but changes nothing where the thread has not let go of the lock by
+//   then.
 // Delays are counted by the clock in force (lorv::WaitClockInForce). A frame with a delay of 0 is the last
 // that is shown. What is made, shown, changed and ended belongs to the thread of the windows; PaintCtrl and
-// DrawIcon run on
-//   the painting thread. The destructor ends a running loop and waits for its thread.
+//   DrawIcon run on the painting thread. The destructor ends a running loop and waits for its thread.
 //
 //   TImageToolTipCtrl tip(_T("beam.gif"));  tip.Create(&parent);  tip.ShowAt(CPoint(90, 20));
 class COMM_LORV_API TImageToolTipCtrl : public CBCGPToolTipCtrl {

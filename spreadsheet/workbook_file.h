@@ -25,8 +25,7 @@ struct CellLook {
 //
 // Units: sheets, rows and columns count from 0, widths are characters of the standard font.
 // Edges: a sheet that there is not is the caller's fault. Rows and columns beyond a sheet's, texts of more
-// than
-//   32767 units and numbers that are none raise the engine's failure, as does what cannot be read.
+//   than 32767 units and numbers that are none raise the engine's failure, as does what cannot be read.
 // Failure: COleDispatchException, by pointer, with the reason for the user; who does not pass it on deletes
 // it. A copy is the same workbook. One thread at a time.
 //

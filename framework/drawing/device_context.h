@@ -20,8 +20,7 @@ struct PlacedLine;
 //
 // Units: logical pixels; a point p is drawn at p - window origin + viewport origin.
 // Edges: a context without a surface measures everything as 0 and draws nothing. SelectObject gives the
-// object
-//   selected before, never null.
+//   object selected before, never null.
 // The context owns its way to the surface, not the tools; it may be used by any one thread at a time, and it
 //   may outlive its window.
 //

@@ -7,8 +7,7 @@
 //
 // Units: whatever the owner counts in, usually pixels; x to the right, y downwards.
 // Edges: a rectangle holds its left and top edge and not its right and bottom one. It is empty if its width
-// or
-//   height is 0 or less, and null if all four numbers are 0. Sums beyond 32 bits wrap around, as the
+//   or height is 0 or less, and null if all four numbers are 0. Sums beyond 32 bits wrap around, as the
 //   system's do.
 // Plain values: no shared state, any thread.
 //

@@ -20,8 +20,7 @@ class COMM_LORV_API CSyncObject {
 // entered.
 //
 // Result: Lock with a limit gives false when the time has run out. Unlock by a thread that is not inside
-// gives
-//   false and changes nothing.
+//   gives false and changes nothing.
 // Any thread may call. The object must outlive every entry.
 //
 //   CCriticalSection section;  section.Lock(0)  gives TRUE; on another thread it then gives FALSE

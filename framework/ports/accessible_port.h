@@ -14,11 +14,10 @@
 // framework/windows/accessible_window.h.
 //
 // Units: places are pixels of the screen, those of AccessibleCells pixels of the client area. Rows, columns
-// and
-//   children count from 0.
+//   and children count from 0.
 // Edges: an object may outlive what it stands for: it then answers Exists false, empty values and no
-// children,
-//   and does nothing. Nobody keeps objects for long: of a million cells those exist that were asked for.
+//   children, and does nothing. Nobody keeps objects for long: of a million cells those exist that were
+//   asked for.
 // One thread: that of the user interface.
 namespace lorv {
 

@@ -15,8 +15,7 @@
 //
 // Threads: that of the user interface; Post, Find, MakeCanvas and Ticks are for any thread.
 // Edges: handles that name nothing are answered null, false or 0. Calls that wait (Pump, RunModal, Popup,
-// Send)
-//   run other windows' code: whatever was known before must be asked again.
+//   Send) run other windows' code: whatever was known before must be asked again.
 namespace lorv {
 
 class COMM_LORV_API Desktop {

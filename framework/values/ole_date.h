@@ -9,8 +9,7 @@
 //   second behind 23:59:59 is the next day's first.
 // Range: the years 100 to 9999.
 // Result: false for a number that is no date (outside the range, NaN), or for fields that are none; outputs
-// are
-//   then as they were.
+//   are then as they were.
 // No shared state: any thread.
 //
 //   SplitOleDate(36526.5, t)  gives 2000-01-01 12:00:00

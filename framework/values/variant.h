@@ -13,8 +13,7 @@
 // Tags: what a constructor makes is said beside it; whole numbers of 32 bits are VT_I4.
 // Edges: a null text makes a VT_BSTR without a text.
 // Result: a copy or conversion that fails raises `_com_error` with the code; the value is then as it was.
-// What
-//   converts into what, and the texts of values: framework/values/variant_convert.h.
+//   What converts into what, and the texts of values: framework/values/variant_convert.h.
 // Copies are independent, but for objects, which are counted. One thread at a time.
 //
 //   static_cast<long>(_variant_t(_T("12")))  gives 12

@@ -17,9 +17,8 @@
 //   exponent. Booleans also "True" and "False" in any letter case; dates see framework/values/ole_date.h.
 // Fractions become whole numbers by rounding, a half to the even neighbour. An empty value counts as 0.
 // Result: DISP_E_TYPEMISMATCH for what has no meaning in the other kind (null, error, a text that is no
-// number),
-//   DISP_E_OVERFLOW for what does not fit, DISP_E_BADVARTYPE for a tag that is none, E_OUTOFMEMORY. The
-//   target is then as it was. It may be the source.
+//   number), DISP_E_OVERFLOW for what does not fit, DISP_E_BADVARTYPE for a tag that is none, E_OUTOFMEMORY.
+//   The target is then as it was. It may be the source.
 // No shared state: any thread.
 namespace lorv {
 

@@ -14,8 +14,7 @@ class CFont;
 // A window, with the framework's operations and names.
 //
 // A message runs WindowProc, which looks into the message tables of the class and its bases, and leaves what
-// is
-//   not there to the peer's default conduct (DefWindowProc).
+//   is not there to the peer's default conduct (DefWindowProc).
 // Units: pixels; a child's place is in its parent's client area, other windows' on the screen.
 // Edges: every operation on an object without a window does nothing and gives null, FALSE, 0 or an empty text
 //   or rectangle. A window may be destroyed in any handler, its own too; the object may be deleted in any

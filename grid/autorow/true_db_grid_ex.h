@@ -7,17 +7,15 @@
 // and a fresh one stands below; of two empty rows at the end one goes.
 //
 // Units: rows and columns count from 0. With the prepare row on, GetRowCount leaves it out and GetRow of its
-// number
-//   gives null, or the first group row where the grid is grouped; its number is the count. In virtual mode
-//   the virtual rows are given as they are.
+//   number gives null, or the first group row where the grid is grouped; its number is the count. In virtual
+//   mode the virtual rows are given as they are.
 // Edges: hidden columns do not count in a row; what stands in an open editor counts as soon as it is typed,
-// unless
-//   SetIsSame2014 asks to wait until it is saved. The prepare row is never removed while the last row holds
-//   something, stays the last one when the rows are sorted or grouped, and is left out where selected rows
-//   are deleted. Switched off, it stays as an ordinary row.
+//   unless SetIsSame2014 asks to wait until it is saved. The prepare row is never removed while the last row
+//   holds something, stays the last one when the rows are sorted or grouped, and is left out where selected
+//   rows are deleted. Switched off, it stays as an ordinary row.
 // Result: AddRow of a row gives the count less one, which with the prepare row on is the number of the row
-// before the
-//   one that was added; -1 is for a row that stays the caller's, and never an answer for one that was taken.
+//   before the one that was added; -1 is for a row that stays the caller's, and never an answer for one that
+//   was taken.
 // Rows come and go within the notification of the editor, which stays open. One thread: that of the user
 // interface.
 //

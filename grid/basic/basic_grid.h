@@ -230,7 +230,6 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   void AddCellsForColumn(const CRuntimeClass* item_class);
   void CloseUpCells(CBCGPGridRow& row, int column);
   void KeepSelectionOverLayout();
-  void RestoreProportions(int new_total);
   bool IsCanShortCutCol(int column, bool current_only) const;
   void CopyFromAbove(UINT key);
   bool ContinueInplaceEditing();
@@ -269,7 +268,6 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   int GetInVisibleColCount(int first, int last) const;
   int GetOffsetVisibleCol(int column, int offset) const;
   bool EndFill();
-  void MoveFillFrame(const CRect& source, CPoint point);
   void ShowFillTip(const CBCGPGridRange& source, const CRect& source_rect, CPoint tip);
   void SelectFilled(const CBCGPGridRange& source, const CBCGPGridRange& filled);
   lorv::ColumnView ColumnsShown() const;

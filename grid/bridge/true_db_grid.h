@@ -27,8 +27,7 @@ enum RowFlag : long { kRowDeleted = 2, kRowChanged = 4 };
 //   pointer; what it raises is dropped; it may rebuild the table, end the grid or its parent, or run a
 //   dialog. Without a parent there are no events.
 // Units: rows and columns count from 0; a bookmark is the number of a row as VT_I4 (VT_I2 is taken too);
-// columns
-//   and keys go through 16 bits in events; points are pixels of the client area.
+//   columns and keys go through 16 bits in events; points are pixels of the client area.
 // Edges: bad rows, columns and dimensions are answered with -1, 0, an empty value or false; setters pass them
 //   over. Tables keep their values in the grid: SetDataSource copies, once.
 // One thread: that of the user interface.

@@ -9,9 +9,8 @@ namespace lorv {
 // Columns as the suite's tables declare and keep them: names and widths as texts, joined by commas.
 //
 // Units: widths are pixels.
-// Edges: a name without a width, and a width of 0 or of no number, is kDefaultColumnWidth pixels. Pieces of a
-// text may
-//   be empty; an empty name is a column without a name.
+// Edges: a name without a width, and a width of 0 or of no number, is kDefaultColumnWidth pixels. Pieces of
+//   a text may be empty; an empty name is a column without a name.
 // Pure; any thread.
 
 constexpr int kDefaultColumnWidth = 80;

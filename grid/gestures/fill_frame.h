@@ -12,8 +12,7 @@ namespace lorv {
 // The geometry of filling cells by dragging the corner of a selection.
 //
 // Units: pixels of the grid's client area. `source` is the rectangle of the selected cells; `frame` the one
-// drawn while
-//   the mouse moves. Left and top edges of rectangles lie within, right and bottom edges do not.
+//   drawn while the mouse moves. Left and top edges of rectangles lie within, right and bottom edges do not.
 // Pure functions; any thread.
 
 // How far around the corner of the selection's border the handle reaches.

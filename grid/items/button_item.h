@@ -6,8 +6,7 @@
 // A cell with a button at its right end, or one that is a row of push buttons.
 //
 // Units: buttons count from 0; of n buttons each is the n-th part of the cell's width in whole pixels, and
-// what
-//   is left over goes to both sides.
+//   what is left over goes to both sides.
 // In buttons mode a press runs the grid's button hook with the point. Which button it was the owner finds out
 //   from GetBtnNames and the cell's rectangle. Such a cell has no editor.
 // As its base.

@@ -12,11 +12,10 @@ class SqliteQuery;
 // reading only, by the system's SQLite library, which is loaded when it is first needed.
 //
 // Whole numbers come as VT_I4, beyond 32 bits as VT_I8, other numbers as VT_R8, texts as VT_BSTR; NULL and
-// data
-//   that is no text come empty.
+//   data that is no text come empty.
 // Failure: Open gives false, the set is then empty and stands at its end, and GetFault says why in the words
-// of
-//   the library; without the library that it could not be loaded. A record that cannot be read ends the set.
+//   of the library; without the library that it could not be loaded. A record that cannot be read ends the
+//   set.
 // One thread at a time.
 //
 //   SqliteRecords records;

@@ -20,8 +20,7 @@ struct LineSpan {
 //
 // Units: lines count from 0. `before` is the line in front of which the new ones stand.
 // Edges: lines put in inside a span make it longer, in front of its first line they push it. What is taken
-// out
-//   shortens it; a span that loses all its lines is empty. No result exceeds the numbers of an int.
+//   out shortens it; a span that loses all its lines is empty. No result exceeds the numbers of an int.
 // Pure functions; any thread.
 //
 //   SpanAfterInsert({3, 5}, 4, 2)  gives {3, 7};  SpanAfterRemove({3, 5}, 0, 4)  gives {0, 1}

@@ -24,8 +24,7 @@ constexpr int kGroupRow = 0x100;
 // Edges: GetItem gives null outside the row. A row that stands in no grid has the id -1. AddItem(null) and a
 //   replacement by null are refused.
 // Nesting: a row may hold others, which stand behind it in the table with numbers of their own; a collapsed
-// one
-//   hides them. Taking a row away takes those nested in it along.
+//   one hides them. Taking a row away takes those nested in it along.
 // The row owns its cells and the rows nested in it; the grid owns the others. One thread: that of the user
 // interface.
 //

@@ -16,8 +16,7 @@ constexpr std::size_t kMostVirtualRows = 4096;
 // others were asked for since.
 //
 // Edges: null outside the table. A row that is in use (an editor is open in it) stays; one that is held by
-// Hold
-//   lives until it is let go of, though the table may have made another one for its number by then.
+//   Hold lives until it is let go of, though the table may have made another one for its number by then.
 // The maker makes a row for a number; `leave` is told of a row before it goes. Both must leave the table as
 // it is. One thread at a time.
 class COMM_LORV_API VirtualRows {

@@ -21,11 +21,9 @@ struct ListPlace {
 //
 // Units: numbers count from 0.
 // Edges: At gives null outside the list, IndexOf -1 for an object that does not stand in it; an index beyond
-// the end
-//   inserts at the end. Take of an index outside gives null.
+//   the end inserts at the end. Take of an index outside gives null.
 // Cost: At and IndexOf a search among blocks (a hundred thousand rows have a few hundred); Insert and Take
-// move one
-//   block, and the next look-up counts the blocks behind it again.
+//   move one block, and the next look-up counts the blocks behind it again.
 // The objects are the caller's and must outlive their stay; each holds its place in `place`. One thread at a
 // time.
 //

@@ -10,9 +10,8 @@ namespace lorv {
 // cell.
 //
 // Units: rows and columns count from 0.
-// Edges: a block has two cells or more, and no two blocks meet. Lines put in inside a block make it larger; a
-// block
-//   that loses lines until one cell is left is gone.
+// Edges: a block has two cells or more, and no two blocks meet. Lines put in inside a block make it larger;
+//   a block that loses lines until one cell is left is gone.
 // Cost: a look-up is a search in a list that is sorted by top rows.
 // One thread at a time.
 //

@@ -6,8 +6,7 @@
 //
 // Units: pixels; rectangles are on the screen. The margin lies at the left and right of the text.
 // Edges: without a window nothing is shown. A tip that would leave the screen is shown farther up or left;
-// its
-//   last rectangle is where it was asked for. A closed tip has none.
+//   its last rectangle is where it was asked for. A closed tip has none.
 // One thread: that of the user interface.
 //
 //   tip.SetTextMargin(5);  tip.Track(CRect(90, 40, 160, 62), _T("KL1(2) 300x600"));

@@ -19,11 +19,9 @@ namespace lorv {
 // A desktop in memory, alike at each run: windows, controls, queue, clock, menus and clipboard.
 //
 // The user's part is played by the calls of the second half: what they do waits in the queue as a key or
-// click
-//   would, until the queue is worked (RunUntilIdle, or a modal dialog). Time passes by Advance only.
+//   click would, until the queue is worked (RunUntilIdle, or a modal dialog). Time passes by Advance only.
 // Who waits with an empty queue gets the next step of WhenIdle; a modal dialog that no step answers is
-// cancelled,
-//   a menu that has no answer is left without a choice.
+//   cancelled, a menu that has no answer is left without a choice.
 // Threads: as Desktop says.
 //
 //   HeadlessDesktop desktop;  ScopedDesktop scope(desktop);  ...  desktop.Type(_T("C30"));

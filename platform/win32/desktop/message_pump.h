@@ -8,17 +8,15 @@
 // How a message from the queue comes to the window classes before it is delivered, whoever runs the loop.
 //
 // On the thread of a Win32 desktop a hook sees each message that a loop takes out: ours, the host's, and
-// those that
-//   the system runs for its own dialogs. A message that a class took reaches its window as nothing (WM_NULL
-//   without a window). While a menu is up no class is asked.
+//   those that the system runs for its own dialogs. A message that a class took reaches its window as
+//   nothing (WM_NULL without a window). While a menu is up no class is asked.
 // Where a hook is not let in, the host asks by itself, for each message before it translates or delivers it:
 //
 //   while (GetMessageW(&message, nullptr, 0, 0) > 0)
 //     if (!lorv::OfferHostMessage(&message)) { TranslateMessage(&message); DispatchMessageW(&message); }
 //
 // Result: true if a class took the message. A message that the hook has offered is not offered again, so
-// asking
-//   does no harm. False without a desktop. Called on the thread of the user interface.
+//   asking does no harm. False without a desktop. Called on the thread of the user interface.
 namespace lorv {
 
 COMM_LORV_API bool OfferHostMessage(MSG* message);
