@@ -71,6 +71,7 @@ bool CBCGPBasicGridCtrl::FindTipSubject(CPoint point, TipSubject& subject) const
   if ((row->GetFlags() & lorv::kGroupRow) != 0) {
     subject.cell = {number, kGroupValue};
     subject.place = row->GetTooltipRect();
+    subject.column_width = subject.place.Width();
     subject.text = row->GetValueTooltip();
     return true;
   }

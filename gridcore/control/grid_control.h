@@ -198,6 +198,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   int GetGroupRowCount() const { return static_cast<int>(group_rows_.size()); }
   CBCGPGridRow* GetGroupRow(int number) const;  // from above; null: none
   lorv::RowGroup GetRowsOfGroup(const CBCGPGridRow& group) const;
+  // Where the text of its line is drawn, behind the box; empty: it is out of sight.
+  CRect GetGroupTextRect(const CBCGPGridRow& group) const;
   // The rows in the order shown, without those of groups: nested rows behind theirs, hidden ones too.
   int GetTerminalRowCount() const { return rows_.Size(); }
   CBCGPGridRow* GetTerminalRow(int place) const { return rows_.At(place); }
@@ -535,7 +537,11 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   std::vector<std::unique_ptr<lorv::GroupRow>> group_rows_;
   bool regroup_wanted_ = false;
   bool filter_bar_on_ = false;
-  std::vector<CString> filter_texts_;  // by column
+  struct FilterText {
+    CString text;
+    CString folded;  // as the rows are compared with it
+  };
+  std::vector<FilterText> filter_texts_;  // by column
   std::unique_ptr<CEdit> filter_editor_;
   int filter_column_ = -1;
   int tall_rows_ = 0;           // of more than one line

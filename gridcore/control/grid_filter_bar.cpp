@@ -31,15 +31,15 @@ void CBCGPGridCtrl::EnableFilterBar(BOOL on) {
 
 CString CBCGPGridCtrl::GetFilterBarText(int column) const {
   const bool has = column >= 0 && column < static_cast<int>(filter_texts_.size());
-  return has ? filter_texts_[static_cast<std::size_t>(column)] : CString();
+  return has ? filter_texts_[static_cast<std::size_t>(column)].text : CString();
 }
 
 void CBCGPGridCtrl::SetFilterBarText(int column, LPCTSTR text) {
   if (!GetColumnsInfo().HasColumn(column) || GetFilterBarText(column) == CString(text)) return;
   const auto place = static_cast<std::size_t>(column);
   if (filter_texts_.size() <= place) filter_texts_.resize(place + 1);
-  filter_texts_[place] = text;
-  while (!filter_texts_.empty() && filter_texts_.back().IsEmpty()) filter_texts_.pop_back();
+  filter_texts_[place] = {text, Folded(text)};
+  while (!filter_texts_.empty() && filter_texts_.back().text.IsEmpty()) filter_texts_.pop_back();
   FilterChanged();
   const auto life = life_.Watch();
   AdjustLayout();
@@ -49,11 +49,11 @@ void CBCGPGridCtrl::SetFilterBarText(int column, LPCTSTR text) {
 BOOL CBCGPGridCtrl::FilterItem(CBCGPGridRow* row) {
   if (!filter_bar_on_ || filter_texts_.empty() || row == nullptr) return FALSE;
   if (keeps_last_row_ && row == rows_.At(rows_.Size() - 1)) return FALSE;
-  for (int column = 0; column < static_cast<int>(filter_texts_.size()); ++column) {
-    const CString wanted = GetFilterBarText(column);
-    const CBCGPGridItem* const item = wanted.IsEmpty() ? nullptr : row->GetItem(column);
+  for (std::size_t column = 0; column < filter_texts_.size(); ++column) {
+    const CString& wanted = filter_texts_[column].folded;
     if (wanted.IsEmpty()) continue;
-    if (item == nullptr || Folded(item->FormatItem()).Find(Folded(wanted)) < 0) return TRUE;
+    const CBCGPGridItem* const item = row->GetItem(static_cast<int>(column));
+    if (item == nullptr || Folded(item->FormatItem()).Find(wanted) < 0) return TRUE;
   }
   return FALSE;
 }
@@ -64,7 +64,7 @@ void CBCGPGridCtrl::FilterColumnsMove(int column, int step) {
   if (step < 0)
     filter_texts_.erase(place);
   else
-    filter_texts_.insert(place, CString());
+    filter_texts_.insert(place, FilterText());
   FilterChanged();
 }
 

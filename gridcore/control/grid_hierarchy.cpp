@@ -78,21 +78,23 @@ void CBCGPGridCtrl::DrawBranch(CDC* dc, const CBCGPGridRow& row) {
   if (box.IsRectEmpty() == FALSE) DrawBox(dc, box, row.IsExpanded() != FALSE, line, GetBkColor());
 }
 
+CRect CBCGPGridCtrl::GetGroupTextRect(const CBCGPGridRow& group) const {
+  const CRect box = BoxOf(group);
+  if (group.IsGroup() == FALSE || box.IsRectEmpty() != FALSE) return {};
+  CRect place = GetRowRect(IndexOfRow(group));
+  place.left = box.right + kTextMargin;
+  return place;
+}
+
 void CBCGPGridCtrl::DrawGroupRow(CDC* dc, const CBCGPGridRow& row) {
-  const auto& group = static_cast<const lorv::GroupRow&>(row);
-  const lorv::RowGroup rows = GetRowsOfGroup(row);
   const CRect line = GetRowRect(IndexOfRow(row));
   const lorv::Desktop& desktop = lorv::DesktopInForce();
   const COLORREF shadow = desktop.Colour(COLOR_BTNSHADOW);
   dc->FillSolidRect(&line, desktop.Colour(COLOR_BTNFACE));
   dc->FillSolidRect(line.left, line.bottom - 1, line.Width(), 1, shadow);
-  const CRect box = BoxOf(row);
-  DrawBox(dc, box, row.IsExpanded() != FALSE, desktop.Colour(COLOR_BTNTEXT), GetBkColor());
-  CString text;
-  text.Format(_T(": %s (%d)"), static_cast<LPCTSTR>(group.GetValue()), rows.end - rows.first);
-  CRect place = line;
-  place.left = box.right + kTextMargin;
+  DrawBox(dc, BoxOf(row), row.IsExpanded() != FALSE, desktop.Colour(COLOR_BTNTEXT), GetBkColor());
+  CRect place = GetGroupTextRect(row);
   dc->SetTextColor(desktop.Colour(COLOR_BTNTEXT));
-  dc->DrawText(group.GetName() + text, place,
+  dc->DrawText(static_cast<const lorv::GroupRow&>(row).GetText(), place,
                DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
 }

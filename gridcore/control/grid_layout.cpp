@@ -324,7 +324,7 @@ CBCGPGridCtrl::ClickArea CBCGPGridCtrl::HitTestArea(CPoint point) const {
   const CBCGPGridRow* row = GetRow(HitTestRow(point));
   if (row != nullptr && BoxOf(*row).PtInRect(point) != FALSE) return clickExpandBox;
   const CBCGPGridItem* item = HitTest(point);
-  if (item == nullptr) return row != nullptr && row->IsGroup() != FALSE ? clickName : clickNothing;
+  if (item == nullptr) return row != nullptr && row->IsGroup() != FALSE ? clickValue : clickNothing;
   return item->GetButtonRect().PtInRect(point) != FALSE ? clickButton : clickValue;
 }
 

@@ -13,7 +13,10 @@ class COMM_LORV_API GroupRow : public CBCGPGridRow {
       : CBCGPGridRow(0, 0, kGroupRow), column_(column), name_(std::move(name)), value_(std::move(value)) {}
 
   BOOL IsGroup() const override { return TRUE; }
-  CString GetValueTooltip() const override { return value_; }
+  // What its line shows: the name of the column, the text, and how many rows the group has.
+  CString GetText() const;
+  CString GetValueTooltip() const override { return GetText(); }
+  CRect GetTooltipRect() const override;
   int GetColumn() const { return column_; }
   const CString& GetName() const { return name_; }    // of the column
   const CString& GetValue() const { return value_; }  // that its rows share, as a text

@@ -4,8 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "grid/CBcgTrueDbGridCtrl.h"
-#include "tests/support/headless_desk.h"
+#include "tests/grid/grid_desk.h"
 
 namespace lorv_test {
 
@@ -61,15 +60,13 @@ class AutoRowGrid : public CBcgTrueDbGridCtrlEx {
   }
 };
 
-class AutoRowDesk : public Desk {
+class AutoRowDesk : public GridDesk<AutoRowGrid> {
  protected:
   AutoRowDesk() { MakeGrid(3); }
   void MakeGrid(int columns) {
     grid = std::make_unique<AutoRowGrid>();
     grid->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 400, 300), &top, 7);
-    CString names = _T("c");
-    for (int column = 1; column < columns; ++column) names += _T(",c");
-    grid->InsertColumns(names, _T(""), 0);
+    grid->InsertColumns(Names(columns), _T(""), 0);
     grid->SetFocus();
     Run();
   }
@@ -91,21 +88,7 @@ class AutoRowDesk : public Desk {
     if (grid != nullptr && grid->GetInPlaceWnd() == nullptr) grid->SetFocus();
     Run();
   }
-  void Key(int key) {
-    desktop.Press(key);
-    Run();
-  }
-  void Type(LPCTSTR text) {
-    desktop.Type(text);
-    Run();
-  }
-  std::string Text(int row, int column) const {
-    const CBCGPGridItem* item = grid->GetItem(row, column);
-    return item == nullptr ? "none" : item->FormatItem().ToUtf8();
-  }
-  CEdit* Editor() const { return dynamic_cast<CEdit*>(grid->GetInPlaceWnd()); }
-
-  std::unique_ptr<AutoRowGrid> grid;
+  std::string Text(int row, int column) const { return GridDesk::Text(row, column).ToUtf8(); }
 };
 
 }  // namespace lorv_test

@@ -4,8 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "grid/CBcgTrueDbGridCtrl.h"
-#include "tests/support/headless_desk.h"
+#include "tests/grid/grid_desk.h"
 
 namespace lorv_test {
 
@@ -47,59 +46,14 @@ class BasicGrid : public CBCGPBasicGridCtrl {
   }
 };
 
-class BasicDesk : public Desk {
+class BasicDesk : public GridDesk<BasicGrid> {
  protected:
-  BasicDesk() : grid(std::make_unique<BasicGrid>()) { Make(); }
+  BasicDesk() { Make(); }
   void Make() {
     grid->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 430, 300), &top, 7);
     Run();
   }
-  // Cells hold the text of 10 * row + column.
-  void Fill(int rows, int columns) {
-    CString names = _T("c");
-    for (int column = 1; column < columns; ++column) names += _T(",c");
-    grid->InsertColumns(names, _T(""), 0);
-    grid->AppendRows(rows);
-    for (int row = 0; row < rows; ++row)
-      for (int column = 0; column < columns; ++column) {
-        CString text;
-        text.Format(_T("%d"), 10 * row + column);
-        grid->SetValue(row, column, _variant_t(text), FALSE);
-      }
-    Run();
-    grid->SetFocus();
-    Run();
-    grid->Taken();
-  }
-  void Choose(int row, int column) {
-    grid->SetCurSel(CBCGPGridItemID(row, column));
-    Run();
-    grid->Taken();
-  }
-  void Key(int key) {
-    desktop.Press(key);
-    Run();
-  }
-  void KeyWith(int modifier, int key) {
-    desktop.PressWith(modifier, key);
-    Run();
-  }
-  void Type(LPCTSTR text) {
-    desktop.Type(text);
-    Run();
-  }
-  CString Text(int row, int column) const {
-    const CBCGPGridItem* item = grid->GetItem(row, column);
-    return item == nullptr ? CString(_T("none")) : item->FormatItem();
-  }
-  CEdit* Editor() const { return dynamic_cast<CEdit*>(grid->GetInPlaceWnd()); }
-  CBCGPGridItemID Current() const { return grid->GetCurSelItemID(); }
-  CPoint Centre(int row, int column) const {
-    const CPoint at = grid->GetItemRect({row, column}).CenterPoint();
-    return On(*grid, static_cast<int>(at.x), static_cast<int>(at.y));
-  }
-
-  std::unique_ptr<BasicGrid> grid;
+  void Forget() override { grid->Taken(); }
 };
 
 }  // namespace lorv_test

@@ -191,7 +191,7 @@ TEST_F(BasicDividers, ALastColumnWithoutRoomGetsTheUsualWidth) {
 
 TEST_F(BasicDividers, ADoubleClickFitsTheColumnToItsTexts) {
   Fill(4, 3);
-  SetText(2, 1, _T("  twenty units of text  "));
+  Put(2, 1, _T("  twenty units of text  "));
   desktop.DoubleClick(On(*grid, Left(2) - 1, 10));
   Run();
   EXPECT_EQ(Width(1), 7 * 20 + 10);
@@ -200,7 +200,7 @@ TEST_F(BasicDividers, ADoubleClickFitsTheColumnToItsTexts) {
 
 TEST_F(BasicDividers, WithoutTextsTheTitleDecides) {
   Fill(4, 3);
-  for (int row = 0; row < 4; ++row) SetText(row, 1, _T("   "));
+  for (int row = 0; row < 4; ++row) Put(row, 1, _T("   "));
   grid->SetColumnName(1, _T(""));
   grid->OnHeaderDividerDblClick(1);
   EXPECT_EQ(Width(1), 80);

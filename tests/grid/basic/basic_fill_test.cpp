@@ -13,7 +13,7 @@ class BasicFill : public lorv_test::GestureDesk {
     grid->SetDragCopyFill(true);
   }
   void Numbers(int column, int first, int count) {
-    for (int i = 0; i < count; ++i) SetText(first + i, column, i + 1);
+    for (int i = 0; i < count; ++i) Put(first + i, column, i + 1);
   }
 };
 

@@ -9,9 +9,9 @@ class BasicTips : public lorv_test::GestureDesk {
   // A unit is 7 pixels wide, a column 80: 12 units stick out.
   void Table() {
     Fill(8, 4);
-    SetText(1, 1, kLong);
-    SetText(2, 1, kLonger);
-    SetText(1, 2, _T("also too long"));
+    Put(1, 1, kLong);
+    Put(2, 1, kLonger);
+    Put(1, 2, _T("also too long"));
   }
   static constexpr const TCHAR* kLong = _T("twelve units");
   static constexpr const TCHAR* kLonger = _T("thirty units, which do not fit");
@@ -143,7 +143,7 @@ TEST_F(BasicTips, SwitchedOffThereAreNone) {
 
 TEST_F(BasicTips, APressScrollingAndLosingTheMouseCloseIt) {
   Fill(60, 4);
-  SetText(1, 1, kLong);
+  Put(1, 1, kLong);
   Move(Middle(1, 1));
   desktop.Wheel(-120);
   Run();
@@ -167,7 +167,7 @@ TEST_F(BasicTips, APressScrollingAndLosingTheMouseCloseIt) {
 
 TEST_F(BasicTips, MergedCellsShowTheirFirstTextBesideTheBlock) {
   Table();
-  SetText(4, 0, kLonger);
+  Put(4, 0, kLonger);
   grid->MergeRange({0, 4, 1, 5});
   Move(Middle(5, 1));
   EXPECT_EQ(Tip(), "thirty units, which do not fit");
@@ -176,9 +176,28 @@ TEST_F(BasicTips, MergedCellsShowTheirFirstTextBesideTheBlock) {
   EXPECT_EQ(Tip(), "thirty units, which do not fit") << "one cell";
 }
 
+TEST_F(BasicTips, AGroupShowsItsLineWhereThatIsCut) {
+  Table();
+  for (const int row : {0, 1, 2}) Put(row, 3, kLonger);
+  grid->SetColumnWidth(3, 20);
+  grid->InsertGroupColumn(0, 3);
+  Run();
+  const CRect line = grid->GetGroupTextRect(*grid->GetGroupRow(0));
+  Move(line.CenterPoint());
+  EXPECT_EQ(Tip(), "none") << "it fits";
+  CString text(_T('x'), 60);
+  for (const int row : {0, 1, 2}) Put(row, 3, text);
+  grid->Regroup();
+  Run();
+  Move(Middle(6, 0));
+  const CRect longer = grid->GetGroupTextRect(*grid->GetGroupRow(grid->GetGroupRowCount() - 1));
+  Move(longer.CenterPoint());
+  EXPECT_EQ(Tip(), "c: " + std::string(60, 'x') + " (3)");
+}
+
 TEST_F(BasicTips, AVeryLongTextIsCut) {
   Table();
-  SetText(1, 1, CString(_T('x'), 100000));
+  Put(1, 1, CString(_T('x'), 100000));
   Move(Middle(1, 1));
   EXPECT_EQ(grid->ToolTip()->GetText().GetLength(), 4096);
 }

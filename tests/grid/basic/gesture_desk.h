@@ -39,38 +39,15 @@ class GestureGrid : public BasicGrid {
   }
 };
 
-class GestureDesk : public Desk {
+class GestureDesk : public GridDesk<GestureGrid> {
  protected:
-  GestureDesk() : grid(std::make_unique<GestureGrid>()) {
+  GestureDesk() {
     top.MoveWindow(100, 100, 600, 500);
     grid->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 432, 302), &top, 7);
     Run();
   }
-  // Cells hold the text of 10 * row + column.
-  void Fill(int rows, int columns) {
-    CString names = _T("c");
-    for (int column = 1; column < columns; ++column) names += _T(",c");
-    grid->InsertColumns(names, _T(""), 0);
-    grid->AppendRows(rows);
-    for (int row = 0; row < rows; ++row)
-      for (int column = 0; column < columns; ++column) SetText(row, column, 10 * row + column);
-    Run();
-    grid->SetFocus();
-    Run();
-    grid->Taken();
-  }
-  void SetText(int row, int column, int number) {
-    CString text;
-    text.Format(_T("%d"), number);
-    grid->GetItem(row, column)->SetValue(_variant_t(text), FALSE);
-  }
-  void SetText(int row, int column, LPCTSTR text) {
-    grid->GetItem(row, column)->SetValue(_variant_t(text), FALSE);
-  }
-  std::string Text(int row, int column) const {
-    const CBCGPGridItem* item = grid->GetItem(row, column);
-    return item == nullptr ? "none" : item->FormatItem().ToUtf8();
-  }
+  void Forget() override { grid->Taken(); }
+  std::string Text(int row, int column) const { return GridDesk::Text(row, column).ToUtf8(); }
   // The texts of a column from a row down, of a row from a column to the right.
   std::string Down(int column, int first, int last) const {
     std::string line;
@@ -133,8 +110,6 @@ class GestureDesk : public Desk {
   std::string Tip() const {
     return grid->IsToolTipShown() ? grid->ToolTip()->GetText().ToUtf8() : std::string("none");
   }
-
-  std::unique_ptr<GestureGrid> grid;
 };
 
 }  // namespace lorv_test

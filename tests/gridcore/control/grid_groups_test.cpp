@@ -147,7 +147,7 @@ TEST_F(GridGroups, TheirLinesAreNoCells) {
   CBCGPGridItemID id;
   CRect rect;
   EXPECT_FALSE(grid->HitTest(on, id, rect));
-  EXPECT_EQ(grid->HitTestArea(on), CBCGPGridCtrl::clickName);
+  EXPECT_EQ(grid->HitTestArea(on), CBCGPGridCtrl::clickValue);
   Choose(0, 0);
   desktop.Click(On(*grid, static_cast<int>(on.x), static_cast<int>(on.y)));
   Run();
