@@ -9,7 +9,9 @@
 #include "framework/windows/drag_drop.h"
 #include "gridcore/columns/columns_info.h"
 #include "gridcore/control/colour_theme.h"
+#include "gridcore/control/grid_key_handler.h"
 #include "gridcore/control/grid_messages.h"
+#include "gridcore/control/grid_options.h"
 #include "gridcore/control/scope_mark.h"
 #include "gridcore/geometry/shown_lines.h"
 #include "gridcore/life_token.h"
@@ -18,29 +20,6 @@
 #include "gridcore/selection/selected_ranges.h"
 #include "gridcore/table/merged_cells.h"
 #include "gridcore/tips/inplace_tool_tip.h"
-
-namespace lorv {
-
-// How SetCurSel takes a cell.
-enum SelectMode : UINT {
-  kSelectClear = 0,             // with the null id: nothing is selected, nothing current
-  kSelectOnly = 136,            // the cell alone
-  kSelectFirstCorner = 160,     // the cell alone, as the first corner of a range
-  kSelectOppositeCorner = 320,  // the range from the first corner to the cell; its top left cell is current
-  kSelectAdd = 544              // the cell too
-};
-
-// What EnableHeader allows; bits.
-enum HeaderFlag : UINT { kHeaderMovesColumns = 1, kHeaderSorts = 2, kHeaderHides = 4, kHeaderSelects = 8 };
-
-constexpr UINT kEditorId = 1;              // of every editor of a grid
-constexpr UINT kFilterEditorId = 2;        // of the editor in the filter bar
-constexpr int kDividerReach = 4;           // pixels to both sides of a column's edge
-constexpr int kRowHeaderWidth = 30;        // pixels
-constexpr int kMaxVirtualTable = 1 << 28;  // rows; as high as all of them can be scrolled over
-constexpr int kMostEditorCloses = 8;       // of editors that handlers open while rows go
-
-}  // namespace lorv
 
 class COMM_LORV_API CBCGPWnd : public CWnd {
   DECLARE_DYNCREATE(CBCGPWnd)
@@ -317,6 +296,9 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   // another form than the cell (line breaks, control characters): the cell then keeps its own.
   bool EditorUntouched() const;
 
+  // Who is asked for keys before the grid; nobody at first.
+  lorv::GridKeyHandlers& KeyHandlers() { return key_handlers_; }
+
   void InvalidateItem(const CBCGPGridItem* item);
   // For cells and rows, which tell what becomes of them.
   void ItemGone(const CBCGPGridItem& item);
@@ -499,6 +481,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void InvalidateRange(const CBCGPGridRange& range);
 
   // Keys and the mouse.
+  bool AskForKey(UINT key, bool editing = false);
+  bool TakesKeyOfEditor(MSG* message);
   bool MoveByKey(UINT key, bool may_extend = true);
   CBCGPGridItemID CellByKey(UINT key, CBCGPGridItemID from) const;
   CBCGPGridItemID PageAway(CBCGPGridItemID from, int pages) const;
@@ -528,6 +512,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   COLORREF Themed(COLORREF colour, int system) const;
 
   lorv::LifeToken life_;
+  lorv::GridKeyHandlers key_handlers_;
   COleDropTarget drop_target_;
   CBCGPGridColumnsInfo own_columns_;
   lorv::RowStore rows_;

@@ -222,17 +222,28 @@ int CBCGPGridCtrl::OnGridKeybordNavigation(CBCGPGridItem* /*item*/, DWORD reason
   return static_cast<int>(reason & 0xFU);
 }
 
+bool CBCGPGridCtrl::TakesKeyOfEditor(MSG* message) {
+  if (message->message != WM_KEYDOWN && message->message != WM_SYSKEYDOWN) return false;
+  // An open list has the keys for itself.
+  if (combo_ != nullptr && combo_->GetDroppedState() != FALSE) return false;
+  const CWnd* const editor = editor_.get();
+  // A key for an editor that was closed by who was asked has nowhere to go.
+  if (AskForKey(static_cast<UINT>(message->wParam), true) || editor_.get() != editor) return true;
+  if (message->message != WM_KEYDOWN) return false;
+  return OnInplaceEditKeyDown(editing_->GetParentRow(), message) != FALSE;
+}
+
 BOOL CBCGPGridCtrl::PreTranslateMessage(MSG* message) {
   if (EndsFilterEditor(*message)) {
     CloseFilterEditor();
     return TRUE;
   }
   const bool to_editor = editor_ != nullptr && message->hwnd != m_hWnd;
-  if (to_editor && message->message == WM_KEYDOWN) {
-    // An open list has the keys for itself.
-    const bool list_open = combo_ != nullptr && combo_->GetDroppedState() != FALSE;
-    if (!list_open && OnInplaceEditKeyDown(editing_->GetParentRow(), message) != FALSE) return TRUE;
-  }
+  if (to_editor && TakesKeyOfEditor(message)) return TRUE;
+  // Keys with Alt are the system's: the grid itself has none.
+  if (message->hwnd == m_hWnd && message->message == WM_SYSKEYDOWN &&
+      AskForKey(static_cast<UINT>(message->wParam)))
+    return TRUE;
   return CBCGPWnd::PreTranslateMessage(message);
 }
 

@@ -92,8 +92,13 @@ bool CBCGPGridCtrl::MoveByKey(UINT key, bool may_extend) {
   return true;
 }
 
+bool CBCGPGridCtrl::AskForKey(UINT key, bool editing) {
+  if (key_handlers_.IsEmpty()) return false;
+  return key_handlers_.Ask({key, IsDown(VK_CONTROL), IsDown(VK_SHIFT), IsDown(VK_MENU), editing});
+}
+
 void CBCGPGridCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
-  if (MoveByKey(key)) return;
+  if (AskForKey(key) || MoveByKey(key)) return;
   if (key == VK_TAB) {
     static_cast<void>(MoveByKey(IsDown(VK_SHIFT) ? VK_LEFT : VK_RIGHT, false));
   } else if (key == VK_F2 || key == VK_RETURN) {
@@ -109,6 +114,7 @@ void CBCGPGridCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
 }
 
 void CBCGPGridCtrl::OnChar(UINT unit, UINT repeat, UINT flags) {
+  if (key_handlers_.UsesUpCharacter()) return;
   const bool printable = unit >= kFirstPrintable && unit != kDelete;
   if (!printable || IsDown(VK_CONTROL) || GetCurSelItem() == nullptr || editor_ != nullptr) {
     CBCGPWnd::OnChar(unit, repeat, flags);
