@@ -83,6 +83,13 @@ int WorkbookParts::Index(const std::string& path) const {
 void WorkbookParts::Read(const std::string& path, XmlHandler& handler) {
   const int index = Index(path);
   if (index < 0) Fail(_T("工作簿文件已损坏：缺少组成部分。"));
+  ZipEntry entry;
+  // What it claims is believed before a byte of it is unpacked: one that claims less than it holds fails
+  // below.
+  if (zip_.GetItem(index, entry) == kZipOk &&
+      unpacked_ + static_cast<std::uint64_t>(entry.size) > kMaxUnpacked) {
+    Fail(_T("工作簿文件展开后过大。"));
+  }
   XmlFeed feed(handler);
   const DWORD result = zip_.UnzipItem(index, [&](std::span<const unsigned char> bytes) {
     // Counted at each reading: many sheets of a list may name one and the same part.

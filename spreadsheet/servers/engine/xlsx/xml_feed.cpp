@@ -8,8 +8,8 @@
 #include "spreadsheet/servers/engine/engine_limits.h"
 
 // XML in blocks as they are unpacked, told mark by mark. It knows as much of XML as workbooks use: no
-// document types, UTF-8 only, prefixes cut off, the names of closing marks not compared. What cannot end (a
-// mark, a run of text, nesting) has limits, so that a hostile file costs no more than those.
+// document types, UTF-8 only, prefixes cut off. What cannot end (a mark, a run of text, nesting and the names
+// in it) has limits, so that a hostile file costs no more than those.
 
 namespace lorv::engine {
 namespace {
@@ -144,7 +144,7 @@ void XmlFeed::Feed(std::string_view block) {
 }
 
 void XmlFeed::Finish() {
-  if (depth_ != 0 || !seen_root_) Refuse();
+  if (!open_.empty() || !seen_root_) Refuse();
 }
 
 // Gives how much of it is done with; the rest comes again with more behind it.
@@ -162,7 +162,7 @@ std::size_t XmlFeed::Take(std::string_view from) {
     const std::size_t mark = from.find('<', done);
     // A run of text is told only when its end is there: so no entity is ever cut in two.
     if (mark == kNone) break;
-    if (mark > done && depth_ > 0) handler_.Text(from.substr(done, mark - done), false);
+    if (mark > done && !open_.empty()) handler_.Text(from.substr(done, mark - done), false);
     const std::string_view rest = from.substr(mark);
     // 0 or the mark's place: it comes again, with more behind it.
     if (rest.size() < 2) return mark;
@@ -185,7 +185,7 @@ std::size_t XmlFeed::TakeSpecial(std::string_view mark) {
   // A document type may hold entities that unfold without end: no workbook has one.
   if (!mark.starts_with(kLiteral)) Refuse();
   const std::size_t length = length_to("]]>", kLiteral.size());
-  if (length != 0 && depth_ > 0)
+  if (length != 0 && !open_.empty())
     handler_.Text(mark.substr(kLiteral.size(), length - kLiteral.size() - 3), true);
   return length;
 }
@@ -206,23 +206,26 @@ void XmlFeed::Open(std::string_view inside) {
   if (empty) inside.remove_suffix(1);
   std::size_t length = 0;
   while (length < inside.size() && !IsXmlBlank(inside[length])) ++length;
-  const std::string_view name = LocalName(inside.substr(0, length));
+  const std::string_view written = inside.substr(0, length);
+  const std::string_view name = LocalName(written);
   // One document holds one root; what follows it would be another one.
-  if (name.empty() || (depth_ == 0 && seen_root_) || depth_ >= kMaxXmlDepth) Refuse();
+  if (name.empty() || (open_.empty() && seen_root_) || open_.size() >= kMaxXmlDepth) Refuse();
+  if (open_names_.size() + written.size() > kMaxXmlNames) Refuse();
   seen_root_ = true;
-  ++depth_;
+  open_.push_back(open_names_.size());
+  open_names_ += written;
   handler_.Start(name, XmlAttributes(inside.substr(length)));
-  if (!empty) return;
   // Handlers see no difference between an empty mark and a pair of them.
-  handler_.End(name);
-  --depth_;
+  if (empty) Close(written);
 }
 
 void XmlFeed::Close(std::string_view inside) {
   while (!inside.empty() && IsXmlBlank(inside.back())) inside.remove_suffix(1);
-  if (depth_ == 0) Refuse();
+  // The wrong mark closed means that something between the two is missing: its cells could be anywhere.
+  if (open_.empty() || std::string_view(open_names_).substr(open_.back()) != inside) Refuse();
   handler_.End(LocalName(inside));
-  --depth_;
+  open_names_.resize(open_.back());
+  open_.pop_back();
 }
 
 void AppendXmlText(std::string_view raw, bool literal, std::string& out) {

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 // Reads XML as it comes in, in blocks, without keeping it: memory is that of the longest mark or run of text.
 namespace lorv::engine {
@@ -49,7 +50,8 @@ class XmlFeed {
   explicit XmlFeed(XmlHandler& handler) : handler_(handler) {}
 
   // Takes the next block; raises the engine's failure for what is no XML or is refused (document types,
-  // marks beyond kMaxXmlToken, nesting beyond kMaxXmlDepth, encodings other than UTF-8).
+  // closing marks of another name than what they close, marks beyond kMaxXmlToken, nesting beyond
+  // kMaxXmlDepth, encodings other than UTF-8).
   void Feed(std::string_view block);
   void Finish();
 
@@ -62,7 +64,9 @@ class XmlFeed {
 
   XmlHandler& handler_;
   std::string kept_;
-  int depth_ = 0;
+  // The names of the marks that are open, one behind the other, and where each begins.
+  std::string open_names_;
+  std::vector<std::size_t> open_;
   bool seen_root_ = false;
   bool begun_ = false;
 };
