@@ -134,7 +134,7 @@ void WorkbookFile::SetRowLevel(int sheet, long row, int level) {
 
 void WorkbookFile::SetWidth(int sheet, int column, double width) {
   CheckPlace(0, column);
-  SheetOf(*book_, sheet).columns.Set(column, column, {width, false});
+  SheetOf(*book_, sheet).PutWidth(column, column, width);
 }
 
 void WorkbookFile::FreezeRows(int sheet, long rows) {

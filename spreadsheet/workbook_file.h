@@ -25,7 +25,8 @@ struct CellLook {
 //
 // Units: sheets, rows and columns count from 0, widths are characters of the standard font.
 // Edges: a sheet that there is not is the caller's fault. Rows and columns beyond a sheet's, texts of more
-//   than 32767 units and numbers that are none raise the engine's failure, as does what cannot be read.
+//   than 32767 units, numbers that are none, widths outside 0 to 255 and files that cannot be read raise the
+//   engine's failure.
 // Failure: COleDispatchException, by pointer, with the reason for the user; who does not pass it on deletes
 // it. A copy is the same workbook. One thread at a time.
 //
@@ -52,6 +53,7 @@ class COMM_LORV_API WorkbookFile {
   void Put(int sheet, long row, int column, const _variant_t& value, const CellLook& look = {});
   // Rows of a level above 0 can be folded away under the next row of a lower one.
   void SetRowLevel(int sheet, long row, int level);
+  // 0 hides the column.
   void SetWidth(int sheet, int column, double width);
   // The first rows stay on the screen.
   void FreezeRows(int sheet, long rows);

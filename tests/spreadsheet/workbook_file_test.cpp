@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 
 #include "compress/zip/zip_reader.h"
@@ -138,6 +139,31 @@ TEST_F(WholeWorkbook, PlacesAndValuesBeyondASheetAreRefused) {
   EXPECT_NE(put(0, 0, _variant_t(CString(_T('x'), 32768))), "");
   EXPECT_NE(RefusalOf([&] { book.SetRowLevel(0, 1048576, 1); }), "");
   EXPECT_NE(RefusalOf([&] { book.SetWidth(0, 16384, 1); }), "");
+}
+
+TEST_F(WholeWorkbook, WidthsAreThoseOfThePrograms) {
+  book.AddSheet(_T("a"));
+  const auto set = [&](double width) { return RefusalOf([&] { book.SetWidth(0, 2, width); }); };
+  const auto columns = [&] {
+    const std::string sheet = Part("xl/worksheets/sheet1.xml");
+    const std::size_t at = sheet.find("<cols>");
+    return at == std::string::npos ? std::string() : sheet.substr(at + 6, sheet.find("</cols>") - at - 6);
+  };
+  EXPECT_EQ(set(255), "");
+  EXPECT_NE(columns().find("width=\"255.7"), std::string::npos) << columns();
+  for (const double wrong :
+       {-0.001, -1.0, 255.001, 1e300, std::numeric_limits<double>::infinity(), std::nan("")}) {
+    EXPECT_EQ(set(wrong), "列宽须为0至255。") << wrong;
+  }
+  EXPECT_NE(columns().find("width=\"255.7"), std::string::npos) << columns();
+  EXPECT_EQ(set(0.5), "");
+  EXPECT_NE(columns().find("width=\"1.2"), std::string::npos) << columns();
+  // Hidden, and as wide as before when its user shows it again.
+  EXPECT_EQ(set(0), "");
+  EXPECT_NE(columns().find("width=\"1.2"), std::string::npos) << columns();
+  EXPECT_NE(columns().find("hidden=\"1\""), std::string::npos) << columns();
+  EXPECT_EQ(set(20), "");
+  EXPECT_EQ(columns().find("hidden"), std::string::npos) << columns();
 }
 
 TEST_F(WholeWorkbook, GroupsBoldWidthsAndFrozenRowsAreWritten) {

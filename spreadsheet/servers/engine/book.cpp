@@ -38,6 +38,16 @@ void ColumnShapes::Set(long first, long last, const ColumnShape& shape) {
   runs_.emplace(last + 1, behind);
 }
 
+void Sheet::PutWidth(long first, long last, double width) {
+  // What is no number is none of them, too.
+  if (!(width >= 0 && width <= kMaxSheetColumnWidth)) Fail(_T("列宽须为0至255。"));
+  ColumnShape shape = columns.At(first);
+  shape.hidden = width == 0;
+  // A hidden column keeps its width, for the day when its user shows it again.
+  if (!shape.hidden) shape.width = width;
+  columns.Set(first, last, shape);
+}
+
 Area Sheet::UsedArea() const {
   Area used;
   bool any = false;

@@ -34,6 +34,10 @@ class ColumnShapes {
 };
 
 struct Sheet {
+  // Of some columns; 0 hides them, and they keep the width they had. Raises the engine's failure for what is
+  // no width from 0 to kMaxSheetColumnWidth.
+  void PutWidth(long first, long last, double width);
+
   CString name;
   CellStore cells;
   MergeList merges;

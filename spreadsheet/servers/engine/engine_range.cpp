@@ -79,7 +79,6 @@ class EngineRange : public EngineObject {
   AutoRef Corners(const CString& first, const CString& last) const;
   __int64 Count() const;
   double Width() const;
-  void PutWidth(double width);
   void PutFormat(const CString& text);
   void PutAlignment(long code);
   void PutMerged(bool merged);
@@ -127,15 +126,6 @@ double EngineRange::Width() const {
   const ColumnShape& shape = place_->sheet->columns.At(area_.left);
   // Of several columns the first one speaks.
   return shape.hidden ? 0 : shape.width;
-}
-
-void EngineRange::PutWidth(double width) {
-  if (!(width >= 0 && width <= kMaxSheetColumnWidth)) Fail(_T("列宽须为0至255。"));
-  ColumnShape shape = place_->sheet->columns.At(area_.left);
-  shape.hidden = width == 0;
-  // A hidden column keeps its width, for the day when its user shows it again.
-  if (!shape.hidden) shape.width = width;
-  place_->sheet->columns.Set(area_.left, area_.right, shape);
 }
 
 // Of cells that are merged in part the answer is neither yes nor no.
@@ -226,7 +216,7 @@ void EngineRange::Put(Operation operation, const AutoValue& value) {
       PutAlignment(LongArgument(only, 0));
       break;
     case Operation::kColumnWidth:
-      PutWidth(RealOf(value));
+      place_->sheet->PutWidth(area_.left, area_.right, RealOf(value));
       break;
     case Operation::kMergeCells:
       PutMerged(LongArgument(only, 0) != 0);
