@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "framework/text/utf8_bytes.h"
+
 // UTF-8 to 16-bit units and back. Nothing is refused: broken bytes and lone surrogates become U+FFFD, one for
 // each byte or unit that begins no character, so that a damaged file can still be shown and its length stays
 // bounded by its bytes.
@@ -74,7 +76,9 @@ std::uint32_t ReadUnits(TextView text, std::size_t& at) {
   return 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00);
 }
 
-void AppendBytes(std::string& out, std::uint32_t code) {
+}  // namespace
+
+void AppendUtf8(std::string& out, std::uint32_t code) {
   const auto put = [&out](std::uint32_t byte) { out.push_back(static_cast<char>(byte)); };
   if (code < 0x80) {
     put(code);
@@ -93,8 +97,6 @@ void AppendBytes(std::string& out, std::uint32_t code) {
   }
 }
 
-}  // namespace
-
 std::basic_string<TCHAR> Utf8ToText(std::string_view bytes) {
   std::basic_string<TCHAR> out;
   out.reserve(bytes.size());
@@ -105,7 +107,7 @@ std::basic_string<TCHAR> Utf8ToText(std::string_view bytes) {
 std::string TextToUtf8(TextView text) {
   std::string out;
   out.reserve(text.size());
-  for (std::size_t at = 0; at < text.size();) AppendBytes(out, ReadUnits(text, at));
+  for (std::size_t at = 0; at < text.size();) AppendUtf8(out, ReadUnits(text, at));
   return out;
 }
 

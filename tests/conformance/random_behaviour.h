@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include "framework/ports/desktop_port.h"
 
 // Handlers that destroy, make anew, move the focus and come back in at random, in every message of every
@@ -30,5 +32,14 @@ class RandomUser {
 
 // Plays the script of that number; fails if a window is left.
 void PlayRandomConduct(RandomUser& user, unsigned script);
+
+// Plays the scripts before that number, each by a user of its own, up to the first that fails.
+template <class User>
+void PlayRandomScripts(unsigned scripts, void (*play)(RandomUser&, unsigned)) {
+  for (unsigned script = 0; script < scripts && !testing::Test::HasFailure(); ++script) {
+    User user;
+    play(user, script);
+  }
+}
 
 }  // namespace lorv_test

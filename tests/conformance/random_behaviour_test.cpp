@@ -29,26 +29,13 @@ class HeadlessUser : public lorv_test::RandomUser {
 }  // namespace
 
 TEST(RandomBehaviour, NothingThatIsGoneIsTouched) {
-  for (unsigned script = 0; script < lorv_test::kRandomScripts; ++script) {
-    HeadlessUser user;
-    lorv_test::PlayRandomConduct(user, script);
-  }
+  lorv_test::PlayRandomScripts<HeadlessUser>(lorv_test::kRandomScripts, lorv_test::PlayRandomConduct);
 }
 
 TEST(RandomGrid, TableIsWhatThePlainOneSays) {
-  constexpr unsigned kUsual = 1000;
-  const unsigned scripts = lorv_test::RandomGridScripts(kUsual);
-  for (unsigned script = 0; script < scripts && !HasFailure(); ++script) {
-    HeadlessUser user;
-    lorv_test::PlayRandomGrid(user, script);
-  }
+  lorv_test::PlayRandomScripts<HeadlessUser>(lorv_test::RandomGridScripts(1000), lorv_test::PlayRandomGrid);
 }
 
 TEST(RandomBridge, HandlersMayDoAnything) {
-  constexpr unsigned kUsual = 1000;
-  const unsigned scripts = lorv_test::RandomGridScripts(kUsual);
-  for (unsigned script = 0; script < scripts && !HasFailure(); ++script) {
-    HeadlessUser user;
-    lorv_test::PlayRandomBridge(user, script);
-  }
+  lorv_test::PlayRandomScripts<HeadlessUser>(lorv_test::RandomGridScripts(1000), lorv_test::PlayRandomBridge);
 }

@@ -18,6 +18,7 @@
 #include "tests/conformance/grid/bridge_steps.h"
 #include "tests/conformance/grid/grid_scene.h"
 #include "tests/conformance/kept_trace.h"
+#include "tests/conformance/own_loops.h"
 #include "tests/conformance/painting_script.h"
 #include "tests/conformance/qt/qt_user.h"
 
@@ -155,7 +156,7 @@ class QtDriver : public lorv_test::BehaviourDriver {
     // A handler may throw meanwhile: the timer then ends after this call.
     const auto over = std::make_shared<bool>(false);
     QTimer::singleShot(static_cast<int>(milliseconds), Qt::PreciseTimer, &here_, [over] { *over = true; });
-    Busily([&] {
+    own_loops_.Wait([&] {
       while (!*over) desktop_.Pump(true);
     });
     Settle();
@@ -165,7 +166,7 @@ class QtDriver : public lorv_test::BehaviourDriver {
     const auto left = [this] {
       return desktop_.Focus() != nullptr && desktop_.Find(desktop_.Focus()) == nullptr;
     };
-    Busily([&] {
+    own_loops_.Wait([&] {
       while (!left()) desktop_.Pump(true);
     });
   }
@@ -176,7 +177,7 @@ class QtDriver : public lorv_test::BehaviourDriver {
     return CRect(at.left(), at.top(), at.left() + at.width(), at.top() + at.height());
   }
   void Settle() override {
-    Busily([this] {
+    own_loops_.Wait([this] {
       do {
         while (desktop_.Pump(false)) {
         }
@@ -185,20 +186,6 @@ class QtDriver : public lorv_test::BehaviourDriver {
   }
 
  private:
-  // While we wait for what we did ourselves, the next step is not due; but for a menu or a dialog that came
-  // of it and waits for the user in a loop of its own.
-  void Busily(const std::function<void()>& work) {
-    struct Busy {
-      explicit Busy(int& loops) : loops_(loops), outer_(std::exchange(loops, OwnLoops())) {}
-      ~Busy() { loops_ = outer_; }
-      static int OwnLoops() { return lorv::CarriedFault::Depth() + 1; }
-      int& loops_;
-      int outer_;
-    };
-    const Busy busy(own_loops_);
-    work();
-  }
-
   // What the user does may come at once, as from a loop of ours.
   void Hand(const std::function<void()>& moves) {
     lorv::CarriedFault::CallOut([&] { return moves(), true; });
@@ -214,7 +201,7 @@ class QtDriver : public lorv_test::BehaviourDriver {
   }
 
   void Waiting() {
-    if (step_is_due_ || lorv::CarriedFault::Depth() <= own_loops_) return;
+    if (step_is_due_ || !own_loops_.InAnother()) return;
     if (!desktop_.MenuUp() && steps_.empty()) return;
     step_is_due_ = true;
     QTimer::singleShot(0, &here_, [this] {
@@ -250,7 +237,7 @@ class QtDriver : public lorv_test::BehaviourDriver {
   lorv::Desktop& desktop_;
   lorv_test::QtUser& user_;
   QObject here_;
-  int own_loops_ = -1;  // that many calls deep we wait ourselves
+  lorv_test::OwnLoops own_loops_;
   bool step_is_due_ = false;
   std::deque<UINT> answers_;
   std::deque<std::function<void()>> steps_;

@@ -71,17 +71,9 @@ class QtRandomUser : public lorv_test::RandomUser {
 }  // namespace
 
 TEST(QtRandomConduct, NothingThatIsGoneIsTouched) {
-  for (unsigned script = 0; script < lorv_test::kRandomScripts; ++script) {
-    QtRandomUser user;
-    lorv_test::PlayRandomConduct(user, script);
-  }
+  lorv_test::PlayRandomScripts<QtRandomUser>(lorv_test::kRandomScripts, lorv_test::PlayRandomConduct);
 }
 
 TEST(QtRandomGrid, TableIsWhatThePlainOneSays) {
-  constexpr unsigned kUsual = 200;
-  const unsigned scripts = lorv_test::RandomGridScripts(kUsual);
-  for (unsigned script = 0; script < scripts && !HasFailure(); ++script) {
-    QtRandomUser user;
-    lorv_test::PlayRandomGrid(user, script);
-  }
+  lorv_test::PlayRandomScripts<QtRandomUser>(lorv_test::RandomGridScripts(200), lorv_test::PlayRandomGrid);
 }

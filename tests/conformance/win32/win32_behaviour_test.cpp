@@ -5,6 +5,7 @@
 #include "tests/conformance/behaviour_scene.h"
 #include "tests/conformance/grid/grid_scene.h"
 #include "tests/conformance/kept_trace.h"
+#include "tests/conformance/own_loops.h"
 #include "tests/conformance/painting_script.h"
 #include "tests/platform/win32/real_input.h"
 
@@ -107,15 +108,15 @@ class Win32Behaviour : public RealWindows {
       }
     }
     void MoveMouse(POINT screen) override {
-      Quietly([&] { test_.MoveMouse(screen); });
+      own_loops_.Wait([&] { test_.MoveMouse(screen); });
     }
     void MouseDown() override {
       // The screen beneath knows of real keys only and takes others back when the mouse comes in.
       if (held_ != 0 && GetAsyncKeyState(held_) >= 0) SendKey(held_, 0);
-      Quietly([&] { test_.Button(true); });
+      own_loops_.Wait([&] { test_.Button(true); });
     }
     void MouseUp() override {
-      Quietly([&] { test_.Button(false); });
+      own_loops_.Wait([&] { test_.Button(false); });
     }
     void RightClick(POINT screen) override {
       MoveMouse(screen);
@@ -173,11 +174,11 @@ class Win32Behaviour : public RealWindows {
                              nullptr, nullptr);
     }
     void Advance(DWORD milliseconds) override {
-      Quietly([&] { test_.Until([] { return false; }, milliseconds); });
+      own_loops_.Wait([&] { test_.Until([] { return false; }, milliseconds); });
     }
     void LeaveProgram() override {
       other_ = std::make_unique<OtherProgram>();
-      Quietly([&] { test_.Until([&] { return other_->IsInFront(); }); });
+      own_loops_.Wait([&] { test_.Until([&] { return other_->IsInFront(); }); });
       Settle();
     }
     RECT CandidatesAt(HWND window) override {
@@ -188,24 +189,10 @@ class Win32Behaviour : public RealWindows {
       return list.rcArea;
     }
     void Settle() override {
-      Quietly([&] { test_.Settle(); });
+      own_loops_.Wait([&] { test_.Settle(); });
     }
 
    private:
-    // While we wait for what we did ourselves, the next step is not due; but for a dialog that came of it and
-    // waits for the user in a loop of its own.
-    void Quietly(const std::function<void()>& work) {
-      struct Busy {
-        explicit Busy(int& loops) : loops_(loops), outer_(std::exchange(loops, OwnLoops())) {}
-        ~Busy() { loops_ = outer_; }
-        static int OwnLoops() { return lorv::CarriedFault::Depth() + 1; }
-        int& loops_;
-        int outer_;
-      };
-      const Busy busy(own_loops_);
-      work();
-    }
-
     // Places count in 65536ths of the screen; a move by pixels would be made longer the faster it is.
     static void Queue(DWORD what, POINT at) {
       const auto place = [](LONG pixel, int size) { return (pixel * 65536 + size - 1) / size; };
@@ -223,7 +210,7 @@ class Win32Behaviour : public RealWindows {
 
     void Step() {
       if (lorv::DesktopInForce().MenuUp()) return menu_steps_.empty() ? Answer() : RunNext(menu_steps_);
-      if (lorv::CarriedFault::Depth() > own_loops_ && !steps_.empty()) RunNext(steps_);
+      if (own_loops_.InAnother() && !steps_.empty()) RunNext(steps_);
     }
 
     static void RunNext(std::deque<std::function<void()>>& steps) {
@@ -248,7 +235,7 @@ class Win32Behaviour : public RealWindows {
     UINT_PTR timer_;
     UINT double_click_time_ = GetDoubleClickTime();
     int held_ = 0;
-    int own_loops_ = -1;  // that many calls deep we wait ourselves
+    lorv_test::OwnLoops own_loops_;
     std::deque<UINT> answers_;
     std::deque<std::function<void()>> steps_;
     std::deque<std::function<void()>> menu_steps_;

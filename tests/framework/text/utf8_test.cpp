@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "framework/text/utf8_bytes.h"
 #include "tests/support/print.h"
 
 namespace lorv {
@@ -92,6 +93,16 @@ TEST(Utf8, EveryCharacterGoesThereAndBack) {
 TEST(Utf8, EmptyStaysEmpty) {
   EXPECT_TRUE(Utf8ToText("").empty());
   EXPECT_TRUE(TextToUtf8(TextView()).empty());
+}
+
+TEST(Utf8, BytesOfOneCharacterAtATime) {
+  std::string out = "x";
+  for (const std::uint32_t code : {0x7Fu, 0x80u, 0x7FFu, 0x800u, 0x5899u, 0xFFFFu, 0x10000u, 0x10FFFFu})
+    AppendUtf8(out, code);
+  EXPECT_EQ(out, "x\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xE5\xA2\x99\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF");
+  out.clear();
+  AppendUtf8(out, 0xD800);
+  EXPECT_EQ(out, "\xED\xA0\x80") << "a lone half is not looked at";
 }
 
 }  // namespace

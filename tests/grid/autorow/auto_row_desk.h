@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "tests/grid/grid_desk.h"
+#include "tests/grid/suite_desk.h"
 
 namespace lorv_test {
 
@@ -60,7 +60,7 @@ class AutoRowGrid : public CBcgTrueDbGridCtrlEx {
   }
 };
 
-class AutoRowDesk : public GridDesk<AutoRowGrid> {
+class AutoRowDesk : public SuiteDesk<AutoRowGrid> {
  protected:
   AutoRowDesk() { MakeGrid(3); }
   void MakeGrid(int columns) {
@@ -88,7 +88,7 @@ class AutoRowDesk : public GridDesk<AutoRowGrid> {
     if (grid != nullptr && grid->GetInPlaceWnd() == nullptr) grid->SetFocus();
     Run();
   }
-  std::string Text(int row, int column) const { return GridDesk::Text(row, column).ToUtf8(); }
+  std::string Text(int row, int column) const { return SuiteDesk::Text(row, column).ToUtf8(); }
 };
 
 }  // namespace lorv_test

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "tests/grid/grid_desk.h"
+#include "tests/grid/suite_desk.h"
 
 namespace lorv_test {
 
@@ -46,7 +46,7 @@ class BasicGrid : public CBCGPBasicGridCtrl {
   }
 };
 
-class BasicDesk : public GridDesk<BasicGrid> {
+class BasicDesk : public SuiteDesk<BasicGrid> {
  protected:
   BasicDesk() { Make(); }
   void Make() {

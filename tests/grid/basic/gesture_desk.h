@@ -39,7 +39,7 @@ class GestureGrid : public BasicGrid {
   }
 };
 
-class GestureDesk : public GridDesk<GestureGrid> {
+class GestureDesk : public SuiteDesk<GestureGrid> {
  protected:
   GestureDesk() {
     top.MoveWindow(100, 100, 600, 500);
@@ -47,7 +47,7 @@ class GestureDesk : public GridDesk<GestureGrid> {
     Run();
   }
   void Forget() override { grid->Taken(); }
-  std::string Text(int row, int column) const { return GridDesk::Text(row, column).ToUtf8(); }
+  std::string Text(int row, int column) const { return SuiteDesk::Text(row, column).ToUtf8(); }
   // The texts of a column from a row down, of a row from a column to the right.
   std::string Down(int column, int first, int last) const {
     std::string line;

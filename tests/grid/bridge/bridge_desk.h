@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "tests/grid/grid_desk.h"
+#include "tests/grid/suite_desk.h"
 #include "tests/support/event_sheet.h"
 
 namespace lorv_test {
@@ -18,7 +18,7 @@ class OpenedBridge : public CBcgTrueDbGridCtrl {
 };
 
 // The bridge's grid in a window that hears its events.
-class BridgeDesk : public GridDesk<OpenedBridge> {
+class BridgeDesk : public SuiteDesk<OpenedBridge> {
  protected:
   BridgeDesk() {
     MakeSheet();

@@ -9,12 +9,18 @@
 
 #include "grid/CBcgTrueDbGridCtrl.h"
 #include "grid/bridge/event_dispatch.h"
+#include "tests/support/member_signatures.h"
 
 // The names that the suite's dialogs call, one by one: what changes a signature, or the order of what is
 // replaced, does not compile or fails here. An explicit instantiation may name private members: that is how
 // the fields and the private operations are reached.
 
 namespace {
+
+using lorv_test::ExpectAscending;
+using lorv_test::Has;
+using lorv_test::Is;
+using lorv_test::SlotOf;
 
 using Grid = CBcgTrueDbGridCtrl;
 
@@ -65,24 +71,6 @@ class Opened : public Grid {
   using Grid::SetHeaderItemWidth;
   using Grid::TrackToolTip;
 };
-
-template <class Type, class Member>
-constexpr bool Is(Member /*member*/) {
-  return std::is_same_v<Type, Member>;
-}
-// One of several of that name.
-template <class Type>
-constexpr bool Has(Type /*member*/) {
-  return true;
-}
-
-template <class Member>
-std::ptrdiff_t SlotOf(Member member) {
-  static_assert(sizeof member == 2 * sizeof(std::ptrdiff_t));
-  std::array<std::ptrdiff_t, 2> parts = {};
-  std::memcpy(parts.data(), &member, sizeof member);
-  return parts[0];
-}
 
 }  // namespace
 

@@ -8,9 +8,11 @@
 
 namespace lorv::tool {
 
-int ForEachFormula(const std::string& formula, Console& console,
-                   const std::function<int(const std::string& formula, long long line)>& work) {
-  if (formula != "-") return work(formula, 0);
+namespace {
+
+using FormulaWork = std::function<int(const std::string& formula, long long line)>;
+
+int ForEachLine(Console& console, const FormulaWork& work) {
   int worst = kFine;
   long long number = 0;
   for (std::string line; std::getline(console.in, line);) {
@@ -21,6 +23,18 @@ int ForEachFormula(const std::string& formula, Console& console,
     worst = std::max(worst, work(line, number));
   }
   return worst;
+}
+
+}  // namespace
+
+int ForEachFormula(const FormulaSource& source, Console& console, const FormulaWork& work) {
+  const bool many = source.formula == "-";
+  // As many texts of JSON as there are formulas would be no JSON: they are one list.
+  if (many && source.json != nullptr) source.json->Open('[');
+  const int code = many ? ForEachLine(console, work) : work(source.formula, 0);
+  if (many && source.json != nullptr) source.json->Close(']');
+  if (source.json != nullptr) console.out << source.json->Text();
+  return code;
 }
 
 }  // namespace lorv::tool

@@ -61,15 +61,8 @@ class CalcRun {
       : arguments_(arguments), console_(console), pairs_(ReadNameValues(arguments.values)) {}
 
   int Run() {
-    const bool many = arguments_.formula == "-";
-    // As many texts of JSON as there are formulas would be no JSON: they are one list.
-    if (many && arguments_.json) json_.Open('[');
-    const int code =
-        ForEachFormula(arguments_.formula, console_,
-                       [this](const std::string& formula, long long line) { return One(formula, line); });
-    if (many && arguments_.json) json_.Close(']');
-    if (arguments_.json) console_.out << json_.Text();
-    return code;
+    return ForEachFormula({arguments_.formula, arguments_.json ? &json_ : nullptr}, console_,
+                          [this](const std::string& formula, long long line) { return One(formula, line); });
   }
 
  private:

@@ -116,14 +116,8 @@ class CheckRun {
       if (!IsName(CString::FromUtf8(name).View()))
         throw BadInput(Say("\"{}\" cannot be a name in a formula", {name}));
     }
-    const bool many = arguments_.formula == "-";
-    if (many && arguments_.json) json_.Open('[');
-    const int code =
-        ForEachFormula(arguments_.formula, console_,
-                       [this](const std::string& formula, long long line) { return One(formula, line); });
-    if (many && arguments_.json) json_.Close(']');
-    if (arguments_.json) console_.out << json_.Text();
-    return code;
+    return ForEachFormula({arguments_.formula, arguments_.json ? &json_ : nullptr}, console_,
+                          [this](const std::string& formula, long long line) { return One(formula, line); });
   }
 
  private:

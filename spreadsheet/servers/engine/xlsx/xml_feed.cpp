@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
+#include "framework/text/utf8_bytes.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
 
@@ -42,25 +43,6 @@ std::size_t EndOfTag(std::string_view mark) {
   return kNone;
 }
 
-void AppendUtf8(std::uint32_t code, std::string& out) {
-  const auto put = [&](std::uint32_t byte) { out += static_cast<char>(byte); };
-  if (code < 0x80) {
-    put(code);
-  } else if (code < 0x800) {
-    put(0xC0 | code >> 6);
-    put(0x80 | (code & 0x3F));
-  } else if (code < 0x10000) {
-    put(0xE0 | code >> 12);
-    put(0x80 | (code >> 6 & 0x3F));
-    put(0x80 | (code & 0x3F));
-  } else {
-    put(0xF0 | code >> 18);
-    put(0x80 | (code >> 12 & 0x3F));
-    put(0x80 | (code >> 6 & 0x3F));
-    put(0x80 | (code & 0x3F));
-  }
-}
-
 std::uint32_t NumberedCharacter(std::string_view digits) {
   const bool hex = !digits.empty() && (digits[0] == 'x' || digits[0] == 'X');
   if (hex) digits.remove_prefix(1);
@@ -85,7 +67,7 @@ void AppendEntity(std::string_view name, std::string& out) {
   } else if (name == "apos") {
     out += '\'';
   } else if (!name.empty() && name[0] == '#') {
-    AppendUtf8(NumberedCharacter(name.substr(1)), out);
+    AppendUtf8(out, NumberedCharacter(name.substr(1)));
   } else {
     Refuse();
   }

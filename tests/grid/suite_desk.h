@@ -9,9 +9,9 @@ namespace lorv_test {
 
 // A desk with one of the suite's grids in a window, worked by keys and texts. Descendants make the window.
 template <class Grid>
-class GridDesk : public Desk {
+class SuiteDesk : public Desk {
  protected:
-  GridDesk() : grid(std::make_unique<Grid>()) {}
+  SuiteDesk() : grid(std::make_unique<Grid>()) {}
 
   // What the grid has told so far is of no interest.
   virtual void Forget() {}
