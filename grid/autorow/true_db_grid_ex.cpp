@@ -139,6 +139,7 @@ void CBcgTrueDbGridCtrlEx::OnChangeItemValue() {
   // Nothing but the end of the table changes: at each key that makes a row, a long table is not measured
   // again.
   const auto trusted = TrustRowHeights();
+  const lorv::StepScope step(Changes(), nullptr, lorv::StepKind::kPartOfEdit);
   if (!empty)
     AddRow(TRUE);
   else

@@ -50,6 +50,8 @@ BOOL CBCGPBasicGridCtrl::PreTranslateMessage(MSG* message) {
 void CBCGPBasicGridCtrl::CopyFromAbove(UINT key) {
   const int row = GetCurrentRow();
   const auto life = Watch();
+  const lorv::StepScope step(Changes());
+  const auto by_user = Changes().ByUser();
   if (key == 'D') {
     const int column = GetCol();
     if (IsCanShortCutCol(column, true)) SetValue(row, column, GetValue(row - 1, column), TRUE);

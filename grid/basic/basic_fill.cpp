@@ -106,6 +106,7 @@ bool CBCGPBasicGridCtrl::OnLBtnUpDragCopyFill(UINT /*flags*/, CPoint /*point*/) 
   const auto target = lorv::FillTargetOf(source, GetRangeRect(source), frame, cell_at);
   if (!target.has_value()) return true;
   const CBCGPGridRange filled = source.JoinWith(target->range);
+  const lorv::StepScope step(Changes());
   try {
     CopyRangeValue(source, target->range, target->across, target->forward);
   } catch (...) {
@@ -144,6 +145,7 @@ bool CBCGPBasicGridCtrl::CopyCellValue(const CBCGPGridItemID& from, const CBCGPG
   // A copy: whoever sets the value may take the cell away that gave it.
   const _variant_t value = given->GetValue();
   const auto life = Watch();
+  const auto by_user = Changes().ByUser();
   SetValue(to.m_nRow, to.m_nColumn, value, FALSE);
   return !life.expired();
 }

@@ -6,6 +6,7 @@
 // store, so that a descendant can hide a row from all the others.
 
 long CBCGPBasicGridCtrl::AppendRows(int count) {
+  const lorv::StepScope step(Changes());
   long done = 0;
   const auto life = Watch();
   for (int i = 0; i < count && !life.expired(); ++i) {
@@ -20,6 +21,7 @@ long CBCGPBasicGridCtrl::AppendRows(int count) {
 long CBCGPBasicGridCtrl::InsertRows(int position, int count) {
   const bool past_end = GetRowCount() <= position;
   const auto life = Watch();
+  const lorv::StepScope step(Changes());
   SetCurSel(CBCGPGridItemID(), lorv::kSelectClear, FALSE);
   if (life.expired()) return 0;
   long done = 0;
@@ -39,6 +41,7 @@ long CBCGPBasicGridCtrl::DeleteRows(int position, int count) {
   long done = 0;
   // Nothing is left to delete once it has failed; a huge count does not run on.
   const auto life = Watch();
+  const lorv::StepScope step(Changes());
   for (int i = 0; i < count && !life.expired() && RemoveRow(position, TRUE) > 0; ++i) ++done;
   if (!life.expired()) AdjustLayout();
   return done;
@@ -55,6 +58,7 @@ int CBCGPBasicGridCtrl::DeleteSelectedRows() {
   std::vector<CBCGPGridRow*> rows;
   for (const int row : selected) PrepareRemoveRow(row, items, rows);
   const auto life = Watch();
+  const lorv::StepScope step(Changes());
   const int done = DoRemoveRows(items, rows);
   if (!life.expired()) AdjustLayout();
   return done;

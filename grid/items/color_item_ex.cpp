@@ -46,7 +46,10 @@ BOOL CBCGPGridColorItemEx::OnUpdateValue() {
   // Until the value is taken, the cell's text is that of its editor.
   const CString text = GetInPlaceWnd() == nullptr ? FormatItem() : EditorText();
   const COLORREF typed = text.IsEmpty() ? before : lorv::ColourOfText(text, before);
-  if (CanUpdateData() != FALSE) SetColor(typed);
+  if (CanUpdateData() != FALSE) {
+    const auto by_user = GetOwnerList()->Changes().ByUser();
+    SetColor(typed);
+  }
   // The last step: handlers of a change may end this cell.
   if (GetColor() != before) SetItemChanged();
   return TRUE;

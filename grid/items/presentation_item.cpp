@@ -98,6 +98,7 @@ void CBCGPGridPresentationItem::DoClickButton(CPoint point) {
     return;
   }
   const auto life = owner->Watch();
+  const lorv::StepScope step(owner->Changes(), this);
   OnClickButton(point);
   if (life.expired()) return;
   CBCGPGridItem* item = owner->GetGridItem(id);

@@ -40,6 +40,7 @@ END_MESSAGE_MAP()
 CBCGPGridCtrl::CBCGPGridCtrl() = default;
 
 CBCGPGridCtrl::~CBCGPGridCtrl() {
+  changes_.ForEach([](lorv::GridObserver& observer) { observer.OnGridGone(); });
   if (m_hWnd != nullptr) CWnd::DestroyWindow();
   CBCGPGridCtrl::RemoveAll(FALSE);
 }

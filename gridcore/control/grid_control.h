@@ -9,12 +9,11 @@
 #include "framework/windows/drag_drop.h"
 #include "gridcore/columns/columns_info.h"
 #include "gridcore/control/colour_theme.h"
+#include "gridcore/control/grid_changes.h"
 #include "gridcore/control/grid_key_handler.h"
 #include "gridcore/control/grid_messages.h"
 #include "gridcore/control/grid_options.h"
-#include "gridcore/control/scope_mark.h"
 #include "gridcore/geometry/shown_lines.h"
-#include "gridcore/life_token.h"
 #include "gridcore/rows/group_row.h"
 #include "gridcore/rows/row_store.h"
 #include "gridcore/selection/selected_ranges.h"
@@ -316,6 +315,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void RowLinesChanged(const CBCGPGridRow& row, BOOL relayout);
   // Expires with the grid: asked after every call that may have ended it.
   std::weak_ptr<int> Watch() const { return life_.Watch(); }
+  lorv::GridChanges& Changes() { return changes_; }
   CWnd* EditorOf(const CBCGPGridRow& row) const;
   CComboBox* ComboOf(const CBCGPGridRow& row) const;
   int GetButtonWidth() const { return lorv::kItemButtonWidth; }
@@ -419,6 +419,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void PutOne(int index, CBCGPGridRow& row);
   void TakeTree(int index);
   void TakeOne(int index);
+  lorv::RowPlace PlaceOfRow(const CBCGPGridRow& row, int index) const;
+  lorv::RowArrangement Arrangement();
   bool EditsIn(const CBCGPGridRow& row) const;
   void CountLevel(const CBCGPGridRow& row, int step);
   using RowOrder = std::function<bool(const CBCGPGridRow*, const CBCGPGridRow*)>;
@@ -513,6 +515,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
 
   lorv::LifeToken life_;
   lorv::GridKeyHandlers key_handlers_;
+  lorv::GridChanges changes_;
   COleDropTarget drop_target_;
   CBCGPGridColumnsInfo own_columns_;
   lorv::RowStore rows_;

@@ -119,6 +119,7 @@ void CBCGPGridCtrl::CloseEditor() {
   if (life.expired()) return;
   editor->DestroyWindow();
   if (!life.expired() && combo != nullptr) combo->DestroyWindow();
+  if (!life.expired()) changes_.ForEach([](lorv::GridObserver& observer) { observer.OnEditorClosed(); });
 }
 
 bool CBCGPGridCtrl::CloseEditorIn(const CBCGPGridRow& row) {
@@ -136,6 +137,7 @@ BOOL CBCGPGridCtrl::EndEditItem(BOOL update) {
   const auto life = life_.Watch();
   const lorv::ScopeMark ending(ending_edit_, life);
   CBCGPGridItem* const item = editing_;
+  const lorv::StepScope step(changes_, item);
   ended_ = item;
   if (update != FALSE && item->CanUpdateData() != FALSE) {
     const BOOL taken = item->OnUpdateValue();

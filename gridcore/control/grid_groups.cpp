@@ -11,12 +11,16 @@
 void CBCGPGridCtrl::InsertGroupColumn(int place, int column) {
   if (!GetColumnsInfo().HasColumn(column) || IsGroupColumn(column) || IsVirtualMode() != FALSE) return;
   place = std::clamp(place, 0, GetGroupColumnCount());
+  const lorv::StepScope step(changes_);
+  if (changes_.AreWatched()) changes_.TellMoving(Arrangement());
   group_columns_.insert(group_columns_.begin() + place, column);
   Regroup();
 }
 
 void CBCGPGridCtrl::RemoveGroupColumn(int place) {
   if (place < 0 || place >= GetGroupColumnCount()) return;
+  const lorv::StepScope step(changes_);
+  if (changes_.AreWatched()) changes_.TellMoving(Arrangement());
   group_columns_.erase(group_columns_.begin() + place);
   Regroup();
 }
@@ -50,6 +54,7 @@ void CBCGPGridCtrl::Regroup() {
   if (editing_ != nullptr) EndEditItem(TRUE);
   if (life.expired()) return;
   CBCGPGridRow* const current = GetCurSel();
+  if (changes_.AreWatched()) changes_.TellMoving(Arrangement());
   ArrangeRows();
   regroup_wanted_ = true;
   FollowRow(current);

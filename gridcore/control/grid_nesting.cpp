@@ -11,6 +11,7 @@ int CBCGPGridCtrl::PutBeside(CBCGPGridRow& sibling, int step, CBCGPGridRow* row,
   if (!parent->TakesSubItem(row)) return -1;
   parent->Nest(*row, parent->PlaceOf(sibling) + step);
   PutTree(index, *row);
+  if (changes_.AreWatched()) changes_.TellInserted(PlaceOfRow(*row, index), *row);
   if (relayout != FALSE) AdjustLayout();
   return index;
 }
@@ -20,6 +21,7 @@ int CBCGPGridCtrl::PutSubRow(CBCGPGridRow& parent, CBCGPGridRow* row, BOOL relay
   const int index = IndexOfRow(parent) + parent.GetAllSubItemsCount() + 1;
   parent.Nest(*row, place);
   PutTree(index, *row);
+  if (changes_.AreWatched()) changes_.TellInserted(PlaceOfRow(*row, index), *row);
   if (relayout != FALSE) AdjustLayout();
   return place;
 }
@@ -35,6 +37,7 @@ void CBCGPGridCtrl::PutTree(int index, CBCGPGridRow& row) {
 }
 
 void CBCGPGridCtrl::PutOne(int index, CBCGPGridRow& row) {
+  if (!merged_.IsEmpty()) changes_.TellMerging(merged_.Blocks());
   row.owner_ = this;
   rows_.Insert(index, row);
   CountLevel(row, 1);
@@ -54,6 +57,7 @@ void CBCGPGridCtrl::TakeTree(int index) {
 }
 
 void CBCGPGridCtrl::TakeOne(int index) {
+  if (!merged_.IsEmpty()) changes_.TellMerging(merged_.Blocks());
   CBCGPGridRow* const row = rows_.Take(index);
   CountLevel(*row, -1);
   row->owner_ = nullptr;

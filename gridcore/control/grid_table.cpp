@@ -8,6 +8,7 @@
 
 int CBCGPGridCtrl::InsertColumn(int column, LPCTSTR name, int width, int align, BOOL redraw) {
   if (GetColumnsInfo().InsertColumn(column, name, width, align) == FALSE) return FALSE;
+  changes_.TellReplaced();
   selection_.InsertColumns(column, 1);
   merged_.InsertColumns(column, 1);
   if (current_.m_nColumn >= column) ++current_.m_nColumn;
@@ -25,6 +26,7 @@ int CBCGPGridCtrl::DeleteColumn(int column) {
   const auto life = life_.Watch();
   EndEditItem(FALSE);
   if (life.expired() || GetColumnsInfo().DeleteColumn(column) == FALSE) return FALSE;
+  changes_.TellReplaced();
   selection_.RemoveColumns(column, 1);
   merged_.RemoveColumns(column, 1);
   for (CBCGPGridItemID* cell : {&current_, &anchor_}) {
@@ -106,6 +108,7 @@ int CBCGPGridCtrl::InsertRowAfter(int position, CBCGPGridRow* row, BOOL relayout
 int CBCGPGridCtrl::PutRow(int index, CBCGPGridRow* row, BOOL relayout) {
   if (row == nullptr || row->owner_ != nullptr || row->parent_ != nullptr || rows_.IsVirtual()) return -1;
   PutTree(index, *row);
+  if (changes_.AreWatched()) changes_.TellInserted(PlaceOfRow(*row, index), *row);
   if (relayout != FALSE) AdjustLayout();
   return index;
 }
@@ -115,8 +118,9 @@ int CBCGPGridCtrl::RemoveRow(int position, BOOL relayout) {
   if (row == nullptr) return 0;
   // Handlers may have opened it again while it closed: such a row stays.
   if (!CloseEditorIn(*row) || EditsIn(*row)) return 0;
+  const lorv::RowPlace place = PlaceOfRow(*row, position);
   TakeTree(position);
-  delete row;
+  changes_.TellRemoved(place, std::unique_ptr<CBCGPGridRow>(row));
   if (relayout != FALSE) AdjustLayout();
   return 1;
 }
@@ -138,6 +142,7 @@ void CBCGPGridCtrl::RemoveAll(BOOL relayout) {
   if (life.expired() || editing_ != nullptr) return;
   CloseEditor();
   ended_ = nullptr;
+  changes_.TellReplaced();
   std::vector<CBCGPGridRow*> rows;
   rows.reserve(static_cast<std::size_t>(rows_.Size()));
   // Rows without an owner tell nobody of their end; nested ones go with those that hold them.
@@ -227,7 +232,9 @@ void CBCGPGridCtrl::ItemGone(const CBCGPGridItem& item) {
 void CBCGPGridCtrl::RowGone(CBCGPGridRow& row) {
   if (EditsIn(row)) CloseEditor();
   const int index = rows_.IndexOf(row);
-  if (index >= 0) TakeTree(index);
+  if (index < 0) return;
+  changes_.TellReplaced();
+  TakeTree(index);
 }
 
 void CBCGPGridCtrl::RowLinesChanged(const CBCGPGridRow& row, BOOL relayout) {
@@ -276,6 +283,7 @@ void CBCGPGridCtrl::Sort(int column, BOOL ascending) {
   if (editing_ != nullptr) EndEditItem(TRUE);
   if (life.expired() || !GetColumnsInfo().HasColumn(column)) return;
   CBCGPGridRow* const current = GetCurSel();
+  if (changes_.AreWatched()) changes_.TellMoving(Arrangement());
   sort_column_ = column;
   sort_ascending_ = ascending != FALSE;
   ArrangeRows();
@@ -286,15 +294,19 @@ void CBCGPGridCtrl::Sort(int column, BOOL ascending) {
 
 BOOL CBCGPGridCtrl::MergeRange(const CBCGPGridRange& range) {
   if (!range.IsValid() || range.m_nBottom >= rows_.Size() || range.m_nRight >= GetColumnCount()) return FALSE;
-  if (!merged_.Add(range)) return FALSE;
+  if (!merged_.CanAdd(range)) return FALSE;
+  changes_.TellMerging(merged_.Blocks());
+  merged_.Add(range);
   Invalidate(FALSE);
   return TRUE;
 }
 
 BOOL CBCGPGridCtrl::UnmergeAt(const CBCGPGridItemID& cell) {
-  const bool done = merged_.RemoveAt(cell);
-  if (done) Invalidate(FALSE);
-  return done;
+  if (!merged_.BlockAt(cell).IsValid()) return FALSE;
+  changes_.TellMerging(merged_.Blocks());
+  merged_.RemoveAt(cell);
+  Invalidate(FALSE);
+  return TRUE;
 }
 
 int CBCGPGridCtrl::GetMergedItemsInRange(const CBCGPGridRange& range,

@@ -17,9 +17,13 @@ bool CBCGPGridCheckItem::IsOn() const {
 }
 
 BOOL CBCGPGridCheckItem::OnSpace() {
-  const CBCGPGridCtrl* owner = GetOwnerList();
+  CBCGPGridCtrl* const owner = GetOwnerList();
   if (owner == nullptr || owner->IsEditableNow(this) == FALSE) return FALSE;
-  SetValue(_variant_t(!IsOn()), TRUE);
+  const lorv::StepScope step(owner->Changes(), this);
+  {
+    const auto by_user = owner->Changes().ByUser();
+    SetValue(_variant_t(!IsOn()), TRUE);
+  }
   // The last step: handlers may end this cell.
   SetItemChanged();
   return TRUE;

@@ -29,12 +29,17 @@ CBCGPGridItem::Rare& CBCGPGridItem::RareParts() {
 }
 
 void CBCGPGridItem::SetState(State state, BOOL on, BOOL redraw) {
-  states_ = static_cast<unsigned short>(on != FALSE ? states_ | state : states_ & ~state);
+  const auto states = static_cast<unsigned short>(on != FALSE ? states_ | state : states_ & ~state);
+  if (states != states_ && state != kChanged) LooksChange();
+  states_ = states;
   if (redraw != FALSE) Redraw();
 }
 
 void CBCGPGridItem::SetValue(const _variant_t& value, BOOL redraw) {
-  value_ = value;
+  if (Watchers() == nullptr)
+    value_ = value;
+  else
+    PutValue(_variant_t(value));
   if (redraw != FALSE) Redraw();
 }
 
@@ -46,7 +51,7 @@ BOOL CBCGPGridItem::ChangeType(const _variant_t& value) {
   } else if (value.vt == VT_BSTR) {
     fresh = _variant_t(_T(""));
   }
-  value_ = std::move(fresh);
+  PutValue(std::move(fresh));
   return TRUE;
 }
 
@@ -90,17 +95,32 @@ void CBCGPGridItem::SetValueTooltip(LPCTSTR text) {
 }
 
 void CBCGPGridItem::SetBackgroundColor(COLORREF colour, BOOL redraw) {
+  if (colour != back_) LooksChange();
   back_ = colour;
   if (redraw != FALSE) Redraw();
 }
 
 void CBCGPGridItem::SetTextColor(COLORREF colour, BOOL redraw) {
+  if (colour != text_) LooksChange();
   text_ = colour;
   if (redraw != FALSE) Redraw();
 }
 
 void CBCGPGridItem::SetImage(int image, BOOL redraw) {
-  if (image != GetImage()) RareParts().image = image;
+  if (image != GetImage()) {
+    LooksChange();
+    RareParts().image = image;
+  }
+  if (redraw != FALSE) Redraw();
+}
+
+void CBCGPGridItem::SetLooks(const lorv::ItemLooks& looks, BOOL redraw) {
+  if (looks == GetLooks()) return;
+  LooksChange();
+  back_ = looks.back;
+  text_ = looks.text;
+  states_ = static_cast<unsigned short>((looks.states & ~kChanged) | (states_ & kChanged));
+  if (looks.image != GetImage()) RareParts().image = looks.image;
   if (redraw != FALSE) Redraw();
 }
 
@@ -169,7 +189,8 @@ void CBCGPGridItem::ReadFromArchive(CArchive& archive) {
   int image = -1;
   unsigned short states = 0;
   archive >> back >> text >> image >> states;
-  value_ = std::move(value);
+  PutValue(std::move(value));
+  LooksChange();
   back_ = back;
   text_ = text;
   states_ = states;

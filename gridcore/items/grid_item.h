@@ -17,6 +17,18 @@ class CWnd;
 
 namespace lorv {
 
+class GridChanges;
+
+// What a cell looks like and how it may be changed, as one value.
+struct ItemLooks {
+  COLORREF back = 0;
+  COLORREF text = 0;
+  int image = -1;
+  unsigned short states = 0;
+
+  friend bool operator==(const ItemLooks&, const ItemLooks&) = default;
+};
+
 // No colour of its own: a cell is then drawn as the grid's theme says.
 constexpr COLORREF kNoColour = 0xFFFFFFFF;
 
@@ -104,6 +116,11 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
   COLORREF GetTextColor() const { return text_; }
   void SetImage(int image, BOOL redraw = TRUE);
   int GetImage() const;  // -1: none
+  // All of it at once, with whether the cell is enabled, read-only, of several lines, and can be edited.
+  lorv::ItemLooks GetLooks() const {
+    return {back_, text_, GetImage(), static_cast<unsigned short>(states_ & ~kChanged)};
+  }
+  void SetLooks(const lorv::ItemLooks& looks, BOOL redraw = TRUE);
 
   // Where it stands.
   int GetColumnId() const { return column_; }
@@ -155,6 +172,7 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
   // else the text itself, so that nothing that was typed is lost.
   virtual _variant_t ValueOfText(const CString& text) const;
   void DrawText(CDC* dc, const CString& text, CRect rect) const;
+  void PutValue(_variant_t&& value);
 
  private:
   friend class CBCGPGridRow;
@@ -170,6 +188,8 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
   bool Has(State state) const { return (states_ & state) != 0; }
   void SetState(State state, BOOL on, BOOL redraw);
   Rare& RareParts();
+  lorv::GridChanges* Watchers() const;  // null: nobody observes this cell
+  void LooksChange();
 
   _variant_t value_;
   CBCGPGridRow* row_ = nullptr;

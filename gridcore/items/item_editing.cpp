@@ -79,7 +79,11 @@ BOOL CBCGPGridItem::OnUpdateValue() {
   if (GetInPlaceWnd() == nullptr || GetOwnerList()->EditorUntouched()) return TRUE;
   const CString text = EditorText();
   if (text == FormatItem()) return TRUE;
-  value_ = ValueOfText(text);
+  _variant_t typed = ValueOfText(text);
+  {
+    const auto by_user = GetOwnerList()->Changes().ByUser();
+    PutValue(std::move(typed));
+  }
   // Nothing follows: the handlers of a change may have ended this cell.
   SetItemChanged();
   return TRUE;

@@ -35,7 +35,7 @@ std::vector<CBCGPGridRange> MergedCells::BlocksMeeting(const CBCGPGridRange& ran
 }
 
 bool MergedCells::Add(const CBCGPGridRange& block) {
-  if (block.CellCount() < 2 || !BlocksMeeting(block).empty()) return false;
+  if (!CanAdd(block)) return false;
   blocks_.insert(std::upper_bound(blocks_.begin(), blocks_.end(), block, StandsBefore), block);
   Index();
   return true;

@@ -26,6 +26,9 @@ class COMM_LORV_API MergedCells {
   // Those that meet the range, in the order of Blocks.
   std::vector<CBCGPGridRange> BlocksMeeting(const CBCGPGridRange& range) const;
 
+  bool CanAdd(const CBCGPGridRange& block) const {
+    return block.CellCount() >= 2 && BlocksMeeting(block).empty();
+  }
   // False, and nothing changes, for a range of fewer than two cells and one that meets a block.
   bool Add(const CBCGPGridRange& block);
   // Takes away the block that the cell belongs to; false if there is none.
