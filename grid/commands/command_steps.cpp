@@ -25,12 +25,14 @@ bool Clear(Grid& grid) {
   // The values of a virtual table are somebody else's.
   if (grid.IsVirtualMode() != FALSE) return false;
   const auto life = grid.Watch();
+  const auto user = grid.Changes().ByUser();
+  const StepScope step(grid.Changes());
   const std::vector<CBCGPGridRange> ranges = grid.GetSelection();
   bool any = false;
   for (const CBCGPGridRange& range : ranges)
     for (int row = range.m_nTop; row <= range.m_nBottom; ++row)
       for (int column = range.m_nLeft; column <= range.m_nRight; ++column) {
-        if (grid.GetRowRect(row).IsRectEmpty() != FALSE || grid.GetColumnVisible(column) == FALSE) continue;
+        if (!grid.IsRowShown(row) || grid.GetColumnVisible(column) == FALSE) continue;
         any = ClearCell(grid, {row, column}) || any;
         if (life.expired()) return any;
       }
@@ -40,6 +42,8 @@ bool Clear(Grid& grid) {
 bool InsertRow(Grid& grid) {
   const CBCGPGridItemID at = grid.GetCurSelItemID();
   if (grid.IsReadOnly() != FALSE) return false;
+  const auto user = grid.Changes().ByUser();
+  const StepScope step(grid.Changes());
   CBCGPGridRow* const row = grid.CreateRow(grid.GetColumnCount());
   const int done = at.IsNull() ? grid.AddRow(row, TRUE) : grid.InsertRowBefore(at.m_nRow, row);
   // Refused, it is still nobody's.
@@ -49,6 +53,8 @@ bool InsertRow(Grid& grid) {
 
 bool DeleteRows(Grid& grid) {
   if (grid.IsReadOnly() != FALSE) return false;
+  const auto user = grid.Changes().ByUser();
+  const StepScope step(grid.Changes());
   if (auto* const basic = dynamic_cast<CBCGPBasicGridCtrl*>(&grid)) return basic->DeleteSelectedRows() > 0;
   std::vector<CBCGPGridItem*> items;
   std::vector<CBCGPGridRow*> rows;
@@ -63,6 +69,7 @@ bool DeleteRows(Grid& grid) {
 bool SortBy(Grid& grid, BOOL ascending) {
   const CBCGPGridItemID at = grid.GetCurSelItemID();
   if (at.IsNull()) return false;
+  const auto user = grid.Changes().ByUser();
   grid.Sort(at.m_nColumn, ascending);
   return true;
 }

@@ -260,6 +260,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   const CRect& GetRowHeaderRect() const { return m_rectRowHeader; }
   CRect GetItemRect(const CBCGPGridItemID& id) const;  // of merged cells: the whole block
   CRect GetRowRect(int row) const;
+  bool IsRowShown(int row) const { return heights_.SizeOf(row) > 0; }  // hidden by nothing
   CRect GetRangeRect(
       const CBCGPGridRange& range) const;  // what is visible of its columns and rows, unclipped
   // Around the range that was selected last; empty where its right bottom corner is out of sight.

@@ -164,13 +164,14 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
   // Called once the cell has its place in a row; FALSE and the row does without it.
   virtual BOOL OnCreate(int row, int column);
 
+  // The value that the typed text is for this cell: of the value's kind where the text has a meaning in it,
+  // else the text itself, so that nothing that was typed is lost.
+  virtual _variant_t ValueOfText(const CString& text) const;
+
  protected:
   CBCGPGridItem();
   void SetFlag(unsigned flag) { flags_ = static_cast<unsigned short>(flags_ | flag); }
   CString EditorText() const;
-  // The value that the typed text is for this cell: of the value's kind where the text has a meaning in it,
-  // else the text itself, so that nothing that was typed is lost.
-  virtual _variant_t ValueOfText(const CString& text) const;
   void DrawText(CDC* dc, const CString& text, CRect rect) const;
   void PutValue(_variant_t&& value);
 
