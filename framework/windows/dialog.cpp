@@ -33,10 +33,9 @@ INT_PTR CDialog::DoModal() {
   if (!Build(*form_, parent_ != nullptr ? parent_ : GetActiveWindow())) return -1;
   Start();
   const HWND window = m_hWnd;
-  if (window != nullptr && !ended_) {
-    ShowWindow(SW_SHOW);
-    Run(window);
-  }
+  if (window != nullptr && !ended_) ShowWindow(SW_SHOW);
+  // Showing it moves the focus, and a handler of that may end it: nobody would wake the loop any more.
+  if (window != nullptr && m_hWnd == window && !ended_) Run(window);
   // The window may have gone without EndDialog; then there is no answer.
   DestroyWindow();
   modal_ = false;

@@ -77,3 +77,7 @@ TEST(QtRandomConduct, NothingThatIsGoneIsTouched) {
 TEST(QtRandomGrid, TableIsWhatThePlainOneSays) {
   lorv_test::PlayRandomScripts<QtRandomUser>(lorv_test::RandomGridScripts(200), lorv_test::PlayRandomGrid);
 }
+
+TEST(QtRandomBridge, HandlersMayDoAnything) {
+  lorv_test::PlayRandomScripts<QtRandomUser>(lorv_test::RandomGridScripts(200), lorv_test::PlayRandomBridge);
+}

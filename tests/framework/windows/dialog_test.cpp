@@ -40,6 +40,22 @@ class Form : public CDialog {
   }
 };
 
+// Ends itself when its window is shown, before its loop runs.
+class ShortForm : public Form {
+ public:
+  using Form::Form;
+
+ protected:
+  void OnShowWindow(BOOL shown, UINT /*reason*/) {
+    if (shown != FALSE) EndDialog(78);
+  }
+  DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(ShortForm, CDialog)
+ON_WM_SHOWWINDOW()
+END_MESSAGE_MAP()
+
 int FocusId() {
   const CWnd* const focus = CWnd::GetFocus();
   return focus == nullptr ? -1 : focus->GetDlgCtrlID();
@@ -82,6 +98,13 @@ TEST_F(Dialog, MayEndWhileItStarts) {
   Form form(&top);
   form.ends_at_start = 77;
   EXPECT_EQ(form.DoModal(), 77);
+}
+
+TEST_F(Dialog, MayEndWhileItIsShown) {
+  ShortForm form(&top);
+  EXPECT_EQ(form.DoModal(), 78);
+  EXPECT_EQ(form.notes, (Notes{"init"})) << "nobody had to cancel it";
+  EXPECT_NE(top.IsWindowEnabled(), 0);
 }
 
 TEST_F(Dialog, ItsOwnerIsDisabledWhileItRuns) {
