@@ -13,6 +13,8 @@
 
 namespace lorv {
 
+struct SheetArea;
+
 // Columns in ascending order, each once.
 using ColumnList = TSortArray<int, SortCompare<int, int, __int64>, OxArray<int, OxVector<int>>>;
 
@@ -133,6 +135,8 @@ class COMM_LORV_API CAdExcel2GridEx {
                  std::vector<CXArrayDBToArray>& tables, CStringArray& names);
   void ReadAllSheets(const lorv::AutomationFamily& family, const lorv::AutoRef& worksheets, long count,
                      std::vector<CXArrayDBToArray>& tables, CStringArray& names);
+  bool ReadShown(const lorv::AutoRef& worksheet, const lorv::SheetArea& area);
+  void AddMergedArea(const lorv::SheetArea& area, int table_row, int sheet_row);
   void NoteMergedArea(const lorv::AutomationFamily& family, const lorv::AutoRef& cell, int table_row,
                       int sheet_row);
 

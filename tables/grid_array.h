@@ -39,6 +39,8 @@ class CGridArray {
 
   // 1, or 0 outside the rows or the declared width.
   int SetValueAt(int row, int column, const T& value);
+  // As above; the value is taken over.
+  int SetValueAt(int row, int column, T&& value);
   // An empty cell outside the table. A column that AppendColumn added is inside.
   const T& GetValueAt(int row, int column) const;
 
@@ -73,6 +75,8 @@ class CGridArray {
 
  private:
   bool Resize(std::size_t rows, std::size_t columns);
+  // Null outside the rows or the declared width.
+  T* DeclaredCell(int row, int column);
   // Kept apart from GetValueAt, which every reading of a table goes through.
   [[gnu::noinline]] static const T& EmptyCell();
 };
@@ -115,14 +119,28 @@ bool CGridArray<T>::SetAllVal(const T& value) {
 
 template <class T>
 int CGridArray<T>::SetValueAt(int row, int column, const T& value) {
+  T* const cell = DeclaredCell(row, column);
+  if (cell == nullptr) return 0;
+  *cell = value;
+  return 1;
+}
+
+template <class T>
+int CGridArray<T>::SetValueAt(int row, int column, T&& value) {
+  T* const cell = DeclaredCell(row, column);
+  if (cell == nullptr) return 0;
+  *cell = std::move(value);
+  return 1;
+}
+
+template <class T>
+T* CGridArray<T>::DeclaredCell(int row, int column) {
   // Negative indexes are huge ones here. A row that lost a column is narrower than declared.
   const auto at_row = static_cast<std::size_t>(row);
   const auto at = static_cast<std::size_t>(column);
-  if (at_row >= m_arrRows.size() || column >= m_nColCount) return 0;
+  if (at_row >= m_arrRows.size() || column >= m_nColCount) return nullptr;
   Row& cells = m_arrRows[at_row];
-  if (at >= cells.size()) return 0;
-  cells[at] = value;
-  return 1;
+  return at < cells.size() ? &cells[at] : nullptr;
 }
 
 template <class T>

@@ -22,6 +22,7 @@ class COMM_LORV_API CXArrayDBToArray : public CGridArray<_variant_t> {
   __int64 GetCount(short dimension) const;
 
   void SetValue(int row, int column, const _variant_t& value) { SetValueAt(row, column, value); }
+  void SetValue(int row, int column, _variant_t&& value) { SetValueAt(row, column, std::move(value)); }
   const _variant_t& GetValue(int row, int column) const { return GetValueAt(row, column); }
 
   // The count of rows added at the end; 0 if there is no memory for all of them.

@@ -85,6 +85,8 @@ double ConvertNarrow(TextView digits) {
   return PowerOfFirstDigit(narrow) > 0 ? std::numeric_limits<double>::infinity() : 0.0;
 }
 
+// Of numbers that are printed without an exact conversion.
+constexpr int kMostShortDecimals = 6;
 constexpr std::array<double, 16> kPowersOfTen = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                                                  1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
@@ -110,6 +112,37 @@ bool ConvertShort(TextView digits, double& value) {
   const std::size_t decimals = point == digits.size() ? 0 : digits.size() - point - 1;
   value = static_cast<double>(number) / kPowersOfTen[decimals];
   return true;
+}
+
+// The digits of |value| with some decimals as one whole number, where there is no doubt of their rounding.
+bool RoundedDigits(double value, int decimals, std::uint64_t& digits) {
+  if (decimals < 0 || decimals > kMostShortDecimals) return false;
+  const double scaled = std::abs(value) * kPowersOfTen[static_cast<std::size_t>(decimals)];
+  // Below 2^42 the product is off by 2^-12 at most. Also false for what is no number.
+  if (!(scaled < 0x1p42)) return false;
+  const auto whole = static_cast<std::uint64_t>(scaled);
+  const double rest = scaled - static_cast<double>(whole);
+  // So near the middle the exact value may lie on its other side, or in it.
+  if (std::abs(rest - 0.5) < 0x1p-10) return false;
+  digits = whole + (rest > 0.5 ? 1 : 0);
+  return true;
+}
+
+// Digits that stand for `decimals` places behind the point; the count of characters, or 0 if they do not fit.
+int PrintDigits(std::uint64_t digits, unsigned decimals, bool negative, char* out, int size) {
+  char reversed[24] = {};
+  unsigned count = 0;
+  for (; digits != 0 || count <= decimals; digits /= 10) {
+    reversed[count++] = static_cast<char>('0' + digits % 10);
+  }
+  const int length = static_cast<int>(count) + (decimals > 0 ? 1 : 0) + (negative ? 1 : 0);
+  if (length > size) return 0;
+  char* at = out;
+  if (negative) *at++ = '-';
+  while (count > decimals) *at++ = reversed[--count];
+  if (decimals > 0) *at++ = '.';
+  while (count > 0) *at++ = reversed[--count];
+  return length;
 }
 
 bool IsCapital(char form) {
@@ -166,6 +199,11 @@ std::string RealToText(double value, char form, int precision) {
 }
 
 int FixedToText(double value, int decimals, char* out, int size) {
+  std::uint64_t digits = 0;
+  // Most numbers of a table by far; the rest takes its exact value apart.
+  if (RoundedDigits(value, decimals, digits)) {
+    return PrintDigits(digits, static_cast<unsigned>(decimals), std::signbit(value), out, size);
+  }
   const auto result = std::to_chars(out, out + size, value, std::chars_format::fixed, decimals);
   return result.ec == std::errc() ? static_cast<int>(result.ptr - out) : 0;
 }

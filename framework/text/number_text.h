@@ -30,7 +30,8 @@ COMM_LORV_API int ReadInteger(TextView text);
 //   RealToText(1.5, 'f', 3)  gives "1.500"
 COMM_LORV_API std::string RealToText(double value, char form, int precision);
 
-// "%.Nf" into a buffer, N 0 to 6, without the buffer's end: the count of characters, or 0 if they do not fit.
+// "%.Nf" into a buffer, N 0 or more, without a zero behind it: the count of characters, or 0 if they do not
+// fit.
 COMM_LORV_API int FixedToText(double value, int decimals, char* out, int size);
 
 }  // namespace lorv

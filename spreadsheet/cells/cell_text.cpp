@@ -1,5 +1,9 @@
 #include "spreadsheet/cells/cell_text.h"
 
+#include <algorithm>
+#include <string_view>
+
+#include "framework/text/number_text.h"
 #include "framework/values/ole_date.h"
 #include "spreadsheet/cells/cell_number.h"
 
@@ -49,26 +53,40 @@ bool IsWholeFormat(TextView format) {
   return format.size() == 3 && format[0] == _T('0') && format[1] == _T('_');
 }
 
-CString GeneralText(double value) {
-  CString text;
-  text.Format(_T("%.10g"), value);
-  return text;
+void AppendDigits(std::string_view digits, CellFormat::Units& out) {
+  out.append(digits.begin(), digits.end());
 }
 
-CString TimeText(double value) {
-  SYSTEMTIME time = {};
-  if (!SplitOleDate(value, time)) return GeneralText(value);
-  CString text;
-  text.Format(_T("%d:%d:%d"), time.wHour, time.wMinute, time.wSecond);
-  return text;
+void AppendFixed(double value, int decimals, CellFormat::Units& out) {
+  char digits[64];
+  const int places = std::max(decimals, 0);
+  const int length = FixedToText(value, places, digits, sizeof(digits));
+  if (length > 0) {
+    AppendDigits({digits, static_cast<std::size_t>(length)}, out);
+  } else {
+    // Hundreds of digits.
+    AppendDigits(RealToText(value, 'f', places), out);
+  }
 }
 
-CString DateText(double date) {
+void AppendGeneral(double value, CellFormat::Units& out) {
+  constexpr int kDigits = 10;
+  AppendDigits(RealToText(value, 'g', kDigits), out);
+}
+
+// Three parts as they are, without padding.
+void AppendParts(int first, int second, int third, TCHAR mark, CellFormat::Units& out) {
+  AppendDigits(std::to_string(first), out);
+  out += mark;
+  AppendDigits(std::to_string(second), out);
+  out += mark;
+  AppendDigits(std::to_string(third), out);
+}
+
+void AppendTime(double value, CellFormat::Units& out) {
   SYSTEMTIME time = {};
-  if (!SplitOleDate(date, time)) return {};
-  CString text;
-  text.Format(_T("%d-%d-%d"), time.wYear, time.wMonth, time.wDay);
-  return text;
+  if (!SplitOleDate(value, time)) return AppendGeneral(value, out);
+  AppendParts(time.wHour, time.wMinute, time.wSecond, _T(':'), out);
 }
 
 CString MoneyText(const CY& money, TextView format) {
@@ -77,33 +95,65 @@ CString MoneyText(const CY& money, TextView format) {
   return _T("$") + FixedNumber(static_cast<double>(whole), MoneyDecimals(format));
 }
 
-CString NumberText(double value, TextView format) {
+}  // namespace
+
+CellFormat::CellFormat(TextView format) {
   // Percent first, whatever else the format holds: "$0.00%" is a percentage.
   if (!format.empty() && format.back() == _T('%')) {
-    return FixedNumber(value * 100, PercentDecimals(format)) + _T("%");
+    kind_ = Kind::kPercent;
+    decimals_ = PercentDecimals(format);
+  } else if (format.find_first_of(_T("Y$")) != TextView::npos) {
+    kind_ = Kind::kMoney;
+    decimals_ = MoneyDecimals(format);
+  } else if (IsTimeFormat(format)) {
+    // Before the point is looked at: times with fractions of a second hold one, too.
+    kind_ = Kind::kTime;
+  } else if (format.find(_T('.')) != TextView::npos && format.find(_T('E')) == TextView::npos) {
+    kind_ = Kind::kFixed;
+    decimals_ = PlainDecimals(format);
+  } else if (IsWholeFormat(format)) {
+    kind_ = Kind::kFixed;
   }
-  if (format.find_first_of(_T("Y$")) != TextView::npos) {
-    return _T("$") + FixedNumber(value, MoneyDecimals(format));
-  }
-  // Before the point is looked at: times with fractions of a second hold one, too.
-  if (IsTimeFormat(format)) return TimeText(value);
-  if (format.find(_T('.')) != TextView::npos && format.find(_T('E')) == TextView::npos) {
-    return FixedNumber(value, PlainDecimals(format));
-  }
-  return IsWholeFormat(format) ? FixedNumber(value, 0) : GeneralText(value);
 }
 
-}  // namespace
+void CellFormat::AppendNumber(double value, Units& out) const {
+  switch (kind_) {
+    case Kind::kPercent:
+      AppendFixed(value * 100, decimals_, out);
+      out += _T('%');
+      break;
+    case Kind::kMoney:
+      out += _T('$');
+      AppendFixed(value, decimals_, out);
+      break;
+    case Kind::kTime:
+      AppendTime(value, out);
+      break;
+    case Kind::kFixed:
+      AppendFixed(value, decimals_, out);
+      break;
+    default:
+      AppendGeneral(value, out);
+  }
+}
+
+void CellFormat::AppendDate(double date, Units& out) {
+  SYSTEMTIME time = {};
+  if (SplitOleDate(date, time)) AppendParts(time.wYear, time.wMonth, time.wDay, _T('-'), out);
+}
 
 CString SheetCellText(const VARIANT& value, const CString& format) {
   const TextView shown(format.GetString());
+  CellFormat::Units text;
   switch (value.vt) {
     case VT_R8:
-      return NumberText(value.dblVal, shown);
+      CellFormat(shown).AppendNumber(value.dblVal, text);
+      return CString(TextView(text));
     case VT_CY:
       return MoneyText(value.cyVal, shown);
     case VT_DATE:
-      return DateText(value.date);
+      CellFormat::AppendDate(value.date, text);
+      return CString(TextView(text));
     case VT_BSTR:
       return value.bstrVal == nullptr ? CString()
                                       : CString(TextView(value.bstrVal, SysStringLen(value.bstrVal)));

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "framework/values/variant.h"
 
 namespace lorv {
@@ -24,5 +26,25 @@ namespace lorv {
 //
 //   SheetCellText(0.1234, _T("0.00%"))  gives _T("12.34%")
 COMM_LORV_API CString SheetCellText(const VARIANT& value, const CString& format);
+
+// The same for many cells of one number format, which is looked through once.
+//
+//   CellFormat(_T("0.00%")).AppendNumber(0.1234, out)  appends _T("12.34%")
+class CellFormat {
+ public:
+  using Units = std::basic_string<TCHAR>;
+
+  explicit CellFormat(TextView format);
+
+  void AppendNumber(double value, Units& out) const;
+  // Whatever the format says.
+  static void AppendDate(double date, Units& out);
+
+ private:
+  enum class Kind { kPercent, kMoney, kTime, kFixed, kGeneral };
+
+  Kind kind_ = Kind::kGeneral;
+  int decimals_ = 0;
+};
 
 }  // namespace lorv

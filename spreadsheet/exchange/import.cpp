@@ -4,6 +4,7 @@
 #include "spreadsheet/cells/exchange_limits.h"
 #include "spreadsheet/connection/spreadsheet_system.h"
 #include "spreadsheet/exchange/exchange_messages.h"
+#include "spreadsheet/exchange/shown_table.h"
 
 // A sheet on its way into a table: every cell by calls of its own, as the text that its user sees.
 
@@ -108,6 +109,8 @@ int CAdExcel2GridEx::ReadSheet(const AutomationFamily& family, const AutoRef& wo
   }
   // Only now, so that a refused area leaves the table that was read before.
   m_array.ReDim(rows, static_cast<int>(columns));
+  const lorv::SheetArea area = {first_row, first_column, rows, columns};
+  if (ReadShown(worksheet, area)) return 1;
   for (int row = 0; row < rows; ++row) {
     for (int column = 0; column < columns; ++column) {
       ReadCell(family, worksheet, row, column, static_cast<int>(first_row) + row,
@@ -117,17 +120,33 @@ int CAdExcel2GridEx::ReadSheet(const AutomationFamily& family, const AutoRef& wo
   return 1;
 }
 
+// Half a microsecond a cell is saved where the sheet is one of this process. What stands behind the sheet's
+// cells is the same by both ways.
+bool CAdExcel2GridEx::ReadShown(const AutoRef& worksheet, const lorv::SheetArea& area) {
+  const auto* const sheet = dynamic_cast<const lorv::DirectSheet*>(worksheet.get());
+  if (sheet == nullptr) return false;
+  lorv::ShownTable table(*sheet, m_array, [&](int row, const lorv::SheetArea& merged) {
+    AddMergedArea(merged, row, static_cast<int>(area.row) + row);
+  });
+  return sheet->Visit(area, table);
+}
+
 // Rows of the range are those of the table, columns those of the sheet: callers know it so.
+void CAdExcel2GridEx::AddMergedArea(const lorv::SheetArea& area, int table_row, int sheet_row) {
+  const long first = area.row - sheet_row + table_row;
+  // Called for each cell of an area, so that an area is listed as often as it has cells.
+  AddRange(first, area.column, first + area.rows - 1, area.column + area.columns - 1);
+}
+
 void CAdExcel2GridEx::NoteMergedArea(const AutomationFamily& family, const AutoRef& cell, int table_row,
                                      int sheet_row) {
   const AutoRef area = family.MergeArea(cell);
-  const long area_row = family.Row(area);
-  const long area_column = family.Column(area);
-  const long columns = family.Count(family.Columns(area));
-  const long rows = family.Count(family.Rows(area));
-  const long first = area_row - sheet_row + table_row;
-  // Called for each cell of an area, so that an area is listed as often as it has cells.
-  AddRange(first, area_column, first + rows - 1, area_column + columns - 1);
+  lorv::SheetArea merged;
+  merged.row = family.Row(area);
+  merged.column = family.Column(area);
+  merged.columns = family.Count(family.Columns(area));
+  merged.rows = family.Count(family.Rows(area));
+  AddMergedArea(merged, table_row, sheet_row);
 }
 
 int CAdExcel2GridEx::ReadCell(const AutomationFamily& family, const AutoRef& worksheet, int table_row,

@@ -43,7 +43,7 @@ std::string Read(const std::string& document, std::size_t block) {
 
 // The same in every cut.
 std::string Read(const std::string& document) {
-  const std::string whole = Read(document, document.size());
+  std::string whole = Read(document, document.size());
   for (std::size_t block = 1; block < document.size(); ++block) {
     EXPECT_EQ(Read(document, block), whole) << document << " in blocks of " << block;
   }

@@ -102,9 +102,44 @@ class CellStore {
   }
   Cell& Insert(Place place, std::uint64_t key);
 
+  friend class CellCursor;
+
   std::vector<std::vector<Cell>> blocks_;
   std::size_t size_ = 0;
   mutable Place last_;
+};
+
+// Cells for who asks for places that only go up: none of them is searched for. The cells must not change.
+class CellCursor {
+ public:
+  CellCursor(const CellStore& cells, long row, long column)
+      : cells_(cells), at_(cells.Seek(Cell::Key(row, column))) {}
+
+  // Null where no cell is. The place is behind the one asked before.
+  const Cell* At(long row, long column) {
+    const std::uint64_t key = Cell::Key(row, column);
+    const Cell* cell = Here();
+    while (cell != nullptr && cell->key() < key) {
+      ++at_.cell;
+      cell = Here();
+    }
+    return cell != nullptr && cell->key() == key ? cell : nullptr;
+  }
+
+ private:
+  // Null behind the last cell.
+  const Cell* Here() {
+    while (at_.block < cells_.blocks_.size()) {
+      const auto& block = cells_.blocks_[at_.block];
+      if (at_.cell < block.size()) return &block[at_.cell];
+      ++at_.block;
+      at_.cell = 0;
+    }
+    return nullptr;
+  }
+
+  const CellStore& cells_;
+  CellStore::Place at_;
 };
 
 }  // namespace lorv::engine

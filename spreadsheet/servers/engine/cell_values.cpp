@@ -50,12 +50,15 @@ void PutText(Book& book, Cell& cell, TextView text) {
   }
 }
 
-_variant_t NumberValue(const Book& book, const Cell& cell) {
-  if (!book.styles.IsDate(book.styles.Style(cell.style()).format)) return {cell.number()};
+void LookAtNumber(const Book& book, const Cell& cell, SheetCell& look) {
+  look.kind = VT_R8;
+  look.number = cell.number();
+  if (!book.styles.IsDate(look.format)) return;
   const double date = cell.number() + (book.dates_of_1904 ? kDaysTo1904 : 0);
   // Before 0 and behind the last year there are no dates.
-  if (!(date >= 0 && date < kBehindOleDates)) return {cell.number()};
-  return {date, VT_DATE};
+  if (!(date >= 0 && date < kBehindOleDates)) return;
+  look.kind = VT_DATE;
+  look.number = date;
 }
 
 }  // namespace
@@ -85,17 +88,43 @@ void PutCellValue(Book& book, Sheet& sheet, long row, long column, const VARIANT
   }
 }
 
+SheetCell LookAt(const Book& book, const Cell& cell) {
+  SheetCell look;
+  look.format = book.styles.Style(cell.style()).format;
+  switch (cell.kind()) {
+    case CellKind::kNumber:
+      LookAtNumber(book, cell, look);
+      break;
+    case CellKind::kText:
+      look.kind = VT_BSTR;
+      look.text = book.texts.At(cell.text());
+      break;
+    case CellKind::kBool:
+      look.kind = VT_BOOL;
+      look.number = cell.flag() ? 1 : 0;
+      break;
+    case CellKind::kError:
+      look.kind = VT_ERROR;
+      break;
+    default:
+      break;
+  }
+  return look;
+}
+
 _variant_t CellValue(const Book& book, const Sheet& sheet, long row, long column) {
   const Cell* const cell = sheet.cells.Find(row, column);
   if (cell == nullptr) return {};
-  switch (cell->kind()) {
-    case CellKind::kNumber:
-      return NumberValue(book, *cell);
-    case CellKind::kText:
-      return _variant_t(_bstr_t(CString(book.texts.At(cell->text()))));
-    case CellKind::kBool:
-      return _variant_t(cell->flag());
-    case CellKind::kError:
+  const SheetCell look = LookAt(book, *cell);
+  switch (look.kind) {
+    case VT_R8:
+    case VT_DATE:
+      return {look.number, look.kind};
+    case VT_BSTR:
+      return _variant_t(_bstr_t(CString(look.text)));
+    case VT_BOOL:
+      return _variant_t(look.number != 0);
+    case VT_ERROR:
       return {long{kFailureCode}, VT_ERROR};
     default:
       return {};

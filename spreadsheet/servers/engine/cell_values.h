@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/values/variant.h"
+#include "spreadsheet/automation/direct_sheet.h"
 #include "spreadsheet/servers/engine/book.h"
 
 // How a cell of the engine takes a value and gives it.
@@ -14,8 +15,10 @@ constexpr double kDaysTo1904 = 1462;
 //   value of another kind.
 void PutCellValue(Book& book, Sheet& sheet, long row, long column, const VARIANT& value);
 
-// A number under the format of a date is a date; money is a number like any other, so that nothing of it is
-// lost. An empty value for a cell without one.
+// What a cell holds: a number under the format of a date is a date. The text is the pool's.
+SheetCell LookAt(const Book& book, const Cell& cell);
+// The same as a value; money is a number like any other, so that nothing of it is lost. An empty value for a
+// cell without one.
 _variant_t CellValue(const Book& book, const Sheet& sheet, long row, long column);
 
 const CellStyle& StyleOf(const Book& book, const Sheet& sheet, long row, long column);

@@ -1,6 +1,7 @@
 #include "framework/objects/exceptions.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/engine_object.h"
+#include "spreadsheet/servers/engine/shown_cells.h"
 #include "spreadsheet/servers/engine/workbook_files.h"
 
 // Application, workbooks, workbook, worksheets and worksheet.
@@ -15,12 +16,18 @@ bool IsTrue(const AutoValue& value) {
   return truth.boolVal != VARIANT_FALSE;
 }
 
-class Worksheet : public EngineObject {
+class Worksheet : public EngineObject, public DirectSheet {
  public:
   explicit Worksheet(std::shared_ptr<const SheetPlace> place)
       : EngineObject(place->program, ObjectKind::kWorksheet), place_(std::move(place)) {}
 
   const std::shared_ptr<Sheet>& Data() const { return place_->sheet; }
+  bool Visit(const SheetArea& area, SheetVisitor& visitor) const override {
+    return ShowCells(*place_->book, *place_->sheet, area, visitor);
+  }
+  const CString& FormatText(std::uint32_t format) const override {
+    return place_->book->styles.FormatText(format);
+  }
 
  protected:
   AutoValue Get(Operation operation, std::span<const AutoValue> /*args*/) override {

@@ -11,8 +11,9 @@
 namespace lorv::engine {
 namespace {
 
-const char* NameOf(Form form) {
-  return form == Form::kGet ? "get" : form == Form::kPut ? "put" : "call";
+// The first letter of a form tells it from the others.
+bool HasForm(const OperationRow& row, Form form) {
+  return std::strchr(row.forms, "gpc"[static_cast<std::size_t>(form)]) != nullptr;
 }
 
 // Arguments are converted as a program would; what cannot be fails with the system's code for it.
@@ -46,8 +47,7 @@ CString TextArgument(std::span<const AutoValue> args, std::size_t at) {
 
 AutoValue EngineObject::Invoke(DISPID dispid, Form form, std::span<const AutoValue> args) {
   const OperationRow* const row = FindOperation(program_->Family(), kind_, dispid);
-  // The forms are few letters in a table that people read; they are searched for, not parsed.
-  if (row == nullptr || std::strstr(row->forms, NameOf(form)) == nullptr) RaiseNoMember();
+  if (row == nullptr || !HasForm(*row, form)) RaiseNoMember();
   // Every object knows its application.
   if (row->operation == Operation::kApplication) return ApplicationObject(program_);
   switch (form) {

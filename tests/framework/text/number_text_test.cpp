@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cfloat>
 #include <cmath>
 #include <cstdlib>
@@ -186,6 +187,44 @@ TEST(NumberText, FixedGoesIntoABufferOrNotAtAll) {
   EXPECT_EQ(FixedToText(123456789, 0, buffer, 8), 0);
   EXPECT_EQ(FixedToText(1e300, 0, buffer, 8), 0);
   EXPECT_EQ(FixedToText(0, 0, buffer, 0), 0);
+}
+
+// Values where the short way of printing decides, hesitates and declines.
+double RandomFixed(std::mt19937_64& random, int decimals) {
+  const double power = std::pow(10.0, decimals);
+  const auto whole = static_cast<double>(static_cast<std::int64_t>(random() >> (22 + random() % 40)));
+  const double sign = random() % 2 == 0 ? 1 : -1;
+  switch (random() % 5) {
+    case 0:  // in the middle of two, or as near as doubles go
+      return sign * (whole + 0.5) / power;
+    case 1:
+      return sign * std::nextafter((whole + 0.5) / power, random() % 2 == 0 ? 1e300 : -1e300);
+    case 2:
+      return sign * (whole + 0.5 + std::ldexp(1.0, -static_cast<int>(random() % 14))) / power;
+    case 3:
+      return std::bit_cast<double>(random());
+    default:
+      return sign * whole / power;
+  }
+}
+
+TEST(NumberText, FixedTextsAreThoseOfTheExactValue) {
+  std::mt19937_64 random(2203);
+  for (int round = 0; round < 400000; ++round) {
+    const auto decimals = static_cast<int>(random() % 9);
+    const double value = RandomFixed(random, decimals);
+    char buffer[400];
+    const int length = FixedToText(value, decimals, buffer, sizeof(buffer));
+    ASSERT_EQ(std::string(buffer, static_cast<std::size_t>(length)), RealToText(value, 'f', decimals))
+        << value << " with " << decimals;
+    // A unit less than it takes is too little.
+    ASSERT_EQ(FixedToText(value, decimals, buffer, length - 1), 0);
+  }
+  for (const double odd : {0.0, -0.0, -0.001, 4398046511103.996, 4398046511104.0, 1e22, 5e-324}) {
+    char buffer[400];
+    const int length = FixedToText(odd, 2, buffer, sizeof(buffer));
+    EXPECT_EQ(std::string(buffer, static_cast<std::size_t>(length)), RealToText(odd, 'f', 2));
+  }
 }
 
 }  // namespace
