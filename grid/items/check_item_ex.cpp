@@ -28,7 +28,10 @@ void CBCGPGridCheckItemEx::EnableNotAllSelIcon(bool on) {
 }
 
 int CBCGPGridCheckItemEx::DrawnState() const {
-  if (!IsOn()) return 0;
+  // Strict, unlike its base: a value that is no truth raises the platform's error wherever it is drawn.
+  _variant_t value = GetValue();
+  value.ChangeType(VT_BOOL);
+  if (value.boolVal == VARIANT_FALSE) return 0;
   return not_all_ ? 2 : 1;
 }
 

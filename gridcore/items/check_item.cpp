@@ -11,9 +11,10 @@ CBCGPGridCheckItem::CBCGPGridCheckItem() : CBCGPGridCheckItem(false) {}
 CBCGPGridCheckItem::CBCGPGridCheckItem(bool on, DWORD_PTR data) : CBCGPGridItem(_variant_t(on), data) {}
 
 bool CBCGPGridCheckItem::IsOn() const {
+  _variant_t on;
   _variant_t value = GetValue();
-  value.ChangeType(VT_BOOL);
-  return value.boolVal != VARIANT_FALSE;
+  // A fill or a host may have put any text here, and painting asks: what is no truth is off.
+  return SUCCEEDED(VariantChangeType(&on, &value, 0, VT_BOOL)) && on.boolVal != VARIANT_FALSE;
 }
 
 BOOL CBCGPGridCheckItem::OnSpace() {

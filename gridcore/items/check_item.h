@@ -4,8 +4,8 @@
 
 // A cell that is ticked or not; a click or the space key turns it over.
 //
-// Edges: an empty value counts as false; one that is no truth value at all raises `_com_error` where it is
-//   drawn or turned over. A cell that cannot be edited keeps its value.
+// Edges: an empty value counts as off, and so does one that is no truth value at all, such as a text that was
+//   filled in: a table with it can be painted. A cell that cannot be edited keeps its value.
 // As its base.
 //
 //   CBCGPGridCheckItem box(true, 0);  box.FormatItem()  gives "-1"
