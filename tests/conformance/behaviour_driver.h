@@ -50,6 +50,18 @@ class BehaviourDriver {
     MouseDown();
     MouseUp();
   }
+  void ClickWith(int modifier, POINT screen) {
+    Hold(modifier, true);
+    Click(screen);
+    Hold(modifier, false);
+  }
+  void Drag(POINT from, POINT to) {
+    MoveMouse(from);
+    MouseDown();
+    MoveMouse({(from.x + to.x) / 2, (from.y + to.y) / 2});
+    MoveMouse(to);
+    MouseUp();
+  }
 };
 
 }  // namespace lorv_test

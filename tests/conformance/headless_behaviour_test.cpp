@@ -4,7 +4,7 @@
 
 #include "platform/headless/desktop/headless_desktop.h"
 #include "tests/conformance/behaviour_scene.h"
-#include "tests/conformance/grid/bridge_steps.h"
+#include "tests/conformance/grid/bridge_scene.h"
 #include "tests/conformance/grid/grid_scene.h"
 #include "tests/conformance/kept_trace.h"
 #include "tests/conformance/painting_script.h"
@@ -91,4 +91,8 @@ TEST(Behaviour, HasAtLeastEightySteps) {
 
 TEST(GridBehaviour, HasAtLeastThreeHundredSteps) {
   EXPECT_GE(StepCount(lorv_test::KeptGridTrace()), 300);
+}
+
+TEST(BridgeBehaviour, HasAtLeastAHundredSteps) {
+  EXPECT_GE(StepCount(lorv_test::KeptBridgeTrace()), 100);
 }

@@ -38,7 +38,11 @@ template <class User>
 void PlayRandomScripts(unsigned scripts, void (*play)(RandomUser&, unsigned)) {
   for (unsigned script = 0; script < scripts && !testing::Test::HasFailure(); ++script) {
     User user;
-    play(user, script);
+    try {
+      play(user, script);
+    } catch (...) {
+      ADD_FAILURE() << "script " << script << " let an exception out";
+    }
   }
 }
 

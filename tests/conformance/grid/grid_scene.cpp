@@ -189,51 +189,6 @@ void GridScene::Press(std::initializer_list<int> keys) {
   for (const int key : keys) driver.Press(key);
 }
 
-POINT GridScene::At(const CPoint& client) const {
-  POINT at = client;
-  grid->ClientToScreen(&at);
-  return at;
-}
-
-POINT GridScene::Cell(int row, int column) const {
-  return At(grid->GetItemRect({row, column}).CenterPoint());
-}
-
-POINT GridScene::Button(int row, int column) const {
-  return At(grid->GetItem(row, column)->GetButtonRect().CenterPoint());
-}
-
-POINT GridScene::Header(int column) const {
-  const CRect cell = grid->GetItemRect(
-      {grid->HitTestRow(CPoint(grid->GetListRect().left, grid->GetListRect().top)), column});
-  return At(
-      {static_cast<int>(cell.CenterPoint().x), static_cast<int>(grid->GetHeaderRect().CenterPoint().y)});
-}
-
-POINT GridScene::RowHeader(int row) const {
-  return At({static_cast<int>(grid->GetRowHeaderRect().CenterPoint().x),
-             static_cast<int>(grid->GetRowRect(row).CenterPoint().y)});
-}
-
-POINT GridScene::Divider(int column) const {
-  const CRect cell = grid->GetItemRect({0, column});
-  return At({static_cast<int>(cell.right) - 1, static_cast<int>(grid->GetHeaderRect().CenterPoint().y)});
-}
-
-void GridScene::ClickWith(int modifier, POINT screen) {
-  driver.Hold(modifier, true);
-  driver.Click(screen);
-  driver.Hold(modifier, false);
-}
-
-void GridScene::Drag(POINT from, POINT to) {
-  driver.MoveMouse(from);
-  driver.MouseDown();
-  driver.MoveMouse({(from.x + to.x) / 2, (from.y + to.y) / 2});
-  driver.MoveMouse(to);
-  driver.MouseUp();
-}
-
 CString GridScene::Text(int row, int column) const {
   const CBCGPGridItem* item = grid->GetItem(row, column);
   return item == nullptr ? CString(_T("none")) : item->FormatItem();

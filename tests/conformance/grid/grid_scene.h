@@ -9,6 +9,7 @@
 #include "framework/windows/dialog.h"
 #include "grid/CBcgTrueDbGridCtrl.h"
 #include "tests/conformance/behaviour_driver.h"
+#include "tests/conformance/grid/grid_points.h"
 
 // The grid of the conformance script, which writes what it is told into one trace. Each step ends with where
 // the user is then: the current cell, what is selected, and what stands in the editor.
@@ -68,15 +69,15 @@ struct GridScene {
   void PressWith(int modifier, int key) { driver.PressWith(modifier, key); }
   void Type(LPCTSTR text) { driver.Type(lorv::TextView(text)); }
   // Points on the screen.
-  POINT At(const CPoint& client) const;
-  POINT Cell(int row, int column) const;
-  POINT Button(int row, int column) const;
-  POINT Header(int column) const;
-  POINT RowHeader(int row) const;
-  POINT Divider(int column) const;
+  POINT At(const CPoint& client) const { return PointIn(*grid, client); }
+  POINT Cell(int row, int column) const { return CellPoint(*grid, row, column); }
+  POINT Button(int row, int column) const { return ButtonPoint(*grid, row, column); }
+  POINT Header(int column) const { return HeaderPoint(*grid, column); }
+  POINT RowHeader(int row) const { return RowHeaderPoint(*grid, row); }
+  POINT Divider(int column) const { return DividerPoint(*grid, column); }
   void Click(POINT screen) { driver.Click(screen); }
-  void ClickWith(int modifier, POINT screen);
-  void Drag(POINT from, POINT to);
+  void ClickWith(int modifier, POINT screen) { driver.ClickWith(modifier, screen); }
+  void Drag(POINT from, POINT to) { driver.Drag(from, to); }
   CString Text(int row, int column) const;
   // What stands in a cell, or in a column from the top.
   void SayCell(int row, int column);

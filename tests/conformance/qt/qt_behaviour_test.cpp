@@ -15,7 +15,7 @@
 #include "platform/models/carried_fault.h"
 #include "platform/qt/desktop/qt_desktop.h"
 #include "tests/conformance/behaviour_scene.h"
-#include "tests/conformance/grid/bridge_steps.h"
+#include "tests/conformance/grid/bridge_scene.h"
 #include "tests/conformance/grid/grid_scene.h"
 #include "tests/conformance/kept_trace.h"
 #include "tests/conformance/own_loops.h"

@@ -3,6 +3,7 @@
 
 #include "platform/models/carried_fault.h"
 #include "tests/conformance/behaviour_scene.h"
+#include "tests/conformance/grid/bridge_scene.h"
 #include "tests/conformance/grid/grid_scene.h"
 #include "tests/conformance/kept_trace.h"
 #include "tests/conformance/own_loops.h"
@@ -62,6 +63,14 @@ const std::vector<lorv_test::Difference> kGridDifferences = {
     {"124 Esc again closes that", {"  2,2 [o1] kind 8", "  = 2,2"}},
     {"164 a double click opens the editor",
      {"  ends 1,1", "  left 1,1", "  chosen 3,2", "  opens 3,2", "  = 3,2 editor [d2] 2-2"}},
+};
+
+// A window that is hidden as it ends keeps the focus of its children: the open editor is not asked.
+const std::vector<lorv_test::Difference> kBridgeDifferences = {
+    {"48 the grid ended by a release",
+     {"  OnBeforeRowColChange", "  OnSelChangeGrid", "  OnRowColChange 0,0", "  OnSelChangeGrid",
+      "  OnMouseDownTdbgrid 1,0", "  OnKeyDownTdbgrid 113,0", "  OnMouseUpGrid 0,0", "  = gone"}},
+    {"81 the grid ends by a key", {"  OnKeyDownTdbgrid 40,0", "  = gone"}},
 };
 
 // The user at real windows. What has to be done while a menu or a dialog is up is done by a timer of the
@@ -255,6 +264,12 @@ TEST_F(Win32Behaviour, GridTraceIsTheKeptOne) {
   top.Peer()->Destroy();
   Driver driver(*this);
   lorv_test::ExpectTrace(lorv_test::KeptGridTrace(), lorv_test::PlayGrid(driver), kGridDifferences);
+}
+
+TEST_F(Win32Behaviour, BridgeTraceIsTheKeptOne) {
+  top.Peer()->Destroy();
+  Driver driver(*this);
+  lorv_test::ExpectTrace(lorv_test::KeptBridgeTrace(), lorv_test::PlayBridge(driver), kBridgeDifferences);
 }
 
 TEST_F(Win32Behaviour, PaintingTraceIsTheKeptOne) {
