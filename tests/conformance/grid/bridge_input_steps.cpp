@@ -109,6 +109,11 @@ std::vector<BridgeStep> BridgeMouseSteps() {
       {"a click on a header", [](BridgeScene& s) { s.driver.Click(HeaderPoint(*s.grid, 1)); }},
       {"a click on a row header", [](BridgeScene& s) { s.driver.Click(RowHeaderPoint(*s.grid, 2)); }},
       {"a drag over cells", [](BridgeScene& s) { s.driver.Drag(s.Cell(1, 0), s.Cell(3, 2)); }},
+  };
+}
+
+std::vector<BridgeStep> BridgePartSteps() {
+  return {
       {"a check box",
        [](BridgeScene& s) {
          s.grid->ReplaceItem(2, 1, new CBCGPGridCheckItem(false), FALSE);

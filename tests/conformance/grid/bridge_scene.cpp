@@ -107,8 +107,9 @@ std::vector<std::string> PlayBridge(BehaviourDriver& driver) {
   BridgeScene scene(driver);
   int number = 0;
   using Part = std::vector<BridgeStep> (*)();
-  for (const Part part : {BridgeOrderSteps, BridgeKeySteps, BridgeMouseSteps, BridgeCancelSteps,
-                          BridgeHostileSteps, BridgeTableSteps, BridgeScreenSteps}) {
+  for (const Part part :
+       {BridgeOrderSteps, BridgeKeySteps, BridgeMouseSteps, BridgePartSteps, BridgeCancelSteps,
+        BridgeHostileSteps, BridgeTableSteps, BridgeScreenSteps, BridgeHeightSteps}) {
     for (const BridgeStep& step : part()) {
       // Each begins with a dialog of its own: what one does to its table is no part of the next.
       scene.Make(4, 3);

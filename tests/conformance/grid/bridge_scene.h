@@ -57,10 +57,12 @@ struct BridgeStep {
 std::vector<BridgeStep> BridgeOrderSteps();
 std::vector<BridgeStep> BridgeKeySteps();
 std::vector<BridgeStep> BridgeMouseSteps();
+std::vector<BridgeStep> BridgePartSteps();
 std::vector<BridgeStep> BridgeCancelSteps();
 std::vector<BridgeStep> BridgeHostileSteps();
 std::vector<BridgeStep> BridgeTableSteps();
 std::vector<BridgeStep> BridgeScreenSteps();
+std::vector<BridgeStep> BridgeHeightSteps();
 
 // Plays the whole script; the trace, a line an event.
 std::vector<std::string> PlayBridge(BehaviourDriver& driver);

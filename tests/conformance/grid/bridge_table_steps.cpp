@@ -104,6 +104,11 @@ std::vector<BridgeStep> BridgeScreenSteps() {
          s.Hear({38});
          Repaint(s);
        }},
+  };
+}
+
+std::vector<BridgeStep> BridgeHeightSteps() {
+  return {
       {"rows of another height",
        [](BridgeScene& s) {
          s.Hear({13});
