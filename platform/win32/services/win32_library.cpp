@@ -21,9 +21,11 @@ class LoadedModule : public SharedLibrary {
 }  // namespace
 
 std::unique_ptr<SharedLibrary> OpenSharedLibrary(std::initializer_list<const char*> names) {
-  // The first that is there: versions of one library have different names.
+  // The first that is there: versions of one library have different names. They are looked for beside the
+  // program and in the system, never in the working folder, where a project of somebody else's may lie.
   for (const char* const name : names)
-    if (const HMODULE module = LoadLibraryA(name)) return std::make_unique<LoadedModule>(module);
+    if (const HMODULE module = LoadLibraryExA(name, nullptr, LOAD_LIBRARY_SEARCH_DEFAULT_DIRS))
+      return std::make_unique<LoadedModule>(module);
   return nullptr;
 }
 
