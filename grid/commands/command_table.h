@@ -59,8 +59,6 @@ inline constexpr CommandRow kCommandRows[] = {
      _T("Hide the column")},
     {_T("show_columns"), _T("Ctrl+Shift+0"), CommandWhen::kAlways, KeyPlace::kGrid, _T("显示全部列"),
      _T("Show all columns")},
-    {_T("freeze_columns"), _T(""), CommandWhen::kCell, KeyPlace::kGrid, _T("冻结到当前列"),
-     _T("Freeze up to the column")},
     {_T("copy_widths"), _T(""), CommandWhen::kAlways, KeyPlace::kGrid, _T("复制列宽"),
      _T("Copy the column widths")},
     {_T("zoom_in"), _T("Ctrl+Plus"), CommandWhen::kAlways, KeyPlace::kGridAndEditor, _T("放大"),

@@ -160,6 +160,11 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   int GetSortColumn() const { return sort_column_; }
   BOOL IsSortedAscending() const { return sort_ascending_; }
   void RemoveSortColumn() { sort_column_ = -1; }
+  // Who knows the order of rows by a column better than CompareItems: gives the places of the rows in it, the
+  // row at the first of them first. Anything else than each place once, and they stay. Empty: nobody.
+  using RowSorter =
+      std::function<std::vector<int>(const std::vector<CBCGPGridRow*>& rows, int column, bool ascending)>;
+  void SetRowSorter(RowSorter sorter) { row_sorter_ = std::move(sorter); }
 
   // Groups. The rows are brought into the order of the group columns, then of the sorted one, and those with
   // the same text in a group column stand under a line of their own, which can be collapsed. Rows that come
@@ -424,9 +429,9 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   lorv::RowArrangement Arrangement();
   bool EditsIn(const CBCGPGridRow& row) const;
   void CountLevel(const CBCGPGridRow& row, int step);
-  using RowOrder = std::function<bool(const CBCGPGridRow*, const CBCGPGridRow*)>;
-  // Brings rows into the order, those that are nested within their row, and stably.
-  void ArrangeRows(const RowOrder& stands_before);
+  using RowList = std::vector<CBCGPGridRow*>;
+  // Brings rows into an order, those that are nested within their row.
+  void ArrangeRows(const std::function<void(RowList&)>& arrange);
   void ArrangeRows();  // by the group columns and the sorted one
   void FollowRow(const CBCGPGridRow* row);
   CBCGPGridRow* RowBehindTable(int position) const;
@@ -544,6 +549,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   CBCGPGridItemID anchor_;
   CPoint frame_press_;     // where the mouse went down
   bool on_frame_ = false;  // on the frame of the selection, and has not moved since
+  RowSorter row_sorter_;
   int sort_column_ = -1;
   bool sort_ascending_ = true;
   bool keeps_last_row_ = false;

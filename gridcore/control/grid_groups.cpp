@@ -69,18 +69,43 @@ void CBCGPGridCtrl::FollowRow(const CBCGPGridRow* row) {
   selection_.Add(CBCGPGridRange(current_));
 }
 
+namespace {
+
+// False, and the rows stay: not each place once.
+bool BringInOrder(std::vector<CBCGPGridRow*>& rows, const std::vector<int>& order) {
+  if (order.size() != rows.size()) return false;
+  std::vector<CBCGPGridRow*> left = rows;
+  std::vector<CBCGPGridRow*> arranged;
+  arranged.reserve(rows.size());
+  for (const int place : order) {
+    if (place < 0 || place >= static_cast<int>(left.size())) return false;
+    arranged.push_back(std::exchange(left[static_cast<std::size_t>(place)], nullptr));
+    if (arranged.back() == nullptr) return false;
+  }
+  rows = std::move(arranged);
+  return true;
+}
+
+}  // namespace
+
 void CBCGPGridCtrl::ArrangeRows() {
   const std::vector<int> groups = group_columns_;
   const int sorted = sort_column_;
   const bool up = sort_ascending_;
-  ArrangeRows([this, &groups, sorted, up](const CBCGPGridRow* a, const CBCGPGridRow* b) {
+  const RowSorter sorter = sorted < 0 ? RowSorter() : row_sorter_;
+  const auto before = [&](const CBCGPGridRow* a, const CBCGPGridRow* b) {
     for (const int column : groups) {
       const int compared = CompareItems(a->GetItem(column), b->GetItem(column));
       if (compared != 0) return compared < 0;
     }
-    if (sorted < 0) return false;
+    if (sorted < 0 || sorter != nullptr) return false;
     const int compared = CompareItems(a->GetItem(sorted), b->GetItem(sorted));
     return up ? compared < 0 : compared > 0;
+  };
+  ArrangeRows([&](RowList& rows) {
+    // What stands in order by the column stays so within the groups.
+    if (sorter != nullptr) BringInOrder(rows, sorter(rows, sorted, up));
+    if (sorter == nullptr || !groups.empty()) std::stable_sort(rows.begin(), rows.end(), before);
   });
 }
 

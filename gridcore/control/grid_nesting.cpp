@@ -104,16 +104,17 @@ void Flatten(CBCGPGridRow& row, std::vector<CBCGPGridRow*>& order) {
 
 }  // namespace
 
-void CBCGPGridCtrl::ArrangeRows(const RowOrder& stands_before) {
-  std::vector<CBCGPGridRow*> main;
+void CBCGPGridCtrl::ArrangeRows(const std::function<void(RowList&)>& arrange) {
+  RowList main;
   main.reserve(static_cast<std::size_t>(rows_.Size()));
   rows_.ForEach([&](CBCGPGridRow& row) {
     if (row.parent_ == nullptr) main.push_back(&row);
-    if (row.HasSubItems() != FALSE)
-      std::stable_sort(row.sub_->rows.begin(), row.sub_->rows.end(), stands_before);
+    if (row.HasSubItems() != FALSE) arrange(row.sub_->rows);
   });
-  const auto end = keeps_last_row_ && !main.empty() ? main.end() - 1 : main.end();
-  std::stable_sort(main.begin(), end, stands_before);
+  CBCGPGridRow* const last = keeps_last_row_ && !main.empty() ? main.back() : nullptr;
+  if (last != nullptr) main.pop_back();
+  arrange(main);
+  if (last != nullptr) main.push_back(last);
   if (nested_at_.empty()) {
     rows_.Arrange(main);
     return;
