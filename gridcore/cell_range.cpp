@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+// Rectangles of cells. An invalid one is empty, meets nothing and adds nothing, so callers need not ask
+// first.
+
 CBCGPGridRange::CBCGPGridRange(const CBCGPGridItemID& a, const CBCGPGridItemID& b)
     : CBCGPGridRange(std::min(a.m_nColumn, b.m_nColumn), std::min(a.m_nRow, b.m_nRow),
                      std::max(a.m_nColumn, b.m_nColumn), std::max(a.m_nRow, b.m_nRow)) {}

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+// A menu button that remembers what was chosen, as numbers of entries. They are shown as check marks of the
+// menu and outlive it: another menu that is handed over leaves the choice as it is.
+
 IMPLEMENT_DYNCREATE(CBCGPMenuButtonEx, CBCGPMenuButton)
 
 CBCGPMenuButtonEx::CBCGPMenuButtonEx() {

@@ -7,6 +7,9 @@
 #include "comm/AdLorvComm.h"
 #include "framework/text/number_text.h"
 
+// Columns as the suite's files and dialogs write them: names in one text, widths in another. Nothing is
+// refused: widths that are missing have their default, those too many are passed over.
+
 namespace lorv {
 namespace {
 

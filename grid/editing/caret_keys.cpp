@@ -2,6 +2,9 @@
 
 #include "grid/editing/key_translation.h"
 
+// Which of the keys that move a caret belong to an open editor, and which leave the cell. One rule without a
+// window, as editors of three kinds ask it.
+
 namespace lorv {
 
 CaretStep CaretStepFor(unsigned key, bool shift, int start, int end, int length) {

@@ -1,5 +1,8 @@
 #include "grid/editing/key_translation.h"
 
+// What Return and Tab mean by the styles of a grid. The last row of a table that grows comes first: Return
+// must add a row there whatever the style says, or typing a table would end at its last row.
+
 namespace lorv {
 namespace {
 

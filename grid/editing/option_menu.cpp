@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+// The shape of a menu for a long list of options: columns, and a further menu where a screen would be too
+// narrow for more of them. Numbers only, so that it can be tried with any count.
+
 namespace lorv {
 
 std::vector<OptionEntry> OptionEntries(int count) {

@@ -1,5 +1,8 @@
 #include "grid/events/event_input.h"
 
+// Mouse flags, keys and typed numbers in the form in which events carry them. The dialogs that read them
+// were written for another order of bits than the system's.
+
 namespace lorv {
 namespace {
 

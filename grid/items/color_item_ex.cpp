@@ -6,6 +6,9 @@
 #include "gridcore/control/grid_control.h"
 #include "gridcore/editors/mask_edit.h"
 
+// A colour shown as a square and typed as six digits. The digits are red, green and blue in the order of
+// reading, though the number itself has blue first.
+
 IMPLEMENT_DYNCREATE(CBCGPGridColorItemEx, CBCGPGridColorItem)
 
 CBCGPGridColorItemEx::CBCGPGridColorItemEx() : CBCGPGridColorItemEx(lorv::kNoColour, nullptr) {}

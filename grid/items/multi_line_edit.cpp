@@ -1,5 +1,8 @@
 #include "grid/items/multi_line_edit.h"
 
+// The editor of a cell with several lines. The wheel turns the grid, as it would beside the editor: a table
+// whose rows stop moving under the pointer reads as a fault.
+
 IMPLEMENT_DYNCREATE(CMutilineEdit, CEdit)
 
 BEGIN_MESSAGE_MAP(CMutilineEdit, CEdit)

@@ -2,6 +2,8 @@
 
 #include "grid/basic/basic_grid.h"
 
+// A cell that shows that it cannot be typed into.
+
 IMPLEMENT_DYNCREATE(CBCGPGridReadOnlyItem, CBCGPGridItem)
 
 CBCGPGridReadOnlyItem::CBCGPGridReadOnlyItem() : CBCGPGridReadOnlyItem(_variant_t()) {}

@@ -6,6 +6,8 @@
 
 #include "comm/AdLorvComm.h"
 
+// How many lines a text takes in a cell. It is broken by widths alone: words are not kept together.
+
 namespace lorv {
 
 int CellLines(const CString& text, int width, const TextWidth& measure) {

@@ -4,6 +4,9 @@
 #include <cstdint>
 #include <limits>
 
+// Where the line between two rows can be taken hold of, and what height a drag gives. Numbers only; heights
+// stay within an int however far the mouse goes.
+
 namespace lorv {
 
 int DividedRow(const CRect& cell, int row, CPoint point) {

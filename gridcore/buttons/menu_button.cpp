@@ -3,6 +3,9 @@
 #include "framework/drawing/device_context.h"
 #include "framework/windows/menu.h"
 
+// A button with a menu below it. The menu runs a loop of its own in the middle of the press, in which the
+// button may be ended: after it everything is asked anew.
+
 IMPLEMENT_DYNAMIC(CBCGPButton, CButton)
 IMPLEMENT_DYNCREATE(CBCGPMenuButton, CBCGPButton)
 

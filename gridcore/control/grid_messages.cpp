@@ -2,6 +2,8 @@
 
 #include "framework/ports/desktop_port.h"
 
+// The grid's own messages, whose numbers are the system's to give.
+
 UINT BCGM_GRID_ITEM_ENDINPLACEEDIT = 0;
 UINT BCGM_GRID_ADJUST_LAYOUT = 0;
 

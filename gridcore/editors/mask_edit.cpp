@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+// An edit whose text has fixed places. The text always has its full length, blanks standing for what is not
+// typed yet, so a key writes over a place and nothing ever moves along.
+
 IMPLEMENT_DYNAMIC(CBCGPMaskEdit, CEdit)
 
 BEGIN_MESSAGE_MAP(CBCGPMaskEdit, CEdit)

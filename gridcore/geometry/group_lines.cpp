@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
+// Which line of the screen a row or a group stands on. Only groups are kept, in the order of their first
+// rows: a table has few of them, and rows between two groups follow each other.
+
 namespace lorv {
 
 int GroupLines::GroupsUpTo(int row) const {

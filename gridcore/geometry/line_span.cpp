@@ -4,6 +4,9 @@
 #include <cstdint>
 #include <limits>
 
+// Spans of rows or columns that come and go. Sums are made in 64 bits and cut at the ends of an int: a host
+// may insert any number of lines anywhere.
+
 namespace lorv {
 namespace {
 

@@ -2,6 +2,9 @@
 
 #include <utility>
 
+// Rows and the lines of groups above them as one column of heights. Without groups it is the plain list of
+// sizes and costs nothing more.
+
 namespace lorv {
 
 int ShownLines::LineOf(int id) const {

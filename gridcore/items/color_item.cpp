@@ -3,6 +3,9 @@
 #include "framework/drawing/device_context.h"
 #include "gridcore/control/grid_control.h"
 
+// A colour as a cell. Digits are read one colour part at a time, so half a number changes the parts that
+// were typed and leaves the others.
+
 namespace {
 
 int HexDigit(TCHAR c) {

@@ -2,6 +2,9 @@
 
 #include <cstring>
 
+// Values of cells in an archive. Numbers go by their bits, so that they come back exactly; what points to
+// something (arrays, objects) is written as empty rather than as an address.
+
 namespace lorv {
 
 void WriteValue(CArchive& archive, const VARIANT& value) {

@@ -6,6 +6,9 @@
 #include "framework/windows/controls.h"
 #include "gridcore/control/grid_control.h"
 
+// A row with its cells and the rows nested in it. It tells its grid before a cell or itself goes, as an
+// editor may be open there; handlers of that may change the row, so places are looked up again afterwards.
+
 IMPLEMENT_DYNCREATE(CBCGPGridRow, CObject)
 
 CBCGPGridRow::CBCGPGridRow(int room, DWORD_PTR data, int flags) : data_(data), flags_(flags) {

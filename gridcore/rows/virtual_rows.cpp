@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+// Rows that are made as they are asked for. Those asked for last are kept, by a list in the order of asking;
+// a row in use is passed over when one has to go.
+
 namespace lorv {
 
 VirtualRows::VirtualRows(Maker make, Asked in_use, Leave leave)

@@ -6,6 +6,9 @@
 
 #include "gridcore/geometry/range_lines.h"
 
+// Blocks of merged cells, by their first row. Beside each stands how far down any block up to it reaches, so
+// a search upwards ends at the first that cannot reach the row any more.
+
 namespace lorv {
 namespace {
 
