@@ -24,6 +24,7 @@ class COMM_LORV_API CBcgTrueDbGridCtrlEx : public CBcgTrueDbGridCtrl {
   DECLARE_DYNCREATE(CBcgTrueDbGridCtrlEx)
  public:
   void SetAutoAddRow(bool on);
+  bool IsAutoAddRow() const { return auto_add_row_; }
   void SetIsSame2014(bool on) { same_2014_ = on; }
   void ReDim(int rows, int columns);
   // The last row there is; null without rows.

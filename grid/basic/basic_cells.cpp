@@ -48,6 +48,7 @@ void CBCGPBasicGridCtrl::SetValue(int row, int column, const _variant_t& value, 
     item = GetItem(row, column);
     if (item == nullptr) return;
   }
+  const lorv::StepScope step(Changes());
   if (value.vt != item->GetValue().vt) item->ChangeType(value);
   item->SetValue(value, redraw);
 }

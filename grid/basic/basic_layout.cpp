@@ -131,6 +131,7 @@ void CBCGPBasicGridCtrl::OnGetHeaderRect(CDC* dc, CRect& rect) {
 
 void CBCGPBasicGridCtrl::OnSelChanged(const CBCGPGridRange& range, BOOL selected) {
   if (IsSelRowBKColorEnabled() && range.IsSingle()) {
+    const auto by_selection = Changes().BySelection();
     SetRowBackgroundColor(range.m_nTop, selected != FALSE ? selected_row_colour_ : lorv::kNoColour, false);
     CRect row = GetRowRect(range.m_nTop);
     if (m_hWnd != nullptr && row.IsRectEmpty() == FALSE) InvalidateRect(&row, FALSE);

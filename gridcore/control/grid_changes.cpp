@@ -41,9 +41,7 @@ void GridChanges::TellInserted(const RowPlace& place, CBCGPGridRow& row) {
 }
 
 void GridChanges::TellRemoved(const RowPlace& place, std::unique_ptr<CBCGPGridRow> row) {
-  ForEach([&](GridObserver& observer) {
-    if (row != nullptr) observer.OnRowRemoved(place, row);
-  });
+  ForEach([&](GridObserver& observer) { observer.OnRowRemoved(place, row); });
 }
 
 void GridChanges::TellMoving(RowArrangement now) {
@@ -54,8 +52,9 @@ void GridChanges::TellMerging(const std::vector<CBCGPGridRange>& now) {
   ForEach([&](GridObserver& observer) { observer.OnMergesChanging(now); });
 }
 
-StepScope::StepScope(GridChanges& changes, const CBCGPGridItem* subject, StepKind kind)
-    : changes_(changes), life_(changes.life_.Watch()) {
+StepScope::StepScope(GridChanges& changes, const CBCGPGridItem* subject, StepKind kind) : changes_(changes) {
+  if (!changes.AreWatched()) return;
+  life_ = changes.life_.Watch();
   changes_.ForEach([=](GridObserver& observer) { observer.OnStepBegins(kind, subject); });
 }
 
@@ -80,12 +79,20 @@ void CBCGPGridItem::PutValue(_variant_t&& value) {
 }
 
 void CBCGPGridItem::LooksChange() {
-  if (lorv::GridChanges* const watchers = Watchers())
+  lorv::GridChanges* const watchers = Watchers();
+  if (watchers != nullptr && watchers->By() != lorv::ChangeBy::kSelection)
     watchers->ForEach([this](lorv::GridObserver& observer) { observer.OnLooksChanging(*this); });
 }
 
 lorv::RowPlace CBCGPGridCtrl::PlaceOfRow(const CBCGPGridRow& row, int index) const {
   return {index, row.parent_, row.parent_ == nullptr ? 0 : row.parent_->PlaceOf(row)};
+}
+
+void CBCGPGridCtrl::PutAndTell(int index, CBCGPGridRow& row) {
+  // Merged cells may change along with it.
+  const lorv::StepScope step(changes_);
+  PutTree(index, row);
+  if (changes_.AreWatched()) changes_.TellInserted(PlaceOfRow(row, index), row);
 }
 
 lorv::RowArrangement CBCGPGridCtrl::Arrangement() {

@@ -26,6 +26,7 @@ class COMM_LORV_API GridChanges {
 
   // While what it gives lives, changes are the user's.
   [[nodiscard]] ScopeMark<ChangeBy> ByUser() { return {by_, life_.Watch(), ChangeBy::kUser}; }
+  [[nodiscard]] ScopeMark<ChangeBy> BySelection() { return {by_, life_.Watch(), ChangeBy::kSelection}; }
   ChangeBy By() const { return by_; }
 
   // The item has its new value; the observers may have the old one.
@@ -59,7 +60,8 @@ void GridChanges::ForEach(Tell tell) {
   if (--telling_ == 0) Sweep();
 }
 
-// What changes while it lives is one step to those that observe the grid, which may end before it.
+// What changes while it lives is one step to those that observe the grid when it is made. The grid may end
+// before it.
 class COMM_LORV_API StepScope {
  public:
   explicit StepScope(GridChanges& changes, const CBCGPGridItem* subject = nullptr,

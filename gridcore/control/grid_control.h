@@ -418,6 +418,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   DECLARE_MESSAGE_MAP()
 
  private:
+  friend class lorv::GridRestore;
   // Rows.
   int PutRow(int index, CBCGPGridRow* row, BOOL relayout);
   int PutBeside(CBCGPGridRow& sibling, int step, CBCGPGridRow* row, BOOL relayout);
@@ -425,6 +426,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void PutOne(int index, CBCGPGridRow& row);
   void TakeTree(int index);
   void TakeOne(int index);
+  void PutAndTell(int index, CBCGPGridRow& row);
   lorv::RowPlace PlaceOfRow(const CBCGPGridRow& row, int index) const;
   lorv::RowArrangement Arrangement();
   bool EditsIn(const CBCGPGridRow& row) const;

@@ -10,8 +10,7 @@ int CBCGPGridCtrl::PutBeside(CBCGPGridRow& sibling, int step, CBCGPGridRow* row,
   if (parent == nullptr) return PutRow(index, row, relayout);
   if (!parent->TakesSubItem(row)) return -1;
   parent->Nest(*row, parent->PlaceOf(sibling) + step);
-  PutTree(index, *row);
-  if (changes_.AreWatched()) changes_.TellInserted(PlaceOfRow(*row, index), *row);
+  PutAndTell(index, *row);
   if (relayout != FALSE) AdjustLayout();
   return index;
 }
@@ -20,8 +19,7 @@ int CBCGPGridCtrl::PutSubRow(CBCGPGridRow& parent, CBCGPGridRow* row, BOOL relay
   const int place = parent.GetSubItemsCount();
   const int index = IndexOfRow(parent) + parent.GetAllSubItemsCount() + 1;
   parent.Nest(*row, place);
-  PutTree(index, *row);
-  if (changes_.AreWatched()) changes_.TellInserted(PlaceOfRow(*row, index), *row);
+  PutAndTell(index, *row);
   if (relayout != FALSE) AdjustLayout();
   return place;
 }

@@ -10,8 +10,9 @@
 
 namespace lorv {
 
-// Whose change it is. What handlers do in the middle of a change of the user is the program's.
-enum class ChangeBy { kProgram, kUser };
+// Whose change it is. What handlers do in the middle of a change of the user is the program's; colours that
+// only show what is selected are no part of the table and not told at all.
+enum class ChangeBy { kProgram, kUser, kSelection };
 
 // What a run of changes is to the user: something of its own, or a part of the edit that is open.
 enum class StepKind { kOwn, kPartOfEdit };
@@ -58,7 +59,8 @@ class COMM_LORV_API GridObserver {
   // Colours, picture or conduct of the cell are about to become others.
   virtual void OnLooksChanging(CBCGPGridItem& /*item*/) {}
 
-  // Rows with all that is nested in them. A row that was taken out may be moved from: else it is deleted.
+  // Rows with all that is nested in them. A row that was taken out is deleted unless an observer moves from
+  // it; null where another one did.
   virtual void OnRowInserted(const RowPlace& /*place*/, CBCGPGridRow& /*row*/) {}
   virtual void OnRowRemoved(const RowPlace& /*place*/, std::unique_ptr<CBCGPGridRow>& /*row*/) {}
   // Rows are about to be brought into another order; `now` is the one that they stand in.

@@ -107,8 +107,7 @@ int CBCGPGridCtrl::InsertRowAfter(int position, CBCGPGridRow* row, BOOL relayout
 
 int CBCGPGridCtrl::PutRow(int index, CBCGPGridRow* row, BOOL relayout) {
   if (row == nullptr || row->owner_ != nullptr || row->parent_ != nullptr || rows_.IsVirtual()) return -1;
-  PutTree(index, *row);
-  if (changes_.AreWatched()) changes_.TellInserted(PlaceOfRow(*row, index), *row);
+  PutAndTell(index, *row);
   if (relayout != FALSE) AdjustLayout();
   return index;
 }
@@ -118,9 +117,13 @@ int CBCGPGridCtrl::RemoveRow(int position, BOOL relayout) {
   if (row == nullptr) return 0;
   // Handlers may have opened it again while it closed: such a row stays.
   if (!CloseEditorIn(*row) || EditsIn(*row)) return 0;
-  const lorv::RowPlace place = PlaceOfRow(*row, position);
-  TakeTree(position);
-  changes_.TellRemoved(place, std::unique_ptr<CBCGPGridRow>(row));
+  {
+    // Merged cells may change along with it.
+    const lorv::StepScope step(changes_);
+    const lorv::RowPlace place = PlaceOfRow(*row, position);
+    TakeTree(position);
+    changes_.TellRemoved(place, std::unique_ptr<CBCGPGridRow>(row));
+  }
   if (relayout != FALSE) AdjustLayout();
   return 1;
 }

@@ -86,6 +86,8 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
   virtual BOOL ChangeType(const _variant_t& value);
   // The text that is shown and edited; empty for a value that has none.
   virtual CString FormatItem() const;
+  // The value that the cell would take over from an editor with that text.
+  _variant_t ValueTyped(const CString& text) const { return ValueOfText(text); }
   DWORD_PTR GetData() const { return data_; }
   void SetData(DWORD_PTR data) { data_ = data; }
 

@@ -13,6 +13,8 @@ class CComboBox;
 
 namespace lorv {
 
+class GridRestore;
+
 // A row that stands for a group of rows; a flag of rows.
 constexpr int kGroupRow = 0x100;
 
@@ -99,6 +101,7 @@ class COMM_LORV_API CBCGPGridRow : public CObject {
 
  private:
   friend class CBCGPGridCtrl;
+  friend class lorv::GridRestore;
   void Adopt(CBCGPGridItem* item, int column);
   bool TakesSubItem(const CBCGPGridRow* row) const;
   int PlaceOf(const CBCGPGridRow& row) const;

@@ -57,6 +57,11 @@ void MergedCells::Clear() {
   reach_.clear();
 }
 
+void MergedCells::Assign(const std::vector<CBCGPGridRange>& blocks) {
+  blocks_ = blocks;
+  Index();
+}
+
 void MergedCells::InsertRows(int before, int count) {
   MoveBlocks([=](CBCGPGridRange& block) { RowsInserted(block, before, count); });
 }

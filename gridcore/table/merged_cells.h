@@ -34,6 +34,8 @@ class COMM_LORV_API MergedCells {
   // Takes away the block that the cell belongs to; false if there is none.
   bool RemoveAt(const CBCGPGridItemID& cell);
   void Clear();
+  // Blocks as Blocks gave them.
+  void Assign(const std::vector<CBCGPGridRange>& blocks);
 
   void InsertRows(int before, int count);
   void RemoveRows(int first, int count);

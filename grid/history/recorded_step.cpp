@@ -1,0 +1,199 @@
+#include "grid/history/recorded_step.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+#include "gridcore/control/grid_control.h"
+
+// The notes of one step. Values and looks are found by rows that live as long as the notes, so it does not
+// matter to them where the rows stand, or whether they stand in the table at all; rows that came, went or
+// moved are taken back in the opposite order.
+
+namespace lorv {
+namespace {
+
+std::size_t BytesOf(const _variant_t& value) {
+  return value.vt == VT_BSTR ? 8 + SysStringByteLen(value.bstrVal) : 0;
+}
+
+std::size_t BytesOf(const CBCGPGridRow& row) {
+  std::size_t bytes = sizeof row;
+  for (int column = 0; column < row.GetItemCount(); ++column)
+    if (const CBCGPGridItem* item = row.GetItem(column)) bytes += sizeof *item + BytesOf(item->GetValue());
+  for (int below = 0; below < row.GetSubItemsCount(); ++below) bytes += BytesOf(*row.GetSubItem(below));
+  return bytes;
+}
+
+// Calls `visit` with the elements from first to last, or the other way round, until it answers false.
+template <class List, class Visit>
+bool EachWay(List& list, bool backwards, Visit visit) {
+  const std::size_t count = list.size();
+  for (std::size_t i = 0; i < count; ++i)
+    if (!visit(list[backwards ? count - 1 - i : i])) return false;
+  return true;
+}
+
+}  // namespace
+
+bool RecordedStep::ChangesNothing() const {
+  if (IsEmpty()) return true;
+  if (values_.size() != 1 || !looks_.empty() || !turns_.empty() || merged_.has_value()) return false;
+  const CBCGPGridItem* const item = values_.front().row->GetItem(values_.front().column);
+  return item != nullptr && item->GetValue() == values_.front().other;
+}
+
+void RecordedStep::NoteValue(CBCGPGridItem& item, _variant_t& before) {
+  CBCGPGridRow* const row = item.GetParentRow();
+  // What the cell had in between is nobody's.
+  if (!values_.empty() && values_.back().row == row && values_.back().column == item.GetColumnId()) return;
+  bytes_ += sizeof(Value) + BytesOf(before);
+  values_.push_back({row, item.GetColumnId(), std::move(before)});
+}
+
+void RecordedStep::NoteLooks(CBCGPGridItem& item) {
+  CBCGPGridRow* const row = item.GetParentRow();
+  if (!looks_.empty() && looks_.back().row == row && looks_.back().column == item.GetColumnId()) return;
+  bytes_ += sizeof(Looks);
+  looks_.push_back({row, item.GetColumnId(), item.GetLooks()});
+}
+
+void RecordedStep::NoteInserted(CBCGPGridRow& row) {
+  Turn turn;
+  turn.row = &row;
+  turn.inserted = true;
+  turns_.push_back(std::move(turn));
+  bytes_ += sizeof(Turn);
+}
+
+void RecordedStep::NoteRemoved(const RowPlace& place, std::unique_ptr<CBCGPGridRow>& row) {
+  const bool came_last = !turns_.empty() && turns_.back().inserted && turns_.back().row == row.get();
+  if (came_last && values_.empty() && looks_.empty()) {
+    turns_.pop_back();
+    return;
+  }
+  Turn turn;
+  turn.row = row.get();
+  turn.place = place;
+  turn.owned = std::move(row);
+  bytes_ += sizeof(Turn) + BytesOf(*turn.owned);
+  turns_.push_back(std::move(turn));
+}
+
+void RecordedStep::NoteMoving(RowArrangement& now) {
+  Turn turn;
+  turn.order = std::make_unique<RowArrangement>(std::move(now));
+  bytes_ += sizeof(Turn) + turn.order->rows.size() * sizeof(CBCGPGridRow*);
+  turns_.push_back(std::move(turn));
+}
+
+void RecordedStep::NoteMerged(const std::vector<CBCGPGridRange>& now) {
+  if (merged_.has_value()) return;
+  merged_ = now;
+  bytes_ += now.size() * sizeof(CBCGPGridRange);
+}
+
+void RecordedStep::TakeFormer(_variant_t& before) {
+  // The first is what the cell had; a cell that changes its kind on the way has others in between.
+  if (!former_.has_value()) former_ = std::move(before);
+}
+
+bool RecordedStep::TakeRow(const RowPlace& place, std::unique_ptr<CBCGPGridRow>& row) {
+  if (taking_ == nullptr || row == nullptr || taking_->row != row.get()) return false;
+  taking_->place = place;
+  taking_->owned = std::move(row);
+  return true;
+}
+
+bool RecordedStep::ApplyTurn(GridRestore& restore, Turn& turn, bool back) {
+  if (turn.order != nullptr) {
+    RowArrangement now = restore.Arrangement();
+    if (!restore.Arrange(*turn.order)) return false;
+    *turn.order = std::move(now);
+    return true;
+  }
+  if (turn.inserted != back) return restore.PutRow(turn.place, turn.owned);
+  taking_ = &turn;
+  const bool taken = restore.TakeRow(*turn.row);
+  taking_ = nullptr;
+  return taken && turn.owned != nullptr;
+}
+
+bool RecordedStep::ApplyTurns(CBCGPGridCtrl& grid, bool back) {
+  GridRestore restore(grid);
+  // Rows that come and go move merged cells along, so these are set when all rows stand where they should.
+  std::vector<CBCGPGridRange> merged;
+  if (merged_.has_value()) merged = restore.Merged();
+  if (!EachWay(turns_, back, [&](Turn& turn) { return ApplyTurn(restore, turn, back); })) return false;
+  if (!merged_.has_value()) return true;
+  restore.SetMerged(*merged_);
+  merged_ = std::move(merged);
+  return true;
+}
+
+void RecordedStep::SwapLooks(Looks& looks) const {
+  CBCGPGridItem* const item = looks.row->GetItem(looks.column);
+  if (item == nullptr) return;
+  const ItemLooks now = item->GetLooks();
+  item->SetLooks(looks.other, FALSE);
+  looks.other = now;
+}
+
+bool RecordedStep::ApplyCells(bool back, const StillThere& still_there) {
+  std::exception_ptr raised;
+  const auto swap = [&](Value& value) {
+    CBCGPGridItem* const item = value.row->GetItem(value.column);
+    if (item == nullptr) return true;
+    former_.reset();
+    const bool told = value.row->GetOwnerList() != nullptr;
+    std::optional<_variant_t> kept;
+    if (!told) kept = item->GetValue();
+    try {
+      item->SetValue(value.other, FALSE);
+    } catch (...) {
+      if (raised == nullptr) raised = std::current_exception();
+    }
+    if (!still_there()) return false;
+    std::optional<_variant_t>& former = told ? former_ : kept;
+    if (!former.has_value()) return true;
+    bytes_ -= std::min(bytes_, BytesOf(value.other));
+    bytes_ += BytesOf(*former);
+    value.other = std::move(*former);
+    return true;
+  };
+  const bool whole = EachWay(values_, back, swap);
+  former_.reset();
+  if (whole) EachWay(looks_, back, [&](Looks& looks) { return SwapLooks(looks), true; });
+  if (raised != nullptr) std::rethrow_exception(raised);
+  return whole;
+}
+
+bool RecordedStep::Apply(CBCGPGridCtrl& grid, bool back, const StillThere& still_there) {
+  return ApplyTurns(grid, back) && ApplyCells(back, still_there);
+}
+
+CBCGPGridRange RecordedStep::Touched() const {
+  const auto cell = [](const CBCGPGridRow* row, int column) {
+    const int id = row->GetRowId();
+    return id < 0 ? CBCGPGridRange() : CBCGPGridRange(CBCGPGridItemID(id, column));
+  };
+  if (!values_.empty()) {
+    const CBCGPGridRange first = cell(values_.front().row, values_.front().column);
+    const CBCGPGridRange last = cell(values_.back().row, values_.back().column);
+    return first.IsValid() && last.IsValid() ? first.JoinWith(last) : CBCGPGridRange();
+  }
+  if (!looks_.empty()) return cell(looks_.front().row, looks_.front().column);
+  for (const Turn& turn : turns_)
+    if (turn.row != nullptr && turn.owned == nullptr) return cell(turn.row, 0);
+  return {};
+}
+
+void RecordedStep::EachRow(const std::function<void(CBCGPGridRow&)>& visit) const {
+  const CBCGPGridRow* last = nullptr;
+  for (const Value& value : values_) {
+    if (value.row != last && value.row->GetOwnerList() != nullptr) visit(*value.row);
+    last = value.row;
+  }
+}
+
+}  // namespace lorv

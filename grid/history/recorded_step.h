@@ -1,0 +1,82 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "gridcore/control/grid_restore.h"
+
+namespace lorv {
+
+// What one step changed in a table, in the form that takes it back and then makes it again.
+//
+// Cells are named by their row and column: rows stay the same objects, also while they are out of the table,
+// when the step owns them. Each note holds the state on the other side of the step; applying the step swaps
+// it with the table's.
+// One thread: that of the user interface.
+class RecordedStep {
+ public:
+  // While a step is applied: false where the table, or what applies the step, is gone or another one.
+  using StillThere = std::function<bool()>;
+
+  bool IsEmpty() const { return values_.empty() && looks_.empty() && turns_.empty() && !merged_.has_value(); }
+  // A change that handlers took back: the one cell that it names has its old value.
+  bool ChangesNothing() const;
+  std::size_t Bytes() const { return bytes_; }
+
+  void NoteValue(CBCGPGridItem& item, _variant_t& before);
+  void NoteLooks(CBCGPGridItem& item);
+  void NoteInserted(CBCGPGridRow& row);
+  // Owns the row from now on. A row that this step made, and nothing else since, leaves no note: it stays the
+  // caller's.
+  void NoteRemoved(const RowPlace& place, std::unique_ptr<CBCGPGridRow>& row);
+  void NoteMoving(RowArrangement& now);
+  void NoteMerged(const std::vector<CBCGPGridRange>& now);
+
+  // Takes the step back, or makes it again. False: the table does not fit the notes, or is gone. What a
+  // cell raises while its value is set is raised at the end, when all others have theirs.
+  bool Apply(CBCGPGridCtrl& grid, bool back, const StillThere& still_there);
+  // Told while the step is applied: what a cell had, and a row that it takes out.
+  void TakeFormer(_variant_t& before);
+  bool TakeRow(const RowPlace& place, std::unique_ptr<CBCGPGridRow>& row);
+
+  // The cells or rows that it changed, as they stand now; null where they are gone.
+  CBCGPGridRange Touched() const;
+  void EachRow(const std::function<void(CBCGPGridRow&)>& visit) const;
+
+ private:
+  struct Value {
+    CBCGPGridRow* row;
+    int column;
+    _variant_t other;
+  };
+  struct Looks {
+    CBCGPGridRow* row;
+    int column;
+    ItemLooks other;
+  };
+  // A row that came or went, or another order of all.
+  struct Turn {
+    CBCGPGridRow* row = nullptr;
+    bool inserted = false;
+    RowPlace place;                       // of a row that is out
+    std::unique_ptr<CBCGPGridRow> owned;  // while it is out
+    std::unique_ptr<RowArrangement> order;
+  };
+
+  void SwapLooks(Looks& looks) const;
+  bool ApplyTurn(GridRestore& restore, Turn& turn, bool back);
+  bool ApplyTurns(CBCGPGridCtrl& grid, bool back);
+  bool ApplyCells(bool back, const StillThere& still_there);
+
+  std::vector<Value> values_;
+  std::vector<Looks> looks_;
+  std::vector<Turn> turns_;
+  std::optional<std::vector<CBCGPGridRange>> merged_;
+  std::size_t bytes_ = 0;
+  Turn* taking_ = nullptr;
+  std::optional<_variant_t> former_;
+};
+
+}  // namespace lorv
