@@ -83,7 +83,7 @@ void RecordedStep::NoteRemoved(const RowPlace& place, std::unique_ptr<CBCGPGridR
 void RecordedStep::NoteMoving(RowArrangement& now) {
   Turn turn;
   turn.order = std::make_unique<RowArrangement>(std::move(now));
-  bytes_ += sizeof(Turn) + turn.order->rows.size() * sizeof(CBCGPGridRow*);
+  bytes_ += sizeof(Turn) + turn.order->rows.size() * sizeof(void*);
   turns_.push_back(std::move(turn));
 }
 

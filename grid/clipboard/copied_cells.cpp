@@ -1,0 +1,95 @@
+#include "grid/clipboard/copied_cells.h"
+
+#include <algorithm>
+
+#include "grid/basic/basic_grid.h"
+#include "grid/clipboard/grid_clipboard.h"
+#include "grid/clipboard/html_table.h"
+
+// Both forms of what is copied, written in one walk over the cells.
+
+namespace lorv {
+namespace {
+
+// How many of the numbers, which ascend, lie from `first` to `last`.
+int CountWithin(const std::vector<int>& numbers, int first, int last) {
+  return static_cast<int>(std::upper_bound(numbers.begin(), numbers.end(), last) -
+                          std::lower_bound(numbers.begin(), numbers.end(), first));
+}
+
+class CellWriter {
+ public:
+  CellWriter(const CBCGPBasicGridCtrl& grid, const CellArea& area) : grid_(grid), area_(area) {
+    const auto cells = static_cast<long long>(area.rows.size()) * static_cast<long long>(area.columns.size());
+    html_on_ = cells <= kMaxHtmlCells;
+    grid.GetMergedItemsInRange(
+        {area.columns.front(), area.rows.front(), area.columns.back(), area.rows.back()}, blocks_);
+    merges_ = !blocks_.empty();
+  }
+
+  TransferData Write() {
+    if (html_on_) html_ = "<table>";
+    for (const int row : area_.rows) WriteRow(row);
+    TransferData data;
+    data.SetText(CString(text_.data(), static_cast<int>(text_.size())));
+    if (html_on_) data.SetHtml(html_ + "</table>");
+    return data;
+  }
+
+ private:
+  void WriteRow(int row) {
+    if (html_on_) html_ += "<tr>";
+    const CBCGPGridRow* const found = grid_.CBCGPGridCtrl::GetRow(row);
+    for (const int column : area_.columns) {
+      if (column != area_.columns.front()) text_ += '\t';
+      const CBCGPGridItem* const item = found == nullptr ? nullptr : found->GetItem(column);
+      WriteCell({row, column}, item);
+    }
+    text_ += _T("\r\n");
+    if (html_on_) html_ += "</tr>";
+  }
+
+  void WriteCell(const CBCGPGridItemID& id, const CBCGPGridItem* item) {
+    const CBCGPGridRange block = merges_ ? grid_.GetMergedRange(id) : CBCGPGridRange();
+    const bool covered = block.IsValid() && (block.m_nTop != id.m_nRow || block.m_nLeft != id.m_nColumn);
+    const bool has_text = item != nullptr && !covered;
+    const CString text = has_text ? item->FormatItem() : CString();
+    const TextView view(text.GetString(), static_cast<std::size_t>(text.GetLength()));
+    AppendTabCell(text_, view);
+    if (!html_on_ || covered) return;
+    HtmlCell cell;
+    cell.text = view;
+    if (block.IsValid()) {
+      cell.extent.rows = std::max(1, CountWithin(area_.rows, block.m_nTop, block.m_nBottom));
+      cell.extent.columns = std::max(1, CountWithin(area_.columns, block.m_nLeft, block.m_nRight));
+    }
+    if (item != nullptr) {
+      cell.extent.back = item->GetBackgroundColor();
+      cell.extent.text = item->GetTextColor();
+      cell.literal = item->GetValue().vt == VT_BSTR && WouldChange(view);
+    }
+    AppendHtmlCell(html_, cell);
+  }
+
+  // A spreadsheet would take the zeros in front off, or calculate.
+  static bool WouldChange(TextView text) {
+    if (text.size() < 2) return false;
+    return text.front() == '=' || (text.front() == '0' && text[1] >= '0' && text[1] <= '9');
+  }
+
+  const CBCGPBasicGridCtrl& grid_;
+  const CellArea& area_;
+  bool html_on_ = false;
+  bool merges_ = false;
+  std::vector<CBCGPGridRange> blocks_;
+  std::basic_string<TCHAR> text_;
+  std::string html_;
+};
+
+}  // namespace
+
+TransferData CopiedCells(const CBCGPBasicGridCtrl& grid, const CellArea& area) {
+  return CellWriter(grid, area).Write();
+}
+
+}  // namespace lorv

@@ -1,0 +1,76 @@
+#include "grid/clipboard/grid_clipboard.h"
+
+#include "framework/ports/desktop_port.h"
+#include "grid/basic/basic_grid.h"
+#include "grid/clipboard/copied_cells.h"
+#include "grid/clipboard/html_table.h"
+#include "grid/clipboard/paste_run.h"
+
+// The clipboard of a grid. What lies on it is read once, and pasted by a PasteRun.
+
+namespace lorv {
+namespace {
+
+// Views of the table may lead into `text`.
+TextTable TableOnClipboard(const PasteOptions& options, CString& text) {
+  Desktop& desktop = DesktopInForce();
+  const bool has_text = desktop.HasClipboardText();
+  if (!has_text || options.takes_looks) {
+    const std::vector<BYTE> bytes = desktop.ClipboardBytes(CString(TransferData::kHtml));
+    TextTable table = ReadHtmlTable(std::string(bytes.begin(), bytes.end()));
+    if (table.Rows() > 0 && table.columns > 0) return table;
+  }
+  if (!has_text) return {};
+  text = desktop.ClipboardText();
+  return ReadTabText(TextView(text.GetString(), static_cast<std::size_t>(text.GetLength())));
+}
+
+// False: the cells of the grid cannot be changed now, or it is gone.
+bool EndEditFirst(CBCGPBasicGridCtrl& grid) {
+  const auto life = grid.Watch();
+  if (grid.GetEditingItem() != nullptr) grid.EndEditItem(TRUE);
+  return !life.expired() && grid.GetEditingItem() == nullptr && grid.IsReadOnly() == FALSE &&
+         grid.IsVirtualMode() == FALSE;
+}
+
+}  // namespace
+
+GridClipboard::GridClipboard(CBCGPBasicGridCtrl& grid) : grid_(&grid), life_(grid.Watch()) {}
+
+bool GridClipboard::Copy() const {
+  if (Grid() == nullptr) return false;
+  const CellArea area = ShownSelection(*grid_);
+  return !area.IsEmpty() && DesktopInForce().SetClipboard(CopiedCells(*grid_, area));
+}
+
+bool GridClipboard::Cut() {
+  if (Grid() == nullptr) return false;
+  // Handlers may end the grid, and this object as well.
+  CBCGPBasicGridCtrl& grid = *grid_;
+  const auto life = life_;
+  if (!EndEditFirst(grid) || !GridClipboard(grid).Copy()) return false;
+  const CellArea area = ShownSelection(grid);
+  const StepScope step(grid.Changes());
+  for (const int row : area.rows)
+    for (const int column : area.columns) {
+      const CBCGPGridItem* const item = grid.GetItem(row, column);
+      if (item == nullptr || IsLocked(*item)) continue;
+      const auto by_user = grid.Changes().ByUser();
+      grid.SetValue(row, column, _variant_t(), FALSE);
+      if (life.expired()) return false;
+    }
+  grid.Invalidate(FALSE);
+  return true;
+}
+
+PasteReport GridClipboard::Paste(const PasteOptions& options) {
+  if (Grid() == nullptr) return {};
+  CBCGPBasicGridCtrl& grid = *grid_;
+  if (!EndEditFirst(grid)) return {};
+  CString text;
+  const TextTable table = TableOnClipboard(options, text);
+  if (table.Rows() == 0 || table.columns == 0) return {};
+  return PasteRun(grid, table, options).Run();
+}
+
+}  // namespace lorv
