@@ -142,8 +142,12 @@ void WorkbookFile::FreezeRows(int sheet, long rows) {
   SheetOf(*book_, sheet).frozen_rows = rows;
 }
 
-std::string WorkbookFile::Bytes() const {
-  return engine::XlsxBytes(*book_);
+std::string WorkbookFile::Bytes(const Making& making) const {
+  return engine::XlsxBytes(*book_, making);
+}
+
+bool WorkbookFile::Save(const CString& file, const Making& making) const {
+  return engine::WriteWorkbookFile(*book_, file, making);
 }
 
 }  // namespace lorv

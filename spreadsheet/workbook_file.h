@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -58,8 +60,15 @@ class COMM_LORV_API WorkbookFile {
   // The first rows stay on the screen.
   void FreezeRows(int sheet, long rows);
 
-  // The .xlsx file, whole.
-  std::string Bytes() const;
+  // Told, while the file is made, how many of all the cells are in it; false ends that. It must not change
+  // the workbook.
+  using Making = std::function<bool(std::uint64_t cells, std::uint64_t all)>;
+
+  // The .xlsx file, whole; empty where `making` ended it.
+  std::string Bytes(const Making& making = {}) const;
+  // Writes the file, whole or not at all: what stands there stays where `making` ended it, which gives false,
+  // and where it cannot be written, which raises the engine's failure.
+  bool Save(const CString& file, const Making& making = {}) const;
 
  private:
   std::shared_ptr<engine::Book> book_;

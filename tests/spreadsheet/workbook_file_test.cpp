@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -164,6 +165,56 @@ TEST_F(WholeWorkbook, WidthsAreThoseOfThePrograms) {
   EXPECT_NE(columns().find("hidden=\"1\""), std::string::npos) << columns();
   EXPECT_EQ(set(20), "");
   EXPECT_EQ(columns().find("hidden"), std::string::npos) << columns();
+}
+
+class SavedWorkbook : public WholeWorkbook {
+ protected:
+  SavedWorkbook() {
+    machine.files.Put(kPath, "old");
+    for (int sheet = 0; sheet < 3; ++sheet) {
+      book.AddSheet(sheet == 0 ? _T("a") : sheet == 1 ? _T("b") : _T("c"));
+      for (long row = 0; row < 5000; ++row)
+        book.Put(sheet, row, 0, _variant_t(_T("a text that fills the blocks")));
+    }
+  }
+};
+
+TEST_F(SavedWorkbook, ProgressGoesUpToAllCells) {
+  std::vector<std::uint64_t> told;
+  EXPECT_TRUE(book.Save(kPath, [&](std::uint64_t cells, std::uint64_t all) {
+    EXPECT_EQ(all, 15000U);
+    told.push_back(cells);
+    return true;
+  }));
+  EXPECT_GT(told.size(), 12U);
+  EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+  EXPECT_EQ(told.back(), 15000U);
+  EXPECT_EQ(WorkbookFile(kPath).RowCount(2), 5000);
+  // What is told changes nothing in the file.
+  EXPECT_EQ(machine.files.BytesOf(kPath).size(), book.Bytes().size());
+}
+
+TEST_F(SavedWorkbook, EndedAtAnyPointTheOldFileStays) {
+  for (int point = 1;; ++point) {
+    int asked = 0;
+    const bool saved =
+        book.Save(kPath, [&](std::uint64_t /*cells*/, std::uint64_t /*all*/) { return ++asked < point; });
+    if (saved) {
+      EXPECT_LT(asked, point);
+      EXPECT_GT(point, 12);
+      break;
+    }
+    EXPECT_EQ(asked, point) << "nobody is asked again";
+    EXPECT_EQ(machine.files.BytesOf(kPath), "old");
+  }
+  EXPECT_NE(machine.files.BytesOf(kPath), "old");
+  EXPECT_EQ(book.Bytes([](std::uint64_t, std::uint64_t) { return false; }), "");
+}
+
+TEST_F(SavedWorkbook, AFullDiskLeavesTheOldFile) {
+  machine.files.room_left = 100;
+  EXPECT_NE(RefusalOf([&] { book.Save(kPath); }), "");
+  EXPECT_EQ(machine.files.BytesOf(kPath), "old");
 }
 
 TEST_F(WholeWorkbook, GroupsBoldWidthsAndFrozenRowsAreWritten) {

@@ -7,7 +7,6 @@
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/text_table.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_reader.h"
-#include "spreadsheet/servers/engine/xlsx/xlsx_writer.h"
 
 // Workbooks by path: the kind of a file is told by its first bytes, as users rename files and old programs
 // write their tables under any extension. Every refusal says which file it was and what the user can do.
@@ -64,10 +63,12 @@ std::shared_ptr<Book> ReadWorkbook(const CString& path) {
   return ReadTextTable(*bytes, FileTitle(path));
 }
 
-void WriteWorkbookFile(const Book& book, const CString& file) {
+bool WriteWorkbookFile(const Book& book, const CString& file, const Making& making) {
   // Made whole before the file is touched: a failure on the way leaves what stood there.
-  const std::string bytes = XlsxBytes(book);
+  const std::string bytes = XlsxBytes(book, making);
+  if (bytes.empty()) return false;
   if (!PortsInForce().files->WriteWhole(file, bytes)) Fail(_T("无法保存文件“") + file + _T("”。"));
+  return true;
 }
 
 }  // namespace lorv::engine

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "spreadsheet/servers/engine/book.h"
+#include "spreadsheet/servers/engine/xlsx/xlsx_writer.h"
 
 // Workbooks in files.
 namespace lorv::engine {
@@ -13,8 +14,8 @@ namespace lorv::engine {
 std::shared_ptr<Book> ReadWorkbook(const CString& file);
 
 // Writes an .xlsx workbook, whole or not at all: what stood there stays when it fails, which raises the
-// engine's failure.
-void WriteWorkbookFile(const Book& book, const CString& file);
+// engine's failure. False where `making` ended it.
+bool WriteWorkbookFile(const Book& book, const CString& file, const Making& making = {});
 
 // The name of a file without folder and extension.
 CString FileTitle(const CString& file);

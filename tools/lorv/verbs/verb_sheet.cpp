@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <vector>
 
@@ -18,6 +19,7 @@
 #include "tools/lorv/takeoff/output/table_file.h"
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/json_text.h"
+#include "tools/lorv/text/progress_bar.h"
 #include "tools/lorv/text/spoken_language.h"
 
 // The verb `sheet`: workbooks into tables and tables into workbooks, without a spreadsheet program. Workbooks
@@ -239,7 +241,7 @@ void AddCell(const std::string& cell, SheetRows& rows) {
   }
 }
 
-std::string BookOf(const CXArrayDBToArray& table, const std::string& name) {
+std::string BookOf(const CXArrayDBToArray& table, const std::string& name, Console& console) {
   WorkbookFile book;
   SheetRows rows(book, book.AddSheet(CString::FromUtf8(name.empty() ? "Sheet1" : name)));
   for (int row = 0; row < table.GetRowCount(); ++row) {
@@ -247,13 +249,18 @@ std::string BookOf(const CXArrayDBToArray& table, const std::string& name) {
     rows.EndRow();
   }
   rows.Finish();
-  return book.Bytes();
+  std::optional<ProgressBar> bar;
+  return book.Bytes([&](std::uint64_t cells, std::uint64_t all) {
+    if (!bar) bar.emplace(console, all);
+    bar->Show(cells);
+    return true;
+  });
 }
 
 int ToWorkbook(const SheetArguments& arguments, Console& console) {
   const CXArrayDBToArray table = ReadTable(arguments, console);
   OutputFile target(arguments.target, console.out);
-  WithWorkbook(arguments.target, [&] { target.Write(BookOf(table, arguments.sheet)); });
+  WithWorkbook(arguments.target, [&] { target.Write(BookOf(table, arguments.sheet, console)); });
   target.Commit();
   TellWritten(arguments, table, console);
   return kFine;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstring>
+#include <utility>
 
 #include "spreadsheet/servers/engine/cell_reference.h"
 #include "spreadsheet/servers/engine/xlsx/escaped_units.h"
@@ -41,7 +42,8 @@ void AppendArea(const Area& area, std::string& out) {
 
 }  // namespace
 
-SheetDocument::SheetDocument(const Book& book, const Sheet& sheet) : book_(book), sheet_(sheet) {
+SheetDocument::SheetDocument(const Book& book, const Sheet& sheet, GoesOn goes_on)
+    : book_(book), sheet_(sheet), goes_on_(std::move(goes_on)) {
   // A cell begun below the mark may end above it.
   made_.reserve(kMadeAhead * 2);
 }
@@ -54,6 +56,7 @@ std::int64_t SheetDocument::Read(void* out, std::size_t size) {
       made_.clear();
       taken_ = 0;
       MakeMore();
+      if (goes_on_ && !goes_on_(cells_)) return -1;
     }
     const std::size_t count = std::min(size - given, made_.size() - taken_);
     std::memcpy(static_cast<char*>(out) + given, made_.data() + taken_, count);
@@ -74,6 +77,7 @@ void SheetDocument::MakeMore() {
     for (; cell_ < blocks[block_].size(); ++cell_) {
       if (made_.size() >= kMadeAhead) return;
       MakeCell(blocks[block_][cell_]);
+      ++cells_;
     }
   }
   MakeTail();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "platform/ports/files.h"
@@ -10,7 +11,10 @@ namespace lorv::engine {
 // The document of a sheet, made while it is read: no more of it than a block is ever in memory.
 class SheetDocument : public File {
  public:
-  SheetDocument(const Book& book, const Sheet& sheet);
+  // Asked now and then, with the cells that are made; false ends the document by a failure of Read.
+  using GoesOn = std::function<bool(std::uint64_t cells)>;
+
+  SheetDocument(const Book& book, const Sheet& sheet, GoesOn goes_on = {});
 
   std::int64_t Read(void* out, std::size_t size) override;
   bool Write(const void* /*bytes*/, std::size_t /*size*/) override { return false; }
@@ -28,6 +32,8 @@ class SheetDocument : public File {
 
   const Book& book_;
   const Sheet& sheet_;
+  GoesOn goes_on_;
+  std::uint64_t cells_ = 0;
   std::string made_;
   std::size_t taken_ = 0;
   std::size_t block_ = 0;

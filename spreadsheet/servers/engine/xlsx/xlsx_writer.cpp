@@ -164,7 +164,15 @@ void AddPart(ZipWriter& zip, const std::string& name, const std::string& xml) {
 
 }  // namespace
 
-std::string XlsxBytes(const Book& book) {
+std::string XlsxBytes(const Book& book, const Making& making) {
+  std::uint64_t before = 0;
+  std::uint64_t all = 0;
+  bool ended = false;
+  for (const auto& sheet : book.sheets) all += sheet->cells.Size();
+  const auto goes_on = [&](std::uint64_t cells) {
+    ended = making && !making(before + cells, all);
+    return !ended;
+  };
   ZipWriter zip;
   Check(zip.Create(nullptr, 0));
   // First in the archive, where tools that look at a file's beginning expect it.
@@ -174,8 +182,12 @@ std::string XlsxBytes(const Book& book) {
   AddPart(zip, "xl/_rels/workbook.xml.rels", WorkbookRelations(book));
   AddPart(zip, "xl/styles.xml", StylesXml(book));
   for (std::size_t i = 0; i < book.sheets.size(); ++i) {
-    SheetDocument document(book, *book.sheets[i]);
-    Check(zip.Add(("xl/worksheets/sheet" + Decimal(i + 1) + ".xml").c_str(), document, nullptr));
+    SheetDocument document(book, *book.sheets[i], goes_on);
+    const DWORD result =
+        zip.Add(("xl/worksheets/sheet" + Decimal(i + 1) + ".xml").c_str(), document, nullptr);
+    if (ended) return {};
+    Check(result);
+    before += book.sheets[i]->cells.Size();
   }
   Check(zip.Close());
   const void* data = nullptr;
