@@ -21,6 +21,10 @@ END_MESSAGE_MAP()
 TImageToolTipCtrl::TImageToolTipCtrl(const CString& path) : image_(path) {}
 
 TImageToolTipCtrl::~TImageToolTipCtrl() {
+  EndPainting();
+}
+
+void TImageToolTipCtrl::EndPainting() {
   // A loop that waits on a clock which stands still would never end by itself.
   closing_ = true;
   change_event_.SetEvent();
@@ -90,7 +94,7 @@ void TImageToolTipCtrl::OnPaint() {
   { const CPaintDC painted(this); }
   {
     TCriticalSectionEx guard(&lock_);
-    if (guard.Lock() == 0) return;
+    if (guard.Lock() == 0 || closing_) return;
     TakeLooks();
     change_event_.SetEvent();
   }

@@ -18,7 +18,8 @@
 //   then.
 // Delays are counted by the clock in force (lorv::WaitClockInForce). A frame with a delay of 0 is the last
 // that is shown. What is made, shown, changed and ended belongs to the thread of the windows; PaintCtrl and
-//   DrawIcon run on the painting thread. The destructor ends a running loop and waits for its thread.
+//   DrawIcon run on the painting thread. The destructor ends a running loop and waits for its thread; one of
+//   a derived class calls EndPainting first, since the thread may be in what that class overrides.
 //
 //   TImageToolTipCtrl tip(_T("beam.gif"));  tip.Create(&parent);  tip.ShowAt(CPoint(90, 20));
 class COMM_LORV_API TImageToolTipCtrl : public CBCGPToolTipCtrl {
@@ -44,6 +45,8 @@ class COMM_LORV_API TImageToolTipCtrl : public CBCGPToolTipCtrl {
  protected:
   int SetImage(const CString& path, HINSTANCE module, unsigned int resource, const CString& description);
   static void PaintCtrl(void* tip);
+  // Ends a running loop and waits for its thread; nothing is painted from then on.
+  void EndPainting();
   void TakeLooks() override;
   void OnShow(NMHDR* header, LRESULT* result);
   void OnPaint();

@@ -44,7 +44,7 @@ class Desk(unittest.TestCase):
     def test_help_and_version(self):
         code, out, err = run("--help")
         self.assertEqual((code, err), (0, ""))
-        for word in ("--dialogs", "--grid FILE", "--pictures FOLDER", "Exit codes: 0 fine"):
+        for word in ("--dialogs", "--grid FILE", "--images FILE", "--events", "--pictures FOLDER", "Exit codes: 0 fine"):
             self.assertIn(word, out)
         code, out, _ = run("--version")
         self.assertEqual(code, 0)
@@ -52,7 +52,8 @@ class Desk(unittest.TestCase):
 
     def test_words_that_mean_nothing_are_refused(self):
         for words in ((), ("--nothing",), ("墙",), ("--pictures", "x"), ("--dialogs", "--pictures"), ("--grid",),
-                      ("--dialogs", "--grid", "x")):
+                      ("--dialogs", "--grid", "x"), ("--images",), ("--events", "--dialogs"),
+                      ("--images", "a.gif", "--grid", "x"), ("--events", "--images", "a.gif")):
             code, out, err = run(*words)
             self.assertEqual((code, out), (2, ""), words)
             self.assertTrue(err.startswith("lorv-desk: "), err)
@@ -100,6 +101,37 @@ class Desk(unittest.TestCase):
                 self.assertEqual((code, out), (2, ""), name)
                 self.assertRegex(err, "(?m)^lorv-desk: ")
                 self.assertIn(word, err)
+
+
+    def test_an_image_is_shown_by_its_frames_and_in_a_tip(self):
+        with tempfile.TemporaryDirectory() as folder:
+            beam = pathlib.Path(__file__).parents[2] / "examples" / "pictures" / "beam.gif"
+            (pathlib.Path(folder) / "梁.gif").write_bytes(beam.read_bytes())
+            code, out, err = run("--images", "梁.gif", "--pictures", "shots", folder=folder)
+            self.assertEqual((code, out), (0, "shots/image.png  梁.gif, 8 frames\nshots/tip.png  梁.gif in a tip\n"), err)
+            width, height = size_of((pathlib.Path(folder) / "shots" / "image.png").read_bytes())
+            self.assertTrue(400 < width < 600 and 450 < height < 650, (width, height))
+            width, height = size_of((pathlib.Path(folder) / "shots" / "tip.png").read_bytes())
+            self.assertTrue(240 < width < 600 and 150 <= height < 220, (width, height))
+
+    def test_what_is_no_image_is_told(self):
+        with tempfile.TemporaryDirectory() as folder:
+            (pathlib.Path(folder) / "wrong.gif").write_bytes(b"GIF89a")
+            for name in ("none.gif", "wrong.gif", "."):
+                code, out, err = run("--images", name, "--pictures", "shots", folder=folder)
+                self.assertEqual((code, out), (2, ""), name)
+                self.assertRegex(err, "(?m)^lorv-desk: ")
+                self.assertIn(name, err)
+
+    def test_events_are_shown_beside_their_table(self):
+        with tempfile.TemporaryDirectory() as folder:
+            code, out, err = run("--events", "--pictures", "shots", folder=folder)
+            self.assertEqual(code, 0, err)
+            names = ["events-zh", "events-en"]
+            self.assertEqual([line.split()[0] for line in out.splitlines()], [f"shots/{name}.png" for name in names])
+            for name in names:
+                width, height = size_of((pathlib.Path(folder) / "shots" / f"{name}.png").read_bytes())
+                self.assertTrue(1200 < width < 1400 and 350 < height < 500, (width, height))
 
 
 class DeskOfTheSystem(unittest.TestCase):

@@ -86,6 +86,22 @@ TEST_F(TableWindows, SaveWhatIsTyped) {
   EXPECT_TRUE(dialogs.messages.empty());
 }
 
+// Control with Alt is AltGr: a letter that is typed, not the command.
+TEST_F(TableWindows, AltGrIsNotControl) {
+  Open("a,b\n1,2\n");
+  window->Table().SetValue(0, 0, _variant_t(_T("9")));
+  desktop.KeyDown(VK_CONTROL);
+  desktop.KeyDown(VK_MENU);
+  Press('S');
+  desktop.KeyUp(VK_MENU);
+  desktop.KeyUp(VK_CONTROL);
+  Run();
+  EXPECT_EQ(Bytes(), "a,b\n1,2\n");
+  EXPECT_TRUE(window->Table().IsChanged());
+  PressControl('S');
+  EXPECT_EQ(Bytes(), "a,b\n9,2\n");
+}
+
 TEST_F(TableWindows, TellWhyTheyCannotSave) {
   Open("a,b\n1,2\n");
   window->Table().SetValue(0, 0, _variant_t(_T("9")));

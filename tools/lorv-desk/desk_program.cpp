@@ -1,11 +1,17 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
+#include <optional>
 #include <ostream>
 #include <system_error>
+#include <thread>
 
+#include "framework/ports/wait_clock.h"
 #include "tools/lorv-desk/desk_kind.h"
+#include "tools/lorv-desk/events/event_window.h"
 #include "tools/lorv-desk/grid_window.h"
+#include "tools/lorv-desk/images/image_window.h"
 #include "tools/lorv-desk/png_file.h"
 #include "tools/lorv-desk/sample_dialogs.h"
 #include "tools/lorv-desk/sample_grid.h"
@@ -40,13 +46,18 @@ constexpr const char* kExamples =
     "  lorv-desk --grid beams.csv                a table in the grid; Ctrl+S saves it, the right button "
     "shows a "
     "menu\n"
+    "  lorv-desk --images beam.gif               frames of an image by their numbers; a click plays it in a "
+    "tip\n"
+    "  lorv-desk --events                        a take-off sheet, and beside it the events that it raises\n"
     "\n"
     "Exit codes: 0 fine, 2 an argument or a file cannot be used, there is no screen, or a picture cannot be "
     "written.";
 
 struct Wishes {
   bool dialogs = false;
-  std::string grid;
+  bool events = false;
+  std::optional<std::string> grid;
+  std::optional<std::string> image;
   std::string pictures;
 };
 
@@ -144,16 +155,88 @@ void ShowAll(Console& console) {
 // Edits the table of a file; with a folder for pictures it is only looked at.
 void EditTable(const Wishes& wishes, Console& console) {
   if (!wishes.pictures.empty()) MakeFolder(wishes.pictures);
-  TableWindow window(wishes.grid);
+  TableWindow window(*wishes.grid);
   if (!window.Read()) return;
   if (wishes.pictures.empty()) {
     window.ShowUntilClosed();
     return;
   }
   window.ShowWindow(SW_SHOW);
-  TakePicture(window.m_hWnd, wishes.grid, PathOf(wishes.pictures) / "table.png");
-  console.out << wishes.pictures << "/table.png  " << wishes.grid << ", " << window.Grid().GetRowCount()
+  TakePicture(window.m_hWnd, *wishes.grid, PathOf(wishes.pictures) / "table.png");
+  console.out << wishes.pictures << "/table.png  " << *wishes.grid << ", " << window.Grid().GetRowCount()
               << " rows\n";
+}
+
+// Waits of nobody: an animation is at its last frame at once.
+class NoWaits : public WaitClock {
+ public:
+  bool WaitFor(CEvent& /*event*/, DWORD /*milliseconds*/) override { return false; }
+};
+
+// The window, then the tip at its last frame.
+void TakeImage(const std::string& path, const std::string& folder, Console& console) {
+  MakeFolder(folder);
+  NoWaits waits;
+  const ScopedWaitClock scope(waits);
+  // Ends before the clock does: its tip paints by a thread.
+  ImageWindow window(path);
+  if (!window.Open()) throw BadInput(Say("this desktop opens no window"));
+  window.ShowWindow(SW_SHOW);
+  TakePicture(window.m_hWnd, path, PathOf(folder) / "image.png");
+  console.out << folder << "/image.png  " << path << ", " << window.FrameCount() << " frames\n";
+  window.ShowTip();
+  constexpr std::chrono::milliseconds kLook(5);
+  constexpr int kLooks = 2000;
+  for (int i = 0; i < kLooks && window.Tip().Paintings() == 0; ++i) {
+    Settle();
+    std::this_thread::sleep_for(kLook);
+  }
+  TakePicture(window.Tip().m_hWnd, path, PathOf(folder) / "tip.png");
+  console.out << folder << "/tip.png  " << path << " in a tip\n";
+}
+
+void ShowImage(const Wishes& wishes, Console& console) {
+  if (!wishes.pictures.empty()) return TakeImage(*wishes.image, wishes.pictures, console);
+  ImageWindow window(*wishes.image);
+  if (!window.Open()) throw BadInput(Say("this desktop opens no window"));
+  window.ShowUntilClosed();
+}
+
+void OpenEvents(EventWindow& window, const SampleGrid& sample) {
+  // Higher than the table: a click alone is some ten lines.
+  constexpr int kHeight = 400;
+  if (!window.Open(CString::FromUtf8(sample.title), {kSampleGridWidth, kHeight}))
+    throw BadInput("the window of " + sample.title + " cannot be opened");
+  window.ShowWindow(SW_SHOW);
+  Settle();
+  FillSampleGrid(window.Grid(), sample);
+}
+
+// Two clicks, each into a cell whose editor opens and closes: what comes of them is there to be read.
+void TakeEvents(const SampleGrid& sample, const std::string& folder, Console& console) {
+  EventWindow window;
+  OpenEvents(window, sample);
+  Settle();
+  window.Play(0, 0);
+  window.Play(2, 2);
+  const std::string name = "events" + sample.name.substr(sample.name.find('-')) + ".png";
+  TakePicture(window.m_hWnd, sample.title, PathOf(folder) / name);
+  console.out << folder << "/" << name << "  " << sample.title << ", with its events\n";
+}
+
+void ShowEvents(const Wishes& wishes, Console& console) {
+  const auto samples = SampleGrids();
+  if (!wishes.pictures.empty()) {
+    MakeFolder(wishes.pictures);
+    for (const SampleGrid& sample : samples) TakeEvents(sample, wishes.pictures, console);
+    return;
+  }
+  const bool chinese = SpokenLanguage() == Language::kChinese;
+  const auto spoken = std::find_if(samples.begin(), samples.end(),
+                                   [&](const SampleGrid& sample) { return sample.chinese == chinese; });
+  EventWindow window;
+  OpenEvents(window, *spoken);
+  window.ShowUntilClosed();
 }
 
 // Before the first window, as it decides what windows are.
@@ -167,20 +250,45 @@ void OpenDesktop() {
   }
 }
 
-int Run(std::vector<std::string> words, Console& console) {
-  Wishes wishes;
-  CLI::App app{kAbout, "lorv-desk"};
+void Declare(CLI::App& app, Wishes& wishes) {
   app.allow_windows_style_options(false);
   app.set_version_flag("--version", "lorv-desk " LORV_VERSION, "print the version and end");
   app.footer(kExamples);
-  CLI::Option* const dialogs =
-      app.add_flag("--dialogs", wishes.dialogs, "open each dialog with sample content");
-  CLI::Option* const grid =
+  // One of them at a time.
+  const std::vector<CLI::Option*> shown = {
+      app.add_flag("--dialogs", wishes.dialogs, "open each dialog with sample content"),
       app.add_option("--grid", wishes.grid, "open a table of commas, semicolons or tabs in the grid")
-          ->type_name("FILE")
-          ->excludes(dialogs);
+          ->type_name("FILE"),
+      app.add_option("--images", wishes.image, "show the frames of an image, and play it in a tip")
+          ->type_name("FILE"),
+      app.add_flag("--events", wishes.events, "show a table and the trace of its events")};
+  for (CLI::Option* const one : shown) {
+    for (CLI::Option* const other : shown) {
+      if (one != other) one->excludes(other);
+    }
+  }
   app.add_option("--pictures", wishes.pictures, "write a picture of each into FOLDER instead of waiting")
       ->type_name("FOLDER");
+}
+
+void Show(const Wishes& wishes, Console& console) {
+  if (wishes.image) {
+    ShowImage(wishes, console);
+  } else if (wishes.events) {
+    ShowEvents(wishes, console);
+  } else if (wishes.grid) {
+    EditTable(wishes, console);
+  } else if (wishes.pictures.empty()) {
+    ShowAll(console);
+  } else {
+    TakePictures(wishes.pictures, console);
+  }
+}
+
+int Run(std::vector<std::string> words, Console& console) {
+  Wishes wishes;
+  CLI::App app{kAbout, "lorv-desk"};
+  Declare(app, wishes);
   std::reverse(words.begin(), words.end());
   try {
     app.parse(words);
@@ -190,18 +298,14 @@ int Run(std::vector<std::string> words, Console& console) {
   } catch (const CLI::ParseError& wrong) {
     throw BadInput(std::string(wrong.what()) + "\n`lorv-desk --help` tells what it takes");
   }
-  if (!wishes.dialogs && grid->count() == 0)
-    throw BadInput("say what to show: --dialogs or --grid FILE\n`lorv-desk --help` tells the rest");
+  if (!wishes.dialogs && !wishes.grid && !wishes.image && !wishes.events)
+    throw BadInput(
+        "say what to show: --dialogs, --grid FILE, --images FILE or --events\n`lorv-desk --help` tells the "
+        "rest");
   // Before any window is made: its words are taken as it opens.
   SpeakLanguage(LanguageByName(console.locale));
   OpenDesktop();
-  if (!wishes.dialogs) {
-    EditTable(wishes, console);
-  } else if (wishes.pictures.empty()) {
-    ShowAll(console);
-  } else {
-    TakePictures(wishes.pictures, console);
-  }
+  Show(wishes, console);
   return kFine;
 }
 

@@ -128,8 +128,10 @@ void TableWindow::Do(UINT command) {
 }
 
 BOOL TableWindow::PreTranslateMessage(MSG* message) {
-  // Before the grid sees the key.
-  if (message->message == WM_KEYDOWN && message->wParam == 'S' && IsDown(VK_CONTROL)) {
+  // Before the grid sees the key. Control with Alt is how keyboards of many countries send their AltGr, whose
+  // letters are typed into cells.
+  const bool alone = IsDown(VK_CONTROL) && !IsDown(VK_MENU);
+  if (message->message == WM_KEYDOWN && message->wParam == 'S' && alone) {
     Save();
     return TRUE;
   }
