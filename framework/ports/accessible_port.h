@@ -105,6 +105,7 @@ class COMM_LORV_API AccessibleObject {
   // Of a cell or a header: where it stands.
   virtual int Row() const { return -1; }
   virtual int Column() const { return -1; }
+  virtual SIZE Span() const { return {1, 1}; }  // the columns and rows that it covers from there on
   // Of a cell, an item: it alone is selected, or it is so no more; false where that is not possible.
   virtual bool Select(bool /*on*/) { return false; }
 
@@ -142,6 +143,11 @@ class COMM_LORV_API AccessibleCells {
   // The cell or header there; -1, -1 where there is none.
   virtual CellAddress CellAt(POINT client) const = 0;
   virtual CellAddress CurrentCell() const { return {}; }
+  // Of cells that are merged: the one that stands for all, and how many columns and rows they are.
+  virtual CellAddress MainCell(CellAddress cell) const { return cell; }
+  virtual SIZE CellSpan(CellAddress /*cell*/) const { return {1, 1}; }
+  // The cell that a window within the table edits, which is called as the cell is.
+  virtual CellAddress CellOf(HWND /*window*/) const { return {}; }
   virtual std::vector<CellAddress> SelectedCells(std::size_t /*most*/) const { return {}; }
   virtual bool SetCellText(CellAddress /*cell*/, const CString& /*text*/) { return false; }
   virtual bool SelectCell(CellAddress /*cell*/, bool /*on*/) { return false; }

@@ -91,6 +91,10 @@ class CellObject : public AccessibleObject {
   }
   int Row() const override { return at_.row; }
   int Column() const override { return at_.column; }
+  SIZE Span() const override {
+    const AccessibleCells* const cells = Cells();
+    return cells == nullptr || !Holds() ? SIZE{1, 1} : cells->CellSpan(at_);
+  }
   bool Select(bool on) override {
     AccessibleCells* const cells = Cells();
     return cells != nullptr && Holds() && cells->SelectCell(at_, on);
@@ -177,8 +181,11 @@ class TableObject : public AccessibleObject {
     return cells == nullptr ? SIZE{0, 0} : cells->CellCount();
   }
   std::shared_ptr<AccessibleObject> CellAt(int row, int column) const override {
-    const CellAddress at{row, column};
-    return Has(CellsOf(window_), at) ? std::make_shared<CellObject>(window_, at) : nullptr;
+    const AccessibleCells* const cells = CellsOf(window_);
+    CellAddress at{row, column};
+    if (!Has(cells, at)) return nullptr;
+    if (row >= 0 && column >= 0) at = cells->MainCell(at);
+    return Has(cells, at) ? std::make_shared<CellObject>(window_, at) : nullptr;
   }
   std::vector<std::shared_ptr<AccessibleObject>> Selected() const override {
     const AccessibleCells* const cells = CellsOf(window_);

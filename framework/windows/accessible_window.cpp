@@ -375,6 +375,14 @@ class ComboObject : public ItemsObject {
   }
 };
 
+// The cell of a table that the control stands in and edits.
+std::shared_ptr<AccessibleObject> EditedCell(HWND table, HWND control) {
+  MessageTarget* const target = MappedWindow(table);
+  const AccessibleCells* const cells = target == nullptr ? nullptr : target->GetAccessibleCells();
+  const CellAddress at = cells == nullptr ? CellAddress() : cells->CellOf(control);
+  return at == CellAddress() ? nullptr : AccessibleTableOf(table)->CellAt(at.row, at.column);
+}
+
 std::shared_ptr<AccessibleObject> ByKind(HWND window, WindowKind kind) {
   switch (kind) {
     case WindowKind::Static:
@@ -414,6 +422,7 @@ CString AccessibleLabel(HWND control) {
   const auto peer = PeerAt(control);
   const auto parent = peer == nullptr ? nullptr : PeerAt(peer->Parent());
   if (parent == nullptr) return {};
+  if (const auto cell = EditedCell(peer->Parent(), control)) return cell->Name();
   const std::vector<HWND> among = parent->Children();
   const auto self = std::find(among.begin(), among.end(), control);
   // The label of a control is the static text in front of it, as dialogs are laid out.

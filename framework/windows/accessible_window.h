@@ -15,7 +15,7 @@ COMM_LORV_API std::shared_ptr<AccessibleObject> AccessibleOf(HWND window);
 // Whether the window's class describes itself: all else is told by the system's own means as well.
 COMM_LORV_API bool HasOwnAccessible(HWND window);
 
-// The text of the label right before a control; empty without one.
+// The text of the label right before a control, or the name of the cell that it edits; empty without one.
 COMM_LORV_API CString AccessibleLabel(HWND control);
 
 // A text as it is read out: without the marks of keys, "&&" being the sign itself.

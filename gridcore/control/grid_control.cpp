@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "gridcore/accessibility/grid_cells.h"
+
 // The window of a grid: making it, its messages, its switches.
 
 IMPLEMENT_DYNCREATE(CBCGPWnd, CWnd)
@@ -89,8 +91,14 @@ LRESULT CBCGPGridCtrl::OnAdjustLayoutMessage(WPARAM /*w*/, LPARAM /*l*/) {
   return 0;
 }
 
+lorv::AccessibleCells* CBCGPGridCtrl::GetAccessibleCells() {
+  if (cells_ == nullptr) cells_ = std::make_unique<lorv::GridCells>(*this);
+  return cells_.get();
+}
+
 void CBCGPGridCtrl::OnSetFocus(CWnd* /*former*/) {
   InvalidateSelection();
+  if (cells_ != nullptr) cells_->FocusCame();
 }
 
 void CBCGPGridCtrl::OnKillFocus(CWnd* /*next*/) {

@@ -20,6 +20,10 @@
 #include "gridcore/table/merged_cells.h"
 #include "gridcore/tips/inplace_tool_tip.h"
 
+namespace lorv {
+class GridCells;
+}  // namespace lorv
+
 class COMM_LORV_API CBCGPWnd : public CWnd {
   DECLARE_DYNCREATE(CBCGPWnd)
 };
@@ -322,6 +326,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   // Expires with the grid: asked after every call that may have ended it.
   std::weak_ptr<int> Watch() const { return life_.Watch(); }
   lorv::GridChanges& Changes() { return changes_; }
+  lorv::AccessibleCells* GetAccessibleCells() override;  // the table for screen readers
   CWnd* EditorOf(const CBCGPGridRow& row) const;
   CComboBox* ComboOf(const CBCGPGridRow& row) const;
   int GetButtonWidth() const { return lorv::kItemButtonWidth; }
@@ -524,6 +529,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   lorv::LifeToken life_;
   lorv::GridKeyHandlers key_handlers_;
   lorv::GridChanges changes_;
+  std::unique_ptr<lorv::GridCells> cells_;  // made when somebody asks for it
   COleDropTarget drop_target_;
   CBCGPGridColumnsInfo own_columns_;
   lorv::RowStore rows_;

@@ -1,5 +1,6 @@
 #include <utility>
 
+#include "gridcore/accessibility/grid_cells.h"
 #include "gridcore/control/grid_control.h"
 #include "gridcore/control/scope_mark.h"
 
@@ -65,6 +66,7 @@ BOOL CBCGPGridCtrl::ShowEditor(CBCGPGridItem* item, std::unique_ptr<CWnd> editor
     combo_->SetCurSel(combo_->FindStringExact(-1, item->FormatItem()));
   }
   if (!still()) return FALSE;
+  if (cells_ != nullptr) shown->TellAccessible(lorv::AccessEvent::Name);
   OnAfterInplaceEditCreated(item, shown);
   if (!still()) return FALSE;
   shown->SetFocus();
@@ -144,6 +146,7 @@ BOOL CBCGPGridCtrl::EndEditItem(BOOL update) {
     if (life.expired()) return FALSE;
     // A text that the cell refuses stays in the editor.
     if (taken == FALSE && editing_ == item) return FALSE;
+    if (editing_ == item && cells_ != nullptr) cells_->CellRedrawn(*item);
   }
   if (editing_ == item) item->OnEndEdit();
   if (life.expired()) return FALSE;

@@ -2,6 +2,7 @@
 #include <set>
 #include <utility>
 
+#include "gridcore/accessibility/grid_cells.h"
 #include "gridcore/control/grid_control.h"
 #include "gridcore/rows/group_row.h"
 
@@ -64,6 +65,7 @@ void CBCGPGridCtrl::Regroup() {
 void CBCGPGridCtrl::FollowRow(const CBCGPGridRow* row) {
   // The selection names places; the current cell goes with its row.
   selection_.Clear();
+  if (cells_ != nullptr) cells_->RowsMoved();
   if (row == nullptr) return;
   current_.m_nRow = IndexOfRow(*row);
   selection_.Add(CBCGPGridRange(current_));

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "framework/drawing/device_context.h"
+#include "gridcore/accessibility/grid_cells.h"
 #include "gridcore/control/grid_control.h"
 #include "gridcore/control/scope_mark.h"
 
@@ -184,6 +185,7 @@ void CBCGPGridCtrl::AdjustLayout() {
   if (laying_out_) return;
   const auto life = life_.Watch();
   if (!LayOut()) return;
+  if (cells_ != nullptr) cells_->LaidOut();
   OnPosSizeChanged();
   if (life.expired()) return;
   PlaceEditor();

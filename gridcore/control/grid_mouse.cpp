@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "gridcore/accessibility/grid_cells.h"
 #include "gridcore/control/grid_control.h"
 #include "gridcore/control/scope_mark.h"
 
@@ -72,6 +73,7 @@ void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID&
     if (ctrl_inverts_ && selection_.Holds(id) && selection_.CellCount() > 1) {
       selection_.Remove(CBCGPGridRange(id));
       InvalidateRange(CBCGPGridRange(id));
+      if (cells_ != nullptr) cells_->ChosenChanged();
     } else {
       SetCurSel(id, lorv::kSelectAdd, TRUE);
     }

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "gridcore/accessibility/grid_cells.h"
 #include "gridcore/control/grid_control.h"
 
 // How rows with others nested in them come into the table and leave it.
@@ -38,6 +39,7 @@ void CBCGPGridCtrl::PutOne(int index, CBCGPGridRow& row) {
   if (!merged_.IsEmpty()) changes_.TellMerging(merged_.Blocks());
   row.owner_ = this;
   rows_.Insert(index, row);
+  if (cells_ != nullptr) cells_->RowsMoved();
   CountLevel(row, 1);
   if (row.GetLinesNumber() > 1) ++tall_rows_;
   heights_.Insert(index, 0);
@@ -57,6 +59,7 @@ void CBCGPGridCtrl::TakeTree(int index) {
 void CBCGPGridCtrl::TakeOne(int index) {
   if (!merged_.IsEmpty()) changes_.TellMerging(merged_.Blocks());
   CBCGPGridRow* const row = rows_.Take(index);
+  if (cells_ != nullptr) cells_->RowsMoved();
   CountLevel(*row, -1);
   row->owner_ = nullptr;
   if (ended_ != nullptr && ended_->GetParentRow() == row) ended_ = nullptr;

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "gridcore/accessibility/grid_cells.h"
 #include "gridcore/control/grid_control.h"
 
 // What is selected. A change reports the old selection as left and then the new one as chosen; each report
@@ -45,7 +46,9 @@ void CBCGPGridCtrl::InvalidateItem(const CBCGPGridItem* item) {
   if (m_hWnd == nullptr || item == nullptr) return;
   CRect rect;
   rect.IntersectRect(item->GetRect(), m_rectList);
-  if (rect.IsRectEmpty() == FALSE) InvalidateRect(&rect, FALSE);
+  if (rect.IsRectEmpty() != FALSE) return;
+  InvalidateRect(&rect, FALSE);
+  if (cells_ != nullptr) cells_->CellRedrawn(*item);
 }
 
 bool CBCGPGridCtrl::ReportLeft() {
@@ -78,6 +81,7 @@ bool CBCGPGridCtrl::Choose(const CBCGPGridRange& range, const CBCGPGridItemID& c
   current_ = current;
   if (redraw != FALSE) InvalidateRange(range);
   OnSelChanged(range, TRUE);
+  if (!life.expired() && cells_ != nullptr) cells_->ChosenChanged();
   return !life.expired();
 }
 
@@ -88,6 +92,7 @@ BOOL CBCGPGridCtrl::SetCurSel(const CBCGPGridItemID& id, UINT mode, BOOL redraw)
     selection_.Clear();
     current_.SetNull();
     anchor_.SetNull();
+    if (cells_ != nullptr) cells_->ChosenChanged();
     return TRUE;
   }
   if (GetGridItem(id) == nullptr) return FALSE;

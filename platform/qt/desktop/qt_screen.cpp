@@ -166,6 +166,8 @@ std::vector<BYTE> QtDesk::ClipboardBytes(const CString& format) const {
 }
 
 void QtDesk::TellAccessible(HWND window, AccessEvent event, std::int64_t number) {
+  // An editor learns its name when its cell is known, after it was made.
+  if (event == AccessEvent::Name) NameByLabel(window);
   if (const auto told = Window(window)) TellQtAccessible(*told->Widget(), event, number);
 }
 

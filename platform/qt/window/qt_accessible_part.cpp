@@ -120,8 +120,10 @@ QString QtAccessiblePart::text(QAccessible::Text kind) const {
 
 // What a handler of the class throws does not pass through Qt.
 void QtAccessiblePart::setText(QAccessible::Text kind, const QString& text) {
+  // A change of the table ends its parts, this one too.
+  const auto held = object_;
   if (kind == QAccessible::Value && isValid())
-    CarriedFault::Guarded([&] { return object_->SetValue(FromQt(text)); });
+    CarriedFault::Guarded([&] { return held->SetValue(FromQt(text)); });
 }
 
 QRect QtAccessiblePart::rect() const {
@@ -157,7 +159,8 @@ QStringList QtAccessiblePart::actionNames() const {
 }
 
 void QtAccessiblePart::doAction(const QString& name) {
-  DoNamedAction(*object_, name);
+  const auto held = object_;
+  DoNamedAction(*held, name);
 }
 
 }  // namespace lorv

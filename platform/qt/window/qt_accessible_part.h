@@ -46,8 +46,8 @@ class QtAccessiblePart : public QAccessibleInterface,
   QList<QAccessibleInterface*> rowHeaderCells() const override { return Header(object_->Row(), -1); }
   int columnIndex() const override { return object_->Column(); }
   int rowIndex() const override { return object_->Row(); }
-  int columnExtent() const override { return 1; }
-  int rowExtent() const override { return 1; }
+  int columnExtent() const override { return static_cast<int>(object_->Span().cx); }
+  int rowExtent() const override { return static_cast<int>(object_->Span().cy); }
   QAccessibleInterface* table() const override { return parent(); }
 
   QStringList actionNames() const override;
