@@ -148,6 +148,8 @@ class COMM_LORV_API WindowPeer {
   virtual Composition CompositionNow() const { return {}; }
   // Where the input method shows its candidates: below that rectangle of the client area, the caret's.
   virtual void SetCompositionCaret(const RECT& /*caret*/) {}
+  // Whether keys in the window go through the input method, as they do at first. One that composes goes on.
+  virtual void EnableComposition(bool /*on*/) {}
 
   // A window that the framework did not make: from now on its messages go to the window class that is mapped
   // to it, and Default is what its own procedure does. False where the system does not allow it: a window of

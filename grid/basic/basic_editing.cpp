@@ -28,7 +28,7 @@ long long LanguageKey(const CBCGPGridItemID& id) {
 }  // namespace
 
 BOOL CBCGPBasicGridCtrl::PreTranslateMessage(MSG* message) {
-  if (message->message == WM_KEYDOWN) {
+  if (message->message == WM_KEYDOWN && !IsComposing()) {
     lorv::KeySituation now;
     now.return_style = return_style_;
     now.tab_style = tab_style_;

@@ -3,8 +3,8 @@
 #include "gridcore/items/check_item.h"
 
 // What a screen reader does to a grid on its user's behalf. It goes the way of keys and clicks, so that
-// descendants and hosts hear of it as of the user himself. Each step runs handlers, which may end the grid and
-// with it these cells: after it only what stands on the stack may be asked.
+// descendants and hosts hear of it as of the user himself. Each step runs handlers, which may end the grid
+// and with it these cells: after it only what stands on the stack may be asked.
 
 namespace lorv {
 namespace {

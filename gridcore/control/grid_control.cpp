@@ -36,6 +36,10 @@ ON_EN_CHANGE(lorv::kFilterEditorId, OnFilterTyped)
 ON_EN_KILLFOCUS(lorv::kFilterEditorId, OnFilterLeft)
 ON_CBN_SELENDOK(lorv::kEditorId, OnSelectCombo)
 ON_CBN_CLOSEUP(lorv::kEditorId, OnListClosed)
+LORV_MESSAGE(WM_IME_STARTCOMPOSITION,
+             call.result = self.OnComposition(WM_IME_STARTCOMPOSITION, call.w, call.l))
+LORV_MESSAGE(WM_IME_COMPOSITION, call.result = self.OnComposition(WM_IME_COMPOSITION, call.w, call.l))
+LORV_MESSAGE(WM_IME_ENDCOMPOSITION, call.result = self.OnComposition(WM_IME_ENDCOMPOSITION, call.w, call.l))
 ON_REGISTERED_MESSAGE(BCGM_GRID_ADJUST_LAYOUT, OnAdjustLayoutMessage)
 END_MESSAGE_MAP()
 
@@ -98,6 +102,7 @@ lorv::AccessibleCells* CBCGPGridCtrl::GetAccessibleCells() {
 
 void CBCGPGridCtrl::OnSetFocus(CWnd* /*former*/) {
   InvalidateSelection();
+  SettleComposition();
   if (cells_ != nullptr) cells_->FocusCame();
 }
 

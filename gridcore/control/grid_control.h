@@ -20,10 +20,6 @@
 #include "gridcore/table/merged_cells.h"
 #include "gridcore/tips/inplace_tool_tip.h"
 
-namespace lorv {
-class GridCells;
-}  // namespace lorv
-
 class COMM_LORV_API CBCGPWnd : public CWnd {
   DECLARE_DYNCREATE(CBCGPWnd)
 };
@@ -281,6 +277,10 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   int GetHorzScrollTotal() const { return m_nHorzScrollTotal; }
   // The room at the left of the cells for the boxes of groups and of rows that others are nested in.
   int GetHierarchyOffset() const;
+  // For paper: a piece of the table from that offset on, behind its headers, at the left top of the context,
+  // and the upper edge of the line at an offset. False: handlers ended the grid.
+  bool DrawPiece(CDC* dc, CSize size, CPoint from);
+  int LineEdgeAt(int place) const;
   void ShowVertScrollBar(BOOL on);
   void ShowHorzScrollBar(BOOL on);
 
@@ -378,6 +378,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   UINT OnGetDlgCode();
   void OnEditorLeft();
   void OnListClosed();
+  LRESULT OnComposition(UINT message, WPARAM w, LPARAM l);
+  bool IsComposing() const;  // an input method composes in the editor, and has the keys
   LRESULT OnAdjustLayoutMessage(WPARAM w, LPARAM l);
   void SetScrollSizes();
   void ScrollTo(int across, int down);
@@ -513,6 +515,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
 
   // Editing.
   void CloseEditor();
+  void SettleComposition() const;
+  void TakeComposed();
   void Retire(std::unique_ptr<CWnd> window);
   DWORD EndReasonOfKey(UINT key) const;
   bool StaysInEditor(UINT key) const;
@@ -586,7 +590,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   std::vector<std::unique_ptr<CWnd>> retired_;  // closed editors, whose handlers may still be running
   bool ending_edit_ = false;
   TCHAR first_character_ = 0;
-  CString opened_text_;  // what stood in the editor when it was shown
+  bool opens_empty_ = false;  // for an input method
+  CString opened_text_;       // what stood in the editor when it was shown
   bool opened_by_character_ = false;
   bool laying_out_ = false;
   std::unique_ptr<CBCGPInplaceToolTipCtrl> tip_;

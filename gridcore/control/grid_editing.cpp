@@ -91,6 +91,7 @@ int CBCGPGridCtrl::OnInplaceEditSetSel(CBCGPGridItem* /*item*/, DWORD reason) {
 }
 
 CString CBCGPGridCtrl::FirstEditorText(const CBCGPGridItem& item) const {
+  if (opens_empty_) return {};
   return first_character_ != 0 ? CString(first_character_) : item.FormatItem();
 }
 
@@ -104,6 +105,14 @@ bool CBCGPGridCtrl::EditorUntouched() const {
 void CBCGPGridCtrl::Retire(std::unique_ptr<CWnd> window) {
   if (retired_.size() > kMostRetired) retired_.erase(retired_.begin(), retired_.begin() + kMostRetired / 2);
   retired_.push_back(std::move(window));
+}
+
+// What is composed and not committed was typed all the same: it is not lost with the editor.
+void CBCGPGridCtrl::TakeComposed() {
+  auto* edit = dynamic_cast<CEdit*>(editor_.get());
+  if (edit == nullptr || !IsComposing()) return;
+  const CString composed = lorv::PeerOf(edit->m_hWnd)->CompositionNow().text;
+  edit->ReplaceSel(composed);
 }
 
 void CBCGPGridCtrl::CloseEditor() {
@@ -141,6 +150,8 @@ BOOL CBCGPGridCtrl::EndEditItem(BOOL update) {
   CBCGPGridItem* const item = editing_;
   const lorv::StepScope step(changes_, item);
   ended_ = item;
+  if (update != FALSE) TakeComposed();
+  if (life.expired() || editing_ != item) return FALSE;
   if (update != FALSE && item->CanUpdateData() != FALSE) {
     const BOOL taken = item->OnUpdateValue();
     if (life.expired()) return FALSE;
@@ -229,6 +240,8 @@ int CBCGPGridCtrl::OnGridKeybordNavigation(CBCGPGridItem* /*item*/, DWORD reason
 
 bool CBCGPGridCtrl::TakesKeyOfEditor(MSG* message) {
   if (message->message != WM_KEYDOWN && message->message != WM_SYSKEYDOWN) return false;
+  // Return confirms what is composed, Tab and arrows choose among candidates.
+  if (message->wParam == VK_PROCESSKEY || IsComposing()) return false;
   // An open list has the keys for itself.
   if (combo_ != nullptr && combo_->GetDroppedState() != FALSE) return false;
   const CWnd* const editor = editor_.get();

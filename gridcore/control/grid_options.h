@@ -6,6 +6,8 @@
 
 namespace lorv {
 
+class GridCells;
+
 // How SetCurSel takes a cell.
 enum SelectMode : UINT {
   kSelectClear = 0,             // with the null id: nothing is selected, nothing current

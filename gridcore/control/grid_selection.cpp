@@ -81,8 +81,10 @@ bool CBCGPGridCtrl::Choose(const CBCGPGridRange& range, const CBCGPGridItemID& c
   current_ = current;
   if (redraw != FALSE) InvalidateRange(range);
   OnSelChanged(range, TRUE);
-  if (!life.expired() && cells_ != nullptr) cells_->ChosenChanged();
-  return !life.expired();
+  if (life.expired()) return false;
+  SettleComposition();
+  if (cells_ != nullptr) cells_->ChosenChanged();
+  return true;
 }
 
 BOOL CBCGPGridCtrl::SetCurSel(const CBCGPGridItemID& id, UINT mode, BOOL redraw) {

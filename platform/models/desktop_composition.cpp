@@ -33,6 +33,8 @@ void DesktopModel::EndComposition() {
 HWND DesktopModel::Compose(HWND window, const Composition& now) {
   if (composing_ != window) {
     EndComposition();
+    const auto begun = At(window);
+    if (begun == nullptr || !begun->TakesComposition()) return nullptr;
     window = StartComposition(window);
   }
   const auto target = At(window);

@@ -183,6 +183,11 @@ void WindowModel::SetCompositionCaret(const RECT& caret) {
   CompositionCaretChanged();
 }
 
+void WindowModel::EnableComposition(bool on) {
+  if (!alive_ || std::exchange(composes_, on) == on) return;
+  CompositionCaretChanged();
+}
+
 void WindowModel::TellReaders(UINT code) {
   const bool value = (kind_ == WindowKind::Edit && code == EN_CHANGE) ||
                      (kind_ == WindowKind::Combo && code == CBN_EDITCHANGE);

@@ -75,6 +75,8 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
   Composition CompositionNow() const override { return composition_; }
   void SetCompositionCaret(const RECT& caret) override;
   RECT CompositionCaret() const { return composition_caret_; }
+  void EnableComposition(bool on) override;
+  bool TakesComposition() const { return composes_; }
   LRESULT Default(UINT message, WPARAM w, LPARAM l) override;
 
   // The user at a scroll bar of the window: SB_LINEDOWN and its like move by the window class, SB_THUMBTRACK
@@ -157,6 +159,7 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
   std::array<ScrollModel, 2> bars_;  // across, down
   Composition composition_;
   CRect composition_caret_;
+  bool composes_ = true;
   CPoint reported_at_;
   CRect reported_client_;
   bool leave_ = false;

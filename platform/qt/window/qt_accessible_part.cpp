@@ -114,8 +114,14 @@ int QtAccessiblePart::indexOfChild(const QAccessibleInterface* child) const {
 
 QString QtAccessiblePart::text(QAccessible::Text kind) const {
   if (!isValid()) return {};
-  if (kind == QAccessible::Name) return ToQt(object_->Name().View());
-  return kind == QAccessible::Value ? ToQt(object_->Value().View()) : QString();
+  const CString name = object_->Name();
+  const CString value = object_->Value();
+  // What its headers say readers ask of the headers; here a cell's name is its text, the one thing read
+  // aloud.
+  if (object_->Role() == AccessRole::Cell)
+    return ToQt((kind == QAccessible::Description ? name : value).View());
+  if (kind == QAccessible::Name) return ToQt(name.View());
+  return kind == QAccessible::Value ? ToQt(value.View()) : QString();
 }
 
 // What a handler of the class throws does not pass through Qt.

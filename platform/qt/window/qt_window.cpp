@@ -52,7 +52,7 @@ void QtWindow::ShowFocus() {
 }
 
 void QtWindow::CompositionCaretChanged() {
-  QGuiApplication::inputMethod()->update(Qt::ImCursorRectangle);
+  QGuiApplication::inputMethod()->update(Qt::ImCursorRectangle | Qt::ImEnabled);
 }
 
 void QtWindow::Measure() {

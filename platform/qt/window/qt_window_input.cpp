@@ -177,7 +177,7 @@ void QtWindow::ShowComposition(const QInputMethodEvent& shown) {
 bool QtWindow::TakeQuery(QEvent& event) {
   if (!PaintsSelf()) return false;
   auto& query = static_cast<QInputMethodQueryEvent&>(event);
-  if ((query.queries() & Qt::ImEnabled) != 0) query.setValue(Qt::ImEnabled, !Blocked());
+  if ((query.queries() & Qt::ImEnabled) != 0) query.setValue(Qt::ImEnabled, !Blocked() && TakesComposition());
   const Edges edges = Margins();
   const QRect caret = ToQt(CompositionCaret()).translated(edges.left, edges.top);
   if ((query.queries() & Qt::ImCursorRectangle) != 0) query.setValue(Qt::ImCursorRectangle, caret);

@@ -63,4 +63,9 @@ void Win32Window::SetCompositionCaret(const RECT& caret) {
   ImmSetCandidateWindow(input.Handle(), &list);
 }
 
+void Win32Window::EnableComposition(bool on) {
+  // Without a context the system's input method leaves the keys of the window alone.
+  if (Exists()) ImmAssociateContextEx(handle_, nullptr, on ? IACE_DEFAULT : 0);
+}
+
 }  // namespace lorv

@@ -80,6 +80,7 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
   LRESULT Default(UINT message, WPARAM w, LPARAM l) override;
   Composition CompositionNow() const override;
   void SetCompositionCaret(const RECT& caret) override;
+  void EnableComposition(bool on) override;
   bool TakeOver() override;
   void GiveBack() override;
   int Dpi() const override;

@@ -45,7 +45,8 @@ TEST_F(GridCells, AHeaderOfSeveralLinesIsReadFromTheTop) {
     CBCGPGridColumnsInfo& GetColumnsInfo() override { return info; }
   } tall;
   tall.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 200, 100), &top, 8);
-  for (const LPCTSTR name : {_T("宽"), _T("高"), _T("备注")}) tall.InsertColumn(tall.GetColumnCount(), name, 50);
+  for (const LPCTSTR name : {_T("宽"), _T("高"), _T("备注")})
+    tall.InsertColumn(tall.GetColumnCount(), name, 50);
   tall.info.SetHeaderLineCount(2);
   CArray<int, int> columns, lines;
   columns.Add(0), columns.Add(1), lines.Add(0);

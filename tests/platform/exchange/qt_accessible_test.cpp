@@ -60,7 +60,8 @@ class QtObject : public HeldObject {
     if (seen == nullptr) return {};
     return {true,
             RoleOf(seen->role()),
-            lorv::FromQt(seen->text(QAccessible::Name)),
+            lorv::FromQt(
+                seen->text(seen->role() == QAccessible::Cell ? QAccessible::Description : QAccessible::Name)),
             lorv::FromQt(seen->text(QAccessible::Value)),
             StateOf(seen->state()),
             lorv::FromQt(seen->rect()),
