@@ -116,6 +116,7 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   bool SetOddEvenColor();
   bool SetReadOnlyColor();
   void SetSelRowBKColor(COLORREF colour) { selected_row_colour_ = colour; }
+  COLORREF GetSelRowBKColor() const { return selected_row_colour_; }
   bool IsSelRowBKColorEnabled() const { return selected_row_colour_ != lorv::kNoColour; }
   void InitHeaderColor();
   void SetBoldItem(int row, int column, bool bold);
