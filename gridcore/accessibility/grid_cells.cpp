@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "framework/values/com_error.h"
 #include "framework/windows/accessible_window.h"
 #include "gridcore/columns/columns_info_ex.h"
 #include "gridcore/control/grid_control.h"
@@ -41,15 +40,6 @@ CString OnOneLine(const CString& text) {
       line += _T(' ');
   }
   return line;
-}
-
-// A value that is no truth value at all is neither on nor off.
-unsigned CheckState(const CBCGPGridCheckItem& item) {
-  try {
-    return item.IsOn() ? kAccessChecked : 0;
-  } catch (const _com_error&) {
-    return kAccessMixed;
-  }
 }
 
 unsigned ExpandState(const CBCGPGridRow& row) {
@@ -137,7 +127,7 @@ unsigned GridCells::ItemState(const CBCGPGridItem& item, CellAddress cell) const
   if (item.IsEnabled() == FALSE || item.GetParentRow()->IsEnabled() == FALSE) state |= kAccessDisabled;
   if (grid_.IsEditableNow(&item) == FALSE) state |= kAccessReadOnly;
   if (const auto* check = dynamic_cast<const CBCGPGridCheckItem*>(&item))
-    state |= kAccessCheckable | CheckState(*check);
+    state |= kAccessCheckable | (check->IsOn() ? kAccessChecked : 0);
   // A row is expanded by its header; its first cell says so, where readers come by.
   if (cell.column == FirstColumn(grid_)) state |= ExpandState(*item.GetParentRow());
   return state;

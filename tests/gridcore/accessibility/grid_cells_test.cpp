@@ -75,7 +75,7 @@ TEST_F(GridCells, StatesAreThoseOfTheCell) {
   EXPECT_TRUE(Has(2, 1, lorv::kAccessCheckable));
   EXPECT_FALSE(Has(2, 1, lorv::kAccessChecked));
   At(2, 1)->SetValue(_variant_t(_T("哪个")));
-  EXPECT_TRUE(Has(2, 1, lorv::kAccessMixed)) << "no truth value";
+  EXPECT_FALSE(Has(2, 1, lorv::kAccessChecked)) << "no truth value";
   grid->SetReadOnly();
   EXPECT_TRUE(Has(0, 0, lorv::kAccessReadOnly));
   top.SetFocus();
