@@ -5,6 +5,7 @@
 #include "grid/editing/caret_keys.h"
 #include "grid/editing/option_menu.h"
 #include "grid/items/presentation_item.h"
+#include "gridcore/control/grid_composition.h"
 
 // The keyboard of the suite's grid: keys that stand for others, editing that walks on from cell to cell, the
 // input language of each cell, and long lists of options as menus.
@@ -28,7 +29,7 @@ long long LanguageKey(const CBCGPGridItemID& id) {
 }  // namespace
 
 BOOL CBCGPBasicGridCtrl::PreTranslateMessage(MSG* message) {
-  if (message->message == WM_KEYDOWN && !IsComposing()) {
+  if (message->message == WM_KEYDOWN && !lorv::IsComposing(*this)) {
     lorv::KeySituation now;
     now.return_style = return_style_;
     now.tab_style = tab_style_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "gridcore/accessibility/grid_cells.h"
+#include "gridcore/control/grid_composition.h"
 
 // The window of a grid: making it, its messages, its switches.
 
@@ -102,7 +103,7 @@ lorv::AccessibleCells* CBCGPGridCtrl::GetAccessibleCells() {
 
 void CBCGPGridCtrl::OnSetFocus(CWnd* /*former*/) {
   InvalidateSelection();
-  SettleComposition();
+  lorv::SettleComposition(*this);
   if (cells_ != nullptr) cells_->FocusCame();
 }
 

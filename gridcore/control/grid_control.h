@@ -277,10 +277,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   int GetHorzScrollTotal() const { return m_nHorzScrollTotal; }
   // The room at the left of the cells for the boxes of groups and of rows that others are nested in.
   int GetHierarchyOffset() const;
-  // For paper: a piece of the table from that offset on, behind its headers, at the left top of the context,
-  // and the upper edge of the line at an offset. False: handlers ended the grid.
-  bool DrawPiece(CDC* dc, CSize size, CPoint from);
-  int LineEdgeAt(int place) const;
+  bool DrawPiece(CDC* dc, CSize size, CPoint from);  // for paper, behind its headers; false: the grid ended
+  int LineEdgeAt(int place) const;                   // the upper edge of the line there
   void ShowVertScrollBar(BOOL on);
   void ShowHorzScrollBar(BOOL on);
 
@@ -379,7 +377,6 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void OnEditorLeft();
   void OnListClosed();
   LRESULT OnComposition(UINT message, WPARAM w, LPARAM l);
-  bool IsComposing() const;  // an input method composes in the editor, and has the keys
   LRESULT OnAdjustLayoutMessage(WPARAM w, LPARAM l);
   void SetScrollSizes();
   void ScrollTo(int across, int down);
@@ -515,8 +512,6 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
 
   // Editing.
   void CloseEditor();
-  void SettleComposition() const;
-  void TakeComposed();
   void Retire(std::unique_ptr<CWnd> window);
   DWORD EndReasonOfKey(UINT key) const;
   bool StaysInEditor(UINT key) const;

@@ -1,6 +1,7 @@
 #include <utility>
 
 #include "gridcore/accessibility/grid_cells.h"
+#include "gridcore/control/grid_composition.h"
 #include "gridcore/control/grid_control.h"
 #include "gridcore/control/scope_mark.h"
 
@@ -107,14 +108,6 @@ void CBCGPGridCtrl::Retire(std::unique_ptr<CWnd> window) {
   retired_.push_back(std::move(window));
 }
 
-// What is composed and not committed was typed all the same: it is not lost with the editor.
-void CBCGPGridCtrl::TakeComposed() {
-  auto* edit = dynamic_cast<CEdit*>(editor_.get());
-  if (edit == nullptr || !IsComposing()) return;
-  const CString composed = lorv::PeerOf(edit->m_hWnd)->CompositionNow().text;
-  edit->ReplaceSel(composed);
-}
-
 void CBCGPGridCtrl::CloseEditor() {
   editing_ = nullptr;
   if (editor_ == nullptr) return;
@@ -150,7 +143,7 @@ BOOL CBCGPGridCtrl::EndEditItem(BOOL update) {
   CBCGPGridItem* const item = editing_;
   const lorv::StepScope step(changes_, item);
   ended_ = item;
-  if (update != FALSE) TakeComposed();
+  if (update != FALSE) lorv::TakeComposed(*this);
   if (life.expired() || editing_ != item) return FALSE;
   if (update != FALSE && item->CanUpdateData() != FALSE) {
     const BOOL taken = item->OnUpdateValue();
@@ -241,7 +234,7 @@ int CBCGPGridCtrl::OnGridKeybordNavigation(CBCGPGridItem* /*item*/, DWORD reason
 bool CBCGPGridCtrl::TakesKeyOfEditor(MSG* message) {
   if (message->message != WM_KEYDOWN && message->message != WM_SYSKEYDOWN) return false;
   // Return confirms what is composed, Tab and arrows choose among candidates.
-  if (message->wParam == VK_PROCESSKEY || IsComposing()) return false;
+  if (message->wParam == VK_PROCESSKEY || lorv::IsComposing(*this)) return false;
   // An open list has the keys for itself.
   if (combo_ != nullptr && combo_->GetDroppedState() != FALSE) return false;
   const CWnd* const editor = editor_.get();

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "gridcore/accessibility/grid_cells.h"
+#include "gridcore/control/grid_composition.h"
 #include "gridcore/control/grid_control.h"
 
 // What is selected. A change reports the old selection as left and then the new one as chosen; each report
@@ -82,7 +83,7 @@ bool CBCGPGridCtrl::Choose(const CBCGPGridRange& range, const CBCGPGridItemID& c
   if (redraw != FALSE) InvalidateRange(range);
   OnSelChanged(range, TRUE);
   if (life.expired()) return false;
-  SettleComposition();
+  lorv::SettleComposition(*this);
   if (cells_ != nullptr) cells_->ChosenChanged();
   return true;
 }
