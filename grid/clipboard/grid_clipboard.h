@@ -34,7 +34,8 @@ struct PasteOptions {
   bool all_or_nothing = false;  // one refused cell refuses all
   bool adds_rows = false;       // as grids do that add rows while the user types
   bool takes_looks = false;     // colours and merged cells, where the clipboard has them
-  // Asked before a value is set; it must leave the grid alone.
+  // Asked before a value is set. It may change the table or end the grid: what is pasted goes into the cells
+  // that are there then.
   std::function<bool(const CBCGPGridItemID& cell, const _variant_t& value)> accepts;
 };
 

@@ -124,6 +124,7 @@ bool PasteRun::Check(const CBCGPGridItemID& cell, TextView text) {
 // False: the grid is gone.
 bool PasteRun::Set(const CBCGPGridItemID& cell, TextView text) {
   CBCGPGridItem* const item = ItemAt(cell);
+  if (item == nullptr) return Refuse({}, text, PasteRefusal::kOutside), true;
   const _variant_t value = item->ValueTyped(TypedText(text));
   if (options_.all_or_nothing) former_.push_back({cell, item->GetValue()});
   {
@@ -141,13 +142,13 @@ bool PasteRun::Set(const CBCGPGridItemID& cell, TextView text) {
 
 bool PasteRun::SetAll() {
   if (options_.all_or_nothing) {
-    EachCell([this](const CBCGPGridItemID& cell, TextView text) { return Check(cell, text), true; });
-    if (report_.refused > 0) return false;
+    EachCell([this](const CBCGPGridItemID& cell, TextView text) { return Check(cell, text), !Gone(); });
+    if (Gone() || report_.refused > 0) return false;
   }
   const bool checked = options_.all_or_nothing;
   const auto set = [&](const CBCGPGridItemID& cell, TextView text) {
     const bool takes = checked ? ItemAt(cell) != nullptr && !IsCovered(cell) : Check(cell, text);
-    return !takes || Set(cell, text);
+    return !Gone() && (!takes || Set(cell, text));
   };
   return EachCell(set) && (!options_.all_or_nothing || report_.refused == 0);
 }

@@ -64,7 +64,8 @@ class TabReader {
   TextView WithSingleQuotes(TextView inside) {
     std::basic_string<TCHAR>& kept = table_.store.emplace_back();
     kept.reserve(inside.size());
-    for (std::size_t at = 0; at < inside.size(); at += inside[at] == kQuote ? 2 : 1) kept += inside[at];
+    for (std::size_t at = 0; at < inside.size(); at += inside[at] == kQuote ? std::size_t{2} : std::size_t{1})
+      kept += inside[at];
     return kept;
   }
 

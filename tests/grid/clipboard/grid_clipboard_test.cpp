@@ -355,3 +355,38 @@ TEST_F(GridClipboardHostile, AValueThatTheGridRefusesIsTold) {
   EXPECT_FALSE(report.pasted);
   EXPECT_EQ(Now(), first);
 }
+
+TEST_F(GridClipboardHostile, TheQuestionOfTheHostMayTakeRows) {
+  Start(4, 2);
+  lorv::GridClipboard clipboard(*grid);
+  desktop.SetClipboardText(_T("a\tb\nc\td\ne\tf\ng\th"));
+  lorv::PasteOptions options;
+  options.accepts = [&](const CBCGPGridItemID&, const _variant_t&) { return grid->DeleteRows(0, 1), true; };
+  Choose(0, 0);
+  const lorv::PasteReport report = clipboard.Paste(options);
+  EXPECT_TRUE(report.pasted);
+  EXPECT_EQ(report.cells + report.refused, 8);
+  EXPECT_LT(grid->GetRowCount(), 4);
+}
+
+TEST_F(GridClipboardHostile, TheQuestionOfTheHostMayEndTheGrid) {
+  Start(4, 2);
+  lorv::GridClipboard clipboard(*grid);
+  desktop.SetClipboardText(_T("a\tb\nc\td"));
+  lorv::PasteOptions options;
+  options.accepts = [&](const CBCGPGridItemID&, const _variant_t&) { return grid.reset(), true; };
+  Choose(0, 0);
+  EXPECT_FALSE(clipboard.Paste(options).pasted);
+}
+
+TEST_F(GridClipboardHostile, TheQuestionBeforeAllOrNothingMayEndTheGrid) {
+  Start(4, 2);
+  lorv::GridClipboard clipboard(*grid);
+  desktop.SetClipboardText(_T("a\tb\nc\td"));
+  lorv::PasteOptions options;
+  options.all_or_nothing = true;
+  options.accepts = [&](const CBCGPGridItemID&, const _variant_t&) { return grid.reset(), true; };
+  Choose(0, 0);
+  EXPECT_FALSE(clipboard.Paste(options).pasted);
+  EXPECT_FALSE(clipboard.Copy());
+}
