@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "bench/grid_peer.h"
+#include "bench/grid_steps.h"
 #include "bench/plain_painter.h"
 #include "framework/windows/window.h"
 #include "grid/basic/basic_grid.h"
@@ -18,6 +19,7 @@
 // each work the best of several turns counts: what the neighbours of the machine do only ever adds.
 //
 //   lorv_bench_grid [--quick] [--scale N] [--alone]      alone: without the toolkit's tables, for a profiler
+//   lorv_bench_grid --steps                              the clipboard, a sort and undo alone
 
 namespace {
 
@@ -307,6 +309,7 @@ int main(int count, char** arguments) {
   for (int i = 1; i < count; ++i) {
     if (std::strcmp(arguments[i], "--quick") == 0) quick = true;
     if (std::strcmp(arguments[i], "--alone") == 0) alone = true;
+    if (std::strcmp(arguments[i], "--steps") == 0) return lorv_bench::StepsAndClipboard(100000, 5) ? 0 : 1;
     if (std::strcmp(arguments[i], "--scale") == 0 && i + 1 < count) scale = std::atoi(arguments[++i]);
   }
   lorv_bench::PrepareScreen(scale);
@@ -332,6 +335,8 @@ int main(int count, char** arguments) {
   }
   Curve(quick ? std::vector<int>{1000} : std::vector<int>{1000, 10000, 100000, 1000000}, quick ? 2 : 40);
   InMemory(quick ? 2 : 40);
+  if (!lorv_bench::StepsAndClipboard(quick ? 1000 : 100000, quick ? 1 : 5))
+    return std::puts("a step was not made"), 1;
   if (!FillByCorner(quick ? 1000 : 100000, 5, quick ? 1 : 9)) return std::puts("nothing was filled"), 1;
   return 0;
 }
