@@ -47,13 +47,13 @@ class TabReader {
   bool ReadQuoted() {
     std::size_t quotes = 0;
     std::size_t at = at_ + 1;
-    for (;; ++at) {
+    for (;;) {
       at = text_.find(kQuote, at);
       if (at == TextView::npos) return false;
       if (EndsCell(text_, at + 1)) break;
       if (text_[at + 1] != kQuote) return false;
       ++quotes;
-      ++at;
+      at += 2;
     }
     const TextView inside = text_.substr(at_ + 1, at - at_ - 1);
     at_ = at + 1;
