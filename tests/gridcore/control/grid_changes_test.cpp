@@ -61,6 +61,10 @@ class Listener : public lorv::GridObserver {
 
 class GridChangesOf : public GridDesk {
  protected:
+  // The grid ends after the listener.
+  ~GridChangesOf() override {
+    if (grid != nullptr) grid->Changes().Remove(listener);
+  }
   // Without the ends of steps.
   Notes TakenChanges() {
     Notes notes = listener.Taken();

@@ -41,9 +41,9 @@ class NotingGrid : public CBCGPGridCtrl {
     Say("changed " + std::to_string(row) + "," + std::to_string(column) + " " + item->FormatItem().ToUtf8());
   }
   void OnEndInplaceEdit(CBCGPGridItem* item) override {
+    const auto life = Watch();
     Say("ended");
-    if (notes_only_end) return;
-    CBCGPGridCtrl::OnEndInplaceEdit(item);
+    if (!life.expired() && !notes_only_end) CBCGPGridCtrl::OnEndInplaceEdit(item);
   }
   void OnHeaderColumnClick(int column) override { Say("header " + std::to_string(column)); }
   void OnResizeColumns() override { Say("resized"); }
