@@ -12,6 +12,8 @@
 #include "bench/plain_painter.h"
 #include "framework/windows/window.h"
 #include "grid/basic/basic_grid.h"
+#include "grid/find/grid_find.h"
+#include "grid/view/grid_sort.h"
 #include "platform/choice/desktop_choice.h"
 #include "platform/headless/desktop/headless_desktop.h"
 
@@ -89,6 +91,26 @@ class OurGrid : public GridPeer {
     grid_.EndEditItem(FALSE);
     Settle();
   }
+  void Sort(int column, bool ascending) override {
+    const lorv::GridSort sort(grid_);
+    grid_.Sort(column, ascending ? TRUE : FALSE);
+  }
+  int Filter(int column, const char16_t* text) override {
+    grid_.EnableFilterBar();
+    grid_.SetFilterBarText(column, reinterpret_cast<LPCTSTR>(text));
+    int shown = 0;
+    for (int row = 0; row < grid_.CBCGPGridCtrl::GetRowCount(); ++row) shown += grid_.IsRowShown(row) ? 1 : 0;
+    return shown;
+  }
+  int CountCells(const char16_t* text) override {
+    lorv::GridFind find(grid_);
+    lorv::FindOptions options;
+    options.text = reinterpret_cast<LPCTSTR>(text);
+    // The toolkit's searches know nothing of hidden rows.
+    options.hidden_cells = true;
+    find.SetOptions(options);
+    return find.Count();
+  }
   bool IsEditing() { return grid_.GetEditingItem() != nullptr; }
 
  private:
@@ -137,6 +159,35 @@ std::vector<Step> StepsOf(const Table& table, bool quick) {
          for (int i = 0; i < 100; ++i) peer.InsertRow(middle + round + i);
        }},
   };
+}
+
+constexpr const char16_t* kSoughtInCells = u"7.77";
+constexpr const char16_t* kSoughtInNames = u"k09";
+
+// What changes which rows stand where, and is therefore measured last.
+std::vector<Step> StepsOfOrder(bool quick) {
+  const int few = quick ? 1 : 5;
+  return {
+      {"cells that hold a text, counted", few, 1,
+       [](GridPeer& peer, int) { peer.CountCells(kSoughtInCells); }},
+      {"sorted by names", few, 1, [](GridPeer& peer, int round) { peer.Sort(0, round % 2 != 0); }},
+      {"sorted by numbers", few, 1, [](GridPeer& peer, int round) { peer.Sort(1, round % 2 != 0); }},
+      {"rows filtered by a text", few, 1,
+       [](GridPeer& peer, int round) { peer.Filter(0, round % 2 == 0 ? kSoughtInNames : u"9"); }},
+  };
+}
+
+// All sides find the same.
+bool AgreeOnTexts(const std::vector<GridPeer*>& sides) {
+  const int cells = sides.front()->CountCells(kSoughtInCells);
+  const int rows = sides.front()->Filter(0, kSoughtInNames);
+  bool agreed = rows > 0 && cells > 0;
+  for (GridPeer* side : sides) {
+    agreed = agreed && side->CountCells(kSoughtInCells) == cells && side->Filter(0, kSoughtInNames) == rows;
+    side->Filter(0, u"");
+    agreed = agreed && side->CountCells(kSoughtInCells) == cells;
+  }
+  return agreed;
 }
 
 void PrintRow(const char* name, const std::vector<double>& best, double goal) {
@@ -332,6 +383,9 @@ int main(int count, char** arguments) {
     ours.OpenEditor(5, 1);
     if (!ours.IsEditing()) return std::puts("no editor opened"), 1;
     ours.CloseEditor();
+    for (GridPeer* side : sides) side->SetAgain(0);
+    if (!AgreeOnTexts({sides.begin(), sides.end()})) return std::puts("not all found the same"), 1;
+    for (const Step& step : StepsOfOrder(quick)) Compare(step, sides);
   }
   Curve(quick ? std::vector<int>{1000} : std::vector<int>{1000, 10000, 100000, 1000000}, quick ? 2 : 40);
   InMemory(quick ? 2 : 40);

@@ -57,6 +57,11 @@ class GridPeer {
   virtual void ScrollTo(int row) = 0;      // that row becomes the first one; painted and shown
   virtual void OpenEditor(int row, int column) = 0;
   virtual void CloseEditor() = 0;
+  virtual void Sort(int column, bool ascending) = 0;
+  // The rows whose cell in the column holds the text, whatever its letter case: the others are out of sight
+  // from then on. An empty text shows all. How many are to be seen.
+  virtual int Filter(int column, const char16_t* text) = 0;
+  virtual int CountCells(const char16_t* text) = 0;  // that hold it, whatever its letter case
 };
 
 std::vector<std::unique_ptr<GridPeer>> MakeGridPeers(const Table& table);

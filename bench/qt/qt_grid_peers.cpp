@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QSortFilterProxyModel>
 #include <QTableView>
 #include <QTableWidget>
 
@@ -131,6 +132,22 @@ class WidgetPeer : public QtPeer {
         view_.setItem(row, column, new QTableWidgetItem(TextOf(row, column, 0)));
     Settle();
   }
+  void Sort(int column, bool ascending) override {
+    view_.sortItems(column, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+  }
+  int Filter(int column, const char16_t* text) override {
+    const QString wanted = QString::fromUtf16(text);
+    int shown = 0;
+    for (int row = 0; row < view_.rowCount(); ++row) {
+      const bool stays = view_.item(row, column)->text().contains(wanted, Qt::CaseInsensitive);
+      view_.setRowHidden(row, !stays);
+      shown += stays ? 1 : 0;
+    }
+    return shown;
+  }
+  int CountCells(const char16_t* text) override {
+    return static_cast<int>(view_.findItems(QString::fromUtf16(text), Qt::MatchContains).size());
+  }
 
  protected:
   QTableView& View() override { return view_; }
@@ -149,6 +166,29 @@ class ModelPeer : public QtPeer {
   void Fill() override {
     model_.Fill();
     Settle();
+  }
+  // A proxy without a view of its own, which costs the least.
+  void Sort(int column, bool ascending) override {
+    QSortFilterProxyModel proxy;
+    proxy.setSourceModel(&model_);
+    proxy.sort(column, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+  }
+  int Filter(int column, const char16_t* text) override {
+    QSortFilterProxyModel proxy;
+    proxy.setFilterKeyColumn(column);
+    proxy.setFilterCaseSensitivity(Qt::CaseInsensitive);
+    proxy.setFilterFixedString(QString::fromUtf16(text));
+    proxy.setSourceModel(&model_);
+    return proxy.rowCount();
+  }
+  int CountCells(const char16_t* text) override {
+    qsizetype count = 0;
+    for (int column = 0; column < table_.columns; ++column)
+      count += model_
+                   .match(model_.index(0, column), Qt::DisplayRole, QString::fromUtf16(text), -1,
+                          Qt::MatchContains)
+                   .size();
+    return static_cast<int>(count);
   }
 
  protected:
