@@ -45,8 +45,7 @@ struct GridPrintPlan {
 //   what is too wide stands on pages of its own, behind those of the rows beside it.
 // Units: paper and its dots an inch as its canvas says.
 // Edges: a grid without a window or without columns, or gone, has no pages; one without rows has its header
-//   alone. Margins are
-//   taken between 0 and kMostPageMargin.
+//   alone. Margins are taken between 0 and kMostPageMargin.
 // Result of Print: true when every page was drawn; false where the printer refused, had no other page, or the
 //   table has more than kMostPrintedPages. What was drawn then stands.
 // The grid and this may end in any order, and in whatever handler drawing runs. One thread: that of the user
