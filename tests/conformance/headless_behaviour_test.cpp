@@ -93,6 +93,6 @@ TEST(GridBehaviour, HasAtLeastThreeHundredSteps) {
   EXPECT_GE(StepCount(lorv_test::KeptGridTrace()), 300);
 }
 
-TEST(BridgeBehaviour, HasAtLeastAHundredSteps) {
-  EXPECT_GE(StepCount(lorv_test::KeptBridgeTrace()), 100);
+TEST(BridgeBehaviour, HasAtLeastAHundredAndThirtySteps) {
+  EXPECT_GE(StepCount(lorv_test::KeptBridgeTrace()), 130);
 }

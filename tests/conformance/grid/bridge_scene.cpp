@@ -109,7 +109,7 @@ std::vector<std::string> PlayBridge(BehaviourDriver& driver) {
   using Part = std::vector<BridgeStep> (*)();
   for (const Part part :
        {BridgeOrderSteps, BridgeKeySteps, BridgeMouseSteps, BridgePartSteps, BridgeCancelSteps,
-        BridgeHostileSteps, BridgeTableSteps, BridgeScreenSteps, BridgeHeightSteps}) {
+        BridgeHostileSteps, BridgeTableSteps, BridgeScreenSteps, BridgeHeightSteps, BridgeAutoRowSteps}) {
     for (const BridgeStep& step : part()) {
       // Each begins with a dialog of its own: what one does to its table is no part of the next.
       scene.Make(4, 3);

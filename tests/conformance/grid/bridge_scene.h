@@ -17,10 +17,11 @@ namespace lorv_test {
 
 struct BridgeScene {
   // The grid with what only descendants may call.
-  class Grid : public CBcgTrueDbGridCtrl {
+  class Grid : public CBcgTrueDbGridCtrlEx {
    public:
-    using CBcgTrueDbGridCtrl::OnBeginDrag;
-    using CBcgTrueDbGridCtrl::ScrollTo;
+    using CBcgTrueDbGridCtrlEx::GetRow;
+    using CBcgTrueDbGridCtrlEx::OnBeginDrag;
+    using CBcgTrueDbGridCtrlEx::ScrollTo;
   };
 
   explicit BridgeScene(BehaviourDriver& player) : driver(player) {}
@@ -63,6 +64,7 @@ std::vector<BridgeStep> BridgeHostileSteps();
 std::vector<BridgeStep> BridgeTableSteps();
 std::vector<BridgeStep> BridgeScreenSteps();
 std::vector<BridgeStep> BridgeHeightSteps();
+std::vector<BridgeStep> BridgeAutoRowSteps();
 
 // Plays the whole script; the trace, a line an event.
 std::vector<std::string> PlayBridge(BehaviourDriver& driver);
