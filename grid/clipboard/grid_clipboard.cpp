@@ -5,6 +5,7 @@
 #include "grid/clipboard/copied_cells.h"
 #include "grid/clipboard/html_table.h"
 #include "grid/clipboard/paste_run.h"
+#include "grid/commands/grid_commands.h"
 
 // The clipboard of a grid. What lies on it is read once, and pasted by a PasteRun.
 
@@ -71,6 +72,12 @@ PasteReport GridClipboard::Paste(const PasteOptions& options) {
   const TextTable table = TableOnClipboard(options, text);
   if (table.Rows() == 0 || table.columns == 0) return {};
   return PasteRun(grid, table, options).Run();
+}
+
+void GridClipboard::Bind(GridCommands& commands) {
+  commands.Bind(_T("copy"), [this](CBCGPGridCtrl&) { return Copy(); });
+  commands.Bind(_T("cut"), [this](CBCGPGridCtrl&) { return Cut(); });
+  commands.Bind(_T("paste"), [this](CBCGPGridCtrl&) { return Paste().pasted; });
 }
 
 }  // namespace lorv

@@ -12,6 +12,8 @@ class CBCGPBasicGridCtrl;
 
 namespace lorv {
 
+class GridCommands;
+
 // Refused cells that a paste tells one by one; beyond it they are counted.
 constexpr std::size_t kMaxRefusedTold = 1000;
 // Cells that are copied as HTML too; larger ranges are offered as text alone.
@@ -74,6 +76,10 @@ class COMM_LORV_API GridClipboard {
   // The cells are empty afterwards, but for those that are locked. Nothing changes where nothing was copied.
   bool Cut();
   PasteReport Paste(const PasteOptions& options = {});
+
+  // The commands cut, copy and paste are this object's, which must outlive them. Whoever wants the report of
+  // a paste binds that one himself.
+  void Bind(GridCommands& commands);
 
  private:
   CBCGPBasicGridCtrl* Grid() const { return life_.expired() ? nullptr : grid_; }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "grid/basic/basic_grid.h"
+#include "grid/commands/grid_commands.h"
 #include "grid/history/recorded_step.h"
 #include "grid/items/multi_line_row.h"
 
@@ -224,6 +225,15 @@ bool GridHistory::Move(Steps& from, Steps& to, bool back) {
   Show(shown, shown.Touched());
   if (raised != nullptr) std::rethrow_exception(raised);
   return !life.expired() && grid_ != nullptr;
+}
+
+void GridHistory::Bind(GridCommands& commands) {
+  commands.Bind(
+      _T("undo"), [this](CBCGPGridCtrl&) { return Undo(); },
+      [this](const CBCGPGridCtrl&) { return CanUndo(); });
+  commands.Bind(
+      _T("redo"), [this](CBCGPGridCtrl&) { return Redo(); },
+      [this](const CBCGPGridCtrl&) { return CanRedo(); });
 }
 
 void GridHistory::Show(const RecordedStep& step, CBCGPGridRange touched) {

@@ -12,6 +12,7 @@ class CBCGPBasicGridCtrl;
 
 namespace lorv {
 
+class GridCommands;
 class RecordedStep;
 
 constexpr std::size_t kMaxHistoryBytes = std::size_t{256} << 20U;
@@ -70,6 +71,9 @@ class COMM_LORV_API GridHistory : private GridObserver {
   std::size_t LostSteps() const { return lost_; }
   using LossListener = std::function<void(std::size_t steps, HistoryLoss why)>;
   void SetLossListener(LossListener listener) { listener_ = std::move(listener); }
+
+  // The commands undo and redo are this object's, which must outlive them.
+  void Bind(GridCommands& commands);
 
  private:
   friend class HistoryStep;

@@ -1,5 +1,6 @@
 #include "grid/clipboard/grid_clipboard.h"
 
+#include "grid/commands/grid_commands.h"
 #include "tests/grid/history/history_desk.h"
 
 namespace {
@@ -389,4 +390,27 @@ TEST_F(GridClipboardHostile, TheQuestionBeforeAllOrNothingMayEndTheGrid) {
   Choose(0, 0);
   EXPECT_FALSE(clipboard.Paste(options).pasted);
   EXPECT_FALSE(clipboard.Copy());
+}
+
+TEST_F(GridClipboardOf, IsWorkedByKeysWhereCommandsAreBound) {
+  Start(3, 3);
+  lorv::GridCommands commands(*grid);
+  clipboard->Bind(commands);
+  history->Bind(commands);
+  EXPECT_FALSE(commands.IsEnabled(_T("undo")));
+  Choose(0, 1);
+  KeyWith(VK_CONTROL, 'C');
+  EXPECT_EQ(desktop.ClipboardText(), _T("1\r\n"));
+  Choose(2, 2);
+  KeyWith(VK_CONTROL, 'V');
+  EXPECT_EQ(Text(2, 2), _T("1"));
+  KeyWith(VK_CONTROL, 'Z');
+  EXPECT_EQ(Now(), first);
+  KeyWith(VK_CONTROL, 'Y');
+  EXPECT_EQ(Text(2, 2), _T("1"));
+  Choose(1, 0);
+  KeyWith(VK_CONTROL, 'X');
+  EXPECT_EQ(Text(1, 0), _T(""));
+  EXPECT_EQ(desktop.ClipboardText(), _T("10\r\n"));
+  EXPECT_EQ(history->UndoCount(), 2U);
 }
