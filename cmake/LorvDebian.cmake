@@ -43,7 +43,7 @@ if(TARGET lorv)
   lorv_debian(tool utils "quantities of building components from formulas"
               "A table of components and a few rules give the bill of quantities; single\nformulas are worked, checked and \
 shortened. Archives, names and texts of the\nsuite are served as well. Messages are in English and Chinese.\n\nThis package \
-has the command-line tool, its manual and examples." library)
+has the command-line tool, its manual and examples.")
   set(CPACK_DEBIAN_TOOL_PACKAGE_RECOMMENDS libedit2)
 endif()
 if(TARGET Comm_LORV_qt)

@@ -4,6 +4,7 @@ usage: program_run_test.py [EMULATOR ...] PROGRAM
 """
 
 import os
+import re
 import subprocess
 import sys
 import tempfile
@@ -18,7 +19,18 @@ def run(*words, stdin=b"", folder=None):
     return done.returncode, done.stdout.decode("utf-8"), done.stderr.decode("utf-8")
 
 
+def loaded_libraries(program):
+    """The shared libraries that a start loads, without those of a sanitizer; none where the program is not of this system."""
+    done = subprocess.run(["readelf", "-dW", program], capture_output=True, text=True)
+    names = re.findall(r"\(NEEDED\).*\[(.*)\]", done.stdout)
+    return set() if any("san.so" in name for name in names) else set(names)
+
+
 class Program(unittest.TestCase):
+    def test_starts_without_searching_the_names_of_large_libraries(self):
+        names = loaded_libraries(COMMAND[-1])
+        self.assertEqual([name for name in names if name.startswith(("libComm_LORV", "libstdc++", "libgcc"))], [])
+
     def test_version(self):
         code, out, err = run("--version")
         self.assertEqual((code, err), (0, ""))
