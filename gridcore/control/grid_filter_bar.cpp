@@ -134,6 +134,9 @@ bool CBCGPGridCtrl::EndsFilterEditor(const MSG& message) const {
 }
 
 void CBCGPGridCtrl::DrawFilterBar(CDC* dc, const CRect& dirty) {
+  // No row stands at its left: what was drawn there before would stay.
+  const CRect corner(m_rectRowHeader.left, m_rectFilterBar.top, m_rectFilterBar.left, m_rectFilterBar.bottom);
+  if (corner.IsRectEmpty() == FALSE) DrawHeaderCell(dc, corner, CString(), DT_CENTER, false);
   CRect seen;
   seen.IntersectRect(&m_rectFilterBar, &dirty);
   if (seen.IsRectEmpty() != FALSE) return;

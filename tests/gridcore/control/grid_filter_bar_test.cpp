@@ -111,6 +111,28 @@ TEST_F(FilterBar, TheRowThatStaysTheLastIsShown) {
   EXPECT_EQ(Shown(), "13");
 }
 
+// The row header begins below the bar: what was drawn beside it before is gone.
+TEST_F(FilterBar, NothingOfTheRowsStandsBesideIt) {
+  grid->EnableFilterBar(FALSE);
+  grid->EnableRowHeader(TRUE);
+  grid->EnableLineNumbers(TRUE);
+  grid->AdjustLayout();
+  Run();
+  grid->EnableFilterBar();
+  Run();
+  const CRect bar = grid->GetFilterBarRect();
+  const CRect corner(0, bar.top, bar.left, bar.bottom);
+  ASSERT_FALSE(corner.IsRectEmpty());
+  int numbers = 0;
+  for (const lorv::Drawn& drawn : desktop.Seen(grid->m_hWnd)) {
+    if (drawn.kind != lorv::Drawn::Kind::Text || drawn.bounds.left >= bar.left) continue;
+    CRect common;
+    EXPECT_FALSE(common.IntersectRect(&drawn.bounds, &corner)) << drawn.text.ToUtf8();
+    ++numbers;
+  }
+  EXPECT_EQ(numbers, 3);
+}
+
 TEST_F(FilterBar, AHandlerMayEndTheGrid) {
   ClickBar(0);
   grid->on = [this] { grid.reset(); };
