@@ -86,9 +86,11 @@ class Desk(unittest.TestCase):
             table.write_bytes("构件;长\r\nKL1;7,2\r\n\r\nKL2;6,6\r\n".encode("gbk"))
             before = table.read_bytes()
             code, out, err = run("--grid", "梁.csv", "--pictures", "shots", folder=folder)
-            self.assertEqual((code, out), (0, "shots/table.png  梁.csv, 3 rows\n"), err)
-            width, height = size_of((pathlib.Path(folder) / "shots" / "table.png").read_bytes())
-            self.assertTrue(width > 900 and height > 500, (width, height))
+            used = "shots/table-in-use.png  sorted, filtered and searched\n"
+            self.assertEqual((code, out), (0, "shots/table.png  梁.csv, 3 rows\n" + used), err)
+            for name in ("table.png", "table-in-use.png"):
+                width, height = size_of((pathlib.Path(folder) / "shots" / name).read_bytes())
+                self.assertTrue(width > 900 and height > 500, (width, height))
             # Nobody saved: nothing was written, nothing is left behind.
             self.assertEqual(table.read_bytes(), before)
             self.assertEqual(sorted(path.name for path in pathlib.Path(folder).iterdir()), ["shots", "梁.csv"])

@@ -1,66 +1,9 @@
 #include "tools/lorv-desk/table/table_window.h"
 
-#include "platform/headless/services/headless_platform.h"
-#include "tests/support/data.h"
-#include "tests/support/headless_desk.h"
-#include "tests/support/print.h"
-#include "tools/lorv/command/verb.h"
+#include "tests/tools/table_windows.h"
 
 namespace lorv::tool {
 namespace {
-
-using test::Utf8;
-
-// A table's window on the desktop in memory; what it asks the user is answered by `dialogs`.
-class TableWindows : public lorv_test::Desk {
- protected:
-  TableWindows() : ports_scope_(Ports()) {}
-
-  void Open(const std::string& bytes) {
-    test::WriteBytes(folder_.Path() / "t.csv", bytes);
-    window = std::make_unique<TableWindow>((folder_.Path() / "t.csv").string());
-    ASSERT_TRUE(window->Read());
-    window->ShowWindow(SW_SHOW);
-    window->Grid().SetFocus();
-    Run();
-  }
-  std::string Bytes() const { return test::ReadBytes(folder_.Path() / "t.csv"); }
-  void Type(TextView text) {
-    desktop.Type(text);
-    Run();
-  }
-  void Press(int key) {
-    desktop.Press(key);
-    Run();
-  }
-  void PressControl(int key) {
-    desktop.PressWith(VK_CONTROL, key);
-    Run();
-  }
-  void Close() {
-    window->PostMessage(WM_CLOSE);
-    Run();
-  }
-  void Protect(bool on) {
-    std::filesystem::permissions(folder_.Path() / "t.csv",
-                                 on ? std::filesystem::perms::owner_read : std::filesystem::perms::owner_all);
-  }
-
-  HeadlessDialogs dialogs;
-  HeadlessShell shell;
-  std::unique_ptr<TableWindow> window;
-
- private:
-  Platform Ports() {
-    Platform ports = PortsInForce();
-    ports.dialogs = &dialogs;
-    ports.shell = &shell;
-    return ports;
-  }
-
-  test::ScratchFolder folder_;
-  ScopedPlatform ports_scope_;
-};
 
 TEST_F(TableWindows, ShowWhatTheFileHolds) {
   Open("name,length\nKL1,7.2\nKL2,6.6\n");
@@ -148,16 +91,15 @@ TEST_F(TableWindows, CloseSilentlyWithoutChanges) {
 TEST_F(TableWindows, RowsComeAndGo) {
   Open("a,b\n1,2\n3,4\n");
   window->Table().SetCurSel({1, 0});
-  window->Do(kInsertTableRow);
+  Give(_T("insert_row"));
   EXPECT_TRUE(window->Table().IsChanged());
   EXPECT_EQ(window->Table().GetRowCount(), 3);
   EXPECT_EQ(window->Table().GetCurrentRow(), 1);
-  window->Do(kSaveTable);
+  Give(_T("save"));
   EXPECT_EQ(Bytes(), "a,b\n1,2\n,\n3,4\n");
   window->Table().SelectRow(0);
-  window->Do(kDeleteTableRows);
-  window->Do(0);
-  window->Do(kSaveTable);
+  Give(_T("delete_rows"));
+  Give(_T("save"));
   EXPECT_EQ(Bytes(), "a,b\n,\n3,4\n");
 }
 
@@ -167,17 +109,17 @@ TEST_F(TableWindows, RowsAreAddedBelowTheLastOne) {
   Type(_T("5"));
   Press(VK_RETURN);
   EXPECT_EQ(window->Table().GetRowCount(), 2);
-  window->Do(kSaveTable);
+  Give(_T("save"));
   EXPECT_EQ(Bytes(), "a,b\n5,2\n,\n");
 }
 
 TEST_F(TableWindows, EmptyTablesTakeTheirFirstRow) {
   Open("");
   EXPECT_EQ(window->Table().GetColumnCount(), 1);
-  window->Do(kInsertTableRow);
+  Give(_T("insert_row"));
   EXPECT_EQ(window->Table().GetRowCount(), 1);
   window->Table().SetValue(0, 0, _variant_t(_T("x")));
-  window->Do(kSaveTable);
+  Give(_T("save"));
   EXPECT_EQ(Bytes(), "x\r\n");
 }
 
@@ -185,7 +127,7 @@ TEST_F(TableWindows, MenuOffersTheCommands) {
   Open("a,b\n1,2\n3,4\n");
   window->Table().SelectRow(0);
   Run();
-  desktop.AnswerMenu(kDeleteTableRows);
+  Choose(_T("delete_rows"));
   desktop.Click(On(window->Grid(), 60, 50), VK_RBUTTON);
   Run();
   ASSERT_EQ(desktop.ShownMenus().size(), 1U);

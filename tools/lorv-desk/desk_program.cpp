@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "framework/ports/wait_clock.h"
+#include "prompts/language.h"
 #include "tools/lorv-desk/desk_kind.h"
 #include "tools/lorv-desk/events/event_window.h"
 #include "tools/lorv-desk/grid_window.h"
@@ -43,9 +44,9 @@ constexpr const char* kExamples =
     "next\n"
     "  lorv-desk --dialogs --pictures shots      a picture of each, without waiting, as shots/failure-zh.png "
     "...\n"
-    "  lorv-desk --grid beams.csv                a table in the grid; Ctrl+S saves it, the right button "
-    "shows a "
-    "menu\n"
+    "  lorv-desk --grid beams.csv                a table in the grid: undo, clipboard, find, print; the "
+    "right "
+    "button shows a menu\n"
     "  lorv-desk --images beam.gif               frames of an image by their numbers; a click plays it in a "
     "tip\n"
     "  lorv-desk --events                        a take-off sheet, and beside it the events that it raises\n"
@@ -72,13 +73,23 @@ void Settle() {
   }
 }
 
-void TakePicture(HWND window, const std::string& title, const fs::path& path) {
-  Settle();
+struct Picture {
   SIZE size = {0, 0};
-  const std::vector<DWORD> pixels = PeerOf(window)->Picture(size);
+  std::vector<DWORD> pixels;
+};
+
+Picture PictureOf(HWND window, const std::string& title) {
+  Settle();
+  Picture picture;
+  picture.pixels = PeerOf(window)->Picture(picture.size);
   // A desktop of the system's own may have no way to read its windows back.
-  if (pixels.empty()) throw BadInput("this desktop gives no picture of " + title);
-  WritePng(path, size, pixels);
+  if (picture.pixels.empty()) throw BadInput("this desktop gives no picture of " + title);
+  return picture;
+}
+
+void TakePicture(HWND window, const std::string& title, const fs::path& path) {
+  const Picture picture = PictureOf(window, title);
+  WritePng(path, picture.size, picture.pixels);
 }
 
 void TakePicture(const SampleDialog& sample, const fs::path& path) {
@@ -152,6 +163,38 @@ void ShowAll(Console& console) {
   }
 }
 
+// A dialog stands by itself on the screen: in one picture with its window it lies over the right bottom
+// corner.
+void LayOver(Picture& below, const Picture& above) {
+  constexpr LONG kMargin = 24;
+  const LONG left = std::max<LONG>(0, below.size.cx - above.size.cx - kMargin);
+  const LONG top = std::max<LONG>(0, below.size.cy - above.size.cy - kMargin);
+  const LONG width = std::min(above.size.cx, below.size.cx - left);
+  for (LONG y = 0; y < std::min(above.size.cy, below.size.cy - top); ++y)
+    std::copy_n(above.pixels.begin() + y * above.size.cx, width,
+                below.pixels.begin() + (top + y) * below.size.cx + left);
+}
+
+// The table as it is worked in: sorted, filtered, larger, with the text of a cell searched.
+void TakeTableInUse(TableWindow& window, const fs::path& path) {
+  EditedGrid& table = window.Table();
+  TableCommands& commands = window.Commands();
+  table.SetCurSel({0, 0});
+  const CString wanted = table.GetItem(0, 0)->FormatItem();
+  commands.Run(_T("sort_down"));
+  commands.Run(_T("zoom_in"));
+  commands.Run(_T("filter_bar"));
+  table.SetFilterBarText(0, wanted.Left(1));
+  FindOptions options;
+  options.text = wanted;
+  commands.Find().SetOptions(options);
+  commands.Run(_T("find"));
+  commands.Find().FindNext();
+  Picture picture = PictureOf(window.m_hWnd, "the table in use");
+  LayOver(picture, PictureOf(window.Finder().m_hWnd, "the dialog for finding"));
+  WritePng(path, picture.size, picture.pixels);
+}
+
 // Edits the table of a file; with a folder for pictures it is only looked at.
 void EditTable(const Wishes& wishes, Console& console) {
   if (!wishes.pictures.empty()) MakeFolder(wishes.pictures);
@@ -162,9 +205,12 @@ void EditTable(const Wishes& wishes, Console& console) {
     return;
   }
   window.ShowWindow(SW_SHOW);
+  const int rows = window.Grid().GetRowCount();
   TakePicture(window.m_hWnd, *wishes.grid, PathOf(wishes.pictures) / "table.png");
-  console.out << wishes.pictures << "/table.png  " << *wishes.grid << ", " << window.Grid().GetRowCount()
-              << " rows\n";
+  console.out << wishes.pictures << "/table.png  " << *wishes.grid << ", " << rows << " rows\n";
+  if (rows == 0) return;
+  TakeTableInUse(window, PathOf(wishes.pictures) / "table-in-use.png");
+  console.out << wishes.pictures << "/table-in-use.png  sorted, filtered and searched\n";
 }
 
 // Waits of nobody: an animation is at its last frame at once.
@@ -304,6 +350,7 @@ int Run(std::vector<std::string> words, Console& console) {
         "rest");
   // Before any window is made: its words are taken as it opens.
   SpeakLanguage(LanguageByName(console.locale));
+  SetLanguageType(SpokenLanguage() == Language::kChinese ? LANGUAGE_CHINESE : LANGUAGE_ENGLISH);
   OpenDesktop();
   Show(wishes, console);
   return kFine;

@@ -3,15 +3,13 @@
 #include <algorithm>
 
 #include "framework/drawing/device_context.h"
-#include "framework/windows/menu.h"
 #include "module/progress.h"
 #include "platform/ports/platform.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// The window in which a table is edited: reading with progress, commands, and the question about
-// what is not saved.
+// The window in which a table is edited: reading with progress, and the question about what is not saved.
 
 namespace lorv::tool {
 namespace {
@@ -27,10 +25,6 @@ CString Words(std::string_view english, std::initializer_list<std::string_view> 
   return CString::FromUtf8(Say(english, values));
 }
 
-bool IsDown(int key) {
-  return (DesktopInForce().KeyState(key) & 0x8000) != 0;
-}
-
 void Tell(const CString& text) {
   PortsInForce().dialogs->ShowMessage({text, CString(), kButtonsOk | kIconError});
 }
@@ -43,7 +37,19 @@ ON_WM_CONTEXTMENU()
 END_MESSAGE_MAP()
 
 TableWindow::TableWindow(const std::string& path)
-    : GridWindow(std::make_unique<EditedGrid>()), file_(path), table_(static_cast<EditedGrid*>(&Grid())) {}
+    : GridWindow(std::make_unique<EditedGrid>()),
+      file_(path),
+      table_(static_cast<EditedGrid*>(&Grid())),
+      commands_(*table_, {[this] { return Save(); },
+                          [this](bool replacing) { return finder_.Show(*this, replacing); }}),
+      finder_(commands_.Find()) {
+  commands_.NamePrintedPages(CString::FromUtf8(path));
+}
+
+TableWindow::~TableWindow() {
+  // While its owner's window still stands.
+  finder_.DestroyWindow();
+}
 
 bool TableWindow::Read() {
   constexpr int kWidth = 1000;
@@ -63,6 +69,8 @@ bool TableWindow::Read() {
   // A table of which a part is missing must not be saved over the whole one.
   if (!whole) return false;
   FitColumns();
+  // Nobody wants to take back that the file was read.
+  commands_.History().Forget();
   table_->MarkChanged(false);
   return true;
 }
@@ -96,60 +104,8 @@ bool TableWindow::Save() {
   return true;
 }
 
-void TableWindow::InsertRow() {
-  const int at = std::max(0, table_->GetCurrentRow());
-  // A table without rows has no place to insert at.
-  if (table_->InsertRows(at, 1) == 0) table_->AppendRows(1);
-  table_->MarkChanged(true);
-  table_->SetRow(at);
-}
-
-void TableWindow::Do(UINT command) {
-  switch (command) {
-    case kSaveTable:
-      Save();
-      break;
-    case kInsertTableRow:
-      InsertRow();
-      break;
-    case kDeleteTableRows:
-      if (table_->DeleteSelectedRows() > 0) table_->MarkChanged(true);
-      break;
-    case kTableToSpreadsheet:
-      table_->ToExcel(0);
-      break;
-    case kTableFromSpreadsheet:
-      // Columns and rows are other ones now.
-      if (table_->FromExcel(0)) table_->AdjustLayout();
-      break;
-    default:
-      break;
-  }
-}
-
-BOOL TableWindow::PreTranslateMessage(MSG* message) {
-  // Before the grid sees the key. Control with Alt is how keyboards of many countries send their AltGr, whose
-  // letters are typed into cells.
-  const bool alone = IsDown(VK_CONTROL) && !IsDown(VK_MENU);
-  if (message->message == WM_KEYDOWN && message->wParam == 'S' && alone) {
-    Save();
-    return TRUE;
-  }
-  return GridWindow::PreTranslateMessage(message);
-}
-
 void TableWindow::OnContextMenu(CWnd* /*window*/, CPoint point) {
-  CMenu menu;
-  menu.CreatePopupMenu();
-  menu.AppendMenu(MF_STRING, kSaveTable, Words("Save") + _T("\tCtrl+S"));
-  menu.AppendMenu(MF_SEPARATOR);
-  menu.AppendMenu(MF_STRING, kInsertTableRow, Words("Insert a row"));
-  menu.AppendMenu(MF_STRING, kDeleteTableRows, Words("Delete the selected rows"));
-  menu.AppendMenu(MF_SEPARATOR);
-  menu.AppendMenu(MF_STRING, kTableToSpreadsheet, Words("To a spreadsheet"));
-  menu.AppendMenu(MF_STRING, kTableFromSpreadsheet, Words("From a spreadsheet"));
-  Do(static_cast<UINT>(menu.TrackPopupMenu(TPM_RETURNCMD | TPM_RIGHTBUTTON, static_cast<int>(point.x),
-                                           static_cast<int>(point.y), this)));
+  commands_.ShowMenu(point);
 }
 
 void TableWindow::OnClose() {
@@ -162,6 +118,7 @@ void TableWindow::OnClose() {
     // A file that could not be written keeps its window: the changes stand nowhere else.
     if (answer == kAnswerYes && !Save()) return;
   }
+  finder_.DestroyWindow();
   GridWindow::OnClose();
 }
 
