@@ -8,25 +8,39 @@
 
 namespace lorv::jpeg {
 
-void Bits::Fill(int count) {
-  while (held_ < count) {
-    unsigned byte = 0;
-    if (!ended_ && at_ < bytes_.size()) {
-      byte = static_cast<unsigned char>(bytes_[at_]);
-      // A byte of ones is data only with a 0 behind it; with anything else it begins a
-      // mark, where the scan ends.
-      const bool is_mark = byte == 0xFF && (at_ + 1 >= bytes_.size() || bytes_[at_ + 1] != 0);
-      ended_ = is_mark;
-      at_ += is_mark ? 0 : byte == 0xFF ? 2 : 1;
-    } else {
-      ended_ = true;
+unsigned Bits::NextByte() {
+  if (!ended_ && at_ < bytes_.size()) {
+    const unsigned byte = static_cast<unsigned char>(bytes_[at_]);
+    // A byte of ones is data only with a 0 behind it; with anything else it begins a
+    // mark, where the scan ends.
+    const bool is_ones = byte == 0xFF;
+    if (!is_ones || (at_ + 1 < bytes_.size() && bytes_[at_ + 1] == 0)) {
+      at_ += is_ones ? 2 : 1;
+      return byte;
     }
-    if (ended_) {
-      byte = 0;
-      // Bounded: a damaged scan may be read on for as long as the picture has blocks.
-      zeros_ = std::min(zeros_ + 8, 1 << 20);
+  }
+  ended_ = true;
+  // Bounded: a damaged scan may be read on for as long as the picture has blocks.
+  zeros_ = std::min(zeros_ + 8, 1 << 20);
+  return 0;
+}
+
+void Bits::FillUp() {
+  constexpr std::size_t kWord = 4;
+  if (bytes_.size() >= kWord && at_ <= bytes_.size() - kWord) {
+    std::uint32_t word = 0;
+    for (std::size_t i = 0; i < kWord; ++i) word = word << 8 | static_cast<unsigned char>(bytes_[at_ + i]);
+    // Nearly always none of the four is a byte of ones, and all of them are data.
+    const bool has_ones = ((~word - 0x01010101U) & word & 0x80808080U) != 0;
+    if (!has_ones) {
+      bits_ = bits_ << kFill | word;
+      held_ += kFill;
+      at_ += kWord;
+      return;
     }
-    bits_ = bits_ << 8 | byte;
+  }
+  while (held_ < kFill) {
+    bits_ = bits_ << 8 | NextByte();
     held_ += 8;
   }
 }
@@ -51,7 +65,7 @@ bool Codes::Set(const std::array<unsigned char, 16>& counts, std::string_view va
   quick_.fill(0);
   int code = 0;
   int used = 0;
-  for (int length = 1; length <= 16; ++length) {
+  for (int length = 1; length <= kLongest; ++length) {
     const int count = counts[static_cast<std::size_t>(length - 1)];
     offset_[static_cast<std::size_t>(length)] = used - code;
     // More codes of a length than it has room for: some would stand for two values.
@@ -65,27 +79,20 @@ bool Codes::Set(const std::array<unsigned char, 16>& counts, std::string_view va
       std::fill_n(quick_.begin() + first, 1 << (kQuickBits - length),
                   static_cast<std::uint16_t>(length << 8 | value));
     }
-    end_[static_cast<std::size_t>(length)] = code << (16 - length);
+    end_[static_cast<std::size_t>(length)] = code << (kLongest - length);
     code <<= 1;
   }
   set_ = true;
   return true;
 }
 
-int Codes::Next(Bits& bits) const {
-  // The longest code is 16 bits; those behind the end are zeros and harmless to look at.
-  const int ahead = bits.Peek(16);
-  const unsigned quick = quick_[static_cast<std::size_t>(ahead >> (16 - kQuickBits))];
-  if (quick != 0) {
-    bits.Drop(static_cast<int>(quick >> 8));
-    return static_cast<int>(quick & 255);
-  }
+int Codes::NextLong(Bits& bits, int ahead) const {
   // Codes of a length are consecutive numbers, above all shorter ones: the first end that is not
   // reached tells the length.
-  for (std::size_t length = 1; length <= 16; ++length) {
+  for (std::size_t length = 1; length <= kLongest; ++length) {
     if (ahead >= end_[length]) continue;
     bits.Drop(static_cast<int>(length));
-    return values_[static_cast<std::size_t>((ahead >> (16 - length)) + offset_[length]) & 255];
+    return values_[static_cast<std::size_t>((ahead >> (kLongest - length)) + offset_[length]) & 255];
   }
   return -1;
 }

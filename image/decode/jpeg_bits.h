@@ -28,21 +28,30 @@ class Bits {
   int Signed(int count) {
     if (count == 0) return 0;
     const int value = Take(count);
-    return value < 1 << (count - 1) ? value - (1 << count) + 1 : value;
+    // Without a branch, as signs are anything: the number below the half is what is added to.
+    const int below = (value - (1 << (count - 1))) >> 31;
+    return value + (below & (1 - (1 << count)));
   }
 
   // To behind the next restart mark; false where there is none.
   bool Restart();
+  // Not behind the next mark, however many bits are held.
   std::size_t At() const { return at_; }
 
  private:
-  void Fill(int count);
+  static constexpr int kFill = 32;  // a code and a value of 16 bits each
+
+  void Fill(int count) {
+    if (held_ < count) FillUp();
+  }
+  void FillUp();
+  unsigned NextByte();
 
   std::string_view bytes_;
   std::size_t at_;
   std::uint64_t bits_ = 0;
   int held_ = 0;
-  int zeros_ = 0;  // of the held bits, those behind the end
+  int zeros_ = 0;  // of the bits that were ever held, those behind the end
   bool ended_ = false;
 };
 
@@ -54,15 +63,25 @@ class Codes {
   bool IsSet() const { return set_; }
 
   // -1 for a code that is none.
-  int Next(Bits& bits) const;
+  int Next(Bits& bits) const {
+    // The longest code is 16 bits; those behind the end are zeros and harmless to look at.
+    const int ahead = bits.Peek(kLongest);
+    const unsigned quick = quick_[static_cast<std::size_t>(ahead >> (kLongest - kQuickBits))];
+    if (quick == 0) return NextLong(bits, ahead);
+    bits.Drop(static_cast<int>(quick >> 8));
+    return static_cast<int>(quick & 255);
+  }
 
  private:
+  static constexpr int kLongest = 16;
   static constexpr int kQuickBits = 9;
+
+  int NextLong(Bits& bits, int ahead) const;
 
   bool set_ = false;
   std::array<std::uint16_t, 1 << kQuickBits> quick_ = {};  // length << 8 | value; 0: longer
-  std::array<int, 17> end_ = {};                           // behind the last code of a length, in 16 bits
-  std::array<int, 17> offset_ = {};
+  std::array<int, kLongest + 1> end_ = {};                 // behind the last code of a length, in 16 bits
+  std::array<int, kLongest + 1> offset_ = {};
   std::array<unsigned char, 256> values_ = {};
 };
 

@@ -1,9 +1,10 @@
 #include <algorithm>
 
-#include "image/decode/jpeg_picture.h"
+#include "image/decode/jpeg_vectors.h"
 
 // From the samples of the components to colours. Where a component has half the samples of another, those
-// between are weighed by three and one of their neighbours; other ratios repeat.
+// between are weighed by three and one of their neighbours; other ratios, in either direction, repeat in
+// both.
 namespace lorv::jpeg {
 namespace {
 
@@ -31,11 +32,13 @@ class FinerRows {
         across_(picture.most_across),
         down_(picture.most_down),
         // Two columns have no neighbours to be weighed with.
-        twice_across_(2 * component.across == picture.most_across && component.width > 2),
+        twice_across_(2 * component.across == picture.most_across && component.width > 2 &&
+                      (component.down == picture.most_down || 2 * component.down == picture.most_down)),
         twice_down_(2 * component.down == picture.most_down &&
                     (component.across == picture.most_across || twice_across_)),
         columns_(static_cast<std::size_t>(component.width)),
-        row_(static_cast<std::size_t>(component.width) * 2 + static_cast<std::size_t>(picture.width) + 8) {}
+        sums_(columns_ + 2),
+        row_(columns_ * 2 + static_cast<std::size_t>(picture.width) + 8) {}
 
   const unsigned char* Row(int y);
 
@@ -45,14 +48,16 @@ class FinerRows {
            static_cast<std::size_t>(std::clamp(y, 0, component_.height - 1)) * component_.Stride();
   }
   void Blend(int y);
-  void Widen(int unit, int before, int behind);
+  template <int shift, int before, int behind>
+  void Widen();
 
   const Component& component_;
   int across_;
   int down_;
   bool twice_across_;
   bool twice_down_;
-  std::vector<int> columns_;  // weighed over two rows
+  std::size_t columns_;
+  std::vector<std::uint16_t> sums_;  // of two rows, with the first and the last once more at the ends
   std::vector<unsigned char> row_;
 };
 
@@ -62,43 +67,49 @@ void FinerRows::Blend(int y) {
   const unsigned char* const far_row = Source(y % 2 == 0 ? y / 2 - 1 : y / 2 + 1);
   // Up and down by turns, so that a picture does not become lighter by this.
   const int rounding = y % 2 == 0 ? 1 : 2;
-  for (std::size_t x = 0; x < columns_.size(); ++x) {
-    columns_[x] = 3 * near_row[x] + far_row[x];
-    if (!twice_across_) row_[x] = static_cast<unsigned char>((columns_[x] + rounding) >> 2);
-  }
+  std::uint16_t* const sums = sums_.data() + 1;
+  unsigned char* const row = row_.data();
+  const std::size_t columns = columns_;  // as bytes that are written might be a member's
+  for (std::size_t x = 0; x < columns; ++x)
+    sums[x] = static_cast<std::uint16_t>(3 * near_row[x] + far_row[x]);
+  if (twice_across_) return;
+  for (std::size_t x = 0; x < columns; ++x) row[x] = static_cast<unsigned char>((sums[x] + rounding) >> 2);
 }
 
-// Two of each column: `unit` is the weight of one sample before the last division, the others round.
-void FinerRows::Widen(int unit, int before, int behind) {
-  const std::size_t last = columns_.size() - 1;
-  const int shift = unit == 1 ? 2 : 4;
-  for (std::size_t x = 0; x <= last; ++x) {
-    const int here = columns_[x];
-    const int to_left = x == 0 ? here : columns_[x - 1];
-    const int to_right = x == last ? here : columns_[x + 1];
-    row_[2 * x] = static_cast<unsigned char>((3 * here + to_left + before) >> shift);
-    row_[2 * x + 1] = static_cast<unsigned char>((3 * here + to_right + behind) >> shift);
+// Two of each column, rounded up and down by turns as well.
+template <int shift, int before, int behind>
+void FinerRows::Widen() {
+  sums_.front() = sums_[1];
+  sums_.back() = sums_[columns_];
+  const std::uint16_t* const sums = sums_.data() + 1;
+  const std::uint16_t* const left = sums_.data();
+  const std::uint16_t* const right = sums_.data() + 2;
+  unsigned char* const row = row_.data();
+  const std::size_t columns = columns_;
+  for (std::size_t x = 0; x < columns; ++x) {
+    row[2 * x] = static_cast<unsigned char>((3 * sums[x] + left[x] + before) >> shift);
+    row[2 * x + 1] = static_cast<unsigned char>((3 * sums[x] + right[x] + behind) >> shift);
   }
 }
 
 const unsigned char* FinerRows::Row(int y) {
   if (twice_down_) {
     Blend(y);
-    if (twice_across_) Widen(4, 8, 7);
+    if (twice_across_) Widen<4, 8, 7>();
     return row_.data();
   }
   const unsigned char* const from = Source(y * component_.down / down_);
   if (twice_across_) {
-    std::copy_n(from, columns_.size(), columns_.begin());
-    Widen(1, 1, 2);
+    std::copy_n(from, columns_, sums_.begin() + 1);
+    Widen<2, 1, 2>();
     return row_.data();
   }
   if (component_.across == across_) return from;
-  const std::size_t columns = row_.size() - 2 * columns_.size() - 8;
+  const std::size_t columns = row_.size() - 2 * columns_ - 8;
   for (std::size_t x = 0; x < columns; ++x) {
     const std::size_t at =
         x * static_cast<std::size_t>(component_.across) / static_cast<std::size_t>(across_);
-    row_[x] = from[std::min(at, columns_.size() - 1)];
+    row_[x] = from[std::min(at, columns_ - 1)];
   }
   return row_.data();
 }
@@ -143,19 +154,28 @@ std::uint32_t PixelAt(const Parts& parts, int x, ColourKind kind, bool left_whit
                              : OfInks(colour, parts[3][x], left_white);
 }
 
+void PutRow(const Parts& parts, std::uint32_t* to, int width, ColourKind kind, bool left_white) {
+  int x = 0;
+  if (kind == ColourKind::kBrightness) x = PutBrightnessByVectors(parts[0], parts[1], parts[2], to, width);
+  for (; x < width; ++x) to[x] = PixelAt(parts, x, kind, left_white);
+}
+
 }  // namespace
 
 void PutColours(Picture& picture, Raster& out) {
-  out.Resize(picture.width, picture.height);
+  out.width = picture.width;
+  out.height = picture.height;
+  out.pixels.reserve(static_cast<std::size_t>(picture.width) * static_cast<std::size_t>(picture.height));
   const ColourKind kind = KindOf(picture);
   std::vector<FinerRows> rows;
   for (const Component& component : picture.components) rows.emplace_back(picture, component);
   Parts parts = {};
+  std::vector<std::uint32_t> row(static_cast<std::size_t>(picture.width));
   for (int y = 0; y < picture.height; ++y) {
-    // Row by row: no component is ever held at the size of the whole picture.
+    // Row by row: no component is ever held at the size of the whole picture, and no pixel is written twice.
     for (std::size_t i = 0; i < rows.size(); ++i) parts[i] = rows[i].Row(y);
-    std::uint32_t* const to = out.Row(y);
-    for (int x = 0; x < picture.width; ++x) to[x] = PixelAt(parts, x, kind, picture.adobe_transform >= 0);
+    PutRow(parts, row.data(), picture.width, kind, picture.adobe_transform >= 0);
+    out.pixels.insert(out.pixels.end(), row.begin(), row.end());
   }
 }
 

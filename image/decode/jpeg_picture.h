@@ -61,6 +61,19 @@ struct Picture {
 // library does.
 void TransformBlock(const Block& block, const Quantities& quantities, unsigned char* out, std::size_t stride);
 
+// The same of a block whose other coefficients are 0.
+void TransformLevel(int level, const Quantities& quantities, unsigned char* out, std::size_t stride);
+
+// The same by its formula alone, for coefficients of any size.
+void TransformPlainly(const Block& block, const Quantities& quantities, unsigned char* out,
+                      std::size_t stride);
+
+// Bits behind the point of the factors; and of what columns give to rows.
+constexpr int kPointBits = 13;
+constexpr int kFirstBits = 2;
+constexpr int kColumnShift = kPointBits - kFirstBits;
+constexpr int kRowShift = kPointBits + kFirstBits + 3;
+
 // From samples to the picture: finer grids for components of fewer samples, then colours.
 void PutColours(Picture& picture, Raster& out);
 

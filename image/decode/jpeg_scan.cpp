@@ -35,7 +35,8 @@ class ScanReader {
   const CodeTables& tables_;
   Picture& picture_;
   int units_ = 0;
-  int empty_blocks_ = 0;  // blocks to come that bring nothing new
+  bool has_others_ = false;  // beside the level of the block read last
+  int empty_blocks_ = 0;     // blocks to come that bring nothing new
 };
 
 // At a restart everything begins anew.
@@ -91,8 +92,14 @@ bool ScanReader::ReadBlock(const Scan::Part& part, int x, int y) {
   const bool whole = Sequential(part, block);
   // A block of which bits were missing would show as noise: the grey stays.
   if (bits_.IsAtEnd()) return picture_.restart_interval != 0;
-  TransformBlock(block, picture_.quantities[component.quantities], component.BlockAt(x, y),
-                 component.Stride());
+  const Quantities& quantities = picture_.quantities[component.quantities];
+  unsigned char* const to = component.BlockAt(x, y);
+  // Smooth areas have nothing but levels.
+  if (has_others_) {
+    TransformBlock(block, quantities, to, component.Stride());
+  } else {
+    TransformLevel(block[0], quantities, to, component.Stride());
+  }
   return whole;
 }
 
@@ -107,6 +114,7 @@ bool ScanReader::Level(const Scan::Part& part, Block& block) {
 }
 
 bool ScanReader::Sequential(const Scan::Part& part, Block& block) {
+  has_others_ = false;
   if (!Level(part, block)) return false;
   for (int at = 1; at < kBlockArea; ++at) {
     const int code = tables_.others[part.others].Next(bits_);
@@ -121,6 +129,7 @@ bool ScanReader::Sequential(const Scan::Part& part, Block& block) {
     const int value = bits_.Signed(code & 15);
     if (at >= kBlockArea) return false;
     block[kZigzag[static_cast<std::size_t>(at)]] = static_cast<std::int16_t>(value);
+    has_others_ = true;
   }
   return true;
 }

@@ -1,15 +1,13 @@
 #include <algorithm>
 
-#include "image/decode/jpeg_picture.h"
+#include "image/decode/jpeg_vectors.h"
 
 // The inverse cosine transform in whole numbers of 13 bits behind the point, by columns and then by rows.
+// Vectors do it for nearly all blocks; here it stands for numbers of any size.
 namespace lorv::jpeg {
 namespace {
 
 using Number = std::int64_t;
-
-constexpr int kPointBits = 13;
-constexpr int kFirstBits = 2;  // kept between columns and rows
 
 // One line of eight, `step` apart, each result shifted right with rounding.
 void TransformLine(Number* line, int step, int shift) {
@@ -36,21 +34,35 @@ void TransformLine(Number* line, int step, int shift) {
   }
 }
 
+unsigned char Sample(Number number) {
+  // Coefficients are rounded by the writer, so samples come out a little beyond their range.
+  return static_cast<unsigned char>(std::clamp<Number>(number + 128, 0, 255));
+}
+
 }  // namespace
+
+void TransformPlainly(const Block& block, const Quantities& quantities, unsigned char* out,
+                      std::size_t stride) {
+  std::array<Number, kBlockArea> numbers;
+  for (std::size_t i = 0; i < kBlockArea; ++i) numbers[i] = Number{block[i]} * quantities[i];
+  for (int x = 0; x < kBlockSize; ++x) TransformLine(numbers.data() + x, kBlockSize, kColumnShift);
+  for (int y = 0; y < kBlockSize; ++y) {
+    Number* const row = numbers.data() + y * kBlockSize;
+    TransformLine(row, 1, kRowShift);
+    for (int x = 0; x < kBlockSize; ++x) out[x] = Sample(row[x]);
+    out += stride;
+  }
+}
 
 void TransformBlock(const Block& block, const Quantities& quantities, unsigned char* out,
                     std::size_t stride) {
-  std::array<Number, kBlockArea> numbers;
-  for (std::size_t i = 0; i < kBlockArea; ++i) numbers[i] = Number{block[i]} * quantities[i];
-  for (int x = 0; x < kBlockSize; ++x) TransformLine(numbers.data() + x, kBlockSize, kPointBits - kFirstBits);
-  for (int y = 0; y < kBlockSize; ++y) {
-    Number* const row = numbers.data() + y * kBlockSize;
-    TransformLine(row, 1, kPointBits + kFirstBits + 3);
-    for (int x = 0; x < kBlockSize; ++x)
-      // Coefficients are rounded by the writer, so samples come out a little beyond their range.
-      out[x] = static_cast<unsigned char>(std::clamp<Number>(row[x] + 128, 0, 255));
-    out += stride;
-  }
+  if (!TransformByVectors(block, quantities, out, stride)) TransformPlainly(block, quantities, out, stride);
+}
+
+void TransformLevel(int level, const Quantities& quantities, unsigned char* out, std::size_t stride) {
+  // The scale of the whole transform is an eighth.
+  const unsigned char sample = Sample((Number{level} * quantities[0] + 4) >> 3);
+  for (int y = 0; y < kBlockSize; ++y, out += stride) std::fill_n(out, kBlockSize, sample);
 }
 
 }  // namespace lorv::jpeg
