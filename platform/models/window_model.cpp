@@ -212,8 +212,7 @@ void WindowModel::Destroy() {
   const auto keep = shared_from_this();
   ending_ = true;
   FirstFault fault;
-  for (const HWND owned : desktop_.OwnedBy(handle_))
-    if (const auto window = desktop_.At(owned)) fault.Run([&] { window->Destroy(); });
+  EndOwned(fault);
   if ((style_ & WS_VISIBLE) != 0) {
     style_ = Without(style_, WS_VISIBLE);
     fault.Run([&] { LoseFocusWithin(); });
@@ -223,6 +222,11 @@ void WindowModel::Destroy() {
   // From the bottom up: the handles go.
   End(fault);
   fault.Rethrow();
+}
+
+void WindowModel::EndOwned(FirstFault& fault) {
+  for (const HWND owned : desktop_.OwnedBy(handle_))
+    if (const auto window = desktop_.At(owned)) fault.Run([&] { window->Destroy(); });
 }
 
 void WindowModel::SendDestroy(FirstFault& fault) {
@@ -251,6 +255,8 @@ void WindowModel::End(FirstFault& fault) {
   desktop_.Forget(handle_);
   UnmapWindow(handle_);
   UnmapDropReceiver(handle_);
+  // What a handler made for a window that was ending goes with it; no other can come any more.
+  EndOwned(fault);
   Ended();
 }
 

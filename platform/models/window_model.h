@@ -132,6 +132,7 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
  private:
   void SetRedraw(bool on);
   void ShiftChildren(SIZE by, const CRect& area);
+  void EndOwned(FirstFault& fault);
   void SendDestroy(FirstFault& fault);
   void End(FirstFault& fault);
   void LoseFocusWithin();

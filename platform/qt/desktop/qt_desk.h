@@ -169,7 +169,8 @@ class QtDesk : public DesktopModel, public QtServices {
 
   std::shared_ptr<QtMailbox> mailbox_;
 
-  HWND asked_ = nullptr;  // the top window that the widget set was asked to make the active one
+  HWND asked_ = nullptr;             // the top window that the widget set was asked to make the active one
+  QPointer<QWidget> mouse_grabber_;  // the widget through which the mouse comes to the window that has it
   struct Doomed {
     QPointer<QWidget> widget;
     std::uint64_t born;

@@ -78,11 +78,15 @@ void QtDesk::LeaveProgram() {
   LeaveWindows();
 }
 
-void QtDesk::CaptureChanged(HWND former) {
-  if (const auto last = Window(former)) last->Widget()->releaseMouse();
+void QtDesk::CaptureChanged(HWND /*former*/) {
+  if (mouse_grabber_ != nullptr) mouse_grabber_->releaseMouse();
   const auto fresh = Window(Capture());
-  // A widget that is not shown cannot have the mouse, and Qt would complain.
-  if (fresh != nullptr && fresh->Widget()->isVisible()) fresh->Widget()->grabMouse();
+  mouse_grabber_ = fresh == nullptr ? nullptr : fresh->Widget();
+  // A widget that is not shown cannot have the mouse: one that holds it gets it for the window, which would
+  // else wait for a button's way up for ever.
+  while (mouse_grabber_ != nullptr && !mouse_grabber_->isVisible())
+    mouse_grabber_ = mouse_grabber_->parentWidget();
+  if (mouse_grabber_ != nullptr) mouse_grabber_->grabMouse();
 }
 
 void QtDesk::KeepKey(int key, bool down, Qt::KeyboardModifiers modifiers) {

@@ -86,15 +86,23 @@ class OffscreenUser : public QtUser {
   }
 
   void Hold(Qt::MouseButton button, bool down) {
-    if (down) pressed_in_ = QGuiApplication::topLevelAt(at_);
+    // A handler may drag within a drag, but no finger presses what is down.
+    if (buttons_.testFlag(button) == down) return;
+    if (!buttons_) pressed_in_ = QGuiApplication::topLevelAt(at_);
     buttons_.setFlag(button, down);
     Send(down ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease, button);
-    if (!down) pressed_in_ = nullptr;
+    if (!buttons_) pressed_in_ = nullptr;
   }
 
-  // The window of a press has the mouse until the release.
+  // The window of a press has the mouse until the release, and a widget that grabbed it has it everywhere.
+  QWindow* Receiver() const {
+    if (pressed_in_ != nullptr) return pressed_in_;
+    const QWidget* const grabber = QWidget::mouseGrabber();
+    return grabber != nullptr ? grabber->window()->windowHandle() : QGuiApplication::topLevelAt(at_);
+  }
+
   void Send(QEvent::Type type, Qt::MouseButton button) {
-    QWindow* const window = pressed_in_ != nullptr ? pressed_in_.data() : QGuiApplication::topLevelAt(at_);
+    QWindow* const window = Receiver();
     time_ += 10;
     if (window != nullptr)
       qt_handleMouseEvent(window, window->mapFromGlobal(at_), at_, buttons_, button, type, Held(), time_);

@@ -54,6 +54,31 @@ TEST_F(HeadlessDesktop, OwnedWindowsGoWithTheirOwner) {
   EXPECT_EQ(owned.m_hWnd, nullptr);
 }
 
+namespace {
+
+// Makes a window of its own when it is told that it ends.
+class LateOwner : public CWnd {
+ public:
+  CWnd owned;
+
+ protected:
+  LRESULT WindowProc(UINT message, WPARAM w, LPARAM l) override {
+    if (message == WM_DESTROY || message == WM_NCDESTROY)
+      owned.Create(nullptr, nullptr, WS_POPUP, CRect(0, 0, 50, 50), this, 0);
+    return CWnd::WindowProc(message, w, l);
+  }
+};
+
+}  // namespace
+
+TEST_F(HeadlessDesktop, WindowMadeForOneThatEndsGoesWithIt) {
+  LateOwner owner;
+  owner.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(10, 10, 60, 60), &top, 1);
+  owner.DestroyWindow();
+  EXPECT_EQ(owner.owned.m_hWnd, nullptr);
+  EXPECT_EQ(desktop.Windows(), std::vector<HWND>{top.m_hWnd});
+}
+
 TEST_F(HeadlessDesktop, FindsTheInnermostWindow) {
   CWnd child;
   child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(10, 10, 60, 60), &top, 1);

@@ -165,6 +165,20 @@ TEST_F(QtWindowTest, CaptureTakesTheMouseOfOthersAndTellsWhenItEnds) {
   desktop_->SetCapture(nullptr);
 }
 
+TEST_F(QtWindowTest, HiddenWindowThatHasTheMouseGetsItThroughItsParent) {
+  Witness child;
+  Child(WindowKind::Custom, 0, 1, {30, 20, 130, 120}, &child);
+  desktop_->Find(child.window)->Show(SW_HIDE);
+  desktop_->SetCapture(child.window);
+  QWidget* const grabber = QWidget::mouseGrabber();
+  ASSERT_NE(grabber, nullptr);
+  Mouse(grabber, QEvent::MouseButtonRelease, QPoint(40, 40), Qt::LeftButton, Qt::NoButton);
+  EXPECT_EQ(child.Count(WM_LBUTTONUP), 1);
+  EXPECT_EQ(top.Count(WM_LBUTTONUP), 0);
+  desktop_->SetCapture(nullptr);
+  EXPECT_EQ(QWidget::mouseGrabber(), nullptr);
+}
+
 TEST_F(QtWindowTest, DisabledChildLeavesTheMouseToItsParent) {
   Witness child;
   Child(WindowKind::Custom, WS_DISABLED, 1, {30, 20, 130, 120}, &child);
