@@ -146,6 +146,11 @@ constexpr bool IsCursorPicture(const PixelImage& picture) {
 // thread. Raises CResourceException by pointer if that one cannot be had.
 COMM_LORV_API Desktop& DesktopInForce();
 
+// Whether a key or a mouse button is down, as of the message in work: the high bit of the state.
+inline bool IsKeyDown(int key) {
+  return DesktopInForce().KeyState(key) < 0;
+}
+
 // The same, or null where it cannot be had: for those who can do without windows.
 COMM_LORV_API Desktop* DesktopIfAny();
 

@@ -97,7 +97,7 @@ BOOL CDialog::TakeKey(const MSG& message) {
           (CodeOf(focus) & (DLGC_WANTTAB | DLGC_WANTALLKEYS)) != 0)
         return FALSE;
       // An edit never keeps Tab, whatever it answers: Tab always leaves it.
-      Step((lorv::DesktopInForce().KeyState(VK_SHIFT) & 0x8000) == 0);
+      Step(!lorv::IsKeyDown(VK_SHIFT));
       return TRUE;
     case VK_RETURN:
       return TakeReturn(focus);

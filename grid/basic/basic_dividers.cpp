@@ -13,7 +13,6 @@ namespace {
 constexpr int kUsualWidth = 80;
 constexpr int kSpareWidth = 40;
 constexpr int kDividerMargin = 10;
-constexpr int kDown = 0x8000;
 
 }  // namespace
 
@@ -31,12 +30,12 @@ bool CBCGPBasicGridCtrl::OnLBtnDownAdjustRowHeight(UINT /*flags*/, CPoint point)
   if (!IsInRowHeaderDivider(point)) return false;
   // A press that comes late, after its button went up again, must not begin what only the button's way up
   // ends.
-  if ((lorv::DesktopInForce().KeyState(VK_LBUTTON) & kDown) == 0) return true;
+  if (!lorv::IsKeyDown(VK_LBUTTON)) return true;
   const auto life = Watch();
   CloseToolTip();
   if (life.expired()) return true;
   HoldMouse();
-  if (life.expired() || lorv::DesktopInForce().Capture() != m_hWnd) return true;
+  if (life.expired() || m_hWnd == nullptr || lorv::DesktopInForce().Capture() != m_hWnd) return true;
   ForgetFollowed();
   adjusting_row_height_ = true;
   DrawAdjustingRowRefLn();

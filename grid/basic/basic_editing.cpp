@@ -12,13 +12,8 @@
 
 namespace {
 
-constexpr int kDownBit = 0x8000;
 constexpr UINT kMenuFlags = 258;  // the right button may choose, too; the command is returned
 constexpr UINT kMarkReturn = 0x210;
-
-bool IsDown(int key) {
-  return (lorv::DesktopInForce().KeyState(key) & kDownBit) != 0;
-}
 
 // Row and column ids, so that a cell brings its language back whichever row object stands there.
 long long LanguageKey(const CBCGPGridItemID& id) {
@@ -42,7 +37,7 @@ BOOL CBCGPBasicGridCtrl::PreTranslateMessage(MSG* message) {
     const bool settled = key == lorv::kKeyReturn || key == lorv::kKeyTab || translated != key;
     message->wParam = translated;
     const auto life = Watch();
-    if (!settled && shortcut_ && now.row >= 1 && IsDown(VK_CONTROL)) CopyFromAbove(key);
+    if (!settled && shortcut_ && now.row >= 1 && lorv::IsKeyDown(VK_CONTROL)) CopyFromAbove(key);
     if (life.expired()) return TRUE;
   }
   return CBCGPGridCtrl::PreTranslateMessage(message);
@@ -156,7 +151,7 @@ BOOL CBCGPBasicGridCtrl::CanEndInplaceEditOnChar(UINT key, UINT repeat, UINT fla
 }
 
 BOOL CBCGPBasicGridCtrl::OnInplaceEditKeyDown(CBCGPGridRow* row, MSG* message) {
-  if (IsDown(VK_SHIFT)) return FALSE;
+  if (lorv::IsKeyDown(VK_SHIFT)) return FALSE;
   auto* edit = dynamic_cast<CEdit*>(row == nullptr ? nullptr : row->GetInPlaceWnd());
   if (edit == nullptr) return CBCGPGridCtrl::OnInplaceEditKeyDown(row, message);
   int start = 0;

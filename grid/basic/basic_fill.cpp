@@ -33,7 +33,7 @@ bool CBCGPBasicGridCtrl::OnLBtnDownDragCopyFill(UINT /*flags*/, CPoint point) {
   if (!drag_fill_ || !IsInDragCopyFillStart(point)) return false;
   const auto life = Watch();
   CloseToolTip();
-  if (life.expired()) return true;
+  if (life.expired() || m_hWnd == nullptr) return true;
   m_rectDragFrame.SetRectEmpty();
   ForgetFollowed();
   drag_fill_running_ = true;

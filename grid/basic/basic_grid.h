@@ -239,6 +239,7 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
 
   // The library sees no button then.
   bool DragsRowOrFill() const { return adjusting_row_height_ || drag_fill_running_; }
+  bool MovesWithoutButton(UINT flags, CPoint point) const;
 
   // Dividers of rows.
   bool IsInRowHeaderDivider(CPoint point);

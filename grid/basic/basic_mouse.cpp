@@ -105,7 +105,19 @@ BOOL CBCGPBasicGridCtrl::OnSetCursor(CWnd* window, UINT hit, UINT message) {
   return CBCGPGridCtrl::OnSetCursor(window, hit, message);
 }
 
+// The press may have come after its own release, through handlers that worked the queue. Only a move of the
+// real mouse tells: messages that a program sends go on whatever the buttons do.
+bool CBCGPBasicGridCtrl::MovesWithoutButton(UINT flags, CPoint point) const {
+  if ((flags & MK_LBUTTON) != 0 || lorv::IsKeyDown(VK_LBUTTON)) return false;
+  ClientToScreen(&point);
+  return point == CPoint(lorv::DesktopInForce().CursorPosition());
+}
+
 void CBCGPBasicGridCtrl::OnMouseMove(UINT flags, CPoint point) {
+  if (DragsRowOrFill() && MovesWithoutButton(flags, point)) {
+    CancelGestures();
+    return;
+  }
   if (adjusting_row_height_) {
     MoveRowLine(static_cast<int>(point.y));
     return;

@@ -6,12 +6,8 @@
 
 namespace {
 
-bool IsDown(int key) {
-  return (lorv::DesktopInForce().KeyState(key) & 0x8000) != 0;
-}
-
 short ShiftNow() {
-  return lorv::EventShift(IsDown(VK_SHIFT), IsDown(VK_CONTROL), IsDown(VK_MENU));
+  return lorv::EventShift(lorv::IsKeyDown(VK_SHIFT), lorv::IsKeyDown(VK_CONTROL), lorv::IsKeyDown(VK_MENU));
 }
 
 }  // namespace

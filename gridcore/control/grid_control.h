@@ -168,9 +168,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
 
   // Groups. The rows are brought into the order of the group columns, then of the sorted one, and those with
   // the same text in a group column stand under a line of their own, which can be collapsed. Rows that come
-  // later belong to the group that they stand in, those at the end to none, until Regroup. Group rows have
-  // the numbers behind the last row's; they are the grid's own and go with the next grouping. They are never
-  // selected.
+  // later belong to the group that they stand in, those at the end to none, until Regroup. Group rows are
+  // numbered behind the last row, belong to the grid, are never selected, and go with the next grouping.
   void InsertGroupColumn(int place, int column);  // passed over: no such column, one that groups already
   void RemoveGroupColumn(int place);
   int GetGroupColumnCount() const { return static_cast<int>(group_columns_.size()); }
@@ -512,6 +511,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
 
   // Editing.
   void CloseEditor();
+  bool CloseEditors();
   void Retire(std::unique_ptr<CWnd> window);
   DWORD EndReasonOfKey(UINT key) const;
   bool StaysInEditor(UINT key) const;

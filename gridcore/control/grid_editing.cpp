@@ -14,10 +14,6 @@ namespace {
 
 constexpr std::size_t kMostRetired = 8;
 
-bool IsDown(int key) {
-  return (lorv::DesktopInForce().KeyState(key) & 0x8000) != 0;
-}
-
 }  // namespace
 
 BOOL CBCGPGridCtrl::IsEditableNow(const CBCGPGridItem* item) const {
@@ -126,13 +122,20 @@ void CBCGPGridCtrl::CloseEditor() {
   if (!life.expired()) changes_.ForEach([](lorv::GridObserver& observer) { observer.OnEditorClosed(); });
 }
 
+// Also those that handlers open whenever one closes: true if none is left, false where they do it again and
+// again, or the grid is gone.
+bool CBCGPGridCtrl::CloseEditors() {
+  const auto life = life_.Watch();
+  for (int i = 0; i < lorv::kMostEditorCloses && !life.expired() && editing_ != nullptr; ++i) CloseEditor();
+  return !life.expired() && editing_ == nullptr;
+}
+
 bool CBCGPGridCtrl::CloseEditorIn(const CBCGPGridRow& row) {
   if (!EditsIn(row)) return true;
-  constexpr int kMostCloses = 8;  // of editors that handlers open in the meantime
   const int index = IndexOfRow(row);
   const auto life = life_.Watch();
   const auto stays = [&] { return !life.expired() && rows_.At(index) == &row; };
-  for (int i = 0; i < kMostCloses && stays() && EditsIn(row); ++i) CloseEditor();
+  for (int i = 0; i < lorv::kMostEditorCloses && stays() && EditsIn(row); ++i) CloseEditor();
   return stays();
 }
 
@@ -203,7 +206,7 @@ DWORD CBCGPGridCtrl::EndReasonOfKey(UINT key) const {
     case VK_RIGHT:
       return lorv::kEndToRight;
     case VK_TAB:
-      return IsDown(VK_SHIFT) ? lorv::kEndToLeft : lorv::kEndToRight;
+      return lorv::IsKeyDown(VK_SHIFT) ? lorv::kEndToLeft : lorv::kEndToRight;
     case VK_RETURN:
       return lorv::kEndByReturn;
     default:

@@ -6,10 +6,6 @@
 
 namespace {
 
-bool IsDown(int key) {
-  return (lorv::DesktopInForce().KeyState(key) & 0x8000) != 0;
-}
-
 constexpr UINT kFirstPrintable = 0x20;
 constexpr UINT kDelete = 0x7F;
 
@@ -48,11 +44,11 @@ CBCGPGridItemID CBCGPGridCtrl::CellByKey(UINT key, CBCGPGridItemID from) const {
       break;
     case VK_HOME:
       to.m_nColumn = info.GetFirstVisibleColumn();
-      if (IsDown(VK_CONTROL)) to.m_nRow = NextShownRow(-1, 1);
+      if (lorv::IsKeyDown(VK_CONTROL)) to.m_nRow = NextShownRow(-1, 1);
       break;
     case VK_END:
       to.m_nColumn = info.GetLastVisibleColumn();
-      if (IsDown(VK_CONTROL)) to.m_nRow = NextShownRow(rows_.Size(), -1);
+      if (lorv::IsKeyDown(VK_CONTROL)) to.m_nRow = NextShownRow(rows_.Size(), -1);
       break;
     case VK_PRIOR:
       return PageAway(from, -1);
@@ -81,7 +77,7 @@ bool CBCGPGridCtrl::MoveByKey(UINT key, bool may_extend) {
     Go({std::max(0, NextShownRow(-1, 1)), GetColumnsInfo().GetFirstVisibleColumn()}, false);
     return true;
   }
-  const bool extend = may_extend && IsDown(VK_SHIFT) && anchor_.m_nRow >= 0 && !selection_.IsEmpty();
+  const bool extend = may_extend && lorv::IsKeyDown(VK_SHIFT) && anchor_.m_nRow >= 0 && !selection_.IsEmpty();
   if (extend) {
     // The corner opposite to the first one moves; the current cell is the top left one.
     const CBCGPGridRange& range = selection_.Ranges().back();
@@ -94,19 +90,20 @@ bool CBCGPGridCtrl::MoveByKey(UINT key, bool may_extend) {
 
 bool CBCGPGridCtrl::AskForKey(UINT key, bool editing) {
   if (key_handlers_.IsEmpty()) return false;
-  return key_handlers_.Ask({key, IsDown(VK_CONTROL), IsDown(VK_SHIFT), IsDown(VK_MENU), editing});
+  return key_handlers_.Ask(
+      {key, lorv::IsKeyDown(VK_CONTROL), lorv::IsKeyDown(VK_SHIFT), lorv::IsKeyDown(VK_MENU), editing});
 }
 
 void CBCGPGridCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
   if (AskForKey(key) || MoveByKey(key)) return;
   if (key == VK_TAB) {
-    static_cast<void>(MoveByKey(IsDown(VK_SHIFT) ? VK_LEFT : VK_RIGHT, false));
+    static_cast<void>(MoveByKey(lorv::IsKeyDown(VK_SHIFT) ? VK_LEFT : VK_RIGHT, false));
   } else if (key == VK_F2 || key == VK_RETURN) {
     m_dwBeginEditReason = lorv::kBeginByKey;
     EditItem(GetCurSel());
   } else if (key == VK_SPACE && GetCurSelItem() != nullptr && IsEditableNow(GetCurSelItem()) != FALSE) {
     GetCurSelItem()->OnSpace();
-  } else if (key == 'A' && IsDown(VK_CONTROL)) {
+  } else if (key == 'A' && lorv::IsKeyDown(VK_CONTROL)) {
     SelectAll();
   } else {
     CBCGPWnd::OnKeyDown(key, repeat, flags);
@@ -116,7 +113,7 @@ void CBCGPGridCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
 void CBCGPGridCtrl::OnChar(UINT unit, UINT repeat, UINT flags) {
   if (key_handlers_.UsesUpCharacter()) return;
   const bool printable = unit >= kFirstPrintable && unit != kDelete;
-  if (!printable || IsDown(VK_CONTROL) || GetCurSelItem() == nullptr || editor_ != nullptr) {
+  if (!printable || lorv::IsKeyDown(VK_CONTROL) || GetCurSelItem() == nullptr || editor_ != nullptr) {
     CBCGPWnd::OnChar(unit, repeat, flags);
     return;
   }

@@ -8,10 +8,6 @@
 
 namespace {
 
-bool IsDown(int key) {
-  return (lorv::DesktopInForce().KeyState(key) & 0x8000) != 0;
-}
-
 constexpr int kFrameWidth = 2;  // pixels to both sides of the selection's edge
 constexpr int kDragStart = 4;   // pixels from the press on
 constexpr int kWheelNotch = 120;
@@ -97,7 +93,7 @@ void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID&
   }
   if (item->OnClickValue(WM_LBUTTONDOWN, point) != FALSE || life.expired()) return;
   // Handlers of the press may have worked its release, which came to whatever stood under the mouse then.
-  if (m_hWnd == nullptr || StartsNothing()) return;
+  if (StartsNothing()) return;
   m_bSelecting = true;
   on_frame_ = on_frame;
   frame_press_ = point;
@@ -130,7 +126,8 @@ bool CBCGPGridCtrl::DragFrame(CPoint point) {
 // Whether handlers of the press have let the button go, or another press of theirs has started something. A
 // button that was never really down, as in messages that a program sends, is not up either.
 bool CBCGPGridCtrl::StartsNothing() const {
-  return releases_ != releases_at_press_ || (held_at_press_ && !IsDown(VK_LBUTTON)) || InGesture();
+  return m_hWnd == nullptr || releases_ != releases_at_press_ ||
+         (held_at_press_ && !lorv::IsKeyDown(VK_LBUTTON)) || InGesture();
 }
 
 // Of a press whose release went elsewhere something may still follow the mouse.
@@ -145,7 +142,7 @@ void CBCGPGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
   const auto life = life_.Watch();
   // Handlers may send presses within this one.
   const lorv::ScopeMark count(releases_at_press_, life, releases_);
-  const lorv::ScopeMark held(held_at_press_, life, IsDown(VK_LBUTTON));
+  const lorv::ScopeMark held(held_at_press_, life, lorv::IsKeyDown(VK_LBUTTON));
   ForgetFollowed();
   CloseToolTip();
   if (life.expired()) return;
@@ -204,7 +201,7 @@ void CBCGPGridCtrl::DragSelection(CPoint point) {
 void CBCGPGridCtrl::OnMouseMove(UINT flags, CPoint point) {
   // A press may have come after its own release, through handlers that worked the queue: nothing ends what it
   // has started but the first move.
-  if (CBCGPGridCtrl::InGesture() && (flags & MK_LBUTTON) == 0 && !IsDown(VK_LBUTTON)) {
+  if (CBCGPGridCtrl::InGesture() && (flags & MK_LBUTTON) == 0 && !lorv::IsKeyDown(VK_LBUTTON)) {
     CancelGestures();
     return;
   }
@@ -283,7 +280,7 @@ void CBCGPGridCtrl::OnRButtonUp(UINT flags, CPoint point) {
 
 BOOL CBCGPGridCtrl::OnMouseWheel(UINT /*flags*/, short delta, CPoint /*point*/) {
   const int step = m_nLargeRowHeight * kRowsOfNotch * delta / kWheelNotch;
-  if (IsDown(VK_SHIFT))
+  if (lorv::IsKeyDown(VK_SHIFT))
     ScrollTo(m_nHorzScrollOffset - step, m_nVertScrollOffset);
   else
     ScrollTo(m_nHorzScrollOffset, m_nVertScrollOffset - step);

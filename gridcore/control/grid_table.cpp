@@ -25,7 +25,8 @@ int CBCGPGridCtrl::DeleteColumn(int column) {
   if (!GetColumnsInfo().HasColumn(column)) return FALSE;
   const auto life = life_.Watch();
   EndEditItem(FALSE);
-  if (life.expired() || GetColumnsInfo().DeleteColumn(column) == FALSE) return FALSE;
+  // And their columns: the cell of an editor would stand in none.
+  if (life.expired() || !CloseEditors() || GetColumnsInfo().DeleteColumn(column) == FALSE) return FALSE;
   changes_.TellReplaced();
   selection_.RemoveColumns(column, 1);
   merged_.RemoveColumns(column, 1);
@@ -140,9 +141,8 @@ void CBCGPGridCtrl::KeepCurrentWithRows(int first, int count) {
 
 void CBCGPGridCtrl::RemoveAll(BOOL relayout) {
   const auto life = life_.Watch();
-  for (int i = 0; i < lorv::kMostEditorCloses && !life.expired() && editing_ != nullptr; ++i) CloseEditor();
   // Handlers that open an editor whenever one closes keep their rows.
-  if (life.expired() || editing_ != nullptr) return;
+  if (!CloseEditors()) return;
   CloseEditor();
   ended_ = nullptr;
   changes_.TellReplaced();

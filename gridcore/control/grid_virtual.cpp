@@ -56,10 +56,8 @@ CBCGPGridRow* CBCGPGridCtrl::GetVirtualRow(int position) const {
 
 void CBCGPGridCtrl::RefreshVirtualRows() {
   if (!rows_.IsVirtual()) return;
-  const auto life = life_.Watch();
-  for (int i = 0; i < lorv::kMostEditorCloses && !life.expired() && editing_ != nullptr; ++i) CloseEditor();
   // A row whose editor handlers open again and again stays as it is.
-  if (life.expired() || editing_ != nullptr || !rows_.IsVirtual()) return;
+  if (!CloseEditors() || !rows_.IsVirtual()) return;
   rows_.Virtual()->Forget();
   Invalidate(FALSE);
 }

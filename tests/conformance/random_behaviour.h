@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "framework/ports/desktop_port.h"
 
 // Handlers that destroy, make anew, move the focus and come back in at random, in every message of every
@@ -33,10 +35,16 @@ class RandomUser {
 // Plays the script of that number; fails if a window is left.
 void PlayRandomConduct(RandomUser& user, unsigned script);
 
+// The script that a run begins with: the environment's LORV_TEST_FROM, to play one that failed by itself.
+inline unsigned FirstRandomScript() {
+  const char* const asked = std::getenv("LORV_TEST_FROM");
+  return asked == nullptr ? 0 : static_cast<unsigned>(std::strtoul(asked, nullptr, 10));
+}
+
 // Plays the scripts before that number, each by a user of its own, up to the first that fails.
 template <class User>
 void PlayRandomScripts(unsigned scripts, void (*play)(RandomUser&, unsigned)) {
-  for (unsigned script = 0; script < scripts && !testing::Test::HasFailure(); ++script) {
+  for (unsigned script = FirstRandomScript(); script < scripts && !testing::Test::HasFailure(); ++script) {
     User user;
     try {
       play(user, script);

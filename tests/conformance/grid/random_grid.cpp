@@ -500,7 +500,10 @@ class GridWorld {
   // A press that came too late is over with the next move.
   void MoveOn() {
     if (!grid_->InGesture()) return;
-    user_.MoveMouse(CellPoint());
+    // To be where it was is no move.
+    const POINT at = CellPoint();
+    user_.MoveMouse({at.x + 1, at.y});
+    user_.MoveMouse(at);
     Work();
   }
 

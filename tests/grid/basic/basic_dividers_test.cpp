@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "tests/grid/basic/gesture_desk.h"
 
 namespace {
@@ -115,6 +117,32 @@ TEST_F(BasicDividers, DraggingARowIsEndedByWhoTakesTheMouse) {
   Release();
   EXPECT_EQ(grid->GetRowHeight(), 20);
   EXPECT_TRUE(Idle());
+}
+
+TEST_F(BasicDividers, NothingFollowsTheMouseOfAGridThatEnded) {
+  // It has the mouse, and ends the grid when that is taken from it.
+  class Jealous : public CWnd {
+   public:
+    CWnd* victim = nullptr;
+
+   protected:
+    LRESULT WindowProc(UINT message, WPARAM w, LPARAM l) override {
+      if (message == WM_CAPTURECHANGED && victim != nullptr) std::exchange(victim, nullptr)->DestroyWindow();
+      return CWnd::WindowProc(message, w, l);
+    }
+  };
+  Fill(5, 3);
+  Jealous other;
+  other.Create(nullptr, nullptr, WS_CHILD, CRect(0, 400, 9, 409), &top, 9);
+  Move({10, Top(2) - 1});
+  other.victim = grid.get();
+  other.SetCapture();
+  desktop.MouseDown(VK_LBUTTON);
+  Run();
+  grid->SendMessage(WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(10, Top(2) - 1));
+  EXPECT_EQ(grid->m_hWnd, nullptr);
+  EXPECT_TRUE(Idle());
+  desktop.MouseUp(VK_LBUTTON);
 }
 
 TEST_F(BasicDividers, AReleaseOverAMaskedColumnChangesNoHeight) {

@@ -68,6 +68,22 @@ TEST_F(BasicFill, DownwardsTheSourceRepeats) {
   EXPECT_TRUE(grid->GetDragFrame().IsRectEmpty());
 }
 
+TEST_F(BasicFill, PressAfterItsOwnReleaseEndsWithTheNextMove) {
+  Table(6, 3);
+  Select({1, 0, 1, 1});
+  const CPoint handle = Handle();
+  const auto send = [&](UINT message, CPoint at) { grid->SendMessage(message, 0, MAKELPARAM(at.x, at.y)); };
+  Move(Middle(5, 2));
+  send(WM_LBUTTONDOWN, handle);
+  EXPECT_TRUE(grid->InGesture());
+  send(WM_MOUSEMOVE, Middle(3, 1));
+  EXPECT_EQ(grid->GetDragFrame(), CRect(Left(1), Top(0), Left(2), Top(4))) << "a program that moves goes on";
+  Move(Middle(4, 1));
+  EXPECT_TRUE(Idle()) << "the user's mouse has no button down";
+  EXPECT_TRUE(grid->GetDragFrame().IsRectEmpty());
+  EXPECT_EQ(Down(1, 2, 4), "21 31 41");
+}
+
 TEST_F(BasicFill, UpwardsTheNearestGetsTheNearest) {
   Table(8, 3);
   Numbers(1, 4, 3);

@@ -178,6 +178,42 @@ TEST_F(GridEditing, HandlersOfAChangeMayDoAnything) {
   }
 }
 
+namespace {
+
+// Opens its editor again when that one closes, as often as it may.
+class ReopeningGrid : public CBCGPGridCtrl {
+ public:
+  int times = 0;
+
+ protected:
+  LRESULT WindowProc(UINT message, WPARAM w, LPARAM l) override {
+    const LRESULT result = CBCGPGridCtrl::WindowProc(message, w, l);
+    if (message != WM_SETFOCUS || times <= 0) return result;
+    --times;
+    EditItem(GetRow(0));
+    return result;
+  }
+};
+
+}  // namespace
+
+TEST_F(GridEditing, ColumnGoesWithoutTheEditorsThatHandlersOpen) {
+  for (const int times : {1, 3, 1000}) {
+    ReopeningGrid wild;
+    wild.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 400, 300), &top, 8);
+    for (int column = 0; column < 2; ++column) wild.InsertColumn(column, _T("c"), 80);
+    wild.AddRow(TRUE);
+    wild.SetCurSel(CBCGPGridItemID(0, 1));
+    ASSERT_NE(wild.EditItem(wild.GetRow(0)), FALSE);
+    wild.times = times;
+    const bool goes = times < lorv::kMostEditorCloses;
+    EXPECT_EQ(wild.DeleteColumn(1) != FALSE, goes) << times;
+    EXPECT_EQ(wild.GetColumnCount(), goes ? 1 : 2) << "an edit that cannot be ended keeps its column";
+    EXPECT_EQ(wild.GetEditingItem() == nullptr, goes);
+    wild.times = 0;
+  }
+}
+
 TEST_F(GridEditing, GridThatEndsTakesItsEditorAlong) {
   Fill(2, 2);
   Choose(0, 0);
