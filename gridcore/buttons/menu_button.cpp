@@ -50,6 +50,7 @@ void CBCGPMenuButton::OnShowMenu() {
 }
 
 void CBCGPMenuButton::Press() {
+  // Pressed already: its menu is open, and a second one would stand over it.
   if (m_hWnd == nullptr || pressed_ || IsWindowEnabled() == FALSE) return;
   const auto life = Watch();
   pressed_ = true;
@@ -59,6 +60,7 @@ void CBCGPMenuButton::Press() {
   pressed_ = false;
   if (m_hWnd == nullptr) return;
   Invalidate(FALSE);
+  // A menu that was left by Escape is no click.
   const CWnd* const parent = m_nMenuResult == 0 ? nullptr : GetParent();
   if (parent == nullptr) return;
   parent->SendMessage(WM_COMMAND, MAKEWPARAM(static_cast<WORD>(GetDlgCtrlID()), BN_CLICKED),
@@ -78,6 +80,7 @@ void CBCGPMenuButton::OnKeyDown(UINT key, UINT repeat, UINT flags) {
     CBCGPButton::OnKeyDown(key, repeat, flags);
 }
 
+// A click by program, as of a test or a screen reader.
 LRESULT CBCGPMenuButton::OnClick(WPARAM /*w*/, LPARAM /*l*/) {
   Press();
   return 0;

@@ -195,8 +195,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   CString GetFilterBarText(int column) const;
   const CRect& GetFilterBarRect() const { return m_rectFilterBar; }
 
-  // Virtual mode: the grid holds no rows; `fill` fills the cells of one whenever it is needed, and keeps its
-  // hands off the grid. No row comes, goes or is sorted by the grid. A row is good until
+  // Virtual mode: the grid holds no rows; `fill` fills the cells of one whenever it is needed; it may ask for
+  // rows, and cannot end the mode. No row comes, goes or is sorted by the grid. A row is good until
   // lorv::kMostVirtualRows others were asked for. An empty call-back ends the mode. Both ways the table is
   // empty afterwards; FALSE, and all is as it was: handlers keep an editor open.
   using VirtualFill = std::function<void(CBCGPGridRow& row, int index)>;

@@ -6,6 +6,8 @@
 // Virtual mode: the rows are somebody else's, and a call-back fills those that are asked for.
 
 BOOL CBCGPGridCtrl::EnableVirtualMode(VirtualFill fill) {
+  // A call-back that ends the mode would end itself.
+  if (rows_.IsVirtual() && rows_.Virtual()->IsMaking()) return FALSE;
   const auto life = life_.Watch();
   RemoveAll(FALSE);
   if (life.expired() || (rows_.Size() > 0 && !rows_.IsVirtual())) return FALSE;

@@ -51,6 +51,7 @@ constexpr UINT kBackspace = 8;
 void CBCGPMaskEdit::EnableMask(LPCTSTR mask, LPCTSTR input_template, TCHAR default_char) {
   mask_ = mask;
   template_ = input_template;
+  // A place needs both its letter and its look.
   const int places = std::min(mask_.GetLength(), template_.GetLength());
   mask_.Truncate(places);
   template_.Truncate(places);
@@ -68,6 +69,7 @@ int CBCGPMaskEdit::PlaceFrom(int place, int step) const {
 }
 
 void CBCGPMaskEdit::Put(CString& text, int place, TCHAR c) const {
+  // A text set by program may be shorter than the mask.
   while (text.GetLength() <= place)
     text += template_.GetAt(text.GetLength()) == '_' ? blank_ : template_.GetAt(text.GetLength());
   text.SetAt(place, c);
@@ -94,6 +96,7 @@ void CBCGPMaskEdit::TypeOver(lorv::TextView typed) {
   bool changed = false;
   for (const TCHAR c : typed) {
     const int place = PlaceFrom(start, 1);
+    // What does not fit is passed over, so that pasted separators fall on those of the mask.
     if (place >= template_.GetLength() || !Takes(place, c)) continue;
     Blank(text, start, end);
     Put(text, place, c);
@@ -124,6 +127,7 @@ void CBCGPMaskEdit::OnChar(UINT unit, UINT repeat, UINT flags) {
   int start = 0;
   int end = 0;
   GetSel(start, end);
+  // Over the fixed characters to the left, which cannot be taken away.
   if (start == end) start = PlaceFrom(start - 1, -1);
   if (start >= 0) Erase(start, std::max(start + 1, end));
 }

@@ -4,6 +4,8 @@
 #include "gridcore/control/grid_control.h"
 #include "gridcore/painting/visual_manager.h"
 
+// A cell that is on or off. It has no editor: the blank and a click turn it over at once, as one step of the
+// user's.
 IMPLEMENT_DYNCREATE(CBCGPGridCheckItem, CBCGPGridItem)
 
 CBCGPGridCheckItem::CBCGPGridCheckItem() : CBCGPGridCheckItem(false) {}
@@ -36,6 +38,7 @@ BOOL CBCGPGridCheckItem::OnClickValue(UINT message, CPoint /*point*/) {
   return TRUE;
 }
 
+// F2 and a typed letter open nothing here.
 BOOL CBCGPGridCheckItem::OnEdit(CPoint /*point*/) {
   return FALSE;
 }

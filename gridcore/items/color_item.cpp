@@ -40,6 +40,7 @@ CBCGPGridColorItem::CBCGPGridColorItem(COLORREF colour, CPalette* /*palette*/, D
     : CBCGPGridItem(_variant_t(static_cast<int>(colour)), data) {}
 
 COLORREF CBCGPGridColorItem::GetColor() const {
+  // Hosts put colours in as any type of number, and texts that are none stand for no colour.
   VARIANT number = {};
   return lorv::ChangeValueType(number, GetValue(), VT_I4) == S_OK ? static_cast<COLORREF>(number.lVal)
                                                                   : lorv::kNoColour;

@@ -23,6 +23,7 @@ CBCGPGridItem::~CBCGPGridItem() {
   if (CBCGPGridCtrl* owner = GetOwnerList()) owner->ItemGone(*this);
 }
 
+// Of a million cells hardly any has options, a tip or an image: those that have pay for them.
 CBCGPGridItem::Rare& CBCGPGridItem::RareParts() {
   if (rare_ == nullptr) rare_ = std::make_unique<Rare>();
   return *rare_;
@@ -30,12 +31,14 @@ CBCGPGridItem::Rare& CBCGPGridItem::RareParts() {
 
 void CBCGPGridItem::SetState(State state, BOOL on, BOOL redraw) {
   const auto states = static_cast<unsigned short>(on != FALSE ? states_ | state : states_ & ~state);
+  // That a cell was changed is bookkeeping, which an undo does not bring back.
   if (states != states_ && state != kChanged) LooksChange();
   states_ = states;
   if (redraw != FALSE) Redraw();
 }
 
 void CBCGPGridItem::SetValue(const _variant_t& value, BOOL redraw) {
+  // A fill sets a million cells: without an observer the value is not copied once more.
   if (Watchers() == nullptr)
     value_ = value;
   else
@@ -46,6 +49,7 @@ void CBCGPGridItem::SetValue(const _variant_t& value, BOOL redraw) {
 BOOL CBCGPGridItem::ChangeType(const _variant_t& value) {
   if (value.vt == value_.vt) return TRUE;
   _variant_t fresh;
+  // Only the type is taken, as the one that typed texts are turned into; the cell is empty then.
   if (lorv::IsPlainType(value.vt)) {
     fresh.vt = value.vt;
   } else if (value.vt == VT_BSTR) {
@@ -56,6 +60,7 @@ BOOL CBCGPGridItem::ChangeType(const _variant_t& value) {
 }
 
 CString CBCGPGridItem::FormatItem() const {
+  // Painting and sorting ask for any value: arrays and objects show nothing.
   try {
     return VariantToText(value_);
   } catch (const _com_error&) {
@@ -78,6 +83,7 @@ BOOL CBCGPGridItem::AddOption(LPCTSTR option, BOOL only_once) {
 }
 
 void CBCGPGridItem::RemoveAllOptions() {
+  // The cell stays one with a list: hosts empty it to fill it anew.
   if (rare_ != nullptr) rare_->options.clear();
 }
 
@@ -119,6 +125,7 @@ void CBCGPGridItem::SetLooks(const lorv::ItemLooks& looks, BOOL redraw) {
   LooksChange();
   back_ = looks.back;
   text_ = looks.text;
+  // The mark of a change is no part of the looks that are brought back.
   states_ = static_cast<unsigned short>((looks.states & ~kChanged) | (states_ & kChanged));
   if (looks.image != GetImage()) RareParts().image = looks.image;
   if (redraw != FALSE) Redraw();
@@ -157,6 +164,7 @@ void CBCGPGridItem::Redraw() const {
 }
 
 void CBCGPGridItem::SetItemChanged() {
+  // Before the handlers, which may end this cell.
   SetState(kChanged, TRUE, FALSE);
   if (row_ != nullptr) row_->OnItemChanged(this, row_->GetRowId(), column_);
 }
@@ -172,6 +180,7 @@ CString CBCGPGridItem::GetValueTooltip() const {
 
 CRect CBCGPGridItem::GetTooltipRect() const {
   CRect rect = GetRect();
+  // Over the button the tip would hide what is to be pressed.
   const CRect button = GetButtonRect();
   if (button.IsRectEmpty() == FALSE) rect.right = button.left;
   return rect;
@@ -183,6 +192,7 @@ void CBCGPGridItem::WriteToArchive(CArchive& archive) const {
 }
 
 void CBCGPGridItem::ReadFromArchive(CArchive& archive) {
+  // All is read before anything is set: an archive that breaks off leaves the cell as it was.
   _variant_t value = lorv::ReadValue(archive);
   COLORREF back = lorv::kNoColour;
   COLORREF text = lorv::kNoColour;

@@ -12,6 +12,7 @@ namespace {
 constexpr int kTextMargin = 3;
 constexpr int kArrowSize = 3;
 
+// What stands to the right where the column does not say: numbers, but not dates and truths.
 bool IsNumberType(VARTYPE type) {
   return lorv::IsPlainType(type) && type != VT_EMPTY && type != VT_NULL && type != VT_ERROR &&
          type != VT_BOOL && type != VT_DATE;
@@ -46,6 +47,7 @@ void CBCGPGridItem::DrawText(CDC* dc, const CString& text, CRect rect) const {
   const CBCGPGridCtrl* owner = GetOwnerList();
   const int asked = owner == nullptr ? -1 : owner->GetColumnsInfo().GetColumnAlign(column_);
   UINT align = asked >= 0 ? static_cast<UINT>(asked) : (IsNumberType(value_.vt) ? DT_RIGHT : DT_LEFT);
+  // An ampersand in a text is an ampersand.
   align |= DT_NOPREFIX;
   if (!Has(kMultiline)) {
     dc->DrawText(text, rect, align | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
@@ -61,6 +63,7 @@ CRect CBCGPGridItem::GetButtonRect() const {
   if ((flags_ & (lorv::kItemHasList | lorv::kItemHasButton | lorv::kItemHasSpin)) == 0) return {};
   CRect rect = GetRect();
   if (rect.IsRectEmpty() != FALSE) return {};
+  // The last pixels are the lines of the grid.
   rect.right -= 1;
   rect.bottom -= 1;
   rect.left = std::max(rect.left, rect.right - lorv::kItemButtonWidth);

@@ -23,6 +23,7 @@ BOOL CBCGPGridItem::OnEdit(CPoint /*point*/) {
   return editor == nullptr ? FALSE : owner->ShowEditor(this, std::move(editor));
 }
 
+// Items with an edit of their own kind replace this alone.
 CEdit* CBCGPGridItem::NewInPlaceEdit() {
   return new CEdit;
 }
@@ -67,6 +68,8 @@ BOOL CBCGPGridItem::CanUpdateData() const {
 }
 
 _variant_t CBCGPGridItem::ValueOfText(const CString& text) const {
+  // A number that was typed into a cell of numbers is one again; what cannot be one stays the text that it
+  // is.
   const bool textual = value_.vt == VT_BSTR || !lorv::IsPlainType(value_.vt) || value_.vt == VT_EMPTY ||
                        value_.vt == VT_NULL || value_.vt == VT_ERROR;
   _variant_t typed(text);
@@ -78,6 +81,8 @@ _variant_t CBCGPGridItem::ValueOfText(const CString& text) const {
 BOOL CBCGPGridItem::OnUpdateValue() {
   if (GetInPlaceWnd() == nullptr || GetOwnerList()->EditorUntouched()) return TRUE;
   const CString text = EditorText();
+  // An edit that changed nothing is none: no event, and a number keeps the digits that its text does not
+  // show.
   if (text == FormatItem()) return TRUE;
   _variant_t typed = ValueOfText(text);
   {

@@ -9,6 +9,7 @@ namespace lorv {
 
 void WriteValue(CArchive& archive, const VARIANT& value) {
   if (value.vt == VT_BSTR) {
+    // A text that is missing and an empty one come back as what they were.
     archive << static_cast<WORD>(value.vt) << (value.bstrVal != nullptr);
     if (value.bstrVal != nullptr)
       archive << CString(value.bstrVal, static_cast<int>(SysStringLen(value.bstrVal)));
@@ -32,6 +33,7 @@ _variant_t ReadValue(CArchive& archive) {
     if (there) archive >> text;
     return there ? _variant_t(text) : _variant_t(static_cast<LPCTSTR>(nullptr));
   }
+  // A damaged archive must not make up a pointer.
   if (!IsPlainType(tag)) AfxThrowArchiveException(CArchiveException::badClass);
   _variant_t value;
   if (tag == VT_EMPTY) return value;

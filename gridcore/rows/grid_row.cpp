@@ -12,6 +12,7 @@
 IMPLEMENT_DYNCREATE(CBCGPGridRow, CObject)
 
 CBCGPGridRow::CBCGPGridRow(int room, DWORD_PTR data, int flags) : data_(data), flags_(flags) {
+  // A promise of the host, which may be any number.
   items_.reserve(static_cast<std::size_t>(std::clamp(room, 0, 1024)));
 }
 
@@ -19,6 +20,7 @@ CBCGPGridRow::~CBCGPGridRow() {
   if (owner_ != nullptr) owner_->RowGone(*this);
   LeaveParent();
   if (sub_ == nullptr) return;
+  // Cut off from here first: rows that go tell their parent.
   for (CBCGPGridRow* row : std::exchange(sub_->rows, {})) {
     row->parent_ = nullptr;
     delete row;
@@ -45,6 +47,7 @@ BOOL CBCGPGridRow::ReplaceItem(int column, CBCGPGridItem* item, BOOL redraw, BOO
   if (GetItem(column) == nullptr || item == nullptr) return FALSE;
   // Its editor closes before the cell goes: what is typed there belongs to no cell any more.
   if (owner_ != nullptr && !owner_->CloseEditorIn(*this)) return FALSE;
+  // Handlers of the editor's end may have taken the cells away.
   if (GetItem(column) == nullptr) return FALSE;
   std::unique_ptr<CBCGPGridItem>& place = items_[static_cast<std::size_t>(column)];
   if (owner_ != nullptr) owner_->ItemGone(*place);
@@ -65,6 +68,7 @@ void CBCGPGridRow::RemoveAllItems() {
 }
 
 CBCGPGridItem* CBCGPGridRow::CreateItem(int row, int column) {
+  // A class that is no item, or cannot be made, gives the plain one rather than no cell.
   const CRuntimeClass* wanted = owner_ == nullptr ? nullptr : owner_->GetItemRTC(column);
   std::unique_ptr<CObject> made(wanted == nullptr ? nullptr : wanted->CreateObject());
   auto item = std::unique_ptr<CBCGPGridItem>(dynamic_cast<CBCGPGridItem*>(made.get()));

@@ -9,6 +9,7 @@ namespace lorv {
 
 CString GroupRow::GetText() const {
   CString text;
+  // A group without a grid is one that is being taken away.
   const RowGroup rows = GetOwnerList() == nullptr ? RowGroup{} : GetOwnerList()->GetRowsOfGroup(*this);
   text.Format(_T(": %s (%d)"), static_cast<LPCTSTR>(value_), rows.end - rows.first);
   return name_ + text;

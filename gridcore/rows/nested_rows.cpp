@@ -45,6 +45,7 @@ int LevelsOf(const CBCGPGridRow& row) {
 }  // namespace
 
 bool CBCGPGridRow::TakesSubItem(const CBCGPGridRow* row) const {
+  // A row is in one place only, and never within itself.
   if (row == nullptr || row->owner_ != nullptr || row->parent_ != nullptr) return false;
   if (owner_ != nullptr && owner_->IsVirtualMode() != FALSE) return false;
   if (IsGroup() != FALSE || row->IsGroup() != FALSE || row->Holds(this)) return false;
@@ -79,6 +80,7 @@ void CBCGPGridRow::LeaveParent() {
 }
 
 void CBCGPGridRow::GrowBelow(int rows) {
+  // Each row knows how many stand below it, so that its stretch of numbers is found without walking it.
   for (CBCGPGridRow* row = this; row != nullptr; row = row->parent_) row->sub_->below += rows;
 }
 

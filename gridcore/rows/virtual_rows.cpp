@@ -23,13 +23,29 @@ CBCGPGridRow* VirtualRows::At(int index) {
     asked_.splice(asked_.begin(), asked_, found->second.asked);
     return found->second.row.get();
   }
-  std::shared_ptr<CBCGPGridRow> row = make_(index);
+  // The host's call-back fills it, and may ask for other rows meanwhile, or for this one.
+  std::shared_ptr<CBCGPGridRow> row = Make(index);
   if (row == nullptr) return nullptr;
+  const auto made_within = made_.find(index);
+  if (made_within != made_.end() || index >= size_) {
+    leave_(*row);
+    return made_within == made_.end() ? nullptr : made_within->second.row.get();
+  }
   row->list_place = {this, static_cast<std::size_t>(index)};
   asked_.push_front(index);
   made_[index] = {row, asked_.begin()};
   if (made_.size() > kMostVirtualRows) Trim();
   return row.get();
+}
+
+std::shared_ptr<CBCGPGridRow> VirtualRows::Make(int index) {
+  // A call-back may throw.
+  struct Within {
+    int& depth;
+    ~Within() { --depth; }
+  };
+  const Within within{++making_};
+  return make_(index);
 }
 
 int VirtualRows::IndexOf(const CBCGPGridRow& row) const {
@@ -44,6 +60,7 @@ std::shared_ptr<CBCGPGridRow> VirtualRows::Hold(const CBCGPGridRow& row) const {
 void VirtualRows::LetGo(int index) {
   const auto found = made_.find(index);
   const std::shared_ptr<CBCGPGridRow> row = found->second.row;
+  // Off the lists before it is let go: that tells the host, who may ask for the same row again.
   asked_.erase(found->second.asked);
   made_.erase(found);
   row->list_place = {};

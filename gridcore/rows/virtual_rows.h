@@ -17,8 +17,9 @@ constexpr std::size_t kMostVirtualRows = 4096;
 //
 // Edges: null outside the table. A row that is in use (an editor is open in it) stays; one that is held by
 //   Hold lives until it is let go of, though the table may have made another one for its number by then.
-// The maker makes a row for a number; `leave` is told of a row before it goes. Both must leave the table as
-// it is. One thread at a time.
+// The maker makes a row for a number; `leave` is told of a row before it goes. The maker may ask for rows (a
+// row that it makes within its own making is the one that stays), resize and forget, but not end the table:
+// whoever ends it asks IsMaking before. One thread at a time.
 class COMM_LORV_API VirtualRows {
  public:
   using Maker = std::function<std::unique_ptr<CBCGPGridRow>(int)>;
@@ -38,6 +39,7 @@ class COMM_LORV_API VirtualRows {
   // The next look-up makes each anew; rows in use too.
   void Forget();
   std::size_t MadeCount() const { return made_.size(); }
+  bool IsMaking() const { return making_ > 0; }
 
  private:
   struct Made {
@@ -45,6 +47,7 @@ class COMM_LORV_API VirtualRows {
     std::list<int>::iterator asked;
   };
 
+  std::shared_ptr<CBCGPGridRow> Make(int index);
   void LetGo(int index);
   void Trim();
 
@@ -52,6 +55,7 @@ class COMM_LORV_API VirtualRows {
   Asked in_use_;
   Leave leave_;
   int size_ = 0;
+  int making_ = 0;
   std::unordered_map<int, Made> made_;
   std::list<int> asked_;  // the one asked for last in front
 };

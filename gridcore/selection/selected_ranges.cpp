@@ -34,6 +34,7 @@ bool SelectedRanges::Holds(const CBCGPGridItemID& cell) const {
 }
 
 bool SelectedRanges::HoldsAll(const CBCGPGridRange& range) const {
+  // As no two ranges overlap, the common parts add up to the whole or something is missing.
   std::int64_t held = 0;
   for (const CBCGPGridRange& own : ranges_) held += own.CutWith(range).CellCount();
   return range.IsValid() && held == range.CellCount();
@@ -59,6 +60,7 @@ std::vector<LineSpan> SelectedRanges::Columns() const {
 
 void SelectedRanges::Add(const CBCGPGridRange& range) {
   if (!range.IsValid()) return;
+  // No cell is held twice, so that counts are sums; the range of the last press stands last.
   Remove(range);
   ranges_.push_back(range);
 }

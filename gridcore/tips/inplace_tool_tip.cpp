@@ -31,10 +31,12 @@ void CBCGPInplaceToolTipCtrl::Track(const CRect& rect, const CString& text) {
   const int margins = 2 * text_margin_;
   const CSize needed = NeededFor(rect.Width() - margins);
   last_ = rect;
+  // It covers the cell at least, so that the text stands where the cell's own stood.
   last_.right = std::max(rect.right, rect.left + needed.cx + margins);
   last_.bottom = std::max(rect.bottom, rect.top + needed.cy + 2);
   const CRect screen(lorv::DesktopInForce().WorkArea(rect.TopLeft()));
   CPoint at = last_.TopLeft();
+  // A tip wider than the screen shows its beginning.
   at.x = std::max(screen.left, std::min(at.x, screen.right - last_.Width()));
   at.y = std::max(screen.top, std::min(at.y, screen.bottom - last_.Height()));
   SetWindowPos(nullptr, at.x, at.y, last_.Width(), last_.Height(), SWP_NOZORDER | SWP_NOACTIVATE);

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "tests/gridcore/control/grid_desk.h"
 
 namespace {
@@ -30,6 +32,45 @@ TEST_F(GridVirtual, RowsAreFilledWhenTheyAreNeeded) {
   EXPECT_EQ(grid->GetRow(5), grid->GetVirtualRow(5));
   EXPECT_EQ(grid->GetVirtualRow(10000000), nullptr);
   EXPECT_EQ(grid->GetVirtualRow(-1), nullptr);
+}
+
+TEST_F(GridVirtual, CallBacksMayAskForRowsWithinARow) {
+  grid->InsertColumn(0, _T("a"), 80);
+  int depth = 0;
+  CBCGPGridRow* inner = nullptr;
+  ASSERT_TRUE(grid->EnableVirtualMode([&](CBCGPGridRow& row, int index) {
+    row.GetItem(0)->SetValue(_variant_t(index), FALSE);
+    if (index != 7 || depth++ > 0) return;
+    inner = grid->GetVirtualRow(7);
+    EXPECT_NE(inner, &row);
+    for (int other = 100; other < 5100; ++other) static_cast<void>(grid->GetVirtualRow(other));
+    EXPECT_FALSE(grid->EnableVirtualMode(nullptr)) << "the call-back is still running";
+    inner = grid->GetVirtualRow(7);
+  }));
+  grid->SetVirtualRows(10000);
+  Run();
+  EXPECT_EQ(grid->GetVirtualRow(7), inner) << "one row has one object";
+  EXPECT_EQ(inner->GetRowId(), 7);
+  // All that were kept can go, each once.
+  for (int row = 5000; row < 10000; ++row) ASSERT_EQ(grid->GetVirtualRow(row)->GetRowId(), row);
+  EXPECT_TRUE(grid->EnableVirtualMode(nullptr));
+  EXPECT_EQ(grid->GetRowCount(), 0);
+}
+
+TEST_F(GridVirtual, CallBackMayMakeTheTableSmaller) {
+  grid->InsertColumn(0, _T("a"), 80);
+  bool shrinks = false;
+  grid->EnableVirtualMode([&](CBCGPGridRow& /*row*/, int /*index*/) {
+    if (std::exchange(shrinks, false)) grid->SetVirtualRows(5);
+  });
+  grid->SetVirtualRows(1000);
+  Run();
+  shrinks = true;
+  EXPECT_EQ(grid->GetVirtualRow(900), nullptr);
+  EXPECT_EQ(grid->GetRowCount(), 5);
+  EXPECT_NE(grid->GetVirtualRow(4), nullptr);
+  grid->SetVirtualRows(1000);
+  EXPECT_EQ(grid->GetVirtualRow(900)->GetRowId(), 900);
 }
 
 TEST_F(GridVirtual, TheEndIsReachedAtOnce) {
