@@ -9,6 +9,7 @@
 
 // Cells of the suite's grid: values, lists, conduct and colours.
 
+// By the virtual GetRow, so that a row which a descendant hides is left alone.
 template <class Change>
 void CBCGPBasicGridCtrl::ForColumn(int column, Change change) {
   const int rows = GetRowCount();
@@ -32,6 +33,7 @@ int CBCGPBasicGridCtrl::ReplaceItem(int row, int column, CBCGPGridItem* item, BO
   if (row < 0 || column < 0 || row > GetRowCount() || column > GetColumnCount()) return 0;
   CBCGPGridRow* found = GetRow(row);
   if (found == nullptr || item == nullptr || found->GetItem(column) == nullptr) return 0;
+  // Before the old cell goes, and with it its value.
   if (keep_value != FALSE) item->SetValue(found->GetItem(column)->GetValue(), TRUE);
   // An editor that closes for it runs handlers, which may have taken the row away.
   return found->ReplaceItem(column, item, TRUE, FALSE) != FALSE ? 1 : 0;
@@ -49,6 +51,7 @@ void CBCGPBasicGridCtrl::SetValue(int row, int column, const _variant_t& value, 
     if (item == nullptr) return;
   }
   const lorv::StepScope step(Changes());
+  // The type of a cell is that of its last value: what is typed later is turned into it.
   if (value.vt != item->GetValue().vt) item->ChangeType(value);
   item->SetValue(value, redraw);
 }
@@ -61,6 +64,7 @@ _variant_t CBCGPBasicGridCtrl::GetValue(int row, int column) const {
 
 _variant_t CBCGPBasicGridCtrl::GetValue(int column) const {
   const CBCGPGridItem* item = GetItem(GetCurrentRow(), column);
+  // Of no cell the value is a zero here, though empty where row and column are given.
   return item == nullptr ? _variant_t(0L) : item->GetValue();
 }
 
@@ -83,6 +87,7 @@ int CBCGPBasicGridCtrl::ClearAll() {
 int CBCGPBasicGridCtrl::AddStringToList(CBCGPGridItem* item, const CString* strings, int count) {
   if (item == nullptr) return 0;
   item->RemoveAllOptions();
+  // An option that is there already ends the list, and the answer says so.
   for (int i = 0; i < count && strings != nullptr; ++i)
     if (item->AddOption(strings[i]) == FALSE) return 0;
   return 1;
@@ -126,6 +131,7 @@ void CBCGPBasicGridCtrl::SetColumnColor(int column, COLORREF colour) {
 void CBCGPBasicGridCtrl::SetRowBackgroundColor(int row, COLORREF colour, bool force) {
   ForRow(row, [&](CBCGPGridItem& item) {
     const COLORREF now = item.GetBackgroundColor();
+    // A cell with a colour of its own keeps it, but for that of the selection.
     const bool own = now != lorv::kNoColour && now != selected_row_colour_;
     if (!own || force) item.SetBackgroundColor(colour, FALSE);
   });
@@ -153,6 +159,7 @@ constexpr UINT kArchiveBytes = 280;
 // The contents of one cell in another, by way of an archive in memory.
 void TakeContents(const CBCGPGridItem& from, CBCGPGridItem& to) {
   CMemFile file;
+  // Room for a usual cell at once; longer texts let it grow.
   file.SetLength(kArchiveBytes);
   CArchive out(&file, CArchive::store);
   from.WriteToArchive(out);
@@ -172,6 +179,7 @@ bool CBCGPBasicGridCtrl::SetButton(int row, int column, bool on) {
   if (old == nullptr || old->IsKindOf(RUNTIME_CLASS(CBCGPGridButtonItem)) != FALSE) return false;
   auto button = std::make_unique<CBCGPGridButtonItem>(_variant_t(_T("")), 2);
   const VARTYPE kind = old->GetValue().vt;
+  // The archive of an empty cell would make the button empty, which begins with a text.
   if (kind != VT_EMPTY && kind != VT_NULL) TakeContents(*old, *button);
   if (found->ReplaceItem(column, button.get(), TRUE, FALSE) == FALSE) return false;
   static_cast<void>(button.release());

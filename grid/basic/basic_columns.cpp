@@ -27,6 +27,7 @@ void CBCGPBasicGridCtrl::AddCellsForColumn(const CRuntimeClass* item_class) {
     CBCGPGridRow* row = GetRow(at);
     if (row == nullptr) continue;
     std::unique_ptr<CObject> made(item_class == nullptr ? nullptr : item_class->CreateObject());
+    // A class that is no cell gives a plain one: rows and columns must stay of one length.
     auto* item = dynamic_cast<CBCGPGridItem*>(made.get());
     if (item != nullptr) static_cast<void>(made.release());
     row->AddItem(item != nullptr ? item : new CBCGPGridItem(_variant_t()));
@@ -45,6 +46,8 @@ int CBCGPBasicGridCtrl::AddColumn(LPCTSTR name, double width, const CRuntimeClas
   return 1;
 }
 
+// Values and conduct move one cell to the left in fresh cells of the same class; the last one stays where it
+// is, behind the columns, with its value.
 void CBCGPBasicGridCtrl::CloseUpCells(CBCGPGridRow& row, int column) {
   for (int at = column; row.GetItem(at + 1) != nullptr && at >= 0; ++at) {
     const CBCGPGridItem* next = row.GetItem(at + 1);
@@ -72,6 +75,7 @@ int CBCGPBasicGridCtrl::DeleteColumn(int column) {
   const auto life = Watch();
   const int deleted = CBCGPGridCtrl::DeleteColumn(column);
   if (deleted == FALSE || life.expired()) return deleted;
+  // Handlers of the layout may have opened an editor again.
   EndEditItem(FALSE);
   for (int at = 0; !life.expired() && at < GetRowCount(); ++at) {
     CBCGPGridRow* row = GetRow(at);
@@ -103,6 +107,7 @@ CString CBCGPBasicGridCtrl::GetColsWidth() {
     widths.push_back(GetColumnWidth(column));
     if (hidden) SetColumnVisible(column, FALSE);
   }
+  // Showing and hiding moved the items of a header of several lines.
   if (any_hidden) columns_info_.ReposHeaderItems(m_nHeaderHeight);
   return lorv::WidthsToText(widths);
 }

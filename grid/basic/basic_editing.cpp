@@ -34,10 +34,12 @@ BOOL CBCGPBasicGridCtrl::PreTranslateMessage(MSG* message) {
     now.row_count = GetRowCount();
     const auto key = static_cast<unsigned>(message->wParam);
     const unsigned translated = lorv::TranslatedKey(key, now);
+    // What stands for another key already is no letter of a short cut.
     const bool settled = key == lorv::kKeyReturn || key == lorv::kKeyTab || translated != key;
     message->wParam = translated;
     const auto life = Watch();
     if (!settled && shortcut_ && now.row >= 1 && lorv::IsKeyDown(VK_CONTROL)) CopyFromAbove(key);
+    // The key is taken with the grid that it ended.
     if (life.expired()) return TRUE;
   }
   return CBCGPGridCtrl::PreTranslateMessage(message);
@@ -61,6 +63,7 @@ bool CBCGPBasicGridCtrl::IsCanShortCutCol(int column, bool current_only) const {
   if (IsReadOnly() != FALSE) return false;
   for (const UINT left_out : no_shortcut_)
     if (!current_only && left_out == static_cast<UINT>(column)) return false;
+  // A column that is not there yet is not refused: who sets its value passes it over.
   if (column >= GetColumnCount()) return true;
   const CBCGPGridItem* item = GetCurrentRow() < 0 ? nullptr : GetItem(GetCurrentRow(), column);
   if (item == nullptr || item->IsReadOnly() != FALSE) return false;
@@ -81,6 +84,7 @@ void CBCGPBasicGridCtrl::OnAfterInplaceEditCreated(CBCGPGridItem* item, CWnd* ed
 
 BOOL CBCGPBasicGridCtrl::EndEditItem(BOOL update) {
   const CBCGPGridItem* item = GetCurSelItem();
+  // The language that the user left the cell with, not the one that it was opened with.
   if (item != nullptr && item->IsInPlaceEditing() != FALSE)
     languages_.SetAt(LanguageKey(item->GetGridItemID()), lorv::DesktopInForce().Layout());
   return CBCGPGridCtrl::EndEditItem(update);
@@ -121,6 +125,7 @@ void CBCGPBasicGridCtrl::InplaceEditNavigation(CBCGPGridItem* item, int directio
 }
 
 LRESULT CBCGPBasicGridCtrl::OnNavigateItem(WPARAM direction, LPARAM /*l*/) {
+  // The user went elsewhere before this message came: the selection must not fetch him back.
   const HWND focus = lorv::DesktopInForce().Focus();
   if (focus != nullptr && focus != m_hWnd) return 0;
   const auto life = Watch();
@@ -151,6 +156,7 @@ BOOL CBCGPBasicGridCtrl::CanEndInplaceEditOnChar(UINT key, UINT repeat, UINT fla
 }
 
 BOOL CBCGPBasicGridCtrl::OnInplaceEditKeyDown(CBCGPGridRow* row, MSG* message) {
+  // With Shift the arrows select within the text.
   if (lorv::IsKeyDown(VK_SHIFT)) return FALSE;
   auto* edit = dynamic_cast<CEdit*>(row == nullptr ? nullptr : row->GetInPlaceWnd());
   if (edit == nullptr) return CBCGPGridCtrl::OnInplaceEditKeyDown(row, message);
@@ -162,6 +168,7 @@ BOOL CBCGPBasicGridCtrl::OnInplaceEditKeyDown(CBCGPGridRow* row, MSG* message) {
   if (step.kind == lorv::CaretStep::kEditor) return FALSE;
   if (step.kind == lorv::CaretStep::kOther) return CBCGPGridCtrl::OnInplaceEditKeyDown(row, message);
   edit->SetSel(step.position, step.position, TRUE);
+  // A caret at the end of a long text is out of sight until then.
   edit->SendMessage(EM_SCROLLCARET);
   return TRUE;
 }
@@ -180,6 +187,7 @@ bool CBCGPBasicGridCtrl::ShowItemStringList(CPoint point) {
   CBCGPGridItem* const item = HitTest(point);
   if (item == nullptr) return false;
   const int count = item->GetOptionCount();
+  // Short lists are shown by the editor's own one.
   if (count < lorv::kMenuFromOptions && !list_always_menu_) return false;
   std::vector<CString> texts;
   std::vector<std::unique_ptr<CMenu>> menus;
@@ -189,6 +197,7 @@ bool CBCGPBasicGridCtrl::ShowItemStringList(CPoint point) {
     CMenu* const current = menus.back().get();
     if (entry.opens_more) {
       texts.emplace_back(_T("更多\t"));
+      // A menu below the menu takes what the screen has no room for; the outer one owns it.
       menus.push_back(std::make_unique<CMenu>());
       menus.back()->CreatePopupMenu();
       current->AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(menus.back()->m_hMenu), texts.back());
@@ -219,6 +228,7 @@ void CBCGPBasicGridCtrl::TakeOption(CBCGPGridItem* item, int option, const CStri
     item->SetValue(_variant_t(text), TRUE);
     return;
   }
+  // The editor with its list was opened by the press; without one the choice has nowhere to go.
   CComboBox* combo = row->GetComboWnd();
   if (combo == nullptr) return;
   combo->SetCurSel(option);

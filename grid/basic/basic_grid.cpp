@@ -36,6 +36,7 @@ CBCGPBasicGridCtrl::CBCGPBasicGridCtrl() = default;
 CBCGPBasicGridCtrl::~CBCGPBasicGridCtrl() {
   // The window goes while its columns are still here.
   if (m_hWnd != nullptr) CWnd::DestroyWindow();
+  // The rows too: their cells ask the columns as they go.
   CBCGPGridCtrl::RemoveAll(FALSE);
 }
 
@@ -98,6 +99,7 @@ void CBCGPBasicGridCtrl::InitHeaderColor() {
 
 void CBCGPBasicGridCtrl::SetRowHeight() {
   CBCGPGridCtrl::SetRowHeight();
+  // A row is never lower than its text, whatever the user dragged.
   if (adjusted_row_height_ != 0) m_nLargeRowHeight = std::max(m_nRowHeight, adjusted_row_height_);
   m_nHeaderHeight = m_nLargeRowHeight;
 }

@@ -29,6 +29,7 @@ void CBCGPBasicGridCtrl::AdjustLayout() {
   const auto life = Watch();
   CBCGPGridCtrl::AdjustLayout();
   if (life.expired()) return;
+  // Dialogs count on a current cell wherever there is one.
   if (current.IsNull() && GetRowCount() > 0 && GetColumnCount() > 0) current = {0, 0};
   if (current.IsNull()) return;
   SetCurSel(current, lorv::kSelectOnly, TRUE);
@@ -42,6 +43,7 @@ void CBCGPBasicGridCtrl::KeepSelectionOverLayout() {
   GetSelectedItems(items);
   const int row = GetCurrentRow();
   const bool all_columns = static_cast<int>(items.size()) == GetColumnsInfo().GetVisibleColumnCount();
+  // A selected row is selected anew as a row, so that columns which came meanwhile belong to it.
   const bool whole_row = items.empty() || (all_columns && IsRowSelected(row, TRUE) != FALSE);
   std::vector<CBCGPGridItemID> cells;
   for (const CBCGPGridItem* item : items)
@@ -67,6 +69,7 @@ int CBCGPBasicGridCtrl::GetExtraHierarchyOffset() const {
 
 int CBCGPBasicGridCtrl::OnGetColumnAutoSize(int column) {
   const CBCGPGridColumnsInfo& info = GetColumnsInfo();
+  // Two columns that take the free room share it, which the base knows to do.
   if (info.GetAutoSizeCount() >= 2) return CBCGPGridCtrl::OnGetColumnAutoSize(column);
   const int others = info.GetTotalWidth() - info.GetColumnWidth(column);
   const int room = GetListRect().Width() - GetHierarchyOffset() - GetExtraHierarchyOffset() - others;
@@ -98,6 +101,7 @@ void CBCGPBasicGridCtrl::OnSize(UINT type, int width, int height) {
     widths.push_back(info.GetColumnWidth(column));
     total += widths.back();
     if (info.GetColumnWidthAutoSize(column) == FALSE) continue;
+    // Without their marks, so that the layout leaves the widths alone that are shared out below.
     marked.push_back(column);
     info.SetColumnWidthAutoSize(column, FALSE);
   }
@@ -130,6 +134,7 @@ void CBCGPBasicGridCtrl::OnGetHeaderRect(CDC* dc, CRect& rect) {
 }
 
 void CBCGPBasicGridCtrl::OnSelChanged(const CBCGPGridRange& range, BOOL selected) {
+  // A range of many cells would colour rows that are not the current one.
   if (IsSelRowBKColorEnabled() && range.IsSingle()) {
     const auto by_selection = Changes().BySelection();
     SetRowBackgroundColor(range.m_nTop, selected != FALSE ? selected_row_colour_ : lorv::kNoColour, false);
@@ -142,6 +147,7 @@ void CBCGPBasicGridCtrl::OnSelChanged(const CBCGPGridRange& range, BOOL selected
 void CBCGPBasicGridCtrl::OnResizeColumns() {
   const auto life = Watch();
   CBCGPGridCtrl::OnResizeColumns();
+  // The user drags a row: its height is his, not that of the texts.
   if (life.expired() || lorv::DesktopInForce().Cursor() == lorv::kCursorSizeDown) return;
   bool changed = false;
   const int rows = GetRowCount();
@@ -153,6 +159,7 @@ void CBCGPBasicGridCtrl::OnResizeColumns() {
     changed = changed || row->GetLinesNumber() != before;
   }
   if (!changed) return;
+  // The base's alone: this is a part of a layout already.
   CBCGPGridCtrl::AdjustLayout();
 }
 

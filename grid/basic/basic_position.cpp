@@ -20,6 +20,7 @@ long long FillArray(Array& array, const std::vector<int>& numbers) {
 std::vector<int> CBCGPBasicGridCtrl::SelectedRowIds() const {
   std::vector<CBCGPGridItem*> items;
   GetSelectedItems(items);
+  // In their order and each once, however the ranges were chosen.
   std::set<int> rows;
   for (const CBCGPGridItem* item : items)
     if (item->GetParentRow() != nullptr) rows.insert(item->GetParentRow()->GetRowId());
@@ -101,6 +102,7 @@ void CBCGPBasicGridCtrl::MovePrevious() {
 int CBCGPBasicGridCtrl::GetFirstRow() const {
   const int height = GetRowHeight();
   if (GetRowCount() == 0 || height <= 0) return -1;
+  // A row that is cut off by more than half does not count as the first.
   return (GetVertScrollOffset() + height / 2) / height;
 }
 
@@ -137,6 +139,7 @@ int CBCGPBasicGridCtrl::CellContaining(int x, int y, int& row, int& column) cons
     column = id.m_nColumn;
     return 1;
   }
+  // Beside the last column the row still counts.
   row = HitTestRow(point);
   return row >= 0 ? 1 : 0;
 }

@@ -22,6 +22,7 @@ long CBCGPBasicGridCtrl::InsertRows(int position, int count) {
   const bool past_end = GetRowCount() <= position;
   const auto life = Watch();
   const lorv::StepScope step(Changes());
+  // No range may grow with the rows that come into it.
   SetCurSel(CBCGPGridItemID(), lorv::kSelectClear, FALSE);
   if (life.expired()) return 0;
   long done = 0;
@@ -56,6 +57,7 @@ int CBCGPBasicGridCtrl::DeleteSelectedRows() {
   if (selected.empty()) return 0;
   std::vector<CBCGPGridItem*> items;
   std::vector<CBCGPGridRow*> rows;
+  // Gathered before the first goes: numbers move with each.
   for (const int row : selected) PrepareRemoveRow(row, items, rows);
   const auto life = Watch();
   const lorv::StepScope step(Changes());
@@ -66,6 +68,7 @@ int CBCGPBasicGridCtrl::DeleteSelectedRows() {
 
 void CBCGPBasicGridCtrl::SetRowVisible(int row, bool visible) {
   if (visible == !IsRowHidden(row)) return;
+  // The list is the suite's field; the index beside it answers for each row without walking it.
   FilterChanged();
   if (visible) {
     hidden_rows_.RemoveAt(hidden_rows_.Find(row));

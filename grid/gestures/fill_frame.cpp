@@ -19,6 +19,7 @@ struct Pull {
 Pull PullOf(const CRect& source, CPoint point) {
   const CPoint centre = source.CenterPoint();
   Pull pull{point.x - centre.x, centre.y - point.y, false};
+  // Straight above, below or beside the source there is no doubt; at its corners the longer way decides.
   if (point.x >= source.left && point.x < source.right) {
     pull.right = 0;
   } else if (point.y >= source.top && point.y < source.bottom) {
@@ -44,6 +45,7 @@ CBCGPGridItemID FarCell(const CRect& source, const CRect& frame, bool across, co
   return cell_at({frame.left + 1, source.top == frame.top ? frame.bottom - 1 : frame.top + 1});
 }
 
+// The row that the farthest one would get its value from: sources repeat.
 int TipRow(const CBCGPGridRange& selected, int far_row, bool forward) {
   const int rows = selected.m_nBottom - selected.m_nTop + 1;
   if (forward) return selected.m_nTop + std::abs(far_row - selected.m_nBottom - 1) % rows;
@@ -87,6 +89,7 @@ FillFrame FillFrameAt(const CRect& source, const CRect& cell, CPoint point) {
 }
 
 CRect NextFillFrame(const CRect& shown, const CRect& source, const CRect& wanted, bool home) {
+  // Back over the source the frame shrinks to it at once, else what was passed would stay to be filled.
   return home && shown != source ? source : wanted;
 }
 
@@ -94,6 +97,7 @@ std::optional<FillTarget> FillTargetOf(const CBCGPGridRange& selected, const CRe
                                        const CRect& frame, const CellAt& cell_at) {
   const bool down = SameWidth(source, frame);
   const bool across = SameHeight(source, frame);
+  // Neither moved, or both: no direction that values could be copied in.
   if (down == across) return std::nullopt;
   FillTarget target{selected, across, across ? source.left == frame.left : source.top == frame.top};
   const CBCGPGridItemID outermost = FarCell(source, frame, across, cell_at);

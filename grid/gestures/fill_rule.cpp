@@ -34,6 +34,7 @@ bool FillRowAcross(int row, LineSpan from, LineSpan to, bool forward, const Colu
     const int column = LineInOrder(to, walk, forward);
     if (!columns.Shows(column)) continue;
     int given = LineInOrder(from, used, forward);
+    // Hidden columns neither give nor take.
     if (!columns.Shows(given)) given = ShownColumnAt(columns, given, forward ? 1 : -1);
     if (!copy({row, given}, {row, column})) return false;
     used = (used + 1) % Count(from);

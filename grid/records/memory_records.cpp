@@ -16,6 +16,7 @@ _variant_t MemoryRecords::GetFieldValue(int field) const {
   if (IsEOF() || field < 0 || field >= GetFieldCount()) return {};
   const std::vector<_variant_t>& record = records_[at_];
   const auto place = static_cast<std::size_t>(field);
+  // A record may be shorter than the names.
   return place < record.size() ? record[place] : _variant_t();
 }
 

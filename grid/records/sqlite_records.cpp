@@ -75,6 +75,7 @@ class SqliteQuery {
 
   // Empty: it is open.
   CString Open(const CString& file, const CString& query) {
+    // By the name of its interface's version: the one without belongs to the packages of developers.
     library = OpenSharedLibrary({"libsqlite3.so.0", "sqlite3.dll", "winsqlite3.dll"});
     if (library == nullptr || !FetchAll(*library, call)) return _T("SQLite could not be loaded.");
     const std::string name = file.ToUtf8();
@@ -123,6 +124,7 @@ void SqliteRecords::Step() {
   const int code = query_->call.step(query_->statement);
   on_record_ = code == kRow;
   constexpr int kAtEnd = 101;
+  // A file that breaks off in the middle is told from one that has ended.
   if (!on_record_ && code != kAtEnd) fault_ = query_->Message();
 }
 
@@ -141,6 +143,7 @@ _variant_t SqliteRecords::GetFieldValue(int field) const {
   switch (query_->call.column_type(query_->statement, field)) {
     case kWholeNumber: {
       const long long number = query_->call.whole_number(query_->statement, field);
+      // The suite's cells know numbers of 32 bits; longer ones keep their digits.
       const bool fits =
           number >= std::numeric_limits<LONG>::min() && number <= std::numeric_limits<LONG>::max();
       return fits ? _variant_t(static_cast<int>(number)) : _variant_t(number);

@@ -146,6 +146,11 @@ class CheckStructure(unittest.TestCase):
                      "tests/mirror.txt:1: framework/text/low.cpp needs no line")
         self.refused({"tests/mirror.txt": low + twins.replace("high", "none")}, "there is no tests/comm/none_test.cpp")
 
+    def test_figures_count_tests_of_every_kind_and_no_benchmark(self):
+        self.assertIn("11 lines of source, 1 of tests (0.09 a line)", run({})[1])
+        more = {"tests/tools/run_test.py": "a\nb\n", "fuzz/a.cpp": "c\n", "bench/b.cpp": "d\n" * 9, "tests/a.txt": "e\n"}
+        self.assertIn("11 lines of source, 4 of tests (0.36 a line)", run(more)[1])
+
     def test_unfinished(self):
         for text in (joined("TO", "DO: later"), joined("FIX", "ME"), joined("XX", "X"), joined("HA", "CK"),
                      joined("not impl", "emented"), joined("a st", "ub"), joined("GTEST_S", "KIP()"),
