@@ -43,6 +43,7 @@ CellArea ShownSelection(const CBCGPBasicGridCtrl& grid) {
   const bool same_rows = AllAlike(ranges, [](const auto& a, const auto& b) {
     return a.m_nTop == b.m_nTop && a.m_nBottom == b.m_nBottom;
   });
+  // Ranges that make no rectangle cannot be one on the clipboard; spreadsheets refuse them too.
   if (!same_columns && !same_rows) return {};
   CellArea area = ShownCells(grid, ranges.front());
   for (std::size_t i = 1; i < ranges.size(); ++i) {

@@ -21,6 +21,7 @@ class CellWriter {
  public:
   CellWriter(const CBCGPBasicGridCtrl& grid, const CellArea& area) : grid_(grid), area_(area) {
     const auto cells = static_cast<long long>(area.rows.size()) * static_cast<long long>(area.columns.size());
+    // HTML takes ten times the room of the text; whole tables go as text alone.
     html_on_ = cells <= kMaxHtmlCells;
     grid.GetMergedItemsInRange(
         {area.columns.front(), area.rows.front(), area.columns.back(), area.rows.back()}, blocks_);
@@ -51,6 +52,7 @@ class CellWriter {
 
   void WriteCell(const CBCGPGridItemID& id, const CBCGPGridItem* item) {
     const CBCGPGridRange block = merges_ ? grid_.GetMergedRange(id) : CBCGPGridRange();
+    // Cells below a merged one keep their place in the text, which knows no extents.
     const bool covered = block.IsValid() && (block.m_nTop != id.m_nRow || block.m_nLeft != id.m_nColumn);
     const bool has_text = item != nullptr && !covered;
     const CString text = has_text ? item->FormatItem() : CString();

@@ -16,6 +16,7 @@ namespace {
 TextTable TableOnClipboard(const PasteOptions& options, CString& text) {
   Desktop& desktop = DesktopInForce();
   const bool has_text = desktop.HasClipboardText();
+  // The text is exact, also where HTML would fold blanks: looks alone are a reason for the other form.
   if (!has_text || options.takes_looks) {
     const std::vector<BYTE> bytes = desktop.ClipboardBytes(CString(TransferData::kHtml));
     TextTable table = ReadHtmlTable(std::string(bytes.begin(), bytes.end()));
@@ -49,6 +50,7 @@ bool GridClipboard::Cut() {
   // Handlers may end the grid, and this object as well.
   CBCGPBasicGridCtrl& grid = *grid_;
   const auto life = life_;
+  // What could not be copied must not be cut.
   if (!EndEditFirst(grid) || !GridClipboard(grid).Copy()) return false;
   const CellArea area = ShownSelection(grid);
   const StepScope step(grid.Changes());

@@ -19,6 +19,7 @@ void AppendEscaped(std::string& html, TextView text) {
   const std::string bytes = TextToUtf8(text);
   for (std::size_t at = 0; at < bytes.size(); ++at) {
     const char c = bytes[at];
+    // HTML folds blanks, but for those in the middle of a line.
     const bool edge = at == 0 || at + 1 == bytes.size() || bytes[at - 1] == ' ' || bytes[at - 1] == '\n';
     if (c == '&') {
       html += "&amp;";
@@ -89,6 +90,7 @@ bool AppendEntity(std::string& text, std::string_view name) {
   unsigned long code = 0;
   const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), code, hex ? 16 : 10);
   if (read.ec == std::errc::invalid_argument || read.ptr != digits.data() + digits.size()) return false;
+  // A number too long for any type is no character either.
   AppendCodePoint(text, read.ec == std::errc() ? code : 0);
   return true;
 }
@@ -124,6 +126,7 @@ int SpanOf(std::string_view tag, std::string_view name) {
   const std::string_view text = Attribute(tag, name);
   int span = 1;
   std::from_chars(text.data(), text.data() + text.size(), span);
+  // A cell that claims to be a million columns wide is a mistake, or an attack.
   return std::clamp(span, 1, kMaxHtmlColumns);
 }
 

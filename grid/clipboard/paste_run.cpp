@@ -60,6 +60,7 @@ bool PasteRun::FindRows(std::size_t wanted) {
       ++row;
       continue;
     }
+    // A row that a handler took away again would be added for ever.
     if (!adds || grid_.AddRow(FALSE) < 0 || Gone() || grid_.GetRowCount() <= count) break;
     ++report_.rows_added;
   }
@@ -74,6 +75,8 @@ bool PasteRun::FindTarget() {
   while (target_.rows.size() > 1 && target_.rows.back() >= grid_.GetRowCount()) target_.rows.pop_back();
   const auto rows = static_cast<std::size_t>(table_.Rows());
   const auto columns = static_cast<std::size_t>(table_.columns);
+  // As spreadsheets do: into a multiple of what was copied it repeats, into anything else it goes once, and
+  // on beyond the selection.
   const bool repeats_down = target_.rows.size() % rows == 0;
   const bool repeats_across = target_.columns.size() % columns == 0;
   if (!repeats_across) {
@@ -86,6 +89,7 @@ bool PasteRun::FindTarget() {
 
 void PasteRun::Refuse(const CBCGPGridItemID& cell, TextView text, PasteRefusal why) {
   ++report_.refused;
+  // The count goes on; nobody reads a million names.
   if (report_.refused_cells.size() >= kMaxRefusedTold) return;
   report_.refused_cells.push_back({cell, TypedText(text), why});
 }
@@ -141,6 +145,7 @@ bool PasteRun::Set(const CBCGPGridItemID& cell, TextView text) {
 }
 
 bool PasteRun::SetAll() {
+  // All is asked before the first is set, so that a refusal usually leaves no trace at all.
   if (options_.all_or_nothing) {
     EachCell([this](const CBCGPGridItemID& cell, TextView text) { return Check(cell, text), !Gone(); });
     if (Gone() || report_.refused > 0) return false;
@@ -154,6 +159,7 @@ bool PasteRun::SetAll() {
 }
 
 void PasteRun::TakeBack() {
+  // Backwards: a cell that was set twice gets its first value last.
   for (auto last = former_.rbegin(); last != former_.rend() && !Gone(); ++last) {
     const auto by_user = grid_.Changes().ByUser();
     grid_.SetValue(last->cell.m_nRow, last->cell.m_nColumn, last->value, FALSE);

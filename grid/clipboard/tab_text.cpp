@@ -51,6 +51,7 @@ class TabReader {
       at = text_.find(kQuote, at);
       if (at == TextView::npos) return false;
       if (EndsCell(text_, at + 1)) break;
+      // A quote in the middle of an unquoted text, as in 5" pipe: it is taken as it stands.
       if (text_[at + 1] != kQuote) return false;
       ++quotes;
       at += 2;
@@ -91,6 +92,7 @@ void AppendTabCell(std::basic_string<TCHAR>& text, TextView cell) {
   text += kQuote;
   for (std::size_t at = 0; at < cell.size(); ++at) {
     const bool of_pair = cell[at] == '\r' && at + 1 < cell.size() && cell[at + 1] == '\n';
+    // Within a cell spreadsheets write line feeds alone; a whole pair would end the row for some.
     if (of_pair) continue;
     if (cell[at] == kQuote) text += kQuote;
     text += cell[at];

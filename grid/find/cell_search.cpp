@@ -27,6 +27,7 @@ CellSearch::CellSearch(const CBCGPGridCtrl& grid, const FindOptions& options,
     last_row_ = std::min(last_row_, bottom);
   }
   for (int column = 0; column < grid.GetColumnCount(); ++column)
+    // A column of no width is hidden, whatever made it so.
     if (options.hidden_cells || grid.GetColumnWidth(column) > 0) columns_.push_back(column);
 }
 
@@ -61,6 +62,7 @@ int CellSearch::InRow(int row, int column, bool backwards) const {
     if (backwards ? at > column : at < column) continue;
     const CBCGPGridItem* const item = cells == nullptr ? nullptr : cells->GetItem(at);
     if (item == nullptr || !matcher_.Matches(item->FormatItem().View())) continue;
+    // Last, as they cost more than nearly every text that does not match.
     if (InScope({row, at}) && !IsHiddenByMerge({row, at})) return at;
   }
   return -1;

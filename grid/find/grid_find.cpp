@@ -17,6 +17,7 @@ void GridFind::SetOptions(const FindOptions& options) {
   const CBCGPGridCtrl* const grid = Grid();
   if (!options.selection_only || grid == nullptr) return;
   scope_ = grid->GetSelection();
+  // One selected cell is just where the user stands.
   if (scope_.size() == 1 && scope_.front().IsSingle()) scope_.clear();
 }
 
@@ -71,6 +72,8 @@ bool GridFind::ReplaceCell(const CBCGPGridItemID& id, const CString& by, Replace
   }
   const auto life = life_.Watch();
   const auto grid_life = grid_life_;
+  // The cell is current while it changes, as if the user had typed there: dialogs look at it in their
+  // handlers.
   if (grid.GetCurSelItemID() != id) grid.SetCurSel(id, kSelectOnly, FALSE);
   if (life.expired() || grid_life.expired()) return false;
   const CellSearch search(grid, options_, scope_);
@@ -85,6 +88,7 @@ bool GridFind::ReplaceCell(const CBCGPGridItemID& id, const CString& by, Replace
   item->SetItemChanged();
   if (life.expired() || grid_life.expired()) return false;
   const CBCGPGridItem* const now = grid.GetGridItem(id);
+  // A handler that refuses puts the old value back; there is no other sign of it.
   const bool taken_back = now != nullptr && now->GetValue() == before && !(before == value);
   count.refused += taken_back ? 1 : 0;
   count.changed += taken_back ? 0 : 1;
@@ -119,6 +123,7 @@ ReplaceCount GridFind::ReplaceAll(const CString& by) {
   const int rows = grid.GetRowCount();
   CBCGPGridItemID at(0, -1);
   for (;;) {
+    // Anew for each: columns and hidden rows may have changed in handlers.
     const CellSearch search(grid, options_, scope_);
     at = search.First(search.Behind(at, false), false);
     if (at.IsNull() || at.m_nRow >= rows) break;

@@ -40,6 +40,7 @@ CString TextMatcher::Replaced(TextView text, const CString& by, int& count) cons
   std::size_t from = 0;
   for (std::size_t at = Next(text, 0); at != kNowhere; at = Next(text, from)) {
     replaced += CString(text.substr(from, at - from)) + by;
+    // Behind what was replaced, so that a replacement that holds the text again ends.
     from = at + wanted_.View().size();
     ++count;
   }

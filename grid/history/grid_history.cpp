@@ -36,6 +36,7 @@ void GridHistory::Forget() {
   undo_.clear();
   redo_.clear();
   bytes_ = 0;
+  // Half of the step that is open is forgotten with the rest: the other half would undo what it never knew.
   spoiled_ = spoiled_ || open_ != nullptr;
   open_.reset();
   misfits_ = true;
@@ -49,6 +50,7 @@ void GridHistory::SetLimits(std::size_t bytes, std::size_t steps) {
 
 void GridHistory::OnStepBegins(StepKind kind, const CBCGPGridItem* subject) {
   subjects_.push_back(subject);
+  // A typed value and the row that grows for it are taken back together.
   if (kind == StepKind::kPartOfEdit && grid_->GetEditingItem() != nullptr) with_edit_ = true;
 }
 
@@ -73,6 +75,7 @@ void GridHistory::CloseIfDone() {
 
 void GridHistory::Keep() {
   if (open_ == nullptr || open_->ChangesNothing()) return;
+  // What was undone starts from a table that is no more.
   for (const auto& step : redo_) bytes_ -= step->Bytes();
   redo_.clear();
   bytes_ += open_->Bytes();
@@ -99,6 +102,7 @@ void GridHistory::Trim() {
 
 void GridHistory::Lose(std::size_t steps, HistoryLoss why) {
   lost_ += steps;
+  // A copy: the listener may set another one, or end this object.
   const LossListener listener = listener_;
   if (listener) listener(steps, why);
 }
@@ -112,6 +116,7 @@ void GridHistory::LoseAll(HistoryLoss why) {
 bool GridHistory::Records(const CBCGPGridItem& item, ChangeBy by) const {
   if (by == ChangeBy::kUser || asked_ > 0 || program_ == ProgramChanges::kAlways) return true;
   if (program_ == ProgramChanges::kInSteps && !subjects_.empty()) return true;
+  // The cell that is being edited is the user's, whoever sets it in its handlers.
   for (const CBCGPGridItem* subject : subjects_)
     if (subject == &item) return true;
   return false;
@@ -123,6 +128,7 @@ void GridHistory::Record(Note note) {
   try {
     if (open_ == nullptr) open_ = std::make_unique<RecordedStep>();
     note(*open_);
+    // The change stands all the same; only the way back is lost.
   } catch (const std::bad_alloc&) {
     LoseAll(HistoryLoss::kMemory);
   }
@@ -131,6 +137,7 @@ void GridHistory::Record(Note note) {
 }
 
 void GridHistory::OnValueChanged(CBCGPGridItem& item, _variant_t& before, ChangeBy by) {
+  // An undo swaps: what it takes out is what the redo puts back.
   if (applying_ != nullptr)
     applying_->TakeFormer(before);
   else if (Records(item, by))
@@ -147,6 +154,7 @@ void GridHistory::OnRowInserted(const RowPlace& /*place*/, CBCGPGridRow& row) {
 }
 
 void GridHistory::OnRowRemoved(const RowPlace& place, std::unique_ptr<CBCGPGridRow>& row) {
+  // A handler that removes another row in the middle of an undo makes another table of it.
   if (applying_ != nullptr) {
     if (!applying_->TakeRow(place, row)) misfits_ = true;
     return;
@@ -208,6 +216,7 @@ bool GridHistory::Move(Steps& from, Steps& to, bool back) {
   bool whole = false;
   try {
     whole = step->Apply(*grid_, back, still_there);
+    // A handler that throws does not make half an undo: the step goes on, and the fault is told at its end.
   } catch (...) {
     raised = std::current_exception();
     whole = still_there();
@@ -238,6 +247,7 @@ void GridHistory::Bind(GridCommands& commands) {
 
 void GridHistory::Show(const RecordedStep& step, CBCGPGridRange touched) {
   CBCGPBasicGridCtrl& grid = *grid_;
+  // Rows grow and shrink with the texts that came back.
   step.EachRow([&grid](CBCGPGridRow& row) {
     auto* const lines = dynamic_cast<CBCGPGridMultiLineRow*>(&row);
     if (lines != nullptr && grid.m_hWnd != nullptr) lines->OnItemUpdate(FALSE);
@@ -246,6 +256,7 @@ void GridHistory::Show(const RecordedStep& step, CBCGPGridRange touched) {
   grid.AdjustLayout();
   if (life.expired()) return;
   CBCGPGridItemID first(touched.m_nTop, touched.m_nLeft);
+  // The user is led to what changed, also where its column is hidden.
   if (grid.GetColumnVisible(first.m_nColumn) == FALSE)
     first.m_nColumn = grid.GetColumnsInfo().GetFirstVisibleColumn();
   if (touched.IsValid() && grid.GetGridItem(first) != nullptr) {

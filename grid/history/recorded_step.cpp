@@ -38,6 +38,8 @@ bool EachWay(List& list, bool backwards, Visit visit) {
 
 bool RecordedStep::ChangesNothing() const {
   if (IsEmpty()) return true;
+  // A value that was typed as it stood is no step; longer ones are not compared, as they nearly always change
+  // something.
   if (values_.size() != 1 || !looks_.empty() || !turns_.empty() || merged_.has_value()) return false;
   const CBCGPGridItem* const item = values_.front().row->GetItem(values_.front().column);
   return item != nullptr && item->GetValue() == values_.front().other;
@@ -68,6 +70,7 @@ void RecordedStep::NoteInserted(CBCGPGridRow& row) {
 
 void RecordedStep::NoteRemoved(const RowPlace& place, std::unique_ptr<CBCGPGridRow>& row) {
   const bool came_last = !turns_.empty() && turns_.back().inserted && turns_.back().row == row.get();
+  // It came and went within the step.
   if (came_last && values_.empty() && looks_.empty()) {
     turns_.pop_back();
     return;
@@ -113,6 +116,7 @@ bool RecordedStep::ApplyTurn(GridRestore& restore, Turn& turn, bool back) {
     return true;
   }
   if (turn.inserted != back) return restore.PutRow(turn.place, turn.owned);
+  // The row comes by way of the observer, which is told of all that leaves.
   taking_ = &turn;
   const bool taken = restore.TakeRow(*turn.row);
   taking_ = nullptr;
@@ -145,6 +149,7 @@ bool RecordedStep::ApplyCells(bool back, const StillThere& still_there) {
     CBCGPGridItem* const item = value.row->GetItem(value.column);
     if (item == nullptr) return true;
     former_.reset();
+    // A row outside the table has no observers: its value is kept by hand.
     const bool told = value.row->GetOwnerList() != nullptr;
     std::optional<_variant_t> kept;
     if (!told) kept = item->GetValue();
@@ -156,6 +161,7 @@ bool RecordedStep::ApplyCells(bool back, const StillThere& still_there) {
     if (!still_there()) return false;
     std::optional<_variant_t>& former = told ? former_ : kept;
     if (!former.has_value()) return true;
+    // Texts of another length: the limit of memory counts what is kept now.
     bytes_ -= std::min(bytes_, BytesOf(value.other));
     bytes_ += BytesOf(*former);
     value.other = std::move(*former);
