@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "framework/text/utf8.h"
+#include "framework/text/utf8_bytes.h"
 
 // A table as HTML, written and read. Reading is tolerant, as every program writes another HTML, and goes over
 // the text once.
@@ -60,22 +61,7 @@ void AppendCodePoint(std::string& text, unsigned long code) {
   // A break that is not one ends as a plain space, as a cell has it.
   if (code == 0xA0) code = ' ';
   if (code == 0 || code > 0x10FFFF || (code >= 0xD800 && code < 0xE000)) code = 0xFFFD;
-  const auto put = [&](unsigned long bits) { text += static_cast<char>(static_cast<unsigned char>(bits)); };
-  if (code < 0x80) {
-    put(code);
-  } else if (code < 0x800) {
-    put(0xC0U | code >> 6U);
-    put(0x80U | (code & 0x3FU));
-  } else {
-    if (code < 0x10000) {
-      put(0xE0U | code >> 12U);
-    } else {
-      put(0xF0U | code >> 18U);
-      put(0x80U | (code >> 12U & 0x3FU));
-    }
-    put(0x80U | (code >> 6U & 0x3FU));
-    put(0x80U | (code & 0x3FU));
-  }
+  AppendUtf8(text, static_cast<std::uint32_t>(code));
 }
 
 // Appends what the entity stands for; false: the name between & and ; is none.

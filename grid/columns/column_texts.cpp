@@ -40,6 +40,7 @@ std::vector<DeclaredColumn> DeclaredColumns(const CString& names, const CString&
     if (columns.size() < given.size()) {
       const int width = NumberOf(given[columns.size()]);
       column.width = WidthOrDefault(width);
+      // Kept with a width, which it has when it is shown.
       column.hidden = width == 0;
     }
     columns.push_back(column);
@@ -66,6 +67,7 @@ CString WidthsToText(const std::vector<int>& widths) {
 
 std::vector<int> ProportionalWidths(std::vector<int> widths, int new_total) {
   const auto total = std::accumulate(widths.begin(), widths.end(), std::int64_t{0});
+  // All hidden, or none there: nothing to share by.
   if (total == 0) return widths;
   std::int64_t given = 0;
   for (int& width : widths) {
@@ -73,6 +75,7 @@ std::vector<int> ProportionalWidths(std::vector<int> widths, int new_total) {
         std::floor(double{static_cast<double>(width)} * new_total / static_cast<double>(total)));
     given += width;
   }
+  // Rounding left some pixels over: the last column takes them, so that the columns end where the grid does.
   widths.back() += static_cast<int>(new_total - given);
   return widths;
 }

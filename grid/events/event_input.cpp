@@ -37,9 +37,11 @@ short EventShift(bool shift, bool ctrl, bool alt) {
 }
 
 CString CutDecimalZeros(const CString& text) {
+  // Without a point the zeros count: 100 is not 1.
   if (!IsPlainNumber(text) || text.ReverseFind(_T('.')) < 1) return text;
   int length = text.GetLength();
   while (length > 0 && text[length - 1] == _T('0')) --length;
+  // No number ends with its point.
   if (length > 0 && text[length - 1] == _T('.')) --length;
   return text.Left(length);
 }

@@ -63,6 +63,7 @@ std::vector<WholeStretch> MergedStretches(const CBCGPGridCtrl& grid, bool rows) 
   return stretches;
 }
 
+// A page breaks between two columns, never within one that fits.
 int ColumnEdgeAt(const CBCGPGridCtrl& grid, int place) {
   const CBCGPGridColumnsInfo& info = grid.GetColumnsInfo();
   const int cells = grid.GetHierarchyOffset() + grid.GetExtraHierarchyOffset();

@@ -39,6 +39,7 @@ void CBCGPGridCtrl::SetFilterBarText(int column, LPCTSTR text) {
   const auto place = static_cast<std::size_t>(column);
   if (filter_texts_.size() <= place) filter_texts_.resize(place + 1);
   filter_texts_[place] = {text, Folded(text)};
+  // So that a bar without texts is found by one look for each row.
   while (!filter_texts_.empty() && filter_texts_.back().text.IsEmpty()) filter_texts_.pop_back();
   FilterChanged();
   const auto life = life_.Watch();
@@ -91,6 +92,7 @@ void CBCGPGridCtrl::OpenFilterEditor(int column) {
                      FilterCell(column), this, lorv::kFilterEditorId) == FALSE)
     return;
   CEdit* const shown = editor.get();
+  // Known before it gets the focus, whose handlers may close it again.
   filter_editor_ = std::move(editor);
   filter_column_ = column;
   shown->SetFont(GetFont());

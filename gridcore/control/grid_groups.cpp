@@ -13,6 +13,7 @@ void CBCGPGridCtrl::InsertGroupColumn(int place, int column) {
   if (!GetColumnsInfo().HasColumn(column) || IsGroupColumn(column) || IsVirtualMode() != FALSE) return;
   place = std::clamp(place, 0, GetGroupColumnCount());
   const lorv::StepScope step(changes_);
+  // Before the columns change: an undo brings back the groups with the order of the rows.
   if (changes_.AreWatched()) changes_.TellMoving(Arrangement());
   group_columns_.insert(group_columns_.begin() + place, column);
   Regroup();
@@ -41,6 +42,7 @@ CBCGPGridRow* CBCGPGridCtrl::GetGroupRow(int number) const {
 
 int CBCGPGridCtrl::GroupRowId(const CBCGPGridRow& row) const {
   const auto* group = dynamic_cast<const lorv::GroupRow*>(&row);
+  // A line that was made for an earlier grouping has a number, but no place any more.
   return group == nullptr || GetGroupRow(group->GetNumber()) != group ? -1
                                                                       : rows_.Size() + group->GetNumber();
 }
@@ -57,6 +59,7 @@ void CBCGPGridCtrl::Regroup() {
   CBCGPGridRow* const current = GetCurSel();
   if (changes_.AreWatched()) changes_.TellMoving(Arrangement());
   ArrangeRows();
+  // The lines are made with the layout, once, however many steps want them anew.
   regroup_wanted_ = true;
   FollowRow(current);
   AdjustLayout();
@@ -91,6 +94,7 @@ bool BringInOrder(std::vector<CBCGPGridRow*>& rows, const std::vector<int>& orde
 }  // namespace
 
 void CBCGPGridCtrl::ArrangeRows() {
+  // Copies: a descendant compares items, and what it runs may change the columns.
   const std::vector<int> groups = group_columns_;
   const int sorted = sort_column_;
   const bool up = sort_ascending_;
@@ -100,6 +104,7 @@ void CBCGPGridCtrl::ArrangeRows() {
       const int compared = CompareItems(a->GetItem(column), b->GetItem(column));
       if (compared != 0) return compared < 0;
     }
+    // Rows alike in their groups stay as they stand, or as the sorter left them.
     if (sorted < 0 || sorter != nullptr) return false;
     const int compared = CompareItems(a->GetItem(sorted), b->GetItem(sorted));
     return up ? compared < 0 : compared > 0;
@@ -129,6 +134,7 @@ class CBCGPGridCtrl::GroupMaker {
  public:
   explicit GroupMaker(CBCGPGridCtrl& grid) : grid_(grid) {
     for (int group = 0; group < grid.GetGroupRowCount(); ++group)
+      // What the user collapsed stays so while rows come and go; the values say which group it was.
       if (grid.GetGroupRow(group)->IsExpanded() == FALSE) collapsed_.insert(PathOf(group));
   }
 
@@ -194,6 +200,7 @@ void CBCGPGridCtrl::MakeGroups() {
   GroupMaker maker(*this);
   int index = 0;
   int end = rows_.Size();
+  // The row that waits to be typed into belongs to no group.
   if (keeps_last_row_ && end > 0) --end;
   rows_.ForEach([&](const CBCGPGridRow& row) {
     if (index < end && row.parent_ == nullptr && !group_columns_.empty()) maker.Take(row, index);

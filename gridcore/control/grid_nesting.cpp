@@ -42,6 +42,7 @@ void CBCGPGridCtrl::PutOne(int index, CBCGPGridRow& row) {
   if (cells_ != nullptr) cells_->RowsMoved();
   CountLevel(row, 1);
   if (row.GetLinesNumber() > 1) ++tall_rows_;
+  // Without height first: the groups around grow by the row, not by its pixels.
   heights_.Insert(index, 0);
   heights_.SetSize(index, HeightOf(row));
   selection_.InsertRows(index, 1);
@@ -52,6 +53,7 @@ void CBCGPGridCtrl::PutOne(int index, CBCGPGridRow& row) {
 
 void CBCGPGridCtrl::TakeTree(int index) {
   CBCGPGridRow* const row = rows_.At(index);
+  // From the end, so that the numbers before it stay.
   for (int last = index + row->GetAllSubItemsCount(); last >= index; --last) TakeOne(last);
   row->LeaveParent();
 }
@@ -62,6 +64,7 @@ void CBCGPGridCtrl::TakeOne(int index) {
   if (cells_ != nullptr) cells_->RowsMoved();
   CountLevel(*row, -1);
   row->owner_ = nullptr;
+  // Its edit is being ended: nobody is told of a cell that is gone.
   if (ended_ != nullptr && ended_->GetParentRow() == row) ended_ = nullptr;
   if (row->GetLinesNumber() > 1) --tall_rows_;
   heights_.Remove(index, [this](int group) { GroupGone(group); });
@@ -75,6 +78,7 @@ void CBCGPGridCtrl::CountLevel(const CBCGPGridRow& row, int step) {
   const auto level = static_cast<std::size_t>(row.GetLevel());
   if (nested_at_.size() < level) nested_at_.resize(level);
   nested_at_[level - 1] += step;
+  // As many entries as there are levels in use: they are the steps of the room at the left.
   while (!nested_at_.empty() && nested_at_.back() == 0) nested_at_.pop_back();
 }
 
@@ -87,6 +91,7 @@ void CBCGPGridCtrl::RowExpanded(CBCGPGridRow& row, BOOL relayout) {
   if (group >= 0) heights_.Groups().Expand(group, row.IsExpanded() != FALSE);
   if (row.IsExpanded() == FALSE && row.HasSubItems() != FALSE) {
     const int index = IndexOfRow(row);
+    // A current cell that nobody sees would be typed into.
     const bool inside = current_.m_nRow > index && current_.m_nRow <= index + row.GetAllSubItemsCount();
     const CBCGPGridItemID out(index, current_.m_nColumn);
     const auto life = life_.Watch();
@@ -113,9 +118,11 @@ void CBCGPGridCtrl::ArrangeRows(const std::function<void(RowList&)>& arrange) {
     if (row.HasSubItems() != FALSE) arrange(row.sub_->rows);
   });
   CBCGPGridRow* const last = keeps_last_row_ && !main.empty() ? main.back() : nullptr;
+  // Kept out of the comparison, which would put it in the middle.
   if (last != nullptr) main.pop_back();
   arrange(main);
   if (last != nullptr) main.push_back(last);
+  // Most tables have no rows within rows, and need no second list.
   if (nested_at_.empty()) {
     rows_.Arrange(main);
     return;

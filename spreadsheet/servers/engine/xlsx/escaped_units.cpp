@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "framework/text/utf8_bytes.h"
+
 // Between text of 16-bit units and the UTF-8 of a workbook's XML. Texts of users hold units that XML
 // forbids, pasted control characters above all; the programs write them as "_x0007_", so the engine does,
 // and such a text survives both ways.
@@ -42,21 +44,13 @@ void AppendEscape(std::uint32_t unit, std::string& out) {
 // A whole character that lies beyond ASCII; gives how many units it took.
 std::size_t AppendWide(TextView text, std::size_t at, std::string& out) {
   const std::uint32_t unit = text[at];
-  const auto put = [&](std::uint32_t byte) { out += static_cast<char>(byte); };
-  if (unit < 0x800) {
-    put(0xC0 | unit >> 6);
-    put(0x80 | (unit & 0x3F));
-    return 1;
-  }
-  if ((unit & 0xF800) != 0xD800) {
+  const bool half = (unit & 0xF800) == 0xD800;
+  if (!half) {
     // No characters for XML: a reader would refuse the whole file for one of them.
-    if (unit >= 0xFFFE) {
+    if (unit >= 0xFFFE)
       AppendEscape(unit, out);
-      return 1;
-    }
-    put(0xE0 | unit >> 12);
-    put(0x80 | (unit >> 6 & 0x3F));
-    put(0x80 | (unit & 0x3F));
+    else
+      AppendUtf8(out, unit);
     return 1;
   }
   // A half without its partner has no form in UTF-8.
@@ -65,11 +59,7 @@ std::size_t AppendWide(TextView text, std::size_t at, std::string& out) {
     AppendEscape(unit, out);
     return 1;
   }
-  const std::uint32_t code = 0x10000 + ((unit & 0x3FF) << 10) + (text[at + 1] & 0x3FFU);
-  put(0xF0 | code >> 18);
-  put(0x80 | (code >> 12 & 0x3F));
-  put(0x80 | (code >> 6 & 0x3F));
-  put(0x80 | (code & 0x3F));
+  AppendUtf8(out, 0x10000 + ((unit & 0x3FF) << 10) + (text[at + 1] & 0x3FFU));
   return 2;
 }
 
