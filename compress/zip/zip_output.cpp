@@ -34,8 +34,16 @@ DWORD Output::Write(std::span<const unsigned char> bytes) {
   if (file_ != nullptr && buffer_.size() + bytes.size() > kPassOnAt) {
     const DWORD result = PassOn();
     if (result != kZipOk) return result;
+    if (bytes.size() > kPassOnAt) return PassBy(bytes);
   }
   buffer_.insert(buffer_.end(), bytes.begin(), bytes.end());
+  return kZipOk;
+}
+
+// What is larger than all that is gathered need not be copied.
+DWORD Output::PassBy(std::span<const unsigned char> bytes) {
+  if (!file_->Write(bytes.data(), bytes.size())) return kZipWriteFailed;
+  base_ += bytes.size();
   return kZipOk;
 }
 

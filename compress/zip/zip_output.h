@@ -35,6 +35,7 @@ class Output {
 
  private:
   DWORD PassOn();
+  DWORD PassBy(std::span<const unsigned char> bytes);
 
   std::unique_ptr<File> owned_;
   File* file_ = nullptr;

@@ -20,6 +20,10 @@ namespace lorv {
 namespace {
 
 constexpr std::size_t kReadBlock = 64 * 1024;
+// Places in a record of the directory.
+constexpr std::size_t kNameBytesAt = 28;
+constexpr std::size_t kExtraBytesAt = 30;
+constexpr std::size_t kOffsetAt = 42;
 constexpr std::string_view kPackedSuffixes[] = {".z", ".zip", ".zoo", ".arc", ".lzh", ".arj", ".gz", ".tgz"};
 
 char Lower(char c) {
@@ -236,6 +240,35 @@ DWORD ZipWriter::AddEntry(Entry& entry, File* file, std::span<const unsigned cha
   if (const DWORD refusal = Refusal(); refusal != kZipOk) return Keep(refusal);
   const bool fits = Obstacle(entry.name, entry.announced_size, entry.unicode_name) == ZipFault::kNone;
   return Keep(fits ? WriteEntry(entry, file, memory) : kZipArguments);
+}
+
+bool ZipWriter::CanAppend(const ZipWriter& part) const {
+  if (part.stage_ != Stage::kEnded || part.failed_ || !part.output_ || part.output_->Memory().empty())
+    return false;
+  if (count_ + part.count_ > zip::kMaxEntries) return false;
+  // The part has a directory and an end of its own, which make up for those of this archive.
+  const std::uint64_t most =
+      (output_ ? output_->Position() : 0) + part.output_->Memory().size() + directory_.size();
+  return most <= zip::kMaxArchiveBytes;
+}
+
+DWORD ZipWriter::Append(const ZipWriter& part) {
+  if (const DWORD refusal = Refusal(); refusal != kZipOk) return Keep(refusal);
+  if (!CanAppend(part)) return Keep(kZipArguments);
+  const std::uint64_t moved = output_->Position();
+  const std::span<const unsigned char> whole = part.output_->Memory();
+  const DWORD result = output_->Write(whole.first(whole.size() - part.directory_.size() - zip::kEndBytes));
+  if (result != kZipOk) return Keep(result);
+  const std::size_t begin = directory_.size();
+  directory_.insert(directory_.end(), part.directory_.begin(), part.directory_.end());
+  for (std::size_t at = begin; at < directory_.size();) {
+    unsigned char* const record = &directory_[at];
+    StoreLittle32(record + kOffsetAt, static_cast<std::uint32_t>(LoadLittle32(record + kOffsetAt) + moved));
+    // The records were written here: they have a name and an extra field, and no comment.
+    at += zip::kCentralBytes + LoadLittle16(record + kNameBytesAt) + LoadLittle16(record + kExtraBytesAt);
+  }
+  count_ += part.count_;
+  return Keep(kZipOk);
 }
 
 ZipFault ZipWriter::Obstacle(std::string_view name, std::uint64_t size, std::string_view unicode_name) const {

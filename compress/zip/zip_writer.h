@@ -60,6 +60,12 @@ class COMM_LORV_API ZipWriter {
   // taken. Nothing is kept of the question, so others may be added afterwards.
   ZipFault Obstacle(std::string_view name, std::uint64_t size, std::string_view unicode_name = {}) const;
 
+  // Puts all entries of another archive behind those of this one, in their order, as if they had been added
+  // here. The other one is closed and in memory of its own, where it was begun; it stays as it is.
+  DWORD Append(const ZipWriter& part);
+  // Whether there is such an archive, and room for all of it.
+  bool CanAppend(const ZipWriter& part) const;
+
   DWORD Close();
   // The archive in memory, valid until the object's end: 0x20000 for one in a file.
   DWORD GetMemory(const void*& data, std::size_t& size) const;

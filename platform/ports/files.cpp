@@ -1,6 +1,7 @@
 #include "platform/ports/files.h"
 
 #include <algorithm>
+#include <mutex>
 #include <random>
 
 #include "framework/text/char_class.h"
@@ -29,6 +30,14 @@ bool ReadBlocks(File& file, std::string& bytes) {
 
 bool SameLetter(TCHAR a, TCHAR b) {
   return ToLower(a) == ToLower(b);
+}
+
+std::uint64_t NumberByChance() {
+  // Made once: to find out what the processor offers takes longer than to make a file.
+  static std::random_device chance;
+  static std::mutex lock;
+  const std::lock_guard<std::mutex> hold(lock);
+  return static_cast<std::uint64_t>(chance()) << 32 | chance();
 }
 
 }  // namespace
@@ -61,8 +70,7 @@ CString FolderOfPath(LPCTSTR path) {
 }
 
 CString UnfinishedPath(LPCTSTR path) {
-  std::random_device chance;
-  std::uint64_t number = static_cast<std::uint64_t>(chance()) << 32 | chance();
+  std::uint64_t number = NumberByChance();
   CString name = FolderOfPath(path) + CString(kUnfinishedBegin);
   for (std::size_t i = 0; i < kUnfinishedLetters; ++i, number >>= 4) name += kHexLetters[number & 15];
   return name + CString(kUnfinishedEnd);

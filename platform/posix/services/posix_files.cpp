@@ -114,8 +114,10 @@ int OpenPlainFile(const std::string& path, FileUse use) {
     return -1;
   }
   const int descriptor = open(path.c_str(), FlagsOf(use) | O_CLOEXEC, kFileMode);
+  // What was made here is no folder.
+  if (descriptor < 0 || use == FileUse::kCreateNew) return descriptor;
   struct stat facts {};
-  if (descriptor < 0 || fstat(descriptor, &facts) != 0 || !S_ISDIR(facts.st_mode)) return descriptor;
+  if (fstat(descriptor, &facts) != 0 || !S_ISDIR(facts.st_mode)) return descriptor;
   close(descriptor);
   errno = EACCES;
   return -1;

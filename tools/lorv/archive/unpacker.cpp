@@ -62,6 +62,17 @@ class Unpacker::Writer {
   std::vector<unsigned char> held_;
 };
 
+// Where the folder is not there nothing can stand in it. Entries of one folder mostly follow one another.
+bool Unpacker::MayStand(const std::string& goal) {
+  std::string folder = goal.substr(0, goal.rfind('/'));
+  if (folder != asked_folder_) {
+    asked_folder_ = std::move(folder);
+    // A root has lost its only letter here, and is always there.
+    asked_stands_ = asked_folder_.empty() || PortsInForce().files->Exists(Wide(asked_folder_));
+  }
+  return asked_stands_;
+}
+
 void Unpacker::CheckItem(const Item& item, std::set<std::string>& goals) {
   if (!wishes_.any_place && LeadsOut(item.name)) {
     throw BadInput(
@@ -73,6 +84,7 @@ void Unpacker::CheckItem(const Item& item, std::set<std::string>& goals) {
   if (!goals.insert(goal).second) {
     throw BadInput(Say("{} is in the archive twice; --force keeps the last one", {Quoted(item.name)}));
   }
+  if (!MayStand(goal)) return;
   Files& files = *PortsInForce().files;
   // A link that leads nowhere counts as not existing, and would still stand in the way.
   if (files.Exists(Wide(goal)) || files.IsLink(Wide(goal))) {

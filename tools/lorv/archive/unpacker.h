@@ -47,6 +47,7 @@ class Unpacker {
 
   std::string GoalOf(const Item& item) const { return wishes_.folder + "/" + item.name; }
   void CheckItem(const Item& item, std::set<std::string>& goals);
+  bool MayStand(const std::string& goal);
   void MakeFolders();
   void RunThreads();
   void Work(ArchiveReader& archive);
@@ -64,6 +65,8 @@ class Unpacker {
   std::vector<const Item*> items_;  // those to be unpacked
   std::set<std::string> folders_;   // in which something is made
   bool many_ = false;
+  std::string asked_folder_;  // of the entry checked last, and whether it is there
+  bool asked_stands_ = true;
 
   std::atomic<std::size_t> next_ = 0;
   std::atomic<bool> stopped_ = false;

@@ -3,15 +3,13 @@
 #include <vector>
 
 #include "compress/zip/zip_writer.h"
-#include "platform/ports/platform.h"
+#include "tools/lorv/archive/packer.h"
 #include "tools/lorv/archive/source_list.h"
-#include "tools/lorv/archive/zip_words.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/files/new_file.h"
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
-#include "tools/lorv/verbs/watched_file.h"
 
 // The verb `pack`: files and folders into a ZIP archive. What cannot be packed is left out and told, as a
 // backup of a thousand files must not end at the one that another program has open.
@@ -28,36 +26,12 @@ struct PackArguments {
 
 constexpr const char* kLeftOut = "{} was not packed: {}";
 
-// Packs one source; false where it was told and left out.
-bool AddSource(ZipWriter& zip, const Source& source, EntryTroubles& troubles, ProgressBar& bar) {
-  // Asked before a byte is written: an entry that fails half-way cannot be taken out again.
-  const ZipFault fault = zip.Obstacle(source.narrow, source.facts.size, source.unicode);
-  if (fault != ZipFault::kNone) {
-    troubles.Add(source.path, WordsFor(fault));
-    return false;
-  }
-  if (source.facts.IsFolder()) return zip.AddFolder(source.narrow.c_str(), source.unicode) == kZipOk;
-  const auto file = PortsInForce().files->Open(CString::FromUtf8(source.path), FileUse::kRead);
-  if (!file) {
-    troubles.Add(source.path, Say("it cannot be opened"));
-    return false;
-  }
-  WatchedFile watched(*file, bar);
-  const DWORD result = zip.Add(source.narrow.c_str(), watched, &source.facts, source.unicode);
-  // Part of this entry is in the archive by now, so it ends the whole.
-  if (result == kZipReadFailed) throw BadInput(Say("{} cannot be read to its end", {Quoted(source.path)}));
-  if (result == kZipWrongSize)
-    throw BadInput(Say("{} has grown to more than 2 GB meanwhile", {Quoted(source.path)}));
-  return result == kZipOk;
-}
-
 // Gives how many entries the archive has got.
 std::size_t WriteArchive(const SourceList& list, NewFile& target, const PackArguments& arguments,
                          EntryTroubles& troubles, ProgressBar& bar) {
   ZipWriter zip;
   zip.Create(target.Stream());
-  std::size_t packed = 0;
-  for (const Source& source : list.Sources()) packed += AddSource(zip, source, troubles, bar) ? 1U : 0U;
+  const std::size_t packed = Packer(list.Sources(), arguments.archive, zip, troubles, bar).Run();
   // An archive of nothing would pass for a backup.
   if (packed == 0 && troubles.Count() > 0) throw BadInput(Say("nothing could be packed"));
   if (zip.Close() != kZipOk) {
