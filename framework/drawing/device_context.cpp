@@ -221,6 +221,7 @@ int CDC::SelectClipRgn(void* /*always_null*/) {
 
 int CDC::GetClipBox(LPRECT rect) const {
   CRect box(CPoint(0, 0), Surface().Size());
+  if (limit_.has_value()) box &= *limit_;
   if (state_.clipped) box &= state_.clip;
   // Back into logical pixels, as the caller's other rectangles are.
   *rect = box + (state_.window - state_.viewport);

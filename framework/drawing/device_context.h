@@ -66,7 +66,8 @@ class COMM_LORV_API CDC : public CObject {
   CPoint GetViewportOrg() const { return state_.viewport; }
   CPoint OffsetViewportOrg(int x, int y);
 
-  // The clip is one rectangle; IntersectClipRect narrows it, SelectClipRgn(nullptr) takes it away.
+  // The clip is one rectangle; IntersectClipRect narrows it, SelectClipRgn(nullptr) takes it away. Within
+  // WM_PAINT the clip box lies within what is out of date.
   int IntersectClipRect(LPCRECT rect);
   int IntersectClipRect(int left, int top, int right, int bottom);
   int SelectClipRgn(void* always_null);
@@ -109,6 +110,8 @@ class COMM_LORV_API CDC : public CObject {
 
  protected:
   void SetSurface(std::shared_ptr<lorv::Canvas> surface);
+  // Nothing that is drawn beside it can be seen: device pixels.
+  void SetLimit(const RECT& limit) { limit_ = limit; }
 
  private:
   struct State {
@@ -146,6 +149,7 @@ class COMM_LORV_API CDC : public CObject {
 
   std::shared_ptr<lorv::Canvas> surface_;
   State state_;
+  std::optional<CRect> limit_;
   std::vector<State> saved_;
   CBitmap* bitmap_ = nullptr;
   // The surface gets a font when it is asked for something: cells select one and give it back.

@@ -9,6 +9,7 @@ CPaintDC::CPaintDC(CWnd* window) {
   // Asked before the canvas is taken: from then on all of it counts as painted.
   for (const RECT& rect : peer->UpdateRects()) dirty_.Add(rect);
   SetSurface(peer->PaintCanvas(m_ps.rcPaint));
+  SetLimit(m_ps.rcPaint);
 }
 
 CClientDC::CClientDC(CWnd* window)

@@ -20,6 +20,13 @@ void FillRecord(CDC* dc, const CRect& rect, const BCGP_GRID_COLOR_DATA::ColorDat
     dc->GradientRect(&rect, first, record.m_clrGradient, record.m_nGradientAngle == 90);
 }
 
+// Far parts may be out of date, and nothing between them: the header and a row below, say.
+bool ShowsLine(const CDC& dc, CRect line, const CRect& across) {
+  line.left = across.left;
+  line.right = across.right;
+  return dc.RectVisible(&line) != FALSE;
+}
+
 }  // namespace
 
 COLORREF CBCGPGridCtrl::Themed(COLORREF colour, int system) const {
@@ -87,8 +94,11 @@ void CBCGPGridCtrl::DrawRows(CDC* dc, const CRect& dirty) {
   const auto life = life_.Watch();
   int row = heights_.LineAt(std::int64_t{dirty.top} - m_rectList.top + m_nVertScrollOffset);
   for (; row >= 0; row = heights_.NextShown(row)) {
+    const CRect line = GetRowRect(row);
+    if (line.top >= dirty.bottom) break;
+    if (!ShowsLine(*dc, line, dirty)) continue;
     CBCGPGridRow* const shown = GetRow(row);
-    if (shown == nullptr || GetRowRect(row).top >= dirty.bottom) break;
+    if (shown == nullptr) break;
     const auto held = rows_.Hold(*shown);
     if (shown->IsGroup() != FALSE) {
       DrawGroupRow(dc, *shown);
@@ -116,8 +126,8 @@ BOOL CBCGPGridCtrl::OnDrawItem(CDC* dc, CBCGPGridRow* row) {
     if (left >= area.right) break;
     CBCGPGridItem* item = row->GetItem(column);
     const bool own = merged_.IsEmpty() || !merged_.BlockAt({id, column}).IsValid();
-    if (item != nullptr && own)
-      DrawCell(dc, *item, CRect(left, rect.top, left + info.GetColumnWidth(column), rect.bottom));
+    const CRect cell(left, rect.top, left + info.GetColumnWidth(column), rect.bottom);
+    if (item != nullptr && own && dc->RectVisible(&cell) != FALSE) DrawCell(dc, *item, cell);
   }
   return TRUE;
 }
@@ -158,8 +168,11 @@ void CBCGPGridCtrl::DrawRowHeader(CDC* dc, const CRect& dirty) {
   const auto life = life_.Watch();
   int row = heights_.LineAt(std::int64_t{dirty.top} - m_rectList.top + m_nVertScrollOffset);
   for (; row >= 0; row = heights_.NextShown(row)) {
+    const CRect line = GetRowRect(row);
+    if (line.top >= dirty.bottom) break;
+    if (!ShowsLine(*dc, line, dirty)) continue;
     CBCGPGridRow* const shown = GetRow(row);
-    if (shown == nullptr || GetRowRect(row).top >= dirty.bottom) break;
+    if (shown == nullptr) break;
     const auto held = rows_.Hold(*shown);
     OnDrawRowHeaderItem(dc, shown);
     if (life.expired()) return;
