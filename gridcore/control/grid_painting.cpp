@@ -193,6 +193,7 @@ void CBCGPGridCtrl::OnDrawRowHeaderItem(CDC* dc, CBCGPGridRow* row) {
 
 void CBCGPGridCtrl::DrawHeaderCell(CDC* dc, const CRect& cell, const CString& text, int align,
                                    bool selected) {
+  if (dc->RectVisible(&cell) == FALSE) return;
   const auto& record = selected ? theme_.m_HeaderSelColors : theme_.m_HeaderColors;
   FillRecord(dc, cell, record, lorv::DesktopInForce().Colour(COLOR_BTNFACE));
   const COLORREF border = Themed(record.m_clrBorder, COLOR_BTNSHADOW);

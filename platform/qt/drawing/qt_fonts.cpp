@@ -2,8 +2,10 @@
 
 #include <QFontDatabase>
 #include <QFontMetrics>
+#include <QHash>
 #include <algorithm>
 #include <atomic>
+#include <mutex>
 
 #include "framework/ports/canvas_port.h"
 #include "platform/models/message_values.h"
@@ -31,8 +33,21 @@ const QString& Chinese() {
   return family;
 }
 
+// Asking the system takes a tenth of a millisecond, twice for each editor of a cell; what it said is kept,
+// for painting threads too. Programs use few faces: a host with more of them than fit asks anew.
+bool HasFamily(const QString& face) {
+  constexpr qsizetype kMostFaces = 256;
+  static std::mutex mutex;
+  static QHash<QString, bool> known;
+  const std::scoped_lock lock(mutex);
+  const auto found = known.constFind(face);
+  if (found != known.constEnd()) return found.value();
+  if (known.size() >= kMostFaces) known.clear();
+  return known.insert(face, QFontDatabase::hasFamily(face)).value();
+}
+
 QString Installed(const QString& face) {
-  return !face.isEmpty() && QFontDatabase::hasFamily(face) ? face : Chinese();
+  return !face.isEmpty() && HasFamily(face) ? face : Chinese();
 }
 
 QFont PixelFont(int pixels) {
