@@ -116,27 +116,27 @@ UINT CBCGPGridCtrl::OnGetDlgCode() {
 }
 
 void CBCGPGridCtrl::EnableHeader(BOOL on, UINT flags) {
-  header_on_ = on != FALSE;
-  header_flags_ = flags;
+  switches_.header = on != FALSE;
+  switches_.header_flags = flags;
 }
 
 void CBCGPGridCtrl::EnableRowHeader(BOOL on, int /*always_minus_one*/, int width) {
-  row_header_on_ = on != FALSE;
-  row_header_width_ = std::clamp(width, 0, lorv::kMaxColumnWidth);
+  switches_.row_header = on != FALSE;
+  switches_.row_header_width = std::clamp(width, 0, lorv::kMaxColumnWidth);
 }
 
 void CBCGPGridCtrl::EnableLineNumbers(BOOL on) {
-  line_numbers_ = on != FALSE;
+  switches_.line_numbers = on != FALSE;
   Invalidate(FALSE);
 }
 
 void CBCGPGridCtrl::EnableMarkSortedColumn(BOOL mark, BOOL redraw) {
-  marks_sorted_ = mark != FALSE;
+  switches_.marks_sorted = mark != FALSE;
   if (redraw != FALSE) Invalidate(FALSE);
 }
 
 void CBCGPGridCtrl::EnableColumnAutoSize(BOOL on) {
-  columns_spread_ = on != FALSE;
+  switches_.columns_spread = on != FALSE;
 }
 
 void CBCGPGridCtrl::SetColorTheme(const BCGP_GRID_COLOR_DATA& theme, BOOL redraw) {

@@ -238,19 +238,19 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   // Looks and conduct.
   void EnableHeader(BOOL on, UINT flags = 0);
   void EnableRowHeader(BOOL on, int always_minus_one = -1, int width = lorv::kRowHeaderWidth);
-  BOOL IsRowHeaderEnabled() const { return row_header_on_; }
+  BOOL IsRowHeaderEnabled() const { return switches_.row_header; }
   void EnableLineNumbers(BOOL on = TRUE);
   void EnableMarkSortedColumn(BOOL mark, BOOL redraw = TRUE);
   void EnableColumnAutoSize(BOOL on = TRUE);  // all columns share the grid's width
-  BOOL IsColumnAutoSizeEnabled() const { return columns_spread_; }
-  void EnableInvertSelOnCtrl(BOOL on = TRUE) { ctrl_inverts_ = on != FALSE; }
-  void SetShowDragContext(BOOL on) { shows_drag_context_ = on != FALSE; }
-  BOOL IsShowDragContext() const { return shows_drag_context_; }
+  BOOL IsColumnAutoSizeEnabled() const { return switches_.columns_spread; }
+  void EnableInvertSelOnCtrl(BOOL on = TRUE) { switches_.ctrl_inverts = on != FALSE; }
+  void SetShowDragContext(BOOL on) { switches_.shows_drag_context = on != FALSE; }
+  BOOL IsShowDragContext() const { return switches_.shows_drag_context; }
   void EnableToolTips(BOOL on = TRUE);  // on at first
   BOOL IsToolTipsEnabled() const { return tips_on_; }
-  void SetReadOnly(BOOL on = TRUE) { read_only_ = on != FALSE; }
-  BOOL IsReadOnly() const { return read_only_; }
-  void EnableWholeRowSel(BOOL on = TRUE) { whole_rows_ = on != FALSE; }
+  void SetReadOnly(BOOL on = TRUE) { switches_.read_only = on != FALSE; }
+  BOOL IsReadOnly() const { return switches_.read_only; }
+  void EnableWholeRowSel(BOOL on = TRUE) { switches_.whole_rows = on != FALSE; }
   const BCGP_GRID_COLOR_DATA& GetColorTheme() const { return theme_; }
   void SetColorTheme(const BCGP_GRID_COLOR_DATA& theme, BOOL redraw = TRUE);
   CFont* GetBoldFont();
@@ -547,9 +547,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   int filter_column_ = -1;
   int tall_rows_ = 0;           // of more than one line
   std::vector<int> nested_at_;  // how many rows stand at level 1, 2 ...
-  int text_height_ = 0;         // 0: not measured yet
-  LOGFONT measured_face_ = {};
-  int measured_dpi_ = 0;
+  lorv::MeasuredFont measured_;
   lorv::MergedCells merged_;
   lorv::SelectedRanges selection_;
   CBCGPGridItemID current_;
@@ -563,17 +561,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   bool trusts_heights_ = false;
   bool heights_known_ = false;
 
-  bool header_on_ = true;
-  UINT header_flags_ = 0;
-  bool row_header_on_ = false;
-  int row_header_width_ = lorv::kRowHeaderWidth;
-  bool line_numbers_ = false;
-  bool marks_sorted_ = true;
-  bool columns_spread_ = false;
-  bool ctrl_inverts_ = false;
-  bool shows_drag_context_ = true;
-  bool read_only_ = false;
-  bool whole_rows_ = false;
+  lorv::GridSwitches switches_;
   BCGP_GRID_COLOR_DATA theme_;
   CFont bold_;
   bool own_bold_ = false;
@@ -592,9 +580,5 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   std::unique_ptr<CBCGPInplaceToolTipCtrl> tip_;
   bool tips_on_ = true;
   bool freeing_mouse_ = false;
-  // Of the left button: how many, and how many there were when the press that is being worked began. Its
-  // handlers may work the queue, and with it the release, which may go to another window.
-  unsigned releases_ = 0;
-  unsigned releases_at_press_ = 0;
-  bool held_at_press_ = false;
+  lorv::PressWatch press_;
 };

@@ -17,8 +17,8 @@ constexpr std::size_t kMostRetired = 8;
 }  // namespace
 
 BOOL CBCGPGridCtrl::IsEditableNow(const CBCGPGridItem* item) const {
-  return item != nullptr && !read_only_ && item->IsReadOnly() == FALSE && item->IsAllowEdit() != FALSE &&
-         item->IsEnabled() != FALSE;
+  return item != nullptr && !switches_.read_only && item->IsReadOnly() == FALSE &&
+         item->IsAllowEdit() != FALSE && item->IsEnabled() != FALSE;
 }
 
 BOOL CBCGPGridCtrl::EditItem(CBCGPGridRow* row, const CPoint* point) {

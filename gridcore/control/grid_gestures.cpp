@@ -42,7 +42,7 @@ void CBCGPGridCtrl::OnCancelMode() {
 }
 
 void CBCGPGridCtrl::CancelGestures() {
-  ++releases_;
+  ++press_.releases;
   const bool tracked = m_bTracking;
   ForgetFollowed();
   // A dragged column stays where the mouse left it.

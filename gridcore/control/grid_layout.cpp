@@ -31,16 +31,16 @@ int CBCGPGridCtrl::TextHeight() {
   const LOGFONT& face = font->Face();
   const int dpi = GetDpi();
   // A layout comes with every row that is added: the same font is measured once.
-  if (text_height_ > 0 && dpi == measured_dpi_ && std::memcmp(&face, &measured_face_, sizeof face) == 0)
-    return text_height_;
+  if (measured_.height > 0 && dpi == measured_.dpi && std::memcmp(&face, &measured_.face, sizeof face) == 0)
+    return measured_.height;
   CClientDC dc(this);
   dc.SelectObject(font);
   TEXTMETRIC metrics = {};
   const bool known = dc.GetTextMetrics(&metrics) != FALSE && metrics.tmHeight > 0;
-  text_height_ = known ? static_cast<int>(metrics.tmHeight) : kTextHeight;
-  measured_face_ = face;
-  measured_dpi_ = dpi;
-  return text_height_;
+  measured_.height = known ? static_cast<int>(metrics.tmHeight) : kTextHeight;
+  measured_.face = face;
+  measured_.dpi = dpi;
+  return measured_.height;
 }
 
 void CBCGPGridCtrl::SetRowHeight() {
@@ -118,12 +118,12 @@ void CBCGPGridCtrl::MeasureAreas() {
   GetClientRect(&client);
   CRect header = client;
   header.bottom = header.top;
-  if (header_on_) {
+  if (switches_.header) {
     header.bottom = header.top + m_nHeaderHeight;
     CDC none;
     OnGetHeaderRect(&none, header);
   }
-  const int row_header = row_header_on_ ? row_header_width_ : 0;
+  const int row_header = switches_.row_header ? switches_.row_header_width : 0;
   m_rectFilterBar = CRect();
   const int bar = filter_bar_on_ ? m_nRowHeight : 0;
   if (bar > 0)
@@ -147,8 +147,8 @@ int CBCGPGridCtrl::OnGetColumnAutoSize(int column) {
 void CBCGPGridCtrl::SizeColumns() {
   CBCGPGridColumnsInfo& info = GetColumnsInfo();
   const int room = std::max(0, m_rectList.Width() - GetHierarchyOffset() - GetExtraHierarchyOffset());
-  if (columns_spread_ || info.GetAutoSizeCount() > 1) {
-    info.Resize(room, columns_spread_ ? TRUE : FALSE);
+  if (switches_.columns_spread || info.GetAutoSizeCount() > 1) {
+    info.Resize(room, switches_.columns_spread ? TRUE : FALSE);
     return;
   }
   if (info.GetAutoSizeCount() == 0) return;

@@ -29,7 +29,7 @@ bool CBCGPGridCtrl::PressInHeader(UINT flags, CPoint point) {
   const int column = HitTestHeader(point);
   if (column < 0) return true;
   const auto life = life_.Watch();
-  if ((header_flags_ & lorv::kHeaderSelects) != 0) {
+  if ((switches_.header_flags & lorv::kHeaderSelects) != 0) {
     if ((flags & MK_CONTROL) != 0 && rows_.Size() > 0)
       Choose({column, 0, column, rows_.Size() - 1}, {0, column}, true, TRUE);
     else
@@ -66,14 +66,14 @@ void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID&
   if ((flags & MK_SHIFT) != 0 && anchor_.m_nRow >= 0) {
     SetCurSel(id, lorv::kSelectOppositeCorner, TRUE);
   } else if ((flags & MK_CONTROL) != 0) {
-    if (ctrl_inverts_ && selection_.Holds(id) && selection_.CellCount() > 1) {
+    if (switches_.ctrl_inverts && selection_.Holds(id) && selection_.CellCount() > 1) {
       selection_.Remove(CBCGPGridRange(id));
       InvalidateRange(CBCGPGridRange(id));
       if (cells_ != nullptr) cells_->ChosenChanged();
     } else {
       SetCurSel(id, lorv::kSelectAdd, TRUE);
     }
-  } else if (whole_rows_) {
+  } else if (switches_.whole_rows) {
     SelectRow(id.m_nRow, TRUE);
   } else {
     SetCurSel(id, lorv::kSelectOnly, TRUE);
@@ -126,8 +126,8 @@ bool CBCGPGridCtrl::DragFrame(CPoint point) {
 // Whether handlers of the press have let the button go, or another press of theirs has started something. A
 // button that was never really down, as in messages that a program sends, is not up either.
 bool CBCGPGridCtrl::StartsNothing() const {
-  return m_hWnd == nullptr || releases_ != releases_at_press_ ||
-         (held_at_press_ && !lorv::IsKeyDown(VK_LBUTTON)) || InGesture();
+  return m_hWnd == nullptr || press_.releases != press_.releases_before ||
+         (press_.held && !lorv::IsKeyDown(VK_LBUTTON)) || InGesture();
 }
 
 // Of a press whose release went elsewhere something may still follow the mouse.
@@ -141,8 +141,8 @@ void CBCGPGridCtrl::ForgetFollowed() {
 void CBCGPGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
   const auto life = life_.Watch();
   // Handlers may send presses within this one.
-  const lorv::ScopeMark count(releases_at_press_, life, releases_);
-  const lorv::ScopeMark held(held_at_press_, life, lorv::IsKeyDown(VK_LBUTTON));
+  const lorv::ScopeMark count(press_.releases_before, life, press_.releases);
+  const lorv::ScopeMark held(press_.held, life, lorv::IsKeyDown(VK_LBUTTON));
   ForgetFollowed();
   CloseToolTip();
   if (life.expired()) return;
@@ -160,7 +160,7 @@ void CBCGPGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
   if (life.expired()) return;
   if (HitTest(point, id, rect) != FALSE) {
     PressInCell(flags, point, id);
-  } else if (row_header_on_ && point.x < m_rectRowHeader.right && point.y < m_rectList.top) {
+  } else if (switches_.row_header && point.x < m_rectRowHeader.right && point.y < m_rectList.top) {
     SelectAll();
   }
 }
@@ -217,7 +217,7 @@ void CBCGPGridCtrl::OnMouseMove(UINT flags, CPoint point) {
 void CBCGPGridCtrl::TrackToolTip(CPoint /*point*/) {}
 
 void CBCGPGridCtrl::OnLButtonUp(UINT /*flags*/, CPoint /*point*/) {
-  ++releases_;
+  ++press_.releases;
   const bool tracked = m_bTracking;
   ForgetFollowed();
   const auto life = life_.Watch();
@@ -258,7 +258,7 @@ void CBCGPGridCtrl::OnLButtonDblClk(UINT flags, CPoint point) {
 void CBCGPGridCtrl::OnHeaderDividerDblClick(int /*column*/) {}
 
 void CBCGPGridCtrl::OnHeaderColumnClick(int column) {
-  if ((header_flags_ & lorv::kHeaderSorts) != 0)
+  if ((switches_.header_flags & lorv::kHeaderSorts) != 0)
     Sort(column, sort_column_ == column ? !sort_ascending_ : TRUE);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "framework/native/native_types.h"
+#include "framework/native/window_types.h"
 
 // Modes, switches, sizes and limits of grids.
 
@@ -26,5 +26,35 @@ constexpr int kDividerReach = 4;           // pixels to both sides of a column's
 constexpr int kRowHeaderWidth = 30;        // pixels
 constexpr int kMaxVirtualTable = 1 << 28;  // rows; as high as all of them can be scrolled over
 constexpr int kMostEditorCloses = 8;       // of editors that handlers open while rows go
+
+// What a grid shows and allows, as its switches of those names say.
+struct GridSwitches {
+  bool header = true;
+  UINT header_flags = 0;
+  bool row_header = false;
+  int row_header_width = kRowHeaderWidth;
+  bool line_numbers = false;
+  bool marks_sorted = true;
+  bool columns_spread = false;
+  bool ctrl_inverts = false;
+  bool shows_drag_context = true;
+  bool read_only = false;
+  bool whole_rows = false;
+};
+
+// Releases of the left button: how many, and how many there were when the press that is being worked began.
+// Its handlers may work the queue, and with it the release, which may go to another window.
+struct PressWatch {
+  unsigned releases = 0;
+  unsigned releases_before = 0;
+  bool held = false;  // the button was really down at the press
+};
+
+// The height of a line of text, and of which font it is.
+struct MeasuredFont {
+  int height = 0;  // 0: not measured yet
+  LOGFONT face = {};
+  int dpi = 0;
+};
 
 }  // namespace lorv

@@ -187,7 +187,7 @@ void CBCGPGridCtrl::OnDrawRowHeaderItem(CDC* dc, CBCGPGridRow* row) {
   rect.left = m_rectRowHeader.left;
   rect.right = m_rectRowHeader.right;
   CString text;
-  if (line_numbers_ && row->IsGroup() == FALSE) text.Format(_T("%d"), id + 1);
+  if (switches_.line_numbers && row->IsGroup() == FALSE) text.Format(_T("%d"), id + 1);
   DrawHeaderCell(dc, rect, text, DT_CENTER, IsRowSelected(id) != FALSE);
 }
 
