@@ -52,11 +52,9 @@ std::vector<WholeStretch> MergedStretches(const CBCGPGridCtrl& grid, bool rows) 
   std::vector<CBCGPGridRange> blocks;
   const int last_row = std::max(0, grid.GetTerminalRowCount() - 1);
   grid.GetMergedItemsInRange({0, 0, std::max(0, grid.GetColumnCount() - 1), last_row}, blocks);
-  const CPoint origin(grid.GetListRect().left - grid.GetHorzScrollOffset(),
-                      grid.GetListRect().top - grid.GetVertScrollOffset());
   std::vector<WholeStretch> stretches;
   for (const CBCGPGridRange& block : blocks) {
-    const CRect place = grid.GetRangeRect(block) - origin;
+    const CRect place = grid.GetRangePlace(block);
     stretches.push_back(rows ? WholeStretch{static_cast<int>(place.top), static_cast<int>(place.bottom)}
                              : WholeStretch{static_cast<int>(place.left), static_cast<int>(place.right)});
   }

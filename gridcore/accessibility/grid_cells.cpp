@@ -154,11 +154,7 @@ RECT GridCells::CellPlace(CellAddress cell) const {
   if (cell.row < 0 && cell.column < 0) {
     place = CRect(beside.left, header.top, header.left, header.bottom);
   } else if (cell.row < 0) {
-    const CBCGPGridColumnsInfo& info = grid_.GetColumnsInfo();
-    const int origin = static_cast<int>(list.left) + grid_.GetHierarchyOffset() +
-                       grid_.GetExtraHierarchyOffset() - grid_.GetHorzScrollOffset();
-    const int left = origin + info.GetColumnLeft(cell.column);
-    place = header & CRect(left, header.top, left + info.GetColumnWidth(cell.column), header.bottom);
+    place = header & grid_.GetColumnRect(cell.column);
   } else if (cell.column < 0) {
     const CRect row = grid_.GetRowRect(cell.row);
     place = beside & CRect(beside.left, row.top, beside.right, row.bottom);

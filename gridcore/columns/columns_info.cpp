@@ -153,6 +153,12 @@ int CBCGPGridColumnsInfo::GetVisibleColumnCount() const {
       std::count_if(columns_.begin(), columns_.end(), [](const Column& column) { return column.visible; }));
 }
 
+int CBCGPGridColumnsInfo::GetWidthOfFirst(int count, int most) const {
+  if (count <= 0 || most <= 0) return 0;
+  const std::int64_t all = widths_.OffsetOf(count);
+  return Bounded(all <= most ? all : widths_.OffsetOf(widths_.LineAt(most)));
+}
+
 int CBCGPGridColumnsInfo::HitTestDivider(int place, int reach) const {
   // Of columns that end at one place the last one is meant: so one dragged to nothing is drawn out again.
   for (int at = GetLastVisibleColumn(); at >= 0; at = GetNextVisibleColumn(at, FALSE)) {

@@ -67,6 +67,8 @@ class COMM_LORV_API CBCGPGridColumnsInfo : public CObject {
   // Both stop at lorv::kMostTotalWidth: places on the screen are added to them.
   int GetTotalWidth() const { return Bounded(widths_.Total()); }
   int GetColumnLeft(int column) const { return Bounded(widths_.OffsetOf(column)); }
+  // Of as many of the first `count` columns as are not wider than `most` together.
+  int GetWidthOfFirst(int count, int most) const;
   // The column on which that place lies, -1 beside all of them.
   int HitTestColumn(int place) const { return widths_.LineAt(place); }
   // The column whose right edge is at most `reach` pixels away, the last one where several are; else -1.

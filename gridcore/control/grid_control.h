@@ -13,6 +13,7 @@
 #include "gridcore/control/grid_key_handler.h"
 #include "gridcore/control/grid_messages.h"
 #include "gridcore/control/grid_options.h"
+#include "gridcore/geometry/column_panes.h"
 #include "gridcore/geometry/shown_lines.h"
 #include "gridcore/rows/group_row.h"
 #include "gridcore/rows/row_store.h"
@@ -264,6 +265,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   const CRect& GetRowHeaderRect() const { return m_rectRowHeader; }
   CRect GetItemRect(const CBCGPGridItemID& id) const;  // of merged cells: the whole block
   CRect GetRowRect(int row) const;
+  CRect GetColumnRect(int column) const;  // with its header; empty: hidden, or scrolled below frozen ones
   bool IsRowShown(int row) const { return heights_.SizeOf(row) > 0; }  // hidden by nothing
   CRect GetRangeRect(
       const CBCGPGridRange& range) const;  // what is visible of its columns and rows, unclipped
@@ -278,6 +280,10 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   int GetHierarchyOffset() const;
   bool DrawPiece(CDC* dc, CSize size, CPoint from);  // for paper, behind its headers; false: the grid ended
   int LineEdgeAt(int place) const;                   // the upper edge of the line there
+  CRect GetRangePlace(const CBCGPGridRange& range) const;  // from the table's corner, with nothing frozen
+  // The first columns stay while the others scroll sideways, as many of them as leave room for those.
+  void SetFrozenColumns(int count);
+  int GetFrozenColumns() const { return frozen_columns_; }
   void ShowVertScrollBar(BOOL on);
   void ShowHorzScrollBar(BOOL on);
 
@@ -464,8 +470,10 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void OnFilterLeft();
   bool EndsFilterEditor(const MSG& message) const;
   void DrawFilterBar(CDC* dc, const CRect& dirty);
+  void DrawFilterCells(CDC* dc);
 
   // The room at the left of the cells.
+  int RoomBeforeCells() const { return GetHierarchyOffset() + GetExtraHierarchyOffset(); }
   int CellsLeft() const;  // where the first column begins
   CRect BoxOf(const CBCGPGridRow& row) const;
   bool PressOnBox(CPoint point);
@@ -475,6 +483,16 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   int ShownHeightOf(const CBCGPGridRow& row) const;  // where nothing hides it
   void KeepCurrentWithRows(int first, int count);
   void RebuildHeights();
+
+  // Frozen columns.
+  class PaneTurn;
+  lorv::ColumnPanes Panes() const;
+  int MostFrozenWidth() const;
+  CRect RectIn(const lorv::ColumnPanes& panes, const CBCGPGridRange& range) const;
+  int ColumnAt(int x) const;   // -1: none
+  int DividerAt(int x) const;  // whose right edge is there; -1: none
+  int HiddenBeforeEdge(int x) const;
+  void DrawFrozenEdge(CDC* dc) const;
 
   // Layout.
   bool LayOut();
@@ -520,8 +538,10 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void DrawRowHeader(CDC* dc, const CRect& dirty);
   void DrawRows(CDC* dc, const CRect& dirty);
   void DrawMerged(CDC* dc, const CRect& dirty);
+  void DrawCells(CDC* dc, const CBCGPGridRow& row);
   void DrawCell(CDC* dc, CBCGPGridItem& item, const CRect& cell);
   void DrawDragMarks(CDC* dc);
+  void DrawHeaderCells(CDC* dc);
   void DrawHeaderCell(CDC* dc, const CRect& cell, const CString& text, int align, bool selected);
   COLORREF Themed(COLORREF colour, int system) const;
 
@@ -538,13 +558,11 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   std::vector<std::unique_ptr<lorv::GroupRow>> group_rows_;
   bool regroup_wanted_ = false;
   bool filter_bar_on_ = false;
-  struct FilterText {
-    CString text;
-    CString folded;  // as the rows are compared with it
-  };
-  std::vector<FilterText> filter_texts_;  // by column
+  std::vector<lorv::FilterText> filter_texts_;  // by column
   std::unique_ptr<CEdit> filter_editor_;
   int filter_column_ = -1;
+  int frozen_columns_ = 0;
+  lorv::ColumnPane drawn_pane_ = lorv::ColumnPane::kBoth;
   int tall_rows_ = 0;           // of more than one line
   std::vector<int> nested_at_;  // how many rows stand at level 1, 2 ...
   lorv::MeasuredFont measured_;
@@ -552,8 +570,6 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   lorv::SelectedRanges selection_;
   CBCGPGridItemID current_;
   CBCGPGridItemID anchor_;
-  CPoint frame_press_;     // where the mouse went down
-  bool on_frame_ = false;  // on the frame of the selection, and has not moved since
   RowSorter row_sorter_;
   int sort_column_ = -1;
   bool sort_ascending_ = true;

@@ -3,6 +3,7 @@
 
 #include "framework/drawing/device_context.h"
 #include "gridcore/control/grid_control.h"
+#include "gridcore/control/grid_panes.h"
 
 // A line below the header with a text for each column. Rows that do not hold the texts in their cells are
 // left out, while the user types.
@@ -65,21 +66,23 @@ void CBCGPGridCtrl::FilterColumnsMove(int column, int step) {
   if (step < 0)
     filter_texts_.erase(place);
   else
-    filter_texts_.insert(place, FilterText());
+    filter_texts_.insert(place, lorv::FilterText());
   FilterChanged();
 }
 
 CRect CBCGPGridCtrl::FilterCell(int column) const {
   const CBCGPGridColumnsInfo& info = GetColumnsInfo();
   if (m_rectFilterBar.IsRectEmpty() != FALSE || info.GetColumnWidth(column) == 0) return {};
-  const int left = CellsLeft() + info.GetColumnLeft(column);
-  return {left, static_cast<int>(m_rectFilterBar.top), left + info.GetColumnWidth(column),
-          static_cast<int>(m_rectFilterBar.bottom)};
+  CRect cell = GetColumnRect(column);
+  if (cell.IsRectEmpty() != FALSE) return {};
+  cell.top = m_rectFilterBar.top;
+  cell.bottom = m_rectFilterBar.bottom;
+  return cell;
 }
 
 bool CBCGPGridCtrl::PressInFilterBar(CPoint point) {
   if (m_rectFilterBar.PtInRect(point) == FALSE) return false;
-  OpenFilterEditor(GetColumnsInfo().HitTestColumn(static_cast<int>(point.x) - CellsLeft()));
+  OpenFilterEditor(ColumnAt(static_cast<int>(point.x)));
   return true;
 }
 
@@ -146,6 +149,12 @@ void CBCGPGridCtrl::DrawFilterBar(CDC* dc, const CRect& dirty) {
   dc->IntersectClipRect(&m_rectFilterBar);
   const lorv::Desktop& desktop = lorv::DesktopInForce();
   dc->FillSolidRect(&m_rectFilterBar, desktop.Colour(COLOR_BTNFACE));
+  for (PaneTurn turn(*this, dc); turn.Next();) DrawFilterCells(dc);
+  dc->RestoreDC(saved);
+}
+
+void CBCGPGridCtrl::DrawFilterCells(CDC* dc) {
+  const lorv::Desktop& desktop = lorv::DesktopInForce();
   const CBCGPGridColumnsInfo& info = GetColumnsInfo();
   const COLORREF line = desktop.Colour(COLOR_BTNSHADOW);
   const int first = info.HitTestColumn(std::max(0, static_cast<int>(m_rectFilterBar.left) - CellsLeft()));
@@ -160,5 +169,4 @@ void CBCGPGridCtrl::DrawFilterBar(CDC* dc, const CRect& dirty) {
     dc->DrawText(GetFilterBarText(column), cell,
                  DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
   }
-  dc->RestoreDC(saved);
 }

@@ -87,14 +87,22 @@ void CBCGPGridCtrl::CloseToolTip() {
 
 CRect CBCGPGridCtrl::GetSelectionBorder() const {
   if (selection_.IsEmpty()) return {};
-  const CRect border = GetRangeRect(selection_.Ranges().back());
+  const CBCGPGridRange& range = selection_.Ranges().back();
+  const CRect border = GetRangeRect(range);
   const CPoint corner(border.right - 1, border.bottom - 1);
-  return border.IsRectEmpty() == FALSE && m_rectList.PtInRect(corner) != FALSE ? border : CRect();
+  if (border.IsRectEmpty() != FALSE || m_rectList.PtInRect(corner) == FALSE) return {};
+  // Its last columns may have scrolled below the frozen ones, and the corner with them.
+  const lorv::ColumnPanes panes = Panes();
+  const CBCGPGridColumnsInfo& info = GetColumnsInfo();
+  const int last = std::min(range.m_nRight, info.GetColumnCount() - 1);
+  const int end = RoomBeforeCells() + info.GetColumnLeft(last) + info.GetColumnWidth(last);
+  return end > panes.frozen && panes.OnScreen(panes.frozen, end).IsEmpty() && panes.AreSplit() ? CRect()
+                                                                                               : border;
 }
 
 CBCGPGridItemID CBCGPGridCtrl::CellAtPlace(CPoint point) const {
   const int row = heights_.LineAt(std::int64_t{point.y} - m_rectList.top + m_nVertScrollOffset);
-  const int column = GetColumnsInfo().HitTestColumn(static_cast<int>(point.x) - CellsLeft());
+  const int column = ColumnAt(static_cast<int>(point.x));
   // Behind the rows stand the lines of groups.
   return row < 0 || row >= rows_.Size() || column < 0 ? CBCGPGridItemID() : MainCell({row, column});
 }

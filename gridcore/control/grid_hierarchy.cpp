@@ -4,7 +4,7 @@
 #include "gridcore/control/grid_control.h"
 
 // The room at the left of the cells: a step for each group column and each level of nested rows, with a box
-// to collapse and expand what stands below. It scrolls with the cells.
+// to collapse and expand what stands below. It scrolls with the cells, or stays with the frozen ones.
 
 namespace {
 
@@ -19,8 +19,7 @@ int CBCGPGridCtrl::GetHierarchyOffset() const {
 }
 
 int CBCGPGridCtrl::CellsLeft() const {
-  return static_cast<int>(m_rectList.left) + GetHierarchyOffset() + GetExtraHierarchyOffset() -
-         m_nHorzScrollOffset;
+  return Panes().ScreenAt(RoomBeforeCells());
 }
 
 CRect CBCGPGridCtrl::BoxOf(const CBCGPGridRow& row) const {
@@ -31,7 +30,9 @@ CRect CBCGPGridCtrl::BoxOf(const CBCGPGridRow& row) const {
   if (line.IsRectEmpty() != FALSE) return {};
   const int level = group ? GetRowsOfGroup(row).level : GetGroupColumnCount() + row.GetLevel();
   const int step = std::max(0, GetHierarchyLevelOffset());
-  const int left = static_cast<int>(m_rectList.left) - m_nHorzScrollOffset + level * step;
+  // Before frozen columns it stays with them, in both parts: the line of a group is one line.
+  const int left =
+      static_cast<int>(m_rectList.left) - (Panes().AreSplit() ? 0 : m_nHorzScrollOffset) + level * step;
   const int x = left + std::max(0, step - kBoxSide) / 2;
   const int y = static_cast<int>(line.CenterPoint().y) - kBoxSide / 2;
   return {x, y, x + kBoxSide, y + kBoxSide};

@@ -198,7 +198,7 @@ void CBCGPGridCtrl::OnPosSizeChanged() {}
 
 void CBCGPGridCtrl::SetScrollSizes() {
   m_nVertScrollTotal = Near(heights_.Total());
-  m_nHorzScrollTotal = GetColumnsInfo().GetTotalWidth() + CellsLeft() + m_nHorzScrollOffset - m_rectList.left;
+  m_nHorzScrollTotal = GetColumnsInfo().GetTotalWidth() + RoomBeforeCells();
   for (int round = 0; round < 2; ++round) {
     m_nVertScrollPage = m_rectList.Height();
     m_nHorzScrollPage = m_rectList.Width();
@@ -250,7 +250,10 @@ void CBCGPGridCtrl::ScrollTo(int across, int down) {
   const int old_across = std::exchange(m_nHorzScrollOffset, across);
   const int old_down = std::exchange(m_nVertScrollOffset, down);
   if (old_across == across && old_down == down) return;
-  // The frame lies over cells, and goes with them.
+  // The frame lies over cells, and goes with them; where some go and others stay, the next move makes it
+  // anew.
+  const bool sideways = old_across != across && Panes().AreSplit();
+  if (sideways) HideDragFrame();
   if (m_rectDragFrame.IsRectEmpty() == FALSE)
     m_rectDragFrame.OffsetRect(old_across - across, old_down - down);
   const auto life = life_.Watch();
@@ -263,6 +266,9 @@ void CBCGPGridCtrl::ScrollTo(int across, int down) {
       CRect area = m_rectList;
       area.left = m_rectRowHeader.left;
       ScrollWindow(0, old_down - down, &area, &area);
+    } else if (sideways) {
+      const CRect moved(Panes().Edge(), m_rectHeader.top, m_rectList.right, m_rectList.bottom);
+      InvalidateRect(&moved, FALSE);
     } else {
       Invalidate(FALSE);
     }
@@ -283,14 +289,20 @@ CRect CBCGPGridCtrl::GetRowRect(int row) const {
 }
 
 CRect CBCGPGridCtrl::GetRangeRect(const CBCGPGridRange& range) const {
+  return RectIn(Panes(), range);
+}
+
+CRect CBCGPGridCtrl::RectIn(const lorv::ColumnPanes& panes, const CBCGPGridRange& range) const {
   const CBCGPGridColumnsInfo& info = GetColumnsInfo();
   if (!range.IsValid() || range.m_nTop >= rows_.Size() || range.m_nLeft >= info.GetColumnCount()) return {};
-  const int left = CellsLeft();
   const int last_row = std::min(range.m_nBottom, rows_.Size() - 1);
   const int last_column = std::min(range.m_nRight, info.GetColumnCount() - 1);
   const std::int64_t above = std::int64_t{m_rectList.top} - m_nVertScrollOffset;
-  const CRect rect(left + info.GetColumnLeft(range.m_nLeft), Near(above + heights_.OffsetOf(range.m_nTop)),
-                   left + info.GetColumnLeft(last_column) + info.GetColumnWidth(last_column),
+  const int room = RoomBeforeCells();
+  const lorv::PixelStretch columns =
+      panes.OnScreen(room + info.GetColumnLeft(range.m_nLeft),
+                     room + info.GetColumnLeft(last_column) + info.GetColumnWidth(last_column));
+  const CRect rect(columns.from, Near(above + heights_.OffsetOf(range.m_nTop)), columns.to,
                    Near(above + heights_.OffsetOf(last_row) + heights_.SizeOf(last_row)));
   return rect.IsRectEmpty() != FALSE ? CRect() : rect;
 }
@@ -309,7 +321,7 @@ CBCGPGridItemID CBCGPGridCtrl::MainCell(const CBCGPGridItemID& id) const {
 BOOL CBCGPGridCtrl::HitTest(CPoint point, CBCGPGridItemID& id, CRect& rect) const {
   if (m_rectList.PtInRect(point) == FALSE) return FALSE;
   const int row = heights_.LineAt(std::int64_t{point.y} - m_rectList.top + m_nVertScrollOffset);
-  const int column = GetColumnsInfo().HitTestColumn(static_cast<int>(point.x) - CellsLeft());
+  const int column = ColumnAt(static_cast<int>(point.x));
   if (row < 0 || row >= rows_.Size() || column < 0) return FALSE;
   id = MainCell({row, column});
   rect = GetItemRect(id);
@@ -348,7 +360,7 @@ int CBCGPGridCtrl::HitTestRowHeader(CPoint point, CRect& rect) const {
 
 int CBCGPGridCtrl::HitTestHeader(CPoint point) const {
   if (m_rectHeader.PtInRect(point) == FALSE) return -1;
-  return GetColumnsInfo().HitTestColumn(static_cast<int>(point.x) - CellsLeft());
+  return ColumnAt(static_cast<int>(point.x));
 }
 
 void CBCGPGridCtrl::EnsureVisible(CBCGPGridRow* row, BOOL partial) {
@@ -373,12 +385,14 @@ void CBCGPGridCtrl::EnsureVisible(const CBCGPGridItemID& id) {
   if (life.expired()) return;
   const CBCGPGridColumnsInfo& info = GetColumnsInfo();
   if (info.GetColumnWidth(id.m_nColumn) == 0) return;
-  const int left = info.GetColumnLeft(id.m_nColumn) + CellsLeft() + m_nHorzScrollOffset - m_rectList.left;
+  const int left = info.GetColumnLeft(id.m_nColumn) + RoomBeforeCells();
   const int right = left + info.GetColumnWidth(id.m_nColumn);
+  const int frozen = Panes().frozen;
+  if (right <= frozen) return;
   int across = m_nHorzScrollOffset;
   if (right > across + m_rectList.Width()) across = right - m_rectList.Width();
   // The first column comes with the room before it.
-  if (left < across) across = id.m_nColumn == info.GetFirstVisibleColumn() ? 0 : left;
+  if (left < across + frozen) across = id.m_nColumn == info.GetFirstVisibleColumn() ? 0 : left - frozen;
   ScrollTo(across, m_nVertScrollOffset);
 }
 

@@ -17,8 +17,7 @@ constexpr int kRowsOfNotch = 3;
 
 bool CBCGPGridCtrl::PressInHeader(UINT flags, CPoint point) {
   if (m_rectHeader.PtInRect(point) == FALSE) return false;
-  const int place = static_cast<int>(point.x) - CellsLeft();
-  const int divider = GetColumnsInfo().HitTestDivider(place, lorv::kDividerReach);
+  const int divider = DividerAt(static_cast<int>(point.x));
   if (divider >= 0) {
     if (StartsNothing()) return true;
     m_bTracking = true;
@@ -95,8 +94,8 @@ void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID&
   // Handlers of the press may have worked its release, which came to whatever stood under the mouse then.
   if (StartsNothing()) return;
   m_bSelecting = true;
-  on_frame_ = on_frame;
-  frame_press_ = point;
+  press_.on_frame = on_frame;
+  press_.at = point;
   SetCapture();
 }
 
@@ -110,14 +109,14 @@ bool CBCGPGridCtrl::OnSelectionFrame(CPoint point) const {
 }
 
 bool CBCGPGridCtrl::DragFrame(CPoint point) {
-  if (!on_frame_) return false;
+  if (!press_.on_frame) return false;
   const auto along = [](int from, int to) { return from < to ? to - from : from - to; };
-  if (along(static_cast<int>(frame_press_.x), static_cast<int>(point.x)) < kDragStart &&
-      along(static_cast<int>(frame_press_.y), static_cast<int>(point.y)) < kDragStart)
+  if (along(static_cast<int>(press_.at.x), static_cast<int>(point.x)) < kDragStart &&
+      along(static_cast<int>(press_.at.y), static_cast<int>(point.y)) < kDragStart)
     return true;
-  on_frame_ = false;
+  press_.on_frame = false;
   const auto life = life_.Watch();
-  const BOOL dragged = OnBeginDrag(frame_press_);
+  const BOOL dragged = OnBeginDrag(press_.at);
   if (life.expired()) return true;
   if (dragged != FALSE) m_bSelecting = false;
   return dragged != FALSE || !m_bSelecting;
@@ -134,7 +133,7 @@ bool CBCGPGridCtrl::StartsNothing() const {
 void CBCGPGridCtrl::ForgetFollowed() {
   m_bTracking = false;
   m_bSelecting = false;
-  on_frame_ = false;
+  press_.on_frame = false;
   m_nTrackColumn = -1;
 }
 
@@ -166,8 +165,12 @@ void CBCGPGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
 }
 
 void CBCGPGridCtrl::TrackDivider(CPoint point) {
-  const int left = CellsLeft() + GetColumnsInfo().GetColumnLeft(m_nTrackColumn);
-  const int width = std::max(GetColumnsInfo().GetMinWidth(m_nTrackColumn), static_cast<int>(point.x) - left);
+  const lorv::ColumnPanes panes = Panes();
+  const int before = RoomBeforeCells() + GetColumnsInfo().GetColumnLeft(m_nTrackColumn);
+  int dragged = static_cast<int>(point.x) - panes.ScreenAt(before);
+  // A frozen column that grew too wide would not be frozen any more, and jump from under the mouse.
+  if (panes.Stays(before)) dragged = std::min(dragged, MostFrozenWidth() - before);
+  const int width = std::max(GetColumnsInfo().GetMinWidth(m_nTrackColumn), dragged);
   const auto life = life_.Watch();
   OnTrackHeader(m_nTrackColumn, width);
   if (life.expired()) return;
@@ -194,6 +197,8 @@ void CBCGPGridCtrl::DragSelection(CPoint point) {
   CBCGPGridItemID id;
   CRect rect;
   if (HitTest(point, id, rect) == FALSE || anchor_.m_nRow < 0) return;
+  const int hidden = HiddenBeforeEdge(static_cast<int>(point.x));
+  if (hidden >= 0) id = MainCell({id.m_nRow, hidden});
   if (selection_.Holds(id) && selection_.CellCount() == 1) return;
   Go(id, true);
 }
@@ -231,8 +236,7 @@ void CBCGPGridCtrl::OnResizeColumns() {}
 
 void CBCGPGridCtrl::OnLButtonDblClk(UINT flags, CPoint point) {
   if (m_rectHeader.PtInRect(point) != FALSE) {
-    const int place = static_cast<int>(point.x) - CellsLeft();
-    const int divider = GetColumnsInfo().HitTestDivider(place, lorv::kDividerReach);
+    const int divider = DividerAt(static_cast<int>(point.x));
     if (divider >= 0) OnHeaderDividerDblClick(divider);
     return;
   }
@@ -291,9 +295,7 @@ BOOL CBCGPGridCtrl::OnSetCursor(CWnd* window, UINT hit, UINT message) {
   if (hit != HTCLIENT || window != this) return CBCGPWnd::OnSetCursor(window, hit, message);
   POINT at = lorv::DesktopInForce().CursorPosition();
   ScreenToClient(&at);
-  const int place = static_cast<int>(at.x) - CellsLeft();
-  const bool divider =
-      m_rectHeader.PtInRect(at) != FALSE && GetColumnsInfo().HitTestDivider(place, lorv::kDividerReach) >= 0;
+  const bool divider = m_rectHeader.PtInRect(at) != FALSE && DividerAt(static_cast<int>(at.x)) >= 0;
   if (m_bTracking || divider) {
     lorv::DesktopInForce().SetCursor(lorv::kCursorSizeAcross);
     return TRUE;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/native/window_types.h"
+#include "framework/text/cstring.h"
 
 // Modes, switches, sizes and limits of grids.
 
@@ -23,6 +24,7 @@ enum HeaderFlag : UINT { kHeaderMovesColumns = 1, kHeaderSorts = 2, kHeaderHides
 constexpr UINT kEditorId = 1;              // of every editor of a grid
 constexpr UINT kFilterEditorId = 2;        // of the editor in the filter bar
 constexpr int kDividerReach = 4;           // pixels to both sides of a column's edge
+constexpr int kLeastScrollingWidth = 48;   // pixels that frozen columns leave to the others
 constexpr int kRowHeaderWidth = 30;        // pixels
 constexpr int kMaxVirtualTable = 1 << 28;  // rows; as high as all of them can be scrolled over
 constexpr int kMostEditorCloses = 8;       // of editors that handlers open while rows go
@@ -47,7 +49,15 @@ struct GridSwitches {
 struct PressWatch {
   unsigned releases = 0;
   unsigned releases_before = 0;
-  bool held = false;  // the button was really down at the press
+  bool held = false;      // the button was really down at the press
+  POINT at = {0, 0};      // where the mouse went down
+  bool on_frame = false;  // on the frame of the selection, and has not moved since
+};
+
+// A text of the filter bar.
+struct FilterText {
+  CString text;
+  CString folded;  // as the rows are compared with it
 };
 
 // The height of a line of text, and of which font it is.

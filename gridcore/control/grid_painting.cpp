@@ -3,6 +3,7 @@
 #include "framework/drawing/device_context.h"
 #include "gridcore/columns/columns_info_ex.h"
 #include "gridcore/control/grid_control.h"
+#include "gridcore/control/grid_panes.h"
 
 // What a grid shows. Only rows and columns that meet the part that is out of date are looked at, so a page
 // costs the same in a table of any size.
@@ -83,6 +84,7 @@ void CBCGPGridCtrl::OnDraw(CDC* dc) {
   if (above.IsRectEmpty() == FALSE && above.top < dirty.bottom && dirty.top < above.bottom) OnDrawHeader(dc);
   if (life.expired()) return;
   DrawFilterBar(dc, dirty);
+  DrawFrozenEdge(dc);
   DrawDragMarks(dc);
   dc->SelectObject(old);
 }
@@ -108,28 +110,32 @@ void CBCGPGridCtrl::DrawRows(CDC* dc, const CRect& dirty) {
     if (life.expired()) return;
     if (GetRow(row) == shown) DrawBranch(dc, *shown);
   }
-  if (!merged_.IsEmpty()) DrawMerged(dc, dirty);
+  for (PaneTurn turn(*this, dc); !merged_.IsEmpty() && turn.Next();) DrawMerged(dc, dirty);
   dc->RestoreDC(saved);
 }
 
 BOOL CBCGPGridCtrl::OnDrawItem(CDC* dc, CBCGPGridRow* row) {
   if (row == nullptr) return FALSE;
+  for (PaneTurn turn(*this, dc); turn.Next();) DrawCells(dc, *row);
+  return TRUE;
+}
+
+void CBCGPGridCtrl::DrawCells(CDC* dc, const CBCGPGridRow& row) {
   CRect area;
   dc->GetClipBox(&area);
   const CBCGPGridColumnsInfo& info = GetColumnsInfo();
-  const int id = IndexOfRow(*row);
+  const int id = IndexOfRow(row);
   const CRect rect = GetRowRect(id);
   const int origin = CellsLeft();
   int column = info.HitTestColumn(std::max(0, static_cast<int>(area.left) - origin));
   for (; column >= 0; column = info.GetNextVisibleColumn(column, TRUE)) {
     const int left = origin + info.GetColumnLeft(column);
     if (left >= area.right) break;
-    CBCGPGridItem* item = row->GetItem(column);
+    CBCGPGridItem* item = row.GetItem(column);
     const bool own = merged_.IsEmpty() || !merged_.BlockAt({id, column}).IsValid();
     const CRect cell(left, rect.top, left + info.GetColumnWidth(column), rect.bottom);
     if (item != nullptr && own && dc->RectVisible(&cell) != FALSE) DrawCell(dc, *item, cell);
   }
-  return TRUE;
 }
 
 void CBCGPGridCtrl::DrawMerged(CDC* dc, const CRect& dirty) {
@@ -212,6 +218,11 @@ void CBCGPGridCtrl::OnDrawHeader(CDC* dc) {
   if (corner.IsRectEmpty() == FALSE) DrawHeaderCell(dc, corner, CString(), DT_CENTER, false);
   dc->IntersectClipRect(&m_rectHeader);
   FillRecord(dc, m_rectHeader, theme_.m_HeaderColors, lorv::DesktopInForce().Colour(COLOR_BTNFACE));
+  for (PaneTurn turn(*this, dc); turn.Next();) DrawHeaderCells(dc);
+  dc->RestoreDC(saved);
+}
+
+void CBCGPGridCtrl::DrawHeaderCells(CDC* dc) {
   const CBCGPGridColumnsInfo& info = GetColumnsInfo();
   const auto* lines = dynamic_cast<const CBCGPGridColumnsInfoEx*>(&info);
   const int line_count = lines == nullptr ? 1 : lines->GetHeaderLineCount();
@@ -235,5 +246,4 @@ void CBCGPGridCtrl::OnDrawHeader(CDC* dc) {
     const CRect cell = item->rect + CPoint(origin, m_rectHeader.top);
     if (item->rect.IsRectEmpty() == FALSE) DrawHeaderCell(dc, cell, item->text, item->align, false);
   }
-  dc->RestoreDC(saved);
 }

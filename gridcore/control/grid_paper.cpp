@@ -13,6 +13,11 @@ int CBCGPGridCtrl::LineEdgeAt(int place) const {
   return static_cast<int>(std::min<std::int64_t>(edge, m_nVertScrollTotal));
 }
 
+CRect CBCGPGridCtrl::GetRangePlace(const CBCGPGridRange& range) const {
+  const CRect rect = RectIn({m_rectList.left, 0, m_nHorzScrollOffset}, range);
+  return rect - CPoint(m_rectList.left - m_nHorzScrollOffset, m_rectList.top - m_nVertScrollOffset);
+}
+
 bool CBCGPGridCtrl::DrawPiece(CDC* dc, CSize size, CPoint from) {
   const auto life = life_.Watch();
   const int left = m_rectRowHeader.Width();
@@ -24,6 +29,7 @@ bool CBCGPGridCtrl::DrawPiece(CDC* dc, CSize size, CPoint from) {
   const lorv::ScopeMark row_header(m_rectRowHeader, life, beside);
   const lorv::ScopeMark across(m_nHorzScrollOffset, life, static_cast<int>(from.x));
   const lorv::ScopeMark down(m_nVertScrollOffset, life, static_cast<int>(from.y));
+  const lorv::ScopeMark none_frozen(frozen_columns_, life, 0);
   // Paper has no selection.
   const lorv::ScopeMark none_selected(selection_, life, lorv::SelectedRanges());
   const lorv::ScopeMark none_current(current_, life, CBCGPGridItemID());

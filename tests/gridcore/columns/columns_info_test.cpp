@@ -134,3 +134,20 @@ TEST(ColumnsInfo, SpreadColumnsLoseNoPixel) {
   nothing.Resize(101, TRUE);
   EXPECT_EQ(nothing.GetTotalWidth(), 101);
 }
+
+TEST(ColumnsInfo, TheFirstColumnsAreAsManyAsFit) {
+  CBCGPGridColumnsInfo info;
+  EXPECT_EQ(info.GetWidthOfFirst(3, 100), 0);
+  Filled(info, {80, 50, 0, 70});
+  EXPECT_EQ(info.GetWidthOfFirst(2, 130), 130);
+  EXPECT_EQ(info.GetWidthOfFirst(2, 129), 80);
+  EXPECT_EQ(info.GetWidthOfFirst(2, 79), 0);
+  EXPECT_EQ(info.GetWidthOfFirst(kMost, kMost), 200);
+  EXPECT_EQ(info.GetWidthOfFirst(kMost, 199), 130);
+  for (const int none : {0, -1, kLeast}) {
+    EXPECT_EQ(info.GetWidthOfFirst(none, 100), 0);
+    EXPECT_EQ(info.GetWidthOfFirst(2, none), 0);
+  }
+  info.SetColumnVisible(0, FALSE);
+  EXPECT_EQ(info.GetWidthOfFirst(2, 60), 50);
+}
