@@ -110,13 +110,13 @@ void Packer::Work() {
 }
 
 void Packer::PackPart(Part& part) const {
+  const auto tell = [&](const Source& source, const std::string& words) {
+    part.left_out.emplace_back(&source, words);
+  };
   try {
     part.zip = std::make_unique<ZipWriter>();
     part.zip->Create(nullptr, 0);
     for (std::size_t i = part.first; i < part.last; ++i) {
-      const auto tell = [&](const Source& source, const std::string& words) {
-        part.left_out.emplace_back(&source, words);
-      };
       part.packed += AddSource(*part.zip, sources_[i], tell, nullptr) ? 1U : 0U;
     }
     Check(part.zip->Close(), sources_[part.first]);
