@@ -7,6 +7,7 @@
 #include "grid/basic/basic_grid.h"
 #include "grid/commands/grid_commands.h"
 #include "grid/history/recorded_step.h"
+#include "grid/history/selection_colour.h"
 #include "grid/items/multi_line_row.h"
 
 // What was done to a table, as two stacks of steps. Rows keep their identity: one that leaves the table is
@@ -146,7 +147,9 @@ void GridHistory::OnValueChanged(CBCGPGridItem& item, _variant_t& before, Change
 
 void GridHistory::OnLooksChanging(CBCGPGridItem& item) {
   const ChangeBy by = grid_->Changes().By();
-  if (applying_ == nullptr && Records(item, by)) Record([&](RecordedStep& step) { step.NoteLooks(item); });
+  if (applying_ != nullptr || !Records(item, by)) return;
+  const ItemLooks looks = SelectionColour(*grid_).Without(item);
+  Record([&](RecordedStep& step) { step.NoteLooks(item, looks); });
 }
 
 void GridHistory::OnRowInserted(const RowPlace& /*place*/, CBCGPGridRow& row) {

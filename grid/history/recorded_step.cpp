@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <exception>
+#include <unordered_set>
 #include <utility>
 
-#include "gridcore/control/grid_control.h"
+#include "grid/basic/basic_grid.h"
+#include "grid/history/selection_colour.h"
 
 // The notes of one step. Values and looks are found by rows that live as long as the notes, so it does not
 // matter to them where the rows stand, or whether they stand in the table at all; rows that came, went or
@@ -37,12 +39,39 @@ bool EachWay(List& list, bool backwards, Visit visit) {
 }  // namespace
 
 bool RecordedStep::ChangesNothing() const {
-  if (IsEmpty()) return true;
-  // A value that was typed as it stood is no step; longer ones are not compared, as they nearly always change
-  // something.
-  if (values_.size() != 1 || !looks_.empty() || !turns_.empty() || merged_.has_value()) return false;
-  const CBCGPGridItem* const item = values_.front().row->GetItem(values_.front().column);
-  return item != nullptr && item->GetValue() == values_.front().other;
+  return looks_.empty() && !merged_.has_value() && KeepsRows() && KeepsValues();
+}
+
+// Each row that came went again, the last one first.
+bool RecordedStep::KeepsRows() const {
+  std::vector<const CBCGPGridRow*> came;
+  for (const Turn& turn : turns_) {
+    if (turn.row != nullptr && turn.inserted) {
+      came.push_back(turn.row);
+      continue;
+    }
+    if (turn.row == nullptr || came.empty() || came.back() != turn.row) return false;
+    came.pop_back();
+  }
+  return came.empty();
+}
+
+// The first note of a cell is what it had. The first cell of a usual step has changed, which ends both walks.
+bool RecordedStep::KeepsValues() const {
+  const auto has_it = [](const Value& value) {
+    // A row that is the step's own goes with it, with whatever its cells have.
+    if (value.row->GetOwnerList() == nullptr) return true;
+    const CBCGPGridItem* const item = value.row->GetItem(value.column);
+    return item != nullptr && item->GetValue() == value.other;
+  };
+  if (std::all_of(values_.begin(), values_.end(), has_it)) return true;
+  const auto hash = [](const std::pair<const CBCGPGridRow*, int>& cell) {
+    return std::hash<const void*>()(cell.first) * 31U + static_cast<std::size_t>(cell.second);
+  };
+  std::unordered_set<std::pair<const CBCGPGridRow*, int>, decltype(hash)> seen(0, hash);
+  return std::all_of(values_.begin(), values_.end(), [&](const Value& value) {
+    return !seen.emplace(value.row, value.column).second || has_it(value);
+  });
 }
 
 void RecordedStep::NoteValue(CBCGPGridItem& item, _variant_t& before) {
@@ -53,11 +82,11 @@ void RecordedStep::NoteValue(CBCGPGridItem& item, _variant_t& before) {
   values_.push_back({row, item.GetColumnId(), std::move(before)});
 }
 
-void RecordedStep::NoteLooks(CBCGPGridItem& item) {
+void RecordedStep::NoteLooks(CBCGPGridItem& item, const ItemLooks& looks) {
   CBCGPGridRow* const row = item.GetParentRow();
   if (!looks_.empty() && looks_.back().row == row && looks_.back().column == item.GetColumnId()) return;
   bytes_ += sizeof(Looks);
-  looks_.push_back({row, item.GetColumnId(), item.GetLooks()});
+  looks_.push_back({row, item.GetColumnId(), looks});
 }
 
 void RecordedStep::NoteInserted(CBCGPGridRow& row) {
@@ -123,7 +152,7 @@ bool RecordedStep::ApplyTurn(GridRestore& restore, Turn& turn, bool back) {
   return taken && turn.owned != nullptr;
 }
 
-bool RecordedStep::ApplyTurns(CBCGPGridCtrl& grid, bool back) {
+bool RecordedStep::ApplyTurns(CBCGPBasicGridCtrl& grid, bool back) {
   GridRestore restore(grid);
   // Rows that come and go move merged cells along, so these are set when all rows stand where they should.
   std::vector<CBCGPGridRange> merged;
@@ -135,15 +164,15 @@ bool RecordedStep::ApplyTurns(CBCGPGridCtrl& grid, bool back) {
   return true;
 }
 
-void RecordedStep::SwapLooks(Looks& looks) const {
+void RecordedStep::SwapLooks(const SelectionColour& selection, Looks& looks) {
   CBCGPGridItem* const item = looks.row->GetItem(looks.column);
   if (item == nullptr) return;
-  const ItemLooks now = item->GetLooks();
-  item->SetLooks(looks.other, FALSE);
+  const ItemLooks now = selection.Without(*item);
+  item->SetLooks(selection.With(looks.other, *item), FALSE);
   looks.other = now;
 }
 
-bool RecordedStep::ApplyCells(bool back, const StillThere& still_there) {
+bool RecordedStep::ApplyCells(const CBCGPBasicGridCtrl& grid, bool back, const StillThere& still_there) {
   std::exception_ptr raised;
   const auto swap = [&](Value& value) {
     CBCGPGridItem* const item = value.row->GetItem(value.column);
@@ -169,13 +198,16 @@ bool RecordedStep::ApplyCells(bool back, const StillThere& still_there) {
   };
   const bool whole = EachWay(values_, back, swap);
   former_.reset();
-  if (whole) EachWay(looks_, back, [&](Looks& looks) { return SwapLooks(looks), true; });
+  if (whole) {
+    const SelectionColour selection(grid);
+    EachWay(looks_, back, [&](Looks& looks) { return SwapLooks(selection, looks), true; });
+  }
   if (raised != nullptr) std::rethrow_exception(raised);
   return whole;
 }
 
-bool RecordedStep::Apply(CBCGPGridCtrl& grid, bool back, const StillThere& still_there) {
-  return ApplyTurns(grid, back) && ApplyCells(back, still_there);
+bool RecordedStep::Apply(CBCGPBasicGridCtrl& grid, bool back, const StillThere& still_there) {
+  return ApplyTurns(grid, back) && ApplyCells(grid, back, still_there);
 }
 
 CBCGPGridRange RecordedStep::Touched() const {

@@ -7,7 +7,11 @@
 
 #include "gridcore/control/grid_restore.h"
 
+class CBCGPBasicGridCtrl;
+
 namespace lorv {
+
+class SelectionColour;
 
 // What one step changed in a table, in the form that takes it back and then makes it again.
 //
@@ -21,12 +25,14 @@ class RecordedStep {
   using StillThere = std::function<bool()>;
 
   bool IsEmpty() const { return values_.empty() && looks_.empty() && turns_.empty() && !merged_.has_value(); }
-  // A change that handlers took back: the one cell that it names has its old value.
+  // A change that was taken back within the step: all cells that it names have their first values, rows that
+  // came are gone.
   bool ChangesNothing() const;
   std::size_t Bytes() const { return bytes_; }
 
   void NoteValue(CBCGPGridItem& item, _variant_t& before);
-  void NoteLooks(CBCGPGridItem& item);
+  // The looks that it is about to lose.
+  void NoteLooks(CBCGPGridItem& item, const ItemLooks& looks);
   void NoteInserted(CBCGPGridRow& row);
   // Owns the row from now on. A row that this step made, and nothing else since, leaves no note: it stays the
   // caller's.
@@ -36,7 +42,7 @@ class RecordedStep {
 
   // Takes the step back, or makes it again. False: the table does not fit the notes, or is gone. What a
   // cell raises while its value is set is raised at the end, when all others have theirs.
-  bool Apply(CBCGPGridCtrl& grid, bool back, const StillThere& still_there);
+  bool Apply(CBCGPBasicGridCtrl& grid, bool back, const StillThere& still_there);
   // Told while the step is applied: what a cell had, and a row that it takes out.
   void TakeFormer(_variant_t& before);
   bool TakeRow(const RowPlace& place, std::unique_ptr<CBCGPGridRow>& row);
@@ -65,10 +71,12 @@ class RecordedStep {
     std::unique_ptr<RowArrangement> order;
   };
 
-  void SwapLooks(Looks& looks) const;
+  bool KeepsRows() const;
+  bool KeepsValues() const;
+  static void SwapLooks(const SelectionColour& selection, Looks& looks);
   bool ApplyTurn(GridRestore& restore, Turn& turn, bool back);
-  bool ApplyTurns(CBCGPGridCtrl& grid, bool back);
-  bool ApplyCells(bool back, const StillThere& still_there);
+  bool ApplyTurns(CBCGPBasicGridCtrl& grid, bool back);
+  bool ApplyCells(const CBCGPBasicGridCtrl& grid, bool back, const StillThere& still_there);
 
   std::vector<Value> values_;
   std::vector<Looks> looks_;

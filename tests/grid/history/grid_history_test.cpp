@@ -148,6 +148,37 @@ TEST_F(GridHistoryOf, KeepsNoStepOfWhatChangesNothing) {
   EXPECT_FALSE(history->Redo());
 }
 
+// The colour of the row that is selected is nobody's step: neither undo nor redo bring it to a row that the
+// user has left, or take it from the one that is selected.
+TEST_F(GridHistoryOf, KeepsTheColourOfTheSelectionOutOfIt) {
+  Start(3, 2);
+  const auto colour = [&](int row) { return grid->GetItem(row, 1)->GetBackgroundColor(); };
+  const auto leave = [&] { Choose(2, 0); };
+  for (const bool left : {false, true}) {
+    Choose(0, 0);
+    ASSERT_EQ(colour(0), lorv::kSelectedRowColour);
+    {
+      const lorv::HistoryStep step(*history);
+      grid->SetRowBackgroundColor(0, RGB(255, 0, 0), true);
+    }
+    ASSERT_EQ(colour(0), RGB(255, 0, 0));
+    for (int round = 0; round < 2; ++round) {
+      if (left) leave();
+      ASSERT_TRUE(history->Undo());
+      EXPECT_EQ(colour(0), lorv::kSelectedRowColour) << "it is selected by what undo shows";
+      leave();
+      EXPECT_EQ(colour(0), lorv::kNoColour);
+      if (!left) Choose(0, 0);
+      ASSERT_TRUE(history->Redo());
+      EXPECT_EQ(colour(0), RGB(255, 0, 0));
+    }
+    ASSERT_TRUE(history->Undo());
+    leave();
+    EXPECT_EQ(colour(0), lorv::kNoColour);
+    history->Forget();
+  }
+}
+
 TEST_F(GridHistoryOf, ShowsWhatItTookBack) {
   Start(100, 3);
   Enter(90, 1, _T("x"));
