@@ -18,6 +18,14 @@ long long FillArray(Array& array, const std::vector<int>& numbers) {
 }  // namespace
 
 std::vector<int> CBCGPBasicGridCtrl::SelectedRowIds() const {
+  // Those of a virtual table are too many to be asked for one by one.
+  if (IsVirtualMode() != FALSE) {
+    std::set<int> numbers;
+    for (const CBCGPGridRange& range : GetSelection())
+      for (int row = range.m_nTop; row <= std::min(range.m_nBottom, GetRowCount() - 1); ++row)
+        if (IsRowShown(row)) numbers.insert(numbers.end(), row);
+    return {numbers.begin(), numbers.end()};
+  }
   std::vector<CBCGPGridItem*> items;
   GetSelectedItems(items);
   // In their order and each once, however the ranges were chosen.

@@ -30,8 +30,11 @@ class CellWriter {
 
   TransferData Write() {
     if (html_on_) html_ = "<table>";
-    for (const int row : area_.rows) WriteRow(row);
     TransferData data;
+    for (const int row : area_.rows) {
+      WriteRow(row);
+      if (text_.size() > kMaxCopiedUnits) return data;
+    }
     data.SetText(CString(text_.data(), static_cast<int>(text_.size())));
     if (html_on_) data.SetHtml(html_ + "</table>");
     return data;
@@ -73,10 +76,19 @@ class CellWriter {
     AppendHtmlCell(html_, cell);
   }
 
-  // A spreadsheet would take the zeros in front off, or calculate.
+  // A spreadsheet would take zeros in front off, calculate, or see a date or another number in it.
   static bool WouldChange(TextView text) {
-    if (text.size() < 2) return false;
-    return text.front() == '=' || (text.front() == '0' && text[1] >= '0' && text[1] <= '9');
+    constexpr TextView kDigits = _T("0123456789");
+    constexpr TextView kBegins = _T("=+-@0123456789");
+    constexpr std::size_t kExactDigits = 15;
+    if (text.size() < 2 || kBegins.find(text.front()) == TextView::npos) return false;
+    if (text.front() == '-') text.remove_prefix(1);
+    const std::size_t whole = std::min(text.size(), text.find_first_not_of(kDigits));
+    const bool zeros = whole > 1 && text.front() == '0';
+    if (whole == 0 || zeros || text.size() > kExactDigits) return true;
+    if (whole == text.size()) return false;
+    const TextView behind = text.substr(whole + 1);
+    return text[whole] != '.' || behind.empty() || behind.find_first_not_of(kDigits) != TextView::npos;
   }
 
   const CBCGPBasicGridCtrl& grid_;

@@ -4,6 +4,7 @@
 #include "grid/basic/basic_grid.h"
 #include "grid/clipboard/copied_cells.h"
 #include "grid/clipboard/html_table.h"
+#include "grid/clipboard/line_breaks.h"
 #include "grid/clipboard/paste_run.h"
 #include "grid/commands/grid_commands.h"
 
@@ -12,19 +13,34 @@
 namespace lorv {
 namespace {
 
+TextTable HtmlOnClipboard() {
+  const std::vector<BYTE> bytes = DesktopInForce().ClipboardBytes(CString(TransferData::kHtml));
+  return ReadHtmlTable(std::string(bytes.begin(), bytes.end()));
+}
+
 // Views of the table may lead into `text`.
 TextTable TableOnClipboard(const PasteOptions& options, CString& text) {
   Desktop& desktop = DesktopInForce();
   const bool has_text = desktop.HasClipboardText();
   // The text is exact, also where HTML would fold blanks: looks alone are a reason for the other form.
   if (!has_text || options.takes_looks) {
-    const std::vector<BYTE> bytes = desktop.ClipboardBytes(CString(TransferData::kHtml));
-    TextTable table = ReadHtmlTable(std::string(bytes.begin(), bytes.end()));
+    TextTable table = HtmlOnClipboard();
     if (table.Rows() > 0 && table.columns > 0) return table;
   }
   if (!has_text) return {};
   text = desktop.ClipboardText();
-  return ReadTabText(TextView(text.GetString(), static_cast<std::size_t>(text.GetLength())));
+  TextTable table = ReadTabText(TextView(text.GetString(), static_cast<std::size_t>(text.GetLength())));
+  // Beyond that, spreadsheets take longer to write the HTML than all of a paste takes.
+  if (!options.takes_looks && table.cells.size() <= static_cast<std::size_t>(kMaxHtmlCells))
+    TakeLineBreaks(table, HtmlOnClipboard());
+  return table;
+}
+
+// A cell is followed by one unit at least; so a virtual table need not be counted row by row.
+bool IsTooLarge(const std::vector<CBCGPGridRange>& selection) {
+  long long cells = 0;
+  for (const CBCGPGridRange& range : selection) cells += range.CellCount();
+  return cells > static_cast<long long>(kMaxCopiedUnits);
 }
 
 // False: the cells of the grid cannot be changed now, or it is gone.
@@ -40,9 +56,11 @@ bool EndEditFirst(CBCGPBasicGridCtrl& grid) {
 GridClipboard::GridClipboard(CBCGPBasicGridCtrl& grid) : grid_(&grid), life_(grid.Watch()) {}
 
 bool GridClipboard::Copy() const {
-  if (Grid() == nullptr) return false;
+  if (Grid() == nullptr || IsTooLarge(grid_->GetSelection())) return false;
   const CellArea area = ShownSelection(*grid_);
-  return !area.IsEmpty() && DesktopInForce().SetClipboard(CopiedCells(*grid_, area));
+  if (area.IsEmpty()) return false;
+  const TransferData copied = CopiedCells(*grid_, area);
+  return copied.HasText() && DesktopInForce().SetClipboard(copied);
 }
 
 bool GridClipboard::Cut() {

@@ -19,6 +19,9 @@ constexpr std::size_t kMaxRefusedTold = 1000;
 // Cells that are copied as HTML too; larger ranges are offered as text alone.
 constexpr long long kMaxHtmlCells = 100000;
 
+// The longest text that is copied, in 16-bit units; half a gigabyte.
+constexpr std::size_t kMaxCopiedUnits = std::size_t{1} << 28U;
+
 enum class PasteRefusal {
   kLocked,       // read-only, not to be edited or not enabled
   kNotAccepted,  // by PasteOptions::accepts
@@ -59,7 +62,8 @@ struct PasteReport {
 // locked keep their values; a selection that is a multiple of what is pasted, in rows or in columns, is
 // filled with it in that direction. A text becomes the value that typing it would make. A cell that a short
 // row lacks keeps its value. Rows are added in a grid that adds them while the user types, and where it is
-// asked for. HTML is read where there is no text, or where looks are wanted. Edges: false, or a report of
+// asked for. HTML is read where there is no text, or where looks are wanted;
+//   up to kMaxHtmlCells it gives the line breaks of cells whose text has none. Edges: false, or a report of
 // nothing, without a selection, with nothing on the clipboard, in a virtual table
 //   (which can be copied from), in a read-only grid, or where handlers ended the grid. An open editor is
 //   ended first by Cut and Paste, with what was typed. A value that cannot be set raises what it raises; what
@@ -72,6 +76,7 @@ class COMM_LORV_API GridClipboard {
  public:
   explicit GridClipboard(CBCGPBasicGridCtrl& grid);
 
+  // False: nothing is selected, or more than kMaxCopiedUnits; the clipboard is as it was.
   bool Copy() const;
   // The cells are empty afterwards, but for those that are locked. Nothing changes where nothing was copied.
   bool Cut();

@@ -15,6 +15,10 @@ namespace lorv {
 namespace {
 
 constexpr std::string_view kBlanks = " \t\r\n\f";
+// A plain <br> begins another row in some spreadsheets. Those that know conditional comments get one that
+// does not; the others take the line feed.
+constexpr std::string_view kBreak =
+    "<!--[if mso]><br style=\"mso-data-placement:same-cell;\"><![endif]-->&#10;";
 
 void AppendEscaped(std::string& html, TextView text) {
   const std::string bytes = TextToUtf8(text);
@@ -29,9 +33,9 @@ void AppendEscaped(std::string& html, TextView text) {
     } else if (c == '>') {
       html += "&gt;";
     } else if (c == '\n') {
-      html += "<br>";
+      html += kBreak;
     } else if (c == '\r') {
-      if (at + 1 == bytes.size() || bytes[at + 1] != '\n') html += "<br>";
+      if (at + 1 == bytes.size() || bytes[at + 1] != '\n') html += kBreak;
     } else if (c == ' ' && edge) {
       html += "&nbsp;";
     } else {
@@ -300,6 +304,9 @@ void AppendHtmlCell(std::string& html, const HtmlCell& cell) {
   if (cell.extent.text != kNoColour) style += "color:" + ColourText(cell.extent.text) + ";";
   if (cell.literal) style += "mso-number-format:'\\@';";
   if (!style.empty()) html += " style=\"" + style + "\"";
+  // The same in words of an office.
+  if (cell.literal) html += " sdnum=\"1033;0;@\"";
+  if (cell.extent.back != kNoColour) html += " bgcolor=\"" + ColourText(cell.extent.back) + "\"";
   html += '>';
   AppendEscaped(html, cell.text);
   html += "</td>";

@@ -17,7 +17,8 @@ struct HtmlCell {
   bool literal = false;  // a spreadsheet is to keep it as a text, whatever it looks like
 };
 
-// Puts a cell behind what there is: UTF-8, line breaks as <br>, spaces that HTML would drop as &nbsp;.
+// Puts a cell behind what there is: UTF-8, line breaks so that spreadsheets keep them in the
+// cell, spaces that HTML would drop as &nbsp;.
 COMM_LORV_API void AppendHtmlCell(std::string& html, const HtmlCell& cell);
 
 // The first table of a piece of HTML, as spreadsheets and browsers put it on the clipboard.

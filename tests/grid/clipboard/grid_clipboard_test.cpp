@@ -58,9 +58,30 @@ TEST_F(GridClipboardOf, CopiesTextAndHtml) {
   ASSERT_TRUE(clipboard->Copy());
   EXPECT_EQ(desktop.ClipboardText().ToUtf8(), "1\t2\r\n\"two\nlines\"\t007\r\n");
   const std::vector<BYTE> html = desktop.ClipboardBytes(CString(lorv::TransferData::kHtml));
-  EXPECT_EQ(std::string(html.begin(), html.end()),
-            "<table><tr><td style=\"background:#FF0000;\">1</td><td>2</td></tr><tr><td>two<br>lines</td>"
-            "<td style=\"mso-number-format:'\\@';\">007</td></tr></table>");
+  EXPECT_EQ(
+      std::string(html.begin(), html.end()),
+      "<table><tr><td style=\"background:#FF0000;\" bgcolor=\"#FF0000\">1</td><td>2</td></tr><tr><td>two"
+      "<!--[if mso]><br style=\"mso-data-placement:same-cell;\"><![endif]-->&#10;lines</td>"
+      "<td style=\"mso-number-format:'\\@';\" sdnum=\"1033;0;@\">007</td></tr></table>");
+}
+
+// A spreadsheet is to see a number in a text that is one, and nothing else in any other.
+TEST_F(GridClipboardOf, MarksTextsThatASpreadsheetWouldChange) {
+  Start(1, 1);
+  const auto marked = [&](LPCTSTR text) {
+    Put(0, 0, text);
+    grid->SetCurSel({0, 0});
+    clipboard->Copy();
+    const std::vector<BYTE> html = desktop.ClipboardBytes(CString(lorv::TransferData::kHtml));
+    return std::string(html.begin(), html.end()).find("sdnum") != std::string::npos;
+  };
+  for (const LPCTSTR text :
+       {_T("007"), _T("=1"), _T("1e3"), _T("1/2"), _T("1-2"), _T("2.5."), _T("1."), _T("100%"), _T("+5"),
+        _T("-"), _T("@a"), _T("12 34"), _T("1234567890123456"), _T("-01")})
+    EXPECT_EQ(marked(text), CString(text).GetLength() > 1) << CString(text).ToUtf8();
+  for (const LPCTSTR text : {_T("0"), _T("7"), _T("0.5"), _T("-0.5"), _T("7.25"), _T("C30"), _T("墙"), _T(""),
+                             _T("123456789012345"), _T(" 1/2")})
+    EXPECT_FALSE(marked(text)) << CString(text).ToUtf8();
 }
 
 TEST_F(GridClipboardOf, CopiesWhatIsShown) {
@@ -310,6 +331,32 @@ TEST_F(GridClipboardHostile, AThrowInTheMiddleLeavesOneStep) {
   Choose(0, 0);
   EXPECT_THROW(clipboard.Paste(options), int);
   EXPECT_EQ(Now(), first);
+  EXPECT_FALSE(history->CanUndo());
+}
+
+// What was set and taken back, and rows that were added and went again, are no step; nor do they end what can
+// be redone.
+TEST_F(GridClipboardHostile, NothingAtAllLeavesNoStep) {
+  Start(3, 2);
+  lorv::GridClipboard clipboard(*grid);
+  Enter(0, 0, _T("typed"));
+  ASSERT_TRUE(history->Undo());
+  desktop.SetClipboardText(_T("a\tb\nc\td\ne\tf\nstop\tg"));
+  grid->refuses = true;
+  lorv::PasteOptions options;
+  options.all_or_nothing = options.adds_rows = true;
+  Choose(1, 0);
+  const lorv::PasteReport report = clipboard.Paste(options);
+  EXPECT_FALSE(report.pasted);
+  EXPECT_EQ(report.refused, 1);
+  EXPECT_EQ(Now(), first);
+  EXPECT_FALSE(history->CanUndo());
+  EXPECT_TRUE(history->CanRedo());
+  // The same texts that stand there: nothing to take back either.
+  desktop.SetClipboardText(_T("10\t11\n20\t21"));
+  Choose(1, 0);
+  EXPECT_TRUE(clipboard.Paste().pasted);
+  EXPECT_FALSE(history->CanUndo());
 }
 
 TEST_F(GridClipboardHostile, TheEndOfTheGridOrTheClipboardInTheMiddle) {

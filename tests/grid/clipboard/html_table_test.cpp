@@ -104,13 +104,17 @@ TEST(HtmlTable, StaysWithinItsLimitsWithHostileTables) {
 
 TEST(HtmlTable, WritesWhatReadsBackAlike) {
   EXPECT_EQ(Written(_T("a<b>&c")), "<td>a&lt;b&gt;&amp;c</td>");
-  EXPECT_EQ(Written(_T(" a  b\r\nc ")), "<td>&nbsp;a &nbsp;b<br>c&nbsp;</td>");
+  EXPECT_EQ(Written(_T(" a  b\r\nc ")),
+            "<td>&nbsp;a &nbsp;b<!--[if mso]><br "
+            "style=\"mso-data-placement:same-cell;\"><![endif]-->&#10;c&nbsp;</td>");
   lorv::CellExtent extent;
   extent.rows = 2;
   extent.columns = 3;
   extent.back = RGB(1, 2, 255);
-  EXPECT_EQ(Written(_T("007"), extent, true),
-            "<td colspan=3 rowspan=2 style=\"background:#0102FF;mso-number-format:'\\@';\">007</td>");
+  EXPECT_EQ(
+      Written(_T("007"), extent, true),
+      "<td colspan=3 rowspan=2 style=\"background:#0102FF;mso-number-format:'\\@';\" sdnum=\"1033;0;@\" "
+      "bgcolor=\"#0102FF\">007</td>");
   for (const CString& text :
        {CString(_T("  梁 <1>  ")), CString(_T("a\nb")), CString(_T("&amp;")), CString(_T(""))})
     EXPECT_EQ(Read("<table><tr>" + Written(text) + "</table>"), (Rows{{text.ToUtf8()}}));

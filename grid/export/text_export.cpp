@@ -1,0 +1,68 @@
+#include "grid/export/text_export.h"
+
+#include <string>
+#include <vector>
+
+#include "framework/text/utf8.h"
+#include "grid/basic/basic_grid.h"
+
+// A walk over the rows by their numbers: each is asked for once, and nothing of it is kept.
+
+namespace lorv {
+namespace {
+
+void AppendField(std::string& line, const CString& text, char separator) {
+  const std::string bytes = TextToUtf8(text.View());
+  const char special[] = {separator, '"', '\r', '\n', 0};
+  const bool blank = !bytes.empty() && (bytes.front() == ' ' || bytes.back() == ' ');
+  if (!blank && bytes.find_first_of(special) == std::string::npos) {
+    line += bytes;
+    return;
+  }
+  line += '"';
+  for (const char c : bytes) {
+    if (c == '"') line += '"';
+    line += c;
+  }
+  line += '"';
+}
+
+std::vector<int> ColumnsOf(const CBCGPBasicGridCtrl& grid, bool hidden) {
+  std::vector<int> columns;
+  for (int column = 0; column < grid.GetColumnCount(); ++column)
+    if (hidden || grid.GetColumnVisible(column) != FALSE) columns.push_back(column);
+  return columns;
+}
+
+}  // namespace
+
+bool ExportText(const CBCGPBasicGridCtrl& grid, const TextExport& how,
+                const std::function<bool(std::string_view piece)>& write) {
+  const std::vector<int> columns = ColumnsOf(grid, how.hidden_cells);
+  if (columns.empty()) return false;
+  const auto life = grid.Watch();
+  std::string piece;
+  const auto add_line = [&](const auto& text_of) {
+    for (const int column : columns) {
+      if (column != columns.front()) piece += how.separator;
+      AppendField(piece, text_of(column), how.separator);
+    }
+    piece += "\r\n";
+  };
+  if (how.column_names) add_line([&](int column) { return grid.GetColumnName(column); });
+  // The grid's own rows: a descendant may show one more, to be typed into.
+  for (int row = 0; row < grid.CBCGPGridCtrl::GetRowCount(); ++row) {
+    if (!how.hidden_cells && !grid.IsRowShown(row)) continue;
+    const CBCGPGridRow* const cells = grid.CBCGPGridCtrl::GetRow(row);
+    add_line([&](int column) {
+      const CBCGPGridItem* const item = cells == nullptr ? nullptr : cells->GetItem(column);
+      return item == nullptr ? CString() : item->FormatItem();
+    });
+    if (piece.size() < kExportPiece) continue;
+    if (!write(piece) || life.expired()) return false;
+    piece.clear();
+  }
+  return piece.empty() || (write(piece) && !life.expired());
+}
+
+}  // namespace lorv
