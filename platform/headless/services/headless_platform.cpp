@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include "platform/headless/services/headless_progress.h"
 #include "platform/text/ini_text.h"
 
 // The other ports in memory: clock, process, settings, dialogs, shell, progress. Each notes what it was asked
@@ -134,6 +135,7 @@ bool HeadlessShell::Start(const ShellStart& start) {
 
 std::unique_ptr<ProgressDialog> HeadlessShell::MakeProgress() {
   if (!has_progress) return nullptr;
+  if (in_windows) return MakeHeadlessProgress();
   return std::make_unique<RecordedProgress>(*this);
 }
 

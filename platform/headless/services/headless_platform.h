@@ -86,6 +86,7 @@ class COMM_LORV_API HeadlessShell : public Shell {
  public:
   bool has_progress = true;
   bool has_animation = true;
+  bool in_windows = false;  // progress dialogs are windows of the desktop in force, and not recorded
   bool user_cancelled = false;
   bool starts = true;
   int result = 0;

@@ -9,9 +9,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <QWindow>
-#include <algorithm>
-#include <cmath>
 
+#include "platform/models/progress_model.h"
 #include "platform/ports/progress_picture.h"
 #include "platform/qt/desktop/qt_desk.h"
 #include "platform/qt/desktop/qt_desktop.h"
@@ -25,20 +24,16 @@ namespace lorv {
 namespace {
 
 constexpr int kTextWidth = 410;
-constexpr int kBarSteps = 1000;
-constexpr int kTimeLine = 2;             // the third one
 constexpr std::int64_t kPumpPause = 40;  // milliseconds
-constexpr std::int64_t kFirstEstimate = 1000;
-constexpr std::int64_t kSecondsTold = 90;  // more is told in minutes
 
 // The window. Closing it, by whatever way, is cancelling; only the operation takes it away.
 class ProgressBox : public QDialog {
  public:
-  explicit ProgressBox(QWidget* owner) : QDialog(owner) {
+  ProgressBox(ProgressModel& model, QWidget* owner) : QDialog(owner), model_(model) {
     setAttribute(Qt::WA_ShowWithoutActivating);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     button_.setText(QString::fromUtf16(u"取消"));
-    bar_.setRange(0, kBarSteps);
+    bar_.setRange(0, ProgressModel::kBarSteps);
     bar_.setValue(0);
     bar_.setTextVisible(false);
     // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): the window owns its layout
@@ -56,30 +51,26 @@ class ProgressBox : public QDialog {
     QObject::connect(&button_, &QPushButton::clicked, this, [this] { ProgressBox::reject(); });
   }
 
-  void SetLine(int line, const QString& text, bool path) {
-    QLabel& label = lines_[line];
-    const auto cut = path ? Qt::ElideMiddle : Qt::ElideRight;
-    label.setText(label.fontMetrics().elidedText(text, cut, kTextWidth));
-  }
-  void SetBar(int value) { bar_.setValue(value); }
-  bool Cancelled() const { return cancelled_; }
-  void SetCancelText(const QString& text) {
-    cancel_text_ = text;
-    if (cancelled_) SetLine(kTimeLine, cancel_text_, false);
+  void Show() {
+    bar_.setValue(model_.Bar());
+    for (int i = 0; i < ProgressModel::kLines; ++i) {
+      const auto& [text, path] = model_.Line(i);
+      const auto cut = path ? Qt::ElideMiddle : Qt::ElideRight;
+      lines_[i].setText(lines_[i].fontMetrics().elidedText(ToQt(text.View()), cut, kTextWidth));
+    }
   }
 
   void reject() override {
-    cancelled_ = true;
+    model_.Cancel();
     button_.setEnabled(false);
-    SetLine(kTimeLine, cancel_text_, false);
+    Show();
   }
 
  private:
-  QLabel lines_[3];
+  ProgressModel& model_;
+  QLabel lines_[ProgressModel::kLines];
   QProgressBar bar_;
   QPushButton button_;
-  QString cancel_text_;
-  bool cancelled_ = false;
 };
 
 // Drops what is meant for other windows while the events are worked for one window's sake.
@@ -122,7 +113,7 @@ class OneWindowOnly : public QObject {
 class QtProgress : public ProgressDialog, public ProgressPicture {
  public:
   explicit QtProgress(std::shared_ptr<QtMailbox> mailbox)
-      : mailbox_(std::move(mailbox)), box_(new ProgressBox(QtWidgetOf(DesktopInForce().Active()))) {}
+      : mailbox_(std::move(mailbox)), box_(new ProgressBox(model_, QtWidgetOf(DesktopInForce().Active()))) {}
   ~QtProgress() override { delete box_.data(); }
 
   void SetTitle(LPCTSTR title) override {
@@ -132,39 +123,36 @@ class QtProgress : public ProgressDialog, public ProgressPicture {
 
   void Open(DWORD flags) override {
     if (box_ == nullptr) return;
-    tells_time_ = (flags & kProgressAutoTime) != 0;
     begun_.start();
+    model_.Begin(flags, begun_.elapsed());
     box_->show();
     Pump();
   }
 
   void SetCancelMessage(LPCTSTR message) override {
-    if (box_ != nullptr) box_->SetCancelText(QtTextOf(message));
+    model_.SetCancelMessage(message);
+    if (box_ != nullptr) box_->Show();
   }
 
-  void Timer(DWORD action) override {
-    if (action == kProgressTimerReset) begun_.start();
-  }
+  void Timer(DWORD action) override { model_.Timer(action, begun_.elapsed()); }
 
   void SetProgress(DWORD position, DWORD total) override {
     if (box_ == nullptr) return;
-    // In 64 bits: the product with the steps leaves 32.
-    const std::uint64_t done = std::min(position, total);
-    box_->SetBar(total == 0 ? kBarSteps : static_cast<int>(done * kBarSteps / total));
-    if (tells_time_ && !box_->Cancelled())
-      box_->SetLine(kTimeLine, ToQt(TimeLeftText(begun_.elapsed(), position, total).View()), false);
+    model_.SetProgress(position, total, begun_.elapsed());
+    box_->Show();
     PumpAtTimes();
   }
 
   void SetLine(DWORD line, LPCTSTR text, bool compact_path) override {
-    if (box_ == nullptr || line < 1 || line > kTimeLine) return;
-    box_->SetLine(static_cast<int>(line) - 1, QtTextOf(text), compact_path);
+    if (box_ == nullptr) return;
+    model_.SetLine(line, text, compact_path);
+    box_->Show();
     PumpAtTimes();
   }
 
   bool HasUserCancelled() override {
     PumpAtTimes();
-    return box_ != nullptr && box_->Cancelled();
+    return model_.Cancelled();
   }
 
   void Close() override {
@@ -201,10 +189,10 @@ class QtProgress : public ProgressDialog, public ProgressPicture {
   }
 
   std::shared_ptr<QtMailbox> mailbox_;
+  ProgressModel model_;
   QPointer<ProgressBox> box_;  // goes with the window that it belongs to
   QElapsedTimer begun_;
   QElapsedTimer pumped_;
-  bool tells_time_ = false;
   bool pumping_ = false;
 };
 
@@ -216,20 +204,6 @@ std::unique_ptr<ProgressDialog> QtDesk::MakeProgress() {
 
 std::unique_ptr<ProgressDialog> MakeQtProgress(std::shared_ptr<QtMailbox> mailbox) {
   return std::make_unique<QtProgress>(std::move(mailbox));
-}
-
-CString TimeLeftText(std::int64_t milliseconds, DWORD position, DWORD total) {
-  // An estimate by the first moments would jump about.
-  if (milliseconds < kFirstEstimate || position == 0 || position >= total) return {};
-  const double left = static_cast<double>(milliseconds) * (total - position) / position / 1000;
-  const auto seconds = static_cast<long long>(std::ceil(left));
-  CString text;
-  if (seconds > kSecondsTold) {
-    text.Format(_T("大约还需 %lld 分钟"), (seconds + 59) / 60);
-  } else {
-    text.Format(_T("大约还需 %lld 秒"), seconds);
-  }
-  return text;
 }
 
 }  // namespace lorv

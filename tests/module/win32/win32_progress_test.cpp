@@ -65,6 +65,48 @@ TEST_F(ShellProgress, ShowsTitleAndLineAndGoes) {
   EXPECT_TRUE(Until([] { return Dialog() == nullptr; }));
 }
 
+// The dialog's own thread tells Tab from other keys; the window in front is another program's, so the keys
+// are posted to it as its thread would get them.
+TEST_F(ShellProgress, CancelIsReachedByTabAndTheHeightStays) {
+  CProgressCom progress(4);
+  ASSERT_TRUE(progress.StartProgress(_T("计算工程量")));
+  ASSERT_TRUE(Until([] { return Dialog() != nullptr && IsWindowVisible(Dialog()); }));
+  RECT before = {};
+  GetWindowRect(Dialog(), &before);
+  for (const LPCTSTR text : {_T("首层 墙 梁 板 柱"), _T("Abg"), _T("x\r\ny")}) {
+    progress.StepProgress(1, text);
+    EXPECT_TRUE(Until([text] { return LabelWith(Dialog(), text) != nullptr; }));
+    RECT now = {};
+    GetWindowRect(Dialog(), &now);
+    EXPECT_TRUE(EqualRect(&now, &before));
+  }
+  const HWND button = Below(Dialog(), L"Button", [](HWND) { return true; });
+  const auto focus = [] {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof(info);
+    GetGUIThreadInfo(GetWindowThreadProcessId(Dialog(), nullptr), &info);
+    return info.hwndFocus;
+  };
+  EXPECT_EQ(GetNextDlgTabItem(Dialog(), nullptr, FALSE), button);
+  EXPECT_TRUE(Until([&] {
+    if (focus() == button) return true;
+    PostMessageW(Dialog(), WM_KEYDOWN, VK_TAB, 1);
+    PostMessageW(Dialog(), WM_KEYUP, VK_TAB, static_cast<LPARAM>(0xC0000001));
+    Sleep(20);
+    return focus() == button;
+  }));
+  EXPECT_FALSE(progress.QueryCancel(_T("停止?")));
+  PostMessageW(button, WM_KEYDOWN, VK_SPACE, 1);
+  PostMessageW(button, WM_KEYUP, VK_SPACE, static_cast<LPARAM>(0xC0000001));
+  HeadlessPlatform machine;
+  Platform ports;
+  ports.dialogs = &machine.dialogs;
+  const ScopedPlatform scope(ports);
+  machine.dialogs.answer = kAnswerYes;
+  EXPECT_TRUE(Until([&] { return progress.QueryCancel(_T("停止?")); }));
+  progress.EndProgress();
+}
+
 TEST_F(ShellProgress, NoStepsEndToo) {
   CProgressCom progress(0);
   ASSERT_TRUE(progress.StartProgress(_T("计算工程量")));

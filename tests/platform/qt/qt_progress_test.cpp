@@ -197,27 +197,5 @@ TEST_F(QtProgressTest, TheWindowThatItBelongsToMayGo) {
   progress.EndProgress();
 }
 
-TEST_F(QtProgressTest, TimeLeftIsToldFromTheFirstSecondOn) {
-  const struct {
-    std::int64_t milliseconds;
-    DWORD position;
-    DWORD total;
-    const char* text;
-  } rows[] = {
-      {30000, 1, 3, "大约还需 60 秒"},
-      {999, 1, 3, ""},
-      {1000, 1, 3, "大约还需 2 秒"},
-      {1000, 0, 3, ""},
-      {1000, 3, 3, ""},
-      {1000, 4, 3, ""},
-      {45000, 1, 3, "大约还需 90 秒"},
-      {45001, 1, 3, "大约还需 2 分钟"},
-      {60000, 1, 0xFFFFFFFF, "大约还需 4294967294 分钟"},
-      {1000, 999, 1000, "大约还需 1 秒"},
-  };
-  for (const auto& row : rows)
-    EXPECT_EQ(Utf8(TimeLeftText(row.milliseconds, row.position, row.total)), row.text) << row.milliseconds;
-}
-
 }  // namespace
 }  // namespace lorv::test
