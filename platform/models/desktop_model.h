@@ -104,6 +104,19 @@ class COMM_LORV_API DesktopModel : public Desktop {
 
   bool PumpPosted();
   bool Quits() const { return quits_; }  // what was pumped last was WM_QUIT
+
+  // A loop that knows nothing of the end of the program, a menu's or a drag's. When it is asked for
+  // meanwhile, the loops around this one hear of it as soon as this one is over.
+  class LoopWithin {
+   public:
+    explicit LoopWithin(DesktopModel& desktop) : desktop_(desktop) { desktop_.quits_ = false; }
+    LoopWithin(const LoopWithin&) = delete;
+    LoopWithin& operator=(const LoopWithin&) = delete;
+    ~LoopWithin() { desktop_.PassQuitOn(); }
+
+   private:
+    DesktopModel& desktop_;
+  };
   void Deliver(MSG message);
   MSG MessageNow(HWND window, UINT message, WPARAM w, LPARAM l) const;
   HWND FirstDirty(HWND at) const;
@@ -122,6 +135,7 @@ class COMM_LORV_API DesktopModel : public Desktop {
   class ModalRun;
 
   static HWND NewHandle();
+  void PassQuitOn();
   bool Admits(const WindowRequest& request) const;
   void Adopt(const std::shared_ptr<WindowModel>& window);
   HWND Announce(const std::shared_ptr<WindowModel>& window, const WindowRequest& request);

@@ -118,10 +118,17 @@ void DesktopModel::RunModal(HWND dialog) {
   // Kept before the end of the dialog is reported, whose handlers may pump.
   const bool quits = quits_;
   fault.Run([&] { run.End(); });
-  // The end of the program is the outer loops' affair as well: they come upon it again.
-  if (quits && !host_loop_ended_) Post(nullptr, WM_QUIT, static_cast<WPARAM>(*quit_code_), 0);
-  quits_ = quits && host_loop_ended_;
+  quits_ = quits;
+  PassQuitOn();
   fault.Rethrow();
+}
+
+// The end of the program is the outer loops' affair as well: they come upon it again. Where a loop of the
+// host's has the code already, it stays with that.
+void DesktopModel::PassQuitOn() {
+  if (!quits_ || host_loop_ended_) return;
+  quits_ = false;
+  Post(nullptr, WM_QUIT, static_cast<WPARAM>(*quit_code_), 0);
 }
 
 void DesktopModel::EndModal(HWND dialog) {

@@ -139,7 +139,7 @@ void HeadlessDesktop::WorkMenuSteps() {
   const std::function<void()> step = std::move(menu_steps_.front());
   menu_steps_.pop_front();
   step();
-  while (PumpPosted()) {
+  while (!Quits() && PumpPosted()) {
   }
 }
 
@@ -155,11 +155,14 @@ UINT HeadlessDesktop::Popup(const MenuModel& menu, POINT /*screen*/, UINT /*flag
     answer = menu_answers_.front();
     menu_answers_.pop_front();
   }
+  const LoopWithin loop(*this);
   menu_up_ = true;
   FirstFault fault;
   fault.Run([this] { WorkMenuSteps(); });
   menu_up_ = false;
   fault.Rethrow();
+  // The end of the program closes a menu as it is.
+  if (Quits()) return 0;
   return Offers(menu, answer) ? answer : 0;
 }
 

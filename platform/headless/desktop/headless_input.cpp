@@ -144,6 +144,7 @@ DROPEFFECT HeadlessDesktop::Drag(const TransferData& content, DROPEFFECT allowed
   SetCapture(nullptr);
   DragFromOutside(content, allowed);
   const auto drag = drag_;
+  const LoopWithin loop(*this);
   FirstFault fault;
   fault.Run([&] {
     while (!drag->Over() && Pump(true)) {

@@ -77,17 +77,19 @@ UINT CommandOf(const QAction* chosen) {
   return chosen == nullptr ? 0 : chosen->data().toUInt();
 }
 
-UINT ShowMenu(const MenuModel& model, POINT screen, UINT flags, const QFont& font) {
-  if (std::any_of(model.entries.begin(), model.entries.end(), Breaks)) {
-    QtColumnMenu menu;
+UINT ShowMenu(QtDesk& desk, const MenuModel& model, POINT screen, UINT flags, const QFont& font) {
+  const auto show = [&](auto& menu, auto choose) {
     menu.setFont(font);
     Fill(menu, model);
-    return CommandOf(menu.Choose(CornerOf(menu.sizeHint(), screen, flags)));
+    return desk.RunInner([&] { return CommandOf(choose(CornerOf(menu.sizeHint(), screen, flags))); },
+                         [&menu] { menu.close(); });
+  };
+  if (std::any_of(model.entries.begin(), model.entries.end(), Breaks)) {
+    QtColumnMenu menu;
+    return show(menu, [&menu](QPoint corner) { return menu.Choose(corner); });
   }
   QMenu menu;
-  Fill(menu, model);
-  menu.setFont(font);
-  return CommandOf(menu.exec(CornerOf(menu.sizeHint(), screen, flags)));
+  return show(menu, [&menu](QPoint corner) { return menu.exec(corner); });
 }
 
 }  // namespace
@@ -106,8 +108,7 @@ UINT QtDesk::Popup(const MenuModel& model, POINT screen, UINT flags, HWND owner)
     bool& up_;
   };
   const Up up(menu_up_);
-  const InnerLoop loop(*this);
-  return CarriedFault::CallOut([&] { return ShowMenu(model, screen, flags, font); });
+  return ShowMenu(*this, model, screen, flags, font);
 }
 
 }  // namespace lorv

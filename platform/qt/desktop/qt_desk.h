@@ -126,17 +126,14 @@ class QtDesk : public DesktopModel, public QtServices {
   };
   std::uint64_t EventCount() const { return event_count_; }
 
-  // A loop of the widget set that runs within a call of ours: that of a menu, of a message box.
-  class InnerLoop {
-   public:
-    explicit InnerLoop(QtDesk& desk) : desk_(desk) { ++desk_.inner_loops_; }
-    InnerLoop(const InnerLoop&) = delete;
-    InnerLoop& operator=(const InnerLoop&) = delete;
-    ~InnerLoop() { --desk_.inner_loops_; }
-
-   private:
-    QtDesk& desk_;
-  };
+  // Runs a loop of the widget set within a call of ours: that of a menu, of a message box. `end` closes it as
+  // the user would without a choice, when the end of the program is asked for meanwhile. What a handler
+  // throws comes out behind the loop.
+  template <class Loop>
+  auto RunInner(Loop loop, std::function<void()> end) {
+    const InnerLoop within(*this, std::move(end));
+    return CarriedFault::CallOut(std::move(loop));
+  }
   // Deletes a widget as soon as that may be; `born`: the count of events when it was made.
   void DeleteLater(QWidget* widget, std::uint64_t born);
 
@@ -154,6 +151,20 @@ class QtDesk : public DesktopModel, public QtServices {
   int DragDistance() const override;
 
  private:
+  class InnerLoop {
+   public:
+    InnerLoop(QtDesk& desk, std::function<void()> end) : desk_(desk), quit_(desk) {
+      desk_.inner_loops_.push_back(std::move(end));
+    }
+    InnerLoop(const InnerLoop&) = delete;
+    InnerLoop& operator=(const InnerLoop&) = delete;
+    ~InnerLoop() { desk_.inner_loops_.pop_back(); }
+
+   private:
+    QtDesk& desk_;
+    const LoopWithin quit_;
+  };
+
   void NameByLabel(HWND control);
   void WatchScreens();
   void WatchScreen(QScreen* screen);
@@ -183,10 +194,11 @@ class QtDesk : public DesktopModel, public QtServices {
   bool menu_up_ = false;
   bool dragging_ = false;
   bool paint_wanted_ = false;
-  int inner_loops_ = 0;
-  std::atomic<int> dpi_{kUsualDpi};  // of the first screen
+  std::vector<std::function<void()>> inner_loops_;  // what ends them, the innermost last
+  std::atomic<int> dpi_{kUsualDpi};                 // of the first screen
   std::atomic<double> ratio_{1};
   QObject screens_;  // ends what is connected to it
+  QObject drags_;    // owns those whose content may still be asked for
 };
 
 }  // namespace lorv

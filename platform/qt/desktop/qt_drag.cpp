@@ -94,21 +94,20 @@ bool QtWindow::TakeDrag(QEvent& event) {
   DROPEFFECT effect = DROPEFFECT_NONE;
   if (event.type() == QEvent::DragEnter) effect = receiver->Enter(content, place);
   if (event.type() == QEvent::DragMove) effect = receiver->Over(content, place);
-  // A drop does what the last move promised.
-  if (event.type() == QEvent::Drop) effect = receiver->Drop(content, place, EffectsOf(drag.dropAction()));
-  Answer(drag, OneOf(effect & allowed));
+  // A drop does what the last move promised; of another program's drag the event names its own wish.
+  if (event.type() == QEvent::Drop) effect = receiver->Drop(content, place, promised_);
+  promised_ = OneOf(effect & allowed);
+  Answer(drag, promised_);
   return true;
 }
 
-// The source is any widget of ours: a drag needs one to tell it when it is over.
 DROPEFFECT QtDesk::Drag(const TransferData& content, DROPEFFECT allowed) {
-  const auto window = Window(Hovered() != nullptr ? Hovered() : Active());
   // A second drag within the first would take its mouse away.
-  if (window == nullptr || dragging_ || ActionsOf(allowed) == Qt::DropActions()) return DROPEFFECT_NONE;
+  if (Windows().empty() || dragging_ || ActionsOf(allowed) == Qt::DropActions()) return DROPEFFECT_NONE;
   SetCapture(nullptr);
-  // The widget may go with its window while it is dragged: the drag belongs to none.
-  QObject source;
-  auto* const drag = new QDrag(&source);
+  // The widget may go with its window while it is dragged, so the drag belongs to none; nor does it end with
+  // this call, as the other program asks for the content after the drop. The widget set deletes it.
+  auto* const drag = new QDrag(&drags_);
   drag->setMimeData(ToMime(content).release());
   dragging_ = true;
   struct End {
@@ -117,9 +116,8 @@ DROPEFFECT QtDesk::Drag(const TransferData& content, DROPEFFECT allowed) {
     bool& dragging_;
   };
   const End end(dragging_);
-  const InnerLoop loop(*this);
   const DROPEFFECT done =
-      CarriedFault::CallOut([&] { return EffectsOf(drag->exec(ActionsOf(allowed), Qt::IgnoreAction)); });
+      RunInner([&] { return EffectsOf(drag->exec(ActionsOf(allowed), Qt::IgnoreAction)); }, &QDrag::cancel);
   // The button came up within the drag.
   HoldKey(VK_LBUTTON, false);
   return done;

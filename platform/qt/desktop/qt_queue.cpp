@@ -109,12 +109,17 @@ bool QtDesk::WorkPosted() {
   return PumpPosted();
 }
 
-// Ends the program's own loops, should it be in any. Told where no loop runs, the widget set would end every
-// later one as it begins: menus and boxes of a program that goes on would close by themselves.
+// Ends the program's own loops, should it be in any. Told where none of those runs, the widget set would end
+// every later one as it begins: menus and boxes of a program that goes on would close by themselves. So loops
+// of ours are closed one by one.
 bool QtDesk::EndHostLoop(int code) {
-  const int loops = QThread::currentThread()->loopLevel();
-  if (loops > 0) QCoreApplication::exit(code);
-  return loops > inner_loops_;
+  const auto loops = static_cast<std::size_t>(QThread::currentThread()->loopLevel());
+  if (loops > inner_loops_.size()) {
+    QCoreApplication::exit(code);
+    return true;
+  }
+  for (auto end = inner_loops_.rbegin(); end != inner_loops_.rend(); ++end) (*end)();
+  return false;
 }
 
 bool QtDesk::PumpOnce(bool wait) {

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPushButton>
@@ -64,27 +65,49 @@ int AnswerOf(int button, UINT style) {
   }
 }
 
+// A dialog of the widget set for one question. It goes with the window that it belongs to, should that end
+// meanwhile: then nothing was chosen.
+template <class Dialog>
+class Passing {
+ public:
+  explicit Passing(Dialog* dialog) : dialog_(dialog) {}
+  Passing(const Passing&) = delete;
+  Passing& operator=(const Passing&) = delete;
+  ~Passing() { delete dialog_.data(); }
+
+  Dialog* Get() const { return dialog_.data(); }
+  Dialog* operator->() const { return dialog_.data(); }
+  int Ask(QtDesk& desk) const {
+    return desk.RunInner([this] { return dialog_->exec(); },
+                         [this] {
+                           if (dialog_ != nullptr) dialog_->reject();
+                         });
+  }
+
+ private:
+  QPointer<Dialog> dialog_;
+};
+
 }  // namespace
 
 int QtServices::ShowMessage(const MessageRequest& request) {
-  QMessageBox box(QtWidgetOf(DesktopInForce().Active()));
-  box.setIcon(IconOf(request.style));
-  box.setTextFormat(Qt::PlainText);
-  box.setText(ToQt(request.text.View()));
-  box.setWindowTitle(request.caption.IsEmpty() ? QCoreApplication::applicationName()
-                                               : ToQt(request.caption.View()));
-  AddButtons(box, request.style);
+  const Passing<QMessageBox> box(new QMessageBox(QtWidgetOf(DesktopInForce().Active())));
+  box->setIcon(IconOf(request.style));
+  box->setTextFormat(Qt::PlainText);
+  box->setText(ToQt(request.text.View()));
+  box->setWindowTitle(request.caption.IsEmpty() ? QCoreApplication::applicationName()
+                                                : ToQt(request.caption.View()));
+  AddButtons(*box.Get(), request.style);
   // This object is the desktop itself.
-  const QtDesk::InnerLoop loop(static_cast<QtDesk&>(*this));
-  return CarriedFault::CallOut([&] { return AnswerOf(box.exec(), request.style); });
+  return AnswerOf(box.Ask(static_cast<QtDesk&>(*this)), request.style);
 }
 
 std::unique_ptr<PrintJob> QtServices::AskPrinter(HWND owner, DWORD flags) {
   auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
-  QPrintDialog dialog(printer.get(), QtWidgetOf(owner));
-  dialog.setOption(QAbstractPrintDialog::PrintSelection, (flags & kPrintNoSelection) == 0);
-  dialog.setOption(QAbstractPrintDialog::PrintPageRange, (flags & kPrintNoPages) == 0);
-  if (dialog.exec() != QDialog::Accepted) return nullptr;
+  const Passing<QPrintDialog> dialog(new QPrintDialog(printer.get(), QtWidgetOf(owner)));
+  dialog->setOption(QAbstractPrintDialog::PrintSelection, (flags & kPrintNoSelection) == 0);
+  dialog->setOption(QAbstractPrintDialog::PrintPageRange, (flags & kPrintNoPages) == 0);
+  if (dialog.Ask(static_cast<QtDesk&>(*this)) != QDialog::Accepted) return nullptr;
   return MakeQtPrintJob(std::move(printer));
 }
 

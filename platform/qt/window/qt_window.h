@@ -149,6 +149,7 @@ class QtWindow : public WindowModel {
   std::uint64_t born_ = 0;  // the count of events when the widget was made
   int working_ = 0;
   bool notes_due_ = false;
+  DROPEFFECT promised_ = DROPEFFECT_NONE;  // by the last answer to a drag
   std::vector<UINT> notes_;
 };
 

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/models/carried_fault.h"
+#include "platform/win32/desktop/message_pump.h"
 
 // Menus of the system made from our models for the time that they are shown. The system's menus are not kept:
 // the model is the menu, and handlers may change it meanwhile.
@@ -63,12 +63,13 @@ UINT TrackNativeMenu(const MenuModel& model, POINT screen, UINT flags, HWND owne
   const HiddenOwner hidden(!IsWindow(owner));
   const HWND window = hidden.Window() != nullptr ? hidden.Window() : owner;
   // A click elsewhere closes the menu only of a window in the foreground.
-  return CarriedFault::CallOut([&] {
+  const auto track = [&] {
     SetForegroundWindow(GetAncestor(window, GA_ROOT));
     // The command is always the answer: whoever wants it as a message posts it when the menu is gone.
     const UINT all = (flags & ~static_cast<UINT>(TPM_RECURSE)) | TPM_RETURNCMD | TPM_NONOTIFY;
     return static_cast<UINT>(TrackPopupMenuEx(menu.get(), all, screen.x, screen.y, window, nullptr));
-  });
+  };
+  return SystemLoop::Run(track, [] { EndMenu(); });
 }
 
 }  // namespace lorv

@@ -1,6 +1,7 @@
 #include "platform/win32/desktop/message_pump.h"
 
 #include <cstring>
+#include <utility>
 
 #include "framework/ports/window_map.h"
 #include "platform/models/carried_fault.h"
@@ -16,6 +17,8 @@ namespace {
 thread_local MSG offered = {};
 thread_local int hooks = 0;
 thread_local std::optional<int> quit_code;
+thread_local SystemLoop* innermost = nullptr;
+thread_local bool pump_takes = false;  // it is PumpOne that takes a message off the queue
 
 bool IsSame(const MSG& a, const MSG& b) {
   return a.hwnd == b.hwnd && a.message == b.message && a.wParam == b.wParam && a.lParam == b.lParam &&
@@ -48,8 +51,25 @@ PumpStep Handle(MSG& message) {
 
 LRESULT CALLBACK SeeMessage(int code, WPARAM w, LPARAM l) {
   // Those who only look at the queue will come again.
-  if (code == HC_ACTION && w == PM_REMOVE) Offer(*reinterpret_cast<MSG*>(l));
+  if (code == HC_ACTION && w == PM_REMOVE) {
+    MSG& message = *reinterpret_cast<MSG*>(l);
+    if (message.message == WM_QUIT && !pump_takes) SystemLoop::TakeQuit(static_cast<int>(message.wParam));
+    Offer(message);
+  }
   return CallNextHookEx(nullptr, code, w, l);
+}
+
+BOOL TakeFromQueue(MSG& message, bool wait) {
+  // A handler of a message that is sent meanwhile may run a loop of the system's, which takes its own.
+  struct Taking {
+    Taking() : outer(std::exchange(pump_takes, true)) {}
+    Taking(const Taking&) = delete;
+    Taking& operator=(const Taking&) = delete;
+    ~Taking() { pump_takes = outer; }
+    bool outer;
+  };
+  const Taking taking;
+  return wait ? GetMessageW(&message, nullptr, 0, 0) : PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);
 }
 
 }  // namespace
@@ -71,6 +91,21 @@ MessageHook::~MessageHook() {
   if (hook_ != nullptr) UnhookWindowsHookEx(hook_);
 }
 
+SystemLoop::SystemLoop(void (*end)()) : end_(end), outer_(std::exchange(innermost, this)) {
+  pump_takes = false;
+}
+
+SystemLoop::~SystemLoop() {
+  innermost = outer_;
+  if (taken_) PostQuitMessage(*taken_);
+}
+
+void SystemLoop::TakeQuit(int code) {
+  if (innermost == nullptr) return;
+  innermost->taken_ = code;
+  innermost->end_();
+}
+
 bool OfferHostMessage(MSG* message) {
   if (message == nullptr || hooks == 0) return false;
   if (message->hwnd == nullptr || IsSame(*message, offered)) return false;
@@ -81,8 +116,7 @@ bool OfferHostMessage(MSG* message) {
 PumpStep PumpOne(bool wait) {
   MSG message = {};
   return CarriedFault::CallOut([&] {
-    const BOOL got =
-        wait ? GetMessageW(&message, nullptr, 0, 0) : PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);
+    const BOOL got = TakeFromQueue(message, wait);
     if (got != 0 && got != -1 && message.message != WM_QUIT) return Handle(message);
     if (message.message != WM_QUIT) return wait ? PumpStep::kQuit : PumpStep::kNothing;
     quit_code = static_cast<int>(message.wParam);

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <optional>
+#include <utility>
 
 #include "framework/native/export.h"
 #include "framework/native/window_types.h"
+#include "platform/models/carried_fault.h"
 
 // How a message from the queue comes to the window classes before it is delivered, whoever runs the loop.
 //
@@ -34,6 +36,30 @@ class MessageHook {
 
  private:
   HHOOK hook_;
+};
+
+// A loop of the system's that runs within a call of ours and knows nothing of WM_QUIT: a menu's, a drag's.
+// `end` closes it when that comes, and the loops around it come upon WM_QUIT again.
+class SystemLoop {
+ public:
+  explicit SystemLoop(void (*end)());
+  SystemLoop(const SystemLoop&) = delete;
+  SystemLoop& operator=(const SystemLoop&) = delete;
+  ~SystemLoop();
+
+  // Runs it; what a handler throws meanwhile comes out behind it.
+  template <class Loop>
+  static auto Run(Loop loop, void (*end)()) {
+    const SystemLoop within(end);
+    return CarriedFault::CallOut(std::move(loop));
+  }
+  // For the hook: the loop took WM_QUIT off the queue.
+  static void TakeQuit(int code);
+
+ private:
+  void (*end_)();
+  SystemLoop* outer_;
+  std::optional<int> taken_;
 };
 
 enum class PumpStep { kNothing, kWorked, kQuit };

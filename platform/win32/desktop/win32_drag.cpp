@@ -2,6 +2,7 @@
 
 #include "platform/models/carried_fault.h"
 #include "platform/win32/desktop/drag_data.h"
+#include "platform/win32/desktop/message_pump.h"
 #include "platform/win32/services/system_object.h"
 
 // Drags by the system: a target for each window that accepts drops, and the source of a drag of ours. The
@@ -76,11 +77,14 @@ class NativeTarget : public CountedObject<IDropTarget> {
   CountedReference<IDataObject> data_;
 };
 
+// The end of the program was asked for while the user drags.
+thread_local bool given_up = false;
+
 class NativeSource : public CountedObject<IDropSource> {
  public:
   // A drag may be by either button, and is over when both are up.
   HRESULT STDMETHODCALLTYPE QueryContinueDrag(BOOL escape, DWORD keys) override {
-    if (escape) return DRAGDROP_S_CANCEL;
+    if (escape || given_up) return DRAGDROP_S_CANCEL;
     return (keys & (MK_LBUTTON | MK_RBUTTON)) == 0 ? DRAGDROP_S_DROP : S_OK;
   }
   HRESULT STDMETHODCALLTYPE GiveFeedback(DWORD /*effect*/) override { return DRAGDROP_S_USEDEFAULTCURSORS; }
@@ -112,12 +116,14 @@ DROPEFFECT RunNativeDrag(const TransferData& content, DROPEFFECT allowed) {
   ReleaseCapture();
   const CountedReference<IDataObject> data(MakeDataObject(content));
   const CountedReference<IDropSource> source(new NativeSource);
-  return CarriedFault::CallOut([&] {
+  given_up = false;
+  const auto drag = [&] {
     DWORD done = DROPEFFECT_NONE;
     const HRESULT end = DoDragDrop(data.Get(), source.Get(), allowed, &done);
     // A target may answer with effects that nobody offered.
     return end == DRAGDROP_S_DROP ? done & allowed : DROPEFFECT{DROPEFFECT_NONE};
-  });
+  };
+  return SystemLoop::Run(drag, [] { given_up = true; });
 }
 
 }  // namespace lorv

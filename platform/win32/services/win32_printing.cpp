@@ -4,6 +4,7 @@
 
 #include <commdlg.h>
 
+#include "platform/models/carried_fault.h"
 #include "platform/win32/services/gdi_print_job.h"
 
 // The system's dialog for choosing a printer.
@@ -19,10 +20,20 @@ class Win32Printing : public Printing {
     choice.hwndOwner = owner;
     // Copies are the driver's affair: pages are sent once.
     choice.Flags = flags | PD_RETURNDC | PD_USEDEVMODECOPIESANDCOLLATE;
-    const bool taken = PrintDlgW(&choice) != 0;
     // Given whatever was chosen, and ours to free.
-    GlobalFree(choice.hDevMode);
-    GlobalFree(choice.hDevNames);
+    struct Given {
+      explicit Given(PRINTDLGW& asked) : choice(asked) {}
+      Given(const Given&) = delete;
+      Given& operator=(const Given&) = delete;
+      ~Given() {
+        GlobalFree(choice.hDevMode);
+        GlobalFree(choice.hDevNames);
+      }
+      PRINTDLGW& choice;
+    };
+    const Given given(choice);
+    // The dialog runs a loop of the system's: what a handler throws meanwhile comes out behind it.
+    const bool taken = CarriedFault::CallOut([&] { return PrintDlgW(&choice) != 0; });
     if (!taken || choice.hDC == nullptr) return nullptr;
     return std::make_unique<GdiPrintJob>(choice.hDC);
   }

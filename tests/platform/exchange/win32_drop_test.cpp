@@ -89,6 +89,27 @@ TEST_F(NativeDrag, IsDroppedWhereTheButtonComesUp) {
   EXPECT_EQ(target.notes, (Notes{"enter 10,11", "drop 10,11 by 1: C30"}));
 }
 
+TEST_F(NativeDrag, TheEndOfTheProgramGivesItUpAndComesToTheLoopAround) {
+  CWnd frame;
+  frame.Create(nullptr, _T("frame"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(100, 100, 600, 500), nullptr, 0);
+  frame.SetForegroundWindow();
+  Settle();
+  MoveMouse({200, 200});
+  Button(true);
+  std::thread user([this] {
+    Sleep(300);
+    Desk().Post(nullptr, WM_QUIT, 9, 0);
+  });
+  COleDataSource source;
+  source.SetText(_T("C30"));
+  EXPECT_EQ(source.DoDragDrop(DROPEFFECT_COPY), static_cast<DROPEFFECT>(DROPEFFECT_NONE));
+  user.join();
+  bool ended = false;
+  for (int i = 0; i < 100 && !ended; ++i) ended = !Desk().Pump(false) && Desk().QuitCode().has_value();
+  EXPECT_EQ(Desk().QuitCode(), 9);
+  Button(false);
+}
+
 TEST(DataObject, GivesTheFormatsThatItHasAndNoOther) {
   lorv::TransferData content;
   content.SetText(_T("x"));

@@ -151,6 +151,25 @@ TEST_F(NativeMenus, TheOwnerIsNotAskedToFillTheMenu) {
   EXPECT_EQ(top.Count(WM_COMMAND), 0);
 }
 
+// The system's menu takes the message off the queue and goes on.
+TEST_F(NativeMenus, TheEndOfTheProgramClosesItAndComesToTheLoopAround) {
+  top.on = [this](const Probe::Message& m, LRESULT&) {
+    if (m.number == WM_TIMER && m.w == kUser) Desk().Quit(8);
+    if (m.number == WM_TIMER) top.Peer()->KillTimer(kUser);
+    return false;
+  };
+  top.Peer()->SetTimer(kUser, 60);
+  EXPECT_EQ(Desk().Popup(Grades(), {200, 200}, 0, top.window), 0u);
+  EXPECT_FALSE(Desk().MenuUp());
+  bool ended = false;
+  for (int i = 0; i < 100 && !ended; ++i) ended = !Desk().Pump(true);
+  EXPECT_TRUE(ended);
+  EXPECT_EQ(Desk().QuitCode(), 8);
+  top.on = nullptr;
+  Settle();
+  EXPECT_EQ(Show(Grades(), {VK_DOWN, VK_RETURN}), 11u) << "who goes on has menus as ever";
+}
+
 TEST_F(NativeMenus, AnEmptyMenuGivesNothingAtOnce) {
   EXPECT_EQ(Desk().Popup({}, {200, 200}, 0, top.window), 0u);
 }
