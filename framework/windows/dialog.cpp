@@ -123,13 +123,13 @@ LRESULT CDialog::HandleDpiChanged(WPARAM w, LPARAM l) {
 }
 
 // The units of a dialog come from its font: the average of the letters, and its height.
-void CDialog::Measure(const lorv::DialogTemplate& form) {
+void CDialog::Measure(const lorv::DialogTemplate& form, int dots) {
   static const CString letters(_T("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"));
   CFont font;
   font.CreatePointFont(form.points * 10, form.font);
   face_ = font.Face();
   const auto canvas = lorv::DesktopInForce().MakeCanvas({1, 1});
-  dots_ = canvas->Dpi();
+  dots_ = dots == 0 ? canvas->Dpi() : dots;
   face_.lfHeight = Scaled(face_.lfHeight, dots_, lorv::kUsualDpi);
   canvas->SetFont(face_);
   // The system's own formula: twice the average of 52 letters, halved with rounding; so dialogs have their
@@ -144,8 +144,18 @@ void CDialog::MapDialogRect(LPRECT rect) const {
   *rect = {across(rect->left), down(rect->top), across(rect->right), down(rect->bottom)};
 }
 
+// The template's size is that of the client area; the window stands in the middle of its owner or screen.
+CRect CDialog::MiddleOf(const lorv::DialogTemplate& form, const CWnd* parent) const {
+  RECT client = {0, 0, form.width, form.height};
+  MapDialogRect(&client);
+  const CSize size(lorv::PeerOf(m_hWnd)->FrameSize(CRect(client).Size()));
+  const CRect around(parent == nullptr ? lorv::DesktopInForce().WorkArea({0, 0})
+                                       : lorv::PeerOf(parent->m_hWnd)->WindowRect());
+  return {around.CenterPoint() - CSize(size.cx / 2, size.cy / 2), static_cast<SIZE>(size)};
+}
+
 BOOL CDialog::Build(const lorv::DialogTemplate& form, CWnd* parent) {
-  Measure(form);
+  Measure(form, 0);
   RECT client = {0, 0, form.width, form.height};
   MapDialogRect(&client);
   lorv::WindowRequest request;
@@ -157,11 +167,12 @@ BOOL CDialog::Build(const lorv::DialogTemplate& form, CWnd* parent) {
   request.parent = parent == nullptr ? nullptr : parent->m_hWnd;
   if (!Make(request) || m_hWnd == nullptr) return FALSE;
   const auto peer = lorv::PeerOf(m_hWnd);
-  // The template's size is that of the client area; the window stands in the middle of its owner or screen.
-  const CSize size(peer->FrameSize(CRect(client).Size()));
-  const CRect around(parent == nullptr ? lorv::DesktopInForce().WorkArea({0, 0})
-                                       : lorv::PeerOf(parent->m_hWnd)->WindowRect());
-  peer->Place(CRect(around.CenterPoint() - CSize(size.cx / 2, size.cy / 2), static_cast<SIZE>(size)));
+  peer->Place(MiddleOf(form, parent));
+  // Which screen it stands on is known now only: another one may have other dots than the first.
+  if (peer->Exists() && peer->Dpi() != dots_) {
+    Measure(form, peer->Dpi());
+    peer->Place(MiddleOf(form, parent));
+  }
   peer->SetFont(face_);
   BuildItems(form);
   return m_hWnd != nullptr;

@@ -81,7 +81,8 @@ class COMM_LORV_API CDialog : public CWnd {
  private:
   BOOL Build(const lorv::DialogTemplate& form, CWnd* parent);
   void BuildItems(const lorv::DialogTemplate& form);
-  void Measure(const lorv::DialogTemplate& form);
+  void Measure(const lorv::DialogTemplate& form, int dots);
+  CRect MiddleOf(const lorv::DialogTemplate& form, const CWnd* parent) const;
   void Start();
   void Run(HWND window);
   void Step(bool forward);

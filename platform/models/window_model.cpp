@@ -14,6 +14,15 @@
 // and `alive_` is asked behind it.
 
 namespace lorv {
+namespace {
+
+// A window begins on the screen of the one that it stands in or belongs to.
+int DpiBeside(const DesktopModel& desktop, HWND parent) {
+  const auto window = desktop.At(parent);
+  return window == nullptr ? desktop.Dpi() : window->Dpi();
+}
+
+}  // namespace
 
 WindowModel::WindowModel(DesktopModel& desktop, HWND handle, const WindowRequest& request)
     : desktop_(desktop),
@@ -25,7 +34,7 @@ WindowModel::WindowModel(DesktopModel& desktop, HWND handle, const WindowRequest
       ex_style_(request.ex_style),
       id_(request.id),
       font_(desktop.DialogFont()),
-      dpi_(desktop.Dpi()) {
+      dpi_(DpiBeside(desktop, request.parent)) {
   ((style_ & WS_CHILD) != 0 ? parent_ : owner_) = request.parent;
 }
 

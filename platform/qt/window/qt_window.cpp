@@ -113,6 +113,9 @@ void QtWindow::Place(const RECT& place) {
     const WidgetWork work(*this);
     PutAt(place);
   }
+  // What the widget set told of another screen was kept back with the rest.
+  const bool other = widget_->logicalDpiY() != Dpi() || widget_->devicePixelRatioF() != surface_->Ratio();
+  if (Parent() == nullptr && other) ScreenChanged();
   PlaceChanged();
 }
 

@@ -113,7 +113,7 @@ GdiCanvas::~GdiCanvas() {
 
 int GdiCanvas::Dpi() const {
   // 0 where the window has gone and there is no context any more.
-  const int dots = GetDeviceCaps(target_->ContextToAsk(), LOGPIXELSY);
+  const int dots = target_->Dpi();
   return dots > 0 ? dots : kUsualDpi;
 }
 

@@ -21,6 +21,8 @@ class GdiTarget {
   // For a call that fills the rectangle: what was there before is not asked for.
   virtual HDC ContextToFill(const RECT& /*rect*/) { return Context(); }
   virtual HDC ContextToAsk() { return Context(); }  // nothing is drawn with it
+  // Dots an inch of the screen or the paper; a context itself answers for the first screen.
+  virtual int Dpi() { return GetDeviceCaps(ContextToAsk(), LOGPIXELSY); }
   // What can be drawn on at all, in the context's own pixels; null: no limit.
   virtual HRGN Limit() const { return nullptr; }
 };

@@ -102,10 +102,15 @@ std::shared_ptr<const GdiFont> SharedFont(const LOGFONTW& face) {
   return shelf.Take(face);
 }
 
-LOGFONTW SystemDialogFont() {
+LOGFONTW SystemDialogFont(int dots) {
   NONCLIENTMETRICSW metrics = {};
   metrics.cbSize = sizeof(metrics);
-  SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0);
+  if (dots > 0) {
+    SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0,
+                               static_cast<UINT>(dots));
+  } else {
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0);
+  }
   return metrics.lfMessageFont;
 }
 

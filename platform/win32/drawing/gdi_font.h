@@ -30,7 +30,7 @@ class GdiFont {
 
 std::shared_ptr<const GdiFont> SharedFont(const LOGFONTW& face);
 
-// That of the system's own dialogs.
-LOGFONTW SystemDialogFont();
+// That of the system's own dialogs, on a screen of so many dots an inch; 0: on the first one.
+LOGFONTW SystemDialogFont(int dots = 0);
 
 }  // namespace lorv

@@ -107,7 +107,7 @@ LRESULT Win32Window::Ended(WPARAM w, LPARAM l) {
 void Win32Window::Finish() {
   if (DrawsItself() || kind_ == WindowKind::Dialog || font_ != nullptr) return;
   // The system's controls begin with its old font of dots; dialogs set their own later.
-  font_ = SharedFont(SystemDialogFont());
+  font_ = SharedFont(SystemDialogFont(Dpi()));
   Default(WM_SETFONT, reinterpret_cast<WPARAM>(font_->Handle()), FALSE);
 }
 

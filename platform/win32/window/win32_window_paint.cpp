@@ -26,6 +26,7 @@ class WindowTarget : public GdiTarget {
 
   HDC Context() override { return window_->Exists() ? context_ : nullptr; }
   SIZE Size() const override { return CRect(window_->ClientRect()).Size(); }
+  int Dpi() override { return window_->Dpi(); }
 
  private:
   WindowRef window_;
@@ -118,6 +119,7 @@ class PaintTarget : public GdiTarget {
   HDC ContextToAsk() override { return memory_->Context(); }
   HRGN Limit() const override { return limit_.Handle(); }
   SIZE Size() const override { return CRect(window_->ClientRect()).Size(); }
+  int Dpi() override { return window_->Dpi(); }
   const RECT& Dirty() const { return paint_.rcPaint; }
 
  private:

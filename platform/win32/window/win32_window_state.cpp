@@ -88,10 +88,12 @@ POINT Win32Window::ClientOrigin() const {
 SIZE Win32Window::FrameSize(SIZE client) const {
   if (!Exists()) return {0, 0};
   const DWORD style = Style();
+  const UINT dots = GetDpiForWindow(handle_);
   CRect rect(0, 0, client.cx, client.cy);
-  AdjustWindowRectEx(&rect, style, FALSE, ExStyle());
-  if ((style & WS_VSCROLL) != 0) rect.right += GetSystemMetrics(SM_CXVSCROLL);
-  if ((style & WS_HSCROLL) != 0) rect.bottom += GetSystemMetrics(SM_CYHSCROLL);
+  // Those of its own screen: the plain calls answer for the first one.
+  AdjustWindowRectExForDpi(&rect, style, FALSE, ExStyle(), dots);
+  if ((style & WS_VSCROLL) != 0) rect.right += GetSystemMetricsForDpi(SM_CXVSCROLL, dots);
+  if ((style & WS_HSCROLL) != 0) rect.bottom += GetSystemMetricsForDpi(SM_CYHSCROLL, dots);
   return rect.Size();
 }
 
@@ -144,7 +146,7 @@ void Win32Window::SetFont(const LOGFONTW& font) {
 }
 
 LOGFONTW Win32Window::Font() const {
-  LOGFONTW face = SystemDialogFont();
+  LOGFONTW face = SystemDialogFont(Dpi());
   if (!Exists()) return face;
   const LRESULT font = CarriedFault::CallOut([&] { return SendMessageW(handle_, WM_GETFONT, 0, 0); });
   if (font != 0) GetObjectW(reinterpret_cast<HFONT>(font), sizeof(face), &face);

@@ -1,0 +1,139 @@
+#include <QScreen>
+
+#include "framework/drawing/device_context.h"
+#include "framework/windows/dialog.h"
+#include "tests/platform/qt/qt_fixture.h"
+
+// Windows that are moved to a screen of other dots an inch, while they are open. The program stands on two:
+// the first has 96, the second 192.
+
+namespace lorv::test {
+namespace {
+
+class Told : public CWnd {
+ public:
+  std::vector<WPARAM> dots;
+  CRect place;
+  bool ends = false;
+
+ protected:
+  LRESULT WindowProc(UINT message, WPARAM w, LPARAM l) override {
+    if (message == WM_DPICHANGED) {
+      dots.push_back(w);
+      place = *reinterpret_cast<const RECT*>(l);
+      if (ends) DestroyWindow();
+    }
+    return CWnd::WindowProc(message, w, l);
+  }
+};
+
+class QtScreens : public QtTest {
+ protected:
+  // Each of the screens begins where the other ends.
+  void MoveTo(HWND window, int screen) {
+    const auto peer = desktop_->Find(window);
+    const CRect place(peer->WindowRect());
+    peer->Place(CRect(CPoint(screen == 0 ? 100 : 1700, 100), place.Size()));
+    Settle();
+  }
+  static CRect PlaceOf(const CWnd& window) {
+    CRect place;
+    window.GetWindowRect(place);
+    return place;
+  }
+};
+
+TEST_F(QtScreens, ATopWindowIsToldOfAnotherScreenWithThePlaceThatKeepsItsSize) {
+  ASSERT_EQ(QGuiApplication::screens().size(), 2);
+  Told window;
+  window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(10, 20, 210, 120), nullptr, 0);
+  Told child;
+  child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 50, 50), &window, 1);
+  Settle();
+  EXPECT_EQ(window.GetDpi(), 96);
+  const CRect before = PlaceOf(window);
+  MoveTo(window.m_hWnd, 1);
+  ASSERT_EQ(window.dots, (std::vector<WPARAM>{MAKEWPARAM(192, 192)}));
+  EXPECT_EQ(window.place.Size(), CSize(before.Width() * 2, before.Height() * 2));
+  EXPECT_EQ(PlaceOf(window), window.place) << "left to the system, it is taken";
+  EXPECT_EQ(window.place.left, 1700);
+  EXPECT_EQ(window.GetDpi(), 192);
+  EXPECT_EQ(child.GetDpi(), 192);
+  EXPECT_TRUE(child.dots.empty());
+  CClientDC dc(&child);
+  EXPECT_EQ(dc.GetDeviceCaps(LOGPIXELSY), 192);
+  CFont font;
+  font.CreatePointFont(90, _T("SimSun"), &dc);
+  EXPECT_EQ(font.Face().lfHeight, -24);
+  MoveTo(window.m_hWnd, 0);
+  EXPECT_EQ(window.dots.back(), MAKEWPARAM(96, 96));
+  EXPECT_EQ(PlaceOf(window).Size(), before.Size());
+  EXPECT_EQ(child.GetDpi(), 96);
+}
+
+TEST_F(QtScreens, WhatIsMadeInAWindowHasTheDotsOfItsScreen) {
+  Told window;
+  window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(10, 20, 210, 120), nullptr, 0);
+  Settle();
+  MoveTo(window.m_hWnd, 1);
+  Told child;
+  child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 50, 50), &window, 1);
+  EXPECT_EQ(child.GetDpi(), 192);
+  CClientDC dc(&child);
+  EXPECT_EQ(dc.GetDeviceCaps(LOGPIXELSX), 192);
+}
+
+TEST_F(QtScreens, ADialogGrowsWithItsScreenAndBack) {
+  static const DialogItem items[] = {{WindowKind::Edit, 1002, 8, 8, 40, 16, WS_TABSTOP, _T("")},
+                                     {WindowKind::Button, IDOK, 8, 32, 40, 16, WS_TABSTOP, _T("OK")}};
+  static const DialogTemplate form = {2000, _T("t"), 80, 64, _T("SimSun"), 9, items};
+  CDialog dialog;
+  ASSERT_TRUE(dialog.Create(form, CWnd::FromHandle(top.window)));
+  dialog.ShowWindow(SW_SHOW);
+  Settle();
+  CRect client, edit;
+  dialog.GetClientRect(client);
+  dialog.GetDlgItem(1002)->GetWindowRect(edit);
+  dialog.ScreenToClient(edit);
+  MoveTo(dialog.m_hWnd, 1);
+  CRect grown, grown_edit;
+  dialog.GetClientRect(grown);
+  EXPECT_EQ(grown.Size(), CSize(client.Width() * 2, client.Height() * 2));
+  dialog.GetDlgItem(1002)->GetWindowRect(grown_edit);
+  dialog.ScreenToClient(grown_edit);
+  EXPECT_EQ(grown_edit, CRect(edit.left * 2, edit.top * 2, edit.right * 2, edit.bottom * 2));
+  EXPECT_EQ(PeerOf(dialog.GetDlgItem(IDOK)->m_hWnd)->Font().lfHeight, -24);
+  MoveTo(dialog.m_hWnd, 0);
+  dialog.GetClientRect(grown);
+  EXPECT_EQ(grown, client);
+}
+
+TEST_F(QtScreens, ADialogIsMeasuredForTheScreenOfItsOwner) {
+  static const DialogItem items[] = {{WindowKind::Edit, 1002, 8, 8, 40, 16, WS_TABSTOP, _T("")}};
+  static const DialogTemplate form = {2000, _T("t"), 80, 64, _T("SimSun"), 9, items};
+  CDialog plain;
+  ASSERT_TRUE(plain.Create(form, CWnd::FromHandle(top.window)));
+  CRect small;
+  plain.GetClientRect(small);
+  MoveTo(top.window, 1);
+  CDialog dialog;
+  ASSERT_TRUE(dialog.Create(form, CWnd::FromHandle(top.window)));
+  EXPECT_EQ(dialog.GetDpi(), 192);
+  EXPECT_EQ(PeerOf(dialog.GetDlgItem(1002)->m_hWnd)->Font().lfHeight, -24);
+  CRect client;
+  dialog.GetClientRect(client);
+  // Letters of the double height are about twice as wide.
+  EXPECT_NEAR(client.Width(), small.Width() * 2, small.Width() / 4);
+}
+
+TEST_F(QtScreens, AWindowMayEndWhereItIsToldOfAnotherScreen) {
+  Told window;
+  window.ends = true;
+  window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(10, 20, 210, 120), nullptr, 0);
+  Settle();
+  MoveTo(window.m_hWnd, 1);
+  EXPECT_EQ(window.m_hWnd, nullptr);
+}
+
+}  // namespace
+}  // namespace lorv::test
