@@ -5,11 +5,13 @@ usage: desk_run_test.py [EMULATOR ...] PROGRAM
 
 import os
 import pathlib
+import re
 import struct
 import subprocess
 import sys
 import tempfile
 import unittest
+import xml.etree.ElementTree
 import zlib
 
 COMMAND = []
@@ -49,6 +51,22 @@ class Desk(unittest.TestCase):
         code, out, _ = run("--version")
         self.assertEqual(code, 0)
         self.assertRegex(out, r"^lorv-desk \d+\.\d+\.\d+\n$")
+
+    def test_a_windows_program_says_what_it_knows_of_screens(self):
+        program = pathlib.Path(COMMAND[-1])
+        if program.suffix != ".exe":
+            self.assertNotIn(b"<assembly ", program.read_bytes())
+            return
+        found = re.findall(rb"<assembly .*?</assembly>", program.read_bytes(), re.DOTALL)
+        self.assertEqual(len(found), 1)
+        manifest = xml.etree.ElementTree.fromstring(found[0])
+        values = {element.tag.split("}")[1]: element for element in manifest.iter()}
+        self.assertEqual(values["dpiAwareness"].text, "PerMonitorV2, PerMonitor")
+        self.assertEqual(values["dpiAware"].text, "true/pm")
+        parts = [element.attrib for element in manifest.iter() if element.tag.endswith("}assemblyIdentity")]
+        self.assertIn(("Microsoft.Windows.Common-Controls", "6.0.0.0"), [(p["name"], p["version"]) for p in parts])
+        # The code page stays the system's: file names and texts of the library are 16 bits.
+        self.assertNotIn("activeCodePage", values)
 
     def test_words_that_mean_nothing_are_refused(self):
         for words in ((), ("--nothing",), ("墙",), ("--pictures", "x"), ("--dialogs", "--pictures"), ("--grid",),
