@@ -17,16 +17,31 @@ constexpr unsigned kRuns4 = 2;
 constexpr unsigned kMasks = 3;
 constexpr unsigned kAlphaMasks = 6;
 
-struct Mask {
-  std::uint32_t bits = 0;
-
-  // The masked value on a scale to 255; `missing` where there is no mask.
-  unsigned Of(std::uint32_t value, unsigned missing) const {
-    if (bits == 0) return missing;
-    const int shift = std::countr_zero(bits);
-    const std::uint64_t most = bits >> shift;
-    return static_cast<unsigned>(((value & bits) >> shift) * std::uint64_t{255} / most);
+// A part of a pixel on a scale to 255.
+class Mask {
+ public:
+  void Set(std::uint32_t bits) {
+    bits_ = bits;
+    if (bits == 0) return;
+    shift_ = std::countr_zero(bits);
+    most_ = bits >> shift_;
+    for (std::uint64_t i = 0; i < scaled_.size() && i <= most_; ++i)
+      scaled_[i] = static_cast<unsigned char>(i * 255 / most_);
   }
+  std::uint32_t Bits() const { return bits_; }
+  // `missing` where there is no mask.
+  unsigned Of(std::uint32_t value, unsigned missing) const {
+    if (bits_ == 0) return missing;
+    const std::uint64_t part = (value & bits_) >> shift_;
+    // Nearly all masks have eight bits or fewer, and a division takes longer than all the rest.
+    return most_ < scaled_.size() ? scaled_[part] : static_cast<unsigned>(part * 255 / most_);
+  }
+
+ private:
+  std::uint32_t bits_ = 0;
+  int shift_ = 0;
+  std::uint64_t most_ = 0;
+  std::array<unsigned char, 256> scaled_ = {};
 };
 
 class DibDecoder {
@@ -43,7 +58,10 @@ class DibDecoder {
   bool ReadRuns();
   bool ReadRun(int& x, int& y);
   void Put(int x, int y, unsigned number);
-  std::uint32_t PixelAt(const unsigned char* row, int x) const;
+  void PutRow(const unsigned char* row, std::uint32_t* to) const;
+  bool HasPixelsOfOurs() const;
+  std::uint32_t NumberedAt(const unsigned char* row, int x) const;
+  std::uint32_t MaskedAt(const unsigned char* row, int x) const;
   void PutMask(std::size_t at);
   std::size_t RowBytes(unsigned bits) const {
     return (static_cast<std::size_t>(width_) * bits + 31) / 32 * 4;
@@ -102,21 +120,21 @@ bool DibDecoder::ReadHeader() {
 void DibDecoder::ReadMasks(unsigned header_size) {
   if (bits_ == 16) {
     // Five bits a colour where no masks say otherwise.
-    red_.bits = 0x7C00;
-    green_.bits = 0x3E0;
-    blue_.bits = 0x1F;
+    red_.Set(0x7C00);
+    green_.Set(0x3E0);
+    blue_.Set(0x1F);
   } else {
-    red_.bits = 0xFF0000;
-    green_.bits = 0xFF00;
-    blue_.bits = 0xFF;
+    red_.Set(0xFF0000);
+    green_.Set(0xFF00);
+    blue_.Set(0xFF);
     // Bitmaps that are no icons have often anything in the fourth byte.
-    if (in_icon_ && bits_ == 32) alpha_.bits = kOpaque;
+    if (in_icon_ && bits_ == 32) alpha_.Set(kOpaque);
   }
   if (packing_ != kMasks && packing_ != kAlphaMasks) return;
-  red_.bits = view_.Low32();
-  green_.bits = view_.Low32();
-  blue_.bits = view_.Low32();
-  if (header_size >= 56 || packing_ == kAlphaMasks) alpha_.bits = view_.Low32();
+  red_.Set(view_.Low32());
+  green_.Set(view_.Low32());
+  blue_.Set(view_.Low32());
+  if (header_size >= 56 || packing_ == kAlphaMasks) alpha_.Set(view_.Low32());
 }
 
 void DibDecoder::ReadColours(unsigned header_size) {
@@ -150,15 +168,16 @@ bool DibDecoder::Decode() {
   return ReadRows();
 }
 
-std::uint32_t DibDecoder::PixelAt(const unsigned char* row, int x) const {
+std::uint32_t DibDecoder::NumberedAt(const unsigned char* row, int x) const {
   const auto at = static_cast<std::size_t>(x);
-  if (bits_ == 24) return Pixel(row[3 * at + 2], row[3 * at + 1], row[3 * at]);
-  if (bits_ <= 8) {
-    const unsigned place = static_cast<unsigned>(at * bits_ % 8);
-    const unsigned number =
-        static_cast<unsigned>(row[at * bits_ / 8]) >> (8 - bits_ - place) & ((1U << bits_) - 1);
-    return number < colours_ ? palette_[number] : kOpaque;
-  }
+  const unsigned place = static_cast<unsigned>(at * bits_ % 8);
+  const unsigned number =
+      static_cast<unsigned>(row[at * bits_ / 8]) >> (8 - bits_ - place) & ((1U << bits_) - 1);
+  return number < colours_ ? palette_[number] : kOpaque;
+}
+
+std::uint32_t DibDecoder::MaskedAt(const unsigned char* row, int x) const {
+  const auto at = static_cast<std::size_t>(x);
   // A byte at a time: rows of 16 and 32 bits may begin at any address.
   std::uint32_t value = static_cast<std::uint32_t>(row[at * bits_ / 8]) |
                         static_cast<std::uint32_t>(row[at * bits_ / 8 + 1]) << 8;
@@ -167,6 +186,25 @@ std::uint32_t DibDecoder::PixelAt(const unsigned char* row, int x) const {
                                                                      << 24;
   }
   return Pixel(red_.Of(value, 0), green_.Of(value, 0), blue_.Of(value, 0), alpha_.Of(value, 255));
+}
+
+// Pixels of the file that are those of a raster but for the fourth byte.
+bool DibDecoder::HasPixelsOfOurs() const {
+  return bits_ == 32 && red_.Bits() == 0xFF0000 && green_.Bits() == 0xFF00 && blue_.Bits() == 0xFF &&
+         (alpha_.Bits() == 0 || alpha_.Bits() == kOpaque);
+}
+
+void DibDecoder::PutRow(const unsigned char* row, std::uint32_t* to) const {
+  if (bits_ <= 8) {
+    for (int x = 0; x < width_; ++x) to[x] = NumberedAt(row, x);
+  } else if (bits_ == 24) {
+    for (int x = 0; x < width_; ++x, row += 3) to[x] = Pixel(row[2], row[1], row[0]);
+  } else if (HasPixelsOfOurs()) {
+    const std::uint32_t opaque = alpha_.Bits() == 0 ? kOpaque : 0;
+    for (int x = 0; x < width_; ++x, row += 4) to[x] = Pixel(row[2], row[1], row[0], row[3]) | opaque;
+  } else {
+    for (int x = 0; x < width_; ++x) to[x] = MaskedAt(row, x);
+  }
 }
 
 bool DibDecoder::ReadRows() {
@@ -179,8 +217,7 @@ bool DibDecoder::ReadRows() {
   if (data_at_ > bytes_.size() || (rows - 1) * size + used > bytes_.size() - data_at_) return false;
   const auto* from = reinterpret_cast<const unsigned char*>(bytes_.data()) + data_at_;
   for (int row = 0; row < height_; ++row, from += size) {
-    std::uint32_t* const to = out_.Row(downwards_ ? row : height_ - 1 - row);
-    for (int x = 0; x < width_; ++x) to[x] = PixelAt(from, x);
+    PutRow(from, out_.Row(downwards_ ? row : height_ - 1 - row));
   }
   if (in_icon_) PutMask(data_at_ + rows * size);
   return true;
