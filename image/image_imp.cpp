@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <vector>
 
 #include "framework/drawing/context_handles.h"
 #include "framework/drawing/device_context.h"
@@ -18,25 +17,19 @@ constexpr int kUsualDelay = 100;
 constexpr int kMillisecondsASecond = 1000;
 constexpr int kEntriesASecond = 100;
 
-lorv::PixelImage AsPixels(int width, int height, const std::uint32_t* pixels) {
+lorv::PixelImage PixelsOf(const lorv::Raster& raster) {
   static_assert(sizeof(DWORD) == sizeof(std::uint32_t));
-  return {width, height, reinterpret_cast<const DWORD*>(pixels)};
+  return {raster.width, raster.height, reinterpret_cast<const DWORD*>(raster.pixels.data())};
 }
 
 // A context of ours knows its origin and clip; all others are the system's.
 bool DrawOn(HDC context, const lorv::Raster& raster, const CRect& rect) {
-  const lorv::PixelImage image = AsPixels(raster.width, raster.height, raster.pixels.data());
+  const lorv::PixelImage image = PixelsOf(raster);
   if (CDC* const own = lorv::ContextOf(context); own != nullptr) {
     own->DrawImage(image, rect);
     return true;
   }
   return context != nullptr && lorv::NativeDeviceImages().Draw(context, image, rect);
-}
-
-std::uint32_t OverBlack(std::uint32_t pixel) {
-  const std::uint32_t alpha = pixel >> 24;
-  const auto part = [&](unsigned shift) { return ((pixel >> shift & 255) * alpha + 127) / 255; };
-  return lorv::Pixel(part(16), part(8), part(0));
 }
 
 // What the framework throws is shown to the user and is over.
@@ -51,7 +44,8 @@ void Report(CException* caught) {
 }  // namespace
 
 std::unique_ptr<TImageImp> TImageImp::Clone() const {
-  return std::make_unique<TImageImp>(picture_->Clone());
+  // A loader that threw has left nothing.
+  return std::make_unique<TImageImp>(picture_ == nullptr ? nullptr : picture_->Clone());
 }
 
 int TImageImp::Replace(std::unique_ptr<lorv::Picture> (*load)(const void* source), const void* source) {
@@ -91,10 +85,7 @@ int TImageImp::MakeBitmap(HBITMAP& bitmap) const {
   bitmap = nullptr;
   const lorv::Raster* const raster = picture_->Pixels();
   if (raster == nullptr) return 1;
-  std::vector<std::uint32_t> shown(raster->pixels.size());
-  // Who shows a bitmap takes no notice of alpha: what was seen through must not show as colour.
-  std::transform(raster->pixels.begin(), raster->pixels.end(), shown.begin(), OverBlack);
-  bitmap = lorv::NativeDeviceImages().MakeBitmap(AsPixels(raster->width, raster->height, shown.data()));
+  bitmap = lorv::NativeDeviceImages().MakeBitmap(PixelsOf(*raster));
   return 1;
 }
 

@@ -160,11 +160,13 @@ int TImageToolTipCtrl::DrawIcon(CDC* dc, CRect rect) {
 
 // Draws one and waits until the next one is due; false where none follows.
 bool TImageToolTipCtrl::DrawFrame(CDC* dc, const CRect& rect, const TImage& image, int frame, int count) {
-  TMemDC buffer(dc, rect);
+  // Of an image larger than the tip only what is seen is kept.
+  const CRect client(Peer()->ClientRect());
+  TMemDC buffer(dc, rect & client);
   // What shows through the image is the tip, not the white of a new buffer.
   COLORREF ink = TextColour();
   COLORREF line = LineColour();
-  OnFillBackground(&buffer, CRect(Peer()->ClientRect()), ink, line);
+  OnFillBackground(&buffer, client, ink, line);
   const CSingleLock lock(&lock_, TRUE);
   image.DrawImage(lorv::ContextHandle(buffer).Get(), rect, frame);
   buffer.Flush();

@@ -65,9 +65,9 @@ class COMM_LORV_API TImageToolTipCtrl : public CBCGPToolTipCtrl {
   int default_icon_size_ = 32;
   TImage image_;
   std::atomic<bool> image_changed_{false};
-  std::atomic<bool> closing_{false};
   CEvent change_event_{FALSE, TRUE};
   CCriticalSection lock_;
+  std::atomic<bool> closing_{false};
   std::atomic<std::uint32_t> icon_size_{0};  // the last one known, width in the upper half; 0: not asked yet
   std::vector<Painter> painters_;            // touched by the windows' thread only
 };

@@ -83,8 +83,12 @@ CSize CBCGPToolTipCtrl::NeededSize() {
     text.cx += icon.cx + kInnerAcross;
     text.cy = std::max(text.cy, icon.cy);
   }
-  return CSize(text.cx + margin_.left + margin_.right + 2 * kInnerAcross,
-               text.cy + margin_.top + margin_.bottom + 2 * kInnerDown);
+  const CSize needed(text.cx + margin_.left + margin_.right + 2 * kInnerAcross,
+                     text.cy + margin_.top + margin_.bottom + 2 * kInnerDown);
+  // The rest would never be seen, and a window keeps all of its pixels.
+  const CRect screen(lorv::DesktopInForce().WorkArea({0, 0}));
+  return CSize(std::min(needed.cx, static_cast<LONG>(screen.Width())),
+               std::min(needed.cy, static_cast<LONG>(screen.Height())));
 }
 
 CRect CBCGPToolTipCtrl::TextRect(const CRect& client) const {

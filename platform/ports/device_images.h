@@ -22,7 +22,7 @@ class COMM_LORV_API DeviceImages {
   // main program. Off Windows modules have no resources: what AddBitmapResource was told is found.
   virtual std::string BitmapResource(HINSTANCE module, unsigned number) = 0;
 
-  // A bitmap with those pixels, the asker's to end; null for want of memory.
+  // A bitmap of those pixels laid over black, the asker's to end; null for want of memory.
   virtual HBITMAP MakeBitmap(const PixelImage& image) = 0;
   // False for a handle that names no bitmap.
   virtual bool EndBitmap(HBITMAP bitmap) = 0;
@@ -34,6 +34,13 @@ class COMM_LORV_API DeviceImages {
 };
 
 COMM_LORV_API DeviceImages& NativeDeviceImages();
+
+// Who shows a bitmap takes no notice of alpha: what was seen through must not show as colour.
+inline DWORD OverBlack(DWORD pixel) {
+  const DWORD alpha = pixel >> 24;
+  const auto part = [&](unsigned shift) { return ((pixel >> shift & 255) * alpha + 127) / 255 << shift; };
+  return 0xFF000000 | part(16) | part(8) | part(0);
+}
 
 // Off Windows: gives a module a bitmap of that number, compiled into the program. `bitmap` has no file header
 // and must live as long as it may be asked for; given again, the last one counts. Windows finds what the

@@ -282,6 +282,28 @@ TEST_F(Image, WhatTheFrameworkThrowsIsShownAndTheDrawingGoesOn) {
   EXPECT_FALSE(machine_.dialogs.messages[0].text.IsEmpty());
 }
 
+class FailingPictures : public PictureLoader {
+ public:
+  std::unique_ptr<Picture> LoadFile(const CString& path) override {
+    if (path.IsEmpty()) throw std::bad_alloc();
+    return std::make_unique<OddPicture>();
+  }
+  std::unique_ptr<Picture> LoadResource(HINSTANCE /*module*/, unsigned /*number*/) override {
+    return nullptr;
+  }
+};
+
+TEST_F(Image, LoaderThatThrowsLeavesAnObjectWithoutAnImage) {
+  FailingPictures failing;
+  const ScopedPictures scope(failing);
+  TImage image(CString(_T("any")));
+  EXPECT_THROW(image.SetImage(CString()), std::bad_alloc);
+  EXPECT_FALSE(image.IsValidImage());
+  EXPECT_FALSE(image.IsValidImage());
+  EXPECT_EQ(image.GetFrameCount(), 0);
+  EXPECT_FALSE(TImage(image).IsValidImage()) << "and so has its copy";
+}
+
 TEST_F(Image, HeaderExample) {
   Put(_T("C:\\梁.gif"), MadeGif(2, 1, {{0, 0, 2, 1, {1, 2}}}));
   const TImage image(CString(_T("C:\\梁.gif")));

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <thread>
+
 #include "image/decode/raster.h"
 #include "image/memory_context.h"
 #include "platform/headless/desktop/headless_waits.h"
@@ -158,6 +161,126 @@ TEST_F(ImageToolTip, InactiveTipsAreNotShown) {
   tip.Activate(TRUE);
   Show(tip);
   EXPECT_TRUE(tip.IsWindowVisible());
+}
+
+std::string At(const CRect& rect) {
+  return std::to_string(rect.left) + "," + std::to_string(rect.top) + " ";
+}
+
+// Notes what is drawn where. Its thread may be in these steps, so that it ends the painting itself.
+class NotedTip : public TImageToolTipCtrl {
+ public:
+  using TImageToolTipCtrl::OnShow;
+  using TImageToolTipCtrl::TImageToolTipCtrl;
+  ~NotedTip() override { EndPainting(); }
+  void OnFillBackground(CDC* dc, CRect rect, COLORREF& text, COLORREF& line) override {
+    steps += "ground ";
+    TImageToolTipCtrl::OnFillBackground(dc, rect, text, line);
+    line = text = RGB(1, 2, 3);
+  }
+  void OnDrawBorder(CDC* dc, CRect rect, COLORREF line) override {
+    EXPECT_EQ(line, RGB(1, 2, 3));
+    steps += "border ";
+    TImageToolTipCtrl::OnDrawBorder(dc, rect, line);
+  }
+  CSize OnDrawLabel(CDC* dc, CRect rect, BOOL only_size) override {
+    if (only_size == 0) steps += "label " + At(rect);
+    return TImageToolTipCtrl::OnDrawLabel(dc, rect, only_size);
+  }
+  CSize OnDrawDescription(CDC* dc, CRect rect, BOOL only_size) override {
+    if (only_size == 0) steps += "description " + At(rect);
+    return TImageToolTipCtrl::OnDrawDescription(dc, rect, only_size);
+  }
+  void OnDrawSeparator(CDC* dc, int left, int right, int y) override {
+    steps += "line " + At(CRect(left, y, right, y));
+    TImageToolTipCtrl::OnDrawSeparator(dc, left, right, y);
+  }
+  int DrawIcon(CDC* dc, CRect rect) override {
+    steps += "icon " + At(rect);
+    return TImageToolTipCtrl::DrawIcon(dc, rect);
+  }
+
+  std::string steps;
+};
+
+// The margin is 2, the inner one 6 across and 4 down, a line 16, the image 8.
+TEST_F(ImageToolTip, StepsComeInTheirOrderAndTheImageLast) {
+  struct Case {
+    bool icon, description, separator;
+    LPCTSTR text;
+    const char* steps;
+  };
+  // The second ground lies below the frame that is drawn.
+  const Case cases[] = {
+      {true, true, true, _T("C30"), "ground border label 22,6 line 22,26 description 22,28 icon 8,6 ground "},
+      {true, true, false, _T("C30"), "ground border label 22,6 description 22,28 icon 8,6 ground "},
+      {true, true, true, _T(""), "ground border label 22,6 icon 8,6 ground "},
+      {true, false, true, _T("C30"), "ground border label 22,6 icon 8,6 ground "},
+  };
+  for (const Case& each : cases) {
+    NotedTip tip(_T("C:\\three.gif"));
+    ToolTipParameters parameters;
+    parameters.draws_icon = each.icon;
+    parameters.draws_description = each.description;
+    parameters.draws_separator = each.separator;
+    tip.SetParameters(parameters);
+    tip.Create(&top);
+    tip.SetWindowText(_T("KL1"));
+    tip.SetDescription(each.text);
+    Show(tip);
+    ASSERT_TRUE(waits_.AwaitSleepers(1));
+    EXPECT_EQ(tip.steps, each.steps);
+  }
+}
+
+TEST_F(ImageToolTip, FrameWithoutADelayIsTheLast) {
+  const auto all = [](char number) { return std::string(16, number); };
+  Put(_T("C:\\zero.gif"),
+      MadeGif(4, 4, {{0, 0, 4, 4, all(1), 10}, {0, 0, 4, 4, all(2), 0}, {0, 0, 4, 4, all(3), 10}}));
+  TImageToolTipCtrl tip(_T("C:\\zero.gif"));
+  Show(tip);
+  ASSERT_TRUE(waits_.AwaitSleepers(1));
+  EXPECT_EQ(Seen(tip), kRed);
+  waits_.Advance(100);
+  for (int patience = 0; patience < 5000 && Seen(tip) == kRed; ++patience)
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  EXPECT_EQ(Seen(tip), kGreen);
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  EXPECT_EQ(waits_.Sleepers(), 0U);
+  EXPECT_EQ(Seen(tip), kGreen);
+}
+
+TEST_F(ImageToolTip, ShowingWithoutAWindowOrAHeaderDoesNothing) {
+  NotedTip tip(_T("C:\\three.gif"));
+  NMHDR header = {};
+  LRESULT result = 7;
+  tip.OnShow(&header, &result);
+  EXPECT_EQ(result, 7);
+  tip.Create(&top);
+  tip.SetWindowText(_T("KL1"));
+  tip.OnShow(nullptr, &result);
+  EXPECT_EQ(result, 7);
+  CRect client;
+  tip.GetClientRect(client);
+  EXPECT_EQ(client.Width(), 0);
+  tip.OnShow(&header, &result);
+  EXPECT_EQ(result, 0);
+  tip.GetClientRect(client);
+  EXPECT_GT(client.Width(), 0);
+}
+
+// The image keeps its size; what of it lies beyond the tip is not drawn.
+TEST_F(ImageToolTip, IsNoLargerThanTheScreen) {
+  Put(_T("C:\\long.gif"), MadeGif(5000, 8, {{0, 0, 5000, 8, std::string(40'000, '\2')}}));
+  TImageToolTipCtrl tip(_T("C:\\long.gif"));
+  Show(tip);
+  CRect client;
+  tip.GetClientRect(client);
+  EXPECT_EQ(client.Width(), CRect(desktop.WorkArea({0, 0})).Width());
+  EXPECT_EQ(tip.GetIconSize(), CSize(5000, 8));
+  for (int patience = 0; patience < 5000 && Seen(tip) != kGreen; ++patience)
+    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+  EXPECT_EQ(Seen(tip), kGreen);
 }
 
 TEST_F(ImageToolTip, BufferComesToTheTargetByFlushOnly) {

@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <mutex>
+#include <new>
 #include <utility>
 
 #include "platform/ports/device_images.h"
@@ -30,11 +32,16 @@ class PosixDeviceImages : public DeviceImages {
   HBITMAP MakeBitmap(const PixelImage& image) override {
     if (image.pixels == nullptr || image.width <= 0 || image.height <= 0) return nullptr;
     const std::size_t count = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height);
-    KeptBitmap bitmap = {{image.width, image.height}, {image.pixels, image.pixels + count}};
-    const std::lock_guard<std::mutex> lock(mutex_);
-    const auto handle = reinterpret_cast<HBITMAP>(++last_);
-    bitmaps_[handle] = std::move(bitmap);
-    return handle;
+    try {
+      KeptBitmap bitmap = {{image.width, image.height}, std::vector<DWORD>(count)};
+      std::transform(image.pixels, image.pixels + count, bitmap.pixels.begin(), OverBlack);
+      const std::lock_guard<std::mutex> lock(mutex_);
+      const auto handle = reinterpret_cast<HBITMAP>(++last_);
+      bitmaps_[handle] = std::move(bitmap);
+      return handle;
+    } catch (const std::bad_alloc&) {
+      return nullptr;
+    }
   }
 
   bool EndBitmap(HBITMAP bitmap) override {

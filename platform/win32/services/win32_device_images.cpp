@@ -59,7 +59,7 @@ class Win32DeviceImages : public DeviceImages {
     const HBITMAP bitmap = CreateDIBSection(nullptr, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
     if (bitmap == nullptr) return nullptr;
     const std::size_t count = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height);
-    std::copy_n(image.pixels, count, static_cast<DWORD*>(bits));
+    std::transform(image.pixels, image.pixels + count, static_cast<DWORD*>(bits), OverBlack);
     return bitmap;
   }
 

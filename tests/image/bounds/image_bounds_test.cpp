@@ -2,66 +2,18 @@
 // a few bytes of a file could multiply.
 
 #include <gtest/gtest.h>
-#include <zlib.h>
-
 #include "image/decode/image_reader.h"
+#include "image/image.h"
+#include "tests/image/bounds/costly_images.h"
 #include "tests/image/bounds/counted_memory.h"
-#include "tests/image/decode/made_images.h"
 #include "tests/image/decode/made_tiff.h"
+#include "tests/support/data.h"
 
 namespace lorv::test {
 namespace {
 
 constexpr std::int64_t kMegabyte = 1'000'000;
 constexpr std::int64_t kMostOfAnImage = 300 * kMegabyte;
-
-std::string High32(std::uint32_t value) {
-  std::string bytes;
-  for (const int shift : {24, 16, 8, 0}) bytes += static_cast<char>(value >> shift & 255);
-  return bytes;
-}
-
-std::string Chunk(const std::string& name, const std::string& data) {
-  const std::string body = name + data;
-  const uLong sum = crc32(0, reinterpret_cast<const Bytef*>(body.data()), static_cast<uInt>(body.size()));
-  return High32(static_cast<std::uint32_t>(data.size())) + body + High32(static_cast<std::uint32_t>(sum));
-}
-
-// So many zeros packed, without ever holding them.
-std::string PackedZeros(std::size_t count) {
-  z_stream stream = {};
-  deflateInit(&stream, 1);
-  std::string zeros(1 << 16, '\0');
-  std::string packed;
-  std::string room(1 << 16, '\0');
-  while (count > 0 || stream.avail_in > 0 || stream.avail_out == 0) {
-    if (stream.avail_in == 0) {
-      stream.next_in = reinterpret_cast<Bytef*>(zeros.data());
-      stream.avail_in = static_cast<uInt>(std::min(count, zeros.size()));
-      count -= stream.avail_in;
-    }
-    stream.next_out = reinterpret_cast<Bytef*>(room.data());
-    stream.avail_out = static_cast<uInt>(room.size());
-    const int result = deflate(&stream, count == 0 ? Z_FINISH : Z_NO_FLUSH);
-    packed.append(room, 0, room.size() - stream.avail_out);
-    if (result == Z_STREAM_END) break;
-  }
-  deflateEnd(&stream);
-  return packed;
-}
-
-// Colours with alpha, not interlaced.
-std::string PngWith(std::uint32_t width, std::uint32_t height, char depth, const std::string& packed) {
-  return "\x89PNG\r\n\x1A\n" +
-         Chunk("IHDR", High32(width) + High32(height) + depth + std::string("\6\0\0\0", 4)) +
-         Chunk("IDAT", packed) + Chunk("IEND", "");
-}
-
-// Nothing but zeros, all of it transparent black.
-std::string ClearPng(std::uint32_t width, std::uint32_t height, char depth) {
-  const std::size_t row = 1 + std::size_t{width} * 4 * static_cast<std::size_t>(depth / 8);
-  return PngWith(width, height, depth, PackedZeros(row * height));
-}
 
 // The most memory while the image is opened and its frames are looked at; -1 for one that is refused.
 std::int64_t MostOf(std::string bytes, std::initializer_list<int> frames = {0}) {
@@ -94,13 +46,6 @@ TEST(ImageBounds, PicturesThatClaimMoreTakeNothing) {
   EXPECT_LE(memory.Most(), kMegabyte);
 }
 
-// A frame as large as the screen that brings back what was below it: the picture twice, and the numbers.
-std::string WideGif(int width, int height, unsigned disposal, int count) {
-  std::vector<MadeFrame> frames;
-  for (int i = 0; i < count; ++i) frames.push_back({0, 0, width, height, {1}, 1, disposal});
-  return MadeGif(width, height, frames);
-}
-
 TEST(ImageBounds, TwoHundredLargeFramesTakeTheMemoryOfOne) {
   constexpr std::int64_t kPixels = 2000 * 2000;
   for (const unsigned disposal : {1U, 2U, 3U}) {
@@ -111,10 +56,7 @@ TEST(ImageBounds, TwoHundredLargeFramesTakeTheMemoryOfOne) {
 }
 
 TEST(ImageBounds, TenThousandFramesArePlayedWithTheMemoryOfOne) {
-  std::vector<MadeFrame> frames;
-  for (int i = 0; i < 10'000; ++i)
-    frames.push_back({i % 30, i % 20, 8, 8, std::string(64, static_cast<char>(i % 4)), 1, 3});
-  std::string bytes = MadeGif(40, 30, frames);
+  std::string bytes = LongGif(10'000);
   const auto size = static_cast<std::int64_t>(bytes.size());
   const CountedMemory memory;
   const auto image = OpenImage(std::move(bytes));
@@ -139,32 +81,6 @@ TEST(ImageBounds, FramesBehindTheHundredThousandthAreLeftOut) {
     ASSERT_NE(image, nullptr);
     EXPECT_EQ(image->FrameCount(), std::min(count, 100'000));
   }
-}
-
-std::string Segment(char mark, const std::string& body) {
-  const std::size_t size = body.size() + 2;
-  return std::string{'\xFF', mark, static_cast<char>(size >> 8), static_cast<char>(size & 255)} + body;
-}
-
-std::string JpegHead(char mark, int width, int height, char parts) {
-  const auto high16 = [](int value) {
-    return std::string{static_cast<char>(value >> 8), static_cast<char>(value & 255)};
-  };
-  std::string body = '\x08' + high16(height) + high16(width) + parts;
-  for (char part = 1; part <= parts; ++part) body += std::string{part, '\x11', '\0'};
-  return Segment(mark, body);
-}
-
-// The level's codes: 0 is no change, 10 a change of seven bits.
-std::string JpegStart() {
-  return "\xFF\xD8" + Segment('\xDB', '\0' + std::string(64, '\1')) +
-         Segment('\xC4', std::string("\0\1\1", 3) + std::string(14, '\0') + std::string("\0\7", 2));
-}
-
-// A scan of levels of the first component that leaves them, or raises them by 64.
-std::string LevelScan(bool raises) {
-  const std::string bits = raises ? std::string("\xA0\x7F", 2) : std::string("\x7F", 1);
-  return Segment('\xDA', std::string("\1\1\0\0\0\0", 6)) + bits;
 }
 
 TEST(ImageBounds, JpegThatWouldTakeMoreIsRefused) {
@@ -207,6 +123,30 @@ TEST(ImageBounds, PageOfATiffTakesItsPixels) {
   const std::int64_t most = MostOf(std::move(bytes), {0, 0});
   EXPECT_GE(most, std::int64_t{2048} * 2048 * 4);
   EXPECT_LE(most, std::int64_t{2048} * 2048 * 4 + size + kMegabyte);
+}
+
+TEST(ImageBounds, BitmapOfAnImageTakesItsPixelsOnce) {
+  constexpr std::int64_t kPixels = 1000 * 1000;
+  const ScratchFolder folder;
+  WriteBytes(folder.Path() / "large.gif", WideGif(1000, 1000, 1, 1));
+  const auto path = (folder.Path() / "large.gif").u8string();
+  const TImage image(CString::FromUtf8(std::string(path.begin(), path.end())));
+  CSize size;
+  ASSERT_EQ(image.GetDim(size), 1);
+  const CountedMemory memory;
+  HBITMAP bitmap = nullptr;
+  ASSERT_EQ(image.GetBitmap(bitmap, 0), 1);
+  ASSERT_TRUE(EndBitmap(bitmap));
+  // The picture, the numbers of its colours, and the bitmap.
+  EXPECT_LE(memory.Most(), kPixels * 9 + kMegabyte);
+}
+
+TEST(ImageBounds, FramesOfARunAreWhole) {
+  const auto image = OpenImage(RunGif(2000, 3));
+  ASSERT_NE(image, nullptr);
+  ASSERT_EQ(image->FrameCount(), 3);
+  const Raster& frame = image->Frame(2);
+  EXPECT_EQ(frame.pixels, std::vector<std::uint32_t>(frame.pixels.size(), 0xFFFF0000));
 }
 
 }  // namespace
