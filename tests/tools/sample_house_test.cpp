@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <sstream>
+#include <vector>
 
+#include "TEXPRESSCAL/express.h"
 #include "tests/support/data.h"
 #include "tests/tools/run_tool.h"
 
@@ -200,6 +203,28 @@ TEST(FirstExample, ReadmeShowsTheTablesAndTheBillThatComesOut) {
   EXPECT_EQ(run.code, 0) << run.err;
   EXPECT_EQ(run.err, "");
   EXPECT_EQ(IndentedBehind(readme, "    $ lorv work"), run.out + "\n");
+}
+
+TEST(Readme, LeadsToEveryDocumentAndNamesEveryFunction) {
+  const std::string readme = ReadBytes(ProjectFolder() / "README.md");
+  std::vector<std::filesystem::path> documents;
+  for (const char* folder : {".", "docs", "docs/formats", "examples"}) {
+    for (const auto& found : std::filesystem::directory_iterator(ProjectFolder() / folder)) {
+      if (found.path().extension() != ".md" || found.path() == ProjectFolder() / "./README.md") continue;
+      documents.push_back(std::filesystem::relative(found.path(), ProjectFolder()));
+    }
+  }
+  EXPECT_GT(documents.size(), 10U);
+  for (const auto& document : documents) {
+    EXPECT_NE(readme.find("](" + document.generic_string() + ")"), std::string::npos) << document;
+  }
+  const CExpression expression;
+  int functions = 0;
+  for (const CDtaFunction& function : expression.GetFuncDta()) {
+    EXPECT_NE(readme.find("`" + CString(function.pszName).ToUtf8() + "`"), std::string::npos);
+    ++functions;
+  }
+  EXPECT_EQ(functions, 28);
 }
 
 }  // namespace

@@ -5,11 +5,12 @@
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/text/column_text.h"
+#include "tools/lorv/text/function_words_table.h"
 #include "tools/lorv/text/json_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// The verb `functions`: the functions that formulas may call, in the words that the suite shows. The list is
-// the library's own, so it never tells of a function that is not there.
+// The verb `functions`: the functions that formulas may call, in Chinese in the words that the suite shows.
+// The list is the library's own, so it never tells of a function that is not there.
 
 namespace lorv::tool {
 namespace {
@@ -20,12 +21,19 @@ struct FunctionsArguments {
 };
 
 constexpr const char* kHelp =
-    "The descriptions are those that the suite shows to its users.\n"
+    "In Chinese the descriptions are those that the suite shows to its users.\n"
     "\n"
     "Examples:\n"
     "  lorv functions\n"
     "  lorv functions iif\n"
     "  lorv functions --json";
+
+// The suite's text where there is no other: a new function of the library is told in any case.
+std::string DescriptionOf(const CDtaFunction& function) {
+  const std::string_view english =
+      SpokenLanguage() == Language::kEnglish ? EnglishOfFunction(CString(function.pszName).ToUtf8()) : "";
+  return english.empty() ? CString(function.pszDesc).ToUtf8() : std::string(english);
+}
 
 int List(const FunctionsArguments& arguments, Console& console) {
   const CExpression expression;
@@ -39,10 +47,11 @@ int List(const FunctionsArguments& arguments, Console& console) {
     const CString name = function.pszName;
     if (!wanted.IsEmpty() && name.CompareNoCase(wanted) != 0) continue;
     any = true;
-    table.Add({name.ToUtf8(), CString(function.pszDesc).ToUtf8()});
+    const std::string description = DescriptionOf(function);
+    table.Add({name.ToUtf8(), description});
     json.Open('{');
     json.Key("name").String(name.ToUtf8());
-    json.Key("description").String(CString(function.pszDesc).ToUtf8());
+    json.Key("description").String(description);
     json.Close('}');
   }
   json.Close(']');
