@@ -88,7 +88,7 @@ TEST_F(OfficeClipboard, TheTextAloneHasNoLineBreaks) {
 TEST_F(OfficeClipboard, TheHtmlAloneHasNoBlanksAround) {
   Offer(false, true);
   EXPECT_TRUE(Paste().pasted);
-  ExpectCells([](int, int, std::string text) { return text == "  blanks  " ? "blanks" : text; });
+  ExpectCells([](int, int, const std::string& text) { return text == "  blanks  " ? "blanks" : text; });
 }
 
 TEST_F(OfficeClipboard, ColoursAndMergedCellsComeWhereTheyAreWanted) {
