@@ -30,6 +30,12 @@ if(TARGET Comm_LORV_qt)
   add_dependencies(lorv_installed Comm_LORV_qt)
 endif()
 
+if(TARGET Comm_LORV_office)
+  # Beside the core, too. It finds the office where that was when it was built, so no package of Debian has it.
+  install(TARGETS Comm_LORV_office LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT office)
+  add_dependencies(lorv_installed Comm_LORV_office)
+endif()
+
 # Headers keep their folders: callers write #include "TEXPRESSCAL/express.h".
 file(STRINGS cmake/public_headers.txt LORV_PUBLIC_HEADERS REGEX "^[^#]")
 set(LORV_OTHER_SYSTEM win32)

@@ -17,8 +17,9 @@ SpreadsheetSystem& EngineSpreadsheet() {
 
 SpreadsheetSystem& NativeSpreadsheet() {
   const char* const named = std::getenv("COMM_LORV_SPREADSHEET");
-  const bool engine = named != nullptr && std::string_view(named) == "engine";
-  return engine ? EngineSpreadsheet() : OwnSpreadsheet();
+  const std::string_view name = named == nullptr ? "" : named;
+  if (name == "engine") return EngineSpreadsheet();
+  return name == "office" ? OfficeSpreadsheet() : OwnSpreadsheet();
 }
 
 }  // namespace lorv

@@ -9,13 +9,6 @@
 namespace lorv::engine {
 namespace {
 
-bool IsTrue(const AutoValue& value) {
-  _variant_t truth;
-  const HRESULT code = ChangeValueType(truth, value.data, VT_BOOL);
-  if (FAILED(code)) AfxThrowOleException(code);
-  return truth.boolVal != VARIANT_FALSE;
-}
-
 class Worksheet : public EngineObject, public DirectSheet {
  public:
   explicit Worksheet(std::shared_ptr<const SheetPlace> place)
@@ -107,7 +100,7 @@ class Workbook : public EngineObject {
   }
 
   // "Saved" is of no use without a user who could lose something.
-  void Put(Operation /*operation*/, const AutoValue& value) override { IsTrue(value); }
+  void Put(Operation /*operation*/, const AutoValue& value) override { TruthArgument(value); }
 
   AutoValue Call(Operation operation, std::span<const AutoValue> args) override {
     if (operation == Operation::kCloseWorkbook) {
@@ -157,11 +150,11 @@ class Application : public EngineObject {
 
   void Put(Operation operation, const AutoValue& value) override {
     if (operation == Operation::kDisplayAlerts) {
-      Owner()->alerts = IsTrue(value);
+      Owner()->alerts = TruthArgument(value);
       return;
     }
     // Showing is an event of the system behind, which hands the workbooks to the user.
-    Owner()->visible = IsTrue(value);
+    Owner()->visible = TruthArgument(value);
     if (Owner()->visible && Owner()->on_visible) Owner()->on_visible(*Owner());
   }
 

@@ -1,7 +1,3 @@
-#include <algorithm>
-
-#include "framework/objects/exceptions.h"
-#include "spreadsheet/servers/engine/cell_reference.h"
 #include "spreadsheet/servers/engine/cell_values.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
@@ -14,17 +10,6 @@ namespace {
 
 using Place = std::shared_ptr<const SheetPlace>;
 
-// What is put into a range goes into each of its cells.
-constexpr __int64 kMostCellsAtOnce = 1000000;
-
-template <class Change>
-void ForEachCell(const Area& area, const Change& change) {
-  if (static_cast<__int64>(area.Rows()) * area.Columns() > kMostCellsAtOnce) Fail(_T("区域太大。"));
-  for (long row = area.top; row <= area.bottom; ++row) {
-    for (long column = area.left; column <= area.right; ++column) change(row, column);
-  }
-}
-
 template <class Change>
 void ChangeStyles(const SheetPlace& at, const Area& area, const Change& change) {
   ForEachCell(area, [&](long row, long column) {
@@ -35,13 +20,6 @@ void ChangeStyles(const SheetPlace& at, const Area& area, const Change& change) 
   });
 }
 
-double RealOf(const AutoValue& value) {
-  _variant_t real;
-  const HRESULT code = ChangeValueType(real, value.data, VT_R8);
-  if (FAILED(code)) AfxThrowOleException(code);
-  return real.dblVal;
-}
-
 class RangeFont : public EngineObject {
  public:
   RangeFont(Place place, const Area& area)
@@ -49,7 +27,7 @@ class RangeFont : public EngineObject {
 
  protected:
   void Put(Operation /*operation*/, const AutoValue& value) override {
-    const double size = RealOf(value);
+    const double size = RealArgument(value);
     if (!(size >= 1 && size <= kMaxFontSize)) Fail(_T("字号须为1至409。"));
     ChangeStyles(*place_, area_, [&](CellStyle& style) { style.font_size = size; });
   }
@@ -75,9 +53,6 @@ class EngineRange : public EngineObject {
   AutoRef Sub(const Area& area, RangePart part = RangePart::kCells) const {
     return RangeObject(place_, area, part);
   }
-  AutoRef Item(long row, long column) const;
-  AutoRef Corners(const CString& first, const CString& last) const;
-  __int64 Count() const;
   double Width() const;
   void PutFormat(const CString& text);
   void PutAlignment(long code);
@@ -89,38 +64,6 @@ class EngineRange : public EngineObject {
   Area area_;
   RangePart part_;
 };
-
-AutoRef EngineRange::Item(long row, long column) const {
-  // In 64 bits: the offsets are the caller's, and the sum may be beyond a long's range.
-  const __int64 at_row = static_cast<__int64>(area_.top) + row - 1;
-  const __int64 at_column = static_cast<__int64>(area_.left) + column - 1;
-  if (at_row < 0 || at_row >= kMaxRows || at_column < 0 || at_column >= kMaxColumns) {
-    Fail(_T("单元格超出工作表的范围。"));
-  }
-  const auto top = static_cast<long>(at_row);
-  const auto left = static_cast<long>(at_column);
-  return Sub({top, left, top, left});
-}
-
-// Addresses in a range count from its own corner, as the programs count them.
-AutoRef EngineRange::Corners(const CString& first, const CString& last) const {
-  const auto a = ParseCell(first.View());
-  const auto b = ParseCell(last.View());
-  if (!a || !b) Fail(_T("单元格地址无效。"));
-  Area area = Union({a->row, a->column, a->row, a->column}, {b->row, b->column, b->row, b->column});
-  area.top += area_.top;
-  area.bottom += area_.top;
-  area.left += area_.left;
-  area.right += area_.left;
-  if (area.bottom >= kMaxRows || area.right >= kMaxColumns) Fail(_T("单元格超出工作表的范围。"));
-  return Sub(area);
-}
-
-__int64 EngineRange::Count() const {
-  if (part_ == RangePart::kRows) return area_.Rows();
-  if (part_ == RangePart::kColumns) return area_.Columns();
-  return static_cast<__int64>(area_.Rows()) * area_.Columns();
-}
 
 double EngineRange::Width() const {
   const ColumnShape& shape = place_->sheet->columns.At(area_.left);
@@ -148,7 +91,7 @@ AutoRef EngineRange::MergeArea() const {
 AutoValue EngineRange::Get(Operation operation, std::span<const AutoValue> args) {
   switch (operation) {
     case Operation::kItem:
-      return Item(LongArgument(args, 0), LongArgument(args, 1));
+      return Sub(ItemOf(area_, LongArgument(args, 0), LongArgument(args, 1)));
     case Operation::kValue:
       return CellValue(*place_->book, *place_->sheet, area_.top, area_.left);
     case Operation::kNumberFormat: {
@@ -164,10 +107,9 @@ AutoValue EngineRange::Get(Operation operation, std::span<const AutoValue> args)
     case Operation::kFont:
       return AutoRef(std::make_shared<RangeFont>(place_, area_));
     case Operation::kRange:
-      return Corners(TextArgument(args, 0), TextArgument(args, 1));
+      return Sub(CornersOf(area_, TextArgument(args, 0), TextArgument(args, 1)));
     case Operation::kCount:
-      // The answer has 32 bits; a whole sheet has more cells.
-      return AutoValue(_variant_t(static_cast<long>(std::min<__int64>(Count(), 0x7FFFFFFF))));
+      return AutoValue(_variant_t(CountOf(area_, part_)));
     case Operation::kRow:
       return AutoValue(_variant_t(area_.top + 1));
     case Operation::kColumn:
@@ -216,7 +158,7 @@ void EngineRange::Put(Operation operation, const AutoValue& value) {
       PutAlignment(LongArgument(only, 0));
       break;
     case Operation::kColumnWidth:
-      place_->sheet->PutWidth(area_.left, area_.right, RealOf(value));
+      place_->sheet->PutWidth(area_.left, area_.right, RealArgument(value));
       break;
     case Operation::kMergeCells:
       PutMerged(LongArgument(only, 0) != 0);

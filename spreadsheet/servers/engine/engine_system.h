@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "spreadsheet/connection/spreadsheet_system.h"
+#include "spreadsheet/connection/quiet_system.h"
 #include "spreadsheet/servers/engine/engine_objects.h"
 
 namespace lorv::engine {
@@ -13,7 +13,7 @@ namespace lorv::engine {
 //   the desktop, which opens it with the user's own program. The last program shown, and those started by
 //   Start, are the running ones; the others end with their last object.
 // One thread: that of the user interface.
-class COMM_LORV_API EngineSystem : public SpreadsheetSystem {
+class COMM_LORV_API EngineSystem : public QuietSystem {
  public:
   // Plays one of the two programs.
   explicit EngineSystem(Program family = Program::kExcel) : family_(family) {}
@@ -25,18 +25,9 @@ class COMM_LORV_API EngineSystem : public SpreadsheetSystem {
   AutoRef CreateDispatch(LPCTSTR program_id) override;
   std::optional<GUID> ClassOf(LPCTSTR program_id) override;
   AutoRef ActiveObject(const GUID& class_id) override;
-  std::unique_ptr<RunningObjects> EnumRunning() override;
-  void NudgeWindow(LPCTSTR /*window_class*/, UINT /*message*/) override {}
-  CString ProgramOfFile(const CString& /*file*/) override { return {}; }
-  CString ShortPath(const CString& path) override { return path; }
-  void RunCommand(const CString& /*command*/, int /*show*/) override {}
-  CString NewGuid() override;
-  // Nothing appears here by waiting.
-  void Sleep(unsigned /*milliseconds*/) override {}
-  void Trace(const CString& /*text*/) override {}
-  std::optional<CString> AskForFile(const FileQuestion& question) override;
-  void BeginWait() override {}
-  void EndWait() override {}
+
+ protected:
+  std::vector<ListedWorkbook> OpenWorkbooks() override;
 
  private:
   ProgramRef NewProgram();

@@ -1,14 +1,14 @@
-#include "spreadsheet/servers/engine/engine_object.h"
+#include "spreadsheet/automation/served_object.h"
 
 #include <cstring>
 
 #include "framework/objects/exceptions.h"
 
-// What all objects of the engine share: a call by number is looked up in the table of the program that is
-// played, checked for its form, and handed to the object's class as an operation. So one engine answers
-// callers of either program.
+// What all objects of the servers in this library share: a call by number is looked up in the table of the
+// program that is played, checked for its form, and handed to the object's class as an operation. So one
+// server answers callers of either program.
 
-namespace lorv::engine {
+namespace lorv {
 namespace {
 
 // The first letter of a form tells it from the others.
@@ -45,11 +45,19 @@ CString TextArgument(std::span<const AutoValue> args, std::size_t at) {
   return CString(_bstr_t(Converted(Argument(args, at), VT_BSTR)).View());
 }
 
-AutoValue EngineObject::Invoke(DISPID dispid, Form form, std::span<const AutoValue> args) {
-  const OperationRow* const row = FindOperation(program_->Family(), kind_, dispid);
+double RealArgument(const AutoValue& value) {
+  return Converted(value, VT_R8).dblVal;
+}
+
+bool TruthArgument(const AutoValue& value) {
+  return Converted(value, VT_BOOL).boolVal != VARIANT_FALSE;
+}
+
+AutoValue ServedObject::Invoke(DISPID dispid, Form form, std::span<const AutoValue> args) {
+  const OperationRow* const row = FindOperation(family_, kind_, dispid);
   if (row == nullptr || !HasForm(*row, form)) RaiseNoMember();
   // Every object knows its application.
-  if (row->operation == Operation::kApplication) return ApplicationObject(program_);
+  if (row->operation == Operation::kApplication) return ApplicationObject();
   switch (form) {
     case Form::kGet:
       return Get(row->operation, args);
@@ -62,16 +70,16 @@ AutoValue EngineObject::Invoke(DISPID dispid, Form form, std::span<const AutoVal
   }
 }
 
-AutoValue EngineObject::Get(Operation /*operation*/, std::span<const AutoValue> /*args*/) {
+AutoValue ServedObject::Get(Operation /*operation*/, std::span<const AutoValue> /*args*/) {
   RaiseNoMember();
 }
 
-void EngineObject::Put(Operation /*operation*/, const AutoValue& /*value*/) {
+void ServedObject::Put(Operation /*operation*/, const AutoValue& /*value*/) {
   RaiseNoMember();
 }
 
-AutoValue EngineObject::Call(Operation /*operation*/, std::span<const AutoValue> /*args*/) {
+AutoValue ServedObject::Call(Operation /*operation*/, std::span<const AutoValue> /*args*/) {
   RaiseNoMember();
 }
 
-}  // namespace lorv::engine
+}  // namespace lorv
