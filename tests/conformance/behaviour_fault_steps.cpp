@@ -130,37 +130,4 @@ std::vector<Step> LoopFaultSteps() {
   };
 }
 
-std::vector<Step> LoopQuitSteps() {
-  return {
-      {"the end of the program closes a menu, and comes to the loop around it",
-       [](Scene& s) {
-         s.driver.WhenMenu([&s] { s.driver.Desktop().Quit(8); });
-         s.Say("chosen " + std::to_string(Popup(s)));
-         s.Say(s.driver.Desktop().MenuUp() ? "menu up" : "no menu");
-         s.driver.Settle();
-         s.Say("code " + std::to_string(s.driver.Desktop().QuitCode().value_or(-1)));
-       }},
-      {"and the dialog around the menu",
-       [](Scene& s) {
-         TracedDialog dialog(s);
-         s.driver.WhenModal([&s] {
-           s.driver.WhenMenu([&s] { s.driver.Desktop().Quit(9); });
-           s.Say("chosen " + std::to_string(Popup(s)));
-         });
-         dialog.DoModal();
-         s.Say(s.frame.IsWindowEnabled() != 0 ? "enabled" : "disabled");
-         s.driver.Settle();
-         s.Say("code " + std::to_string(s.driver.Desktop().QuitCode().value_or(-1)));
-       }},
-      {"who goes on has menus and dialogs as ever",
-       [](Scene& s) {
-         s.driver.AnswerMenu(57667);
-         s.Say("chosen " + std::to_string(Popup(s)));
-         TracedDialog dialog(s);
-         s.driver.WhenModal([&s] { s.driver.Press(VK_ESCAPE); });
-         s.Say("result " + std::to_string(dialog.DoModal()));
-       }},
-  };
-}
-
 }  // namespace lorv_test

@@ -246,8 +246,7 @@ std::vector<std::string> PlayBehaviour(BehaviourDriver& driver) {
         TypedListSteps,  ButtonSteps,    MenuSteps,          WindowSteps,      QueueSteps,
         PlaceSteps,      PaintSteps,     DialogSteps,        DialogInputSteps, FaultSteps,
         LoopFaultSteps,  ScrollSteps,    ClipboardSteps,     CompositionSteps, DefaultButtonSteps,
-        SystemLoopSteps, TakenAwaySteps, EndInCallbackSteps, LoopQuitSteps,    EndingSteps,
-        LateEndingSteps}) {
+        SystemLoopSteps, TakenAwaySteps, EndInCallbackSteps, EndingSteps,      LateEndingSteps}) {
     for (const Step& step : part()) {
       scene.trace.push_back(std::to_string(++number) + " " + step.name);
       step.play(scene);

@@ -145,7 +145,6 @@ std::vector<Step> LateEndingSteps();
 
 std::vector<Step> FaultSteps();
 std::vector<Step> LoopFaultSteps();
-std::vector<Step> LoopQuitSteps();
 std::vector<Step> SystemLoopSteps();
 std::vector<Step> TakenAwaySteps();
 std::vector<Step> ScrollSteps();
