@@ -61,6 +61,16 @@ TEST_F(TableCommandsInUse, CopyLeavesTheTableAndPasteChangesIt) {
   EXPECT_EQ(Bytes(), "a,b\n1,2\n,\n");
 }
 
+TEST_F(TableCommandsInUse, ColumnsAreFrozenAndFreedByTheMenu) {
+  Open("a,b,c\n1,2,3\n");
+  Table().SetCurSel({0, 1});
+  EXPECT_TRUE(Give(_T("freeze_columns")));
+  EXPECT_EQ(Table().GetFrozenColumns(), 2);
+  EXPECT_TRUE(Give(_T("unfreeze_columns")));
+  EXPECT_EQ(Table().GetFrozenColumns(), 0);
+  EXPECT_FALSE(Changed());
+}
+
 // The rows below are made as a spreadsheet has them without end; columns are those of the file.
 TEST_F(TableCommandsInUse, PasteAddsRowsAndTellsWhatHasNoPlace) {
   Open("a,b\n1,2\n");

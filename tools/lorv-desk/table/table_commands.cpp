@@ -37,12 +37,14 @@ TableCommands::TableCommands(EditedGrid& grid, Window window)
       find_(grid),
       sort_(grid),
       zoom_(grid),
+      frozen_(grid),
       printing_(grid),
       commands_(grid) {
   history_.Bind(commands_);
   clipboard_.Bind(commands_);
   find_.Bind(commands_);
   zoom_.Bind(commands_);
+  frozen_.Bind(commands_);
   AddOwn(std::move(window));
 }
 
@@ -89,6 +91,8 @@ std::vector<CString> TableCommands::MenuNames() {
           _T("filter_bar"),
           _T("hide_column"),
           _T("show_columns"),
+          _T("freeze_columns"),
+          _T("unfreeze_columns"),
           _T("-"),
           _T("zoom_in"),
           _T("zoom_out"),

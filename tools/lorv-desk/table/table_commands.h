@@ -8,6 +8,7 @@
 #include "grid/find/grid_find.h"
 #include "grid/history/grid_history.h"
 #include "grid/printing/grid_printing.h"
+#include "grid/view/grid_frozen_columns.h"
 #include "grid/view/grid_sort.h"
 #include "grid/view/grid_zoom.h"
 #include "tools/lorv-desk/table/edited_grid.h"
@@ -53,6 +54,7 @@ class TableCommands {
   GridFind find_;
   GridSort sort_;
   GridZoom zoom_;
+  GridFrozenColumns frozen_;
   GridPrinting printing_;
   // Calls all of the above: it ends first.
   GridCommands commands_;
