@@ -33,7 +33,7 @@ class VirtualTable : public lorv_test::SuiteDesk<CBCGPBasicGridCtrl> {
     grid->EnableVirtualMode([this](CBCGPGridRow& row, int index) {
       ++filled;
       for (int column = 0; column < kColumns; ++column)
-        row.ReplaceItem(column, new CountedItem(_variant_t(index * 10 + column)), FALSE);
+        row.ReplaceItem(column, new CountedItem(_variant_t(index % kRows * 10 + column)), FALSE);
     });
     grid->SetVirtualRows(kRows);
     Run();
