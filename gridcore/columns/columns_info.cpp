@@ -8,6 +8,7 @@
 
 namespace {
 
+// Sums of widths stay within an int.
 int KeptWidth(int width) {
   return std::clamp(width, 0, lorv::kMaxColumnWidth);
 }
@@ -78,6 +79,7 @@ void CBCGPGridColumnsInfo::SetColumnAlign(int column, int align) {
 
 int CBCGPGridColumnsInfo::GetColumnWidth(int column) const {
   const Column* found = Find(column);
+  // A hidden column keeps its width for the day it is shown, and answers with none.
   return found == nullptr || !found->visible ? 0 : found->width;
 }
 
@@ -178,7 +180,9 @@ void CBCGPGridColumnsInfo::Share(const std::vector<int>& sharing, int room) {
     const auto rest = static_cast<int>(sharing.size() - i);
     int width =
         total > 0 ? static_cast<int>(std::int64_t{GetColumnWidth(column)} * room / total) : left / rest;
+    // What rounding left over goes to the last one.
     if (rest == 1) width = left;
+    // A least width is kept even where the others get nothing for it.
     width = std::max(width, GetMinWidth(column));
     SetColumnWidth(column, width);
     left = std::max(0, left - width);
@@ -195,5 +199,6 @@ void CBCGPGridColumnsInfo::Resize(int room, BOOL spread) {
       others += GetColumnWidth(at);
   }
   const std::int64_t left = room - others;
+  // Without room they stay as wide as they are, and the grid scrolls.
   if (!sharing.empty() && left > 0) Share(sharing, static_cast<int>(left));
 }

@@ -47,6 +47,7 @@ END_MESSAGE_MAP()
 CBCGPGridCtrl::CBCGPGridCtrl() = default;
 
 CBCGPGridCtrl::~CBCGPGridCtrl() {
+  // First of all, while everything that an observer might ask for is still there.
   changes_.ForEach([](lorv::GridObserver& observer) { observer.OnGridGone(); });
   if (m_hWnd != nullptr) CWnd::DestroyWindow();
   CBCGPGridCtrl::RemoveAll(FALSE);
@@ -88,6 +89,7 @@ void CBCGPGridCtrl::OnDestroy() {
 
 void CBCGPGridCtrl::OnSize(UINT type, int width, int height) {
   CBCGPWnd::OnSize(type, width, height);
+  // The base's own: a descendant that arranges more does it by a message of its own.
   CBCGPGridCtrl::AdjustLayout();
 }
 
@@ -97,10 +99,12 @@ LRESULT CBCGPGridCtrl::OnAdjustLayoutMessage(WPARAM /*w*/, LPARAM /*l*/) {
 }
 
 lorv::AccessibleCells* CBCGPGridCtrl::GetAccessibleCells() {
+  // Made when a screen reader first asks: without one no grid pays for it.
   if (cells_ == nullptr) cells_ = std::make_unique<lorv::GridCells>(*this);
   return cells_.get();
 }
 
+// The current cell is drawn another way with the focus and without it.
 void CBCGPGridCtrl::OnSetFocus(CWnd* /*former*/) {
   InvalidateSelection();
   lorv::SettleComposition(*this);
@@ -112,6 +116,7 @@ void CBCGPGridCtrl::OnKillFocus(CWnd* /*next*/) {
 }
 
 UINT CBCGPGridCtrl::OnGetDlgCode() {
+  // Return and Tab stay the dialog's, unless a descendant asks for them.
   return DLGC_WANTARROWS | DLGC_WANTCHARS;
 }
 
@@ -149,6 +154,7 @@ COLORREF CBCGPGridCtrl::GetBkColor() const {
 }
 
 CFont* CBCGPGridCtrl::GetBoldFont() {
+  // Made anew each time, as the window's font may have changed meanwhile.
   if (!own_bold_) {
     LOGFONT face = m_hWnd == nullptr ? LOGFONT{} : lorv::PeerOf(m_hWnd)->Font();
     face.lfWeight = FW_BOLD;

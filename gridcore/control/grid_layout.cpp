@@ -49,6 +49,8 @@ void CBCGPGridCtrl::SetRowHeight() {
   m_nHeaderHeight = m_nRowHeight;
 }
 
+// A row that is left out or folded away has no height, and with that no place: nothing else asks why it is
+// not shown.
 int CBCGPGridCtrl::HeightOf(CBCGPGridRow& row) {
   if (row.IsInCollapsed() != FALSE || IsInCollapsedGroup(IndexOfRow(row))) return 0;
   return FilterItem(&row) != FALSE ? 0 : ShownHeightOf(row);
@@ -81,6 +83,7 @@ void CBCGPGridCtrl::RebuildHeights() {
   rows_.ForEach([&](CBCGPGridRow& row) {
     if (row.GetLinesNumber() > 1) ++tall_rows_;
     const int own = HeightOf(row);
+    // Rows of one height are added as one stretch: most tables have a single one.
     if (own != height && count > 0) heights_.Append(std::exchange(count, 0), height);
     height = own;
     ++count;
@@ -120,6 +123,7 @@ void CBCGPGridCtrl::MeasureAreas() {
   header.bottom = header.top;
   if (switches_.header) {
     header.bottom = header.top + m_nHeaderHeight;
+    // Descendants measure a header of several lines; there may be no window to measure in.
     CDC none;
     OnGetHeaderRect(&none, header);
   }
@@ -147,6 +151,7 @@ int CBCGPGridCtrl::OnGetColumnAutoSize(int column) {
 void CBCGPGridCtrl::SizeColumns() {
   CBCGPGridColumnsInfo& info = GetColumnsInfo();
   const int room = std::max(0, m_rectList.Width() - GetHierarchyOffset() - GetExtraHierarchyOffset());
+  // Several share the room in proportion; a single one takes what the others leave.
   if (switches_.columns_spread || info.GetAutoSizeCount() > 1) {
     info.Resize(room, switches_.columns_spread ? TRUE : FALSE);
     return;
@@ -199,6 +204,7 @@ void CBCGPGridCtrl::OnPosSizeChanged() {}
 void CBCGPGridCtrl::SetScrollSizes() {
   m_nVertScrollTotal = Near(heights_.Total());
   m_nHorzScrollTotal = GetColumnsInfo().GetTotalWidth() + RoomBeforeCells();
+  // Twice is enough: a bar only comes for the other one's sake, it never goes.
   for (int round = 0; round < 2; ++round) {
     m_nVertScrollPage = m_rectList.Height();
     m_nHorzScrollPage = m_rectList.Width();
@@ -262,6 +268,7 @@ void CBCGPGridCtrl::ScrollTo(int across, int down) {
   if (m_hWnd != nullptr) {
     SetScrollPos(SB_HORZ, across);
     SetScrollPos(SB_VERT, down);
+    // What is painted already is moved; an editor over the cells would be copied with them.
     if (old_across == across && editor_ == nullptr) {
       CRect area = m_rectList;
       area.left = m_rectRowHeader.left;
@@ -294,6 +301,7 @@ CRect CBCGPGridCtrl::GetRangeRect(const CBCGPGridRange& range) const {
 
 CRect CBCGPGridCtrl::RectIn(const lorv::ColumnPanes& panes, const CBCGPGridRange& range) const {
   const CBCGPGridColumnsInfo& info = GetColumnsInfo();
+  // Ranges may reach beyond the table, as those of whole columns do.
   if (!range.IsValid() || range.m_nTop >= rows_.Size() || range.m_nLeft >= info.GetColumnCount()) return {};
   const int last_row = std::min(range.m_nBottom, rows_.Size() - 1);
   const int last_column = std::min(range.m_nRight, info.GetColumnCount() - 1);
@@ -372,6 +380,7 @@ void CBCGPGridCtrl::EnsureVisible(CBCGPGridRow* row, BOOL partial) {
   const long long top = heights_.OffsetOf(index);
   const int page = m_rectList.Height();
   long long down = m_nVertScrollOffset;
+  // Any part of it counts as seen where a part is enough.
   const bool seen = top < down + page && top + height > down;
   if (partial != FALSE && seen) return;
   if (top + height > down + page) down = top + height - page;

@@ -41,6 +41,7 @@ bool CBCGPGridCtrl::PressInHeader(UINT flags, CPoint point) {
 bool CBCGPGridCtrl::PressInRowHeader(UINT flags, CPoint point) {
   CRect rect;
   const int row = HitTestRowHeader(point, rect);
+  // Below the last row, or beside a group's line: taken, and nothing is selected.
   if (row < 0 || row >= rows_.Size()) return m_rectRowHeader.PtInRect(point) != FALSE;
   const int columns = GetColumnCount();
   if (columns == 0) return true;
@@ -65,6 +66,7 @@ void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID&
   if ((flags & MK_SHIFT) != 0 && anchor_.m_nRow >= 0) {
     SetCurSel(id, lorv::kSelectOppositeCorner, TRUE);
   } else if ((flags & MK_CONTROL) != 0) {
+    // The last cell stays: a selection that is empty by a click would surprise.
     if (switches_.ctrl_inverts && selection_.Holds(id) && selection_.CellCount() > 1) {
       selection_.Remove(CBCGPGridRange(id));
       InvalidateRange(CBCGPGridRange(id));
@@ -80,6 +82,7 @@ void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID&
   if (life.expired()) return;
   CBCGPGridItem* item = GetGridItem(id);
   if (item == nullptr) return;
+  // A row of a virtual table lives until the press is over.
   const auto held = rows_.Hold(*item->GetParentRow());
   if (item->GetButtonRect().PtInRect(point) != FALSE) {
     // With its editor open the cell has the list that a choice goes to.
@@ -110,6 +113,7 @@ bool CBCGPGridCtrl::OnSelectionFrame(CPoint point) const {
 
 bool CBCGPGridCtrl::DragFrame(CPoint point) {
   if (!press_.on_frame) return false;
+  // A press that trembles is no drag.
   const auto along = [](int from, int to) { return from < to ? to - from : from - to; };
   if (along(static_cast<int>(press_.at.x), static_cast<int>(point.x)) < kDragStart &&
       along(static_cast<int>(press_.at.y), static_cast<int>(point.y)) < kDragStart)
@@ -174,6 +178,7 @@ void CBCGPGridCtrl::TrackDivider(CPoint point) {
   const auto life = life_.Watch();
   OnTrackHeader(m_nTrackColumn, width);
   if (life.expired()) return;
+  // A column of no width would count as hidden, and have no edge to draw it out by.
   if (SetHeaderItemWidth(m_nTrackColumn, std::max(1, width)) == FALSE || life.expired()) return;
   SetScrollSizes();
   if (life.expired()) return;
@@ -192,6 +197,7 @@ BOOL CBCGPGridCtrl::SetHeaderItemWidth(int column, int width) {
 }
 
 void CBCGPGridCtrl::DragSelection(CPoint point) {
+  // Beside the cells the mouse means the nearest ones.
   point.x = std::clamp<LONG>(point.x, m_rectList.left, std::max(m_rectList.left, m_rectList.right - 1));
   point.y = std::clamp<LONG>(point.y, m_rectList.top, std::max(m_rectList.top, m_rectList.bottom - 1));
   CBCGPGridItemID id;

@@ -30,12 +30,14 @@ bool ShowsLine(const CDC& dc, CRect line, const CRect& across) {
 
 }  // namespace
 
+// A colour that the host left open follows the desktop, also when that turns dark.
 COLORREF CBCGPGridCtrl::Themed(COLORREF colour, int system) const {
   return colour == lorv::kNoColour ? lorv::DesktopInForce().Colour(system) : colour;
 }
 
 COLORREF CBCGPGridCtrl::BackColourOf(const CBCGPGridItem& item) const {
   const CBCGPGridItemID id = item.GetGridItemID();
+  // The current cell keeps its own colours within a frame, so that what is typed stands on its own ground.
   if (selection_.Holds(id) && id != current_)
     return Themed(theme_.m_SelColors.m_clrBackground, COLOR_HIGHLIGHT);
   if (item.GetBackgroundColor() != lorv::kNoColour) return item.GetBackgroundColor();
@@ -45,6 +47,7 @@ COLORREF CBCGPGridCtrl::BackColourOf(const CBCGPGridItem& item) const {
 
 COLORREF CBCGPGridCtrl::TextColourOf(const CBCGPGridItem& item) const {
   const CBCGPGridItemID id = item.GetGridItemID();
+  // Grey before all else: a disabled cell shows that it is, selected too.
   if (item.IsEnabled() == FALSE) return lorv::DesktopInForce().Colour(COLOR_GRAYTEXT);
   if (selection_.Holds(id) && id != current_)
     return Themed(theme_.m_SelColors.m_clrText, COLOR_HIGHLIGHTTEXT);
@@ -138,6 +141,7 @@ void CBCGPGridCtrl::DrawCells(CDC* dc, const CBCGPGridRow& row) {
   }
 }
 
+// Over the rows that they span, whose cells there drew nothing.
 void CBCGPGridCtrl::DrawMerged(CDC* dc, const CRect& dirty) {
   for (const CBCGPGridRange& block : merged_.Blocks()) {
     const CRect rect = GetRangeRect(block);
@@ -158,6 +162,7 @@ void CBCGPGridCtrl::DrawCell(CDC* dc, CBCGPGridItem& item, const CRect& cell) {
   item.OnDrawValue(dc, inner);
   const CRect button = item.GetButtonRect();
   if (button.IsRectEmpty() == FALSE) item.OnDrawButton(dc, button);
+  // The lines belong to the cell at their left and above, so that each is drawn once.
   const COLORREF across = theme_.m_clrHorzLine == lorv::kNoColour ? kUsualLine : theme_.m_clrHorzLine;
   const COLORREF down = theme_.m_clrVertLine == lorv::kNoColour ? kUsualLine : theme_.m_clrVertLine;
   dc->FillSolidRect(cell.left, cell.bottom - 1, cell.Width(), 1, across);

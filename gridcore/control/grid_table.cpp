@@ -180,12 +180,14 @@ CBCGPGridItem* CBCGPGridCtrl::GetGridItem(const CBCGPGridItemID& id) const {
 void CBCGPGridCtrl::PrepareRemoveRow(int position, std::vector<CBCGPGridItem*>& items,
                                      std::vector<CBCGPGridRow*>& rows) {
   CBCGPGridRow* const row = rows_.IsVirtual() ? nullptr : rows_.At(position);
+  // The row that waits to be typed into is never taken away by numbers.
   if (keeps_last_row_ && position == rows_.Size() - 1) return;
   if (row == nullptr || std::find(rows.begin(), rows.end(), row) != rows.end()) return;
   rows.push_back(row);
   for (int column = 0; column < row->GetItemCount(); ++column) items.push_back(row->GetItem(column));
 }
 
+// Rows are named by their objects here: numbers would change with each one that goes.
 int CBCGPGridCtrl::DoRemoveRows(std::vector<CBCGPGridItem*>& items, std::vector<CBCGPGridRow*>& rows) {
   int done = 0;
   const auto life = life_.Watch();
@@ -215,13 +217,16 @@ int CBCGPGridCtrl::ClearRange(const CBCGPGridRange& range, BOOL redraw, BOOL rep
   int done = 0;
   const int last_row = std::min(range.m_nBottom, rows_.Size() - 1);
   const int last_column = std::min(range.m_nRight, GetColumnCount() - 1);
+  const auto life = life_.Watch();
   for (int row = range.m_nTop; row <= last_row; ++row)
     for (int column = range.m_nLeft; column <= last_column; ++column) {
+      // Looked up anew: who hears of a change may rebuild the table, or end the grid.
       CBCGPGridItem* item = GetGridItem({row, column});
       if (item == nullptr) continue;
       item->SetValue(_variant_t(), FALSE);
-      if (report != FALSE) item->SetItemChanged();
       ++done;
+      if (report != FALSE) item->SetItemChanged();
+      if (life.expired()) return done;
     }
   if (redraw != FALSE) InvalidateRange(range);
   return done;
@@ -232,6 +237,7 @@ void CBCGPGridCtrl::ItemGone(const CBCGPGridItem& item) {
   if (editing_ == &item) CloseEditor();
 }
 
+// A row that a host deletes by itself leaves the table cleanly; an undo could not bring it back.
 void CBCGPGridCtrl::RowGone(CBCGPGridRow& row) {
   if (EditsIn(row)) CloseEditor();
   const int index = rows_.IndexOf(row);
@@ -243,6 +249,7 @@ void CBCGPGridCtrl::RowGone(CBCGPGridRow& row) {
 void CBCGPGridCtrl::RowLinesChanged(const CBCGPGridRow& row, BOOL relayout) {
   const int index = rows_.IndexOf(row);
   if (index < 0) return;
+  // That there are some is what matters here; the next layout counts them.
   if (row.GetLinesNumber() > 1) tall_rows_ = std::max(tall_rows_, 1);
   if (relayout != FALSE)
     AdjustLayout();
@@ -266,6 +273,7 @@ double NumberOf(const _variant_t& value) {
 int CBCGPGridCtrl::CompareItems(const CBCGPGridItem* a, const CBCGPGridItem* b) const {
   const bool a_number = a != nullptr && IsNumber(a->GetValue());
   const bool b_number = b != nullptr && IsNumber(b->GetValue());
+  // Numbers before texts, and empty cells with the texts: an order that does not depend on where a row stood.
   if (a_number != b_number) return a_number ? -1 : 1;
   if (a_number) {
     const double left = NumberOf(a->GetValue());
@@ -297,6 +305,7 @@ void CBCGPGridCtrl::Sort(int column, BOOL ascending) {
 
 BOOL CBCGPGridCtrl::MergeRange(const CBCGPGridRange& range) {
   if (!range.IsValid() || range.m_nBottom >= rows_.Size() || range.m_nRight >= GetColumnCount()) return FALSE;
+  // Blocks never overlap; one that would is refused rather than cut.
   if (!merged_.CanAdd(range)) return FALSE;
   changes_.TellMerging(merged_.Blocks());
   merged_.Add(range);

@@ -30,6 +30,23 @@ TEST(GridControl, HeaderExampleWithoutAWindow) {
   EXPECT_EQ(grid.GetRowCount(), 1);
 }
 
+TEST_F(GridTable, HandlersOfAClearedRangeMayDoAnything) {
+  const std::function<void()> deeds[] = {[this] { grid->RemoveAll(); }, [this] { grid->DeleteColumn(0); },
+                                         [this] { grid.reset(); }};
+  for (const auto& deed : deeds) {
+    grid = std::make_unique<lorv_test::NotingGrid>();
+    grid->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 400, 300), &top, 7);
+    Fill(3, 3);
+    int heard = 0;
+    grid->on = [&](const std::string& what) {
+      if (what.rfind("changed", 0) == 0 && ++heard == 2) deed();
+    };
+    EXPECT_GE(grid->ClearRange({0, 0, 2, 2}, TRUE, TRUE, nullptr), 2);
+    EXPECT_GE(heard, 2);
+    if (grid != nullptr) grid->on = nullptr;
+  }
+}
+
 TEST_F(GridTable, RowsKnowTheirNumbers) {
   Fill(3, 2);
   CBCGPGridRow* last = grid->GetRow(2);
