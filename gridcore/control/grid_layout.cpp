@@ -56,6 +56,7 @@ int CBCGPGridCtrl::HeightOf(CBCGPGridRow& row) {
   return FilterItem(&row) != FALSE ? 0 : ShownHeightOf(row);
 }
 
+// The padding belongs to the row and not to each of its lines.
 int CBCGPGridCtrl::ShownHeightOf(const CBCGPGridRow& row) const {
   const int lines = row.GetLinesNumber();
   if (lines == 1) return m_nLargeRowHeight;

@@ -102,6 +102,7 @@ void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID&
   SetCapture();
 }
 
+// The edge of the last range, where a drag of its contents begins.
 bool CBCGPGridCtrl::OnSelectionFrame(CPoint point) const {
   if (selection_.IsEmpty()) return false;
   CRect outside = GetRangeRect(selection_.Ranges().back());

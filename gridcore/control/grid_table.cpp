@@ -206,6 +206,7 @@ int CBCGPGridCtrl::DoRemoveRows(std::vector<CBCGPGridItem*>& items, std::vector<
       there.erase(rows_.At(below));
     done += RemoveRow(index, FALSE);
   }
+  // They name what is gone.
   items.clear();
   rows.clear();
   return done;
