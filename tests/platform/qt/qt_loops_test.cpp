@@ -177,6 +177,37 @@ TEST_F(QtLoops, OneMayRunWithinAnother) {
     }
 }
 
+TEST_F(QtLoops, TheEndOfTheProgramEndsTheDialogAroundThem) {
+  int code = 60;
+  for (const Loop& loop : All()) {
+    Witness dialog;
+    WindowRequest request;
+    request.kind = WindowKind::Dialog;
+    request.style = WS_CAPTION | WS_VISIBLE;
+    request.place = {0, 0, 200, 100};
+    request.parent = top.window;
+    const HWND window = Make(request, &dialog);
+    const User user(kHangs);
+    bool gave_up = false;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, [&] {
+      gave_up = true;
+      desktop_->EndModal(window);
+    });
+    watch.start(kHangs);
+    Next([&] {
+      Next([&] { desktop_->Post(nullptr, WM_QUIT, static_cast<WPARAM>(++code), 0); });
+      EXPECT_EQ(loop.run(), loop.refused) << loop.name;
+    });
+    desktop_->RunModal(window);
+    EXPECT_FALSE(user.Acted() || gave_up) << loop.name;
+    EXPECT_EQ(desktop_->QuitCode(), code) << loop.name;
+    if (const auto peer = desktop_->Find(window)) peer->Destroy();
+    Settle();
+    Settle();
+  }
+}
+
 TEST_F(QtLoops, TheEndOfTheProgramClosesOnesWithinOthers) {
   for (const Loop& outer : All()) {
     const User user(kHangs);
