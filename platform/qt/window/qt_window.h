@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "framework/ports/drop_port.h"
 #include "platform/models/carried_fault.h"
 #include "platform/models/window_model.h"
 #include "platform/qt/drawing/qt_canvas.h"
