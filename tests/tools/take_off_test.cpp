@@ -163,6 +163,11 @@ TEST_F(TakeOffRun, FilterTakesWordsAndNumbers) {
   };
   EXPECT_EQ(count("class=墙 && 厚>0.2"), "1");
   EXPECT_EQ(count("class='墙'"), "3");
+  EXPECT_EQ(count("class=\"墙\" && 厚>0.2"), "1");
+  EXPECT_EQ(count("“墙”=class || ‘柱’=class"), "4");
+  EXPECT_EQ(count("class='\"墙\"'"), "0") << "what single quotes hold stays";
+  EXPECT_TRUE(Has(count("class=\"墙"), "'\"' does not belong in a formula\n    class=\"'墙'\n          ^"));
+  EXPECT_EQ(Work(components, rules, {"--where", "class=\"it's\""}).code, 2);
   EXPECT_EQ(count("grade=c30"), "3");
   EXPECT_EQ(count("grade<>C30"), "1");
   EXPECT_EQ(count("FIND(name,'W')>0"), "3");

@@ -45,11 +45,39 @@ bool MeetsText(const CString& text, int first, int behind) {
   return call.Right(4).CompareNoCase(_T("FIND")) == 0;
 }
 
+// Whether a quotation mark of a kind that the language lacks stands there; `closing` is its other half.
+bool IsForeignQuote(TCHAR c, TCHAR& closing) {
+  if (c != u'"' && c != u'\u201C' && c != u'\u2018') return false;
+  closing = c == u'"' ? c : static_cast<TCHAR>(c + 1);
+  return true;
+}
+
+// A text in double quotes, or in those that Chinese writes, stands in the language's own: whoever knows any
+// other language types class="Wall". A mark without its other half stays, and is refused at its place; so
+// does a text with an apostrophe, which no quotes of the language hold, and what single quotes hold already.
+CString WithPlainQuotes(const CString& typed) {
+  CString text = typed;
+  for (int at = 0; at < text.GetLength(); ++at) {
+    TCHAR closing = u'\'';
+    const bool is_foreign = IsForeignQuote(text[at], closing);
+    if (!is_foreign && text[at] != u'\'') continue;
+    const int end = text.Find(closing, at + 1);
+    if (end < 0) return text;
+    const bool is_plain = text.Mid(at, end - at).Find(u'\'') < 0;
+    if (is_foreign && is_plain) {
+      text.SetAt(at, u'\'');
+      text.SetAt(end, u'\'');
+    }
+    at = end;
+  }
+  return text;
+}
+
 }  // namespace
 
 RowFilter::RowFilter(const std::string& formula, const Planner& planner, const ComponentsFile& file)
     : planner_(planner), file_(file) {
-  const CString typed = CString::FromUtf8(formula);
+  const CString typed = WithPlainQuotes(CString::FromUtf8(formula));
   text_ = WithWords(typed, planner);
   formula_ = std::make_unique<BoundFormula>(
       // Without the suite's digits: a filter chooses components and makes no quantity that could

@@ -14,9 +14,9 @@ namespace lorv::tool {
 
 // Which components a take-off is for, as a formula over their columns: "class=墙 && 厚>0.2".
 //
-// A name that is no column, constant or text of the rules is a word: 墙 stands for '墙'. A column that is
-// compared with a word, or searched by FIND, is one of words. Letter case does not count in words. A
-// component passes where the formula is greater than 0; one that lacks a value does not.
+// A name that is no column, constant or text of the rules is a word: 墙 stands for '墙', and so do "墙" and
+// “墙”. A column that is compared with a word, or searched by FIND, is one of words. Letter case does not
+// count in words. A component passes where the formula is greater than 0; one that lacks a value does not.
 class RowFilter : private ValueSource {
  public:
   // Throws BadInput, with a mark under the place, for a formula that cannot be worked.
