@@ -1,5 +1,6 @@
 #include "framework/values/variant.h"
 
+#include <cstring>
 #include <limits>
 
 #include "framework/objects/exceptions.h"
@@ -98,6 +99,14 @@ void _variant_t::RefuseType() {
 }
 
 void _variant_t::CopyHeld(const VARIANT& source) {
+  // Tables are filled again and again with texts of the same length: those need no new memory.
+  if (vt == VT_BSTR && source.vt == VT_BSTR && bstrVal != nullptr && source.bstrVal != nullptr) {
+    const std::size_t bytes = SysStringByteLen(bstrVal);
+    if (bytes == SysStringByteLen(source.bstrVal)) {
+      std::memmove(bstrVal, source.bstrVal, bytes);
+      return;
+    }
+  }
   lorv::CheckResult(VariantCopy(this, const_cast<VARIANT*>(&source)));
 }
 

@@ -52,8 +52,7 @@ void CBCGPBasicGridCtrl::SetValue(int row, int column, const _variant_t& value, 
   }
   const lorv::StepScope step(Changes());
   // The type of a cell is that of its last value: what is typed later is turned into it.
-  if (value.vt != item->GetValue().vt) item->ChangeType(value);
-  item->SetValue(value, redraw);
+  item->SetValueAndType(value, redraw);
 }
 
 _variant_t CBCGPBasicGridCtrl::GetValue(int row, int column) const {

@@ -78,8 +78,7 @@ void CBCGPGridCtrl::SetupRow(CBCGPGridRow* row, int columns) {
   if (row == nullptr) return;
   // The row is not in the table yet, but its cells ask for the classes of the columns.
   CBCGPGridCtrl* const before = std::exchange(row->owner_, this);
-  for (int column = row->GetItemCount(); column < columns; ++column)
-    row->AddItem(row->CreateItem(GetRowCount(), column));
+  row->AddItems(GetRowCount(), columns);
   row->owner_ = before;
 }
 

@@ -23,7 +23,7 @@ BOOL CBCGPGridCtrl::EnableVirtualMode(VirtualFill fill) {
   const auto make = [this](int index) {
     auto row = std::make_unique<CBCGPGridRow>(GetColumnCount());
     row->owner_ = this;
-    for (int column = 0; column < GetColumnCount(); ++column) row->AddItem(row->CreateItem(index, column));
+    row->AddItems(index, GetColumnCount());
     virtual_fill_(*row, index);
     return row;
   };

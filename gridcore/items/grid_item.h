@@ -1,7 +1,7 @@
 #pragma once
 
-#include <memory>
-#include <vector>
+#include <cstddef>
+#include <new>
 
 #include "framework/drawing/geometry.h"
 #include "framework/native/window_types.h"
@@ -17,6 +17,7 @@ class CWnd;
 
 namespace lorv {
 
+class CellBlock;
 class GridChanges;
 
 // What a cell looks like and how it may be changed, as one value.
@@ -47,7 +48,9 @@ constexpr int kItemButtonWidth = 17;
 // Edges: a cell that stands in no row, or in a row of no grid, has the row -1 or the null id, no owner and an
 //   empty rectangle, and everything that needs a grid does nothing. Asked for an option that is not there it
 //   gives null.
-// Memory: 72 bytes above the value's own on 64-bit systems; options and what else is rare stand apart.
+// Memory: 56 bytes above the value's own on 64-bit Linux, 64 on Windows, whose values are longer; options and
+// what else is rare stand apart. The
+//   plain cells of a row that a grid makes stand in one piece of memory; each is deleted like any object.
 // Rows own their cells. One thread: that of the user interface.
 //
 //   CBCGPGridItem cell(_variant_t(7));  cell.FormatItem()  gives "7"
@@ -58,6 +61,16 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
   ~CBCGPGridItem() override;
   CBCGPGridItem(const CBCGPGridItem&) = delete;
   CBCGPGridItem& operator=(const CBCGPGridItem&) = delete;
+
+  // A cell that stands in the memory of its row gives its place back there, any other one to the heap.
+  static void* operator new(std::size_t bytes);
+  static void* operator new(std::size_t bytes, std::align_val_t alignment);
+  static void* operator new(std::size_t bytes, const std::nothrow_t& tag) noexcept;
+  static void* operator new(std::size_t /*bytes*/, void* place) noexcept { return place; }
+  static void operator delete(void* memory) noexcept;
+  static void operator delete(void* memory, std::align_val_t alignment) noexcept;
+  static void operator delete(void* memory, const std::nothrow_t& tag) noexcept;
+  static void operator delete(void* /*memory*/, void* /*place*/) noexcept {}
 
   // What the suite's cells replace, in the order of the slots that its tables name. `rect` is the cell's,
   // without its grid lines.
@@ -84,12 +97,14 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
   const _variant_t& GetValue() const { return value_; }
   virtual void SetValue(const _variant_t& value, BOOL redraw = TRUE);
   virtual BOOL ChangeType(const _variant_t& value);
+  // What setting a cell through its grid does: ChangeType where the kinds differ, then SetValue.
+  void SetValueAndType(const _variant_t& value, BOOL redraw);
   // The text that is shown and edited; empty for a value that has none.
   virtual CString FormatItem() const;
   // The value that the cell would take over from an editor with that text.
   _variant_t ValueTyped(const CString& text) const { return ValueOfText(text); }
-  DWORD_PTR GetData() const { return data_; }
-  void SetData(DWORD_PTR data) { data_ = data; }
+  DWORD_PTR GetData() const;
+  void SetData(DWORD_PTR data);
 
   // Conduct. A read-only cell keeps its value; one that does not allow editing can still be set by its list.
   void Enable(BOOL on = TRUE, BOOL redraw = TRUE) { SetState(kEnabled, on, redraw); }
@@ -179,13 +194,15 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
 
  private:
   friend class CBCGPGridRow;
+  friend class lorv::CellBlock;
   struct Rare;
-  enum State : unsigned short {
+  enum State : unsigned char {
     kEnabled = 1,
     kReadOnly = 2,
     kAllowEdit = 4,
     kMultiline = 8,
     kChanged = 16,
+    kAllStates = 31,
   };
 
   bool Has(State state) const { return (states_ & state) != 0; }
@@ -196,11 +213,15 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
 
   _variant_t value_;
   CBCGPGridRow* row_ = nullptr;
-  DWORD_PTR data_ = 0;
-  std::unique_ptr<Rare> rare_;
+  union {
+    DWORD_PTR data_ = 0;
+    Rare* rare_;  // has the data, too
+  };
   COLORREF back_ = lorv::kNoColour;
   COLORREF text_ = lorv::kNoColour;
   int column_ = -1;
   unsigned short flags_ = 0;
-  unsigned short states_ = kEnabled | kAllowEdit;
+  unsigned char states_ = kEnabled | kAllowEdit;
+  unsigned char has_rare_ : 1 = 0;
+  unsigned char slot_ : 7 = 0;  // in the memory of its row, from 1; 0: in its own
 };

@@ -10,4 +10,5 @@ struct CBCGPGridItem::Rare {
   std::vector<CString> options;
   CString tip;
   int image = -1;
+  DWORD_PTR data = 0;
 };

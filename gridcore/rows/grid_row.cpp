@@ -67,15 +67,45 @@ void CBCGPGridRow::RemoveAllItems() {
   items_.clear();
 }
 
+void CBCGPGridRow::AddItems(int row, int columns) {
+  const int before = std::exchange(making_to_, columns);
+  for (int column = GetItemCount(); column < columns; ++column) AddItem(CreateItem(row, column));
+  making_to_ = before;
+  block_.reset();
+}
+
 CBCGPGridItem* CBCGPGridRow::CreateItem(int row, int column) {
-  // A class that is no item, or cannot be made, gives the plain one rather than no cell.
-  const CRuntimeClass* wanted = owner_ == nullptr ? nullptr : owner_->GetItemRTC(column);
-  std::unique_ptr<CObject> made(wanted == nullptr ? nullptr : wanted->CreateObject());
-  auto item = std::unique_ptr<CBCGPGridItem>(dynamic_cast<CBCGPGridItem*>(made.get()));
-  if (item != nullptr) static_cast<void>(made.release());
-  if (item == nullptr) item = std::make_unique<CBCGPGridItem>(_variant_t());
+  std::unique_ptr<CBCGPGridItem> item(NewItem(column));
   item->row_ = this;
   return item->OnCreate(row, column) != FALSE ? item.release() : nullptr;
+}
+
+CBCGPGridItem* CBCGPGridRow::NewItem(int column) {
+  const CRuntimeClass* wanted = owner_ == nullptr ? nullptr : owner_->GetItemRTC(column);
+  if (wanted == nullptr || wanted == RUNTIME_CLASS(CBCGPGridItem)) return NewPlainItem(column);
+  std::unique_ptr<CObject> made(wanted->CreateObject());
+  auto* const item = dynamic_cast<CBCGPGridItem*>(made.get());
+  // A class that is no item, or cannot be made, gives the plain one rather than no cell.
+  if (item == nullptr) return NewPlainItem(column);
+  static_cast<void>(made.release());
+  return item;
+}
+
+CBCGPGridItem* CBCGPGridRow::NewPlainItem(int column) {
+  // Asked for alone, it belongs to who asks.
+  if (column >= making_to_) return new CBCGPGridItem;
+  if (block_ == nullptr || block_->IsFull()) block_.reset(lorv::CellBlock::Create(CountPlainColumns(column)));
+  return block_->Make();
+}
+
+int CBCGPGridRow::CountPlainColumns(int first) const {
+  const int end = std::min(making_to_, first + lorv::CellBlock::kMostCells);
+  int count = 0;
+  for (int column = first; column < end; ++column) {
+    const CRuntimeClass* const wanted = owner_ == nullptr ? nullptr : owner_->GetItemRTC(column);
+    if (wanted == nullptr || wanted == RUNTIME_CLASS(CBCGPGridItem)) ++count;
+  }
+  return count;
 }
 
 int CBCGPGridRow::GetRowId() const {

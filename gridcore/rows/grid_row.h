@@ -5,6 +5,7 @@
 
 #include "framework/drawing/geometry.h"
 #include "framework/objects/object.h"
+#include "gridcore/items/cell_block.h"
 #include "gridcore/items/grid_item.h"
 #include "gridcore/rows/sub_rows.h"
 #include "gridcore/table/blocked_list.h"
@@ -13,6 +14,7 @@ class CComboBox;
 
 namespace lorv {
 
+class CellBlock;
 class GridRestore;
 
 // A row that stands for a group of rows; a flag of rows.
@@ -103,6 +105,11 @@ class COMM_LORV_API CBCGPGridRow : public CObject {
   friend class CBCGPGridCtrl;
   friend class lorv::GridRestore;
   void Adopt(CBCGPGridItem* item, int column);
+  // Makes the cells that it lacks of so many; `row` is its place in the table, now or soon.
+  void AddItems(int row, int columns);
+  CBCGPGridItem* NewItem(int column);
+  CBCGPGridItem* NewPlainItem(int column);
+  int CountPlainColumns(int first) const;
   bool TakesSubItem(const CBCGPGridRow* row) const;
   int PlaceOf(const CBCGPGridRow& row) const;
   void Nest(CBCGPGridRow& row, int place);
@@ -114,6 +121,7 @@ class COMM_LORV_API CBCGPGridRow : public CObject {
   CBCGPGridRow* parent_ = nullptr;
   std::unique_ptr<lorv::SubRows> sub_;
   DWORD_PTR data_ = 0;
+  lorv::CellBlockUser block_;  // of the cells that AddItems makes
 
  public:
   // Where the grid's list of rows has it; nobody else's.
@@ -122,6 +130,7 @@ class COMM_LORV_API CBCGPGridRow : public CObject {
  private:
   int lines_ = 1;
   int flags_ = 0;
+  int making_to_ = 0;  // the columns below it are those that AddItems makes
   bool enabled_ = true;
 };
 

@@ -83,6 +83,30 @@ TEST(Variant, CopiesAreIndependent) {
   EXPECT_TRUE(a == b);
 }
 
+// Texts of the same length are written over each other, others take new memory: nothing shows but the value.
+TEST(Variant, TextOverTextIsTheNewOne) {
+  const CString texts[] = {_T(""),  _T("a"), _T("b"), CString(_T("a\0b"), 3), CString(_T("a\0c"), 3),
+                           _T("墙")};
+  for (const CString& before : texts) {
+    for (const CString& after : texts) {
+      const _variant_t source(after);
+      _variant_t value(before);
+      value = source;
+      EXPECT_NE(value.bstrVal, source.bstrVal);
+      EXPECT_EQ(CString(value.bstrVal, static_cast<int>(SysStringLen(value.bstrVal))), after);
+      EXPECT_EQ(value.bstrVal[SysStringLen(value.bstrVal)], 0);
+    }
+  }
+  _variant_t null(_T("x"));
+  SysFreeString(null.bstrVal);
+  null.bstrVal = nullptr;
+  _variant_t value(_T("y"));
+  value = null;
+  EXPECT_EQ(SysStringLen(value.bstrVal), 0U);
+  null = _variant_t(_T(""));
+  EXPECT_EQ(SysStringLen(null.bstrVal), 0U);
+}
+
 TEST(Variant, ZeroUnitsInsideATextSurvive) {
   const _variant_t value(CString(_T("a\0b"), 3));
   const _variant_t copy(value);

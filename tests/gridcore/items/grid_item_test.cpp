@@ -51,7 +51,34 @@ TEST(GridItem, BeginsPlain) {
 }
 
 TEST(GridItem, TakesNoMoreRoomThanItSays) {
-  EXPECT_LE(sizeof(CBCGPGridItem), 72U);
+  EXPECT_LE(sizeof(CBCGPGridItem), 64U);
+}
+
+TEST(GridItem, DataStaysBesideWhatIsRare) {
+  CBCGPGridItem item{_variant_t(), 7};
+  EXPECT_EQ(item.GetData(), 7U);
+  item.AddOption(_T("C20"));
+  EXPECT_EQ(item.GetData(), 7U);
+  item.SetData(static_cast<DWORD_PTR>(-1));
+  item.SetImage(3, FALSE);
+  EXPECT_EQ(item.GetData(), static_cast<DWORD_PTR>(-1));
+  EXPECT_EQ(item.GetImage(), 3);
+  EXPECT_EQ(CString(item.GetOption(0)), _T("C20"));
+}
+
+TEST(GridItem, StatesOfAnArchiveAreThoseThatThereAre) {
+  CMemFile file;
+  CArchive out(&file, CArchive::store);
+  lorv::WriteValue(out, _variant_t(1));
+  out << lorv::kNoColour << lorv::kNoColour << -1 << static_cast<unsigned short>(0xFFFF);
+  out.Close();
+  file.SeekToBegin();
+  CArchive in(&file, CArchive::load);
+  CBCGPGridItem item{_variant_t()};
+  item.ReadFromArchive(in);
+  EXPECT_TRUE(item.IsReadOnly());
+  EXPECT_TRUE(item.IsItemChanged());
+  EXPECT_EQ(item.GetOptionCount(), 0) << "what is rare is no state";
 }
 
 TEST(GridItem, DateReadsAsYearMonthDay) {
