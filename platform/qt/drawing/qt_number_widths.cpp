@@ -1,7 +1,11 @@
 #include "platform/qt/drawing/qt_number_widths.h"
 
-#include <QString>
+#include <algorithm>
 #include <cmath>
+#include <limits>
+#include <utility>
+
+#include "platform/qt/desktop/qt_text.h"
 
 // Widths of numbers from those of their characters and pairs. Each is asked of the font once and kept
 // in the 64ths of a pixel that the toolkit adds up itself, so the sum rounds as the font's own
@@ -12,48 +16,101 @@ namespace {
 
 constexpr int kParts = 64;              // of a pixel, in the toolkit's fixed numbers
 constexpr std::size_t kLongest = 1024;  // units; beyond it a sum could leave 32 bits with a huge font
+constexpr std::int32_t kUnknown = std::numeric_limits<std::int32_t>::min();
+
+constexpr std::size_t kLongestBeginning = 64;  // units
+// Its pairs are a hundred texts to shape: fewer names are shaped themselves.
+constexpr int kManyNames = 32;
+
+// Scripts that run from left to right and are set letter by letter: Latin, Greek and Cyrillic without marks
+// that combine, Chinese, and the wide forms.
+bool IsSetSingly(TCHAR unit) {
+  return (unit >= 0x20 && unit < 0x7F) || (unit > 0xA0 && unit < 0x300) || (unit >= 0x370 && unit < 0x483) ||
+         (unit >= 0x3000 && unit < 0xA000) || (unit >= 0xFF00 && unit < 0xFFE0);
+}
 
 }  // namespace
 
-std::int32_t QtNumberWidths::Measured(const char16_t* text, int length) const {
+QtPairWidths::QtPairWidths(const QFontMetricsF& metrics, QString beginning, unsigned first, unsigned count)
+    : metrics_(metrics),
+      beginning_(std::move(beginning)),
+      first_(first),
+      count_(count),
+      pairs_(std::size_t{count + 1} * count, kUnknown) {}
+
+std::int32_t QtPairWidths::Measured(const char16_t* text, int length) const {
   return static_cast<std::int32_t>(
-      std::lround(metrics_.horizontalAdvance(QString::fromUtf16(text, length)) * kParts));
+      std::lround(metrics_.horizontalAdvance(beginning_ + QString::fromUtf16(text, length)) * kParts));
 }
 
-std::int32_t QtNumberWidths::Single(unsigned sign) {
+std::int32_t QtPairWidths::Single(unsigned sign) {
   std::int32_t& width = pairs_[sign];
   if (width == kUnknown) {
-    const auto unit = static_cast<char16_t>(kFirst + sign);
+    const auto unit = static_cast<char16_t>(first_ + sign);
     width = Measured(&unit, 1);
   }
   return width;
 }
 
-std::int32_t QtNumberWidths::Added(unsigned before, unsigned sign) {
-  std::int32_t& added = pairs_[(before + 1) * kCount + sign];
+std::int32_t QtPairWidths::Added(unsigned before, unsigned sign) {
+  std::int32_t& added = pairs_[std::size_t{before + 1} * count_ + sign];
   if (added == kUnknown) {
-    const char16_t both[] = {static_cast<char16_t>(kFirst + before), static_cast<char16_t>(kFirst + sign)};
+    const char16_t both[] = {static_cast<char16_t>(first_ + before), static_cast<char16_t>(first_ + sign)};
     // The pair less its first character: what the font moves the two together is in it.
     added = Measured(both, 2) - Single(before);
   }
   return added;
 }
 
-std::optional<int> QtNumberWidths::Width(TextView text) {
-  if (text.size() > kLongest) return std::nullopt;
+std::optional<std::int32_t> QtPairWidths::Sum(TextView text) {
+  if (text.empty()) return std::nullopt;
   std::int32_t sum = 0;
   unsigned before = 0;
   bool first = true;
   for (const TCHAR unit : text) {
-    const unsigned sign = static_cast<unsigned>(unit) - kFirst;
+    const unsigned sign = static_cast<unsigned>(unit) - first_;
     // Another character makes the whole text one that only the font can measure.
-    if (sign >= kCount) return std::nullopt;
+    if (sign >= count_) return std::nullopt;
     sum += first ? Single(sign) : Added(before, sign);
     before = sign;
     first = false;
   }
+  return sum;
+}
+
+QtNumberWidths::QtNumberWidths(const QFont& font) : metrics_(font), numbers_(metrics_, {}, 0x20, 0x21) {}
+
+std::optional<int> QtNumberWidths::Width(TextView text) {
+  if (text.empty()) return 0;
+  if (text.size() > kLongest) return std::nullopt;
+  std::optional<std::int32_t> sum = numbers_.Sum(text);
+  if (!sum) sum = WidthOfName(text);
+  if (!sum) return std::nullopt;
   // To the nearest pixel; there are 64 parts in one.
-  return (sum + kParts / 2) >> 6;
+  return (*sum + kParts / 2) >> 6;
+}
+
+std::optional<std::int32_t> QtNumberWidths::WidthOfName(TextView text) {
+  std::size_t length = text.size();
+  while (length > 0 && IsDigit(text[length - 1])) --length;
+  const TextView beginning = text.substr(0, length);
+  if (length == text.size() || length > kLongestBeginning ||
+      !std::all_of(beginning.begin(), beginning.end(), IsSetSingly))
+    return std::nullopt;
+  QtPairWidths* const digits = DigitsBehind(beginning);
+  return digits == nullptr ? std::nullopt : digits->Sum(text.substr(length));
+}
+
+QtPairWidths* QtNumberWidths::DigitsBehind(TextView beginning) {
+  auto found = names_.find(beginning);
+  if (found == names_.end()) {
+    if (names_.size() >= kMostNames) names_.clear();
+    found = names_.emplace(beginning, Name()).first;
+  }
+  Name& name = found->second;
+  if (name.digits == nullptr && ++name.met >= kManyNames)
+    name.digits = std::make_unique<QtPairWidths>(metrics_, ToQt(beginning), u'0', 10);
+  return name.digits.get();
 }
 
 }  // namespace lorv

@@ -1,46 +1,83 @@
 #pragma once
 
 #include <QFontMetricsF>
-#include <array>
+#include <QString>
 #include <cstdint>
-#include <limits>
+#include <functional>
+#include <memory>
 #include <optional>
+#include <string>
+#include <unordered_map>
+#include <vector>
 
 #include "framework/native/export.h"
 #include "framework/text/text_compare.h"
 
 namespace lorv {
 
-// The widths of numbers, added up from those of their characters and of pairs of them instead of shaped: a
-// column of a hundred thousand numbers, nearly all different, is measured before it is fitted.
-//
-// Texts of digits, blanks and the signs of ASCII up to "@" only: they are of one script, so a pair is set in
-//   every text as it is alone. Letters turn their neighbours into another script, which a font may set by
-//   other rules.
-// Units: pixels, rounded as the font's own measure of the whole text is.
-// One thread, that of the font.
-//
-//   QtNumberWidths(font).Width(_T("1.500"))  gives what QFontMetrics(font).horizontalAdvance("1.500") gives
-class COMM_LORV_API QtNumberWidths {
+// The widths of texts of a few characters behind one beginning, added up from pairs of them.
+class QtPairWidths {
  public:
-  explicit QtNumberWidths(const QFont& font) : metrics_(font) { pairs_.fill(kUnknown); }
+  // The characters are the `count` from `first` on.
+  QtPairWidths(const QFontMetricsF& metrics, QString beginning, unsigned first, unsigned count);
 
-  // Nothing for a text of other characters.
-  std::optional<int> Width(TextView text);
+  // Of the beginning and the text behind it, in 64ths of a pixel; nothing for a text of other characters, and
+  // for none.
+  std::optional<std::int32_t> Sum(TextView text);
 
  private:
-  static constexpr unsigned kFirst = 0x20;
-  static constexpr unsigned kCount = 0x41 - kFirst;
-  static constexpr std::int32_t kUnknown = std::numeric_limits<std::int32_t>::min();
-
   std::int32_t Measured(const char16_t* text, int length) const;
   std::int32_t Single(unsigned sign);
   // What the second character adds behind the first: its width and how the font sets the two together.
   std::int32_t Added(unsigned before, unsigned sign);
 
   QFontMetricsF metrics_;
-  // 64ths of a pixel, as the toolkit adds them; the first row holds single characters.
-  std::array<std::int32_t, (kCount + 1) * kCount> pairs_;
+  QString beginning_;
+  unsigned first_;
+  unsigned count_;
+  std::vector<std::int32_t> pairs_;  // the first row holds single characters
+};
+
+// The widths of numbers, and of names that end in one, added up from those of their characters and of pairs
+// of them instead of shaped: a column of a hundred thousand of them, nearly all different, is measured before
+// it is fitted.
+//
+// Numbers are texts of digits, blanks and the signs of ASCII up to "@" only: they are of one script, so a
+// pair is
+//   set in every text as it is alone. Letters turn their neighbours into another script, which a font may set
+//   by other rules; so digits behind letters are added up by pairs that were measured behind those very
+//   letters, once many texts began with them.
+// Units: pixels, rounded as the font's own measure of the whole text is.
+// Memory: kMostNames beginnings are remembered, then the remembering begins anew.
+// One thread, that of the font.
+//
+//   QtNumberWidths(font).Width(_T("1.500"))  gives what QFontMetrics(font).horizontalAdvance("1.500") gives
+class COMM_LORV_API QtNumberWidths {
+ public:
+  static constexpr std::size_t kMostNames = 256;
+
+  explicit QtNumberWidths(const QFont& font);
+
+  // Nothing for a text that the font has to measure.
+  std::optional<int> Width(TextView text);
+
+ private:
+  // A beginning that names have in common.
+  struct Name {
+    int met = 0;
+    std::unique_ptr<QtPairWidths> digits;  // once it was met often
+  };
+  struct Hash {
+    using is_transparent = void;
+    std::size_t operator()(TextView text) const { return std::hash<TextView>()(text); }
+  };
+
+  std::optional<std::int32_t> WidthOfName(TextView text);
+  QtPairWidths* DigitsBehind(TextView beginning);
+
+  QFontMetricsF metrics_;
+  QtPairWidths numbers_;
+  std::unordered_map<std::basic_string<TCHAR>, Name, Hash, std::equal_to<>> names_;
 };
 
 }  // namespace lorv

@@ -75,6 +75,59 @@ TEST_F(QtNumberWidthsTest, OtherCharactersAreNotAddedUp) {
   EXPECT_FALSE(widths.Width(CString(_T('1'), 1025).View()).has_value());
 }
 
+// Names are shaped until many began alike, and added up from then on: both must give the same, whatever the
+// beginning ends with, for digits in it, and after the beginnings were forgotten.
+TEST_F(QtNumberWidthsTest, NamesThatEndInDigitsAreThoseOfTheWholeText) {
+  const LPCTSTR beginnings[] = {_T("梁K"), _T("KL"), _T("f"),  _T("1F-墙"), _T("AV"), _T("\u03b1"),
+                                _T("柱 "), _T("T."), _T("2x"), _T("(3"),    _T("Ж-"), _T("《"),
+                                _T("K/"),  _T("１"), _T("fi"), _T("-A-")};
+  std::mt19937 random(3);
+  for (const QFont& font : SomeFonts()) {
+    QtNumberWidths widths(font);
+    int added_up = 0;
+    for (int round = 0; round < 3000; ++round) {
+      CString text(beginnings[random() % std::size(beginnings)]);
+      for (std::size_t i = 1 + random() % 9; i > 0; --i) text += static_cast<TCHAR>('0' + random() % 10);
+      const auto width = widths.Width(text.View());
+      if (!width) continue;
+      ++added_up;
+      ASSERT_EQ(*width, Shaped(font, text)) << text.ToUtf8() << " in " << font.toString().toStdString();
+    }
+    EXPECT_GT(added_up, 2000);
+    EXPECT_LT(added_up, 3000) << "the first ones of a beginning are shaped";
+  }
+}
+
+TEST_F(QtNumberWidthsTest, BeginningsAreForgottenWhenThereAreTooMany) {
+  QtNumberWidths widths(SomeFonts().front());
+  const auto is_known = [&](const CString& name) {
+    return widths.Width((name + _T("7")).View()).has_value();
+  };
+  for (int i = 0; i < 100; ++i) is_known(_T("KL"));
+  EXPECT_TRUE(is_known(_T("KL")));
+  for (std::size_t i = 0; i < QtNumberWidths::kMostNames; ++i) {
+    CString name;
+    name.Format(_T("%dW"), static_cast<int>(i));
+    EXPECT_FALSE(is_known(name));
+  }
+  EXPECT_FALSE(is_known(_T("KL")));
+}
+
+// Scripts that join, combine or run from right to left are the font's, however often they come.
+TEST_F(QtNumberWidthsTest, OtherScriptsAreNeverAddedUp) {
+  QtNumberWidths widths(SomeFonts().front());
+  for (const LPCTSTR text : {_T("\u05d0"), _T("\u0633"), _T("e\u0301"), _T("\u0e01"), _T("\u0915"), _T("a\t"),
+                             _T("\U00020000"), _T("\u200f"), _T("\u2044")}) {
+    for (int i = 0; i < 100; ++i)
+      ASSERT_FALSE(widths.Width((CString(text) + _T("12")).View()).has_value()) << CString(text).ToUtf8();
+  }
+  for (int i = 0; i < 100; ++i) {
+    ASSERT_FALSE(widths.Width((CString(_T('K'), 65) + _T("12")).View()).has_value());
+    ASSERT_FALSE(widths.Width((_T("K") + CString(_T('1'), 1024)).View()).has_value());
+    ASSERT_EQ(widths.Width((CString(_T('K'), 64) + _T("12")).View()).has_value(), i >= 31);
+  }
+}
+
 // What a surface says of a text, however it comes by it.
 TEST_F(QtNumberWidthsTest, SurfacesMeasureNumbersAsTheToolkitDoes) {
   const auto canvas = lorv::DesktopInForce().MakeCanvas({10, 10});
