@@ -74,7 +74,9 @@ void CheckPlace(long row, long column) {
 
 WorkbookFile::WorkbookFile() : book_(std::make_shared<engine::Book>()) {}
 
-WorkbookFile::WorkbookFile(const CString& file) : book_(engine::ReadWorkbook(file)) {}
+WorkbookFile::WorkbookFile(const CString& file) : book_(engine::ReadWorkbook(file)) {
+  std::erase_if(book_->sheets, [](const auto& sheet) { return sheet->is_chart; });
+}
 
 int WorkbookFile::SheetCount() const {
   return static_cast<int>(book_->sheets.size());

@@ -38,7 +38,7 @@ class COMM_LORV_API WorkbookFile {
  public:
   // Without any sheet.
   WorkbookFile();
-  // Reads an .xlsx file or a text table, told by its contents.
+  // Reads an .xlsx file or a text table, told by its contents. Sheets of charts are left out.
   explicit WorkbookFile(const CString& file);
 
   int SheetCount() const;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <random>
 
 #include "compress/zip/zip_writer.h"
@@ -9,6 +10,7 @@
 #include "spreadsheet/servers/engine/cell_reference.h"
 #include "spreadsheet/servers/engine/cell_values.h"
 #include "spreadsheet/servers/engine/number_format_kind.h"
+#include "spreadsheet/workbook_file.h"
 #include "tests/spreadsheet/exchange_desk.h"
 
 namespace lorv::engine {
@@ -328,6 +330,73 @@ TEST(CellReference, LettersAndNumbers) {
   }
   EXPECT_EQ(*ParseArea("C4:B2"), (Area{1, 1, 3, 2}));
   EXPECT_FALSE(ParseArea("B2:"));
+}
+
+TEST_F(EngineFiles, WhatIsDrawnIsUsed) {
+  const std::string styles =
+      "<fills><fill><patternFill patternType='none'/></fill><fill><patternFill "
+      "patternType='solid'/></fill></fills>"
+      "<borders><border><left/></border><border><left style='none'/><top style='thin'/></border></borders>"
+      "<cellXfs><xf/><xf borderId='1'/><xf fillId='1'/><xf borderId='7' fillId='7'/><xf fontId='1' "
+      "borderId='1'/>"
+      "</cellXfs>";
+  const std::string columns = "<cols><col min='8' max='9' width='9' style='1'/></cols>";
+  const auto used = [&](const std::string& rows) {
+    PutSheet(columns + "<sheetData>" + rows + "</sheetData>", "<si><t></t></si>", styles);
+    EXPECT_EQ(Refusal(), "");
+    return book->sheets[0]->UsedArea();
+  };
+  const std::string value = "<row r='3'><c r='C3'><v>1</v></c></row>";
+  EXPECT_EQ(used(value + "<row r='5'><c r='B5' s='1'/></row>"), (Area{2, 1, 4, 2}));
+  EXPECT_EQ(used("<row r='1'><c r='D1' s='2'/></row>" + value), (Area{0, 2, 2, 3}));
+  EXPECT_EQ(used(value + "<row r='5'><c r='B5' s='3'/><c r='D5'/></row>"), (Area{2, 2, 2, 2}));
+  // A formula or a text may be empty.
+  EXPECT_EQ(used(value + "<row r='4'><c r='A4' t='str'><f>A1</f></c></row>"), (Area{2, 0, 3, 2}));
+  EXPECT_EQ(used(value + "<row r='4'><c r='D4' t='s'><v>0</v></c></row>"), (Area{2, 2, 3, 3}));
+  // What is drawn as its whole column goes on to the last row of the sheet.
+  EXPECT_EQ(used(value + "<row r='9'><c r='H9' s='1'/><c r='I9' s='4'/></row>"), (Area{2, 2, 2, 2}));
+  EXPECT_EQ(used(value + "<row r='9'><c r='H9' s='2'/></row>"), (Area{2, 2, 8, 7}));
+  // Rows have their height only, and none where there is no cell.
+  EXPECT_EQ(used(value + "<row r='6' s='2' customFormat='1'/>"), (Area{2, 2, 5, 2}));
+  EXPECT_EQ(used(value + "<row r='6' s='2'/>"), (Area{2, 2, 2, 2}));
+  EXPECT_EQ(used("<row r='6' s='2' customFormat='1'/>"), Area());
+  // Too far out to be read as one table.
+  EXPECT_EQ(used(value + "<row r='9'><c r='ZZ9' s='1'/></row>"), (Area{2, 2, 2, 2}));
+}
+
+TEST_F(EngineFiles, ChartSheetsHaveTheirNames) {
+  const auto put = [&](const char* first) {
+    PutParts(
+        {{"xl/workbook.xml",
+          "<workbook xmlns:r='r'><sheets><sheet name='C' r:id='c'/><sheet name='S' r:id='s'/><sheet name='D' "
+          "r:id='d'/></sheets></workbook>"},
+         {"xl/_rels/workbook.xml.rels",
+          std::string("<Relationships><Relationship Id='s' Type='x/") + first + "' Target='sheet1.xml'/>" +
+              "<Relationship Id='d' Type='x/dialogsheet' Target='none.xml'/>"
+              "<Relationship Id='c' Type='x/chartsheet' Target='none.xml'/></Relationships>"},
+         {"xl/sheet1.xml", "<worksheet><sheetData><row><c><v>7</v></c></row></sheetData></worksheet>"}});
+  };
+  put("worksheet");
+  ASSERT_EQ(Refusal(), "");
+  ASSERT_EQ(book->sheets.size(), 2U);
+  EXPECT_EQ(Utf8(book->sheets[0]->name), "C");
+  EXPECT_EQ(book->sheets[0]->UsedArea(), Area());
+  EXPECT_EQ(Utf8(book->sheets[1]->name), "S");
+  // Whoever wants tables gets none of a chart.
+  EXPECT_EQ(WorkbookFile(kPath).SheetCount(), 1);
+  put("chartsheet");
+  EXPECT_NE(Refusal(), "");
+}
+
+TEST(NumberFormatKind, BracketsAreSpelledAsByThePrograms) {
+  for (const auto& [from, to] : std::map<std::string, std::string>{{"0.00;[RED]-0.00", "0.00;[Red]-0.00"},
+                                                                   {"[HH]:MM", "[hh]:MM"},
+                                                                   {"\"[RED]\"0\\[", "\"[RED]\"0\\["},
+                                                                   {"[$USD]0[<5]", "[$USD]0[<5]"},
+                                                                   {"[RED", "[RED"},
+                                                                   {"", ""}}) {
+    EXPECT_EQ(Utf8(SpelledFormat(CString::FromUtf8(from).View())), to);
+  }
 }
 
 TEST(NumberFormatKind, DatesAndTimes) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "spreadsheet/cells/exchange_limits.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
 
 // The workbook behind every object of the engine and behind WorkbookFile: sheets with their cells, columns
@@ -22,10 +21,6 @@ bool HasLoneHalf(TextView text) {
     ++i;
   }
   return false;
-}
-
-bool IsReadable(const Area& area) {
-  return area.Rows() <= kMaxReadRows && area.Columns() <= kMaxReadColumns;
 }
 
 }  // namespace
@@ -59,14 +54,12 @@ Area Sheet::UsedArea() const {
       any = true;
     }
   }
-  for (const auto& [corner, area] : merges.All()) {
-    // One merged area far out must not make a sheet too large to read: it is left out of the used
-    // area, its values are not.
-    const Area wider = any ? Union(used, area) : area;
-    if (!IsReadable(wider)) continue;
-    used = wider;
-    any = true;
+  if (marked.Rows() > 0) any = TakeIntoUse(marked, any, used);
+  // Of rows only the height counts: they reach to the last column.
+  if (any && marked_rows.Rows() > 0) {
+    any = TakeIntoUse({marked_rows.top, used.left, marked_rows.bottom, used.right}, any, used);
   }
+  for (const auto& [corner, area] : merges.All()) any = TakeIntoUse(area, any, used);
   return used;
 }
 

@@ -42,11 +42,17 @@ struct Sheet {
   CellStore cells;
   MergeList merges;
   ColumnShapes columns;
+  bool is_chart = false;  // a chart's sheet of a file: it has a name and no cells
   long frozen_rows = 0;
   std::map<long, int> row_levels;  // rows that can be folded away; those of level 0 may be missing
 
-  // The area that holds values, and the merged areas as far as one read can take them; the first cell of an
-  // empty sheet.
+  // Cells without a value that are used all the same, as far as a file says: with a frame, a fill, or a
+  // formula or text that is empty; and rows with a frame or fill. An area of no rows holds none.
+  Area marked = {0, 0, -1, -1};
+  Area marked_rows = {0, 0, -1, -1};
+
+  // The area that holds values; marked cells and rows and merged areas, as far as one read can take them; the
+  // first cell of an empty sheet.
   Area UsedArea() const;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "spreadsheet/cells/exchange_limits.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
 
 // Merged areas in the order of their corners, none of which meets another one. Files may bring a million of
@@ -36,6 +37,13 @@ bool IsFree(OpenAreas& open, const Area& area) {
 Area Union(const Area& a, const Area& b) {
   return {std::min(a.top, b.top), std::min(a.left, b.left), std::max(a.bottom, b.bottom),
           std::max(a.right, b.right)};
+}
+
+bool TakeIntoUse(const Area& without_values, bool any, Area& used) {
+  const Area wider = any ? Union(used, without_values) : without_values;
+  if (wider.Rows() > kMaxReadRows || wider.Columns() > kMaxReadColumns) return any;
+  used = wider;
+  return true;
 }
 
 MergeList::Areas::const_iterator MergeList::FindMeeting(const Area& area) const {

@@ -27,6 +27,10 @@ struct Area {
 
 Area Union(const Area& a, const Area& b);
 
+// Widens the used area of a sheet by one without values, or begins it with that where there is none yet. One
+// far out must not make a sheet too large to read: it is left out. Whether there is a used area now.
+bool TakeIntoUse(const Area& without_values, bool any, Area& used);
+
 // The merged areas of a sheet; no two of them meet.
 class MergeList {
  public:

@@ -63,6 +63,33 @@ bool IsDateFormat(TextView format) {
   return month && !time;
 }
 
+std::basic_string<TCHAR> SpelledBracket(TextView inside) {
+  // "[$-804]": languages and signs of money.
+  if (inside.size() < 3 || inside.back() != _T(']') || inside[1] == _T('$'))
+    return std::basic_string<TCHAR>(inside);
+  const TCHAR first = ToLower(inside[1]);
+  const bool elapsed = inside.find_first_not_of(inside[1], 1) == inside.size() - 1 &&
+                       (first == _T('h') || first == _T('m') || first == _T('s'));
+  std::basic_string<TCHAR> text(inside);
+  bool letters = true;
+  for (const TCHAR c : inside.substr(1, inside.size() - 2)) letters = letters && ToLower(c) != c;
+  // A colour, or hours that count on beyond a day; conditions and number signs are left.
+  if (!letters) return text;
+  for (std::size_t i = elapsed ? 1 : 2; i < text.size(); ++i) text[i] = ToLower(text[i]);
+  return text;
+}
+
+CString SpelledFormat(TextView format) {
+  std::basic_string<TCHAR> text;
+  for (std::size_t at = 0; at < format.size();) {
+    const std::size_t length = std::max<std::size_t>(LiteralLength(format, at), 1);
+    const TextView piece = format.substr(at, length);
+    text += format[at] == _T('[') ? SpelledBracket(piece) : std::basic_string<TCHAR>(piece);
+    at += length;
+  }
+  return CString(TextView(text));
+}
+
 LPCTSTR BuiltInFormat(unsigned id) {
   const auto* const found =
       std::lower_bound(std::begin(kBuiltInFormats), std::end(kBuiltInFormats), id,

@@ -1,6 +1,7 @@
 #include "spreadsheet/servers/office/format_spelling.h"
 
 #include "framework/text/text_compare.h"
+#include "spreadsheet/servers/engine/number_format_kind.h"
 
 // The office writes the letters of its formats large. The rules for shown texts go by the programs' spelling,
 // where a large "Y" means something else than a small one.
@@ -12,21 +13,6 @@ namespace {
 std::size_t BehindClosing(TextView format, std::size_t at, TCHAR closing) {
   const std::size_t end = format.find(closing, at + 1);
   return end == TextView::npos ? format.size() : end + 1;
-}
-
-Text Bracket(TextView inside) {
-  // "[$-804]": languages and signs of money.
-  if (inside.size() < 3 || inside.back() != _T(']') || inside[1] == _T('$')) return Text(inside);
-  const TCHAR first = ToLower(inside[1]);
-  const bool elapsed = inside.find_first_not_of(inside[1], 1) == inside.size() - 1 &&
-                       (first == _T('h') || first == _T('m') || first == _T('s'));
-  Text text(inside);
-  bool letters = true;
-  for (const TCHAR c : inside.substr(1, inside.size() - 2)) letters = letters && ToLower(c) != c;
-  // A colour, or hours that count on beyond a day; conditions and number signs are left.
-  if (!letters) return text;
-  for (std::size_t i = elapsed ? 1 : 2; i < text.size(); ++i) text[i] = ToLower(text[i]);
-  return text;
 }
 
 bool IsTimeLetter(TCHAR c) {
@@ -45,7 +31,7 @@ CString ProgramSpelling(const OfficeFormat& format) {
       end = BehindClosing(from, at, c);
     } else if (c == _T('[')) {
       end = BehindClosing(from, at, _T(']'));
-      text += Bracket(from.substr(at, end - at));
+      text += engine::SpelledBracket(from.substr(at, end - at));
       at = end;
       continue;
     } else if (c == _T('\\') || c == _T('_') || c == _T('*')) {

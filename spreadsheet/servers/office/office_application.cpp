@@ -25,7 +25,7 @@ class Worksheet : public OfficeObject {
       case Operation::kCells:
         return RangeObject(place_, {0, 0, engine::kMaxRows - 1, engine::kMaxColumns - 1});
       case Operation::kUsedRange:
-        return RangeObject(place_, AskOffice([&] { return place_->sheet->UsedArea(); }));
+        return RangeObject(place_, AskOffice([&] { return UsedArea(); }));
       default:
         RaiseNoMember();
     }
@@ -40,6 +40,17 @@ class Worksheet : public OfficeObject {
   }
 
  private:
+  // With what is merged, as the engine has it and the other programs: an office counts values only.
+  Area UsedArea() const {
+    OfficeSheet& sheet = *place_->sheet;
+    Area used = sheet.UsedArea();
+    const bool one = used == Area();
+    bool any = !one || sheet.Cell(0, 0).kind != CellKind::kEmpty;
+    for (const Area& each : sheet.MergedAreas()) any = engine::TakeIntoUse(each, any, used);
+    sheet.Expect(used);
+    return used;
+  }
+
   Place place_;
 };
 

@@ -52,8 +52,12 @@ class OfficeSheet {
   virtual Text Name() = 0;
   // False where the office does not take the name; it keeps the old one.
   virtual bool Rename(const Text& name) = 0;
-  // One cell for a sheet without values.
+  // Of its values; one cell for a sheet without any.
   virtual Area UsedArea() = 0;
+  // All that are merged, in the order of their corners, rows first.
+  virtual std::vector<Area> MergedAreas() = 0;
+  // Of what follows: cells of the area are asked for, row by row. Whatever is asked then is answered.
+  virtual void Expect(const Area& area) = 0;
   virtual OfficeCell Cell(long row, long column) = 0;
   virtual OfficeFormat Format(long row, long column) = 0;
   // The area that a cell is merged into, or the cell alone.

@@ -51,6 +51,8 @@ class MemorySheet : public office::OfficeSheet {
     }
     return used;
   }
+  std::vector<office::Area> MergedAreas() override { return log_.Call(), merges; }
+  void Expect(const office::Area& /*area*/) override {}
   office::OfficeCell Cell(long row, long column) override { return log_.Call(), cells[{row, column}].cell; }
   office::OfficeFormat Format(long row, long column) override {
     return log_.Call(), cells[{row, column}].format;

@@ -142,6 +142,21 @@ TEST_F(OfficeObjects, TheLastOneShownGoesOnRunning) {
   EXPECT_EQ(RowsOf(back.GetArray())[0][0], "two");
 }
 
+TEST_F(OfficeObjects, MergedAreasAreUsed) {
+  auto& sheet = *file->sheets[0];
+  sheet.cells[{2, 1}] = {{office::CellKind::kText, 0, _T("x")}, {}};
+  sheet.merges = {{3, 1, 4, 2}, {5, 0, 5, 200}};
+  EXPECT_EQ(Load(0), 1);
+  // The one that no table has room for is left out.
+  EXPECT_EQ(RowsOf(tables.at(0)),
+            (Rows{{"", "", ""}, {"", "", ""}, {"", "x", ""}, {"", "", ""}, {"", "", ""}}));
+  // Without a value they are all there is.
+  sheet.cells.clear();
+  sheet.merges = {{3, 1, 4, 1}};
+  EXPECT_EQ(Load(0), 1);
+  EXPECT_EQ(RowsOf(tables.at(1)), (Rows{{""}, {""}}));
+}
+
 TEST_F(OfficeObjects, ValuesOfAllKindsBecomeTexts) {
   auto& cells = file->sheets[0]->cells;
   cells[{0, 0}] = {{office::CellKind::kNumber, 45358.5, {}}, {_T("YYYY-MM-DD"), true}};

@@ -43,6 +43,10 @@ bool IsPlainNumberText(std::string_view text, double& value) {
   return error == std::errc() && end == text.data() + text.size() && std::isfinite(value);
 }
 
+void Widen(Area& marked, const Area& by) {
+  marked = marked.Rows() > 0 ? Union(marked, by) : by;
+}
+
 }  // namespace
 
 void SheetPart::Start(std::string_view name, XmlAttributes attributes) {
@@ -50,6 +54,9 @@ void SheetPart::Start(std::string_view name, XmlAttributes attributes) {
     // Formulas stand in cells as well; they are passed over, as their results are there, too.
     if (name == "v") {
       in_value_ = true;
+      is_marked_ = true;
+    } else if (name == "f") {
+      is_marked_ = true;
     } else {
       inline_.Start(name);
     }
@@ -95,11 +102,17 @@ void SheetPart::StartRow(XmlAttributes attributes) {
   row_ = number.empty() ? row_ + 1 : WholeNumber(number, 0) - 1;
   column_ = -1;
   if (row_ < 0 || row_ >= kMaxRows) RefuseCell();
+  // A row's own style holds where the row says so.
+  if (!IsYes(attributes.Value("customFormat"))) return;
+  if (!IsMarkedBy(static_cast<std::size_t>(WholeNumber(attributes.Value("s"), 0)), 0)) return;
+  Widen(sheet_.marked_rows, {row_, 0, row_, 0});
 }
 
 void SheetPart::StartCell(XmlAttributes attributes) {
   ++column_;
   style_ = 0;
+  std::size_t style = 0;
+  is_marked_ = false;
   type_ = 'n';
   in_cell_ = true;
   value_.clear();
@@ -113,18 +126,29 @@ void SheetPart::StartCell(XmlAttributes attributes) {
       column_ = place->column;
     } else if (each.name == "s") {
       // A style that the file does not know is the plain one: the value counts more.
-      style_ = styles_.StyleOf(static_cast<std::size_t>(WholeNumber(each.value, 0)));
+      style = static_cast<std::size_t>(WholeNumber(each.value, 0));
+      // A style that the file does not know is the plain one: the value counts more.
+      style_ = styles_.StyleOf(style);
     } else if (each.name == "t") {
       type_ = TypeCode(each.value);
     }
   }
   if (row_ < 0 || column_ >= kMaxColumns) RefuseCell();
+  is_marked_ = IsMarkedBy(style, column_);
+}
+
+// A cell that is drawn as the whole of its column is one of a million, and not used by that.
+bool SheetPart::IsMarkedBy(std::size_t style, long column) const {
+  const StylesPart::Drawing drawing = styles_.DrawingOf(style);
+  const auto at = static_cast<std::size_t>(column);
+  return drawing.is_seen && (at >= drawn_columns_.size() || drawn_columns_[at] != drawing);
 }
 
 void SheetPart::EndCell() {
   in_cell_ = false;
   in_value_ = false;
   const bool has_value = !value_.empty() || (type_ == 'i' && !inline_.Bytes().empty());
+  if (!has_value && is_marked_) MarkCell();
   // Nothing to keep; files of some programs name every cell of their used area.
   if (!has_value && style_ == 0) return;
   if (cell_room_ == 0) Fail(_T("工作簿中的单元格太多。"));
@@ -135,6 +159,10 @@ void SheetPart::EndCell() {
   if (has_value) PutWritten(cell);
 }
 
+void SheetPart::MarkCell() {
+  Widen(sheet_.marked, {row_, column_, row_, column_});
+}
+
 void SheetPart::PutShared(Cell& cell) {
   // A wrong number here would show another cell's text: the file is refused.
   const long index = WholeNumber(Trimmed(value_), -1);
@@ -142,7 +170,8 @@ void SheetPart::PutShared(Cell& cell) {
     Fail(_T("工作簿文件已损坏：缺少单元格的文字。"));
   }
   const std::uint32_t text = shared_.Ids()[static_cast<std::size_t>(index)];
-  if (!book_.texts.At(text).empty()) cell.SetWord(CellKind::kText, text);
+  if (book_.texts.At(text).empty()) return MarkCell();
+  cell.SetWord(CellKind::kText, text);
 }
 
 void SheetPart::PutWritten(Cell& cell) {
@@ -189,6 +218,11 @@ void SheetPart::TakeColumns(XmlAttributes attributes) {
   shape.width = std::clamp(shape.width - (width.empty() ? 0 : kMargin), 0.0, kMaxSheetColumnWidth);
   shape.hidden = IsYes(attributes.Value("hidden")) || shape.width == 0;
   sheet_.columns.Set(first - 1, last - 1, shape);
+  const auto style = static_cast<std::size_t>(WholeNumber(attributes.Value("style"), 0));
+  if (!styles_.DrawingOf(style).is_seen) return;
+  const auto end = static_cast<std::size_t>(last);
+  if (drawn_columns_.size() < end) drawn_columns_.resize(end);
+  std::fill(drawn_columns_.begin() + (first - 1), drawn_columns_.begin() + last, styles_.DrawingOf(style));
 }
 
 void SheetPart::TakeMerge(XmlAttributes attributes) {

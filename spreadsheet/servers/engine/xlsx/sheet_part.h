@@ -27,6 +27,8 @@ class SheetPart : public XmlHandler {
   void StartRow(XmlAttributes attributes);
   void StartCell(XmlAttributes attributes);
   void EndCell();
+  void MarkCell();
+  bool IsMarkedBy(std::size_t style, long column) const;
   void PutWritten(Cell& cell);
   void PutShared(Cell& cell);
   void TakeColumns(XmlAttributes attributes);
@@ -38,10 +40,12 @@ class SheetPart : public XmlHandler {
   const StylesPart& styles_;
   std::size_t& cell_room_;
   std::vector<Area> merges_;
+  std::vector<StylesPart::Drawing> drawn_columns_;
 
   long row_ = -1;
   long column_ = -1;
   std::uint16_t style_ = 0;
+  bool is_marked_ = false;  // used without a value
   char type_ = 'n';  // n number, s shared, t text of a formula, i inline, b truth value, e error, d date
   bool in_data_ = false;
   bool in_cell_ = false;

@@ -83,18 +83,25 @@ std::shared_ptr<Book> ReadXlsx(File& file) {
   SharedTexts shared(book->texts);
   ReadOptional(parts, relations, "sharedStrings", shared);
   std::size_t cell_room = kMaxCells;
+  std::size_t worksheets = 0;
   for (const auto& [name, id] : listed.sheets) {
     const auto relation = relations.find(id);
-    // Chart sheets and sheets of macros are in the same list.
-    if (relation == relations.end() || relation->second.type != "worksheet") continue;
+    // Sheets of macros and of dialogs are in the same list.
+    if (relation == relations.end()) continue;
+    const bool chart = relation->second.type == "chartsheet";
+    if (!chart && relation->second.type != "worksheet") continue;
     auto sheet = std::make_shared<Sheet>();
     sheet->name = name;
-    SheetPart part(*book, *sheet, shared, styles, cell_room);
-    parts.Read(relation->second.target, part);
-    part.Finish();
+    sheet->is_chart = chart;
+    if (!chart) {
+      SheetPart part(*book, *sheet, shared, styles, cell_room);
+      parts.Read(relation->second.target, part);
+      part.Finish();
+      ++worksheets;
+    }
     book->sheets.push_back(std::move(sheet));
   }
-  if (book->sheets.empty()) Fail(_T("工作簿中没有工作表。"));
+  if (worksheets == 0) Fail(_T("工作簿中没有工作表。"));
   return book;
 }
 

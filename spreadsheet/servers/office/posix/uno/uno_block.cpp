@@ -4,53 +4,21 @@
 
 #include <com/sun/star/beans/XPropertySet.hpp>
 #include <com/sun/star/container/XIndexAccess.hpp>
-#include <com/sun/star/sheet/XCellRangeAddressable.hpp>
 #include <com/sun/star/sheet/XCellRangeData.hpp>
-#include <com/sun/star/sheet/XSheetCellCursor.hpp>
-#include <com/sun/star/sheet/XSheetCellRange.hpp>
 #include <com/sun/star/sheet/XSheetCellRanges.hpp>
 #include <com/sun/star/sheet/XUniqueCellFormatRangesSupplier.hpp>
-#include <com/sun/star/util/XMergeable.hpp>
 
+#include "spreadsheet/servers/office/posix/uno/uno_merges.h"
 #include "spreadsheet/servers/office/posix/uno/uno_text.h"
 
-// A merged area is known to the office by its corner alone, as a property of the corner's format. So the
-// corners are found among the groups of cells of one format, and each is asked how far its area reaches.
+// Values come as one table, formats by the groups of cells that share one; merged areas are found on the way.
 
 namespace lorv::office {
 namespace {
 
 namespace uno = com::sun::star::uno;
 namespace sheet = com::sun::star::sheet;
-using com::sun::star::table::CellRangeAddress;
-using com::sun::star::table::XCellRange;
 using SheetRef = uno::Reference<sheet::XSpreadsheet>;
-
-uno::Reference<XCellRange> RangeOf(const SheetRef& from, const Area& area) {
-  return from->getCellRangeByPosition(static_cast<sal_Int32>(area.left), static_cast<sal_Int32>(area.top),
-                                      static_cast<sal_Int32>(area.right),
-                                      static_cast<sal_Int32>(area.bottom));
-}
-
-Area AreaOf(const CellRangeAddress& address) {
-  return {address.StartRow, address.StartColumn, address.EndRow, address.EndColumn};
-}
-
-// Whether the first cell of a group is the corner of a merged area, and all of the group with it.
-bool IsCorner(const SheetRef& from, const CellRangeAddress& group) {
-  const uno::Reference<com::sun::star::util::XMergeable> cell(
-      from->getCellByPosition(group.StartColumn, group.StartRow), uno::UNO_QUERY_THROW);
-  return cell->getIsMerged();
-}
-
-// The smallest area around one that cuts through no merged area.
-Area WithMerges(const SheetRef& from, const Area& area) {
-  const uno::Reference<sheet::XSheetCellRange> range(RangeOf(from, area), uno::UNO_QUERY_THROW);
-  const uno::Reference<sheet::XSheetCellCursor> cursor = from->createCursorByRange(range);
-  cursor->collapseToMergedArea();
-  const uno::Reference<sheet::XCellRangeAddressable> place(cursor, uno::UNO_QUERY_THROW);
-  return AreaOf(place->getRangeAddress());
-}
 
 }  // namespace
 
@@ -77,7 +45,7 @@ void UnoBlock::TakeGroup(const SheetRef& from, const uno::Reference<sheet::XShee
   sal_Int32 key = 0;
   look->getPropertyValue(ToUno("NumberFormat")) >>= key;
   const auto addresses = group->getRangeAddresses();
-  const bool merged = addresses.getLength() > 0 && IsCorner(from, addresses[0]);
+  const bool merged = AreCorners(from, addresses);
   for (sal_Int32 at = 0; at < addresses.getLength(); ++at) {
     const Area each = AreaOf(addresses[at]);
     if (merged) TakeMerges(from, each);
@@ -95,12 +63,9 @@ void UnoBlock::PutKeys(const Area& area, sal_Int32 key) {
 }
 
 void UnoBlock::TakeMerges(const SheetRef& from, const Area& corners) {
-  for (long row = corners.top; row <= corners.bottom; ++row) {
-    for (long column = corners.left; column <= corners.right; ++column) {
-      const Area whole = WithMerges(from, {row, column, row, column});
-      if (whole.Meets(area_)) merges_.push_back(whole);
-    }
-  }
+  ForEachMerge(from, corners, [&](const Area& whole) {
+    if (whole.Meets(area_)) merges_.push_back(whole);
+  });
 }
 
 OfficeCell UnoBlock::Cell(long row, long column) const {

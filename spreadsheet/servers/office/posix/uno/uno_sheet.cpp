@@ -11,6 +11,7 @@
 #include <com/sun/star/text/XText.hpp>
 #include <com/sun/star/util/XMergeable.hpp>
 
+#include "spreadsheet/servers/office/posix/uno/uno_merges.h"
 #include "spreadsheet/servers/office/posix/uno/uno_text.h"
 
 // A sheet by the office's interfaces. Each object asked for and each question is a call to the other process,
@@ -71,12 +72,16 @@ Area UnoSheet::UsedArea() {
   return book_->connection->Call([&] { return Used(); });
 }
 
+std::vector<Area> UnoSheet::MergedAreas() {
+  return book_->connection->Call([&] { return MergesOf(sheet_); });
+}
+
 const UnoBlock& UnoSheet::BlockAt(long row, long column) {
   if (block_changes_ != book_->changes || !block_.Holds(row, column)) {
     const bool goes_on = block_changes_ == book_->changes && block_.Holds(row - 1, block_.Taken().left);
     // Who writes between two readings gets small blocks, who only reads gets large ones.
     next_rows_ = goes_on ? next_rows_ * 4 : 1;
-    if (!goes_on) used_ = Used();
+    if (!goes_on) used_ = expected_.Contains(row, column) ? expected_ : Used();
     Area area = {row, column, row, column};
     if (used_.Contains(row, column)) {
       next_rows_ = std::clamp(kBlockCells / used_.Columns(), 1L, next_rows_);

@@ -32,6 +32,8 @@ class UnoSheet : public OfficeSheet {
   Text Name() override;
   bool Rename(const Text& name) override;
   Area UsedArea() override;
+  std::vector<Area> MergedAreas() override;
+  void Expect(const Area& area) override { expected_ = area; }
   OfficeCell Cell(long row, long column) override;
   OfficeFormat Format(long row, long column) override;
   Area MergedArea(long row, long column) override;
@@ -66,6 +68,7 @@ class UnoSheet : public OfficeSheet {
   std::map<long, PropertyRef> columns_;
   UnoBlock block_;
   Area used_;
+  Area expected_;
   unsigned block_changes_ = 0;
   long next_rows_ = 1;
 };
