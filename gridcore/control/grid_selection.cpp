@@ -45,6 +45,13 @@ void CBCGPGridCtrl::InvalidateSelection() {
 
 void CBCGPGridCtrl::InvalidateItem(const CBCGPGridItem* item) {
   if (m_hWnd == nullptr || item == nullptr) return;
+  // Nearly all cells that a program sets stand above or below what is seen; the whole rectangle of one takes
+  // as long to find as its value to set.
+  const int row = merged_.IsEmpty() && item->GetOwnerList() == this ? item->GetParentRow()->GetRowId() : -1;
+  if (row >= 0) {
+    const std::int64_t top = std::int64_t{m_rectList.top} - m_nVertScrollOffset + heights_.OffsetOf(row);
+    if (top >= m_rectList.bottom || top + heights_.SizeOf(row) <= m_rectList.top) return;
+  }
   CRect rect;
   rect.IntersectRect(item->GetRect(), m_rectList);
   if (rect.IsRectEmpty() != FALSE) return;

@@ -19,6 +19,20 @@ bool IsValid(VARTYPE type) {
   return bare == VT_VARIANT && type != bare;
 }
 
+HRESULT CopyText(VARIANT& target, BSTR text) {
+  BSTR fresh = nullptr;
+  if (text != nullptr) {
+    fresh = SysAllocStringLen(text, SysStringLen(text));
+    if (fresh == nullptr) return E_OUTOFMEMORY;
+  }
+  // Last, when nothing can fail any more.
+  VariantClear(&target);
+  target = VARIANT{};
+  target.vt = VT_BSTR;
+  target.bstrVal = fresh;
+  return S_OK;
+}
+
 }  // namespace
 
 void VariantInit(VARIANT* value) {
@@ -28,10 +42,14 @@ void VariantInit(VARIANT* value) {
 HRESULT VariantClear(VARIANT* value) {
   if (value == nullptr) return E_INVALIDARG;
   if (!IsValid(value->vt)) return DISP_E_BADVARTYPE;
-  // Emptied first: what is released may lead back here.
-  const VARIANT old = std::exchange(*value, VARIANT{});
-  if (old.vt == VT_BSTR) SysFreeString(old.bstrVal);
-  if ((old.vt == VT_DISPATCH || old.vt == VT_UNKNOWN) && old.punkVal != nullptr) old.punkVal->Release();
+  // Emptied first: what is released may lead back here. Its parts are read one by one, as they were written:
+  // read as a whole a fresh value would hold the processor up until the parts have reached the cache.
+  const VARTYPE type = value->vt;
+  const BSTR text = value->bstrVal;
+  IUnknown* const object = value->punkVal;
+  *value = VARIANT{};
+  if (type == VT_BSTR) SysFreeString(text);
+  if ((type == VT_DISPATCH || type == VT_UNKNOWN) && object != nullptr) object->Release();
   return S_OK;
 }
 
@@ -40,11 +58,8 @@ HRESULT VariantCopy(VARIANT* target, const VARIANT* source) {
   if (!IsValid(source->vt)) return DISP_E_BADVARTYPE;
   // Clearing the target first would free what is to be copied.
   if (target == source) return S_OK;
-  VARIANT fresh = *source;
-  if (source->vt == VT_BSTR && source->bstrVal != nullptr) {
-    fresh.bstrVal = SysAllocStringLen(source->bstrVal, SysStringLen(source->bstrVal));
-    if (fresh.bstrVal == nullptr) return E_OUTOFMEMORY;
-  }
+  if (source->vt == VT_BSTR) return CopyText(*target, source->bstrVal);
+  const VARIANT fresh = *source;
   if ((source->vt == VT_DISPATCH || source->vt == VT_UNKNOWN) && source->punkVal != nullptr) {
     source->punkVal->AddRef();
   }
