@@ -263,7 +263,7 @@ void QtCanvas::PutText(POINT at, TextView text, COLORREF colour, const RECT* wit
   if (!drawing) return;
   drawing.UseFace(face);
   drawing.UseInk(colour);
-  QtRun* const run = cache.Run(face, text);
+  QtRun* const run = cache.Run(face, text, advance);
   // Only what is drawn a second time is shaped for keeping: a page that is scrolled through is drawn once.
   if (run != nullptr && !run->shaped && run->drawn && shapings_left_ > 0) {
     --shapings_left_;

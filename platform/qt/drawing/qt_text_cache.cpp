@@ -77,10 +77,10 @@ const QtFace& QtTextCache::Face(const LOGFONT& description) {
   return *by_description_.emplace(key, &faces_.back()).first->second;
 }
 
-QtRun* QtTextCache::Run(const QtFace& face, TextView text) {
+QtRun* QtTextCache::Run(const QtFace& face, TextView text, std::optional<int> advance) {
   return runs_.Of(face.number, text, [&] {
     QtRun run;
-    run.advance = QFontMetrics(face.font).horizontalAdvance(ToQt(text));
+    run.advance = advance ? *advance : QFontMetrics(face.font).horizontalAdvance(ToQt(text));
     return run;
   });
 }

@@ -139,6 +139,8 @@ TEST_F(QtNumberWidthsTest, SurfacesMeasureNumbersAsTheToolkitDoes) {
     CString text;
     text.Format(_T("%u.%03u"), random() % 100000, random() % 1000);
     CString shaped = text + _T("m");
+    // Drawn first or measured first, it has one width.
+    if (round % 2 == 0) canvas->Text({0, 0}, text.View(), RGB(0, 0, 0));
     // A letter behind it sends the whole text the other way.
     const LONG letter = canvas->Extent(CString(_T("m")).View()).cx;
     EXPECT_NEAR(canvas->Extent(text.View()).cx, canvas->Extent(shaped.View()).cx - letter, 1)
