@@ -12,6 +12,7 @@
 #include "spreadsheet/servers/engine/number_format_kind.h"
 #include "spreadsheet/workbook_file.h"
 #include "tests/spreadsheet/exchange_desk.h"
+#include "tests/spreadsheet/random_table.h"
 
 namespace lorv::engine {
 namespace {
@@ -484,48 +485,6 @@ TEST(MergeList, AgreesWithAPlainList) {
   }
 }
 
-// A text of any units: marks of XML, escapes, control characters, halves of pairs.
-CString RandomText(std::mt19937& random) {
-  static const char* const kPieces[] = {
-      "007",   "12.50", "-3",   "0",    "<&>\"'", "_x0041_",          "_x",
-      "\n",    "\r\n",  "\t",   " ",    "墙",     "\xF0\x9D\x84\x9E", "2024-03-07",
-      "1,000", "]]>",   "=1+1", "\x01", "\x1F"};
-  CString text;
-  for (unsigned left = random() % 4; left > 0; --left) {
-    const auto which = static_cast<unsigned>(random() % 24);
-    if (which < std::size(kPieces)) {
-      text += CString::FromUtf8(kPieces[which]);
-    } else {
-      constexpr TCHAR kOdd[] = {0xD800, 0xDC00, 0xFFFE, 0xFFFF, 0x7F};
-      text += kOdd[which % std::size(kOdd)];
-    }
-  }
-  return text;
-}
-
-// A value as tables of the suite hold them: mostly texts, and of every other type some.
-_variant_t RandomValue(std::mt19937& random) {
-  const auto whole = static_cast<long>(random() % 2000001) - 1000000;
-  switch (random() % 12) {
-    case 0:
-      return {static_cast<double>(whole) / 64};
-    case 1:
-      return {std::ldexp(static_cast<double>(whole), static_cast<int>(random() % 120) - 60)};
-    case 2:
-      return {whole};
-    case 3:
-      return {whole % 2 == 0};
-    case 4:
-      return {static_cast<double>(random() % 80000) + 0.25, VT_DATE};
-    case 5:
-      return {long{DISP_E_PARAMNOTFOUND}, VT_ERROR};
-    case 6:
-      return {};
-    default:
-      return _variant_t(RandomText(random));
-  }
-}
-
 class RoundTrip : public test::ExchangeDesk, public testing::WithParamInterface<Program> {
  protected:
   RoundTrip() : ExchangeDesk(GetParam()) {}
@@ -538,16 +497,7 @@ TEST_P(RoundTrip, WhatGoesOutComesBackByTheRulesOfCells) {
   std::mt19937 random(GetParam() == Program::kExcel ? 2024 : 4202);
   const ScopedSpreadsheet plain(engine);
   for (int round = 0; round < 120; ++round) {
-    CXArrayDBToArray table;
-    const int rows = 1 + static_cast<int>(random() % 6);
-    const int columns = 1 + static_cast<int>(random() % 4);
-    table.ReDim(rows, columns);
-    for (int row = 0; row < rows; ++row) {
-      for (int column = 0; column < columns; ++column) table.SetValue(row, column, RandomValue(random));
-    }
-    // The corners hold something, so that the used area is the table.
-    table.SetValue(0, 0, _variant_t(CString(_T('x'), round == 0 ? 32767 : 1)));
-    table.SetValue(rows - 1, columns - 1, _variant_t(_T("end")));
+    const CXArrayDBToArray table = test::RandomTable(random, round == 0 ? 32767 : 1);
     test::OpenExchange out;
     out.SetArray(table);
     ASSERT_TRUE(out.ToExcel(_T("C:\\t.xlsx"), true, false, 1, 1, false, CString(), 0, 0));
@@ -555,15 +505,7 @@ TEST_P(RoundTrip, WhatGoesOutComesBackByTheRulesOfCells) {
     std::vector<CXArrayDBToArray> tables;
     CStringArray names;
     ASSERT_EQ(in.LoadExcel2(_T("C:\\t.xlsx"), tables, names, 1), 1);
-    for (int row = 0; row < rows; ++row) {
-      for (int column = 0; column < columns; ++column) {
-        COleVariant value;
-        const CString sent = VariantToText(table.GetValue(row, column));
-        CString format = out.Str2ExcelValueStyle(sent, value);
-        const CString expected = in.ExcelCellValue2Str(value, format);
-        ASSERT_EQ(VariantToText(tables[0].GetValue(row, column)), expected) << Utf8(sent);
-      }
-    }
+    ASSERT_EQ(RowsOf(tables[0]), test::ShownRows(table));
   }
   EXPECT_TRUE(machine.dialogs.messages.empty());
 }

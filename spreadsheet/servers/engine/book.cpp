@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "framework/text/surrogates.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
 
 // The workbook behind every object of the engine and behind WorkbookFile: sheets with their cells, columns
@@ -10,21 +11,6 @@
 // programs take a file with a bad one for damaged.
 
 namespace lorv::engine {
-namespace {
-
-// A half of a pair that has no partner cannot be stored.
-bool HasLoneHalf(TextView text) {
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if ((text[i] & 0xF800) != 0xD800) continue;
-    const bool paired = (text[i] & 0x0400) == 0 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00;
-    if (!paired) return true;
-    ++i;
-  }
-  return false;
-}
-
-}  // namespace
-
 void ColumnShapes::Set(long first, long last, const ColumnShape& shape) {
   // What follows the run is asked before anything changes: the run that held it may be among those erased.
   const ColumnShape behind = At(last + 1);

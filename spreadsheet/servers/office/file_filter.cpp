@@ -11,7 +11,7 @@ namespace {
 
 constexpr FileFilter kOld = {"MS Excel 97", 65536, 256};
 constexpr FileFilter kPacked = {"Calc MS Excel 2007 XML", engine::kMaxRows, engine::kMaxColumns};
-constexpr FileFilter kOpenDocument = {"calc8", engine::kMaxRows, engine::kMaxColumns};
+constexpr FileFilter kOpenDocument = {"calc8", engine::kMaxRows, engine::kMaxColumns, false};
 
 bool EndsWith(const CString& path, TextView end) {
   const TextView text = path.View();

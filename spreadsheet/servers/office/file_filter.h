@@ -9,6 +9,7 @@ struct FileFilter {
   const char* name = nullptr;  // the office's
   long rows = 0;               // of a sheet
   long columns = 0;
+  bool keeps_controls = true;  // characters without a form in XML, and tabs at the end of a text
 };
 
 // By the end of a file's name: ".xlsx" and ".ods"; any other is written as the old programs read it (.xls).

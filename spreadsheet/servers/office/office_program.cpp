@@ -73,6 +73,8 @@ void OfficeProgram::SaveBook(OpenBook& book, const CString& file) {
   const CString folder = FolderOfPath(file);
   // The office would make it.
   if (!folder.IsEmpty() && !NativeFiles().Exists(folder)) engine::Fail(what);
+  // The office would leave them out without a word.
+  if (book.has_controls && !filter.keeps_controls) engine::Fail(_T("文字含有 .ods 文件无法保存的控制字符。"));
   AskOffice([&] { CheckFits(*book.book, filter); });
   try {
     AskOffice([&] { book.book->Save(Plain(unfinished), filter.name); }, what);

@@ -17,6 +17,7 @@ struct OpenBook {
   std::shared_ptr<OfficeBook> book;
   CString name;
   bool from_1904 = false;
+  bool has_controls = false;  // was given a text with characters that not every file keeps
 };
 using BookRef = std::shared_ptr<OpenBook>;
 

@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <cmath>
 
 #include "framework/objects/exceptions.h"
+#include "framework/text/surrogates.h"
 #include "framework/values/ole_date.h"
 #include "spreadsheet/servers/engine/cell_values.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
@@ -50,8 +52,16 @@ _variant_t ValueOf(const SheetPlace& at, long row, long column) {
   }
 }
 
+// A return before a line's end is part of that, for an office.
+bool HasControls(TextView text) {
+  return std::any_of(text.begin(), text.end(),
+                     [](TCHAR c) { return (c < _T(' ') && c != _T('\n') && c != _T('\r')) || c >= 0xFFFE; });
+}
+
 void PutText(const SheetPlace& at, long row, long column, TextView text) {
   if (text.size() > engine::kMaxCellText) engine::Fail(_T("文字超过32767个字符，无法写入单元格。"));
+  if (HasLoneHalf(text)) engine::Fail(_T("文字含有不完整的字符（单个代理项），无法写入单元格。"));
+  at.book->has_controls = at.book->has_controls || HasControls(text);
   AskOffice([&] { at.sheet->PutText(row, column, Text(text)); });
 }
 

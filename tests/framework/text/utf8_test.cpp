@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "framework/text/surrogates.h"
 #include "framework/text/utf8_bytes.h"
 #include "tests/support/print.h"
 
@@ -66,6 +67,17 @@ TEST(Utf8, MarkOfByteOrderIsACharacter) {
   EXPECT_EQ(Units("\xEF\xBB\xBF"
                   "a"),
             "FEFF 0061 ");
+}
+
+TEST(HasLoneHalf, HalvesWithoutTheirOtherHalf) {
+  EXPECT_FALSE(HasLoneHalf(_T("a")));
+  const TCHAR units[] = {0xD834, 0xDD1E, 0xD834, 0xD834, 0xDD1E};
+  using View = std::basic_string_view<TCHAR>;
+  EXPECT_FALSE(HasLoneHalf(View(units, 2)));
+  EXPECT_TRUE(HasLoneHalf(View(units, 1)));
+  EXPECT_TRUE(HasLoneHalf(View(units + 1, 1)));
+  EXPECT_TRUE(HasLoneHalf(View(units, 5)));
+  EXPECT_FALSE(HasLoneHalf({}));
 }
 
 TEST(Utf8, LoneSurrogatesGoOutAsMarks) {

@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <map>
 
+#include "framework/text/surrogates.h"
 #include "spreadsheet/servers/office/office_library.h"
 #include "tests/spreadsheet/office/lent_office.h"
 #include "tests/spreadsheet/office/office_desk.h"
+#include "tests/spreadsheet/random_table.h"
 
 // Workbooks of real users, from beside the project: every cell, merged area and sheet name by the engine as
 // by a real office, one for all files.
@@ -195,6 +197,69 @@ TEST_F(OfficeData, OneTableInBothKindsOfFiles) {
   EXPECT_EQ(Differences(ByOffice(*in / "cn_formats.xls"), ByOffice(*in / "cn_formats.xlsx")),
             (Texts{"Sheet1 3,5: ¥1.11 / ￥1.11", "Sheet1 3,6: ¥1.11 / ￥1.11", "Sheet1 4,5: ¥1 / ￥1",
                    "Sheet1 4,6: ¥1 / ￥1"}));
+}
+
+bool IsControl(TCHAR c) {
+  return (c < _T(' ') && c != _T('\n') && c != _T('\r')) || c >= 0xFFFE;
+}
+
+// Half characters cannot be told to an office, and an .ods file has no controls. Takes the texts that are
+// refused out of a table; whether there were any.
+bool TakeRefused(CXArrayDBToArray& table, bool is_ods) {
+  bool any = false;
+  for (int row = 0; row < table.GetRowCount(); ++row) {
+    for (int column = 0; column < table.GetColCount(); ++column) {
+      const CString text = VariantToText(table.GetValue(row, column));
+      const bool controls = std::any_of(text.View().begin(), text.View().end(), IsControl);
+      if (!HasLoneHalf(text.View()) && !(is_ods && controls)) continue;
+      any = true;
+      table.SetValue(row, column, _variant_t(_T("taken")));
+    }
+  }
+  return any;
+}
+
+// In cells of an office lines end with a line feed alone.
+Rows WithPlainLines(Rows rows) {
+  for (auto& row : rows) {
+    for (auto& text : row) {
+      for (std::size_t at = 0; (at = text.find("\r\n", at)) != std::string::npos;) text.erase(at, 1);
+    }
+  }
+  return rows;
+}
+
+// Every table is sent as it is, and where that is refused once more without what was: nothing is lost without
+// a word.
+TEST_F(OfficeData, RandomTablesComeBack) {
+  std::mt19937 random(7121);
+  const ScopedSpreadsheet scope(lent);
+  const char* const files[] = {"t.xlsx", "t.xls", "t.ods"};
+  int refused = 0;
+  for (int round = 0; round < 30; ++round) {
+    const char* const name = files[round % 3];
+    CXArrayDBToArray table = test::RandomTable(random, round < 3 ? 32767 : 1);
+    test::OpenExchange out;
+    out.SetArray(table);
+    const auto save = [&] { return out.ToExcel(PathOf(name), true, false, 1, 1, false, CString(), 0, 0); };
+    if (TakeRefused(table, round % 3 == 2)) {
+      machine.dialogs.messages.clear();
+      EXPECT_FALSE(save()) << name;
+      EXPECT_EQ(Messages().size(), 1U) << name;
+      EXPECT_NE(Messages().at(0).find("字符"), std::string::npos) << Messages().at(0);
+      machine.dialogs.messages.clear();
+      out.SetArray(table);
+      ++refused;
+    }
+    EXPECT_TRUE(save()) << name;
+    EXPECT_EQ(
+        Differences(ByOffice(folder.Path() / name).sheets.at(0), WithPlainLines(test::ShownRows(table))),
+        Texts{})
+        << name << round;
+    EXPECT_EQ(Messages(), Texts{});
+  }
+  EXPECT_GT(refused, 5);
+  EXPECT_LT(refused, 40);
 }
 
 TEST_F(OfficeData, DamagedFilesAreToldOf) {

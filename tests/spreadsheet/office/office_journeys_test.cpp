@@ -9,6 +9,7 @@
 #include "spreadsheet/automation/automation_family.h"
 #include "spreadsheet/servers/native_spreadsheet.h"
 #include "spreadsheet/servers/office/office_library.h"
+#include "spreadsheet/servers/office/posix/uno/office_sockets.h"
 #include "tests/spreadsheet/office/office_desk.h"
 
 // Whole exchanges with a real office.
@@ -263,6 +264,19 @@ TEST_F(OfficeJourneys, NothingIsLeftBehind) {
   system.EndAll();
   EXPECT_EQ(OwnOffice(), 0);
   EXPECT_EQ(count(), before);
+}
+
+TEST_F(OfficeJourneys, AKilledOfficeLeavesNoPipes) {
+  auto bridge = office::StartOffice();
+  const auto id = static_cast<pid_t>(bridge->ProcessId());
+  const auto pipes = office::SocketFilesOf(id);
+  // One for this process, one for other starts of the same office.
+  EXPECT_EQ(pipes.size(), 2U);
+  EXPECT_TRUE(std::all_of(pipes.begin(), pipes.end(), [](const auto& file) { return fs::exists(file); }));
+  kill(id, SIGKILL);
+  bridge.reset();
+  EXPECT_TRUE(std::none_of(pipes.begin(), pipes.end(), [](const auto& file) { return fs::exists(file); }));
+  EXPECT_TRUE(office::SocketFilesOf(id).empty());
 }
 
 TEST_F(OfficeJourneys, TheEnvironmentChoosesIt) {

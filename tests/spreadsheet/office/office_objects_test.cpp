@@ -192,6 +192,24 @@ TEST_F(OfficeObjects, ValuesOfOtherTypesArePut) {
   EXPECT_TRUE(IsRefused([&] { family.PutValue(family.Item(cells, 1, 3), _variant_t(longer)); }));
 }
 
+TEST_F(OfficeObjects, WhatNoFileKeepsIsRefused) {
+  const auto save = [&](const CString& text, const char* name) {
+    CXArrayDBToArray table;
+    table.ReDim(1, 1);
+    table.SetValue(0, 0, _variant_t(text));
+    exchange.SetArray(table);
+    machine.dialogs.messages.clear();
+    return exchange.ToExcel(PathOf(name), true, false, 1, 1, false, CString(), 0, 0);
+  };
+  EXPECT_FALSE(save(CString(TCHAR{0xD800}), "a.xlsx"));
+  EXPECT_EQ(Messages(), Texts{"文字含有不完整的字符（单个代理项），无法写入单元格。"});
+  EXPECT_TRUE(save(_T("\x01"), "a.xlsx"));
+  EXPECT_FALSE(save(_T("\x01"), "a.ods"));
+  EXPECT_EQ(Messages(), Texts{"文字含有 .ods 文件无法保存的控制字符。"});
+  EXPECT_TRUE(save(_T("a\r\nb"), "a.ods"));
+  EXPECT_EQ(Messages(), Texts{});
+}
+
 TEST_F(OfficeObjects, RangesAreAskedAsThePrograms) {
   const AutoRef sheet = NewSheet();
   const AutoRef cells = family.Cells(sheet);

@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+#include "spreadsheet/servers/office/posix/uno/office_sockets.h"
+
 // The office as a child process. Between fork and exec only calls are made that a process with several
 // threads may make there, so all texts are put together before.
 
@@ -83,12 +85,12 @@ OfficeProcess::~OfficeProcess() {
   WaitForEnd(std::chrono::seconds(10));
   std::error_code ignored;
   std::filesystem::remove_all(folder_, ignored);
-  // One that was killed leaves the file of its pipe.
-  const std::string user = std::to_string(getuid());
-  for (const char* place : {"/tmp", "/var/tmp"}) {
-    std::filesystem::remove(std::string(place) + "/OSL_PIPE_" + pipe_, ignored);
-    std::filesystem::remove(std::string(place) + "/OSL_PIPE_" + user + "_" + pipe_, ignored);
-  }
+  // One that was killed leaves the files of its pipes.
+  for (const std::string& file : sockets_) std::filesystem::remove(file, ignored);
+}
+
+void OfficeProcess::NoteSockets() {
+  sockets_ = SocketFilesOf(id_);
 }
 
 void OfficeProcess::Start() {

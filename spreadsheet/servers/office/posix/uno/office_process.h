@@ -6,6 +6,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace lorv::office {
 
@@ -27,6 +28,8 @@ class OfficeProcess {
   std::optional<int> Ended();
   bool WaitForEnd(std::chrono::milliseconds limit);
   void Kill();
+  // Once it answers: what it would leave behind if it were killed is known from then on.
+  void NoteSockets();
   const std::string& PipeName() const { return pipe_; }
   pid_t Id() const { return id_; }
 
@@ -34,6 +37,7 @@ class OfficeProcess {
   std::string program_;
   std::string folder_;
   std::string pipe_;
+  std::vector<std::string> sockets_;
   std::mutex lock_;
   pid_t id_ = -1;
   std::optional<int> status_;

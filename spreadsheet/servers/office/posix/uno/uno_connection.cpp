@@ -93,6 +93,7 @@ void UnoConnection::Connect(std::chrono::steady_clock::time_point end) {
     }
     std::this_thread::sleep_for(kBetweenTries);
   }
+  process_.NoteSockets();
 }
 
 bool UnoConnection::Answers() {

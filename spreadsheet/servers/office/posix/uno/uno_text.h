@@ -6,12 +6,15 @@
 #include <com/sun/star/uno/Sequence.hxx>
 #include <initializer_list>
 
+#include "framework/text/surrogates.h"
 #include "spreadsheet/servers/office/office_port.h"
 
 // Texts and lists between the two libraries: both hold 16-bit units.
 namespace lorv::office {
 
+// A text that has no form between processes would end the office: it is a fault of its own.
 inline rtl::OUString ToUno(const Text& text) {
+  if (HasLoneHalf(text)) throw OfficeFault{false, Text(_T("half a character"))};
   return {reinterpret_cast<const sal_Unicode*>(text.data()), static_cast<sal_Int32>(text.size())};
 }
 
