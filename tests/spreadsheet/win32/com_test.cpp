@@ -1,12 +1,15 @@
 #include <gtest/gtest.h>
 #include <objbase.h>
 
+#include <thread>
+
 #include "framework/objects/exceptions.h"
 #include "spreadsheet/servers/com/win32/com_object.h"
 #include "spreadsheet/servers/com/win32/com_system.h"
 #include "spreadsheet/servers/engine/cell_values.h"
 #include "tests/spreadsheet/exchange_desk.h"
 #include "tests/spreadsheet/win32/com_server.h"
+#include "tests/spreadsheet/win32/other_program.h"
 
 // The exchange by way of the system's own automation, with the engine as the program at its other end.
 
@@ -16,6 +19,7 @@ namespace {
 using test::ComProgram;
 using test::Dispatched;
 using test::OpenExchange;
+using test::OtherProgram;
 using test::RowsOf;
 using test::RunningEntry;
 using test::TextTable;
@@ -27,6 +31,8 @@ class ChoosingSystem : public com::ComSystem {
  public:
   int choice = 0;
   Texts offered;
+  // A thousand rounds are long enough without it.
+  void Sleep(unsigned /*milliseconds*/) override {}
   int ChooseName(const CStringArray& names) override {
     for (int i = 0; i < names.GetSize(); ++i) offered.push_back(Utf8(names.GetAt(i)));
     return choice;
@@ -167,6 +173,62 @@ TEST_F(Com, AProgramThatHasGoneIsToldByItsCode) {
   OpenExchange in;
   EXPECT_FALSE(in.FromExcel());
   EXPECT_EQ(Messages(), Texts{"COleException. SCODE: 800706ba."});
+}
+
+TEST_F(Com, AProgramOfAnotherProcessIsRead) {
+  OtherProgram program("Excel", "C:\\other.xlsx");
+  ASSERT_TRUE(program.Runs());
+  OpenExchange in;
+  EXPECT_TRUE(in.FromExcel());
+  EXPECT_EQ(RowsOf(in.GetArray()), (Rows{{"Excel", "1.5"}, {"x", "2"}}));
+  AutoRef found;
+  EXPECT_EQ(FindRunningWorkbook(found, _T("other.xlsx")), CONNECT_EXCEL);
+  found.reset();
+  // Closed by its user there is none.
+  program.End();
+  EXPECT_FALSE(in.FromExcel());
+  EXPECT_EQ(Messages(), Texts{"没有打开 excel 程序!"});
+}
+
+TEST_F(Com, OfTwoProgramsOfOtherProcessesTheUserChooses) {
+  const OtherProgram excel("Excel", "C:\\one.xlsx");
+  const OtherProgram et("Et", "C:\\two.et");
+  ASSERT_TRUE(excel.Runs() && et.Runs());
+  AutoRef found;
+  EXPECT_EQ(FindRunningWorkbook(found, _T("two.et")), CONNECT_ET);
+  EXPECT_TRUE(system.offered.empty());
+  system.choice = 1;
+  EXPECT_EQ(FindRunningWorkbook(found, _T("C:\\none.xlsx")), CONNECT_ET);
+  EXPECT_EQ(system.offered, (Texts{"C:\\one.xlsx", "C:\\two.et"}));
+  const AutomationFamily family(Program::kEt);
+  const AutoRef cells = family.Cells(family.Sheet(family.Worksheets(found), 1));
+  EXPECT_EQ(Utf8(VariantToText(family.Value(family.Item(cells, 1, 1)))), "Et");
+}
+
+TEST_F(Com, AProgramOfAnotherProcessDiesInTheMiddle) {
+  const OtherProgram program("Excel", "C:\\dies.xlsx", "dies 20");
+  ASSERT_TRUE(program.Runs());
+  OpenExchange in;
+  EXPECT_FALSE(in.FromExcel());
+  ASSERT_EQ(Messages().size(), 1U);
+  EXPECT_EQ(Messages()[0].find("COleException. SCODE: 80"), 0U) << Messages()[0];
+  // What it has left in the table answers no more.
+  EXPECT_FALSE(in.FromExcel());
+  EXPECT_EQ(Messages().back(), "没有打开 excel 程序!");
+}
+
+TEST_F(Com, AHungProgramOfAnotherProcessIsEndedByItsUser) {
+  const OtherProgram program("Et", "C:\\hangs.et", "hangs 20");
+  ASSERT_TRUE(program.Runs());
+  std::thread user([&] {
+    ::Sleep(3000);
+    program.Kill();
+  });
+  OpenExchange in;
+  EXPECT_FALSE(in.FromExcel());
+  user.join();
+  ASSERT_EQ(Messages().size(), 1U);
+  EXPECT_EQ(Messages()[0].find("COleException. SCODE: 80"), 0U) << Messages()[0];
 }
 
 TEST_F(Com, SmallOperationsOfTheSystem) {
