@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <ostream>
+#include <string_view>
 #include <vector>
 
 #include "framework/values/variant_text.h"
@@ -66,10 +68,18 @@ class KeptMessages : public Dialogs {
   CString text;
 };
 
-// The exchange without a program, for a scope. Its boxes would wait for somebody who is not there.
+// The engine, whatever programs there are, unless the user asks for an office by name: it reads what the
+// engine does not.
+SpreadsheetSystem& SheetServer() {
+  const char* const named = std::getenv("COMM_LORV_SPREADSHEET");
+  return named != nullptr && std::string_view(named) == "office" ? OfficeSpreadsheet() : EngineSpreadsheet();
+}
+
+// The exchange without a program of the user's, for a scope. Its boxes would wait for somebody who is not
+// there.
 class FileExchange {
  public:
-  FileExchange() : dialogs_scope_(Ports()), engine_scope_(EngineSpreadsheet()) {}
+  FileExchange() : dialogs_scope_(Ports()), server_scope_(SheetServer()) {}
 
   const CString& Told() const { return messages_.text; }
   CAdExcel2GridEx exchange;
@@ -83,7 +93,7 @@ class FileExchange {
 
   KeptMessages messages_;
   ScopedPlatform dialogs_scope_;
-  ScopedSpreadsheet engine_scope_;
+  ScopedSpreadsheet server_scope_;
 };
 
 struct Sheets {
