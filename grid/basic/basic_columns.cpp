@@ -4,6 +4,7 @@
 
 #include "grid/basic/basic_grid.h"
 #include "grid/columns/column_texts.h"
+#include "gridcore/geometry/line_span.h"
 
 // Columns of the suite's grid: declared and kept as texts, and closed up in the rows when one goes.
 
@@ -122,4 +123,14 @@ CBCGPGridHeaderItem* CBCGPBasicGridCtrl::AddHeaderItem(const CArray<int, int>* c
                                                        int flag) {
   return multi_line_header_ ? columns_info_.AddHeaderItem(columns, lines, parent, text, align, flag)
                             : nullptr;
+}
+
+void CBCGPBasicGridCtrl::OnColumnMoved(int from, int to) {
+  click_mask_.Move(from, to);
+  for (UINT& column : no_shortcut_)
+    column = static_cast<UINT>(lorv::LineAfterMove(static_cast<int>(column), from, to));
+  if (best_fit_column_ >= 0)
+    best_fit_column_ = static_cast<short>(lorv::LineAfterMove(best_fit_column_, from, to));
+  tip_cell_.SetNull();
+  MoveLanguages(from, to);
 }

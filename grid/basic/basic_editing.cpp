@@ -6,6 +6,7 @@
 #include "grid/editing/option_menu.h"
 #include "grid/items/presentation_item.h"
 #include "gridcore/control/grid_composition.h"
+#include "gridcore/geometry/line_span.h"
 
 // The keyboard of the suite's grid: keys that stand for others, editing that walks on from cell to cell, the
 // input language of each cell, and long lists of options as menus.
@@ -88,6 +89,20 @@ BOOL CBCGPBasicGridCtrl::EndEditItem(BOOL update) {
   if (item != nullptr && item->IsInPlaceEditing() != FALSE)
     languages_.SetAt(LanguageKey(item->GetGridItemID()), lorv::DesktopInForce().Layout());
   return CBCGPGridCtrl::EndEditItem(update);
+}
+
+void CBCGPBasicGridCtrl::MoveLanguages(int from, int to) {
+  constexpr long long kColumnBits = 0xFFFFFFFF;
+  std::vector<std::pair<long long, HKL>> moved;
+  for (POSITION at = languages_.GetStartPosition(); at != nullptr;) {
+    std::pair<long long, HKL> one;
+    languages_.GetNextAssoc(at, one.first, one.second);
+    const int column = lorv::LineAfterMove(static_cast<int>(one.first & kColumnBits), from, to);
+    one.first = (one.first & ~kColumnBits) | column;
+    moved.push_back(one);
+  }
+  languages_.RemoveAll();
+  for (const auto& [key, layout] : moved) languages_.SetAt(key, layout);
 }
 
 void CBCGPBasicGridCtrl::OnEndInplaceEdit(CBCGPGridItem* item) {

@@ -206,6 +206,7 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   void OnResizeColumns() override;
   void TrackToolTip(CPoint point) override;
   void CancelGestures() override;
+  void OnColumnMoved(int from, int to) override;
   bool InGesture() const override { return DragsRowOrFill() || CBCGPGridCtrl::InGesture(); }
 
   int OnCreate(LPCREATESTRUCT request);
@@ -230,6 +231,7 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   void MoveTo(int row);
   void AddCellsForColumn(const CRuntimeClass* item_class);
   void CloseUpCells(CBCGPGridRow& row, int column);
+  void MoveLanguages(int from, int to);
   void KeepSelectionOverLayout();
   bool IsCanShortCutCol(int column, bool current_only) const;
   void CopyFromAbove(UINT key);

@@ -21,7 +21,8 @@ void CBCGPBasicGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
 }
 
 void CBCGPBasicGridCtrl::OnLButtonUp(UINT flags, CPoint point) {
-  if (!CanMouseClick(point)) {
+  const bool drags_column = DragsColumn();
+  if (!drags_column && !CanMouseClick(point)) {
     // Nothing follows a mouse whose button is up.
     CancelGestures();
     return;
@@ -30,7 +31,7 @@ void CBCGPBasicGridCtrl::OnLButtonUp(UINT flags, CPoint point) {
   const bool tracked = m_bTracking;
   const auto life = Watch();
   CBCGPGridCtrl::OnLButtonUp(flags, point);
-  if (life.expired()) return;
+  if (life.expired() || drags_column) return;
   if (tracked) {
     DealWithTrackBestFitCol(false);
     if (life.expired()) return;

@@ -122,6 +122,7 @@ class COMM_LORV_API CBcgTrueDbGridCtrl : public CBCGPBasicGridCtrl {
   void OnSelChanged(const CBCGPGridRange& range, BOOL selected) override;
   BOOL SetHeaderItemWidth(int column, int width) override;
   void TrackToolTip(CPoint point) override;
+  void OnColumnMoved(int from, int to) override;
 
   void OnLButtonDown(UINT flags, CPoint point);
   void OnRButtonDown(UINT flags, CPoint point);

@@ -38,7 +38,7 @@ void CBcgTrueDbGridCtrl::TakeRecords(CERecordset& records, int fields) {
     const int row = AddRow(TRUE);
     first = false;
     for (int field = 0; field < fields && !life.expired(); ++field)
-      SetValue(row, field, records.GetFieldValue(field), TRUE);
+      SetValue(row, GetColumnsInfo().FindUnmovedColumn(field), records.GetFieldValue(field), TRUE);
     if (life.expired()) return;
   }
   AdjustLayout();

@@ -3,6 +3,7 @@
 
 #include "grid/bridge/true_db_grid.h"
 #include "grid/events/event_input.h"
+#include "gridcore/geometry/line_span.h"
 #include "tables/value_compare.h"
 
 // The methods of the control over the grid's rows: sizes, bookmarks, searches and states of cells.
@@ -167,4 +168,10 @@ void CBcgTrueDbGridCtrl::Change(int row) {
 bool CBcgTrueDbGridCtrl::IsDelete(int row) const {
   long flags = 0;
   return RowFlags(row, flags) && (flags & lorv::kRowDeleted) != 0;
+}
+
+void CBcgTrueDbGridCtrl::OnColumnMoved(int from, int to) {
+  CBCGPBasicGridCtrl::OnColumnMoved(from, to);
+  current_column_seen_ = lorv::LineAfterMove(current_column_seen_, from, to);
+  fetch_columns_.Move(from, to);
 }

@@ -124,8 +124,13 @@ bool GridHistory::Records(const CBCGPGridItem& item, ChangeBy by) const {
 }
 
 template <class Note>
-void GridHistory::Record(Note note) {
+void GridHistory::Record(Note note, bool of_columns) {
   if (spoiled_) return;
+  // Notes name cells by the numbers of one order of columns.
+  if (open_ != nullptr && !open_->IsEmpty() && open_->MovesColumns() != of_columns) {
+    OnTableReplaced();
+    return;
+  }
   try {
     if (open_ == nullptr) open_ = std::make_unique<RecordedStep>();
     note(*open_);
@@ -176,6 +181,10 @@ void GridHistory::OnRowsMoving(RowArrangement& now) {
 
 void GridHistory::OnMergesChanging(const std::vector<CBCGPGridRange>& now) {
   if (applying_ == nullptr) Record([&](RecordedStep& step) { step.NoteMerged(now); });
+}
+
+void GridHistory::OnColumnMoving(int from, int to) {
+  if (applying_ == nullptr) Record([=](RecordedStep& step) { step.NoteColumn(from, to); }, true);
 }
 
 void GridHistory::OnTableReplaced() {

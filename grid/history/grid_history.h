@@ -88,13 +88,14 @@ class COMM_LORV_API GridHistory : private GridObserver {
   void OnRowRemoved(const RowPlace& place, std::unique_ptr<CBCGPGridRow>& row) override;
   void OnRowsMoving(RowArrangement& now) override;
   void OnMergesChanging(const std::vector<CBCGPGridRange>& now) override;
+  void OnColumnMoving(int from, int to) override;
   void OnTableReplaced() override;
   void OnGridGone() override;
 
   bool IsIdle() const { return grid_ != nullptr && applying_ == nullptr && subjects_.empty() && asked_ == 0; }
   bool Records(const CBCGPGridItem& item, ChangeBy by) const;
   template <class Note>
-  void Record(Note note);
+  void Record(Note note, bool of_columns = false);
   void CloseIfDone();
   void Keep();
   void Trim();

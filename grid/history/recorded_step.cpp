@@ -125,6 +125,19 @@ void RecordedStep::NoteMerged(const std::vector<CBCGPGridRange>& now) {
   bytes_ += now.size() * sizeof(CBCGPGridRange);
 }
 
+void RecordedStep::NoteColumn(int from, int to) {
+  // Moved back, it was not moved.
+  if (!turns_.empty() && turns_.back().from == to && turns_.back().to == from) {
+    turns_.pop_back();
+    return;
+  }
+  Turn turn;
+  turn.from = from;
+  turn.to = to;
+  turns_.push_back(std::move(turn));
+  bytes_ += sizeof(Turn);
+}
+
 void RecordedStep::TakeFormer(_variant_t& before) {
   // The first is what the cell had; a cell that changes its kind on the way has others in between.
   if (!former_.has_value()) former_ = std::move(before);
@@ -138,6 +151,8 @@ bool RecordedStep::TakeRow(const RowPlace& place, std::unique_ptr<CBCGPGridRow>&
 }
 
 bool RecordedStep::ApplyTurn(GridRestore& restore, Turn& turn, bool back) {
+  if (turn.from >= 0)
+    return back ? restore.MoveColumn(turn.to, turn.from) : restore.MoveColumn(turn.from, turn.to);
   if (turn.order != nullptr) {
     RowArrangement now = restore.Arrangement();
     if (!restore.Arrange(*turn.order)) return false;

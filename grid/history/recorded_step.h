@@ -39,6 +39,8 @@ class RecordedStep {
   void NoteRemoved(const RowPlace& place, std::unique_ptr<CBCGPGridRow>& row);
   void NoteMoving(RowArrangement& now);
   void NoteMerged(const std::vector<CBCGPGridRange>& now);
+  void NoteColumn(int from, int to);
+  bool MovesColumns() const { return !turns_.empty() && turns_.front().from >= 0; }
 
   // Takes the step back, or makes it again. False: the table does not fit the notes, or is gone. What a
   // cell raises while its value is set is raised at the end, when all others have theirs.
@@ -62,13 +64,15 @@ class RecordedStep {
     int column;
     ItemLooks other;
   };
-  // A row that came or went, or another order of all.
+  // A row that came or went, another order of all, or a column that was moved.
   struct Turn {
     CBCGPGridRow* row = nullptr;
     bool inserted = false;
     RowPlace place;                       // of a row that is out
     std::unique_ptr<CBCGPGridRow> owned;  // while it is out
     std::unique_ptr<RowArrangement> order;
+    int from = -1;  // a column that was moved
+    int to = -1;
   };
 
   bool KeepsRows() const;

@@ -53,10 +53,10 @@ void GridZoom::ZoomColumns(int percent) {
     const bool hidden = info.GetColumnVisible(column) == FALSE;
     // A hidden column has no width while it is hidden.
     if (hidden) info.SetColumnVisible(column, TRUE);
-    const int width =
-        Rescaled(columns_[static_cast<std::size_t>(column)], info.GetColumnWidth(column), percent);
-    info.SetColumnWidth(column, width);
-    columns_[static_cast<std::size_t>(column)].shown = info.GetColumnWidth(column);
+    // A column that was moved has its size at 100 % all the same.
+    Size& size = columns_[static_cast<std::size_t>(info.GetUnmovedColumn(column))];
+    info.SetColumnWidth(column, Rescaled(size, info.GetColumnWidth(column), percent));
+    size.shown = info.GetColumnWidth(column);
     if (hidden) info.SetColumnVisible(column, FALSE);
   }
 }

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <numeric>
+
+#include "gridcore/geometry/moved_element.h"
 
 // Columns stand in a plain list; their places on the screen in LineSizes, which finds the column under the
 // mouse among ten thousand as quickly as among ten.
@@ -37,6 +40,7 @@ BOOL CBCGPGridColumnsInfo::InsertColumn(int column, LPCTSTR name, int width, int
   fresh.align = align;
   columns_.insert(columns_.begin() + column, fresh);
   widths_.Insert(column, 1, fresh.width);
+  UnmovedInserted(column);
   ColumnsMoved(column, 1);
   return TRUE;
 }
@@ -51,12 +55,58 @@ BOOL CBCGPGridColumnsInfo::DeleteColumn(int column) {
   if (!HasColumn(column)) return FALSE;
   columns_.erase(columns_.begin() + column);
   widths_.Remove(column, 1);
+  UnmovedDeleted(column);
   ColumnsMoved(column, -1);
   return TRUE;
 }
 
 void CBCGPGridColumnsInfo::DeleteAllColumns() {
   while (GetColumnCount() > 0) CBCGPGridColumnsInfo::DeleteColumn(GetColumnCount() - 1);
+}
+
+BOOL CBCGPGridColumnsInfo::MoveColumn(int column, int to) {
+  if (!CanMoveColumn(column, to)) return FALSE;
+  if (column == to) return TRUE;
+  if (unmoved_.empty()) {
+    unmoved_.resize(columns_.size());
+    std::iota(unmoved_.begin(), unmoved_.end(), 0);
+  }
+  lorv::MoveElement(columns_, column, to);
+  lorv::MoveElement(unmoved_, column, to);
+  widths_.Remove(column, 1);
+  widths_.Insert(to, 1, GetColumnWidth(to));
+  if (std::is_sorted(unmoved_.begin(), unmoved_.end())) unmoved_.clear();
+  ColumnMoved(column, to);
+  return TRUE;
+}
+
+int CBCGPGridColumnsInfo::GetUnmovedColumn(int column) const {
+  if (!HasColumn(column)) return -1;
+  return unmoved_.empty() ? column : unmoved_[static_cast<std::size_t>(column)];
+}
+
+int CBCGPGridColumnsInfo::FindUnmovedColumn(int number) const {
+  if (!HasColumn(number) || unmoved_.empty()) return HasColumn(number) ? number : -1;
+  return static_cast<int>(std::find(unmoved_.begin(), unmoved_.end(), number) - unmoved_.begin());
+}
+
+// A column that comes stands in front of the same neighbour in both orders.
+void CBCGPGridColumnsInfo::UnmovedInserted(int column) {
+  if (unmoved_.empty()) return;
+  const auto place = unmoved_.begin() + column;
+  const int number = place == unmoved_.end() ? static_cast<int>(unmoved_.size()) : *place;
+  for (int& other : unmoved_)
+    if (other >= number) ++other;
+  unmoved_.insert(unmoved_.begin() + column, number);
+}
+
+void CBCGPGridColumnsInfo::UnmovedDeleted(int column) {
+  if (unmoved_.empty()) return;
+  const int number = unmoved_[static_cast<std::size_t>(column)];
+  unmoved_.erase(unmoved_.begin() + column);
+  for (int& other : unmoved_)
+    if (other > number) --other;
+  if (std::is_sorted(unmoved_.begin(), unmoved_.end())) unmoved_.clear();
 }
 
 CString CBCGPGridColumnsInfo::GetColumnName(int column) const {

@@ -40,6 +40,16 @@ class COMM_LORV_API CBCGPGridColumnsInfo : public CObject {
   virtual BOOL DeleteColumn(int column);
   virtual void DeleteAllColumns();
 
+  // The column has that number afterwards, and those in between close up; FALSE, and nothing changes, where
+  // one of the numbers is none or CanMoveColumn says no.
+  BOOL MoveColumn(int column, int to);
+  virtual bool CanMoveColumn(int column, int to) const { return HasColumn(column) && HasColumn(to); }
+  // The number that the column would have if none had been moved, and where the one of such a number stands
+  // now; -1: there is none.
+  int GetUnmovedColumn(int column) const;
+  int FindUnmovedColumn(int number) const;
+  bool AreColumnsMoved() const { return !unmoved_.empty(); }
+
   CString GetColumnName(int column) const;
   void SetColumnName(int column, LPCTSTR name);
   int GetColumnAlign(int column) const;  // -1 for a column that does not exist, too
@@ -81,6 +91,8 @@ class COMM_LORV_API CBCGPGridColumnsInfo : public CObject {
  protected:
   // Columns went in or out: what belongs to columns by number goes with them.
   virtual void ColumnsMoved(int column, int count);
+  // One stands at another number.
+  virtual void ColumnMoved(int /*from*/, int /*to*/) {}
 
  private:
   struct Column {
@@ -100,7 +112,10 @@ class COMM_LORV_API CBCGPGridColumnsInfo : public CObject {
   Column* Find(int column);
   void Place(int column);
   void Share(const std::vector<int>& sharing, int room);
+  void UnmovedInserted(int column);
+  void UnmovedDeleted(int column);
 
   std::vector<Column> columns_;
-  lorv::LineSizes widths_;  // of what is visible
+  lorv::LineSizes widths_;    // of what is visible
+  std::vector<int> unmoved_;  // by column; empty while each stands where it would
 };

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "gridcore/geometry/line_span.h"
+
 // Header cells hold the numbers of their columns; so they follow when columns come and go, and are placed
 // anew whenever the columns are.
 
@@ -89,4 +91,18 @@ void CBCGPGridColumnsInfoEx::ColumnsMoved(int column, int count) {
   for (const auto& item : items_)
     if (item->parent != nullptr && orphaned(item->parent)) item->parent = nullptr;
   std::erase_if(items_, [&](const auto& item) { return orphaned(item.get()); });
+}
+
+bool CBCGPGridColumnsInfoEx::CanMoveColumn(int column, int to) const {
+  if (!CBCGPGridColumnsInfo::CanMoveColumn(column, to)) return false;
+  return std::all_of(items_.begin(), items_.end(), [=](const auto& item) {
+    const lorv::LineSpan span{item->columns.front(), item->columns.back()};
+    if (span.first == span.last) return true;
+    return (column < span.first || column > span.last) && lorv::SpansAfterMove(span, column, to).size() == 1;
+  });
+}
+
+void CBCGPGridColumnsInfoEx::ColumnMoved(int from, int to) {
+  for (const auto& item : items_)
+    for (int& number : item->columns) number = lorv::LineAfterMove(number, from, to);
 }

@@ -46,9 +46,12 @@ class COMM_LORV_API CBCGPGridColumnsInfoEx : public CBCGPGridColumnsInfo {
   bool GetOwnHeaderLines(int column, int& first, int& last) const;
   // Gives all cells their places again, for lines of that height.
   void ReposHeaderItems(int line_height);
+  // No cell of the header that stands over several columns is torn, or gets another column into it.
+  bool CanMoveColumn(int column, int to) const override;
 
  protected:
   void ColumnsMoved(int column, int count) override;
+  void ColumnMoved(int from, int to) override;
 
  private:
   int lines_ = 1;

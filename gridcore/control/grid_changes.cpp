@@ -99,8 +99,8 @@ lorv::RowArrangement CBCGPGridCtrl::Arrangement() {
   lorv::RowArrangement now;
   now.rows.reserve(static_cast<std::size_t>(rows_.Size()));
   rows_.ForEach([&](CBCGPGridRow& row) { now.rows.push_back(&row); });
-  now.sort_column = sort_column_;
-  now.ascending = sort_ascending_;
+  now.sort_column = sort_.column;
+  now.ascending = sort_.ascending;
   now.group_columns = group_columns_;
   return now;
 }

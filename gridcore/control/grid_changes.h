@@ -35,6 +35,9 @@ class COMM_LORV_API GridChanges {
   void TellRemoved(const RowPlace& place, std::unique_ptr<CBCGPGridRow> row);
   void TellMoving(RowArrangement now);
   void TellMerging(const std::vector<CBCGPGridRange>& now);
+  void TellColumnMoving(int from, int to) {
+    ForEach([=](GridObserver& observer) { observer.OnColumnMoving(from, to); });
+  }
   void TellReplaced() {
     ForEach([](GridObserver& observer) { observer.OnTableReplaced(); });
   }

@@ -49,7 +49,7 @@ LRESULT CBCGPGridCtrl::OnComposition(UINT message, WPARAM w, LPARAM l) {
   if (message == WM_IME_STARTCOMPOSITION) {
     lorv::SettleComposition(*this);
     const auto life = life_.Watch();
-    const lorv::ScopeMark empty(opens_empty_, life);
+    const lorv::ScopeMark empty(opening_.empty, life);
     m_dwBeginEditReason = lorv::kBeginByCharacter;
     EditItem(GetCurSel());
     // The editor is asked for its composition by the system itself.

@@ -5,25 +5,20 @@
 #include <vector>
 
 #include "framework/drawing/drawing_tools.h"
-#include "framework/windows/controls.h"
 #include "framework/windows/drag_drop.h"
 #include "gridcore/columns/columns_info.h"
 #include "gridcore/control/colour_theme.h"
+#include "gridcore/control/grid_base_window.h"
 #include "gridcore/control/grid_changes.h"
 #include "gridcore/control/grid_key_handler.h"
 #include "gridcore/control/grid_messages.h"
-#include "gridcore/control/grid_options.h"
-#include "gridcore/geometry/column_panes.h"
+#include "gridcore/control/grid_states.h"
 #include "gridcore/geometry/shown_lines.h"
 #include "gridcore/rows/group_row.h"
 #include "gridcore/rows/row_store.h"
 #include "gridcore/selection/selected_ranges.h"
 #include "gridcore/table/merged_cells.h"
 #include "gridcore/tips/inplace_tool_tip.h"
-
-class COMM_LORV_API CBCGPWnd : public CWnd {
-  DECLARE_DYNCREATE(CBCGPWnd)
-};
 
 // A grid of cells in rows and columns, with a header above and a row header at the left.
 //
@@ -112,13 +107,20 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   // the mouse ends without a result, and tips close.
   virtual void CancelGestures();
   // Something follows the mouse, which therefore stays the grid's.
-  virtual bool InGesture() const { return m_bTracking || m_bSelecting; }
+  virtual bool InGesture() const { return m_bTracking || m_bSelecting || header_press_.on; }
+  // A column and its cells stand at another number: what a descendant keeps by number follows.
+  virtual void OnColumnMoved(int /*from*/, int /*to*/) {}
 
  public:
   // Columns.
   int InsertColumn(int column, LPCTSTR name, int width = 0, int align = -1, BOOL redraw = TRUE);
   // The cells of the rows stay: the last one of each stands behind the last column then.
   int DeleteColumn(int column);
+  // The column stands at the place of that number afterwards, with its cells and all that belongs to it by
+  // number; those in between close up. FALSE, and nothing changes: there is none of either number, merged
+  // cells or a header's cell would be torn, handlers keep an editor open.
+  BOOL MoveColumn(int column, int to);
+  bool CanMoveColumn(int column, int to) const;
   int GetColumnCount() const { return GetColumnsInfo().GetColumnCount(); }
   int GetColumnWidth(int column) const { return GetColumnsInfo().GetColumnWidth(column); }
   void SetColumnWidth(int column, int width);
@@ -157,10 +159,10 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   // Order and filter. Rows are brought into the order of the column: numbers before texts, numbers by size,
   // equal ones as they stood. Each sort begins from the order at hand.
   void Sort(int column, BOOL ascending = TRUE);
-  BOOL IsSorting() const { return sort_column_ >= 0; }
-  int GetSortColumn() const { return sort_column_; }
-  BOOL IsSortedAscending() const { return sort_ascending_; }
-  void RemoveSortColumn() { sort_column_ = -1; }
+  BOOL IsSorting() const { return sort_.column >= 0; }
+  int GetSortColumn() const { return sort_.column; }
+  BOOL IsSortedAscending() const { return sort_.ascending; }
+  void RemoveSortColumn() { sort_.column = -1; }
   // Who knows the order of rows by a column better than CompareItems: gives the places of the rows in it, the
   // row at the first of them first. Anything else than each place once, and they stay. Empty: nobody.
   using RowSorter =
@@ -191,7 +193,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   // cells do not hold the texts, whatever their letter case; switched off, the texts are kept and leave
   // nothing out. A row that stays the last one is always shown.
   void EnableFilterBar(BOOL on = TRUE);
-  BOOL IsFilterBarEnabled() const { return filter_bar_on_ ? TRUE : FALSE; }
+  BOOL IsFilterBarEnabled() const { return filter_.on ? TRUE : FALSE; }
   void SetFilterBarText(int column, LPCTSTR text);
   CString GetFilterBarText(int column) const;
   const CRect& GetFilterBarRect() const { return m_rectFilterBar; }
@@ -248,7 +250,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void SetShowDragContext(BOOL on) { switches_.shows_drag_context = on != FALSE; }
   BOOL IsShowDragContext() const { return switches_.shows_drag_context; }
   void EnableToolTips(BOOL on = TRUE);  // on at first
-  BOOL IsToolTipsEnabled() const { return tips_on_; }
+  BOOL IsToolTipsEnabled() const { return switches_.tips; }
   void SetReadOnly(BOOL on = TRUE) { switches_.read_only = on != FALSE; }
   BOOL IsReadOnly() const { return switches_.read_only; }
   void EnableWholeRowSel(BOOL on = TRUE) { switches_.whole_rows = on != FALSE; }
@@ -283,7 +285,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   CRect GetRangePlace(const CBCGPGridRange& range) const;  // from the table's corner, with nothing frozen
   // The first columns stay while the others scroll sideways, as many of them as leave room for those.
   void SetFrozenColumns(int count);
-  int GetFrozenColumns() const { return frozen_columns_; }
+  int GetFrozenColumns() const { return frozen_.columns; }
   void ShowVertScrollBar(BOOL on);
   void ShowHorzScrollBar(BOOL on);
 
@@ -308,6 +310,9 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   // another form than the cell (line breaks, control characters): the cell then keeps its own.
   bool EditorUntouched() const;
 
+  // Who lets columns be dragged by their headers; null: nobody. It takes itself off before its end.
+  void SetColumnTaker(lorv::ColumnTaker* taker);
+  lorv::ColumnTaker* GetColumnTaker() const { return header_press_.taker; }
   // Who is asked for keys before the grid; nobody at first.
   lorv::GridKeyHandlers& KeyHandlers() { return key_handlers_; }
 
@@ -344,16 +349,17 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   // Makes the window one that takes what is dragged over it; descendants of the target say what a drop does.
   void RegisterDropTarget();
   // The last row stays the last one, whatever the rows are brought into order by.
-  void KeepLastRow(bool on) { keeps_last_row_ = on; }
+  void KeepLastRow(bool on) { switches_.keeps_last_row = on; }
   // While what it gives lives, layouts take the heights of the rows as they stand, each row that came or went
   // counted: for who knows that no filter has changed. A layout then costs the same for any number of rows.
   [[nodiscard]] lorv::ScopeMark<bool> TrustRowHeights(bool on = true) {
-    return {trusts_heights_, Watch(), on};
+    return {height_notes_.trusted, Watch(), on};
   }
   // What FilterItem answers is another thing now, for rows that stand in the table.
-  void FilterChanged() { heights_known_ = false; }
+  void FilterChanged() { height_notes_.known = false; }
   // Nothing of the grid's own follows the mouse any more.
   void ForgetFollowed();
+  bool DragsColumn() const { return header_press_.on && header_press_.moves; }
   void ClearBeginEditReason() { m_dwBeginEditReason = 0; }
   void ClearEndEditReason() { m_dwEndEditReason = 0; }
   void OnSelectCombo();
@@ -519,6 +525,11 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   CBCGPGridItemID PageAway(CBCGPGridItemID from, int pages) const;
   void Go(const CBCGPGridItemID& to, bool extend);
   bool PressInHeader(UINT flags, CPoint point);
+  void ClickHeader(UINT flags, int column);
+  void ShiftColumn(int column, int to);
+  int DropPlaceAt(CPoint point, int& mark) const;
+  void DragColumn(CPoint point);
+  void DropColumn(const lorv::HeaderPress& press, CPoint point);
   bool PressInRowHeader(UINT flags, CPoint point);
   void PressInCell(UINT flags, CPoint point, const CBCGPGridItemID& id);
   bool OnSelectionFrame(CPoint point) const;
@@ -557,13 +568,9 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   std::vector<int> group_columns_;
   std::vector<std::unique_ptr<lorv::GroupRow>> group_rows_;
   bool regroup_wanted_ = false;
-  bool filter_bar_on_ = false;
-  std::vector<lorv::FilterText> filter_texts_;  // by column
-  std::unique_ptr<CEdit> filter_editor_;
-  int filter_column_ = -1;
-  int frozen_columns_ = 0;
-  lorv::ColumnPane drawn_pane_ = lorv::ColumnPane::kBoth;
-  int tall_rows_ = 0;           // of more than one line
+  lorv::FilterState filter_;
+  lorv::FrozenState frozen_;
+  lorv::HeightNotes height_notes_;
   std::vector<int> nested_at_;  // how many rows stand at level 1, 2 ...
   lorv::MeasuredFont measured_;
   lorv::MergedCells merged_;
@@ -571,11 +578,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   CBCGPGridItemID current_;
   CBCGPGridItemID anchor_;
   RowSorter row_sorter_;
-  int sort_column_ = -1;
-  bool sort_ascending_ = true;
-  bool keeps_last_row_ = false;
-  bool trusts_heights_ = false;
-  bool heights_known_ = false;
+  lorv::SortState sort_;
 
   lorv::GridSwitches switches_;
   BCGP_GRID_COLOR_DATA theme_;
@@ -588,13 +591,9 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   std::unique_ptr<CComboBox> combo_;
   std::vector<std::unique_ptr<CWnd>> retired_;  // closed editors, whose handlers may still be running
   bool ending_edit_ = false;
-  TCHAR first_character_ = 0;
-  bool opens_empty_ = false;  // for an input method
-  CString opened_text_;       // what stood in the editor when it was shown
-  bool opened_by_character_ = false;
+  lorv::EditorOpening opening_;
   bool laying_out_ = false;
   std::unique_ptr<CBCGPInplaceToolTipCtrl> tip_;
-  bool tips_on_ = true;
-  bool freeing_mouse_ = false;
   lorv::PressWatch press_;
+  lorv::HeaderPress header_press_;
 };

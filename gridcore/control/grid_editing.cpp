@@ -49,8 +49,8 @@ BOOL CBCGPGridCtrl::ShowEditor(CBCGPGridItem* item, std::unique_ptr<CWnd> editor
   editor_ = std::move(editor);
   editing_ = item;
   CWnd* const shown = editor_.get();
-  shown->GetWindowText(opened_text_);
-  opened_by_character_ = first_character_ != 0;
+  shown->GetWindowText(opening_.text);
+  opening_.by_character = opening_.first != 0;
   const auto still = [&] { return !life.expired() && editor_.get() == shown && editing_ == item; };
   item->SetInPlaceEditFont();
   if (!still()) return FALSE;
@@ -70,7 +70,7 @@ BOOL CBCGPGridCtrl::ShowEditor(CBCGPGridItem* item, std::unique_ptr<CWnd> editor
   if (!still()) return FALSE;
   auto* edit = dynamic_cast<CEdit*>(shown);
   if (edit == nullptr) return TRUE;
-  if (first_character_ != 0) {
+  if (opening_.first != 0) {
     edit->SetSel(1, 1);
     return TRUE;
   }
@@ -88,15 +88,15 @@ int CBCGPGridCtrl::OnInplaceEditSetSel(CBCGPGridItem* /*item*/, DWORD reason) {
 }
 
 CString CBCGPGridCtrl::FirstEditorText(const CBCGPGridItem& item) const {
-  if (opens_empty_) return {};
-  return first_character_ != 0 ? CString(first_character_) : item.FormatItem();
+  if (opening_.empty) return {};
+  return opening_.first != 0 ? CString(opening_.first) : item.FormatItem();
 }
 
 bool CBCGPGridCtrl::EditorUntouched() const {
-  if (editor_ == nullptr || opened_by_character_) return false;
+  if (editor_ == nullptr || opening_.by_character) return false;
   CString now;
   editor_->GetWindowText(now);
-  return now == opened_text_;
+  return now == opening_.text;
 }
 
 void CBCGPGridCtrl::Retire(std::unique_ptr<CWnd> window) {

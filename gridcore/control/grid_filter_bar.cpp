@@ -21,8 +21,8 @@ CString Folded(CString text) {
 }  // namespace
 
 void CBCGPGridCtrl::EnableFilterBar(BOOL on) {
-  if ((on != FALSE) == filter_bar_on_) return;
-  filter_bar_on_ = on != FALSE;
+  if ((on != FALSE) == filter_.on) return;
+  filter_.on = on != FALSE;
   const auto life = life_.Watch();
   CloseFilterEditor();
   if (life.expired()) return;
@@ -31,17 +31,17 @@ void CBCGPGridCtrl::EnableFilterBar(BOOL on) {
 }
 
 CString CBCGPGridCtrl::GetFilterBarText(int column) const {
-  const bool has = column >= 0 && column < static_cast<int>(filter_texts_.size());
-  return has ? filter_texts_[static_cast<std::size_t>(column)].text : CString();
+  const bool has = column >= 0 && column < static_cast<int>(filter_.texts.size());
+  return has ? filter_.texts[static_cast<std::size_t>(column)].text : CString();
 }
 
 void CBCGPGridCtrl::SetFilterBarText(int column, LPCTSTR text) {
   if (!GetColumnsInfo().HasColumn(column) || GetFilterBarText(column) == CString(text)) return;
   const auto place = static_cast<std::size_t>(column);
-  if (filter_texts_.size() <= place) filter_texts_.resize(place + 1);
-  filter_texts_[place] = {text, Folded(text)};
+  if (filter_.texts.size() <= place) filter_.texts.resize(place + 1);
+  filter_.texts[place] = {text, Folded(text)};
   // So that a bar without texts is found by one look for each row.
-  while (!filter_texts_.empty() && filter_texts_.back().text.IsEmpty()) filter_texts_.pop_back();
+  while (!filter_.texts.empty() && filter_.texts.back().text.IsEmpty()) filter_.texts.pop_back();
   FilterChanged();
   const auto life = life_.Watch();
   AdjustLayout();
@@ -49,10 +49,10 @@ void CBCGPGridCtrl::SetFilterBarText(int column, LPCTSTR text) {
 }
 
 BOOL CBCGPGridCtrl::FilterItem(CBCGPGridRow* row) {
-  if (!filter_bar_on_ || filter_texts_.empty() || row == nullptr) return FALSE;
-  if (keeps_last_row_ && row == rows_.At(rows_.Size() - 1)) return FALSE;
-  for (std::size_t column = 0; column < filter_texts_.size(); ++column) {
-    const CString& wanted = filter_texts_[column].folded;
+  if (!filter_.on || filter_.texts.empty() || row == nullptr) return FALSE;
+  if (switches_.keeps_last_row && row == rows_.At(rows_.Size() - 1)) return FALSE;
+  for (std::size_t column = 0; column < filter_.texts.size(); ++column) {
+    const CString& wanted = filter_.texts[column].folded;
     if (wanted.IsEmpty()) continue;
     const CBCGPGridItem* const item = row->GetItem(static_cast<int>(column));
     if (item == nullptr || Folded(item->FormatItem()).Find(wanted) < 0) return TRUE;
@@ -61,12 +61,12 @@ BOOL CBCGPGridCtrl::FilterItem(CBCGPGridRow* row) {
 }
 
 void CBCGPGridCtrl::FilterColumnsMove(int column, int step) {
-  if (column >= static_cast<int>(filter_texts_.size())) return;
-  const auto place = filter_texts_.begin() + column;
+  if (column >= static_cast<int>(filter_.texts.size())) return;
+  const auto place = filter_.texts.begin() + column;
   if (step < 0)
-    filter_texts_.erase(place);
+    filter_.texts.erase(place);
   else
-    filter_texts_.insert(place, lorv::FilterText());
+    filter_.texts.insert(place, lorv::FilterText());
   FilterChanged();
 }
 
@@ -89,26 +89,26 @@ bool CBCGPGridCtrl::PressInFilterBar(CPoint point) {
 void CBCGPGridCtrl::OpenFilterEditor(int column) {
   const auto life = life_.Watch();
   CloseFilterEditor();
-  if (life.expired() || filter_editor_ != nullptr || FilterCell(column).IsRectEmpty() != FALSE) return;
+  if (life.expired() || filter_.editor != nullptr || FilterCell(column).IsRectEmpty() != FALSE) return;
   auto editor = std::make_unique<CEdit>();
   if (editor->Create(nullptr, GetFilterBarText(column), WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL,
                      FilterCell(column), this, lorv::kFilterEditorId) == FALSE)
     return;
   CEdit* const shown = editor.get();
   // Known before it gets the focus, whose handlers may close it again.
-  filter_editor_ = std::move(editor);
-  filter_column_ = column;
+  filter_.editor = std::move(editor);
+  filter_.column = column;
   shown->SetFont(GetFont());
   shown->SetFocus();
-  if (!life.expired() && filter_editor_.get() == shown) shown->SetSel(0, -1);
+  if (!life.expired() && filter_.editor.get() == shown) shown->SetSel(0, -1);
 }
 
 void CBCGPGridCtrl::CloseFilterEditor() {
-  filter_column_ = -1;
-  if (filter_editor_ == nullptr) return;
-  CWnd* const editor = filter_editor_.get();
+  filter_.column = -1;
+  if (filter_.editor == nullptr) return;
+  CWnd* const editor = filter_.editor.get();
   // The grid may stand within one of its messages: its object is kept for a while.
-  Retire(std::move(filter_editor_));
+  Retire(std::move(filter_.editor));
   const bool had_focus = CWnd::GetFocus() == editor;
   const auto life = life_.Watch();
   if (had_focus && m_hWnd != nullptr) SetFocus();
@@ -116,16 +116,16 @@ void CBCGPGridCtrl::CloseFilterEditor() {
 }
 
 void CBCGPGridCtrl::PlaceFilterEditor() {
-  if (filter_editor_ == nullptr) return;
-  const CRect cell = FilterCell(filter_column_);
-  filter_editor_->MoveWindow(&cell);
+  if (filter_.editor == nullptr) return;
+  const CRect cell = FilterCell(filter_.column);
+  filter_.editor->MoveWindow(&cell);
 }
 
 void CBCGPGridCtrl::OnFilterTyped() {
-  if (filter_editor_ == nullptr) return;
+  if (filter_.editor == nullptr) return;
   CString text;
-  filter_editor_->GetWindowText(text);
-  SetFilterBarText(filter_column_, text);
+  filter_.editor->GetWindowText(text);
+  SetFilterBarText(filter_.column, text);
 }
 
 void CBCGPGridCtrl::OnFilterLeft() {
@@ -133,7 +133,7 @@ void CBCGPGridCtrl::OnFilterLeft() {
 }
 
 bool CBCGPGridCtrl::EndsFilterEditor(const MSG& message) const {
-  const bool to_it = filter_editor_ != nullptr && message.hwnd == filter_editor_->m_hWnd;
+  const bool to_it = filter_.editor != nullptr && message.hwnd == filter_.editor->m_hWnd;
   return to_it && message.message == WM_KEYDOWN &&
          (message.wParam == VK_RETURN || message.wParam == VK_ESCAPE || message.wParam == VK_DOWN);
 }

@@ -23,13 +23,13 @@ void CBCGPGridCtrl::FreeMouse() {
   if (IsToolTipShown()) tip_->Deactivate();
   if (life.expired()) return;
   if (m_hWnd == nullptr || lorv::DesktopInForce().Capture() != m_hWnd) return;
-  const lorv::ScopeMark freeing(freeing_mouse_, life_.Watch());
+  const lorv::ScopeMark freeing(press_.freeing, life_.Watch());
   lorv::DesktopInForce().SetCapture(nullptr);
 }
 
 void CBCGPGridCtrl::OnCaptureChanged(CWnd* next) {
   // Handlers may have taken the mouse again and lost it before this.
-  const bool own = std::exchange(freeing_mouse_, false) || (next != nullptr && next->m_hWnd == m_hWnd);
+  const bool own = std::exchange(press_.freeing, false) || (next != nullptr && next->m_hWnd == m_hWnd);
   const auto life = life_.Watch();
   if (!own) CancelGestures();
   if (!life.expired()) Default();
@@ -53,8 +53,8 @@ void CBCGPGridCtrl::CancelGestures() {
 }
 
 void CBCGPGridCtrl::EnableToolTips(BOOL on) {
-  tips_on_ = on != FALSE;
-  if (!tips_on_) CloseToolTip();
+  switches_.tips = on != FALSE;
+  if (!switches_.tips) CloseToolTip();
 }
 
 CBCGPInplaceToolTipCtrl* CBCGPGridCtrl::ToolTip() {

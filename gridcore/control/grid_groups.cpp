@@ -96,8 +96,8 @@ bool BringInOrder(std::vector<CBCGPGridRow*>& rows, const std::vector<int>& orde
 void CBCGPGridCtrl::ArrangeRows() {
   // Copies: a descendant compares items, and what it runs may change the columns.
   const std::vector<int> groups = group_columns_;
-  const int sorted = sort_column_;
-  const bool up = sort_ascending_;
+  const int sorted = sort_.column;
+  const bool up = sort_.ascending;
   const RowSorter sorter = sorted < 0 ? RowSorter() : row_sorter_;
   const auto before = [&](const CBCGPGridRow* a, const CBCGPGridRow* b) {
     for (const int column : groups) {
@@ -201,7 +201,7 @@ void CBCGPGridCtrl::MakeGroups() {
   int index = 0;
   int end = rows_.Size();
   // The row that waits to be typed into belongs to no group.
-  if (keeps_last_row_ && end > 0) --end;
+  if (switches_.keeps_last_row && end > 0) --end;
   rows_.ForEach([&](const CBCGPGridRow& row) {
     if (index < end && row.parent_ == nullptr && !group_columns_.empty()) maker.Take(row, index);
     ++index;

@@ -95,6 +95,10 @@ bool CBCGPGridCtrl::AskForKey(UINT key, bool editing) {
 }
 
 void CBCGPGridCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
+  if (key == VK_ESCAPE && header_press_.on) {
+    CancelGestures();
+    return;
+  }
   if (AskForKey(key) || MoveByKey(key)) return;
   if (key == VK_TAB) {
     static_cast<void>(MoveByKey(lorv::IsKeyDown(VK_SHIFT) ? VK_LEFT : VK_RIGHT, false));
@@ -118,8 +122,8 @@ void CBCGPGridCtrl::OnChar(UINT unit, UINT repeat, UINT flags) {
     return;
   }
   m_dwBeginEditReason = lorv::kBeginByCharacter;
-  first_character_ = static_cast<TCHAR>(unit);
+  opening_.first = static_cast<TCHAR>(unit);
   const auto life = life_.Watch();
   EditItem(GetCurSel());
-  if (!life.expired()) first_character_ = 0;
+  if (!life.expired()) opening_.first = 0;
 }

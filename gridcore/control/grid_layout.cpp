@@ -69,8 +69,8 @@ void CBCGPGridCtrl::RebuildHeights() {
     MakeGroups();
   else
     heights_.StartOver(heights_.Groups().All());
-  heights_known_ = true;
-  tall_rows_ = 0;
+  height_notes_.known = true;
+  height_notes_.tall_rows = 0;
   if (rows_.IsVirtual()) {
     heights_.Append(rows_.Size(), m_nLargeRowHeight);
     return;
@@ -82,7 +82,7 @@ void CBCGPGridCtrl::RebuildHeights() {
   int height = -1;
   int count = 0;
   rows_.ForEach([&](CBCGPGridRow& row) {
-    if (row.GetLinesNumber() > 1) ++tall_rows_;
+    if (row.GetLinesNumber() > 1) ++height_notes_.tall_rows;
     const int own = HeightOf(row);
     // Rows of one height are added as one stretch: most tables have a single one.
     if (own != height && count > 0) heights_.Append(std::exchange(count, 0), height);
@@ -99,7 +99,7 @@ void CBCGPGridCtrl::AppendGroupedHeights() {
   heights.reserve(static_cast<std::size_t>(rows_.Size()));
   // Of a group whose rows are all left out nothing is shown; one that is collapsed has its line.
   rows_.ForEach([&](CBCGPGridRow& row) {
-    if (row.GetLinesNumber() > 1) ++tall_rows_;
+    if (row.GetLinesNumber() > 1) ++height_notes_.tall_rows;
     const int index = static_cast<int>(heights.size());
     const bool left_out = FilterItem(&row) != FALSE;
     const bool collapsed = row.IsInCollapsed() != FALSE || groups.IsRowHidden(index);
@@ -130,7 +130,7 @@ void CBCGPGridCtrl::MeasureAreas() {
   }
   const int row_header = switches_.row_header ? switches_.row_header_width : 0;
   m_rectFilterBar = CRect();
-  const int bar = filter_bar_on_ ? m_nRowHeight : 0;
+  const int bar = filter_.on ? m_nRowHeight : 0;
   if (bar > 0)
     m_rectFilterBar = CRect(client.left + row_header, header.bottom, client.right, header.bottom + bar);
   m_rectHeader = CRect(client.left + row_header, client.top, client.right, header.bottom);
@@ -172,13 +172,14 @@ bool CBCGPGridCtrl::LayOut() {
   const auto life = life_.Watch();
   const lorv::ScopeMark laying(laying_out_, life);
   // The row that stays the last one has a cell for each column, also for those that came after it.
-  CBCGPGridRow* const last = keeps_last_row_ && !rows_.IsVirtual() ? rows_.At(rows_.Size() - 1) : nullptr;
+  CBCGPGridRow* const last =
+      switches_.keeps_last_row && !rows_.IsVirtual() ? rows_.At(rows_.Size() - 1) : nullptr;
   if (last != nullptr && last->GetItemCount() < GetColumnCount()) SetupRow(last, GetColumnCount());
   // The height that the font or the user asks for may be another one by now.
   const int height = m_nLargeRowHeight;
   SetRowHeight();
   if (life.expired()) return false;
-  if (!trusts_heights_ || !heights_known_ || height != m_nLargeRowHeight) RebuildHeights();
+  if (!height_notes_.trusted || !height_notes_.known || height != m_nLargeRowHeight) RebuildHeights();
   MeasureAreas();
   SizeColumns();
   if (life.expired()) return false;

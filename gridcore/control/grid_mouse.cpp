@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "gridcore/accessibility/grid_cells.h"
+#include "gridcore/control/column_taker.h"
 #include "gridcore/control/grid_control.h"
 #include "gridcore/control/scope_mark.h"
 
@@ -9,7 +10,6 @@
 namespace {
 
 constexpr int kFrameWidth = 2;  // pixels to both sides of the selection's edge
-constexpr int kDragStart = 4;   // pixels from the press on
 constexpr int kWheelNotch = 120;
 constexpr int kRowsOfNotch = 3;
 
@@ -27,6 +27,19 @@ bool CBCGPGridCtrl::PressInHeader(UINT flags, CPoint point) {
   }
   const int column = HitTestHeader(point);
   if (column < 0) return true;
+  // What may be dragged is clicked when the button goes up where it went down.
+  const auto life = life_.Watch();
+  if (header_press_.taker != nullptr && header_press_.taker->TakesColumn(column)) {
+    if (life.expired() || StartsNothing()) return true;
+    header_press_ = {header_press_.taker, true, false, column, flags, point};
+    SetCapture();
+    return true;
+  }
+  if (!life.expired()) ClickHeader(flags, column);
+  return true;
+}
+
+void CBCGPGridCtrl::ClickHeader(UINT flags, int column) {
   const auto life = life_.Watch();
   if ((switches_.header_flags & lorv::kHeaderSelects) != 0) {
     if ((flags & MK_CONTROL) != 0 && rows_.Size() > 0)
@@ -35,7 +48,6 @@ bool CBCGPGridCtrl::PressInHeader(UINT flags, CPoint point) {
       SelectColumn(column, TRUE);
   }
   if (!life.expired()) OnHeaderColumnClick(column);
-  return true;
 }
 
 bool CBCGPGridCtrl::PressInRowHeader(UINT flags, CPoint point) {
@@ -116,8 +128,8 @@ bool CBCGPGridCtrl::DragFrame(CPoint point) {
   if (!press_.on_frame) return false;
   // A press that trembles is no drag.
   const auto along = [](int from, int to) { return from < to ? to - from : from - to; };
-  if (along(static_cast<int>(press_.at.x), static_cast<int>(point.x)) < kDragStart &&
-      along(static_cast<int>(press_.at.y), static_cast<int>(point.y)) < kDragStart)
+  if (along(static_cast<int>(press_.at.x), static_cast<int>(point.x)) < lorv::kDragStart &&
+      along(static_cast<int>(press_.at.y), static_cast<int>(point.y)) < lorv::kDragStart)
     return true;
   press_.on_frame = false;
   const auto life = life_.Watch();
@@ -140,6 +152,9 @@ void CBCGPGridCtrl::ForgetFollowed() {
   m_bSelecting = false;
   press_.on_frame = false;
   m_nTrackColumn = -1;
+  if (header_press_.on) HideDragFrame();
+  header_press_.on = false;
+  header_press_.moves = false;
 }
 
 void CBCGPGridCtrl::OnLButtonDown(UINT flags, CPoint point) {
@@ -219,6 +234,8 @@ void CBCGPGridCtrl::OnMouseMove(UINT flags, CPoint point) {
   }
   if (m_bTracking) {
     TrackDivider(point);
+  } else if (header_press_.on) {
+    DragColumn(point);
   } else if (m_bSelecting && (flags & MK_LBUTTON) != 0) {
     if (!DragFrame(point)) DragSelection(point);
   } else {
@@ -228,12 +245,15 @@ void CBCGPGridCtrl::OnMouseMove(UINT flags, CPoint point) {
 
 void CBCGPGridCtrl::TrackToolTip(CPoint /*point*/) {}
 
-void CBCGPGridCtrl::OnLButtonUp(UINT /*flags*/, CPoint /*point*/) {
+void CBCGPGridCtrl::OnLButtonUp(UINT /*flags*/, CPoint point) {
   ++press_.releases;
   const bool tracked = m_bTracking;
+  const lorv::HeaderPress header = header_press_;
   ForgetFollowed();
   const auto life = life_.Watch();
   FreeMouse();
+  if (life.expired()) return;
+  if (header.on) DropColumn(header, point);
   if (life.expired() || !tracked) return;
   OnResizeColumns();
   if (!life.expired()) AdjustLayout();
@@ -270,7 +290,7 @@ void CBCGPGridCtrl::OnHeaderDividerDblClick(int /*column*/) {}
 
 void CBCGPGridCtrl::OnHeaderColumnClick(int column) {
   if ((switches_.header_flags & lorv::kHeaderSorts) != 0)
-    Sort(column, sort_column_ == column ? !sort_ascending_ : TRUE);
+    Sort(column, sort_.column == column ? !sort_.ascending : TRUE);
 }
 
 void CBCGPGridCtrl::OnRButtonDown(UINT /*flags*/, CPoint point) {

@@ -41,7 +41,7 @@ void CBCGPGridCtrl::PutOne(int index, CBCGPGridRow& row) {
   rows_.Insert(index, row);
   if (cells_ != nullptr) cells_->RowsMoved();
   CountLevel(row, 1);
-  if (row.GetLinesNumber() > 1) ++tall_rows_;
+  if (row.GetLinesNumber() > 1) ++height_notes_.tall_rows;
   // Without height first: the groups around grow by the row, not by its pixels.
   heights_.Insert(index, 0);
   heights_.SetSize(index, HeightOf(row));
@@ -66,7 +66,7 @@ void CBCGPGridCtrl::TakeOne(int index) {
   row->owner_ = nullptr;
   // Its edit is being ended: nobody is told of a cell that is gone.
   if (ended_ != nullptr && ended_->GetParentRow() == row) ended_ = nullptr;
-  if (row->GetLinesNumber() > 1) --tall_rows_;
+  if (row->GetLinesNumber() > 1) --height_notes_.tall_rows;
   heights_.Remove(index, [this](int group) { GroupGone(group); });
   selection_.RemoveRows(index, 1);
   merged_.RemoveRows(index, 1);
@@ -117,7 +117,7 @@ void CBCGPGridCtrl::ArrangeRows(const std::function<void(RowList&)>& arrange) {
     if (row.parent_ == nullptr) main.push_back(&row);
     if (row.HasSubItems() != FALSE) arrange(row.sub_->rows);
   });
-  CBCGPGridRow* const last = keeps_last_row_ && !main.empty() ? main.back() : nullptr;
+  CBCGPGridRow* const last = switches_.keeps_last_row && !main.empty() ? main.back() : nullptr;
   // Kept out of the comparison, which would put it in the middle.
   if (last != nullptr) main.pop_back();
   arrange(main);

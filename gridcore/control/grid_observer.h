@@ -68,6 +68,9 @@ class COMM_LORV_API GridObserver {
   // Merged cells are about to change, by themselves or along with rows.
   virtual void OnMergesChanging(const std::vector<CBCGPGridRange>& /*now*/) {}
 
+  // A column is about to get another number, with its cells.
+  virtual void OnColumnMoving(int /*from*/, int /*to*/) {}
+
   // What was told before is of another table: columns came or went, all rows were removed, or a row was
   // deleted while it stood in the grid. Called while the rows still live.
   virtual void OnTableReplaced() {}

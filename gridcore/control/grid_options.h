@@ -23,6 +23,8 @@ enum HeaderFlag : UINT { kHeaderMovesColumns = 1, kHeaderSorts = 2, kHeaderHides
 
 constexpr UINT kEditorId = 1;              // of every editor of a grid
 constexpr UINT kFilterEditorId = 2;        // of the editor in the filter bar
+constexpr int kDragStart = 4;              // pixels from a press on: before them it only trembles
+constexpr int kDropMarkWidth = 2;          // pixels to both sides of where a dragged column would come
 constexpr int kDividerReach = 4;           // pixels to both sides of a column's edge
 constexpr int kLeastScrollingWidth = 48;   // pixels that frozen columns leave to the others
 constexpr int kRowHeaderWidth = 30;        // pixels
@@ -42,6 +44,8 @@ struct GridSwitches {
   bool shows_drag_context = true;
   bool read_only = false;
   bool whole_rows = false;
+  bool tips = true;
+  bool keeps_last_row = false;
 };
 
 // Releases of the left button: how many, and how many there were when the press that is being worked began.
@@ -52,6 +56,7 @@ struct PressWatch {
   bool held = false;      // the button was really down at the press
   POINT at = {0, 0};      // where the mouse went down
   bool on_frame = false;  // on the frame of the selection, and has not moved since
+  bool freeing = false;   // the mouse is being given back
 };
 
 // A text of the filter bar.

@@ -8,10 +8,10 @@
 // before the cells is frozen along with them.
 
 lorv::ColumnPanes CBCGPGridCtrl::Panes() const {
-  lorv::ColumnPanes panes{static_cast<int>(m_rectList.left), 0, m_nHorzScrollOffset, drawn_pane_};
-  if (frozen_columns_ == 0) return panes;
+  lorv::ColumnPanes panes{static_cast<int>(m_rectList.left), 0, m_nHorzScrollOffset, frozen_.drawn};
+  if (frozen_.columns == 0) return panes;
   const int room = RoomBeforeCells();
-  const int width = GetColumnsInfo().GetWidthOfFirst(frozen_columns_, MostFrozenWidth() - room);
+  const int width = GetColumnsInfo().GetWidthOfFirst(frozen_.columns, MostFrozenWidth() - room);
   if (width > 0) panes.frozen = room + width;
   return panes;
 }
@@ -22,8 +22,8 @@ int CBCGPGridCtrl::MostFrozenWidth() const {
 
 void CBCGPGridCtrl::SetFrozenColumns(int count) {
   count = std::max(0, count);
-  if (count == frozen_columns_) return;
-  frozen_columns_ = count;
+  if (count == frozen_.columns) return;
+  frozen_.columns = count;
   AdjustLayout();
 }
 
@@ -85,7 +85,7 @@ bool CBCGPGridCtrl::PaneTurn::Begin(lorv::ColumnPane pane) {
   (pane == lorv::ColumnPane::kFrozen ? part.right : part.left) = edge_;
   saved_ = dc_->SaveDC();
   dc_->IntersectClipRect(&part);
-  grid_.drawn_pane_ = pane;
+  grid_.frozen_.drawn = pane;
   drawing_ = true;
   CRect seen;
   dc_->GetClipBox(&seen);
@@ -96,7 +96,7 @@ bool CBCGPGridCtrl::PaneTurn::Begin(lorv::ColumnPane pane) {
 bool CBCGPGridCtrl::PaneTurn::End() {
   if (life_.expired()) return false;
   if (!std::exchange(drawing_, false)) return true;
-  grid_.drawn_pane_ = lorv::ColumnPane::kBoth;
+  grid_.frozen_.drawn = lorv::ColumnPane::kBoth;
   dc_->RestoreDC(saved_);
   return true;
 }

@@ -12,7 +12,7 @@ class CBCGPGridCtrl::PaneTurn {
  public:
   // Nothing is asked of the grid where there is one part: each row of a picture makes such an object.
   PaneTurn(CBCGPGridCtrl& grid, CDC* dc) : grid_(grid), dc_(dc) {
-    if (grid.frozen_columns_ > 0 && grid.drawn_pane_ == lorv::ColumnPane::kBoth) Split();
+    if (grid.frozen_.columns > 0 && grid.frozen_.drawn == lorv::ColumnPane::kBoth) Split();
   }
   PaneTurn(const PaneTurn&) = delete;
   PaneTurn& operator=(const PaneTurn&) = delete;

@@ -29,7 +29,7 @@ bool CBCGPGridCtrl::DrawPiece(CDC* dc, CSize size, CPoint from) {
   const lorv::ScopeMark row_header(m_rectRowHeader, life, beside);
   const lorv::ScopeMark across(m_nHorzScrollOffset, life, static_cast<int>(from.x));
   const lorv::ScopeMark down(m_nVertScrollOffset, life, static_cast<int>(from.y));
-  const lorv::ScopeMark none_frozen(frozen_columns_, life, 0);
+  const lorv::ScopeMark none_frozen(frozen_.columns, life, 0);
   // Paper has no selection.
   const lorv::ScopeMark none_selected(selection_, life, lorv::SelectedRanges());
   const lorv::ScopeMark none_current(current_, life, CBCGPGridItemID());

@@ -40,8 +40,8 @@ bool GridRestore::Arrange(const RowArrangement& order) {
   for (CBCGPGridRow* row : order.rows)
     if (row->parent_ != nullptr) row->parent_->sub_->rows.push_back(row);
   grid_.rows_.Arrange(order.rows);
-  grid_.sort_column_ = order.sort_column;
-  grid_.sort_ascending_ = order.ascending;
+  grid_.sort_.column = order.sort_column;
+  grid_.sort_.ascending = order.ascending;
   grid_.regroup_wanted_ =
       grid_.regroup_wanted_ || !order.group_columns.empty() || !grid_.group_columns_.empty();
   grid_.group_columns_ = order.group_columns;
@@ -51,6 +51,12 @@ bool GridRestore::Arrange(const RowArrangement& order) {
 
 std::vector<CBCGPGridRange> GridRestore::Merged() const {
   return grid_.merged_.Blocks();
+}
+
+bool GridRestore::MoveColumn(int from, int to) {
+  if (!grid_.CanMoveColumn(from, to)) return false;
+  grid_.ShiftColumn(from, to);
+  return true;
 }
 
 void GridRestore::SetMerged(const std::vector<CBCGPGridRange>& blocks) {

@@ -26,6 +26,7 @@ class COMM_LORV_API GridRestore {
   bool Arrange(const RowArrangement& order);
   std::vector<CBCGPGridRange> Merged() const;
   void SetMerged(const std::vector<CBCGPGridRange>& blocks);
+  bool MoveColumn(int from, int to);
 
  private:
   CBCGPGridCtrl& grid_;

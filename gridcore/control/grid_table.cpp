@@ -15,7 +15,7 @@ int CBCGPGridCtrl::InsertColumn(int column, LPCTSTR name, int width, int align, 
   if (anchor_.m_nColumn >= column) ++anchor_.m_nColumn;
   GroupColumnsMove(column, 1);
   FilterColumnsMove(column, 1);
-  if (sort_column_ >= column) ++sort_column_;
+  if (sort_.column >= column) ++sort_.column;
   if (rows_.IsVirtual()) rows_.Virtual()->Forget();
   if (redraw != FALSE) AdjustLayout();
   return TRUE;
@@ -38,8 +38,8 @@ int CBCGPGridCtrl::DeleteColumn(int column) {
   }
   GroupColumnsMove(column, -1);
   FilterColumnsMove(column, -1);
-  if (sort_column_ == column) RemoveSortColumn();
-  if (sort_column_ > column) --sort_column_;
+  if (sort_.column == column) RemoveSortColumn();
+  if (sort_.column > column) --sort_.column;
   if (rows_.IsVirtual()) rows_.Virtual()->Forget();
   AdjustLayout();
   return TRUE;
@@ -156,7 +156,7 @@ void CBCGPGridCtrl::RemoveAll(BOOL relayout) {
   if (rows_.IsVirtual()) rows_.Virtual()->Resize(0);
   ForgetGroups();
   heights_.Clear();
-  tall_rows_ = 0;
+  height_notes_.tall_rows = 0;
   nested_at_.clear();
   selection_.Clear();
   merged_.Clear();
@@ -180,7 +180,7 @@ void CBCGPGridCtrl::PrepareRemoveRow(int position, std::vector<CBCGPGridItem*>& 
                                      std::vector<CBCGPGridRow*>& rows) {
   CBCGPGridRow* const row = rows_.IsVirtual() ? nullptr : rows_.At(position);
   // The row that waits to be typed into is never taken away by numbers.
-  if (keeps_last_row_ && position == rows_.Size() - 1) return;
+  if (switches_.keeps_last_row && position == rows_.Size() - 1) return;
   if (row == nullptr || std::find(rows.begin(), rows.end(), row) != rows.end()) return;
   rows.push_back(row);
   for (int column = 0; column < row->GetItemCount(); ++column) items.push_back(row->GetItem(column));
@@ -250,7 +250,7 @@ void CBCGPGridCtrl::RowLinesChanged(const CBCGPGridRow& row, BOOL relayout) {
   const int index = rows_.IndexOf(row);
   if (index < 0) return;
   // That there are some is what matters here; the next layout counts them.
-  if (row.GetLinesNumber() > 1) tall_rows_ = std::max(tall_rows_, 1);
+  if (row.GetLinesNumber() > 1) height_notes_.tall_rows = std::max(height_notes_.tall_rows, 1);
   if (relayout != FALSE)
     AdjustLayout();
   else
@@ -295,8 +295,8 @@ void CBCGPGridCtrl::Sort(int column, BOOL ascending) {
   if (life.expired() || !GetColumnsInfo().HasColumn(column)) return;
   CBCGPGridRow* const current = GetCurSel();
   if (changes_.AreWatched()) changes_.TellMoving(Arrangement());
-  sort_column_ = column;
-  sort_ascending_ = ascending != FALSE;
+  sort_.column = column;
+  sort_.ascending = ascending != FALSE;
   ArrangeRows();
   regroup_wanted_ = regroup_wanted_ || !group_columns_.empty();
   FollowRow(current);

@@ -14,7 +14,7 @@ BOOL CBCGPGridCtrl::EnableVirtualMode(VirtualFill fill) {
   ForgetGroups();
   heights_.Clear();
   group_columns_.clear();
-  sort_column_ = -1;
+  sort_.column = -1;
   virtual_fill_ = std::move(fill);
   if (virtual_fill_ == nullptr) {
     rows_.SetVirtual(nullptr);
@@ -23,8 +23,15 @@ BOOL CBCGPGridCtrl::EnableVirtualMode(VirtualFill fill) {
   const auto make = [this](int index) {
     auto row = std::make_unique<CBCGPGridRow>(GetColumnCount());
     row->owner_ = this;
-    row->AddItems(index, GetColumnCount());
+    // Cells are made as their columns ask for them, and filled in the order that nobody has moved.
+    const CBCGPGridColumnsInfo& info = GetColumnsInfo();
+    if (info.AreColumnsMoved())
+      for (int number = 0; number < GetColumnCount(); ++number)
+        row->AddItem(row->CreateItem(index, info.FindUnmovedColumn(number)));
+    else
+      row->AddItems(index, GetColumnCount());
     virtual_fill_(*row, index);
+    if (info.AreColumnsMoved()) row->ArrangeItems(info);
     return row;
   };
   const auto in_use = [this](const CBCGPGridRow& row) {

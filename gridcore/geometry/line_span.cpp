@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 // Spans of rows or columns that come and go. Sums are made in 64 bits and cut at the ends of an int: a host
 // may insert any number of lines anywhere.
@@ -33,6 +34,26 @@ LineSpan SpanAfterRemove(LineSpan span, int first, int count) {
     return line < behind ? std::int64_t{first} : line - count;
   };
   return {Cut(moved(span.first)), Cut(moved(std::int64_t{span.last} + 1) - 1)};
+}
+
+int LineAfterMove(int line, int from, int to) {
+  if (line == from) return to;
+  if (line > from && line <= to) return line - 1;
+  return line < from && line >= to ? line + 1 : line;
+}
+
+std::vector<LineSpan> SpansAfterMove(LineSpan span, int from, int to) {
+  if (span.IsEmpty()) return {};
+  const LineSpan others = SpanAfterRemove(span, from, 1);
+  const bool came_within = others.first < to && to <= others.last;
+  const LineSpan moved = SpanAfterInsert(others, to, 1);
+  std::vector<LineSpan> pieces;
+  if (came_within)
+    pieces = {{moved.first, to - 1}, {to + 1, moved.last}};
+  else
+    pieces = {moved};
+  if (from >= span.first && from <= span.last) pieces.push_back({to, to});
+  return UnitedSpans(std::move(pieces));
 }
 
 std::vector<LineSpan> UnitedSpans(std::vector<LineSpan> spans) {

@@ -27,6 +27,15 @@ struct LineSpan {
 COMM_LORV_API LineSpan SpanAfterInsert(LineSpan span, int before, int count);
 COMM_LORV_API LineSpan SpanAfterRemove(LineSpan span, int first, int count);
 
+// Where lines stand after the line `from` was taken out and put in again, so that it has the number `to`. Of
+// a span there may be several pieces, ascending: one that the line left keeps it as a piece of its own, one
+// that it came into stands at both its sides. Edges: `to` is a number of what is there; a line moved to its
+// own place changes nothing.
+//
+//   LineAfterMove(3, 1, 4)  gives 2;  SpansAfterMove({0, 2}, 5, 1)  gives {{0, 0}, {2, 3}}
+COMM_LORV_API int LineAfterMove(int line, int from, int to);
+COMM_LORV_API std::vector<LineSpan> SpansAfterMove(LineSpan span, int from, int to);
+
 // The same lines as spans in ascending order that neither meet nor touch.
 //
 //   UnitedSpans({{5, 6}, {1, 2}, {2, 3}, {4, 4}})  gives {{1, 6}}

@@ -5,6 +5,7 @@
 
 #include "framework/windows/controls.h"
 #include "gridcore/control/grid_control.h"
+#include "gridcore/geometry/moved_element.h"
 
 // A row with its cells and the rows nested in it. It tells its grid before a cell or itself goes, as an
 // editor may be open there; handlers of that may change the row, so places are looked up again afterwards.
@@ -41,6 +42,26 @@ int CBCGPGridRow::AddItem(CBCGPGridItem* item) {
   items_.emplace_back(item);
   Adopt(item, GetItemCount() - 1);
   return GetItemCount() - 1;
+}
+
+// A row that is shorter than the table gets plain cells, so that the others stand in their columns.
+void CBCGPGridRow::MoveItem(int from, int to) {
+  while (GetItemCount() <= std::max(from, to)) AddItem(new CBCGPGridItem(_variant_t()));
+  lorv::MoveElement(items_, from, to);
+  for (int column = std::min(from, to); column <= std::max(from, to); ++column)
+    GetItem(column)->column_ = column;
+}
+
+// Cells that stand as if no column had been moved go to where theirs are.
+void CBCGPGridRow::ArrangeItems(const CBCGPGridColumnsInfo& columns) {
+  if (GetItemCount() != columns.GetColumnCount()) return;
+  std::vector<std::unique_ptr<CBCGPGridItem>> arranged(items_.size());
+  for (int number = 0; number < GetItemCount(); ++number) {
+    const int column = columns.FindUnmovedColumn(number);
+    arranged[static_cast<std::size_t>(column)] = std::move(items_[static_cast<std::size_t>(number)]);
+    Adopt(arranged[static_cast<std::size_t>(column)].get(), column);
+  }
+  items_ = std::move(arranged);
 }
 
 BOOL CBCGPGridRow::ReplaceItem(int column, CBCGPGridItem* item, BOOL redraw, BOOL keep_old) {

@@ -10,6 +10,7 @@
 #include "gridcore/rows/sub_rows.h"
 #include "gridcore/table/blocked_list.h"
 
+class CBCGPGridColumnsInfo;
 class CComboBox;
 
 namespace lorv {
@@ -110,6 +111,8 @@ class COMM_LORV_API CBCGPGridRow : public CObject {
   CBCGPGridItem* NewItem(int column);
   CBCGPGridItem* NewPlainItem(int column);
   int CountPlainColumns(int first) const;
+  void MoveItem(int from, int to);
+  void ArrangeItems(const CBCGPGridColumnsInfo& columns);
   bool TakesSubItem(const CBCGPGridRow* row) const;
   int PlaceOf(const CBCGPGridRow& row) const;
   void Nest(CBCGPGridRow& row, int place);

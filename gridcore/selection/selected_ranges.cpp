@@ -93,4 +93,12 @@ void SelectedRanges::RemoveColumns(int first, int count) {
   MoveRanges(ranges_, [=](CBCGPGridRange& range) { ColumnsRemoved(range, first, count); });
 }
 
+void SelectedRanges::MoveColumn(int from, int to) {
+  std::vector<CBCGPGridRange> moved;
+  for (const CBCGPGridRange& range : ranges_)
+    for (const LineSpan& columns : SpansAfterMove(ColumnsOf(range), from, to))
+      moved.push_back(RangeOf(RowsOf(range), columns));
+  ranges_ = std::move(moved);
+}
+
 }  // namespace lorv

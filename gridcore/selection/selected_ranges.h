@@ -40,6 +40,8 @@ class COMM_LORV_API SelectedRanges {
   void RemoveRows(int first, int count);
   void InsertColumns(int before, int count);
   void RemoveColumns(int first, int count);
+  // A range that a column leaves, or comes into, becomes several.
+  void MoveColumn(int from, int to);
 
  private:
   std::vector<CBCGPGridRange> ranges_;

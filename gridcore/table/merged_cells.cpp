@@ -78,6 +78,20 @@ void MergedCells::RemoveColumns(int first, int count) {
   MoveBlocks([=](CBCGPGridRange& block) { ColumnsRemoved(block, first, count); });
 }
 
+bool MergedCells::CanMoveColumn(int from, int to) const {
+  return std::all_of(blocks_.begin(), blocks_.end(), [=](const CBCGPGridRange& block) {
+    if (block.m_nLeft == block.m_nRight || from == to) return true;
+    const bool leaves = from >= block.m_nLeft && from <= block.m_nRight;
+    return !leaves && SpansAfterMove(ColumnsOf(block), from, to).size() == 1;
+  });
+}
+
+void MergedCells::MoveColumn(int from, int to) {
+  MoveBlocks([=](CBCGPGridRange& block) {
+    block = RangeOf(RowsOf(block), SpansAfterMove(ColumnsOf(block), from, to).front());
+  });
+}
+
 template <class Move>
 void MergedCells::MoveBlocks(Move move) {
   if (blocks_.empty()) return;

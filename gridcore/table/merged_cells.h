@@ -41,6 +41,9 @@ class COMM_LORV_API MergedCells {
   void RemoveRows(int first, int count);
   void InsertColumns(int before, int count);
   void RemoveColumns(int first, int count);
+  // A block of several columns that one leaves or comes into would be torn.
+  bool CanMoveColumn(int from, int to) const;
+  void MoveColumn(int from, int to);
 
  private:
   template <class Move>

@@ -44,3 +44,16 @@ TEST(ColumnMask, NegativeColumnsHaveNone) {
   EXPECT_TRUE(mask.Has(0));
   EXPECT_TRUE(mask.Has(30));
 }
+
+TEST(ColumnMask, SwitchesGoWithAMovedColumn) {
+  ColumnMask mask;
+  mask.Set(1, true);
+  mask.Set(4, true);
+  mask.Move(1, 5);
+  for (int column = 0; column < 31; ++column)
+    EXPECT_EQ(mask.Has(column), column == 3 || column == 5) << column;
+  // From a column that shares the switch of column 3.
+  mask.Move(35, 0);
+  for (int column = 0; column < 31; ++column)
+    EXPECT_EQ(mask.Has(column), column == 0 || column == 4 || column == 6) << column;
+}

@@ -62,6 +62,17 @@ TEST_F(GridHistoryOf, TakesAFillBackAsOneStep) {
   ExpectOneStep("a fill");
 }
 
+TEST_F(GridHistoryOf, ARowThatReturnAddedGoesWithTheValueThatCausedIt) {
+  Start(2, 2);
+  grid->SetReturnAddNewRow(true);
+  Choose(1, 0);
+  Type(_T("new"));
+  Key(VK_RETURN);
+  ASSERT_EQ(grid->GetRowCount(), 3);
+  grid->EndEditItem(FALSE);
+  ExpectOneStep("a value, and the row that it needed");
+}
+
 TEST_F(GridHistoryOf, TakesATickBack) {
   Start(2, 2);
   grid->ReplaceItem(0, 0, new CBCGPGridCheckItemEx(false), FALSE);

@@ -151,3 +151,26 @@ TEST(ColumnsInfo, TheFirstColumnsAreAsManyAsFit) {
   info.SetColumnVisible(0, FALSE);
   EXPECT_EQ(info.GetWidthOfFirst(2, 60), 50);
 }
+
+TEST(ColumnsInfo, MovedColumnsKnowTheirNumbers) {
+  CBCGPGridColumnsInfo info;
+  for (int column = 0; column < 4; ++column) info.InsertColumn(column, _T("c"), 10 * (column + 1));
+  EXPECT_FALSE(info.MoveColumn(0, 4));
+  EXPECT_FALSE(info.MoveColumn(-1, 0));
+  EXPECT_TRUE(info.MoveColumn(3, 1));
+  EXPECT_EQ(info.GetColumnLeft(2), 50);
+  EXPECT_EQ(info.HitTestColumn(49), 1);
+  EXPECT_EQ(info.GetUnmovedColumn(1), 3);
+  EXPECT_EQ(info.FindUnmovedColumn(1), 2);
+  // In front of the one that is number 3: the new one is that, and the other number 4.
+  EXPECT_TRUE(info.InsertColumn(1, _T("new"), 5));
+  EXPECT_EQ(info.GetUnmovedColumn(1), 3);
+  EXPECT_EQ(info.GetUnmovedColumn(2), 4);
+  EXPECT_TRUE(info.DeleteColumn(0));
+  EXPECT_EQ(info.FindUnmovedColumn(0), 2);
+  EXPECT_EQ(info.FindUnmovedColumn(4), -1);
+  EXPECT_EQ(info.GetUnmovedColumn(9), -1);
+  EXPECT_TRUE(info.AreColumnsMoved());
+  info.DeleteAllColumns();
+  EXPECT_FALSE(info.AreColumnsMoved());
+}

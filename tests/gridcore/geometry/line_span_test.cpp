@@ -76,3 +76,28 @@ TEST(LineSpan, UnitedSpansKeepGaps) {
   EXPECT_EQ(UnitedSpans({{0, kMost}, {3, 4}}), (Spans{{0, kMost}}));
   EXPECT_EQ(UnitedSpans({}), Spans());
 }
+
+TEST(LineSpan, MovedLinesAreThoseOfAPlainList) {
+  EXPECT_EQ(lorv::LineAfterMove(3, 1, 4), 2);
+  EXPECT_EQ(lorv::SpansAfterMove({0, 2}, 5, 1), (Spans{{0, 0}, {2, 3}}));
+  EXPECT_EQ(lorv::SpansAfterMove({0, kMost}, 5, 1), (Spans{{0, kMost}}));
+  EXPECT_TRUE(lorv::SpansAfterMove({2, 1}, 5, 1).empty());
+  constexpr int kLines = 6;
+  for (int code = 0; code < kLines * kLines * kLines * kLines; ++code) {
+    const LineSpan span{code % kLines, code / kLines % kLines};
+    const int from = code / (kLines * kLines) % kLines;
+    const int to = code / (kLines * kLines * kLines);
+    std::vector<int> plain(kLines);
+    for (int line = 0; line < kLines; ++line) plain[static_cast<std::size_t>(line)] = line;
+    plain.erase(plain.begin() + from);
+    plain.insert(plain.begin() + to, from);
+    Spans marked;
+    for (int place = 0; place < kLines; ++place) {
+      const int line = plain[static_cast<std::size_t>(place)];
+      EXPECT_EQ(lorv::LineAfterMove(line, from, to), place);
+      if (line >= span.first && line <= span.last) marked.push_back({place, place});
+    }
+    EXPECT_EQ(lorv::SpansAfterMove(span, from, to), UnitedSpans(marked))
+        << span.first << span.last << from << to;
+  }
+}

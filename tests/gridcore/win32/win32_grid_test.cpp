@@ -1,5 +1,6 @@
 #include "framework/values/bstr.h"
 #include "framework/windows/accessible_window.h"
+#include "gridcore/control/column_taker.h"
 #include "gridcore/control/grid_control.h"
 #include "gridcore/items/check_item.h"
 #include "platform/win32/desktop/win32_desktop.h"
@@ -55,6 +56,33 @@ class Win32Grid : public testing::Test {
   CWnd top;
   CBCGPGridCtrl grid;
 };
+
+TEST_F(Win32Grid, AHeaderIsDraggedByTheSystemsMessages) {
+  class Taker : public lorv::ColumnTaker {
+   public:
+    explicit Taker(CBCGPGridCtrl& grid) : grid_(grid) { grid_.SetColumnTaker(this); }
+    ~Taker() override { grid_.SetColumnTaker(nullptr); }
+    bool TakesColumn(int /*column*/) override { return true; }
+    void OnColumnDropped(int column, int to) override { grid_.MoveColumn(column, to); }
+
+   private:
+    CBCGPGridCtrl& grid_;
+  };
+  const Taker taker(grid);
+  const auto at = [&](int column, int within) {
+    const CRect rect = grid.GetColumnRect(column);
+    return MAKELPARAM(rect.left + within, rect.top + 5);
+  };
+  SendMessageW(grid.m_hWnd, WM_LBUTTONDOWN, MK_LBUTTON, at(0, 20));
+  EXPECT_EQ(GetCapture(), grid.m_hWnd);
+  SendMessageW(grid.m_hWnd, WM_MOUSEMOVE, MK_LBUTTON, at(1, 70));
+  EXPECT_FALSE(grid.GetDragFrame().IsRectEmpty());
+  SendMessageW(grid.m_hWnd, WM_LBUTTONUP, 0, at(1, 70));
+  Settle();
+  EXPECT_EQ(GetCapture(), nullptr);
+  EXPECT_EQ(grid.GetColumnName(0), CString(_T("长度")));
+  EXPECT_EQ(grid.GetColumnName(1), CString(_T("名称")));
+}
 
 TEST_F(Win32Grid, TheSystemIsAnsweredWithATable) {
   EXPECT_NE(SendMessageW(grid.m_hWnd, WM_GETOBJECT, 0, static_cast<DWORD>(OBJID_CLIENT)), 0);
