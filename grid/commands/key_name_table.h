@@ -1,6 +1,7 @@
 #pragma once
 
 #include "framework/native/window_types.h"
+#include "gridcore/control/grid_key_handler.h"
 
 namespace lorv {
 
@@ -35,6 +36,8 @@ inline constexpr KeyName kKeyNames[] = {
     {_T("Num*"), VK_MULTIPLY},
     {_T("Num/"), VK_DIVIDE},
     {_T("Menu"), VK_APPS},
+    {_T("WheelUp"), kKeyWheelUp},
+    {_T("WheelDown"), kKeyWheelDown},
     {_T("F1"), VK_F1},
     {_T("F2"), VK_F2},
     {_T("F3"), VK_F3},

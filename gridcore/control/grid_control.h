@@ -519,6 +519,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
 
   // Keys and the mouse.
   bool AskForKey(UINT key, bool editing = false);
+  bool TakesWheel(UINT flags, int& delta);
   bool TakesKeyOfEditor(MSG* message);
   bool MoveByKey(UINT key, bool may_extend = true);
   CBCGPGridItemID CellByKey(UINT key, CBCGPGridItemID from) const;

@@ -14,7 +14,7 @@ namespace {
 constexpr UINT kFirstSymbol = 0xBA;  // of the keys whose character the layout of the keyboard says
 
 bool TypesCharacter(const GridKey& key) {
-  if (key.control != key.alt) return false;
+  if (key.control != key.alt || key.key >= kKeyWheelUp) return false;
   const bool letter = key.key >= '0' && key.key <= 'Z';
   const bool pad = key.key >= VK_NUMPAD0 && key.key <= VK_DIVIDE;
   return key.key == VK_SPACE || letter || pad || key.key >= kFirstSymbol;

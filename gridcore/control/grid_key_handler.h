@@ -8,7 +8,11 @@
 
 namespace lorv {
 
-// A key that goes down over a grid or its editor.
+// Notches of the wheel, away from the user and to him, as keys behind all virtual ones.
+constexpr UINT kKeyWheelUp = 0x100;
+constexpr UINT kKeyWheelDown = 0x101;
+
+// A key that goes down over a grid or its editor, or a notch of the wheel.
 struct GridKey {
   UINT key = 0;  // a virtual key, as the grid has translated it
   bool control = false;

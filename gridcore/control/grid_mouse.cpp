@@ -309,8 +309,35 @@ void CBCGPGridCtrl::OnRButtonUp(UINT flags, CPoint point) {
   CBCGPWnd::OnRButtonUp(flags, point);
 }
 
-BOOL CBCGPGridCtrl::OnMouseWheel(UINT /*flags*/, short delta, CPoint /*point*/) {
-  const int step = m_nLargeRowHeight * kRowsOfNotch * delta / kWheelNotch;
+// True: the turn is used up. What is left to scroll by may be more than came, where less than a notch was
+// kept back for those who take whole ones.
+bool CBCGPGridCtrl::TakesWheel(UINT flags, int& delta) {
+  const bool control = (flags & MK_CONTROL) != 0 || lorv::IsKeyDown(VK_CONTROL);
+  if (!control || key_handlers_.IsEmpty()) {
+    press_.turned = 0;
+    return false;
+  }
+  const int turned = press_.turned + delta;
+  press_.turned = turned % kWheelNotch;
+  const UINT key = turned > 0 ? lorv::kKeyWheelUp : lorv::kKeyWheelDown;
+  const auto life = life_.Watch();
+  const int notches = std::abs(turned) / kWheelNotch;
+  for (int notch = 0; notch < notches; ++notch) {
+    const bool used = key_handlers_.Ask(
+        {key, true, lorv::IsKeyDown(VK_SHIFT), lorv::IsKeyDown(VK_MENU), editor_ != nullptr});
+    if (life.expired()) return true;
+    if (used) continue;
+    delta = turned;
+    press_.turned = 0;
+    return false;
+  }
+  return true;
+}
+
+BOOL CBCGPGridCtrl::OnMouseWheel(UINT flags, short delta, CPoint /*point*/) {
+  int turned = delta;
+  if (TakesWheel(flags, turned)) return TRUE;
+  const int step = m_nLargeRowHeight * kRowsOfNotch * turned / kWheelNotch;
   if (lorv::IsKeyDown(VK_SHIFT))
     ScrollTo(m_nHorzScrollOffset - step, m_nVertScrollOffset);
   else

@@ -57,6 +57,7 @@ struct PressWatch {
   POINT at = {0, 0};      // where the mouse went down
   bool on_frame = false;  // on the frame of the selection, and has not moved since
   bool freeing = false;   // the mouse is being given back
+  int turned = 0;         // of the wheel, less than a notch
 };
 
 // A text of the filter bar.

@@ -53,6 +53,38 @@ TEST_F(GridZoom, EverythingGrowsAndShrinks) {
   EXPECT_EQ(grid->GetColumnWidth(0), 40);
 }
 
+TEST_F(GridZoom, TheWheelWithControlIsAKeyOfTheCommands) {
+  lorv::GridCommands commands(*grid);
+  const auto turn = [&](int delta, WORD held) {
+    grid->SendMessage(WM_MOUSEWHEEL, static_cast<WPARAM>(MAKELONG(held, static_cast<WORD>(delta))), 0);
+    Run();
+  };
+  grid->AppendRows(100);
+  Run();
+  // Nobody takes it yet: it scrolls, a fine wheel by what it has turned in all.
+  turn(-120, MK_CONTROL);
+  const int scrolled = grid->GetVertScrollOffset();
+  EXPECT_GT(scrolled, 0);
+  turn(120, MK_CONTROL);
+  for (int i = 0; i < 3; ++i) turn(-40, MK_CONTROL);
+  EXPECT_EQ(grid->GetVertScrollOffset(), scrolled);
+  zoom->Bind(commands);
+  for (int i = 0; i < 3; ++i) turn(40, MK_CONTROL);
+  EXPECT_EQ(zoom->Zoom(), 110);
+  turn(-240, MK_CONTROL);
+  EXPECT_EQ(zoom->Zoom(), 90);
+  for (int i = 0; i < 40; ++i) turn(120, MK_CONTROL);
+  EXPECT_EQ(zoom->Zoom(), 300);
+  for (int i = 0; i < 40; ++i) turn(-120, MK_CONTROL);
+  EXPECT_EQ(zoom->Zoom(), 50);
+  commands.SetKeys(_T("zoom_in"), _T("Ctrl+Plus"));
+  turn(120, MK_CONTROL);
+  EXPECT_EQ(zoom->Zoom(), 50);
+  commands.Bind(_T("zoom_out"), [this](CBCGPGridCtrl&) { return grid.reset(), true; });
+  turn(-360, MK_CONTROL);
+  EXPECT_EQ(grid, nullptr);
+}
+
 TEST_F(GridZoom, AnySeriesComesBackToThePixel) {
   zoom->SetZoom(110);
   zoom->SetZoom(100);
