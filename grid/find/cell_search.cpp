@@ -14,7 +14,8 @@ CellSearch::CellSearch(const CBCGPGridCtrl& grid, const FindOptions& options,
     : grid_(grid),
       options_(options),
       scope_(scope),
-      matcher_(options.text, options.match_case, options.whole_cell),
+      matcher_(options.pattern ? TextMatcher::ForPattern(options.text, options.match_case, options.whole_cell)
+                               : TextMatcher(options.text, options.match_case, options.whole_cell)),
       last_row_(grid.GetRowCount() - 1) {
   if (!scope.empty()) {
     int top = last_row_ + 1;

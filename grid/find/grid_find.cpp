@@ -138,6 +138,10 @@ ReplaceCount GridFind::ReplaceAll(const CString& by) {
   return count;
 }
 
+bool GridFind::IsPatternValid() const {
+  return !options_.pattern || TextPattern(options_.text.View(), options_.match_case).IsValid();
+}
+
 void GridFind::Bind(GridCommands& commands) {
   const auto can = [this](const CBCGPGridCtrl&) { return !options_.text.IsEmpty(); };
   commands.Bind(

@@ -22,6 +22,7 @@ struct FindOptions {
   bool selection_only = false;
   bool wrap = true;           // on at the other end, once
   bool hidden_cells = false;  // in rows and columns that are out of sight too
+  bool pattern = false;       // the text is a regular expression (text_pattern.h)
 };
 
 // What a replacement did. Every cell that holds the text is counted once.
@@ -54,6 +55,8 @@ class COMM_LORV_API GridFind {
   CBCGPGridCtrl* Grid() const { return grid_life_.expired() ? nullptr : grid_; }
   void SetOptions(const FindOptions& options);
   const FindOptions& Options() const { return options_; }
+  // False: the text is asked for as a pattern, and is none; nothing is found then.
+  bool IsPatternValid() const;
 
   // The next cell behind that one in the direction, the null id: none. From the null id: the first, or
   // backwards the last one.

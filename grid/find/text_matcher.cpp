@@ -1,5 +1,7 @@
 #include "grid/find/text_matcher.h"
 
+#include "grid/find/pattern_program.h"
+
 // A plain search: texts of cells are short, and the first unit settles nearly every place.
 
 namespace lorv {
@@ -13,6 +15,18 @@ constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
 TextMatcher::TextMatcher(const CString& wanted, bool match_case, bool whole)
     : wanted_(wanted), match_case_(match_case), whole_(whole) {
   for (int i = 0; i < wanted_.GetLength(); ++i) wanted_.SetAt(i, Folded(wanted_[i]));
+}
+
+TextMatcher TextMatcher::ForPattern(const CString& pattern, bool match_case, bool whole) {
+  TextMatcher matcher(CString(), match_case, whole);
+  // Nothing is looked for, as with a text.
+  if (pattern.IsEmpty()) return matcher;
+  auto made = std::make_shared<const TextPattern>(pattern.View(), match_case);
+  // By itself first: what brackets around it would make of a bad one is another pattern.
+  if (whole && made->IsValid())
+    made = std::make_shared<const TextPattern>((_T("^(?:") + pattern + _T(")$")).View(), match_case);
+  matcher.pattern_ = std::move(made);
+  return matcher;
 }
 
 bool TextMatcher::StandsAt(TextView text, std::size_t place) const {
@@ -31,10 +45,13 @@ std::size_t TextMatcher::Next(TextView text, std::size_t from) const {
 }
 
 bool TextMatcher::Matches(TextView text) const {
+  TextPattern::Places places;
+  if (pattern_ != nullptr) return pattern_->Find(text, 0, places);
   return Next(text, 0) != kNowhere;
 }
 
 CString TextMatcher::Replaced(TextView text, const CString& by, int& count) const {
+  if (pattern_ != nullptr) return ReplacedByPattern(text, by, count);
   count = 0;
   CString replaced;
   std::size_t from = 0;
@@ -45,6 +62,24 @@ CString TextMatcher::Replaced(TextView text, const CString& by, int& count) cons
     ++count;
   }
   return replaced + CString(text.substr(from));
+}
+
+CString TextMatcher::ReplacedByPattern(TextView text, const CString& by, int& count) const {
+  count = 0;
+  CString replaced;
+  std::size_t kept = 0;  // up to where the text has been taken over
+  std::size_t from = 0;
+  TextPattern::Places places;
+  while (from <= text.size() && pattern_->Find(text, from, places)) {
+    const auto first = static_cast<std::size_t>(places[0].from);
+    const auto end = static_cast<std::size_t>(places[0].to);
+    replaced += CString(text.substr(kept, first - kept)) + TextPattern::Replacement(text, places, by);
+    kept = end;
+    // Behind a place without a character the search goes on a character further.
+    from = end > first ? end : end + (end < text.size() ? CodeOf(text, end).units : 1);
+    ++count;
+  }
+  return replaced + CString(text.substr(kept));
 }
 
 }  // namespace lorv

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <memory>
+
 #include "framework/text/cstring.h"
+#include "grid/find/text_pattern.h"
 
 namespace lorv {
 
@@ -14,6 +17,9 @@ namespace lorv {
 class COMM_LORV_API TextMatcher {
  public:
   TextMatcher(const CString& wanted, bool match_case, bool whole);
+  // What is wanted is a regular expression, and a replacement names its groups (text_pattern.h). One that
+  // cannot be read is found nowhere. What fits without a character is found, and put in front of the next.
+  static TextMatcher ForPattern(const CString& pattern, bool match_case, bool whole);
 
   bool Matches(TextView text) const;
   // `count` is set to how many there were.
@@ -25,10 +31,12 @@ class COMM_LORV_API TextMatcher {
   }
   bool StandsAt(TextView text, std::size_t place) const;
   std::size_t Next(TextView text, std::size_t from) const;
+  CString ReplacedByPattern(TextView text, const CString& by, int& count) const;
 
   CString wanted_;
   bool match_case_;
   bool whole_;
+  std::shared_ptr<const TextPattern> pattern_;  // null: the text stands for itself
 };
 
 }  // namespace lorv

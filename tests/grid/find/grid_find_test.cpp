@@ -274,3 +274,20 @@ TEST_F(GridFindInBridge, ARefusedChangeGetsItsOwnValueBack) {
   EXPECT_EQ(Text(1, 1), CString(_T("C30")));
   EXPECT_EQ(Of(Current()), "0,0");
 }
+
+TEST_F(GridFind, PatternsFindAndReplaceByGroups) {
+  FindOptions options = For(_T("^c(\\d)0$"));
+  options.pattern = true;
+  find->SetOptions(options);
+  EXPECT_TRUE(find->IsPatternValid());
+  EXPECT_EQ(find->Count(), 4);
+  EXPECT_EQ(Walk(false), "0,1 1,0 2,2 3,1 0,1 ");
+  const ReplaceCount count = find->ReplaceAll(_T("HRB$10"));
+  EXPECT_EQ(count.changed, 4);
+  EXPECT_EQ(Text(2, 2), CString(_T("HRB30")));
+  options.text = _T("(");
+  find->SetOptions(options);
+  EXPECT_FALSE(find->IsPatternValid());
+  EXPECT_EQ(find->Count(), 0);
+  EXPECT_FALSE(find->FindNext());
+}

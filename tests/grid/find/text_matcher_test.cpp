@@ -98,3 +98,16 @@ TEST(TextMatcher, RandomTextsAsByThePlainSearch) {
     EXPECT_EQ(matcher.Matches(from.View()), expected > 0);
   }
 }
+
+TEST(TextMatcher, PatternsAreReplacedFromTheLeft) {
+  const auto replaced = [](LPCTSTR pattern, LPCTSTR text, LPCTSTR by, bool whole = false) {
+    return Replaced(TextMatcher::ForPattern(pattern, true, whole), text, by);
+  };
+  EXPECT_EQ(replaced(_T("C(\\d+)"), _T("C30C35"), _T("<$1>")), CString(_T("<30><35>")));
+  EXPECT_EQ(replaced(_T("x*"), _T("axb"), _T("-")), CString(_T("-a--b-")));
+  EXPECT_EQ(replaced(_T("x*"), _T("\U00020BB7"), _T("-")), CString(_T("-\U00020BB7-")));
+  EXPECT_EQ(replaced(_T("a|ab"), _T("ab"), _T("x"), true), CString(_T("x")));
+  EXPECT_EQ(replaced(_T("a)|(b"), _T("b"), _T("x"), true), CString(_T("b")));
+  EXPECT_FALSE(TextMatcher::ForPattern(_T("a"), true, true).Matches(lorv::TextView(_T("aa"))));
+  EXPECT_TRUE(TextMatcher::ForPattern(_T("A"), false, false).Matches(lorv::TextView(_T("xa"))));
+}
