@@ -23,6 +23,23 @@ int Near(std::int64_t place) {
 constexpr int kTextHeight = 16;  // where there is no window to measure in
 constexpr int kLinePadding = 4;  // pixels above and below the text of a row, together
 
+int ForDots(int size, int dots, int before) {
+  return static_cast<int>((std::int64_t{size} * dots + before / 2) / before);
+}
+
+// Columns that were as wide as their texts are so on the other screen, too. Rounded at each change: from
+// a finer screen straight back they come to the pixel, over several ones within a pixel for each.
+void ScaleColumns(CBCGPGridColumnsInfo& info, int dots, int before) {
+  for (int column = 0; column < info.GetColumnCount(); ++column) {
+    const BOOL visible = info.GetColumnVisible(column);
+    // A hidden column has no width while it is hidden.
+    info.SetColumnVisible(column, TRUE);
+    info.SetColumnWidth(column, ForDots(info.GetColumnWidth(column), dots, before));
+    info.SetMinWidth(column, ForDots(info.GetMinWidth(column), dots, before));
+    info.SetColumnVisible(column, visible);
+  }
+}
+
 }  // namespace
 
 int CBCGPGridCtrl::TextHeight() {
@@ -175,6 +192,14 @@ bool CBCGPGridCtrl::LayOut() {
   CBCGPGridRow* const last =
       switches_.keeps_last_row && !rows_.IsVirtual() ? rows_.At(rows_.Size() - 1) : nullptr;
   if (last != nullptr && last->GetItemCount() < GetColumnCount()) SetupRow(last, GetColumnCount());
+  // The window has come to a screen of other dots an inch, and its font with it.
+  const int before = measured_.height > 0 ? measured_.dpi : 0;
+  const int dots = before > 0 && m_hWnd != nullptr ? GetDpi() : before;
+  if (dots > 0 && dots != before) {
+    ScaleColumns(GetColumnsInfo(), dots, before);
+    switches_.row_header_width = ForDots(switches_.row_header_width, dots, before);
+    measured_.height = 0;
+  }
   // The height that the font or the user asks for may be another one by now.
   const int height = m_nLargeRowHeight;
   SetRowHeight();

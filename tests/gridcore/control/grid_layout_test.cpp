@@ -172,3 +172,40 @@ TEST_F(GridLayout, ManyRowsKeepTheirPlaces) {
   grid->EnsureVisible(Cell(19999, 0));
   EXPECT_EQ(grid->GetRowRect(19999).bottom, grid->GetListRect().bottom);
 }
+
+TEST_F(GridLayout, AnotherScreenScalesWidthsAndRowsFollowTheFont) {
+  grid->EnableRowHeader(TRUE, -1, 30);
+  Fill(3, 3);
+  grid->SetColumnWidth(1, 33);
+  grid->GetColumnsInfo().SetMinWidth(1, 10);
+  grid->SetColumnVisible(2, FALSE);
+  grid->AdjustLayout();
+  const int height = grid->GetRowHeight();
+  LOGFONT face = grid->GetFont()->Face();
+  const LONG usual = face.lfHeight;
+  for (const int dots : {120, 96, 144, 96, 192, 96}) {
+    SCOPED_TRACE(dots);
+    desktop.SetDpi(dots);
+    face.lfHeight = usual * dots / 96;
+    CFont font;
+    font.CreateFontIndirect(&face);
+    grid->SetFont(&font, FALSE);
+    grid->AdjustLayout();
+    Run();
+    EXPECT_EQ(grid->GetColumnWidth(0), 80 * dots / 96);
+    EXPECT_EQ(grid->GetColumnWidth(1), (33 * dots + 48) / 96);
+    EXPECT_EQ(grid->GetColumnsInfo().GetMinWidth(1), (10 * dots + 48) / 96);
+    EXPECT_FALSE(grid->GetColumnVisible(2));
+    EXPECT_EQ(grid->GetRowHeaderRect().Width(), (30 * dots + 48) / 96);
+    CClientDC dc(grid.get());
+    dc.SelectObject(grid->GetFont());
+    TEXTMETRIC metrics = {};
+    ASSERT_TRUE(dc.GetTextMetrics(&metrics));
+    // The text and its lines above and below, and no more lines than a pixel.
+    EXPECT_EQ(grid->GetRowHeight(), metrics.tmHeight + 4);
+    EXPECT_EQ(grid->GetItemRect({1, 0}).bottom, grid->GetItemRect({2, 0}).top);
+  }
+  EXPECT_EQ(grid->GetRowHeight(), height);
+  grid->SetColumnVisible(2, TRUE);
+  EXPECT_EQ(grid->GetColumnWidth(2), 80);
+}
