@@ -41,19 +41,32 @@ LRESULT CBCGPToolTipCtrl::OnActivateTip(WPARAM w, LPARAM /*l*/) {
 void CBCGPToolTipCtrl::ShowAt(CPoint screen) {
   if (m_hWnd == nullptr || !active_) return;
   const HWND window = m_hWnd;
-  NMHDR header = {};
-  header.hwndFrom = window;
-  header.code = lorv::kTipShows;
-  LRESULT result = 0;
-  // By way of the parent, as the system's own tips do it: a class may handle it there first.
-  if (CWnd* const parent = GetParent(); parent != nullptr) {
-    parent->SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header));
-  } else {
-    OnShow(&header, &result);
-  }
-  // The parent may have done anything, with the tip's window too.
+  const auto put = [&] {
+    if (m_hWnd == window)
+      SetWindowPos(nullptr, screen.x, screen.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  };
+  const auto measure = [&] {
+    NMHDR header = {};
+    header.hwndFrom = window;
+    header.code = lorv::kTipShows;
+    LRESULT result = 0;
+    // By way of the parent, as the system's own tips do it: a class may handle it there first.
+    if (CWnd* const parent = GetParent(); parent != nullptr) {
+      parent->SendMessage(WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&header));
+    } else {
+      OnShow(&header, &result);
+    }
+  };
+  // Already there when it takes its size: that depends on the dots and the room of the screen.
+  put();
   if (m_hWnd != window) return;
-  SetWindowPos(nullptr, screen.x, screen.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  const int dots = GetDpi();
+  measure();
+  // With its new size it may stand on another screen than with the old one.
+  if (m_hWnd == window && GetDpi() != dots) measure();
+  // The parent may have done anything, with the tip's window too.
+  put();
+  if (m_hWnd != window) return;
   ShowWindow(SW_SHOWNA);
   Invalidate();
 }
@@ -86,7 +99,9 @@ CSize CBCGPToolTipCtrl::NeededSize() {
   const CSize needed(text.cx + margin_.left + margin_.right + 2 * kInnerAcross,
                      text.cy + margin_.top + margin_.bottom + 2 * kInnerDown);
   // The rest would never be seen, and a window keeps all of its pixels.
-  const CRect screen(lorv::DesktopInForce().WorkArea({0, 0}));
+  CRect place;
+  GetWindowRect(place);
+  const CRect screen(lorv::DesktopInForce().WorkArea(place.TopLeft()));
   return CSize(std::min(needed.cx, static_cast<LONG>(screen.Width())),
                std::min(needed.cy, static_cast<LONG>(screen.Height())));
 }

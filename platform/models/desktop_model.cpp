@@ -29,6 +29,11 @@ std::shared_ptr<WindowModel> DesktopModel::At(HWND window) const {
   return found == windows_.end() ? nullptr : found->second;
 }
 
+int DesktopModel::DpiFor(const WindowRequest& request) const {
+  const auto beside = At(request.parent);
+  return beside == nullptr ? Dpi() : beside->Dpi();
+}
+
 void DesktopModel::Adopt(const std::shared_ptr<WindowModel>& window) {
   {
     const std::lock_guard<std::mutex> lock(mutex_);

@@ -47,8 +47,10 @@ class COMM_LORV_API DesktopModel : public Desktop {
   int Metric(int index) const override;
   UINT RegisterMessage(LPCTSTR name) override;
 
-  // Dots an inch of the screen where windows begin.
+  // Dots an inch of the first screen, and of that on which a window begins: where it stands in another or
+  // belongs to it, that one's.
   virtual int Dpi() const { return kUsualDpi; }
+  virtual int DpiFor(const WindowRequest& request) const;
 
   // For windows. Null for what is no window any more.
   std::shared_ptr<WindowModel> At(HWND window) const;

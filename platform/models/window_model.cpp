@@ -14,15 +14,6 @@
 // and `alive_` is asked behind it.
 
 namespace lorv {
-namespace {
-
-// A window begins on the screen of the one that it stands in or belongs to.
-int DpiBeside(const DesktopModel& desktop, HWND parent) {
-  const auto window = desktop.At(parent);
-  return window == nullptr ? desktop.Dpi() : window->Dpi();
-}
-
-}  // namespace
 
 WindowModel::WindowModel(DesktopModel& desktop, HWND handle, const WindowRequest& request)
     : desktop_(desktop),
@@ -34,8 +25,9 @@ WindowModel::WindowModel(DesktopModel& desktop, HWND handle, const WindowRequest
       ex_style_(request.ex_style),
       id_(request.id),
       font_(desktop.DialogFont()),
-      dpi_(DpiBeside(desktop, request.parent)) {
+      dpi_(desktop.DpiFor(request)) {
   ((style_ & WS_CHILD) != 0 ? parent_ : owner_) = request.parent;
+  font_.lfHeight = font_.lfHeight * dpi_ / std::max(1, desktop.Dpi());
 }
 
 std::shared_ptr<WindowModel> WindowModel::ParentModel() const {

@@ -24,6 +24,17 @@ TEST(DisplayWidth, CountsColumnsOfATerminal) {
   for (const auto& row : rows) EXPECT_EQ(DisplayWidth(row.text), row.columns) << row.text;
 }
 
+TEST(DisplayWidth, WhatNoCharacterIsAssignedToIsNarrowButInBlocksOfChinese) {
+  for (const char32_t c :
+       {0x0378u, 0x0DF5u, 0xAA37u, 0xE000u, 0xFDD0u, 0xFFFFu, 0x1000Cu, 0x1FBFAu, 0xE00FFu})
+    EXPECT_EQ(DisplayWidth(c), 1) << static_cast<unsigned>(c);
+  for (const char32_t c : {0x1100u, 0x3400u, 0x9FFFu, 0xAC00u, 0xD7A3u, 0xFA6Eu, 0xFF01u, 0x1F600u, 0x3FFFDu})
+    EXPECT_EQ(DisplayWidth(c), 2) << static_cast<unsigned>(c);
+  // Beside what is wide: the last syllable of Hangul, the last character of a plane.
+  EXPECT_EQ(DisplayWidth(char32_t{0xD7A4}), 1);
+  EXPECT_EQ(DisplayWidth(char32_t{0x2FFFE}), 1);
+}
+
 TEST(DisplayWidth, BrokenBytesAreTakenOneByOne) {
   std::string_view text = "\xE5\xA2墙\xC0";
   EXPECT_EQ(TakeCharacter(text), 0xFFFDu);

@@ -88,6 +88,7 @@ class QtDesk : public DesktopModel, public QtServices {
   void TellAccessible(HWND window, AccessEvent event, std::int64_t number) override;
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
   int Dpi() const override;
+  int DpiFor(const WindowRequest& request) const override;
   std::unique_ptr<ProgressDialog> MakeProgress() override;
 
   // For windows.

@@ -62,6 +62,17 @@ int QtDesk::Dpi() const {
   return dpi_;
 }
 
+// A window of its own begins on the screen on which its middle lies. A dialog does not: it is made in a
+// corner and then put over its owner. One without an area has no screen yet.
+int QtDesk::DpiFor(const WindowRequest& request) const {
+  const CRect place(request.place);
+  const bool placed =
+      (request.style & WS_CHILD) == 0 && request.kind != WindowKind::Dialog && place.IsRectEmpty() == 0;
+  const QScreen* const screen = placed ? ScreenNear(place.CenterPoint()) : nullptr;
+  if (screen == nullptr) return DesktopModel::DpiFor(request);
+  return static_cast<int>(std::lround(screen->logicalDotsPerInchY()));
+}
+
 void QtDesk::WatchScreens() {
   MeasureScreen();
   for (QScreen* const screen : QGuiApplication::screens()) WatchScreen(screen);

@@ -53,6 +53,15 @@ class HiddenOwner {
   HWND window_ = nullptr;
 };
 
+// The window to bring in front for a menu: below a modal dialog the owner rests, and the dialog keeps its
+// place.
+HWND FrontFor(HWND window) {
+  const HWND root = GetAncestor(window, GA_ROOT);
+  if (IsWindowEnabled(root)) return root;
+  const HWND above = GetLastActivePopup(GetAncestor(root, GA_ROOTOWNER));
+  return above != nullptr && IsWindowEnabled(above) ? above : GetActiveWindow();
+}
+
 }  // namespace
 
 UINT TrackNativeMenu(const MenuModel& model, POINT screen, UINT flags, HWND owner) {
@@ -64,7 +73,7 @@ UINT TrackNativeMenu(const MenuModel& model, POINT screen, UINT flags, HWND owne
   const HWND window = hidden.Window() != nullptr ? hidden.Window() : owner;
   // A click elsewhere closes the menu only of a window in the foreground.
   const auto track = [&] {
-    SetForegroundWindow(GetAncestor(window, GA_ROOT));
+    if (const HWND front = FrontFor(window); front != nullptr) SetForegroundWindow(front);
     // The command is always the answer: whoever wants it as a message posts it when the menu is gone.
     const UINT all = (flags & ~static_cast<UINT>(TPM_RECURSE)) | TPM_RETURNCMD | TPM_NONOTIFY;
     return static_cast<UINT>(TrackPopupMenuEx(menu.get(), all, screen.x, screen.y, window, nullptr));

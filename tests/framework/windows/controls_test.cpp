@@ -55,6 +55,56 @@ TEST_F(Controls, WithoutAWindowTheyAnswerWithNothing) {
   EXPECT_EQ(end, 0);
 }
 
+// The message has no word for the room: a control that tells one length and writes another writes into room
+// of ours.
+template <class Control>
+class Liar : public Control {
+ public:
+  LRESULT length = 1;
+  CString text;
+  LRESULT told = 0;
+
+ protected:
+  LRESULT WindowProc(UINT message, WPARAM w, LPARAM l) override {
+    if (message == LB_GETTEXTLEN || message == CB_GETLBTEXTLEN) return length;
+    if (message != LB_GETTEXT && message != CB_GETLBTEXT) return Control::WindowProc(message, w, l);
+    std::copy_n(text.GetString(), text.GetLength() + 1, reinterpret_cast<TCHAR*>(l));
+    return told;
+  }
+};
+
+TEST_F(Controls, AnItemLongerThanItsLengthIsTakenWhole) {
+  Liar<CListBox> box;
+  box.Create(WS_CHILD, CRect(0, 0, 50, 50), &top, 8);
+  Liar<CComboBox> drop;
+  drop.Create(WS_CHILD | CBS_DROPDOWNLIST, CRect(0, 0, 50, 50), &top, 9);
+  for (const int units : {1, 2, 40, 65536}) {
+    box.text = drop.text = CString(_T('w'), units);
+    box.told = drop.told = units;
+    CString got, dropped;
+    box.GetText(0, got);
+    drop.GetLBText(0, dropped);
+    EXPECT_EQ(got, box.text) << units;
+    EXPECT_EQ(dropped, box.text) << units;
+  }
+}
+
+TEST_F(Controls, AnItemShorterThanItIsToldHoldsNothingOfOthers) {
+  Liar<CListBox> box;
+  box.Create(WS_CHILD, CRect(0, 0, 50, 50), &top, 8);
+  box.text = _T("ab");
+  for (const LRESULT told : {LRESULT{4}, LRESULT{1} << 20, LRESULT{1} << 30}) {
+    box.told = told;
+    CString got;
+    box.GetText(0, got);
+    EXPECT_EQ(got, CString(_T("ab"))) << told;
+  }
+  box.told = LB_ERR;
+  CString got(_T("before"));
+  box.GetText(0, got);
+  EXPECT_TRUE(got.IsEmpty());
+}
+
 TEST_F(Controls, SelectionsAreBroughtIntoTheText) {
   MakeEdit(0);
   edit.SetWindowText(_T("abcdef"));

@@ -2,6 +2,7 @@
 
 #include "framework/drawing/device_context.h"
 #include "framework/windows/dialog.h"
+#include "framework/windows/tip_window.h"
 #include "tests/platform/qt/qt_fixture.h"
 
 // Windows that are moved to a screen of other dots an inch, while they are open. The program stands on two:
@@ -81,6 +82,38 @@ TEST_F(QtScreens, WhatIsMadeInAWindowHasTheDotsOfItsScreen) {
   EXPECT_EQ(child.GetDpi(), 192);
   CClientDC dc(&child);
   EXPECT_EQ(dc.GetDeviceCaps(LOGPIXELSX), 192);
+}
+
+TEST_F(QtScreens, AWindowMadeOnAScreenHasItsDotsFromTheBeginning) {
+  for (CWnd* const owner : {static_cast<CWnd*>(nullptr), CWnd::FromHandle(top.window)}) {
+    Told window;
+    window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(1700, 20, 1900, 120), owner, 0);
+    EXPECT_EQ(window.GetDpi(), 192);
+    EXPECT_EQ(PeerOf(window.m_hWnd)->Font().lfHeight, 2 * PeerOf(top.window)->Font().lfHeight);
+    CClientDC dc(&window);
+    EXPECT_EQ(dc.GetDeviceCaps(LOGPIXELSY), 192);
+    Settle();
+    EXPECT_TRUE(window.dots.empty()) << "it is where it began";
+  }
+  // Without an area, and beyond all screens.
+  Told none, beyond;
+  none.Create(nullptr, _T("t"), WS_POPUP, CRect(1700, 20, 1700, 20), nullptr, 0);
+  EXPECT_EQ(none.GetDpi(), 96);
+  beyond.Create(nullptr, _T("t"), WS_POPUP, CRect(-9000, -9000, -8000, -8000), nullptr, 0);
+  EXPECT_EQ(beyond.GetDpi(), 96);
+}
+
+// As wide as its screen allows, which is not the first one's measure.
+TEST_F(QtScreens, ATipIsAsLargeAsItsOwnScreen) {
+  CBCGPToolTipCtrl tip;
+  ASSERT_TRUE(tip.Create(nullptr));
+  tip.SetWindowText(CString(_T('W'), 2000));
+  tip.ShowAt(CPoint(1650, 50));
+  EXPECT_EQ(PlaceOf(tip).Size(), CSize(3200, PlaceOf(tip).Height()));
+  EXPECT_EQ(tip.GetDpi(), 192);
+  tip.ShowAt(CPoint(50, 50));
+  EXPECT_EQ(PlaceOf(tip).Width(), 1600);
+  EXPECT_EQ(PlaceOf(tip).TopLeft(), CPoint(50, 50));
 }
 
 TEST_F(QtScreens, ADialogGrowsWithItsScreenAndBack) {

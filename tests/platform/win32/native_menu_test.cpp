@@ -185,6 +185,27 @@ TEST_F(NativeMenus, WithoutAnOwnerItWorksAsWell) {
   top.on = nullptr;
 }
 
+// An owner that a modal dialog keeps from the user would take the keys from the dialog.
+TEST_F(NativeMenus, AnOwnerBelowAModalDialogStaysBelow) {
+  Probe dialog;
+  dialog.Make(dialog.Request(lorv::WindowKind::Top, WS_POPUP | WS_CAPTION | WS_VISIBLE, {300, 300, 500, 400},
+                             top.window));
+  dialog.Peer()->Activate();
+  top.Peer()->Enable(false);
+  Settle();
+  ASSERT_EQ(GetForegroundWindow(), dialog.window);
+  HWND in_front = nullptr;
+  while_up_ = [&] { in_front = GetForegroundWindow(); };
+  EXPECT_EQ(Show(Grades(), {VK_DOWN, VK_RETURN}), 11u);
+  EXPECT_EQ(in_front, dialog.window);
+  EXPECT_EQ(GetActiveWindow(), dialog.window);
+  // Enabled, it comes in front as ever.
+  top.Peer()->Enable(true);
+  EXPECT_EQ(Show(Grades(), {VK_ESCAPE}), 0u);
+  EXPECT_EQ(in_front, top.window);
+  dialog.Peer()->Destroy();
+}
+
 TEST_F(NativeMenus, TheOwnerMayGoWhileTheMenuIsUp) {
   Probe owner;
   owner.Make(owner.Request(lorv::WindowKind::Top, WS_CAPTION | WS_VISIBLE, {600, 100, 800, 200}, nullptr));
