@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "framework/ports/desktop_port.h"
+#include "platform/models/items.h"
 #include "platform/models/message_values.h"
 
 namespace lorv {
@@ -142,41 +143,16 @@ class ComboBehaviour : public Window {
   }
 
   LRESULT ItemMessage(UINT message, WPARAM w, LPARAM l) {
-    const int index = static_cast<int>(static_cast<LONG_PTR>(w));
-    const auto text = reinterpret_cast<LPCTSTR>(l);
-    switch (message) {
-      case CB_ADDSTRING:
-        return Changed(items_.Add(text));
-      case CB_INSERTSTRING:
-        return Changed(items_.Insert(index, text));
-      case CB_DELETESTRING:
-        return Changed(items_.Delete(index));
-      case CB_RESETCONTENT:
-        items_.Clear();
-        ShowChosen();
-        return 0;
-      case CB_GETCOUNT:
-        return items_.Count();
-      case CB_GETLBTEXT:
-        return items_.Copy(index, reinterpret_cast<LPTSTR>(l));
-      case CB_GETLBTEXTLEN:
-        return items_.Length(index);
-      case CB_FINDSTRING:
-      case CB_FINDSTRINGEXACT:
-        return items_.Find(index, text, message == CB_FINDSTRINGEXACT);
-      case CB_GETITEMDATA:
-        return items_.Data(index);
-      case CB_SETITEMDATA:
-        return items_.SetData(index, l);
-      default:
-        return ChoiceMessage(message, w, l);
+    const auto answer = items_.Answer(kComboItems, message, w, l);
+    if (!answer) return ChoiceMessage(message, w, l);
+    const bool changed = items_.TakeChanged();
+    if (message == CB_RESETCONTENT) {
+      ShowChosen();
+    } else if (changed) {
+      // A widget may choose something of its own as soon as it has an item.
+      ShowChoice();
     }
-  }
-
-  // A widget may choose something of its own as soon as it has an item.
-  LRESULT Changed(int answer) {
-    ShowChoice();
-    return answer;
+    return *answer;
   }
 
   LRESULT ChoiceMessage(UINT message, WPARAM w, LPARAM l) {

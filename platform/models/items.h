@@ -1,11 +1,23 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <utility>
 
 #include "platform/models/message_values.h"
 
 namespace lorv {
+
+// The numbers under which a kind of control is asked for its items.
+struct ItemMessages {
+  UINT add, insert, remove, clear, count, text, length, find, find_whole, data, set_data;
+};
+inline constexpr ItemMessages kListItems = {
+    LB_ADDSTRING,  LB_INSERTSTRING, LB_DELETESTRING,    LB_RESETCONTENT, LB_GETCOUNT,   LB_GETTEXT,
+    LB_GETTEXTLEN, LB_FINDSTRING,   LB_FINDSTRINGEXACT, LB_GETITEMDATA,  LB_SETITEMDATA};
+inline constexpr ItemMessages kComboItems = {
+    CB_ADDSTRING,    CB_INSERTSTRING, CB_DELETESTRING,    CB_RESETCONTENT, CB_GETCOUNT,   CB_GETLBTEXT,
+    CB_GETLBTEXTLEN, CB_FINDSTRING,   CB_FINDSTRINGEXACT, CB_GETITEMDATA,  CB_SETITEMDATA};
 
 // The items of a list or drop-down list: texts with a number each, and which one is chosen. Answers are those
 // of the LB_ and CB_ messages, -1 for what is not there. Texts compare without regard to the case of letters.
@@ -75,7 +87,33 @@ class Items {
 
   int chosen = -1;
 
+  // The answer to a message of those numbers, nothing for another one. After one that changes the items
+  // TakeChanged is true once.
+  std::optional<LRESULT> Answer(const ItemMessages& numbers, UINT message, WPARAM w, LPARAM l) {
+    const int index = static_cast<int>(static_cast<LONG_PTR>(w));
+    const auto text = reinterpret_cast<LPCTSTR>(l);
+    if (message == numbers.count) return Count();
+    if (message == numbers.text) return Copy(index, reinterpret_cast<LPTSTR>(l));
+    if (message == numbers.length) return Length(index);
+    if (message == numbers.find || message == numbers.find_whole)
+      return Find(index, text, message == numbers.find_whole);
+    if (message == numbers.data) return Data(index);
+    if (message == numbers.set_data) return SetData(index, l);
+    if (message == numbers.add) return Changed(Add(text));
+    if (message == numbers.insert) return Changed(Insert(index, text));
+    if (message == numbers.remove) return Changed(Delete(index));
+    if (message != numbers.clear) return std::nullopt;
+    Clear();
+    return Changed(0);
+  }
+  bool TakeChanged() { return std::exchange(changed_, false); }
+
  private:
+  LRESULT Changed(int answer) {
+    changed_ = true;
+    return answer;
+  }
+
   int Put(int index, LPCTSTR text) {
     store_.Put(index, CString(text));
     if (chosen >= index) ++chosen;
@@ -83,6 +121,7 @@ class Items {
   }
 
   bool sorted_;
+  bool changed_ = false;
   Store store_;
 };
 

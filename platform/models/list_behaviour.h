@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "framework/ports/desktop_port.h"
+#include "platform/models/items.h"
 #include "platform/models/message_values.h"
 
 namespace lorv {
@@ -73,40 +74,11 @@ class ListBehaviour : public Window {
   }
 
   LRESULT ItemMessage(UINT message, WPARAM w, LPARAM l) {
-    const int index = static_cast<int>(static_cast<LONG_PTR>(w));
-    const auto text = reinterpret_cast<LPCTSTR>(l);
-    switch (message) {
-      case LB_ADDSTRING:
-        return Changed(items_.Add(text));
-      case LB_INSERTSTRING:
-        return Changed(items_.Insert(index, text));
-      case LB_DELETESTRING:
-        return Changed(items_.Delete(index));
-      case LB_RESETCONTENT:
-        items_.Clear();
-        caret_ = 0;
-        return Changed(0);
-      case LB_GETCOUNT:
-        return items_.Count();
-      case LB_GETTEXT:
-        return items_.Copy(index, reinterpret_cast<LPTSTR>(l));
-      case LB_GETTEXTLEN:
-        return items_.Length(index);
-      case LB_FINDSTRING:
-      case LB_FINDSTRINGEXACT:
-        return items_.Find(index, text, message == LB_FINDSTRINGEXACT);
-      case LB_GETITEMDATA:
-        return items_.Data(index);
-      case LB_SETITEMDATA:
-        return items_.SetData(index, l);
-      default:
-        return ChoiceMessage(message, w, l);
-    }
-  }
-
-  LRESULT Changed(int answer) {
-    ShowChoice();
-    return answer;
+    const auto answer = items_.Answer(kListItems, message, w, l);
+    if (!answer) return ChoiceMessage(message, w, l);
+    if (message == LB_RESETCONTENT) caret_ = 0;
+    if (items_.TakeChanged()) ShowChoice();
+    return *answer;
   }
 
   LRESULT ChoiceMessage(UINT message, WPARAM w, LPARAM l) {

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <mutex>
 #include <random>
+#include <utility>
 
 #include "framework/text/char_class.h"
+#include "platform/ports/file_parts.h"
 
 // What all file ports share: reading whole files, replacing them so that a reader sees the old or the new
 // contents and nothing between, patterns. It uses the port's own operations, so a test's files in memory
@@ -117,6 +119,15 @@ bool FitsPattern(TextView name, TextView pattern) {
   }
   while (p < pattern.size() && pattern[p] == '*') ++p;
   return p == pattern.size();
+}
+
+bool FolderList::Wants(const CString& name) const {
+  return name != _T(".") && name != _T("..") && FitsPattern(name.View(), pattern_.View());
+}
+
+std::vector<FoundFile> FolderList::InOrder() {
+  std::sort(found_.begin(), found_.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
+  return std::move(found_);
 }
 
 }  // namespace lorv

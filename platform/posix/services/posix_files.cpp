@@ -11,7 +11,7 @@
 
 #include "framework/objects/exceptions.h"
 #include "framework/text/utf8.h"
-#include "platform/ports/files.h"
+#include "platform/ports/file_parts.h"
 #include "platform/posix/services/file_time.h"
 #include "platform/posix/services/native_path.h"
 
@@ -27,32 +27,29 @@ constexpr mode_t kFolderMode = 0777;
 constexpr int kMostLinks = 40;  // as the system itself follows
 constexpr mode_t kWriteBits = S_IWUSR | S_IWGRP | S_IWOTH;
 
+// A signal that comes in between is no failure.
+template <class Call>
+ssize_t Unbroken(Call call) {
+  ssize_t count = call();
+  while (count < 0 && errno == EINTR) count = call();
+  return count;
+}
+
 class PosixFile : public File {
  public:
   explicit PosixFile(int descriptor) : descriptor_(descriptor) {}
   ~PosixFile() override { close(descriptor_); }
 
   std::int64_t Read(void* out, std::size_t size) override {
-    std::size_t done = 0;
-    while (done < size) {
-      const ssize_t count = read(descriptor_, static_cast<char*>(out) + done, size - done);
-      if (count < 0 && errno == EINTR) continue;
-      if (count < 0) return -1;
-      if (count == 0) break;
-      done += static_cast<std::size_t>(count);
-    }
-    return static_cast<std::int64_t>(done);
+    return ReadInParts(out, size, [this](char* to, std::size_t room) -> std::int64_t {
+      return Unbroken([&] { return read(descriptor_, to, room); });
+    });
   }
 
   bool Write(const void* bytes, std::size_t size) override {
-    std::size_t done = 0;
-    while (done < size) {
-      const ssize_t count = write(descriptor_, static_cast<const char*>(bytes) + done, size - done);
-      if (count < 0 && errno == EINTR) continue;
-      if (count < 0) return false;
-      done += static_cast<std::size_t>(count);
-    }
-    return true;
+    return WriteInParts(bytes, size, [this](const char* from, std::size_t room) -> std::int64_t {
+      return Unbroken([&] { return write(descriptor_, from, room); });
+    });
   }
 
   bool Seek(std::uint64_t position) override {
@@ -199,17 +196,11 @@ class PosixFiles : public Files {
   bool CopyRights(LPCTSTR from, LPCTSTR to) override;
 
   bool SyncFolder(LPCTSTR folder) override {
-    const int descriptor = OpenFolder(folder);
-    const bool synced = descriptor >= 0 && (fsync(descriptor) == 0 || errno == EINVAL);
-    if (descriptor >= 0) close(descriptor);
-    return synced;
+    return InFolder(folder, [](int descriptor) { return fsync(descriptor) == 0 || errno == EINVAL; });
   }
 
   bool SyncAll(LPCTSTR folder) override {
-    const int descriptor = OpenFolder(folder);
-    const bool synced = descriptor >= 0 && syncfs(descriptor) == 0;
-    if (descriptor >= 0) close(descriptor);
-    return synced;
+    return InFolder(folder, [](int descriptor) { return syncfs(descriptor) == 0; });
   }
 
   bool MakeFolder(LPCTSTR path) override { return mkdir(NativePath(path).c_str(), kFolderMode) == 0; }
@@ -217,15 +208,19 @@ class PosixFiles : public Files {
   std::vector<FoundFile> List(LPCTSTR folder, LPCTSTR pattern) override;
 
   bool CanList(LPCTSTR folder) override {
-    const int descriptor = OpenFolder(folder);
-    if (descriptor >= 0) close(descriptor);
-    return descriptor >= 0;
+    return InFolder(folder, [](int /*descriptor*/) { return true; });
   }
 
  private:
-  static int OpenFolder(LPCTSTR folder) {
+  // What `work` says of the open folder; false of one that does not open.
+  template <class Work>
+  static bool InFolder(LPCTSTR folder, Work work) {
     const std::string name = NativePath(folder);
-    return open(name.empty() ? "." : name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int descriptor = open(name.empty() ? "." : name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return false;
+    const bool done = work(descriptor);
+    close(descriptor);
+    return done;
   }
 };
 
@@ -268,23 +263,17 @@ bool IsFolder(const std::string& path) {
 }
 
 std::vector<FoundFile> PosixFiles::List(LPCTSTR folder, LPCTSTR pattern) {
-  std::vector<FoundFile> found;
+  FolderList list(pattern);
   std::string place = NativePath(folder);
   if (place.empty()) place = ".";
   const std::unique_ptr<DIR, int (*)(DIR*)> open_folder(opendir(place.c_str()), &closedir);
-  if (!open_folder) return found;
-  const CString fitting(pattern);
+  if (!open_folder) return {};
   // NOLINTNEXTLINE(concurrency-mt-unsafe): the stream is this call's own
   while (const dirent* entry = readdir(open_folder.get())) {
-    const std::string_view bytes(entry->d_name);
-    if (bytes == "." || bytes == "..") continue;
-    const CString name = CString::FromUtf8(bytes);
-    if (!FitsPattern(name.View(), fitting.View())) continue;
-    found.push_back({name, IsFolder(place + '/' + entry->d_name)});
+    const CString name = CString::FromUtf8(entry->d_name);
+    if (list.Wants(name)) list.Add(name, IsFolder(place + '/' + entry->d_name));
   }
-  // The system lists in any order; callers show the list.
-  std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
-  return found;
+  return list.InOrder();
 }
 
 }  // namespace

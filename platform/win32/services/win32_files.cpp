@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "framework/objects/exceptions.h"
-#include "platform/ports/files.h"
+#include "platform/ports/file_parts.h"
 
 // Files of the system behind the port. Sharing is as wide as it can be for reading, so that a file that
 // another program of the suite has open can be packed or shown.
@@ -29,33 +29,27 @@ bool SetTimesOf(HANDLE handle, const FileTimes& times) {
   return SetFileTime(handle, &creation, &access, &write) != 0;
 }
 
+DWORD PartOf(std::size_t room) {
+  return static_cast<DWORD>(std::min(room, kLargestTransfer));
+}
+
 class Win32File : public File {
  public:
   explicit Win32File(HANDLE handle) : handle_(handle) {}
   ~Win32File() override { CloseHandle(handle_); }
 
   std::int64_t Read(void* out, std::size_t size) override {
-    std::size_t done = 0;
-    while (done < size) {
-      const auto part = static_cast<DWORD>(std::min(size - done, kLargestTransfer));
+    return ReadInParts(out, size, [this](char* to, std::size_t room) -> std::int64_t {
       DWORD count = 0;
-      if (!ReadFile(handle_, static_cast<char*>(out) + done, part, &count, nullptr)) return -1;
-      if (count == 0) break;
-      done += count;
-    }
-    return static_cast<std::int64_t>(done);
+      return ReadFile(handle_, to, PartOf(room), &count, nullptr) ? std::int64_t{count} : -1;
+    });
   }
 
   bool Write(const void* bytes, std::size_t size) override {
-    std::size_t done = 0;
-    while (done < size) {
-      const auto part = static_cast<DWORD>(std::min(size - done, kLargestTransfer));
+    return WriteInParts(bytes, size, [this](const char* from, std::size_t room) -> std::int64_t {
       DWORD count = 0;
-      const char* from = static_cast<const char*>(bytes) + done;
-      if (!WriteFile(handle_, from, part, &count, nullptr) || count == 0) return false;
-      done += count;
-    }
-    return true;
+      return WriteFile(handle_, from, PartOf(room), &count, nullptr) ? std::int64_t{count} : -1;
+    });
   }
 
   bool Seek(std::uint64_t position) override {
@@ -227,19 +221,16 @@ CString Win32Files::FollowLinks(LPCTSTR path) {
 
 // The system would also match short names ("A~1.TXT"), so it lists all and the pattern is ours.
 std::vector<FoundFile> Win32Files::List(LPCTSTR folder, LPCTSTR pattern) {
-  std::vector<FoundFile> found;
-  const CString fitting(pattern);
+  FolderList list(pattern);
   WIN32_FIND_DATAW entry;
   const HANDLE search = FindFirstFileW(AllOf(folder), &entry);
-  if (search == INVALID_HANDLE_VALUE) return found;
+  if (search == INVALID_HANDLE_VALUE) return {};
   do {
     const CString name(static_cast<LPCTSTR>(entry.cFileName));
-    if (name == _T(".") || name == _T("..") || !FitsPattern(name.View(), fitting.View())) continue;
-    found.push_back({name, (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
+    if (list.Wants(name)) list.Add(name, (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0);
   } while (FindNextFileW(search, &entry));
   FindClose(search);
-  std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.name < b.name; });
-  return found;
+  return list.InOrder();
 }
 
 }  // namespace

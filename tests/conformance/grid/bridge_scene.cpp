@@ -19,12 +19,7 @@ void BridgeScene::Make(int rows, int columns) {
   grid->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 430, 300), sheet.get(), kTableId);
   grid->SetRowHeight(kRowHeight);
   grid->ReDim(rows, columns);
-  for (int row = 0; row < rows; ++row)
-    for (int column = 0; column < columns; ++column) {
-      CString text;
-      text.Format(_T("%c%d"), _T('a') + row % 26, column);
-      grid->SetValue(row, column, _variant_t(text), FALSE);
-    }
+  FillByPlace(*grid, rows, columns);
   grid->SetFocus();
   grid->SetCurSel(CBCGPGridItemID(0, 0));
   driver.Settle();

@@ -2,6 +2,15 @@
 
 namespace lorv_test {
 
+void FillByPlace(CBCGPBasicGridCtrl& grid, int rows, int columns) {
+  for (int row = 0; row < rows; ++row)
+    for (int column = 0; column < columns; ++column) {
+      CString text;
+      text.Format(_T("%c%d"), _T('a') + row % 26, column);
+      grid.SetValue(row, column, _variant_t(text), FALSE);
+    }
+}
+
 POINT PointIn(const CBCGPBasicGridCtrl& grid, const CPoint& client) {
   POINT at = client;
   grid.ClientToScreen(&at);

@@ -140,12 +140,7 @@ void GridScene::Make(int rows, int columns, int width) {
     }
     grid->InsertColumns(names, all_widths, kRowHeight);
     grid->AppendRows(rows);
-    for (int row = 0; row < rows; ++row)
-      for (int column = 0; column < columns; ++column) {
-        CString text;
-        text.Format(_T("%c%d"), _T('a') + row % 26, column);
-        grid->SetValue(row, column, _variant_t(text), FALSE);
-      }
+    FillByPlace(*grid, rows, columns);
     grid->SetFocus();
     grid->SetCurSel(CBCGPGridItemID(0, 0));
   });

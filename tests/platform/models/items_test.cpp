@@ -130,6 +130,36 @@ TEST(Items, TextsAreCopiedWhole) {
   EXPECT_EQ(items.Length(1), -1);
 }
 
+// One answer under the numbers of lists and of drop-down lists.
+TEST(Items, AnswerTheMessagesOfBothKinds) {
+  for (const lorv::ItemMessages& numbers : {lorv::kListItems, lorv::kComboItems}) {
+    Items items = With({});
+    const auto ask = [&](UINT message, WPARAM w = 0, const void* l = nullptr) {
+      return items.Answer(numbers, message, w, reinterpret_cast<LPARAM>(l)).value_or(-99);
+    };
+    EXPECT_EQ(ask(numbers.add, 0, _T("beam")), 0);
+    EXPECT_TRUE(items.TakeChanged());
+    EXPECT_FALSE(items.TakeChanged()) << "told once";
+    EXPECT_EQ(ask(numbers.insert, 0, _T("wall")), 0);
+    EXPECT_EQ(ask(numbers.count), 2);
+    EXPECT_EQ(ask(numbers.length, 0), 4);
+    TCHAR room[5] = {};
+    EXPECT_EQ(ask(numbers.text, 0, room), 4);
+    EXPECT_EQ(Utf8(room), "wall");
+    EXPECT_EQ(ask(numbers.find, static_cast<WPARAM>(-1), _T("be")), 1);
+    EXPECT_EQ(ask(numbers.find_whole, static_cast<WPARAM>(-1), _T("be")), -1);
+    EXPECT_EQ(ask(numbers.set_data, 1, room), 0);
+    EXPECT_EQ(ask(numbers.data, 1), reinterpret_cast<LRESULT>(room));
+    items.TakeChanged();
+    EXPECT_EQ(ask(WM_USER), -99);
+    EXPECT_FALSE(items.TakeChanged()) << "nothing is another by a question";
+    EXPECT_EQ(ask(numbers.remove, 0), 1);
+    EXPECT_EQ(ask(numbers.clear), 0);
+    EXPECT_EQ(items.Count(), 0);
+    EXPECT_TRUE(items.TakeChanged());
+  }
+}
+
 TEST(MessageValues, PlacesKeepTheirSign) {
   EXPECT_EQ(lorv::PointOf(MAKELPARAM(-3, -4)), CPoint(-3, -4));
   EXPECT_EQ(lorv::PointOf(MAKELPARAM(32767, -32768)), CPoint(32767, -32768));

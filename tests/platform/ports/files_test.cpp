@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "framework/objects/exceptions.h"
 #include "platform/headless/services/headless_platform.h"
+#include "platform/ports/file_parts.h"
 #include "tests/support/data.h"
 #include "tests/support/print.h"
 
@@ -309,6 +311,42 @@ TEST(HeadlessFiles, FullDiskKeepsTheOldFile) {
   EXPECT_FALSE(machine.files.WriteWhole(_T("C:\\f"), "new"));
   EXPECT_EQ(machine.files.BytesOf(_T("C:\\f")), "old");
   EXPECT_EQ(machine.files.List(_T("C:"), _T("*")).size(), 1U);
+}
+
+TEST(FileParts, TransfersGoOnUntilAllIsThere) {
+  const std::string source = "abcdefghij";
+  std::string got(10, '-');
+  std::size_t at = 0;
+  const auto three = [&](char* to, std::size_t room) -> std::int64_t {
+    const std::size_t count = std::min<std::size_t>({3, room, source.size() - at});
+    source.copy(to, count, at);
+    at += count;
+    return static_cast<std::int64_t>(count);
+  };
+  EXPECT_EQ(ReadInParts(got.data(), 7, three), 7);
+  EXPECT_EQ(got, "abcdefg---");
+  EXPECT_EQ(ReadInParts(got.data(), 10, three), 3) << "the end comes first";
+  EXPECT_EQ(ReadInParts(got.data(), 10, [](char*, std::size_t) { return std::int64_t{-1}; }), -1);
+  std::string written;
+  const auto two = [&](const char* from, std::size_t room) -> std::int64_t {
+    if (written.size() >= 6) return 0;
+    written.append(from, std::min<std::size_t>(2, room));
+    return static_cast<std::int64_t>(std::min<std::size_t>(2, room));
+  };
+  EXPECT_TRUE(WriteInParts("abcde", 5, two));
+  EXPECT_EQ(written, "abcde");
+  EXPECT_FALSE(WriteInParts("fgh", 3, two)) << "a full disk takes no more";
+}
+
+TEST(FileParts, AFolderListsWhatFitsInOrder) {
+  FolderList list(_T("*.txt"));
+  for (const auto* name : {_T("b.txt"), _T("."), _T(".."), _T("c.doc"), _T("a.TXT")})
+    if (list.Wants(name)) list.Add(name, name[0] == 'b');
+  const auto found = list.InOrder();
+  ASSERT_EQ(found.size(), 2U);
+  EXPECT_EQ(Utf8(found[0].name), "a.TXT");
+  EXPECT_EQ(Utf8(found[1].name), "b.txt");
+  EXPECT_FALSE(FolderList(_T("*")).Wants(_T("..")));
 }
 
 }  // namespace
