@@ -45,6 +45,8 @@ void DragModel::Move(POINT screen, DWORD keys) {
     return;
   }
   const DragPlace place = PlaceIn(next);
+  // A receiver that throws has promised nothing, whatever it promised before.
+  effect_ = DROPEFFECT_NONE;
   effect_ = (enters ? receiver->Enter(*content_, place) : receiver->Over(*content_, place)) & allowed_;
 }
 

@@ -45,6 +45,8 @@ std::vector<Step> EndInCallbackSteps() {
                s.driver.Desktop().SetCapture(nullptr);
                s.Say(CWnd::GetCapture() == nullptr ? "free" : "held");
              }),
+      EndsAt("as an input method begins", "composition begins",
+             [](Scene& s, TracedSheet& other) { s.Focus(other), s.driver.Compose(_T("q")); }),
       EndsAt("as it is told to end", "destroy", [](Scene&, TracedSheet& other) { other.DestroyWindow(); }),
   };
 }

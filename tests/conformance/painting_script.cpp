@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "framework/drawing/device_context.h"
@@ -86,6 +87,8 @@ class Script {
   void ScrollingParts();
   void Drawing();
   void Copying();
+  void Ending();
+  void EndAt(int painting);
 
   BehaviourDriver& driver_;
   CWnd frame_;
@@ -353,6 +356,44 @@ void Script::Copying() {
   });
 }
 
+// Another sheet ends inside its painting of that number, each of which lies within the one before.
+void Script::EndAt(int painting) {
+  PaintedSheet other;
+  other.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(220, 10, 300, 60), &frame_, 3);
+  other.on_paint = [&other, painting] {
+    CPaintDC dc(&other);
+    if (other.paints == painting) {
+      other.DestroyWindow();
+    } else {
+      other.Invalidate();
+      other.UpdateWindow();
+    }
+    dc.FillSolidRect(CRect(0, 0, 80, 50), kBlue);
+  };
+  driver_.Settle();
+  Say((other.m_hWnd == nullptr ? "gone after " : "there after ") + std::to_string(other.paints));
+}
+
+void Script::Ending() {
+  Step("painting within painting goes eight deep, the rest comes later", [this] {
+    int depth = 0;
+    int deepest = 0;
+    sheet_.on_paint = [&] {
+      CPaintDC dc(&sheet_);
+      deepest = std::max(deepest, ++depth);
+      if (sheet_.paints < 20) sheet_.Invalidate();
+      if (sheet_.paints < 20) sheet_.UpdateWindow();
+      --depth;
+    };
+    sheet_.Invalidate();
+    driver_.Settle();
+    sheet_.on_paint = nullptr;
+    Say(std::to_string(deepest) + " deep, " + std::to_string(sheet_.paints) + " in all");
+  });
+  Step("a window ends inside its painting", [this] { EndAt(1); });
+  Step("a window ends inside painting inside painting", [this] { EndAt(3); });
+}
+
 std::vector<std::string> Script::Play() {
   Asking();
   Inside();
@@ -361,6 +402,7 @@ std::vector<std::string> Script::Play() {
   ScrollingParts();
   Drawing();
   Copying();
+  Ending();
   sheet_.on_paint = nullptr;
   frame_.DestroyWindow();
   return trace_;

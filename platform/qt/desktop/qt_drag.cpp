@@ -2,6 +2,7 @@
 #include <QDrag>
 #include <QDragEnterEvent>
 #include <QWidget>
+#include <utility>
 
 #include "platform/models/carried_fault.h"
 #include "platform/qt/desktop/qt_desk.h"
@@ -92,10 +93,13 @@ bool QtWindow::TakeDrag(QEvent& event) {
   const CPoint at = FromQt(drag.position().toPoint()) - CSize(edges.left, edges.top);
   const DragPlace place{at, keys, allowed};
   DROPEFFECT effect = DROPEFFECT_NONE;
+  const DROPEFFECT asked = std::exchange(promised_, DROPEFFECT{DROPEFFECT_NONE});
+  // A receiver that throws takes nothing.
+  Answer(drag, DROPEFFECT_NONE);
   if (event.type() == QEvent::DragEnter) effect = receiver->Enter(content, place);
   if (event.type() == QEvent::DragMove) effect = receiver->Over(content, place);
   // A drop does what the last move promised; of another program's drag the event names its own wish.
-  if (event.type() == QEvent::Drop) effect = receiver->Drop(content, place, promised_);
+  if (event.type() == QEvent::Drop) effect = receiver->Drop(content, place, asked);
   promised_ = OneOf(effect & allowed);
   Answer(drag, promised_);
   return true;

@@ -58,7 +58,20 @@ LRESULT Win32Window::Receive(UINT message, WPARAM w, LPARAM l) {
   if (message == WM_DESTROY) destroying_ = true;
   if (message == WM_GETOBJECT)
     if (const LRESULT tree = AnswerGetObject(handle_, w, l)) return tree;
+  if (message == WM_PAINT) return Painted(w, l);
   return Deliver(message, w, l);
+}
+
+LRESULT Win32Window::Painted(WPARAM w, LPARAM l) {
+  struct Within {
+    explicit Within(int& count) : count_(count) { ++count_; }
+    Within(const Within&) = delete;
+    Within& operator=(const Within&) = delete;
+    ~Within() { --count_; }
+    int& count_;
+  };
+  const Within within(painting_);
+  return Deliver(WM_PAINT, w, l);
 }
 
 // The system holds its own end of a drop target for as long as the window lives.

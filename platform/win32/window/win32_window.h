@@ -95,6 +95,7 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
 
   LRESULT Created(WPARAM w, LPARAM l);
   LRESULT Ended(WPARAM w, LPARAM l);
+  LRESULT Painted(WPARAM w, LPARAM l);
   LRESULT Deliver(UINT message, WPARAM w, LPARAM l);
   bool DrawsItself() const;
   void EndDrops();
@@ -113,7 +114,8 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
   bool destroying_ = false;
   bool drops_ = false;
   bool redraw_ = true;
-  Region held_;  // invalidated while WM_SETREDRAW is off
+  int painting_ = 0;  // its WM_PAINT under way, one within the other
+  Region held_;       // invalidated while WM_SETREDRAW is off
   bool saw_the_end_ = false;
   TypedHalves halves_;  // of an edit
   std::shared_ptr<const GdiFont> font_;

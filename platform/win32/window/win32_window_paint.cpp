@@ -1,5 +1,6 @@
 #include "framework/drawing/geometry.h"
 #include "platform/models/carried_fault.h"
+#include "platform/models/paint_state.h"
 #include "platform/win32/drawing/gdi_canvas.h"
 #include "platform/win32/drawing/thread_owned.h"
 #include "platform/win32/window/win32_window.h"
@@ -248,7 +249,9 @@ std::vector<DWORD> Win32Window::Picture(SIZE& size) {
 }
 
 void Win32Window::Update() {
-  if (Exists()) CarriedFault::CallOut([&] { return UpdateWindow(handle_); });
+  // Deeper than that the thread's stack would end: what is left is painted later.
+  if (!Exists() || painting_ >= PaintState::kMaxPaintNesting) return;
+  CarriedFault::CallOut([&] { return UpdateWindow(handle_); });
 }
 
 }  // namespace lorv

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -184,6 +185,41 @@ TYPED_TEST_P(DropIn, ATargetMayTakeItselfOutInTheMiddle) {
   EXPECT_EQ(this->target_.GetWindowHandle(), nullptr);
 }
 
+// What it promised before counts no more; the next question is answered as ever.
+TYPED_TEST_P(DropIn, ATargetThatThrowsTakesNothing) {
+  ASSERT_TRUE(this->target_.Register(&this->sheet_));
+  const auto user = this->BringText(_T("C30"));
+  const HWND sheet = this->sheet_.m_hWnd;
+  EXPECT_EQ(user->Move(sheet, {10, 11}, 0), static_cast<DROPEFFECT>(DROPEFFECT_COPY));
+  this->target_.on_over = [] { throw std::runtime_error("over"); };
+  for (const bool drops : {false, true}) {
+    DROPEFFECT done = DROPEFFECT_NONE;
+    // The exception ends at the system's edge, or comes to who calls where there is no system.
+    try {
+      done = drops ? user->Drop(sheet, {12, 11}, 0) : user->Move(sheet, {12, 11}, 0);
+    } catch (const std::runtime_error& error) {
+      EXPECT_STREQ(error.what(), "over");
+    }
+    EXPECT_EQ(done, static_cast<DROPEFFECT>(DROPEFFECT_NONE));
+  }
+  EXPECT_EQ(this->target_.notes, (Notes{"enter 10,11"}));
+  this->target_.on_over = nullptr;
+  const auto next = this->BringText(_T("C40"));
+  next->Move(sheet, {10, 11}, 0);
+  EXPECT_EQ(next->Drop(sheet, {10, 11}, 0), static_cast<DROPEFFECT>(DROPEFFECT_COPY));
+}
+
+TYPED_TEST_P(DropIn, AWindowMayEndAsSomethingIsDraggedOverIt) {
+  ASSERT_TRUE(this->target_.Register(&this->sheet_));
+  const auto user = this->BringText(_T("C30"));
+  user->Move(this->sheet_.m_hWnd, {10, 11}, 0);
+  this->target_.on_over = [this] { this->sheet_.DestroyWindow(); };
+  user->Move(this->sheet_.m_hWnd, {20, 11}, 0);
+  EXPECT_EQ(this->sheet_.m_hWnd, nullptr);
+  EXPECT_EQ(this->target_.GetWindowHandle(), nullptr);
+  EXPECT_EQ(this->target_.notes, (Notes{"enter 10,11"}));
+}
+
 TYPED_TEST_P(DropIn, AWindowHasOneTargetAndATargetOneWindow) {
   NotedTarget other;
   EXPECT_FALSE(other.Register(nullptr));
@@ -202,6 +238,7 @@ REGISTER_TYPED_TEST_SUITE_P(DropIn, TheReceiverHearsOfItInOrder, ADragGoesOnWith
                             KeysChooseAmongWhatIsAllowed, WhatTheSourceForbidsIsNone,
                             ADropThatIsRefusedDidNothing, ContentComesInAllItsFormats,
                             ADisabledWindowTakesNothing, ATargetMayTakeItselfOutInTheMiddle,
+                            ATargetThatThrowsTakesNothing, AWindowMayEndAsSomethingIsDraggedOverIt,
                             AWindowHasOneTargetAndATargetOneWindow);
 
 }  // namespace lorv_test

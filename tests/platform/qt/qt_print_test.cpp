@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <stdexcept>
 
+#include "framework/drawing/device_context.h"
 #include "platform/qt/services/qt_services.h"
 #include "tests/platform/qt/qt_fixture.h"
 
@@ -82,6 +83,30 @@ TEST_F(QtPrint, PlacesCountUpwardsFromThePagesBottom) {
   EXPECT_GT(downwards[0], first + 100);
   EXPECT_LT(downwards[0], first + 200);
   EXPECT_NEAR(downwards[1] - downwards[0], 200, 0.01);
+}
+
+TEST_F(QtPrint, PagesAreDrawnOnThroughAContext) {
+  const QString path = folder_.filePath(QStringLiteral("pages.pdf"));
+  auto file = std::make_unique<QPdfWriter>(path);
+  file->setResolution(300);
+  const int across = file->width();
+  {
+    const auto job = MakeQtPrintJob(std::move(file));
+    ASSERT_TRUE(job->BeginPages(_T("list")));
+    for (int i = 0; i < 2; ++i) {
+      CPrintDC page(job->NextPage());
+      EXPECT_NE(page.IsPrinting(), FALSE);
+      EXPECT_EQ(page.GetDeviceCaps(HORZRES), across);
+      EXPECT_EQ(page.GetDeviceCaps(LOGPIXELSY), 300);
+      page.DrawText(_T("梁"), CRect(10, 10, 400, 100), DT_SINGLELINE);
+    }
+    job->End();
+  }
+  QFile read(path);
+  ASSERT_TRUE(read.open(QIODevice::ReadOnly));
+  const QByteArray document = read.readAll();
+  EXPECT_TRUE(document.contains("/Count 2"));
+  EXPECT_TRUE(document.contains("<6881>")) << "the characters are told";
 }
 
 TEST_F(QtPrint, TextsMeasureInThousandths) {

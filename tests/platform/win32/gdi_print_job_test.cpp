@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "framework/drawing/device_context.h"
 #include "platform/ports/mail.h"
 #include "tests/support/print.h"
 
@@ -101,6 +102,23 @@ TEST_F(GdiPrint, WithoutAPrinterNothingBegins) {
   GdiPrintJob job(nullptr, GdiPrintJob::Ending::kLeave);
   EXPECT_FALSE(job.Begin(L"x", kWays));
   Lines();
+}
+
+TEST_F(GdiPrint, PagesAreDrawnOnThroughAContext) {
+  {
+    GdiPrintJob job(context_, GdiPrintJob::Ending::kLeave);
+    ASSERT_TRUE(job.BeginPages(L"list"));
+    CPrintDC page(job.NextPage());
+    EXPECT_NE(page.IsPrinting(), FALSE);
+    EXPECT_EQ(page.GetDeviceCaps(HORZRES), GetDeviceCaps(context_, HORZRES));
+    page.DrawText(L"梁", CRect(10, 20, 300, 80), DT_SINGLELINE);
+    EXPECT_EQ(job.NextPage(), nullptr) << "a metafile is one page";
+    page.DrawText(L"lost", CRect(10, 90, 300, 150), DT_SINGLELINE);
+    job.End();
+  }
+  const std::vector<Line> lines = Lines();
+  ASSERT_EQ(lines.size(), 1U);
+  EXPECT_EQ(lines[0].text, "梁");
 }
 
 // The library is only looked at: a test never sends.
