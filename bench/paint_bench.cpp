@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstring>
 #include <functional>
@@ -38,9 +37,9 @@ class Canvas : public CWnd {
 };
 
 double Milliseconds(const Work& work) {
-  const auto start = std::chrono::steady_clock::now();
+  const double start = lorv_bench::WorkedMilliseconds();
   work();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+  return lorv_bench::WorkedMilliseconds() - start;
 }
 
 // The best of many: what the neighbours of the machine do only ever adds.
@@ -190,9 +189,9 @@ std::vector<Row> RowsOf(Painting& ours, PlainPainter& plain, Sheet& sheet) {
       {"1,000 DrawText with a selected font", 1.2, painted(&Painting::TextsInCells),
        [&plain] { plain.TextsInCells(); }},
       {"page: ground, lines, texts", 1.2, painted(&Painting::Page), [&plain] { plain.Page(); }},
-      {"page, brought to the screen", 0, [&ours] { ours.ShownPage(); }, [&plain] { plain.ShownPage(); }},
-      {"two cells far apart", 0, [&ours] { ours.TwoCells(); }, [&plain] { plain.TwoCells(); }},
-      {"scrolled by a row", 0, [&ours] { ours.ScrollRow(); }, [&plain] { plain.ScrollRow(); }},
+      {"page, brought to the screen", 1.2, [&ours] { ours.ShownPage(); }, [&plain] { plain.ShownPage(); }},
+      {"two cells far apart", 1.2, [&ours] { ours.TwoCells(); }, [&plain] { plain.TwoCells(); }},
+      {"scrolled by a row", 1.2, [&ours] { ours.ScrollRow(); }, [&plain] { plain.ScrollRow(); }},
   };
 }
 

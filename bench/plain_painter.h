@@ -44,12 +44,17 @@ class PlainPainter {
   virtual void TextsInCells() = 0;  // with a font selected for each, in the middle of its cell, clipped
   virtual void KeptTexts() = 0;     // laid out beforehand, where the system knows such
   virtual void Page() = 0;          // ground, lines, texts
-  virtual void TwoCells() = 0;      // the first and the last one
+  virtual void TwoCells() = 0;      // the first and the last one, found by asking of each whether it shows
   virtual void ScrollRow() = 0;     // up by a row, the row that comes in painted
   virtual void ShownPage() = 0;     // a window that paints its page itself, to the screen
 };
 
 std::unique_ptr<PlainPainter> MakePlainPainter(const Sheet& sheet);
+
+// The time that this program has worked, in milliseconds: that of the processor, as a work of 20 ms is always
+// interrupted by the neighbours of the machine; by the clock where the system counts the other in ticks of 15
+// ms.
+double WorkedMilliseconds();
 
 // What has to be done before windows can be had; works what waits of the screen's own work.
 void PrepareScreen(int scale);

@@ -114,8 +114,10 @@ class GdiPlainPainter : public PlainPainter {
   }
   void DrawTwoCells(HDC context) {
     Ink(context);
-    for (const int i : {0, Count() - 1}) {
-      Fill(context, sheet_.Cell(i));
+    for (int i = 0; i < Count(); ++i) {
+      const RECT cell = sheet_.Cell(i);
+      if (!RectVisible(context, &cell)) continue;
+      Fill(context, cell);
       DrawOne(context, i);
     }
   }
@@ -143,6 +145,13 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM w, LPARAM l) {
 
 std::unique_ptr<PlainPainter> MakePlainPainter(const Sheet& sheet) {
   return std::make_unique<GdiPlainPainter>(sheet);
+}
+
+double WorkedMilliseconds() {
+  LARGE_INTEGER now, second;
+  QueryPerformanceCounter(&now);
+  QueryPerformanceFrequency(&second);
+  return 1e3 * static_cast<double>(now.QuadPart) / static_cast<double>(second.QuadPart);
 }
 
 void PrepareScreen(int /*scale*/) {}

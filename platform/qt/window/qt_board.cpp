@@ -203,12 +203,13 @@ bool QtBoard::TakePaint(QObject* receiver, QPaintEvent& event) {
   if (receiver != Widget()) return false;
   const Edges edges = Margins();
   QPainter painter(Widget());
-  if (edges.right > Line() || edges.bottom > Line() || Line() != 0) {
-    painter.fillRect(Widget()->rect(), ToQt(Home().Colour(COLOR_BTNFACE)));
-    if (Line() != 0) {
-      painter.setPen(ToQt(Home().Colour(COLOR_BTNSHADOW)));
-      painter.drawRect(Widget()->rect().adjusted(0, 0, -1, -1));
-    }
+  const QRect all = Widget()->rect();
+  // Beside the client area only: that is as large as the screen, and comes from the surface.
+  const QRegion beside = event.region() - all.adjusted(edges.left, edges.top, -edges.right, -edges.bottom);
+  for (const QRect& part : beside) painter.fillRect(part, ToQt(Home().Colour(COLOR_BTNFACE)));
+  if (Line() != 0) {
+    painter.setPen(ToQt(Home().Colour(COLOR_BTNSHADOW)));
+    painter.drawRect(all.adjusted(0, 0, -1, -1));
   }
   ShowSurface(painter, QPoint(edges.left, edges.top), event);
   return true;
