@@ -37,6 +37,33 @@ class FaultyBar : public CWnd {
   }
 };
 
+void UseOwnCursor(Scene& s) {
+  lorv::Desktop& desktop = s.driver.Desktop();
+  const std::vector<DWORD> pixels(16 * 16, 0xFF0000FF);
+  const int own = desktop.MakeCursor({16, 16, pixels.data()}, {3, 4});
+  desktop.SetCursor(own);
+  s.Say(own >= lorv::kFirstOwnCursor && desktop.Cursor() == own ? "own" : "another");
+  desktop.EndCursor(own);
+  s.Say(desktop.Cursor() == lorv::kCursorArrow ? "arrow" : "another");
+  desktop.SetCursor(own);
+  s.Say(desktop.MakeCursor({16, 16, nullptr}, {3, 4}) == 0 ? "refused" : "made");
+  desktop.SetCursor(lorv::kCursorArrow);
+}
+
+void TellOtherDots(Scene& s) {
+  CWnd other;
+  other.Create(nullptr, _T("other"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(80, 80, 280, 180), nullptr, 0);
+  s.driver.Settle();
+  RECT wanted = CRect(90, 100, 490, 300);
+  other.SendMessage(WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&wanted));
+  s.driver.Settle();
+  CRect now;
+  other.GetWindowRect(now);
+  s.Say(now.Size() == CRect(wanted).Size() ? "as large" : "of another size");
+  other.DestroyWindow();
+  s.frame.SetForegroundWindow();
+}
+
 // The button may still be down where the exception came out of the middle of the drag.
 void LetGo(Scene& s) {
   s.driver.Settle();
@@ -87,34 +114,8 @@ std::vector<Step> TakenAwaySteps() {
                  std::to_string(at.right) + "," + std::to_string(at.bottom));
          }
        }},
-      {"a cursor of one's own is shown until it ends",
-       [](Scene& s) {
-         lorv::Desktop& desktop = s.driver.Desktop();
-         const std::vector<DWORD> pixels(16 * 16, 0xFF0000FF);
-         const int own = desktop.MakeCursor({16, 16, pixels.data()}, {3, 4});
-         desktop.SetCursor(own);
-         s.Say(own >= lorv::kFirstOwnCursor && desktop.Cursor() == own ? "own" : "another");
-         desktop.EndCursor(own);
-         s.Say(desktop.Cursor() == lorv::kCursorArrow ? "arrow" : "another");
-         desktop.SetCursor(own);
-         s.Say(desktop.MakeCursor({16, 16, nullptr}, {3, 4}) == 0 ? "refused" : "made");
-         desktop.SetCursor(lorv::kCursorArrow);
-       }},
-      {"told of other dots a top window takes the place that comes with them",
-       [](Scene& s) {
-         CWnd other;
-         other.Create(nullptr, _T("other"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(80, 80, 280, 180),
-                      nullptr, 0);
-         s.driver.Settle();
-         RECT wanted = CRect(90, 100, 490, 300);
-         other.SendMessage(WM_DPICHANGED, MAKEWPARAM(192, 192), reinterpret_cast<LPARAM>(&wanted));
-         s.driver.Settle();
-         CRect now;
-         other.GetWindowRect(now);
-         s.Say(now.Size() == CRect(wanted).Size() ? "as large" : "of another size");
-         other.DestroyWindow();
-         s.frame.SetForegroundWindow();
-       }},
+      {"a cursor of one's own is shown until it ends", UseOwnCursor},
+      {"told of other dots a top window takes the place that comes with them", TellOtherDots},
       {"a fixed dialog is as large as what it holds",
        [](Scene& s) {
          TracedDialog dialog(s);

@@ -54,7 +54,8 @@ std::string At(LPARAM l) {
 std::string SheetEvent(UINT message, WPARAM w, LPARAM l) {
   switch (message) {
     case WM_KEYDOWN:
-      return "key " + std::to_string(w);
+      // The key that an input method took: some compose without one.
+      return w == VK_PROCESSKEY ? std::string() : "key " + std::to_string(w);
     case WM_CHAR:
       return "char " + std::to_string(w);
     case WM_LBUTTONDOWN:
