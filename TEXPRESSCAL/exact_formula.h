@@ -31,12 +31,12 @@ constexpr int kHiddenNoNumber = 101;
 // Edges: letter case never matters. Of two names alike the first counts. A name that is a function, PI or a
 //   number is never found. No point may stand beside a name. A text counts 0 as a number, so does a result
 //   that is one.
-// Result: Fault() tells what is wrong with a formula; such a one gives 0 and the code kNoFormula. Nothing
+// Result: Fault() says what is wrong with a formula; such a one gives 0 and the code kNoFormula. Nothing
 //   throws but for want of memory.
-// An object belongs to one thread, but for WorkRows, which may run on several.
+// An object belongs to one thread, but for EvaluateRows, which may run on several.
 //
 //   const ExactName names[] = {{_T("A")}, {_T("L")}};  ExactFormula f(_T("A*L"), names);
-//   const double values[] = {0.0004, 1000};  int code;  f.Work(values, code)  gives 0.4
+//   const double values[] = {0.0004, 1000};  int code;  f.Evaluate(values, code)  gives 0.4
 struct ExactName {
   CString name;
   bool is_text = false;  // its value is set by SetText
@@ -63,24 +63,24 @@ class COMM_LORV_API ExactFormula {
   // The number for these values, one for each name (those of texts are not looked at), and its code: 0, 1
   // division by zero, 4 argument outside the domain, 5 malformed arguments, 10 missing argument,
   // kDoubtfulNumber, kHiddenNoNumber. With an error the number is what came out so far.
-  double Work(const double* values, int& code);
-  // What the code of the last Work means, and where it came up; kNone for 0.
+  double Evaluate(const double* values, int& code);
+  // What the code of the last Evaluate means, and where it came up; kNone for 0.
   FormulaDiagnosis Explain();
 
-  // Works many rows at once; what one row gives and its code are those of Work. False, with nothing done, for
-  // a formula with a fault or with names that stand for texts. `columns` has a column for each name, which
-  // may be null for one that is not used; `codes` may be null. All arrays are the caller's.
-  bool WorkRows(const double* const* columns, std::size_t rows, double* results, int* codes) const;
+  // Evaluates many rows at once; what one row gives and its code are those of Evaluate. False, with nothing
+  // done, for a formula with a fault or with names that stand for texts. `columns` has a column for each
+  // name, which may be null for one that is not used; `codes` may be null. All arrays are the caller's.
+  bool EvaluateRows(const double* const* columns, std::size_t rows, double* results, int* codes) const;
 
  private:
   struct State;
   std::unique_ptr<State> state_;
 };
 
-// Works a formula for many rows of values with all their digits: what CalculateRows does with the suite's
+// Evaluates a formula for many rows of values with all their digits: what CalculateRows does with the suite's
 // three.
 //
-// Result: `results` and, unless it is null, `codes` get one entry a row, as ExactFormula::Work gives them.
+// Result: `results` and, unless it is null, `codes` get one entry a row, as by ExactFormula::Evaluate.
 //   False, with both untouched, for a formula that cannot be evaluated; ExactFormula says why.
 //
 //   const double a[] = {0.0004};  double r[1];  const ValueColumn columns[] = {{_T("A"), a}};

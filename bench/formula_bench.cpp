@@ -2,7 +2,7 @@
 //
 //   calculator   CAdExpCalculate: SetExpr, the values, Calculate; another formula comes between any two,
 //   since the
-//                same one again would be worked by a plan
+//                same one again would be evaluated by a plan
 //   expression   CExpression: parse and work the text in which numbers stand for the names
 //   peer         muParser: the values into their slots, parse and work the text with names
 //   peer_numbers muParser on the text that "expression" gets
@@ -58,7 +58,7 @@ double ByExpression(CExpression& expression, const Job& job) {
 
 double ByPeer(PeerParser& peer, const Job& job) {
   for (const auto& [slot, value] : job.slots) *slot = value;
-  return peer.Work(job.peer_text);
+  return peer.Evaluate(job.peer_text);
 }
 
 Job::Job(const Formula& formula, PeerParser& peer)
@@ -91,7 +91,7 @@ bool AllAgree(Engines& engines) {
     const double expected = ByPeer(engines.peer, job);
     const double by_calculator = ByCalculator(engines.calculator, job);
     const double by_expression = ByExpression(engines.expression, job);
-    const double by_numbers = engines.peer.Work(job.peer_numbers);
+    const double by_numbers = engines.peer.Evaluate(job.peer_numbers);
     if (Near(by_calculator, expected) && Near(by_expression, expected) && Near(by_numbers, expected))
       continue;
     std::fprintf(stderr, "%s: peer %.17g, on numbers %.17g, calculator %.17g, expression %.17g\n",
@@ -122,7 +122,8 @@ void RegisterAll(Engines& engines, const std::string& name, std::size_t first, s
   Register("calculator/" + name, first, count, [=](auto i) { return ByCalculator(all->calculator, job(i)); });
   Register("expression/" + name, first, count, [=](auto i) { return ByExpression(all->expression, job(i)); });
   Register("peer/" + name, first, count, [=](auto i) { return ByPeer(all->peer, job(i)); });
-  Register("peer_numbers/" + name, first, count, [=](auto i) { return all->peer.Work(job(i).peer_numbers); });
+  Register("peer_numbers/" + name, first, count,
+           [=](auto i) { return all->peer.Evaluate(job(i).peer_numbers); });
 }
 
 // Values that change from one work to the next, as the components of a storey do: millimetres are added.
@@ -154,7 +155,7 @@ void RegisterAgain(Engines& engines, const std::string& name, std::size_t at) {
   });
   benchmark::RegisterBenchmark(("peer_again/" + name).c_str(), [=](benchmark::State& state) {
     const Job& job = all->jobs[at];
-    all->peer.Work(job.peer_text);
+    all->peer.Evaluate(job.peer_text);
     std::size_t turn = 0;
     for (auto _ : state) {
       ++turn;

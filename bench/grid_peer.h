@@ -51,7 +51,7 @@ class GridPeer {
 
   virtual std::string Name() const = 0;
   virtual void Fill() = 0;              // all cells, the window open
-  virtual void SetAgain(int turn) = 0;  // each cell once more, views told of each
+  virtual void SetAgain(int turn) = 0;  // each cell once more, views notified of each
   virtual void InsertRow(int row) = 0;
   virtual void FitColumn(int column) = 0;  // by all of its rows
   virtual void ScrollTo(int row) = 0;      // that row becomes the first one; painted and shown
@@ -66,7 +66,7 @@ class GridPeer {
 
 std::vector<std::unique_ptr<GridPeer>> MakeGridPeers(const Table& table);
 
-// Bytes of the heap that are in use; 0 where the system does not tell.
+// Bytes of the heap that are in use; 0 where the system does not say.
 std::size_t HeapInUse();
 
 }  // namespace lorv_bench

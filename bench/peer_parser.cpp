@@ -76,7 +76,7 @@ double& PeerParser::Slot(const std::string& name) {
   return at->second;
 }
 
-double PeerParser::Work(const std::string& text) {
+double PeerParser::Evaluate(const std::string& text) {
   state_->parser.SetExpr(text);
   return state_->parser.Eval();
 }
@@ -89,7 +89,7 @@ void PeerParser::Column(const std::string& name, double* values) {
   state_->parser.DefineVar(name, values);
 }
 
-void PeerParser::WorkRows(const std::string& text, double* results, std::size_t rows) {
+void PeerParser::EvaluateRows(const std::string& text, double* results, std::size_t rows) {
   omp_set_num_threads(1);  // its bulk mode takes all processors else
   state_->parser.SetExpr(text);
   state_->parser.Eval(results, static_cast<int>(rows));

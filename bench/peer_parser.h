@@ -16,15 +16,15 @@ class PeerParser {
   // The place where the parser reads the value of a name; made at the first call for it.
   double& Slot(const std::string& name);
 
-  // Parses and works one text.
-  double Work(const std::string& text);
-  // Works the last text again, as it was compiled then.
+  // Parses and evaluates one text.
+  double Evaluate(const std::string& text);
+  // Evaluates the last text again, as it was compiled then.
   double Again();
 
-  // The values of a name for the rows of WorkRows, one a row; they stay the caller's.
+  // The values of a name for the rows of EvaluateRows, one a row; they stay the caller's.
   void Column(const std::string& name, double* values);
-  // Works one text for many rows.
-  void WorkRows(const std::string& text, double* results, std::size_t rows);
+  // Evaluates one text for many rows.
+  void EvaluateRows(const std::string& text, double* results, std::size_t rows);
 
  private:
   struct State;

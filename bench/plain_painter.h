@@ -56,7 +56,7 @@ std::unique_ptr<PlainPainter> MakePlainPainter(const Sheet& sheet);
 // ms.
 double WorkedMilliseconds();
 
-// What has to be done before windows can be had; works what waits of the screen's own work.
+// What has to be done before windows can be had; handles what waits of the screen's own events.
 void PrepareScreen(int scale);
 
 }  // namespace lorv_bench

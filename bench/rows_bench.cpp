@@ -45,7 +45,7 @@ struct Table {
   void ByRows(int threads) {
     CalculateRows(calculator, columns, kRows, results.data(), errors.data(), threads);
   }
-  void ByPeer() { peer.WorkRows(text, results.data(), kRows); }
+  void ByPeer() { peer.EvaluateRows(text, results.data(), kRows); }
   void BySum() {
     constexpr std::size_t kBlock = 250;
     static_assert(kRows % kBlock == 0);
@@ -68,7 +68,7 @@ struct Table {
   std::vector<int> errors;
 };
 
-// Which the library works as the division.
+// Which the library evaluates as the division.
 bool IsNearThird(double value) {
   return std::fabs(value - 1.0 / 3) < 0.001 || std::fabs(value - 2.0 / 3) < 0.001;
 }

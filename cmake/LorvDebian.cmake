@@ -41,7 +41,7 @@ lorv_debian(development libdevel "support library of a quantity take-off suite -
             library)
 if(TARGET lorv)
   lorv_debian(tool utils "quantities of building components from formulas"
-              "A table of components and a few rules give the bill of quantities; single\nformulas are worked, checked and \
+              "A table of components and a few rules give the bill of quantities; single\nformulas are evaluated, checked and \
 shortened. Archives, names and texts of the\nsuite are served as well. Messages are in English and Chinese.\n\nThis package \
 has the command-line tool, its manual and examples.")
   set(CPACK_DEBIAN_TOOL_PACKAGE_RECOMMENDS libedit2)
@@ -62,7 +62,7 @@ package has the example program." library)
   endif()
 endif()
 set(CPACK_COMPONENTS_ALL ${LORV_COMPONENTS})
-# A package with a shared library renews the linker's cache by a trigger, and tells other packages its name. (CPack's own
+# A package with a shared library renews the linker's cache by a trigger, and names itself to other packages. (CPack's own
 # way to do the latter adds scripts that call ldconfig as well.)
 foreach(component LIBRARY WINDOWS)
   set(library libComm_LORV)

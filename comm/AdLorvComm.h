@@ -276,7 +276,8 @@ class COMM_LORV_API CAdLorvComm {
   // They look among the top windows of the calling thread, the topmost first and hidden ones too, and find
   // the first that fits. Titles are compared by letter case, and a title fits that CONTAINS the text: every
   // title contains the empty text. A dialog is a window of the system's dialog class. Where windows cannot be
-  // had at all there are none. A window found by pointer is the caller's only until it works the queue again.
+  // had at all there are none. A window found by pointer is the caller's only until it handles messages
+  // again.
 
   // The first dialog whose title contains a text, or null.
   static CWnd* GetWindowExist(const CString& title);

@@ -69,7 +69,7 @@ class COMM_LORV_API CAdRar {
   void Release();
 
   // Chooses the decoder of this object: true the one that restores every stream whole, false (as at first)
-  // the guarded one told above. With the exact one each operation also starts from a fresh state.
+  // the guarded one described above. With the exact one each operation also starts from a fresh state.
   void SetExactDecoding(bool exact);
 
   // From now on `handler` hears the count of plain bytes done, about every 1024 of them, and nothing is

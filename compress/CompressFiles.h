@@ -8,7 +8,7 @@
 // Hears which file is being packed.
 class COMM_LORV_API CImpProgress {
  public:
-  // How many files there are. Packing does not tell it; for the host's own use.
+  // How many files there are. Packing does not report it; for the host's own use.
   virtual void SetRange(int count) = 0;
   // The index in the list of the file that comes now.
   virtual void SetPos(int index) = 0;

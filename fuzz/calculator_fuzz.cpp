@@ -1,8 +1,8 @@
 // Property: a calculator used again and again answers each time as the slow reference does.
 //
-// The input is a list of lines: "k" and a keyword; "f" and a formula (sets it and works it), "w" (works again
-// what is left), each followed by its "v" lines: a name, ":" and a number; "c" clears the values before that
-// work.
+// The input is a list of lines: "k" and a keyword; "f" and a formula (sets and evaluates it), "w" (evaluates
+// again what is left), each followed by its "v" lines: a name, ":" and a number; "c" clears the values before
+// that work.
 
 #include "fuzz/formula_input.h"
 

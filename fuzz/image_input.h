@@ -9,8 +9,8 @@
 #include "image/decode/image_decoders.h"
 #include "image/decode/image_reader.h"
 
-// What the decoders promise of any bytes: a file is refused or has frames of the size that it tells, the same
-// ones from a clone and in another order.
+// What the decoders promise of any bytes: a file is refused or has frames of the size that it declares, the
+// same ones from a clone and in another order.
 namespace lorv::fuzz {
 
 inline void Require(bool holds) {

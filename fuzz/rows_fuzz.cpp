@@ -1,5 +1,5 @@
-// Property: a formula works alike however it is worked: once by a calculator that has never seen it, again
-// and again by one that has, for many rows at once, and by the slow reference.
+// Property: a formula gives the same however it is evaluated: once by a calculator that has never seen it,
+// again and again by one that has, for many rows at once, and by the slow reference.
 //
 // The first line is the formula. Each line behind it is a row: the values of A, B, AB, H, a Chinese name and
 // a long one, parted by blanks; what is missing counts as in the row before.
@@ -44,7 +44,7 @@ struct Outcome {
   }
 };
 
-Outcome WorkedBy(CAdExpCalculate& calculator, const CString& formula, const Row& row) {
+Outcome EvaluatedBy(CAdExpCalculate& calculator, const CString& formula, const Row& row) {
   for (std::size_t i = 0; i < row.size(); ++i) calculator.SetVarValue(kNames[i], row[i], false);
   calculator.SetExpr(formula);
   Outcome outcome;
@@ -52,7 +52,8 @@ Outcome WorkedBy(CAdExpCalculate& calculator, const CString& formula, const Row&
   return outcome;
 }
 
-std::vector<Outcome> WorkedAsRows(const CString& formula, const std::vector<Row>& rows, std::size_t count) {
+std::vector<Outcome> EvaluatedAsRows(const CString& formula, const std::vector<Row>& rows,
+                                     std::size_t count) {
   std::array<std::vector<double>, kNames.size()> values;
   std::vector<lorv::ValueColumn> columns;
   for (std::size_t i = 0; i < kNames.size(); ++i) {
@@ -88,11 +89,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CAdExpCalculate again;
   for (const Row& row : rows) {
     CAdExpCalculate fresh;
-    expected.push_back(WorkedBy(fresh, formula, row));
-    const bool same = WorkedBy(again, formula, row) == expected.back();
+    expected.push_back(EvaluatedBy(fresh, formula, row));
+    const bool same = EvaluatedBy(again, formula, row) == expected.back();
     lorv::fuzz::Require(same ? "" : "again gives another outcome", lorv::test::Shown(text));
   }
-  const std::vector<Outcome> as_rows = WorkedAsRows(formula, rows, kAtLeast);
+  const std::vector<Outcome> as_rows = EvaluatedAsRows(formula, rows, kAtLeast);
   for (std::size_t i = 0; i < as_rows.size(); ++i) {
     const bool same = as_rows[i] == expected[i % rows.size()];
     lorv::fuzz::Require(same ? "" : "row " + std::to_string(i) + " gives another outcome",

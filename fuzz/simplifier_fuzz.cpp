@@ -30,7 +30,7 @@ struct Outcome {
   }
 };
 
-Outcome Worked(const CString& formula, std::size_t turn) {
+Outcome Evaluated(const CString& formula, std::size_t turn) {
   CAdExpCalculate calculator(formula);
   for (const TCHAR* name : {_T("A"), _T("B"), _T("AB"), _T("墙"), _T("H")})
     calculator.SetVarValue(name, kValues[turn++ % std::size(kValues)], false);
@@ -48,8 +48,8 @@ void CheckSafely(const CString& formula, bool sign_counts) {
   if (shorter.GetLength() > formula.GetLength()) lorv::fuzz::Require("longer than before", shown);
   if (shorter == formula) return;
   for (std::size_t turn = 0; turn < std::size(kValues); ++turn) {
-    const Outcome before = Worked(formula, turn);
-    const bool same = !before.is_formula || Worked(shorter, turn).Is(before, sign_counts);
+    const Outcome before = Evaluated(formula, turn);
+    const bool same = !before.is_formula || Evaluated(shorter, turn).Is(before, sign_counts);
     lorv::fuzz::Require(same ? "" : "another outcome with values " + std::to_string(turn), shown);
   }
 }

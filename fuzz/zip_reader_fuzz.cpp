@@ -4,7 +4,7 @@
 #include "compress/zip/zip_reader.h"
 
 // Any bytes as an archive: no entry gives more bytes than it says, and a whole one gives what its record
-// told.
+// says.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   lorv::ZipReader zip;
   if (zip.Open(data, size) != lorv::kZipOk) return 0;

@@ -1,5 +1,7 @@
 #include "grid/dialog_place.h"
 
+// Where a dialog goes that belongs to a cell: below it, moved back onto the screen.
+
 namespace lorv {
 namespace {
 

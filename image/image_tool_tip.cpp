@@ -126,7 +126,7 @@ void TImageToolTipCtrl::PaintCtrl(void* tip) {
   try {
     static_cast<TImageToolTipCtrl*>(tip)->PaintCtrl();
   } catch (...) {
-    // A tip that could not be painted is no reason to end the program; nobody is told.
+    // A tip that could not be painted is no reason to end the program; nothing is reported.
   }
 }
 

@@ -31,7 +31,7 @@ class COMM_LORV_API TImageToolTipCtrl : public CBCGPToolTipCtrl {
   // that of the image, or 1, with nothing changed, where a painting goes on.
   int SetImage(const CString& path, const CString& description);
   int SetImage(HINSTANCE module, unsigned int resource, const CString& description);
-  // Tells a running loop to stop; gives the value.
+  // Asks a running loop to stop; gives the value.
   bool SetImageChangeStatus(bool changed);
 
   // That of the image; 32 by 32 where there is none. While a painting goes on, what it was when that began.

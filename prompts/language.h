@@ -4,7 +4,7 @@
 
 // The language in which the whole process spells the suite's vocabulary.
 //
-// Any value can be set. From 2 on no table has a text for it: every lookup then tells the user so and
+// Any value can be set. From 2 on no table has a text for it: every lookup then shows the user a message and
 // gives null.
 enum LanguageType : int { LANGUAGE_CHINESE = 0, LANGUAGE_ENGLISH = 1 };
 

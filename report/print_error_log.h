@@ -8,7 +8,7 @@
 // Units: formatted lines hold 16-bit units, at most lorv::kMaxLogLine; longer ones are cut to it. Lines added
 //   as they are have no limit of their own.
 // Edges: a null text counts as the empty one. The file is written in the system's narrow code page.
-// Result: OutputErrorLog tells only whether all of its steps were done; no message is shown.
+// Result: OutputErrorLog reports only whether all of its steps were done; no message is shown.
 // An object belongs to one thread at a time. Texts are copied.
 //
 //   CPrintErrorLog log;  log.AddErrorLog(_T("%s: %d"), _T("KL1"), 3);

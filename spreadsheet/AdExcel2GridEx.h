@@ -27,7 +27,7 @@ using ColumnList = TSortArray<int, SortCompare<int, int, __int64>, OxArray<int, 
 //   on the way in rows are those of the table and columns those of the sheet, counted from 1, and an area of
 //   k cells is listed k times.
 // A table that goes out may hold any value; one that comes in holds texts only, as the sheet shows them.
-// Result: the exchange tells the user of failures by messages and raises nothing, except where an operation
+// Result: the exchange reports failures to the user by messages and raises nothing, except where an operation
 //   says otherwise. What was written or read before a failure stays.
 // The object lives on the stack of one operation, on the user-interface thread, which has started COM on
 // Windows. Which program answers: spreadsheet/connection/spreadsheet_system.h.
@@ -72,8 +72,8 @@ class COMM_LORV_API CAdExcel2GridEx {
 
   // Writes the table into the sheet of a name, else of an index from 1, else a new one; saves it to the file
   // and closes it, if both are wanted and named; shows the program, or ends it when it was only to save.
-  // False where no program was reached, the user cancelled, or a failure was told. `save`, `show`: see above;
-  // `open_existing` writes into the workbook that stands at the file's name with ".xls" behind it.
+  // False where no program was reached, the user cancelled, or a failure was reported. `save`, `show`: see
+  // above; `open_existing` writes into the workbook that stands at the file's name with ".xls" behind it.
   bool ToExcel(const CString& file, bool save, bool show, int alignment, int sheet_index, bool open_existing,
                const CString& sheet_name, int row_offset, int column_offset);
   // To a new workbook that stays open on the screen.
@@ -82,7 +82,7 @@ class COMM_LORV_API CAdExcel2GridEx {
   // ---- From a sheet ----
 
   // Reads what the user marked in the open workbook, or all that is used where less than two rows are marked.
-  // False where no program was reached or a failure was told; a refused area gives true and an old table.
+  // False where no program was reached or a failure was reported; a refused area gives true and an old table.
   bool FromExcel();
   // Asks for a file, then LoadExcel2.
   int LoadExcel(std::vector<CXArrayDBToArray>& tables, CStringArray& names, int sheet_index);

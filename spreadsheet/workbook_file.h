@@ -38,7 +38,7 @@ class COMM_LORV_API WorkbookFile {
  public:
   // Without any sheet.
   WorkbookFile();
-  // Reads an .xlsx file or a text table, told by its contents. Sheets of charts are left out.
+  // Reads an .xlsx file or a text table, recognised by its contents. Sheets of charts are left out.
   explicit WorkbookFile(const CString& file);
 
   int SheetCount() const;
@@ -60,7 +60,7 @@ class COMM_LORV_API WorkbookFile {
   // The first rows stay on the screen.
   void FreezeRows(int sheet, long rows);
 
-  // Told, while the file is made, how many of all the cells are in it; false ends that. It must not change
+  // Called, while the file is made, with the cells in it and all cells; false ends that. It must not change
   // the workbook.
   using Making = std::function<bool(std::uint64_t cells, std::uint64_t all)>;
 

@@ -39,7 +39,7 @@ class COMM_LORV_API CXArrayDBToArray : public CGridArray<_variant_t> {
   //   table counts as its nearer end when the search leads inwards.
   // Comparison: 1 equal, 2 greater, 3 greater or equal, 4 less, 5 less or equal, 6 different, of the value
   //   with the cell, as texts: "10" is less than "9". Values of different tags fulfil none.
-  // Value type: 10 and 13 tell letter case, any other does not.
+  // Value type: 10 and 13 distinguish letter case, any other does not.
   long Find(long start_row, long column, const VARIANT& value, long direction, long comparison,
             long value_type) const;
   // The first row with an equal value, letter case aside; -1 outside the declared width.

@@ -34,7 +34,7 @@ CAdExpCalculate::CAdExpCalculate(const CString& formula) : CAdExpCalculate() {
   SetExpr(formula);
 }
 
-// A copy shares the values and knows no keywords until it is told some: that is how copies differ from
+// A copy shares the values and knows no keywords until it is given some: that is how copies differ from
 // assigned objects, and callers rely on it.
 CAdExpCalculate::CAdExpCalculate(const CAdExpCalculate& other)
     : CValidParameter(other),

@@ -38,15 +38,15 @@ class RepeatedFormula {
   // Whether a text is typed like the formula was when it was set again last: seen quickly.
   bool IsTyped(LPCTSTR text) const { return typed_.Is(text); }
 
-  // Whether the formula has a plan for these names, as far as a glance tells.
+  // Whether the formula has a plan for these names, as far as a first look at it shows.
   bool IsPlannedFor(const CMapValue& values) const { return planned_layout_ == values.KnownLayout(); }
   // Evaluates the plan with values of its names; false, with nothing changed, where one of them does not fit.
   bool EvaluatePlan(const CMapValue& values, double& result, int& error) {
     return plan_.Evaluate(values, result, error);
   }
 
-  // Evaluates the formula (in capitals) even where a glance does not tell, or values are thirds; false, with
-  // nothing changed, where the text has to be evaluated.
+  // Evaluates the formula (in capitals) even where a first look does not show it, or values are thirds;
+  // false, with nothing changed, where the text has to be evaluated.
   bool Evaluate(TextView formula, const CMapValue& values, double& result, int& error);
 
   // Writes the values of the last evaluation into a copy of the formula, as the substitution does.
@@ -81,7 +81,7 @@ class RepeatedFormula {
   FormulaPlan thirds_plan_;
   std::vector<CStrCmp> names_;
   std::uint64_t layout_ = 0;  // of the map that was last found to have names_
-  // layout_ from kPlanned on, else kNoLayout: so one comparison tells whether the plan can be used.
+  // layout_ from kPlanned on, else kNoLayout: so one comparison shows whether the plan can be used.
   std::uint64_t planned_layout_ = kNoLayout;
 };
 

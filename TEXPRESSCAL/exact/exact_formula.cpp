@@ -235,7 +235,7 @@ void ExactFormula::SetText(std::size_t name, TextView text) {
   state_->words[name] = edit.View();
 }
 
-double ExactFormula::Work(const double* values, int& code) {
+double ExactFormula::Evaluate(const double* values, int& code) {
   if (state_->root != nullptr) return state_->Evaluate(values, code);
   code = kNoFormula;
   return 0;
@@ -266,8 +266,8 @@ FormulaDiagnosis ExactFormula::Explain() {
   return doubt;
 }
 
-bool ExactFormula::WorkRows(const double* const* columns, std::size_t rows, double* results,
-                            int* codes) const {
+bool ExactFormula::EvaluateRows(const double* const* columns, std::size_t rows, double* results,
+                                int* codes) const {
   State& state = *state_;
   if (state.root == nullptr || !state.texts.empty()) return false;
   std::vector<double> values(state.used.size());
@@ -296,7 +296,7 @@ bool CalculateExactRows(const CString& formula, std::span<const ValueColumn> col
     names.push_back({column->name});
     values.push_back(column->values);
   }
-  return ExactFormula(formula, names).WorkRows(values.data(), rows, results, codes);
+  return ExactFormula(formula, names).EvaluateRows(values.data(), rows, results, codes);
 }
 
 }  // namespace lorv

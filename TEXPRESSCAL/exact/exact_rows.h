@@ -17,7 +17,7 @@ class ExactRows {
             const FormulaProgram::SlotOf& slot_of);
 
   // The last code of each row goes to `codes` unless it is null. `doubted` is asked for each row in which a
-  // number beyond 32 bits may have been cut, or a part may be no number; it works the row afresh.
+  // number beyond 32 bits may have been cut, or a part may be no number; it evaluates the row afresh.
   struct Task {
     const double* const* columns;
     std::size_t rows;

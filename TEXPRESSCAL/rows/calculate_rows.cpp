@@ -33,9 +33,9 @@ bool IsAtLine(const double* number) {
 // One thread's share of the blocks.
 // The column of a slot is read, block by block, into the cells of the program; the program is run; rows with
 // a value that does not fit are deferred.
-class BlockWorker {
+class BlockEvaluator {
  public:
-  BlockWorker(const RowPlan& plan, RowText& texts)
+  BlockEvaluator(const RowPlan& plan, RowText& texts)
       : plan_(plan),
         table_(texts.Table()),
         deferred_(texts, executor_),
@@ -161,12 +161,12 @@ class RowJob {
   // The deferred rows are finished before the thread ends: no other thread knows of them.
   void ShareBlocks() {
     RowText texts(calculator_, table_);
-    BlockWorker worker(plan_, texts);
+    BlockEvaluator evaluator(plan_, texts);
     Take([&](std::size_t first, std::size_t end) {
-      worker.ClearErrors(first, end);
-      for (; first < end; first += kBlockRows) worker.Evaluate(first, std::min(kBlockRows, end - first));
+      evaluator.ClearErrors(first, end);
+      for (; first < end; first += kBlockRows) evaluator.Evaluate(first, std::min(kBlockRows, end - first));
     });
-    worker.Finish();
+    evaluator.Finish();
   }
   void ShareTexts() {
     RowText texts(calculator_, table_);

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-// The constants of the LZARI stream, shared by its writer and its reader. docs/formats/lzari.md tells the
+// The constants of the LZARI stream, shared by its writer and its reader. docs/formats/lzari.md describes the
 // stream in full.
 namespace lorv::lzari {
 

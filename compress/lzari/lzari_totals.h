@@ -5,7 +5,7 @@
 
 namespace lorv::lzari {
 
-// What one operation has done so far, and what it tells on standard output about it.
+// What one operation has done so far, and what it prints on standard output about it.
 struct Totals {
   std::uint32_t text_size = 0;                 // plain bytes
   std::uint32_t code_size = 0;                 // bytes of the stream

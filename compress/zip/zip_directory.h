@@ -37,7 +37,7 @@ class Input {
   std::vector<unsigned char> block_;
 };
 
-// An entry as the directory of an archive tells it.
+// An entry as the directory of an archive describes it.
 struct DirectoryEntry {
   std::string name;
   std::string unicode_name;  // UTF-8; empty where the archive has none
@@ -62,7 +62,7 @@ ZipFault ReadDirectory(Input& input, std::vector<DirectoryEntry>& entries);
 struct LocalEntry {
   std::uint64_t data = 0;  // where the packed data begins
   bool has_times = false;
-  FileTimes times;  // of the "UT" field; 0 for one that it does not tell
+  FileTimes times;  // of the "UT" field; 0 for one that it does not have
 };
 
 // Result: kZipOk, or kZipCorrupt where no header of this entry stands.

@@ -1,7 +1,7 @@
 #pragma once
 
 // What exactly keeps an archive or an entry from being written or read: finer than the result codes, for
-// those who tell it to a user.
+// those who report it to a user.
 namespace lorv {
 
 enum class ZipFault {

@@ -47,7 +47,7 @@ inline constexpr std::uint32_t kUnixWrite = 0x00800000;
 inline constexpr std::uint32_t kUnixExecute = 0x00400000;
 inline constexpr std::uint32_t kFolderAttributes = 0x41C00010;
 
-// What one entry may have at most: its sizes are told as signed 32-bit numbers, its name as 260 characters
+// What one entry may have at most: its sizes are given as signed 32-bit numbers, its name as 260 characters
 // with the terminator.
 inline constexpr std::uint64_t kMaxEntryBytes = 0x7FFFFFFF;
 inline constexpr std::size_t kNameUnits = 260;

@@ -15,13 +15,13 @@
 
 namespace lorv {
 
-// An entry as the opening side tells it. With index -1 in the question, `index` is the count of entries and
-// nothing else is set.
+// An entry as the opening side describes it. With index -1 in the question, `index` is the count of entries
+// and nothing else is set.
 struct ZipEntry {
   int index = 0;
   char name[zip::kNameUnits] = {};  // as stored; one marked as UTF-8 in the system's narrow code page
   DWORD attributes = 0;             // of Windows
-  std::int64_t access_time = 0;     // file times: counts of 100 nanoseconds since 1601, 0 where not told
+  std::int64_t access_time = 0;     // file times: counts of 100 nanoseconds since 1601, 0 where not given
   std::int64_t creation_time = 0;
   std::int64_t write_time = 0;
   std::int32_t compressed_size = 0;
@@ -35,7 +35,7 @@ struct ZipListing {
   FileTimes times;
   std::uint64_t compressed_size = 0;
   std::uint64_t size = 0;
-  ZipFault fault = ZipFault::kNone;  // what keeps it from being unzipped, as far as the directory tells
+  ZipFault fault = ZipFault::kNone;  // what keeps it from being unzipped, as far as the directory shows
 };
 
 // The opening side of ZIP archives: open, ask for entries, unzip them.

@@ -9,7 +9,7 @@
 namespace lorv::zip {
 
 // Date and time of DOS in one number, the date in the high half: local time in steps of 2 seconds, 1980 to
-// 2107. Times before count as 1980-01-01 00:00:00, later ones as the last that can be told.
+// 2107. Times before count as 1980-01-01 00:00:00, later ones as the last that can be stored.
 std::uint32_t ToDosTime(std::int64_t file_time);
 // 0 for what is no date.
 std::int64_t FromDosTime(std::uint32_t dos_time);

@@ -70,7 +70,7 @@ class COMM_LORV_API CResourceException : public CException {
   CString ErrorText() const override;
 };
 
-// The user has been told already; it only ends the operation.
+// The user has seen a message already; it only ends the operation.
 class COMM_LORV_API CUserException : public CException {
   DECLARE_DYNAMIC(CUserException)
  public:

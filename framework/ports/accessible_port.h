@@ -55,13 +55,13 @@ constexpr unsigned kAccessChecked = 0x200;
 constexpr unsigned kAccessMixed = 0x400;  // neither checked nor not
 constexpr unsigned kAccessExpandable = 0x800;
 constexpr unsigned kAccessExpanded = 0x1000;
-constexpr unsigned kAccessProtected = 0x2000;  // a password: its value is not told
+constexpr unsigned kAccessProtected = 0x2000;  // a password: its value is not given
 constexpr unsigned kAccessDefault = 0x4000;    // the button of Return
 
 // What a user does with a thing.
 enum class AccessAction : int { Press, Toggle, ShowList, Edit, Focus };
 
-// What is told of a change, after it.
+// The kinds of change that are reported, after each.
 enum class AccessEvent : int { Focus, Name, Value, Selection, State, Structure };
 
 class COMM_LORV_API AccessibleObject {
@@ -72,7 +72,7 @@ class COMM_LORV_API AccessibleObject {
   virtual ~AccessibleObject() = default;
 
   virtual bool Exists() const = 0;
-  // Tells two objects of a window apart: the same number as long as the thing is there; 0 is the window.
+  // Identifies an object within its window: the same number as long as the thing is there; 0 is the window.
   virtual std::int64_t Number() const { return 0; }
   // The window that it belongs to.
   virtual HWND Window() const = 0;
@@ -100,7 +100,7 @@ class COMM_LORV_API AccessibleObject {
   virtual SIZE TableSize() const { return {0, 0}; }  // columns, rows
   // Row -1 is the header of the column, column -1 that of the row.
   virtual std::shared_ptr<AccessibleObject> CellAt(int /*row*/, int /*column*/) const { return nullptr; }
-  // Of a table, a list: the selected ones, the first kMaxSelectedTold of them.
+  // Of a table, a list: the selected ones, the first kMaxReportedSelection of them.
   virtual std::vector<std::shared_ptr<AccessibleObject>> Selected() const { return {}; }
   // Of a cell or a header: where it stands.
   virtual int Row() const { return -1; }
@@ -114,7 +114,7 @@ class COMM_LORV_API AccessibleObject {
   virtual bool Do(AccessAction /*action*/) { return false; }
 };
 
-constexpr std::size_t kMaxSelectedTold = 4096;
+constexpr std::size_t kMaxReportedSelection = 4096;
 
 struct CellAddress {
   int row = -1;

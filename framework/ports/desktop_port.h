@@ -47,7 +47,7 @@ class COMM_LORV_API Desktop {
   virtual std::optional<int> QuitCode() const = 0;
   // Asks the loops of the thread to end, with that code.
   bool Quit(int code) { return Post(nullptr, WM_QUIT, static_cast<WPARAM>(code), 0); }
-  // Works the queue until EndModal of that window, until it is gone, or until WM_QUIT. While it runs, the
+  // Dispatches messages until EndModal of that window, until it is gone, or until WM_QUIT. While it runs, the
   // window's owner is disabled, and enabled again however it ends: what a handler throws goes on to the
   // caller. Dialogs may be nested.
   virtual void RunModal(HWND dialog) = 0;
@@ -60,7 +60,7 @@ class COMM_LORV_API Desktop {
   virtual void ClearFocus() = 0;
   virtual HWND Active() const = 0;
   virtual HWND Capture() const = 0;
-  // All mouse messages go to that window, null ends it; WM_CAPTURECHANGED tells the former.
+  // All mouse messages go to that window, null ends it; WM_CAPTURECHANGED goes to the former.
   virtual void SetCapture(HWND window) = 0;
 
   // Bit 15: the key or mouse button is down now. The left and right buttons are VK_LBUTTON, VK_RBUTTON.
@@ -109,9 +109,9 @@ class COMM_LORV_API Desktop {
   // A surface in memory, filled with white, that can be copied to the windows of this desktop.
   virtual std::unique_ptr<Canvas> MakeCanvas(SIZE size) const = 0;
 
-  // Tells screen readers what changed: of the window, or of the object of that number in its tree. The change
-  // is done already; they may ask at once.
-  virtual void TellAccessible(HWND /*window*/, AccessEvent /*event*/, std::int64_t /*number*/) {}
+  // Reports to screen readers what changed: of the window, or of the object of that number in its tree. The
+  // change is done already; they may ask at once.
+  virtual void ReportAccessible(HWND /*window*/, AccessEvent /*event*/, std::int64_t /*number*/) {}
 
   // Whether anybody sees the windows and can answer what they ask.
   virtual bool HasViewer() const { return true; }

@@ -2,6 +2,9 @@
 
 #include <unordered_map>
 
+// Which window takes drops, by its handle: peers ask here, so that the class of a window and its peer need
+// not know each other. On one thread only, as windows are.
+
 namespace lorv {
 namespace {
 

@@ -40,7 +40,7 @@ COMM_LORV_API void UnmapWindow(HWND window);
 COMM_LORV_API MessageTarget* MappedWindow(HWND window);
 
 // For peers. Every message to a window of ours comes through here, sent, posted or made by the window system;
-// a window without an object gets its peer's default conduct. The window may be gone afterwards.
+// a window without an object gets its peer's default behaviour. The window may be gone afterwards.
 COMM_LORV_API LRESULT DeliverMessage(HWND window, UINT message, WPARAM w, LPARAM l);
 
 // For peers, before a message from the queue is delivered: asks the window and its parents in turn, the inner

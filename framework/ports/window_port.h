@@ -10,7 +10,7 @@
 
 // One window as a peer answers for it: the ground under CWnd.
 //
-// Messages go both ways by number. What happens to the window the peer tells by lorv::DeliverMessage
+// Messages go both ways by number. What happens to the window the peer reports by lorv::DeliverMessage
 //   (framework/ports/window_map.h), which runs the window class; what the class leaves to the system comes
 //   back as Default. The peer keeps no pointer to the class: a handle that names nothing is answered 0.
 // Units: pixels of the window's own screen. A child is placed in its parent's client area, all others on the
@@ -23,7 +23,7 @@
 //
 // Input methods: a composition arrives as WM_IME_STARTCOMPOSITION, WM_IME_COMPOSITION (its text by
 //   CompositionNow) and WM_IME_ENDCOMPOSITION; what is committed comes as WM_CHAR where the class leaves the
-//   message to Default. A key that an input method took is WM_KEYDOWN with VK_PROCESSKEY and is never told as
+//   message to Default. A key that an input method took is WM_KEYDOWN with VK_PROCESSKEY and is never sent as
 //   the key itself. A class that opens an edit inside WM_IME_STARTCOMPOSITION and gives it the focus has the
 //   composition go on there.
 namespace lorv {
@@ -129,7 +129,7 @@ class COMM_LORV_API WindowPeer {
   virtual SCROLLINFO Scroll(int bar) const = 0;  // all fields
   virtual void ShowScroll(int bar, bool on) = 0;
 
-  // WM_TIMER with that id each `milliseconds` while the queue is worked; set again, it starts anew.
+  // WM_TIMER with that id each `milliseconds` while messages are dispatched; set again, it starts anew.
   virtual void SetTimer(UINT_PTR id, UINT milliseconds) = 0;
   virtual bool KillTimer(UINT_PTR id) = 0;
   // WM_MOUSELEAVE once when the mouse goes; asked for anew each time.

@@ -159,7 +159,7 @@ int Formatter::ReadCount() {
 }
 
 void Formatter::SkipLengthWords() {
-  // They name the size of an argument, which its type has told already.
+  // They name the size of an argument, which its type gives already.
   static constexpr TextView kWords = _T("hljztLw");
   while (*at_ != 0 && kWords.find(*at_) != TextView::npos) ++at_;
   if (*at_ == 'I') {

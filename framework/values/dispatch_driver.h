@@ -33,8 +33,8 @@
 // Result: by `result_type`, to *result: VT_EMPTY nothing, VT_VARIANT a VARIANT that is the caller's, else a
 //   plain value of the kind (VT_I2, VT_I4, VT_R4, VT_R8, VT_BOOL as BOOL). A failure raises COleException
 //   with its code, or COleDispatchException where the object describes it; *result is then as it was.
-// Without an object nothing happens. The driver releases the object at its end unless told otherwise. One
-// thread at a time.
+// Without an object nothing happens. The driver releases the object at its end unless `auto_release` is
+// false. One thread at a time.
 class COMM_LORV_API COleDispatchDriver {
  public:
   COleDispatchDriver() = default;

@@ -122,7 +122,7 @@ class COMM_LORV_API _variant_t : public tagVARIANT {
   _variant_t As(VARTYPE type) const;
 };
 
-// The framework's tagged value: the same, but ChangeType tells of a failure by COleException, by pointer.
+// The framework's tagged value: the same, but ChangeType reports a failure by COleException, by pointer.
 //
 //   COleVariant(_T("x")).ChangeType(VT_I4)  raises COleException, m_sc is DISP_E_TYPEMISMATCH
 class COMM_LORV_API COleVariant : public _variant_t {

@@ -191,9 +191,9 @@ class TableObject : public AccessibleObject {
     const AccessibleCells* const cells = CellsOf(window_);
     std::vector<std::shared_ptr<AccessibleObject>> selected;
     if (cells == nullptr) return selected;
-    for (const CellAddress at : cells->SelectedCells(kMaxSelectedTold))
+    for (const CellAddress at : cells->SelectedCells(kMaxReportedSelection))
       // The class may answer with more than it was asked for, or with rows that are gone.
-      if (selected.size() < kMaxSelectedTold && Has(cells, at))
+      if (selected.size() < kMaxReportedSelection && Has(cells, at))
         selected.push_back(std::make_shared<CellObject>(window_, at));
     return selected;
   }

@@ -21,8 +21,8 @@ std::shared_ptr<WindowPeer> PeerAt(HWND window) {
   return DesktopInForce().Find(window);
 }
 
-// What the user's own choice would have told the parent.
-void TellParent(HWND control, UINT code) {
+// The notification that the user's own choice would have sent to the parent.
+void NotifyParent(HWND control, UINT code) {
   const auto peer = PeerAt(control);
   if (peer == nullptr || peer->Parent() == nullptr) return;
   const WPARAM words = MAKEWPARAM(static_cast<LONG_PTR>(peer->Id()), static_cast<LONG_PTR>(code));
@@ -82,15 +82,15 @@ class ItemBox {
                on) {
       return false;
     }
-    // Lists tell only who asked for it.
+    // Lists notify only a parent that asked for it.
     const auto peer = PeerAt(window_);
-    if (combo_ || (peer != nullptr && (peer->Style() & LBS_NOTIFY) != 0)) TellParent(window_, is_.chosen);
+    if (combo_ || (peer != nullptr && (peer->Style() & LBS_NOTIFY) != 0)) NotifyParent(window_, is_.chosen);
     return true;
   }
   CRect PlaceOf(int index) const {
     RECT place = {0, 0, 0, 0};
     const auto peer = PeerAt(window_);
-    // The list of a combo is a window of the system's own, whose place the messages do not tell.
+    // The list of a combo is a window of the system's own, whose place no message gives.
     if (combo_ || peer == nullptr) return {};
     Ask(window_, LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&place));
     // Of a line that is scrolled half out, the part that can be clicked.
@@ -326,7 +326,7 @@ class ItemsObject : public WindowObject {
   std::vector<std::shared_ptr<AccessibleObject>> Selected() const override {
     std::vector<std::shared_ptr<AccessibleObject>> selected;
     const int count = ChildCount();
-    for (int i = 0; i < count && selected.size() < kMaxSelectedTold; ++i)
+    for (int i = 0; i < count && selected.size() < kMaxReportedSelection; ++i)
       if (Box().IsSelected(i)) selected.push_back(Child(i));
     return selected;
   }

@@ -12,7 +12,7 @@ namespace lorv {
 
 COMM_LORV_API std::shared_ptr<AccessibleObject> AccessibleOf(HWND window);
 
-// Whether the window's class describes itself: all else is told by the system's own means as well.
+// Whether the window's class describes itself: all other classes are described by the system itself as well.
 COMM_LORV_API bool HasOwnAccessible(HWND window);
 
 // The text of the label right before a control, or the name of the cell that it edits; empty without one.

@@ -38,7 +38,7 @@ struct DialogTemplate {
 //   group, Return presses the default button (or the button that has the focus, which looks the default
 //   then), Esc is Cancel, Alt with a marked letter goes to its control. Edits with ES_WANTRETURN keep
 //   Return.
-// Result: DoModal gives what EndDialog was told, IDOK and IDCANCEL by OnOK and OnCancel; -1 if no window
+// Result: DoModal gives what EndDialog was given, IDOK and IDCANCEL by OnOK and OnCancel; -1 if no window
 //   could be made. OnInitDialog answers TRUE to have the focus set to the first control.
 // A modal dialog made without an owner is owned by the window that is active when it starts.
 // On a screen of other dots an inch the dialog, what stands in it and their fonts keep their size to the eye.

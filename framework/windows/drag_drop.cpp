@@ -67,7 +67,7 @@ DROPEFFECT COleDropTarget::Drop(const lorv::DragContent& content, const lorv::Dr
                                 DROPEFFECT effect) {
   COleDataObject data(content);
   allowed_ = place.allowed;
-  // What the source is told: a drop that was refused must not take the content away from it.
+  // The answer to the source: a drop that was refused must not take the content away from it.
   return OnDrop(CWnd::FromHandle(window_), &data, effect, CPoint(place.at)) != 0 ? effect : DROPEFFECT_NONE;
 }
 

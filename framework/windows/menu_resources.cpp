@@ -5,26 +5,30 @@
 
 #include "framework/windows/menu_template.h"
 
+// Menus by number. What a program added stands before the resources of the system, so that a program reads
+// the same on systems that have none.
+
 namespace lorv {
 namespace {
 
 constexpr UINT kLastNumber = 0xFFFF;
 
-std::map<UINT, MenuModel>& Told() {
-  static std::map<UINT, MenuModel> told;
-  return told;
+std::map<UINT, MenuModel>& AddedMenus() {
+  static std::map<UINT, MenuModel> added;
+  return added;
 }
 
 }  // namespace
 
 void AddMenuResource(UINT number, MenuModel menu) {
-  Told()[number] = std::move(menu);
+  AddedMenus()[number] = std::move(menu);
 }
 
 std::optional<MenuModel> FindMenuResource(UINT number) {
   if (number == 0 || number > kLastNumber) return std::nullopt;
-  const auto found = Told().find(number);
-  return found != Told().end() ? std::optional(found->second) : ParseMenuTemplate(NativeMenuResource(number));
+  const auto found = AddedMenus().find(number);
+  return found != AddedMenus().end() ? std::optional(found->second)
+                                     : ParseMenuTemplate(NativeMenuResource(number));
 }
 
 }  // namespace lorv

@@ -9,12 +9,12 @@
 // Menus that programs know by number.
 namespace lorv {
 
-// The menu that LoadMenu of that number finds from now on; one that was told before is replaced. Where
+// The menu that LoadMenu of that number finds from now on; one that was added before is replaced. Where
 // programs have no resources this is how a menu gets its number; on Windows it stands before the resources.
 // One thread: that of the user interface.
 COMM_LORV_API void AddMenuResource(UINT number, MenuModel menu);
 
-// What was told for the number, else the resource of the program, else that of this library; nothing for a
+// What was added for the number, else the resource of the program, else that of this library; nothing for a
 // number from 65536 on and for one that nobody knows.
 COMM_LORV_API std::optional<MenuModel> FindMenuResource(UINT number);
 

@@ -25,8 +25,9 @@ constexpr UINT kTipShows = static_cast<UINT>(-521);
 
 // A tool tip: a label, its window text, with a description below it and room for an icon at the left.
 //
-// When it is shown it tells its parent by a notification of code -521, which comes back to the tip: it takes
-//   the size of what it shows then. Message 1025 with 0 makes it hide and stay so, with 1 it may be shown.
+// When it is shown it notifies its parent by a notification of code -521, which comes back to the tip: it
+//   takes the size of what it shows then. Message 1025 with 0 makes it hide and stay so, with 1 it may be
+//   shown.
 // Units: pixels. The margin lies around all, the inner margin around the text and between its parts.
 // Edges: the parent may be null; without a window nothing is shown or drawn.
 // One thread, that of the user interface, but for the drawing steps of a class that paints by another one;

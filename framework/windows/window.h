@@ -14,7 +14,7 @@ class CFont;
 // A window, with the framework's operations and names.
 //
 // A message runs WindowProc, which looks into the message tables of the class and its bases, and leaves what
-//   is not there to the peer's default conduct (DefWindowProc).
+//   is not there to the peer's default behaviour (DefWindowProc).
 // Units: pixels; a child's place is in its parent's client area, other windows' on the screen.
 // Edges: every operation on an object without a window does nothing and gives null, FALSE, 0 or an empty text
 //   or rectangle. A window may be destroyed in any handler, its own too; the object may be deleted in any
@@ -137,8 +137,8 @@ class COMM_LORV_API CWnd : public CCmdTarget, public lorv::MessageTarget {
 
   // After a change of what the class shows to screen readers by GetAccessible or GetAccessibleCells: of the
   // window, or of a cell.
-  void TellAccessible(lorv::AccessEvent event) const;
-  void TellAccessibleCell(lorv::AccessEvent event, lorv::CellAddress cell) const;
+  void ReportAccessible(lorv::AccessEvent event) const;
+  void ReportAccessibleCell(lorv::AccessEvent event, lorv::CellAddress cell) const;
 
   // Bars of the window itself.
   BOOL SetScrollInfo(int bar, SCROLLINFO* info, BOOL redraw = TRUE);
@@ -156,14 +156,14 @@ class COMM_LORV_API CWnd : public CCmdTarget, public lorv::MessageTarget {
   virtual LRESULT WindowProc(UINT message, WPARAM w, LPARAM l);
   virtual BOOL OnWndMsg(UINT message, WPARAM w, LPARAM l, LRESULT* result);
   virtual LRESULT DefWindowProc(UINT message, WPARAM w, LPARAM l);
-  // The default conduct for the message being handled, with the arguments that it came with.
+  // The default behaviour for the message being handled, with the arguments that it came with.
   LRESULT Default();
   virtual BOOL OnCommand(WPARAM w, LPARAM l);
   virtual BOOL OnNotify(WPARAM w, LPARAM l, LRESULT* result);
   virtual void PreSubclassWindow() {}
   virtual void PostNcDestroy() {}
 
-  // What the rows of a message table call, here with the default conduct.
+  // What the rows of a message table call, here with the default behaviour.
   int OnCreate(LPCREATESTRUCT request);
   void OnDestroy() { Default(); }
   void OnNcDestroy() { Default(); }

@@ -301,11 +301,11 @@ void CWnd::ShowScrollBar(UINT bar, BOOL show) {
   if (bar != static_cast<UINT>(SB_HORZ)) peer->ShowScroll(SB_VERT, show != 0);
 }
 
-void CWnd::TellAccessible(lorv::AccessEvent event) const {
-  if (m_hWnd != nullptr) lorv::DesktopInForce().TellAccessible(m_hWnd, event, 0);
+void CWnd::ReportAccessible(lorv::AccessEvent event) const {
+  if (m_hWnd != nullptr) lorv::DesktopInForce().ReportAccessible(m_hWnd, event, 0);
 }
 
-void CWnd::TellAccessibleCell(lorv::AccessEvent event, lorv::CellAddress cell) const {
+void CWnd::ReportAccessibleCell(lorv::AccessEvent event, lorv::CellAddress cell) const {
   if (m_hWnd != nullptr)
-    lorv::DesktopInForce().TellAccessible(m_hWnd, event, lorv::NumberOfCell(m_hWnd, cell));
+    lorv::DesktopInForce().ReportAccessible(m_hWnd, event, lorv::NumberOfCell(m_hWnd, cell));
 }

@@ -5,6 +5,10 @@
 #include "framework/values/com_error.h"
 #include "framework/values/variant_text.h"
 
+// The grid that keeps one empty row at its end for whoever goes on typing. For callers that row does not
+// count; the class adds the next one as soon as it holds anything, and takes it away again when it is
+// emptied.
+
 IMPLEMENT_DYNCREATE(CBcgTrueDbGridCtrlEx, CBcgTrueDbGridCtrl)
 
 BEGIN_MESSAGE_MAP(CBcgTrueDbGridCtrlEx, CBcgTrueDbGridCtrl)

@@ -7,7 +7,7 @@
 #include "grid/items/presentation_item.h"
 #include "grid/items/read_only_item.h"
 
-// Cells of the suite's grid: values, lists, conduct and colours.
+// Cells of the suite's grid: values, lists, behaviour and colours.
 
 // By the virtual GetRow, so that a row which a descendant hides is left alone.
 template <class Change>

@@ -47,8 +47,8 @@ int CBCGPBasicGridCtrl::AddColumn(LPCTSTR name, double width, const CRuntimeClas
   return 1;
 }
 
-// Values and conduct move one cell to the left in fresh cells of the same class; the last one stays where it
-// is, behind the columns, with its value.
+// Values and behaviour move one cell to the left in fresh cells of the same class; the last one stays where
+// it is, behind the columns, with its value.
 void CBCGPBasicGridCtrl::CloseUpCells(CBCGPGridRow& row, int column) {
   for (int at = column; row.GetItem(at + 1) != nullptr && at >= 0; ++at) {
     const CBCGPGridItem* next = row.GetItem(at + 1);

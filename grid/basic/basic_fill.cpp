@@ -92,7 +92,7 @@ CString CBCGPBasicGridCtrl::GetDragCopyFillTips(const CBCGPGridRange& source, co
 
 bool CBCGPBasicGridCtrl::OnLBtnUpDragCopyFill(UINT /*flags*/, CPoint /*point*/) {
   if (!drag_fill_running_) return false;
-  // The frame tells what to fill, wherever the button went up.
+  // The frame decides what is filled, wherever the button went up.
   const CRect frame = m_rectDragFrame;
   const auto life = Watch();
   EndFill();

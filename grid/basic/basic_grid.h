@@ -105,7 +105,7 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   long long GetSelectColumns(CUIntArray& columns) const;
   long long GetUnionCells(CList<CBCGPGridRange, const CBCGPGridRange&>& blocks) const;
 
-  // Conduct and looks of cells.
+  // Behaviour and looks of cells.
   void SetColumnReadOnly(int column, bool on);
   void SetItemReadOnly(int row, int column, bool on);
   void SetRowReadOnly(int row, bool on);

@@ -106,8 +106,8 @@ BOOL CBCGPBasicGridCtrl::OnSetCursor(CWnd* window, UINT hit, UINT message) {
   return CBCGPGridCtrl::OnSetCursor(window, hit, message);
 }
 
-// The press may have come after its own release, through handlers that worked the queue. Only a move of the
-// real mouse tells: messages that a program sends go on whatever the buttons do.
+// The press may have come after its own release, through handlers that dispatched messages. Only a move of
+// the real mouse shows it: messages that a program sends go on whatever the buttons do.
 bool CBCGPBasicGridCtrl::MovesWithoutButton(UINT flags, CPoint point) const {
   if ((flags & MK_LBUTTON) != 0 || lorv::IsKeyDown(VK_LBUTTON)) return false;
   ClientToScreen(&point);

@@ -5,7 +5,7 @@
 class CWnd;
 
 // Raises an event of an automation control that is none: the call of a member becomes the framework's command
-// for an event, which the parent's event sink cannot tell from a real one.
+// for an event, which the parent's event sink cannot distinguish from a real one.
 //
 //   CGridDispatchDriver::CInvokeDisp events(control_id, parent);
 //   CGridDispatchDriver(events).InvokeHelper(10, DISPATCH_METHOD, VT_EMPTY, nullptr, types, column);

@@ -39,14 +39,14 @@ void CBcgTrueDbGridCtrl::OnItemChanged(CBCGPGridItem* item, int row, int column)
   const auto number = static_cast<short>(column);
   const _variant_t old = old_value_;
   // What the handler writes into it counts for its own cancel only.
-  _variant_t told = old;
+  _variant_t reported = old;
   short cancel = 0;
-  Raise<5>(number, static_cast<VARIANT*>(&told), &cancel);
+  Raise<5>(number, static_cast<VARIANT*>(&reported), &cancel);
   if (life.expired()) return;
   if (cancel != 0) {
     // A reference is followed; what is no value at all counts for nothing.
     _variant_t back;
-    if (FAILED(VariantCopyInd(&back, &told))) back = old;
+    if (FAILED(VariantCopyInd(&back, &reported))) back = old;
     SetValue(row, column, back, TRUE);
     if (life.expired()) return;
     if (back.vt == VT_EMPTY) GiveBack(id, back);
@@ -77,7 +77,7 @@ BOOL CBcgTrueDbGridCtrl::EditItem(CBCGPGridRow* row, const CPoint* point) {
   const auto life = Watch();
   const BOOL opened = CBCGPBasicGridCtrl::EditItem(row, point);
   if (life.expired() || row == nullptr || (reason & lorv::kBeginByDoubleClick) == 0) return opened;
-  // The double click is told of once, also where nothing opened.
+  // The double click is reported once, also where nothing opened.
   m_dwBeginEditReason &= ~static_cast<DWORD>(lorv::kBeginByDoubleClick);
   Raise<-601>();
   return TRUE;
@@ -101,7 +101,7 @@ BOOL CBcgTrueDbGridCtrl::PreTranslateMessage(MSG* message) {
     const bool goes_down = message->wParam == kKeyReturn && GetReturnStyle() == emReturnDown;
     short key = goes_down ? short{VK_DOWN} : static_cast<short>(message->wParam);
     // The editor swallows the key: its parent hears of it here, and cannot change it.
-    if (!TellOfKey(key)) return TRUE;
+    if (!ReportOfKey(key)) return TRUE;
   }
   return CBCGPBasicGridCtrl::PreTranslateMessage(message);
 }

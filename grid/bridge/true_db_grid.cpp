@@ -22,7 +22,7 @@ END_MESSAGE_MAP()
 CBcgTrueDbGridCtrl::CBcgTrueDbGridCtrl() = default;
 
 CBcgTrueDbGridCtrl::~CBcgTrueDbGridCtrl() {
-  // The window goes while the grid can still tell of it.
+  // The window goes while the grid can still report it.
   if (m_hWnd != nullptr) CWnd::DestroyWindow();
 }
 

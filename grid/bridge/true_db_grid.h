@@ -23,7 +23,7 @@ enum RowFlag : long { kRowDeleted = 2, kRowChanged = 4 };
 // The suite's grid in the terms of the TrueDBGrid control: its events come to the event sink of the parent,
 // with the numbers and arguments of lorv::kEventKinds, and its methods work on the grid's own rows.
 //
-// Events are raised and answered within the call that they tell of. A handler answers through what it gets by
+// Events are raised and answered within the call that they report. A handler answers through what it gets by
 //   pointer; what it raises is dropped; it may rebuild the table, end the grid or its parent, or run a
 //   dialog. Without a parent there are no events.
 // Units: rows and columns count from 0; a bookmark is the number of a row as VT_I4 (VT_I2 is taken too);
@@ -86,7 +86,7 @@ class COMM_LORV_API CBcgTrueDbGridCtrl : public CBCGPBasicGridCtrl {
   void SetFetchColumnsStyle(const CUIntArray& columns, bool on);
   void SetFetchStyle(bool on) { fetch_columns_.SetAll(on); }
 
-  // With updates off each edit is told of and taken back.
+  // With updates off each edit is reported and taken back.
   void SetAllowUpdate(bool on) { allow_update_ = on; }
   void SetLocked(int row, int column, bool locked);
   // Of a cell with a list.
@@ -94,8 +94,8 @@ class COMM_LORV_API CBcgTrueDbGridCtrl : public CBCGPBasicGridCtrl {
   // Cuts the zeros at the end of a number's decimals.
   void ChangeValueItem(CString& text) const;
   COLORREF GetBackColor() const { return GetBkColor(); }
-  // Marks the row as changed, and tells whether it is deleted: by the number in its last column. A last cell
-  // that holds no number stays as it is, and its row is not deleted.
+  // Marks the row as changed, and reports whether it is deleted: by the number in its last column. A last
+  // cell that holds no number stays as it is, and its row is not deleted.
   void Change(int row);
   bool IsDelete(int row) const;
   // The way out of a handler that must not change the table: event 40 comes with the code once it has ended.
@@ -137,7 +137,7 @@ class COMM_LORV_API CBcgTrueDbGridCtrl : public CBCGPBasicGridCtrl {
   DECLARE_MESSAGE_MAP()
 
  private:
-  // Tell the parent. `types` and the arguments are those of lorv::kEventKinds; the grid may be gone
+  // Notify the parent. `types` and the arguments are those of lorv::kEventKinds; the grid may be gone
   // afterwards.
   void FireEvent(DISPID event, const BYTE* types, ...);
   void FireEventV(DISPID event, const BYTE* types, va_list arguments);
@@ -147,7 +147,7 @@ class COMM_LORV_API CBcgTrueDbGridCtrl : public CBCGPBasicGridCtrl {
 
   void MouseDownToDbGrid(UINT flags, CPoint point);
   void MouseUpToDbGrid(UINT flags, CPoint point);
-  bool TellOfKey(short key);
+  bool ReportOfKey(short key);
   void GiveBack(const CBCGPGridItemID& id, const _variant_t& value);
   int CurrentColumn() const;
   void FitColumns(int columns);

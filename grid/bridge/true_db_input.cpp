@@ -2,7 +2,7 @@
 #include "grid/events/event_input.h"
 #include "gridcore/items/check_item.h"
 
-// The mouse and the keyboard: the grid's own step, and the event that tells of it.
+// The mouse and the keyboard: the grid's own step, and the event that reports it.
 
 namespace {
 
@@ -59,7 +59,7 @@ void CBcgTrueDbGridCtrl::OnMouseMove(UINT flags, CPoint point) {
   if (!life.expired()) Raise<-606>(lorv::EventButton(flags), lorv::EventShift(flags), point.x, point.y);
 }
 
-bool CBcgTrueDbGridCtrl::TellOfKey(short key) {
+bool CBcgTrueDbGridCtrl::ReportOfKey(short key) {
   const auto life = Watch();
   Raise<-602>(&key, ShiftNow());
   return !life.expired();
@@ -67,24 +67,24 @@ bool CBcgTrueDbGridCtrl::TellOfKey(short key) {
 
 void CBcgTrueDbGridCtrl::OnKeyDown(UINT key, UINT repeat, UINT flags) {
   const auto life = Watch();
-  auto told = static_cast<short>(key);
-  Raise<-602>(&told, ShiftNow());
+  auto reported = static_cast<short>(key);
+  Raise<-602>(&reported, ShiftNow());
   // The handler may have put another key in its place.
-  if (!life.expired()) CBCGPBasicGridCtrl::OnKeyDown(static_cast<unsigned short>(told), repeat, flags);
+  if (!life.expired()) CBCGPBasicGridCtrl::OnKeyDown(static_cast<unsigned short>(reported), repeat, flags);
 }
 
 void CBcgTrueDbGridCtrl::OnChar(UINT unit, UINT repeat, UINT flags) {
   const auto life = Watch();
   CBCGPBasicGridCtrl::OnChar(unit, repeat, flags);
-  auto told = static_cast<short>(unit);
-  if (!life.expired()) Raise<-603>(&told);
+  auto reported = static_cast<short>(unit);
+  if (!life.expired()) Raise<-603>(&reported);
 }
 
 void CBcgTrueDbGridCtrl::OnKeyUp(UINT key, UINT repeat, UINT flags) {
   const auto life = Watch();
   CBCGPBasicGridCtrl::OnKeyUp(key, repeat, flags);
-  auto told = static_cast<short>(key);
-  if (!life.expired()) Raise<-604>(&told, ShiftNow());
+  auto reported = static_cast<short>(key);
+  if (!life.expired()) Raise<-604>(&reported, ShiftNow());
 }
 
 BOOL CBcgTrueDbGridCtrl::OnBeginDrag(CPoint point) {

@@ -14,8 +14,8 @@ namespace lorv {
 
 class GridCommands;
 
-// Refused cells that a paste tells one by one; beyond it they are counted.
-constexpr std::size_t kMaxRefusedTold = 1000;
+// Refused cells that a paste reports one by one; beyond it they are counted.
+constexpr std::size_t kMaxReportedRefusals = 1000;
 // Cells that are copied as HTML too; larger ranges are offered as text alone.
 constexpr long long kMaxHtmlCells = 100000;
 

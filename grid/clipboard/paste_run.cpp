@@ -90,7 +90,7 @@ bool PasteRun::FindTarget() {
 void PasteRun::Refuse(const CBCGPGridItemID& cell, TextView text, PasteRefusal why) {
   ++report_.refused;
   // The count goes on; nobody reads a million names.
-  if (report_.refused_cells.size() >= kMaxRefusedTold) return;
+  if (report_.refused_cells.size() >= kMaxReportedRefusals) return;
   report_.refused_cells.push_back({cell, TypedText(text), why});
 }
 

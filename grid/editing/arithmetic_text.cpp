@@ -3,7 +3,7 @@
 #include "TEXPRESSCAL/calculator.h"
 #include "comm/AdLorvComm.h"
 
-// A cell that is worked as it is left: "1+2" becomes "3". What has an equals sign, is a number already, or
+// A cell that is evaluated as it is left: "1+2" becomes "3". What has an equals sign, is a number already, or
 // is no formula stays as it was typed, because most texts of a table are neither.
 
 bool lorv::ArithmeticText(const CString& typed, CString& text) {

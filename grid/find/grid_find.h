@@ -40,7 +40,7 @@ struct ReplaceCount {
 //   the other and none is kept.
 // Edges: nothing is found for an empty text, or once the grid is gone. Rows and columns that come or go after
 //   the options were set are not followed by the selection that is searched.
-// Replacing: a cell becomes current before it changes and is told of as if the user had typed the text, so
+// Replacing: a cell becomes current before it changes and is reported as if the user had typed the text, so
 //   hosts check and refuse as always. All of one call is one step to those who observe the grid.
 // The grid may end before the object and after it, handlers may end both. One thread: that of the user
 // interface.

@@ -1,5 +1,8 @@
 #include "grid/gestures/cell_tip.h"
 
+// Where the tip of a cell stands and what it shows: the cell's own text where that is cut off, else what
+// the application gave. The rule of the width is the suite's.
+
 namespace lorv {
 namespace {
 

@@ -4,6 +4,9 @@
 
 #include "grid/gestures/column_steps.h"
 
+// The frame that the mouse pulls out of the selection by its handle: which cells it takes in, where its
+// tip stands and which source the tip names. Nothing but geometry: grid and window are the caller's.
+
 namespace lorv {
 namespace {
 

@@ -25,7 +25,7 @@ COMM_LORV_API bool OnFillHandle(const CRect& border, CPoint point);
 
 struct FillFrame {
   CRect frame;
-  CPoint tip;  // where the tip stands that tells the last cell's value
+  CPoint tip;  // where the tip stands that shows the last cell's value
 };
 
 // The frame for a pointer over a cell: the source, drawn out to the cell in one direction. Over the columns
@@ -52,7 +52,7 @@ COMM_LORV_API std::optional<FillTarget> FillTargetOf(const CBCGPGridRange& selec
                                                      const CRect& frame, const CellAt& cell_at);
 
 // The source cell whose value the outermost cell of the frame will receive; null where there is none to be
-// told.
+// shown.
 COMM_LORV_API CBCGPGridItemID FillTipCell(const CBCGPGridRange& selected, const CRect& source,
                                           const CRect& frame, const ColumnView& columns,
                                           const CellAt& cell_at);

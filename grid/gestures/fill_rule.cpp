@@ -3,6 +3,9 @@
 #include "grid/gestures/column_steps.h"
 #include "gridcore/geometry/range_lines.h"
 
+// Which cell gives its value to which when a selection is filled out: sources repeat, from the near end,
+// and hidden columns neither give nor take. The copying itself is the caller's and may stop the fill.
+
 namespace lorv {
 namespace {
 

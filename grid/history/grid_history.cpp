@@ -56,7 +56,7 @@ void GridHistory::OnStepBegins(StepKind kind, const CBCGPGridItem* subject) {
 }
 
 void GridHistory::OnStepEnds() {
-  // One that was open when the history came tells of its end only.
+  // Of a step that was open when the history was attached only the end is reported.
   if (subjects_.empty()) return;
   subjects_.pop_back();
   CloseIfDone();
@@ -228,7 +228,7 @@ bool GridHistory::Move(Steps& from, Steps& to, bool back) {
   bool whole = false;
   try {
     whole = step->Apply(*grid_, back, still_there);
-    // A handler that throws does not make half an undo: the step goes on, and the fault is told at its end.
+    // A handler that throws does not make half an undo: the step goes on; the fault is reported at its end.
   } catch (...) {
     raised = std::current_exception();
     whole = still_there();

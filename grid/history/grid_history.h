@@ -35,7 +35,7 @@ enum class HistoryLoss { kMemory, kStepCount, kAnotherTable };
 // Edges: a change that handlers took back is no step. A new step ends what could be redone. Where the limits
 //   are passed the oldest steps go; a step that is larger than the limit goes with all others. Columns that
 //   come or go, RemoveAll and ReDim, and rows that the program deletes itself make it another table: all
-//   steps go. Lost steps are counted, and told to the listener. A host that fills the table forgets the
+//   steps go. Lost steps are counted, and reported to the listener. A host that fills the table forgets the
 //   steps of that with Forget. Steps of a virtual table are not kept.
 //   An editor that is open is ended first, with what was typed; one that stays open refuses Undo and Redo.
 //   False: nothing to do, a step is open, or handlers ended the grid or the history in the middle of it. What

@@ -160,7 +160,7 @@ bool RecordedStep::ApplyTurn(GridRestore& restore, Turn& turn, bool back) {
     return true;
   }
   if (turn.inserted != back) return restore.PutRow(turn.place, turn.owned);
-  // The row comes by way of the observer, which is told of all that leaves.
+  // The row comes by way of the observer, which is notified of all that leaves.
   taking_ = &turn;
   const bool taken = restore.TakeRow(*turn.row);
   taking_ = nullptr;
@@ -194,16 +194,16 @@ bool RecordedStep::ApplyCells(const CBCGPBasicGridCtrl& grid, bool back, const S
     if (item == nullptr) return true;
     former_.reset();
     // A row outside the table has no observers: its value is kept by hand.
-    const bool told = value.row->GetOwnerList() != nullptr;
+    const bool reported = value.row->GetOwnerList() != nullptr;
     std::optional<_variant_t> kept;
-    if (!told) kept = item->GetValue();
+    if (!reported) kept = item->GetValue();
     try {
       item->SetValue(value.other, FALSE);
     } catch (...) {
       if (raised == nullptr) raised = std::current_exception();
     }
     if (!still_there()) return false;
-    std::optional<_variant_t>& former = told ? former_ : kept;
+    std::optional<_variant_t>& former = reported ? former_ : kept;
     if (!former.has_value()) return true;
     // Texts of another length: the limit of memory counts what is kept now.
     bytes_ -= std::min(bytes_, BytesOf(value.other));

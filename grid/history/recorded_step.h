@@ -45,7 +45,7 @@ class RecordedStep {
   // Takes the step back, or makes it again. False: the table does not fit the notes, or is gone. What a
   // cell raises while its value is set is raised at the end, when all others have theirs.
   bool Apply(CBCGPBasicGridCtrl& grid, bool back, const StillThere& still_there);
-  // Told while the step is applied: what a cell had, and a row that it takes out.
+  // Called while the step is applied: what a cell had, and a row that it takes out.
   void TakeFormer(_variant_t& before);
   bool TakeRow(const RowPlace& place, std::unique_ptr<CBCGPGridRow>& row);
 

@@ -5,7 +5,7 @@
 #include "gridcore/control/grid_control.h"
 #include "gridcore/painting/visual_manager.h"
 
-// A cell with one button or several beside each other. Which of them was pressed is not told: its owner
+// A cell with one button or several beside each other. Which of them was pressed is not reported: its owner
 // finds it by the point, from the same places that were drawn.
 
 IMPLEMENT_DYNCREATE(CBCGPGridButtonItem, CBCGPGridPresentationItem)

@@ -11,7 +11,7 @@ class COMM_LORV_API CBCGPGridCheckItemEx : public CBCGPGridCheckItem {
   explicit CBCGPGridCheckItemEx(bool on, DWORD_PTR data = 0);
 
   void EnableNotAllSelIcon(bool on);
-  // What the painter is told: 0, 1, or 2 for the third state. Raises `_com_error` for a value that is no
+  // What the painter is given: 0, 1, or 2 for the third state. Raises `_com_error` for a value that is no
   // truth value.
   int DrawnState() const;
   void OnDrawValue(CDC* dc, CRect rect) override;

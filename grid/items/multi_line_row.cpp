@@ -11,7 +11,7 @@
 #include "gridcore/control/grid_control.h"
 
 // A row that is as high as its texts need. Its height follows what is typed, so it is measured at each
-// change; the grid is told only where the number of lines is another one, and later, as a layout within
+// change; the grid is notified only where the number of lines is another one, and later, as a layout within
 // typing would move the editor under the caret.
 
 IMPLEMENT_DYNCREATE(CBCGPGridMultiLineRow, CBCGPGridRow)

@@ -5,6 +5,9 @@
 #include "grid/editing/arithmetic_text.h"
 #include "grid/items/multi_line_edit.h"
 
+// The cell that the suite's grids make by default: wider buttons, a menu of its texts, an edit of several
+// lines, sums that are evaluated when the cell is left. What a click changes is reported as the user's.
+
 IMPLEMENT_DYNCREATE(CBCGPGridPresentationItem, CBCGPGridItem)
 
 namespace {

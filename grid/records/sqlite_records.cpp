@@ -124,7 +124,7 @@ void SqliteRecords::Step() {
   const int code = query_->call.step(query_->statement);
   on_record_ = code == kRow;
   constexpr int kAtEnd = 101;
-  // A file that breaks off in the middle is told from one that has ended.
+  // A file that breaks off in the middle is distinguished from one that has ended.
   if (!on_record_ && code != kAtEnd) fault_ = query_->Message();
 }
 

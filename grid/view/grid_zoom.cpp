@@ -78,7 +78,7 @@ void GridZoom::SetZoom(int percent) {
   CBCGPGridCtrl& grid = *grid_;
   ZoomRows(percent);
   ZoomColumns(percent);
-  // The window may tell of its new font.
+  // The window may be notified of its new font.
   if (grid.m_hWnd != nullptr) ZoomFont(percent);
   if (life.expired() || grid_life.expired()) return;
   zoom_ = percent;

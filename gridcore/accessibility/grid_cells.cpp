@@ -227,11 +227,11 @@ void GridCells::ChosenChanged() {
   const CellAddress before = current_;
   Remember();
   if (current_ != before) FocusCame();
-  grid_.TellAccessible(AccessEvent::Selection);
+  grid_.ReportAccessible(AccessEvent::Selection);
 }
 
 void GridCells::FocusCame() {
-  if (current_ != CellAddress()) grid_.TellAccessibleCell(AccessEvent::Focus, current_);
+  if (current_ != CellAddress()) grid_.ReportAccessibleCell(AccessEvent::Focus, current_);
 }
 
 void GridCells::CellRedrawn(const CBCGPGridItem& item) {
@@ -239,16 +239,16 @@ void GridCells::CellRedrawn(const CBCGPGridItem& item) {
   const CellAddress cell{id.m_nRow, id.m_nColumn};
   if (cell != current_) {
     const bool check = dynamic_cast<const CBCGPGridCheckItem*>(&item) != nullptr;
-    grid_.TellAccessibleCell(check ? AccessEvent::State : AccessEvent::Value, cell);
+    grid_.ReportAccessibleCell(check ? AccessEvent::State : AccessEvent::Value, cell);
     return;
   }
-  // Of the cell that is read aloud nothing is told that is as it was.
+  // Of the cell that is read aloud nothing is reported that is as it was.
   const CString text = item.FormatItem();
   const unsigned state = CellState(cell);
   const bool other_text = std::exchange(current_text_, text) != text;
   const bool other_state = std::exchange(current_state_, state) != state;
-  if (other_text) grid_.TellAccessibleCell(AccessEvent::Value, cell);
-  if (other_state) grid_.TellAccessibleCell(AccessEvent::State, cell);
+  if (other_text) grid_.ReportAccessibleCell(AccessEvent::Value, cell);
+  if (other_state) grid_.ReportAccessibleCell(AccessEvent::State, cell);
 }
 
 void GridCells::LaidOut() {
@@ -256,7 +256,7 @@ void GridCells::LaidOut() {
   const bool other = std::exchange(moved_, false) || now.cx != count_.cx || now.cy != count_.cy;
   count_ = now;
   if (!other) return;
-  grid_.TellAccessible(AccessEvent::Structure);
+  grid_.ReportAccessible(AccessEvent::Structure);
   if (CurrentCell() != current_) ChosenChanged();
 }
 

@@ -11,7 +11,7 @@ class CBCGPGridItem;
 namespace lorv {
 
 // A grid as a table for screen readers, by the framework's port for accessible objects. A grid makes it the
-// first time somebody asks for it and tells of changes from then on: one that nobody reads pays nothing.
+// first time somebody asks for it and reports changes from then on: one that nobody reads pays nothing.
 //
 // Rows are the grid's rows by number, hidden ones included, and behind them the lines of its groups. A row's
 //   header is its number from 1 on; a column's header what stands over it, from the top. Of merged cells the
@@ -21,8 +21,8 @@ namespace lorv {
 //   the cell's list, Focus makes the cell current.
 // A text that is set goes through the cell's editor, so that whatever listens or refuses does so as ever; the
 //   cell is current then. False where the cell keeps its value.
-// Told are: the current cell and the selection; values and states of cells in sight; new or other rows and
-//   columns.
+// Reported are: the current cell and the selection; values and states of cells in sight; new or other rows
+//   and columns.
 // The grid's own, it ends with it; it may end in every call that acts. Thread and the rest as in
 // framework/ports/accessible_port.h.
 class COMM_LORV_API GridCells final : public AccessibleCells {
@@ -64,7 +64,7 @@ class COMM_LORV_API GridCells final : public AccessibleCells {
   unsigned ItemState(const CBCGPGridItem& item, CellAddress cell) const;
 
   CBCGPGridCtrl& grid_;
-  // What was told last.
+  // What was reported last.
   SIZE count_ = {0, 0};
   bool moved_ = false;
   CellAddress current_;

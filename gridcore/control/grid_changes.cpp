@@ -5,7 +5,7 @@
 
 #include "gridcore/control/grid_control.h"
 
-// Observers of a grid, and the places in the grid's own work where they are told.
+// Observers of a grid, and the places in the grid's own work where they are notified.
 
 namespace lorv {
 
@@ -16,14 +16,14 @@ void GridChanges::Add(GridObserver& observer) {
 
 void GridChanges::Remove(GridObserver& observer) {
   std::replace(observers_.begin(), observers_.end(), &observer, static_cast<GridObserver*>(nullptr));
-  if (telling_ == 0) Sweep();
+  if (reporting_ == 0) Sweep();
 }
 
 void GridChanges::Sweep() {
   std::erase(observers_, nullptr);
 }
 
-void GridChanges::TellValue(CBCGPGridItem& item, _variant_t& before) {
+void GridChanges::ReportValue(CBCGPGridItem& item, _variant_t& before) {
   const ChangeBy by = by_;
   if (observers_.size() == 1) {
     ForEach([&](GridObserver& observer) { observer.OnValueChanged(item, before, by); });
@@ -36,19 +36,19 @@ void GridChanges::TellValue(CBCGPGridItem& item, _variant_t& before) {
   });
 }
 
-void GridChanges::TellInserted(const RowPlace& place, CBCGPGridRow& row) {
+void GridChanges::ReportInserted(const RowPlace& place, CBCGPGridRow& row) {
   ForEach([&](GridObserver& observer) { observer.OnRowInserted(place, row); });
 }
 
-void GridChanges::TellRemoved(const RowPlace& place, std::unique_ptr<CBCGPGridRow> row) {
+void GridChanges::ReportRemoved(const RowPlace& place, std::unique_ptr<CBCGPGridRow> row) {
   ForEach([&](GridObserver& observer) { observer.OnRowRemoved(place, row); });
 }
 
-void GridChanges::TellMoving(RowArrangement now) {
+void GridChanges::ReportMoving(RowArrangement now) {
   ForEach([&](GridObserver& observer) { observer.OnRowsMoving(now); });
 }
 
-void GridChanges::TellMerging(const std::vector<CBCGPGridRange>& now) {
+void GridChanges::ReportMerging(const std::vector<CBCGPGridRange>& now) {
   ForEach([&](GridObserver& observer) { observer.OnMergesChanging(now); });
 }
 
@@ -75,7 +75,7 @@ lorv::GridChanges* CBCGPGridItem::Watchers() const {
 
 void CBCGPGridItem::PutValue(_variant_t&& value) {
   _variant_t before = std::exchange(value_, std::move(value));
-  if (lorv::GridChanges* const watchers = Watchers()) watchers->TellValue(*this, before);
+  if (lorv::GridChanges* const watchers = Watchers()) watchers->ReportValue(*this, before);
 }
 
 void CBCGPGridItem::LooksChange() {
@@ -88,11 +88,11 @@ lorv::RowPlace CBCGPGridCtrl::PlaceOfRow(const CBCGPGridRow& row, int index) con
   return {index, row.parent_, row.parent_ == nullptr ? 0 : row.parent_->PlaceOf(row)};
 }
 
-void CBCGPGridCtrl::PutAndTell(int index, CBCGPGridRow& row) {
+void CBCGPGridCtrl::PutAndReport(int index, CBCGPGridRow& row) {
   // Merged cells may change along with it.
   const lorv::StepScope step(changes_);
   PutTree(index, row);
-  if (changes_.AreWatched()) changes_.TellInserted(PlaceOfRow(row, index), row);
+  if (changes_.AreWatched()) changes_.ReportInserted(PlaceOfRow(row, index), row);
 }
 
 lorv::RowArrangement CBCGPGridCtrl::Arrangement() {

@@ -30,37 +30,37 @@ class COMM_LORV_API GridChanges {
   ChangeBy By() const { return by_; }
 
   // The item has its new value; the observers may have the old one.
-  void TellValue(CBCGPGridItem& item, _variant_t& before);
-  void TellInserted(const RowPlace& place, CBCGPGridRow& row);
-  void TellRemoved(const RowPlace& place, std::unique_ptr<CBCGPGridRow> row);
-  void TellMoving(RowArrangement now);
-  void TellMerging(const std::vector<CBCGPGridRange>& now);
-  void TellColumnMoving(int from, int to) {
+  void ReportValue(CBCGPGridItem& item, _variant_t& before);
+  void ReportInserted(const RowPlace& place, CBCGPGridRow& row);
+  void ReportRemoved(const RowPlace& place, std::unique_ptr<CBCGPGridRow> row);
+  void ReportMoving(RowArrangement now);
+  void ReportMerging(const std::vector<CBCGPGridRange>& now);
+  void ReportColumnMoving(int from, int to) {
     ForEach([=](GridObserver& observer) { observer.OnColumnMoving(from, to); });
   }
-  void TellReplaced() {
+  void ReportReplaced() {
     ForEach([](GridObserver& observer) { observer.OnTableReplaced(); });
   }
-  // Calls `tell` with each observer.
-  template <class Tell>
-  void ForEach(Tell tell);
+  // Calls `notify` with each observer.
+  template <class Notify>
+  void ForEach(Notify notify);
 
  private:
   friend class StepScope;
   void Sweep();
 
   std::vector<GridObserver*> observers_;  // null: removed in the middle of a call
-  int telling_ = 0;
+  int reporting_ = 0;
   ChangeBy by_ = ChangeBy::kProgram;
   LifeToken life_;
 };
 
-template <class Tell>
-void GridChanges::ForEach(Tell tell) {
-  ++telling_;
+template <class Notify>
+void GridChanges::ForEach(Notify notify) {
+  ++reporting_;
   for (std::size_t i = 0; i < observers_.size(); ++i)
-    if (observers_[i] != nullptr) tell(*observers_[i]);
-  if (--telling_ == 0) Sweep();
+    if (observers_[i] != nullptr) notify(*observers_[i]);
+  if (--reporting_ == 0) Sweep();
 }
 
 // What changes while it lives is one step to those that observe the grid when it is made. The grid may end

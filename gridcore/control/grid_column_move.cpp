@@ -30,7 +30,7 @@ BOOL CBCGPGridCtrl::MoveColumn(int column, int to) {
 
 void CBCGPGridCtrl::ShiftColumn(int column, int to) {
   if (column == to) return;
-  changes_.TellColumnMoving(column, to);
+  changes_.ReportColumnMoving(column, to);
   GetColumnsInfo().MoveColumn(column, to);
   if (rows_.IsVirtual())
     rows_.Virtual()->Forget();

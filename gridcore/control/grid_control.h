@@ -27,7 +27,7 @@
 // Edges: numbers outside the table are answered with null, -1, FALSE, 0 or an empty rectangle; setters pass
 //   them over. Everything works without a window as well, as if nothing could be seen.
 // The grid owns its rows. A handler may rebuild the table, or destroy the grid, in every virtual operation
-//   that tells of a change: the grid looks its rows and cells up anew after each.
+//   that reports a change: the grid looks its rows and cells up anew after each.
 // One thread: that of the user interface.
 //
 //   CBCGPGridCtrl grid;  grid.InsertColumn(0, _T("梁"), 80, -1, TRUE);  grid.AddRow(TRUE)  gives 0
@@ -41,7 +41,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   using CWnd::Create;
   BOOL Create(DWORD style, const RECT& rect, CWnd* parent, UINT id);
 
-  // What descendants replace, in the order of the slots that the suite's tables name. What tells of a change
+  // What descendants replace, in the order of the slots that the suite's tables name. What reports a change
   // is called after it.
   virtual const CBCGPGridColumnsInfo& GetColumnsInfo() const { return own_columns_; }
   virtual CBCGPGridColumnsInfo& GetColumnsInfo() { return own_columns_; }
@@ -238,7 +238,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void EnsureVisible(CBCGPGridRow* row, BOOL partial = FALSE);
   void EnsureVisible(const CBCGPGridItemID& id);
 
-  // Looks and conduct.
+  // Looks and behaviour.
   void EnableHeader(BOOL on, UINT flags = 0);
   void EnableRowHeader(BOOL on, int always_minus_one = -1, int width = lorv::kRowHeaderWidth);
   BOOL IsRowHeaderEnabled() const { return switches_.row_header; }
@@ -317,7 +317,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   lorv::GridKeyHandlers& KeyHandlers() { return key_handlers_; }
 
   void InvalidateItem(const CBCGPGridItem* item);
-  // For cells and rows, which tell what becomes of them.
+  // For cells and rows, which report what becomes of them.
   void ItemGone(const CBCGPGridItem& item);
   void RowGone(CBCGPGridRow& row);
   // Closes the editor where it is one of the row's. That moves the focus, and runs handlers: false where they
@@ -441,7 +441,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void PutOne(int index, CBCGPGridRow& row);
   void TakeTree(int index);
   void TakeOne(int index);
-  void PutAndTell(int index, CBCGPGridRow& row);
+  void PutAndReport(int index, CBCGPGridRow& row);
   lorv::RowPlace PlaceOfRow(const CBCGPGridRow& row, int index) const;
   lorv::RowArrangement Arrangement();
   bool EditsIn(const CBCGPGridRow& row) const;

@@ -27,7 +27,7 @@ BOOL CBCGPGridCtrl::EditItem(CBCGPGridRow* row, const CPoint* point) {
   const CBCGPGridItemID id = item->GetGridItemID();
   const auto life = life_.Watch();
   const DWORD reason = m_dwBeginEditReason;
-  // Descendants tell their parent of every end of an edit: without one there is nothing to tell.
+  // Descendants notify their parent of every end of an edit: without an edit there is nothing to report.
   if (editing_ != nullptr) EndEditItem(TRUE);
   if (life.expired() || m_hWnd == nullptr) return FALSE;
   EnsureVisible(id);
@@ -63,7 +63,7 @@ BOOL CBCGPGridCtrl::ShowEditor(CBCGPGridItem* item, std::unique_ptr<CWnd> editor
     combo_->SetCurSel(combo_->FindStringExact(-1, item->FormatItem()));
   }
   if (!still()) return FALSE;
-  if (cells_ != nullptr) shown->TellAccessible(lorv::AccessEvent::Name);
+  if (cells_ != nullptr) shown->ReportAccessible(lorv::AccessEvent::Name);
   OnAfterInplaceEditCreated(item, shown);
   if (!still()) return FALSE;
   shown->SetFocus();

@@ -14,7 +14,7 @@ void CBCGPGridCtrl::InsertGroupColumn(int place, int column) {
   place = std::clamp(place, 0, GetGroupColumnCount());
   const lorv::StepScope step(changes_);
   // Before the columns change: an undo brings back the groups with the order of the rows.
-  if (changes_.AreWatched()) changes_.TellMoving(Arrangement());
+  if (changes_.AreWatched()) changes_.ReportMoving(Arrangement());
   group_columns_.insert(group_columns_.begin() + place, column);
   Regroup();
 }
@@ -22,7 +22,7 @@ void CBCGPGridCtrl::InsertGroupColumn(int place, int column) {
 void CBCGPGridCtrl::RemoveGroupColumn(int place) {
   if (place < 0 || place >= GetGroupColumnCount()) return;
   const lorv::StepScope step(changes_);
-  if (changes_.AreWatched()) changes_.TellMoving(Arrangement());
+  if (changes_.AreWatched()) changes_.ReportMoving(Arrangement());
   group_columns_.erase(group_columns_.begin() + place);
   Regroup();
 }
@@ -57,7 +57,7 @@ void CBCGPGridCtrl::Regroup() {
   if (editing_ != nullptr) EndEditItem(TRUE);
   if (life.expired()) return;
   CBCGPGridRow* const current = GetCurSel();
-  if (changes_.AreWatched()) changes_.TellMoving(Arrangement());
+  if (changes_.AreWatched()) changes_.ReportMoving(Arrangement());
   ArrangeRows();
   // The lines are made with the layout, once, however many steps want them anew.
   regroup_wanted_ = true;
@@ -123,7 +123,7 @@ CString TextIn(const CBCGPGridRow& row, int column) {
   return item == nullptr ? CString() : item->FormatItem();
 }
 
-// The values of the groups around, outermost first: what tells a group from others when rows move.
+// The values of the groups around, outermost first: what distinguishes a group from others when rows move.
 using GroupPath = std::vector<CString>;
 
 }  // namespace
@@ -210,7 +210,7 @@ void CBCGPGridCtrl::MakeGroups() {
 }
 
 void CBCGPGridCtrl::ForgetGroups() {
-  // Rows without an owner tell nobody of their end.
+  // Rows without an owner report their end to nobody.
   for (const auto& row : group_rows_) row->owner_ = nullptr;
   group_rows_.clear();
 }

@@ -106,7 +106,7 @@ void CBCGPGridCtrl::PressInCell(UINT flags, CPoint point, const CBCGPGridItemID&
     return;
   }
   if (item->OnClickValue(WM_LBUTTONDOWN, point) != FALSE || life.expired()) return;
-  // Handlers of the press may have worked its release, which came to whatever stood under the mouse then.
+  // Handlers of the press may have dispatched its release, which came to whatever stood under the mouse then.
   if (StartsNothing()) return;
   m_bSelecting = true;
   press_.on_frame = on_frame;
@@ -226,8 +226,8 @@ void CBCGPGridCtrl::DragSelection(CPoint point) {
 }
 
 void CBCGPGridCtrl::OnMouseMove(UINT flags, CPoint point) {
-  // A press may have come after its own release, through handlers that worked the queue: nothing ends what it
-  // has started but the first move.
+  // A press may have come after its own release, through handlers that dispatched messages: nothing ends what
+  // it has started but the first move.
   if (CBCGPGridCtrl::InGesture() && (flags & MK_LBUTTON) == 0 && !lorv::IsKeyDown(VK_LBUTTON)) {
     CancelGestures();
     return;

@@ -11,7 +11,7 @@ int CBCGPGridCtrl::PutBeside(CBCGPGridRow& sibling, int step, CBCGPGridRow* row,
   if (parent == nullptr) return PutRow(index, row, relayout);
   if (!parent->TakesSubItem(row)) return -1;
   parent->Nest(*row, parent->PlaceOf(sibling) + step);
-  PutAndTell(index, *row);
+  PutAndReport(index, *row);
   if (relayout != FALSE) AdjustLayout();
   return index;
 }
@@ -20,7 +20,7 @@ int CBCGPGridCtrl::PutSubRow(CBCGPGridRow& parent, CBCGPGridRow* row, BOOL relay
   const int place = parent.GetSubItemsCount();
   const int index = IndexOfRow(parent) + parent.GetAllSubItemsCount() + 1;
   parent.Nest(*row, place);
-  PutAndTell(index, *row);
+  PutAndReport(index, *row);
   if (relayout != FALSE) AdjustLayout();
   return place;
 }
@@ -36,7 +36,7 @@ void CBCGPGridCtrl::PutTree(int index, CBCGPGridRow& row) {
 }
 
 void CBCGPGridCtrl::PutOne(int index, CBCGPGridRow& row) {
-  if (!merged_.IsEmpty()) changes_.TellMerging(merged_.Blocks());
+  if (!merged_.IsEmpty()) changes_.ReportMerging(merged_.Blocks());
   row.owner_ = this;
   rows_.Insert(index, row);
   if (cells_ != nullptr) cells_->RowsMoved();
@@ -59,12 +59,12 @@ void CBCGPGridCtrl::TakeTree(int index) {
 }
 
 void CBCGPGridCtrl::TakeOne(int index) {
-  if (!merged_.IsEmpty()) changes_.TellMerging(merged_.Blocks());
+  if (!merged_.IsEmpty()) changes_.ReportMerging(merged_.Blocks());
   CBCGPGridRow* const row = rows_.Take(index);
   if (cells_ != nullptr) cells_->RowsMoved();
   CountLevel(*row, -1);
   row->owner_ = nullptr;
-  // Its edit is being ended: nobody is told of a cell that is gone.
+  // Its edit is being ended: nobody is notified of a cell that is gone.
   if (ended_ != nullptr && ended_->GetParentRow() == row) ended_ = nullptr;
   if (row->GetLinesNumber() > 1) --height_notes_.tall_rows;
   heights_.Remove(index, [this](int group) { GroupGone(group); });

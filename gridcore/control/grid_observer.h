@@ -11,7 +11,7 @@
 namespace lorv {
 
 // Whose change it is. What handlers do in the middle of a change of the user is the program's; colours that
-// only show what is selected are no part of the table and not told at all.
+// only show what is selected are no part of the table and not reported at all.
 enum class ChangeBy { kProgram, kUser, kSelection };
 
 // What a run of changes is to the user: something of its own, or a part of the edit that is open.
@@ -34,9 +34,9 @@ struct RowArrangement {
 
 // Hears of what becomes of a grid's table, with what is needed to take it back.
 //
-// Units: rows and columns count from 0. Told are cells and rows that stand in the table; a virtual table's
-//   values are somebody else's, and never told.
-// Edges: calls come within the change that they tell of. They must neither change nor end the grid, raise
+// Units: rows and columns count from 0. Reported are cells and rows that stand in the table; a virtual
+//   table's values are somebody else's, and never reported.
+// Edges: calls come within the change that they report. They must neither change nor end the grid, raise
 //   nothing and run no handler; an observer may be added or removed in any of them.
 // The grid keeps a pointer: whoever adds an observer removes it before its end, or in OnGridGone.
 // One thread: that of the user interface.
@@ -56,7 +56,7 @@ class COMM_LORV_API GridObserver {
 
   // The item has its new value; `before` may be moved from.
   virtual void OnValueChanged(CBCGPGridItem& /*item*/, _variant_t& /*before*/, ChangeBy /*by*/) {}
-  // Colours, picture or conduct of the cell are about to become others.
+  // Colours, picture or behaviour of the cell are about to become others.
   virtual void OnLooksChanging(CBCGPGridItem& /*item*/) {}
 
   // Rows with all that is nested in them. A row that was taken out is deleted unless an observer moves from
@@ -71,7 +71,7 @@ class COMM_LORV_API GridObserver {
   // A column is about to get another number, with its cells.
   virtual void OnColumnMoving(int /*from*/, int /*to*/) {}
 
-  // What was told before is of another table: columns came or went, all rows were removed, or a row was
+  // What was reported before is of another table: columns came or went, all rows were removed, or a row was
   // deleted while it stood in the grid. Called while the rows still live.
   virtual void OnTableReplaced() {}
   virtual void OnGridGone() {}

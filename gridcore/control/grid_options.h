@@ -48,7 +48,7 @@ struct GridSwitches {
   bool keeps_last_row = false;
 };
 
-// Releases of the left button: how many, and how many there were when the press that is being worked began.
+// Releases of the left button: how many, and how many there were when the press that is being handled began.
 // Its handlers may work the queue, and with it the release, which may go to another window.
 struct PressWatch {
   unsigned releases = 0;

@@ -16,7 +16,7 @@ bool GridRestore::PutRow(const RowPlace& place, std::unique_ptr<CBCGPGridRow>& r
   const int index = std::clamp(place.index, 0, grid_.rows_.Size());
   if (parent != nullptr) parent->Nest(*row, std::clamp(place.place, 0, parent->GetSubItemsCount()));
   CBCGPGridRow& put = *row.release();
-  grid_.PutAndTell(index, put);
+  grid_.PutAndReport(index, put);
   return true;
 }
 
@@ -33,7 +33,7 @@ bool GridRestore::Arrange(const RowArrangement& order) {
   const auto stands_here = [this](CBCGPGridRow* row) { return grid_.rows_.IndexOf(*row) >= 0; };
   if (grid_.rows_.IsVirtual() || static_cast<int>(order.rows.size()) != grid_.rows_.Size()) return false;
   if (!std::all_of(order.rows.begin(), order.rows.end(), stands_here)) return false;
-  if (grid_.changes_.AreWatched()) grid_.changes_.TellMoving(grid_.Arrangement());
+  if (grid_.changes_.AreWatched()) grid_.changes_.ReportMoving(grid_.Arrangement());
   const CBCGPGridRow* const current = grid_.CBCGPGridCtrl::GetRow(grid_.current_.m_nRow);
   for (CBCGPGridRow* row : order.rows)
     if (row->HasSubItems() != FALSE) row->sub_->rows.clear();
@@ -61,7 +61,7 @@ bool GridRestore::MoveColumn(int from, int to) {
 
 void GridRestore::SetMerged(const std::vector<CBCGPGridRange>& blocks) {
   if (blocks == grid_.merged_.Blocks()) return;
-  grid_.changes_.TellMerging(grid_.merged_.Blocks());
+  grid_.changes_.ReportMerging(grid_.merged_.Blocks());
   grid_.merged_.Assign(blocks);
 }
 

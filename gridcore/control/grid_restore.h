@@ -14,7 +14,7 @@ namespace lorv {
 // Edges: an index beyond the table counts as its end. False, and nothing changes: no such row in the table, a
 //   row that stands in a table already, an arrangement of other rows, a virtual table.
 // Nothing is laid out: the caller does that once all is back. No handler runs but FilterItem, where no editor
-// is open. Observers are told, as of every change.
+// is open. Observers are notified, as of every change.
 // One thread: that of the user interface.
 class COMM_LORV_API GridRestore {
  public:

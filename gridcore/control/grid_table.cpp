@@ -8,7 +8,7 @@
 
 int CBCGPGridCtrl::InsertColumn(int column, LPCTSTR name, int width, int align, BOOL redraw) {
   if (GetColumnsInfo().InsertColumn(column, name, width, align) == FALSE) return FALSE;
-  changes_.TellReplaced();
+  changes_.ReportReplaced();
   selection_.InsertColumns(column, 1);
   merged_.InsertColumns(column, 1);
   if (current_.m_nColumn >= column) ++current_.m_nColumn;
@@ -27,7 +27,7 @@ int CBCGPGridCtrl::DeleteColumn(int column) {
   EndEditItem(FALSE);
   // And their columns: the cell of an editor would stand in none.
   if (life.expired() || !CloseEditors() || GetColumnsInfo().DeleteColumn(column) == FALSE) return FALSE;
-  changes_.TellReplaced();
+  changes_.ReportReplaced();
   selection_.RemoveColumns(column, 1);
   merged_.RemoveColumns(column, 1);
   for (CBCGPGridItemID* cell : {&current_, &anchor_}) {
@@ -107,7 +107,7 @@ int CBCGPGridCtrl::InsertRowAfter(int position, CBCGPGridRow* row, BOOL relayout
 
 int CBCGPGridCtrl::PutRow(int index, CBCGPGridRow* row, BOOL relayout) {
   if (row == nullptr || row->owner_ != nullptr || row->parent_ != nullptr || rows_.IsVirtual()) return -1;
-  PutAndTell(index, *row);
+  PutAndReport(index, *row);
   if (relayout != FALSE) AdjustLayout();
   return index;
 }
@@ -122,7 +122,7 @@ int CBCGPGridCtrl::RemoveRow(int position, BOOL relayout) {
     const lorv::StepScope step(changes_);
     const lorv::RowPlace place = PlaceOfRow(*row, position);
     TakeTree(position);
-    changes_.TellRemoved(place, std::unique_ptr<CBCGPGridRow>(row));
+    changes_.ReportRemoved(place, std::unique_ptr<CBCGPGridRow>(row));
   }
   if (relayout != FALSE) AdjustLayout();
   return 1;
@@ -144,10 +144,10 @@ void CBCGPGridCtrl::RemoveAll(BOOL relayout) {
   if (!CloseEditors()) return;
   CloseEditor();
   ended_ = nullptr;
-  changes_.TellReplaced();
+  changes_.ReportReplaced();
   std::vector<CBCGPGridRow*> rows;
   rows.reserve(static_cast<std::size_t>(rows_.Size()));
-  // Rows without an owner tell nobody of their end; nested ones go with those that hold them.
+  // Rows without an owner report their end to nobody; nested ones go with those that hold them.
   rows_.ForEach([&](CBCGPGridRow& row) {
     row.owner_ = nullptr;
     if (row.parent_ == nullptr) rows.push_back(&row);
@@ -242,7 +242,7 @@ void CBCGPGridCtrl::RowGone(CBCGPGridRow& row) {
   if (EditsIn(row)) CloseEditor();
   const int index = rows_.IndexOf(row);
   if (index < 0) return;
-  changes_.TellReplaced();
+  changes_.ReportReplaced();
   TakeTree(index);
 }
 
@@ -294,7 +294,7 @@ void CBCGPGridCtrl::Sort(int column, BOOL ascending) {
   if (editing_ != nullptr) EndEditItem(TRUE);
   if (life.expired() || !GetColumnsInfo().HasColumn(column)) return;
   CBCGPGridRow* const current = GetCurSel();
-  if (changes_.AreWatched()) changes_.TellMoving(Arrangement());
+  if (changes_.AreWatched()) changes_.ReportMoving(Arrangement());
   sort_.column = column;
   sort_.ascending = ascending != FALSE;
   ArrangeRows();
@@ -307,7 +307,7 @@ BOOL CBCGPGridCtrl::MergeRange(const CBCGPGridRange& range) {
   if (!range.IsValid() || range.m_nBottom >= rows_.Size() || range.m_nRight >= GetColumnCount()) return FALSE;
   // Blocks never overlap; one that would is refused rather than cut.
   if (!merged_.CanAdd(range)) return FALSE;
-  changes_.TellMerging(merged_.Blocks());
+  changes_.ReportMerging(merged_.Blocks());
   merged_.Add(range);
   Invalidate(FALSE);
   return TRUE;
@@ -315,7 +315,7 @@ BOOL CBCGPGridCtrl::MergeRange(const CBCGPGridRange& range) {
 
 BOOL CBCGPGridCtrl::UnmergeAt(const CBCGPGridItemID& cell) {
   if (!merged_.BlockAt(cell).IsValid()) return FALSE;
-  changes_.TellMerging(merged_.Blocks());
+  changes_.ReportMerging(merged_.Blocks());
   merged_.RemoveAt(cell);
   Invalidate(FALSE);
   return TRUE;

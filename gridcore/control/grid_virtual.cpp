@@ -37,7 +37,7 @@ BOOL CBCGPGridCtrl::EnableVirtualMode(VirtualFill fill) {
   const auto in_use = [this](const CBCGPGridRow& row) {
     return EditsIn(row) || (ended_ != nullptr && ended_->GetParentRow() == &row);
   };
-  // Rows without an owner tell nobody of their end.
+  // Rows without an owner report their end to nobody.
   const auto leave = [this](CBCGPGridRow& row) {
     if (ended_ != nullptr && ended_->GetParentRow() == &row) ended_ = nullptr;
     row.owner_ = nullptr;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-// Two straight lines, one for each part. Which of them a stretch's end follows is told by the side of the
+// Two straight lines, one for each part. Which of them a stretch's end follows is decided by the side of the
 // edge that the stretch comes from: one that ends with the frozen part is in it.
 
 namespace lorv {

@@ -6,6 +6,10 @@
 #include <numeric>
 #include <utility>
 
+// Sizes of up to two thousand million lines in blocks: one of equal lines is a count and a size, one of
+// different lines holds each size. Where a block begins is summed up when it is asked for, and kept as far
+// as nothing changed since: so a change at the end of a long table costs nothing for the lines before it.
+
 namespace lorv {
 
 std::int64_t LineSizes::Block::OffsetAt(int line) const {

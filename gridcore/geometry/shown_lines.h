@@ -25,7 +25,7 @@ class COMM_LORV_API ShownLines {
   int PreviousShown(int id) const;
 
   void Insert(int row, int size);
-  // The row goes, and groups that have none left with it: `gone` is told the number of each, the last first.
+  // The row goes, and groups that have none left with it: `gone` gets the number of each, the last first.
   template <class Gone>
   void Remove(int row, Gone gone);
   void SetSize(int id, int size) { sizes_.SetSize(LineOf(id), 1, size); }

@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t kCellBytes = sizeof(CBCGPGridItem);
 
 // The cell that is destroyed and whose memory comes back next: where it stood is nothing that its memory
-// tells any more.
+// shows any more.
 struct EndedCell {
   void* memory = nullptr;
   unsigned slot = 0;

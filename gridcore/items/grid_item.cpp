@@ -11,7 +11,7 @@
 #include "gridcore/items/value_archive.h"
 #include "gridcore/rows/grid_row.h"
 
-// The value of a cell, its conduct, its list and its place. How it is drawn stands in item_drawing.cpp, how
+// The value of a cell, its behaviour, its list and its place. How it is drawn stands in item_drawing.cpp, how
 // it is edited in item_editing.cpp.
 
 IMPLEMENT_SERIAL(CBCGPGridItem, CObject, 1)

@@ -106,7 +106,7 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
   DWORD_PTR GetData() const;
   void SetData(DWORD_PTR data);
 
-  // Conduct. A read-only cell keeps its value; one that does not allow editing can still be set by its list.
+  // Behaviour. A read-only cell keeps its value; one without editing can still be set by its list.
   void Enable(BOOL on = TRUE, BOOL redraw = TRUE) { SetState(kEnabled, on, redraw); }
   BOOL IsEnabled() const { return Has(kEnabled); }
   void SetReadOnly(BOOL on = TRUE, BOOL redraw = TRUE) { SetState(kReadOnly, on, redraw); }
@@ -152,7 +152,7 @@ class COMM_LORV_API CBCGPGridItem : public CObject {
   BOOL IsItemChanged() const { return Has(kChanged); }
   void ClearItemChanged() { SetState(kChanged, FALSE, FALSE); }
 
-  // Value, colours, image and conduct, without list, flags and data: what another cell can take over.
+  // Value, colours, image and behaviour, without list, flags and data: what another cell can take over.
   virtual void WriteToArchive(CArchive& archive) const;
   virtual void ReadFromArchive(CArchive& archive);
   void Serialize(CArchive& archive) override;

@@ -35,7 +35,7 @@ CWnd* CBCGPGridItem::CreateInPlaceEdit(CRect rect, BOOL& default_format) {
   style |= static_cast<DWORD>(Has(kMultiline) ? ES_MULTILINE | ES_AUTOVSCROLL : ES_AUTOHSCROLL);
   std::unique_ptr<CEdit> edit(NewInPlaceEdit());
   if (edit == nullptr) return nullptr;
-  // The text comes with the window, so that no notification tells of a change that nobody made.
+  // The text comes with the window, so that no notification reports a change that nobody made.
   const CString text = default_format != FALSE ? owner->FirstEditorText(*this) : CString();
   if (edit->Create(nullptr, text, style, rect, owner, lorv::kEditorId) == FALSE) return nullptr;
   return edit.release();

@@ -7,7 +7,7 @@
 #include "gridcore/control/grid_control.h"
 #include "gridcore/geometry/moved_element.h"
 
-// A row with its cells and the rows nested in it. It tells its grid before a cell or itself goes, as an
+// A row with its cells and the rows nested in it. It notifies its grid before a cell or itself goes, as an
 // editor may be open there; handlers of that may change the row, so places are looked up again afterwards.
 
 IMPLEMENT_DYNCREATE(CBCGPGridRow, CObject)
@@ -21,7 +21,7 @@ CBCGPGridRow::~CBCGPGridRow() {
   if (owner_ != nullptr) owner_->RowGone(*this);
   LeaveParent();
   if (sub_ == nullptr) return;
-  // Cut off from here first: rows that go tell their parent.
+  // Cut off from here first: rows that go notify their parent.
   for (CBCGPGridRow* row : std::exchange(sub_->rows, {})) {
     row->parent_ = nullptr;
     delete row;

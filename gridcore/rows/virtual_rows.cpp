@@ -60,7 +60,7 @@ std::shared_ptr<CBCGPGridRow> VirtualRows::Hold(const CBCGPGridRow& row) const {
 void VirtualRows::LetGo(int index) {
   const auto found = made_.find(index);
   const std::shared_ptr<CBCGPGridRow> row = found->second.row;
-  // Off the lists before it is let go: that tells the host, who may ask for the same row again.
+  // Off the lists before it is let go: that notifies the host, who may ask for the same row again.
   asked_.erase(found->second.asked);
   made_.erase(found);
   row->list_place = {};

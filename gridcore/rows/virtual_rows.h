@@ -17,9 +17,9 @@ constexpr std::size_t kMostVirtualRows = 4096;
 //
 // Edges: null outside the table. A row that is in use (an editor is open in it) stays; one that is held by
 //   Hold lives until it is let go of, though the table may have made another one for its number by then.
-// The maker makes a row for a number; `leave` is told of a row before it goes. The maker may ask for rows (a
-// row that it makes within its own making is the one that stays), resize and forget, but not end the table:
-// whoever ends it asks IsMaking before. One thread at a time.
+// The maker makes a row for a number; `leave` is called with a row before it goes. The maker may ask for rows
+// (a row that it makes within its own making is the one that stays), resize and forget, but not end the
+// table: whoever ends it asks IsMaking before. One thread at a time.
 class COMM_LORV_API VirtualRows {
  public:
   using Maker = std::function<std::unique_ptr<CBCGPGridRow>(int)>;

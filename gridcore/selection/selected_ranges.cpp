@@ -5,6 +5,9 @@
 
 #include "gridcore/geometry/range_lines.h"
 
+// The selected cells as ranges of which no two overlap. Adding cuts the new range out of the old ones
+// first, so that counts are sums and no cell is reported twice.
+
 namespace lorv {
 namespace {
 

@@ -153,7 +153,7 @@ void DibDecoder::ReadColours(unsigned header_size) {
     palette_[i] = Pixel(view_.Byte(), green, blue);
     if (header_size != 12) view_.Skip(1);
   }
-  // In icons and resources no file header tells where the pixels begin: they follow.
+  // In icons and resources no file header says where the pixels begin: they follow.
   if (data_at_ == 0) data_at_ = view_.At();
 }
 

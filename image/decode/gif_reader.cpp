@@ -236,7 +236,8 @@ bool GifFile::HasRoom() const {
   return stored + picture + numbers + kept <= kMostImageMemory;
 }
 
-// A first frame without any is damage and no picture. One pixel tells: the rest is unpacked when it is drawn.
+// A first frame without any is damage and no picture. One pixel shows it: the rest is unpacked when it is
+// drawn.
 bool GifFile::BeginsWithPixels() const {
   std::vector<unsigned char> first(1);
   ByteView view(bytes);

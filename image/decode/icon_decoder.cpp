@@ -43,7 +43,7 @@ bool DecodeIcon(std::string_view bytes, Raster& out) {
   }
   if (best.at >= bytes.size() || best.size == 0) return false;
   const std::string_view picture = bytes.substr(best.at, best.size);
-  // Told by its own first bytes, as the list has no word for it.
+  // Recognised by its own first bytes, as the list has no word for it.
   if (picture.starts_with("\x89PNG")) return DecodePng(picture, out);
   return DecodeDib(picture, 0, true, out);
 }

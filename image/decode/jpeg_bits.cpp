@@ -88,7 +88,7 @@ bool Codes::Set(const std::array<unsigned char, 16>& counts, std::string_view va
 
 int Codes::NextLong(Bits& bits, int ahead) const {
   // Codes of a length are consecutive numbers, above all shorter ones: the first end that is not
-  // reached tells the length.
+  // reached gives the length.
   for (std::size_t length = 1; length <= kLongest; ++length) {
     if (ahead >= end_[length]) continue;
     bits.Drop(static_cast<int>(length));

@@ -188,7 +188,7 @@ bool JpegDecoder::ReadCodes(ByteView& segment) {
 
 void JpegDecoder::ReadApplication(unsigned mark, ByteView& segment) {
   const std::string_view name = segment.Take(5);
-  // Beside the components' own numbers these two marks are all that tells what they mean.
+  // Beside the components' own numbers these two marks are all that says what they mean.
   if (mark == 0xE0 && name == std::string_view("JFIF\0", 5)) picture_.has_jfif = true;
   if (mark == 0xEE && name == "Adobe" && segment.Left() >= 7) {
     segment.Skip(6);

@@ -80,7 +80,7 @@ void PngDecoder::ReadTransparency(std::string_view data) {
   for (std::size_t i = 0; i < samples && colours_.has_key; ++i) colours_.key[i] = view.High16();
 }
 
-// The first piece of the pixels ends what is told of colours.
+// The first piece of the pixels ends what is said of colours.
 bool PngDecoder::ReadPixels(std::string_view data) {
   if (packed_ == nullptr) {
     if (header_.type == png::kPalette && colours_.count == 0) return false;

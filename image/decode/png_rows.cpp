@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-// Rows are worked as the packed stream brings them, so that a picture of 16 bits a sample takes no more
+// Rows are decoded as the packed stream brings them, so that a picture of 16 bits a sample takes no more
 // memory than one of eight: its pixels, and two rows.
 namespace lorv::png {
 namespace {

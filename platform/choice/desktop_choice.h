@@ -11,7 +11,7 @@
 //   more; nothing said is headless. On Windows it is the system's own windows unless a call says headless.
 // Edges: the choice is made once. What has been chosen, by a call or by the first use, stays to the
 //   process's end; choosing it again does nothing, another one is refused. A refusal chooses nothing.
-// Refused by DesktopFailure, thrown by pointer, whose text tells the user why: a word that names no
+// Refused by DesktopFailure, thrown by pointer, whose text says why: a word that names no
 //   desktop, a library of Qt's windows that is not there (it is looked for beside this library, then where
 //   the system looks), no screen, a kind that this system has not, a second choice.
 // Threads: any; the thread that has the desktop made is that of the user interface.

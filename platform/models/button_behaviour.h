@@ -12,7 +12,7 @@ namespace lorv {
 // themselves. The automatic ones change their own mark; a radio button clears the others of its group.
 //
 // `Window` is the peer's window class, which gives Home(), its desktop, and Look() and SetLook(), its style
-// without further conduct. What is left to the peer is to show the state.
+// without further behaviour. What is left to the peer is to show the state.
 template <class Window>
 class ButtonBehaviour : public Window {
  public:

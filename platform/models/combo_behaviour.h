@@ -89,7 +89,7 @@ class ComboBehaviour : public Window {
     if (this->Exists()) Close();
   }
 
-  // `ended`: that the choice is made was told already.
+  // `ended`: the end of the choice was reported already.
   void ChooseByUser(int index, bool ended) {
     if (!items_.Has(index) || index == items_.chosen) return;
     items_.chosen = index;
@@ -115,7 +115,7 @@ class ComboBehaviour : public Window {
     this->Home().Create(request);
   }
 
-  // What the edit inside tells, goes on as the drop-down list's own.
+  // What the edit inside reports, goes on as the drop-down list's own.
   void FromEdit(UINT code) {
     switch (code) {
       case EN_UPDATE:
@@ -283,7 +283,7 @@ class ComboBehaviour : public Window {
 
   Items items_;
   HWND edit_ = nullptr;
-  bool dropping_ = false;  // the parent is being told
+  bool dropping_ = false;  // the parent is being notified
   bool dropped_ = false;
   int before_drop_ = -1;
   UINT dropped_width_ = 0;

@@ -16,10 +16,10 @@ namespace lorv {
 
 // The behaviour of a desktop for peers whose system has no such thing: which windows there are, which of them
 // has the focus, the activation and the mouse, the queue of posted messages, modal loops, and the order of
-// the messages that tell of all that. A peer derives from it and shows what changes.
+// the messages that report all that. A peer derives from it and shows what changes.
 //
-// Calls out may destroy windows or throw; the state is changed before each call, and all who are to be told
-// of a change are told although one of them throws. Threads: as Desktop says.
+// Calls out may destroy windows or throw; the state is changed before each call, and all who are to be
+// notified of a change are notified although one of them throws. Threads: as Desktop says.
 class COMM_LORV_API DesktopModel : public Desktop {
  public:
   HWND Create(const WindowRequest& request) override;
@@ -71,12 +71,12 @@ class COMM_LORV_API DesktopModel : public Desktop {
   // none is left.
   HWND Compose(HWND window, const Composition& now);
 
-  // What a control shows is another: for screen readers, where no system tells them.
+  // What a control shows is another: for screen readers, where no system does it.
   virtual void ControlChanged(HWND /*window*/, AccessEvent /*event*/) {}
 
  protected:
   virtual std::shared_ptr<WindowModel> MakeWindow(const WindowRequest& request, HWND handle) = 0;
-  // Before the window has its handle told: it is put at its place.
+  // Before the window knows its handle: it is put at its place.
   virtual void Begin(WindowModel& /*window*/, const WindowRequest& /*request*/) {}
   // Show what changed; nothing in them calls out.
   virtual void FocusChanged(HWND /*former*/) {}
@@ -85,10 +85,10 @@ class COMM_LORV_API DesktopModel : public Desktop {
   virtual void MessagePosted() {}  // in any thread
   // The end of the program was asked for: whether a loop of the host's own got the code and needs no more.
   virtual bool EndHostLoop(int /*code*/) { return false; }
-  // Works one message; whether there was any.
+  // Dispatches one message; whether there was any.
   virtual bool PumpOnce(bool wait) = 0;
   // Does what is due next in a modal loop; false if the loop cannot go on.
-  virtual bool WorkModal(HWND dialog);
+  virtual bool DispatchModal(HWND dialog);
   // A key of a message about to be delivered makes its characters.
   virtual void Translate(const MSG& /*message*/) {}
   virtual int BarWidth() const = 0;
@@ -130,7 +130,7 @@ class COMM_LORV_API DesktopModel : public Desktop {
   void KeepCursorPosition(POINT at);
   // The focus and the activation leave the program.
   void LeaveWindows();
-  // For the end of the desktop: objects above may outlive it and are told that their windows go.
+  // For the end of the desktop: objects above may outlive it and are notified that their windows go.
   void DestroyAll();
 
  private:

@@ -99,7 +99,7 @@ bool DesktopModel::Pump(bool wait) {
   return handled && !quits_;
 }
 
-bool DesktopModel::WorkModal(HWND /*dialog*/) {
+bool DesktopModel::DispatchModal(HWND /*dialog*/) {
   Pump(true);
   return true;
 }
@@ -112,7 +112,7 @@ void DesktopModel::RunModal(HWND dialog) {
   FirstFault fault;
   fault.Run([&] {
     run.Start();
-    while (run.Goes() && !quits_ && WorkModal(dialog)) {
+    while (run.Goes() && !quits_ && DispatchModal(dialog)) {
     }
   });
   // Kept before the end of the dialog is reported, whose handlers may pump.

@@ -5,6 +5,10 @@
 #include "framework/drawing/geometry.h"
 #include "platform/models/desktop_model.h"
 
+// The order of calls that a drop target gets: it is entered before it is asked, left before the next one
+// is entered, and gets either the drop or the leave at the end, once. Receivers may end windows, so all is
+// looked up again after each.
+
 namespace lorv {
 
 // The innermost window there with a receiver: a label within a grid does not keep the drop from the grid.

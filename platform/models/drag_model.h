@@ -9,7 +9,7 @@ namespace lorv {
 class DesktopModel;
 
 // A drag over the windows of a desktop that has none of its system: which receiver is under the mouse, what
-// it is told and in which order, and what comes of the drop.
+// it is notified of and in which order, and what comes of the drop.
 //
 // The receiver is looked up before each call: windows and receivers may go in any of them. One thread.
 //

@@ -39,7 +39,7 @@ class ListBehaviour : public Window {
         return 0;
       case WM_SETFOCUS:
       case WM_KILLFOCUS:
-        Tell(message == WM_SETFOCUS ? LBN_SETFOCUS : LBN_KILLFOCUS);
+        Report(message == WM_SETFOCUS ? LBN_SETFOCUS : LBN_KILLFOCUS);
         return 0;
       case WM_GETDLGCODE:
         return DLGC_WANTARROWS | DLGC_WANTCHARS;
@@ -69,7 +69,7 @@ class ListBehaviour : public Window {
  private:
   static constexpr int kWheelOfRow = 40;
 
-  void Tell(UINT code) {
+  void Report(UINT code) {
     if ((this->Look() & LBS_NOTIFY) != 0) this->Notify(code);
   }
 
@@ -175,7 +175,7 @@ class ListBehaviour : public Window {
       SetSelected(index, true);
     }
     Choose(index);
-    Tell(LBN_SELCHANGE);
+    Report(LBN_SELCHANGE);
   }
 
   // Where the key leads; -1 for a key that leads nowhere.
@@ -230,7 +230,7 @@ class ListBehaviour : public Window {
     const int index = RowAt(at);
     if (!items_.Has(index)) return 0;
     if (message == WM_LBUTTONDBLCLK) {
-      Tell(LBN_DBLCLK);
+      Report(LBN_DBLCLK);
       return 0;
     }
     const bool control = this->Home().KeyState(VK_CONTROL) != 0;

@@ -13,12 +13,12 @@ namespace {
 
 constexpr std::size_t kOwnLine = 2;
 constexpr std::int64_t kFirstEstimate = 1000;
-constexpr std::int64_t kSecondsTold = 90;  // more is told in minutes
+constexpr std::int64_t kSecondsShown = 90;  // more is shown in minutes
 
 }  // namespace
 
 void ProgressModel::Begin(DWORD flags, std::int64_t now) {
-  tells_time_ = (flags & kProgressAutoTime) != 0;
+  shows_time_ = (flags & kProgressAutoTime) != 0;
   begun_ = now;
 }
 
@@ -30,7 +30,7 @@ void ProgressModel::SetProgress(DWORD position, DWORD total, std::int64_t now) {
   // In 64 bits: the product with the steps leaves 32.
   const std::uint64_t done = std::min(position, total);
   bar_ = total == 0 ? kBarSteps : static_cast<int>(done * kBarSteps / total);
-  if (tells_time_ && !cancelled_) lines_[kOwnLine].text = TimeLeftText(now - begun_, position, total);
+  if (shows_time_ && !cancelled_) lines_[kOwnLine].text = TimeLeftText(now - begun_, position, total);
 }
 
 void ProgressModel::SetLine(DWORD line, LPCTSTR text, bool path) {
@@ -54,7 +54,7 @@ CString TimeLeftText(std::int64_t milliseconds, DWORD position, DWORD total) {
   const double left = static_cast<double>(milliseconds) * (total - position) / position / 1000;
   const auto seconds = static_cast<long long>(std::ceil(left));
   CString text;
-  if (seconds > kSecondsTold) {
+  if (seconds > kSecondsShown) {
     text.Format(_T("大约还需 %lld 分钟"), (seconds + 59) / 60);
   } else {
     text.Format(_T("大约还需 %lld 秒"), seconds);

@@ -44,7 +44,7 @@ class COMM_LORV_API ProgressModel {
   CString cancel_message_;
   std::int64_t begun_ = 0;
   int bar_ = 0;
-  bool tells_time_ = false;
+  bool shows_time_ = false;
   bool cancelled_ = false;
 };
 

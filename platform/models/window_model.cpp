@@ -189,7 +189,7 @@ void WindowModel::EnableComposition(bool on) {
   CompositionCaretChanged();
 }
 
-void WindowModel::TellReaders(UINT code) {
+void WindowModel::ReportReaders(UINT code) {
   const bool value = (kind_ == WindowKind::Edit && code == EN_CHANGE) ||
                      (kind_ == WindowKind::Combo && code == CBN_EDITCHANGE);
   const bool chosen = (kind_ == WindowKind::List && code == LBN_SELCHANGE) ||
@@ -200,7 +200,7 @@ void WindowModel::TellReaders(UINT code) {
 }
 
 void WindowModel::Notify(UINT code) {
-  TellReaders(code);
+  ReportReaders(code);
   const HWND receiver = parent_ == nullptr ? owner_ : parent_;
   if (receiver != nullptr)
     DeliverMessage(receiver, WM_COMMAND, MAKEWPARAM(static_cast<LONG_PTR>(id_), static_cast<LONG_PTR>(code)),

@@ -15,8 +15,8 @@ namespace lorv {
 class DesktopModel;
 class FirstFault;
 
-// The behaviour of a window for peers whose system has no such windows: what it is told when it is shown,
-// enabled, moved, focused, scrolled and destroyed, in which order, and what it does with a message by
+// The behaviour of a window for peers whose system has no such windows: which messages it gets when it is
+// shown, enabled, moved, focused, scrolled and destroyed, in which order, and what it does with a message by
 // default. A peer derives from it, shows the state, and answers for place, painting and timers.
 //
 // Calls out (DeliverMessage) may destroy the window or throw: the state is changed before each call.
@@ -34,7 +34,7 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
   // Who had the focus in this top window when it was last active.
   HWND LastFocus() const { return last_focus_; }
   // The window stands on a screen of so many dots an inch: if it stood on another one before, all of it is
-  // out of date, and a top window is told by WM_DPICHANGED which place keeps its size to the eye.
+  // out of date, and a top window gets by WM_DPICHANGED which place keeps its size to the eye.
   void ReportDpi(int dpi);
   // The mouse went elsewhere: WM_MOUSELEAVE if it was asked for.
   void MouseGone();
@@ -87,8 +87,8 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
  protected:
   friend class DesktopModel;
 
-  // What a peer does to show a change. Called after the state changed and before the window is told, except
-  // where said otherwise; nothing in them calls out.
+  // What a peer does to show a change. Called after the state changed and before the window is notified,
+  // except where said otherwise; nothing in them calls out.
   virtual void StyleChanged(DWORD /*before*/) {}
   virtual void VisibleChanged(int /*how*/) {}
   virtual void EnabledChanged() {}
@@ -111,12 +111,12 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
   // Measures the window as it stands now and reports what changed by ReportPlace.
   virtual void PlaceChanged() = 0;
 
-  // WM_MOVE and WM_SIZE, if the place or the size is another than the one last told. Not while it is made.
+  // WM_MOVE and WM_SIZE, if the place or the size is not the one last reported. Not while it is made.
   void ReportPlace(CPoint at);
   void RememberPlace(CPoint at);
   // WM_COMMAND to the parent, or to the owner. The window may be gone afterwards.
   void Notify(UINT code);
-  void TellReaders(UINT code);
+  void ReportReaders(UINT code);
   // All of it is out of date, but for what the system shows itself.
   void WantPaint();
   // What is out of date, which counts as painted from here on.

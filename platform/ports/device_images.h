@@ -19,7 +19,7 @@ class COMM_LORV_API DeviceImages {
   virtual ~DeviceImages() = default;
 
   // A bitmap without its file header; empty where the module has none of that number. A null module is the
-  // main program. Off Windows modules have no resources: what AddBitmapResource was told is found.
+  // main program. Off Windows modules have no resources: what AddBitmapResource was given is found.
   virtual std::string BitmapResource(HINSTANCE module, unsigned number) = 0;
 
   // A bitmap of those pixels laid over black, the asker's to end; null for want of memory.

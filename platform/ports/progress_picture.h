@@ -7,7 +7,7 @@
 
 namespace lorv {
 
-// A progress dialog that tells what it shows: one whose window is drawn by this process. A dialog has it by
+// A progress dialog that gives what it shows: one whose window is drawn by this process. A dialog has it by
 // being derived from it, too; that of the system's shell has it not.
 // One thread: that of the user interface.
 class COMM_LORV_API ProgressPicture {

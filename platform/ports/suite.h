@@ -3,7 +3,7 @@
 #include "framework/native/export.h"
 #include "framework/text/cstring.h"
 
-// What the suite tells its libraries about where things lie.
+// What the suite says to its libraries about where things lie.
 // Any thread.
 namespace lorv {
 

@@ -11,7 +11,7 @@
 //   builds the report anew, with the description as its message and the main program as its module.
 // "发送" is enabled where the profile's value MAIL\MAPI is not 0 and a mail library is found.
 // Edges: without Show it needs no desktop. A step that fails (no printer, a page that is refused) ends the
-//   way; failures of the mail library are told by a message.
+//   way; failures of the mail library are reported by a message.
 // Lives on the stack for one report. One thread: that of the user interface.
 //
 //   CDlgExcept dialog;  dialog.BuildReport(_T("x"), {_T("a.cpp"), 5, nullptr});  dialog.DoModal();

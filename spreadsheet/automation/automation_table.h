@@ -112,7 +112,7 @@ constexpr LPCTSTR ProgramId(Program program) {
   return program == Program::kExcel ? _T("Excel.Application") : _T("ET.Application");
 }
 
-// The interface by which a workbook of the program is told among running objects.
+// The interface by which a workbook of the program is recognised among running objects.
 constexpr GUID WorkbookId(Program program) {
   return program == Program::kExcel
              ? GUID{0x000208DA, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}}

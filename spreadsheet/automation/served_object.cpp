@@ -11,7 +11,7 @@
 namespace lorv {
 namespace {
 
-// The first letter of a form tells it from the others.
+// The first letter of a form distinguishes it from the others.
 bool HasForm(const OperationRow& row, Form form) {
   return std::strchr(row.forms, "gpc"[static_cast<std::size_t>(form)]) != nullptr;
 }

@@ -34,7 +34,7 @@ ConnectResult ConnectNew(AutoRef& workbook, const CString& file, bool open_exist
   return CONNECT_NONE;
 }
 
-// An empty file of our own, so that the workbook can be told by its name. It is never deleted: the program
+// An empty file of our own, so that the workbook can be found by its name. It is never deleted: the program
 // may have it open as long as it likes.
 CString MakeScratchFile() {
   Files& files = *PortsInForce().files;

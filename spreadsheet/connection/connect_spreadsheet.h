@@ -18,7 +18,7 @@ constexpr ConnectResult ResultOf(Program program) {
   return program == Program::kExcel ? CONNECT_EXCEL : CONNECT_ET;
 }
 
-// Of a result that tells of a program.
+// Of a result that belongs to a program.
 constexpr Program ProgramOf(ConnectResult result) {
   return result == CONNECT_EXCEL ? Program::kExcel : Program::kEt;
 }

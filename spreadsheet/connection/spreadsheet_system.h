@@ -86,7 +86,7 @@ class COMM_LORV_API SpreadsheetSystem {
   virtual void EndWait() = 0;
 };
 
-// The pointer that tells the user to wait, for a scope.
+// The pointer that asks the user to wait, for a scope.
 class WaitScope {
  public:
   explicit WaitScope(SpreadsheetSystem& system) : system_(system) { system_.BeginWait(); }

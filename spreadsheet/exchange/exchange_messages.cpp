@@ -9,17 +9,17 @@
 
 namespace lorv {
 
-void TellUser(const CString& text, const CString& caption, UINT style) {
+void ShowUserMessage(const CString& text, const CString& caption, UINT style) {
   PortsInForce().dialogs->ShowMessage({text, caption, style});
 }
 
-void TellFailure(const CException& failure) {
+void ReportFailure(const CException& failure) {
   // A program's description may be of any length; a message box shows its beginning.
   constexpr UINT kRoom = 512;
   std::array<TCHAR, kRoom> text{};
   // A failure without words still brings a box: the user learns that the exchange has ended.
   if (failure.GetErrorMessage(text.data(), kRoom) == 0) text[0] = 0;
-  TellUser(CString(LPCTSTR{text.data()}));
+  ShowUserMessage(CString(LPCTSTR{text.data()}));
 }
 
 }  // namespace lorv

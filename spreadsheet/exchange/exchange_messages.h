@@ -13,8 +13,8 @@ constexpr LPCTSTR kCatchAll = _T("Catch-All");
 constexpr UINT kPlainBox = 0;
 constexpr UINT kForeground = 0x10000;
 
-void TellUser(const CString& text, const CString& caption = CString(), UINT style = kPlainBox);
+void ShowUserMessage(const CString& text, const CString& caption = CString(), UINT style = kPlainBox);
 // The exception's own text.
-void TellFailure(const CException& failure);
+void ReportFailure(const CException& failure);
 
 }  // namespace lorv

@@ -47,10 +47,10 @@ bool CAdExcel2GridEx::ToExcel(const CString& file, bool save, bool show, int ali
     // Callers are commands of a menu, which nothing raised here may leave.
     return Export(file, save, show, sheet_index, open_existing, sheet_name, row_offset, column_offset);
   } catch (CException* failure) {
-    lorv::TellFailure(*failure);
+    lorv::ReportFailure(*failure);
     failure->Delete();
   } catch (...) {
-    lorv::TellUser(lorv::kGeneralException, lorv::kCatchAll, lorv::kForeground);
+    lorv::ShowUserMessage(lorv::kGeneralException, lorv::kCatchAll, lorv::kForeground);
   }
   return false;
 }
@@ -61,7 +61,7 @@ bool CAdExcel2GridEx::Export(const CString& file, bool save, bool show, int shee
   const lorv::ConnectResult connected = lorv::ConnectSpreadsheet(workbook, true, file, open_existing);
   if (connected == lorv::CONNECT_CANCELLED) return false;
   if (connected == lorv::CONNECT_NONE) {
-    lorv::TellUser(lorv::kNoProgram);
+    lorv::ShowUserMessage(lorv::kNoProgram);
     return false;
   }
   const AutomationFamily family(lorv::ProgramOf(connected));

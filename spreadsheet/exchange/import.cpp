@@ -17,17 +17,17 @@ constexpr DWORD kHideReadOnlyOverwritePrompt = 6;
 // One marked row is the cell or title that the user happened to click; then the whole sheet is meant.
 constexpr long kFewestSelectedRows = 2;
 
-void TellOleFailure(const COleException& failure) {
+void ReportOleFailure(const COleException& failure) {
   CString text;
   text.Format(_T("COleException. SCODE: %08lx."), failure.m_sc);
-  lorv::TellUser(text, _T("COleException"), lorv::kForeground);
+  lorv::ShowUserMessage(text, _T("COleException"), lorv::kForeground);
 }
 
-void TellDispatchFailure(const COleDispatchException& failure) {
+void ReportDispatchFailure(const COleDispatchException& failure) {
   CString text;
   text.Format(_T("COleDispatchException. SCODE: %08lx, Description: \"%s\"."), failure.m_scError,
               failure.m_strDescription);
-  lorv::TellUser(text, _T("COleDispatchException"), lorv::kForeground);
+  lorv::ShowUserMessage(text, _T("COleDispatchException"), lorv::kForeground);
 }
 
 }  // namespace
@@ -37,16 +37,16 @@ bool CAdExcel2GridEx::FromExcel() {
     return Import();
   } catch (COleException* failure) {
     // Automation's own failures first, as their codes help who is asked for help.
-    TellOleFailure(*failure);
+    ReportOleFailure(*failure);
     failure->Delete();
   } catch (COleDispatchException* failure) {
-    TellDispatchFailure(*failure);
+    ReportDispatchFailure(*failure);
     failure->Delete();
   } catch (CException* failure) {
     failure->Delete();
-    lorv::TellUser(lorv::kGeneralException, lorv::kCatchAll, lorv::kForeground);
+    lorv::ShowUserMessage(lorv::kGeneralException, lorv::kCatchAll, lorv::kForeground);
   } catch (...) {
-    lorv::TellUser(lorv::kGeneralException, lorv::kCatchAll, lorv::kForeground);
+    lorv::ShowUserMessage(lorv::kGeneralException, lorv::kCatchAll, lorv::kForeground);
   }
   return false;
 }
@@ -57,7 +57,7 @@ bool CAdExcel2GridEx::Import() {
   const lorv::ConnectResult connected = lorv::ConnectSpreadsheet(workbook, false, CString(), false);
   if (connected == lorv::CONNECT_CANCELLED) return false;
   if (connected == lorv::CONNECT_NONE) {
-    lorv::TellUser(lorv::kNoProgram);
+    lorv::ShowUserMessage(lorv::kNoProgram);
     return false;
   }
   ReadActiveSheet(AutomationFamily(lorv::ProgramOf(connected)), workbook);
@@ -70,7 +70,7 @@ bool CAdExcel2GridEx::ReadActiveSheet(const AutomationFamily& family, const Auto
   if (worksheet) {
     ReadSheet(family, worksheet, false);
   } else {
-    lorv::TellUser(_T("没有活动的表单，请打开一个Excel文件!"));
+    lorv::ShowUserMessage(_T("没有活动的表单，请打开一个Excel文件!"));
   }
   return true;
 }
@@ -78,7 +78,7 @@ bool CAdExcel2GridEx::ReadActiveSheet(const AutomationFamily& family, const Auto
 int CAdExcel2GridEx::ReadSheet(const AutomationFamily& family, const AutoRef& worksheet,
                                bool use_used_range) {
   if (!worksheet) {
-    lorv::TellUser(_T("Excel数据没有准备好!"));
+    lorv::ShowUserMessage(_T("Excel数据没有准备好!"));
     return 0;
   }
   AutoRef range;
@@ -104,7 +104,7 @@ int CAdExcel2GridEx::ReadSheet(const AutomationFamily& family, const AutoRef& wo
   if (rows > lorv::kMaxReadRows || columns > lorv::kMaxReadColumns) {
     CString text;
     text.Format(_T("您选择的Excel区域太大(行%dX列%d),请重新选择(注意不能全选要框选)!"), rows, columns);
-    lorv::TellUser(text);
+    lorv::ShowUserMessage(text);
     return 0;
   }
   // Only now, so that a refused area leaves the table that was read before.
@@ -176,7 +176,7 @@ int CAdExcel2GridEx::LoadExcel2(const CString& file, std::vector<CXArrayDBToArra
     const lorv::ConnectResult connected = lorv::ConnectSpreadsheet(workbook, true, CString(), false);
     if (connected == lorv::CONNECT_CANCELLED) return 0;
     if (connected == lorv::CONNECT_NONE) {
-      lorv::TellUser(lorv::kNoProgram);
+      lorv::ShowUserMessage(lorv::kNoProgram);
       return 0;
     }
     const AutomationFamily family(lorv::ProgramOf(connected));
@@ -185,7 +185,7 @@ int CAdExcel2GridEx::LoadExcel2(const CString& file, std::vector<CXArrayDBToArra
     // The program was started for this file alone; after an exception it is left running.
     family.Quit(application);
   } catch (CException* failure) {
-    lorv::TellFailure(*failure);
+    lorv::ReportFailure(*failure);
     failure->Delete();
   }
   return result;
@@ -212,7 +212,7 @@ int CAdExcel2GridEx::ReadWorkbookFile(const AutomationFamily& family, const Auto
   if (!worksheet) {
     CString text;
     text.Format(_T("请重新设置sheet索引值(1~%d)"), count);
-    lorv::TellUser(text);
+    lorv::ShowUserMessage(text);
     family.Quit(application);
     return 0;
   }

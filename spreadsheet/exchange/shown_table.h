@@ -13,7 +13,7 @@ namespace lorv {
 // Takes the cells of an area as texts into a table of its size: what calls for each cell would put there.
 class ShownTable : public SheetVisitor {
  public:
-  // Told of the merged area of a cell, with the cell's row in the table.
+  // Called with the merged area of a cell, with the cell's row in the table.
   using Merging = std::function<void(int row, const SheetArea& area)>;
 
   ShownTable(const DirectSheet& sheet, CXArrayDBToArray& table, Merging merging)

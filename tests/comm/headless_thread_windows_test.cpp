@@ -10,7 +10,7 @@ struct InMemory {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Headless, ThreadWindows, InMemory);
 
-// Also run where the process is told to take a desktop that there is none of.
+// Also run where the process asks for a desktop that does not exist.
 TEST(ThreadWithoutWindows, FindsAndClosesNothing) {
   EXPECT_EQ(CAdLorvComm::GetWindowExist(_T("")), nullptr);
   EXPECT_FALSE(CAdLorvComm::IsWindowTitleExist(_T("")));

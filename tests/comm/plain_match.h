@@ -5,7 +5,7 @@
 
 namespace lorv::test {
 
-// The score of GetMaxMatch as it is told, step by step, on narrow texts: the judge of the fast one.
+// The score of GetMaxMatch, step by step, on narrow texts: what the fast one is compared with.
 inline int PlainMatch(const std::string& a, const std::string& b, bool sum_mode) {
   const auto ascii = [](char c) { return static_cast<unsigned char>(c) < 128; };
   const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };

@@ -15,7 +15,7 @@ namespace lorv_test {
 
 using Notes = std::vector<std::string>;
 
-// A window that notes the messages that panels are asked by, and refuses to close if it is told to.
+// A window that notes the messages that panels are asked by, and refuses to close if the test asks for it.
 class Panel : public CWnd {
  public:
   explicit Panel(lorv::WindowKind kind = lorv::WindowKind::Dialog) : kind_(kind) {}
@@ -56,7 +56,7 @@ class WindowsOfThread : public testing::Test {
       : desktop_(std::move(desktop)), scope_(*desktop_) {}
 
   lorv::Desktop& Desk() { return *desktop_; }
-  // Works all that waits.
+  // Dispatches all that waits.
   void Settle();
   static bool Stands(const CWnd& window) { return window.m_hWnd != nullptr; }
 

@@ -324,7 +324,7 @@ TYPED_TEST_P(ThreadWindows, ControlsAreFilledAnewWithoutQuestionMarks) {
   EXPECT_EQ(list.GetCount(), 0);
 }
 
-TYPED_TEST_P(ThreadWindows, APlaceIsJudgedByTheDesktopOfTheWindows) {
+TYPED_TEST_P(ThreadWindows, APlaceIsLimitedByTheDesktopOfTheWindows) {
   const CRect desktop(lorv::PortsInForce().shell->DesktopRect());
   CString text;
   CRect rect;
@@ -348,6 +348,6 @@ REGISTER_TYPED_TEST_SUITE_P(ThreadWindows, TheTopmostDialogWithTheTextIsFound, T
                             CountingAnewDoesNothingWhileAProjectIsOpen,
                             ARestoreDialogThatRefusesEndsTheClosing, ARestoreDialogMayTakeAnotherAlong,
                             TheCircuitCheckIsRefreshed, ControlsAreFilledAnewWithoutQuestionMarks,
-                            APlaceIsJudgedByTheDesktopOfTheWindows);
+                            APlaceIsLimitedByTheDesktopOfTheWindows);
 
 }  // namespace lorv_test

@@ -133,7 +133,7 @@ TEST(AdRar, LessThanFourBytesAreAReadError) {
   }
 }
 
-TEST(AdRar, CountThatNoIntCanTellIsAReadError) {
+TEST(AdRar, CountThatNoIntCanHoldIsAReadError) {
   const unsigned char* result = nullptr;
   int length = 0;
   EXPECT_THROW(CAdRar().UnCompress(Bytes("\xff\xff\xff\x7f\x01\x02\x03"), 7, result, length), int);

@@ -21,7 +21,7 @@ CString Wide(const std::string& text) {
   return CString::FromUtf8(text);
 }
 
-// A machine in memory, so that paths of any system can be told.
+// A machine in memory, so that paths of any system can be used.
 class CompressFilesTest : public testing::Test {
  protected:
   CompressFilesTest() {

@@ -7,7 +7,7 @@
 namespace lorv_test {
 
 // Plays the user on one kind of desktop, with input as real as that desktop knows it. Every call returns when
-// all that follows from it has been worked off.
+// all that follows from it has been handled.
 class BehaviourDriver {
  public:
   BehaviourDriver() = default;

@@ -22,7 +22,7 @@ void SetBar(Scene& s, CWnd& window, int least, int most, UINT page) {
   s.trace.resize(before);
 }
 
-// Notes what a drag of its handle tells.
+// Notes what a drag of its handle reports.
 class DraggedSheet : public CWnd {
  public:
   int largest = 0;

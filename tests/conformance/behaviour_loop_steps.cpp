@@ -50,7 +50,7 @@ void UseOwnCursor(Scene& s) {
   desktop.SetCursor(lorv::kCursorArrow);
 }
 
-void TellOtherDots(Scene& s) {
+void ReportOtherDots(Scene& s) {
   CWnd other;
   other.Create(nullptr, _T("other"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(80, 80, 280, 180), nullptr, 0);
   s.driver.Settle();
@@ -115,7 +115,7 @@ std::vector<Step> TakenAwaySteps() {
          }
        }},
       {"a cursor of one's own is shown until it ends", UseOwnCursor},
-      {"told of other dots a top window takes the place that comes with them", TellOtherDots},
+      {"told of other dots a top window takes the place that comes with them", ReportOtherDots},
       {"a fixed dialog is as large as what it holds",
        [](Scene& s) {
          TracedDialog dialog(s);

@@ -27,7 +27,7 @@ const std::map<int, const char*> kNames = {
     {kSecondRadio, "second"}, {kExtra, "extra"}, {IDOK, "ok"},
     {IDCANCEL, "cancel"},     {0, "frame"}};
 
-// Notifications that the script is about; the focus of buttons is not told by all systems alike.
+// Notifications that the script is about; not all systems report the focus of buttons alike.
 const char* CodeName(int id, int code) {
   static const std::map<int, const char*> edit = {{EN_SETFOCUS, "focus"},
                                                   {EN_KILLFOCUS, "leave"},

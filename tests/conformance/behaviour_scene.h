@@ -8,7 +8,7 @@
 #include "framework/windows/dialog.h"
 #include "tests/conformance/behaviour_driver.h"
 
-// The windows of the conformance script, each of which writes what it is told into one trace.
+// The windows of the conformance script, each of which writes what it is notified of into one trace.
 namespace lorv_test {
 
 struct Scene;
@@ -98,7 +98,7 @@ struct Scene {
     window.SetFocus();
     driver.Settle();
   }
-  // Sets a text, and forgets what that told.
+  // Sets a text, and forgets what that reported.
   void Fill(CWnd& window, LPCTSTR text);
   static CString Text(const CWnd& window);
   static std::string NameOf(int id);

@@ -7,8 +7,8 @@
 
 namespace lorv_test {
 
-// Tells a script's own waiting from loops that came of it. While we wait for what we did ourselves, the next
-// step is not due; but for a menu or a dialog that came of it and waits for the user in a loop of its own.
+// Separates a script's own waiting from loops that came of it. While we wait for what we did ourselves, the
+// next step is not due; but for a menu or a dialog that came of it and waits for the user in its own loop.
 class OwnLoops {
  public:
   void Wait(const std::function<void()>& work) {

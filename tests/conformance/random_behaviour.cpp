@@ -190,7 +190,7 @@ BOOL Wild<Base>::PreTranslateMessage(MSG* /*message*/) {
 
 }  // namespace
 
-void PlayRandomConduct(RandomUser& user, unsigned script) {
+void PlayRandomBehaviour(RandomUser& user, unsigned script) {
   World world(user, script);
   world.Play();
   EXPECT_TRUE(user.Desktop().Windows().empty()) << "script " << script;

@@ -33,7 +33,7 @@ class RandomUser {
 };
 
 // Plays the script of that number; fails if a window is left.
-void PlayRandomConduct(RandomUser& user, unsigned script);
+void PlayRandomBehaviour(RandomUser& user, unsigned script);
 
 // The script that a run begins with: the environment's LORV_TEST_FROM, to play one that failed by itself.
 inline unsigned FirstRandomScript() {

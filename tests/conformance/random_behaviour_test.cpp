@@ -29,7 +29,7 @@ class HeadlessUser : public lorv_test::RandomUser {
 }  // namespace
 
 TEST(RandomBehaviour, NothingThatIsGoneIsTouched) {
-  lorv_test::PlayRandomScripts<HeadlessUser>(lorv_test::kRandomScripts, lorv_test::PlayRandomConduct);
+  lorv_test::PlayRandomScripts<HeadlessUser>(lorv_test::kRandomScripts, lorv_test::PlayRandomBehaviour);
 }
 
 TEST(RandomGrid, TableIsWhatThePlainOneSays) {

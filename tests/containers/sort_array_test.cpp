@@ -61,7 +61,7 @@ TEST(OxArray, CapacitiesFollowTheGrowthRule) {
   EXPECT_EQ(capacities, (std::vector<std::size_t>{4, 8, 12, 18, 27}));
 }
 
-TEST(OxArray, GrowTellsWhetherItRaisedTheCapacity) {
+TEST(OxArray, GrowReportsWhetherItRaisedTheCapacity) {
   IntArray a;
   EXPECT_EQ(a.Grow(), 1);
   EXPECT_EQ(a.Grow(), 0);
@@ -115,14 +115,14 @@ TEST(SortArray, StaysSortedLikeASet) {
   std::mt19937 random(7);
   for (int round = 0; round < 200; ++round) {
     SortedInts a;
-    std::set<int> judge;
+    std::set<int> expected;
     for (int i = 0; i < 60; ++i) {
       const int value = static_cast<int>(random() % 50);
       const int at = a.AddSorted(value);
-      judge.insert(value);
+      expected.insert(value);
       ASSERT_EQ(a[static_cast<std::size_t>(at)], value);
     }
-    ASSERT_EQ(std::vector<int>(a.begin(), a.end()), std::vector<int>(judge.begin(), judge.end()));
+    ASSERT_EQ(std::vector<int>(a.begin(), a.end()), std::vector<int>(expected.begin(), expected.end()));
   }
 }
 

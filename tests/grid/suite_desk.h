@@ -7,13 +7,13 @@
 
 namespace lorv_test {
 
-// A desk with one of the suite's grids in a window, worked by keys and texts. Descendants make the window.
+// A desk with one of the suite's grids in a window, used by keys and texts. Descendants make the window.
 template <class Grid>
 class SuiteDesk : public Desk {
  protected:
   SuiteDesk() : grid(std::make_unique<Grid>()) {}
 
-  // What the grid has told so far is of no interest.
+  // What the grid has reported so far is of no interest.
   virtual void Forget() {}
 
   static CString Names(int columns) {

@@ -99,7 +99,7 @@ TEST_F(VirtualTable, ACopyBeyondAllMemoryIsRefused) {
   EXPECT_EQ(filled, 0);
 }
 
-TEST_F(VirtualTable, SelectedRowsAreAllToldWithoutBeingAskedFor) {
+TEST_F(VirtualTable, SelectedRowsAreAllReportedWithoutBeingAskedFor) {
   grid->SelectRange({0, 1'000'000, 2, 1'009'999});
   Run();
   filled = 0;

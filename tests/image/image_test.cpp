@@ -94,7 +94,7 @@ TEST_F(Image, DamagedFilesFoldersAndTheEmptyNameAreInvalid) {
   }
 }
 
-TEST_F(Image, SizesAndFramesAreTold) {
+TEST_F(Image, SizesAndFramesAreReported) {
   CSize size;
   const TImage tall(CString(_T("C:\\tall.bmp")));
   EXPECT_TRUE(tall.IsValidImage());

@@ -46,11 +46,11 @@ class OnlyNamesOfMine : public CValidParameter {
 };
 
 void TheLibraryCallsBack() {
-  OnlyNamesOfMine judge;
+  OnlyNamesOfMine resolver;
   CExpression mine;
   CExpression other;
-  mine.m_pValidParameter = &judge;
-  other.m_pValidParameter = &judge;
+  mine.m_pValidParameter = &resolver;
+  other.m_pValidParameter = &resolver;
   Check(mine.ChangeExpression(_T("mine+1")) == -1, "a name that the program allows");
   Check(other.ChangeExpression(_T("other+1")) >= 0, "a name that the program refuses");
 }

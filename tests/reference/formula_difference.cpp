@@ -13,9 +13,9 @@ CString Library(const Text& text) {
   return CString(text);
 }
 
-class NamesJudge final : public CValidParameter {
+class NamesResolver final : public CValidParameter {
  public:
-  explicit NamesJudge(const std::vector<Text>& names) : names_(names) {}
+  explicit NamesResolver(const std::vector<Text>& names) : names_(names) {}
   bool Accepts(const Text& name) const {
     for (const Text& known : names_) {
       if (known == name) return true;
@@ -61,7 +61,7 @@ void CompareWork(CAdExpCalculate& library, reference::Calculator& plain, Finding
   const double expected = plain.Calculate(expected_error);
   findings.Whole("error", error, expected_error);
   findings.Number("value", value, expected);
-  findings.Texts("worked text", library.GetCalcedExpr(), plain.GetCalcedExpr());
+  findings.Texts("text with values", library.GetCalcedExpr(), plain.GetCalcedExpr());
 }
 
 void CompareValidity(const CAdExpCalculate& library, const reference::Calculator& plain, Findings& findings) {
@@ -82,14 +82,14 @@ constexpr std::size_t kLongestWork = 20000;
 
 }  // namespace
 
-std::string ParserDifference(const Text& formula, bool judged, const std::vector<Text>& names) {
+std::string ParserDifference(const Text& formula, bool resolves, const std::vector<Text>& names) {
   if (MayNestTooDeep(formula)) return {};
-  NamesJudge judge(names);
+  NamesResolver resolver(names);
   CExpression library;
   reference::Expression plain;
-  if (judged) {
-    library.m_pValidParameter = &judge;
-    plain.judge = [&judge](const Text& name) { return judge.Accepts(name); };
+  if (resolves) {
+    library.m_pValidParameter = &resolver;
+    plain.resolver = [&resolver](const Text& name) { return resolver.Accepts(name); };
   }
   Findings findings;
   const int changed = library.ChangeExpression(formula.c_str());

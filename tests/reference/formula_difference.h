@@ -5,13 +5,13 @@
 
 #include "tests/reference/formula_maker.h"
 
-// Works a case by the library and by the reference and tells the first difference in words; empty when they
-// agree in everything that a caller can see. Numbers are compared bit for bit (any two that are no numbers
-// count as equal).
+// Evaluates a case by the library and by the reference and gives the first difference in words; empty when
+// they agree in everything that a caller can see. Numbers are compared bit for bit (any two that are no
+// numbers count as equal).
 namespace lorv::test {
 
-// A parse and an evaluation; `names` are those the judge accepts, without one if `judged` is false.
-std::string ParserDifference(const Text& formula, bool judged, const std::vector<Text>& names);
+// A parse and an evaluation; `names` are those the resolver accepts, without one if `resolves` is false.
+std::string ParserDifference(const Text& formula, bool resolves, const std::vector<Text>& names);
 
 std::string CalculatorDifference(const CalculatorCase& made);
 
@@ -34,7 +34,7 @@ std::string Shown(const CalculatorCase& made);
 std::string Shown(const RewritingCase& made);
 
 // Smaller cases that still differ: what a failing test prints.
-Text ShrunkFormula(Text formula, bool judged, const std::vector<Text>& names);
+Text ShrunkFormula(Text formula, bool resolves, const std::vector<Text>& names);
 CalculatorCase Shrunk(CalculatorCase made);
 RewritingCase Shrunk(RewritingCase made);
 

@@ -27,7 +27,7 @@ Text MakeName(ChoiceSource& source);
 // Negative, thirds and their neighbours, tiny, huge, not a number, infinite, any bits.
 double MakeValue(ChoiceSource& source);
 
-// A calculator's life: the names it knows, then formulas worked one after the other, each with some values
+// A calculator's life: the names it knows, then formulas evaluated one after the other, each with some values
 // set before. The same text often comes again with other values.
 struct CalculatorCase {
   struct Round {

@@ -57,9 +57,9 @@ bool Calculator::Accepts(const Text& name) const {
   return FindKey(keywords_, name, CompareFolded) >= 0;
 }
 
-Expression Calculator::WithJudge() const {
+Expression Calculator::WithResolver() const {
   Expression expression;
-  expression.judge = [this](const Text& name) { return Accepts(name); };
+  expression.resolver = [this](const Text& name) { return Accepts(name); };
   return expression;
 }
 
@@ -69,7 +69,7 @@ bool Calculator::ValidExp(Text& message) const {
     message = _T("字符太长,最长只能处理1024个字符的表达式!");
     return false;
   }
-  Expression expression = WithJudge();
+  Expression expression = WithResolver();
   const int failed = expression.ChangeExpression(expr_);
   if (failed >= 0) {
     message = _T("表达式在第 ") + Decimal(failed) + _T(" 个字符有误");
@@ -84,7 +84,7 @@ bool Calculator::ValidExp(Text& message) const {
 
 double Calculator::CalcExpr(const Text& text, int& error) const {
   error = 0;
-  Expression expression = WithJudge();
+  Expression expression = WithResolver();
   const int failed = expression.ChangeExpression(text);
   if (failed >= 0) {
     error = failed;
@@ -182,7 +182,7 @@ int Calculator::AppendKeyWord(ClassKeyWords& sets, const Text& id, const std::ve
 }
 
 std::vector<Text> Calculator::NamesOf(const Text& text) const {
-  Expression expression = WithJudge();
+  Expression expression = WithResolver();
   if (expression.ChangeExpression(text) >= 0) return {};
   Text list = expression.var_list;
   std::vector<Text> names;

@@ -7,7 +7,7 @@
 #include "tests/reference/reference_expression.h"
 #include "tests/reference/reference_rewriting.h"
 
-// The calculator told plainly: values are written into a copy of the text, what is left is parsed.
+// The calculator written plainly: values are written into a copy of the text, what is left is parsed.
 namespace lorv::reference {
 
 using KeyWords = std::vector<Text>;
@@ -58,7 +58,7 @@ class Calculator {
 
  private:
   bool Accepts(const Text& name) const;
-  Expression WithJudge() const;
+  Expression WithResolver() const;
   double CalcExpr(const Text& text, int& error) const;
   void Put(const Text& name, double value);
   void OwnMap();

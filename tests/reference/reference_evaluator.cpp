@@ -87,7 +87,7 @@ class Evaluator {
     return OfNumber(left.number + right.number);
   }
 
-  // The divisor first; the division by zero is noted before the dividend is worked.
+  // The divisor first; the division by zero is noted before the dividend is evaluated.
   double Quotient(const Node& node) {
     const double right = NumberOf(node.right);
     if (right != 0) return NumberOf(node.left) / right;

@@ -6,8 +6,8 @@
 
 #include "tests/reference/reference_text.h"
 
-// The formula language told as plainly as it can be: rewriting, recursive descent, a tree, an evaluator that
-// walks it. Every step builds new texts and new nodes; nothing is fast and nothing is shared.
+// The formula language written as plainly as it can be: rewriting, recursive descent, a tree, an evaluator
+// that walks it. Every step builds new texts and new nodes; nothing is fast and nothing is shared.
 namespace lorv::reference {
 
 struct Node;
@@ -16,7 +16,7 @@ using NodePtr = std::shared_ptr<Node>;
 enum class NodeKind {
   kNumber,
   kText,
-  kOperator,  // `sign` tells which; kNegate and kBars have one operand, `left`
+  kOperator,  // `sign` says which; kNegate and kBars have one operand, `left`
   kNegate,
   kBars,
   kCall
@@ -50,8 +50,8 @@ bool IsFunctionName(const Text& name);
 
 class Expression {
  public:
-  // Empty: no judge.
-  std::function<bool(const Text&)> judge;
+  // Empty: no resolver.
+  std::function<bool(const Text&)> resolver;
   Text var_list;
   Text rewritten;
   std::size_t position = 0;

@@ -193,8 +193,8 @@ class Parser {
   NodePtr Named(const Text& name, const NodePtr& number) {
     if (IsFunctionName(name)) return Call(name);
     if (CompareFolded(name, _T("PI")) == 0) return Number(3.1415926536);
-    if (e_.judge) {
-      if (!e_.judge(name)) {
+    if (e_.resolver) {
+      if (!e_.resolver(name)) {
         e_.var_list = name;
         throw Failure{};
       }

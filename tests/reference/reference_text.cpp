@@ -46,7 +46,7 @@ int NeededPlaces(double value, int digits) {
   return -1;
 }
 
-// The power of ten of a decimal text's first digit other than 0: tells an overflow from an underflow.
+// The power of ten of a decimal text's first digit other than 0: distinguishes an overflow from an underflow.
 bool IsHuge(const std::string& number) {
   const std::size_t e = number.find('e');
   const std::string mantissa = number.substr(0, e);

@@ -48,7 +48,7 @@ std::string Shown(const CalculatorCase& made) {
   for (const Text& name : made.keywords) out += " \"" + Shown(name) + "\"";
   for (const CalculatorCase::Round& round : made.rounds) {
     out += round.clear_values ? "\n  values cleared;" : "\n ";
-    out += round.set_formula ? " formula \"" + Shown(round.formula) + "\"" : " formula left as worked";
+    out += round.set_formula ? " formula \"" + Shown(round.formula) + "\"" : " formula left as evaluated";
     for (const auto& [name, value] : round.values) out += ", \"" + Shown(name) + "\" = " + ShownNumber(value);
   }
   return out;
@@ -60,8 +60,8 @@ std::string Shown(const RewritingCase& made) {
          "\", flags " + (made.first_flag ? "true " : "false ") + (made.second_flag ? "true" : "false");
 }
 
-Text ShrunkFormula(Text formula, bool judged, const std::vector<Text>& names) {
-  ShrinkText(formula, [&] { return !ParserDifference(formula, judged, names).empty(); });
+Text ShrunkFormula(Text formula, bool resolves, const std::vector<Text>& names) {
+  ShrinkText(formula, [&] { return !ParserDifference(formula, resolves, names).empty(); });
   return formula;
 }
 

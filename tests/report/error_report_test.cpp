@@ -127,7 +127,7 @@ TEST_F(ErrorReport, StackReportGetsItsRecord) {
   std::int32_t line = 0;
   std::memcpy(&line, &record[56], 4);
   EXPECT_EQ(line, -7);
-  // All but what is told is zero.
+  // All but what is reported is zero.
   std::memset(&record[40], 0, 20);
   std::vector<BYTE> rest(72, 0);
   rest[0] = 72;
@@ -136,7 +136,7 @@ TEST_F(ErrorReport, StackReportGetsItsRecord) {
   EXPECT_EQ(record, rest);
 }
 
-TEST_F(ErrorReport, DamagedProjectIsToldInItsOwnWords) {
+TEST_F(ErrorReport, DamagedProjectIsReportedInItsOwnWords) {
   for (const LPCTSTR text :
        {_T("database disk image is malformed"), _T("SQL: database disk image is malformed!")}) {
     machine_.files.Put(kLog, "");
@@ -245,10 +245,10 @@ TEST_F(ErrorReport, ADialogThatNobodySeesIsAMessage) {
   ReportText(_T("x"));
   EXPECT_EQ(Log(), "(no such file)");
   ASSERT_EQ(machine_.dialogs.messages.size(), 1U);
-  const MessageRequest& told = machine_.dialogs.messages[0];
-  EXPECT_EQ(Utf8(told.caption), "错误提示");
-  EXPECT_EQ(told.style, kIconError);
-  EXPECT_EQ(Utf8(told.text),
+  const MessageRequest& reported = machine_.dialogs.messages[0];
+  EXPECT_EQ(Utf8(reported.caption), "错误提示");
+  EXPECT_EQ(reported.style, kIconError);
+  EXPECT_EQ(Utf8(reported.text),
             "x\n错误发生的模块是:C:\\Suite\\suite.exe\n版本信息:10.0.1\n发生错误文件的位置为: a.cpp, 第 5行\n"
             "剩余内存空间: 2048KB");
 }

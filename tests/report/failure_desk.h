@@ -10,7 +10,7 @@
 
 namespace lorv::test {
 
-// A machine and a desktop in memory, on which dialogs are opened and worked by steps.
+// A machine and a desktop in memory, on which dialogs are opened and used by steps.
 class FailureDesk : public lorv_test::Desk {
  protected:
   FailureDesk() {

@@ -31,14 +31,14 @@ TEST(CornerAddress, TheLargestRowHasANumber) {
   EXPECT_EQ(Address(std::numeric_limits<int>::max(), 0), "A2147483648");
 }
 
-struct Judged {
+struct NumberCase {
   const char* text;
   int numeric;
   long long decimals;  // -7: left as they were
 };
 
-TEST(PlainNumber, IsJudgedByItsCharacters) {
-  const Judged cases[] = {
+TEST(PlainNumber, IsRecognisedByItsCharacters) {
+  const NumberCase cases[] = {
       {"", 0, -7},
       {"0", 1, -7},
       {"007", 0, -7},
@@ -65,7 +65,7 @@ TEST(PlainNumber, IsJudgedByItsCharacters) {
       {"100000000000000000000", 1, 0},
       {"墙", 0, -7},
   };
-  for (const Judged& each : cases) {
+  for (const NumberCase& each : cases) {
     __int64 decimals = -7;
     EXPECT_EQ(OpenExchange().IsNumeric(CString::FromUtf8(each.text), decimals), each.numeric) << each.text;
     EXPECT_EQ(decimals, each.decimals) << each.text;

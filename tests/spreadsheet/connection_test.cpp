@@ -180,7 +180,7 @@ TEST_F(Connection, ANameIsFoundEqualOrContained) {
   EXPECT_EQ(Find("c:\\house.xls"), CONNECT_EXCEL);
   EXPECT_EQ(Find("x.csv"), CONNECT_ET);
   EXPECT_EQ(NameOf(book), "C:\\Temp\\x.csv - WPS");
-  // Containment tells letter case: nothing is sought, so the two are offered in the end.
+  // Containment distinguishes letter case: nothing is sought, so the two are offered in the end.
   EXPECT_EQ(Find("X.CSV"), CONNECT_EXCEL);
   EXPECT_EQ(system.offered, (Texts{"C:\\HOUSE.XLS", "C:\\Temp\\x.csv - WPS"}));
 }
@@ -331,7 +331,7 @@ TEST_F(Connection, AProgramThatTheUserChoosesIsRunWithTheFileWithoutQuotes) {
   EXPECT_EQ(Utf8(machine.dialogs.messages[0].text), "找不到Excel,请选择Excel程序文件路径:");
 }
 
-TEST_F(Connection, ACancelledChoiceStillSearchesAndTellsASecondTime) {
+TEST_F(Connection, ACancelledChoiceStillSearchesAndReportsASecondTime) {
   CAdExcel2GridEx exchange;
   EXPECT_FALSE(exchange.ToExcel());
   EXPECT_EQ(system.walks, 1000);

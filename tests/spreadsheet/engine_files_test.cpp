@@ -26,7 +26,7 @@ constexpr LPCTSTR kPath = _T("C:\\f.xlsx");
 
 class EngineFiles : public test::ExchangeDesk {
  protected:
-  // What the user is told when the file is read; empty where it is read.
+  // The message to the user when the file is read; empty where it is read.
   static std::string Refusal() {
     try {
       book = ReadWorkbook(kPath);
@@ -510,7 +510,7 @@ TEST_P(RoundTrip, WhatGoesOutComesBackByTheRulesOfCells) {
   EXPECT_TRUE(machine.dialogs.messages.empty());
 }
 
-TEST_P(RoundTrip, ATextThatIsTooLongIsToldAndNotCut) {
+TEST_P(RoundTrip, ATextThatIsTooLongIsReportedAndNotCut) {
   const ScopedSpreadsheet plain(engine);
   test::OpenExchange out;
   CXArrayDBToArray table;
@@ -521,7 +521,7 @@ TEST_P(RoundTrip, ATextThatIsTooLongIsToldAndNotCut) {
   EXPECT_EQ(Messages(), Texts{"文字超过32767个字符，无法写入单元格。"});
 }
 
-TEST_P(RoundTrip, ANumberWithoutEndIsTold) {
+TEST_P(RoundTrip, ANumberWithoutEndIsReported) {
   const ScopedSpreadsheet plain(engine);
   test::OpenExchange out;
   out.SetArray(test::TextTable({{std::string(400, '9')}}));

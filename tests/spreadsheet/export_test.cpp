@@ -259,7 +259,7 @@ TEST_F(Export, ProgramsEndOnlyAfterSavingUnseen) {
   EXPECT_EQ(last("", false, true), "0100");
 }
 
-TEST_F(Export, AFailureOfTheProgramIsToldInItsOwnWords) {
+TEST_F(Export, AFailureOfTheProgramIsReportedInItsOwnWords) {
   OpenExchange exchange;
   exchange.SetArray(TextTable({{"a"}}));
   EXPECT_FALSE(exchange.ToExcel(CString(), false, true, 1, 1, false, _T("a/b"), 0, 0));
@@ -300,7 +300,7 @@ class ThrowingSystem : public engine::EngineSystem {
   std::unique_ptr<RunningObjects> EnumRunning() override { throw 5; }
 };
 
-TEST_F(Export, AnyOtherFailureIsToldInGeneralWords) {
+TEST_F(Export, AnyOtherFailureIsReportedInGeneralWords) {
   ThrowingSystem system;
   const ScopedSpreadsheet scope(system);
   OpenExchange exchange;

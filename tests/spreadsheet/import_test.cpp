@@ -173,12 +173,12 @@ TEST_F(Import, CellsArriveAsTheTextsThatAreSeen) {
   EXPECT_EQ(exchange.GetArray().GetValue(1, 4).vt, VT_BSTR);
 }
 
-TEST_F(Import, WithoutAProgramTheUserIsTold) {
+TEST_F(Import, WithoutAProgramTheUserSeesAMessage) {
   EXPECT_FALSE(exchange.FromExcel());
   EXPECT_EQ(Messages(), Texts{"没有打开 excel 程序!"});
 }
 
-TEST_F(Import, WithoutAnActiveSheetTheUserIsTold) {
+TEST_F(Import, WithoutAnActiveSheetTheUserSeesAMessage) {
   const auto book = OpenedBook();
   book->sheets.clear();
   EXPECT_TRUE(exchange.FromExcel());
@@ -313,7 +313,7 @@ TEST_F(Import, ASheetThatIsTooLargeRepeatsTheTableBeforeIt) {
   EXPECT_EQ(Messages().size(), 1U);
 }
 
-TEST_F(Import, AMissingFileIsToldAndGivesNothing) {
+TEST_F(Import, AMissingFileIsReportedAndGivesNothing) {
   EXPECT_EQ(Load(0), 0);
   EXPECT_EQ(Messages(), Texts{"找不到文件“C:\\in.xlsx”。"});
   EXPECT_TRUE(tables.empty());

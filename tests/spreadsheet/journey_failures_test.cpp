@@ -5,8 +5,8 @@
 #include "spreadsheet/servers/engine/cell_values.h"
 #include "tests/spreadsheet/exchange_desk.h"
 
-// Of each journey through a program each call fails in turn, by both kinds of failure: the user is told once,
-// every object is given back, and nothing stays busy.
+// Of each journey through a program each call fails in turn, by both kinds of failure: the user gets one
+// message, every object is given back, and nothing stays busy.
 
 namespace lorv {
 namespace {

@@ -100,8 +100,8 @@ TEST_F(PackedBombs, SheetsThatNameOnePartAgainAndAgainAreCountedEach) {
   EXPECT_EQ(Refusal(archive), kTooLarge);
 }
 
-// What cannot be read is told by the exchange, and no workbook stays open.
-TEST_F(PackedBombs, TheUserIsToldOfABomb) {
+// What cannot be read is reported by the exchange, and no workbook stays open.
+TEST_F(PackedBombs, TheUserIsReportedABomb) {
   std::string archive = Archive(3, "<worksheet/>");
   Claim(archive, 0x60000000U);
   machine.files.Put(kPath, archive);

@@ -180,17 +180,17 @@ class SavedWorkbook : public WholeWorkbook {
 };
 
 TEST_F(SavedWorkbook, ProgressGoesUpToAllCells) {
-  std::vector<std::uint64_t> told;
+  std::vector<std::uint64_t> reported;
   EXPECT_TRUE(book.Save(kPath, [&](std::uint64_t cells, std::uint64_t all) {
     EXPECT_EQ(all, 15000U);
-    told.push_back(cells);
+    reported.push_back(cells);
     return true;
   }));
-  EXPECT_GT(told.size(), 12U);
-  EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
-  EXPECT_EQ(told.back(), 15000U);
+  EXPECT_GT(reported.size(), 12U);
+  EXPECT_TRUE(std::is_sorted(reported.begin(), reported.end()));
+  EXPECT_EQ(reported.back(), 15000U);
   EXPECT_EQ(WorkbookFile(kPath).RowCount(2), 5000);
-  // What is told changes nothing in the file.
+  // What is reported changes nothing in the file.
   EXPECT_EQ(machine.files.BytesOf(kPath).size(), book.Bytes().size());
 }
 

@@ -10,8 +10,8 @@
 namespace lorv::engine {
 namespace {
 
-// Writes down what is told of a document.
-class Told : public XmlHandler {
+// Writes down what is reported of a document.
+class Report : public XmlHandler {
  public:
   void Start(std::string_view name, XmlAttributes /*attributes*/) override {
     text += "<" + std::string(name);
@@ -24,16 +24,16 @@ class Told : public XmlHandler {
 
 constexpr const char* kInvalid = "工作簿文件已损坏：其中的XML无效。";
 
-// What is told of a document that comes in blocks of a size; the refusal where it is refused.
+// What is reported of a document that comes in blocks of a size; the refusal where it is refused.
 std::string Read(const std::string& document, std::size_t block) {
-  Told told;
-  XmlFeed feed(told);
+  Report reported;
+  XmlFeed feed(reported);
   try {
     for (std::size_t at = 0; at < document.size(); at += block) {
       feed.Feed(std::string_view(document).substr(at, block));
     }
     feed.Finish();
-    return told.text;
+    return reported.text;
   } catch (COleDispatchException* failure) {
     std::string text = test::Utf8(failure->m_strDescription);
     failure->Delete();

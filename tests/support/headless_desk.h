@@ -8,7 +8,7 @@
 #include "framework/windows/controls.h"
 #include "platform/headless/desktop/headless_desktop.h"
 
-// A headless desktop in force for one test, with a top window that notes what it is told.
+// A headless desktop in force for one test, with a top window that notes its messages.
 namespace lorv_test {
 
 class NotingWindow : public CWnd {

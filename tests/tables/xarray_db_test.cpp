@@ -37,7 +37,7 @@ TEST(CXArrayDBToArray, FoundRowIsAnInt) {
   static_assert(std::is_same_v<decltype(CXArrayDBToArray().FindVal(0, _variant_t())), int>);
 }
 
-// Equal texts are found by a way of their own: it tells what comparing tells.
+// Equal texts are found by a way of their own: it gives what comparing gives.
 TEST(CXArrayDBToArray, TextsAreFoundAsTheyCompare) {
   std::mt19937 random(7);
   const TCHAR units[] = {'a', 'A', 'b', '_', 0, 0x5899, '@', 'z', 'Z', '{'};
@@ -184,7 +184,7 @@ TEST(CXArrayDBToArray, ClearGoesByTheDeclaredWidth) {
   EXPECT_EQ(empty.GetCount(1), 0);
 }
 
-TEST(CXArrayDBToArray, FindValTellsTagsAndNotCase) {
+TEST(CXArrayDBToArray, FindValDistinguishesTagsAndNotCase) {
   const CXArrayDBToArray table = Column({_T("5"), _T("abc"), 5.0, 5L});
   EXPECT_EQ(table.FindVal(0, _variant_t(5L)), 3);
   EXPECT_EQ(table.FindVal(0, _variant_t(_T("ABC"))), 1);
@@ -216,7 +216,7 @@ TEST(CXArrayDBToArray, FindStaysInsideTheTable) {
   EXPECT_EQ(table.Find(0, -1, nothing, 0, 1, 0), -1);
 }
 
-TEST(CXArrayDBToArray, FindTellsCaseForTwoValueTypes) {
+TEST(CXArrayDBToArray, FindDistinguishesCaseForTwoValueTypes) {
   const CXArrayDBToArray table = Column({_T("abc"), _T("ABC")});
   const _variant_t upper(_T("ABC"));
   EXPECT_EQ(table.Find(0, 0, upper, 0, 1, 10), 1);

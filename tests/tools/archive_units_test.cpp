@@ -91,7 +91,7 @@ class ArchiveVerbs : public testing::Test {
   ScopedPlatform scope_{machine_.Ports()};
 };
 
-TEST_F(ArchiveVerbs, UnreadableFoldersAndFilesAreToldAndTheRestIsPacked) {
+TEST_F(ArchiveVerbs, UnreadableFoldersAndFilesAreReportedAndTheRestIsPacked) {
   machine_.files.Put(_T("p\\a.txt"), "a");
   machine_.files.Put(_T("p\\shut\\b.txt"), "b");
   machine_.files.Put(_T("p\\c.txt"), "c");

@@ -6,7 +6,7 @@
 namespace lorv::test {
 namespace {
 
-// What the verbs for archives and single files tell programs, over files in memory.
+// What the verbs for archives and single files print for programs, over files in memory.
 class ArchiveJson : public testing::Test {
  protected:
   ArchiveJson() {
@@ -22,7 +22,7 @@ bool Has(const std::string& text, const std::string& piece) {
   return text.find(piece) != std::string::npos;
 }
 
-TEST_F(ArchiveJson, PackTellsWhatWentInAndWhatDidNot) {
+TEST_F(ArchiveJson, PackReportsWhatWentInAndWhatDidNot) {
   const ToolRun whole = RunTool({"pack", "-j", "x.zip", "p/a.txt", "p/b.txt"});
   EXPECT_EQ(whole.code, 0);
   EXPECT_EQ(whole.out, "{\n  \"archive\": \"x.zip\",\n  \"entries\": 2,\n  \"left_out\": []\n}\n");
@@ -43,7 +43,7 @@ TEST_F(ArchiveJson, PackRefusesTwoThingsOnStandardOutput) {
   EXPECT_EQ(RunTool({"squeeze", "--json", "p/a.txt", "--out", "-"}).code, 2);
 }
 
-TEST_F(ArchiveJson, ListTellsSizesTimesAndFaults) {
+TEST_F(ArchiveJson, ListReportsSizesTimesAndFaults) {
   ASSERT_EQ(RunTool({"pack", "x.zip", "p/a.txt"}).code, 0);
   const ToolRun run = RunTool({"list", "--json", "x.zip"});
   EXPECT_EQ(run.code, 0);
@@ -67,7 +67,7 @@ TEST_F(ArchiveJson, TestNamesWhatIsDamaged) {
   EXPECT_TRUE(Has(RunTool({"test", "x.zip", "--lang", "zh"}).out, "2个条目,1个损坏\n"));
 }
 
-TEST_F(ArchiveJson, UnpackTellsWhatWasLeftOut) {
+TEST_F(ArchiveJson, UnpackReportsWhatWasLeftOut) {
   ASSERT_EQ(RunTool({"pack", "x.zip", "p/a.txt", "p/b.txt"}).code, 0);
   const ToolRun whole = RunTool({"unpack", "-j", "x.zip", "-t", "q"});
   EXPECT_EQ(whole.out,
@@ -82,7 +82,7 @@ TEST_F(ArchiveJson, UnpackTellsWhatWasLeftOut) {
   EXPECT_EQ(machine_.files.BytesOf(_T("r\\p\\a.txt")), std::string(1000, 'a'));
 }
 
-TEST_F(ArchiveJson, SqueezeAndExpandTellBothSizes) {
+TEST_F(ArchiveJson, SqueezeAndExpandReportBothSizes) {
   const ToolRun squeezed = RunTool({"squeeze", "--json", "p/a.txt"});
   EXPECT_EQ(squeezed.code, 0);
   EXPECT_TRUE(Has(squeezed.out, "\"size\": 1000,\n  \"made\": \"p/a.txt.lzari\",\n  \"made_size\": "))
@@ -92,7 +92,7 @@ TEST_F(ArchiveJson, SqueezeAndExpandTellBothSizes) {
 }
 
 // Faults of archives in the language of the user.
-TEST_F(ArchiveJson, FaultsAreToldInChinese) {
+TEST_F(ArchiveJson, FaultsAreReportedInChinese) {
   machine_.files.Put(_T("no.zip"), "this is no archive");
   EXPECT_EQ(RunTool({"list", "no.zip", "--lang", "zh"}).err,
             "lorv: \"no.zip\": 这不是ZIP压缩包,或结尾不完整\n");

@@ -53,14 +53,14 @@ const Case kCases[] = {
      "--suite和--any-zero不能同用"},
 };
 
-TEST(ArgumentFault, IsToldInTheLanguageSpoken) {
+TEST(ArgumentFault, IsReportedInTheLanguageSpoken) {
   for (const Case& one : kCases) {
     const std::string& verb = one.words[0];
     const ToolRun english = RunTool(one.words);
     EXPECT_EQ(english.code, 2) << one.english;
     EXPECT_EQ(english.out, "");
     EXPECT_EQ(english.err,
-              "lorv: " + std::string(one.english) + "\n`lorv " + verb + " --help` tells what it takes\n");
+              "lorv: " + std::string(one.english) + "\n`lorv " + verb + " --help` shows what it takes\n");
     std::vector<std::string> words = {"--lang", "zh"};
     words.insert(words.end(), one.words.begin(), one.words.end());
     const ToolRun chinese = RunTool(words);
@@ -72,7 +72,7 @@ TEST(ArgumentFault, IsToldInTheLanguageSpoken) {
 TEST(ArgumentFault, HeaderExample) {
   EXPECT_EQ(RunTool({"calc", "1", "--jsn"}).err,
             "lorv: there is no option \"--jsn\" here; did you mean --json?\n"
-            "`lorv calc --help` tells what it takes\n");
+            "`lorv calc --help` shows what it takes\n");
 }
 
 // Behind "--" nothing is an option, and a formula may begin with a dash.

@@ -21,7 +21,7 @@ GRIDS = ["grid-zh", "grid-en"]
 
 def run(*words, folder=None, env=None):
     done = subprocess.run(COMMAND + list(words), capture_output=True, timeout=300, cwd=folder, env=env)
-    # The emulator's services may end badly as they start; that is theirs to tell, and no affair of the program's.
+    # The emulator's services may end badly as they start; that is theirs to report, and no affair of the program's.
     lines = done.stderr.decode("utf-8").splitlines(keepends=True)
     return done.returncode, done.stdout.decode("utf-8"), "".join(line for line in lines if not line.startswith("wine: "))
 

@@ -71,7 +71,8 @@ TEST(EventText, AnswersStandInBracketsAsTheyAre) {
 
 TEST(EventText, NoiseIsWhatComesWithPaintingAndMoving) {
   for (const DISPID noise : {-606, 36, 38, 51}) EXPECT_TRUE(IsNoise(noise)) << noise;
-  for (const DISPID told : {-600, -605, 5, 10, 11, 26, 40, 63}) EXPECT_FALSE(IsNoise(told)) << told;
+  for (const DISPID reported : {-600, -605, 5, 10, 11, 26, 40, 63})
+    EXPECT_FALSE(IsNoise(reported)) << reported;
 }
 
 class EventWindows : public lorv_test::Desk {

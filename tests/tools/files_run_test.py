@@ -104,7 +104,7 @@ class Outputs(Scratch):
 
     def test_full_device_is_told(self):
         for words, _ in self.each("/dev/full", force=()):
-            # The codec tells any failure of its target in its own words.
+            # The codec reports any failure of its target in its own words.
             self.assertRegex(run(*words, code=2)[1], "full|no more room")
 
     def test_force_leaves_devices_alone(self):

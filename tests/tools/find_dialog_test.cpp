@@ -45,7 +45,7 @@ TEST_F(FindDialogs, OpenByTheirKeysAndFindByReturn) {
   EXPECT_FALSE(window->Table().IsChanged());
 }
 
-TEST_F(FindDialogs, TellThatNothingWasFound) {
+TEST_F(FindDialogs, ReportThatNothingWasFound) {
   Open("a\nC30\n");
   PressControl('H');
   EXPECT_EQ(CWnd::GetFocus(), Finder().GetDlgItem(kReplaceText));

@@ -7,7 +7,7 @@
 #include "tools/lorv/formula/circle_number.h"
 #include "tools/lorv/formula/formula_digits.h"
 #include "tools/lorv/formula/name_values.h"
-#include "tools/lorv/takeoff/evaluate/component_worker.h"
+#include "tools/lorv/takeoff/evaluate/component_evaluator.h"
 #include "tools/lorv/takeoff/input/class_selector.h"
 #include "tools/lorv/takeoff/input/rules_file.h"
 #include "tools/lorv/takeoff/plan/bound_formula.h"
@@ -179,19 +179,19 @@ Symbol Lookup(const CString& key) {
   return {};
 }
 
-Outcome WorkOf(const char* formula, std::optional<double> instead = {}) {
+Outcome OutcomeOf(const char* formula, std::optional<double> instead = {}) {
   BoundFormula bound(CString::FromUtf8(formula), Lookup);
   Values values;
-  return bound.Work(values, instead);
+  return bound.Evaluate(values, instead);
 }
 
 TEST(BoundFormula, WorksNamesThatThePlainTextWouldConfuse) {
-  EXPECT_EQ(WorkOf("墙+墙长").value, 6) << "one name within the other";
-  EXPECT_EQ(WorkOf("墙+墙+墙+墙").value, 24) << "values shorter than their names";
-  EXPECT_EQ(WorkOf("2墙").value, 12);
-  EXPECT_EQ(WorkOf("R*1000").value, 0.0123456789 * 1000) << "what was calculated keeps its digits";
-  EXPECT_EQ(WorkOf("C*1000000000").value, 1);
-  EXPECT_EQ(WorkOf("FIND(T,'砖')").value, 4);
+  EXPECT_EQ(OutcomeOf("墙+墙长").value, 6) << "one name within the other";
+  EXPECT_EQ(OutcomeOf("墙+墙+墙+墙").value, 24) << "values shorter than their names";
+  EXPECT_EQ(OutcomeOf("2墙").value, 12);
+  EXPECT_EQ(OutcomeOf("R*1000").value, 0.0123456789 * 1000) << "what was calculated keeps its digits";
+  EXPECT_EQ(OutcomeOf("C*1000000000").value, 1);
+  EXPECT_EQ(OutcomeOf("FIND(T,'砖')").value, 4);
 }
 
 TEST(BoundFormula, FaultsStandInTheFormulaAsTyped) {
@@ -211,8 +211,8 @@ TEST(BoundFormula, FaultsStandInTheFormulaAsTyped) {
       {"墙.5", 1, 1, "'.' does not belong in a formula"},
   };
   for (const auto& row : rows) {
-    const Outcome outcome = WorkOf(row.formula);
-    EXPECT_NE(outcome.state, Outcome::kWorked) << row.formula;
+    const Outcome outcome = OutcomeOf(row.formula);
+    EXPECT_NE(outcome.state, Outcome::kEvaluated) << row.formula;
     EXPECT_EQ(outcome.fault.position, row.position) << row.formula;
     EXPECT_EQ(outcome.fault.length, row.length) << row.formula;
     EXPECT_EQ(outcome.fault.message, row.message) << row.formula;
@@ -220,21 +220,21 @@ TEST(BoundFormula, FaultsStandInTheFormulaAsTyped) {
 }
 
 TEST(BoundFormula, MissingValueMayCountAsANumber) {
-  EXPECT_EQ(WorkOf("墙+NO", 2).value, 8);
-  EXPECT_EQ(WorkOf("墙+NO").state, Outcome::kMissing);
+  EXPECT_EQ(OutcomeOf("墙+NO", 2).value, 8);
+  EXPECT_EQ(OutcomeOf("墙+NO").state, Outcome::kMissing);
 }
 
 TEST(BoundFormula, LengthLimitIsThatOfTheCalculator) {
   const auto padded = [](std::size_t units) { return "墙" + std::string(units - 3, ' ') + "+1"; };
-  EXPECT_EQ(WorkOf(padded(1022).c_str()).state, Outcome::kWorked);
-  EXPECT_EQ(WorkOf(padded(1023).c_str()).state, Outcome::kWorked);
-  EXPECT_EQ(WorkOf(padded(1024).c_str()).state, Outcome::kFaulty);
+  EXPECT_EQ(OutcomeOf(padded(1022).c_str()).state, Outcome::kEvaluated);
+  EXPECT_EQ(OutcomeOf(padded(1023).c_str()).state, Outcome::kEvaluated);
+  EXPECT_EQ(OutcomeOf(padded(1024).c_str()).state, Outcome::kFaulty);
 }
 
 TEST(BoundFormula, ShowsTheFormulaWithItsValues) {
   BoundFormula bound(CString::FromUtf8("2墙*R-FIND(T,'砖')+(墙长)"), Lookup);
   Values values;
-  EXPECT_EQ(test::Utf8(bound.Worked(values, {})), "2*6*0.0123456789-FIND('24\"砖墙','砖')+(0)");
+  EXPECT_EQ(test::Utf8(bound.TextWithValues(values, {})), "2*6*0.0123456789-FIND('24\"砖墙','砖')+(0)");
 }
 
 // Each way of putting values in gives what it says.
@@ -245,9 +245,9 @@ TEST(BoundFormula, SuiteValuesHaveThreeDecimals) {
   } fine;
   BoundFormula exact(CString::FromUtf8("墙*1000"), Lookup);
   BoundFormula suite(CString::FromUtf8("墙*1000"), Lookup, {}, ValueDigits::kSuite);
-  EXPECT_EQ(exact.Work(fine, {}).value, 0.4);
-  EXPECT_EQ(suite.Work(fine, {}).value, 0);
-  EXPECT_EQ(suite.WorkExactly(fine, {}).value, 0.4);
+  EXPECT_EQ(exact.Evaluate(fine, {}).value, 0.4);
+  EXPECT_EQ(suite.Evaluate(fine, {}).value, 0);
+  EXPECT_EQ(suite.EvaluateExactly(fine, {}).value, 0.4);
 }
 
 }  // namespace

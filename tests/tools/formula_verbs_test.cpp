@@ -62,7 +62,7 @@ TEST(CalcVerb, MarksTheFaultUnderTheFormulaAsTyped) {
   for (const Case& one : cases) Expect(one);
 }
 
-TEST(CalcVerb, NumberThatMeansSomethingElseIsTold) {
+TEST(CalcVerb, NumberThatMeansSomethingElseIsReported) {
   const Case cases[] = {
       {{"calc", "SQRT(-1)"},
        1,
@@ -80,7 +80,7 @@ TEST(CalcVerb, NumberThatMeansSomethingElseIsTold) {
   for (const Case& one : cases) Expect(one);
 }
 
-TEST(CalcVerb, SuiteValuesTellWhatTheyChange) {
+TEST(CalcVerb, SuiteValuesReportWhatTheyChange) {
   const ToolRun small = RunTool({"calc", "A*L", "A=0.0004", "L=1000", "--suite-values"});
   EXPECT_EQ(small.code, 1);
   EXPECT_EQ(small.out, "0\n");
@@ -226,7 +226,7 @@ TEST(CalcVerb, HostileFormulasEnd) {
   }
 }
 
-TEST(CheckVerb, TellsWhetherAFormulaIsFine) {
+TEST(CheckVerb, ReportsWhetherAFormulaIsFine) {
   const Case cases[] = {
       {{"check", "2*(L+B)*H"}, 0, "the formula is fine\n", ""},
       {{"check", "墙长*墙高", "墙长", "墙高"}, 0, "the formula is fine\n", ""},

@@ -36,7 +36,7 @@ class ImageVerb : public testing::Test {
   ScratchFolder folder_;
 };
 
-TEST_F(ImageVerb, TellsKindSizeFramesAndDelays) {
+TEST_F(ImageVerb, ReportsKindSizeFramesAndDelays) {
   EXPECT_EQ(RunTool({"image", Path("three.gif")}).out,
             "GIF, 2 x 1 pixels, 3 frames\n0\t2 x 1\t70 ms\n1\t2 x 1\t0 ms\n2\t2 x 1\t100 ms\n");
   EXPECT_EQ(RunTool({"image", Path("tall.bmp")}).out, "BMP, 10 x 20 pixels, 1 frames\n");
@@ -109,7 +109,7 @@ TEST_F(ImageVerb, SpeaksChinese) {
   EXPECT_EQ(run.out, "BMP, 10 x 20像素,1帧\n");
 }
 
-TEST_F(ImageVerb, RealAndDamagedImagesAreToldApart) {
+TEST_F(ImageVerb, RealAndDamagedImagesAreDistinguished) {
   const auto folder = FindData("images");
   if (!folder) return;
   EXPECT_EQ(RunTool({"image", (*folder / "gif/moon_impact.gif").string()}).out.substr(0, 3), "GIF");

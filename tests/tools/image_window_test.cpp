@@ -123,7 +123,7 @@ TEST_F(ImageWindows, EndWhileTheTipPlays) {
   }
 }
 
-TEST_F(ImageWindows, WhatIsNoImageIsTold) {
+TEST_F(ImageWindows, WhatIsNoImageIsReported) {
   EXPECT_THROW(ImageWindow("C:\\none.gif"), BadInput);
   EXPECT_THROW(ImageWindow("C:\\missing.gif"), BadInput);
 }

@@ -85,7 +85,7 @@ std::vector<std::string> CommandsOf(const std::string& help) {
   return commands;
 }
 
-// What --help tells in each language.
+// What --help prints in each language.
 TEST(Messages, HelpIsWholeInBothLanguages) {
   for (const tool::VerbGroup& group : tool::AllVerbs()) {
     for (const tool::Verb& verb : group.verbs) {

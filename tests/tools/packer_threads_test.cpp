@@ -82,7 +82,7 @@ TEST(PackerThreads, TheArchiveIsThatOfOneFileAfterTheOther) {
   EXPECT_EQ(project.troubles.Count(), 0U);
 }
 
-TEST(PackerThreads, WhatVanishedIsToldAndWhatGrewIsPackedWhole) {
+TEST(PackerThreads, WhatVanishedIsReportedAndWhatGrewIsPackedWhole) {
   Project project;
   std::filesystem::remove(project.Folder() / Project::Name(7));
   const std::string grown(kLarge * 2, 'g');

@@ -76,7 +76,7 @@ TEST(PngFile, HoldsAlphaWhereItIsAskedFor) {
   EXPECT_EQ(opaque->Frame(0).pixels[0], 0xFFFF0000);
 }
 
-TEST(PngFile, AFolderThatIsNotThereIsToldByItsName) {
+TEST(PngFile, AFolderThatIsNotThereIsReportedByItsName) {
   const test::ScratchFolder folder;
   WritePng(folder.Path() / u8"图.png", {1, 1}, {0});
   EXPECT_EQ(test::ReadBytes(folder.Path() / u8"图.png"), PngOf({1, 1}, {0}));

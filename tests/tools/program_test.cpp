@@ -12,7 +12,7 @@ bool Has(const std::string& text, const std::string& piece) {
   return text.find(piece) != std::string::npos;
 }
 
-TEST(Program, WithoutArgumentsTellsWhatItIs) {
+TEST(Program, WithoutArgumentsReportsWhatItIs) {
   const ToolRun run = RunTool({});
   EXPECT_EQ(run.code, 0);
   EXPECT_TRUE(Has(run.out, "Usage: lorv VERB")) << run.out;
@@ -66,7 +66,7 @@ TEST(Program, HelpForAnUnknownVerbEndsWithTwo) {
   EXPECT_EQ(RunTool({"help", "measure"}).code, 2);
 }
 
-TEST(Program, HelpOfAVerbTellsOfItsOwnArgumentsOnly) {
+TEST(Program, HelpOfAVerbReportsItsOwnArgumentsOnly) {
   const ToolRun run = RunTool({"calc", "--help"});
   EXPECT_TRUE(Has(run.out, "--explain")) << run.out;
   EXPECT_FALSE(Has(run.out, "unpack")) << run.out;

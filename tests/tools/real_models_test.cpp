@@ -57,7 +57,7 @@ TEST(RealModels, AgreeAsOftenAsTheModelsAllow) {
     for (const auto& [relation, counts] : wanted) {
       ASSERT_TRUE(found.contains(relation)) << model << ": " << relation;
       EXPECT_EQ(found.at(relation).first, counts.first) << model << ": " << relation;
-      // Worked in millimetres, the three decimals cost no component.
+      // Evaluated in millimetres, the three decimals cost no component.
       EXPECT_EQ(found.at(relation).second, counts.second) << model << ": " << relation;
     }
   }

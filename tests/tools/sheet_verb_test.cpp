@@ -111,7 +111,7 @@ TEST_F(SheetVerb, AFileIsReplacedAsAWhole) {
   EXPECT_EQ(Bytes("t.csv"), "a\r\n");
 }
 
-TEST_F(SheetVerb, WhatCannotBeUsedIsTold) {
+TEST_F(SheetVerb, WhatCannotBeUsedIsReported) {
   Put("t.csv", "a\n");
   Put("bad.xlsx", "PK no archive");
   const ToolRun bad = RunTool({"sheet", Path("bad.xlsx")});

@@ -72,7 +72,7 @@ TEST_F(TableCommandsInUse, ColumnsAreFrozenAndFreedByTheMenu) {
 }
 
 // The rows below are made as a spreadsheet has them without end; columns are those of the file.
-TEST_F(TableCommandsInUse, PasteAddsRowsAndTellsWhatHasNoPlace) {
+TEST_F(TableCommandsInUse, PasteAddsRowsAndReportsWhatHasNoPlace) {
   Open("a,b\n1,2\n");
   TransferData copied;
   copied.SetText(_T("x\ty\tz\r\nu\tv\tw\r\n"));

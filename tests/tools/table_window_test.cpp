@@ -45,7 +45,7 @@ TEST_F(TableWindows, AltGrIsNotControl) {
   EXPECT_EQ(Bytes(), "a,b\n9,2\n");
 }
 
-TEST_F(TableWindows, TellWhyTheyCannotSave) {
+TEST_F(TableWindows, ReportWhyTheyCannotSave) {
   Open("a,b\n1,2\n");
   window->Table().SetValue(0, 0, _variant_t(_T("9")));
   Protect(true);
@@ -63,7 +63,7 @@ TEST_F(TableWindows, AskBeforeChangesAreLost) {
   dialogs.answer = kAnswerYes;
   Protect(true);
   Close();
-  // It could not be saved: told, and the window stays.
+  // It could not be saved: that is reported, and the window stays.
   EXPECT_EQ(dialogs.messages.size(), 2U);
   ASSERT_NE(window->m_hWnd, nullptr);
   Protect(false);

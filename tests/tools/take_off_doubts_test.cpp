@@ -73,7 +73,7 @@ TEST_F(TakeOffDoubts, RulesOfOtherClassesMayLeanOnAnyRowAbove) {
   const ToolRun run =
       Work("class,L\nW,2\n", "class,name,formula\n*,area,L*2\nDoor,frame,area*0.1\nW,q,area\n");
   EXPECT_EQ(run.code, 0) << run.err;
-  EXPECT_TRUE(Has(run.err, "frame was never worked: no component is of its classes")) << run.err;
+  EXPECT_TRUE(Has(run.err, "frame was never calculated: no component is of its classes")) << run.err;
 }
 
 TEST_F(TakeOffDoubts, RatiosAreLookedAt) {
@@ -91,14 +91,14 @@ TEST_F(TakeOffDoubts, RatiosAreLookedAt) {
 
 // ---- What the result would hide ----
 
-TEST_F(TakeOffDoubts, PartsThatAreNoNumberAreToldAndNotCounted) {
+TEST_F(TakeOffDoubts, PartsThatAreNoNumberAreReportedAndNotCounted) {
   const ToolRun run =
       Work("class,L\nW,0.5\nW,2\nW,3\n", "class,name,formula\nW,q,\"IIF(ASIN(L)>0,L,100)\"\n");
   EXPECT_EQ(run.code, 1);
   EXPECT_TRUE(Has(run.err,
                   "q: 'ASIN(L)' is no number, or too large for one, and the result would hide it\n"
                   "    IIF(ASIN(L)>0,L,100)\n        ^^^^^^^\n"
-                  "    not worked for 2 components, first line 3, W\n"))
+                  "    not calculated for 2 components, first line 3, W\n"))
       << run.err;
   EXPECT_TRUE(Has(run.out, "1  0.500")) << run.out;
 }

@@ -65,11 +65,11 @@ TEST_F(TakeOffRun, WhatIsMissingIsNamed) {
   EXPECT_TRUE(Has(run.err, "note: no rule is for the class \"X\" (2 components)")) << run.err;
   EXPECT_TRUE(
       Has(run.err,
-          "line 3, column 1: note: a was never worked: a row above of the same name always counts first"))
+          "line 3, column 1: note: a was never calculated: a row above of the same name always counts first"))
       << run.err;
-  EXPECT_TRUE(Has(run.err, "line 4, column 1: note: b was never worked: its condition never holds"))
+  EXPECT_TRUE(Has(run.err, "line 4, column 1: note: b was never calculated: its condition never holds"))
       << run.err;
-  EXPECT_TRUE(Has(run.err, "line 5, column 1: note: c was never worked: no component is of its classes"))
+  EXPECT_TRUE(Has(run.err, "line 5, column 1: note: c was never calculated: no component is of its classes"))
       << run.err;
   EXPECT_TRUE(Has(run.err, "line 6, column 8: d: a value is expected here, not '*'")) << run.err;
   EXPECT_TRUE(Has(run.err, "no component needed it")) << run.err;
@@ -92,7 +92,7 @@ TEST_F(TakeOffRun, RulesFitFilesThatLackColumns) {
   EXPECT_TRUE(
       Has(run.err, "line 4, column 1: note: b: nothing is named \"H\" here: its values count as missing"))
       << run.err;
-  EXPECT_TRUE(Has(run.err, "c was never worked: a value is always missing")) << run.err;
+  EXPECT_TRUE(Has(run.err, "c was never calculated: a value is always missing")) << run.err;
   EXPECT_EQ(Table("class,L\nW,2\n", "kind,class,name,formula,missing\n,W,a,L*B,1\n,W,b,L*H,3\n,W,d,L,\n"),
             "class,a,b,d,not worked\r\nW,2,6,2,\r\n");
   const ToolRun reported =

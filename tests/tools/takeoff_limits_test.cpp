@@ -58,9 +58,9 @@ TEST(TakeoffLimits, TotalsOfABill) {
   EXPECT_THROW(add(), tool::BadInput);
 }
 
-class ToldProblems : public testing::Test {
+class ReportedProblems : public testing::Test {
  protected:
-  ToldProblems() : rules_(OneRule()), problems_(rules_) {}
+  ReportedProblems() : rules_(OneRule()), problems_(rules_) {}
 
   static tool::RuleSet OneRule() {
     tool::RuleSet rules;
@@ -83,7 +83,7 @@ class ToldProblems : public testing::Test {
   std::size_t added_ = 0;
 };
 
-TEST_F(ToldProblems, StopAtTheirLimitAndAreCountedBeyond) {
+TEST_F(ReportedProblems, StopAtTheirLimitAndAreCountedBeyond) {
   Add(kMaxProblems - 1);
   EXPECT_EQ(problems_.List().size(), kMaxProblems - 1);
   Add(1);
@@ -92,7 +92,7 @@ TEST_F(ToldProblems, StopAtTheirLimitAndAreCountedBeyond) {
   Add(1);
   EXPECT_EQ(problems_.List().size(), kMaxProblems);
   EXPECT_NE(Printed().find("and 1 more problems of other kinds\n"), std::string::npos);
-  // What is told already still counts its components.
+  // What is reported already still counts its components.
   added_ = 0;
   Add(1);
   EXPECT_EQ(problems_.List()[0].components, 2);

@@ -35,7 +35,7 @@ void MakeArchive(const std::string& path) {
   WriteBytes(path, archive);
 }
 
-TEST(UnpackerThreads, ManyEntriesComeBackWholeAndTheDamagedOneIsTold) {
+TEST(UnpackerThreads, ManyEntriesComeBackWholeAndTheDamagedOneIsReported) {
   const ScratchFolder scratch;
   const std::string path = (scratch.Path() / "a.zip").string();
   MakeArchive(path);

@@ -47,7 +47,7 @@ TEST_F(WorkVerb, FullTableIsComponentsByQuantities) {
             "W,\"w,2\",2,,1,area\r\n");
 }
 
-TEST_F(WorkVerb, ProblemsAreToldOnceARuleAndStopNothing) {
+TEST_F(WorkVerb, ProblemsAreReportedOnceARuleAndStopNothing) {
   const ToolRun run =
       Work("class,name,storey,L,B\nW,w1,1,3,0.1\nW,w2,1,,2\nW,w3,1,x,2\nW,w4,1,,0\n",
            "class,name,unit,formula,condition\nW,qa,m2,L*Breite,\nW,qb,m2,(L*B,\nW,qc,m,1/B+L,\nW,qd,m,B,B>\n"
@@ -56,19 +56,19 @@ TEST_F(WorkVerb, ProblemsAreToldOnceARuleAndStopNothing) {
   EXPECT_EQ(run.err,
             "r.csv, line 2, column 9: qa: nothing is named \"Breite\" here\n"
             "    L*Breite\n      ^^^^^^\n"
-            "    not worked for 4 components, first line 2, W, w1, 1\n"
+            "    not calculated for 4 components, first line 2, W, w1, 1\n"
             "r.csv, line 3, column 9: qb: '(' is never closed\n"
             "    (L*B\n    ^\n"
-            "    not worked for 4 components, first line 2, W, w1, 1\n"
+            "    not calculated for 4 components, first line 2, W, w1, 1\n"
             "r.csv, line 4, column 8: qc: no value for \"L\"\n"
             "    1/B+L\n        ^\n"
-            "    not worked for 2 components, first line 3, W, w2, 1\n"
+            "    not calculated for 2 components, first line 3, W, w2, 1\n"
             "r.csv, line 4, column 8: qc: the value for \"L\" is no number\n"
             "    1/B+L\n        ^\n"
-            "    not worked for 1 component: line 4, W, w3, 1: column 8 holds \"x\"\n"
+            "    not calculated for 1 component: line 4, W, w3, 1: column 8 holds \"x\"\n"
             "r.csv, line 5, column 10: qd, its condition: the formula ends where a value is expected\n"
             "    B>\n      ^\n"
-            "    not worked for 4 components, first line 2, W, w1, 1\n");
+            "    not calculated for 4 components, first line 2, W, w1, 1\n");
   EXPECT_NE(run.out.find("qe        m     1                4   4.100"), std::string::npos) << run.out;
 }
 
@@ -77,7 +77,7 @@ TEST_F(WorkVerb, DivisionByZeroIsFoundWhereItStands) {
   EXPECT_EQ(run.code, 1);
   EXPECT_EQ(run.err,
             "r.csv, line 2, column 5: q: division by zero: '洞口' is 0\n    墙长/洞口\n         ^^^^\n"
-            "    not worked for 1 component: line 2, W\n");
+            "    not calculated for 1 component: line 2, W\n");
 }
 
 TEST_F(WorkVerb, SlipOfThePenIsAnsweredWithTheNameMeant) {
@@ -179,7 +179,7 @@ constexpr struct {
 } kBadFiles[] = {
     {"", kRules, "lorv: c.csv: the file is empty\n"},
     {"name,L\nx,1\n", kRules,
-     "lorv: c.csv, line 1, column 1: the header has no column class (类别): it tells which rules are "
+     "lorv: c.csv, line 1, column 1: the header has no column class (类别): it says which rules are "
      "for a "
      "component\n"},
     {"class,L,l\n", kRules, "lorv: c.csv, line 1, column 9: the column \"l\" stands here a second time\n"},
@@ -213,7 +213,7 @@ constexpr struct {
     {kComponents, "kind,class,name,formula\nconstant,,k,2\nconstant,,K,3\n,W,q,L\n",
      "lorv: r.csv, line 3, column 11: \"K\" is declared a second time\n"},
     {kComponents, "kind,class,name,formula\nconstant,,k,2+\n,W,q,L\n",
-     "lorv: r.csv, line 2, column 13: the constant k cannot be worked: the formula ends where a value "
+     "lorv: r.csv, line 2, column 13: the constant k cannot be calculated: the formula ends where a value "
      "is "
      "expected\n    2+\n      ^\n\n"},
 };
@@ -293,7 +293,7 @@ TEST_F(WorkVerb, ManyRowsAreWorkedInOrder) {
   EXPECT_DOUBLE_EQ(total, 20000 * 100.0);
 }
 
-TEST_F(WorkVerb, TellsRowsASecond) {
+TEST_F(WorkVerb, ReportsRowsASecond) {
   const ToolRun run = Work("class,L\n墙,1\n墙,2\n", "class,name,formula\n墙,a,L*2\n", {"--time", "--quiet"});
   EXPECT_EQ(run.code, 0);
   EXPECT_EQ(run.out, "");
@@ -310,7 +310,7 @@ TEST_F(WorkVerb, TellsRowsASecond) {
   EXPECT_EQ(word, " rows a second");
 }
 
-// More components than are worked ahead at a time: each of another kind, so that all ways to a result come
+// More components than are evaluated ahead at a time: each of another kind, so that all ways to a result come
 // together.
 TEST_F(WorkVerb, WorksManyComponentsAsOneByOne) {
   const char* const kKinds[] = {"2,0.5,3",          "2,,3",    "2,x,3", "0.3333,0.667,3", "0,0.25,3",

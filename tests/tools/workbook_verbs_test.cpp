@@ -81,7 +81,7 @@ TEST_F(WorkbookVerbs, CellsCountWithAllTheirDigits) {
   EXPECT_NE(run.out.find("1.234568"), std::string::npos) << run.out << run.err;
 }
 
-TEST_F(WorkbookVerbs, MistakesAreToldWithTheRowOfTheSheet) {
+TEST_F(WorkbookVerbs, MistakesAreReportedWithTheRowOfTheSheet) {
   WorkbookFile book;
   book.AddSheet(_T("a"));
   const std::vector<std::vector<LPCTSTR>> rows = {
@@ -184,7 +184,7 @@ TEST(SheetTable, CellsWithMarksComeThroughTheReader) {
   EXPECT_FALSE(reader.Next(row));
 }
 
-TEST(TableFile, AWorkbookIsToldByTheEndOfItsName) {
+TEST(TableFile, AWorkbookIsRecognisedByTheEndOfItsName) {
   EXPECT_TRUE(tool::NamesWorkbook("a.xlsx"));
   EXPECT_TRUE(tool::NamesWorkbook("A.XlSX"));
   EXPECT_TRUE(tool::NamesWorkbook(".xlsx"));

@@ -119,7 +119,7 @@ void TakePicture(const SampleGrid& sample, const fs::path& path) {
 void TakeProgress(const SampleProgress& sample, const std::string& folder, Console& console) {
   SIZE size = {0, 0};
   const std::vector<DWORD> pixels = PictureOfProgress(sample, size);
-  // Told and passed over: all other pictures are good.
+  // Reported and passed over: all other pictures are good.
   if (pixels.empty()) {
     console.err << "lorv-desk: no picture of " << sample.title << ": its window is the system's own\n";
     return;
@@ -175,7 +175,7 @@ void LayOver(Picture& below, const Picture& above) {
                 below.pixels.begin() + (top + y) * below.size.cx + left);
 }
 
-// The table as it is worked in: sorted, filtered, larger, with the text of a cell searched.
+// The table as it is used: sorted, filtered, larger, with the text of a cell searched.
 void TakeTableInUse(TableWindow& window, const fs::path& path) {
   EditedGrid& table = window.Table();
   TableCommands& commands = window.Commands();
@@ -342,11 +342,11 @@ int Run(std::vector<std::string> words, Console& console) {
     app.exit(answer, console.out, console.err);
     return kFine;
   } catch (const CLI::ParseError& wrong) {
-    throw BadInput(std::string(wrong.what()) + "\n`lorv-desk --help` tells what it takes");
+    throw BadInput(std::string(wrong.what()) + "\n`lorv-desk --help` shows what it takes");
   }
   if (!wishes.dialogs && !wishes.grid && !wishes.image && !wishes.events)
     throw BadInput(
-        "say what to show: --dialogs, --grid FILE, --images FILE or --events\n`lorv-desk --help` tells the "
+        "say what to show: --dialogs, --grid FILE, --images FILE or --events\n`lorv-desk --help` shows the "
         "rest");
   // Before any window is made: its words are taken as it opens.
   SpeakLanguage(LanguageByName(console.locale));

@@ -7,7 +7,7 @@
 #include "tools/lorv/text/nearest_word.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// Puts faults of arguments into words of the tool. The argument library tells the kind of a fault by its type
+// Puts faults of arguments into words of the tool. The argument library gives the kind of a fault by its type
 // and the rest in an English sentence only, so names and values are cut out of that sentence; a sentence of
 // another form stays as it is.
 
@@ -94,7 +94,7 @@ bool Is(const CLI::ParseError& wrong) {
 
 }  // namespace
 
-// The library tells the kind by the type alone: its names of faults are replaced by that of the verb.
+// The library gives the kind by the type alone: its names of faults are replaced by that of the verb.
 std::string ArgumentFault(const CLI::ParseError& wrong, const CLI::App& verb) {
   std::string text = WithoutShields(wrong.what());
   // An option that nobody knows is why the argument is missing, more often than not.

@@ -24,7 +24,7 @@ std::string MessageOf(CException& failure) {
 
 int GuardedRun(const std::string& program, Console& console, const std::function<int()>& work) {
   int code = kBadInput;
-  const auto tell = [&](const std::string& what) {
+  const auto report = [&](const std::string& what) {
     // What was done before the failure stands above it.
     console.out.flush();
     console.err << program << ": " << what << "\n";
@@ -32,9 +32,9 @@ int GuardedRun(const std::string& program, Console& console, const std::function
   try {
     code = work();
   } catch (const std::exception& wrong) {
-    tell(wrong.what());
+    report(wrong.what());
   } catch (CException* failure) {
-    tell(MessageOf(*failure));
+    report(MessageOf(*failure));
     failure->Delete();
   }
   console.out.flush();

@@ -18,8 +18,8 @@
 #include "tools/lorv/text/spoken_language.h"
 
 // The program from its words to its exit code: language, verb, arguments, work. Everything that can go wrong
-// leaves as an exception of one kind and is told at one place, so a script finds the same three exit codes
-// whatever it asked for.
+// leaves as an exception of one kind and is reported at one place, so a script finds the same three exit
+// codes whatever it asked for.
 
 namespace lorv::tool {
 namespace {
@@ -110,7 +110,7 @@ void Parse(Program& program, std::vector<std::string> words) {
 
 // --lang holds for the whole program and may stand anywhere in front of "--".
 void TakeLanguage(std::vector<std::string>& words, const Console& console) {
-  // The language of the user first, as a fault of --lang itself has to be told in some language.
+  // The language of the user first, as a fault of --lang itself has to be reported in some language.
   SpeakLanguage(LanguageByName(console.locale));
   for (std::size_t i = 0; i < words.size() && words[i] != "--"; ++i) {
     const bool joined = words[i].starts_with("--lang=");
@@ -126,10 +126,10 @@ void TakeLanguage(std::vector<std::string>& words, const Console& console) {
 }
 
 int Run(std::vector<std::string> words, Console& console) {
-  // Before anything is told on the error stream.
+  // Before anything is written on the error stream.
   UseColours(console.colours);
   TakeLanguage(words, console);
-  // With a pipe in front of it no session is meant: the help tells what a script forgot.
+  // With a pipe in front of it no session is meant: the help says what a script forgot.
   if (words.empty() && console.in_is_terminal) return RunSession(console);
   const std::vector<std::string> asked = HelpWords(words);
   Program program;
@@ -141,7 +141,7 @@ int Run(std::vector<std::string> words, Console& console) {
     return kFine;
   } catch (const CLI::ParseError& wrong) {
     throw BadInput(ArgumentFault(wrong, *program.app.get_subcommand(asked[0])) + "\n" +
-                   Say("`lorv {} --help` tells what it takes", {asked[0]}));
+                   Say("`lorv {} --help` shows what it takes", {asked[0]}));
   }
   return program.work(console);
 }

@@ -215,7 +215,7 @@ COMM_LORV_API UINT SysStringLen(BSTR text);
 COMM_LORV_API UINT SysStringByteLen(BSTR text);
 
 // Values: made empty, freed, copied with what they hold, copied with a reference followed, converted. A
-// result below 0 tells of a failure, which leaves the target as it was.
+// result below 0 is a failure, which leaves the target as it was.
 COMM_LORV_API void VariantInit(VARIANT* value);
 COMM_LORV_API HRESULT VariantClear(VARIANT* value);
 COMM_LORV_API HRESULT VariantCopy(VARIANT* target, const VARIANT* source);

@@ -1,6 +1,9 @@
 #include "framework/native/native_types.h"
 #include "framework/windows/menu_resources.h"
 
+// Menu templates from the resources that the linker put into a module: those of the program first, then
+// those of this library, as a program may bring its own menu under the same number.
+
 namespace lorv {
 namespace {
 

@@ -71,12 +71,12 @@ HWND HeadlessDesktop::Focus() const {
 
 void HeadlessDesktop::FocusChanged(HWND /*former*/) {
   elsewhere_ = false;
-  if (FocusedWindow() != nullptr) TellAccessible(FocusedWindow(), AccessEvent::Focus, 0);
+  if (FocusedWindow() != nullptr) ReportAccessible(FocusedWindow(), AccessEvent::Focus, 0);
 }
 
-void HeadlessDesktop::TellAccessible(HWND window, AccessEvent event, std::int64_t number) {
-  if (told_.size() == kMaxTold) told_.erase(told_.begin());
-  told_.push_back({window, event, number});
+void HeadlessDesktop::ReportAccessible(HWND window, AccessEvent event, std::int64_t number) {
+  if (reported_.size() == kMaxReports) reported_.erase(reported_.begin());
+  reported_.push_back({window, event, number});
 }
 
 void HeadlessDesktop::LeaveProgram() {
@@ -133,7 +133,7 @@ std::unique_ptr<Canvas> HeadlessDesktop::MakeCanvas(SIZE size) const {
   return std::make_unique<HeadlessCanvas>(std::move(surface), CRect(CPoint(0, 0), size));
 }
 
-void HeadlessDesktop::WorkMenuSteps() {
+void HeadlessDesktop::RunMenuSteps() {
   if (menu_steps_.empty()) return;
   // Taken out before it runs: a step may put in others.
   const std::function<void()> step = std::move(menu_steps_.front());
@@ -158,7 +158,7 @@ UINT HeadlessDesktop::Popup(const MenuModel& menu, POINT /*screen*/, UINT /*flag
   const LoopWithin loop(*this);
   menu_up_ = true;
   FirstFault fault;
-  fault.Run([this] { WorkMenuSteps(); });
+  fault.Run([this] { RunMenuSteps(); });
   menu_up_ = false;
   fault.Rethrow();
   // The end of the program closes a menu as it is.

@@ -19,7 +19,8 @@ namespace lorv {
 // A desktop in memory, alike at each run: windows, controls, queue, clock, menus and clipboard.
 //
 // The user's part is played by the calls of the second half: what they do waits in the queue as a key or
-//   click would, until the queue is worked (RunUntilIdle, or a modal dialog). Time passes by Advance only.
+//   click would, until messages are dispatched (RunUntilIdle, or a modal dialog). Time passes by Advance
+//   only.
 // Who waits with an empty queue gets the next step of WhenIdle; a modal dialog that no step answers is
 //   cancelled, a menu that has no answer is left without a choice.
 // Threads: as Desktop says.
@@ -56,28 +57,28 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   DROPEFFECT DragEffect() const { return drag_ == nullptr ? DROPEFFECT{DROPEFFECT_NONE} : drag_->Effect(); }
   bool Dragging() const { return drag_ != nullptr; }
   void AnswerMenu(UINT command) { menu_answers_.push_back(command); }
-  // Done while the next menu is up; what it posts is worked before the menu is answered.
+  // Done while the next menu is up; what it posts is dispatched before the menu is answered.
   void WhenMenu(std::function<void()> step) { menu_steps_.push_back(std::move(step)); }
   void WhenIdle(std::function<void()> step) { steps_.push_back(std::move(step)); }
   void RunUntilIdle();
-  void Advance(DWORD milliseconds);  // timers come due one by one, the queue is worked in between
+  void Advance(DWORD milliseconds);  // timers come due one by one, messages are dispatched in between
   std::vector<Drawn> Seen(HWND window) const;
   const std::vector<MenuModel>& ShownMenus() const { return shown_menus_; }
   // The focus goes to another program's window.
   void LeaveProgram();
   void SetLayouts(std::vector<HKL> layouts);
-  // What screen readers were told, the first first; the last kMaxTold of it.
-  struct Told {
+  // What screen readers were notified of, the first first; the last kMaxReports of it.
+  struct Report {
     HWND window;
     AccessEvent event;
     std::int64_t number;
-    bool operator==(const Told&) const = default;
+    bool operator==(const Report&) const = default;
   };
-  static constexpr std::size_t kMaxTold = 1024;
-  std::vector<Told> TakeTold() { return std::exchange(told_, {}); }
+  static constexpr std::size_t kMaxReports = 1024;
+  std::vector<Report> TakeReports() { return std::exchange(reported_, {}); }
   // Whether the steps of WhenIdle stand for somebody who sees the windows.
   void SetViewer(bool there) { viewer_ = there; }
-  // The screen becomes one of so many dots an inch: all windows are told.
+  // The screen becomes one of so many dots an inch: all windows are notified.
   void SetDpi(int dpi);
 
   HWND Focus() const override;
@@ -97,20 +98,20 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   bool SetClipboard(const TransferData& data) override;
   std::vector<BYTE> ClipboardBytes(const CString& format) const override { return clip_.Bytes(format); }
   DROPEFFECT Drag(const TransferData& content, DROPEFFECT allowed) override;
-  void TellAccessible(HWND window, AccessEvent event, std::int64_t number) override;
+  void ReportAccessible(HWND window, AccessEvent event, std::int64_t number) override;
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
   bool HasViewer() const override { return viewer_; }
   int Dpi() const override { return dpi_; }
 
   void Forget(HWND window) override;
-  void ControlChanged(HWND window, AccessEvent event) override { TellAccessible(window, event, 0); }
+  void ControlChanged(HWND window, AccessEvent event) override { ReportAccessible(window, event, 0); }
 
  protected:
   std::shared_ptr<WindowModel> MakeWindow(const WindowRequest& request, HWND handle) override;
   void Begin(WindowModel& window, const WindowRequest& request) override;
   void FocusChanged(HWND former) override;
   bool PumpOnce(bool wait) override;
-  bool WorkModal(HWND dialog) override;
+  bool DispatchModal(HWND dialog) override;
   void Translate(const MSG& message) override;
   int BarWidth() const override { return 16; }
   int CaptionHeight() const override { return 24; }
@@ -144,7 +145,7 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   bool PlayDrag(const Input& input);
   bool ComesToPress(HWND target, UINT message);
   bool Offers(const MenuModel& menu, UINT command) const;
-  void WorkMenuSteps();
+  void RunMenuSteps();
 
   mutable std::mutex mutex_;  // over ticks_, which any thread asks for
   DWORD ticks_ = 0;
@@ -167,7 +168,7 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   TransferData clip_;
   std::shared_ptr<DragModel> drag_;
   DROPEFFECT drag_result_ = DROPEFFECT_NONE;
-  std::vector<Told> told_;
+  std::vector<Report> reported_;
 };
 
 // The foreign handle that LeaveProgram leaves the focus with.

@@ -225,7 +225,7 @@ void HeadlessDesktop::PlayMouse(const Input& input) {
   if (input.message == WM_MOUSEWHEEL) return PlayWheel(input);
   const HWND captured = Capture();
   const HWND target = captured != nullptr ? captured : WindowAt(input.at);
-  // Before the press: entering and leaving are told first, as on the screen.
+  // Before the press: entering and leaving are reported first, as on the screen.
   Hover(target);
   if (!StillThere(target) || !ComesToPress(target, input.message)) return;
   const CPoint at = CPoint(input.at) - CSize(CPoint(At(target)->ClientOrigin()));

@@ -49,7 +49,7 @@ QWidget* MakeWidget(UINT type, QWidget* around) {
 QtButton::QtButton(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around)
     : ButtonBehaviour(desk, handle, request) {
   StartControl(MakeWidget(Type(), around));
-  // A press by a screen reader is a press of the message's, and radio buttons are told as such.
+  // A press by a screen reader is a press of the message's, and radio buttons are reported as such.
   MarkAccessible(*Widget(), handle);
   ShowState();
   ShowText();

@@ -29,7 +29,7 @@ QMenu& QtColumnMenu::AddColumn(bool with_line) {
   }
   // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): as its parent's child
   auto* const column = new QMenu(this);
-  // A menu is a window of its own unless told otherwise.
+  // A menu is a window of its own unless its flags say otherwise.
   column->setWindowFlags(Qt::Widget);
   column->installEventFilter(this);
   row->addWidget(column, 0, Qt::AlignTop);

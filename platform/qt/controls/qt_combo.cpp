@@ -12,7 +12,7 @@
 
 namespace lorv {
 
-// Tells when its list goes, however it goes.
+// Reports when its list goes, however it goes.
 class DropList : public QComboBox {
  public:
   using QComboBox::QComboBox;
@@ -69,7 +69,7 @@ void QtCombo::ShowDroppedWidth(UINT width) {
   list_.view()->setMinimumWidth(static_cast<int>(std::min(width, UINT{0x7FFF})));
 }
 
-// The list went by a click in it or beside it. Which of the two is known when the click is worked through.
+// The list went by a click in it or beside it. Which of the two is known when the click has been handled.
 void QtCombo::ListClosed() {
   if (!Dropped()) return;
   Home().Mailbox()->Leave([&desk = Home(), handle = Handle()] {

@@ -5,7 +5,7 @@
 namespace lorv {
 
 // A window that the widget set draws. Where its window class handles WM_PAINT without asking for the default
-// conduct, the class's own drawing is shown instead.
+// behaviour, the class's own drawing is shown instead.
 class QtControl : public QtWindow {
  public:
   using QtWindow::QtWindow;

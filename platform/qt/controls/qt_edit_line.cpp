@@ -19,7 +19,8 @@ class LinePane : public QtEditPane {
     // Limits are those of the messages, which do not cut a text that is set by program.
     line_.setMaxLength(kNoLimit);
     line_.setTextMargins(0, 0, 0, 0);
-    QObject::connect(&line_, &QLineEdit::textChanged, &line_, [told = std::move(changed)] { told(); });
+    QObject::connect(&line_, &QLineEdit::textChanged, &line_,
+                     [reported = std::move(changed)] { reported(); });
   }
 
   QWidget* Widget() const override { return &line_; }
@@ -97,7 +98,7 @@ class LinePane : public QtEditPane {
   int FirstLine() const override { return 0; }
   void Scroll(int /*lines*/) override {}
   void ShowCaret() override {}
-  // The widget tells where its caret is, and of no other place: the letters before it are measured.
+  // The widget gives the place of its caret, and of no other place: the letters before it are measured.
   CPoint PlaceOf(int position) const override {
     const int left = LeftOfText();
     return CPoint(left + line_.fontMetrics().horizontalAdvance(line_.text().left(position)), 0);

@@ -54,7 +54,8 @@ class TextPane : public QtEditPane {
     // Where Tab goes is decided by the dialog, before the widget sees it.
     text_.setTabChangesFocus(false);
     text_.document()->setDocumentMargin(1);
-    QObject::connect(&text_, &QPlainTextEdit::textChanged, &text_, [told = std::move(changed)] { told(); });
+    QObject::connect(&text_, &QPlainTextEdit::textChanged, &text_,
+                     [reported = std::move(changed)] { reported(); });
   }
 
   QWidget* Widget() const override { return &text_; }

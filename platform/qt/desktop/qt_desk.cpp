@@ -86,7 +86,7 @@ QtDesk::QtDesk() {
 }
 
 QtDesk::~QtDesk() {
-  // Objects above may outlive the desktop: they are told that their windows go.
+  // Objects above may outlive the desktop: they are notified that their windows go.
   DestroyAll();
   Sweep();
   mailbox_->Close();
@@ -114,7 +114,7 @@ std::shared_ptr<WindowModel> QtDesk::MakeWindow(const WindowRequest& request, HW
 void QtDesk::Begin(WindowModel& made, const WindowRequest& request) {
   auto& window = static_cast<QtWindow&>(made);
   window.Begin();
-  // Placed before anything is told of it.
+  // Placed before anything is reported of it.
   ++window.working_;
   window.RememberPlace({});
   window.PutAt(request.place);

@@ -85,7 +85,7 @@ class QtDesk : public DesktopModel, public QtServices {
   bool SetClipboard(const TransferData& data) override;
   std::vector<BYTE> ClipboardBytes(const CString& format) const override;
   DROPEFFECT Drag(const TransferData& content, DROPEFFECT allowed) override;
-  void TellAccessible(HWND window, AccessEvent event, std::int64_t number) override;
+  void ReportAccessible(HWND window, AccessEvent event, std::int64_t number) override;
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override;
   int Dpi() const override;
   int DpiFor(const WindowRequest& request) const override;
@@ -105,7 +105,7 @@ class QtDesk : public DesktopModel, public QtServices {
   // The label's text is another: the control behind it is read by it.
   void NameAfter(HWND label);
 
-  // What the user does, as the events tell it.
+  // What the user does, as the events report it.
   void KeepKey(int key, bool down, Qt::KeyboardModifiers modifiers);
   void KeepMouse(CPoint screen, Qt::MouseButtons buttons, Qt::KeyboardModifiers modifiers);
   // The widget set gave a window the focus, or took it away from all.
@@ -113,8 +113,8 @@ class QtDesk : public DesktopModel, public QtServices {
   void FocusLeft();
   void ClickedIn() { asked_ = nullptr; }
 
-  // An event of ours is being worked. What the widget set does around it may hold every widget that was there
-  // when it began: such a widget is kept until the event is over, whatever loops run within it.
+  // An event of ours is being handled. What the widget set does around it may hold every widget that was
+  // there when it began: such a widget is kept until the event is over, whatever loops run within it.
   class Event {
    public:
     explicit Event(QtDesk& desk);
@@ -171,7 +171,7 @@ class QtDesk : public DesktopModel, public QtServices {
   void WatchScreen(QScreen* screen);
   void MeasureScreen();
   void ReportScreens();
-  bool WorkPosted();
+  bool DispatchPosted();
   void PaintAll();
   bool MayEnd(std::uint64_t born) const { return live_events_.empty() || live_events_.back() <= born; }
   void WantSweep();

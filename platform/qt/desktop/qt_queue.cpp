@@ -33,7 +33,7 @@ class Runner : public QObject {
   QtMailbox& box_;
 };
 
-bool WorkEvents(QEventLoop::ProcessEventsFlags flags) {
+bool HandleEvents(QEventLoop::ProcessEventsFlags flags) {
   QAbstractEventDispatcher* const events = QAbstractEventDispatcher::instance();
   return events != nullptr && events->processEvents(flags);
 }
@@ -92,7 +92,7 @@ void QtMailbox::Close() {
 }
 
 void QtDesk::MessagePosted() {
-  mailbox_->Leave([this] { WorkPosted(); });
+  mailbox_->Leave([this] { DispatchPosted(); });
 }
 
 DWORD QtDesk::Ticks() const {
@@ -104,14 +104,14 @@ DWORD QtDesk::Ticks() const {
   return static_cast<DWORD>(started.elapsed());
 }
 
-bool QtDesk::WorkPosted() {
+bool QtDesk::DispatchPosted() {
   const Event working(*this);
   return PumpPosted();
 }
 
-// Ends the program's own loops, should it be in any. Told where none of those runs, the widget set would end
-// every later one as it begins: menus and boxes of a program that goes on would close by themselves. So loops
-// of ours are closed one by one.
+// Ends the program's own loops, should it be in any. Called where none of those runs, the widget set would
+// end every later one as it begins: menus and boxes of a program that goes on would close by themselves. So
+// loops of ours are closed one by one.
 bool QtDesk::EndHostLoop(int code) {
   const auto loops = static_cast<std::size_t>(QThread::currentThread()->loopLevel());
   if (loops > inner_loops_.size()) {
@@ -123,10 +123,10 @@ bool QtDesk::EndHostLoop(int code) {
 }
 
 bool QtDesk::PumpOnce(bool wait) {
-  if (WorkPosted()) return true;
+  if (DispatchPosted()) return true;
   return CarriedFault::CallOut([&] {
-    return WorkEvents(QEventLoop::AllEvents) ||
-           (wait && !Quits() && WorkEvents(QEventLoop::WaitForMoreEvents));
+    return HandleEvents(QEventLoop::AllEvents) ||
+           (wait && !Quits() && HandleEvents(QEventLoop::WaitForMoreEvents));
   });
 }
 

@@ -83,7 +83,7 @@ void QtDesk::WatchScreens() {
 void QtDesk::WatchScreen(QScreen* screen) {
   QObject::connect(screen, &QScreen::logicalDotsPerInchChanged, &screens_, [this] {
     MeasureScreen();
-    // Each window is told in its turn, not in the middle of the change.
+    // Each window is notified in its turn, not in the middle of the change.
     mailbox_->Leave([this] { ReportScreens(); });
   });
 }
@@ -91,7 +91,7 @@ void QtDesk::WatchScreen(QScreen* screen) {
 void QtDesk::MeasureScreen() {
   const QScreen* const screen = QGuiApplication::primaryScreen();
   if (screen == nullptr) return;
-  // One scale for all windows, that of the first screen: Qt is told to count real pixels.
+  // One scale for all windows, that of the first screen: Qt is set to count real pixels.
   dpi_ = static_cast<int>(std::lround(screen->logicalDotsPerInchY()));
   ratio_ = screen->devicePixelRatio();
   SetDialogDpi(dpi_);
@@ -176,10 +176,10 @@ std::vector<BYTE> QtDesk::ClipboardBytes(const CString& format) const {
   return MimeContent(QGuiApplication::clipboard()->mimeData()).Bytes(format);
 }
 
-void QtDesk::TellAccessible(HWND window, AccessEvent event, std::int64_t number) {
+void QtDesk::ReportAccessible(HWND window, AccessEvent event, std::int64_t number) {
   // An editor learns its name when its cell is known, after it was made.
   if (event == AccessEvent::Name) NameByLabel(window);
-  if (const auto told = Window(window)) TellQtAccessible(*told->Widget(), event, number);
+  if (const auto reported = Window(window)) ReportQtAccessible(*reported->Widget(), event, number);
 }
 
 int QtDesk::DragDistance() const {

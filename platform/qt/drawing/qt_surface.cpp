@@ -91,7 +91,7 @@ void QtSurface::Close(const CRect& part) {
   if (first && changed_) changed_();
 }
 
-// Whether it is the first of a series to be told of.
+// Whether it is the first of a series to be reported.
 bool QtSurface::Note(const CRect& part) {
   if (!changed_) return false;
   const bool first = changed_part_.IsEmpty();

@@ -67,7 +67,7 @@ const QtFace& QtTextCache::Face(const LOGFONT& description) {
   const std::string key = KeyOf(description);
   const auto known = by_description_.find(key);
   if (known != by_description_.end()) return *known->second;
-  // Never one alone: canvases hold pointers to faces, and the age tells of all or none.
+  // Never one alone: canvases hold pointers to faces, and the age holds for all of them.
   if (faces_.size() >= kMaxFaces) {
     by_description_.clear();
     faces_.clear();

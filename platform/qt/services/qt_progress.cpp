@@ -73,7 +73,7 @@ class ProgressBox : public QDialog {
   QPushButton button_;
 };
 
-// Drops what is meant for other windows while the events are worked for one window's sake.
+// Drops what is meant for other windows while the events are handled for one window's sake.
 class OneWindowOnly : public QObject {
  public:
   explicit OneWindowOnly(QWidget& window) : window_(window) {

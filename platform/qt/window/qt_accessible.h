@@ -21,7 +21,7 @@ void MarkAccessible(QWidget& widget, HWND window);
 // Where events go instead of to Qt, which drops them where no reader runs; null: to Qt. For tests.
 COMM_LORV_API void SendAccessibleEventsTo(void (*sink)(QAccessibleEvent* event));
 
-// Tells Qt's readers, where there are any.
-void TellQtAccessible(QWidget& widget, AccessEvent event, std::int64_t number);
+// Notifies Qt's readers, where there are any.
+void ReportQtAccessible(QWidget& widget, AccessEvent event, std::int64_t number);
 
 }  // namespace lorv

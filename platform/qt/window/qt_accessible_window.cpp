@@ -201,7 +201,7 @@ constexpr const char* kWindowOf = "lorv_window";
 class Readers : public QAccessible::ActivationObserver {
  public:
   static bool There() { return Now().there_ || Now().sink_ != nullptr; }
-  static void Tell(QAccessibleEvent& event) {
+  static void Report(QAccessibleEvent& event) {
     Now().sink_ != nullptr ? Now().sink_(&event) : QAccessible::updateAccessibility(&event);
   }
   static Readers& Now() {
@@ -226,13 +226,13 @@ QAccessibleInterface* MakeInterface(const QString& /*name*/, QObject* object) {
 
 // An event that names a widget by its interface is taken for one of a child: it has to name the widget.
 template <class Event, class Detail>
-void Tell(QAccessibleInterface& told, const Detail& detail) {
-  if (told.object() != nullptr) {
-    Event event(told.object(), detail);
-    Readers::Tell(event);
+void Report(QAccessibleInterface& reported, const Detail& detail) {
+  if (reported.object() != nullptr) {
+    Event event(reported.object(), detail);
+    Readers::Report(event);
   } else {
-    Event event(&told, detail);
-    Readers::Tell(event);
+    Event event(&reported, detail);
+    Readers::Report(event);
   }
 }
 
@@ -260,28 +260,30 @@ void MarkAccessible(QWidget& widget, HWND window) {
   widget.setProperty(kWindowOf, QVariant::fromValue<qulonglong>(reinterpret_cast<UINT_PTR>(window)));
 }
 
-void TellQtAccessible(QWidget& widget, AccessEvent event, std::int64_t number) {
+void ReportQtAccessible(QWidget& widget, AccessEvent event, std::int64_t number) {
   if (!Readers::There()) return;
   QtAccessibleWindow* const window = QtAccessibleWindow::Of(&widget);
   if (window != nullptr && event == AccessEvent::Structure) window->GiveUpParts(true);
-  QAccessibleInterface* const told =
+  QAccessibleInterface* const reported =
       window == nullptr ? QAccessible::queryAccessibleInterface(&widget) : window->Numbered(number);
-  if (told == nullptr) return;
+  if (reported == nullptr) return;
   switch (event) {
     case AccessEvent::Value:
-      return Tell<QAccessibleValueChangeEvent>(*told, told->text(QAccessible::Value));
+      return Report<QAccessibleValueChangeEvent>(*reported, reported->text(QAccessible::Value));
     case AccessEvent::State:
-      return Tell<QAccessibleStateChangeEvent>(*told, AllThatChange());
+      return Report<QAccessibleStateChangeEvent>(*reported, AllThatChange());
     case AccessEvent::Structure:
-      if (told->tableInterface() == nullptr) return Tell<QAccessibleEvent>(*told, QAccessible::ObjectReorder);
-      return Tell<QAccessibleTableModelChangeEvent>(*told, QAccessibleTableModelChangeEvent::ModelReset);
+      if (reported->tableInterface() == nullptr)
+        return Report<QAccessibleEvent>(*reported, QAccessible::ObjectReorder);
+      return Report<QAccessibleTableModelChangeEvent>(*reported,
+                                                      QAccessibleTableModelChangeEvent::ModelReset);
     case AccessEvent::Focus:
-      return Tell<QAccessibleEvent>(*told, QAccessible::Focus);
+      return Report<QAccessibleEvent>(*reported, QAccessible::Focus);
     case AccessEvent::Name:
-      return Tell<QAccessibleEvent>(*told, QAccessible::NameChanged);
+      return Report<QAccessibleEvent>(*reported, QAccessible::NameChanged);
     case AccessEvent::Selection:
-      return Tell<QAccessibleEvent>(*told,
-                                    number == 0 ? QAccessible::SelectionWithin : QAccessible::Selection);
+      return Report<QAccessibleEvent>(*reported,
+                                      number == 0 ? QAccessible::SelectionWithin : QAccessible::Selection);
   }
 }
 

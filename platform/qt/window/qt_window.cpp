@@ -97,7 +97,7 @@ void QtWindow::PutAt(const RECT& place) {
   HoldSize();
 }
 
-// The window system is told of a fixed size by its limits.
+// The window system gets a fixed size by its limits.
 void QtWindow::HoldSize() {
   if (widget_ == nullptr || Parent() != nullptr) return;
   const QSize all(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
@@ -108,12 +108,12 @@ void QtWindow::HoldSize() {
 void QtWindow::Place(const RECT& place) {
   if (!Exists()) return;
   const auto keep = shared_from_this();
-  // The messages come in one order whether the widget tells of it at once or later.
+  // The messages come in one order whether the widget reports it at once or later.
   {
     const WidgetWork work(*this);
     PutAt(place);
   }
-  // What the widget set told of another screen was kept back with the rest.
+  // What the widget set reported of another screen was kept back with the rest.
   const bool other = widget_->logicalDpiY() != Dpi() || widget_->devicePixelRatioF() != surface_->Ratio();
   if (Parent() == nullptr && other) ScreenChanged();
   PlaceChanged();

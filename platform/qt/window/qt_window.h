@@ -110,13 +110,13 @@ class QtWindow : public WindowModel {
   void ShowSurface(QPainter& painter, QPoint at, const QPaintEvent& event);
   // WM_COMMAND to the parent when the event under way is over.
   void Note(UINT code);
-  // What is told to the window by its widget: nothing any more once the window is gone, which its widget
+  // What its widget reports to the window: nothing any more once the window is gone, which its widget
   // outlives. What a handler throws does not pass through the widget set.
   template <class Report>
   auto WhileItLives(Report report) {
-    return [this, &desk = desk_, handle = Handle(), report](auto... told) {
+    return [this, &desk = desk_, handle = Handle(), report](auto... reported) {
       CarriedFault::Guarded([&] {
-        if (const auto keep = Living(desk, handle, this)) report(told...);
+        if (const auto keep = Living(desk, handle, this)) report(reported...);
         return true;
       });
     };
@@ -154,8 +154,8 @@ class QtWindow : public WindowModel {
   std::vector<UINT> notes_;
 };
 
-// While the widget works for us, what it tells is kept back: nothing calls out of the middle of the widget's
-// code. At the end of the outermost one the notes are sent, after which the window may be gone.
+// While the widget works for us, what it reports is kept back: nothing calls out of the middle of the
+// widget's code. At the end of the outermost one the notes are sent, after which the window may be gone.
 class WidgetWork {
  public:
   explicit WidgetWork(QtWindow& window) : window_(window) { ++window_.working_; }

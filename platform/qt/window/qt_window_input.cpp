@@ -14,7 +14,7 @@
 #include "platform/qt/window/qt_window.h"
 
 // What the user does at the widgets of a window, turned into messages. The widgets themselves see a key or a
-// click only when the message comes back as the default conduct.
+// click only when the message comes back as the default behaviour.
 
 namespace lorv {
 namespace {

@@ -43,10 +43,10 @@ void Offer(MSG& message) {
 }
 
 PumpStep Handle(MSG& message) {
-  if (OfferHostMessage(&message)) return PumpStep::kWorked;
+  if (OfferHostMessage(&message)) return PumpStep::kDispatched;
   TranslateMessage(&message);
   DispatchMessageW(&message);
-  return PumpStep::kWorked;
+  return PumpStep::kDispatched;
 }
 
 LRESULT CALLBACK SeeMessage(int code, WPARAM w, LPARAM l) {

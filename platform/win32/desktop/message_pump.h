@@ -62,9 +62,9 @@ class SystemLoop {
   std::optional<int> taken_;
 };
 
-enum class PumpStep { kNothing, kWorked, kQuit };
+enum class PumpStep { kNothing, kDispatched, kQuit };
 
-// Takes one message and works it.
+// Takes one message and dispatches it.
 PumpStep PumpOne(bool wait);
 // What the last WM_QUIT of the thread carried that PumpOne came upon.
 std::optional<int> LastQuitCode();

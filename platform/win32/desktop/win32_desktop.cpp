@@ -94,7 +94,7 @@ class Win32Desktop : public Desktop {
     return CarriedFault::CallOut([&] { return SendMessageW(window, message, w, l); });
   }
 
-  bool Pump(bool wait) override { return PumpOne(wait) == PumpStep::kWorked; }
+  bool Pump(bool wait) override { return PumpOne(wait) == PumpStep::kDispatched; }
   std::optional<int> QuitCode() const override { return LastQuitCode(); }
   void RunModal(HWND dialog) override { RunModalLoop(dialog); }
   void EndModal(HWND dialog) override { EndModalLoop(dialog); }
@@ -210,8 +210,8 @@ class Win32Desktop : public Desktop {
   DROPEFFECT Drag(const TransferData& content, DROPEFFECT allowed) override {
     return RunNativeDrag(content, allowed);
   }
-  void TellAccessible(HWND window, AccessEvent event, std::int64_t number) override {
-    TellNativeReaders(window, event, number);
+  void ReportAccessible(HWND window, AccessEvent event, std::int64_t number) override {
+    ReportNativeReaders(window, event, number);
   }
 
   std::unique_ptr<Canvas> MakeCanvas(SIZE size) const override {

@@ -20,16 +20,16 @@ class NativeTarget : public CountedObject<IDropTarget> {
   HRESULT STDMETHODCALLTYPE DragEnter(IDataObject* data, DWORD keys, POINTL at, DWORD* effect) override {
     // Kept until the drag leaves: later calls come without it.
     data_.Share(data);
-    return Told(keys, at, effect,
-                [](DropReceiver& receiver, const DragContent& content, const DragPlace& place) {
-                  return receiver.Enter(content, place);
-                });
+    return Answered(keys, at, effect,
+                    [](DropReceiver& receiver, const DragContent& content, const DragPlace& place) {
+                      return receiver.Enter(content, place);
+                    });
   }
   HRESULT STDMETHODCALLTYPE DragOver(DWORD keys, POINTL at, DWORD* effect) override {
-    return Told(keys, at, effect,
-                [](DropReceiver& receiver, const DragContent& content, const DragPlace& place) {
-                  return receiver.Over(content, place);
-                });
+    return Answered(keys, at, effect,
+                    [](DropReceiver& receiver, const DragContent& content, const DragPlace& place) {
+                      return receiver.Over(content, place);
+                    });
   }
   HRESULT STDMETHODCALLTYPE DragLeave() override {
     CarriedFault::Guarded([&] {
@@ -42,7 +42,7 @@ class NativeTarget : public CountedObject<IDropTarget> {
   // The receiver is asked once more what it would do there, and then does that.
   HRESULT STDMETHODCALLTYPE Drop(IDataObject* data, DWORD keys, POINTL at, DWORD* effect) override {
     data_.Share(data);
-    const HRESULT answer = Told(
+    const HRESULT answer = Answered(
         keys, at, effect, [this](DropReceiver& receiver, const DragContent& content, const DragPlace& place) {
           const DROPEFFECT would = receiver.Over(content, place) & place.allowed;
           if (MappedDropReceiver(window_) != &receiver) return DROPEFFECT{DROPEFFECT_NONE};
@@ -55,8 +55,8 @@ class NativeTarget : public CountedObject<IDropTarget> {
   }
 
  private:
-  template <class Tell>
-  HRESULT Told(DWORD keys, POINTL at, DWORD* effect, Tell tell) {
+  template <class Call>
+  HRESULT Answered(DWORD keys, POINTL at, DWORD* effect, Call call) {
     if (effect == nullptr) return E_POINTER;
     // One word goes both ways: what the source allows comes in, what will be done goes out.
     const DROPEFFECT allowed = *effect;
@@ -67,7 +67,7 @@ class NativeTarget : public CountedObject<IDropTarget> {
       DropReceiver* const receiver = IsWindowEnabled(window_) ? MappedDropReceiver(window_) : nullptr;
       if (receiver == nullptr) return false;
       const DataContent content(data_.Get());
-      *effect = tell(*receiver, content, DragPlace{client, keys, allowed}) & allowed;
+      *effect = call(*receiver, content, DragPlace{client, keys, allowed}) & allowed;
       return true;
     });
     return S_OK;

@@ -5,7 +5,7 @@
 // The system's drag and drop. One thread: that of the user interface.
 namespace lorv {
 
-// The window gets drops, told to the receiver that is mapped to it, or gets no more. False: the system
+// The window gets drops, reported to the receiver that is mapped to it, or gets no more. False: the system
 // refused.
 bool RegisterDrops(HWND window, bool on);
 

@@ -78,7 +78,7 @@ GdiMemory::GdiMemory(SIZE size, POINT corner)
     : size_{std::max<LONG>(size.cx, 0), std::max<LONG>(size.cy, 0)}, context_(CreateCompatibleDC(nullptr)) {
   BITMAPINFO info = {};
   info.bmiHeader.biSize = sizeof(info.bmiHeader);
-  // The system makes no bitmap without pixels; the size that is told stays 0.
+  // The system makes no bitmap without pixels; the size that is given stays 0.
   info.bmiHeader.biWidth = std::max<LONG>(size_.cx, 1);
   // Negative: the first row of memory is the top one.
   info.bmiHeader.biHeight = -std::max<LONG>(size_.cy, 1);

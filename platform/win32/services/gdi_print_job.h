@@ -8,7 +8,7 @@
 namespace lorv {
 
 // A job on a device context of the system: that of a printer, or of a metafile. The context becomes the
-// job's, which deletes it at its end unless it is told to leave it.
+// job's, which deletes it at its end unless it is to leave it.
 class GdiPrintJob : public PrintJob {
  public:
   enum class Ending { kDelete, kLeave };

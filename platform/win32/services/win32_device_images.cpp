@@ -100,7 +100,7 @@ DeviceImages& NativeDeviceImages() {
   return images;
 }
 
-// Modules have their resources from the linker here; elsewhere they are told by this call.
+// Modules have their resources from the linker here; elsewhere they are given by this call.
 void AddBitmapResource(HINSTANCE /*module*/, unsigned /*number*/, std::string_view /*bitmap*/) {}
 
 }  // namespace lorv

@@ -8,8 +8,8 @@
 #include "platform/win32/services/system_object.h"
 
 // Our accessible objects as the system's screen readers ask for them. Each answer is made from the object at
-// the time, which may be of a window that has gone: then the reader is told so. Names, roles and states are
-// translated here and nowhere else.
+// the time, which may be of a window that has gone: then the reader gets a failure. Names, roles and states
+// are translated here and nowhere else.
 
 namespace lorv {
 namespace {
@@ -322,8 +322,8 @@ LRESULT AnswerGetObject(HWND window, WPARAM w, LPARAM l) {
   return tree.Get() == nullptr ? 0 : LresultFromObject(__uuidof(IAccessible), w, tree.Get());
 }
 
-// An object beyond the system's numbers is told of as its window.
-void TellNativeReaders(HWND window, AccessEvent event, std::int64_t number) {
+// An object beyond the system's numbers is reported as its window.
+void ReportNativeReaders(HWND window, AccessEvent event, std::int64_t number) {
   const bool fits = number > 0 && number <= std::numeric_limits<LONG>::max();
   NotifyWinEvent(SystemEvent(event), window, OBJID_CLIENT, fits ? static_cast<LONG>(-number) : CHILDID_SELF);
 }

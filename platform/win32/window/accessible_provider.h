@@ -19,6 +19,6 @@ IAccessible* MakeAccessible(const std::shared_ptr<AccessibleObject>& object);
 // The answer to WM_GETOBJECT: 0 leaves it to the system, whose own controls it knows best.
 LRESULT AnswerGetObject(HWND window, WPARAM w, LPARAM l);
 
-void TellNativeReaders(HWND window, AccessEvent event, std::int64_t number);
+void ReportNativeReaders(HWND window, AccessEvent event, std::int64_t number);
 
 }  // namespace lorv

@@ -6,8 +6,8 @@
 #include "spreadsheet/servers/engine/built_in_format_table.h"
 
 // Whether a number format shows a date, and the formats that files name by number only. Sheets store dates as
-// plain numbers, so the format is all that tells "2024-3-7" from 45358; it is looked at once for each format
-// of a workbook, not for each cell.
+// plain numbers, so the format is all that distinguishes "2024-3-7" from 45358; it is looked at once for each
+// format of a workbook, not for each cell.
 
 namespace lorv::engine {
 namespace {

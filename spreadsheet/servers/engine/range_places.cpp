@@ -6,6 +6,9 @@
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
 
+// Places within a range, as programs ask for them: a cell by its number, a part by its corners, a count.
+// All is checked here against the sheet's size, as the offsets come from outside.
+
 namespace lorv::engine {
 namespace {
 

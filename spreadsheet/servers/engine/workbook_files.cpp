@@ -8,8 +8,8 @@
 #include "spreadsheet/servers/engine/text_table.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_reader.h"
 
-// Workbooks by path: the kind of a file is told by its first bytes, as users rename files and old programs
-// write their tables under any extension. Every refusal says which file it was and what the user can do.
+// Workbooks by path: the kind of a file is recognised by its first bytes, as users rename files and old
+// programs write their tables under any extension. Every refusal names the file and what the user can do.
 
 namespace lorv::engine {
 namespace {

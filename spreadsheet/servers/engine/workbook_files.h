@@ -9,7 +9,7 @@
 // Workbooks in files.
 namespace lorv::engine {
 
-// Reads an .xlsx workbook or a text table, told by its contents and not by its name.
+// Reads an .xlsx workbook or a text table, recognised by its contents and not by its name.
 // Raises the engine's failure, with the reason for the user, for what it cannot read or refuses.
 std::shared_ptr<Book> ReadWorkbook(const CString& file);
 

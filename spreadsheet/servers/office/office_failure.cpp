@@ -3,6 +3,9 @@
 #include "framework/objects/exceptions.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
 
+// Faults of the office as the exceptions that a caller of automation knows: one of its own for a program
+// that has gone, which callers take as a reason to connect again, and one with a text for all else.
+
 namespace lorv::office {
 
 void RaiseFault(const OfficeFault& fault, const CString& what) {

@@ -12,8 +12,8 @@
 #include "spreadsheet/servers/office/format_spelling.h"
 #include "spreadsheet/servers/office/office_object.h"
 
-// Ranges of an office's sheet, and the font of one. What a value is, date or number, is told by the same rule
-// as in the engine, so that one file gives one table by both.
+// Ranges of an office's sheet, and the font of one. What a value is, date or number, is decided by the same
+// rule as in the engine, so that one file gives one table by both.
 
 namespace lorv::office {
 namespace {

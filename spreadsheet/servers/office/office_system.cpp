@@ -15,7 +15,7 @@ namespace {
 // Of the office in the role of a program.
 constexpr GUID kOfficeClass = {0x2C9E7F0B, 0x51A8, 0x4E36, {0x8D, 0x17, 0x3B, 0x90, 0xE4, 0x6A, 0x52, 0xF8}};
 
-void TellWhyNot(const OfficeFault& fault) {
+void ReportWhyNot(const OfficeFault& fault) {
   const CString text = _T("无法启动 LibreOffice：") + CString(TextView(fault.reason));
   PortsInForce().dialogs->ShowMessage({text, CString(), kButtonsOk});
 }
@@ -29,7 +29,7 @@ std::unique_ptr<OfficeBridge> OfficeSystem::NewOffice() {
   try {
     return starter_();
   } catch (const OfficeFault& fault) {
-    TellWhyNot(fault);
+    ReportWhyNot(fault);
     return nullptr;
   }
 }

@@ -18,8 +18,8 @@ using Starter = std::function<std::unique_ptr<OfficeBridge>()>;
 // A workbook that the exchange shows is written into the suite's "Temp" folder as .xlsx and handed to the
 //   desktop; the office behind the last one shown goes on running, so that it can be read back. All others
 //   end with their last object.
-// Failures: an office that does not start is told to the user with its reason. One that ends or hangs in the
-//   middle makes the call fail with COleDispatchException, code 0x800706BA.
+// Failures: an office that does not start is reported to the user with its reason. One that ends or hangs in
+//   the middle makes the call fail with COleDispatchException, code 0x800706BA.
 // One thread: that of the user interface. The office ends with that thread.
 class COMM_LORV_API OfficeSystem : public QuietSystem {
  public:
@@ -38,7 +38,7 @@ class COMM_LORV_API OfficeSystem : public QuietSystem {
   std::vector<ListedWorkbook> OpenWorkbooks() override;
 
  private:
-  // Null where it does not start, which the user was told.
+  // Null where it does not start, which was reported to the user.
   std::unique_ptr<OfficeBridge> NewOffice();
   void Forget(const OfficeProgram& program);
   void Show(OfficeProgram& program);

@@ -75,7 +75,7 @@ class Recorded : public AutoObject {
   std::string name_;
 };
 
-// Types are written where programs tell them apart: a short from a long index, a real from a whole number.
+// Types are written where programs distinguish them: a short from a long index, a real from a whole number.
 std::string Shown(const AutoValue& value) {
   if (const auto* const object = dynamic_cast<const Recorded*>(value.object.get())) return object->Name();
   if (value.IsMissing()) return "missing";

@@ -80,7 +80,7 @@ struct KnownValue {
   double value;
 };
 
-// Nearest doubles to values that were worked with 200 bits.
+// Nearest doubles to values that were calculated with 200 bits.
 TEST(FunctionsOfNumbers, GiveTheNearestDouble) {
   const KnownValue kTable[] = {
       {Sine, 1e22, -0.8522008497671888},

@@ -1,4 +1,4 @@
-// The calculator: values in, text worked, one number and one error out.
+// The calculator: values in, a text to evaluate, one number and one error out.
 
 #include <gtest/gtest.h>
 
@@ -15,15 +15,15 @@ using Engines = testing::Types<LibraryCalculator, ReferenceCalculator>;
 template <class Engine>
 class Calculator : public testing::Test {
  protected:
-  // Works `formula` (UTF-8) and checks number, error and worked text.
-  void Expect(const char* formula, double value, int error, const char* worked) {
+  // Evaluates `formula` (UTF-8); checks number, error and the text with its values.
+  void Expect(const char* formula, double value, int error, const char* with_values) {
     calculator_.SetExpr(CString::FromUtf8(formula));
     int got_error = -7;
     const double got = calculator_.Calculate(got_error);
     EXPECT_EQ(std::bit_cast<std::uint64_t>(got), std::bit_cast<std::uint64_t>(value))
         << formula << ": " << got;
     EXPECT_EQ(got_error, error) << formula;
-    EXPECT_EQ(Utf8(calculator_.Calced()), worked) << formula;
+    EXPECT_EQ(Utf8(calculator_.Calced()), with_values) << formula;
   }
   std::string Message(const char* formula) {
     calculator_.SetExpr(CString::FromUtf8(formula));
@@ -116,7 +116,7 @@ TYPED_TEST(Calculator, NameOutsideTheKeywordsStopsTheWork) {
   this->Expect("A+B+C", 0, 5, "A+2+C");
 }
 
-TYPED_TEST(Calculator, ErrorTellsDivisionAndPositionInOneNumber) {
+TYPED_TEST(Calculator, ErrorGivesDivisionAndPositionInOneNumber) {
   this->Expect("1/0", 0, 1, "1/0");
   this->Expect("SQRT(-1)", 0, 0, "SQRT(-1)");
   this->Expect("LOG(0)+2", 2, 0, "LOG(0)+2");

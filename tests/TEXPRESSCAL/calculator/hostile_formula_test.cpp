@@ -1,5 +1,5 @@
 // Texts made to break the engine: deep, long, cut in the middle of a character, full of control characters.
-// Every one ends in a value or an error as told; the build with sanitizers watches the memory.
+// Every one ends in a value or an error as described; the build with sanitizers watches the memory.
 
 #include <gtest/gtest.h>
 
@@ -24,7 +24,7 @@ struct Outcome {
   double value;
 };
 
-Outcome Work(const CString& formula) {
+Outcome Evaluate(const CString& formula) {
   CExpression expression;
   Outcome outcome{};
   outcome.changed = expression.ChangeExpression(formula);
@@ -38,12 +38,12 @@ CString Nested(const CString& open, const CString& close, int depth) {
 
 TEST(HostileFormula, NestingIsBoundedAndFailsAsSyntax) {
   for (const int depth : {kMaxNesting - 1, kMaxNesting}) {
-    const Outcome good = Work(Nested(_T("("), _T(")"), depth));
+    const Outcome good = Evaluate(Nested(_T("("), _T(")"), depth));
     EXPECT_EQ(good.changed, -1) << depth;
     EXPECT_EQ(good.value, 1) << depth;
   }
   for (const int depth : {kMaxNesting + 1, kMaxNesting + 2, 100000, 1000000}) {
-    const Outcome bad = Work(Nested(_T("("), _T(")"), depth));
+    const Outcome bad = Evaluate(Nested(_T("("), _T(")"), depth));
     EXPECT_EQ(bad.changed, kMaxNesting) << depth;
     EXPECT_EQ(bad.code, -1) << depth;
   }
@@ -60,7 +60,7 @@ TEST(HostileFormula, EveryKindOfNestingIsBounded) {
                 {_T("1<("), _T(")")},      {_T("1 AND ("), _T(")")}};
   for (const auto& kind : kKinds) {
     for (const int depth : {400, 100000}) {
-      const Outcome outcome = Work(Nested(kind.open, kind.close, depth));
+      const Outcome outcome = Evaluate(Nested(kind.open, kind.close, depth));
       EXPECT_EQ(outcome.changed == -1, depth == 400 && CString(kind.open) != _T("1 AND ("))
           << Utf8(kind.open) << depth;
       if (depth != 400) {
@@ -68,7 +68,7 @@ TEST(HostileFormula, EveryKindOfNestingIsBounded) {
       }
     }
     // Never closed.
-    EXPECT_GE(Work(Times(kind.open, 100000)).changed, 0) << Utf8(kind.open);
+    EXPECT_GE(Evaluate(Times(kind.open, 100000)).changed, 0) << Utf8(kind.open);
   }
 }
 
@@ -87,7 +87,7 @@ TEST(HostileFormula, CalculatorsNestAsDeepAsTheirTextAllows) {
 }
 
 TEST(HostileFormula, LongChainOfSignsIsNoDepth) {
-  const Outcome outcome = Work(Times(_T("-"), 1000000) + _T("1"));
+  const Outcome outcome = Evaluate(Times(_T("-"), 1000000) + _T("1"));
   if (outcome.changed == -1) {
     EXPECT_EQ(outcome.value, 1);
   } else {
@@ -97,7 +97,7 @@ TEST(HostileFormula, LongChainOfSignsIsNoDepth) {
 
 double Seconds(const CString& formula, double expected) {
   const auto start = std::chrono::steady_clock::now();
-  const Outcome outcome = Work(formula);
+  const Outcome outcome = Evaluate(formula);
   const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
   EXPECT_EQ(outcome.changed, -1);
   EXPECT_EQ(outcome.value, expected);
@@ -130,23 +130,23 @@ TEST(HostileFormula, MillionTermsTakeLinearTime) {
 }
 
 TEST(HostileFormula, JoiningManyTextsEnds) {
-  const Outcome outcome = Work(_T("FIND('A'") + Times(_T("+'A'"), 3000) + _T(",'B')"));
+  const Outcome outcome = Evaluate(_T("FIND('A'") + Times(_T("+'A'"), 3000) + _T(",'B')"));
   EXPECT_EQ(outcome.changed, -1);
   EXPECT_EQ(outcome.value, 0);
 }
 
 TEST(HostileFormula, LongNumbersAndNames) {
-  EXPECT_EQ(Work(Times(_T("0"), 300) + _T("7")).value, 7);
-  EXPECT_EQ(Work(_T("1.") + Times(_T("0"), 1000000)).value, 1);
-  EXPECT_EQ(Work(_T("0.") + Times(_T("3"), 300)).value, 1.0 / 3);
-  EXPECT_EQ(Work(Times(_T("A"), 300)).changed, 300);
-  EXPECT_EQ(Work(Times(_T("A"), 1000000)).changed, 1000000);
-  EXPECT_EQ(Work(_T("2") + Times(_T("A"), 300)).value, 2);
-  EXPECT_EQ(Work(Times(_T("SIN"), 100)).changed, 300);
-  EXPECT_EQ(Work(Times(_T("1."), 1000000)).value, 1.1);
+  EXPECT_EQ(Evaluate(Times(_T("0"), 300) + _T("7")).value, 7);
+  EXPECT_EQ(Evaluate(_T("1.") + Times(_T("0"), 1000000)).value, 1);
+  EXPECT_EQ(Evaluate(_T("0.") + Times(_T("3"), 300)).value, 1.0 / 3);
+  EXPECT_EQ(Evaluate(Times(_T("A"), 300)).changed, 300);
+  EXPECT_EQ(Evaluate(Times(_T("A"), 1000000)).changed, 1000000);
+  EXPECT_EQ(Evaluate(_T("2") + Times(_T("A"), 300)).value, 2);
+  EXPECT_EQ(Evaluate(Times(_T("SIN"), 100)).changed, 300);
+  EXPECT_EQ(Evaluate(Times(_T("1."), 1000000)).value, 1.1);
   for (const int digits : {253, 254, 255, 256, 257, 1022}) {
-    EXPECT_EQ(Work(_T("1.") + Times(_T("0"), digits)).value, 1) << digits;
-    EXPECT_EQ(Work(Times(_T("1"), digits) + _T("#")).changed, digits) << digits;
+    EXPECT_EQ(Evaluate(_T("1.") + Times(_T("0"), digits)).value, 1) << digits;
+    EXPECT_EQ(Evaluate(Times(_T("1"), digits) + _T("#")).changed, digits) << digits;
   }
 }
 
@@ -156,10 +156,10 @@ class AcceptsAll final : public CValidParameter {
 };
 
 TEST(HostileFormula, ListOfNamesNeverOutgrowsItsField) {
-  AcceptsAll judge;
+  AcceptsAll resolver;
   for (const int length : {1, 100, 252, 253, 254, 255, 256, 300, 1000, 100000}) {
     CExpression expression;
-    expression.m_pValidParameter = &judge;
+    expression.m_pValidParameter = &resolver;
     EXPECT_EQ(expression.ChangeExpression(Times(_T("A"), length)), -1) << length;
     EXPECT_LE(TextLength(expression.m_szVarList), 254u) << length;
     EXPECT_EQ(expression.ChangeExpression(Times(_T("B+"), length) + _T("B")), -1) << length;
@@ -175,10 +175,10 @@ TEST(HostileFormula, RefusedLongNameNeverOutgrowsItsField) {
    public:
     int ValidParameter(LPCTSTR) const override { return 0; }
   };
-  RefusesAll judge;
+  RefusesAll resolver;
   for (const int length : {1, 253, 254, 255, 256, 300, 100000}) {
     CExpression expression;
-    expression.m_pValidParameter = &judge;
+    expression.m_pValidParameter = &resolver;
     EXPECT_EQ(expression.ChangeExpression(Times(_T("A"), length)), length);
     const CString list(expression.m_szVarList);
     EXPECT_EQ(Utf8(list), Utf8(Times(_T("A"), length < 254 ? length : 254)));
@@ -190,14 +190,14 @@ TEST(HostileFormula, MillionUnitsOfEveryKindEnd) {
        {_T("("),    _T(")"),  _T("|"), _T("'"),  _T("<"),      _T("="),    _T("&&"),   _T(" AND "), _T("1<2"),
         _T("!"),    _T(","),  _T("."), _T("墙"), _T("\xD800"), _T("\x04"), _T("\x09"), _T("SIN("),  _T("A1_"),
         _T("'A'="), _T("1+"), _T("-"), _T("+"),  _T("^"),      _T("[1]"),  _T("|1")}) {
-    EXPECT_GE(Work(Times(piece, 1000000 / CString(piece).GetLength())).changed, -1) << Utf8(piece);
+    EXPECT_GE(Evaluate(Times(piece, 1000000 / CString(piece).GetLength())).changed, -1) << Utf8(piece);
   }
 }
 
 TEST(HostileFormula, HalvesOfSurrogatePairsAreUnitsLikeOthers) {
-  EXPECT_EQ(Work(CString(_T("1+\xD83D"))).changed, 2);
-  EXPECT_EQ(Work(CString(_T("'\xD83D'='\xDE00'"))).value, 0);
-  EXPECT_EQ(Work(CString(_T("FIND('\xD83D\xDE00','\xDE00')"))).value, 2);
+  EXPECT_EQ(Evaluate(CString(_T("1+\xD83D"))).changed, 2);
+  EXPECT_EQ(Evaluate(CString(_T("'\xD83D'='\xDE00'"))).value, 0);
+  EXPECT_EQ(Evaluate(CString(_T("FIND('\xD83D\xDE00','\xDE00')"))).value, 2);
   CAdExpCalculate calculator(CString(_T("\xD83D+1")));
   calculator.SetVarValue(_T("\xD83D"), 2, false);
   EXPECT_EQ(calculator.Calculate(), 3);

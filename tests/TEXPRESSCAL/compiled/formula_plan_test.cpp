@@ -1,5 +1,5 @@
-// A formula set again with other values is worked by a plan. The judge is a calculator that has never seen
-// the formula: it writes the values into the text and parses that.
+// A formula set again with other values is evaluated by a plan. The reference is a calculator that has never
+// seen the formula: it writes the values into the text and parses that.
 
 #include "TEXPRESSCAL/compiled/formula_plan.h"
 
@@ -30,29 +30,29 @@ using NamedValues = std::vector<std::pair<Text, double>>;
 struct Outcome {
   double value = 0;
   int error = 0;
-  std::string worked;
+  std::string with_values;
 
   bool operator==(const Outcome& other) const {
-    return SameBits(value, other.value) && error == other.error && worked == other.worked;
+    return SameBits(value, other.value) && error == other.error && with_values == other.with_values;
   }
 };
 
 void PrintTo(const Outcome& outcome, std::ostream* out) {
-  *out << outcome.value << ", error " << outcome.error << ", worked as " << outcome.worked;
+  *out << outcome.value << ", error " << outcome.error << ", evaluated as " << outcome.with_values;
 }
 
-Outcome WorkedBy(CAdExpCalculate& calculator, const Text& formula, const NamedValues& values) {
+Outcome EvaluatedBy(CAdExpCalculate& calculator, const Text& formula, const NamedValues& values) {
   calculator.SetExpr(formula.c_str());
   for (const auto& [name, value] : values) calculator.SetVarValue(name.c_str(), value, false);
   Outcome outcome;
   outcome.value = calculator.Calculate(outcome.error);
-  outcome.worked = Utf8(calculator.GetCalcedExpr());
+  outcome.with_values = Utf8(calculator.GetCalcedExpr());
   return outcome;
 }
 
-Outcome WorkedAfresh(const Text& formula, const NamedValues& values) {
+Outcome EvaluatedAfresh(const Text& formula, const NamedValues& values) {
   CAdExpCalculate calculator;
-  return WorkedBy(calculator, formula, values);
+  return EvaluatedBy(calculator, formula, values);
 }
 
 CMapValue MapOf(const NamedValues& values) {
@@ -71,7 +71,7 @@ bool HasPlan(const Text& formula, const NamedValues& values) {
   return plan.Make(Capitals(formula), MapOf(values));
 }
 
-// Works the plan itself, not by way of a calculator that may choose to work the text.
+// Evaluates the plan itself, not by way of a calculator that may choose to evaluate the text.
 bool FitsPlan(const Text& formula, const NamedValues& values) {
   FormulaPlan plan;
   double value = 0;
@@ -166,7 +166,7 @@ TEST(FormulaPlan, TakesThirdsWhereTheirDivisorBindsToNothingElse) {
     EXPECT_TRUE(FitsPlanOfThirds(formula, values)) << Shown(formula);
     CAdExpCalculate calculator;
     for (int i = 0; i < 4; ++i)
-      EXPECT_EQ(WorkedBy(calculator, formula, values), WorkedAfresh(formula, values)) << Shown(formula);
+      EXPECT_EQ(EvaluatedBy(calculator, formula, values), EvaluatedAfresh(formula, values)) << Shown(formula);
   }
   // "1/3^2" is a ninth, where "0.5^2" squares the half.
   EXPECT_FALSE(FitsPlanOfThirds(_T("A^2"), values));
@@ -211,22 +211,22 @@ TEST(FormulaPlan, KeepsTheLastErrorOfTheTree) {
     EXPECT_TRUE(FitsPlan(formula, values)) << Shown(formula);
     CAdExpCalculate calculator;
     for (int i = 0; i < 3; ++i)
-      EXPECT_EQ(WorkedBy(calculator, formula, values), WorkedAfresh(formula, values)) << Shown(formula);
+      EXPECT_EQ(EvaluatedBy(calculator, formula, values), EvaluatedAfresh(formula, values)) << Shown(formula);
   }
 }
 
 TEST(FormulaPlan, IsLeftWhenNamesComeOrGo) {
   CAdExpCalculate calculator;
-  for (int i = 0; i < 3; ++i) WorkedBy(calculator, _T("A+AB"), {{_T("A"), 1}, {_T("AB"), 2}});
-  EXPECT_EQ(WorkedBy(calculator, _T("A+AB"), {{_T("+"), 7}}),
-            WorkedAfresh(_T("A+AB"), {{_T("A"), 1}, {_T("AB"), 2}, {_T("+"), 7}}));
+  for (int i = 0; i < 3; ++i) EvaluatedBy(calculator, _T("A+AB"), {{_T("A"), 1}, {_T("AB"), 2}});
+  EXPECT_EQ(EvaluatedBy(calculator, _T("A+AB"), {{_T("+"), 7}}),
+            EvaluatedAfresh(_T("A+AB"), {{_T("A"), 1}, {_T("AB"), 2}, {_T("+"), 7}}));
   calculator.ClearAllValue();
-  EXPECT_EQ(WorkedBy(calculator, _T("A+AB"), {{_T("A"), 5}}).value, 5);  // AB is a keyword still
+  EXPECT_EQ(EvaluatedBy(calculator, _T("A+AB"), {{_T("A"), 5}}).value, 5);  // AB is a keyword still
   CMapValue own;
   own[_T("B")] = 3;
   calculator.SetVarValue(&own);
   for (int i = 0; i < 4; ++i) {
-    EXPECT_EQ(WorkedBy(calculator, _T("B*2"), {}).value, 6 + 2 * i);
+    EXPECT_EQ(EvaluatedBy(calculator, _T("B*2"), {}).value, 6 + 2 * i);
     own[_T("B")] += 1;
   }
 }
@@ -239,7 +239,7 @@ TEST(FormulaPlan, IsLeftWhenTheFormulaChanges) {
   for (int i = 0; i < 2000; ++i) {
     const TCHAR* formula = source.From(formulas);
     for (std::size_t times = 1 + source.Below(4); times > 0; --times)
-      EXPECT_EQ(WorkedBy(calculator, formula, values), WorkedAfresh(formula, values)) << Shown(formula);
+      EXPECT_EQ(EvaluatedBy(calculator, formula, values), EvaluatedAfresh(formula, values)) << Shown(formula);
   }
 }
 
@@ -247,11 +247,11 @@ TEST(FormulaPlan, IsKeptWhenTheSameNamesAreSetAfresh) {
   CAdExpCalculate calculator;
   for (int i = 0; i < 5; ++i) {
     calculator.ClearAllValue();
-    EXPECT_EQ(WorkedBy(calculator, _T("A*B"), {{_T("A"), i}, {_T("B"), 2}}).value, 2 * i);
+    EXPECT_EQ(EvaluatedBy(calculator, _T("A*B"), {{_T("A"), i}, {_T("B"), 2}}).value, 2 * i);
   }
 }
 
-// The same text goes on being worked as it stands, values in it.
+// The same text goes on being evaluated as it stands, values in it.
 TEST(FormulaPlan, LeavesTheWorkingTextAsTheTextWouldBe) {
   CAdExpCalculate calculator;
   calculator.SetVarValue(_T("ABC:1"));
@@ -301,14 +301,14 @@ const TCHAR* const kNames[] = {_T("A"),
                                _T("LONG_NAME_OF_WALL"),
                                _T("SOME_VERY_LONG_NAME_INDEED")};
 
-// Mostly values that fit a plan, so that plans are worked and not only left.
+// Mostly values that fit a plan, so that plans are used and not only left.
 double TypicalValue(ChoiceSource& source) {
   if (source.OneIn(12)) return MakeValue(source);
   if (source.OneIn(3)) return static_cast<double>(source.Below(12)) - 3;
   return static_cast<double>(source.Below(40000)) / 1000 - 8;
 }
 
-// One formula, the same names, six rounds of values: how many rounds could be worked by a plan.
+// One formula, the same names, six rounds of values: how many rounds could be evaluated by a plan.
 int ExpectSameInAllRounds(ChoiceSource& source) {
   const Text formula =
       source.OneIn(8) ? MakeAnyFormula(source) : MakeFormula(source, 1 + static_cast<int>(source.Below(3)));
@@ -321,8 +321,8 @@ int ExpectSameInAllRounds(ChoiceSource& source) {
   int planned = 0;
   for (int round = 0; round < 6; ++round) {
     for (auto& [name, value] : values) value = TypicalValue(source);
-    const Outcome expected = WorkedAfresh(formula, values);
-    const Outcome outcome = WorkedBy(calculator, formula, values);
+    const Outcome expected = EvaluatedAfresh(formula, values);
+    const Outcome outcome = EvaluatedBy(calculator, formula, values);
     EXPECT_EQ(outcome, expected) << Shown(formula) << " in round " << round;
     if (!(outcome == expected)) break;
     planned += FitsPlan(formula, values) ? 1 : 0;

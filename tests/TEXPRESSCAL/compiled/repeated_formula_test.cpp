@@ -63,7 +63,7 @@ TEST(RepeatedFormula, MissesTheSamePlacesInRows) {
   }
 }
 
-// A row whose value does not fit is first worked with another number, which may divide by zero where the
+// A row whose value does not fit is first evaluated with another number, which may divide by zero where the
 // value's text does not.
 TEST(RepeatedFormula, LeavesNoErrorBesideARightValue) {
   for (const auto& [formula, name, given] :

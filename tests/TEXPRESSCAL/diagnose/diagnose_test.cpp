@@ -74,7 +74,7 @@ TEST_F(Diagnose, KeywordWithoutValueCountsZero) {
   EXPECT_EQ(found.length, 5);
 }
 
-TEST_F(Diagnose, LastErrorOfTheValuesIsTheOneTold) {
+TEST_F(Diagnose, LastErrorOfTheValuesIsTheOneReported) {
   EXPECT_EQ(Of(_T("1/0+SQRT(-1)")).fault, FormulaFault::kOutsideDomain);
   EXPECT_EQ(Of(_T("SQRT(-1)+1/0")).fault, FormulaFault::kDivisionByZero);
   EXPECT_EQ(Of(_T("1/0+2/(B-B)")).position, 6);

@@ -1,5 +1,5 @@
-// Formulas that are worked in one pass over the text, and those that are refused because they may mean
-// something else: value, error and worked text are those of the slow reference either way.
+// Formulas that are evaluated in one pass over the text, and those that are refused because they may mean
+// something else: value, error and text with values are those of the slow reference either way.
 
 #include "TEXPRESSCAL/direct/direct_evaluator.h"
 
@@ -38,7 +38,7 @@ bool IsCovered(const Text& formula, const CMapValue& values) {
   return DirectEvaluator(formula.c_str(), values, places).Evaluate(value);
 }
 
-// Worked alone, and once more behind another formula with the same values.
+// Evaluated alone, and once more behind another formula with the same values.
 void ExpectSame(const Text& formula, const Values& values) {
   CalculatorCase made;
   made.rounds.push_back({formula, values});
@@ -290,7 +290,7 @@ TEST(DirectEvaluator, RandomFormulas) {
   EXPECT_GT(covered, kCount / 10);
 }
 
-// The worked text is that of the moment of the work, however late it is asked for.
+// The text with values is that of the moment of the evaluation, however late it is asked for.
 TEST(DirectEvaluator, WorkedTextIsKeptUntilItIsAskedFor) {
   CMapValue values = MapOf({{_T("A"), 2}, {_T("B"), 3.25}});
   CAdExpCalculate calculator;

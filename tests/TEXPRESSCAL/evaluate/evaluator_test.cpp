@@ -30,7 +30,7 @@ TYPED_TEST(Evaluator, LastErrorWins) {
       {"SQRT(-1)+1/0", -1000, 1},
       {"SQRT(-1)-LEN()", 0, 4},
       {"SQRT(-1)*(1/0)", -0.0, 1},
-      // The divisor is worked first, then the zero is noted, then the dividend.
+      // The divisor is evaluated first, then the zero is noted, then the dividend.
       {"SQRT(-1)/0", -0.0, 4},
       {"(1/0)/SQRT(-1)", 1000000, 1},
       {"SIN()/SQRT(-1)", -0.0, 10},

@@ -61,13 +61,13 @@ double Number(const std::string& text) {
   return ReadReal(CString::FromUtf8(text).View());
 }
 
-bool Agrees(const Row& row, const Worked& worked, double tolerance) {
-  const bool clean = worked.changed == -1 && worked.code == 0;
-  const bool within = std::fabs(worked.value - Number(row.expected)) <=
+bool Agrees(const Row& row, const Evaluated& evaluated, double tolerance) {
+  const bool clean = evaluated.changed == -1 && evaluated.code == 0;
+  const bool within = std::fabs(evaluated.value - Number(row.expected)) <=
                       tolerance * std::max(1.0, std::fabs(Number(row.expected)));
   if (row.kind == "error") return !clean;
-  if (row.kind == "nan") return clean && std::isnan(worked.value);
-  if (row.kind == "inf") return clean && std::isinf(worked.value);
+  if (row.kind == "nan") return clean && std::isnan(evaluated.value);
+  if (row.kind == "inf") return clean && std::isinf(evaluated.value);
   if (row.kind == "not-value") return !clean || !within;
   return clean && within;
 }
@@ -116,18 +116,19 @@ std::map<std::string, int> Differing(const char* file, const Values& values, dou
   if (!path) return counts;
   for (const Row& row : ReadRows(*path)) {
     const CString formula = WithValues(row, values);
-    const Worked worked = LibraryEngine::Work(formula, "");
-    const Worked reference = ReferenceEngine::Work(formula, "");
-    EXPECT_TRUE(worked == reference || (std::isnan(worked.value) && std::isnan(reference.value)))
+    const Evaluated evaluated = LibraryEngine::Evaluate(formula, "");
+    const Evaluated reference = ReferenceEngine::Evaluate(formula, "");
+    EXPECT_TRUE(evaluated == reference || (std::isnan(evaluated.value) && std::isnan(reference.value)))
         << row.expression;
-    if (Agrees(row, worked, tolerance)) {
+    if (Agrees(row, evaluated, tolerance)) {
       ++agreeing;
       continue;
     }
     const std::string difference = DifferenceOf(row);
     ++counts[difference];
-    EXPECT_NE(difference, "unexplained") << row.expression << " should give " << row.expected
-                                         << ", failed at " << worked.changed << ", value " << worked.value;
+    EXPECT_NE(difference, "unexplained")
+        << row.expression << " should give " << row.expected << ", failed at " << evaluated.changed
+        << ", value " << evaluated.value;
   }
   return counts;
 }
@@ -224,8 +225,8 @@ TEST(ExpressionLists, PowersReadToTheLeftAndBehindTheSign) {
       {"1+2-3*4/5^6*(2*(1-5+(3*7^9)*(4+6*7-3)))+12", "1+2-(((3*4)/(5^6))*(2*(1-5+(3*(7^9))*(4+6*7-3))))+12"},
   };
   for (const auto& pair : kPairs) {
-    const Worked plain = LibraryEngine::Work(CString::FromUtf8(pair.formula), nullptr);
-    EXPECT_TRUE(plain == LibraryEngine::Work(CString::FromUtf8(pair.bracketed), nullptr) ||
+    const Evaluated plain = LibraryEngine::Evaluate(CString::FromUtf8(pair.formula), nullptr);
+    EXPECT_TRUE(plain == LibraryEngine::Evaluate(CString::FromUtf8(pair.bracketed), nullptr) ||
                 std::isnan(plain.value))
         << pair.formula;
     EXPECT_EQ(plain.changed, -1) << pair.formula;

@@ -11,21 +11,21 @@
 namespace lorv::test {
 namespace {
 
-const std::vector<Text> kJudged = {_T("A"), _T("B"), _T("H"), _T("A1"), _T("A_1"), _T("AB"), _T("E3")};
+const std::vector<Text> kKnownNames = {_T("A"), _T("B"), _T("H"), _T("A1"), _T("A_1"), _T("AB"), _T("E3")};
 
 constexpr int kShare = CheckedShare(5);
 
-void ExpectSame(const Text& formula, bool judged) {
-  const std::string difference = ParserDifference(formula, judged, kJudged);
+void ExpectSame(const Text& formula, bool resolves) {
+  const std::string difference = ParserDifference(formula, resolves, kKnownNames);
   if (difference.empty()) return;
-  const Text small = ShrunkFormula(formula, judged, kJudged);
-  FAIL() << "formula \"" << Shown(small) << (judged ? "\" with" : "\" without")
-         << " a judge: " << ParserDifference(small, judged, kJudged);
+  const Text small = ShrunkFormula(formula, resolves, kKnownNames);
+  FAIL() << "formula \"" << Shown(small) << (resolves ? "\" with" : "\" without")
+         << " a name resolver: " << ParserDifference(small, resolves, kKnownNames);
 }
 
 // Every text of one to `most` tokens.
 template <std::size_t N>
-void ExpectSameForAll(const TCHAR* const (&tokens)[N], int most, bool judged) {
+void ExpectSameForAll(const TCHAR* const (&tokens)[N], int most, bool resolves) {
   std::vector<std::size_t> choice;
   long count = 0;
   for (int length = 1; length <= most; ++length) {
@@ -33,7 +33,7 @@ void ExpectSameForAll(const TCHAR* const (&tokens)[N], int most, bool judged) {
     for (bool more = true; more && !testing::Test::HasFatalFailure();) {
       Text formula;
       for (const std::size_t token : choice) formula += tokens[token];
-      if (++count % kShare == 0) ExpectSame(formula, judged);
+      if (++count % kShare == 0) ExpectSame(formula, resolves);
       more = false;
       for (std::size_t& token : choice) {
         if (++token < N) {
@@ -153,7 +153,7 @@ Text Repeated(const Text& piece, int count) {
   return text;
 }
 
-// Trees are worked one way to some depth, another way below it.
+// Trees are evaluated one way to some depth, another way below it.
 TEST(FormulaDifference, ChainsOfEveryDepth) {
   for (const int depth : {1, 2, 30, 248, 249, 250, 251, 252, 499, 500, 501, 700}) {
     for (const TCHAR* first :

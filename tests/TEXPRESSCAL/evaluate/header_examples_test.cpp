@@ -33,7 +33,7 @@ TEST(HeaderExamples, Calculator) {
   EXPECT_EQ(c.Calculate(), 5);
 }
 
-// A calculator that works a text of its own.
+// A calculator that evaluates a text of its own.
 class OwnText : public CAdExpCalculate {
  public:
   void Write(LPTSTR text) const { ReplExprWithVal2(text); }

@@ -22,17 +22,17 @@ std::vector<ExactName> Names(const std::map<std::string, double>& values) {
 }
 
 // The number, or not a number for a formula with a fault.
-double Worked(const char* formula, const std::map<std::string, double>& values, int& code) {
+double Evaluated(const char* formula, const std::map<std::string, double>& values, int& code) {
   ExactFormula exact(CString::FromUtf8(formula), Names(values));
   std::vector<double> numbers;
   for (const auto& [name, value] : values) numbers.push_back(value);
-  const double result = exact.Work(numbers.data(), code);
+  const double result = exact.Evaluate(numbers.data(), code);
   return exact.Fault().fault == FormulaFault::kNone ? result : std::nan("");
 }
 
-double Worked(const char* formula, const std::map<std::string, double>& values = {}) {
+double Evaluated(const char* formula, const std::map<std::string, double>& values = {}) {
   int code = 0;
-  return Worked(formula, values, code);
+  return Evaluated(formula, values, code);
 }
 
 TEST(ExactFormula, HeaderExamples) {
@@ -40,7 +40,7 @@ TEST(ExactFormula, HeaderExamples) {
   ExactFormula f(_T("A*L"), names);
   const double values[] = {0.0004, 1000};
   int code = -7;
-  EXPECT_EQ(f.Work(values, code), 0.4);
+  EXPECT_EQ(f.Evaluate(values, code), 0.4);
   EXPECT_EQ(code, 0);
   const double a[] = {0.0004};
   double r[1] = {};
@@ -50,40 +50,40 @@ TEST(ExactFormula, HeaderExamples) {
 }
 
 TEST(ExactFormula, ValuesKeepAllTheirDigits) {
-  EXPECT_EQ(Worked("W", {{"W", 0.334}}), 0.334);
-  EXPECT_EQ(Worked("W*3", {{"W", 1.0 / 3}}), 1.0);
-  EXPECT_EQ(Worked("A-0.0001", {{"A", 0.00010000001}}), 0.00010000001 - 0.0001);
-  EXPECT_EQ(Worked("A", {{"A", 1e300}}), 1e300);
-  EXPECT_EQ(Worked("A^2", {{"A", -3}}), 9);
-  EXPECT_EQ(Worked("2-A", {{"A", -3}}), 5);
+  EXPECT_EQ(Evaluated("W", {{"W", 0.334}}), 0.334);
+  EXPECT_EQ(Evaluated("W*3", {{"W", 1.0 / 3}}), 1.0);
+  EXPECT_EQ(Evaluated("A-0.0001", {{"A", 0.00010000001}}), 0.00010000001 - 0.0001);
+  EXPECT_EQ(Evaluated("A", {{"A", 1e300}}), 1e300);
+  EXPECT_EQ(Evaluated("A^2", {{"A", -3}}), 9);
+  EXPECT_EQ(Evaluated("2-A", {{"A", -3}}), 5);
 }
 
 TEST(ExactFormula, NamesAreWholeWordsOfAnyLength) {
-  EXPECT_EQ(Worked("墙长*墙", {{"墙", 2}, {"墙长", 5}}), 10);
-  EXPECT_EQ(Worked("a_very_long_name_of_a_column_1-a_very_long_name_of_a_column_2",
-                   {{"A_VERY_LONG_NAME_OF_A_COLUMN_1", 7}, {"a_very_long_name_of_a_column_2", 2}}),
+  EXPECT_EQ(Evaluated("墙长*墙", {{"墙", 2}, {"墙长", 5}}), 10);
+  EXPECT_EQ(Evaluated("a_very_long_name_of_a_column_1-a_very_long_name_of_a_column_2",
+                      {{"A_VERY_LONG_NAME_OF_A_COLUMN_1", 7}, {"a_very_long_name_of_a_column_2", 2}}),
             5);
-  EXPECT_EQ(Worked("A+A+ABC+ABC", {{"A", 1}, {"ABC", 10}}), 22);
-  EXPECT_EQ(Worked("2A", {{"A", 3}}), 6);
-  EXPECT_EQ(Worked("FIND('A','A')*A", {{"A", 3}}), 3);
+  EXPECT_EQ(Evaluated("A+A+ABC+ABC", {{"A", 1}, {"ABC", 10}}), 22);
+  EXPECT_EQ(Evaluated("2A", {{"A", 3}}), 6);
+  EXPECT_EQ(Evaluated("FIND('A','A')*A", {{"A", 3}}), 3);
 }
 
 // A chain is taken apart over a value as over a literal.
 TEST(ExactFormula, ChainsOfComparisonsHoldOverNames) {
-  EXPECT_EQ(Worked("1000<H<=2000", {{"H", 1500}}), 1);
-  EXPECT_EQ(Worked("1000<H<=2000", {{"H", 3000}}), 0);
-  EXPECT_EQ(Worked("0<H-1<3", {{"H", 2}}), 1);
-  EXPECT_EQ(Worked("0<5-H<3", {{"H", 4}}), 1);
-  EXPECT_EQ(Worked("0<5-H<3", {{"H", 1}}), 0);
-  EXPECT_EQ(Worked("0<5-H<3", {{"H", 6}}), 0);
-  EXPECT_EQ(Worked("1<H-L-1<3", {{"H", 5}, {"L", 2}}), 1);
+  EXPECT_EQ(Evaluated("1000<H<=2000", {{"H", 1500}}), 1);
+  EXPECT_EQ(Evaluated("1000<H<=2000", {{"H", 3000}}), 0);
+  EXPECT_EQ(Evaluated("0<H-1<3", {{"H", 2}}), 1);
+  EXPECT_EQ(Evaluated("0<5-H<3", {{"H", 4}}), 1);
+  EXPECT_EQ(Evaluated("0<5-H<3", {{"H", 1}}), 0);
+  EXPECT_EQ(Evaluated("0<5-H<3", {{"H", 6}}), 0);
+  EXPECT_EQ(Evaluated("1<H-L-1<3", {{"H", 5}, {"L", 2}}), 1);
 }
 
 // Whatever numbers a formula holds, none of them is taken for a name's.
 TEST(ExactFormula, LongNumbersOfTheFormulaStayNumbers) {
-  EXPECT_EQ(Worked("100000000000000+A", {{"A", 1}}), 100000000000001);
-  EXPECT_EQ(Worked("100000000000000+200000000000000+A", {{"A", 1}}), 300000000000001);
-  EXPECT_EQ(Worked("0.700000000000000+A", {{"A", 1}}), 1.7);
+  EXPECT_EQ(Evaluated("100000000000000+A", {{"A", 1}}), 100000000000001);
+  EXPECT_EQ(Evaluated("100000000000000+200000000000000+A", {{"A", 1}}), 300000000000001);
+  EXPECT_EQ(Evaluated("0.700000000000000+A", {{"A", 1}}), 1.7);
 }
 
 TEST(ExactFormula, FaultsStandInTheFormulaAsTyped) {
@@ -108,7 +108,7 @@ TEST(ExactFormula, FaultsStandInTheFormulaAsTyped) {
   ExactFormula none(_T("L+"), Names({{"L", 1}}));
   int code = 0;
   const double one = 1;
-  EXPECT_EQ(none.Work(&one, code), 0);
+  EXPECT_EQ(none.Evaluate(&one, code), 0);
   EXPECT_EQ(code, ExactFormula::kNoFormula);
 }
 
@@ -130,17 +130,17 @@ TEST(ExactFormula, CodesAreExplainedAtTheirPlace) {
   ExactFormula exact(CString::FromUtf8("3/(墙长-L)+1"), Names({{"L", 1}, {"墙长", 1}}));
   int code = 0;
   const double equal[] = {0.0004, 0.0004}, different[] = {0.0003, 0.0004};
-  exact.Work(equal, code);
+  exact.Evaluate(equal, code);
   EXPECT_EQ(code, 1);
   EXPECT_EQ(exact.Explain().fault, FormulaFault::kDivisionByZero);
   EXPECT_EQ(exact.Explain().position, 2);
   EXPECT_EQ(exact.Explain().length, 6);
-  exact.Work(different, code);
+  exact.Evaluate(different, code);
   EXPECT_EQ(code, 0);
   EXPECT_EQ(exact.Explain().fault, FormulaFault::kNone);
   ExactFormula root(_T("1+SQRT(L)"), Names({{"L", 1}}));
   const double negative = -1;
-  EXPECT_EQ(root.Work(&negative, code), 1);
+  EXPECT_EQ(root.Evaluate(&negative, code), 1);
   EXPECT_EQ(code, 4);
   EXPECT_EQ(root.Explain().position, 2);
 }
@@ -226,18 +226,18 @@ TEST(ExactFormula, NumbersBeyond32BitsAreDoubtful) {
   ExactFormula exact(_T("1+IIF(L>0,ROUND(L),0)"), Names({{"L", 1}}));
   int code = 0;
   for (const double fine : {1.0, 2147483646.0, -3e9}) {
-    exact.Work(&fine, code);
+    exact.Evaluate(&fine, code);
     EXPECT_EQ(code, 0) << fine;
   }
   const double huge = 3e9;
-  EXPECT_EQ(exact.Work(&huge, code), 1 - 2147483648.0);
+  EXPECT_EQ(exact.Evaluate(&huge, code), 1 - 2147483648.0);
   EXPECT_EQ(code, kDoubtfulNumber);
   EXPECT_EQ(exact.Explain().fault, FormulaFault::kBeyond32Bits);
   EXPECT_EQ(exact.Explain().position, 10);
   EXPECT_EQ(exact.Explain().length, 8);
   ExactFormula lowest(_T("FLOOR(L)"), Names({{"L", 1}}));
   const double end = -2147483647.5;
-  EXPECT_EQ(lowest.Work(&end, code), -2147483648.0);
+  EXPECT_EQ(lowest.Evaluate(&end, code), -2147483648.0);
   EXPECT_EQ(code, 0);
 }
 
@@ -248,12 +248,12 @@ TEST(ExactFormula, TextsStandForWords) {
   const double values[] = {0, 2.5};
   int code = 0;
   exact.SetText(0, CString::FromUtf8("红砖>=1墙").View());
-  EXPECT_EQ(exact.Work(values, code), 2.5);
+  EXPECT_EQ(exact.Evaluate(values, code), 2.5);
   exact.SetText(0, CString::FromUtf8("石").View());
-  EXPECT_EQ(exact.Work(values, code), 0);
+  EXPECT_EQ(exact.Evaluate(values, code), 0);
   double result = 0;
   const double* columns[] = {values, values};
-  EXPECT_FALSE(exact.WorkRows(columns, 1, &result, nullptr));
+  EXPECT_FALSE(exact.EvaluateRows(columns, 1, &result, nullptr));
 }
 
 // Rows are a second way: every formula, value and error must come out as one by one.
@@ -298,11 +298,11 @@ TEST(ExactFormula, RowsGiveWhatOneByOneGives) {
       const double* const columns[] = {values[0].data(), values[1].data(), values[2].data()};
       std::vector<double> results(rows + 1, 77);
       std::vector<int> codes(rows + 1, 77);
-      ASSERT_TRUE(exact.WorkRows(columns, rows, results.data(), codes.data())) << formula;
+      ASSERT_TRUE(exact.EvaluateRows(columns, rows, results.data(), codes.data())) << formula;
       for (std::size_t row = 0; row < rows; ++row) {
         const double one[] = {values[0][row], values[1][row], values[2][row]};
         int code = 0;
-        const double alone = exact.Work(one, code);
+        const double alone = exact.Evaluate(one, code);
         EXPECT_TRUE(alone == results[row] || (std::isnan(alone) && std::isnan(results[row])))
             << formula << " row " << row << ": " << alone << " and " << results[row];
         EXPECT_EQ(code, codes[row]) << formula << " row " << row << " " << one[0] << " " << one[1] << " "
@@ -327,7 +327,7 @@ TEST(ExactFormula, AgreesWithTheCalculatorOnShortValues) {
       for (const auto& [name, value] : values) suite.SetVarValue(CString::FromUtf8(name), value, false);
       int error = 0, code = 0;
       const double expected = suite.Calculate(error);
-      EXPECT_EQ(Worked(formula, values, code), expected) << formula;
+      EXPECT_EQ(Evaluated(formula, values, code), expected) << formula;
       EXPECT_EQ(code, error) << formula;
     }
   }

@@ -23,7 +23,7 @@ Found FoundIn(const char* text, double value) {
   ExactFormula formula(CString::FromUtf8(text), names);
   EXPECT_EQ(formula.Fault().fault, FormulaFault::kNone) << text;
   Found found;
-  found.result = formula.Work(&value, found.code);
+  found.result = formula.Evaluate(&value, found.code);
   found.what = formula.Explain();
   return found;
 }
@@ -80,7 +80,7 @@ TEST(HiddenNumbers, OrdinaryPartsAreNotDoubted) {
     ExactFormula exact(CString::FromUtf8(formula), names);
     const double values[] = {2, 3};
     int code = -1;
-    exact.Work(values, code);
+    exact.Evaluate(values, code);
     EXPECT_EQ(code, 0) << formula;
     EXPECT_EQ(exact.Explain().fault, FormulaFault::kNone) << formula;
   }
@@ -139,7 +139,7 @@ TEST(HiddenNumbers, RowsInDoubtGoToTheTree) {
   const double* const columns[] = {column.data()};
   std::vector<double> results(column.size());
   std::vector<int> codes(column.size());
-  ASSERT_TRUE(formula.WorkRows(columns, column.size(), results.data(), codes.data()));
+  ASSERT_TRUE(formula.EvaluateRows(columns, column.size(), results.data(), codes.data()));
   for (std::size_t i = 0; i < column.size(); ++i) {
     EXPECT_EQ(codes[i], column[i] > 1 ? kHiddenNoNumber : 0) << i;
     EXPECT_EQ(results[i], column[i] > 1 ? 2 : 1) << i;

@@ -97,7 +97,7 @@ TEST(ExpressionObject, TextLeafHasATerminatedTextOfItsOwn) {
   EXPECT_EQ(ValueOf(e), 2);
 }
 
-TEST(ExpressionObject, JudgeIsKeptAsAPlainPointer) {
+TEST(ExpressionObject, ResolverIsKeptAsAPlainPointer) {
   static_assert(std::is_same_v<decltype(CExpression::m_pValidParameter), CValidParameter*>);
 }
 

@@ -41,16 +41,16 @@ TYPED_TEST(Functions, AnglesInDegreesUseTheShortConstant) {
       {"SINA(7.3)", arithmetic::Sine((7.3 / 180) * kPi)},
   };
   for (const GoodFormula& row : kTable) ExpectGood<TypeParam>(row);
-  EXPECT_NEAR(TypeParam::Work(_T("SINA(30)"), nullptr).value, 0.50000000000147, 1e-14);
-  EXPECT_NEAR(TypeParam::Work(_T("SIN(30/180*PI)"), nullptr).value, 0.50000000000147, 1e-14);
+  EXPECT_NEAR(TypeParam::Evaluate(_T("SINA(30)"), nullptr).value, 0.50000000000147, 1e-14);
+  EXPECT_NEAR(TypeParam::Evaluate(_T("SIN(30/180*PI)"), nullptr).value, 0.50000000000147, 1e-14);
 }
 
 TYPED_TEST(Functions, InverseFunctionsOutsideTheirRangeReportNothing) {
   for (const char* formula : {"ASIN(2)", "ACOS(-1.5)"}) {
-    const Worked worked = TypeParam::Work(CString::FromUtf8(formula), nullptr);
-    EXPECT_EQ(worked.changed, -1) << formula;
-    EXPECT_EQ(worked.code, 0) << formula;
-    EXPECT_TRUE(std::isnan(worked.value)) << formula;
+    const Evaluated evaluated = TypeParam::Evaluate(CString::FromUtf8(formula), nullptr);
+    EXPECT_EQ(evaluated.changed, -1) << formula;
+    EXPECT_EQ(evaluated.code, 0) << formula;
+    EXPECT_TRUE(std::isnan(evaluated.value)) << formula;
   }
 }
 
@@ -131,10 +131,10 @@ TYPED_TEST(Functions, NoNumberInAListCountsByItsPlace) {
                                                    {"MIN(1," + nan + ",2)", 1},
                                                    {"MIN(3," + nan + ",2)", 3},
                                                    {"MAX(" + nan + ",3,2)", 3}}) {
-    EXPECT_EQ(TypeParam::Work(CString::FromUtf8(formula), nullptr).value, expected) << formula;
+    EXPECT_EQ(TypeParam::Evaluate(CString::FromUtf8(formula), nullptr).value, expected) << formula;
   }
-  EXPECT_TRUE(std::isnan(TypeParam::Work(CString::FromUtf8("MAX(1," + nan + ")"), nullptr).value));
-  EXPECT_TRUE(std::isnan(TypeParam::Work(CString::FromUtf8("MIN(" + nan + ",1)"), nullptr).value));
+  EXPECT_TRUE(std::isnan(TypeParam::Evaluate(CString::FromUtf8("MAX(1," + nan + ")"), nullptr).value));
+  EXPECT_TRUE(std::isnan(TypeParam::Evaluate(CString::FromUtf8("MIN(" + nan + ",1)"), nullptr).value));
 }
 
 TYPED_TEST(Functions, ChoiceAsksForMoreThanZero) {

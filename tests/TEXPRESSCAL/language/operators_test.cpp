@@ -36,7 +36,7 @@ TEST(Operators, BindAsTheTableSays) {
   }
 }
 
-TEST(Operators, KindsAreToldApart) {
+TEST(Operators, KindsAreDistinguished) {
   EXPECT_TRUE(IsComparison(kLess) && IsComparison(kEqual) && !IsComparison(kAnd) && !IsComparison(kAdd));
   EXPECT_TRUE(GivesTruth(kOr) && GivesTruth(kGreater) && !GivesTruth(kNot) && !GivesTruth(kPower));
   EXPECT_TRUE(UsesLeftOperand(kPower) && UsesLeftOperand(kAnd) && !UsesLeftOperand(kNot));

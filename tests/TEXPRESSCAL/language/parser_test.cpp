@@ -89,7 +89,7 @@ TYPED_TEST(Parser, ChainedComparisonWithLiteralMiddleBecomesTwo) {
       {"5>=4>=3", 1},
       {"0.5<1.5<2.5", 1},
       {"1<2.5<2", 0},
-      // Blanks make the middle no literal: worked from left to right.
+      // Blanks make the middle no literal: evaluated from left to right.
       {"3> 2>1", 0},
       {"3>2 >1", 0},
       // Only the first of each operator is looked at.
@@ -101,13 +101,13 @@ TYPED_TEST(Parser, ChainedComparisonWithLiteralMiddleBecomesTwo) {
 }
 
 TYPED_TEST(Parser, ChainOfNamesStaysAsItIs) {
-  EXPECT_EQ(TypeParam::Work(_T("1<X<3"), "X"), (Worked{-1, 0, 1, ",X"}));
-  EXPECT_EQ(TypeParam::Work(_T("3>X>1"), "X"), (Worked{-1, 0, 0, ",X"}));
-  EXPECT_EQ(TypeParam::Work(_T("1<2<X"), "X"), (Worked{-1, 0, 1, ",X"}));
-  EXPECT_EQ(TypeParam::Work(_T("2<1<X"), "X"), (Worked{-1, 0, 0, ",X"}));
+  EXPECT_EQ(TypeParam::Evaluate(_T("1<X<3"), "X"), (Evaluated{-1, 0, 1, ",X"}));
+  EXPECT_EQ(TypeParam::Evaluate(_T("3>X>1"), "X"), (Evaluated{-1, 0, 0, ",X"}));
+  EXPECT_EQ(TypeParam::Evaluate(_T("1<2<X"), "X"), (Evaluated{-1, 0, 1, ",X"}));
+  EXPECT_EQ(TypeParam::Evaluate(_T("2<1<X"), "X"), (Evaluated{-1, 0, 0, ",X"}));
 }
 
-TYPED_TEST(Parser, SignsStackAsToldAndNoFurther) {
+TYPED_TEST(Parser, SignsStackAsDescribedAndNoFurther) {
   const GoodFormula kGood[] = {
       {"--3", 3},   {"-+3", -3}, {"---3", -3}, {"+3", 3},      {"1++1", 2},
       {"1--1", 2},  {"1-+1", 0}, {"+ 3", 3},   {"- 3", -3},    {"- - 3", 3},
@@ -151,7 +151,7 @@ TYPED_TEST(Parser, BlanksAreSkippedExceptBehindBars) {
   const BadFormula kBad[] = {{"|-3| +1", 4}, {"|1| ", 3}, {"(|1| )", 4},
                              {"1\n", 1},     {"\t1", 0},  {"1+\t2", 2}};
   for (const BadFormula& row : kBad) ExpectBad<TypeParam>(row);
-  EXPECT_EQ(TypeParam::Work(CString::FromUtf8("1\xE3\x80\x80+1"), nullptr), (Worked{1, -1, 0, ""}));
+  EXPECT_EQ(TypeParam::Evaluate(CString::FromUtf8("1\xE3\x80\x80+1"), nullptr), (Evaluated{1, -1, 0, ""}));
 }
 
 TYPED_TEST(Parser, BrokenTextFailsWhereTheLevelStopped) {
@@ -168,7 +168,7 @@ TYPED_TEST(Parser, BrokenTextFailsWhereTheLevelStopped) {
   };
   for (const BadFormula& row : kBad) {
     if (std::string(row.formula) == "a.b") {
-      EXPECT_EQ(TypeParam::Work(_T("a.b"), "A,B"), (Worked{1, -1, 0, ",A"}));
+      EXPECT_EQ(TypeParam::Evaluate(_T("a.b"), "A,B"), (Evaluated{1, -1, 0, ",A"}));
       continue;
     }
     ExpectBad<TypeParam>(row);
@@ -192,7 +192,7 @@ TYPED_TEST(Parser, TextHasNoEscapeAndIsUpperCased) {
   for (const GoodFormula& row : kGood) ExpectGood<TypeParam>(row);
 }
 
-TYPED_TEST(Parser, NamesWithoutJudge) {
+TYPED_TEST(Parser, NamesWithoutResolver) {
   const GoodFormula kGood[] = {{"2PI", 3.1415926536},  {"2ABC", 2}, {"PI", 3.1415926536},
                                {"pi*2", 6.2831853072}, {"1E3", 1},  {"2SIN(0)", 0},
                                {"2ABC +1", 3},         {"2A_9", 2}, {"3X1+4Y", 7}};
@@ -202,14 +202,14 @@ TYPED_TEST(Parser, NamesWithoutJudge) {
   for (const BadFormula& row : kBad) ExpectBad<TypeParam>(row);
 }
 
-struct JudgedFormula {
+struct ResolvedFormula {
   const char* formula;
   const char* names;
-  Worked expected;
+  Evaluated expected;
 };
 
-TYPED_TEST(Parser, NamesWithJudge) {
-  const JudgedFormula kTable[] = {
+TYPED_TEST(Parser, NamesWithResolver) {
+  const ResolvedFormula kTable[] = {
       {"A+B*A", "A,B", {-1, 0, kPlaceholder + kPlaceholder * kPlaceholder, ",A,B,A"}},
       {"a+b", "A,B", {-1, 0, 2 * kPlaceholder, ",A,B"}},
       {"2A", "A", {-1, 0, kPlaceholder, ",A"}},
@@ -232,12 +232,12 @@ TYPED_TEST(Parser, NamesWithJudge) {
       {"1+2", "A", {-1, 0, 3, ""}},
       {"A(1)", "A", {1, -1, 0, ",A"}},
   };
-  for (const JudgedFormula& row : kTable) {
-    EXPECT_EQ(TypeParam::Work(CString::FromUtf8(row.formula), row.names), row.expected) << row.formula;
+  for (const ResolvedFormula& row : kTable) {
+    EXPECT_EQ(TypeParam::Evaluate(CString::FromUtf8(row.formula), row.names), row.expected) << row.formula;
   }
 }
 
-TYPED_TEST(Parser, CallsCheckTheirListsAsTold) {
+TYPED_TEST(Parser, CallsCheckTheirListsAsDescribed) {
   const GoodFormula kGood[] = {
       {"SIN()", 0, 10},
       {"SIN(,1)", 0, 10},
@@ -267,13 +267,13 @@ TYPED_TEST(Parser, CallsCheckTheirListsAsTold) {
 TYPED_TEST(Parser, HundredAndFirstLongOperatorStays) {
   CString formula = _T("1");
   for (int i = 0; i < 100; ++i) formula += _T("&&1");
-  EXPECT_EQ(TypeParam::Work(formula, nullptr), (Worked{-1, 0, 1, ""}));
+  EXPECT_EQ(TypeParam::Evaluate(formula, nullptr), (Evaluated{-1, 0, 1, ""}));
   formula += _T("&&1");
-  EXPECT_EQ(TypeParam::Work(formula, nullptr), (Worked{201, -1, 0, ""}));
+  EXPECT_EQ(TypeParam::Evaluate(formula, nullptr), (Evaluated{201, -1, 0, ""}));
   // A hundred "==" each, and the single "=" has its own hundred.
   CString equal = _T("1");
   for (int i = 0; i < 101; ++i) equal += _T("==1");
-  EXPECT_EQ(TypeParam::Work(equal, nullptr), (Worked{202, -1, 0, ""}));
+  EXPECT_EQ(TypeParam::Evaluate(equal, nullptr), (Evaluated{202, -1, 0, ""}));
 }
 
 TEST(ParserState, EmptyTextGivesZeroAndKeepsTheTree) {
@@ -304,9 +304,9 @@ TEST(ParserState, NewTextReplacesTheTree) {
 }
 
 TEST(ParserState, ListOfNamesOutlivesAParseWithoutNames) {
-  ListJudge judge("A,B");
+  ListResolver resolver("A,B");
   CExpression expression;
-  expression.m_pValidParameter = &judge;
+  expression.m_pValidParameter = &resolver;
   EXPECT_EQ(expression.ChangeExpression(_T("A+B*A")), -1);
   EXPECT_EQ(Utf8(expression.m_szVarList), ",A,B,A");
   EXPECT_EQ(expression.ChangeExpression(_T("1+2")), -1);

@@ -1,4 +1,4 @@
-// Many rows at once: the judge is the calculator itself, row by row.
+// Many rows at once: compared with the calculator itself, row by row.
 
 #include "TEXPRESSCAL/calculate_rows.h"
 
@@ -48,7 +48,7 @@ void ExpectSameAsRowByRow(const CAdExpCalculate& calculator, const std::vector<N
     const double expected = single.Calculate(error);
     ASSERT_TRUE(SameBits(results[row], expected) && errors[row] == error)
         << Utf8(calculator.GetExpr()) << " in row " << row << ": " << results[row] << ", error "
-        << errors[row] << " for " << expected << ", error " << error << ", worked as "
+        << errors[row] << " for " << expected << ", error " << error << ", evaluated as "
         << Utf8(single.GetCalcedExpr());
   }
 }
@@ -101,7 +101,7 @@ TEST(CalculateRows, TakesTheLaterOfTwoColumnsOfOneName) {
   ExpectSameAsRowByRow(CAdExpCalculate(_T("L*2")), {{_T("L"), {1, 2}}, {_T("l"), {5, 6}}}, 2);
 }
 
-TEST(CalculateRows, TellsTheErrorOfEachRow) {
+TEST(CalculateRows, ReportsTheErrorOfEachRow) {
   for (const TCHAR* formula :
        {_T("1/A"), _T("SQRT(A)/A"), _T("IIF(A>1,1/(A-2),2)"), _T("A=0&&(1/A)=1"), _T("A=1||(1/A)=1"),
         _T("MAX(1/A,SQRT(A))"), _T("A/A/A"), _T("SQRT(A)/(1/A)"), _T("(1/A)^SQRT(A)"),
@@ -201,13 +201,13 @@ TEST(CalculateRows, WorksSoManyRowsAsInPieces) {
   }
   for (std::size_t first = 0; first < kRows; first += kPiece) {
     std::array<double, kPiece> expected{};
-    std::array<int, kPiece> told{};
+    std::array<int, kPiece> reported{};
     const ValueColumn piece[] = {{_T("L"), lengths.data() + first}, {_T("N"), counts.data() + first}};
     const std::size_t rows = std::min(kPiece, kRows - first);
-    CalculateRows(calculator, piece, rows, expected.data(), told.data());
+    CalculateRows(calculator, piece, rows, expected.data(), reported.data());
     for (std::size_t i = 0; i < rows; ++i) {
       ASSERT_TRUE(SameBits(results[1 + first + i], expected[i])) << first + i;
-      ASSERT_EQ(errors[1 + first + i], told[i]) << first + i;
+      ASSERT_EQ(errors[1 + first + i], reported[i]) << first + i;
     }
   }
 }

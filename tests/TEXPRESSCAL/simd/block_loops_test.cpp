@@ -30,9 +30,9 @@ std::vector<const BlockLoops*> AllLoops() {
 }
 
 // Each generation of loops that this processor can run, on one program and one block.
-std::vector<double> WorkedBy(const BlockLoops& loops, const FormulaProgram& program,
-                             const std::vector<double>& values, bool streams,
-                             std::vector<std::uint8_t>& errors) {
+std::vector<double> EvaluatedBy(const BlockLoops& loops, const FormulaProgram& program,
+                                const std::vector<double>& values, bool streams,
+                                std::vector<std::uint8_t>& errors) {
   std::vector<BlockCell> cells;
   for (std::size_t i = 0; i < program.ConstantEnd(); ++i) cells.push_back({nullptr, program.Cells()[i]});
   std::vector<double> column = values;
@@ -49,10 +49,10 @@ std::vector<double> WorkedBy(const BlockLoops& loops, const FormulaProgram& prog
   return {results.begin(), results.end() - 1};
 }
 
-void ExpectWorkedAlike(const BlockLoops& loops, FormulaProgram& program, const std::vector<double>& values,
-                       bool streams, const Text& formula) {
+void ExpectEvaluatedAlike(const BlockLoops& loops, FormulaProgram& program, const std::vector<double>& values,
+                          bool streams, const Text& formula) {
   std::vector<std::uint8_t> errors;
-  const std::vector<double> results = WorkedBy(loops, program, values, streams, errors);
+  const std::vector<double> results = EvaluatedBy(loops, program, values, streams, errors);
   for (std::size_t row = 0; row < values.size(); ++row) {
     std::fill_n(program.Slots(), program.SlotCount(), values[row]);
     int error = 0;
@@ -137,13 +137,13 @@ TEST(BlockLoops, GivesTheSameOnEveryGeneration) {
     if (!plan.Make(capitals, names)) continue;
     FormulaProgram program = plan.Program();
     for (std::size_t i = 0; i < loops.size(); ++i) {
-      ExpectWorkedAlike(*loops[i], program, values, false, capitals);
-      ExpectWorkedAlike(*loops[i], program, {values.begin(), values.end() - 1}, true, capitals);
+      ExpectEvaluatedAlike(*loops[i], program, values, false, capitals);
+      ExpectEvaluatedAlike(*loops[i], program, {values.begin(), values.end() - 1}, true, capitals);
     }
   }
 }
 
-// The rules of one value at a time are the judge.
+// Compared with the rules of one value at a time.
 void ExpectReadAlike(const BlockLoops& loops, bool often_thirds, const std::vector<double>& values) {
   std::vector<double> readings(values.size(), -7);
   RowMarks refused{};
@@ -195,7 +195,7 @@ TEST(BlockLoops, ReadsTheEdgesOfThirdsAlikeOnEveryGeneration) {
   }
 }
 
-// The quotient is mended where the processor can; a plain division is the judge.
+// The quotient is mended where the processor can; it is compared with a plain division.
 TEST(BlockLoops, ReadsEveryCountOfThousandthsAsTheQuotient) {
   const std::vector<const BlockLoops*> loops = AllLoops();
   ChoiceSource source(9);
@@ -284,7 +284,7 @@ TEST(BlockLoops, ReadsThirdsAlikeOnEveryGeneration) {
   }
 }
 
-// Doubt is for what is rare, or rows would be worked as text.
+// Doubt is for what is rare, or rows would be evaluated as text.
 TEST(BlockLoops, DoubtsNoThirdsAndNoTypedLengths) {
   AlignedRow<double> values(64);
   for (std::size_t i = 0; i < 64; ++i) values[i] = i % 2 == 0 ? static_cast<double>(i) * 1.001 : 1.0 / 3;

@@ -104,7 +104,7 @@ TEST_F(KeywordSets, ClearingForgetsAllClassesAndOneCalculator) {
   EXPECT_EQ(Listed(*calculator_.GetSetKeyWord(_T("wall"), Names({_T("q")}), kNone)), "Q,");
 }
 
-TEST_F(KeywordSets, KeywordsAreJudgedInAnyCase) {
+TEST_F(KeywordSets, KeywordsAreFoundInAnyCase) {
   calculator_.SetKeyWord(Names({_T("height")}));
   calculator_.SetExpr(_T("Height+HEIGHT+height"));
   std::vector<CStrCmp> names(2);

@@ -13,7 +13,7 @@
 namespace lorv::lzari {
 namespace {
 
-// The model as it is told: counts in plain tables, sums made anew.
+// The model as it is described: counts in plain tables, sums made anew.
 struct PlainModel {
   std::vector<int> frequency = std::vector<int>(kSymbols + 1, 1);
   std::vector<int> character = std::vector<int>(kSymbols + 1);

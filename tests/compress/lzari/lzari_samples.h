@@ -22,7 +22,7 @@ std::vector<Sample> RealSamples();
 // Bytes that look like nothing, the same for each seed.
 std::string Noise(std::size_t length, unsigned seed, int alphabet = 256);
 
-// The buffer forms on texts, silenced: the codec tells its progress on standard output.
+// The buffer forms on texts, silenced: the codec prints its progress on standard output.
 std::string Packed(const std::string& plain);
 std::string Unpacked(const std::string& stream, bool exact);
 // True if exact decoding ends in the int 1.

@@ -6,7 +6,7 @@
 
 namespace lorv::test {
 
-// The codec written down step for step, with no thought of speed: the judge of the fast one. Every stream
+// The codec written down step for step, with no thought of speed: the reference of the fast one. Every stream
 // and every decoder outcome of `CAdRar` must equal what comes out of here, byte for byte.
 //
 // One object serves one operation. Throws the int 1 where the codec does ("Read Error").

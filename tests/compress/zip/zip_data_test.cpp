@@ -64,7 +64,7 @@ TEST(ZipData, EveryArchiveGivesWhatItsListSays) {
     const int index = std::stoi(row[1]);
     ZipEntry entry;
     ASSERT_EQ(zip.GetItem(index, entry), kZipOk) << row[0] << " " << index;
-    // A name that is marked as UTF-8 is told in the system's code page: 世界 in GBK.
+    // A name that is marked as UTF-8 is given in the system's code page: 世界 in GBK.
     EXPECT_EQ(Hex(entry.name), row[4] == "0" ? row[2] : "cac0bde7") << row[0] << " " << index;
     EXPECT_EQ(std::to_string(entry.size), row[8]) << row[0] << " " << index;
     const DWORD result = zip.UnzipItem(index, [](std::span<const unsigned char>) { return true; });

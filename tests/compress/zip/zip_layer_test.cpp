@@ -339,7 +339,7 @@ TEST(ZipLayer, PipeGetsADescriptorBehindTheData) {
   EXPECT_EQ(Unzipped(reader, 0), "hello");
 }
 
-TEST(ZipLayer, FailingWritesAndReadsAreTold) {
+TEST(ZipLayer, FailingWritesAndReadsAreReported) {
   Pipe pipe;
   pipe.limit = 50;
   ZipWriter zip;
@@ -452,7 +452,7 @@ TEST(ZipLayer, TimesGoThereAndBack) {
   for (const std::uint32_t unix_time : {0U, 1U, 0x7FFFFFFFU, 0x80000000U, 0xFFFFFFFFU, 1'700'000'000U}) {
     EXPECT_EQ(zip::ToUnixTime(zip::FromUnixTime(unix_time)), unix_time) << unix_time;
   }
-  EXPECT_EQ(zip::ToUnixTime(0), 0U) << "1601 is before the first that can be told";
+  EXPECT_EQ(zip::ToUnixTime(0), 0U) << "1601 is before the first that can be stored";
   EXPECT_EQ(zip::ToUnixTime(INT64_MAX), 0xFFFFFFFFU);
   HeadlessPlatform machine;
   const ScopedPlatform scope(machine.Ports());

@@ -60,7 +60,7 @@ TEST(ZipSources, WhatIsNoDiskFileHasTheOneAttributeWhateverItsBytes) {
   EXPECT_EQ(AttributesOf(zip), 0x80000000U) << "memory";
 }
 
-TEST(ZipSources, PipesAreToldAndNotWaitedFor) {
+TEST(ZipSources, PipesAreReportedAndNotWaitedFor) {
   HeadlessPlatform machine;
   const ScopedPlatform scope(machine.Ports());
   machine.files.Put(_T("C:\\a.txt"), "hello");

@@ -38,7 +38,7 @@ std::vector<Call> Additions() {
   };
 }
 
-// What the calls must give, told by the order in which they came.
+// What the calls must give, derived from the order in which they came.
 class Model {
  public:
   DWORD Create() {
@@ -92,7 +92,7 @@ class ZipStates : public testing::Test {
     };
   }
 
-  // One sequence of calls; tells it where a code is not the one of the model.
+  // One sequence of calls; reports it where a code is not the one of the model.
   void RunSequence(const Goal& goal, std::minstd_rand& chance) {
     ZipWriter zip;
     Model model;

@@ -6,7 +6,7 @@
 #include "compress/zip/zip_reader.h"
 #include "compress/zip/zip_writer.h"
 
-// Names in Unicode beside the narrow ones, and what else the listing tells beyond an entry's record.
+// Names in Unicode beside the narrow ones, and what else the listing has beyond an entry's record.
 namespace lorv::test {
 namespace {
 
@@ -79,7 +79,7 @@ TEST(ZipUnicode, NamesHave65509BytesAtMost) {
   EXPECT_EQ(writer.AddFolder("_", std::string(65509, 'n')), kZipArguments) << "with its separator";
 }
 
-TEST(ZipUnicode, ObstaclesAreToldBeforehandAndLeaveNoTrace) {
+TEST(ZipUnicode, ObstaclesAreReportedBeforehandAndLeaveNoTrace) {
   ZipWriter writer;
   writer.Create(nullptr, 0);
   EXPECT_EQ(writer.Obstacle("", 0), ZipFault::kNoName);
@@ -103,7 +103,7 @@ TEST(ZipUnicode, OverlapsAreSeenAndDirectoriesCompared) {
   ASSERT_EQ(again.Open(archive.data(), archive.size()), kZipOk);
   EXPECT_FALSE(good.HasOverlaps());
   EXPECT_TRUE(good.HasDirectoryOf(again));
-  // The second entry is told to begin one byte before the first one's end.
+  // The second entry is said to begin one byte before the first one's end.
   const auto* const bytes = reinterpret_cast<const unsigned char*>(archive.data());
   const std::size_t central = LoadLittle32(bytes + archive.size() - 22 + 16);
   const std::size_t second = central + 46 + 1 + 9;

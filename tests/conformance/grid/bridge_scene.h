@@ -31,7 +31,7 @@ struct BridgeScene {
   void Say(const std::string& line) { trace.push_back("  " + line); }
   void SayState();
   void SayCell(int row, int column);
-  // What was heard since; of what painting tells only the first of each.
+  // What was heard since; of what painting reports only the first of each.
   void SayHeard();
   // Only these are noted until the end of the step.
   void Hear(const std::set<int>& events) { sheet->OnlyHear(events); }

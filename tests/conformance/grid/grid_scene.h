@@ -11,8 +11,8 @@
 #include "tests/conformance/behaviour_driver.h"
 #include "tests/conformance/grid/grid_points.h"
 
-// The grid of the conformance script, which writes what it is told into one trace. Each step ends with where
-// the user is then: the current cell, what is selected, and what stands in the editor.
+// The grid of the conformance script, which writes what it is notified of into one trace. Each step ends with
+// where the user is then: the current cell, what is selected, and what stands in the editor.
 namespace lorv_test {
 
 struct GridScene;
@@ -82,7 +82,7 @@ struct GridScene {
   // What stands in a cell, or in a column from the top.
   void SayCell(int row, int column);
   void SayColumn(int column);
-  // Forgets what the work told.
+  // Forgets what was reported so far.
   void Quietly(const std::function<void()>& work);
   template <class Kind>
   Kind* Put(int row, int column, Kind* item) {

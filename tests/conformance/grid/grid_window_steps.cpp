@@ -9,8 +9,8 @@ namespace {
 constexpr UINT kFirstCommand = 57665;
 
 void AnswerOnce(GridScene& s, const std::string& event, std::function<void()> work) {
-  s.grid->on = [&s, event, work = std::move(work)](const std::string& told) {
-    if (told != event) return;
+  s.grid->on = [&s, event, work = std::move(work)](const std::string& reported) {
+    if (reported != event) return;
     s.grid->on = nullptr;
     work();
   };

@@ -106,7 +106,7 @@ class GridWorld {
       Work();
       left_ = 0;
       Work();
-      Judge();
+      ExpectSound();
     }
     grid_.reset();
     frame_.DestroyWindow();
@@ -142,7 +142,7 @@ class GridWorld {
     if (!stale_) mirror_.InsertRow(at, grid_->GetColumnCount());
   }
 
-  // The user changed a cell: the mirror is told by the grid, and by nothing else.
+  // The user changed a cell: the mirror is notified by the grid, and by nothing else.
   void Changed(const CBCGPGridItem& item, int row, int column) {
     EXPECT_EQ(grid_->GetGridItem({row, column}), &item) << "script " << script_;
     if (GridMirror::Cell* cell = mirror_.At(row, column)) cell->text = item.FormatItem();
@@ -512,7 +512,7 @@ class GridWorld {
     EXPECT_TRUE(grid_->InGesture() || grid_->GetDragFrame().IsRectEmpty() != FALSE);
   }
 
-  void Judge() {
+  void ExpectSound() {
     if (grid_ != nullptr) MoveOn();
     if (grid_ == nullptr) return;
     SCOPED_TRACE("script " + std::to_string(script_));

@@ -70,8 +70,8 @@ class QtRandomUser : public lorv_test::RandomUser {
 
 }  // namespace
 
-TEST(QtRandomConduct, NothingThatIsGoneIsTouched) {
-  lorv_test::PlayRandomScripts<QtRandomUser>(lorv_test::kRandomScripts, lorv_test::PlayRandomConduct);
+TEST(QtRandomBehaviour, NothingThatIsGoneIsTouched) {
+  lorv_test::PlayRandomScripts<QtRandomUser>(lorv_test::kRandomScripts, lorv_test::PlayRandomBehaviour);
 }
 
 TEST(QtRandomGrid, TableIsWhatThePlainOneSays) {

@@ -44,7 +44,7 @@ const std::map<int, xcb_keysym_t> kKeys = {
     {VK_BACK, 0xFF08},   {VK_SHIFT, 0xFFE1}, {VK_CONTROL, 0xFFE3}, {VK_MENU, 0xFFE9}, {VK_F2, 0xFFBF},
     {VK_F4, 0xFFC1},     {VK_SPACE, 0x20},   {VK_PRIOR, 0xFF55},   {VK_NEXT, 0xFF56}};
 
-// All goes over Qt's own connection, so that the server works it in the order of the calls.
+// All goes over Qt's own connection, so that the server handles it in the order of the calls.
 class X11User : public QtUser, public QAbstractNativeEventFilter {
  public:
   X11User()
@@ -92,7 +92,7 @@ class X11User : public QtUser, public QAbstractNativeEventFilter {
     xcb_flush(other_.get());
   }
 
-  // A message to ourselves comes back behind all that the server had to tell before.
+  // A message to ourselves comes back behind all that the server had to report before.
   bool Arrive() override {
     xcb_client_message_event_t message = {};
     message.response_type = XCB_CLIENT_MESSAGE;

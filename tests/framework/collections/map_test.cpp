@@ -78,7 +78,7 @@ TEST(CMap, CopiesAreIndependent) {
   EXPECT_EQ(Utf8(text), "beam");
 }
 
-TEST(CMap, TextKeysTellCaseAndNullIsEmpty) {
+TEST(CMap, TextKeysDistinguishCaseAndNullIsEmpty) {
   CMapStringToPtr m;
   int a = 0;
   int b = 0;

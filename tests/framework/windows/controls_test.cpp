@@ -62,14 +62,14 @@ class Liar : public Control {
  public:
   LRESULT length = 1;
   CString text;
-  LRESULT told = 0;
+  LRESULT reported = 0;
 
  protected:
   LRESULT WindowProc(UINT message, WPARAM w, LPARAM l) override {
     if (message == LB_GETTEXTLEN || message == CB_GETLBTEXTLEN) return length;
     if (message != LB_GETTEXT && message != CB_GETLBTEXT) return Control::WindowProc(message, w, l);
     std::copy_n(text.GetString(), text.GetLength() + 1, reinterpret_cast<TCHAR*>(l));
-    return told;
+    return reported;
   }
 };
 
@@ -80,7 +80,7 @@ TEST_F(Controls, AnItemLongerThanItsLengthIsTakenWhole) {
   drop.Create(WS_CHILD | CBS_DROPDOWNLIST, CRect(0, 0, 50, 50), &top, 9);
   for (const int units : {1, 2, 40, 65536}) {
     box.text = drop.text = CString(_T('w'), units);
-    box.told = drop.told = units;
+    box.reported = drop.reported = units;
     CString got, dropped;
     box.GetText(0, got);
     drop.GetLBText(0, dropped);
@@ -89,17 +89,17 @@ TEST_F(Controls, AnItemLongerThanItsLengthIsTakenWhole) {
   }
 }
 
-TEST_F(Controls, AnItemShorterThanItIsToldHoldsNothingOfOthers) {
+TEST_F(Controls, AnItemShorterThanItSaysHoldsNothingOfOthers) {
   Liar<CListBox> box;
   box.Create(WS_CHILD, CRect(0, 0, 50, 50), &top, 8);
   box.text = _T("ab");
-  for (const LRESULT told : {LRESULT{4}, LRESULT{1} << 20, LRESULT{1} << 30}) {
-    box.told = told;
+  for (const LRESULT reported : {LRESULT{4}, LRESULT{1} << 20, LRESULT{1} << 30}) {
+    box.reported = reported;
     CString got;
     box.GetText(0, got);
-    EXPECT_EQ(got, CString(_T("ab"))) << told;
+    EXPECT_EQ(got, CString(_T("ab"))) << reported;
   }
-  box.told = LB_ERR;
+  box.reported = LB_ERR;
   CString got(_T("before"));
   box.GetText(0, got);
   EXPECT_TRUE(got.IsEmpty());

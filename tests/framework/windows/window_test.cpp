@@ -13,7 +13,7 @@ using lorv_test::Notes;
 constexpr UINT kPrivate = WM_USER + 7;
 UINT registered_message = 0;
 
-// Notes what it is told, and does what the test wants in the middle of it.
+// Notes what it is notified of, and does what the test wants in the middle of it.
 class Sheet : public lorv_test::NotingWindow {
  public:
   std::function<void(const std::string&)> on;
@@ -200,7 +200,7 @@ TEST_F(Window, TimersComeDueByTheClock) {
   EXPECT_TRUE(sheet.Taken().empty());
 }
 
-TEST_F(Window, MovesWithItsParentAndTellsItsSize) {
+TEST_F(Window, MovesWithItsParentAndReportsItsSize) {
   CRect rect;
   sheet.GetWindowRect(rect);
   EXPECT_EQ(rect, CRect(114, 148, 214, 198));
@@ -336,7 +336,7 @@ TEST_F(Window, RefusedCreationLeavesNoWindow) {
   EXPECT_EQ(top.GetDlgItem(9), nullptr);
 }
 
-TEST_F(Window, CaptureTakesThePointerAndIsToldOfItsEnd) {
+TEST_F(Window, CaptureTakesThePointerAndIsReportedItsEnd) {
   CWnd other;
   other.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(200, 0, 300, 50), &top, 8);
   sheet.Taken();

@@ -8,7 +8,7 @@
 
 namespace lorv_test {
 
-// The suite's grid in a window, with notes of what descendants are told.
+// The suite's grid in a window, with notes of what descendants are notified of.
 class BasicGrid : public CBCGPBasicGridCtrl {
  public:
   std::vector<std::string> notes;

@@ -97,7 +97,7 @@ TEST_F(BasicMouse, DraggingSelectsAndThenOpensTheFirstCell) {
   EXPECT_EQ(grid->GetEditingItem(), grid->GetItem(1, 1));
 }
 
-TEST_F(BasicMouse, CursorTellsWhatAPressWouldDo) {
+TEST_F(BasicMouse, CursorShowsWhatAPressWouldDo) {
   Fill(4, 4);
   const auto over = [&](CPoint at) {
     Move(at);

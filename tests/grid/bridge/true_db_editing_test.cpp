@@ -23,7 +23,7 @@ class TrueDbEditing : public lorv_test::BridgeDesk {
 
 }  // namespace
 
-TEST_F(TrueDbEditing, SavingIsToldOfInItsOrder) {
+TEST_F(TrueDbEditing, SavingIsReportedInItsOrder) {
   Fill(3, 2);
   Edit(0, 1, _T("x"));
   EXPECT_EQ(sheet->Taken(), (Notes{"OnBeforeColUpdate 1 \"1\"", "OnBeforeUpdateGrid", "OnAfterColUpdate 1",
@@ -99,7 +99,7 @@ TEST_F(TrueDbEditing, CancelBeforeUpdateRestoresWhatIsNotEmpty) {
   EXPECT_EQ(Text(1, 1), _T("x"));
 }
 
-TEST_F(TrueDbEditing, WithoutUpdatesEachEditIsToldOfAndTakenBack) {
+TEST_F(TrueDbEditing, WithoutUpdatesEachEditIsReportedAndTakenBack) {
   Fill(3, 2);
   grid->SetValue(1, 1, _variant_t());
   grid->SetValue(2, 1, _variant_t(12.5));
@@ -129,7 +129,7 @@ TEST_F(TrueDbEditing, HandlerThatRemovesAllRowsEndsTheStep) {
             (Notes{"OnBeforeColUpdate 0 \"10\"", "OnBeforeUpdateGrid", "OnAfterColUpdate 0"}));
 }
 
-TEST_F(TrueDbEditing, NothingIsToldOfWithoutACurrentCell) {
+TEST_F(TrueDbEditing, NothingIsReportedWithoutACurrentCell) {
   Fill(2, 2);
   CBCGPGridItem* const item = grid->GetItem(0, 0);
   grid->SetCurSel(Cell(), lorv::kSelectClear);
@@ -140,7 +140,7 @@ TEST_F(TrueDbEditing, NothingIsToldOfWithoutACurrentCell) {
   EXPECT_EQ(sheet->Taken(), Notes{});
 }
 
-TEST_F(TrueDbEditing, EndOfAnEditIsToldOfWithACurrentCellAndSaving) {
+TEST_F(TrueDbEditing, EndOfAnEditIsReportedWithACurrentCellAndSaving) {
   Fill(2, 2);
   Choose(0, 0);
   EXPECT_EQ(grid->EndEditItem(FALSE), FALSE);
@@ -179,7 +179,7 @@ TEST_F(TrueDbEditing, WhateverAHandlerRaisesIsDropped) {
   }
 }
 
-TEST_F(TrueDbEditing, EachKeyOfAnEditorIsToldOfTwice) {
+TEST_F(TrueDbEditing, EachKeyOfAnEditorIsReportedTwice) {
   Fill(3, 2);
   Choose(0, 1);
   Key(kKeyF2);
@@ -188,17 +188,17 @@ TEST_F(TrueDbEditing, EachKeyOfAnEditorIsToldOfTwice) {
   EXPECT_EQ(sheet->Taken(), (Notes{"OnKeyDownTdbgrid 65,0", "OnBeforeColEdit 1,65"}));
 }
 
-TEST_F(TrueDbEditing, ReturnWhileEditingIsToldOfAsDownWithStyleTwo) {
+TEST_F(TrueDbEditing, ReturnWhileEditingIsReportedAsDownWithStyleTwo) {
   Fill(3, 2);
   sheet->OnlyHear({-602, 26});
-  for (const auto& [style, told] : {std::pair{emReturnDown, "OnKeyDownTdbgrid 40,0"},
-                                    std::pair{emReturnRight, "OnKeyDownTdbgrid 13,0"}}) {
+  for (const auto& [style, reported] : {std::pair{emReturnDown, "OnKeyDownTdbgrid 40,0"},
+                                        std::pair{emReturnRight, "OnKeyDownTdbgrid 13,0"}}) {
     grid->SetReturnToLeft(style);
     Choose(0, 0);
     Key(kKeyF2);
     sheet->Taken();
     Key(VK_RETURN);
-    EXPECT_EQ(sheet->Taken().front(), told);
+    EXPECT_EQ(sheet->Taken().front(), reported);
   }
 }
 
@@ -237,7 +237,7 @@ TEST_F(TrueDbEditing, KeysCanBeHeldButForTabReturnAndArrows) {
   EXPECT_NE(grid->GetCurSelItemID(), Cell(2, 1));
 }
 
-TEST_F(TrueDbEditing, DoubleClickIsToldOfWithItsEdit) {
+TEST_F(TrueDbEditing, DoubleClickIsReportedWithItsEdit) {
   Fill(3, 2);
   sheet->OnlyHear({-601});
   // The first click opens what can be edited, and its editor has the second one.
@@ -251,7 +251,7 @@ TEST_F(TrueDbEditing, DoubleClickIsToldOfWithItsEdit) {
   EXPECT_EQ(grid->EditItem(nullptr), FALSE);
 }
 
-TEST_F(TrueDbEditing, ButtonAndListAreToldOfByTheCurrentColumn) {
+TEST_F(TrueDbEditing, ButtonAndListAreReportedByTheCurrentColumn) {
   Fill(3, 3);
   sheet->OnlyHear({33, 34});
   Choose(0, 2);
@@ -264,7 +264,7 @@ TEST_F(TrueDbEditing, ButtonAndListAreToldOfByTheCurrentColumn) {
   EXPECT_EQ(sheet->Taken(), Notes{});
 }
 
-TEST_F(TrueDbEditing, FilterIsToldOf) {
+TEST_F(TrueDbEditing, FilterIsReported) {
   sheet->OnlyHear({75});
   grid->OnFilterBarChanged();
   EXPECT_EQ(sheet->Taken(), (Notes{"OnFilterChange"}));

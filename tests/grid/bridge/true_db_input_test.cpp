@@ -56,7 +56,7 @@ TEST_F(TrueDbInput, MouseDoesNotReachAColumnThatIsMasked) {
   EXPECT_EQ(grid->GetCurSelItemID(), Cell(0, 0));
 }
 
-TEST_F(TrueDbInput, KeysAreToldOfAroundTheirSteps) {
+TEST_F(TrueDbInput, KeysAreReportedAroundTheirSteps) {
   Fill(3, 2);
   Choose(0, 0);
   sheet->OnlyHear({-602, -604, 15});
@@ -71,7 +71,7 @@ TEST_F(TrueDbInput, KeysAreToldOfAroundTheirSteps) {
   EXPECT_EQ(sheet->Taken(), (Notes{"OnKeyDownTdbgrid 116,3", "OnKeyUpTdbgrid 116,3"}));
 }
 
-TEST_F(TrueDbInput, CharacterIsToldOfWhenTheEditorIsOpen) {
+TEST_F(TrueDbInput, CharacterIsReportedWhenTheEditorIsOpen) {
   Fill(3, 2);
   Choose(0, 0);
   sheet->OnlyHear({-603});
@@ -92,7 +92,7 @@ TEST_F(TrueDbInput, SelectionIsLeftAndThenChosen) {
   EXPECT_EQ(sheet->Taken(), Notes{});
 }
 
-TEST_F(TrueDbInput, CellIsToldOfOnlyWhereItChanges) {
+TEST_F(TrueDbInput, CellIsReportedOnlyWhereItChanges) {
   Fill(4, 3);
   Choose(2, 0);
   // The whole row: the current cell stays.
@@ -110,7 +110,7 @@ TEST_F(TrueDbInput, CancelsOfTheSelectionAreNotRead) {
   EXPECT_EQ(grid->GetCurSelItemID(), Cell(2, 1));
 }
 
-TEST_F(TrueDbInput, HeaderIsToldOf) {
+TEST_F(TrueDbInput, HeaderIsReported) {
   Fill(4, 3);
   sheet->OnlyHear({10});
   const CPoint cell = grid->GetItemRect({0, 2}).CenterPoint();
@@ -169,7 +169,7 @@ TEST_F(TrueDbInput, TipIsAskedForOnCellsOnly) {
   EXPECT_EQ(sheet->Taken(), Notes{});
 }
 
-TEST_F(TrueDbInput, ScrollingIsToldOfWhereTheFirstRowOrColumnChanges) {
+TEST_F(TrueDbInput, ScrollingIsReportedWhereTheFirstRowOrColumnChanges) {
   Fill(100, 12);
   Choose(0, 0);
   sheet->OnlyHear({28, 29});
@@ -210,7 +210,7 @@ TEST_F(TrueDbInput, ColumnThirtyOneNeverAsks) {
   EXPECT_EQ(std::count(notes.begin(), notes.end(), "OnFetchCellStyle 0,0,0,31"), 0);
 }
 
-TEST_F(TrueDbInput, RowHeightIsToldOfOnceAndMayBeKept) {
+TEST_F(TrueDbInput, RowHeightIsReportedOnceAndMayBeKept) {
   Fill(3, 2);
   sheet->OnlyHear({13});
   grid->SetRowHeight(40);

@@ -116,7 +116,7 @@ TEST(TrueDbSignatures, PrivateOperations) {
   EXPECT_TRUE((Is<bool (*)(long, bool, const VARIANT&, const VARIANT&)>(MemberOf(Tag_ValueCompare{}))));
 }
 
-TEST(TrueDbSignatures, FieldsStandInTheirOrderAndBeginAsTold) {
+TEST(TrueDbSignatures, FieldsStandInTheirOrderAndBeginAsDescribed) {
   const Grid grid;
   const std::vector<const void*> places = {
       &(grid.*MemberOf(Tag_first_row_seen_{})),      &(grid.*MemberOf(Tag_left_column_seen_{})),

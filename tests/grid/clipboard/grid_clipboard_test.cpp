@@ -225,17 +225,17 @@ TEST_F(GridClipboardOf, LeavesWhatHasNoRoomOutside) {
   EXPECT_EQ(Texts(1, 0, 3, 1), "a,b;d,e;g,h");
 }
 
-TEST_F(GridClipboardOf, CountsRefusedCellsBeyondThoseThatItTells) {
+TEST_F(GridClipboardOf, CountsRefusedCellsBeyondThoseThatItReports) {
   Start(1, 1);
   CString text;
-  for (std::size_t i = 0; i <= lorv::kMaxRefusedTold; ++i) text += _T("x\n");
+  for (std::size_t i = 0; i <= lorv::kMaxReportedRefusals; ++i) text += _T("x\n");
   Clip(text);
-  EXPECT_EQ(PasteAt(0, 0).refused_cells.size(), lorv::kMaxRefusedTold);
+  EXPECT_EQ(PasteAt(0, 0).refused_cells.size(), lorv::kMaxReportedRefusals);
   text += _T("x\n");
   Clip(text);
   const lorv::PasteReport report = PasteAt(0, 0);
-  EXPECT_EQ(report.refused, static_cast<long long>(lorv::kMaxRefusedTold) + 1);
-  EXPECT_EQ(report.refused_cells.size(), lorv::kMaxRefusedTold);
+  EXPECT_EQ(report.refused, static_cast<long long>(lorv::kMaxReportedRefusals) + 1);
+  EXPECT_EQ(report.refused_cells.size(), lorv::kMaxReportedRefusals);
 }
 
 TEST_F(GridClipboardOf, AnAutoRowGridGrows) {
@@ -386,7 +386,7 @@ TEST_F(GridClipboardHostile, RowsThatGoInTheMiddle) {
   EXPECT_EQ(Now(), first);
 }
 
-TEST_F(GridClipboardHostile, AValueThatTheGridRefusesIsTold) {
+TEST_F(GridClipboardHostile, AValueThatTheGridRefusesIsReported) {
   Start(2, 2);
   lorv::GridClipboard clipboard(*grid);
   desktop.SetClipboardText(_T("a\tstop"));

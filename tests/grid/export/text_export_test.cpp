@@ -64,7 +64,7 @@ TEST_F(TextExports, EndWhereTheWriterSaysSoOrTheGridEnds) {
   EXPECT_FALSE(lorv::ExportText(*grid, {}, [&](std::string_view) { return grid.reset(), true; }));
 }
 
-TEST_F(TextExports, NothingIsToldOfAGridWithoutColumns) {
+TEST_F(TextExports, NothingIsReportedAGridWithoutColumns) {
   EXPECT_FALSE(lorv::ExportText(*grid, {}, [](std::string_view) { return true; }));
   Fill(0, 1);
   EXPECT_EQ(Exported(), "c\r\n");

@@ -103,7 +103,7 @@ TEST(FillRule, ACopyThatGivesFalseIsTheLast) {
   }
 }
 
-// The value of each line can be told from its distance alone.
+// The value of each line follows from its distance alone.
 TEST(FillRule, AnyFillRepeatsTheSourceByDistance) {
   std::mt19937 random(7);
   const auto below = [&](int most) { return static_cast<int>(random() % static_cast<unsigned>(most)); };

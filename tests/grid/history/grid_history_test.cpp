@@ -9,7 +9,7 @@ using AutoGrid = lorv_test::HostileGrid<CBcgTrueDbGridCtrlEx>;
 using GridHistoryOf = lorv_test::HistoryDesk<BasicGrid>;
 using GridHistoryOfAutoRows = lorv_test::HistoryDesk<AutoGrid>;
 
-// Tells of each cell that is chosen or left.
+// Notes each cell that is chosen or left.
 class EndingGrid : public CBCGPBasicGridCtrl {
  public:
   std::function<void()> on_chosen;
@@ -222,18 +222,18 @@ TEST_F(GridHistoryOf, ANewStepEndsWhatCouldBeRedone) {
   ExpectOneStep("the new one");
 }
 
-TEST_F(GridHistoryOf, DropsTheOldestBeyondItsLimitsAndTells) {
+TEST_F(GridHistoryOf, DropsTheOldestBeyondItsLimitsAndReports) {
   Start(4, 2);
-  std::vector<lorv::HistoryLoss> told;
-  history->SetLossListener([&](std::size_t, lorv::HistoryLoss why) { told.push_back(why); });
+  std::vector<lorv::HistoryLoss> reported;
+  history->SetLossListener([&](std::size_t, lorv::HistoryLoss why) { reported.push_back(why); });
   history->SetLimits(lorv::kMaxHistoryBytes, 3);
   for (int i = 0; i < 3; ++i) Enter(i, 0, _T("a"));
   EXPECT_EQ(history->UndoCount(), 3U);
-  EXPECT_TRUE(told.empty());
+  EXPECT_TRUE(reported.empty());
   Enter(3, 0, _T("a"));
   EXPECT_EQ(history->UndoCount(), 3U);
   EXPECT_EQ(history->LostSteps(), 1U);
-  EXPECT_EQ(told, std::vector{lorv::HistoryLoss::kStepCount});
+  EXPECT_EQ(reported, std::vector{lorv::HistoryLoss::kStepCount});
   while (history->Undo()) {
   }
   EXPECT_EQ(Text(0, 0), _T("a"));
@@ -243,7 +243,7 @@ TEST_F(GridHistoryOf, DropsTheOldestBeyondItsLimitsAndTells) {
   EXPECT_EQ(history->RedoCount(), 3U);
   history->SetLimits(three - 1, 3);
   EXPECT_EQ(history->RedoCount(), 2U);
-  EXPECT_EQ(told.back(), lorv::HistoryLoss::kMemory);
+  EXPECT_EQ(reported.back(), lorv::HistoryLoss::kMemory);
   EXPECT_TRUE(history->Redo());
   EXPECT_EQ(Text(1, 0), _T("a"));
 }

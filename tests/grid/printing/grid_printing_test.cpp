@@ -186,7 +186,7 @@ TEST_F(GridPrinting, WhereTheScreenIsScrolledToDoesNotMatter) {
   EXPECT_EQ(grid->GetHorzScrollOffset(), across) << "and stays there";
 }
 
-TEST_F(GridPrinting, PlansTellWhatStandsWhere) {
+TEST_F(GridPrinting, PlansSayWhatStandsWhere) {
   Fill(120, 2);
   const lorv::GridPrinting print(*grid);
   const lorv::GridPrintPlan plan = print.Plan({794, 1123}, 96);

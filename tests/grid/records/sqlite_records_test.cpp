@@ -13,7 +13,7 @@ namespace {
 
 using lorv::SqliteRecords;
 
-// A database file of its own for a test. `exists` tells whether the system has the library to make it with.
+// A database file of its own for a test. `exists` says whether the system has the library to make it with.
 class SqliteRecordsTest : public testing::Test {
  protected:
   SqliteRecordsTest() {

@@ -156,73 +156,73 @@ TEST_F(GridCells, GroupsAreLinesThatExpand) {
   EXPECT_FALSE(Cell(4, 0)->SetValue(_T("柱")));
 }
 
-TEST_F(GridCells, SelectionAndCurrentCellAreTold) {
+TEST_F(GridCells, SelectionAndCurrentCellAreReported) {
   Fill(3, 3);
   grid->SetFocus();
   Table();
-  Told();
+  Report();
   grid->SetCurSel({1, 2});
-  EXPECT_EQ(Told(), (Notes{"focus 1,2", "selection"}));
+  EXPECT_EQ(Report(), (Notes{"focus 1,2", "selection"}));
   grid->SelectRange({1, 1, 2, 2});
-  EXPECT_EQ(Told(), (Notes{"focus 1,1", "selection"}));
+  EXPECT_EQ(Report(), (Notes{"focus 1,1", "selection"}));
   grid->SetCurSel({1, 1});
-  EXPECT_EQ(Told(), (Notes{"selection"})) << "the cell is the same";
+  EXPECT_EQ(Report(), (Notes{"selection"})) << "the cell is the same";
   EXPECT_EQ(Table()->FocusedChild()->Number(), Cell(1, 1)->Number());
   grid->SetCurSel(CBCGPGridItemID(), lorv::kSelectClear);
-  EXPECT_EQ(Told(), (Notes{"selection"}));
+  EXPECT_EQ(Report(), (Notes{"selection"}));
   EXPECT_EQ(Table()->FocusedChild(), nullptr);
   grid->SetCurSel({0, 0});
   top.SetFocus();
-  Told();
+  Report();
   grid->SetFocus();
-  EXPECT_TRUE(WasTold("focus 0,0")) << "the keys are back";
+  EXPECT_TRUE(WasShown("focus 0,0")) << "the keys are back";
 }
 
-TEST_F(GridCells, ChangesOfCellsInSightAreTold) {
+TEST_F(GridCells, ChangesOfCellsInSightAreReported) {
   Fill(50, 3);
   grid->GetRow(2)->ReplaceItem(0, new CBCGPGridCheckItem(true));
   grid->SetCurSel({0, 0});
   Table();
-  Told();
+  Report();
   At(1, 1)->SetValue(_variant_t(7));
-  EXPECT_EQ(Told(), (Notes{"value 1,1"}));
+  EXPECT_EQ(Report(), (Notes{"value 1,1"}));
   At(40, 1)->SetValue(_variant_t(7));
-  EXPECT_EQ(Told(), Notes()) << "scrolled away";
+  EXPECT_EQ(Report(), Notes()) << "scrolled away";
   At(0, 0)->SetValue(_variant_t(8));
-  EXPECT_EQ(Told(), (Notes{"value 0,0"}));
+  EXPECT_EQ(Report(), (Notes{"value 0,0"}));
   At(0, 0)->SetBackgroundColor(RGB(1, 2, 3));
-  EXPECT_EQ(Told(), Notes()) << "nothing that is read";
+  EXPECT_EQ(Report(), Notes()) << "nothing that is read";
   At(0, 0)->SetReadOnly();
-  EXPECT_EQ(Told(), (Notes{"state 0,0"}));
+  EXPECT_EQ(Report(), (Notes{"state 0,0"}));
   At(2, 0)->OnSpace();
-  EXPECT_EQ(Told(), (Notes{"state 2,0"}));
+  EXPECT_EQ(Report(), (Notes{"state 2,0"}));
 }
 
-TEST_F(GridCells, RowsAndColumnsThatComeAndGoAreTold) {
+TEST_F(GridCells, RowsAndColumnsThatComeAndGoAreReported) {
   Fill(3, 3);
   grid->SetFocus();
   grid->SetCurSel({2, 2});
   Table();
-  Told();
+  Report();
   grid->RemoveRow(0);
-  EXPECT_EQ(Told(), (Notes{"structure", "focus 1,2", "selection"}));
+  EXPECT_EQ(Report(), (Notes{"structure", "focus 1,2", "selection"}));
   grid->AddRow(TRUE);
-  EXPECT_EQ(Told(), (Notes{"structure"}));
+  EXPECT_EQ(Report(), (Notes{"structure"}));
   grid->InsertColumn(0, _T("新"), 50);
-  EXPECT_TRUE(WasTold("structure"));
+  EXPECT_TRUE(WasShown("structure"));
   grid->Sort(1, FALSE);
-  EXPECT_TRUE(WasTold("structure"));
+  EXPECT_TRUE(WasShown("structure"));
   grid->AdjustLayout();
-  EXPECT_EQ(Told(), Notes()) << "all is as it was";
+  EXPECT_EQ(Report(), Notes()) << "all is as it was";
 }
 
-TEST_F(GridCells, WhoeverIsNotAskedTellsNothing) {
+TEST_F(GridCells, WhoeverIsNotAskedReportsNothing) {
   Fill(3, 3);
-  desktop.TakeTold();
+  desktop.TakeReports();
   grid->SetCurSel({1, 1});
   At(1, 1)->SetValue(_variant_t(7));
   grid->RemoveRow(0);
-  EXPECT_TRUE(desktop.TakeTold().empty());
+  EXPECT_TRUE(desktop.TakeReports().empty());
 }
 
 TEST_F(GridCells, ObjectsOfCellsThatAreGoneSaySo) {

@@ -12,7 +12,7 @@
 
 namespace lorv_test {
 
-// A grid as a screen reader meets it: by the objects of its window and by what is told.
+// A grid as a screen reader meets it: by the objects of its window and by what is reported.
 class ReadingDesk : public GridDesk {
  protected:
   using Object = std::shared_ptr<lorv::AccessibleObject>;
@@ -26,11 +26,11 @@ class ReadingDesk : public GridDesk {
     const auto actions = Cell(row, column)->Actions();
     return std::find(actions.begin(), actions.end(), action) != actions.end();
   }
-  // What was told of the grid's cells: "focus 1,2", "structure".
-  std::vector<std::string> Told() {
+  // What was reported of the grid's cells: "focus 1,2", "structure".
+  std::vector<std::string> Report() {
     constexpr const char* kNames[] = {"focus", "name", "value", "selection", "state", "structure"};
     std::vector<std::string> all;
-    for (const auto& one : desktop.TakeTold()) {
+    for (const auto& one : desktop.TakeReports()) {
       if (one.window != grid->m_hWnd) continue;
       const auto cell = one.number == 0 ? nullptr : Table()->Numbered(one.number);
       std::string text = kNames[static_cast<int>(one.event)];
@@ -39,8 +39,8 @@ class ReadingDesk : public GridDesk {
     }
     return all;
   }
-  bool WasTold(const std::string& what) {
-    const auto all = Told();
+  bool WasShown(const std::string& what) {
+    const auto all = Report();
     return std::find(all.begin(), all.end(), what) != all.end();
   }
 };

@@ -30,7 +30,7 @@ TEST_F(MenuButton, HeaderExample) {
   EXPECT_EQ(button->m_nMenuResult, 40U);
 }
 
-TEST_F(MenuButton, ClickShowsTheMenuAndTellsTheParent) {
+TEST_F(MenuButton, ClickShowsTheMenuAndReportsTheParent) {
   desktop.AnswerMenu(41);
   desktop.Click(On(*button, 5, 5));
   Run();

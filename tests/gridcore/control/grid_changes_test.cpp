@@ -14,7 +14,7 @@ std::string TextOf(const _variant_t& value) {
   return value.vt == VT_EMPTY ? "empty" : CString(static_cast<LPCTSTR>(_bstr_t(value))).ToUtf8();
 }
 
-// Writes down what it is told, and keeps the rows that are taken out where the test wants.
+// Writes down what it is notified of, and keeps the rows that are taken out where the test wants.
 class Listener : public lorv::GridObserver {
  public:
   Notes notes;
@@ -90,7 +90,7 @@ class EndingRow : public CBCGPGridRow {
 
 }  // namespace
 
-TEST_F(GridChangesOf, TellsOfValuesWithTheOldOne) {
+TEST_F(GridChangesOf, ReportsValuesWithTheOldOne) {
   Watch(2, 2);
   At(0, 1)->SetValue(_variant_t(7));
   At(0, 1)->SetValue(At(0, 1)->GetValue());
@@ -143,7 +143,7 @@ TEST_F(GridChangesOf, SaysWhichChangeIsTheUsersAndWhatIsOneStep) {
   EXPECT_EQ(listener.Taken(), (Notes{"begin of 1", "1 to 5 by user", "10 to 99", "editor closed", "end"}));
 }
 
-TEST_F(GridChangesOf, TellsOfATickAsTheUsers) {
+TEST_F(GridChangesOf, ReportsATickAsTheUsers) {
   Watch(1, 1);
   grid->GetRow(0)->ReplaceItem(0, new CBCGPGridCheckItem(false));
   listener.Taken();
@@ -151,7 +151,7 @@ TEST_F(GridChangesOf, TellsOfATickAsTheUsers) {
   EXPECT_EQ(listener.Taken(), (Notes{"begin of 0", "0 to -1 by user", "end"}));
 }
 
-TEST_F(GridChangesOf, TellsOfLooksOnlyWhereTheyChange) {
+TEST_F(GridChangesOf, ReportsLooksOnlyWhereTheyChange) {
   Watch(1, 1);
   At(0, 0)->SetBackgroundColor(5);
   At(0, 0)->SetBackgroundColor(5);
@@ -173,7 +173,7 @@ TEST_F(GridChangesOf, TellsOfLooksOnlyWhereTheyChange) {
   EXPECT_EQ(At(0, 0)->GetImage(), 2);
 }
 
-TEST_F(GridChangesOf, TellsOfRowsAndTheirPlaces) {
+TEST_F(GridChangesOf, ReportsRowsAndTheirPlaces) {
   Watch(2, 1);
   grid->AddRow(TRUE);
   grid->InsertRowBefore(0, grid->CreateRow(1));
@@ -200,7 +200,7 @@ TEST_F(GridChangesOf, LetsAnObserverKeepARow) {
   EXPECT_EQ(ends, 1);
 }
 
-TEST_F(GridChangesOf, TellsOfMergesBeforeTheyChange) {
+TEST_F(GridChangesOf, ReportsMergesBeforeTheyChange) {
   Watch(4, 2);
   grid->MergeRange({0, 1, 1, 2});
   grid->MergeRange({0, 1, 1, 2});
@@ -211,7 +211,7 @@ TEST_F(GridChangesOf, TellsOfMergesBeforeTheyChange) {
   EXPECT_EQ(TakenChanges(), (Notes{"merging 0", "merging 1", "out 1", "merging 1"}));
 }
 
-TEST_F(GridChangesOf, TellsOfAnotherOrder) {
+TEST_F(GridChangesOf, ReportsAnotherOrder) {
   Watch(3, 2);
   grid->Sort(1, FALSE);
   grid->Sort(0);
@@ -223,7 +223,7 @@ TEST_F(GridChangesOf, TellsOfAnotherOrder) {
   EXPECT_EQ(notes.back(), "end");
 }
 
-TEST_F(GridChangesOf, TellsWhenTheTableIsAnotherOne) {
+TEST_F(GridChangesOf, ReportsWhenTheTableIsAnotherOne) {
   Watch(2, 2);
   grid->InsertColumn(2, _T("c"));
   grid->DeleteColumn(0);
@@ -244,7 +244,7 @@ TEST_F(GridChangesOf, StaysSilentOfRowsThatAreNotInTheTable) {
   EXPECT_EQ(listener.Taken(), Notes{});
 }
 
-TEST_F(GridChangesOf, TellsOfTheGridsEndAndOutlivesAStep) {
+TEST_F(GridChangesOf, ReportsTheGridsEndAndOutlivesAStep) {
   Watch(1, 1);
   {
     const lorv::StepScope step(grid->Changes());

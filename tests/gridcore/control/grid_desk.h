@@ -9,7 +9,7 @@
 
 namespace lorv_test {
 
-// A grid that notes what it is told, and does what the test wants in the middle of it.
+// A grid that notes what it is notified of, and does what the test wants in the middle of it.
 class NotingGrid : public CBCGPGridCtrl {
  public:
   std::vector<std::string> notes;

@@ -65,14 +65,14 @@ TEST_F(QtGridCells, ValuesAndChecksAreSet) {
   EXPECT_EQ(Cell(0, 0)->state().checked, 1U);
 }
 
-std::vector<QAccessible::Event> told;
+std::vector<QAccessible::Event> reported;
 
 TEST_F(QtGridCells, ReadersHearOfChanges) {
   Table();
-  told.clear();
-  lorv::SendAccessibleEventsTo([](QAccessibleEvent* event) { told.push_back(event->type()); });
+  reported.clear();
+  lorv::SendAccessibleEventsTo([](QAccessibleEvent* event) { reported.push_back(event->type()); });
   const auto heard = [](QAccessible::Event event) {
-    return std::find(told.begin(), told.end(), event) != told.end();
+    return std::find(reported.begin(), reported.end(), event) != reported.end();
   };
   grid.SetCurSel({3, 2});
   EXPECT_TRUE(heard(QAccessible::Focus));

@@ -89,7 +89,7 @@ TEST(ImageBounds, JpegThatWouldTakeMoreIsRefused) {
   };
   const CountedMemory memory;
   EXPECT_EQ(opened('\xC2', 8192, 4096, 3), -1) << "samples and coefficients of a progressive picture";
-  EXPECT_LE(memory.Most(), kMegabyte) << "told by the head alone";
+  EXPECT_LE(memory.Most(), kMegabyte) << "known by the head alone";
   EXPECT_EQ(opened('\xC2', 8192, 4096, 4), -1);
   constexpr std::int64_t kPixels = 2048 * 2048;
   const std::int64_t most = opened('\xC2', 2048, 2048, 3);

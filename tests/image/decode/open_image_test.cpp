@@ -21,7 +21,7 @@ Pixels PixelsOf(const std::string& bytes) {
   return image == nullptr ? Pixels{} : image->Frame(0).pixels;
 }
 
-TEST(OpenImage, KindsAreToldByTheirContent) {
+TEST(OpenImage, KindsAreRecognisedByTheirContent) {
   EXPECT_EQ(OpenImage(MadeGif(1, 1, {{0, 0, 1, 1, {1}}}))->Kind(), ImageKind::kGif);
   EXPECT_EQ(OpenImage(MadeBmp(1, 1, 24, 0, "", std::string(4, '\xFF')))->Kind(), ImageKind::kBmp);
   for (const char* bytes : {"", "B", "BM", "GIF89a", "\x89PNG\r\n\x1A\n", "\xFF\xD8\xFF", "P6 1 1 255 aaa",

@@ -46,7 +46,7 @@ class ShownTip : public testing::Test {
     for (int i = 0; i < 200 && desktop_->Pump(false); ++i) {
     }
   }
-  // Works the queue until it is so; false when it does not become so in a good while.
+  // Dispatches messages until it is so; false when it does not become so in a good while.
   bool Until(const std::function<bool()>& is_so) const {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(20);
     for (Settle(); !is_so(); Settle()) {

@@ -65,8 +65,8 @@ TEST_F(ShellProgress, ShowsTitleAndLineAndGoes) {
   EXPECT_TRUE(Until([] { return Dialog() == nullptr; }));
 }
 
-// The dialog's own thread tells Tab from other keys; the window in front is another program's, so the keys
-// are posted to it as its thread would get them.
+// The dialog's own thread distinguishes Tab from other keys; the window in front is another program's, so the
+// keys are posted to it as its thread would get them.
 TEST_F(ShellProgress, CancelIsReachedByTabAndTheHeightStays) {
   CProgressCom progress(4);
   ASSERT_TRUE(progress.StartProgress(_T("计算工程量")));

@@ -72,7 +72,7 @@ class Linux(unittest.TestCase):
         nowhere = dict(QT_QPA_PLATFORM=None, DISPLAY=None, WAYLAND_DISPLAY=None)
         self.assertEqual(lines_of("qt", "headless", **nowhere), ["refused: 没有可供 Qt 使用的屏幕。", "headless"])
 
-    def test_missing_library_is_told_with_its_place(self):
+    def test_missing_library_is_named_with_its_place(self):
         own = pathlib.Path(COMMAND[-1]).parent / "libComm_LORV.so.1"
         with tempfile.TemporaryDirectory() as folder:
             shutil.copy(own, folder)

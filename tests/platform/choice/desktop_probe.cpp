@@ -6,7 +6,7 @@
 #include "platform/choice/desktop_choice.h"
 #include "platform/headless/desktop/headless_desktop.h"
 
-// Chooses and uses desktops as its words say, and tells what came of each. A process of its own, as the
+// Chooses and uses desktops as its words say, and prints what came of each. A process of its own, as the
 // choice is made once in a process.
 
 namespace {
@@ -19,7 +19,7 @@ std::string Chosen() {
   return *kind == DesktopKind::Headless ? "headless" : *kind == DesktopKind::Qt ? "qt" : "windows";
 }
 
-// A window that is made, told of its size and ended shows that the two libraries are of one piece.
+// A window that is made, notified of its size and ended shows that the two libraries are of one piece.
 std::string Use() {
   lorv::Desktop& desktop = lorv::DesktopInForce();
   CWnd window;

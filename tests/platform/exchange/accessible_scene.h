@@ -54,7 +54,7 @@ class AccessReader {
   AccessReader& operator=(const AccessReader&) = delete;
   virtual ~AccessReader() = default;
   virtual HeldObject::Ref Of(HWND window) = 0;
-  // What was told of that window since, as "focus 6" with the object's number.
+  // What was reported of that window since, as "focus 6" with the object's number.
   virtual std::vector<std::string> TakeEvents(HWND window) = 0;
 };
 
@@ -133,14 +133,14 @@ class CellsWindow : public CWnd, public lorv::AccessibleCells {
   }
 };
 
-// A frame that notes what its controls tell.
+// A frame that notes what its controls report.
 class NotedFrame : public CWnd {
  public:
-  std::vector<std::string> told;
+  std::vector<std::string> reported;
 
  protected:
   BOOL OnCommand(WPARAM w, LPARAM l) override {
-    told.push_back(std::to_string(LOWORD(w)) + ":" + std::to_string(HIWORD(w)));
+    reported.push_back(std::to_string(LOWORD(w)) + ":" + std::to_string(HIWORD(w)));
     return CWnd::OnCommand(w, l);
   }
 };
@@ -167,7 +167,7 @@ class AccessScene : public testing::Test {
     for (const LPCTSTR item : {_T("C20"), _T("C25"), _T("C30")}) list.AddString(item), choice.AddString(item);
     cells.texts[{1, 1}] = _T("3600");
     Settle();
-    frame.told.clear();
+    frame.reported.clear();
   }
   void Settle() {
     for (int i = 0; i < 300 && desktop_->Pump(false); ++i) {
@@ -178,9 +178,9 @@ class AccessScene : public testing::Test {
     cells.ClientToScreen(&at);
     return at;
   }
-  // Works the queue until it is so: some do what they are asked a moment later.
+  // Dispatches messages until it is so: some do what they are asked a moment later.
   template <class Done>
-  bool WorkUntil(Done is_so) {
+  bool DispatchUntil(Done is_so) {
     const DWORD start = desktop_->Ticks();
     for (int i = 0; i < 1000000 && !is_so() && desktop_->Ticks() - start < 5000; ++i) desktop_->Pump(false);
     return is_so();

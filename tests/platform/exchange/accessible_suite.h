@@ -49,7 +49,7 @@ TYPED_TEST_P(Accessible, ACellHasNameValueAndPlace) {
   EXPECT_EQ(cell.children, 0);
 }
 
-TYPED_TEST_P(Accessible, StatesOfCellsAreTold) {
+TYPED_TEST_P(Accessible, StatesOfCellsAreReported) {
   this->cells.SetFocus();
   this->Settle();
   const SeenObject current = this->Cell(1, 1)->See();
@@ -118,11 +118,11 @@ TYPED_TEST_P(Accessible, ThePartsParentIsTheTable) {
 
 TYPED_TEST_P(Accessible, EventsCarryTheNumberOfTheCell) {
   this->reader_->TakeEvents(this->cells.m_hWnd);
-  this->cells.TellAccessibleCell(AccessEvent::Focus, {1, 1});
-  this->cells.TellAccessibleCell(AccessEvent::Value, {1, 1});
-  this->cells.TellAccessibleCell(AccessEvent::State, {0, 2});
-  this->cells.TellAccessible(AccessEvent::Selection);
-  this->cells.TellAccessible(AccessEvent::Structure);
+  this->cells.ReportAccessibleCell(AccessEvent::Focus, {1, 1});
+  this->cells.ReportAccessibleCell(AccessEvent::Value, {1, 1});
+  this->cells.ReportAccessibleCell(AccessEvent::State, {0, 2});
+  this->cells.ReportAccessible(AccessEvent::Selection);
+  this->cells.ReportAccessible(AccessEvent::Structure);
   EXPECT_EQ(this->reader_->TakeEvents(this->cells.m_hWnd),
             (std::vector<std::string>{"focus 11", "value 11", "state 8", "selection 0", "structure 0"}));
 }
@@ -189,7 +189,8 @@ TYPED_TEST_P(Accessible, AnEditTakesAValueUnlessItIsReadOnly) {
   CString text;
   this->edit.GetWindowText(text);
   EXPECT_EQ(text, CString(_T("12")));
-  EXPECT_NE(std::find(this->frame.told.begin(), this->frame.told.end(), "2:768"), this->frame.told.end());
+  EXPECT_NE(std::find(this->frame.reported.begin(), this->frame.reported.end(), "2:768"),
+            this->frame.reported.end());
   if (!TypeParam::kGuardsEdits) return;
   this->Of(this->shut)->SetValue(_T("12"));
   this->shut.GetWindowText(text);
@@ -198,19 +199,20 @@ TYPED_TEST_P(Accessible, AnEditTakesAValueUnlessItIsReadOnly) {
 
 TYPED_TEST_P(Accessible, AButtonIsPressed) {
   this->Of(this->press)->DoFirstAction();
-  const auto& told = this->frame.told;
-  EXPECT_TRUE(this->WorkUntil([&] { return std::find(told.begin(), told.end(), "5:0") != told.end(); }));
+  const auto& reported = this->frame.reported;
+  EXPECT_TRUE(this->DispatchUntil(
+      [&] { return std::find(reported.begin(), reported.end(), "5:0") != reported.end(); }));
 }
 
 TYPED_TEST_P(Accessible, ACheckBoxIsToggled) {
   EXPECT_FALSE(this->See(this->check).Has(lorv::kAccessChecked));
   this->Of(this->check)->DoFirstAction();
-  EXPECT_TRUE(this->WorkUntil([&] { return this->check.GetCheck() == BST_CHECKED; }));
+  EXPECT_TRUE(this->DispatchUntil([&] { return this->check.GetCheck() == BST_CHECKED; }));
   EXPECT_TRUE(this->See(this->check).Has(lorv::kAccessChecked));
-  EXPECT_EQ(std::count(this->frame.told.begin(), this->frame.told.end(), "6:0"), 1);
+  EXPECT_EQ(std::count(this->frame.reported.begin(), this->frame.reported.end(), "6:0"), 1);
 }
 
-TYPED_TEST_P(Accessible, ADisabledControlIsSoTold) {
+TYPED_TEST_P(Accessible, ADisabledControlIsSoReported) {
   EXPECT_FALSE(this->See(this->edit).Has(lorv::kAccessDisabled));
   this->edit.EnableWindow(FALSE);
   EXPECT_TRUE(this->See(this->edit).Has(lorv::kAccessDisabled));
@@ -235,13 +237,13 @@ TYPED_TEST_P(Accessible, AListHasItsItems) {
 }
 
 REGISTER_TYPED_TEST_SUITE_P(Accessible, ATableHasHeadersAndCellsAsChildren, ACellHasNameValueAndPlace,
-                            StatesOfCellsAreTold, TheCurrentCellHasTheFocusOnlyWithItsWindow,
+                            StatesOfCellsAreReported, TheCurrentCellHasTheFocusOnlyWithItsWindow,
                             AValueIsSetWhereTheUserCould, TheFirstActionIsDone,
                             APointHitsACellAHeaderOrNothing, TheSelectedOnesAreListed,
                             ThePartsParentIsTheTable, EventsCarryTheNumberOfTheCell,
                             AnObjectOutlivesItsRowAndItsWindow, AMillionRowsAreAskedForOneByOne,
                             LabelsAndButtonsHaveTheirTexts, AnEditIsNamedByTheLabelBeforeIt,
                             AnEditTakesAValueUnlessItIsReadOnly, AButtonIsPressed, ACheckBoxIsToggled,
-                            ADisabledControlIsSoTold, AListHasItsItems);
+                            ADisabledControlIsSoReported, AListHasItsItems);
 
 }  // namespace lorv_test

@@ -44,9 +44,9 @@ class PlainReader : public AccessReader {
   std::vector<std::string> TakeEvents(HWND window) override {
     std::vector<std::string> events;
     auto& desktop = dynamic_cast<lorv::HeadlessDesktop&>(lorv::DesktopInForce());
-    for (const auto& told : desktop.TakeTold())
-      if (told.window == window)
-        events.push_back(std::string(NameOfEvent(told.event)) + " " + std::to_string(told.number));
+    for (const auto& reported : desktop.TakeReports())
+      if (reported.window == window)
+        events.push_back(std::string(NameOfEvent(reported.event)) + " " + std::to_string(reported.number));
     return events;
   }
 };
@@ -59,7 +59,7 @@ struct InMemory {
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Headless, Accessible, InMemory);
 
-// What only plain data can tell.
+// What only plain data can show.
 class PlainAccessible : public AccessScene {
  protected:
   PlainAccessible() : AccessScene(std::make_unique<lorv::HeadlessDesktop>()) {}
@@ -124,16 +124,16 @@ TEST_F(PlainAccessible, AnActionThatIsNotOfferedIsNotDone) {
   EXPECT_TRUE(cells.done.empty());
 }
 
-TEST_F(PlainAccessible, MoreSelectedThanAreToldAreCutOff) {
+TEST_F(PlainAccessible, MoreSelectedThanAreReportedAreCutOff) {
   cells.count = {1, 10000};
   cells.chosen.clear();
-  for (int row = 0; row < static_cast<int>(lorv::kMaxSelectedTold) - 1; ++row)
+  for (int row = 0; row < static_cast<int>(lorv::kMaxReportedSelection) - 1; ++row)
     cells.chosen.push_back({row, 0});
-  EXPECT_EQ(Of(cells)->Selected().size(), lorv::kMaxSelectedTold - 1);
+  EXPECT_EQ(Of(cells)->Selected().size(), lorv::kMaxReportedSelection - 1);
   cells.chosen.push_back({9998, 0});
-  EXPECT_EQ(Of(cells)->Selected().size(), lorv::kMaxSelectedTold);
+  EXPECT_EQ(Of(cells)->Selected().size(), lorv::kMaxReportedSelection);
   cells.chosen.push_back({9999, 0});
-  EXPECT_EQ(Of(cells)->Selected().size(), lorv::kMaxSelectedTold);
+  EXPECT_EQ(Of(cells)->Selected().size(), lorv::kMaxReportedSelection);
 }
 
 TEST_F(PlainAccessible, AFrameHasItsWindowsAsChildren) {
@@ -150,13 +150,13 @@ TEST_F(PlainAccessible, AFrameHasItsWindowsAsChildren) {
   EXPECT_EQ(tree->FocusedChild()->Window(), edit.m_hWnd);
 }
 
-TEST_F(PlainAccessible, ChoosingAnItemTellsTheParent) {
+TEST_F(PlainAccessible, ChoosingAnItemReportsTheParent) {
   EXPECT_TRUE(Of(list)->Child(2)->Select(true));
   EXPECT_EQ(list.GetCurSel(), 2);
   EXPECT_TRUE(Of(choice)->SetValue(_T("C25")));
   EXPECT_EQ(choice.GetCurSel(), 1);
   EXPECT_FALSE(Of(choice)->SetValue(_T("C99"))) << "nothing else can be chosen";
-  EXPECT_EQ(frame.told, (std::vector<std::string>{"9:1", "10:1"}));
+  EXPECT_EQ(frame.reported, (std::vector<std::string>{"9:1", "10:1"}));
 }
 
 TEST_F(PlainAccessible, AChoiceOpensItsList) {
@@ -178,17 +178,20 @@ TEST_F(PlainAccessible, NothingIsDoneWithADisabledControl) {
   EXPECT_EQ(CWnd::GetFocus(), &edit);
 }
 
-TEST_F(PlainAccessible, ControlsTellWhatTheUserChanges) {
-  Memory().TakeTold();
+TEST_F(PlainAccessible, ControlsReportWhatTheUserChanges) {
+  Memory().TakeReports();
   edit.SetFocus();
   Memory().Type(_T("7"));
   Memory().RunUntilIdle();
   check.SendMessage(BM_CLICK);
-  using Told = lorv::HeadlessDesktop::Told;
-  const std::vector<Told> told = Memory().TakeTold();
-  EXPECT_EQ(std::count(told.begin(), told.end(), Told{edit.m_hWnd, lorv::AccessEvent::Focus, 0}), 1);
-  EXPECT_EQ(std::count(told.begin(), told.end(), Told{edit.m_hWnd, lorv::AccessEvent::Value, 0}), 1);
-  EXPECT_EQ(std::count(told.begin(), told.end(), Told{check.m_hWnd, lorv::AccessEvent::State, 0}), 1);
+  using Report = lorv::HeadlessDesktop::Report;
+  const std::vector<Report> reported = Memory().TakeReports();
+  EXPECT_EQ(std::count(reported.begin(), reported.end(), Report{edit.m_hWnd, lorv::AccessEvent::Focus, 0}),
+            1);
+  EXPECT_EQ(std::count(reported.begin(), reported.end(), Report{edit.m_hWnd, lorv::AccessEvent::Value, 0}),
+            1);
+  EXPECT_EQ(std::count(reported.begin(), reported.end(), Report{check.m_hWnd, lorv::AccessEvent::State, 0}),
+            1);
 }
 
 TEST_F(PlainAccessible, KeyMarksAreNotReadOut) {

@@ -63,7 +63,7 @@ class DragOut : public Desk {
   COleDataSource source;
 };
 
-TEST_F(DragOut, EndsWithTheButtonAndTellsWhatWasDone) {
+TEST_F(DragOut, EndsWithTheButtonAndReportsWhatWasDone) {
   top.SetCapture();
   desktop.MoveMouse(On(sheet, 10, 11));
   desktop.MouseUp();

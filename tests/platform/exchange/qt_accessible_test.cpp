@@ -97,11 +97,11 @@ class QtObject : public HeldObject {
   QAccessible::Id id_;
 };
 
-struct Told {
+struct Report {
   QAccessible::Id id;
   std::string event;
 };
-std::vector<Told> told;
+std::vector<Report> reported;
 
 const char* NameOf(QAccessible::Event event) {
   switch (event) {
@@ -122,13 +122,13 @@ const char* NameOf(QAccessible::Event event) {
 }
 
 void NoteEvent(QAccessibleEvent* event) {
-  if (const char* const name = NameOf(event->type())) told.push_back({event->uniqueId(), name});
+  if (const char* const name = NameOf(event->type())) reported.push_back({event->uniqueId(), name});
 }
 
 class QtReader : public AccessReader {
  public:
   QtReader() {
-    told.clear();
+    reported.clear();
     lorv::SendAccessibleEventsTo(&NoteEvent);
   }
   ~QtReader() override { lorv::SendAccessibleEventsTo(nullptr); }
@@ -138,7 +138,7 @@ class QtReader : public AccessReader {
   std::vector<std::string> TakeEvents(HWND window) override {
     std::vector<std::string> events;
     QAccessibleInterface* const table = QAccessible::queryAccessibleInterface(lorv::QtWidgetOf(window));
-    for (const Told& one : std::exchange(told, {})) {
+    for (const Report& one : std::exchange(reported, {})) {
       // Parts end with the structure that they are of: they were noted by their numbers before.
       const auto place = numbers_.find(one.id);
       const bool whole = one.id == QAccessible::uniqueId(table);
@@ -223,7 +223,7 @@ TEST_F(QtTable, PartsAreGivenUpWhenThereAreTooMany) {
   const QAccessible::Id first = QAccessible::uniqueId(table->cellAt(0, 0));
   for (int row = 1; row <= static_cast<int>(lorv::kMaxKeptParts); ++row) table->cellAt(row, 0);
   EXPECT_NE(QAccessible::accessibleInterface(first), nullptr) << "not in the middle of its questions";
-  EXPECT_TRUE(WorkUntil([first] { return QAccessible::accessibleInterface(first) == nullptr; }));
+  EXPECT_TRUE(DispatchUntil([first] { return QAccessible::accessibleInterface(first) == nullptr; }));
   EXPECT_NE(table->cellAt(0, 0), nullptr) << "made anew";
 }
 

@@ -121,11 +121,11 @@ class NativeObject : public HeldObject {
   Reference held_;
 };
 
-struct Told {
+struct Report {
   HWND window;
   std::string event;
 };
-std::vector<Told> told;
+std::vector<Report> reported;
 
 const char* NameOf(DWORD event) {
   switch (event) {
@@ -146,13 +146,13 @@ const char* NameOf(DWORD event) {
 
 void CALLBACK NoteEvent(HWINEVENTHOOK, DWORD event, HWND window, LONG object, LONG child, DWORD, DWORD) {
   const char* const name = object == OBJID_CLIENT ? NameOf(event) : nullptr;
-  if (name != nullptr) told.push_back({window, std::string(name) + " " + std::to_string(-child)});
+  if (name != nullptr) reported.push_back({window, std::string(name) + " " + std::to_string(-child)});
 }
 
 class NativeReader : public AccessReader {
  public:
   NativeReader() {
-    told.clear();
+    reported.clear();
     hook_ = SetWinEventHook(EVENT_MIN, EVENT_MAX, GetModuleHandleW(nullptr), &NoteEvent,
                             GetCurrentProcessId(), GetCurrentThreadId(), WINEVENT_INCONTEXT);
   }
@@ -163,7 +163,7 @@ class NativeReader : public AccessReader {
   }
   std::vector<std::string> TakeEvents(HWND window) override {
     std::vector<std::string> events;
-    for (const Told& one : std::exchange(told, {}))
+    for (const Report& one : std::exchange(reported, {}))
       if (one.window == window) events.push_back(one.event);
     return events;
   }

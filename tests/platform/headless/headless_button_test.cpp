@@ -97,7 +97,7 @@ TEST_F(HeadlessButton, RadiosClearTheirGroupOnly) {
   EXPECT_EQ(c.GetCheck(), 1);
 }
 
-TEST_F(HeadlessButton, TellsDialogsWhatItIs) {
+TEST_F(HeadlessButton, SaysToDialogsWhatItIs) {
   CButton button;
   CStatic label;
   Make(button, BS_DEFPUSHBUTTON, 4, 0);

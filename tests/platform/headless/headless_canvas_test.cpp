@@ -104,7 +104,7 @@ TEST_F(HeadlessCanvas, PaintLeavesTheListAlone) {
   EXPECT_TRUE(surface->List().empty());
 }
 
-TEST_F(HeadlessCanvas, ChangeTellsThePlacesInsideTheSurface) {
+TEST_F(HeadlessCanvas, ChangeReportsThePlacesInsideTheSurface) {
   List places;
   surface->Change(CRect(-5, 4, 1, 9),
                   [&](DWORD&, int x, int y) { places.emplace_back(Kind::Fill, CRect(x, y, x, y)); });

@@ -130,12 +130,12 @@ TEST_F(HeadlessCombo, DropsOnceHoweverOftenItIsAskedMeanwhile) {
    public:
     CComboBox* list = nullptr;
     bool destroys = false;
-    int told = 0;
+    int reported = 0;
 
    protected:
     BOOL OnCommand(WPARAM w, LPARAM l) override {
       if (HIWORD(w) != CBN_DROPDOWN) return CWnd::OnCommand(w, l);
-      ++told;
+      ++reported;
       if (destroys) return list->DestroyWindow();
       list->ShowDropDown();
       return TRUE;
@@ -147,11 +147,11 @@ TEST_F(HeadlessCombo, DropsOnceHoweverOftenItIsAskedMeanwhile) {
   inner.Create(WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST, CRect(0, 0, 100, 20), &parent, 4);
   parent.list = &inner;
   inner.ShowDropDown();
-  EXPECT_EQ(parent.told, 1);
+  EXPECT_EQ(parent.reported, 1);
   EXPECT_TRUE(inner.GetDroppedState());
   inner.ShowDropDown(FALSE);
   parent.destroys = true;
   inner.ShowDropDown();
-  EXPECT_EQ(parent.told, 2);
+  EXPECT_EQ(parent.reported, 2);
   EXPECT_EQ(inner.GetSafeHwnd(), nullptr);
 }

@@ -56,7 +56,7 @@ TEST_F(HeadlessDesktop, OwnedWindowsGoWithTheirOwner) {
 
 namespace {
 
-// Makes a window of its own when it is told that it ends.
+// Makes a window of its own when it is notified of its end.
 class LateOwner : public CWnd {
  public:
   CWnd owned;
@@ -152,7 +152,7 @@ TEST_F(HeadlessDesktop, WheelGoesToTheFocusAndUpTheRow) {
   EXPECT_EQ(frame.Taken(), Notes{"-120"});
 }
 
-TEST_F(HeadlessDesktop, LeavingIsToldOnceWhenAskedFor) {
+TEST_F(HeadlessDesktop, LeavingIsReportedOnceWhenAskedFor) {
   class Hover : public lorv_test::NotingWindow {
     LRESULT WindowProc(UINT message, WPARAM w, LPARAM l) override {
       if (message == WM_MOUSELEAVE) Note("leave");

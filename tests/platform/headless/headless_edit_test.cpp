@@ -45,7 +45,7 @@ TEST_F(HeadlessEdit, ControlsExample) {
   EXPECT_EQ(TextOf(edit), CString(_T("WKL12")));
 }
 
-TEST_F(HeadlessEdit, TypingTellsUpdateThenChange) {
+TEST_F(HeadlessEdit, TypingReportsUpdateThenChange) {
   EXPECT_EQ(Typed(_T("a梁B")), CString(_T("a梁B")));
   Notes all = kChanged;
   all.insert(all.end(), kChanged.begin(), kChanged.end());
@@ -54,7 +54,7 @@ TEST_F(HeadlessEdit, TypingTellsUpdateThenChange) {
   EXPECT_NE(edit.GetModify(), 0);
 }
 
-TEST_F(HeadlessEdit, ATextSetByProgramIsToldInOneLineOnly) {
+TEST_F(HeadlessEdit, ATextSetByProgramIsReportedInOneLineOnly) {
   edit.SetWindowText(_T("x"));
   EXPECT_EQ(top.Taken(), kChanged);
   edit.SetWindowText(_T("x"));
@@ -242,7 +242,7 @@ TEST_F(HeadlessEdit, PressesPlaceTheCaretAndDragSelects) {
   EXPECT_EQ(Selection(edit), Pair(3, 5));
 }
 
-TEST_F(HeadlessEdit, FocusIsTold) {
+TEST_F(HeadlessEdit, FocusIsReported) {
   lines.SetFocus();
   EXPECT_EQ(top.Taken(), (Notes{"command 1 512", "command 2 256"}));
 }

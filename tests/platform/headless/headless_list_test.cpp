@@ -44,7 +44,7 @@ TEST_F(HeadlessList, AnswersByTheNumbersOfTheMessages) {
   EXPECT_TRUE(top.Taken().empty());
 }
 
-TEST_F(HeadlessList, KeysChooseAndTell) {
+TEST_F(HeadlessList, KeysChooseAndReport) {
   desktop.Press(VK_DOWN);
   desktop.Press(VK_DOWN);
   Run();
@@ -72,7 +72,7 @@ TEST_F(HeadlessList, ClicksChooseWhatTheyHit) {
   EXPECT_EQ(top.Taken(), (Notes{"command 5002 1", "command 5002 2"}));
 }
 
-TEST_F(HeadlessList, TellsWhereItsRowsAre) {
+TEST_F(HeadlessList, ReportsWhereItsRowsAre) {
   list.SetTopIndex(1);
   RECT row = {};
   EXPECT_EQ(list.SendMessage(LB_GETITEMRECT, 2, reinterpret_cast<LPARAM>(&row)), 1);
@@ -101,7 +101,7 @@ TEST_F(HeadlessList, WheelScrollsThreeRowsANotch) {
   EXPECT_EQ(list.GetTopIndex(), 0);
 }
 
-TEST_F(HeadlessList, ChoosingByProgramIsNotTold) {
+TEST_F(HeadlessList, ChoosingByProgramIsNotReported) {
   EXPECT_EQ(list.SetCurSel(2), 2);
   EXPECT_EQ(list.SetCurSel(-1), -1);
   EXPECT_EQ(list.SelectString(-1, _T("d")), 3);

@@ -32,7 +32,7 @@ class HeadlessProgress : public lorv_test::Desk {
 
 }  // namespace
 
-TEST_F(HeadlessProgress, ShowsWhatItIsToldAndTakesNoFocus) {
+TEST_F(HeadlessProgress, ShowsWhatItIsSetAndTakesNoFocus) {
   top.SetFocus();
   dialog->SetTitle(_T("计算工程量"));
   EXPECT_TRUE(dialog->SetAnimation(_T("shell32"), 160));

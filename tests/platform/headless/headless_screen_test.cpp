@@ -11,7 +11,7 @@ namespace {
 
 class HeadlessScreen : public lorv_test::Desk {};
 
-class Told : public CWnd {
+class Report : public CWnd {
  public:
   std::vector<WPARAM> dots;
   CRect place;
@@ -42,10 +42,10 @@ TEST_F(HeadlessScreen, ItsDotsAreThoseOfWindowsAndContexts) {
   EXPECT_EQ(bitmap.Surface()->Dpi(), 144);
 }
 
-TEST_F(HeadlessScreen, ATopWindowIsToldOfAnotherScreenOnce) {
-  Told window;
+TEST_F(HeadlessScreen, ATopWindowIsReportedAnotherScreenOnce) {
+  Report window;
   window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW, CRect(10, 20, 210, 120), nullptr, 0);
-  Told child;
+  Report child;
   child.Create(nullptr, nullptr, WS_CHILD, CRect(0, 0, 50, 50), &window, 1);
   desktop.RunUntilIdle();
   desktop.SetDpi(192);
@@ -103,7 +103,7 @@ TEST_F(HeadlessScreen, ADialogIsMeasuredForTheScreenWhereItBegins) {
   EXPECT_EQ(lorv::PeerOf(dialog.GetDlgItem(1002)->m_hWnd)->Font().lfHeight, -18);
 }
 
-TEST_F(HeadlessScreen, AWindowMayEndWhereItIsToldOfAnotherScreen) {
+TEST_F(HeadlessScreen, AWindowMayEndWhereItIsNotifiedOfAnotherScreen) {
   class Ending : public CWnd {
    protected:
     LRESULT WindowProc(UINT message, WPARAM w, LPARAM l) override {

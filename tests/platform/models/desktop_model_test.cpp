@@ -5,7 +5,7 @@
 
 #include "tests/support/headless_desk.h"
 
-// The behaviour of windows and desktops where handlers throw, told on the headless peer.
+// The behaviour of windows and desktops where handlers throw, seen on the headless peer.
 
 namespace {
 
@@ -95,10 +95,10 @@ TEST_F(DesktopModel, NewFocusHearsOfItThoughTheFormerThrows) {
   other.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 9, 9), &top, 2);
   child.SetFocus();
   child.on = ThrowAt(WM_KILLFOCUS);
-  int told = 0;
-  other.on = [&](UINT message) { told += message == WM_SETFOCUS ? 1 : 0; };
+  int reported = 0;
+  other.on = [&](UINT message) { reported += message == WM_SETFOCUS ? 1 : 0; };
   EXPECT_THROW(other.SetFocus(), std::runtime_error);
-  EXPECT_EQ(told, 1);
+  EXPECT_EQ(reported, 1);
   EXPECT_EQ(CWnd::GetFocus(), &other);
 }
 
@@ -110,7 +110,7 @@ TEST_F(DesktopModel, WindowWhoseMakingThrowsIsNone) {
   EXPECT_EQ(top.GetDlgItem(2), nullptr);
 }
 
-TEST_F(DesktopModel, DraggedBarTellsAllOfItsPlace) {
+TEST_F(DesktopModel, DraggedBarReportsAllOfItsPlace) {
   SCROLLINFO info = {sizeof(SCROLLINFO), SIF_RANGE | SIF_PAGE, 0, 1000000, 100, 0, 0};
   child.SetScrollInfo(SB_VERT, &info);
   std::vector<int> places;
@@ -127,20 +127,20 @@ TEST_F(DesktopModel, DraggedBarTellsAllOfItsPlace) {
 }
 
 TEST_F(DesktopModel, CompositionComesAsMessagesAndThenAsCharacters) {
-  std::vector<std::string> told;
+  std::vector<std::string> reported;
   child.SetFocus();
   child.on = [&](UINT message) {
     const lorv::Composition now = lorv::PeerOf(child.m_hWnd)->CompositionNow();
-    if (message == WM_IME_STARTCOMPOSITION) told.push_back("start");
+    if (message == WM_IME_STARTCOMPOSITION) reported.push_back("start");
     if (message == WM_IME_COMPOSITION)
-      told.push_back(now.text.ToUtf8() + " " + std::to_string(now.caret) + " " + now.committed.ToUtf8());
-    if (message == WM_IME_ENDCOMPOSITION) told.push_back("end");
-    if (message == WM_CHAR) told.push_back("char");
+      reported.push_back(now.text.ToUtf8() + " " + std::to_string(now.caret) + " " + now.committed.ToUtf8());
+    if (message == WM_IME_ENDCOMPOSITION) reported.push_back("end");
+    if (message == WM_CHAR) reported.push_back("char");
   };
   desktop.ComposeText(_T("qiang"), 5);
   desktop.CommitText(_T("墙"));
   Run();
-  EXPECT_EQ(told, (Notes{"start", "qiang 5 ", " 0 墙", "end", "char"}));
+  EXPECT_EQ(reported, (Notes{"start", "qiang 5 ", " 0 墙", "end", "char"}));
 }
 
 TEST_F(DesktopModel, CompositionGoesOnInTheEditThatWasOpenedForIt) {

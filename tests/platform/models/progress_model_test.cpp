@@ -35,17 +35,17 @@ TEST(ProgressModel, OnlyTheFirstTwoLinesAreTheOperations) {
   EXPECT_TRUE(model.Line(0).text.IsEmpty()) << "no text is an empty one";
 }
 
-TEST(ProgressModel, TimeIsToldWhereItIsAskedFor) {
-  ProgressModel told;
-  told.Begin(kProgressAutoTime, 500);
-  told.SetProgress(1, 3, 30500);
-  EXPECT_EQ(told.Line(2).text.ToUtf8(), "大约还需 60 秒");
-  told.Timer(kProgressTimerReset, 30000);
-  told.SetProgress(1, 3, 30500);
-  EXPECT_TRUE(told.Line(2).text.IsEmpty()) << "the time begins anew";
-  told.Timer(7, 50000);
-  told.SetProgress(1, 3, 32000);
-  EXPECT_EQ(told.Line(2).text.ToUtf8(), "大约还需 4 秒") << "other actions change nothing";
+TEST(ProgressModel, TimeIsReportedWhereItIsAskedFor) {
+  ProgressModel reported;
+  reported.Begin(kProgressAutoTime, 500);
+  reported.SetProgress(1, 3, 30500);
+  EXPECT_EQ(reported.Line(2).text.ToUtf8(), "大约还需 60 秒");
+  reported.Timer(kProgressTimerReset, 30000);
+  reported.SetProgress(1, 3, 30500);
+  EXPECT_TRUE(reported.Line(2).text.IsEmpty()) << "the time begins anew";
+  reported.Timer(7, 50000);
+  reported.SetProgress(1, 3, 32000);
+  EXPECT_EQ(reported.Line(2).text.ToUtf8(), "大约还需 4 秒") << "other actions change nothing";
   ProgressModel silent;
   silent.Begin(0, 0);
   silent.SetProgress(1, 3, 30000);
@@ -62,14 +62,14 @@ TEST(ProgressModel, CancellingIsSaidForGood) {
   EXPECT_TRUE(model.Cancelled());
   EXPECT_EQ(model.Line(2).text, CString(_T("wait")));
   model.SetProgress(1, 3, 30000);
-  EXPECT_EQ(model.Line(2).text, CString(_T("wait"))) << "no time is told any more";
+  EXPECT_EQ(model.Line(2).text, CString(_T("wait"))) << "no time is shown any more";
   model.SetCancelMessage(_T("soon"));
   EXPECT_EQ(model.Line(2).text, CString(_T("soon")));
   model.Cancel();
   EXPECT_TRUE(model.Cancelled());
 }
 
-TEST(ProgressModel, TimeLeftIsToldFromTheFirstSecondOn) {
+TEST(ProgressModel, TimeLeftIsReportedFromTheFirstSecondOn) {
   const struct {
     std::int64_t milliseconds;
     DWORD position;

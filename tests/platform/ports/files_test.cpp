@@ -117,7 +117,7 @@ TYPED_TEST(FilesPort, WhatDoesNotOpenSaysWhy) {
   EXPECT_FALSE(this->Port().Open(nullptr, FileUse::kRead));
 }
 
-TYPED_TEST(FilesPort, FactsTellFilesFromFolders) {
+TYPED_TEST(FilesPort, FactsDistinguishFilesFromFolders) {
   this->Put(_T("f"), "abc");
   EXPECT_TRUE(this->Port().MakeFolder(this->At(_T("d"))));
   const auto file = this->Port().Facts(this->At(_T("f")));
@@ -220,7 +220,7 @@ TYPED_TEST(FilesPort, RenameNeverReplaces) {
   EXPECT_FALSE(this->Port().Exists(this->At(_T("new"))));
 }
 
-TYPED_TEST(FilesPort, FoldersAreSyncedAndToldWhetherTheyCanBeRead) {
+TYPED_TEST(FilesPort, FoldersAreSyncedAndReportedWhetherTheyCanBeRead) {
   EXPECT_TRUE(this->Port().SyncFolder(this->At(_T(""))));
   EXPECT_TRUE(this->Port().CanList(this->At(_T(""))));
   EXPECT_FALSE(this->Port().CanList(this->At(_T("none"))));

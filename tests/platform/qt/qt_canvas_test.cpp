@@ -121,7 +121,7 @@ TEST_F(QtCanvasTest, PaintIsAskedForOncePerRoundWithWhatIsOutOfDate) {
   Witness child;
   Child(WindowKind::Custom, 0, 1, {0, 0, 50, 40}, &child);
   Settle();
-  child.told.clear();
+  child.reported.clear();
   CRect dirty;
   const auto peer = desktop_->Find(child.window);
   child.on_message = [&](UINT message, WPARAM, LPARAM, LRESULT&) {

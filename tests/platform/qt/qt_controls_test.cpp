@@ -23,7 +23,7 @@ std::pair<DWORD, DWORD> SelectionOf(HWND edit) {
   return pair;
 }
 
-TEST_F(QtControlsTest, TypingTellsUpdateThenChange) {
+TEST_F(QtControlsTest, TypingReportsUpdateThenChange) {
   const HWND edit = Child(WindowKind::Edit, 0, kId, kPlace);
   desktop_->Find(edit)->Focus();
   Type(edit, QStringLiteral("C30"));
@@ -33,7 +33,7 @@ TEST_F(QtControlsTest, TypingTellsUpdateThenChange) {
   EXPECT_EQ(Send(edit, EM_GETMODIFY), 1);
 }
 
-TEST_F(QtControlsTest, TextOfAProgramIsToldInOneLineOnlyEvenIfItIsTheSame) {
+TEST_F(QtControlsTest, TextOfAProgramIsReportedInOneLineOnlyEvenIfItIsTheSame) {
   const HWND line = Child(WindowKind::Edit, 0, kId, kPlace);
   const HWND lines = Child(WindowKind::Edit, ES_MULTILINE, kId + 1, kTall);
   desktop_->Find(line)->SetText(CString());
@@ -187,7 +187,7 @@ TEST_F(QtControlsTest, ClipboardKeysCutCopyPaste) {
   EXPECT_EQ(TextOf(edit), CString(_T("1")));
 }
 
-TEST_F(QtControlsTest, CommittedCompositionIsTypedAndTold) {
+TEST_F(QtControlsTest, CommittedCompositionIsTypedAndReported) {
   const HWND edit = Child(WindowKind::Edit, 0, kId, kPlace);
   QInputMethodEvent composing(QStringLiteral("qiang"), {});
   QCoreApplication::sendEvent(WidgetOf(edit), &composing);
@@ -200,7 +200,7 @@ TEST_F(QtControlsTest, CommittedCompositionIsTypedAndTold) {
   EXPECT_EQ(top.Notes(kId), (Notes{EN_UPDATE, EN_CHANGE}));
 }
 
-TEST_F(QtControlsTest, ChangeAtTheWidgetItselfIsToldAfterwards) {
+TEST_F(QtControlsTest, ChangeAtTheWidgetItselfIsReportedAfterwards) {
   const HWND edit = Child(WindowKind::Edit, 0, kId, kPlace);
   static_cast<QLineEdit*>(WidgetOf(edit))->insert(QStringLiteral("x"));
   EXPECT_EQ(top.Notes(kId), Notes{});
@@ -232,12 +232,12 @@ TEST_F(QtControlsTest, EditMayEndInItsOwnKey) {
   QKeyEvent down(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
   QCoreApplication::sendEvent(widget, &down);
   EXPECT_EQ(desktop_->Find(window), nullptr);
-  EXPECT_TRUE(WorkUntil([&] { return widget.isNull(); }));
+  EXPECT_TRUE(DispatchUntil([&] { return widget.isNull(); }));
   EXPECT_EQ(edit.Count(WM_CHAR), 0);
 }
 
-// A widget lives until the events under way are over, and may be worked meanwhile.
-TEST_F(QtControlsTest, WidgetsTellNothingOnceTheirWindowsHaveEnded) {
+// A widget lives until the events under way are over, and may get events meanwhile.
+TEST_F(QtControlsTest, WidgetsReportNothingOnceTheirWindowsHaveEnded) {
   const HWND edit = Child(WindowKind::Edit, 0, kId, kPlace);
   const HWND lines = Child(WindowKind::Edit, ES_MULTILINE, kId, kPlace);
   const HWND combo = Child(WindowKind::Combo, CBS_DROPDOWNLIST, kId, kPlace);
@@ -334,7 +334,7 @@ TEST_F(QtControlsTest, ListKeepsItemsInOrderWithTheirNumbers) {
   EXPECT_EQ(Send(list, LB_GETCOUNT), 0);
 }
 
-TEST_F(QtControlsTest, ListTellsOfTheUsersChoice) {
+TEST_F(QtControlsTest, ListReportsTheUsersChoice) {
   const HWND list = Child(WindowKind::List, LBS_NOTIFY, kId, kTall);
   for (const LPCTSTR text : {_T("one"), _T("two"), _T("three")}) SendText(list, LB_ADDSTRING, 0, text);
   Key(list, Qt::Key_Down);
@@ -411,7 +411,7 @@ TEST_F(QtControlsTest, DroppedListIsTakenByReturnAndGivenUpByEscape) {
   Key(combo, Qt::Key_Return, QStringLiteral("\r"));
   EXPECT_EQ(Send(combo, CB_GETDROPPEDSTATE), 0);
   EXPECT_EQ(top.Notes(kId), (Notes{CBN_DROPDOWN, CBN_SELCHANGE, CBN_SELENDOK, CBN_CLOSEUP}));
-  top.told.clear();
+  top.reported.clear();
   Send(combo, CB_SHOWDROPDOWN, 1);
   Key(combo, Qt::Key_Down);
   EXPECT_EQ(Send(combo, CB_GETCURSEL), 1);
@@ -420,18 +420,18 @@ TEST_F(QtControlsTest, DroppedListIsTakenByReturnAndGivenUpByEscape) {
   EXPECT_EQ(top.Notes(kId), (Notes{CBN_DROPDOWN, CBN_SELCHANGE, CBN_SELENDCANCEL, CBN_CLOSEUP}));
 }
 
-TEST_F(QtControlsTest, PickInTheListIsToldInTheSystemsOrder) {
+TEST_F(QtControlsTest, PickInTheListIsReportedInTheSystemsOrder) {
   const HWND combo = Child(WindowKind::Combo, CBS_DROPDOWNLIST, kId, kPlace);
   for (const LPCTSTR text : {_T("one"), _T("two")}) SendText(combo, CB_ADDSTRING, 0, text);
   Send(combo, CB_SHOWDROPDOWN, 1);
-  // As the widget does when an item is clicked: the list goes, then the choice is told.
+  // As the widget does when an item is clicked: the list goes, then the choice is reported.
   auto* const widget = static_cast<QComboBox*>(WidgetOf(combo));
   widget->hidePopup();
   Q_EMIT widget->activated(1);
   Settle();
   EXPECT_EQ(Send(combo, CB_GETCURSEL), 1);
   EXPECT_EQ(top.Notes(kId), (Notes{CBN_DROPDOWN, CBN_SELENDOK, CBN_CLOSEUP, CBN_SELCHANGE}));
-  top.told.clear();
+  top.reported.clear();
   Send(combo, CB_SHOWDROPDOWN, 1);
   widget->hidePopup();
   Settle();

@@ -20,10 +20,10 @@
 
 namespace lorv::test {
 
-// A window's object that writes down what it is told and lets a test step in.
+// A window's object that writes down its messages and lets a test step in.
 class Witness : public MessageTarget {
  public:
-  struct Told {
+  struct Report {
     UINT message;
     WPARAM w;
     LPARAM l;
@@ -34,7 +34,7 @@ class Witness : public MessageTarget {
   }
 
   LRESULT HandleMessage(HWND at, UINT message, WPARAM w, LPARAM l) override {
-    told.push_back({message, w, l});
+    reported.push_back({message, w, l});
     if (message == WM_NCDESTROY && MappedWindow(at) == this) UnmapWindow(at);
     const auto peer = DesktopInForce().Find(at);
     LRESULT answer = 0;
@@ -48,26 +48,26 @@ class Witness : public MessageTarget {
 
   // How often a message came, and the messages out of a choice in their order.
   int Count(UINT message) const {
-    return static_cast<int>(
-        std::count_if(told.begin(), told.end(), [=](const Told& t) { return t.message == message; }));
+    return static_cast<int>(std::count_if(reported.begin(), reported.end(),
+                                          [=](const Report& t) { return t.message == message; }));
   }
   std::vector<UINT> Order(const std::vector<UINT>& chosen) const {
     std::vector<UINT> order;
-    for (const Told& t : told)
+    for (const Report& t : reported)
       if (std::find(chosen.begin(), chosen.end(), t.message) != chosen.end()) order.push_back(t.message);
     return order;
   }
   // The notifications of a child, in their order.
   std::vector<UINT> Notes(UINT id) const {
     std::vector<UINT> notes;
-    for (const Told& t : told)
+    for (const Report& t : reported)
       if (t.message == WM_COMMAND && LOWORD(t.w) == id) notes.push_back(HIWORD(t.w));
     return notes;
   }
 
   HWND window = nullptr;
-  std::vector<Told> told;
-  std::vector<Told> offered;
+  std::vector<Report> reported;
+  std::vector<Report> offered;
   std::function<bool(UINT, WPARAM, LPARAM, LRESULT&)> on_message;
   std::function<bool(MSG&)> on_offer;
 };
@@ -83,7 +83,7 @@ class QtTest : public testing::Test {
     request.place = {100, 100, 500, 400};
     top.window = Make(request, &top);
     Settle();
-    top.told.clear();
+    top.reported.clear();
   }
   ~QtTest() override {
     if (const auto peer = desktop_->Find(top.window)) peer->Destroy();
@@ -108,13 +108,13 @@ class QtTest : public testing::Test {
     return Make(request, witness);
   }
 
-  // Works all that waits.
+  // Dispatches all that waits.
   void Settle() const {
     for (int i = 0; i < 200 && desktop_->Pump(false); ++i) {
     }
   }
   template <class Done>
-  bool WorkUntil(Done done) const {
+  bool DispatchUntil(Done done) const {
     for (int i = 0; i < 2000 && !done(); ++i) {
       desktop_->Pump(false);
       QThread::msleep(1);

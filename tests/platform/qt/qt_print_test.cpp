@@ -63,7 +63,7 @@ TEST_F(QtPrint, MakesADocumentOfOnePageWithItsText) {
   EXPECT_TRUE(document.startsWith("%PDF-"));
   EXPECT_TRUE(document.contains("/Count 1"));
   EXPECT_TRUE(document.contains("/FontFile"));
-  // The texts can be copied out of the document: their characters are told.
+  // The texts can be copied out of the document: their characters are named.
   EXPECT_TRUE(document.contains("<5899>"));
 }
 

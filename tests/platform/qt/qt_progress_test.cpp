@@ -62,7 +62,7 @@ TEST_F(QtProgressTest, CancelIsReachedByTab) {
   const auto dialog = ServicesOfDesktop()->MakeProgress();
   dialog->Open(0);
   Box()->activateWindow();
-  ASSERT_TRUE(WorkUntil([] { return Box()->isActiveWindow(); }));
+  ASSERT_TRUE(DispatchUntil([] { return Box()->isActiveWindow(); }));
   QKeyEvent down(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
   QApplication::sendEvent(Box(), &down);
   EXPECT_TRUE(Button()->hasFocus());
@@ -164,20 +164,20 @@ TEST_F(QtProgressTest, NoHandlerRunsInTheMiddleOfTheOperation) {
   desktop_->Find(top.window)->SetTimer(4, 1);
   desktop_->Post(top.window, WM_APP, 1, 0);
   desktop_->Find(top.window)->Invalidate(nullptr);
-  top.told.clear();
+  top.reported.clear();
   const auto dialog = NativeShell().MakeProgress();
   dialog->Open(kProgressAutoTime);
   for (const UINT message : {WM_APP, WM_PAINT, WM_TIMER}) EXPECT_EQ(top.Count(message), 0) << message;
   Settle();
   EXPECT_EQ(top.Count(WM_APP), 1);
   EXPECT_GE(top.Count(WM_PAINT), 1);
-  EXPECT_TRUE(WorkUntil([&] { return top.Count(WM_TIMER) > 0; }));
+  EXPECT_TRUE(DispatchUntil([&] { return top.Count(WM_TIMER) > 0; }));
 }
 
 TEST_F(QtProgressTest, WhatTheUserDoesElsewhereMeanwhileIsDropped) {
   QWidget* const widget = WidgetOf(top.window);
   QCoreApplication::postEvent(widget, new QKeyEvent(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier));
-  top.told.clear();
+  top.reported.clear();
   const auto dialog = NativeShell().MakeProgress();
   dialog->Open(0);
   Settle();

@@ -18,7 +18,7 @@ TEST_F(QtQueueTest, PostedMessagesComeInOrderAndAreOffered) {
   EXPECT_EQ(top.Count(WM_APP), 1);
   Settle();
   std::vector<WPARAM> order;
-  for (const Witness::Told& t : top.told)
+  for (const Witness::Report& t : top.reported)
     if (t.message == WM_APP) order.push_back(t.w);
   EXPECT_EQ(order, (std::vector<WPARAM>{1, 2, 3}));
   EXPECT_GE(top.offered.size(), 3U);
@@ -37,7 +37,7 @@ TEST_F(QtQueueTest, MessagesToAWindowThatGoesAreLost) {
 
 TEST_F(QtQueueTest, PostsOfAnotherThreadArrive) {
   std::thread other([&] { desktop_->Post(top.window, WM_APP + 1, 9, 0); });
-  EXPECT_TRUE(WorkUntil([&] { return top.Count(WM_APP + 1) == 1; }));
+  EXPECT_TRUE(DispatchUntil([&] { return top.Count(WM_APP + 1) == 1; }));
   other.join();
 }
 
@@ -55,7 +55,7 @@ TEST_F(QtQueueTest, ProgramsOwnLoopServesTheQueueToo) {
 TEST_F(QtQueueTest, TimerComesAgainUntilItIsKilled) {
   const auto peer = desktop_->Find(top.window);
   peer->SetTimer(4, 5);
-  EXPECT_TRUE(WorkUntil([&] { return top.Count(WM_TIMER) >= 3; }));
+  EXPECT_TRUE(DispatchUntil([&] { return top.Count(WM_TIMER) >= 3; }));
   EXPECT_EQ(top.Order({WM_TIMER}).front(), UINT{WM_TIMER});
   EXPECT_TRUE(peer->KillTimer(4));
   EXPECT_FALSE(peer->KillTimer(4));
@@ -74,7 +74,7 @@ TEST_F(QtQueueTest, WindowMayEndInItsTimer) {
     return false;
   };
   desktop_->Find(window)->SetTimer(1, 1);
-  EXPECT_TRUE(WorkUntil([&] { return desktop_->Find(window) == nullptr; }));
+  EXPECT_TRUE(DispatchUntil([&] { return desktop_->Find(window) == nullptr; }));
   EXPECT_EQ(child.Count(WM_TIMER), 1);
 }
 

@@ -11,7 +11,7 @@
 namespace lorv::test {
 namespace {
 
-class Told : public CWnd {
+class Report : public CWnd {
  public:
   std::vector<WPARAM> dots;
   CRect place;
@@ -44,11 +44,11 @@ class QtScreens : public QtTest {
   }
 };
 
-TEST_F(QtScreens, ATopWindowIsToldOfAnotherScreenWithThePlaceThatKeepsItsSize) {
+TEST_F(QtScreens, ATopWindowIsReportedAnotherScreenWithThePlaceThatKeepsItsSize) {
   ASSERT_EQ(QGuiApplication::screens().size(), 2);
-  Told window;
+  Report window;
   window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(10, 20, 210, 120), nullptr, 0);
-  Told child;
+  Report child;
   child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 50, 50), &window, 1);
   Settle();
   EXPECT_EQ(window.GetDpi(), 96);
@@ -73,11 +73,11 @@ TEST_F(QtScreens, ATopWindowIsToldOfAnotherScreenWithThePlaceThatKeepsItsSize) {
 }
 
 TEST_F(QtScreens, WhatIsMadeInAWindowHasTheDotsOfItsScreen) {
-  Told window;
+  Report window;
   window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(10, 20, 210, 120), nullptr, 0);
   Settle();
   MoveTo(window.m_hWnd, 1);
-  Told child;
+  Report child;
   child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 50, 50), &window, 1);
   EXPECT_EQ(child.GetDpi(), 192);
   CClientDC dc(&child);
@@ -86,7 +86,7 @@ TEST_F(QtScreens, WhatIsMadeInAWindowHasTheDotsOfItsScreen) {
 
 TEST_F(QtScreens, AWindowMadeOnAScreenHasItsDotsFromTheBeginning) {
   for (CWnd* const owner : {static_cast<CWnd*>(nullptr), CWnd::FromHandle(top.window)}) {
-    Told window;
+    Report window;
     window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(1700, 20, 1900, 120), owner, 0);
     EXPECT_EQ(window.GetDpi(), 192);
     EXPECT_EQ(PeerOf(window.m_hWnd)->Font().lfHeight, 2 * PeerOf(top.window)->Font().lfHeight);
@@ -96,7 +96,7 @@ TEST_F(QtScreens, AWindowMadeOnAScreenHasItsDotsFromTheBeginning) {
     EXPECT_TRUE(window.dots.empty()) << "it is where it began";
   }
   // Without an area, and beyond all screens.
-  Told none, beyond;
+  Report none, beyond;
   none.Create(nullptr, _T("t"), WS_POPUP, CRect(1700, 20, 1700, 20), nullptr, 0);
   EXPECT_EQ(none.GetDpi(), 96);
   beyond.Create(nullptr, _T("t"), WS_POPUP, CRect(-9000, -9000, -8000, -8000), nullptr, 0);
@@ -159,8 +159,8 @@ TEST_F(QtScreens, ADialogIsMeasuredForTheScreenOfItsOwner) {
   EXPECT_NEAR(client.Width(), small.Width() * 2, small.Width() / 4);
 }
 
-TEST_F(QtScreens, AWindowMayEndWhereItIsToldOfAnotherScreen) {
-  Told window;
+TEST_F(QtScreens, AWindowMayEndWhereItIsNotifiedOfAnotherScreen) {
+  Report window;
   window.ends = true;
   window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(10, 20, 210, 120), nullptr, 0);
   Settle();

@@ -22,9 +22,9 @@ TEST_F(QtWindowTest, BeginsWithCreateThenSizeThenShow) {
   request.parent = top.window;
   request.id = 7;
   ASSERT_NE(Make(request, &child), nullptr);
-  ASSERT_GE(child.told.size(), 3U);
+  ASSERT_GE(child.reported.size(), 3U);
   EXPECT_EQ(child.Order({WM_CREATE, WM_SIZE, WM_SHOWWINDOW}), (Order{WM_CREATE, WM_SIZE, WM_SHOWWINDOW}));
-  EXPECT_EQ(child.told[1].l, MAKELPARAM(100, 50));
+  EXPECT_EQ(child.reported[1].l, MAKELPARAM(100, 50));
   EXPECT_EQ(desktop_->Find(child.window)->Id(), 7U);
 }
 
@@ -77,33 +77,33 @@ TEST_F(QtWindowTest, EndsFromTheOutsideInThenFromTheInsideOut) {
   EXPECT_NE(peer->ClientCanvas(), nullptr);
 }
 
-TEST_F(QtWindowTest, PlaceTellsMoveAndSizeOnceAndOnlyOfChanges) {
+TEST_F(QtWindowTest, PlaceReportsMoveAndSizeOnceAndOnlyOfChanges) {
   Witness child;
   Child(WindowKind::Custom, 0, 1, {0, 0, 50, 40}, &child);
-  child.told.clear();
+  child.reported.clear();
   const auto peer = desktop_->Find(child.window);
   peer->Place({5, 6, 65, 56});
   Settle();
   EXPECT_EQ(child.Order({WM_MOVE, WM_SIZE}), (Order{WM_MOVE, WM_SIZE}));
   EXPECT_EQ(CRect(peer->ClientRect()), CRect(0, 0, 60, 50));
-  child.told.clear();
+  child.reported.clear();
   peer->Place({5, 6, 65, 56});
   Settle();
   EXPECT_EQ(child.Order({WM_MOVE, WM_SIZE}), Order{});
   peer->Place({7, 6, 67, 56});
   EXPECT_EQ(child.Order({WM_MOVE, WM_SIZE}), Order{WM_MOVE});
-  EXPECT_EQ(child.told.back().l, MAKELPARAM(7, 6));
+  EXPECT_EQ(child.reported.back().l, MAKELPARAM(7, 6));
 }
 
-TEST_F(QtWindowTest, KeyIsOfferedUpwardsThenToldThenItsCharacter) {
+TEST_F(QtWindowTest, KeyIsOfferedUpwardsThenReportedThenItsCharacter) {
   Witness child;
   Child(WindowKind::Custom, 0, 1, {0, 0, 50, 40}, &child);
   desktop_->Find(child.window)->Focus();
-  child.told.clear();
+  child.reported.clear();
   Key(child.window, Qt::Key_A, QStringLiteral("a"));
   EXPECT_EQ(child.Order({WM_KEYDOWN, WM_CHAR, WM_KEYUP}), (Order{WM_KEYDOWN, WM_CHAR, WM_KEYUP}));
-  EXPECT_EQ(child.told[0].w, static_cast<WPARAM>('A'));
-  EXPECT_EQ(child.told[1].w, static_cast<WPARAM>('a'));
+  EXPECT_EQ(child.reported[0].w, static_cast<WPARAM>('A'));
+  EXPECT_EQ(child.reported[1].w, static_cast<WPARAM>('a'));
   EXPECT_GE(top.offered.size(), 3U);
 }
 
@@ -118,11 +118,11 @@ TEST_F(QtWindowTest, KeyTakenByAParentGivesNeitherMessageNorCharacter) {
 TEST_F(QtWindowTest, AltMakesSystemKeysAndControlMakesControlCharacters) {
   Witness child;
   Child(WindowKind::Custom, 0, 1, {0, 0, 50, 40}, &child);
-  child.told.clear();
+  child.reported.clear();
   Key(child.window, Qt::Key_F, QStringLiteral("f"), Qt::AltModifier);
   EXPECT_EQ(child.Order({WM_SYSKEYDOWN, WM_SYSCHAR, WM_SYSKEYUP}),
             (Order{WM_SYSKEYDOWN, WM_SYSCHAR, WM_SYSKEYUP}));
-  child.told.clear();
+  child.reported.clear();
   short held = 0;
   child.on_message = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
     if (message == WM_KEYDOWN) held = desktop_->KeyState(VK_CONTROL);
@@ -131,23 +131,23 @@ TEST_F(QtWindowTest, AltMakesSystemKeysAndControlMakesControlCharacters) {
   Key(child.window, Qt::Key_C, {}, Qt::ControlModifier);
   EXPECT_LT(held, 0);
   ASSERT_EQ(child.Count(WM_CHAR), 1);
-  EXPECT_EQ(child.told[1].w, WPARAM{3});
+  EXPECT_EQ(child.reported[1].w, WPARAM{3});
 }
 
 TEST_F(QtWindowTest, MouseGoesToTheChildWithItsOwnPlace) {
   Witness child;
   Child(WindowKind::Custom, 0, 1, {30, 20, 130, 120}, &child);
-  child.told.clear();
+  child.reported.clear();
   Click(child.window, QPoint(11, 12));
   EXPECT_EQ(child.Order({WM_SETCURSOR, WM_LBUTTONDOWN, WM_LBUTTONUP}),
             (Order{WM_SETCURSOR, WM_LBUTTONDOWN, WM_SETCURSOR, WM_LBUTTONUP}));
-  const auto down = std::find_if(child.told.begin(), child.told.end(),
-                                 [](const Witness::Told& t) { return t.message == WM_LBUTTONDOWN; });
+  const auto down = std::find_if(child.reported.begin(), child.reported.end(),
+                                 [](const Witness::Report& t) { return t.message == WM_LBUTTONDOWN; });
   EXPECT_EQ(down->l, MAKELPARAM(11, 12));
   EXPECT_EQ(down->w, WPARAM{MK_LBUTTON});
 }
 
-TEST_F(QtWindowTest, CaptureTakesTheMouseOfOthersAndTellsWhenItEnds) {
+TEST_F(QtWindowTest, CaptureTakesTheMouseOfOthersAndReportsWhenItEnds) {
   Witness first;
   Witness second;
   Child(WindowKind::Custom, 0, 1, {0, 0, 50, 50}, &first);
@@ -157,11 +157,11 @@ TEST_F(QtWindowTest, CaptureTakesTheMouseOfOthersAndTellsWhenItEnds) {
   Mouse(WidgetOf(second.window), QEvent::MouseMove, QPoint(5, 6), Qt::NoButton, Qt::NoButton);
   EXPECT_EQ(second.Count(WM_MOUSEMOVE), 0);
   ASSERT_EQ(first.Count(WM_MOUSEMOVE), 1);
-  for (const Witness::Told& t : first.told)
+  for (const Witness::Report& t : first.reported)
     EXPECT_TRUE(t.message != WM_MOUSEMOVE || t.l == MAKELPARAM(105, 6));
   desktop_->SetCapture(second.window);
   EXPECT_EQ(first.Count(WM_CAPTURECHANGED), 1);
-  EXPECT_EQ(first.told.back().l, reinterpret_cast<LPARAM>(second.window));
+  EXPECT_EQ(first.reported.back().l, reinterpret_cast<LPARAM>(second.window));
   desktop_->SetCapture(nullptr);
 }
 
@@ -182,7 +182,7 @@ TEST_F(QtWindowTest, HiddenWindowThatHasTheMouseGetsItThroughItsParent) {
 TEST_F(QtWindowTest, DisabledChildLeavesTheMouseToItsParent) {
   Witness child;
   Child(WindowKind::Custom, WS_DISABLED, 1, {30, 20, 130, 120}, &child);
-  child.told.clear();
+  child.reported.clear();
   Click(child.window, QPoint(1, 2));
   EXPECT_EQ(child.Count(WM_LBUTTONDOWN), 0);
   ASSERT_EQ(top.Count(WM_LBUTTONDOWN), 1);
@@ -196,7 +196,7 @@ TEST_F(QtWindowTest, WheelGoesToTheFocus) {
                      Qt::NoModifier, Qt::NoScrollPhase, false);
   QCoreApplication::sendEvent(WidgetOf(top.window), &turned);
   ASSERT_EQ(child.Count(WM_MOUSEWHEEL), 1);
-  EXPECT_EQ(static_cast<short>(HIWORD(child.told.back().w)), -120);
+  EXPECT_EQ(static_cast<short>(HIWORD(child.reported.back().w)), -120);
   // What the child leaves alone comes to its parent.
   EXPECT_EQ(top.Count(WM_MOUSEWHEEL), 1);
 }
@@ -241,12 +241,12 @@ TEST_F(QtWindowTest, FocusOfAForeignWidgetIsSomeForeignHandle) {
   foreign.show();
   foreign.activateWindow();
   foreign.setFocus();
-  ASSERT_TRUE(WorkUntil([&] { return QApplication::focusWidget() == &foreign; }));
+  ASSERT_TRUE(DispatchUntil([&] { return QApplication::focusWidget() == &foreign; }));
   EXPECT_NE(desktop_->Focus(), nullptr);
   EXPECT_EQ(desktop_->Find(desktop_->Focus()), nullptr);
 }
 
-TEST_F(QtWindowTest, FocusThatGoesToAForeignWidgetIsTold) {
+TEST_F(QtWindowTest, FocusThatGoesToAForeignWidgetIsReported) {
   Witness child;
   Child(WindowKind::Custom, 0, 1, {0, 0, 50, 40}, &child);
   desktop_->Find(child.window)->Focus();
@@ -254,12 +254,12 @@ TEST_F(QtWindowTest, FocusThatGoesToAForeignWidgetIsTold) {
   QWidget foreign;
   foreign.show();
   foreign.activateWindow();
-  EXPECT_TRUE(WorkUntil([&] { return child.Count(WM_KILLFOCUS) == 1; }));
+  EXPECT_TRUE(DispatchUntil([&] { return child.Count(WM_KILLFOCUS) == 1; }));
   EXPECT_EQ(top.Order({WM_ACTIVATE}), std::vector<UINT>{WM_ACTIVATE});
   EXPECT_EQ(desktop_->Active(), nullptr);
   EXPECT_EQ(desktop_->Find(desktop_->Focus()), nullptr);
   desktop_->Find(top.window)->Activate();
-  EXPECT_TRUE(WorkUntil([&] { return QApplication::activeWindow() == WidgetOf(top.window); }));
+  EXPECT_TRUE(DispatchUntil([&] { return QApplication::activeWindow() == WidgetOf(top.window); }));
 }
 
 TEST_F(QtWindowTest, CloseAsksTheClassAndEndsByDefault) {
@@ -315,26 +315,26 @@ TEST_F(QtWindowTest, BarAsksAndDoesNotMoveByItself) {
   info.nMax = 99;
   info.nPage = 10;
   peer->SetScroll(SB_VERT, info);
-  child.told.clear();
+  child.reported.clear();
   auto* const bar = WidgetOf(child.window)->findChild<QScrollBar*>();
   ASSERT_NE(bar, nullptr);
   bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
   ASSERT_EQ(child.Count(WM_VSCROLL), 2);
-  EXPECT_EQ(LOWORD(child.told[0].w), SB_LINEDOWN);
-  EXPECT_EQ(LOWORD(child.told[1].w), SB_ENDSCROLL);
+  EXPECT_EQ(LOWORD(child.reported[0].w), SB_LINEDOWN);
+  EXPECT_EQ(LOWORD(child.reported[1].w), SB_ENDSCROLL);
   EXPECT_EQ(bar->value(), 0);
   info.fMask = SIF_POS;
   info.nPos = 5;
   peer->SetScroll(SB_VERT, info);
   EXPECT_EQ(bar->value(), 5);
-  child.told.clear();
+  child.reported.clear();
   bar->setSliderDown(true);
   bar->setSliderPosition(40);
   bar->setSliderDown(false);
   ASSERT_GE(child.Count(WM_VSCROLL), 3);
-  EXPECT_EQ(LOWORD(child.told[0].w), SB_THUMBTRACK);
-  EXPECT_EQ(HIWORD(child.told[0].w), 40);
-  EXPECT_EQ(LOWORD(child.told[1].w), SB_THUMBPOSITION);
+  EXPECT_EQ(LOWORD(child.reported[0].w), SB_THUMBTRACK);
+  EXPECT_EQ(HIWORD(child.reported[0].w), 40);
+  EXPECT_EQ(LOWORD(child.reported[1].w), SB_THUMBPOSITION);
   EXPECT_EQ(bar->value(), 5);
 }
 
@@ -373,14 +373,14 @@ TEST_F(QtWindowTest, CandidatesStandAtTheCaretOfTheWindowClass) {
 TEST_F(QtWindowTest, ButtonWithTheFocusLooksOtherwise) {
   Child(WindowKind::Button, BS_PUSHBUTTON, 1, {10, 10, 110, 40});
   const HWND second = Child(WindowKind::Button, BS_PUSHBUTTON, 2, {10, 50, 110, 80});
-  ASSERT_TRUE(WorkUntil([] { return QApplication::activeWindow() != nullptr; }));
+  ASSERT_TRUE(DispatchUntil([] { return QApplication::activeWindow() != nullptr; }));
   Settle();
   const QImage before = QtWidgetOf(second)->grab().toImage();
   desktop_->Find(second)->Focus();
-  EXPECT_TRUE(WorkUntil([&] { return QtWidgetOf(second)->grab().toImage() != before; }));
+  EXPECT_TRUE(DispatchUntil([&] { return QtWidgetOf(second)->grab().toImage() != before; }));
 }
 
-TEST_F(QtWindowTest, LeaveIsToldOnceWhenAskedFor) {
+TEST_F(QtWindowTest, LeaveIsReportedOnceWhenAskedFor) {
   Witness child;
   Child(WindowKind::Custom, 0, 1, {0, 0, 50, 50}, &child);
   Mouse(WidgetOf(child.window), QEvent::MouseMove, QPoint(5, 5), Qt::NoButton, Qt::NoButton);
@@ -435,7 +435,7 @@ TEST_F(QtWindowTest, RightClickAsksForAMenuUpwards) {
   EXPECT_EQ(child.Count(WM_CONTEXTMENU), 1);
   ASSERT_EQ(top.Count(WM_CONTEXTMENU), 1);
   const CPoint at = CPoint(desktop_->Find(child.window)->ClientOrigin()) + CSize(3, 4);
-  EXPECT_EQ(top.told.back().l, MAKELPARAM(at.x, at.y));
+  EXPECT_EQ(top.reported.back().l, MAKELPARAM(at.x, at.y));
 }
 
 }  // namespace

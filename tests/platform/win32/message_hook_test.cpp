@@ -86,14 +86,14 @@ TEST_F(MessageHook, HeaderExample) {
   Probe edit;
   MakeChild(edit, WindowKind::Edit, 0, {10, 10, 110, 34}, 31);
   edit.take = [](MSG& message) { return message.message == WM_USER; };
-  MSG told = {};
-  told.hwnd = edit.window;
-  told.message = WM_USER;
-  EXPECT_TRUE(lorv::OfferHostMessage(&told));
-  told.hwnd = edit.window;
-  told.message = WM_USER + 1;
-  EXPECT_FALSE(lorv::OfferHostMessage(&told));
-  EXPECT_EQ(told.message, static_cast<UINT>(WM_USER + 1));
+  MSG reported = {};
+  reported.hwnd = edit.window;
+  reported.message = WM_USER;
+  EXPECT_TRUE(lorv::OfferHostMessage(&reported));
+  reported.hwnd = edit.window;
+  reported.message = WM_USER + 1;
+  EXPECT_FALSE(lorv::OfferHostMessage(&reported));
+  EXPECT_EQ(reported.message, static_cast<UINT>(WM_USER + 1));
   EXPECT_FALSE(lorv::OfferHostMessage(nullptr));
 }
 

@@ -2,7 +2,7 @@
 
 using lorv::WindowKind;
 
-// The system's own controls, worked by keys and clicks, as the window classes above see them.
+// The system's own controls, used by keys and clicks, as the window classes above see them.
 class NativeControls : public RealWindows {
  protected:
   CPoint Middle(const Probe& probe) { return CRect(probe.Peer()->WindowRect()).CenterPoint(); }
@@ -14,7 +14,7 @@ class NativeControls : public RealWindows {
   }
 };
 
-TEST_F(NativeControls, TypedLettersComeAsKeysAndCharactersAndTellTheParent) {
+TEST_F(NativeControls, TypedLettersComeAsKeysAndCharactersAndReportTheParent) {
   Probe edit;
   MakeChild(edit, WindowKind::Edit, WS_BORDER, {10, 10, 110, 34}, 31);
   edit.Peer()->Focus();
@@ -28,7 +28,7 @@ TEST_F(NativeControls, TypedLettersComeAsKeysAndCharactersAndTellTheParent) {
                                               EN_CHANGE, EN_UPDATE, EN_CHANGE}));
 }
 
-TEST_F(NativeControls, ASetTextTellsTheParentAsWellAsATypedOne) {
+TEST_F(NativeControls, ASetTextReportsTheParentAsWellAsATypedOne) {
   Probe edit;
   MakeChild(edit, WindowKind::Edit, 0, {10, 10, 110, 34}, 31);
   top.seen.clear();
@@ -87,7 +87,7 @@ TEST_F(NativeControls, MultiLineEditCountsWrappedLinesAndEndsThemByCrLf) {
   EXPECT_EQ(edit.Peer()->Text(), _T("a\r\nb"));
 }
 
-TEST_F(NativeControls, FocusTellsBothWindowsAndTheParent) {
+TEST_F(NativeControls, FocusReportsBothWindowsAndTheParent) {
   Probe first;
   Probe second;
   MakeChild(first, WindowKind::Edit, 0, {10, 10, 110, 34}, 31);
@@ -190,7 +190,7 @@ TEST_F(NativeControls, TheEditInAComboCanBeTakenOver) {
   EXPECT_EQ(inner.window, nullptr);
 }
 
-TEST_F(NativeControls, ListTellsItsSelectionAndDoubleClick) {
+TEST_F(NativeControls, ListReportsItsSelectionAndDoubleClick) {
   Probe list;
   MakeChild(list, WindowKind::List, LBS_NOTIFY | WS_VSCROLL, {10, 10, 110, 110}, 34);
   for (const auto* text : {_T("wall"), _T("beam"), _T("slab")}) Ask(list, LB_ADDSTRING, 0, text);
@@ -264,7 +264,7 @@ TEST_F(NativeControls, AnEditDestroyedByItsOwnKeyIsThatKeysEnd) {
   EXPECT_TRUE(top.Peer()->Children().empty());
 }
 
-TEST_F(NativeControls, AnEditDestroyedWhileItTellsItsParentIsLegal) {
+TEST_F(NativeControls, AnEditDestroyedWhileItReportsItsParentIsLegal) {
   Probe edit;
   MakeChild(edit, WindowKind::Edit, 0, {10, 10, 110, 34}, 31);
   const auto peer = edit.Peer();

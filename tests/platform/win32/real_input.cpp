@@ -46,10 +46,10 @@ int Probe::At(UINT message) const {
 }
 
 LRESULT Probe::HandleMessage(HWND at, UINT message, WPARAM w, LPARAM l) {
-  const Message told = {message, w, l};
-  seen.push_back(told);
+  const Message reported = {message, w, l};
+  seen.push_back(reported);
   LRESULT result = 0;
-  if (on != nullptr && on(told, result)) return result;
+  if (on != nullptr && on(reported, result)) return result;
   const auto peer = lorv::DesktopInForce().Find(at);
   if (peer != nullptr) result = peer->Default(message, w, l);
   if (message == WM_NCDESTROY) {

@@ -13,7 +13,7 @@
 #include "framework/ports/window_map.h"
 #include "framework/text/cstring.h"
 
-// Real windows worked by real keys and clicks.
+// Real windows used by real keys and clicks.
 
 // Keeps what came to one window, and answers as the test says.
 class Probe : public lorv::MessageTarget {
@@ -72,9 +72,9 @@ class RealWindows : public testing::Test {
 
   lorv::Desktop& Desk() { return *desktop_; }
   HWND MakeChild(Probe& probe, lorv::WindowKind kind, DWORD style, const RECT& place, UINT id);
-  // Works the queue until nothing has come for a while.
+  // Dispatches messages until nothing has come for a while.
   void Settle(DWORD quiet = 30);
-  // Works the queue until it is so, or a good while is over.
+  // Dispatches messages until it is so, or a good while is over.
   bool Until(const std::function<bool()>& is_so, DWORD patience = 5000);
 
   void KeyDown(int key) { SendKey(key, 0); }

@@ -111,7 +111,7 @@ TEST_F(Win32Desktops, CaptureTakesTheMouseOutsideTheWindow) {
   EXPECT_EQ(sheet.Count(WM_CAPTURECHANGED), 1);
 }
 
-TEST_F(Win32Desktops, TheLeavingMouseIsToldOnceWhenAskedFor) {
+TEST_F(Win32Desktops, TheLeavingMouseIsReportedOnceWhenAskedFor) {
   MakeSheet();
   MoveMouse(OnSheet(30, 20));
   sheet.Peer()->TrackLeave();
@@ -236,7 +236,7 @@ TEST_F(Win32Desktops, TheEndOfTheProgramEndsModalLoopsToo) {
                              top.window));
   PostQuitMessage(3);
   Desk().RunModal(dialog.window);
-  EXPECT_FALSE(Desk().Pump(true)) << "the outer loop is told as well";
+  EXPECT_FALSE(Desk().Pump(true)) << "the outer loop is notified as well";
 }
 
 TEST_F(Win32Desktops, AnOwnerThatWasDisabledStaysSo) {

@@ -11,7 +11,7 @@ using lorv::WindowKind;
 
 namespace {
 
-class Told : public CWnd {
+class Notified : public CWnd {
  public:
   std::vector<WPARAM> dots;
   bool ends = false;
@@ -24,7 +24,7 @@ class Told : public CWnd {
   }
 };
 
-void Tell(HWND window, int dots, RECT place) {
+void Report(HWND window, int dots, RECT place) {
   SendMessageW(window, WM_DPICHANGED, MAKEWPARAM(dots, dots), reinterpret_cast<LPARAM>(&place));
 }
 
@@ -40,12 +40,12 @@ CRect PlaceIn(const CWnd& child, const CWnd& parent) {
 class Win32Dpi : public RealWindows {};
 
 TEST_F(Win32Dpi, ATopWindowTakesThePlaceThatTheSystemSuggests) {
-  Told window;
+  Notified window;
   window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(110, 120, 310, 220), nullptr, 0);
-  Told child;
+  Notified child;
   child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 50, 50), &window, 1);
   const CRect suggested(40, 50, 440, 250);
-  Tell(window.m_hWnd, 192, suggested);
+  Report(window.m_hWnd, 192, suggested);
   EXPECT_EQ(window.dots, (std::vector<WPARAM>{MAKEWPARAM(192, 192)}));
   CRect now;
   window.GetWindowRect(now);
@@ -53,11 +53,11 @@ TEST_F(Win32Dpi, ATopWindowTakesThePlaceThatTheSystemSuggests) {
   EXPECT_TRUE(child.dots.empty());
 }
 
-TEST_F(Win32Dpi, AWindowMayEndWhereItIsTold) {
-  Told window;
+TEST_F(Win32Dpi, AWindowMayEndWhereItIsNotified) {
+  Notified window;
   window.ends = true;
   window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(110, 120, 310, 220), nullptr, 0);
-  Tell(window.m_hWnd, 192, CRect(40, 50, 440, 250));
+  Report(window.m_hWnd, 192, CRect(40, 50, 440, 250));
   EXPECT_EQ(window.m_hWnd, nullptr);
 }
 
@@ -107,7 +107,7 @@ TEST_F(Win32Dpi, ADialogGrowsWithAllThatStandsInItAndBack) {
   dialog.GetClientRect(client);
   const CRect edit = PlaceIn(*dialog.GetDlgItem(1002), dialog);
   const LONG height = lorv::PeerOf(dialog.GetDlgItem(IDOK)->m_hWnd)->Font().lfHeight;
-  Tell(dialog.m_hWnd, 192, CRect(10, 20, 410, 220));
+  Report(dialog.m_hWnd, 192, CRect(10, 20, 410, 220));
   CRect grown;
   dialog.GetClientRect(grown);
   EXPECT_EQ(grown.Size(), CSize(client.Width() * 2, client.Height() * 2));
@@ -116,7 +116,7 @@ TEST_F(Win32Dpi, ADialogGrowsWithAllThatStandsInItAndBack) {
   EXPECT_EQ(lorv::PeerOf(dialog.GetDlgItem(IDOK)->m_hWnd)->Font().lfHeight, height * 2);
   dialog.GetWindowRect(grown);
   EXPECT_EQ(grown.TopLeft(), CPoint(10, 20));
-  Tell(dialog.m_hWnd, 96, CRect(10, 20, 210, 120));
+  Report(dialog.m_hWnd, 96, CRect(10, 20, 210, 120));
   dialog.GetClientRect(grown);
   EXPECT_EQ(grown, client);
 }

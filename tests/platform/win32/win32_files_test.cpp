@@ -6,7 +6,7 @@
 #include "platform/ports/files.h"
 #include "tests/support/data.h"
 
-// What the system itself does with files, on which the other systems' conduct is modelled.
+// What the system itself does with files, on which the other systems' behaviour is modelled.
 namespace lorv::test {
 namespace {
 

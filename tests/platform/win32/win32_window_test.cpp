@@ -13,9 +13,9 @@ class Win32Windows : public RealWindows {};
 TEST_F(Win32Windows, IsAttachedBeforeItsFirstMessageWhichIsWmCreate) {
   Probe child;
   int parameter = 0;
-  CREATESTRUCT told = {};
+  CREATESTRUCT reported = {};
   child.on = [&](const Probe::Message& m, LRESULT&) {
-    if (m.number == WM_CREATE) told = *reinterpret_cast<CREATESTRUCT*>(m.l);
+    if (m.number == WM_CREATE) reported = *reinterpret_cast<CREATESTRUCT*>(m.l);
     return false;
   };
   auto request = child.Request(WindowKind::Custom, WS_CHILD | WS_VISIBLE, {5, 6, 45, 26}, top.window, 7);
@@ -26,9 +26,9 @@ TEST_F(Win32Windows, IsAttachedBeforeItsFirstMessageWhichIsWmCreate) {
   ASSERT_FALSE(child.seen.empty());
   EXPECT_EQ(child.seen.front().number, static_cast<UINT>(WM_CREATE));
   EXPECT_LT(child.At(WM_CREATE), child.At(WM_SIZE));
-  EXPECT_EQ(told.lpCreateParams, &parameter);
-  EXPECT_EQ(told.cx, 40);
-  EXPECT_EQ(told.hwndParent, top.window);
+  EXPECT_EQ(reported.lpCreateParams, &parameter);
+  EXPECT_EQ(reported.cx, 40);
+  EXPECT_EQ(reported.hwndParent, top.window);
   const auto peer = child.Peer();
   EXPECT_EQ(peer->Kind(), WindowKind::Custom);
   EXPECT_EQ(peer->Id(), 7u);
@@ -213,7 +213,7 @@ TEST_F(Win32Windows, OwnedWindowsGoFirstAndAreNoChildren) {
   EXPECT_EQ(owned.Count(WM_NCDESTROY), 1);
 }
 
-TEST_F(Win32Windows, PlaceTellsMovesAndSizes) {
+TEST_F(Win32Windows, PlaceReportsMovesAndSizes) {
   Probe probe;
   MakeChild(probe, WindowKind::Custom, 0, {0, 0, 20, 20}, 1);
   probe.seen.clear();
@@ -345,7 +345,7 @@ TEST_F(Win32Windows, ExceptionsOfHandlersReachWhoCausedTheMessage) {
     return false;
   };
   EXPECT_THROW(Desk().Send(top.window, WM_USER + 2, 0, 0), std::runtime_error);
-  // A loop that is not ours has nobody to tell: the message counts as done, and nobody is told later.
+  // A loop that is not ours has nobody to report to: the message counts as done, now and later.
   SendMessageW(probe.window, WM_USER + 1, 0, 0);
   EXPECT_EQ(Desk().Send(probe.window, WM_USER + 3, 0, 0), 0);
   top.on = nullptr;

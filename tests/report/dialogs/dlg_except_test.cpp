@@ -189,9 +189,9 @@ TEST_F(DlgExcept, SendsTheDescriptionAlone) {
 TEST_F(DlgExcept, SendIsWorkedWithoutTheWindowsOfTheProgram) {
   AllowMail();
   HWND owner = nullptr;
-  bool worked = false;
+  bool used = false;
   machine_.mail.while_sending = [&] {
-    worked = true;
+    used = true;
     EXPECT_FALSE(IsModeless());
     EXPECT_EQ(desktop.Capture(), owner);
     EXPECT_EQ(desktop.Focus(), nullptr);
@@ -199,7 +199,7 @@ TEST_F(DlgExcept, SendIsWorkedWithoutTheWindowsOfTheProgram) {
   };
   Modal(dialog_, {[&] { owner = Now()->m_hWnd; }, Click(kSendId), Click(IDOK),
                   [&] {
-                    EXPECT_TRUE(worked);
+                    EXPECT_TRUE(used);
                     EXPECT_TRUE(IsModeless());
                     EXPECT_EQ(desktop.Capture(), nullptr);
                     EXPECT_EQ(desktop.Active(), owner);
@@ -209,7 +209,7 @@ TEST_F(DlgExcept, SendIsWorkedWithoutTheWindowsOfTheProgram) {
   EXPECT_EQ(top.IsWindowEnabled(), TRUE);
 }
 
-TEST_F(DlgExcept, MailProblemsAreTold) {
+TEST_F(DlgExcept, MailProblemsAreReported) {
   AllowMail();
   const struct {
     bool loads;

@@ -110,7 +110,7 @@ Texts KnownDifferences(const std::string& name) {
 }
 
 // Formulas of this file take areas by names that they put together, which the office works anew and cannot;
-// the file holds what its own program has worked.
+// the file holds what its own program has calculated.
 constexpr const char* kUnknownFormulas = "cn_payroll_12_months.xlsx";
 bool IsUnknownToTheOffice(const std::string& difference) {
   return difference.ends_with(" / ");
@@ -262,7 +262,7 @@ TEST_F(OfficeData, RandomTablesComeBack) {
   EXPECT_LT(refused, 40);
 }
 
-TEST_F(OfficeData, DamagedFilesAreToldOf) {
+TEST_F(OfficeData, DamagedFilesAreReported) {
   const auto in = test::FindData("spreadsheets");
   if (!in) return;
   for (const char* name : {"damaged_no_directory.xlsx", "damaged_too_small.xls"}) {

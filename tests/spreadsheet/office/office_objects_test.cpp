@@ -278,7 +278,7 @@ TEST_F(OfficeObjects, AFailedSavingLeavesTheOldFileAndNothingElse) {
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
 }
 
-TEST_F(OfficeObjects, AnOfficeThatDoesNotStartIsTold) {
+TEST_F(OfficeObjects, AnOfficeThatDoesNotStartIsReported) {
   starts_with = _T("no such library");
   EXPECT_EQ(Load(0), 0);
   ASSERT_GE(machine.dialogs.messages.size(), 2U);
@@ -287,14 +287,14 @@ TEST_F(OfficeObjects, AnOfficeThatDoesNotStartIsTold) {
   EXPECT_TRUE(tables.empty());
 }
 
-TEST_F(OfficeObjects, AMissingFileIsTold) {
+TEST_F(OfficeObjects, AMissingFileIsReported) {
   EXPECT_EQ(exchange.LoadExcel2(PathOf("none.xls"), tables, names, 0), 0);
   ASSERT_EQ(Messages().size(), 1U);
   EXPECT_EQ(Messages()[0].find("找不到文件"), 0U);
 }
 
 // Of a journey each call of the office fails in turn, by a refusal and by its end.
-TEST_F(OfficeObjects, EachFailureIsToldOnceAndNothingLeaks) {
+TEST_F(OfficeObjects, EachFailureIsReportedOnceAndNothingLeaks) {
   file->Add(1, _T("b"));
   file->sheets[0]->PutText(0, 0, _T("x"));
   for (const bool gone : {false, true}) {

@@ -128,7 +128,7 @@ TEST_F(Com, OfSeveralProgramsTheFirstEntryIsTaken) {
   EXPECT_NE(FindRunningWorkbook(found, CString()), CONNECT_NONE);
 }
 
-TEST_F(Com, WithoutAnyProgramTheUserIsTold) {
+TEST_F(Com, WithoutAnyProgramTheUserSeesAMessage) {
   OpenExchange in;
   EXPECT_FALSE(in.FromExcel());
   EXPECT_EQ(Messages(), Texts{"没有打开 excel 程序!"});
@@ -158,7 +158,7 @@ TEST_F(Com, TheActiveApplicationGetsAWorkbook) {
   book.reset();
 }
 
-// A program that has gone: every call fails as the system tells it.
+// A program that has gone: every call fails as the system reports it.
 class GoneObject : public AutoObject {
  public:
   AutoValue Invoke(DISPID /*dispid*/, Form /*form*/, std::span<const AutoValue> /*args*/) override {
@@ -167,7 +167,7 @@ class GoneObject : public AutoObject {
   void KeepAlive() override {}
 };
 
-TEST_F(Com, AProgramThatHasGoneIsToldByItsCode) {
+TEST_F(Com, AProgramThatHasGoneIsReportedByItsCode) {
   const RunningEntry entry(Dispatched(std::make_shared<GoneObject>(), WorkbookId(Program::kExcel)),
                            _T("C:\\gone.xlsx"));
   OpenExchange in;

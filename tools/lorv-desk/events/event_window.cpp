@@ -46,7 +46,7 @@ bool EventWindow::Open(LPCTSTR title, CSize size) {
 }
 
 void EventWindow::PlaceGrids(int width, int height) {
-  // The table gives way first: a trace that is cut off tells nothing.
+  // The table gives way first: a trace that is cut off is of no use.
   const int trace = std::min(width, kTraceWidth * GetDpi() / kUsualDpi);
   Grid().MoveWindow(0, 0, width - trace, height);
   trace_.MoveWindow(width - trace, 0, trace, height);

@@ -10,7 +10,7 @@
 
 namespace lorv::tool {
 
-// The tip of the window, which tells when its animation has come to an end.
+// The tip of the window, which reports when its animation has come to an end.
 class SampleTip : public TImageToolTipCtrl {
  public:
   using TImageToolTipCtrl::TImageToolTipCtrl;

@@ -25,7 +25,7 @@ class EditedTable {
  public:
   explicit EditedTable(std::string path) : path_(std::move(path)) {}
 
-  // Told of the bytes read and of all of them every now and then; false ends the reading.
+  // Called with the bytes read and all bytes every now and then; false ends the reading.
   using Progress = std::function<bool(std::uint64_t done, std::uint64_t size)>;
 
   // Into a grid without columns and rows; false where `progress` ended it.

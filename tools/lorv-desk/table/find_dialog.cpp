@@ -109,19 +109,19 @@ void FindDialog::TakeOptions() {
   fresh_ = false;
 }
 
-void FindDialog::Tell(const CString& outcome) {
+void FindDialog::Report(const CString& outcome) {
   if (m_hWnd != nullptr) SetDlgItemText(kFindOutcome, outcome);
 }
 
-void FindDialog::TellCount(const ReplaceCount& count) {
-  if (count.changed + count.kept + count.refused == 0) return Tell(Words("Nothing was found"));
-  Tell(Words("cells changed: {}; kept as they were: {}",
-             {std::to_string(count.changed), std::to_string(count.kept + count.refused)}));
+void FindDialog::ReportCount(const ReplaceCount& count) {
+  if (count.changed + count.kept + count.refused == 0) return Report(Words("Nothing was found"));
+  Report(Words("cells changed: {}; kept as they were: {}",
+               {std::to_string(count.changed), std::to_string(count.kept + count.refused)}));
 }
 
 void FindDialog::OnOK() {
   TakeOptions();
-  Tell(find_.FindNext() ? CString() : Words("Nothing was found"));
+  Report(find_.FindNext() ? CString() : Words("Nothing was found"));
 }
 
 void FindDialog::OnReplaceOne() {
@@ -129,13 +129,13 @@ void FindDialog::OnReplaceOne() {
   const CString by = TextAt(kReplaceText);
   const ReplaceCount count = find_.ReplaceNext(by);
   // Pressed on a cell without the text, it goes to the first one that has it.
-  if (count.changed + count.kept + count.refused > 0) return TellCount(count);
-  Tell(find_.Count() > 0 ? CString() : Words("Nothing was found"));
+  if (count.changed + count.kept + count.refused > 0) return ReportCount(count);
+  Report(find_.Count() > 0 ? CString() : Words("Nothing was found"));
 }
 
 void FindDialog::OnReplaceAll() {
   TakeOptions();
-  TellCount(find_.ReplaceAll(TextAt(kReplaceText)));
+  ReportCount(find_.ReplaceAll(TextAt(kReplaceText)));
 }
 
 void FindDialog::OnCancel() {

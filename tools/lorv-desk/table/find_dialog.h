@@ -42,8 +42,8 @@ class FindDialog : public CDialog {
   CString TextAt(UINT control) const;
   bool IsTicked(UINT control) const;
   void TakeOptions();
-  void Tell(const CString& outcome);
-  void TellCount(const ReplaceCount& count);
+  void Report(const CString& outcome);
+  void ReportCount(const ReplaceCount& count);
 
   GridFind& find_;
   bool fresh_ = true;  // shown, and nothing searched since: the selection is the one to search

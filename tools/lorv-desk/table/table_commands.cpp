@@ -117,7 +117,7 @@ bool TableCommands::Print() {
 }
 
 // A table that is too short for what is pasted grows, as a spreadsheet has rows without end; what has no
-// column, or is locked, is told.
+// column, or is locked, is reported.
 bool TableCommands::Paste() {
   PasteOptions options;
   options.adds_rows = true;

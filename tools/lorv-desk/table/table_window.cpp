@@ -15,7 +15,7 @@ namespace lorv::tool {
 namespace {
 
 constexpr int kProgressSteps = 1000;
-// A page or two of rows tell what a column holds; measuring all would take as long as reading.
+// A page or two of rows show what a column holds; measuring all would take as long as reading.
 constexpr int kMeasuredRows = 200;  // by which columns get their first widths
 constexpr int kLeastWidth = 50;
 constexpr int kMostWidth = 360;
@@ -25,7 +25,7 @@ CString Words(std::string_view english, std::initializer_list<std::string_view> 
   return CString::FromUtf8(Say(english, values));
 }
 
-void Tell(const CString& text) {
+void Report(const CString& text) {
   PortsInForce().dialogs->ShowMessage({text, CString(), kButtonsOk | kIconError});
 }
 
@@ -97,7 +97,7 @@ bool TableWindow::Save() {
   try {
     file_.Write(*table_);
   } catch (const BadInput& wrong) {
-    Tell(CString::FromUtf8(wrong.what()));
+    Report(CString::FromUtf8(wrong.what()));
     return false;
   }
   table_->MarkChanged(false);

@@ -20,7 +20,7 @@ class TableWindow : public GridWindow {
   // Makes the window, hidden, and reads the file while a dialog shows the progress. False: the user ended it.
   // Throws BadInput with the reason why the file, or a window, cannot be had.
   bool Read();
-  // False where that failed; the user was told. What stands in an open editor is saved too.
+  // False where that failed; the user has seen a message. What stands in an open editor is saved too.
   bool Save();
   EditedGrid& Table() { return *table_; }
   TableCommands& Commands() { return commands_; }

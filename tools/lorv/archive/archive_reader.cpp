@@ -76,7 +76,7 @@ void ArchiveReader::CheckLimits(const UnpackLimits& limits) const {
     throw BadInput(Say("{} unpacks to {} times its size, more than {}; --max-ratio raises the limit",
                        {Quoted(path_), std::to_string(total_ / packed), std::to_string(limits.ratio)}));
   }
-  // Entries that share their data unpack to far more than either limit could tell beforehand.
+  // Entries that share their data unpack to far more than either limit could foresee.
   if (zip_.HasOverlaps()) {
     throw BadInput(
         Say("{}: its entries lie in one another, as in archives made to do harm", {Quoted(path_)}));

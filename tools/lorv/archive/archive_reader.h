@@ -29,7 +29,7 @@ struct Item {
   bool IsFolder() const { return (listing.attributes & kAttributeFolder) != 0; }
 };
 
-// An archive that is open, with all that its directory tells. Failure: BadInput.
+// An archive that is open, with all that its directory says. Failure: BadInput.
 class ArchiveReader {
  public:
   explicit ArchiveReader(const std::string& path);

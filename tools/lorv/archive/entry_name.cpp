@@ -34,7 +34,7 @@ bool IsLow(unsigned unit) {
   return unit >= 0xDC00 && unit < 0xE000;
 }
 
-// The digits tell two characters apart that would both be "_"; the short form is for names that have no room.
+// The digits distinguish two characters that would both be "_"; the short form is for names without room.
 std::string Escape(unsigned number, bool by_number) {
   std::array<char, 12> text{};
   std::snprintf(text.data(), text.size(), "#U%04X", number);

@@ -13,7 +13,7 @@ namespace lorv::tool {
 // What stood in the way of single files or entries while the others were done. Any thread may add.
 class EntryTroubles {
  public:
-  // `order` is the place among the others when they are told.
+  // `order` is the place among the others when they are reported.
   void Add(const std::string& name, const std::string& words, int order = 0);
   std::size_t Count() const { return troubles_.size(); }
   // A line each, made of a message such as "{} was not packed: {}" with the name and the words.

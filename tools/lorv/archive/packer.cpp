@@ -110,20 +110,20 @@ void Packer::Work() {
 }
 
 void Packer::PackPart(Part& part) const {
-  const auto tell = [&](const Source& source, const std::string& words) {
+  const auto report = [&](const Source& source, const std::string& words) {
     part.left_out.emplace_back(&source, words);
   };
   try {
     part.zip = std::make_unique<ZipWriter>();
     part.zip->Create(nullptr, 0);
     for (std::size_t i = part.first; i < part.last; ++i) {
-      part.packed += AddSource(*part.zip, sources_[i], tell, nullptr) ? 1U : 0U;
+      part.packed += AddSource(*part.zip, sources_[i], report, nullptr) ? 1U : 0U;
     }
     Check(part.zip->Close(), sources_[part.first]);
   } catch (const Grown&) {
     part.zip.reset();
   } catch (...) {
-    // Told when it is this part's turn, as if nothing had been packed ahead.
+    // Reported when it is this part's turn, as if nothing had been packed ahead.
     part.failure = std::current_exception();
   }
 }
@@ -145,21 +145,21 @@ std::size_t Packer::WritePart(Part& part) {
 
 std::size_t Packer::WriteDirectly(const Part& part) {
   std::size_t packed = 0;
-  const auto tell = [&](const Source& source, const std::string& words) {
+  const auto report = [&](const Source& source, const std::string& words) {
     troubles_.Add(source.path, words);
   };
   for (std::size_t i = part.first; i < part.last; ++i) {
-    packed += AddSource(zip_, sources_[i], tell, &bar_) ? 1U : 0U;
+    packed += AddSource(zip_, sources_[i], report, &bar_) ? 1U : 0U;
   }
   return packed;
 }
 
-// Packs one source; false where it was told and left out.
-bool Packer::AddSource(ZipWriter& zip, const Source& source, const Tell& tell, ProgressBar* bar) const {
+// Packs one source; false where it was reported and left out.
+bool Packer::AddSource(ZipWriter& zip, const Source& source, const Report& report, ProgressBar* bar) const {
   // Asked before a byte is written: an entry that fails half-way cannot be taken out again.
   const ZipFault fault = zip.Obstacle(source.narrow, source.facts.size, source.unicode);
   if (fault != ZipFault::kNone) {
-    tell(source, WordsFor(fault));
+    report(source, WordsFor(fault));
     return false;
   }
   if (source.facts.IsFolder()) {
@@ -168,7 +168,7 @@ bool Packer::AddSource(ZipWriter& zip, const Source& source, const Tell& tell, P
   }
   const auto file = PortsInForce().files->Open(CString::FromUtf8(source.path), FileUse::kRead);
   if (!file) {
-    tell(source, Say("it cannot be opened"));
+    report(source, Say("it cannot be opened"));
     return false;
   }
   if (bar == nullptr) {

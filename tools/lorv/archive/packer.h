@@ -20,8 +20,8 @@ namespace lorv::tool {
 //
 // The archive is the same as if they were packed one after the other: threads pack runs of small files in
 // memory, which are put behind one another in their order. Memory is bounded by how far they may be ahead.
-// What cannot be packed is told and left out. Failure: BadInput where a file cannot be read to its end, or
-// the archive cannot be written; it is worth nothing then.
+// What cannot be packed is reported and left out. Failure: BadInput where a file cannot be read to its end,
+// or the archive cannot be written; it is worth nothing then.
 class Packer {
  public:
   // `archive` is the name of what is written, for messages.
@@ -36,7 +36,7 @@ class Packer {
 
  private:
   struct Part;
-  using Tell = std::function<void(const Source& source, const std::string& words)>;
+  using Report = std::function<void(const Source& source, const std::string& words)>;
 
   void Split();
   void StartThreads();
@@ -44,7 +44,7 @@ class Packer {
   void PackPart(Part& part) const;
   std::size_t WritePart(Part& part);
   std::size_t WriteDirectly(const Part& part);
-  bool AddSource(ZipWriter& zip, const Source& source, const Tell& tell, ProgressBar* bar) const;
+  bool AddSource(ZipWriter& zip, const Source& source, const Report& report, ProgressBar* bar) const;
   void Check(DWORD result, const Source& source) const;
 
   const std::vector<Source>& sources_;

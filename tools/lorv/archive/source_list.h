@@ -17,8 +17,8 @@ struct Source {
   FileFacts facts;
 };
 
-// What is to be packed: files, and folders with all that is in them, each once. What cannot be packed is told
-// and left out. Throws BadInput only for a path of the user's that is not there.
+// What is to be packed: files, and folders with all that is in them, each once. What cannot be packed is
+// reported and left out. Throws BadInput only for a path of the user's that is not there.
 class SourceList {
  public:
   // `archive` is left out when it lies in a folder that is packed, and so are unfinished files.

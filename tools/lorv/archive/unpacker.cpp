@@ -49,7 +49,7 @@ class Unpacker::Writer {
   }
   bool Flush() {
     const bool written = held_.empty() || file_->Write(held_.data(), held_.size());
-    // The bar is shared by all threads; it is told of what was written and not of what was held.
+    // The bar is shared by all threads; it counts what was written and not what was held.
     const std::lock_guard<std::mutex> hold(owner_.lock_);
     owner_.bar_.Advance(held_.size());
     held_.clear();
@@ -102,7 +102,7 @@ void Unpacker::Run() {
   std::map<std::string, const Item*> last;
   for (const Item& item : archive_.Items()) last[item.name] = &item;
   for (const Item& item : archive_.Items()) {
-    // Told here and not at the start: one bad name leaves all other entries as good as they were.
+    // Reported here and not at the start: one bad name leaves all other entries as good as they were.
     if (IsNoNameHere(item.name)) {
       troubles_.Add(item.name, Say("no file can have this name here"), item.index);
     } else if (item.IsFolder() || item.listing.fault == ZipFault::kNone) {
@@ -246,7 +246,7 @@ void Unpacker::SyncFolders() {
   Files& files = *PortsInForce().files;
   if (many_ && files.SyncAll(Wide(wishes_.folder))) return;
   for (const std::string& folder : folders_) {
-    // One that could not be made was told with its files.
+    // One that could not be made was reported with its files.
     if (files.Exists(Wide(folder)) || folder.empty()) files.SyncFolder(Wide(folder));
   }
 }

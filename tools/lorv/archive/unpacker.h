@@ -26,7 +26,7 @@ struct UnpackWishes {
 //
 // Each file is written under an unfinished name; the disk has it before it takes its own, and has the names
 // of the folders at the end. Many files are given their names together, so that the disk is waited for once.
-// A damaged entry and one that cannot be written are told and stop no other; a full disk ends it all.
+// A damaged entry and one that cannot be written are reported and stop no other; a full disk ends it all.
 // A link, a pipe or a device that stands in the way is left as it is.
 class Unpacker {
  public:

@@ -19,7 +19,7 @@ struct Console {
   int columns = 80;              // of the terminal; 80 where there is none
   bool in_is_terminal = false;   // somebody sits there and types
   bool colours = false;          // messages may be coloured
-  std::string locale = {};       // the name of the user's; tells the language to speak
+  std::string locale = {};       // the name of the user's; decides the language of messages
   LineEditor* editor = nullptr;  // reads lines with history and completion; null: they come from `in`
 };
 

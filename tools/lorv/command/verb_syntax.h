@@ -30,7 +30,7 @@ class Argument {
   CLI::Option* option_;
 };
 
-// What a verb takes. Names are those of the help: "TEXT" is told by its place, "-o,--out" by its name.
+// What a verb takes. Names are those of the help: "TEXT" is recognised by its place, "-o,--out" by its name.
 //
 // The targets are written when the words are read, if they name the argument, and must live until then.
 // The argument library is one long header: verbs see this one in its place, which compiles in no time.

@@ -46,7 +46,7 @@ const std::vector<VerbGroup>& AllVerbs() {
       {"Formulas",
        {
            {"calc", "work one formula", DeclareCalc, true},
-           {"check", "tell whether a formula can be worked", DeclareCheck, true},
+           {"check", "say whether a formula can be calculated", DeclareCheck, true},
            {"vars", "list the names in a formula", DeclareVars, true},
            {"functions", "list the functions that a formula may call", DeclareFunctions},
            {"rewrite", "replace names in a formula, cut annotations off", DeclareRewrite, true},
@@ -66,7 +66,7 @@ const std::vector<VerbGroup>& AllVerbs() {
 
       {"Images",
        {
-           {"image", "tell what an image holds, write a frame of it as PNG", DeclareImage},
+           {"image", "say what an image holds, write a frame of it as PNG", DeclareImage},
        }},
 
       {"Text and names",

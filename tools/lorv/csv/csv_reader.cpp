@@ -89,7 +89,7 @@ char CsvReader::TakeByte() {
   if (c == '\n' || (c == '\r' && !pair)) {
     ++place_.line;
     place_.character = 1;
-    // A character counts once, at its first byte: columns are told as an editor shows them.
+    // A character counts once, at its first byte: columns are counted as an editor shows them.
   } else if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) {
     ++place_.character;
   }

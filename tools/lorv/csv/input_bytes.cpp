@@ -14,7 +14,7 @@
 namespace lorv::tool {
 namespace {
 
-// The call to open tells only that it failed; people want to know what to change.
+// The call to open reports only that it failed; people want to know what to change.
 std::string Reason(const CString& path) {
   const auto facts = PortsInForce().files->Facts(path);
   if (!facts) return Say("there is no such file");

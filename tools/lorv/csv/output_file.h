@@ -9,7 +9,7 @@
 namespace lorv::tool {
 
 // Text that a verb writes to where the user named a file, collected into blocks. How files appear, and what
-// else may be named, is told at NewFile.
+// else may be named, is described at NewFile.
 class OutputFile {
  public:
   // "-" is `standard_output`. Throws BadInput when nothing can be written there.

@@ -35,7 +35,7 @@ class SheetTable : public File {
   std::size_t taken_ = 0;
 };
 
-// Runs a body that works on the workbook of a path: what it refuses is told as BadInput, with its reason.
+// Runs a body that works on the workbook of a path: what it refuses is thrown as BadInput, with its reason.
 template <class Body>
 auto WithWorkbook(const std::string& path, Body&& body) {
   try {

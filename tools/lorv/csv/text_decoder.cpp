@@ -9,8 +9,8 @@
 #include "tools/lorv/text/spoken_language.h"
 
 // Turns what spreadsheets and editors write, in any of four encodings, into UTF-8. It works on whole lines,
-// since no character of any of them goes across a line end, and tells GBK from UTF-8 by the first bytes that
-// are not ASCII: the one is hardly ever valid as the other.
+// since no character of any of them goes across a line end, and distinguishes GBK from UTF-8 by the first
+// bytes that are not ASCII: the one is hardly ever valid as the other.
 
 namespace lorv::tool {
 namespace {

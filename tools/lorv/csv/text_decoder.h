@@ -15,8 +15,9 @@ Encoding EncodingByName(const std::string& name);
 // Turns the bytes of a text file into UTF-8, whole lines at a time, however large the file is.
 //
 // Edges: a byte order mark decides and is taken off; without one, zero bytes in every second place of the
-//   beginning tell UTF-16, and the first block that is not plain ASCII tells UTF-8 from GBK (the Chinese code
-//   page 936, what spreadsheets write in China). Text without any such byte is all of them at once.
+//   beginning show UTF-16, and the first block that is not plain ASCII decides between UTF-8 and GBK (the
+//   Chinese code page 936, what spreadsheets write in China). Text without any such byte is all of them at
+//   once.
 // Failure: throws BadInput with the line of the first byte that is no text in that encoding, and for a line
 //   that does not end within kMaxCsvLine bytes.
 class TextDecoder {

@@ -32,7 +32,7 @@ class Layout : public CLI::Formatter {
                                         : CLI::Formatter::make_usage(app, "lorv " + app->get_name());
   }
 
-  // A verb's help tells of its own arguments only.
+  // A verb's help describes its own arguments only.
   std::string make_subcommands(const CLI::App* app, CLI::AppFormatMode /*mode*/) const override {
     std::string text;
     if (app->get_parent() != nullptr) return text;

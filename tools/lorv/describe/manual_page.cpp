@@ -4,7 +4,7 @@
 #include "tools/lorv/text/spoken_language.h"
 
 // The manual page and its JSON, from the same declarations as the help. It is made by the program itself, so
-// it never tells of another version than the one that is installed.
+// it never describes another version than the one that is installed.
 
 namespace lorv::tool {
 namespace {
@@ -39,7 +39,7 @@ std::string Heading(const char* title) {
   return ".SH " + Say(title) + "\n";
 }
 
-// Those of the program are declared apart from the verbs, and told here once more.
+// Those of the program are declared apart from the verbs, and described here once more.
 std::string OptionsOfProgram() {
   return OptionLine({{"-h", "--help"}, Say("print help and end; also behind a verb"), false, false}) +
          OptionLine({{"-V", "--version"}, Say("print the version and end"), false, false}) +

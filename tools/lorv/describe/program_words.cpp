@@ -11,7 +11,7 @@ constexpr const char* kAbout =
     "lorv - formulas of construction quantity take-off, from the command line.\n"
     "\n"
     "A formula is what an estimator types: numbers, names, + - * / ^, brackets, comparisons and functions,\n"
-    "in English or Chinese letters. `lorv work` works whole tables of building components with it.\n";
+    "in English or Chinese letters. `lorv work` calculates whole tables of building components with it.\n";
 
 constexpr const char* kExamples =
     "Examples:\n"
@@ -19,7 +19,7 @@ constexpr const char* kExamples =
     "  lorv calc \"墙长*墙高-洞口\" 墙长=6 墙高=3 洞口=2.1\n"
     "  lorv work house.csv --rules house-rules.csv --out quantities.csv\n"
     "\n"
-    "`lorv VERB --help` tells the rest; `lorv` alone is a calculator that keeps names. Text is UTF-8 in and "
+    "`lorv VERB --help` says the rest; `lorv` alone is a calculator that keeps names. Text is UTF-8 in and "
     "out.\n"
     "\n"
     "Exit codes: 0 fine, 1 a formula or a result is wrong, 2 an argument or a file cannot be used.";

@@ -8,8 +8,8 @@
 #include "tools/lorv/formula/formula_digits.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// Works one formula for `calc`, `check` and the session: with all digits, or as the suite does. The
-// suite's way is the calculator of the library itself, and what it does not tell by its number is
+// Evaluates one formula for `calc`, `check` and the session: with all digits, or as the suite does. The
+// suite's way is the calculator of the library itself, and what it does not report by its number is
 // found out beside it.
 
 namespace lorv::tool {
@@ -46,7 +46,7 @@ class SuiteWay {
  public:
   SuiteWay(const CString& formula, const std::vector<NameValue>& values) : typed_(formula), values_(values) {}
 
-  Calculation Work() {
+  Calculation Evaluate() {
     PutInTexts();
     calculator_.SetExpr(set_);
     for (const NameValue& value : values_) {
@@ -105,7 +105,7 @@ std::optional<Fault> SuiteWay::FindFault(int error, double value) const {
     fault->length = std::max(0, behind - fault->position);
     return fault;
   }
-  if (error != 0) return Fault{0, typed_.GetLength(), Say("the formula cannot be worked"), false, true};
+  if (error != 0) return Fault{0, typed_.GetLength(), Say("the formula cannot be calculated"), false, true};
   if (!std::isfinite(value)) return Fault{0, typed_.GetLength(), Say("the result is no number"), false, true};
   return UnreachedName();
 }
@@ -157,12 +157,12 @@ Calculation CalculateExactly(const CString& formula, const std::vector<NameValue
   }
   for (const FormulaDiagnosis& doubt : exact.Doubts()) result.doubts.push_back(FaultOf(doubt));
   int code = 0;
-  const double value = exact.Work(numbers.data(), code);
+  const double value = exact.Evaluate(numbers.data(), code);
   if (std::isfinite(value)) result.value = value;
   if (code == kDoubtfulNumber) {
     result.doubts.push_back(FaultOf(exact.Explain()));
   } else if (code != 0) {
-    // The number may stand: some faults only tell that it hardly is what was meant.
+    // The number may stand: some faults only say that it hardly is what was meant.
     result.fault = FaultOf(exact.Explain());
     if (result.fault->stops) result.value.reset();
   } else if (!result.value) {
@@ -173,7 +173,7 @@ Calculation CalculateExactly(const CString& formula, const std::vector<NameValue
 
 Calculation CalculateAsSuite(const CString& formula, const std::vector<NameValue>& values) {
   if (formula.IsEmpty()) return {formula, formula, std::nullopt, EmptyFormula(formula), {}};
-  return SuiteWay(formula, values).Work();
+  return SuiteWay(formula, values).Evaluate();
 }
 
 }  // namespace lorv::tool

@@ -13,16 +13,16 @@ namespace lorv::tool {
 // What a formula came to.
 struct Calculation {
   CString typed;
-  CString worked;               // with the values in place of the names
+  CString with_values;          // with the values in place of the names
   std::optional<double> value;  // nothing where there is no number
   std::optional<Fault> fault;   // why there is none, or why it does not mean what it seems to
   std::vector<Fault> doubts;    // what in it hardly means what it seems to
 };
 
-// Works a formula over values with all their digits.
+// Evaluates a formula over values with all their digits.
 Calculation CalculateExactly(const CString& formula, const std::vector<NameValue>& values);
 
-// Works it as the suite does: values go in with three decimals, what is near a third as one.
+// Evaluates it as the suite does: values go in with three decimals, what is near a third as one.
 Calculation CalculateAsSuite(const CString& formula, const std::vector<NameValue>& values);
 
 }  // namespace lorv::tool

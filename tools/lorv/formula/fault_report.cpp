@@ -7,7 +7,7 @@
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// Tells faults and doubts of a formula, to people and in JSON; the verbs that take formulas do it alike.
+// Reports faults and doubts of a formula, to people and in JSON; the verbs that take formulas do it alike.
 
 namespace lorv::tool {
 namespace {

@@ -9,7 +9,7 @@
 
 namespace lorv::tool {
 
-// Tells a fault to the user: the message, the formula, a mark under the place. `line` is that of standard
+// Reports a fault to the user: the message, the formula, a mark under the place. `line` is that of standard
 // input, 0 for a formula of the command line.
 void PrintFault(Console& console, const CString& formula, const Fault& fault, long long line = 0);
 

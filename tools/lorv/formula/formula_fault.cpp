@@ -3,13 +3,13 @@
 #include "TEXPRESSCAL/diagnose.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// Faults as the tool tells them, from those of the library: in one language, with the proposal in the same
+// Faults as the tool reports them, from those of the library: in one language, with the proposal in the same
 // sentence, and parted into what is wrong with the formula and what only with its values.
 
 namespace lorv::tool {
 namespace {
 
-// With other values these may go away, so a rule that has them is worked for the next component.
+// With other values these may go away, so a rule that has them is evaluated for the next component.
 bool IsOfValues(FormulaFault fault) {
   return fault == FormulaFault::kDivisionByZero || fault == FormulaFault::kOutsideDomain ||
          fault == FormulaFault::kMissingArgument || fault == FormulaFault::kMalformedArguments ||

@@ -17,7 +17,7 @@ struct Fault {
   std::string detail = {};  // of the first component that met it, such as what its cell holds
 };
 
-// The same of what the library tells, in the language that is spoken.
+// The same of what the library reports, in the language that is spoken.
 Fault FaultOf(const FormulaDiagnosis& found);
 
 // The fault of a formula with these values and names that may go without one; nothing when there is none. The

@@ -20,7 +20,7 @@ NameValue ReadOne(const std::string& word) {
   // A value that no formula can ask for would be lost: PI=3 changes nothing.
   if (!IsName(pair.name.View())) throw BadInput(Say("\"{}\" cannot be a name in a formula", {name}));
   const int length = pair.text.GetLength();
-  // Quotes tell texts, as they do in formulas; one inside would end it.
+  // Quotes mark texts, as they do in formulas; one inside would end it.
   pair.is_text = length >= 2 && pair.text[0] == '\'' && pair.text.Find('\'', 1) == length - 1;
   if (pair.is_text) return pair;
   const std::optional<double> number = WholeNumber(value);

@@ -20,7 +20,7 @@ int Columns() {
   return 80;
 }
 
-// The first one that says anything tells the language of messages.
+// The first one that is set decides the language of messages.
 std::string Locale() {
   for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
     const char* const value = std::getenv(name);

@@ -13,7 +13,7 @@
 #include "tools/lorv/text/spoken_language.h"
 
 // The calculator that `lorv` is when it is typed alone. Values are kept by names as an estimator has them on
-// paper; each line is worked like `lorv calc` works it, with all digits.
+// paper; each line is evaluated as `lorv calc` does it, with all digits.
 
 namespace lorv::tool {
 namespace {

@@ -9,9 +9,9 @@
 #include "tools/lorv/text/progress_bar.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// The verb `work` itself: reads rules and components, works one component after the other into the bill, and
-// tells what it found. Of a component nothing is kept but what the bill, the findings and the comparison add
-// up: models have millions of rows.
+// The verb `work` itself: reads rules and components, evaluates one component after the other into the bill,
+// and reports what it found. Of a component nothing is kept but what the bill, the findings and the
+// comparison add up: models have millions of rows.
 
 namespace lorv::tool {
 
@@ -31,7 +31,7 @@ TakeOff::TakeOff(const TakeOffRequest& request, Console& console)
       comparison_(planner_, request.tolerance / 100),
       precision_(quantities_),
       units_(planner_),
-      worker_(planner_, file_, problems_, coverage_, DigitsAsked()) {
+      evaluator_(planner_, file_, problems_, coverage_, DigitsAsked()) {
   unread_sheets_ += bytes_.UnreadSheets();
   // Bound last, as its words are columns and constants of the planner.
   if (!request.where.empty()) filter_.emplace(request.where, planner_, file_);
@@ -44,7 +44,7 @@ RuleSet TakeOff::ReadRulesFile() {
 }
 
 // Class and storey if nothing is asked for; a known column by any of its titles, any other by its own. A key
-// that the user asked for has to be there; one of the two by default may lack, as many models tell no storey.
+// that the user asked for has to be there; one of the two by default may lack, as many models name no storey.
 std::vector<BillKey> TakeOff::KeysAsked() {
   std::vector<BillKey> keys;
   std::string list = request_.by.empty() ? "class,storey" : request_.by;
@@ -71,8 +71,8 @@ std::vector<BillKey> TakeOff::KeysAsked() {
 void TakeOff::AddToBill(const std::vector<Result>& results) {
   std::optional<std::size_t> group;
   for (const Result& result : results) {
-    // Steps are worked for other rows and are no lines of the bill.
-    const int quantity = result.state == Result::kWorked ? quantities_.Of(result.rule) : -1;
+    // Steps are evaluated for other rows and are no lines of the bill.
+    const int quantity = result.state == Result::kEvaluated ? quantities_.Of(result.rule) : -1;
     if (quantity < 0) continue;
     // Only now: a component that adds nothing makes no group, and no empty line.
     if (!group) {
@@ -86,23 +86,23 @@ void TakeOff::AddToBill(const std::vector<Result>& results) {
 
 void TakeOff::Explain(const std::vector<Result>& results) {
   for (std::size_t i = 0; i < results.size(); ++i) {
-    const int quantity = results[i].state == Result::kWorked ? quantities_.Of(results[i].rule) : -1;
+    const int quantity = results[i].state == Result::kEvaluated ? quantities_.Of(results[i].rule) : -1;
     if (quantity < 0) continue;
     const Quantity& of = quantities_.List()[static_cast<std::size_t>(quantity)];
     console_.out << Printable(PlaceOfComponent(file_)) << ": " << Printable(of.name) << " = "
-                 << Printable(worker_.Worked(i).ToUtf8()) << " = " << PlainReal(results[i].value)
+                 << Printable(evaluator_.TextWithValues(i).ToUtf8()) << " = " << PlainReal(results[i].value)
                  << (of.unit.empty() ? "" : " " + of.unit) << "\n";
   }
 }
 
-void TakeOff::WorkOne(std::optional<ResultFile>& table) {
+void TakeOff::EvaluateOne(std::optional<ResultFile>& table) {
   if (filter_ && !filter_->Passes()) {
     // It counts nowhere else: bill, findings and comparison are of what was asked for.
     ++left_out_;
-    worker_.PassOver();
+    evaluator_.PassOver();
     return;
   }
-  const std::vector<Result>& results = worker_.Work();
+  const std::vector<Result>& results = evaluator_.Evaluate();
   ++components_;
   if (results.empty()) {
     ++without_rule_;
@@ -110,14 +110,14 @@ void TakeOff::WorkOne(std::optional<ResultFile>& table) {
   }
   units_.Look(file_);
   AddToBill(results);
-  if (table) table->Add(file_, results, worker_);
+  if (table) table->Add(file_, results, evaluator_);
   // A table has the working in columns of its own, and JSON text holds nothing that is no JSON.
   if (request_.explain && !table && !request_.json) Explain(results);
   if (request_.compare) comparison_.Add(file_, results);
   if (request_.suite_values) precision_.Add(results, file_.Count());
 }
 
-void TakeOff::WorkAll() {
+void TakeOff::EvaluateAll() {
   std::optional<ResultFile> table;
   if (!request_.table.empty()) {
     table.emplace(request_.table, ResultLayout{request_.mark, request_.explain}, file_, quantities_, rules_,
@@ -125,7 +125,7 @@ void TakeOff::WorkAll() {
   }
   ProgressBar bar(console_, bytes_.Size());
   while (file_.Next()) {
-    WorkOne(table);
+    EvaluateOne(table);
     bar.Show(bytes_.Done());
   }
   CheckFormulas();
@@ -164,7 +164,7 @@ void TakeOff::CheckFormulas() {
   }
 }
 
-// Ratios are worked of totals: the bill has to be made before it is known what is wrong with them.
+// Ratios are calculated of totals: the bill has to be made before it is known what is wrong with them.
 void TakeOff::CheckRatios() {
   // The rows themselves are made again where they are written.
   bill_.Rows();
@@ -255,7 +255,7 @@ int TakeOff::ExitCodeOf() const {
 }
 
 int TakeOff::Run() {
-  WorkAll();
+  EvaluateAll();
   if (request_.time) PrintTime();
   if (request_.json) {
     PrintJson();

@@ -7,7 +7,7 @@
 
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/takeoff/evaluate/comparison.h"
-#include "tools/lorv/takeoff/evaluate/component_worker.h"
+#include "tools/lorv/takeoff/evaluate/component_evaluator.h"
 #include "tools/lorv/takeoff/evaluate/precision.h"
 #include "tools/lorv/takeoff/findings/unit_check.h"
 #include "tools/lorv/takeoff/output/bill.h"
@@ -49,8 +49,8 @@ class TakeOff {
   ValueDigits DigitsAsked() const { return request_.suite_values ? ValueDigits::kSuite : ValueDigits::kAll; }
   std::vector<BillKey> KeysAsked();
 
-  void WorkAll();
-  void WorkOne(std::optional<ResultFile>& table);
+  void EvaluateAll();
+  void EvaluateOne(std::optional<ResultFile>& table);
   void AddToBill(const std::vector<Result>& results);
   void Explain(const std::vector<Result>& results);
   // All formulas of the rules are looked at, whether or not a component needed them.
@@ -79,7 +79,7 @@ class TakeOff {
   Comparison comparison_;
   Precision precision_;
   UnitCheck units_;
-  ComponentWorker worker_;
+  ComponentEvaluator evaluator_;
   std::optional<RowFilter> filter_;
   long long components_ = 0;
   long long without_rule_ = 0;

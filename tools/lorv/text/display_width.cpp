@@ -5,7 +5,7 @@
 #include "tools/lorv/text/character_width_table.h"
 
 // How wide texts are on a terminal. Half of what the tool prints is Chinese, two columns a character, so
-// neither bytes nor characters tell where the next column of a table or the mark under a formula begins.
+// neither bytes nor characters show where the next column of a table or the mark under a formula begins.
 
 namespace lorv::tool {
 namespace {

@@ -65,7 +65,7 @@ void JsonText::Quoted(std::string_view utf8) {
     if (c == '"' || c == '\\') {
       text_ += '\\';
       text_ += c;
-      // Told by name, as it is the one control character that texts of several lines hold.
+      // Written by name, as it is the one control character that texts of several lines hold.
     } else if (c == '\n') {
       text_ += "\\n";
     } else if (code < 0x20) {

@@ -4,7 +4,7 @@
 
 #include "tools/lorv/text/messages_table.h"
 
-// Messages in the language of the user. A message without a line in the table is told in English rather
+// Messages in the language of the user. A message without a line in the table is given in English rather
 // than not at all.
 
 namespace lorv::tool {

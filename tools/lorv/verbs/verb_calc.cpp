@@ -17,9 +17,9 @@
 #include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// The verb `calc`: works one formula, or one a line of standard input, for scripts and for people who look
-// for the slip in a formula. It prints the number alone unless more is asked for, so that a shell can take
-// it as it is.
+// The verb `calc`: evaluates one formula, or one a line of standard input, for scripts and for people who
+// look for the slip in a formula. It prints the number alone unless more is asked for, so that a shell can
+// take it as it is.
 
 namespace lorv::tool {
 
@@ -83,7 +83,7 @@ class CalcRun {
 
 int CalcRun::One(const std::string& formula, long long line) {
   const CString typed = CString::FromUtf8(formula);
-  // Forgotten first: of many formulas each is told by itself.
+  // Forgotten first: of many formulas each is reported by itself.
   exact_.reset();
   is_coarse_ = false;
   result_ = arguments_.suite_values ? CalculateAsSuite(typed, pairs_) : CalculateExactly(typed, pairs_);
@@ -108,24 +108,24 @@ void CalcRun::Explain() const {
   std::ostream& out = console_.out;
   out << PadRight(Say("formula"), 8) << " " << Printable(result_.typed.ToUtf8()) << "\n";
   // Once a name, in the order of the formula, so that it can be read beside it.
-  std::set<CString> told;
+  std::set<CString> reported;
   for (const FormulaWord& word : NamesOf(result_.typed.View())) {
     const CString key = NameKey(word.name.View());
-    if (!told.insert(key).second) continue;
+    if (!reported.insert(key).second) continue;
     const auto pair = std::find_if(pairs_.begin(), pairs_.end(),
                                    [&](const NameValue& value) { return NameKey(value.name.View()) == key; });
     const std::string value = pair == pairs_.end() ? Say("(no value)")
                               : pair->is_text      ? pair->text.ToUtf8()
                                                    : PlainReal(pair->number);
-    out << PadRight(told.size() == 1 ? Say("names") : "", 8) << " " << PadRight(word.name.ToUtf8(), 12)
+    out << PadRight(reported.size() == 1 ? Say("names") : "", 8) << " " << PadRight(word.name.ToUtf8(), 12)
         << " = " << Printable(value) << "\n";
   }
   // A value that no name took is most often a name misspelt in the formula.
   for (const NameValue& pair : pairs_) {
-    if (told.contains(NameKey(pair.name.View()))) continue;
+    if (reported.contains(NameKey(pair.name.View()))) continue;
     out << PadRight(Say("not used"), 8) << " " << pair.name.ToUtf8() << "\n";
   }
-  out << PadRight(Say("worked"), 8) << " " << Printable(result_.worked.ToUtf8()) << "\n";
+  out << PadRight(Say("worked"), 8) << " " << Printable(result_.with_values.ToUtf8()) << "\n";
   if (result_.value) out << PadRight(Say("result"), 8) << " " << PlainReal(*result_.value) << "\n";
 }
 
@@ -135,7 +135,7 @@ void CalcRun::Write() {
   json_.Key("names").Open('[');
   for (const FormulaWord& word : NamesOf(result_.typed.View())) json_.String(word.name.ToUtf8());
   json_.Close(']');
-  json_.Key("worked").String(result_.worked.ToUtf8());
+  json_.Key("worked").String(result_.with_values.ToUtf8());
   json_.Key("digits").String(arguments_.suite_values ? "suite" : "all");
   json_.Key("result");
   if (result_.value) {
@@ -182,7 +182,7 @@ Work DeclareCalc(VerbSyntax& syntax) {
   auto arguments = std::make_shared<CalcArguments>();
   syntax.Value("FORMULA", arguments->formula, "the formula; - reads standard input").Required();
   syntax.Value("NAME=VALUE", arguments->values, "what its names stand for");
-  syntax.Flag("-e,--explain", arguments->explain, "show the names, and the text as it was worked");
+  syntax.Flag("-e,--explain", arguments->explain, "show the names, and the text with their values");
   syntax.Flag("--suite-values", arguments->suite_values,
               "values as the suite has them: three decimals, and a third for what is near one");
   syntax.Flag("--strict", arguments->strict, "exit code 1 for a doubtful formula, too");

@@ -36,7 +36,7 @@ struct Trial {
 constexpr Trial kTrials[] = {{1000000, 0}, {1, 0}, {0.5, 0}, {2, 1}, {0.1, 0.07}, {-3, 0}, {1000, -7}};
 
 constexpr const char* kCheckHelp =
-    "Tells whether a formula can be worked: wrong is what fails with all of several values for its names. "
+    "Says whether a formula can be calculated: wrong is what fails with all of several values for its names. "
     "With\n"
     "NAMES only those may stand in it, without any name may.\n"
     "\n"
@@ -45,9 +45,10 @@ constexpr const char* kCheckHelp =
     "  lorv check \"墙长*墙高\" 墙长 墙高 墙厚\n"
     "  lorv check \"A/(A-A)\"          a divisor that is always 0\n"
     "\n"
-    "  lorv check - <formulas.txt      tells of those that are not fine\n"
+    "  lorv check - <formulas.txt      reports those that are not fine\n"
     "\n"
-    "What is doubtful (arguments that no function uses, 3.4.5, a text where a number belongs) is told as a "
+    "What is doubtful (arguments that no function uses, 3.4.5, a text where a number belongs) is reported as "
+    "a "
     "warning.\n"
     "Exit code 0: it can. 1: it cannot, a mark shows why.";
 
@@ -64,7 +65,7 @@ struct Finding {
   std::vector<Fault> doubts;
 };
 
-Calculation WorkTrial(const CString& formula, std::vector<NameValue> values, const Trial& trial) {
+Calculation EvaluateTrial(const CString& formula, std::vector<NameValue> values, const Trial& trial) {
   double number = trial.first;
   for (NameValue& value : values) {
     value.number = number;
@@ -77,14 +78,14 @@ Calculation WorkTrial(const CString& formula, std::vector<NameValue> values, con
 Finding BestFinding(const CString& formula, const std::vector<NameValue>& values) {
   std::optional<Finding> best;
   for (const Trial& trial : kTrials) {
-    const Calculation worked = WorkTrial(formula, values, trial);
+    const Calculation outcome = EvaluateTrial(formula, values, trial);
     // A syntax error is one whatever the values: nothing else needs to be tried.
-    if (worked.fault && worked.fault->syntax) return {worked.fault, worked.doubts};
-    const bool mends = best && best->fault && !worked.fault;
+    if (outcome.fault && outcome.fault->syntax) return {outcome.fault, outcome.doubts};
+    const bool mends = best && best->fault && !outcome.fault;
     // Fractions would hide what is too large for every measure that a building has.
-    const bool clears = best && best->fault.has_value() == worked.fault.has_value() &&
-                        worked.doubts.size() < best->doubts.size() && std::fabs(trial.first) >= 1;
-    if (!best || mends || clears) best = Finding{worked.fault, worked.doubts};
+    const bool clears = best && best->fault.has_value() == outcome.fault.has_value() &&
+                        outcome.doubts.size() < best->doubts.size() && std::fabs(trial.first) >= 1;
+    if (!best || mends || clears) best = Finding{outcome.fault, outcome.doubts};
   }
   return *best;
 }
@@ -137,7 +138,7 @@ int CheckRun::One(const std::string& text, long long line) {
   } else {
     if (finding.fault) PrintFault(console_, formula, *finding.fault, line);
     PrintDoubts(console_, formula, finding.doubts, line);
-    // Of many formulas only those are told that are not fine.
+    // Of many formulas only those are reported that are not fine.
     if (!finding.fault && finding.doubts.empty() && line == 0)
       console_.out << Say("the formula is fine") << "\n";
   }
@@ -155,10 +156,11 @@ void CheckRun::Write(const std::string& text, const Finding& finding) {
 
 int ListNames(const CheckArguments& arguments, Console& console) {
   const CString formula = CString::FromUtf8(arguments.formula);
-  std::set<CString> told;
+  std::set<CString> reported;
   std::vector<std::string> names;
   for (const FormulaWord& word : NamesOf(formula.View())) {
-    if (told.insert(NameKey(word.name.View())).second || arguments.all) names.push_back(word.name.ToUtf8());
+    if (reported.insert(NameKey(word.name.View())).second || arguments.all)
+      names.push_back(word.name.ToUtf8());
   }
   const std::optional<Fault> fault = FindingOf(formula, {}).fault;
   if (arguments.json) {

@@ -48,7 +48,7 @@ int Clean(const CleanArguments& arguments, Console& console) {
   CString text = CString::FromUtf8(arguments.text);
   const std::string& operation = arguments.operation;
   CAdExpCalculate calculator;
-  // Only `params` works formulas; the others look at characters.
+  // Only `params` evaluates formulas; the others look at characters.
   calculator.SetVarValue(CString::FromUtf8(arguments.values));
   if (operation == "numbers" || operation == "OptimizeNumExpr") {
     text = NumbersCleaned(text);

@@ -10,7 +10,7 @@
 #include "tools/lorv/text/spoken_language.h"
 
 // The verb `functions`: the functions that formulas may call, in Chinese in the words that the suite shows.
-// The list is the library's own, so it never tells of a function that is not there.
+// The list is the library's own, so it never names a function that is not there.
 
 namespace lorv::tool {
 namespace {
@@ -28,7 +28,7 @@ constexpr const char* kHelp =
     "  lorv functions iif\n"
     "  lorv functions --json";
 
-// The suite's text where there is no other: a new function of the library is told in any case.
+// The suite's text where there is no other: a new function of the library is listed in any case.
 std::string DescriptionOf(const CDtaFunction& function) {
   const std::string_view english =
       SpokenLanguage() == Language::kEnglish ? EnglishOfFunction(CString(function.pszName).ToUtf8()) : "";

@@ -30,7 +30,7 @@ struct ImageArguments {
 };
 
 constexpr const char* kHelp =
-    "Tells the kind, the size and the count of frames of a GIF, PNG, JPEG, BMP, ICO or TIFF, by its content "
+    "Says the kind, the size and the count of frames of a GIF, PNG, JPEG, BMP, ICO or TIFF, by its content "
     "and\n"
     "not by its name; of several frames each with its size and delay. Pages of a TIFF are frames, of an ICO "
     "the\n"
@@ -86,7 +86,7 @@ void WriteFrameFacts(const ImageReader& image, int frame, JsonText& json) {
   json.Close('}');
 }
 
-void TellAsJson(const ImageArguments& arguments, const ImageReader& image, Console& console) {
+void ReportAsJson(const ImageArguments& arguments, const ImageReader& image, Console& console) {
   JsonText json;
   json.Open('{');
   json.Key("file").String(arguments.source);
@@ -104,7 +104,7 @@ std::string SizeText(int width, int height) {
   return std::to_string(width) + " x " + std::to_string(height);
 }
 
-void Tell(const ImageReader& image, Console& console) {
+void Report(const ImageReader& image, Console& console) {
   const int count = image.FrameCount();
   console.out << NameOf(image.Kind()) << ", "
               << Say("{} pixels, {} frames", {SizeText(image.Width(), image.Height()), std::to_string(count)})
@@ -137,15 +137,15 @@ void WriteFrame(const ImageArguments& arguments, ImageReader& image, Console& co
 int Run(const ImageArguments& arguments, Console& console) {
   if (arguments.frame && arguments.target.empty())
     throw BadInput(Say("a frame is written to a file: name it by --out"));
-  // What is told and what is written would run into each other.
+  // What is reported and what is written would run into each other.
   if (arguments.json && arguments.target == "-")
     throw BadInput(Say("--json and a file cannot both go to standard output"));
   const auto image = Opened(arguments.source, console);
   if (!arguments.target.empty()) WriteFrame(arguments, *image, console);
   if (arguments.json) {
-    TellAsJson(arguments, *image, console);
+    ReportAsJson(arguments, *image, console);
   } else if (arguments.target.empty()) {
-    Tell(*image, console);
+    Report(*image, console);
   }
   return kFine;
 }

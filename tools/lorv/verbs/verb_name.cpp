@@ -26,7 +26,7 @@ struct NameArguments {
 
 constexpr const char* kHelp =
     "Operations:\n"
-    "  check  tell whether TEXT may be a name: it holds none of ' \\ \" % and, without --blanks, no blank\n"
+    "  check  say whether TEXT may be a name: it holds none of ' \\ \" % and, without --blanks, no blank\n"
     "  clean  take \\ ' \" % and / out of TEXT (a blank stays, and takes every ' along)\n"
     "  free   the first free name made of the head TEXT and a number, NAMES being taken\n"
     "\n"

@@ -11,7 +11,7 @@
 #include "tools/lorv/text/harmless_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// The verb `pack`: files and folders into a ZIP archive. What cannot be packed is left out and told, as a
+// The verb `pack`: files and folders into a ZIP archive. What cannot be packed is left out and reported, as a
 // backup of a thousand files must not end at the one that another program has open.
 
 namespace lorv::tool {
@@ -64,7 +64,7 @@ int Pack(const PackArguments& arguments, Console& console) {
     packed = WriteArchive(list, target, arguments, troubles, bar);
     target.Keep();
   } catch (...) {
-    // What was left out may be why nothing could be packed: it is told in any case.
+    // What was left out may be why nothing could be packed: it is reported in any case.
     troubles.Print(console, kLeftOut);
     throw;
   }

@@ -81,7 +81,7 @@ class FileExchange {
  public:
   FileExchange() : dialogs_scope_(Ports()), server_scope_(SheetServer()) {}
 
-  const CString& Told() const { return messages_.text; }
+  const CString& Report() const { return messages_.text; }
   CAdExcel2GridEx exchange;
 
  private:
@@ -105,8 +105,9 @@ Sheets ReadSheets(const std::string& path) {
   FileExchange files;
   Sheets sheets;
   const int read = files.exchange.LoadExcel2(CString::FromUtf8(path), sheets.tables, sheets.names, 0);
-  // What it told is a fault even where some sheets came: a table with a part missing looks whole.
-  if (read == 0 || !files.Told().IsEmpty()) throw BadInput(Quoted(path) + ": " + WorkbookWords(files.Told()));
+  // What it reported is a fault even where some sheets came: a table with a part missing looks whole.
+  if (read == 0 || !files.Report().IsEmpty())
+    throw BadInput(Quoted(path) + ": " + WorkbookWords(files.Report()));
   return sheets;
 }
 
@@ -184,7 +185,7 @@ void TableAsJson(const std::string& name, const CXArrayDBToArray& table, Console
   console.out << json.Text();
 }
 
-void TellWritten(const SheetArguments& arguments, const CXArrayDBToArray& table, Console& console) {
+void ReportWritten(const SheetArguments& arguments, const CXArrayDBToArray& table, Console& console) {
   if (!arguments.json) return;
   JsonText json;
   json.Open('{');
@@ -208,7 +209,7 @@ int ToCsv(const SheetArguments& arguments, Console& console) {
   }
   OutputFile target(arguments.target.empty() ? "-" : arguments.target, console.out);
   WriteTable(table, target);
-  TellWritten(arguments, table, console);
+  ReportWritten(arguments, table, console);
   return kFine;
 }
 
@@ -272,7 +273,7 @@ int ToWorkbook(const SheetArguments& arguments, Console& console) {
   OutputFile target(arguments.target, console.out);
   WithWorkbook(arguments.target, [&] { target.Write(BookOf(table, arguments.sheet, console)); });
   target.Commit();
-  TellWritten(arguments, table, console);
+  ReportWritten(arguments, table, console);
   return kFine;
 }
 

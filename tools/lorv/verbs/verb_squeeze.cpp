@@ -44,7 +44,7 @@ std::uint64_t PlainSizeOf(const std::string& path) {
   return LoadLittle32(header.data());
 }
 
-// Tells a program what was made, and of what.
+// Reports to a program what was made, and of what.
 void Write(const SqueezeArguments& arguments, Console& console) {
   if (!arguments.json) return;
   JsonText json;
@@ -84,7 +84,7 @@ int Squeeze(SqueezeArguments arguments, Console& console) {
   WriteBy(arguments, SizeOf(arguments.source), console, [&](CAdRar& codec, File& from, File& to) {
     try {
       codec.Compress(from, to);
-      // The codec tells failures by numbers that it throws.
+      // The codec reports failures by numbers that it throws.
     } catch (int) {
       throw BadInput(Say("{} has 4 GB or more, or cannot be read, or there is no more room",
                          {Quoted(arguments.source)}));

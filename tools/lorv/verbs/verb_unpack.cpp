@@ -37,7 +37,7 @@ int Unpack(const UnpackArguments& arguments, Console& console) {
   ArchiveReader archive(arguments.archive);
   archive.CheckLimits(arguments.limits);
   EntryTroubles troubles;
-  // The bar is gone before troubles are told.
+  // The bar is gone before troubles are reported.
   {
     ProgressBar bar(console, archive.Total());
     Unpacker unpacker(archive, arguments.wishes, bar, troubles);

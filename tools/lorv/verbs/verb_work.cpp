@@ -21,10 +21,11 @@ constexpr const char* kHelp =
     "a spreadsheet program or a text editor writes (CSV in UTF-8, GBK or UTF-16, or the first sheet of an\n"
     ".xlsx workbook), with titles in English or Chinese. docs/formats/ has their manuals.\n"
     "\n"
-    "A wrong formula or a missing value is told once a rule, with a mark under the place, and stops nothing\n"
+    "A wrong formula or a missing value is reported once a rule, with a mark under the place, and stops "
+    "nothing\n"
     "else; the exit code is then 1. What is doubtful or was left out (classes without a rule, rules that "
     "were\n"
-    "never worked, columns that the file lacks, units) is told as well.\n"
+    "never used, columns that the file lacks, units) is reported as well.\n"
     "\n"
     "Examples:\n"
     "  lorv work house.csv --rules rules.csv\n"
@@ -50,7 +51,7 @@ void CheckOutputs(const TakeOffRequest& arguments) {
       throw BadInput(Say("{} is read: the output needs a name of its own", {output}));
     }
   }
-  // What is printed and what a program reads cannot be told apart on standard output.
+  // What is printed and what a program reads cannot be separated on standard output.
   const bool piped = arguments.table == "-" || arguments.bill == "-";
   if (piped && arguments.json) throw BadInput(Say("--json and a table cannot both go to standard output"));
   if (same(arguments.table, arguments.bill)) throw BadInput(Say("--out and --bill name one file"));
@@ -75,8 +76,9 @@ Work DeclareWork(VerbSyntax& syntax) {
   syntax.Value("-g,--by", arguments->by,
                "columns that part the bill, with commas between; class,storey if not given");
   syntax.Value("-w,--where", arguments->where, "only components for which this formula is greater than 0");
-  syntax.Flag("-e,--explain", arguments->explain,
-              "show how each quantity was worked: with --out as columns of the table, else before the bill");
+  syntax.Flag(
+      "-e,--explain", arguments->explain,
+      "show how each quantity was calculated: with --out as columns of the table, else before the bill");
   syntax.Flag("--strict", arguments->strict, "exit code 1 for whatever is doubtful or missing, too");
   syntax.Flag("--suite-values", arguments->suite_values,
               "values as the suite has them: three decimals, and a third for what is near one");
@@ -85,7 +87,7 @@ Work DeclareWork(VerbSyntax& syntax) {
                "share in per cent within which they agree; 1 if not given");
   syntax.Value("--encoding", arguments->encoding, "of both inputs: auto, utf-8, gbk, utf-16le, utf-16be");
   syntax.Flag("-q,--quiet", arguments->quiet, "do not print the bill");
-  syntax.Flag("--time", arguments->time, "tell how many rows a second were read, worked and written");
+  syntax.Flag("--time", arguments->time, "show how many rows a second were read, calculated and written");
   syntax.Flag("-j,--json", arguments->json, "print bill, problems and comparison as JSON");
   syntax.Footer(kHelp);
   return [arguments](Console& console) {

@@ -4,8 +4,8 @@
 
 #include "tools/lorv/archive/entry_name.h"
 
-// Names that no file of Windows can have, as archives from other systems hold them. Such an entry is told and
-// left out: the system would write to a device, or under a name that no program can open again.
+// Names that no file of Windows can have, as archives from other systems hold them. Such an entry is reported
+// and left out: the system would write to a device, or under a name that no program can open again.
 
 namespace lorv::tool {
 namespace {

@@ -20,7 +20,7 @@ WORD FlagOf(Form form) {
   return form == Form::kPut ? DISPATCH_PROPERTYPUT : DISPATCH_METHOD;
 }
 
-// What a server tells of a failure; its texts are freed.
+// What a server reports of a failure; its texts are freed.
 struct Failure : EXCEPINFO {
   Failure() : EXCEPINFO{} {}
   Failure(const Failure&) = delete;

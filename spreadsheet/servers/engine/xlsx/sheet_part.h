@@ -9,7 +9,7 @@
 
 namespace lorv::engine {
 
-// A worksheet of a file, told into a sheet of the book.
+// A worksheet of a file, read into a sheet of the book.
 class SheetPart : public XmlHandler {
  public:
   // `cell_room` is how many cells the whole workbook may still take.

@@ -5,7 +5,7 @@
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
 
-// The archive of a workbook as its parts. Which part is which is told by relations, never by name: writers
+// The archive of a workbook as its parts. Which part is which is given by relations, never by name: writers
 // are free in their names, and some use other cases or slashes than the relations do.
 
 namespace lorv::engine {
@@ -18,7 +18,7 @@ std::string SmallLetters(std::string name) {
   return name;
 }
 
-// A target as a path from the file's top: it is told from the folder of its part, or with "/" from the top.
+// A target as a path from the file's top: it is given from the folder of its part, or with "/" from the top.
 std::string ResolvedPath(const std::string& folder, std::string target) {
   std::replace(target.begin(), target.end(), '\\', '/');
   std::string path = target.starts_with("/") ? std::string() : folder;

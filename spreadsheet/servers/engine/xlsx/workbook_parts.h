@@ -16,7 +16,7 @@ class WorkbookParts {
   explicit WorkbookParts(File& file);
 
   bool Has(const std::string& path) const { return Index(path) >= 0; }
-  // Tells a part to a handler; raises the engine's failure for a damaged one, and when all that was unpacked
+  // Feeds a part to a handler; raises the engine's failure for a damaged one, and when all that was unpacked
   // so far is more than kMaxUnpacked.
   void Read(const std::string& path, XmlHandler& handler);
 
@@ -32,7 +32,7 @@ class WorkbookParts {
   int Index(const std::string& path) const;
 
   ZipReader zip_;
-  std::map<std::string, int> entries_;  // in small letters, as the names of parts do not tell case
+  std::map<std::string, int> entries_;  // in small letters, as the names of parts ignore case
   std::uint64_t unpacked_ = 0;
 };
 

@@ -8,7 +8,7 @@
 
 namespace lorv::engine {
 
-// Told, while a workbook is made, how many of all its cells are; false ends it.
+// Called, while a workbook is made, with how many of all its cells are; false ends it.
 using Making = std::function<bool(std::uint64_t cells, std::uint64_t all)>;
 
 // A workbook as the bytes of an .xlsx file; none where `making` ended it. Raises the engine's failure where

@@ -8,7 +8,7 @@
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
 
-// XML in blocks as they are unpacked, told mark by mark. It knows as much of XML as workbooks use: no
+// XML in blocks as they are unpacked, reported mark by mark. It knows as much of XML as workbooks use: no
 // document types, UTF-8 only, prefixes cut off. What cannot end (a mark, a run of text, nesting and the names
 // in it) has limits, so that a hostile file costs no more than those.
 
@@ -142,7 +142,7 @@ std::size_t XmlFeed::Take(std::string_view from) {
   }
   while (done < from.size()) {
     const std::size_t mark = from.find('<', done);
-    // A run of text is told only when its end is there: so no entity is ever cut in two.
+    // A run of text is reported only when its end is there: so no entity is ever cut in two.
     if (mark == kNone) break;
     if (mark > done && !open_.empty()) handler_.Text(from.substr(done, mark - done), false);
     const std::string_view rest = from.substr(mark);

@@ -30,7 +30,7 @@ class XmlAttributes {
   std::string_view rest_;
 };
 
-// What is told of a document, in its order. Names come without their prefixes.
+// What is reported of a document, in its order. Names come without their prefixes.
 class XmlHandler {
  public:
   XmlHandler() = default;
@@ -44,7 +44,7 @@ class XmlHandler {
   virtual void Text(std::string_view raw, bool literal) = 0;
 };
 
-// Text is told to the handler only while it wants it: that of a sheet between its marks is nobody's.
+// Text is reported to the handler only while it wants it: that of a sheet between its marks is nobody's.
 class XmlFeed {
  public:
   explicit XmlFeed(XmlHandler& handler) : handler_(handler) {}

@@ -97,7 +97,7 @@ TEST(OptimizeExpression, FoldsMaxAndMin) {
   EXPECT_EQ(Simplified(_T("max(2,2)"), 2), "2");
   EXPECT_EQ(Simplified(_T("max(1,2,3,4)"), 2), "1");  // a third comma ends the scan
   EXPECT_EQ(Simplified(_T("max(5)"), 2), "0");        // one argument counts as an empty one
-  EXPECT_EQ(Simplified(_T("max(a,b)"), 2), "b");      // what cannot be worked counts as 0
+  EXPECT_EQ(Simplified(_T("max(a,b)"), 2), "b");      // what cannot be calculated counts as 0
   EXPECT_EQ(Simplified(_T("max(a,-1)"), 2), "a");
   EXPECT_EQ(Simplified(_T("max(1,max(2,3))"), 2), "3");
   EXPECT_EQ(Simplified(_T("max(1,(2))"), 2), "2");

@@ -9,7 +9,7 @@
 #include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
-// Holds the quantities that were worked against those that the components file stores already, as models
+// Compares the quantities that were calculated with those that the components file stores already, as models
 // exported from CAD do. It says how far a rule set agrees with the model's own numbers, and which components
 // do not, for people who write rules.
 
@@ -49,7 +49,7 @@ void Comparison::Add(const ComponentsFile& file, const std::vector<Result>& resu
   std::map<std::string, Group> groups;
   for (const Result& result : results) {
     const auto stored = planner_.StoredOf(result.rule);
-    if (result.state != Result::kWorked || !stored) continue;
+    if (result.state != Result::kEvaluated || !stored) continue;
     const std::optional<double> number = WholeNumber(file.Row()[stored->column]);
     // The file has no number for this component: there is nothing to agree with.
     if (!number) continue;

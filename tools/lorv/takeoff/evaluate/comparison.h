@@ -5,17 +5,17 @@
 #include <string>
 #include <vector>
 
-#include "tools/lorv/takeoff/evaluate/component_worker.h"
+#include "tools/lorv/takeoff/evaluate/component_evaluator.h"
 #include "tools/lorv/text/json_text.h"
 
 namespace lorv::tool {
 
 // Counts how many quantities agree with those that the components file stores itself.
 //
-// A rule is asked of a component when it was worked and the file holds the quantity of its column `compare`.
-// It agrees when both differ by no more than a share of the stored one. Rules of one name are one line; rules
-// of one group are one line more, in which a component agrees when any of them does. Components that do not
-// agree are named with both numbers.
+// A rule is asked of a component when it was evaluated and the file holds the quantity of its column
+// `compare`. It agrees when both differ by no more than a share of the stored one. Rules of one name are one
+// line; rules of one group are one line more, in which a component agrees when any of them does. Components
+// that do not agree are named with both numbers.
 class Comparison {
  public:
   Comparison(const Planner& planner, double tolerance) : planner_(planner), tolerance_(tolerance) {}

@@ -26,18 +26,18 @@ std::string InPerCent(double share) {
 
 void Precision::Add(const std::vector<Result>& results, double count) {
   for (const Result& result : results) {
-    const bool is_worked = result.state == Result::kWorked;
+    const bool is_evaluated = result.state == Result::kEvaluated;
     // A row that gave nothing counts where its condition alone was decided otherwise: with all digits there
     // would have been a number, or another one.
-    const int quantity = is_worked || result.decided_otherwise ? quantities_.Of(result.rule) : -1;
+    const int quantity = is_evaluated || result.decided_otherwise ? quantities_.Of(result.rule) : -1;
     if (quantity < 0) continue;
     Moved& moved = moved_[static_cast<std::size_t>(quantity)];
     ++moved.values;
-    const bool is_known = is_worked && std::isfinite(result.exact);
+    const bool is_known = is_evaluated && std::isfinite(result.exact);
     // Without a number to compare with, the totals take the same one on both sides: only what is
     // known makes them differ.
-    moved.total.Add(is_worked ? result.value * count : 0);
-    moved.exact_total.Add(is_known ? result.exact * count : is_worked ? result.value * count : 0);
+    moved.total.Add(is_evaluated ? result.value * count : 0);
+    moved.exact_total.Add(is_known ? result.exact * count : is_evaluated ? result.value * count : 0);
     const double change = is_known ? std::fabs(result.value - result.exact) : 0;
     if (is_known && !(change > LastDigit(static_cast<std::size_t>(quantity)))) continue;
     ++moved.differ;

@@ -3,7 +3,7 @@
 #include <iosfwd>
 #include <vector>
 
-#include "tools/lorv/takeoff/evaluate/component_worker.h"
+#include "tools/lorv/takeoff/evaluate/component_evaluator.h"
 #include "tools/lorv/takeoff/evaluate/exact_sum.h"
 #include "tools/lorv/takeoff/evaluate/quantities.h"
 #include "tools/lorv/text/json_text.h"

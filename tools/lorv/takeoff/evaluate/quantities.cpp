@@ -9,9 +9,9 @@
 #include "tools/lorv/formula/formula_fault.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// Joins the rows of a rule set into the quantities that the bill has columns for, and works ratios of their
-// totals. It is made once, before any component is read, so that rows which contradict each other are refused
-// at the start and not when the bill is due.
+// Joins the rows of a rule set into the quantities that the bill has columns for, and calculates ratios of
+// their totals. It is made once, before any component is read, so that rows which contradict each other are
+// refused at the start and not when the bill is due.
 
 namespace lorv::tool {
 namespace {
@@ -63,7 +63,7 @@ void Quantities::AddRatio(const RuleSet& rules, const Rule& rule, std::size_t in
   if (formula.Fault().fault != FormulaFault::kNone) {
     const Fault fault = FaultOf(formula.Fault());
     throw BadInput(PlaceText(rules.file, rule.formula_place) +
-                   Say("the ratio {} cannot be worked: {}", {rule.name, fault.message}) + "\n" +
+                   Say("the ratio {} cannot be calculated: {}", {rule.name, fault.message}) + "\n" +
                    CaretText(rule.formula, fault.position, fault.length, kMessageColumns));
   }
   std::vector<std::size_t> needs;
@@ -81,17 +81,17 @@ std::optional<double> Quantities::Ratio(std::size_t quantity,
     return candidate.quantity == quantity;
   });
   std::vector<double> values(totals.size());
-  // A line that lacks one of the quantities has no ratio; that is ordinary, and nothing is told of it.
+  // A line that lacks one of the quantities has no ratio; that is ordinary, and nothing is reported of it.
   for (const std::size_t need : ratio->needs) {
     if (!totals[need]) return std::nullopt;
     values[need] = *totals[need];
   }
   int code = 0;
-  const double value = ratio->formula.Work(values.data(), code);
+  const double value = ratio->formula.Evaluate(values.data(), code);
   if (code == 0 && std::isfinite(value)) return value;
   Fault fault = code == 0 ? Fault{0, 0, Say("the result is no number"), false, true}
                           : FaultOf(ratio->formula.Explain());
-  // A line without the ratio is no wrong line: it is told of and stops nothing.
+  // A line without the ratio is no wrong line: it is reported and stops nothing.
   fault.stops = false;
   // The first line's reason only: a ratio over zero fails in every storey for the same one.
   failed_.emplace(list_[quantity].rule, fault);

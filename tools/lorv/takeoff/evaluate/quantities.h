@@ -31,7 +31,7 @@ struct Quantity {
 // unit are one quantity.
 class Quantities {
  public:
-  // Throws BadInput for a ratio that cannot be worked or names what is no quantity, and for rows of one
+  // Throws BadInput for a ratio that cannot be calculated or names what is no quantity, and for rows of one
   // quantity that are to be totalled in different ways.
   explicit Quantities(const RuleSet& rules);
   const std::vector<Quantity>& List() const { return list_; }

@@ -7,7 +7,7 @@
 #include "tools/lorv/text/spoken_language.h"
 
 // What a take-off passed over: a bill that looks whole may lack a class that no rule names. All of it is
-// counted while components are worked, and told at the end with the reasons that the counts give.
+// counted while components are evaluated, and reported at the end with the reasons that the counts give.
 
 namespace lorv::tool {
 namespace {
@@ -38,11 +38,11 @@ void Coverage::AddClassWithoutRule(const std::string& class_name) {
 
 std::vector<Coverage::Unused> Coverage::UnusedRules() const {
   std::vector<Unused> unused;
-  // Ratios and declarations are not worked for components: nothing is counted of them.
+  // Ratios and declarations are not calculated for components: nothing is counted of them.
   for (std::size_t i = 0; i < rules_.size(); ++i) {
     const RuleKind kind = planner_.Rules().rules[i].kind;
     const Counts& counts = rules_[i];
-    if ((kind != RuleKind::kQuantity && kind != RuleKind::kStep) || counts.worked + counts.failed > 0)
+    if ((kind != RuleKind::kQuantity && kind != RuleKind::kStep) || counts.evaluated + counts.failed > 0)
       continue;
     // The counts stand in the order of the work, so the first one that is 0 is where the rule stopped.
     const char* reason = counts.fit == 0     ? "no component is of its classes"
@@ -84,7 +84,7 @@ void Coverage::Print(std::ostream& out) const {
   for (const Unused& unused : UnusedRules()) {
     const Rule& rule = rules.rules[unused.rule];
     out << Printable(PlaceText(rules.file, rule.place)) << Say("note: ")
-        << Say("{} was never worked: {}", {Printable(rule.name), Say(unused.reason)}) << "\n";
+        << Say("{} was never calculated: {}", {Printable(rule.name), Say(unused.reason)}) << "\n";
   }
 }
 

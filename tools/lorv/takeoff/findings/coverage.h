@@ -10,8 +10,8 @@
 
 namespace lorv::tool {
 
-// What a take-off left out: classes that no rule is for, rules that nothing was worked by, columns that the
-// components file does not have. Nothing of it stops the work, and all of it is named.
+// What a take-off left out: classes that no rule is for, rules that nothing was evaluated by, columns that
+// the components file does not have. Nothing of it stops the work, and all of it is named.
 class Coverage {
  public:
   explicit Coverage(const Planner& planner) : planner_(planner), rules_(planner.Rules().rules.size()) {}
@@ -22,7 +22,7 @@ class Coverage {
   void CountFit(std::size_t rule) { ++rules_[rule].fit; }
   void CountTried(std::size_t rule) { ++rules_[rule].tried; }
   void CountHeld(std::size_t rule) { ++rules_[rule].held; }
-  void CountWorked(std::size_t rule) { ++rules_[rule].worked; }
+  void CountEvaluated(std::size_t rule) { ++rules_[rule].evaluated; }
   void CountFailed(std::size_t rule) { ++rules_[rule].failed; }
 
   bool Fits(std::size_t rule) const { return rules_[rule].fit > 0; }
@@ -32,10 +32,10 @@ class Coverage {
 
  private:
   struct Counts {
-    long long fit = 0;     // components of its classes
-    long long tried = 0;   // no row above had counted
-    long long held = 0;    // the condition held
-    long long worked = 0;  // it gave a number
+    long long fit = 0;        // components of its classes
+    long long tried = 0;      // no row above had counted
+    long long held = 0;       // the condition held
+    long long evaluated = 0;  // it gave a number
     long long failed = 0;
   };
   struct Unused {

@@ -16,7 +16,7 @@
 namespace lorv::tool {
 
 void Problems::Add(std::size_t rule, RulePart part, const Fault& fault, const std::string& component) {
-  // Even of those that are not kept: the exit code has to tell of them.
+  // Even of those that are not kept: the exit code has to show them.
   has_faults_ |= fault.stops;
   const auto key = std::tuple(rule, part, fault.position, fault.message);
   // Place and message together: one formula may fail in several ways, each for components of its own.
@@ -53,8 +53,8 @@ void Problems::PrintComponents(std::ostream& out, const Problem& problem) {
   if (problem.components == 0) {
     out << Say("no component needed it");
   } else if (problem.fault.stops) {
-    out << (problem.components == 1 ? Say("not worked for 1 component: {}", {first})
-                                    : Say("not worked for {} components, first {}", {count, first}));
+    out << (problem.components == 1 ? Say("not calculated for 1 component: {}", {first})
+                                    : Say("not calculated for {} components, first {}", {count, first}));
   } else {
     out << (problem.components == 1 ? Say("doubtful for 1 component: {}", {first})
                                     : Say("doubtful for {} components, first {}", {count, first}));
@@ -74,7 +74,7 @@ void Problems::Print(std::ostream& out, int columns) const {
         << "\n"
         << ColouredMark(
                CaretText(FormulaOf(*problem), problem->fault.position, problem->fault.length, columns));
-    // Constants and ratios are not worked for components.
+    // Constants and ratios are not calculated for components.
     if (rule.kind != RuleKind::kConstant && rule.kind != RuleKind::kRatio) PrintComponents(out, *problem);
   }
   if (beyond_ > 0) out << Say("and {} more problems of other kinds", {std::to_string(beyond_)}) << "\n";

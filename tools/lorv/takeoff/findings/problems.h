@@ -24,7 +24,7 @@ struct Problem {
   std::string first;  // the first of them, for the user
 };
 
-// Collects what is wrong with formulas and values, so that a wrong rule is told once and
+// Collects what is wrong with formulas and values, so that a wrong rule is reported once and
 // not a thousand times.
 class Problems {
  public:
@@ -34,7 +34,7 @@ class Problems {
   void Add(std::size_t rule, RulePart part, const Fault& fault, const std::string& component);
 
   bool IsEmpty() const { return list_.empty(); }
-  // Whether anything was not worked; doubts alone stop nothing.
+  // Whether anything was not evaluated; doubts alone stop nothing.
   bool HasFaults() const { return has_faults_; }
   const std::vector<Problem>& List() const { return list_; }
   // One after the other in the order of the rules, each with its formula and a mark under the place.

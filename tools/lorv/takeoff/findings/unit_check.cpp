@@ -8,8 +8,8 @@
 #include "tools/lorv/text/folded_text.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// Looks for the slip that costs most and shows least: millimetres of a model worked as metres, so that a
-// volume is a thousand million times too large. It judges by titles and values alone and stops nothing, as
+// Looks for the slip that costs most and shows least: millimetres of a model used as metres, so that a
+// volume is a thousand million times too large. It looks at titles and values alone and stops nothing, as
 // it may be wrong.
 
 namespace lorv::tool {

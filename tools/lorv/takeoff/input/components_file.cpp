@@ -7,9 +7,9 @@
 #include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
-// Reads the table of components, a block of rows at a time, so that formulas can be worked for many at once
-// and a model of any size fits. Only its header and the shape of its rows are looked at here: what cells mean
-// is up to the rules.
+// Reads the table of components, a block of rows at a time, so that formulas can be calculated for many at
+// once and a model of any size fits. Only its header and the shape of its rows are looked at here: what cells
+// mean is up to the rules.
 
 namespace lorv::tool {
 
@@ -39,7 +39,7 @@ void ComponentsFile::ReadHeader(const CsvRow& row) {
   }
   if (!roles_[kClassOf]) {
     Fail(row, 0,
-         Say("the header has no column {}: it tells which rules are for a component",
+         Say("the header has no column {}: it says which rules are for a component",
              {NamesForUser(ComponentColumns().subspan(kClassOf, 1))}));
   }
 }
@@ -55,7 +55,7 @@ bool ComponentsFile::Next() {
 bool ComponentsFile::ReadComponent(CsvRow& row) {
   if (!reader_.Next(row)) return false;
   for (std::size_t cell = titles_.size(); cell < row.Size(); ++cell) {
-    // An unquoted comma moved the cells behind it by one: numbers would be worked under wrong titles.
+    // An unquoted comma moved the cells behind it by one: numbers would be used under wrong titles.
     if (!row[cell].empty()) {
       Fail(row, cell, Say("more cells than the header has; a cell with a comma in it stands in quotes"));
     }

@@ -10,16 +10,16 @@
 namespace lorv::tool {
 
 enum class RuleKind {
-  kQuantity,  // worked for every component of its classes, shown and added up
-  kStep,      // worked like a quantity for the rows below, neither shown nor added up
+  kQuantity,  // evaluated for every component of its classes, shown and added up
+  kStep,      // evaluated like a quantity for the rows below, neither shown nor added up
   kConstant,  // a number by name, for all classes
   kDefault,   // what a dimension is where a component has none
   kColumn,    // a short name, and a factor, for a column of the components file
   kText,      // the same for a column of words
-  kRatio,     // worked of the totals of quantities, for every line of the bill
+  kRatio,     // calculated of the totals of quantities, for every line of the bill
 };
 
-// What the bill tells of a quantity of many components.
+// What the bill shows of a quantity of many components.
 enum class Totalling { kSum, kAverage, kLeast, kMost };
 
 // What happens where a formula meets a name without a value.

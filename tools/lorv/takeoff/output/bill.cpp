@@ -56,9 +56,9 @@ void Bill::Add(std::size_t group, std::size_t quantity, double value, double cou
   line.total.Add(value * count);
 }
 
-// Storeys that tell no height stand behind those that do.
+// Storeys whose names give no height stand behind those that do.
 std::vector<double> Bill::Ranks(std::size_t key) const {
-  // Told of names, not of groups: a name has one place in the whole bill.
+  // Reported of names, not of groups: a name has one place in the whole bill.
   std::vector<double> ranks;
   for (const std::string& name : names_[key].list) {
     const std::optional<double> height = keys_[key].is_storey ? StoreyRank(name) : std::nullopt;

@@ -39,7 +39,7 @@ struct BillRow {
 };
 
 // The totals of a take-off by the keys of its groups, class and storey for example, and by quantity. What is
-// told by keys stands in the order in which it came, storeys from below.
+// given by keys stands in the order in which it came, storeys from below.
 class Bill {
  public:
   Bill(const Quantities& quantities, std::vector<BillKey> keys)

@@ -2,8 +2,8 @@
 
 #include "tools/lorv/text/spoken_language.h"
 
-// The full table: for each component what it is and what was worked of it. It is the trail from a total of
-// the bill back to components, so nothing is left out: what failed is named in the row.
+// The full table: for each component what it is and what was calculated of it. It is the trail from a total
+// of the bill back to components, so nothing is left out: what failed is named in the row.
 
 namespace lorv::tool {
 
@@ -11,7 +11,7 @@ ResultFile::ResultFile(const std::string& path, ResultLayout layout, const Compo
                        const Quantities& quantities, const RuleSet& rules, std::ostream& standard_output)
     : out_(path, layout.mark, standard_output), layout_(layout), quantities_(quantities), rules_(rules) {
   for (std::size_t column = 0; column < file.Titles().size(); ++column) {
-    // What tells which component it is, and none of the dimensions: the model's own file has those.
+    // What identifies the component, and none of the dimensions: the model's own file has those.
     if (file.RoleAt(column) < 0) continue;
     columns_.push_back(column);
     out_.AddText(file.Titles()[column]);
@@ -28,10 +28,10 @@ ResultFile::ResultFile(const std::string& path, ResultLayout layout, const Compo
 }
 
 void ResultFile::Add(const ComponentsFile& file, const std::vector<Result>& results,
-                     ComponentWorker& worker) {
+                     ComponentEvaluator& evaluator) {
   struct Cell {
     std::string number;
-    std::string worked;
+    std::string with_values;
   };
   std::vector<Cell> cells(quantities_.List().size());
   std::string failed = results.empty() ? Say("no rule is for this class") : std::string();
@@ -45,14 +45,14 @@ void ResultFile::Add(const ComponentsFile& file, const std::vector<Result>& resu
     } else if (quantity >= 0) {
       Cell& cell = cells[static_cast<std::size_t>(quantity)];
       cell.number = PlainReal(result.value);
-      if (layout_.explains) cell.worked = worker.Worked(i).ToUtf8();
+      if (layout_.explains) cell.with_values = evaluator.TextWithValues(i).ToUtf8();
     }
   }
   for (const std::size_t column : columns_) out_.AddText(file.Row()[column]);
   for (std::size_t i = 0; i < cells.size(); ++i) {
     if (quantities_.List()[i].is_ratio) continue;
     out_.AddNumber(cells[i].number);
-    if (layout_.explains) out_.AddText(cells[i].worked);
+    if (layout_.explains) out_.AddText(cells[i].with_values);
   }
   out_.AddText(failed);
   out_.EndRow();

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/lorv/takeoff/evaluate/component_worker.h"
+#include "tools/lorv/takeoff/evaluate/component_evaluator.h"
 #include "tools/lorv/takeoff/evaluate/quantities.h"
 #include "tools/lorv/takeoff/output/table_file.h"
 
@@ -16,7 +16,7 @@ struct ResultLayout {
 };
 
 // The full table: a row a component, a column a quantity, written as the work goes on. A quantity that a
-// component does not have is blank; one that could not be worked is named in the last column, and so is a
+// component does not have is blank; one that could not be evaluated is named in the last column, and so is a
 // component for whose class there is no rule.
 class ResultFile {
  public:
@@ -24,8 +24,8 @@ class ResultFile {
   ResultFile(const std::string& path, ResultLayout layout, const ComponentsFile& file,
              const Quantities& quantities, const RuleSet& rules, std::ostream& standard_output);
 
-  // `worker` has just worked the component that the file stands at.
-  void Add(const ComponentsFile& file, const std::vector<Result>& results, ComponentWorker& worker);
+  // `evaluator` has just evaluated the component that the file stands at.
+  void Add(const ComponentsFile& file, const std::vector<Result>& results, ComponentEvaluator& evaluator);
   void Commit(const Bill& bill) { out_.Commit(bill); }
 
  private:
@@ -33,7 +33,7 @@ class ResultFile {
   ResultLayout layout_;
   const Quantities& quantities_;
   const RuleSet& rules_;
-  std::vector<std::size_t> columns_;  // of the components file that tell which component it is
+  std::vector<std::size_t> columns_;  // of the components file that identify the component
 };
 
 }  // namespace lorv::tool

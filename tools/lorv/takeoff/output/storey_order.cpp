@@ -6,7 +6,7 @@
 
 #include "tools/lorv/text/folded_text.h"
 
-// Tells from its name how high a storey lies. Exporters and people name storeys in many ways and models
+// Derives from its name how high a storey lies. Exporters and people name storeys in many ways and models
 // list them in any order; a bill reads from the foundation up, and a name that is not understood costs its
 // place and nothing else.
 

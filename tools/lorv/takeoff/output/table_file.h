@@ -15,7 +15,7 @@ namespace lorv::tool {
 bool NamesWorkbook(std::string_view path);
 
 // A table that is written to a file, row by row from its titles on: as CSV, or as a workbook where the path
-// names one. How files appear is told at NewFile.
+// names one. How files appear is described at NewFile.
 class TableFile {
  public:
   // `mark`: a CSV begins with a byte order mark. "-" is `standard_output`.

@@ -85,13 +85,13 @@ std::optional<double> BoundFormula::ValueOf(const Name& name, ValueSource& sourc
   return value ? value : instead;
 }
 
-Outcome BoundFormula::Work(ValueSource& source, std::optional<double> instead) {
+Outcome BoundFormula::Evaluate(ValueSource& source, std::optional<double> instead) {
   // The suite's way finds the same faults, but without the name that was likely meant.
-  if (suite_ != nullptr && !fault_) return suite_->Work(source, instead);
-  return WorkExactly(source, instead);
+  if (suite_ != nullptr && !fault_) return suite_->Evaluate(source, instead);
+  return EvaluateExactly(source, instead);
 }
 
-Outcome BoundFormula::WorkExactly(ValueSource& source, std::optional<double> instead) {
+Outcome BoundFormula::EvaluateExactly(ValueSource& source, std::optional<double> instead) {
   if (fault_) return {Outcome::kFaulty, 0, *fault_};
   for (std::size_t i = 0; i < names_.size(); ++i) {
     const Name& name = names_[i];
@@ -99,7 +99,7 @@ Outcome BoundFormula::WorkExactly(ValueSource& source, std::optional<double> ins
       exact_->SetText(i, WithoutQuotes(source.TextOf(name.symbol.index)).View());
       continue;
     }
-    // What is missing is told at the name, and not as the fault that a 0 in its place would make elsewhere.
+    // What is missing is reported at the name, not as the fault that a 0 in its place would make elsewhere.
     const std::optional<double> value = ValueOf(name, source, instead);
     if (!value) {
       return {Outcome::kMissing, 0,
@@ -109,18 +109,18 @@ Outcome BoundFormula::WorkExactly(ValueSource& source, std::optional<double> ins
     values_[i] = *value;
   }
   int code = 0;
-  const double result = exact_->Work(values_.data(), code);
+  const double result = exact_->Evaluate(values_.data(), code);
   if (code != 0 && code != kDoubtfulNumber) return {Outcome::kFaulty, 0, FaultOf(exact_->Explain())};
   if (!std::isfinite(result)) {
     return {Outcome::kFaulty, 0, Fault{0, typed_.GetLength(), Say("the result is no number"), false, true}};
   }
-  Outcome outcome{Outcome::kWorked, result, {}};
+  Outcome outcome{Outcome::kEvaluated, result, {}};
   if (code == kDoubtfulNumber) outcome.doubt = FaultOf(exact_->Explain());
-  // What is worked stays as it came out; the doubt goes beside it, as the bill must not lose a line for it.
+  // What was calculated stays as it came out; the doubt goes beside it: the bill must not lose its line.
   return outcome;
 }
 
-CString BoundFormula::Worked(ValueSource& source, std::optional<double> instead) const {
+CString BoundFormula::TextWithValues(ValueSource& source, std::optional<double> instead) const {
   CString text;
   int at = 0;
   for (const FormulaWord& word : NamesOf(typed_.View())) {
@@ -143,9 +143,9 @@ CString BoundFormula::Worked(ValueSource& source, std::optional<double> instead)
   return text + typed_.Mid(at);
 }
 
-std::vector<double> BoundFormula::WorkRows(const std::vector<std::vector<double>>& columns,
-                                           std::size_t rows) const {
-  if (suite_ != nullptr) return suite_->WorkRows(columns, rows);
+std::vector<double> BoundFormula::EvaluateRows(const std::vector<std::vector<double>>& columns,
+                                               std::size_t rows) const {
+  if (suite_ != nullptr) return suite_->EvaluateRows(columns, rows);
   std::vector<const double*> by_name(names_.size());
   std::vector<std::vector<double>> constants(names_.size());
   for (std::size_t i = 0; i < places_.size(); ++i) by_name[places_[i]] = columns[i].data();
@@ -157,7 +157,7 @@ std::vector<double> BoundFormula::WorkRows(const std::vector<std::vector<double>
   }
   std::vector<double> results(rows);
   std::vector<int> codes(rows);
-  exact_->WorkRows(by_name.data(), rows, results.data(), codes.data());
+  exact_->EvaluateRows(by_name.data(), rows, results.data(), codes.data());
   for (std::size_t row = 0; row < rows; ++row) {
     if (codes[row] != 0 || !std::isfinite(results[row])) results[row] = std::nan("");
   }

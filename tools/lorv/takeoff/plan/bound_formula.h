@@ -16,7 +16,7 @@ enum class ValueDigits {
   kSuite,  // as the suite has it: three decimals, thirds
 };
 
-// A formula whose names are bound to what a component has, ready to be worked again and again.
+// A formula whose names are bound to what a component has, ready to be evaluated again and again.
 class BoundFormula {
  public:
   // Never fails: a fault of the formula itself is kept, and is the outcome of every work. `known` are the
@@ -25,9 +25,9 @@ class BoundFormula {
                ValueDigits digits = ValueDigits::kAll);
 
   // With `instead`, missing names count as that number.
-  Outcome Work(ValueSource& source, std::optional<double> instead);
+  Outcome Evaluate(ValueSource& source, std::optional<double> instead);
   // The same with all digits, whatever the formula was made for.
-  Outcome WorkExactly(ValueSource& source, std::optional<double> instead);
+  Outcome EvaluateExactly(ValueSource& source, std::optional<double> instead);
 
   const std::optional<Fault>& FaultOfText() const { return fault_; }
   // What in the formula hardly means what it seems to, whatever the values.
@@ -37,16 +37,16 @@ class BoundFormula {
   const CString& Typed() const { return typed_; }
   // The dimensions that it uses, each once.
   const std::vector<std::size_t>& Dimensions() const { return dimensions_; }
-  // The formula with the values in place of the names, with all digits that were worked with.
-  CString Worked(ValueSource& source, std::optional<double> instead) const;
+  // The formula with the values in place of the names, with all digits that were used.
+  CString TextWithValues(ValueSource& source, std::optional<double> instead) const;
 
   // True for a formula without faults of dimensions and constants alone.
   bool NeedsNumbersOnly() const {
     return needs_numbers_only_ && (suite_ == nullptr || suite_->NeedsNumbersOnly());
   }
-  // Works such a formula for many rows at once; `columns` are the numbers of Dimensions(). A row that fails
-  // or is doubtful is no number in the result.
-  std::vector<double> WorkRows(const std::vector<std::vector<double>>& columns, std::size_t rows) const;
+  // Evaluates such a formula for many rows at once; `columns` are the numbers of Dimensions(). A row that
+  // fails or is doubtful is no number in the result.
+  std::vector<double> EvaluateRows(const std::vector<std::vector<double>>& columns, std::size_t rows) const;
 
  private:
   struct Name {

@@ -44,7 +44,7 @@ Planner::Planner(const RuleSet& rules, const ComponentsFile& file, PlanOptions o
   DeclareSpecialTexts(file);
   for (std::size_t index = 0; index < rules.rules.size(); ++index) {
     Declare(index);
-    // PI is a number of the language and hides what is called so; whoever names something PI is told.
+    // PI is a number of the language and hides what is called so; whoever names something PI gets a warning.
     names_the_circle_ = names_the_circle_ || Key(rules.rules[index].name) == _T("PI");
   }
   names_the_circle_ = names_the_circle_ || names_.contains(_T("PI"));
@@ -88,7 +88,8 @@ void Planner::DeclareColumn(std::size_t index) {
   const Rule& rule = rules_.rules[index];
   const std::string title = rule.formula.ToUtf8();
   const auto column = file_.Column(title);
-  // Told and not refused: one rule set serves models of several programs, and not each exports all columns.
+  // Reported and not refused: one rule set serves models of several programs, and not each exports all
+  // columns.
   if (!column) absences_.push_back({index, title, Absence::kColumn});
   if (rule.kind == RuleKind::kText) {
     // A cell outside its row is empty.
@@ -106,10 +107,10 @@ void Planner::DeclareConstant(std::size_t index) {
     return found != names_.end() && found->second.kind == Symbol::kConstant ? found->second : Symbol();
   });
   NoValues none;
-  const Outcome outcome = formula.Work(none, std::nullopt);
+  const Outcome outcome = formula.Evaluate(none, std::nullopt);
   // A constant that fails would fail every rule that uses it, in words that do not name it.
-  if (outcome.state != Outcome::kWorked) {
-    Fail(rule, Say("the constant {} cannot be worked: {}", {rule.name, outcome.fault.message}) + "\n" +
+  if (outcome.state != Outcome::kEvaluated) {
+    Fail(rule, Say("the constant {} cannot be calculated: {}", {rule.name, outcome.fault.message}) + "\n" +
                    CaretText(rule.formula, outcome.fault.position, outcome.fault.length, kMessageColumns));
   }
   for (const Fault& doubt : formula.Doubts()) constant_doubts_.emplace_back(index, doubt);
@@ -156,7 +157,7 @@ std::unique_ptr<Plan> Planner::MakePlan(const std::vector<bool>& fits) {
   return plan;
 }
 
-// What stands nearer goes first: a quantity worked above, then what is declared for all classes.
+// What stands nearer goes first: a quantity calculated above, then what is declared for all classes.
 Symbol Planner::Find(const CString& key, const Names& results) const {
   const auto result = results.find(key);
   if (result != results.end()) return result->second;
@@ -169,7 +170,7 @@ Symbol Planner::FindFor(std::size_t rule, const CString& key, const Names& resul
   const Symbol found = Find(key, results);
   if (found.kind != Symbol::kUnknown || rules_.rules[rule].missing == Missing::kReport) return found;
   const std::string name = key.ToUtf8();
-  // Told once a rule and name, as the name is looked up again for each plan.
+  // Reported once a rule and name, as the name is looked up again for each plan.
   const bool is_told = std::any_of(absences_.begin(), absences_.end(), [&](const Absence& absence) {
     return absence.rule == rule && absence.name == name;
   });
@@ -224,7 +225,7 @@ void Planner::BindDefault(std::size_t index, Plan& plan) {
 }
 
 // Any row above may be for a component that this one is for, too: all their quantities are known to it. Those
-// of a default are not, as quantities are worked after it.
+// of a default are not, as quantities are evaluated after it.
 BoundRule Planner::BindAlone(std::size_t index) {
   const Rule& rule = rules_.rules[index];
   Names results;

@@ -65,8 +65,8 @@ struct PlanOptions {
 // Binds rules to a components file: what names mean, which rules a class has.
 class Planner {
  public:
-  // Throws BadInput for constants that cannot be worked. A column that the file does not have has no values,
-  // and is named among the absences.
+  // Throws BadInput for constants that cannot be calculated. A column that the file does not have has no
+  // values, and is named among the absences.
   Planner(const RuleSet& rules, const ComponentsFile& file, PlanOptions options = {});
 
   // The plan of a class; valid as long as this object.

@@ -8,9 +8,9 @@
 #include "tools/lorv/takeoff/input/takeoff_limits.h"
 #include "tools/lorv/text/typed_number.h"
 
-// Works formulas for thousands of components at once. Nearly all components have all their numbers, and rows
-// of numbers run many times faster than one component after the other. Whatever is unusual is left to the
-// slow way, which has the messages; no result depends on which way it came.
+// Evaluates formulas for thousands of components at once. Nearly all components have all their numbers, and
+// rows of numbers run many times faster than one component after the other. Whatever is unusual is left to
+// the slow way, which has the messages; no result depends on which way it came.
 
 namespace lorv::tool {
 namespace {
@@ -23,7 +23,7 @@ std::optional<double> NumberOfCell(std::string_view cell, double factor, bool& i
   is_text = false;
   if (cell.empty()) return std::nullopt;
   const std::optional<double> number = WholeNumber(cell);
-  // A number beyond the limit is no measure of a building: it is told of like words.
+  // A number beyond the limit is no measure of a building: it is reported like words.
   is_text = !number || std::fabs(*number * factor) > kLargestDimension;
   if (is_text) return std::nullopt;
   return *number * factor;
@@ -49,8 +49,8 @@ void ReadyBlock::Begin() {
   for (const auto& [plan, components] : by_plan) {
     for (const BoundRule& rule : plan->rules) {
       // Whether or not an earlier row of the name will count: that is known component by component only.
-      WorkAhead(rule.formula, components);
-      if (rule.condition) WorkAhead(*rule.condition, components);
+      EvaluateAhead(rule.formula, components);
+      if (rule.condition) EvaluateAhead(*rule.condition, components);
     }
   }
 }
@@ -63,7 +63,7 @@ const double* ReadyBlock::ResultOf(const BoundFormula& formula) const {
   return std::isnan(result) ? nullptr : &result;
 }
 
-void ReadyBlock::WorkAhead(const BoundFormula& formula, const std::vector<std::size_t>& components) {
+void ReadyBlock::EvaluateAhead(const BoundFormula& formula, const std::vector<std::size_t>& components) {
   if (!formula.NeedsNumbersOnly()) return;
   std::vector<const Numbers*> numbers;
   for (const std::size_t dimension : formula.Dimensions()) numbers.push_back(&NumbersOf(dimension));
@@ -79,10 +79,10 @@ void ReadyBlock::WorkAhead(const BoundFormula& formula, const std::vector<std::s
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     for (const std::size_t component : complete) columns[i].push_back((*numbers[i])[component]);
   }
-  const Numbers worked = formula.WorkRows(columns, complete.size());
+  const Numbers values = formula.EvaluateRows(columns, complete.size());
   Numbers& results = results_[&formula];
   results.assign(file_.BlockSize(), kNone);
-  for (std::size_t i = 0; i < complete.size(); ++i) results[complete[i]] = worked[i];
+  for (std::size_t i = 0; i < complete.size(); ++i) results[complete[i]] = values[i];
 }
 
 const ReadyBlock::Numbers& ReadyBlock::NumbersOf(std::size_t dimension) {

@@ -11,9 +11,9 @@ namespace lorv::tool {
 // what is no number.
 std::optional<double> NumberOfCell(std::string_view cell, double factor, bool& is_text);
 
-// Works ahead for a block of components what needs nothing but their numbers: each formula once for all
-// components of a plan. What is left (missing values, words, earlier quantities, whatever fails) is worked
-// component by component, which tells what is wrong.
+// Evaluates ahead for a block of components what needs nothing but their numbers: each formula once for all
+// components of a plan. What is left (missing values, words, earlier quantities, whatever fails) is evaluated
+// component by component, which reports what is wrong.
 class ReadyBlock {
  public:
   ReadyBlock(Planner& planner, const ComponentsFile& file) : planner_(planner), file_(file) {}
@@ -23,14 +23,14 @@ class ReadyBlock {
 
   // The plan of the component at hand.
   Plan& PlanAtHand() const { return *plans_[file_.InBlock()]; }
-  // What a formula comes to for it; null where it has to be worked.
+  // What a formula comes to for it; null where it has to be evaluated.
   const double* ResultOf(const BoundFormula& formula) const;
 
  private:
   // Of one dimension for all components of the block; not a number where there is none.
   using Numbers = std::vector<double>;
 
-  void WorkAhead(const BoundFormula& formula, const std::vector<std::size_t>& components);
+  void EvaluateAhead(const BoundFormula& formula, const std::vector<std::size_t>& components);
   const Numbers& NumbersOf(std::size_t dimension);
 
   Planner& planner_;

@@ -11,7 +11,7 @@
 
 // The condition of --where. It is a formula like any other, typed by people who think of classes and storeys
 // and not of quotes, so words may stand bare in it; what that may hide (a title with a slip of the pen) is
-// told as a doubt.
+// reported as a doubt.
 
 namespace lorv::tool {
 namespace {
@@ -90,7 +90,7 @@ RowFilter::RowFilter(const std::string& formula, const Planner& planner, const C
   }
   // Whatever is wrong here would leave out all components alike: the run ends before anything is written.
   const Fault& fault = *formula_->FaultOfText();
-  throw BadInput(Say("--where cannot be worked: {}", {fault.message}) + "\n" +
+  throw BadInput(Say("--where cannot be calculated: {}", {fault.message}) + "\n" +
                  CaretText(text_, fault.position, fault.length, kMessageColumns));
 }
 
@@ -122,10 +122,11 @@ Symbol RowFilter::SymbolOf(const CString& key) const {
 }
 
 bool RowFilter::Passes() {
-  const Outcome outcome = formula_->Work(*this, std::nullopt);
-  // The first doubt only: the same formula is worked for every component and would tell the same each time.
+  const Outcome outcome = formula_->Evaluate(*this, std::nullopt);
+  // The first doubt only: the same formula is evaluated for every component and would report the same each
+  // time.
   if (outcome.doubt && doubts_.empty()) doubts_.push_back(*outcome.doubt);
-  if (outcome.state == Outcome::kWorked) return outcome.value > 0;
+  if (outcome.state == Outcome::kEvaluated) return outcome.value > 0;
   if (outcome.state == Outcome::kFaulty && doubts_.empty()) doubts_.push_back(outcome.fault);
   ++undecided_;
   return false;

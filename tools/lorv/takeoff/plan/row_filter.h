@@ -19,7 +19,7 @@ namespace lorv::tool {
 // count in words. A component passes where the formula is greater than 0; one that lacks a value does not.
 class RowFilter : private ValueSource {
  public:
-  // Throws BadInput, with a mark under the place, for a formula that cannot be worked.
+  // Throws BadInput, with a mark under the place, for a formula that cannot be calculated.
   RowFilter(const std::string& formula, const Planner& planner, const ComponentsFile& file);
 
   // Of the component that the file stands at.

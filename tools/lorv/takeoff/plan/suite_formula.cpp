@@ -7,9 +7,9 @@
 #include "tools/lorv/formula/formula_digits.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// Works a formula with the suite's own calculator, for bills that must agree with the suite to the last
+// Evaluates a formula with the suite's own calculator, for bills that must agree with the suite to the last
 // digit. The calculator sets values into the text by replacing names, with limits on their length and script;
-// so it gets a text of short marks, and what it says of that text is told of the one that was typed.
+// so it gets a text of short marks, and what it says of that text is reported of the one that was typed.
 
 namespace lorv::tool {
 namespace {
@@ -88,7 +88,7 @@ void SuiteFormula::BindWord(const FormulaWord& word, Piece& piece) {
   if (found == dimensions_.end()) dimensions_.push_back(piece.symbol.index);
 }
 
-// A formula that cannot be parsed with some value for each name cannot be worked for any component.
+// A formula that cannot be parsed with some value for each name cannot be calculated for any component.
 void SuiteFormula::Check() {
   struct Ones : ValueSource {
     std::optional<double> DimensionOf(std::size_t) override { return 1000000; }
@@ -110,13 +110,13 @@ void SuiteFormula::Check() {
   if (!fault_ && !silent_codes_ && same_for_all) row_text_ = text.text;
 }
 
-std::vector<double> SuiteFormula::WorkRows(const std::vector<std::vector<double>>& columns,
-                                           std::size_t rows) const {
+std::vector<double> SuiteFormula::EvaluateRows(const std::vector<std::vector<double>>& columns,
+                                               std::size_t rows) const {
   std::vector<ValueColumn> named;
   for (std::size_t i = 0; i < columns.size(); ++i) named.push_back({CString(MarkOf(i)), columns[i].data()});
   std::vector<double> results(rows);
   std::vector<int> errors(rows);
-  // Rows give what single calculations give: what was worked ahead is the suite's number, too.
+  // Rows give what single calculations give: what was evaluated ahead is the suite's number, too.
   CalculateRows(CAdExpCalculate(row_text_), named, rows, results.data(), errors.data());
   for (std::size_t row = 0; row < rows; ++row) {
     if (errors[row] != 0 || !std::isfinite(results[row])) results[row] = std::nan("");
@@ -193,16 +193,16 @@ Fault SuiteFormula::AsTyped(const Fault& fault, const Text& text) const {
   const int behind =
       fault.length == 0 ? typed.position : TypedPlace(fault.position + fault.length, true, text);
   typed.length = std::max(0, behind - typed.position);
-  // The message quotes the stretch that was worked: the user knows the one that was typed.
-  const std::string worked = text.text.Mid(fault.position, fault.length).ToUtf8();
-  const std::size_t at = worked.empty() ? std::string::npos : typed.message.find("'" + worked + "'");
+  // The message quotes the stretch that was evaluated: the user knows the one that was typed.
+  const std::string evaluated = text.text.Mid(fault.position, fault.length).ToUtf8();
+  const std::size_t at = evaluated.empty() ? std::string::npos : typed.message.find("'" + evaluated + "'");
   if (at != std::string::npos) {
-    typed.message.replace(at + 1, worked.size(), typed_.Mid(typed.position, typed.length).ToUtf8());
+    typed.message.replace(at + 1, evaluated.size(), typed_.Mid(typed.position, typed.length).ToUtf8());
   }
   return typed;
 }
 
-Outcome SuiteFormula::Work(ValueSource& source, std::optional<double> instead) {
+Outcome SuiteFormula::Evaluate(ValueSource& source, std::optional<double> instead) {
   Outcome outcome;
   if (fault_) {
     outcome.state = Outcome::kFaulty;
@@ -210,7 +210,7 @@ Outcome SuiteFormula::Work(ValueSource& source, std::optional<double> instead) {
     return outcome;
   }
   const Text text = Fill(source, instead, outcome);
-  if (outcome.state != Outcome::kWorked) return outcome;
+  if (outcome.state != Outcome::kEvaluated) return outcome;
   calculator_->SetExpr(text.text);
   // New values replace those of the component before.
   for (const auto& [name, value] : text.values) calculator_->SetVarValue(name, value, false);
@@ -223,7 +223,7 @@ Outcome SuiteFormula::Work(ValueSource& source, std::optional<double> instead) {
     fault = Fault{0, text.text.GetLength(), Say("the result is no number"), false, true};
   }
   // The calculator failed where the diagnosis sees nothing: the place that it names is all that is known.
-  if (!fault && error != 0) fault = Fault{error, 1, Say("the formula cannot be worked"), false, true};
+  if (!fault && error != 0) fault = Fault{error, 1, Say("the formula cannot be calculated"), false, true};
   if (!fault) return outcome;
   outcome.state = Outcome::kFaulty;
   outcome.fault = AsTyped(*fault, text);

@@ -8,7 +8,7 @@
 
 namespace lorv::tool {
 
-// A formula worked the suite's way: values have three decimals, and what is near a third is one.
+// A formula evaluated the suite's way: values have three decimals, and what is near a third is one.
 //
 // Each name of a dimension is set into the text as one character of its own that no formula can hold. So a
 // name may be long, Chinese, and part of another name, and each value reaches every place: a text replaced by
@@ -20,15 +20,15 @@ class SuiteFormula {
   SuiteFormula(const CString& formula, const Lookup& lookup);
 
   // With `instead`, missing names count as that number.
-  Outcome Work(ValueSource& source, std::optional<double> instead);
+  Outcome Evaluate(ValueSource& source, std::optional<double> instead);
   // The dimensions that it uses, each once.
   const std::vector<std::size_t>& Dimensions() const { return dimensions_; }
 
   // True for a formula without faults of dimensions and constants alone, in which nothing can fail unseen.
   bool NeedsNumbersOnly() const { return !row_text_.IsEmpty(); }
-  // Works such a formula for many rows at once; `columns` are the numbers of Dimensions(). A row that fails
-  // is no number in the result.
-  std::vector<double> WorkRows(const std::vector<std::vector<double>>& columns, std::size_t rows) const;
+  // Evaluates such a formula for many rows at once; `columns` are the numbers of Dimensions(). A row that
+  // fails is no number in the result.
+  std::vector<double> EvaluateRows(const std::vector<std::vector<double>>& columns, std::size_t rows) const;
 
  private:
   // A stretch of the formula, then what stands behind it.
@@ -45,7 +45,7 @@ class SuiteFormula {
   void BindWord(const FormulaWord& word, Piece& piece);
   void Check();
   Text Fill(ValueSource& source, std::optional<double> instead, Outcome& outcome);
-  // A place in the text that was worked, as the place in the formula as typed.
+  // A place in the text that was evaluated, as the place in the formula as typed.
   int TypedPlace(int position, bool end, const Text& text) const;
   Fault AsTyped(const Fault& fault, const Text& text) const;
 

@@ -32,10 +32,10 @@ class ValueSource {
 
 // How the work of a formula ended.
 struct Outcome {
-  enum State { kWorked, kMissing, kFaulty };
-  State state = kWorked;
+  enum State { kEvaluated, kMissing, kFaulty };
+  State state = kEvaluated;
   double value = 0;
-  Fault fault;  // of the formula as typed, where it was not worked
+  Fault fault;  // of the formula as typed, where it was not evaluated
   // A number that hardly is the one that was meant.
   std::optional<Fault> doubt = std::nullopt;
 };

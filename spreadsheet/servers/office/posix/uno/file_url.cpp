@@ -1,5 +1,8 @@
 #include "spreadsheet/servers/office/posix/uno/file_url.h"
 
+// Paths as the office wants them. Bytes and not characters are written in digits, so that a path of any
+// code page comes back as it was.
+
 namespace lorv::office {
 
 std::string FileUrl(std::string_view path) {

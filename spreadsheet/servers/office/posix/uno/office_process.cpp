@@ -125,7 +125,7 @@ std::optional<int> OfficeProcess::Ended() {
   int status = 0;
   const pid_t answer = waitpid(id_, &status, WNOHANG);
   if (answer == 0) return std::nullopt;
-  // Where the host has its children collected elsewhere, the number alone tells that it is gone.
+  // Where the host has its children collected elsewhere, the number alone shows that it is gone.
   if (answer < 0 && kill(id_, 0) == 0) return std::nullopt;
   status_ = answer < 0 || WIFEXITED(status) ? WEXITSTATUS(status) : kSignalled + WTERMSIG(status);
   return status_;

@@ -14,6 +14,10 @@
 #include "spreadsheet/servers/office/posix/uno/uno_path.h"
 #include "spreadsheet/servers/office/posix/uno/uno_text.h"
 
+// A workbook of a running office. Each operation is one call through the connection, which watches the
+// time and turns the office's own exceptions into faults: so nothing of the office's types leaves this
+// file.
+
 namespace lorv::office {
 namespace {
 

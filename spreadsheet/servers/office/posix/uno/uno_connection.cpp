@@ -14,7 +14,7 @@
 #include "spreadsheet/servers/office/posix/uno/uno_text.h"
 
 // How an office is started and ended. A fresh profile makes it end once with a status of its own, which asks
-// for another start; whatever else happens is told within a limit.
+// for another start; whatever else happens is reported within a limit.
 
 namespace lorv::office {
 namespace {
@@ -107,7 +107,7 @@ bool UnoConnection::Answers() {
 }
 
 void UnoConnection::Refuse(const uno::Exception& raised) {
-  // The same failure tells of an office that is gone and of a workbook that was closed.
+  // The same failure stands for an office that is gone and for a workbook that was closed.
   if (!Answers()) throw OfficeFault{true, FromUno(raised.Message)};
   throw OfficeFault{false, FromUno(raised.Message)};
 }

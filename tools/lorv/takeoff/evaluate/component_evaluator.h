@@ -12,7 +12,7 @@ namespace lorv::tool {
 
 // What one quantity of one component came to.
 struct Result {
-  enum State { kNone, kWorked, kFailed };
+  enum State { kNone, kEvaluated, kFailed };
   State state = kNone;
   double value = 0;
   std::size_t rule = 0;  // which row gave it
@@ -20,20 +20,21 @@ struct Result {
   bool decided_otherwise = false;  // with all digits, by the condition of the row or of one above
 };
 
-// Works all quantities of one component after the other.
-class ComponentWorker : private ValueSource {
+// Evaluates all quantities of one component after the other.
+class ComponentEvaluator : private ValueSource {
  public:
-  ComponentWorker(Planner& planner, const ComponentsFile& file, Problems& problems, Coverage& coverage,
-                  ValueDigits digits);
+  ComponentEvaluator(Planner& planner, const ComponentsFile& file, Problems& problems, Coverage& coverage,
+                     ValueDigits digits);
 
   // The results of the component that the file stands at, in the order of its plan; valid
   // until the next call.
-  const std::vector<Result>& Work();
-  // The same for a component that is not to be worked: blocks are worked ahead from their first component on.
+  const std::vector<Result>& Evaluate();
+  // The same for a component that is not to be evaluated: blocks are evaluated ahead from their first
+  // component on.
   void PassOver();
 
   // The formula of a result with the values of the component at hand in place of the names.
-  CString Worked(std::size_t result);
+  CString TextWithValues(std::size_t result);
 
  private:
   struct Value {
@@ -46,15 +47,15 @@ class ComponentWorker : private ValueSource {
   std::optional<double> ResultOf(std::size_t index) override;
   CString TextOf(std::size_t column) override;
 
-  void WorkRule(BoundRule& rule);
-  // Whether the condition holds; nothing when it could not be worked.
+  void EvaluateRule(BoundRule& rule);
+  // Whether the condition holds; nothing when it could not be evaluated.
   std::optional<bool> Holds(std::optional<BoundFormula>& condition, std::size_t rule, bool& skip);
-  Outcome WorkFormula(BoundFormula& formula, std::size_t rule);
+  Outcome EvaluateFormula(BoundFormula& formula, std::size_t rule);
   void Report(std::size_t rule, RulePart part, const Fault& fault);
   Value LookUp(std::size_t index);
   std::optional<double> DefaultOf(std::size_t index);
-  std::optional<double> WorkDefault(BoundDefault& bound);
-  void WorkExactly(BoundRule& bound, Result& result);
+  std::optional<double> DefaultValue(BoundDefault& bound);
+  void EvaluateExactly(BoundRule& bound, Result& result);
   bool DecidesOtherwise(BoundRule& bound, bool holds);
   void ReportDoubts(const BoundFormula& formula, std::size_t rule, RulePart part, const Outcome& outcome);
 
@@ -65,7 +66,7 @@ class ComponentWorker : private ValueSource {
   ReadyBlock ready_;
   Plan* plan_ = nullptr;
   std::vector<Value> values_;
-  std::vector<Value> exact_values_;  // for the look with all digits: defaults are worked otherwise
+  std::vector<Value> exact_values_;  // for the look with all digits: defaults are evaluated otherwise
   std::vector<Result> results_;
   std::vector<BoundRule*> by_result_;  // which rule gave each
   ValueDigits digits_;

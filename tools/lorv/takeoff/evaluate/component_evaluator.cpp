@@ -1,4 +1,4 @@
-#include "tools/lorv/takeoff/evaluate/component_worker.h"
+#include "tools/lorv/takeoff/evaluate/component_evaluator.h"
 
 #include <limits>
 
@@ -6,14 +6,14 @@
 #include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
-// Works the rows of a plan for one component: which row of a name counts, what stands for a missing
-// value, what goes wrong. It leans on the block worked ahead where a formula needs nothing but numbers,
+// Evaluates the rows of a plan for one component: which row of a name counts, what stands for a missing
+// value, what goes wrong. It uses the block evaluated ahead where a formula needs nothing but numbers,
 // and on the formulas themselves for the rest. Values are looked up once for each component, as most
 // names stand in several formulas.
 
 namespace lorv::tool {
-ComponentWorker::ComponentWorker(Planner& planner, const ComponentsFile& file, Problems& problems,
-                                 Coverage& coverage, ValueDigits digits)
+ComponentEvaluator::ComponentEvaluator(Planner& planner, const ComponentsFile& file, Problems& problems,
+                                       Coverage& coverage, ValueDigits digits)
     : planner_(planner),
       file_(file),
       problems_(problems),
@@ -21,7 +21,7 @@ ComponentWorker::ComponentWorker(Planner& planner, const ComponentsFile& file, P
       ready_(planner, file),
       digits_(digits) {}
 
-const std::vector<Result>& ComponentWorker::Work() {
+const std::vector<Result>& ComponentEvaluator::Evaluate() {
   // Numbers the values that were looked up: those of the component before are never cleared, only
   // out of date.
   ++component_;
@@ -33,17 +33,17 @@ const std::vector<Result>& ComponentWorker::Work() {
   defaults_in_use_ = plan_->defaults.size();
   results_.assign(plan_->results, {});
   by_result_.assign(plan_->results, nullptr);
-  for (BoundRule& rule : plan_->rules) WorkRule(rule);
+  for (BoundRule& rule : plan_->rules) EvaluateRule(rule);
   return results_;
 }
 
-void ComponentWorker::PassOver() {
+void ComponentEvaluator::PassOver() {
   ++component_;
-  // The block is made ready by whichever component opens it, worked or not.
+  // The block is made ready by whichever component opens it, evaluated or not.
   if (file_.InBlock() == 0) ready_.Begin();
 }
 
-void ComponentWorker::WorkRule(BoundRule& bound) {
+void ComponentEvaluator::EvaluateRule(BoundRule& bound) {
   Result& result = results_[bound.result];
   // Counted before anything is decided: a rule of which the bill says nothing may have
   // fitted and never counted.
@@ -54,7 +54,7 @@ void ComponentWorker::WorkRule(BoundRule& bound) {
   coverage_.CountTried(bound.rule);
   const Rule& rule = planner_.Rules().rules[bound.rule];
   bool skip = false;
-  // Told even of a row that does not hold: with all digits it may be the one that counts.
+  // Reported even of a row that does not hold: with all digits it may be the one that counts.
   const std::optional<bool> holds = Holds(bound.condition, bound.rule, skip);
   if (holds && DecidesOtherwise(bound, *holds)) {
     result.decided_otherwise = true;
@@ -69,83 +69,83 @@ void ComponentWorker::WorkRule(BoundRule& bound) {
     coverage_.CountFailed(bound.rule);
     return;
   }
-  const Outcome outcome = WorkFormula(bound.formula, bound.rule);
+  const Outcome outcome = EvaluateFormula(bound.formula, bound.rule);
   // The name stays open, so a row of it further down may still give the quantity.
   if (outcome.state == Outcome::kMissing && rule.missing == Missing::kSkip) return;
-  if (outcome.state != Outcome::kWorked) {
+  if (outcome.state != Outcome::kEvaluated) {
     Report(bound.rule, RulePart::kFormula, outcome.fault);
     result.state = Result::kFailed;
     coverage_.CountFailed(bound.rule);
     return;
   }
-  coverage_.CountWorked(bound.rule);
-  result.state = Result::kWorked;
+  coverage_.CountEvaluated(bound.rule);
+  result.state = Result::kEvaluated;
   result.value = result.exact = outcome.value * rule.factor;
   by_result_[bound.result] = &bound;
-  if (digits_ == ValueDigits::kSuite) WorkExactly(bound, result);
+  if (digits_ == ValueDigits::kSuite) EvaluateExactly(bound, result);
   ReportDoubts(bound.formula, bound.rule, RulePart::kFormula, outcome);
 }
 
-// What the suite's three decimals and thirds made of it is told beside what there is with all digits.
-void ComponentWorker::WorkExactly(BoundRule& bound, Result& result) {
+// What the suite's three decimals and thirds made of it is reported beside what there is with all digits.
+void ComponentEvaluator::EvaluateExactly(BoundRule& bound, Result& result) {
   exact_pass_ = true;
-  const Outcome outcome = WorkFormula(bound.formula, bound.rule);
+  const Outcome outcome = EvaluateFormula(bound.formula, bound.rule);
   exact_pass_ = false;
   if (outcome.doubt) Report(bound.rule, RulePart::kFormula, *outcome.doubt);
   // With all digits it may fail where it does not otherwise, or another row count: nothing is the same then.
-  const bool is_known = outcome.state == Outcome::kWorked && !result.decided_otherwise;
+  const bool is_known = outcome.state == Outcome::kEvaluated && !result.decided_otherwise;
   result.exact = is_known ? outcome.value * planner_.Rules().rules[bound.rule].factor
                           : std::numeric_limits<double>::infinity();
 }
 
 // Whether a condition is decided otherwise with all digits of the values than by the suite's.
-bool ComponentWorker::DecidesOtherwise(BoundRule& bound, bool holds) {
+bool ComponentEvaluator::DecidesOtherwise(BoundRule& bound, bool holds) {
   if (digits_ != ValueDigits::kSuite || !bound.condition) return false;
   exact_pass_ = true;
-  const Outcome outcome = WorkFormula(*bound.condition, bound.rule);
+  const Outcome outcome = EvaluateFormula(*bound.condition, bound.rule);
   exact_pass_ = false;
-  return outcome.state == Outcome::kWorked && (outcome.value > 0) != holds;
+  return outcome.state == Outcome::kEvaluated && (outcome.value > 0) != holds;
 }
 
-void ComponentWorker::ReportDoubts(const BoundFormula& formula, std::size_t rule, RulePart part,
-                                   const Outcome& outcome) {
+void ComponentEvaluator::ReportDoubts(const BoundFormula& formula, std::size_t rule, RulePart part,
+                                      const Outcome& outcome) {
   for (const Fault& doubt : formula.Doubts()) Report(rule, part, doubt);
   if (outcome.doubt) Report(rule, part, *outcome.doubt);
 }
 
-CString ComponentWorker::Worked(std::size_t result) {
+CString ComponentEvaluator::TextWithValues(std::size_t result) {
   const BoundRule* const bound = by_result_[result];
   if (bound == nullptr) return {};
   const Rule& rule = planner_.Rules().rules[bound->rule];
   std::optional<double> instead;
   // A missing value that counts as a number is shown as that number.
   if (rule.missing == Missing::kUseNumber) instead = rule.missing_value;
-  CString text = bound->formula.Worked(*this, instead);
+  CString text = bound->formula.TextWithValues(*this, instead);
   if (rule.factor == 1) return text;
   return _T("(") + text + _T(")*") + Digits(rule.factor);
 }
 
-std::optional<bool> ComponentWorker::Holds(std::optional<BoundFormula>& condition, std::size_t rule,
-                                           bool& skip) {
+std::optional<bool> ComponentEvaluator::Holds(std::optional<BoundFormula>& condition, std::size_t rule,
+                                              bool& skip) {
   if (!condition) return true;
-  const Outcome outcome = WorkFormula(*condition, rule);
-  if (outcome.state == Outcome::kWorked) ReportDoubts(*condition, rule, RulePart::kCondition, outcome);
+  const Outcome outcome = EvaluateFormula(*condition, rule);
+  if (outcome.state == Outcome::kEvaluated) ReportDoubts(*condition, rule, RulePart::kCondition, outcome);
   // As the function IIF has it: greater than 0 is true, so a count or a difference is a condition, too.
-  if (outcome.state == Outcome::kWorked) return outcome.value > 0;
+  if (outcome.state == Outcome::kEvaluated) return outcome.value > 0;
   skip = outcome.state == Outcome::kMissing && planner_.Rules().rules[rule].missing == Missing::kSkip;
   if (!skip) Report(rule, RulePart::kCondition, outcome.fault);
   return std::nullopt;
 }
 
-Outcome ComponentWorker::WorkFormula(BoundFormula& formula, std::size_t rule) {
+Outcome ComponentEvaluator::EvaluateFormula(BoundFormula& formula, std::size_t rule) {
   const Rule& row = planner_.Rules().rules[rule];
   std::optional<double> instead;
   if (row.missing == Missing::kUseNumber) instead = row.missing_value;
   text_met_.reset();
-  // Worked ahead are the values by the digits asked for; the second look needs its own.
+  // Evaluated ahead are the values by the digits asked for; the second look needs its own.
   const double* const result = exact_pass_ ? nullptr : ready_.ResultOf(formula);
-  if (result != nullptr) return {Outcome::kWorked, *result, {}};
-  Outcome outcome = exact_pass_ ? formula.WorkExactly(*this, instead) : formula.Work(*this, instead);
+  if (result != nullptr) return {Outcome::kEvaluated, *result, {}};
+  Outcome outcome = exact_pass_ ? formula.EvaluateExactly(*this, instead) : formula.Evaluate(*this, instead);
   // Words where a number belongs are no missing value: they are never passed over.
   if (!text_met_) return outcome;
   outcome.state = Outcome::kFaulty;
@@ -157,8 +157,8 @@ Outcome ComponentWorker::WorkFormula(BoundFormula& formula, std::size_t rule) {
   return outcome;
 }
 
-// The second look with all digits tells of nothing that the first one has not told.
-void ComponentWorker::Report(std::size_t rule, RulePart part, const Fault& fault) {
+// The second look with all digits reports nothing that the first one has not reported.
+void ComponentEvaluator::Report(std::size_t rule, RulePart part, const Fault& fault) {
   if (exact_pass_) return;
   // What the cell holds describes the first component only. In the message it would make a problem
   // of each cell.
@@ -166,7 +166,7 @@ void ComponentWorker::Report(std::size_t rule, RulePart part, const Fault& fault
   problems_.Add(rule, part, fault, PlaceOfComponent(file_) + detail);
 }
 
-std::optional<double> ComponentWorker::DimensionOf(std::size_t index) {
+std::optional<double> ComponentEvaluator::DimensionOf(std::size_t index) {
   Value& value = exact_pass_ ? exact_values_[index] : values_[index];
   if (value.component != component_) {
     const Value found = LookUp(index);
@@ -179,7 +179,7 @@ std::optional<double> ComponentWorker::DimensionOf(std::size_t index) {
   return value.number;
 }
 
-ComponentWorker::Value ComponentWorker::LookUp(std::size_t index) {
+ComponentEvaluator::Value ComponentEvaluator::LookUp(std::size_t index) {
   const Dimension& dimension = planner_.Dimensions()[index];
   Value value{component_, std::nullopt, false};
   const std::string_view cell = dimension.column ? file_.Row()[*dimension.column] : std::string_view();
@@ -187,16 +187,16 @@ ComponentWorker::Value ComponentWorker::LookUp(std::size_t index) {
   return value;
 }
 
-std::optional<double> ComponentWorker::WorkDefault(BoundDefault& bound) {
+std::optional<double> ComponentEvaluator::DefaultValue(BoundDefault& bound) {
   // Without a value the default is no default, and the next one below is tried.
-  const Outcome outcome = WorkFormula(bound.formula, bound.rule);
+  const Outcome outcome = EvaluateFormula(bound.formula, bound.rule);
   if (outcome.state == Outcome::kFaulty) Report(bound.rule, RulePart::kFormula, outcome.fault);
-  if (outcome.state != Outcome::kWorked) return std::nullopt;
+  if (outcome.state != Outcome::kEvaluated) return std::nullopt;
   ReportDoubts(bound.formula, bound.rule, RulePart::kFormula, outcome);
   return outcome.value * planner_.Rules().rules[bound.rule].factor;
 }
 
-std::optional<double> ComponentWorker::DefaultOf(std::size_t index) {
+std::optional<double> ComponentEvaluator::DefaultOf(std::size_t index) {
   const std::size_t all = defaults_in_use_;
   // Words that the formula at hand has met so far are its own fault, whatever its defaults meet.
   const std::optional<std::size_t> met = text_met_;
@@ -207,19 +207,19 @@ std::optional<double> ComponentWorker::DefaultOf(std::size_t index) {
     defaults_in_use_ = i;
     bool skip = false;
     const std::optional<bool> holds = Holds(candidate.condition, candidate.rule, skip);
-    if (holds && *holds) found = WorkDefault(candidate);
+    if (holds && *holds) found = DefaultValue(candidate);
   }
   defaults_in_use_ = all;
   text_met_ = met;
   return found;
 }
 
-std::optional<double> ComponentWorker::ResultOf(std::size_t index) {
-  if (results_[index].state != Result::kWorked) return std::nullopt;
+std::optional<double> ComponentEvaluator::ResultOf(std::size_t index) {
+  if (results_[index].state != Result::kEvaluated) return std::nullopt;
   return exact_pass_ ? results_[index].exact : results_[index].value;
 }
 
-CString ComponentWorker::TextOf(std::size_t column) {
+CString ComponentEvaluator::TextOf(std::size_t column) {
   return CString::FromUtf8(file_.Row()[column]);
 }
 
