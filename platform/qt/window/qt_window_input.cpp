@@ -106,6 +106,10 @@ bool QtWindow::TakeInput(QObject* receiver, QEvent& event) {
       return receiver == pane_ && MappedDropReceiver(Handle()) != nullptr && TakeDrag(event);
     case QEvent::Wheel:
       return TakeWheel(static_cast<QWheelEvent&>(event));
+    case QEvent::PaletteChange:
+      // What is painted has the colours of before.
+      Invalidate(nullptr);
+      return false;
     default:
       return false;
   }
