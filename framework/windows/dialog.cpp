@@ -86,6 +86,13 @@ LOGFONT Scaled(LOGFONT face, int dots, int before) {
   return face;
 }
 
+// Through the window's object where there is one, as that keeps the font that it was last asked for.
+void GiveFont(HWND window, const LOGFONT& face) {
+  CFont font(face);
+  if (CWnd* const object = CWnd::FromHandlePermanent(window)) return object->SetFont(&font, FALSE);
+  lorv::PeerOf(window)->SetFont(face);
+}
+
 }  // namespace
 
 // On another screen all that stands in the dialog grows with it, whoever put it there. A handler of one of
@@ -97,7 +104,9 @@ LRESULT CDialog::HandleDpiChanged(WPARAM w, LPARAM l) {
   const int before = std::exchange(dots_, dots);
   face_ = Scaled(face_, dots, before);
   base_ = {Scaled(base_.cx, dots, before), Scaled(base_.cy, dots, before)};
-  const auto peer = lorv::PeerOf(m_hWnd);
+  const HWND window = m_hWnd;
+  const LOGFONT face = face_;
+  const auto peer = lorv::PeerOf(window);
   const CRect client(peer->ClientRect());
   const SIZE inner = {Scaled(client.right, dots, before), Scaled(client.bottom, dots, before)};
   struct Inside {
@@ -110,12 +119,12 @@ LRESULT CDialog::HandleDpiChanged(WPARAM w, LPARAM l) {
   for (const HWND child : peer->Children())
     inside.push_back({child, CRect(lorv::PeerOf(child)->WindowRect()) - static_cast<SIZE>(origin)});
   peer->Place(CRect(corner, peer->FrameSize(inner)));
-  peer->SetFont(face_);
+  GiveFont(window, face);
   for (const Inside& one : inside) {
     const auto child = lorv::PeerOf(one.window);
     const CRect& at = one.place;
     // The font first, as some controls fit their height to it.
-    child->SetFont(Scaled(child->Font(), dots, before));
+    GiveFont(one.window, Scaled(child->Font(), dots, before));
     child->Place(CRect(Scaled(at.left, dots, before), Scaled(at.top, dots, before),
                        Scaled(at.right, dots, before), Scaled(at.bottom, dots, before)));
   }

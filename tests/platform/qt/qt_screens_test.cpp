@@ -3,6 +3,7 @@
 #include "framework/drawing/device_context.h"
 #include "framework/windows/dialog.h"
 #include "framework/windows/tip_window.h"
+#include "gridcore/control/grid_control.h"
 #include "tests/platform/qt/qt_fixture.h"
 
 // Windows that are moved to a screen of other dots an inch, while they are open. The program stands on two:
@@ -11,7 +12,7 @@
 namespace lorv::test {
 namespace {
 
-class Report : public CWnd {
+class ScreenWindow : public CWnd {
  public:
   std::vector<WPARAM> dots;
   CRect place;
@@ -44,11 +45,11 @@ class QtScreens : public QtTest {
   }
 };
 
-TEST_F(QtScreens, ATopWindowIsReportedAnotherScreenWithThePlaceThatKeepsItsSize) {
+TEST_F(QtScreens, ATopWindowHearsOfAnotherScreenWithThePlaceThatKeepsItsSize) {
   ASSERT_EQ(QGuiApplication::screens().size(), 2);
-  Report window;
+  ScreenWindow window;
   window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(10, 20, 210, 120), nullptr, 0);
-  Report child;
+  ScreenWindow child;
   child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 50, 50), &window, 1);
   Settle();
   EXPECT_EQ(window.GetDpi(), 96);
@@ -73,11 +74,11 @@ TEST_F(QtScreens, ATopWindowIsReportedAnotherScreenWithThePlaceThatKeepsItsSize)
 }
 
 TEST_F(QtScreens, WhatIsMadeInAWindowHasTheDotsOfItsScreen) {
-  Report window;
+  ScreenWindow window;
   window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(10, 20, 210, 120), nullptr, 0);
   Settle();
   MoveTo(window.m_hWnd, 1);
-  Report child;
+  ScreenWindow child;
   child.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 50, 50), &window, 1);
   EXPECT_EQ(child.GetDpi(), 192);
   CClientDC dc(&child);
@@ -86,7 +87,7 @@ TEST_F(QtScreens, WhatIsMadeInAWindowHasTheDotsOfItsScreen) {
 
 TEST_F(QtScreens, AWindowMadeOnAScreenHasItsDotsFromTheBeginning) {
   for (CWnd* const owner : {static_cast<CWnd*>(nullptr), CWnd::FromHandle(top.window)}) {
-    Report window;
+    ScreenWindow window;
     window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(1700, 20, 1900, 120), owner, 0);
     EXPECT_EQ(window.GetDpi(), 192);
     EXPECT_EQ(PeerOf(window.m_hWnd)->Font().lfHeight, 2 * PeerOf(top.window)->Font().lfHeight);
@@ -96,7 +97,7 @@ TEST_F(QtScreens, AWindowMadeOnAScreenHasItsDotsFromTheBeginning) {
     EXPECT_TRUE(window.dots.empty()) << "it is where it began";
   }
   // Without an area, and beyond all screens.
-  Report none, beyond;
+  ScreenWindow none, beyond;
   none.Create(nullptr, _T("t"), WS_POPUP, CRect(1700, 20, 1700, 20), nullptr, 0);
   EXPECT_EQ(none.GetDpi(), 96);
   beyond.Create(nullptr, _T("t"), WS_POPUP, CRect(-9000, -9000, -8000, -8000), nullptr, 0);
@@ -141,6 +142,74 @@ TEST_F(QtScreens, ADialogGrowsWithItsScreenAndBack) {
   EXPECT_EQ(grown, client);
 }
 
+// Below and beside a cell there is a line of one pixel.
+void ExpectThinLines(const CBCGPGridCtrl& grid) {
+  CSize size;
+  const std::vector<DWORD> picture = PeerOf(grid.m_hWnd)->Picture(size);
+  const auto pixel = [&](LONG x, LONG y) {
+    return picture[static_cast<std::size_t>(y) * static_cast<std::size_t>(size.cx) +
+                   static_cast<std::size_t>(x)];
+  };
+  const CRect cell = grid.GetItemRect({1, 0});
+  for (const LONG along : {4, 9, 30}) {
+    EXPECT_NE(pixel(cell.left + along, cell.bottom - 1), pixel(cell.left + along, cell.bottom - 2));
+    EXPECT_NE(pixel(cell.left + along, cell.bottom - 1), pixel(cell.left + along, cell.bottom));
+  }
+  EXPECT_NE(pixel(cell.right - 1, cell.top + 2), pixel(cell.right - 2, cell.top + 2));
+  EXPECT_NE(pixel(cell.right - 1, cell.top + 2), pixel(cell.right, cell.top + 2));
+}
+
+TEST_F(QtScreens, AGridInADialogIsTheSameOnEachScreenAndBack) {
+  static const DialogTemplate form = {2000, _T("t"), 300, 200, _T("SimSun"), 9, {}};
+  CDialog dialog;
+  ASSERT_TRUE(dialog.Create(form, CWnd::FromHandle(top.window)));
+  CBCGPGridCtrl grid;
+  grid.Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 410, 250), &dialog, 7);
+  grid.SetFont(dialog.GetFont(), FALSE);
+  grid.EnableRowHeader(TRUE, -1, 30);
+  grid.EnableLineNumbers();
+  for (const LPCTSTR name : {_T("构件名称"), _T("混凝土强度")})
+    grid.InsertColumn(grid.GetColumnCount(), name, 120);
+  for (int row = 0; row < 4; ++row) grid.AddRow(FALSE);
+  for (int row = 0; row < 4; ++row)
+    for (int column = 0; column < 2; ++column)
+      grid.GetGridItem({row, column})->SetValue(_variant_t(_T("剪力墙 C30 g")));
+  grid.AdjustLayout();
+  dialog.ShowWindow(SW_SHOW);
+  Settle();
+  const auto picture = [&] {
+    grid.UpdateWindow();
+    Settle();
+    CSize size;
+    return PeerOf(grid.m_hWnd)->Picture(size);
+  };
+  const auto expect_whole_texts = [&] {
+    CClientDC dc(&grid);
+    dc.SelectObject(grid.GetFont());
+    const CString text = grid.GetGridItem({1, 0})->FormatItem();
+    const CRect cell = grid.GetItemRect({1, 0});
+    EXPECT_LE(dc.GetTextExtent(text).cx + 6, cell.Width());
+    EXPECT_LE(dc.GetTextExtent(grid.GetColumnName(1)).cx + 6, cell.Width());
+    EXPECT_LE(dc.GetTextExtent(text).cy, cell.Height());
+    EXPECT_LE(dc.GetTextExtent(text).cy, grid.GetHeaderRect().Height());
+  };
+  const std::vector<DWORD> before = picture();
+  const int row_height = grid.GetRowHeight();
+  expect_whole_texts();
+  MoveTo(dialog.m_hWnd, 1);
+  EXPECT_EQ(grid.GetDpi(), 192);
+  EXPECT_EQ(grid.GetColumnWidth(0), 240);
+  EXPECT_EQ(grid.GetRowHeaderRect().Width(), 60);
+  EXPECT_GT(grid.GetRowHeight(), row_height * 3 / 2);
+  expect_whole_texts();
+  picture();
+  ExpectThinLines(grid);
+  MoveTo(dialog.m_hWnd, 0);
+  EXPECT_EQ(grid.GetColumnWidth(0), 120);
+  EXPECT_EQ(grid.GetRowHeight(), row_height);
+  EXPECT_EQ(picture(), before);
+}
+
 TEST_F(QtScreens, ADialogIsMeasuredForTheScreenOfItsOwner) {
   static const DialogItem items[] = {{WindowKind::Edit, 1002, 8, 8, 40, 16, WS_TABSTOP, _T("")}};
   static const DialogTemplate form = {2000, _T("t"), 80, 64, _T("SimSun"), 9, items};
@@ -159,8 +228,8 @@ TEST_F(QtScreens, ADialogIsMeasuredForTheScreenOfItsOwner) {
   EXPECT_NEAR(client.Width(), small.Width() * 2, small.Width() / 4);
 }
 
-TEST_F(QtScreens, AWindowMayEndWhereItIsNotifiedOfAnotherScreen) {
-  Report window;
+TEST_F(QtScreens, AWindowMayEndWhereItHearsOfAnotherScreen) {
+  ScreenWindow window;
   window.ends = true;
   window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(10, 20, 210, 120), nullptr, 0);
   Settle();
