@@ -45,6 +45,28 @@ TEST_F(FindDialogs, OpenByTheirKeysAndFindByReturn) {
   EXPECT_FALSE(window->Table().IsChanged());
 }
 
+TEST_F(FindDialogs, FindAndReplaceByPatterns) {
+  Open("a,b\nKL1,KL27\nB27,KL3\n");
+  PressControl('H');
+  Set(kFindText, _T("^KL(\\d)$"));
+  Set(kReplaceText, _T("B$1"));
+  Push(kReplaceAll);
+  EXPECT_EQ(Outcome(), "Nothing was found") << "a plain text until it is ticked";
+  Tick(kPattern);
+  Push(kReplaceAll);
+  EXPECT_EQ(Outcome(), "cells changed: 2; kept as they were: 0");
+  EXPECT_EQ(At(0, 0), CString(_T("B1")));
+  EXPECT_EQ(At(0, 1), CString(_T("KL27")));
+  EXPECT_EQ(At(1, 1), CString(_T("B3")));
+  Set(kFindText, _T("KL("));
+  Push(IDOK);
+  EXPECT_EQ(Outcome(), "This is not a regular expression");
+  Set(kFindText, _T("KL\\d+"));
+  Push(IDOK);
+  EXPECT_EQ(Outcome(), "");
+  EXPECT_EQ(Current(), CBCGPGridItemID(0, 1));
+}
+
 TEST_F(FindDialogs, ReportThatNothingWasFound) {
   Open("a\nC30\n");
   PressControl('H');

@@ -146,6 +146,7 @@ TEST(WorkbookWords, AllTextsOfTheLibraryAreKnown) {
 }
 
 TEST(WorkbookWords, HeaderExampleAndValues) {
+  tool::SpeakLanguage(tool::Language::kEnglish);
   EXPECT_EQ(tool::WorkbookWords(_T("区域太大。")), "the area is too large");
   EXPECT_EQ(tool::WorkbookWords(CString::FromUtf8("工作表名称“墙 1”已经存在。")),
             "there is a sheet “墙 1” already");

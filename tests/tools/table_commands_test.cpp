@@ -71,6 +71,25 @@ TEST_F(TableCommandsInUse, ColumnsAreFrozenAndFreedByTheMenu) {
   EXPECT_FALSE(Changed());
 }
 
+// As in a spreadsheet the file has the columns as they stand; a name that was moved behind columns without
+// one is written, too.
+TEST_F(TableCommandsInUse, MovedColumnsAreSavedAndUndone) {
+  Open("a,b\n1,2,3\n4,5\n");
+  Table().SetCurSel({0, 0});
+  EXPECT_TRUE(Give(_T("move_column_right")));
+  EXPECT_TRUE(Changed());
+  EXPECT_EQ(At(0, 1), CString(_T("1")));
+  EXPECT_TRUE(Give(_T("move_column_right")));
+  Give(_T("save"));
+  EXPECT_EQ(Bytes(), "b,,a\n2,3,1\n5,,4\n");
+  EXPECT_TRUE(Give(_T("restore_columns")));
+  EXPECT_TRUE(Changed());
+  Give(_T("save"));
+  EXPECT_EQ(Bytes(), "a,b\n1,2,3\n4,5\n");
+  PressControl('Z');
+  EXPECT_EQ(At(0, 2), CString(_T("1")));
+}
+
 // The rows below are made as a spreadsheet has them without end; columns are those of the file.
 TEST_F(TableCommandsInUse, PasteAddsRowsAndReportsWhatHasNoPlace) {
   Open("a,b\n1,2\n");

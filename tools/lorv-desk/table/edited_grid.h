@@ -30,8 +30,9 @@ class EditedGrid : public CBCGPBasicGridCtrl, private GridObserver {
   void OnRowRemoved(const RowPlace& /*place*/, std::unique_ptr<CBCGPGridRow>& /*row*/) override {
     changed_ = true;
   }
-  // Another order of the rows is another file.
+  // Another order of the rows or columns is another file.
   void OnRowsMoving(RowArrangement& /*now*/) override { changed_ = true; }
+  void OnColumnMoving(int /*from*/, int /*to*/) override { changed_ = true; }
   void OnTableReplaced() override { changed_ = true; }
 
   bool changed_ = false;

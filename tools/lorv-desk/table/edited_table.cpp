@@ -39,6 +39,14 @@ void Widen(CBCGPGridRow& row, int number, int columns) {
   }
 }
 
+// The names that are written: as many as were read, and more where a column with a name was moved behind
+// them.
+int CountNames(const CBCGPBasicGridCtrl& grid, int read) {
+  int count = grid.GetColumnCount();
+  while (count > read && grid.GetColumnName(count - 1).IsEmpty()) --count;
+  return std::max(count, read);
+}
+
 // The cells that a row is written with: those it was read with, and whatever stands behind them.
 int CellsToWrite(const CBCGPGridRow& row, int columns) {
   // A row of the file remembers how long it was; one made in the grid has 0 there.
@@ -106,9 +114,9 @@ bool EditedTable::WriteAs(CBCGPBasicGridCtrl& grid, const CsvForm& form) const {
   OutputFile file(path_, std::cout);
   TableText text(form);
   file.Write(text.Head());
-  for (int column = 0; column < named_columns_; ++column)
-    text.Line().Add(grid.GetColumnName(column).ToUtf8());
-  if (named_columns_ > 0) file.Write(text.TakeRow());
+  const int named = CountNames(grid, named_columns_);
+  for (int column = 0; column < named; ++column) text.Line().Add(grid.GetColumnName(column).ToUtf8());
+  if (named > 0) file.Write(text.TakeRow());
   const int rows = grid.GetRowCount();
   // What cannot be written in this form need not be written to its end.
   for (int at = 0; at < rows && text.IsWhole(); ++at) {

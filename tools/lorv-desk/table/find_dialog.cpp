@@ -23,11 +23,12 @@ const DialogItem kFindItems[] = {
     {WindowKind::Button, kWholeCell, 60, 42, 120, 11, kTick, _T("")},
     {WindowKind::Button, kMatchCase, 60, 55, 120, 11, kTick, _T("")},
     {WindowKind::Button, kSelectionOnly, 60, 68, 120, 11, kTick, _T("")},
+    {WindowKind::Button, kPattern, 60, 81, 120, 11, kTick, _T("")},
     {WindowKind::Button, IDOK, 188, 7, 64, 14, WS_TABSTOP | BS_DEFPUSHBUTTON, _T("")},
     {WindowKind::Button, kReplaceOne, 188, 24, 64, 14, kButton, _T("")},
     {WindowKind::Button, kReplaceAll, 188, 41, 64, 14, kButton, _T("")},
     {WindowKind::Button, IDCANCEL, 188, 65, 64, 14, kButton, _T("")},
-    {WindowKind::Static, kFindOutcome, 7, 84, 245, 10, 0, _T("")},
+    {WindowKind::Static, kFindOutcome, 7, 97, 245, 10, 0, _T("")},
 };
 
 struct Label {
@@ -40,7 +41,7 @@ constexpr Label kLabels[] = {
     {kWholeCell, "Whole cell"}, {kMatchCase, "Match case"},
     {IDOK, "Find next"},        {kSelectionOnly, "In the selection only"},
     {kReplaceOne, "Replace"},   {kReplaceAll, "Replace all"},
-    {IDCANCEL, "Close"},
+    {IDCANCEL, "Close"},        {kPattern, "Regular expression"},
 };
 
 CString Words(std::string_view english, std::initializer_list<std::string_view> values = {}) {
@@ -49,13 +50,13 @@ CString Words(std::string_view english, std::initializer_list<std::string_view> 
 
 bool AreSame(const FindOptions& one, const FindOptions& other) {
   return one.text == other.text && one.whole_cell == other.whole_cell && one.match_case == other.match_case &&
-         one.selection_only == other.selection_only;
+         one.selection_only == other.selection_only && one.pattern == other.pattern;
 }
 
 }  // namespace
 
 const DialogTemplate kFindForm = {
-    2000, _T(""), 259, 100, _T("宋体"), 9, kFindItems, WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME};
+    2000, _T(""), 259, 113, _T("宋体"), 9, kFindItems, WS_POPUP | WS_CAPTION | WS_SYSMENU | DS_MODALFRAME};
 
 BEGIN_MESSAGE_MAP(FindDialog, CDialog)
 ON_BN_CLICKED(kReplaceOne, OnReplaceOne)
@@ -85,6 +86,7 @@ BOOL FindDialog::OnInitDialog() {
   tick(kWholeCell, options.whole_cell);
   tick(kMatchCase, options.match_case);
   tick(kSelectionOnly, options.selection_only);
+  tick(kPattern, options.pattern);
   return CDialog::OnInitDialog();
 }
 
@@ -105,6 +107,7 @@ void FindDialog::TakeOptions() {
   options.whole_cell = IsTicked(kWholeCell);
   options.match_case = IsTicked(kMatchCase);
   options.selection_only = IsTicked(kSelectionOnly);
+  options.pattern = IsTicked(kPattern);
   if (fresh_ || !AreSame(options, find_.Options())) find_.SetOptions(options);
   fresh_ = false;
 }
@@ -113,15 +116,19 @@ void FindDialog::Report(const CString& outcome) {
   if (m_hWnd != nullptr) SetDlgItemText(kFindOutcome, outcome);
 }
 
+void FindDialog::ReportNothing() {
+  Report(Words(find_.IsPatternValid() ? "Nothing was found" : "This is not a regular expression"));
+}
+
 void FindDialog::ReportCount(const ReplaceCount& count) {
-  if (count.changed + count.kept + count.refused == 0) return Report(Words("Nothing was found"));
+  if (count.changed + count.kept + count.refused == 0) return ReportNothing();
   Report(Words("cells changed: {}; kept as they were: {}",
                {std::to_string(count.changed), std::to_string(count.kept + count.refused)}));
 }
 
 void FindDialog::OnOK() {
   TakeOptions();
-  Report(find_.FindNext() ? CString() : Words("Nothing was found"));
+  find_.FindNext() ? Report(CString()) : ReportNothing();
 }
 
 void FindDialog::OnReplaceOne() {
@@ -130,7 +137,7 @@ void FindDialog::OnReplaceOne() {
   const ReplaceCount count = find_.ReplaceNext(by);
   // Pressed on a cell without the text, it goes to the first one that has it.
   if (count.changed + count.kept + count.refused > 0) return ReportCount(count);
-  Report(find_.Count() > 0 ? CString() : Words("Nothing was found"));
+  find_.Count() > 0 ? Report(CString()) : ReportNothing();
 }
 
 void FindDialog::OnReplaceAll() {

@@ -14,7 +14,8 @@ enum FindControl : UINT {
   kSelectionOnly = 2005,
   kReplaceOne = 2006,
   kReplaceAll = 2007,
-  kFindOutcome = 2008
+  kFindOutcome = 2008,
+  kPattern = 2009
 };
 
 extern const DialogTemplate kFindForm;
@@ -43,6 +44,7 @@ class FindDialog : public CDialog {
   bool IsTicked(UINT control) const;
   void TakeOptions();
   void Report(const CString& outcome);
+  void ReportNothing();
   void ReportCount(const ReplaceCount& count);
 
   GridFind& find_;

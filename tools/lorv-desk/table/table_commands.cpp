@@ -38,6 +38,7 @@ TableCommands::TableCommands(EditedGrid& grid, Window window)
       sort_(grid),
       zoom_(grid),
       frozen_(grid),
+      order_(grid),
       printing_(grid),
       commands_(grid) {
   history_.Bind(commands_);
@@ -45,6 +46,7 @@ TableCommands::TableCommands(EditedGrid& grid, Window window)
   find_.Bind(commands_);
   zoom_.Bind(commands_);
   frozen_.Bind(commands_);
+  order_.Bind(commands_);
   AddOwn(std::move(window));
 }
 
@@ -93,6 +95,9 @@ std::vector<CString> TableCommands::MenuNames() {
           _T("show_columns"),
           _T("freeze_columns"),
           _T("unfreeze_columns"),
+          _T("move_column_left"),
+          _T("move_column_right"),
+          _T("restore_columns"),
           _T("-"),
           _T("zoom_in"),
           _T("zoom_out"),

@@ -8,6 +8,7 @@
 #include "grid/find/grid_find.h"
 #include "grid/history/grid_history.h"
 #include "grid/printing/grid_printing.h"
+#include "grid/view/grid_column_order.h"
 #include "grid/view/grid_frozen_columns.h"
 #include "grid/view/grid_sort.h"
 #include "grid/view/grid_zoom.h"
@@ -15,8 +16,8 @@
 
 namespace lorv::tool {
 
-// What a table's window adds to its grid: undo, clipboard, find, sorting, zoom and printing, with one table
-// of commands from which the keys and the menu come.
+// What a table's window adds to its grid: undo, clipboard, find, sorting, columns that are dragged, zoom and
+// printing, with one table of commands from which the keys and the menu come.
 //
 // Beside the commands that every grid knows: "save", "print", "to_spreadsheet", "from_spreadsheet".
 // The grid must live as long.
@@ -55,6 +56,7 @@ class TableCommands {
   GridSort sort_;
   GridZoom zoom_;
   GridFrozenColumns frozen_;
+  GridColumnOrder order_;
   GridPrinting printing_;
   // Calls all of the above: it ends first.
   GridCommands commands_;
