@@ -6,8 +6,8 @@
 #include "gridcore/control/grid_control.h"
 #include "tests/platform/qt/qt_fixture.h"
 
-// Windows that are moved to a screen of other dots an inch, while they are open. The program stands on two:
-// the first has 96, the second 192.
+// Windows that are moved to a screen of other dots an inch, while they are open. The program stands on four:
+// the first has 96, the others 192, 120 and 144.
 
 namespace lorv::test {
 namespace {
@@ -31,11 +31,11 @@ class ScreenWindow : public CWnd {
 
 class QtScreens : public QtTest {
  protected:
-  // Each of the screens begins where the other ends.
   void MoveTo(HWND window, int screen) {
     const auto peer = desktop_->Find(window);
     const CRect place(peer->WindowRect());
-    peer->Place(CRect(CPoint(screen == 0 ? 100 : 1700, 100), place.Size()));
+    constexpr int kWithin[] = {100, 1700, 4900, 6900};
+    peer->Place(CRect(CPoint(kWithin[screen], 100), place.Size()));
     Settle();
   }
   static CRect PlaceOf(const CWnd& window) {
@@ -46,7 +46,7 @@ class QtScreens : public QtTest {
 };
 
 TEST_F(QtScreens, ATopWindowHearsOfAnotherScreenWithThePlaceThatKeepsItsSize) {
-  ASSERT_EQ(QGuiApplication::screens().size(), 2);
+  ASSERT_EQ(QGuiApplication::screens().size(), 4);
   ScreenWindow window;
   window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(10, 20, 210, 120), nullptr, 0);
   ScreenWindow child;
@@ -196,18 +196,22 @@ TEST_F(QtScreens, AGridInADialogIsTheSameOnEachScreenAndBack) {
   const std::vector<DWORD> before = picture();
   const int row_height = grid.GetRowHeight();
   expect_whole_texts();
-  MoveTo(dialog.m_hWnd, 1);
-  EXPECT_EQ(grid.GetDpi(), 192);
-  EXPECT_EQ(grid.GetColumnWidth(0), 240);
-  EXPECT_EQ(grid.GetRowHeaderRect().Width(), 60);
-  EXPECT_GT(grid.GetRowHeight(), row_height * 3 / 2);
-  expect_whole_texts();
-  picture();
-  ExpectThinLines(grid);
-  MoveTo(dialog.m_hWnd, 0);
-  EXPECT_EQ(grid.GetColumnWidth(0), 120);
-  EXPECT_EQ(grid.GetRowHeight(), row_height);
-  EXPECT_EQ(picture(), before);
+  constexpr int kDots[] = {96, 192, 120, 144};
+  for (const int screen : {1, 2, 3}) {
+    const int dots = kDots[screen];
+    MoveTo(dialog.m_hWnd, screen);
+    EXPECT_EQ(grid.GetDpi(), dots);
+    EXPECT_EQ(grid.GetColumnWidth(0), 120 * dots / 96);
+    EXPECT_EQ(grid.GetRowHeaderRect().Width(), (30 * dots + 48) / 96);
+    EXPECT_GT(grid.GetRowHeight(), row_height * dots / 96 * 5 / 6);
+    expect_whole_texts();
+    picture();
+    ExpectThinLines(grid);
+    MoveTo(dialog.m_hWnd, 0);
+    EXPECT_EQ(grid.GetColumnWidth(0), 120);
+    EXPECT_EQ(grid.GetRowHeight(), row_height);
+    EXPECT_EQ(picture(), before);
+  }
 }
 
 TEST_F(QtScreens, ADialogIsMeasuredForTheScreenOfItsOwner) {

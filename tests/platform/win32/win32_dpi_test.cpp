@@ -1,5 +1,6 @@
 #include "framework/drawing/device_context.h"
 #include "framework/windows/dialog.h"
+#include "gridcore/control/grid_control.h"
 #include "tests/platform/win32/real_input.h"
 
 // A screen of other dots an inch, while windows are open. There is one screen here, so that the system's
@@ -95,6 +96,23 @@ TEST_F(Win32Dpi, FramesAndFontsAreThoseOfTheWindowsScreen) {
   metrics.cbSize = sizeof(metrics);
   SystemParametersInfoForDpi(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0, dots);
   EXPECT_EQ(edit.Peer()->Font().lfHeight, metrics.lfMessageFont.lfHeight);
+}
+
+// Its columns follow the dots of its own screen, which is the same one here; its rows follow the font.
+TEST_F(Win32Dpi, RowsOfAGridGrowWithTheFontOfItsDialog) {
+  static const DialogTemplate form = {2000, _T("t"), 200, 100, _T("SimSun"), 9, {}};
+  CDialog dialog;
+  ASSERT_TRUE(dialog.Create(form, CWnd::FromHandle(top.window)));
+  CBCGPGridCtrl grid;
+  grid.Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 210, 110), &dialog, 7);
+  grid.SetFont(dialog.GetFont(), FALSE);
+  grid.InsertColumn(0, _T("梁"), 100);
+  grid.AddRow();
+  const int height = grid.GetRowHeight();
+  Report(dialog.m_hWnd, 192, CRect(10, 20, 410, 220));
+  EXPECT_GT(grid.GetRowHeight(), height * 3 / 2);
+  Report(dialog.m_hWnd, 96, CRect(10, 20, 210, 120));
+  EXPECT_EQ(grid.GetRowHeight(), height);
 }
 
 TEST_F(Win32Dpi, ADialogGrowsWithAllThatStandsInItAndBack) {
