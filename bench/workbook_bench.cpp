@@ -1,13 +1,16 @@
 // Workbooks in files beside public peers: a table of numbers and texts written by the engine, by the whole
 // exchange and by libxlsxwriter; the same file read by the engine, by the whole exchange, and its one sheet
-// by pugixml alone.
+// by pugixml alone. With COMM_LORV_SPREADSHEET=office also by a real office, in time that passes: it is
+// another process.
 #include <benchmark/benchmark.h>
 #include <xlsxwriter.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <pugixml.hpp>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "compress/zip/zip_reader.h"
@@ -166,6 +169,58 @@ void ReadPeerTree(benchmark::State& state) {
   }
   state.SetItemsProcessed(state.iterations() * kCells);
 }
+
+CXArrayDBToArray TopOfTable(int rows) {
+  CXArrayDBToArray top;
+  top.ReDim(rows, kColumns);
+  for (int row = 0; row < rows; ++row) {
+    for (int column = 0; column < kColumns; ++column)
+      top.SetValue(row, column, Table().GetValue(row, column));
+  }
+  return top;
+}
+
+// The start of the office is in it: the difference of two sizes is that of their cells.
+void WriteOffice(benchmark::State& state) {
+  const int rows = static_cast<int>(state.range(0));
+  const CXArrayDBToArray table = TopOfTable(rows);
+  const CString path = CString::FromUtf8(PathOf("lorv_bench_office.xlsx"));
+  const lorv::ScopedSpreadsheet scope(lorv::OfficeSpreadsheet());
+  for (auto _ : state) {
+    CAdExcel2GridEx exchange;
+    exchange.SetArray(table);
+    if (!exchange.ToExcel(path, true, false, 1, 1, false, CString(), 0, 0))
+      state.SkipWithError("not written");
+  }
+}
+
+void ReadOffice(benchmark::State& state) {
+  const int rows = static_cast<int>(state.range(0));
+  const CString path = CString::FromUtf8(PathOf("lorv_bench_office_in.xlsx"));
+  {
+    const lorv::ScopedSpreadsheet scope(lorv::EngineSpreadsheet());
+    CAdExcel2GridEx exchange;
+    exchange.SetArray(TopOfTable(rows));
+    exchange.ToExcel(path, true, false, 1, 1, false, CString(), 0, 0);
+  }
+  const lorv::ScopedSpreadsheet scope(lorv::OfficeSpreadsheet());
+  for (auto _ : state) {
+    CAdExcel2GridEx exchange;
+    std::vector<CXArrayDBToArray> tables;
+    CStringArray names;
+    if (exchange.LoadExcel2(path, tables, names, 1) != 1) state.SkipWithError("not read");
+  }
+}
+
+[[maybe_unused]] const bool kWithOffice = [] {
+  const char* const server = std::getenv("COMM_LORV_SPREADSHEET");
+  if (server == nullptr || std::string(server) != "office") return false;
+  for (const auto& [name, body] :
+       {std::pair{"WriteOffice", &WriteOffice}, std::pair{"ReadOffice", &ReadOffice}}) {
+    benchmark::RegisterBenchmark(name, body)->Arg(2)->Arg(2002)->Unit(benchmark::kMillisecond)->UseRealTime();
+  }
+  return true;
+}();
 
 BENCHMARK(WriteExchange)->Unit(benchmark::kMillisecond);
 BENCHMARK(WritePeer)->Unit(benchmark::kMillisecond);
