@@ -130,6 +130,18 @@ TEST_F(SheetVerb, WhatCannotBeUsedIsReported) {
 }
 
 // Every text of the library about workbooks has its English, so that none goes out in Chinese only.
+// Text under the name of a workbook is what no program opens without a warning.
+TEST_F(SheetVerb, NothingIsWrittenUnderTheNameOfAnotherWorkbook) {
+  Put("t.csv", "a\n1\n");
+  for (const char* const name : {"t.ods", "t.XLS", "t.xlsm", "t.xlsb"}) {
+    const ToolRun run = RunTool({"sheet", Path("t.csv"), "--out", Path(name)});
+    EXPECT_EQ(run.code, 2) << name;
+    EXPECT_NE(run.err.find("a workbook is written as .xlsx, a table as .csv"), std::string::npos) << run.err;
+    EXPECT_FALSE(std::filesystem::exists(Path(name)));
+  }
+  EXPECT_EQ(RunTool({"sheet", Path("t.csv"), "--out", Path("ods")}).code, 0);
+}
+
 TEST(WorkbookWords, AllTextsOfTheLibraryAreKnown) {
   int checked = 0;
   for (const char* folder : {"spreadsheet/servers/engine", "spreadsheet/workbook_file.cpp"}) {

@@ -229,7 +229,7 @@ TEST_F(QtScreens, ADialogIsMeasuredForTheScreenOfItsOwner) {
   CRect client;
   dialog.GetClientRect(client);
   // Letters of the double height are about twice as wide.
-  EXPECT_NEAR(client.Width(), small.Width() * 2, small.Width() / 4);
+  EXPECT_NEAR(client.Width(), small.Width() * 2, small.Width() / 4.0);
 }
 
 TEST_F(QtScreens, AWindowMayEndWhereItHearsOfAnotherScreen) {

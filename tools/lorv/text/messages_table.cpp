@@ -10,6 +10,7 @@ namespace {
 constexpr Message kMessages[] = {
     {"a table of more than {} cells", "表格超过{}个单元格"},
     {"a table to be edited is a file; standard input is none", "要编辑的表格必须是文件,不能是标准输入"},
+    {"{}: a workbook is written as .xlsx, a table as .csv", "{}:工作簿写成.xlsx,表格写成.csv"},
     {"{} is a workbook; its sheets come as tables by `lorv sheet`", "{}是工作簿;用`lorv sheet`可把工作表取成表格"},
     {"this desktop opens no window", "本桌面不能打开窗口"},
     {"Reading the table", "读取表格"},

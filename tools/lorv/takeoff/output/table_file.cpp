@@ -11,13 +11,26 @@
 
 namespace lorv::tool {
 
-bool NamesWorkbook(std::string_view path) {
-  constexpr std::string_view kEnding = ".xlsx";
-  if (path.size() < kEnding.size()) return false;
-  const std::string_view ending = path.substr(path.size() - kEnding.size());
-  return std::equal(ending.begin(), ending.end(), kEnding.begin(), [](char a, char b) {
+namespace {
+
+// Letter case aside.
+bool EndsIn(std::string_view path, std::string_view ending) {
+  if (path.size() < ending.size()) return false;
+  const std::string_view end = path.substr(path.size() - ending.size());
+  return std::equal(end.begin(), end.end(), ending.begin(), [](char a, char b) {
     return (a >= 'A' && a <= 'Z' ? static_cast<char>(a + 'a' - 'A') : a) == b;
   });
+}
+
+}  // namespace
+
+bool NamesWorkbook(std::string_view path) {
+  for (const std::string_view other : {".xls", ".xlsm", ".xlsb", ".ods"}) {
+    // As text under such a name it would open with a warning, or not at all.
+    if (EndsIn(path, other))
+      throw BadInput(Say("{}: a workbook is written as .xlsx, a table as .csv", {Quoted(std::string(path))}));
+  }
+  return EndsIn(path, ".xlsx");
 }
 
 TableFile::TableFile(const std::string& path, bool mark, std::ostream& standard_output)

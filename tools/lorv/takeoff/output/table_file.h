@@ -11,7 +11,8 @@
 
 namespace lorv::tool {
 
-// Whether a path names a workbook: its name ends in ".xlsx", letter case aside.
+// Whether a path names a workbook: its name ends in ".xlsx", letter case aside. Throws BadInput for the names
+// of workbooks of other kinds, which nothing here writes.
 bool NamesWorkbook(std::string_view path);
 
 // A table that is written to a file, row by row from its titles on: as CSV, or as a workbook where the path
