@@ -39,11 +39,16 @@ class InputContext {
   HIMC context_;
 };
 
+// The window in which a composition began that has not ended: the windows of a thread share one context.
+constinit thread_local HWND g_composing = nullptr;
+
 }  // namespace
 
 Composition Win32Window::CompositionNow() const {
   if (!Exists()) return {};
   const InputContext input(handle_);
+  // Of a composition that its window did not live to see the text stays, and nothing is composed.
+  if (g_composing == nullptr) return {CString(), 0, input.Text(GCS_RESULTSTR)};
   return {input.Text(GCS_COMPSTR), input.Caret(), input.Text(GCS_RESULTSTR)};
 }
 
@@ -61,6 +66,19 @@ void Win32Window::SetCompositionCaret(const RECT& caret) {
   list.ptCurrentPos = {caret.left, caret.bottom};
   list.rcArea = caret;
   ImmSetCandidateWindow(input.Handle(), &list);
+}
+
+void Win32Window::NoteComposition(UINT message) const {
+  if (message == WM_IME_STARTCOMPOSITION) g_composing = handle_;
+  if (message == WM_IME_ENDCOMPOSITION) g_composing = nullptr;
+}
+
+// What a window composed that ends would go on in all others, which then left their keys to the input method.
+void Win32Window::CancelComposition() const {
+  if (handle_ == nullptr || g_composing != handle_) return;
+  g_composing = nullptr;
+  const InputContext input(handle_);
+  if (input.Handle() != nullptr) ImmNotifyIME(input.Handle(), NI_COMPOSITIONSTR, CPS_CANCEL, 0);
 }
 
 void Win32Window::EnableComposition(bool on) {

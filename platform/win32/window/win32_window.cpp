@@ -54,8 +54,12 @@ LRESULT Win32Window::Receive(UINT message, WPARAM w, LPARAM l) {
   // Before the object has the handle there is nobody to hear of messages, but for the
   // first that a class waits for.
   if (phase_ == Phase::kMaking) return message == WM_CREATE ? Created(w, l) : Default(message, w, l);
-  if (message == WM_DESTROY) EndDrops();
-  if (message == WM_DESTROY) destroying_ = true;
+  NoteComposition(message);
+  if (message == WM_DESTROY) {
+    EndDrops();
+    CancelComposition();
+    destroying_ = true;
+  }
   if (message == WM_GETOBJECT)
     if (const LRESULT tree = AnswerGetObject(handle_, w, l)) return tree;
   if (message == WM_PAINT) return Painted(w, l);

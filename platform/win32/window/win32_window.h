@@ -99,6 +99,8 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
   LRESULT Deliver(UINT message, WPARAM w, LPARAM l);
   bool DrawsItself() const;
   void EndDrops();
+  void NoteComposition(UINT message) const;
+  void CancelComposition() const;
   bool RefusesHalf(WPARAM unit);
   void SetRedraw(bool on);
   Region Outdated() const;
