@@ -4,6 +4,7 @@
 #include "framework/drawing/device_context.h"
 #include "gridcore/control/grid_control.h"
 #include "gridcore/control/grid_panes.h"
+#include "gridcore/painting/open_ink.h"
 
 // A line below the header with a text for each column. Rows that do not hold the texts in their cells are
 // left out, while the user types.
@@ -165,7 +166,7 @@ void CBCGPGridCtrl::DrawFilterCells(CDC* dc) {
     dc->FillSolidRect(cell.left, cell.bottom - 1, cell.Width(), 1, line);
     dc->FillSolidRect(cell.right - 1, cell.top, 1, cell.Height(), line);
     cell.DeflateRect(kTextMargin, 0);
-    dc->SetTextColor(desktop.Colour(COLOR_WINDOWTEXT));
+    dc->SetTextColor(lorv::InkOver(GetBkColor(), COLOR_WINDOWTEXT));
     dc->DrawText(GetFilterBarText(column), cell,
                  DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
   }

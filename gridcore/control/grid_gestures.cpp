@@ -3,6 +3,7 @@
 #include "framework/drawing/device_context.h"
 #include "gridcore/control/grid_control.h"
 #include "gridcore/control/scope_mark.h"
+#include "gridcore/painting/open_ink.h"
 
 // What gestures of the mouse share: whose the mouse is, the frame and the line that follow it, the tip beside
 // a cell, and how everything ends when the mouse is taken away.
@@ -138,7 +139,7 @@ void CBCGPGridCtrl::DrawDragMarks(CDC* dc) {
   if (m_rectDragFrame.IsRectEmpty() != FALSE && m_rectTrackRow.IsRectEmpty() != FALSE) return;
   const int saved = dc->SaveDC();
   dc->IntersectClipRect(&m_rectList);
-  const COLORREF ink = lorv::DesktopInForce().Colour(COLOR_WINDOWTEXT);
+  const COLORREF ink = lorv::InkOver(GetBkColor(), COLOR_WINDOWTEXT);
   if (m_rectDragFrame.IsRectEmpty() == FALSE) {
     CRect frame = m_rectDragFrame;
     for (int line = 0; line < kFrameWidth; ++line) {

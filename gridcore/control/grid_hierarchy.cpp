@@ -2,6 +2,7 @@
 
 #include "framework/drawing/device_context.h"
 #include "gridcore/control/grid_control.h"
+#include "gridcore/painting/open_ink.h"
 
 // The room at the left of the cells: a step for each group column and each level of nested rows, with a box
 // to collapse and expand what stands below. It scrolls with the cells, or stays with the frozen ones.
@@ -93,7 +94,8 @@ void CBCGPGridCtrl::DrawGroupRow(CDC* dc, const CBCGPGridRow& row) {
   const COLORREF shadow = desktop.Colour(COLOR_BTNSHADOW);
   dc->FillSolidRect(&line, desktop.Colour(COLOR_BTNFACE));
   dc->FillSolidRect(line.left, line.bottom - 1, line.Width(), 1, shadow);
-  DrawBox(dc, BoxOf(row), row.IsExpanded() != FALSE, desktop.Colour(COLOR_BTNTEXT), GetBkColor());
+  DrawBox(dc, BoxOf(row), row.IsExpanded() != FALSE, lorv::InkOver(GetBkColor(), COLOR_BTNTEXT),
+          GetBkColor());
   CRect place = GetGroupTextRect(row);
   dc->SetTextColor(desktop.Colour(COLOR_BTNTEXT));
   dc->DrawText(static_cast<const lorv::GroupRow&>(row).GetText(), place,

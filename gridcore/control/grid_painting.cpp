@@ -4,6 +4,7 @@
 #include "gridcore/columns/columns_info_ex.h"
 #include "gridcore/control/grid_control.h"
 #include "gridcore/control/grid_panes.h"
+#include "gridcore/painting/open_ink.h"
 
 // What a grid shows. Only rows and columns that meet the part that is out of date are looked at, so a page
 // costs the same in a table of any size.
@@ -19,6 +20,10 @@ void FillRecord(CDC* dc, const CRect& rect, const BCGP_GRID_COLOR_DATA::ColorDat
     dc->FillSolidRect(&rect, first);
   else
     dc->GradientRect(&rect, first, record.m_clrGradient, record.m_nGradientAngle == 90);
+}
+
+COLORREF InkOf(COLORREF own, COLORREF ground, int system) {
+  return own == lorv::kNoColour ? lorv::InkOver(ground, system) : own;
 }
 
 // Far parts may be out of date, and nothing between them: the header and a row below, say.
@@ -50,9 +55,9 @@ COLORREF CBCGPGridCtrl::TextColourOf(const CBCGPGridItem& item) const {
   // Grey before all else: a disabled cell shows that it is, selected too.
   if (item.IsEnabled() == FALSE) return lorv::DesktopInForce().Colour(COLOR_GRAYTEXT);
   if (selection_.Holds(id) && id != current_)
-    return Themed(theme_.m_SelColors.m_clrText, COLOR_HIGHLIGHTTEXT);
+    return InkOf(theme_.m_SelColors.m_clrText, BackColourOf(item), COLOR_HIGHLIGHTTEXT);
   if (item.GetTextColor() != lorv::kNoColour) return item.GetTextColor();
-  return Themed(theme_.m_clrText, COLOR_WINDOWTEXT);
+  return InkOf(theme_.m_clrText, BackColourOf(item), COLOR_WINDOWTEXT);
 }
 
 int CBCGPGridCtrl::DoDrawText(CDC* dc, const CString& text, CRect rect, UINT flags) const {
@@ -210,7 +215,7 @@ void CBCGPGridCtrl::DrawHeaderCell(CDC* dc, const CRect& cell, const CString& te
   const COLORREF border = Themed(record.m_clrBorder, COLOR_BTNSHADOW);
   dc->FillSolidRect(cell.left, cell.bottom - 1, cell.Width(), 1, border);
   dc->FillSolidRect(cell.right - 1, cell.top, 1, cell.Height(), border);
-  dc->SetTextColor(Themed(record.m_clrText, COLOR_BTNTEXT));
+  dc->SetTextColor(InkOf(record.m_clrText, Themed(record.m_clrBackground, COLOR_BTNFACE), COLOR_BTNTEXT));
   CRect place = cell;
   place.DeflateRect(kTextMargin, 0);
   const UINT aligned = align == DT_LEFT || align == DT_RIGHT ? static_cast<UINT>(align) : UINT{DT_CENTER};

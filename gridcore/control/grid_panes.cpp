@@ -1,4 +1,5 @@
 #include "gridcore/control/grid_panes.h"
+#include "gridcore/painting/open_ink.h"
 
 #include <algorithm>
 
@@ -70,7 +71,7 @@ void CBCGPGridCtrl::DrawFrozenEdge(CDC* dc) const {
   if (!panes.AreSplit()) return;
   const int height = static_cast<int>(m_rectList.bottom - m_rectHeader.top);
   dc->FillSolidRect(panes.Edge() - 1, m_rectHeader.top, 1, height,
-                    lorv::DesktopInForce().Colour(COLOR_WINDOWTEXT));
+                    lorv::InkOver(GetBkColor(), COLOR_WINDOWTEXT));
 }
 
 void CBCGPGridCtrl::PaneTurn::Split() {

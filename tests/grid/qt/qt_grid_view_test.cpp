@@ -161,6 +161,51 @@ TEST_F(QtGridView, OpenColoursFollowTheDesktopAndFixedOnesStay) {
   EXPECT_EQ(ground(0), light);
 }
 
+// The suite's grid is light on every desktop; a dark one's texts are light.
+TEST_F(QtGridView, OpenTextsCanBeReadOnFixedGroundsOfADarkDesktop) {
+  const QPalette usual = QApplication::palette();
+  QPalette dark = usual;
+  for (const auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+    dark.setColor(role, QColor(220, 220, 220));
+  for (const auto role : {QPalette::Base, QPalette::Window, QPalette::Button})
+    dark.setColor(role, QColor(30, 30, 30));
+  QApplication::setPalette(dark);
+  CBCGPBasicGridCtrl light;
+  light.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 300, 150), CWnd::FromHandle(top.window), 8);
+  light.InsertColumn(0, _T("名称"), 80);
+  light.AddRow(FALSE);
+  light.SetValue(0, 0, _variant_t(_T("梁")), FALSE);
+  light.EnableFilterBar();
+  light.SetFilterBarText(0, _T("梁"));
+  light.AdjustLayout();
+  light.UpdateWindow();
+  Settle();
+  CSize size;
+  const std::vector<DWORD> picture = PeerOf(light.m_hWnd)->Picture(size);
+  const auto has_dark_text = [&](CRect place) {
+    place.DeflateRect(3, 2);
+    for (LONG y = place.top; y < place.bottom; ++y)
+      for (LONG x = place.left; x < place.right; ++x)
+        if ((picture[static_cast<std::size_t>(y) * static_cast<std::size_t>(size.cx) +
+                     static_cast<std::size_t>(x)] &
+             0xFF) < 0x50)
+          return true;
+    return false;
+  };
+  const CRect cell = light.GetItemRect({0, 0});
+  EXPECT_TRUE(has_dark_text(cell));
+  CRect header = cell;
+  header.top = light.GetHeaderRect().top;
+  header.bottom = light.GetHeaderRect().bottom;
+  EXPECT_TRUE(has_dark_text(header));
+  CRect filter = cell;
+  filter.top = light.GetFilterBarRect().top;
+  filter.bottom = light.GetFilterBarRect().bottom;
+  EXPECT_TRUE(has_dark_text(filter));
+  QApplication::setPalette(usual);
+  Settle();
+}
+
 TEST_F(QtGridView, TheWheelWithControlZooms) {
   GridCommands commands(grid_);
   GridZoom zoom(grid_);
