@@ -107,7 +107,7 @@ TEST_F(Win32Dpi, RowsOfAGridGrowWithTheFontOfItsDialog) {
   grid.Create(WS_CHILD | WS_VISIBLE, CRect(10, 10, 210, 110), &dialog, 7);
   grid.SetFont(dialog.GetFont(), FALSE);
   grid.InsertColumn(0, _T("梁"), 100);
-  grid.AddRow();
+  grid.AddRow(TRUE);
   const int height = grid.GetRowHeight();
   Report(dialog.m_hWnd, 192, CRect(10, 20, 410, 220));
   EXPECT_GT(grid.GetRowHeight(), height * 3 / 2);
