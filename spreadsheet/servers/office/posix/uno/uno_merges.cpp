@@ -21,6 +21,17 @@ namespace uno = com::sun::star::uno;
 namespace sheet = com::sun::star::sheet;
 using com::sun::star::table::CellRangeAddress;
 
+bool IsBefore(const Area& a, const Area& b) {
+  return std::tie(a.top, a.left) < std::tie(b.top, b.left);
+}
+
+// Of cells of one format.
+void ForEachMergeOf(const SheetRef& from, const uno::Sequence<CellRangeAddress>& group,
+                    const std::function<void(const Area&)>& take) {
+  if (!AreCorners(from, group)) return;
+  for (sal_Int32 at = 0; at < group.getLength(); ++at) ForEachMerge(from, AreaOf(group[at]), take);
+}
+
 }  // namespace
 
 uno::Reference<com::sun::star::table::XCellRange> RangeOf(const SheetRef& from, const Area& area) {
@@ -59,18 +70,14 @@ void ForEachMerge(const SheetRef& from, const Area& corners, const std::function
 
 std::vector<Area> MergesOf(const SheetRef& from) {
   std::vector<Area> merges;
+  const auto take = [&](const Area& whole) { merges.push_back(whole); };
   const uno::Reference<sheet::XUniqueCellFormatRangesSupplier> supplier(from, uno::UNO_QUERY_THROW);
   const auto groups = supplier->getUniqueCellFormatRanges();
   for (sal_Int32 i = 0; i < groups->getCount(); ++i) {
     const uno::Reference<sheet::XSheetCellRanges> group(groups->getByIndex(i), uno::UNO_QUERY_THROW);
-    const auto addresses = group->getRangeAddresses();
-    if (!AreCorners(from, addresses)) continue;
-    for (sal_Int32 at = 0; at < addresses.getLength(); ++at) {
-      ForEachMerge(from, AreaOf(addresses[at]), [&](const Area& whole) { merges.push_back(whole); });
-    }
+    ForEachMergeOf(from, group->getRangeAddresses(), take);
   }
-  std::sort(merges.begin(), merges.end(),
-            [](const Area& a, const Area& b) { return std::tie(a.top, a.left) < std::tie(b.top, b.left); });
+  std::sort(merges.begin(), merges.end(), IsBefore);
   return merges;
 }
 
