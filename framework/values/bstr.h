@@ -9,13 +9,18 @@ class _variant_t;
 
 namespace lorv {
 
-// The units of an automation text, zero units inside among them; none for a null one. Its length in bytes
-// stands in the four bytes in front of it, on every system: reading it there costs no call.
+// The length of an automation text in bytes, 0 for a null one. It stands in the four bytes in front of the
+// text, on every system: reading it there costs no call.
+inline std::uint32_t BytesOfBstr(BSTR text) noexcept {
+  std::uint32_t bytes = 0;
+  if (text != nullptr) std::memcpy(&bytes, reinterpret_cast<const char*>(text) - sizeof bytes, sizeof bytes);
+  return bytes;
+}
+
+// The units of an automation text, zero units inside among them; none for a null one.
 inline TextView TextOfBstr(BSTR text) noexcept {
   if (text == nullptr) return {};
-  std::uint32_t bytes = 0;
-  std::memcpy(&bytes, reinterpret_cast<const char*>(text) - sizeof bytes, sizeof bytes);
-  return {text, bytes / sizeof(TCHAR)};
+  return {text, BytesOfBstr(text) / sizeof(TCHAR)};
 }
 
 }  // namespace lorv

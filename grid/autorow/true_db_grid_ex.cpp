@@ -91,9 +91,11 @@ void CBcgTrueDbGridCtrlEx::AddRowComboList(int row) {
   const CBCGPGridRow* const upper = MainRow(row - 1);
   if (lower == nullptr || upper == nullptr) return;
   for (int column = 0; column < GetColumnCount(); ++column) {
-    const CBCGPGridItem* const from = upper->GetItem(column);
+    // A cell that was not made yet has no list.
+    const CBCGPGridItem* const from = upper->FindItem(column);
+    if (from == nullptr || (from->GetFlags() & lorv::kItemHasList) == 0) continue;
     CBCGPGridItem* const to = lower->GetItem(column);
-    if (from == nullptr || to == nullptr || (from->GetFlags() & lorv::kItemHasList) == 0) continue;
+    if (to == nullptr) continue;
     for (int option = 0; option < from->GetOptionCount(); ++option) to->AddOption(from->GetOption(option));
   }
 }

@@ -39,7 +39,28 @@ int CBCGPBasicGridCtrl::ReplaceItem(int row, int column, CBCGPGridItem* item, BO
   return found->ReplaceItem(column, item, TRUE, FALSE) != FALSE ? 1 : 0;
 }
 
+const CBCGPGridRow* CBCGPBasicGridCtrl::RowWithItem(int row, int column) const {
+  const CBCGPGridRow* const found = GetRow(row);
+  return found != nullptr && column < GetColumnCount() && found->HasItem(column) ? found : nullptr;
+}
+
+// Of the value alone, whatever the cell makes of it; raises _com_error where it has none.
+CString CBCGPBasicGridCtrl::ValueText(int row, int column) const {
+  const CBCGPGridRow* const found = RowWithItem(row, column);
+  if (found == nullptr) return {};
+  const CBCGPGridItem* const item = found->FindItem(column);
+  return item == nullptr ? found->GetCellText(column) : VariantToText(item->GetValue());
+}
+
+// Where no cell was asked for yet none is made, so that filling a large table takes half the time.
+bool CBCGPBasicGridCtrl::PutValue(int row, int column, const _variant_t& value, BOOL redraw) {
+  CBCGPGridRow* const found = GetRow(row);
+  if (found == nullptr || column >= GetColumnCount()) return false;
+  return (redraw == FALSE || IsBeyondView(*found)) && found->PutValue(column, value);
+}
+
 void CBCGPBasicGridCtrl::SetValue(int row, int column, const _variant_t& value, BOOL redraw) {
+  if (PutValue(row, column, value, redraw)) return;
   CBCGPGridItem* item = GetItem(row, column);
   if (item == nullptr) return;
   if (item->IsInPlaceEditing() != FALSE) {
@@ -57,14 +78,14 @@ void CBCGPBasicGridCtrl::SetValue(int row, int column, const _variant_t& value, 
 
 _variant_t CBCGPBasicGridCtrl::GetValue(int row, int column) const {
   if (row < 0 || row >= GetRowCount()) return {};
-  const CBCGPGridItem* item = GetItem(row, column);
-  return item == nullptr ? _variant_t() : item->GetValue();
+  const CBCGPGridRow* const found = RowWithItem(row, column);
+  return found == nullptr ? _variant_t() : found->CopyValue(column);
 }
 
 _variant_t CBCGPBasicGridCtrl::GetValue(int column) const {
-  const CBCGPGridItem* item = GetItem(GetCurrentRow(), column);
+  const CBCGPGridRow* const found = RowWithItem(GetCurrentRow(), column);
   // Of no cell the value is a zero here, though empty where row and column are given.
-  return item == nullptr ? _variant_t(0L) : item->GetValue();
+  return found == nullptr ? _variant_t(0L) : found->CopyValue(column);
 }
 
 int CBCGPBasicGridCtrl::SetText(const CString& text) {

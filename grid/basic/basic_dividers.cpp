@@ -154,10 +154,8 @@ int CBCGPBasicGridCtrl::WidestText(int column) {
   };
   const int rows = GetRowCount();
   for (int row = 0; row < rows; ++row) {
-    const CBCGPGridItem* item = GetItem(row, column);
-    if (item == nullptr) continue;
     try {
-      measure(VariantToText(item->GetValue()));
+      measure(ValueText(row, column));
     } catch (const _com_error&) {
       // A value that has no text shows none either.
     }

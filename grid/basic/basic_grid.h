@@ -226,6 +226,9 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   DECLARE_MESSAGE_MAP()
 
  private:
+  const CBCGPGridRow* RowWithItem(int row, int column) const;
+  CString ValueText(int row, int column) const;
+  bool PutValue(int row, int column, const _variant_t& value, BOOL redraw);
   std::vector<int> SelectedRowIds() const;
   std::vector<int> SelectedColumnIds() const;
   void MoveTo(int row);

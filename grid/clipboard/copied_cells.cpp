@@ -46,20 +46,19 @@ class CellWriter {
     const CBCGPGridRow* const found = grid_.CBCGPGridCtrl::GetRow(row);
     for (const int column : area_.columns) {
       if (column != area_.columns.front()) text_ += '\t';
-      const CBCGPGridItem* const item = found == nullptr ? nullptr : found->GetItem(column);
-      WriteCell({row, column}, item);
+      WriteCell({row, column}, found);
     }
     text_ += _T("\r\n");
     if (html_on_) html_ += "</tr>";
   }
 
-  void WriteCell(const CBCGPGridItemID& id, const CBCGPGridItem* item) {
+  void WriteCell(const CBCGPGridItemID& id, const CBCGPGridRow* row) {
     const CBCGPGridRange block = merges_ ? grid_.GetMergedRange(id) : CBCGPGridRange();
     // Cells below a merged one keep their place in the text, which knows no extents.
     const bool covered = block.IsValid() && (block.m_nTop != id.m_nRow || block.m_nLeft != id.m_nColumn);
-    const bool has_text = item != nullptr && !covered;
-    const CString text = has_text ? item->FormatItem() : CString();
-    const TextView view(text.GetString(), static_cast<std::size_t>(text.GetLength()));
+    const bool there = row != nullptr && row->HasItem(id.m_nColumn);
+    CString room;
+    const TextView view = there && !covered ? row->ShownText(id.m_nColumn, room) : TextView();
     AppendTabCell(text_, view);
     if (!html_on_ || covered) return;
     HtmlCell cell;
@@ -68,10 +67,10 @@ class CellWriter {
       cell.extent.rows = std::max(1, CountWithin(area_.rows, block.m_nTop, block.m_nBottom));
       cell.extent.columns = std::max(1, CountWithin(area_.columns, block.m_nLeft, block.m_nRight));
     }
-    if (item != nullptr) {
+    if (there) cell.literal = row->GetValueType(id.m_nColumn) == VT_BSTR && WouldChange(view);
+    if (const CBCGPGridItem* const item = there ? row->FindItem(id.m_nColumn) : nullptr) {
       cell.extent.back = item->GetBackgroundColor();
       cell.extent.text = item->GetTextColor();
-      cell.literal = item->GetValue().vt == VT_BSTR && WouldChange(view);
     }
     AppendHtmlCell(html_, cell);
   }

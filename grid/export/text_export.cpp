@@ -11,8 +11,8 @@
 namespace lorv {
 namespace {
 
-void AppendField(std::string& line, const CString& text, char separator) {
-  const std::string bytes = TextToUtf8(text.View());
+void AppendField(std::string& line, TextView text, char separator) {
+  const std::string bytes = TextToUtf8(text);
   const char special[] = {separator, '"', '\r', '\n', 0};
   const bool blank = !bytes.empty() && (bytes.front() == ' ' || bytes.back() == ' ');
   if (!blank && bytes.find_first_of(special) == std::string::npos) {
@@ -49,15 +49,14 @@ bool ExportText(const CBCGPBasicGridCtrl& grid, const TextExport& how,
     }
     piece += "\r\n";
   };
-  if (how.column_names) add_line([&](int column) { return grid.GetColumnName(column); });
+  CString room;
+  const auto name_of = [&](int column) { return (room = grid.GetColumnName(column)).View(); };
+  if (how.column_names) add_line(name_of);
   // The grid's own rows: a descendant may show one more, to be typed into.
   for (int row = 0; row < grid.CBCGPGridCtrl::GetRowCount(); ++row) {
     if (!how.hidden_cells && !grid.IsRowShown(row)) continue;
     const CBCGPGridRow* const cells = grid.CBCGPGridCtrl::GetRow(row);
-    add_line([&](int column) {
-      const CBCGPGridItem* const item = cells == nullptr ? nullptr : cells->GetItem(column);
-      return item == nullptr ? CString() : item->FormatItem();
-    });
+    add_line([&](int column) { return cells == nullptr ? TextView() : cells->ShownText(column, room); });
     if (piece.size() < kExportPiece) continue;
     if (!write(piece) || life.expired()) return false;
     piece.clear();

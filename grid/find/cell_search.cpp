@@ -51,8 +51,10 @@ bool CellSearch::IsHiddenByMerge(const CBCGPGridItemID& cell) const {
 bool CellSearch::Matches(const CBCGPGridItemID& cell) const {
   if (!IsRowSearched(cell.m_nRow) || !InScope(cell)) return false;
   if (!std::binary_search(columns_.begin(), columns_.end(), cell.m_nColumn)) return false;
-  const CBCGPGridItem* const item = grid_.GetGridItem(cell);
-  return item != nullptr && matcher_.Matches(item->FormatItem().View()) && !IsHiddenByMerge(cell);
+  const CBCGPGridRow* const cells = grid_.CBCGPGridCtrl::GetRow(cell.m_nRow);
+  CString room;
+  return cells != nullptr && cells->HasItem(cell.m_nColumn) &&
+         matcher_.Matches(cells->ShownText(cell.m_nColumn, room)) && !IsHiddenByMerge(cell);
 }
 
 int CellSearch::InRow(int row, int column, bool backwards) const {
@@ -61,8 +63,8 @@ int CellSearch::InRow(int row, int column, bool backwards) const {
   for (int i = backwards ? count - 1 : 0; i >= 0 && i < count; i += backwards ? -1 : 1) {
     const int at = columns_[static_cast<std::size_t>(i)];
     if (backwards ? at > column : at < column) continue;
-    const CBCGPGridItem* const item = cells == nullptr ? nullptr : cells->GetItem(at);
-    if (item == nullptr || !matcher_.Matches(item->FormatItem().View())) continue;
+    CString room;
+    if (cells == nullptr || !cells->HasItem(at) || !matcher_.Matches(cells->ShownText(at, room))) continue;
     // Last, as they cost more than nearly every text that does not match.
     if (InScope({row, at}) && !IsHiddenByMerge({row, at})) return at;
   }

@@ -21,8 +21,14 @@ std::size_t BytesOf(const _variant_t& value) {
 
 std::size_t BytesOf(const CBCGPGridRow& row) {
   std::size_t bytes = sizeof row;
-  for (int column = 0; column < row.GetItemCount(); ++column)
-    if (const CBCGPGridItem* item = row.GetItem(column)) bytes += sizeof *item + BytesOf(item->GetValue());
+  CString room;
+  for (int column = 0; column < row.GetItemCount(); ++column) {
+    bytes += sizeof(CBCGPGridItem);
+    if (const CBCGPGridItem* const item = row.FindItem(column))
+      bytes += BytesOf(item->GetValue());
+    else if (row.GetValueType(column) == VT_BSTR)
+      bytes += 8 + row.ShownText(column, room).size() * sizeof(TCHAR);
+  }
   for (int below = 0; below < row.GetSubItemsCount(); ++below) bytes += BytesOf(*row.GetSubItem(below));
   return bytes;
 }

@@ -46,7 +46,7 @@ class Keys {
       : options_(options), order_(options.by_sound ? UnitOrder::BySound() : UnitOrder::ByCode()) {
     keys_.reserve(rows.size());
     texts_.reserve(rows.size());
-    for (const CBCGPGridRow* row : rows) Take(row->GetItem(column));
+    for (const CBCGPGridRow* row : rows) Take(*row, column);
   }
 
   std::vector<int> Order(bool ascending) {
@@ -67,11 +67,13 @@ class Keys {
     return order_.WeightOf(capital ? static_cast<TCHAR>(unit | 0x20) : unit);
   }
 
-  void Take(const CBCGPGridItem* item) {
+  void Take(const CBCGPGridRow& row, int column) {
     Key key;
     key.place = static_cast<std::uint32_t>(keys_.size());
     texts_.emplace_back();
-    if (item != nullptr && !TakeNumber(item->GetValue(), key)) TakeText(item->FormatItem(), key);
+    const bool text = row.GetValueType(column) == VT_BSTR;
+    if (row.HasItem(column) && (text || !TakeNumber(row.CopyValue(column), key)))
+      TakeText(row.GetCellText(column), key);
     keys_.push_back(key);
   }
 

@@ -180,6 +180,11 @@ const CRuntimeClass* CBCGPGridColumnsInfo::GetItemRTC(int column) const {
   return found == nullptr ? nullptr : found->item_class;
 }
 
+bool CBCGPGridColumnsInfo::HasItemClasses() const {
+  return std::any_of(columns_.begin(), columns_.end(),
+                     [](const Column& column) { return column.item_class != nullptr; });
+}
+
 void CBCGPGridColumnsInfo::SetItemRTC(int column, const CRuntimeClass* item_class) {
   if (Column* found = Find(column)) found->item_class = item_class;
 }

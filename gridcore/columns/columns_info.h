@@ -68,6 +68,8 @@ class COMM_LORV_API CBCGPGridColumnsInfo : public CObject {
   int GetAutoSizeCount() const;
   const CRuntimeClass* GetItemRTC(int column) const;  // null: plain cells
   void SetItemRTC(int column, const CRuntimeClass* item_class);
+  // Whether any column names a class; the others have plain cells.
+  bool HasItemClasses() const;
 
   int GetFirstVisibleColumn() const;
   int GetLastVisibleColumn() const;

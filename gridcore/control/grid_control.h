@@ -317,6 +317,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   lorv::GridKeyHandlers& KeyHandlers() { return key_handlers_; }
 
   void InvalidateItem(const CBCGPGridItem* item);
+  bool IsBeyondView(const CBCGPGridRow& row) const;  // nothing of it is on the screen
   // For cells and rows, which report what becomes of them.
   void ItemGone(const CBCGPGridItem& item);
   void RowGone(CBCGPGridRow& row);
@@ -339,8 +340,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   CComboBox* ComboOf(const CBCGPGridRow& row) const;
   int GetButtonWidth() const { return lorv::kItemButtonWidth; }
   int DoDrawText(CDC* dc, const CString& text, CRect rect, UINT flags) const;
-  // Colours of a cell in its present state.
-  COLORREF BackColourOf(const CBCGPGridItem& item) const;
+  COLORREF BackColourOf(const CBCGPGridItem& item) const;  // in its present state
   COLORREF TextColourOf(const CBCGPGridItem& item) const;
 
  protected:

@@ -55,8 +55,8 @@ BOOL CBCGPGridCtrl::FilterItem(CBCGPGridRow* row) {
   for (std::size_t column = 0; column < filter_.texts.size(); ++column) {
     const CString& wanted = filter_.texts[column].folded;
     if (wanted.IsEmpty()) continue;
-    const CBCGPGridItem* const item = row->GetItem(static_cast<int>(column));
-    if (item == nullptr || Folded(item->FormatItem()).Find(wanted) < 0) return TRUE;
+    const auto at = static_cast<int>(column);
+    if (!row->HasItem(at) || Folded(row->GetCellText(at)).Find(wanted) < 0) return TRUE;
   }
   return FALSE;
 }

@@ -91,6 +91,26 @@ bool BringInOrder(std::vector<CBCGPGridRow*>& rows, const std::vector<int>& orde
   return true;
 }
 
+// Found through the row for every two that are compared, the cells would take longer than all else. `gone`
+// counts those that the table loses: who compares may replace cells.
+template <class Before>
+void SortByCells(std::vector<CBCGPGridRow*>& rows, int column, const unsigned& gone, Before before) {
+  struct Entry {
+    CBCGPGridRow* row;
+    CBCGPGridItem* item;
+  };
+  std::vector<Entry> entries;
+  entries.reserve(rows.size());
+  for (CBCGPGridRow* const row : rows) entries.push_back({row, row->GetItem(column)});
+  const unsigned gone_before = gone;
+  const auto item_of = [&](const Entry& entry) {
+    return gone == gone_before ? entry.item : entry.row->GetItem(column);
+  };
+  std::stable_sort(entries.begin(), entries.end(),
+                   [&](const Entry& a, const Entry& b) { return before(item_of(a), item_of(b)); });
+  std::transform(entries.begin(), entries.end(), rows.begin(), [](const Entry& entry) { return entry.row; });
+}
+
 }  // namespace
 
 void CBCGPGridCtrl::ArrangeRows() {
@@ -112,16 +132,16 @@ void CBCGPGridCtrl::ArrangeRows() {
   ArrangeRows([&](RowList& rows) {
     // What stands in order by the column stays so within the groups.
     if (sorter != nullptr) BringInOrder(rows, sorter(rows, sorted, up));
+    if (sorter == nullptr && groups.empty() && sorted >= 0)
+      return SortByCells(rows, sorted, sort_.items_gone, [&](const CBCGPGridItem* a, const CBCGPGridItem* b) {
+        const int compared = CompareItems(a, b);
+        return up ? compared < 0 : compared > 0;
+      });
     if (sorter == nullptr || !groups.empty()) std::stable_sort(rows.begin(), rows.end(), before);
   });
 }
 
 namespace {
-
-CString TextIn(const CBCGPGridRow& row, int column) {
-  const CBCGPGridItem* item = row.GetItem(column);
-  return item == nullptr ? CString() : item->FormatItem();
-}
 
 // The values of the groups around, outermost first: what distinguishes a group from others when rows move.
 using GroupPath = std::vector<CString>;
@@ -141,7 +161,7 @@ class CBCGPGridCtrl::GroupMaker {
   void Take(const CBCGPGridRow& row, int index) {
     const auto& columns = grid_.group_columns_;
     std::size_t level = 0;
-    while (level < path_.size() && path_[level] == TextIn(row, columns[level])) ++level;
+    while (level < path_.size() && path_[level] == row.GetCellText(columns[level])) ++level;
     CloseFrom(level, index);
     for (; level < columns.size(); ++level) Begin(row, index, columns[level]);
   }
@@ -167,7 +187,7 @@ class CBCGPGridCtrl::GroupMaker {
     group.first = group.end = index;
     group.level = static_cast<int>(path_.size());
     group.parent = open_.empty() ? -1 : open_.back();
-    path_.push_back(TextIn(row, column));
+    path_.push_back(row.GetCellText(column));
     group.expanded = collapsed_.count(path_) == 0;
     groups_.push_back(group);
     open_.push_back(number);

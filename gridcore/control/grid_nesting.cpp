@@ -42,9 +42,15 @@ void CBCGPGridCtrl::PutOne(int index, CBCGPGridRow& row) {
   if (cells_ != nullptr) cells_->RowsMoved();
   CountLevel(row, 1);
   if (row.GetLinesNumber() > 1) ++height_notes_.tall_rows;
-  // Without height first: the groups around grow by the row, not by its pixels.
-  heights_.Insert(index, 0);
-  heights_.SetSize(index, HeightOf(row));
+  // Without height first: the groups around grow by the row, not by its pixels. Behind the last row that
+  // needs no line yet, which would part those that are alike.
+  if (!heights_.Groups().IsEmpty() || index < heights_.RowCount()) heights_.Insert(index, 0);
+  const int height = HeightOf(row);
+  // Who was asked whether the row is left out may have made a layout.
+  if (index < heights_.RowCount())
+    heights_.SetSize(index, height);
+  else
+    heights_.Insert(index, height);
   selection_.InsertRows(index, 1);
   merged_.InsertRows(index, 1);
   if (current_.m_nRow >= index) ++current_.m_nRow;

@@ -43,15 +43,20 @@ void CBCGPGridCtrl::InvalidateSelection() {
   for (const CBCGPGridRange& range : selection_.Ranges()) InvalidateRange(range);
 }
 
+// Nearly all cells that a program sets stand above or below what is seen; the whole rectangle of one takes as
+// long to find as its value to set.
+bool CBCGPGridCtrl::IsBeyondView(const CBCGPGridRow& row) const {
+  if (m_hWnd == nullptr) return true;
+  // The cells merged with those of the row may be seen.
+  const int index = merged_.IsEmpty() ? rows_.IndexOf(row) : -1;
+  if (index < 0) return false;
+  const std::int64_t top = std::int64_t{m_rectList.top} - m_nVertScrollOffset + heights_.OffsetOf(index);
+  return top >= m_rectList.bottom || top + heights_.SizeOf(index) <= m_rectList.top;
+}
+
 void CBCGPGridCtrl::InvalidateItem(const CBCGPGridItem* item) {
   if (m_hWnd == nullptr || item == nullptr) return;
-  // Nearly all cells that a program sets stand above or below what is seen; the whole rectangle of one takes
-  // as long to find as its value to set.
-  const int row = merged_.IsEmpty() && item->GetOwnerList() == this ? item->GetParentRow()->GetRowId() : -1;
-  if (row >= 0) {
-    const std::int64_t top = std::int64_t{m_rectList.top} - m_nVertScrollOffset + heights_.OffsetOf(row);
-    if (top >= m_rectList.bottom || top + heights_.SizeOf(row) <= m_rectList.top) return;
-  }
+  if (item->GetOwnerList() == this && IsBeyondView(*item->GetParentRow())) return;
   CRect rect;
   rect.IntersectRect(item->GetRect(), m_rectList);
   if (rect.IsRectEmpty() != FALSE) return;

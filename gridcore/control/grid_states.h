@@ -36,6 +36,7 @@ struct FrozenState {
 struct SortState {
   int column = -1;
   bool ascending = true;
+  unsigned items_gone = 0;  // how many cells the table lost, for who holds some while rows are compared
 };
 
 struct HeightNotes {

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <typeinfo>
 #include <unordered_set>
 
 #include "gridcore/control/grid_control.h"
@@ -221,7 +222,13 @@ int CBCGPGridCtrl::ClearRange(const CBCGPGridRange& range, BOOL redraw, BOOL rep
   for (int row = range.m_nTop; row <= last_row; ++row)
     for (int column = range.m_nLeft; column <= last_column; ++column) {
       // Looked up anew: who hears of a change may rebuild the table, or end the grid.
-      CBCGPGridItem* item = GetGridItem({row, column});
+      CBCGPGridRow* const there = rows_.At(row);
+      if (there == nullptr) continue;
+      if (report == FALSE && there->PutValue(column, _variant_t())) {
+        ++done;
+        continue;
+      }
+      CBCGPGridItem* item = there->GetItem(column);
       if (item == nullptr) continue;
       item->SetValue(_variant_t(), FALSE);
       ++done;
@@ -233,6 +240,7 @@ int CBCGPGridCtrl::ClearRange(const CBCGPGridRange& range, BOOL redraw, BOOL rep
 }
 
 void CBCGPGridCtrl::ItemGone(const CBCGPGridItem& item) {
+  ++sort_.items_gone;
   if (ended_ == &item) ended_ = nullptr;
   if (editing_ == &item) CloseEditor();
 }
@@ -268,6 +276,16 @@ double NumberOf(const _variant_t& value) {
   return lorv::ChangeValueType(number, value, VT_R8) == S_OK ? number.dblVal : 0;
 }
 
+// What the cell shows: where it stands for plain cells of texts, as a copy for every two that are compared
+// would take most of the time to sort; else in `room`.
+lorv::TextView ShownBy(const CBCGPGridItem* item, CString& room) {
+  if (item == nullptr) return {};
+  if (item->GetValue().vt == VT_BSTR && typeid(*item) == typeid(CBCGPGridItem))
+    return lorv::TextOfBstr(item->GetValue().bstrVal);
+  room = item->FormatItem();
+  return room.View();
+}
+
 }  // namespace
 
 int CBCGPGridCtrl::CompareItems(const CBCGPGridItem* a, const CBCGPGridItem* b) const {
@@ -283,9 +301,10 @@ int CBCGPGridCtrl::CompareItems(const CBCGPGridItem* a, const CBCGPGridItem* b) 
       return (std::isnan(left) ? 0 : 1) - (std::isnan(right) ? 0 : 1);
     return left < right ? -1 : (left > right ? 1 : 0);
   }
-  const CString left = a == nullptr ? CString() : a->FormatItem();
-  const CString right = b == nullptr ? CString() : b->FormatItem();
-  return left < right ? -1 : (right < left ? 1 : 0);
+  CString left_room;
+  CString right_room;
+  const int order = lorv::CompareExact(ShownBy(a, left_room), ShownBy(b, right_room));
+  return order < 0 ? -1 : (order > 0 ? 1 : 0);
 }
 
 void CBCGPGridCtrl::Sort(int column, BOOL ascending) {

@@ -87,6 +87,15 @@ void LineSizes::Insert(int before, int count, int size) {
   count = std::min(count, std::numeric_limits<int>::max() - count_);
   if (count <= 0) return;
   const Block added = Uniform(count, std::max(size, 0));
+  // A table that is filled grows by lines of one size at its end.
+  if (before >= count_ && !blocks_.empty() && blocks_.back().sizes.empty() &&
+      blocks_.back().size == added.size) {
+    blocks_.back().count += count;
+    blocks_.back().total += added.total;
+    count_ += count;
+    total_ += added.total;
+    return;
+  }
   const std::size_t block = CutAt(std::clamp(before, 0, count_));
   blocks_.insert(blocks_.begin() + static_cast<std::ptrdiff_t>(block), added);
   count_ += added.count;

@@ -110,13 +110,17 @@ BOOL CBCGPGridItem::ChangeType(const _variant_t& value) {
   return TRUE;
 }
 
-CString CBCGPGridItem::FormatItem() const {
+CString lorv::CellText(const _variant_t& value) {
   // Painting and sorting ask for any value: arrays and objects show nothing.
   try {
-    return VariantToText(value_);
+    return VariantToText(value);
   } catch (const _com_error&) {
     return {};
   }
+}
+
+CString CBCGPGridItem::FormatItem() const {
+  return lorv::CellText(value_);
 }
 
 void CBCGPGridItem::SetFlags() {

@@ -39,6 +39,9 @@ enum ItemFlag : unsigned { kItemHasList = 1, kItemHasButton = 2, kItemHasSpin = 
 // The width of what a cell draws at its right end, in pixels: a button or a spin control.
 constexpr int kItemButtonWidth = 17;
 
+// The text that a plain cell of the value shows; empty for a value that has none.
+CString CellText(const _variant_t& value);
+
 }  // namespace lorv
 
 // One cell of a grid: a value, how it may be changed, and what it looks like.
@@ -49,8 +52,8 @@ constexpr int kItemButtonWidth = 17;
 //   empty rectangle, and everything that needs a grid does nothing. Asked for an option that is not there it
 //   gives null.
 // Memory: 56 bytes above the value's own on 64-bit Linux, 64 on Windows, whose values are longer; options and
-// what else is rare stand apart. The
-//   plain cells of a row that a grid makes stand in one piece of memory; each is deleted like any object.
+//   what else is rare stand apart. The plain cells of a row that a grid makes stand in one piece of memory;
+//   each is deleted like any object.
 // Rows own their cells. One thread: that of the user interface.
 //
 //   CBCGPGridItem cell(_variant_t(7));  cell.FormatItem()  gives "7"

@@ -7,6 +7,7 @@
 #include "framework/objects/object.h"
 #include "gridcore/items/cell_block.h"
 #include "gridcore/items/grid_item.h"
+#include "gridcore/rows/packed_values.h"
 #include "gridcore/rows/sub_rows.h"
 #include "gridcore/table/blocked_list.h"
 
@@ -30,6 +31,10 @@ constexpr int kGroupRow = 0x100;
 //   replacement by null are refused.
 // Nesting: a row may hold others, which stand behind it in the table with numbers of their own; a collapsed
 //   one hides them. Taking a row away takes those nested in it along.
+// Memory: a plain cell that a grid makes, or AddValue, is made when somebody first asks for it, and the
+// others
+//   of its row when a second one is asked for. Until then the row holds their values alone: a large table
+//   takes a third of the memory, and half of the time to fill it. What is said of values below leaves it so.
 // The row owns its cells and the rows nested in it; the grid owns the others. One thread: that of the user
 // interface.
 //
@@ -44,16 +49,34 @@ class COMM_LORV_API CBCGPGridRow : public CObject {
   CBCGPGridRow(const CBCGPGridRow&) = delete;
   CBCGPGridRow& operator=(const CBCGPGridRow&) = delete;
 
-  int GetItemCount() const { return static_cast<int>(items_.size()); }
+  int GetItemCount() const { return static_cast<int>(items_.size()) + values_.Count(); }
+  // The same object each time, until it is replaced or removed.
   CBCGPGridItem* GetItem(int column) const;
+  // Null where the cell was not made yet as well: it has no list, no colour and no behaviour of its own.
+  CBCGPGridItem* FindItem(int column) const;
+  bool HasItem(int column) const { return column >= 0 && column < GetItemCount(); }
   // The row takes the cell over and puts it behind its last one; its number.
   int AddItem(CBCGPGridItem* item);
+  // The same of a plain cell with the value.
+  int AddValue(const _variant_t& value);
   // Puts the cell in place of the one there; the old one is deleted with `delete_old`, else the caller's.
   // Refused (FALSE), and the cell stays the caller's: outside the row, null.
   BOOL ReplaceItem(int column, CBCGPGridItem* item, BOOL redraw = TRUE, BOOL keep_old = FALSE);
   void RemoveAllItems();
   // A cell for the column, as the grid's column asks; null if its OnCreate refuses.
   virtual CBCGPGridItem* CreateItem(int row, int column);
+
+  // The value of a cell, its kind, and the text that it shows. Empty: there is no such cell.
+  _variant_t CopyValue(int column) const;
+  VARTYPE GetValueType(int column) const;
+  CString GetCellText(int column) const;
+  // The same text without a copy where it stands somewhere; else it is made in `room`. It stands until the
+  // row or the room is changed, or a cell is asked for.
+  lorv::TextView ShownText(int column, CString& room) const;
+  // Sets the value of a cell that was not made yet, as CBCGPGridItem::SetValueAndType would, without drawing
+  // anything. false, nothing done: the cell is there, or must be, as somebody observes the table or the value
+  // is more than a number or a text.
+  bool PutValue(int column, const _variant_t& value);
 
   int GetRowId() const;
   CBCGPGridCtrl* GetOwnerList() const { return owner_; }
@@ -111,6 +134,10 @@ class COMM_LORV_API CBCGPGridRow : public CObject {
   CBCGPGridItem* NewItem(int column);
   CBCGPGridItem* NewPlainItem(int column);
   int CountPlainColumns(int first) const;
+  bool MayHoldValues(int count) const;
+  bool HoldsValues() const { return !values_.IsEmpty(); }
+  void MakeFirstItem(int column) const;
+  void MakeItems() const;
   void MoveItem(int from, int to);
   void ArrangeItems(const CBCGPGridColumnsInfo& columns);
   bool TakesSubItem(const CBCGPGridRow* row) const;
@@ -119,7 +146,11 @@ class COMM_LORV_API CBCGPGridRow : public CObject {
   void LeaveParent();
   void GrowBelow(int rows);
 
-  std::vector<std::unique_ptr<CBCGPGridItem>> items_;
+  // Cells, or the values of all of them, of which one may have been asked for: then its value is the cell's.
+  // Asking for a cell changes how the row holds it, and nothing that can be seen.
+  mutable std::vector<std::unique_ptr<CBCGPGridItem>> items_;
+  mutable lorv::PackedValues values_;
+  mutable std::unique_ptr<CBCGPGridItem> first_;
   CBCGPGridCtrl* owner_ = nullptr;
   CBCGPGridRow* parent_ = nullptr;
   std::unique_ptr<lorv::SubRows> sub_;
@@ -133,6 +164,7 @@ class COMM_LORV_API CBCGPGridRow : public CObject {
  private:
   int lines_ = 1;
   int flags_ = 0;
+  int room_ = 0;       // of a row that was made for so many cells
   int making_to_ = 0;  // the columns below it are those that AddItems makes
   bool enabled_ = true;
 };

@@ -115,6 +115,16 @@ class BlockedList {
   }
 
   std::size_t BlockOf(int index) const {
+    // Who goes through a table, or fills it at its end, stays in a block for long.
+    if (seen_ < counted_ && Holds(*blocks_[seen_], index)) return seen_;
+    return seen_ = FindBlock(index);
+  }
+
+  static bool Holds(const Block& block, int index) {
+    return index >= block.first && static_cast<std::size_t>(index - block.first) < block.items.size();
+  }
+
+  std::size_t FindBlock(int index) const {
     if (!blocks_.empty()) Count(blocks_.size() - 1);
     const auto behind = std::upper_bound(blocks_.begin(), blocks_.end(), index,
                                          [](int at, const auto& block) { return at < block->first; });
@@ -169,6 +179,7 @@ class BlockedList {
 
   std::vector<std::unique_ptr<Block>> blocks_;
   mutable std::size_t counted_ = 0;
+  mutable std::size_t seen_ = 0;  // the block that was found last
   int size_ = 0;
 };
 

@@ -133,9 +133,9 @@ class GridWorld {
   }
 
   void ValueSet(int row, int column) {
-    const CBCGPGridItem* item = grid_ == nullptr ? nullptr : grid_->GetItem(row, column);
+    const CBCGPGridRow* found = grid_ == nullptr ? nullptr : grid_->GetRow(row);
     GridMirror::Cell* cell = mirror_.At(row, column);
-    if (!stale_ && item != nullptr && cell != nullptr) cell->text = item->FormatItem();
+    if (!stale_ && found != nullptr && cell != nullptr) cell->text = found->GetCellText(column);
   }
 
   void RowAdded(int at) {
@@ -175,7 +175,9 @@ class GridWorld {
 
   void PutRow(int before) {
     CBCGPGridRow* row = grid_->CreateRow(grid_->GetColumnCount());
-    for (int column = 0; column < row->GetItemCount(); ++column)
+    // One in three keeps its plain cells, which hold values alone for as long as nobody asks for them.
+    const bool plain = Below(3) == 0;
+    for (int column = 0; column < row->GetItemCount() && !plain; ++column)
       row->ReplaceItem(column, MakeItem(), FALSE, FALSE);
     const int at = before >= grid_->GetRowCount() ? grid_->AddRow(row, FALSE)
                                                   : grid_->InsertRowBefore(before, row, FALSE);
@@ -183,7 +185,7 @@ class GridWorld {
     mirror_.InsertRow(at, row->GetItemCount());
     for (int column = 0; column < row->GetItemCount(); ++column)
       mirror_.rows[static_cast<std::size_t>(at)][static_cast<std::size_t>(column)].text =
-          row->GetItem(column)->FormatItem();
+          row->GetCellText(column);
   }
 
   CBCGPGridItem* MakeItem() {
@@ -281,9 +283,9 @@ class GridWorld {
     if (!Closed()) return;
     const int row = AnyRow();
     const int column = AnyColumn();
-    CBCGPGridItem* item = grid_->GetItem(row, column);
-    if (stale_ || item == nullptr || mirror_.At(row, column) == nullptr) return;
-    const bool checked = dynamic_cast<CBCGPGridCheckItem*>(item) != nullptr;
+    const CBCGPGridRow* found = grid_->GetRow(row);
+    if (stale_ || found == nullptr || mirror_.At(row, column) == nullptr) return;
+    const bool checked = dynamic_cast<CBCGPGridCheckItem*>(found->FindItem(column)) != nullptr;
     grid_->SetValue(row, column, checked ? _variant_t(Below(2) == 0) : _variant_t(Below(500)), TRUE);
   }
 

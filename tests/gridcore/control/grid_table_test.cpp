@@ -135,6 +135,34 @@ TEST_F(GridTable, ClearsLockedCellsToo) {
   EXPECT_EQ(grid->ClearRange({}), 0);
 }
 
+namespace {
+
+// Replaces the cells of every row by equal ones while two of them are compared.
+class ReplacingGrid : public CBCGPGridCtrl {
+ public:
+  int CompareItems(const CBCGPGridItem* a, const CBCGPGridItem* b) const override {
+    const int compared = CBCGPGridCtrl::CompareItems(a, b);
+    if (++compared_ % 5 == 0)
+      for (int row = 0; row < GetRowCount(); ++row)
+        GetRow(row)->ReplaceItem(0, new CBCGPGridItem(GetRow(row)->CopyValue(0)), FALSE);
+    return compared;
+  }
+
+ private:
+  mutable int compared_ = 0;
+};
+
+}  // namespace
+
+TEST_F(GridTable, SortsWhileACompareReplacesCells) {
+  ReplacingGrid replacing;
+  replacing.InsertColumn(0, _T("c"), 80);
+  for (int row = 0; row < 40; ++row)
+    replacing.GetRow(replacing.AddRow(FALSE))->GetItem(0)->SetValue(_variant_t(row * 7 % 40), FALSE);
+  replacing.Sort(0);
+  for (int row = 0; row < 40; ++row) ASSERT_EQ(static_cast<int>(replacing.GetRow(row)->CopyValue(0)), row);
+}
+
 TEST_F(GridTable, SortsNumbersBeforeTextsAndKeepsEqualsInOrder) {
   grid->InsertColumn(0, _T("a"), 50);
   grid->InsertColumn(1, _T("b"), 50);

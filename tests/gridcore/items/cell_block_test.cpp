@@ -165,10 +165,14 @@ TEST(CellBlock, RowsOfAGridHaveTheirPlainCellsTogether) {
   CoreGrid grid(1, 300);
   const CBCGPGridRow* row = grid.GetRow(0);
   ASSERT_EQ(row->GetItemCount(), 300);
+  // The first cell that is asked for is made alone, and the others with the second one.
+  const CBCGPGridItem* const first = row->GetItem(299);
   EXPECT_TRUE(StandTogether(row->GetItem(0), row->GetItem(1)));
+  EXPECT_FALSE(StandTogether(row->GetItem(298), row->GetItem(299)));
+  EXPECT_EQ(row->GetItem(299), first);
   EXPECT_TRUE(StandTogether(row->GetItem(125), row->GetItem(126)));
   EXPECT_FALSE(StandTogether(row->GetItem(126), row->GetItem(127))) << "the next block begins";
-  EXPECT_TRUE(StandTogether(row->GetItem(298), row->GetItem(299)));
+  EXPECT_TRUE(StandTogether(row->GetItem(297), row->GetItem(298)));
 }
 
 TEST(CellBlock, CellsOfOtherClassesStandApart) {

@@ -26,17 +26,18 @@ _variant_t ValueOf(std::string_view utf8) {
   return _variant_t(_bstr_t(SysAllocStringLen(text.data(), static_cast<UINT>(text.size())), false));
 }
 
-std::string TextOf(const CBCGPGridItem* item) {
-  if (item == nullptr) return {};
-  const _variant_t& value = item->GetValue();
+std::string TextOf(const CBCGPGridRow& row, int cell) {
   // A text is written as it is; what a cell shows of it may be formatted.
-  return value.vt == VT_BSTR ? TextToUtf8(TextOfBstr(value.bstrVal)) : item->FormatItem().ToUtf8();
+  const CBCGPGridItem* const item = row.FindItem(cell);
+  if (item != nullptr && item->GetValue().vt == VT_BSTR)
+    return TextToUtf8(TextOfBstr(item->GetValue().bstrVal));
+  CString room;
+  return TextToUtf8(row.ShownText(cell, room));
 }
 
 // Puts empty cells behind those of a row.
-void Widen(CBCGPGridRow& row, int number, int columns) {
-  while (row.GetItemCount() < columns && row.AddItem(row.CreateItem(number, row.GetItemCount())) != -1) {
-  }
+void Widen(CBCGPGridRow& row, int columns) {
+  while (row.GetItemCount() < columns) row.AddValue(_variant_t());
 }
 
 // The names that are written: as many as were read, and more where a column with a name was moved behind
@@ -53,7 +54,7 @@ int CellsToWrite(const CBCGPGridRow& row, int columns) {
   const auto read = static_cast<int>(row.GetData());
   int count = row.GetItemCount();
   const int least = std::max(1, read == 0 ? columns : read);
-  while (count > least && TextOf(row.GetItem(count - 1)).empty()) --count;
+  while (count > least && TextOf(row, count - 1).empty()) --count;
   return std::max(count, least);
 }
 
@@ -89,8 +90,7 @@ bool EditedTable::ReadRows(CsvReader& reader, CBCGPBasicGridCtrl& grid,
       throw BadInput(PlaceText(path_, cells.Place()) +
                      Say("a table of more than {} cells", {std::to_string(kMaxTableCells)}));
     auto fresh = std::make_unique<CBCGPGridRow>(columns, cells.Size());
-    for (std::size_t cell = 0; cell < cells.Size(); ++cell)
-      fresh->AddItem(new CBCGPGridItem(ValueOf(cells[cell])));
+    for (std::size_t cell = 0; cell < cells.Size(); ++cell) fresh->AddValue(ValueOf(cells[cell]));
     // The grid takes the row over only if it has added it.
     if (grid.AddRow(fresh.get(), FALSE) != -1) static_cast<void>(fresh.release());
     if (row % kRowsATurn == kRowsATurn - 1 && !goes_on()) return false;
@@ -98,7 +98,7 @@ bool EditedTable::ReadRows(CsvReader& reader, CBCGPBasicGridCtrl& grid,
   // Columns without a name are those behind the first row's last cell.
   for (int column = grid.GetColumnCount(); column < columns; ++column)
     grid.InsertColumn(column, _T(""), 80, -1, FALSE);
-  for (int row = 0; row < grid.GetRowCount(); ++row) Widen(*grid.GetRow(row), row, columns);
+  for (int row = 0; row < grid.GetRowCount(); ++row) Widen(*grid.GetRow(row), columns);
   return goes_on();
 }
 
@@ -123,7 +123,7 @@ bool EditedTable::WriteAs(CBCGPBasicGridCtrl& grid, const CsvForm& form) const {
     const CBCGPGridRow* const row = grid.GetRow(at);
     if (row == nullptr) continue;
     const int count = CellsToWrite(*row, grid.GetColumnCount());
-    for (int cell = 0; cell < count; ++cell) text.Line().Add(TextOf(row->GetItem(cell)));
+    for (int cell = 0; cell < count; ++cell) text.Line().Add(TextOf(*row, cell));
     file.Write(text.TakeRow());
   }
   if (!text.IsWhole()) return false;
