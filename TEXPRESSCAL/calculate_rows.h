@@ -23,8 +23,8 @@ struct ValueColumn {
 // Edges: no rows do nothing. Of two columns of one name the later counts. A formula whose values cannot be
 //   evaluated as numbers alone (texts, values inside quotes) is evaluated row by row as text, and so is a
 //   single row with a value that lies between two thousandths, is huge, or is nearly a third before a power.
-// Result: `results` and, unless it is null, `errors` get one entry a row. Nothing here throws but for want of
-//   memory; both are then undefined.
+// Result: `results` and, unless it is null, `errors` get one entry a row. Throws nothing but std::bad_alloc;
+//   both are then undefined.
 // All arrays are the caller's; the two results lie apart from all columns. At most `threads` threads evaluate
 //   the rows, the calling one among them; nobody may change the calculator, its values or the columns
 //   meanwhile. Calls with separate calculators are independent.

@@ -42,7 +42,7 @@ enum class FormulaFault {
   kDroppedOperand,   // a value in front of "!", which negates what is behind it and nothing else
   kMixedJoins,       // AND behind OR without brackets: they bind alike, where one expects AND first
   kComparedTruth,    // a second comparison, as in 1<L+1<5: it compares the 1 or 0 of the first
-  kNoNumber          // a part that is no number, or too large for one, which the result hides
+  kNoNumber          // a part is NaN or infinite, and the result hides it
 };
 
 // A fault with its place in the formula as typed.

@@ -15,9 +15,8 @@ namespace lorv {
 // that 32 bits do not hold, and made -2147483648 of it.
 constexpr int kDoubtfulNumber = 100;
 
-// The code of a number that came out although some part of the formula is none, or is too large for one: a
-// comparison, a choice, MAX or a divisor had made an ordinary number of it, such as 2 of
-// "IIF(ASIN(2)>0,1,2)".
+// The code of a finite result although some part of the formula is NaN or infinite: a comparison, a choice,
+// MAX or a divisor has hidden it, such as "IIF(ASIN(2)>0,1,2)", which gives 2.
 constexpr int kHiddenNoNumber = 101;
 
 // A formula whose names stand for values with all their digits.
@@ -29,10 +28,10 @@ constexpr int kHiddenNoNumber = 101;
 //
 // Units: positions count 16-bit units of the formula as typed.
 // Edges: letter case never matters. Of two names alike the first counts. A name that is a function, PI or a
-//   number is never found. No point may stand beside a name. A text counts 0 as a number, so does a result
-//   that is one.
-// Result: Fault() says what is wrong with a formula; such a one gives 0 and the code kNoFormula. Nothing
-//   throws but for want of memory.
+//   number is never found. No point may stand beside a name. A text used as a number counts as 0, and so
+//   does a result that is a text.
+// Result: Fault() says what is wrong with a formula; such a one gives 0 and the code kNoFormula. Throws
+//   nothing but std::bad_alloc.
 // An object belongs to one thread, but for EvaluateRows, which may run on several.
 //
 //   const ExactName names[] = {{_T("A")}, {_T("L")}};  ExactFormula f(_T("A*L"), names);

@@ -25,7 +25,7 @@ class COMM_LORV_API CValue : public CObject {
 // Edges: letter case never matters, inside quotes neither: everything is turned to capitals first. A text
 //   used as a number counts 0; so does a result that is a text. Exponent forms ("1E3") do not exist. A
 //   formula deeper than lorv::kMaxNesting brackets fails at the bracket that is too much.
-// Result: see each operation. Nothing here throws but for want of memory.
+// Result: see each operation. Throws nothing but std::bad_alloc.
 // An object belongs to one thread at a time; separate objects are independent, the first one included. The
 // name resolver and the variables are the caller's and must live as long as they are used.
 //

@@ -53,7 +53,7 @@ class COMM_LORV_API CMapValue {
   iterator find(const CStrCmp& name);
   std::size_t count(const CStrCmp& name) const { return find(name) == end() ? 0 : 1; }
   std::size_t erase(const CStrCmp& name);
-  // The place of a name's value, and whether it is new. Who has the name's word already hands it over.
+  // The place of a name's value, and whether it is new. A caller that has the name's word already passes it.
   std::pair<double*, bool> Place(LPCTSTR name) { return Place(name, lorv::WordOfName(name)); }
   std::pair<double*, bool> Place(LPCTSTR name, lorv::NameWord word);
   // Stores the key as it stands; true when it was new. A value already there stays.

@@ -1,10 +1,9 @@
-// One-shot work of formulas: text and values in, number out, each engine with its objects kept.
+// Formulas evaluated once: text and values in, number out, each engine with its objects kept.
 //
-//   calculator   CAdExpCalculate: SetExpr, the values, Calculate; another formula comes between any two,
-//   since the
-//                same one again would be evaluated by a plan
-//   expression   CExpression: parse and work the text in which numbers stand for the names
-//   peer         muParser: the values into their slots, parse and work the text with names
+//   calculator   CAdExpCalculate: SetExpr, the values, Calculate; another formula comes between any two, or
+//                the same one again would be evaluated by a plan
+//   expression   CExpression: parses and evaluates the text in which numbers stand for the names
+//   peer         muParser: the values into their slots, parses and evaluates the text with names
 //   peer_numbers muParser on the text that "expression" gets
 //
 // The same text again with other values:
@@ -126,7 +125,7 @@ void RegisterAll(Engines& engines, const std::string& name, std::size_t first, s
            [=](auto i) { return all->peer.Evaluate(job(i).peer_numbers); });
 }
 
-// Values that change from one work to the next, as the components of a storey do: millimetres are added.
+// Values that change from one evaluation to the next, as those of a storey's components do: by millimetres.
 double Varied(double value, std::size_t turn) {
   return value + static_cast<double>(turn % 64) / 1000;
 }

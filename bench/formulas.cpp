@@ -15,6 +15,7 @@ const std::map<std::string, double> kValues = {
     {"DJ", 22},  {"GJ", 8},    {"ALPHA", 0.52}, {"BETA", 1.05}, {"SLOPE", 1.1}, {"ROWS", 12},
 };
 
+// Only what both engines understand alike: no texts, no chained comparisons, no powers.
 const char* const kTexts[][2] = {
     {"T1", "L*B*H"},
     {"T2", "2*(B+H)*L"},
@@ -49,6 +50,7 @@ const char* const kTexts[][2] = {
 
 std::vector<std::pair<std::string, double>> ValuesFor(const std::string& text) {
   std::map<std::string, double> found;
+  // Whole words, so that "L" is not found in "LN"; functions and numbers have no row among the values.
   for (std::size_t at = 0; at < text.size();) {
     std::size_t end = at;
     while (end < text.size() && std::isalnum(static_cast<unsigned char>(text[end])) != 0) ++end;

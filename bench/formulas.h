@@ -17,7 +17,8 @@ struct Formula {
 // Three trivial, six typical and three long ones, as estimators write them.
 std::vector<Formula> TwelveFormulas();
 
-// Different formulas of the typical size, the same ones in every run: no processor can learn them by heart.
+// Different formulas of the typical size, the same ones in every run: so many that branch prediction does
+// not learn them.
 std::vector<Formula> RandomFormulas(int count);
 
 // The names that occur in a text, with their values.

@@ -20,6 +20,7 @@ namespace {
 constexpr int kColumns = 10;
 using Work = std::function<bool()>;
 
+// The processor's time, so that neighbours of the machine do not count.
 double Milliseconds(const Work& work, bool& done) {
   const std::clock_t start = std::clock();
   done = work() && done;
@@ -50,6 +51,7 @@ class Steps {
     lorv::GridClipboard clipboard(grid_);
     Row("copy", [&] { return clipboard.Copy(); });
     Row("paste without a history", [&] { return clipboard.Paste().pasted; });
+    // From here on each step is recorded, and undone after it was measured.
     history_ = std::make_unique<lorv::GridHistory>(grid_);
     Row("paste", [&] { return clipboard.Paste().pasted; });
     Row("cut", [&] { return clipboard.Cut(); });

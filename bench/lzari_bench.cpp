@@ -12,6 +12,7 @@ namespace {
 
 using lorv::test::PlainLzari;
 
+// The inputs differ in what the search meets: short repeats far apart, a small vocabulary, long repeats.
 std::string Table() {
   std::mt19937 next(1);
   std::string text;
@@ -41,6 +42,7 @@ std::string Form() {
 }
 
 const std::string& Plain(const benchmark::State& state) {
+  // Made once, since the data must not be part of the time.
   static const std::string inputs[] = {Table(), Text(), Form()};
   return inputs[state.range(0)];
 }

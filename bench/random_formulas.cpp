@@ -19,6 +19,7 @@ class Writer {
   }
 
  private:
+  // A generator of its own, whose numbers are the same with every standard library.
   std::uint64_t Next(std::uint64_t below) {
     state_ = state_ * 6364136223846793005ULL + 1442695040888963407ULL;
     return (state_ >> 33) % below;
@@ -34,6 +35,7 @@ class Writer {
     return kNumbers.at(Next(kNumbers.size()));
   }
 
+  // Divisors are names, whose values are never 0; an evaluation that fails would end early.
   std::string Term(int depth) {
     std::string term = Factor(depth);
     while (Next(2) != 0) term += Next(5) == 0 ? "/" + Name() : "*" + Factor(depth);
@@ -42,6 +44,7 @@ class Writer {
 
   std::string Factor(int depth) {
     const std::uint64_t kind = Next(depth > 0 ? 10 : 7);
+    // Weighted as quantities are written: mostly names, some numbers and brackets, few calls.
     if (kind < 5) return Name();
     if (kind < 7) return Number();
     if (kind < 9) return "(" + Name() + (Next(2) != 0 ? "+" : "-") + Term(depth - 1) + ")";

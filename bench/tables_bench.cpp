@@ -9,6 +9,7 @@
 
 namespace {
 
+// The least a program of its own would use for such a cell.
 using PlainCell = std::variant<std::monostate, int, double, std::basic_string<TCHAR>>;
 using PlainTable = std::vector<std::vector<PlainCell>>;
 

@@ -20,8 +20,8 @@ class CWnd;
 // Result: where a function gives bool and has an output, the output is untouched when it gives false,
 //   except where its line says otherwise.
 // No state, no locale: any thread that owns the arguments, but for the windows, which are asked for on the
-//   user-interface thread. Nothing is kept beyond a call. An argument may be
-//   an element of the list it is used with.
+//   user-interface thread. Nothing is kept beyond a call. An argument may be an element of the list it is
+//   used with.
 
 // `value` as the shortest text of at most `digits` decimals, into `out` of `size` units.
 //
@@ -273,11 +273,11 @@ class COMM_LORV_API CAdLorvComm {
 
   // ---- Windows of the thread ----
   //
-  // They look among the top windows of the calling thread, the topmost first and hidden ones too, and find
-  // the first that fits. Titles are compared by letter case, and a title fits that CONTAINS the text: every
-  // title contains the empty text. A dialog is a window of the system's dialog class. Where windows cannot be
-  // had at all there are none. A window found by pointer is the caller's only until it handles messages
-  // again.
+  // They look among the top-level windows of the calling thread, the topmost first and hidden ones too, and
+  // find the first that fits. Titles are compared by letter case, and a title fits that CONTAINS the text:
+  // every title contains the empty text. A dialog is a window of the system's dialog class. Where windows
+  // cannot be had at all there are none. A window found by pointer is the caller's only until it handles
+  // messages again.
 
   // The first dialog whose title contains a text, or null.
   static CWnd* GetWindowExist(const CString& title);

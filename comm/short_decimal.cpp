@@ -10,8 +10,8 @@
 #include "framework/text/number_text.h"
 
 // Two ways lead to the same text. The long way follows the definition step by step in doubles. The short way
-// looks at u, the value in units of the last permitted decimal, and its nearest whole number n: unless u lies
-// close to a half, or a hair below n, the definition's outcome follows from n alone.
+// looks at u, the value in units of the last permitted decimal, and its nearest whole number n: unless u
+// lies close to a half, or just below n, the definition's outcome follows from n alone.
 
 namespace lorv {
 namespace {

@@ -11,7 +11,7 @@
 //   printed with all of them, zeros at its end included. `digits` outside 0 to 6 may print six.
 //   With `fixed` at least `digits` decimals are printed.
 // Edges: a negative value that rounds to nothing keeps its sign ("-0"). Values beyond the whole numbers of
-//   64 bits are never short. What is no number prints as "inf" and "nan".
+//   64 bits are never short. Infinities and NaN print as "inf" and "nan".
 // Result: the count of units written to `out`, at most `size`: a longer text is cut there. There is no
 //   terminator. Nothing is written for a `size` below 1.
 // No heap, no locale, no shared state: any thread.

@@ -6,7 +6,7 @@
 
 // Lists of texts in text files: code page 936, carriage return and line feed on every system, as other
 // programs of the suite read them. Reading takes either line end. A line over the limit empties the list, so
-// that nobody works on half a file.
+// that no caller works on half a file.
 
 namespace {
 

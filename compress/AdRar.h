@@ -18,10 +18,10 @@
 // docs/formats/lzari.md describes the stream, which is the same in both forms.
 //
 // Units: lengths count bytes. The plain data may have 2^32 - 1 bytes in a file, 2^31 - 1 in a buffer.
-// Decoders: the plain `UnCompress` keeps a guard of old which ends renormalising with the last byte read.
-//   From a buffer the last few symbols of a stream may therefore come back wrong ("hello world" gives
-//   "hello worll"); from a file only the first symbols come back right, and the rest has the right count
-//   but no meaning. Who must have back what was packed calls `SetExactDecoding` before: then every stream
+// Decoders: the plain `UnCompress` keeps a historical check that stops renormalising once the last byte is
+//   read. From a buffer the last few symbols of a stream may therefore come back wrong ("hello world" gives
+//   "hello worll"); from a file only the first symbols come back right, and the rest has the right count but
+//   no meaning. A caller that needs the packed data back calls `SetExactDecoding` first: then every stream
 //   comes back whole, and a stream that is damaged, cut, or too short for what it claims is refused.
 // One operation an object: the coder starts where the last operation left it, unless `Release` did its
 //   work in between or exact decoding is chosen.
@@ -72,8 +72,8 @@ class COMM_LORV_API CAdRar {
   // the guarded one described above. With the exact one each operation also starts from a fresh state.
   void SetExactDecoding(bool exact);
 
-  // From now on `handler` hears the count of plain bytes done, about every 1024 of them, and nothing is
-  // printed any more, failures included. An empty handler brings the printing back.
+  // From now on `handler` is called with the count of plain bytes done, about every 1024 of them, and
+  // nothing is printed any more, failures included. An empty handler brings the printing back.
   void SetProgress(std::function<void(std::uint32_t)> handler);
 
  private:

@@ -5,7 +5,7 @@
 #include "framework/native/export.h"
 #include "framework/text/cstring.h"
 
-// Hears which file is being packed.
+// Called with the file that is being packed.
 class COMM_LORV_API CImpProgress {
  public:
   // How many files there are. Packing does not report it; for the host's own use.
@@ -36,8 +36,8 @@ COMM_LORV_API int CompressFiles(const CString& archive, const OxArray<CString, O
 // Unpacks an archive. The target directory stands directly in front of each name, so it ends with "\".
 //
 // Edges: the folders of the entries MUST BE THERE where the directory is absolute; folder entries are made
-//   below the working folder. Entries go where their names lead, "..\" included: whoever unpacks archives of
-//   strangers looks at the names first. Files that stand there are replaced; all become normal ones.
+//   below the working folder. Entries go where their names lead, "..\" included: for archives from elsewhere
+//   look at the names first. Files that stand there are replaced; all become normal ones.
 // Result: 1, or 0 where the archive cannot be opened or an entry cannot be unpacked, as over a read-only
 //   file, which stays; those before it stay unpacked. A failure by exception is reported and gives 1 AS
 //   WELL, which callers accept.

@@ -45,7 +45,7 @@ void CAdRar::SetProgress(std::function<void(std::uint32_t)> handler) {
 }
 
 void CAdRar::Error(const char* message) const {
-  // Whoever takes the progress also reports failures; only a bare console program has them printed.
+  // A caller that takes the progress also reports failures; they are printed only without one.
   if (!totals_.handler) std::printf("\n%s\n", message);
   throw 1;
 }

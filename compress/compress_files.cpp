@@ -11,9 +11,9 @@
 #include "platform/ports/platform.h"
 #include "report/guard.h"
 
-// Packing and unpacking of whole lists of files, as the suite calls it. Entries are named by rules that older
-// archives follow, odd ones included. An archive is always
-// finished, even when a file in the middle cannot be packed.
+// Packing and unpacking of whole lists of files, as the suite calls it. Entries are named by rules that
+// older archives follow, odd ones included. An archive is always finished, even when a file in the middle
+// cannot be packed.
 
 namespace {
 
@@ -48,7 +48,7 @@ void AddFile(lorv::ZipWriter& zip, const CString& path, const CString& folder) {
   if (point < 0) return;
   lorv::Files& files = *lorv::PortsInForce().files;
   const auto facts = files.Facts(path);
-  // Nobody knows how long a pipe or a device would have to be waited for.
+  // A pipe or a device might have to be waited for without end.
   if (facts && facts->is_stream) throw new CFileException(CFileException::invalidFile, 0, path);
   lorv::FileError error;
   const std::unique_ptr<lorv::File> file = files.Open(path, lorv::FileUse::kRead, &error);

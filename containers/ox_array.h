@@ -10,8 +10,8 @@
 // Units: indices count elements from 0.
 // Edges: an index outside the array is the caller's fault, as with the standard vector. An element may be a
 //   reference into the array that it is added to.
-// Result: no operation fails but for want of memory; the array is then as it was before the call.
-// Elements are held by value. An array belongs to one thread at a time.
+// Result: no operation fails but for lack of memory; the array is then as it was before the call. Elements
+// are held by value. An array belongs to one thread at a time.
 //
 //   OxArray<int, OxVector<int>> a;  a.Add(7);  a.size()  gives 1, a.capacity() 4
 

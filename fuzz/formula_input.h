@@ -9,8 +9,9 @@
 
 #include "tests/reference/formula_difference.h"
 
-// How the bytes of an input become texts and numbers: readable, so that a saved input can be read and written
-// by hand. A byte below 128 is its own unit; the others stand for units worth trying.
+// How the bytes of an input become texts and numbers: readable, so that a saved input can be read and
+// written by hand. A byte below 128 is its own unit; the others stand for units of interest, chosen from a
+// table.
 namespace lorv::fuzz {
 
 using reference::Text;

@@ -19,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   } catch (int code) {
     if (code != 1 || result != nullptr) std::abort();
   }
-  // The guarded decoder believes every count: only small ones are let through to it.
+  // The guarded decoder trusts every count: only small ones are passed to it.
   if (size < 4 || data[1] > 8 || data[2] != 0 || data[3] != 0) return 0;
   const auto guarded = std::make_unique<CAdRar>();
   guarded->SetProgress([](std::uint32_t) {});

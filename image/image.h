@@ -40,11 +40,11 @@ class COMM_LORV_API TImage {
 
   // Draws a frame stretched to the rectangle, without regard to proportions, and leaves it selected. A frame
   // of -1 or behind the last one is frame 0; other negative ones draw what is selected. An empty rectangle
-  // draws nothing and gives 1. `context` is that of a
-  // lorv::ContextHandle or, on Windows, one of the system's.
+  // draws nothing and gives 1. `context` is that of a lorv::ContextHandle or, on Windows, one of the
+  // system's.
   int DrawImage(HDC context, const CRect& rect, int frame) const;
-  // A bitmap of the frame that was selected last, whatever `frame` says, over opaque black. It is the
-  // caller's, who ends it as the system's bitmaps are, or by lorv::EndBitmap. Null, and 1 nevertheless, where
+  // A bitmap of the frame that was selected last, whatever `frame` says, over opaque black. The caller
+  // deletes it as the system's bitmaps are deleted, or by lorv::EndBitmap. Null, and 1 nevertheless, where
   // an image that holds nothing passed the test.
   int GetBitmap(HBITMAP& bitmap, int frame) const;
 
@@ -58,7 +58,7 @@ class COMM_LORV_API TImage {
 
 namespace lorv {
 
-// Ends a bitmap that GetBitmap made; false for a handle that names none.
+// Deletes a bitmap that GetBitmap made; false for a handle that names none.
 COMM_LORV_API bool EndBitmap(HBITMAP bitmap);
 
 }  // namespace lorv

@@ -21,8 +21,8 @@ class COMM_LORV_API CAutoCompareMode {
   static void SetWorkMode(EmDiffNumAutoTestMode mode) { m_emTestMode = mode; }
   static EmDiffNumAutoTestMode GetWorkMode() { return m_emTestMode; }
 
-  // Files below the suite's root: the list of projects to work, the list of those done (both as narrow text),
-  // and the settings.
+  // Files below the suite's root: the list of projects to compare, the list of those done (both as narrow
+  // text), and the settings.
   static void GetAutoCalcProPath(std::string& path);
   static void GetFinishedAutoCalcProPath(std::string& path);
   static void GetAutoCalcSettingPath(CString& path);

@@ -1,7 +1,7 @@
 #include "module/critical_section.h"
 
-// A scope in a critical section. It counts its own entries and leaves as often as it entered,
-// so a function may return from anywhere.
+// A scope in a critical section. It counts its own entries and leaves as often as it entered, so a function
+// may return from anywhere.
 
 TCriticalSectionEx::~TCriticalSectionEx() {
   for (; entries_ > 0; --entries_) section_->Unlock();

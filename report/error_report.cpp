@@ -22,7 +22,7 @@ bool SomebodySees() {
   return desktop != nullptr && desktop->HasViewer();
 }
 
-// Where nobody sees windows the report goes the way of all messages: nothing that failed is lost.
+// Where no user sees windows the report goes where messages go: nothing that failed is lost.
 void Show(CDlgExcept& dialog) {
   if (SomebodySees()) {
     dialog.DoModal();
@@ -44,7 +44,7 @@ void Deliver(const CString& message, const lorv::FailurePlace& place) {
   }
 }
 
-// Runs a reporting step. It is the last line of defence: what fails in it is reported to nobody.
+// Runs a reporting step. It is the last line of defence: what fails in it is not reported.
 template <class Step>
 void Quietly(Step step) {
   try {

@@ -36,7 +36,7 @@ inline std::uint64_t BitsOf(double x) {
   return std::bit_cast<std::uint64_t>(x);
 }
 
-// What the processor gives for 0 / 0.
+// The NaN that the processor gives for 0 / 0.
 constexpr double ProcessorsNan() {
   return std::bit_cast<double>(std::uint64_t{0xFFF8000000000000});
 }

@@ -8,9 +8,9 @@
 #include "TEXPRESSCAL/arithmetic/scaled_result.h"
 
 // e^x = 2^m * 2^(i/128) * e^r: the second factor from a table, the last, with |r| below 0.0028, from a
-// series. The quick way stands in the header, as powers take it in; here is what decides where that is not
-// sure. Scaling by 2^m comes last and once, since results below the smallest normal number must not be
-// rounded twice.
+// series. The quick way stands in the header, as powers inline it; here is the long one, for arguments where
+// its error could change the rounding. Scaling by 2^m comes last and once, since results below the smallest
+// normal number must not be rounded twice.
 
 namespace lorv::arithmetic {
 namespace {

@@ -6,12 +6,12 @@
 // additions, multiplications, divisions and square roots of doubles, which the standard of their arithmetic
 // defines to the last bit. What each gives is the double nearest to the exact value, ties to the even one: a
 // quick way with a known error answers whenever that error cannot change the rounding, and one of twice the
-// digits answers the rest (some one in a hundred). That one errs by at most some 2^-90 of the value, so an
-// answer other than the nearest double would need an argument whose exact value is that close to the middle
-// of two.
+// digits answers the rest (about one call in a hundred). That one errs by at most some 2^-90 of the value,
+// so an answer other than the nearest double would need an argument whose exact value is that close to the
+// middle of two.
 //
-// Edges: not-a-number gives itself; outside a function's domain the result is the not-a-number that the
-// processor makes. Infinities have the limits, where there is one. Nothing is kept and no flag is read: any
+// Edges: NaN gives itself; outside a function's domain the result is the NaN that the processor makes.
+// Infinities give the limit, where there is one. No state is kept and no floating-point flag is read: any
 // thread, in the default rounding direction.
 //
 //   Power(10, -2) == 0.01       Sine(1e22) == -0.8522008497671888

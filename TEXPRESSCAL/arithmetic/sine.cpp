@@ -95,7 +95,7 @@ Pair LongSine(const InQuarter& angle) {
   return Plus(sum, sine);
 }
 
-// The sine of an angle plus so many quarters of the circle.
+// The sine of an angle plus a number of quarters of the circle.
 double SineAhead(double x, int quarters) {
   const InQuarter quick = TurnedBack(QuicklyReduced(x), quarters);
   const Pair value = QuickSine(quick);
@@ -109,7 +109,7 @@ bool IsFinite(double x) {
   return std::fabs(x) <= 1.7976931348623157e308;
 }
 
-// What the functions of angles give for the arguments that are no numbers.
+// The result of the functions of angles for infinities and NaN.
 double OfNoNumber(double x) {
   return x != x ? x + x : ProcessorsNan();
 }

@@ -8,11 +8,11 @@
 
 namespace lorv::arithmetic {
 
-// The double nearest to the square root, the same on every system; outside its domain the not-a-number that
-// the processor makes.
+// The double nearest to the square root, the same on every system; outside its domain the NaN that the
+// processor makes.
 //
-// By the processor's own instruction: where a compiler does not put that in, the C library of Windows works
-// with 64 bits and rounds twice.
+// By the processor's own instruction: the C library of Windows, which a compiler may call instead, computes
+// with 64 bits of mantissa and rounds twice.
 inline double SquareRoot(double x) {
 #if defined(__SSE2__) || defined(_M_X64)
   const __m128d value = _mm_set_sd(x);

@@ -13,7 +13,7 @@
 
 namespace lorv {
 
-// What was learnt of the formula stays behind: it is cheap to learn, and the places and plans are large.
+// Plans and places are not copied: they are large, and cheap to make again.
 void FormulaEngine::CopyTexts(FormulaEngine& other) {
   formula_ = other.formula_;
   working_ = other.WorkingText();

@@ -77,7 +77,7 @@ void Compiler::Put(StepKind kind, std::size_t cell, std::size_t other, unsigned 
   Step step{kind, static_cast<std::uint8_t>(rule), narrow(cell), narrow(other),
             MayLoad(kind) ? Step::kNoLoad : std::uint16_t{0}};
   std::vector<Step>& steps = program_.steps_;
-  // A load in front is made a part of this step: whoever goes on there goes on here.
+  // A load in front is made a part of this step: jumps to the load arrive here.
   if (MayLoad(kind) && !steps.empty() && steps.back().kind == StepKind::kLoad) {
     step.further = steps.back().cell;
     steps.pop_back();

@@ -9,15 +9,15 @@
 #include "TEXPRESSCAL/simd/formula_step.h"
 #include "framework/collections/aligned_row.h"
 
-// A formula whose variables stay variables, made from a parsed tree to be evaluated many times: a row of
-// steps over one number in the accumulator and numbered cells. The value and the error are those of
-// evaluating the tree itself, to the last bit: each step applies the tree's own rule, and the steps stand in
-// the order in which the tree is evaluated, since the last error written is the one that counts.
+// A formula whose variables stay variables, made from a parsed tree to be evaluated many times: a sequence
+// of steps over an accumulator and numbered cells. The value and the error are those of evaluating the tree
+// itself, to the last bit: each step applies the tree's own rule, and the steps stand in the order in which
+// the tree is evaluated, since the last error written is the one that counts.
 namespace lorv {
 
 class FormulaProgram {
  public:
-  // Cells: first those of the variables, then the constants, then room for numbers on their way.
+  // Cells: first those of the variables, then the constants, then room for intermediate results.
   static constexpr std::size_t kMaxCells = 4096;
   static constexpr std::size_t kMaxSteps = 0x8000;
 
@@ -37,8 +37,8 @@ class FormulaProgram {
   double* Slots() { return cells_.data(); }
   std::size_t SlotCount() const { return slots_; }
   const std::vector<Step>& Steps() const { return steps_; }
-  // The cells behind the variables' hold the constants, ConstantEnd() is the first one for numbers on their
-  // way.
+  // The cells behind the variables' hold the constants, ConstantEnd() is the first one for intermediate
+  // results.
   const AlignedRow<double>& Cells() const { return cells_; }
   std::size_t ConstantEnd() const { return constant_end_; }
   std::size_t SavedNumbers() const { return cells_.size() - constant_end_; }

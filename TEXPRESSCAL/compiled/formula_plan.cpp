@@ -85,9 +85,9 @@ bool FormulaPlan::MakeProgram(const PlanReader& reader) {
   return is_made;
 }
 
-// A name has one slot however often it occurs, and a value must fit all of its places. The values are read in
-// whole strides of the processor, so the last place is repeated to the end of one; nobody reads what comes of
-// the repetitions.
+// A name has one slot however often it occurs, and a value must fit all of its places. The values are read
+// in whole strides of the processor, so the last place is repeated to the end of one; the results of the
+// repetitions are not used.
 void FormulaPlan::MakeSlots(const PlanReader& reader, const std::vector<std::size_t>& least_texts) {
   std::map<std::size_t, Slot> by_name;
   for (const PlaceholderEdit::Place& place : reader.Places()) {

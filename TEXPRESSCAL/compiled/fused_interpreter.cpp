@@ -138,7 +138,7 @@ double Absolute(const FusedStep* step, double accumulator, double* cells, int* e
 double Not(const FusedStep* step, double accumulator, double* cells, int* error) {
   return Next(step, AsNumber(accumulator == 0), cells, error);
 }
-// What is no number has no root either.
+// NaN is outside the domain, too.
 double SquareRoot(const FusedStep* step, double accumulator, double* cells, int* error) {
   if (accumulator >= 0) return Next(step, arithmetic::SquareRoot(accumulator), cells, error);
   *error = kOutsideDomain;

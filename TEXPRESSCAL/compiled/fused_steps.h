@@ -19,11 +19,11 @@ struct FusedStep {
   std::uint16_t cell;    // what the accumulator is joined with
   std::uint16_t other;   // the other factor of a product
   std::uint16_t second;  // what the accumulator is joined with then
-  std::uint16_t target;  // the cell where the accumulator is put, or how many steps further on to go
+  std::uint16_t target;  // the cell where the accumulator is stored, or the distance of a jump in steps
   std::uint16_t rule;    // the function
 };
 
-// What a fused step with arithmetic or a comparison does behind it.
+// How a fused step of arithmetic or a comparison ends.
 enum class FusedTail : std::uint8_t { kGoesOn, kSaves, kEnds, kBranches };
 
 // How the accumulator is joined with a second cell.

@@ -11,9 +11,9 @@
 
 namespace lorv {
 
-// Parses a text with placeholders for values, and finds out which number of the tree is which value's. It is
-// used while a plan is made. What it accepts is safe to plan: every value is a number of its own in the tree,
-// whatever its digits are, so another value changes numbers and never the shape of the tree.
+// Parses a text with placeholders for values, and finds the number of the tree that stands for each value.
+// It is used while a plan is made. What it accepts is safe to plan: every value is a number of its own in
+// the tree, whatever its digits are, so another value changes numbers and never the shape of the tree.
 class PlanReader {
  public:
   PlanReader(TextView text, std::vector<PlaceholderEdit::Place> places)
@@ -32,7 +32,7 @@ class PlanReader {
   const std::size_t* NameOf(const ExprNode* leaf) const { return In(starts_, leaf); }
   const std::size_t* DivisorOf(const ExprNode* leaf) const { return In(divisors_, leaf); }
 
-  // A sign that was typed as "+" before a value takes no "-" behind it.
+  // Whether a negative value may stand at the place: none may behind a "+" that is a sign.
   bool TakesNegative(const PlaceholderEdit::Place& place) const;
   // Whether the tree with divisors is this one but for the divisions by them: what divides by 1 then gives
   // just what the plain one gives.

@@ -26,10 +26,10 @@ class FormulaTrace {
   // The tree of what Text() has become, or null. It lives until the next parse.
   ExprNode* Parse(const CValidParameter& resolver);
 
-  // No name of more units has a value.
+  // Names of more units than that have no value.
   void LimitNames(std::size_t units) { longest_name_ = units; }
 
-  // Why the last parse failed. Of the `known` names the nearest is proposed for one that nobody knows.
+  // Why the last parse failed. Of the `known` names the nearest is proposed for an unknown one.
   FormulaDiagnosis ExplainParse(std::vector<CString> known);
   // What an evaluation's error means; `node` is where it came up, or null.
   FormulaDiagnosis ExplainEvaluation(int code, const ExprNode* node);

@@ -81,7 +81,7 @@ bool DirectEvaluator::Evaluate(double& result) {
   // A few names are compared faster than a table is made.
   if (count_ > kFewEntries) HashNames();
   const double value = Joined();
-  // A replacement that stops at its limit might leave names; the sign of what is no number is not kept here.
+  // A replacement that stops at its limit might leave names; the sign of a NaN is not kept here.
   if (refused_ || by_zero_ || *at_ != 0 || name_units_ > kMaxSubstitutions || std::isnan(value)) return false;
   result = value;
   return true;
@@ -359,7 +359,7 @@ double DirectEvaluator::Call(unsigned short kind) {
   return NumberFunction(kind, x);
 }
 
-// All arguments first, compared from the last to the first: what is no number makes the order count.
+// All arguments first, compared from the last to the first: with a NaN among them the order matters.
 double DirectEvaluator::Extreme(unsigned short kind) {
   std::array<double, 8> values;
   values[0] = Joined();

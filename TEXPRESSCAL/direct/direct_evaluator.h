@@ -26,7 +26,7 @@ class DirectEvaluator {
   bool Evaluate(double& result);
 
  private:
-  // So many names are looked through one by one.
+  // Up to this many names are searched one by one.
   static constexpr std::size_t kFewEntries = 20;
   static constexpr std::size_t kSlots = 256;
   static_assert(2 * ValuePlaces::kMaxEntries <= kSlots);

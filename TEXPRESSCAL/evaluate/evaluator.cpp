@@ -95,7 +95,7 @@ double Evaluator::EvaluateComparison(const ExprNode* node, int levels) {
   return NumbersCompare(node->kind, left, Number(node->right, levels)) ? 1 : 0;
 }
 
-// A row of signs may be as long as the text.
+// A sequence of signs may be as long as the text.
 double Evaluator::EvaluateNegation(const ExprNode* node, int levels) {
   bool negative = true;
   const ExprNode* inner = node->right;

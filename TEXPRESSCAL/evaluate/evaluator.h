@@ -12,7 +12,7 @@
 
 namespace lorv {
 
-// A value on its way: a number, or a text that some node holds. A text counts as the number 0.
+// An intermediate value: a number, or a text that some node holds. A text counts as the number 0.
 struct Operand {
   double number;
   const ExprNode* text;  // null: a number

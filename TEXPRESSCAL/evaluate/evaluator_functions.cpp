@@ -34,7 +34,8 @@ double Evaluator::Function(const ExprNode* call, int levels) {
   if (call->left == nullptr) SetError(kMissingOperand, call);
   if (call->kind != kSqrt && call->kind != kLog) {
     const double result = NumberFunction(call->kind, x);
-    // Too large for 32 bits gives the lowest number, as it always did; only who asks for doubts hears of it.
+    // What is too large for 32 bits gives the lowest number, as it always did; only the report of doubts
+    // mentions it.
     const bool is_lowest = result == -kEndOf32Bits && GoesThrough32Bits(call->kind);
     if (is_lowest && !(x > -kEndOf32Bits - 1 && x < -kEndOf32Bits + 1)) overflow_node_ = call;
     return result;

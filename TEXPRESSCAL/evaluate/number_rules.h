@@ -7,8 +7,8 @@
 // What the operators and functions make of numbers: the rules that every way of evaluating a formula shares,
 // so that all of them agree to the last bit.
 //
-// They are always taken in where they are used: code for several generations of processors uses them, and a
-// copy made for one must not be called by another.
+// They are always inlined: code for several generations of processors uses them, and a copy compiled for one
+// must not be called by another.
 namespace lorv {
 
 // "<" and ">" see numbers this close as equal; the other comparisons are exact.

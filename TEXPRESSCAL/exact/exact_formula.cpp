@@ -87,7 +87,7 @@ struct ExactFormula::State {
   std::map<std::size_t, std::basic_string<TCHAR>> words;  // the values of the texts
   int last_code = 0;
   const ExprNode* error_node = nullptr;
-  bool may_hide = false;  // some part may be no number while the result is one
+  bool may_hide = false;  // some part may be NaN or infinite while the result is finite
   bool has_rows = false;
   ExactRows rows;
   std::mutex tree;  // what rows leave to the tree they leave to one after the other

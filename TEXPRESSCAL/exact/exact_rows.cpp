@@ -9,9 +9,9 @@
 #include "TEXPRESSCAL/simd/block_work.h"
 
 // Rows of an exact formula in blocks: the caller's columns are the cells of a program, without a copy.
-// Numbers that leave 32 bits when they are rounded need a warning, and so does what is no number where the
-// result hides it; blocks cannot give it. For each such part a program of it alone is run beside, and the
-// rows in doubt go to the tree.
+// Numbers that leave 32 bits when they are rounded need a warning, and so does a NaN where the result hides
+// it; blocks cannot give it. For each such part a program of it alone is run beside, and the rows in doubt
+// go to the tree.
 
 namespace lorv {
 namespace {

@@ -11,13 +11,13 @@ namespace lorv {
 // The rows of an exact formula, evaluated in blocks straight from the caller's columns.
 class ExactRows {
  public:
-  // False where a tree cannot be evaluated in blocks. `names` is the count of columns, `hidden` are the parts
-  // that may be no number while the result is one.
+  // False where a tree cannot be evaluated in blocks. `names` is the count of columns, `hidden` are the
+  // parts that may be NaN or infinite while the result is finite.
   bool Make(const ExprNode* root, std::size_t names, const std::vector<const ExprNode*>& hidden,
             const FormulaProgram::SlotOf& slot_of);
 
   // The last code of each row goes to `codes` unless it is null. `doubted` is asked for each row in which a
-  // number beyond 32 bits may have been cut, or a part may be no number; it evaluates the row afresh.
+  // number beyond 32 bits may have been cut, or a part may be NaN or infinite; it evaluates the row anew.
   struct Task {
     const double* const* columns;
     std::size_t rows;
@@ -31,7 +31,7 @@ class ExactRows {
   // A part of the formula whose value decides whether a row can be trusted.
   struct Guard {
     FormulaProgram program;
-    double end;  // values from here on, and what is no number, are doubted
+    double end;  // values from here on, and NaN, are doubted
   };
   bool AddGuard(const ExprNode* part, double end, const FormulaProgram::SlotOf& slot_of);
 

@@ -30,7 +30,7 @@ bool IsComparison(unsigned short kind) {
   return kind == kLess || kind == kGreater || (kind >= kGreaterEqual && kind <= kEqual);
 }
 
-// What gives no number, or an infinite one, for ordinary operands.
+// Operators and functions that may give NaN or infinity for finite operands.
 bool MayGiveNone(unsigned short kind) {
   return kind == kPower || kind == kExp || kind == kAsin || kind == kAcos || kind == kCtg || kind == kCtga;
 }
@@ -103,7 +103,7 @@ void Collect(const ExprNode* node, std::vector<const ExprNode*>& found) {
   }
 }
 
-// Where a part that is no number becomes none: all that it is made of are numbers.
+// Where NaN or infinity arises: all operands of the part are finite.
 const ExprNode* SourceOf(const ExprNode* node) {
   for (const Part& part : PartsOf(node, true)) {
     if (!std::isfinite(ValueOf(part.node))) return SourceOf(part.node);

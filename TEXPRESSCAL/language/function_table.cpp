@@ -67,7 +67,7 @@ __int64 FunctionTable::CompareKey(const LPCTSTR* key, const CDtaFunction& elemen
   return CompareWithoutCase(*key, element.pszName);
 }
 
-// Made by whoever asks first, on any thread: the language sees to that.
+// Made by the first call, on any thread: a static local variable is initialised safely.
 const FunctionTable& Functions() {
   static const FunctionTable table = Filled();
   return table;

@@ -43,12 +43,12 @@ class NameList {
 
 constexpr std::size_t kVarListSize = 255;
 
-// Why a parse stopped, for those who explain it to a person.
+// Why a parse stopped, for messages to the user.
 enum class ParseFault {
   kNone,
   kTrailing,     // a whole formula, and something behind it
   kNoOperand,    // an operand must stand here
-  kUnknownName,  // a name that nobody knows
+  kUnknownName,  // an unknown name
   kNoArguments,  // a function's name without its bracket
   kArgumentCount,
   kOpenText,     // no closing quote

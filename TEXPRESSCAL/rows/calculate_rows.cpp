@@ -150,7 +150,7 @@ class RowJob {
   }
 
  private:
-  // What fails for want of memory fails the whole call, in the calling thread.
+  // A lack of memory fails the whole call, in the calling thread.
   void Share() noexcept {
     try {
       planned_ ? ShareBlocks() : ShareTexts();

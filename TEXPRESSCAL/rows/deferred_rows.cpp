@@ -56,7 +56,7 @@ std::uint64_t DeferredRows::Read() {
   return refused;
 }
 
-// What stands behind the rows that wait is read as well, left over from earlier ones; nobody looks at it.
+// What stands behind the rows that wait is read as well, left over from earlier ones, and ignored.
 std::uint64_t DeferredRows::ReadSlot(const RowPlan::Slot& slot, Reading& reading) {
   for (std::size_t k = 0; k < count_; ++k) values_[k] = slot.column[rows_[k]];
   const bool is_easy = FormulaPlan::IsFree(slot.rule) && slot.rule.takes_third;

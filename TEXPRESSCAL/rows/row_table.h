@@ -15,7 +15,7 @@ struct RowTable {
   double* results;
   int* errors;
 
-  // So many rows that writing their results past the caches is faster than through them.
+  // From this many rows on, writing results past the caches is faster than through them.
   static constexpr std::size_t kManyRows = 1U << 18;
 
   // Comes before any Put to these rows.

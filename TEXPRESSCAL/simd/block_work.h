@@ -13,17 +13,17 @@ namespace lorv {
 
 constexpr std::size_t kBlockRows = 256;
 
-// While a value is read, the one so many rows further on is fetched from memory. No whole number of pages:
-// values at the same place of their pages share a small part of the nearest cache.
+// While a value is read, the one this many rows further on is prefetched. No whole number of pages: values
+// at the same place of their pages share a small part of the nearest cache.
 constexpr std::size_t kRowsAhead = 640;
 
-// Blocks are evaluated in whole strides of so many rows.
+// Blocks are evaluated in whole strides of this many rows.
 constexpr std::size_t kBlockStride = 8;
 
 // A step that saves a number saves a block of them; formulas nest no deeper than this, or have no loops.
 constexpr std::size_t kMaxSavedBlocks = 48;
 
-// Texts are compared so many units at a step.
+// Texts are compared this many units at a step.
 constexpr std::size_t kTypedStep = 32;
 
 // Rows are read in groups; a word of marks has a bit for each of a group's.
@@ -36,7 +36,7 @@ struct BlockCell {
   double number;
 };
 
-// Memory and caches are fetched and written in lines of so many bytes.
+// The size of a cache line in bytes.
 constexpr std::size_t kMemoryLine = 64;
 
 // Which rows a branch is evaluated for.
@@ -60,7 +60,7 @@ struct BlockJob {
   const Step* steps;
   std::size_t step_count;  // the end among them
   const BlockCell* cells;  // of the variables and the constants
-  std::size_t saved_from;  // the first cell for numbers on their way
+  std::size_t saved_from;  // the first cell for intermediate results
   std::size_t rows;        // at most kBlockRows
   double* results;         // of the rows
   bool streams;            // write the results past the caches; they begin at a line of memory
@@ -75,7 +75,7 @@ struct BlockJob {
 // Values of which the i-th stands places[i] bytes behind a first one, and where they go.
 struct ScatteredValues {
   const std::size_t* places;
-  std::size_t count;  // so many strides of `lanes` of the loops
+  std::size_t count;  // in strides of `lanes`
   double* values;
   double* readings;
 };
@@ -103,15 +103,15 @@ struct BlockLoops {
   bool (*is_typed)(const TCHAR* text, const TCHAR* known, std::size_t last_step, const TCHAR* counts);
   // Writes zeros past the caches.
   void (*stream_no_errors)(int* errors, std::size_t rows);
-  // Whoever wrote past the caches calls this before another thread may read.
+  // After writing past the caches this is called before another thread may read.
   void (*end_stream)();
 };
 
 // Those that this processor can run, the best first; at most `room` of them.
 std::size_t UsableBlockLoops(const BlockLoops** loops, std::size_t room);
 
-// The best of them for a program that saves so many numbers on their way; null where that is more than there
-// is room for.
+// The best of them for a program that saves this many intermediate results; null where there is no room for
+// them.
 const BlockLoops* BestBlockLoops(std::size_t saved_numbers);
 
 extern const BlockLoops kBaselineLoops;

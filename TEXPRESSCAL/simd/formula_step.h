@@ -5,7 +5,7 @@
 namespace lorv {
 
 // The instructions of a compiled formula. A step joins one number, the accumulator, with numbered cells: a
-// formula of quantities is mostly a row of such operations, and each of them is one loop when rows are
+// formula of quantities is mostly a sequence of such operations, and each of them is one loop when rows are
 // evaluated in blocks. The compiler writes the steps, the fused interpreter and the loops over blocks read
 // them; both apply the rules of number_rules.h, so they give the same bits.
 enum class StepKind : std::uint8_t {

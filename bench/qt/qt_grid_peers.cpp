@@ -79,6 +79,7 @@ class QtPeer : public GridPeer {
   }
   void InsertRow(int row) override { View().model()->insertRow(row); }
   void FitColumn(int column) override {
+    // All rows, as the library measures them; the toolkit's default looks at a thousand.
     View().horizontalHeader()->setResizeContentsPrecision(-1);
     View().resizeColumnToContents(column);
   }
@@ -105,6 +106,7 @@ class QtPeer : public GridPeer {
   virtual QTableView& View() = 0;
   void Show() {
     QTableView& view = View();
+    // The toolkit's quickest mode: rows of one height are not measured.
     view.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     view.verticalHeader()->setDefaultSectionSize(table_.row_height);
     view.horizontalHeader()->setDefaultSectionSize(table_.column_width);
@@ -113,6 +115,7 @@ class QtPeer : public GridPeer {
     Settle();
   }
   static void Settle() {
+    // An editor is deleted by an event of its own, which belongs to the work that closed it.
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QApplication::processEvents();
   }
@@ -210,6 +213,7 @@ std::vector<std::unique_ptr<GridPeer>> MakeGridPeers(const Table& table) {
 
 std::size_t HeapInUse() {
   const struct mallinfo2 info = mallinfo2();
+  // Large blocks are mapped and counted apart.
   return info.uordblks + info.hblkhd;
 }
 

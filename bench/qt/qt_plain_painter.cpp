@@ -15,6 +15,8 @@ namespace {
 
 using lorv::ToQt;
 
+// Draws what the library draws with the toolkit's painter alone: the same font, colours, edges and order, so
+// that a ratio shows what the library adds.
 class QtPlainPainter : public PlainPainter {
  public:
   explicit QtPlainPainter(const Sheet& sheet)
@@ -27,8 +29,10 @@ class QtPlainPainter : public PlainPainter {
       texts_.push_back(ToQt(text.View()));
       kept_.emplace_back(texts_.back());
       kept_.back().setTextFormat(Qt::PlainText);
+      // Shaped beforehand, as the library keeps texts that are drawn again.
       kept_.back().prepare(QTransform(), font_);
     }
+    // Else the toolkit would fill the ground once more than the library's window does.
     shown_.setAttribute(Qt::WA_OpaquePaintEvent);
     shown_.resize(sheet.Width(), sheet.Height());
     shown_.show();
@@ -39,6 +43,7 @@ class QtPlainPainter : public PlainPainter {
     Lines(painter);
   }
   void Texts() override {
+    // Texts of a program come in its own form: turning them into the toolkit's is part of the work.
     Refresh();
     QPainter painter(&image_);
     Texts(painter);
@@ -76,6 +81,7 @@ class QtPlainPainter : public PlainPainter {
     }
   }
   void ScrollRow() override {
+    // Rows of pixels are moved in memory, the quickest way for a picture of this kind.
     const std::size_t moved = static_cast<std::size_t>(sheet_.Height() - sheet_.Down());
     const std::size_t line = static_cast<std::size_t>(image_.bytesPerLine());
     uchar* const bits = image_.bits();

@@ -32,6 +32,7 @@ class GdiPlainPainter : public PlainPainter {
 
   void Lines() override { Paint(&GdiPlainPainter::DrawLines); }
   void Texts() override { Paint(&GdiPlainPainter::DrawTexts); }
+  // The system keeps no shaped texts.
   void KeptTexts() override { Texts(); }
   void TextsInCells() override { Paint(&GdiPlainPainter::DrawTextsInCells); }
   void Page() override { Paint(&GdiPlainPainter::DrawPage); }
@@ -54,6 +55,7 @@ class GdiPlainPainter : public PlainPainter {
     PAINTSTRUCT paint = {};
     const HDC context = BeginPaint(window_, &paint);
     if (draw_ != nullptr) (this->*draw_)(context);
+    // The system gathers calls; without this they would be carried out in the time of the next step.
     GdiFlush();
     EndPaint(window_, &paint);
   }

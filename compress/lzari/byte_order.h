@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <cstring>
 
-// The one pair of ways by which numbers of files and streams reach memory; the byte order is in the name.
-// Addresses need no alignment. The caller answers for the bytes being there.
+// The one pair of functions that load and store the numbers of files and streams; the byte order is in the
+// name. Addresses need no alignment. The caller guarantees that the bytes are there.
 namespace lorv {
 
 inline std::uint32_t SwapBytes(std::uint32_t value) {

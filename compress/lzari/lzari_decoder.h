@@ -34,7 +34,7 @@ class PlainRow {
       for (std::size_t i = 0; i < length; ++i) to[i] = (to - distance)[i];
       return;
     }
-    // Most matches are one piece: no loop to be foretold.
+    // Most matches are one piece: no loop whose branch could be mispredicted.
     CopyPiece(to, distance);
     for (std::size_t i = kPiece; i < length; i += kPiece) CopyPiece(to + i, distance);
   }

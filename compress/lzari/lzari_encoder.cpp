@@ -134,7 +134,7 @@ void Encoder::Encode(std::uint32_t size, ByteSource& source) {
   for (int i = 1; i <= kLongest; ++i) tree_.InsertNode(r_ - i);
   tree_.InsertNode(r_);
   EncodeBytes(source, ahead);
-  // A source that breaks off would leave a stream whose count nobody can reach.
+  // A source that breaks off would leave a stream of fewer bytes than its count says.
   if (totals_.text_size != size) Error(kReadError);
   EncodeEnd();
   if (!sink_.Finish()) Error(kWriteError);

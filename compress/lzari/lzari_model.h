@@ -26,7 +26,7 @@ class SymbolModel {
  public:
   void StartModel();
 
-  // Defined in lzari_model_steps.h, for the inner loops that take them in:
+  // Defined in lzari_model_steps.h, to be inlined in the inner loops:
 
   // Counts one more of `symbol`, after halving all frequencies if the total has reached its limit.
   void UpdateModel(int symbol);

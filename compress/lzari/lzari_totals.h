@@ -10,7 +10,7 @@ struct Totals {
   std::uint32_t text_size = 0;                 // plain bytes
   std::uint32_t code_size = 0;                 // bytes of the stream
   std::uint32_t print_count = 0;               // next progress mark
-  std::function<void(std::uint32_t)> handler;  // hears the plain bytes done; nothing is printed then
+  std::function<void(std::uint32_t)> handler;  // called with the plain bytes done; nothing is printed then
 
   void ShowPacked() {
     if (text_size > print_count) [[unlikely]]
@@ -28,7 +28,7 @@ struct Totals {
   void PrintUnpacked(std::uint32_t count);
 };
 
-// What an operation that cannot go on is left by; the codec makes the int 1 of it for its callers.
+// Thrown by an operation that cannot go on; the codec turns it into the int 1 that callers catch.
 struct Failure {
   const char* message;
 };

@@ -13,7 +13,7 @@
 namespace lorv::lzari {
 namespace {
 
-// So many strings are passed in the row before the tree is taken instead.
+// This many strings are passed in the row before the tree is used instead.
 constexpr int kMostSteps = 24;
 // Strings that share less have too many others between them.
 constexpr std::uint32_t kLeastShared = 3;
@@ -195,7 +195,7 @@ void SearchTree::WalkTree(Index r) {
   const std::uint64_t key = WordAt(r);
   std::uint64_t other = WordAt(p);
   do {
-    // Which way it goes nobody could foretell, so there is no branch; both ways are made ready instead.
+    // The direction cannot be predicted, so there is no branch; both ways are prepared instead.
     const Pair<Index> sons = {son_[p][kSmaller], son_[p][kGreater]};
     const std::uint64_t smaller_word = WordAt(sons[kSmaller]);
     const std::uint64_t greater_word = WordAt(sons[kGreater]);

@@ -141,7 +141,7 @@ bool Input::ReadAt(std::uint64_t position, std::span<unsigned char> to) {
   }
   if (at_ != position && !file_->Seek(position)) return false;
   const bool whole = file_->Read(to.data(), to.size()) == static_cast<std::int64_t>(to.size());
-  // After a short read nobody knows where the file stands: the next read seeks.
+  // After a short read the position of the file is not known: the next read seeks.
   at_ = whole ? position + to.size() : ~std::uint64_t{0};
   return whole;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 // What exactly keeps an archive or an entry from being written or read: finer than the result codes, for
-// those who report it to a user.
+// messages to the user.
 namespace lorv {
 
 enum class ZipFault {
@@ -30,7 +30,7 @@ enum class ZipFault {
   kTooMuch,    // it unpacks to more bytes than the directory says
   kTooLittle,  // to fewer
   kSum,        // its bytes do not have the sum that the directory says
-  kTaker,      // who takes the bytes wanted no more
+  kTaker,      // the receiver of the bytes asked to stop
   kNoMemory,
 };
 

@@ -92,7 +92,7 @@ class ZipReader::Inflater {
   bool Restart() { return ready_ && inflateReset(&stream_) == Z_OK; }
   bool Ended() const { return ended_; }
 
-  // Unpacks `bytes` and passes on what comes; false where the data are wrong or `take` wants no more.
+  // Unpacks `bytes` and passes on the result; false where the data are wrong or `take` asks to stop.
   template <class Take>
   bool Unpack(std::span<const unsigned char> bytes, const Take& take) {
     // zlib takes its input by a pointer to bytes that it does not change.

@@ -17,8 +17,8 @@ std::uint32_t ExternalAttributes(DWORD attributes);
 bool LooksExecutable(std::span<const unsigned char> beginning, File& file);
 
 // The attributes of Windows that an entry asks for: from the low word where a system of that kind made it,
-// else from the rights of Unix. A name that ends in a
-// separator is a folder whatever they say. 0x80 for none.
+// else from the rights of Unix. A name that ends in a separator is a folder whatever they say. 0x80 for
+// none.
 DWORD FileAttributes(std::uint32_t external, std::uint32_t made_by, bool folder_name);
 
 }  // namespace lorv::zip

@@ -46,7 +46,7 @@ class COMM_LORV_API ZipWriter {
   // In a block of memory; a null block is memory that grows and is the object's.
   DWORD Create(void* block, std::size_t size);
 
-  // 0x200 for a path that cannot be opened, and for a pipe or a device: nobody waits for what they may give.
+  // 0x200 for a path that cannot be opened, and for a pipe or a device, which might never end.
   DWORD Add(const char* name, const char* path);
   // From where an open file stands; `facts` are those of the file on disk, none for what is no such file: it
   // has no attributes and the time of now.
@@ -56,8 +56,8 @@ class COMM_LORV_API ZipWriter {
   DWORD Add(const char* name, File& file, const FileFacts* facts, std::string_view unicode_name = {});
   DWORD Add(const char* name, const void* data, std::size_t size);
   DWORD AddFolder(const char* name, std::string_view unicode_name = {});
-  // Why an entry of so many bytes would be refused, before anything of it is written; kNone where it would be
-  // taken. Nothing is kept of the question, so others may be added afterwards.
+  // Why an entry of that name and size would be refused, before anything of it is written; kNone where it
+  // would be taken. Nothing is kept of the question, so others may be added afterwards.
   ZipFault Obstacle(std::string_view name, std::uint64_t size, std::string_view unicode_name = {}) const;
 
   // Puts all entries of another archive behind those of this one, in their order, as if they had been added

@@ -110,7 +110,7 @@ class COMM_LORV_API CDC : public CObject {
 
  protected:
   void SetSurface(std::shared_ptr<lorv::Canvas> surface);
-  // Nothing that is drawn beside it can be seen: device pixels.
+  // What is drawn outside the rectangle (device pixels) cannot be seen.
   void SetLimit(const RECT& limit) { limit_ = limit; }
 
  private:
@@ -169,7 +169,7 @@ class COMM_LORV_API CPaintDC : public CDC {
   lorv::Region dirty_;
 };
 
-// A page of paper: its dots an inch and its size are those of the printer.
+// A page of paper: its dots per inch and its size are those of the printer.
 class COMM_LORV_API CPrintDC : public CDC {
  public:
   explicit CPrintDC(std::shared_ptr<lorv::Canvas> page) : CDC(std::move(page)) {}

@@ -45,7 +45,7 @@ class COMM_LORV_API CFont : public CObject {
   CFont() = default;
   explicit CFont(const LOGFONT& face) : face_(face) {}
   BOOL CreateFontIndirect(const LOGFONT* face);
-  // In tenths of a point at 96 dots an inch, or of the device context.
+  // In tenths of a point at 96 dots per inch, or of the device context.
   BOOL CreatePointFont(int tenths, LPCTSTR face, CDC* dc = nullptr);
   int GetLogFont(LOGFONT* face) const;
   BOOL DeleteObject();

@@ -9,8 +9,8 @@
 //
 // Units: pixels. A step is a square of the stroke's width, its left top corner on the line; the last point is
 //   left out. Dots are every second step, dashes four of six.
-// Edges: what lies outside `area` is not given, so that a line far longer than it costs no time. A straight
-//   solid line is one rectangle.
+// Edges: what lies outside `area` is not given, so the time depends on the area and not on the line's
+//   length. A straight solid line is one rectangle.
 //
 //   LineRuns({1, 0}, {4, 0}, Stroke(), CRect(0, 0, 9, 9))  gives {(1, 0, 4, 1)}
 namespace lorv {

@@ -35,6 +35,7 @@ LONG ScaledCanvas::Down(LONG size) const {
 
 RECT ScaledCanvas::Up(const RECT& rect) const {
   RECT up = {Up(rect.left), Up(rect.top), Up(rect.right), Up(rect.bottom)};
+  // A line of one pixel must not vanish on a smaller surface.
   if (rect.right > rect.left) up.right = std::max(up.right, up.left + 1);
   if (rect.bottom > rect.top) up.bottom = std::max(up.bottom, up.top + 1);
   return up;
@@ -88,6 +89,7 @@ void ScaledCanvas::SetFont(const LOGFONT& font) {
   // A font without a height would have that of the surface.
   LOGFONT scaled = font.lfHeight == 0 ? DesktopInForce().DialogFont() : font;
   const LONG height = Up(scaled.lfHeight);
+  // A height of 0 would choose the surface's own font size; the sign says which height is meant.
   scaled.lfHeight = height != 0 ? height : (scaled.lfHeight < 0 ? -1 : 1);
   scaled.lfWidth = Up(scaled.lfWidth);
   surface_->SetFont(scaled);
@@ -127,6 +129,7 @@ bool ScaledCanvas::Shows(const RECT& rect) const {
 void ScaledCanvas::Copy(const RECT& to, Canvas& from, POINT from_at) {
   const int width = static_cast<int>(to.right - to.left);
   const int height = static_cast<int>(to.bottom - to.top);
+  // By way of the pixels, as the source may have another scale.
   const std::vector<DWORD> pixels =
       from.Pixels({from_at.x, from_at.y, from_at.x + width, from_at.y + height});
   if (!pixels.empty()) Image({width, height, pixels.data()}, to);

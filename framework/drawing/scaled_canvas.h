@@ -10,10 +10,10 @@ namespace lorv {
 // is shown enlarged.
 //
 // Units: pixels of the drawing; each is `scale` pixels of the surface. What has a size on the drawing has at
-//   least one pixel of the surface, so that lines do not vanish. Dots an inch are counted as the drawing's,
+//   least one pixel of the surface, so that lines do not vanish. Dots per inch are counted as the drawing's,
 //   so that measures in inches stay what they are.
-// Edges: a scale that is no number above 0 counts as 1. Copies are scaled pictures of what the source keeps.
-// The surface is shared. Thread as Canvas says.
+// Edges: a scale of 0, below 0 or NaN counts as 1. Copies are scaled pictures of what the source keeps. The
+// surface is shared. Thread as Canvas says.
 //
 //   ScaledCanvas canvas(page, 2.0);  canvas.Fill({0, 0, 5, 1}, 0)  fills 10 x 2 pixels of the page
 class COMM_LORV_API ScaledCanvas : public Canvas {

@@ -2,8 +2,8 @@
 
 #include <cstddef>
 
-// Memory that a structure of ours keeps although nothing lives there: the address sanitizer then stops who
-// touches it, as it does for freed memory. In other builds the functions do nothing.
+// Marks memory that a structure keeps but that holds no live object, so that the address sanitizer reports
+// an access to it as it does for freed memory. In other builds the functions do nothing.
 #if defined(__SANITIZE_ADDRESS__)
 #define LORV_ADDRESS_SANITIZER
 #elif defined(__has_feature)

@@ -6,7 +6,7 @@
 // styles, keys and flags. On Windows they are the system's own; elsewhere the same names with the same sizes
 // and values, so that a window class is written once.
 //
-// A handle is a name, never a pointer to follow: a handle whose window is gone names nothing.
+// A handle is an identifier and is never dereferenced; that of a window that is gone identifies nothing.
 #if !defined(_WIN32)
 #include "framework/native/posix/window_types.h"
 #endif

@@ -38,7 +38,7 @@ class DepthScope {
 CArchive::CArchive(CFile* file, UINT mode) : file_(file), mode_(mode & load) {}
 
 CArchive::~CArchive() {
-  // A destructor must not raise; who wants to know how the flush went calls Close.
+  // A destructor must not raise; a caller that wants to know how the flush went calls Close.
   try {
     Close();
   } catch (CException* e) {

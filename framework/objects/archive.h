@@ -8,7 +8,7 @@
 
 namespace lorv {
 
-// Objects that hold objects that hold objects: how deep a stored stream may go.
+// How deep objects may be nested in one another in a stored stream.
 constexpr int kMaxArchiveDepth = 64;
 
 }  // namespace lorv
@@ -20,7 +20,7 @@ constexpr int kMaxArchiveDepth = 64;
 //   then the units, little-endian. An object through a pointer: the name of its class as a text (the empty
 //   text for null), its schema in four bytes, then what its Serialize writes.
 // Edges: loading from a stream that ends early raises CArchiveException (endOfFile) by pointer; one that
-//   holds something else badIndex, badClass or badSchema. A length in the stream is not believed: memory
+//   holds something else badIndex, badClass or badSchema. A length in the stream is not trusted: memory
 //   grows with the bytes that are there. Objects nested deeper than kMaxArchiveDepth raise badIndex. Storing
 //   into a loading archive raises readOnly, the reverse writeOnly.
 // State at failure: the value that was to be loaded is as it was.

@@ -2,7 +2,8 @@
 
 #include <chrono>
 
-// The state changes under the mutex only, and every change wakes all waiters: who finds nothing waits again.
+// The state changes under the mutex only, and every change wakes all waiters: one that finds it not
+// signalled any more waits again.
 
 BOOL CEvent::SetEvent() {
   {

@@ -3,8 +3,8 @@
 #include "framework/objects/object.h"
 #include "framework/text/cstring.h"
 
-// The framework's failure objects. They are thrown by pointer; who catches one and does not throw it on
-// calls Delete on it, once.
+// The framework's failure objects. They are thrown by pointer; a handler that catches one and does not
+// rethrow it calls Delete on it, once.
 //
 // GetErrorMessage puts a text for the user, cut to `max_error - 1` units, and a terminator into the buffer:
 //   true. A null buffer, or no room for the terminator, gives false and touches nothing.
@@ -30,7 +30,7 @@ class COMM_LORV_API CException : public CObject {
   BOOL m_bAutoDelete = TRUE;
 };
 
-// No memory was to be had.
+// Memory could not be allocated.
 class COMM_LORV_API CMemoryException : public CException {
   DECLARE_DYNAMIC(CMemoryException)
  public:

@@ -16,8 +16,8 @@
 // Units: places are pixels of the screen, those of AccessibleCells pixels of the client area. Rows, columns
 //   and children count from 0.
 // Edges: an object may outlive what it stands for: it then answers Exists false, empty values and no
-//   children, and does nothing. Nobody keeps objects for long: of a million cells those exist that were
-//   asked for.
+//   children, and does nothing. Objects are made on demand and not kept for long: of a million cells only
+//   those asked for exist.
 // One thread: that of the user interface.
 namespace lorv {
 
@@ -79,7 +79,7 @@ class COMM_LORV_API AccessibleObject {
   virtual AccessRole Role() const = 0;
   virtual CString Name() const { return {}; }
   virtual CString Value() const { return {}; }
-  // As if the user had entered it; false where nobody could.
+  // As if the user had entered it; false where no user could.
   virtual bool SetValue(const CString& /*value*/) { return false; }
   virtual unsigned State() const = 0;
   virtual RECT Place() const = 0;

@@ -41,7 +41,7 @@ class COMM_LORV_API Canvas {
   virtual ~Canvas() = default;
 
   virtual SIZE Size() const = 0;
-  // Dots an inch of what is drawn on.
+  // Dots per inch of what is drawn on.
   virtual int Dpi() const { return kUsualDpi; }
 
   virtual void Fill(const RECT& rect, COLORREF colour) = 0;
@@ -60,7 +60,7 @@ class COMM_LORV_API Canvas {
   // lacks is replaced by one that has Chinese characters.
   virtual void SetFont(const LOGFONT& font) = 0;
   virtual TEXTMETRIC Metrics() const = 0;
-  // Of one line: its advance and the font's height. Control characters are the caller's affair.
+  // Of one line: its advance and the font's height. Control characters are for the caller to treat.
   virtual SIZE Extent(TextView text) const = 0;
   // One line, its left top corner (not the base line) at `at`. The background stays.
   virtual void Text(POINT at, TextView text, COLORREF colour) = 0;

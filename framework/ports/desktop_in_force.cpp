@@ -3,8 +3,8 @@
 #include "framework/objects/exceptions.h"
 #include "framework/ports/desktop_port.h"
 
-// Which desktop window classes talk to: that of the innermost scope, else the one chosen for the process.
-// Scopes are for tests and for pictures of dialogs; they nest, and each puts back what it found.
+// Which desktop window classes talk to: that of the innermost scope, else the one chosen for the
+// process. Scopes are for tests and for pictures of dialogs; they nest, and each puts back what it found.
 
 namespace lorv {
 namespace {
@@ -21,7 +21,7 @@ Desktop& DesktopInForce() {
 Desktop* DesktopIfAny() {
   try {
     return &DesktopInForce();
-    // Whoever asks here can do without windows: a library that reports a failure must not fail for lack of a
+    // Callers of this can do without windows: a library that reports a failure must not fail for lack of a
     // screen.
   } catch (CResourceException* none) {
     none->Delete();

@@ -31,7 +31,7 @@ class COMM_LORV_API Desktop {
   virtual HWND Create(const WindowRequest& request) = 0;
   // The window of that handle, or null. On Windows the windows of other programs are answered for too.
   virtual std::shared_ptr<WindowPeer> Find(HWND window) const = 0;
-  // The top windows of this thread, the topmost first, invisible ones included.
+  // The top-level windows of this thread, the topmost first, invisible ones included.
   virtual std::vector<HWND> Windows() const = 0;
 
   // Puts a message into the queue; false if the handle names nothing. A null handle is a message to the
@@ -56,7 +56,7 @@ class COMM_LORV_API Desktop {
   // A window of ours, null where none has the focus, or some handle that is not ours where another program's
   // window has it.
   virtual HWND Focus() const = 0;
-  // Nobody has the focus then; WM_KILLFOCUS to the former.
+  // No window has the focus then; WM_KILLFOCUS to the former.
   virtual void ClearFocus() = 0;
   virtual HWND Active() const = 0;
   virtual HWND Capture() const = 0;
@@ -85,7 +85,7 @@ class COMM_LORV_API Desktop {
 
   // Shows the menu until a choice is made; the command chosen, 0 for none. Keys, clicks and Esc work as the
   // system's menus do. While it is up, no window is offered a message and MenuUp is true. `flags` are
-  // TPM_...; sending the command to the owner is CMenu's affair. WM_INITMENUPOPUP is not sent.
+  // TPM_...; sending the command to the owner is left to CMenu. WM_INITMENUPOPUP is not sent.
   virtual UINT Popup(const MenuModel& menu, POINT screen, UINT flags, HWND owner) = 0;
   virtual bool MenuUp() const = 0;
 
@@ -151,7 +151,7 @@ inline bool IsKeyDown(int key) {
   return DesktopInForce().KeyState(key) < 0;
 }
 
-// The same, or null where it cannot be had: for those who can do without windows.
+// The same, or null where it cannot be had: for callers that can do without windows.
 COMM_LORV_API Desktop* DesktopIfAny();
 
 // The one chosen for the process, made at the first call; answered by platform/choice/desktop_choice.h.

@@ -9,8 +9,8 @@
 //
 // Units: points are pixels of the receiver's client area. Keys are MK_..., effects DROPEFFECT_... as bits:
 //   what the source allows, what the receiver would do, what was done.
-// Edges: an answer that the source does not allow counts as DROPEFFECT_NONE. A window that goes, or takes its
-//   receiver back, in the middle of a drag hears no more.
+// Edges: an answer that the source does not allow counts as DROPEFFECT_NONE. A window that goes, or takes
+//   its receiver back, in the middle of a drag gets no further calls.
 // One thread: that of the user interface.
 using DROPEFFECT = DWORD;
 

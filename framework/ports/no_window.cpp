@@ -48,6 +48,7 @@ class EmptyWindow : public WindowPeer {
   RECT WindowRect() const override { return {0, 0, 0, 0}; }
   RECT ClientRect() const override { return {0, 0, 0, 0}; }
   POINT ClientOrigin() const override { return {0, 0}; }
+  // Without a frame, so that sums of the caller stay what they are.
   SIZE FrameSize(SIZE client) const override { return client; }
   void Show(int /*how*/) override {}
   void Enable(bool /*on*/) override {}
@@ -85,6 +86,7 @@ std::unique_ptr<Canvas> NoCanvas() {
 }
 
 std::shared_ptr<WindowPeer> NoWindow() {
+  // One for all: it has no state.
   static const std::shared_ptr<WindowPeer> none = std::make_shared<EmptyWindow>();
   return none;
 }

@@ -7,7 +7,7 @@
 
 namespace lorv {
 
-// One content in several formats, as it lies on the clipboard: whoever takes it chooses the best that he
+// One content in several formats, as it lies on the clipboard: a receiver takes the best format that it
 // knows.
 //
 // Units: text is 16-bit units with line ends of CR LF; other formats are bytes under their media type's name.

@@ -2,8 +2,8 @@
 
 #include <atomic>
 
-// Apart from the desktop's own clock, which only the thread of the windows moves: who waits here is another
-// thread, while that one works.
+// Apart from the desktop's own clock, which only the thread of the windows moves: a thread that waits here
+// is another thread, while that one works.
 namespace lorv {
 namespace {
 

@@ -8,7 +8,7 @@
 #include "framework/ports/canvas_port.h"
 #include "framework/text/cstring.h"
 
-// One window as a peer answers for it: the ground under CWnd.
+// One window as a peer implements it; CWnd is built on it.
 //
 // Messages go both ways by number. What happens to the window the peer reports by lorv::DeliverMessage
 //   (framework/ports/window_map.h), which runs the window class; what the class leaves to the system comes
@@ -43,8 +43,7 @@ enum class WindowKind : int {
 // What is asked for when a window is made.
 struct WindowRequest {
   WindowKind kind = WindowKind::Custom;
-  CString
-      class_name;  // of Custom and Top windows, for those who look windows up by it; empty: the peer's own
+  CString class_name;  // of Custom and Top windows, by which others look windows up; empty: the peer's own
   CString text;
   DWORD style = 0;
   DWORD ex_style = 0;
@@ -98,7 +97,7 @@ class COMM_LORV_API WindowPeer {
   virtual void Show(int how) = 0;  // SW_...; WM_SHOWWINDOW if it changed
   virtual void Enable(bool on) = 0;
   virtual void Focus() = 0;     // WM_KILLFOCUS to the former, WM_SETFOCUS to this one
-  virtual void Activate() = 0;  // its top window becomes the active one
+  virtual void Activate() = 0;  // its top-level window becomes the active one
 
   // What is seen is out of date: all of it, or the rectangle. WM_PAINT comes when the queue is empty, or
   // by Update at once. A region is valid again when PaintCanvas was asked for it or Default had WM_PAINT.
@@ -158,7 +157,7 @@ class COMM_LORV_API WindowPeer {
   // Back to what it was before TakeOver.
   virtual void GiveBack() {}
 
-  // Dots an inch of its screen: 96 for the usual one. When that changes WM_DPICHANGED comes with the new
+  // Dots per inch of its screen: 96 for the usual one. When that changes WM_DPICHANGED comes with the new
   // number in both words and the rectangle that the window should take.
   virtual int Dpi() const = 0;
 

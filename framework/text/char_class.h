@@ -2,8 +2,8 @@
 
 #include "framework/native/native_types.h"
 
-// Character classes and letter case of the whole library: by code, deaf to any locale. A code from 256
-// upward (a Chinese character, half of a surrogate pair) is never a digit, letter or blank.
+// Character classes and letter case of the whole library: by code, independent of any locale. A code from
+// 256 upward (a Chinese character, half of a surrogate pair) is never a digit, letter or blank.
 namespace lorv {
 
 constexpr bool IsDigit(TCHAR c) {

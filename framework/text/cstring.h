@@ -17,7 +17,7 @@
 // Units: positions and lengths count 16-bit units, from 0. "Not found" is -1.
 // Edges: a null pointer counts as the empty text. Counts and positions outside the text are brought to
 //   its ends, except where a line below says otherwise. Letter case folds for A to Z only.
-// Result: no operation fails but for want of memory (std::bad_alloc).
+// Result: no operation fails but for lack of memory (std::bad_alloc).
 // A pointer handed out (GetString, the conversion, GetBuffer) is valid until the text is next changed. An
 // object belongs to one thread at a time; separate objects are independent.
 //
@@ -45,7 +45,7 @@ class COMM_LORV_API CString {
   void SetString(LPCTSTR text, int length) { *this = CString(text, length); }
   // Cuts the text to the length; a longer one changes nothing.
   void Truncate(int length);
-  // Takes room in advance; the text does not change.
+  // Reserves room in advance; the text does not change.
   void Preallocate(int length);
   LPCTSTR GetString() const { return text_.c_str(); }
   operator LPCTSTR() const { return text_.c_str(); }  // NOLINT(google-explicit-constructor)

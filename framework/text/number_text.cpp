@@ -118,7 +118,7 @@ bool ConvertShort(TextView digits, double& value) {
 bool RoundedDigits(double value, int decimals, std::uint64_t& digits) {
   if (decimals < 0 || decimals > kMostShortDecimals) return false;
   const double scaled = std::abs(value) * kPowersOfTen[static_cast<std::size_t>(decimals)];
-  // Below 2^42 the product is off by 2^-12 at most. Also false for what is no number.
+  // Below 2^42 the product is off by 2^-12 at most. Also false for NaN.
   if (!(scaled < 0x1p42)) return false;
   const auto whole = static_cast<std::uint64_t>(scaled);
   const double rest = scaled - static_cast<double>(whole);

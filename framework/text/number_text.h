@@ -24,8 +24,8 @@ COMM_LORV_API double ReadReal(TextView text, std::size_t* used = nullptr);
 //   ReadInteger(_T("12mm"))  gives 12
 COMM_LORV_API int ReadInteger(TextView text);
 
-// A real number in one of printf's forms f, e, g (capital letters: capital text) with a precision; "inf"
-// and "nan" for what is no number. The digits are those of the exact binary value, a tie goes to even.
+// A real number in one of printf's forms f, e, g (capital letters: capital text) with a precision; "inf" and
+// "nan" for infinities and NaN. The digits are those of the exact binary value, a tie goes to even.
 //
 //   RealToText(1.5, 'f', 3)  gives "1.500"
 COMM_LORV_API std::string RealToText(double value, char form, int precision);

@@ -24,7 +24,7 @@ COMM_LORV_API int CompareExact(LPCTSTR a, LPCTSTR b);
 COMM_LORV_API int CompareExact(TextView a, TextView b);
 COMM_LORV_API int CompareWithoutCase(TextView a, TextView b);
 
-// Here for its callers to take in: keys are compared with it all the time, and most differ at once.
+// In the header to be inlined: keys are compared with it all the time, and most differ at once.
 inline int CompareWithoutCase(LPCTSTR a, LPCTSTR b) {
   for (;; ++a, ++b) {
     if (*a == *b && *a != 0) continue;

@@ -54,7 +54,7 @@ BSTR _bstr_t::copy(bool copy) const {
 }
 
 BSTR* _bstr_t::GetAddress() noexcept {
-  // Whoever takes the address writes a new text there; the old one would be lost.
+  // The receiver of the address writes a new text there; the old one would leak.
   Attach(nullptr);
   return &text_;
 }

@@ -1,7 +1,7 @@
 #include "framework/values/com_error.h"
 
 // The failure of an automation call: its code, its rich error object if there is one, and its texts. Texts
-// are asked for when somebody wants them, as most failures are caught and passed over.
+// are fetched only on demand, as most failures are caught and ignored.
 
 namespace {
 

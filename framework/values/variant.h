@@ -45,7 +45,7 @@ class COMM_LORV_API _variant_t : public tagVARIANT {
   _variant_t(unsigned long value) noexcept;                                               // NOLINT
   _variant_t(long long value) noexcept : _variant_t(VT_I8) { llVal = value; }             // NOLINT
   _variant_t(unsigned long long value) noexcept : _variant_t(VT_UI8) { ullVal = value; }  // NOLINT
-  // VT_BOOL. No pointer gets in here by way of "is not null".
+  // VT_BOOL. For bool alone: a pointer does not convert.
   template <std::same_as<bool> T>
   _variant_t(T value) noexcept : _variant_t(VT_BOOL) {  // NOLINT(google-explicit-constructor)
     boolVal = value ? VARIANT_TRUE : VARIANT_FALSE;

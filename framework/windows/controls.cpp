@@ -28,8 +28,8 @@ int Int(LRESULT answer) {
   return static_cast<int>(answer);
 }
 
-// The message that asks for an item's units bears no count of them: whoever answers it may write more than
-// the length it told before, and gets this much room at least.
+// The message that asks for an item's units bears no size of the buffer: a control may write more than the
+// length it gave before, and gets this much room at least.
 constexpr int kRoomOfItem = 1 << 16;
 
 // The text of an item, by the messages that ask for its length and for its units.
@@ -39,7 +39,7 @@ CString ItemText(const CWnd& control, UINT length_message, UINT text_message, in
   const int room = std::max(length, kRoomOfItem);
   std::vector<TCHAR> units(static_cast<std::size_t>(room) + 1);
   const int got = Int(control.SendMessage(text_message, W(index), L(units.data())));
-  // No item holds a zero: what is told beyond the text was never written.
+  // No item holds a zero: units reported beyond the text were never written.
   const auto end = std::find(units.begin(), units.begin() + std::clamp(got, 0, room), TCHAR{0});
   return CString(units.data(), static_cast<int>(end - units.begin()));
 }

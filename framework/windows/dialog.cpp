@@ -29,12 +29,12 @@ INT_PTR CDialog::DoModal() {
   modal_ = true;
   ended_ = false;
   result_ = -1;
-  // Nobody goes on working behind a question.
+  // Without a parent the active window is the owner: it is disabled while the dialog runs.
   if (!Build(*form_, parent_ != nullptr ? parent_ : GetActiveWindow())) return -1;
   Start();
   const HWND window = m_hWnd;
   if (window != nullptr && !ended_) ShowWindow(SW_SHOW);
-  // Showing it moves the focus, and a handler of that may end it: nobody would wake the loop any more.
+  // Showing it moves the focus, and a handler of that may end it: nothing would wake the loop any more.
   if (window != nullptr && m_hWnd == window && !ended_) Run(window);
   // The window may have gone without EndDialog; then there is no answer.
   DestroyWindow();
@@ -95,8 +95,8 @@ void GiveFont(HWND window, const LOGFONT& face) {
 
 }  // namespace
 
-// On another screen all that stands in the dialog grows with it, whoever put it there. A handler of one of
-// the children may end the dialog meanwhile.
+// On another screen all that stands in the dialog grows with it, items of the template or not. A handler of
+// one of the children may end the dialog meanwhile.
 LRESULT CDialog::HandleDpiChanged(WPARAM w, LPARAM l) {
   const int dots = LOWORD(w);
   if (dots == 0 || dots == dots_) return 0;

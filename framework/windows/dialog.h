@@ -41,8 +41,9 @@ struct DialogTemplate {
 // Result: DoModal gives what EndDialog was given, IDOK and IDCANCEL by OnOK and OnCancel; -1 if no window
 //   could be made. OnInitDialog answers TRUE to have the focus set to the first control.
 // A modal dialog made without an owner is owned by the window that is active when it starts.
-// On a screen of other dots an inch the dialog, what stands in it and their fonts keep their size to the eye.
-// The template is read while the window is made. The object may be deleted in no handler of a modal dialog.
+// On a screen of other dots per inch the dialog, what stands in it and their fonts keep their size to the
+// eye. The template is read while the window is made. The object may be deleted in no handler of a modal
+// dialog.
 //
 //   CDialog dialog(kTemplate, &parent);  if (dialog.DoModal() == IDOK) ...
 class COMM_LORV_API CDialog : public CWnd {

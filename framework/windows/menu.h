@@ -29,7 +29,7 @@ class COMM_LORV_API CMenu : public CObject {
 
   BOOL CreatePopupMenu();
   // The menu that the program knows by that number (lorv::AddMenuResource, or a resource), as a fresh copy
-  // that takes its submenus along when it goes. FALSE, and the object has no menu: nobody knows the number.
+  // that takes its submenus along when it goes. FALSE, and the object has no menu: the number is unknown.
   BOOL LoadMenu(UINT number);
   BOOL DestroyMenu();
   BOOL Attach(HMENU menu);

@@ -15,7 +15,7 @@ namespace lorv {
 COMM_LORV_API void AddMenuResource(UINT number, MenuModel menu);
 
 // What was added for the number, else the resource of the program, else that of this library; nothing for a
-// number from 65536 on and for one that nobody knows.
+// number from 65536 on and for an unknown one.
 COMM_LORV_API std::optional<MenuModel> FindMenuResource(UINT number);
 
 // The bytes of the system's menu resource of that number (1 to 65535); empty where there is none.

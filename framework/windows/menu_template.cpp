@@ -32,6 +32,7 @@ class TemplateReader {
  private:
   UINT Number(std::size_t size) {
     UINT number = 0;
+    // Bytes that are not there read as 0 and are remembered: who reads looks at `cut_` once an entry.
     if (size > bytes_.size() || at_ > bytes_.size() - size) {
       cut_ = true;
       return 0;
@@ -47,6 +48,7 @@ class TemplateReader {
     return text;
   }
 
+  // Entries of the long form begin at a multiple of four bytes.
   void Align() { at_ = (at_ + 3) / 4 * 4; }
 
   bool ReadShort(MenuModel& menu, int depth) {
@@ -57,6 +59,7 @@ class TemplateReader {
       if (!opens) entry.id = Number(2);
       entry.text = Text();
       entry.flags = options & kShortFlags;
+      // The short form has no mark for a separator: it is an entry with neither number nor text.
       if (!opens && entry.id == 0 && entry.text.IsEmpty()) entry.flags |= MF_SEPARATOR;
       if (cut_ || (opens && !ReadBelow(entry, depth, &TemplateReader::ReadShort))) return false;
       menu.entries.push_back(std::move(entry));
@@ -89,6 +92,7 @@ class TemplateReader {
 
   bool ReadBelow(MenuEntry& entry, int depth, bool (TemplateReader::*read)(MenuModel&, int)) {
     auto below = std::make_shared<MenuModel>();
+    // The depth comes from the resource and must not exhaust the stack.
     if (depth + 1 >= kMaxMenuDepth || !(this->*read)(*below, depth + 1)) return false;
     entry.submenu = std::move(below);
     return true;

@@ -16,8 +16,7 @@ ON_NOTIFY_REFLECT(lorv::kTipShows, OnShow)
 END_MESSAGE_MAP()
 
 BOOL CBCGPToolTipCtrl::Create(CWnd* parent, DWORD style) {
-  // A tip is never a child, and never seen before it has its place,
-  // whatever the caller's style says.
+  // A tip is never a child, and never seen before it has its place, whatever the caller's style says.
   return CWnd::Create(nullptr, _T(""), (style | WS_POPUP) & ~static_cast<DWORD>(WS_VISIBLE | WS_CHILD),
                       CRect(0, 0, 0, 0), parent, 0);
 }

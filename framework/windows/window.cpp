@@ -49,8 +49,8 @@ BOOL CWnd::CreateEx(DWORD ex_style, LPCTSTR class_name, LPCTSTR text, DWORD styl
                     CWnd* parent, UINT id, LPVOID parameter) {
   lorv::WindowRequest request;
   request.kind = PeerKind();
-  // A window without a caption that is no child is a tip or a list that drops down: it
-  // must not take the activation.
+  // A window without a caption that is no child is a tip or a list that drops down: it must not take the
+  // activation.
   if (request.kind == lorv::WindowKind::Custom && (style & WS_CHILD) == 0)
     request.kind = (style & WS_CAPTION) == WS_CAPTION ? lorv::WindowKind::Top : lorv::WindowKind::Popup;
   request.class_name = class_name;

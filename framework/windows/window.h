@@ -20,8 +20,8 @@ class CFont;
 //   or rectangle. A window may be destroyed in any handler, its own too; the object may be deleted in any
 //   handler after which its class does nothing more. Pointers that FromHandle made up for windows without an
 //   object are for the moment only.
-// The object is the caller's. When its window goes it is only let loose (PostNcDestroy, the last call, may
-//   delete it); when the object goes it takes its window along.
+// The object is the caller's. When its window is destroyed the object is only detached (PostNcDestroy, the
+//   last call, may delete it); when the object is deleted its window is destroyed.
 // One thread: that of the user interface. GetClientRect and painting by CClientDC are for any thread.
 //
 //   CWnd sheet;  sheet.Create(nullptr, _T(""), WS_CHILD | WS_VISIBLE, CRect(0, 0, 90, 20), &parent, 7);
@@ -55,7 +55,7 @@ class COMM_LORV_API CWnd : public CCmdTarget, public lorv::MessageTarget {
   LRESULT HandleMessage(HWND window, UINT message, WPARAM w, LPARAM l) final;
   bool TakeMessage(MSG& message) final { return PreTranslateMessage(&message) != 0; }
 
-  // Kin. FromHandle's rule holds for all of them.
+  // Parent, owner, children. The results are valid as FromHandle's are.
   CWnd* GetParent() const;  // the owner for a window that is no child
   CWnd* GetOwner() const;   // the one set, else the parent
   void SetOwner(CWnd* owner) { owner_ = owner == nullptr ? nullptr : owner->m_hWnd; }

@@ -72,18 +72,18 @@ CWnd* CWnd::FromHandle(HWND window) {
 CWnd* CWnd::GetParent() const {
   const auto peer = lorv::PeerOf(m_hWnd);
   const HWND parent = peer->Parent();
-  // Of a top window the owner counts as parent, as in the framework.
+  // Of a top-level window the owner counts as parent, as in the framework.
   return FromHandle(parent == nullptr ? peer->Owner() : parent);
 }
 
 CWnd* CWnd::GetOwner() const {
-  // Set by SetOwner; otherwise whoever hears the notifications.
+  // Set by SetOwner; otherwise the receiver of the notifications.
   return owner_ != nullptr ? FromHandle(owner_) : GetParent();
 }
 
 CWnd* CWnd::GetTopLevelParent() const {
   HWND at = m_hWnd;
-  // Up through parents only: an owned dialog is a top window of its own.
+  // Up through parents only: an owned dialog is a top-level window of its own.
   for (HWND above = at; above != nullptr; above = lorv::PeerOf(at)->Parent()) at = above;
   return FromHandle(at);
 }

@@ -155,7 +155,7 @@ struct Area {
   std::size_t Columns() const { return static_cast<std::size_t>(std::max(right - left, 0)); }
 };
 
-// What the blocks of a file say; nobody changes it once it is read, so that readers may share it.
+// What the blocks of a file say; constant once it is read, so that readers may share it.
 struct GifFile {
   std::string bytes;
   int width = 0;

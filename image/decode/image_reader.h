@@ -38,7 +38,7 @@ class COMM_LORV_API ImageReader {
   // call. A page of a TIFF whose data are damaged has what came before the damage.
   virtual const Raster& Frame(int index) = 0;
 
-  // A second reader of the same file, for another thread: it shares the bytes, which nobody changes, and has
+  // A second reader of the same file, for another thread: it shares the bytes, which are constant, and has
   // frames of its own.
   virtual std::unique_ptr<ImageReader> Clone() const = 0;
 };

@@ -11,8 +11,8 @@ namespace lorv::jpeg {
 unsigned Bits::NextByte() {
   if (!ended_ && at_ < bytes_.size()) {
     const unsigned byte = static_cast<unsigned char>(bytes_[at_]);
-    // A byte of ones is data only with a 0 behind it; with anything else it begins a
-    // mark, where the scan ends.
+    // A byte of ones is data only with a 0 behind it; with anything else it begins a mark, where the scan
+    // ends.
     const bool is_ones = byte == 0xFF;
     if (!is_ones || (at_ + 1 < bytes_.size() && bytes_[at_ + 1] == 0)) {
       at_ += is_ones ? 2 : 1;

@@ -24,7 +24,7 @@ class Bits {
   void Drop(int count) { held_ -= count; }
   bool IsAtEnd() const { return ended_ && zeros_ > held_; }
 
-  // A value of so many bits, the lower half of which stands for negative ones.
+  // A value of `count` bits, of which the lower half stands for negative ones.
   int Signed(int count) {
     if (count == 0) return 0;
     const int value = Take(count);

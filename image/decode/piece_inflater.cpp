@@ -25,6 +25,7 @@ bool PieceInflater::Add(std::string_view piece) {
   State& state = *state_;
   state.stream.next_in = reinterpret_cast<const Bytef*>(piece.data());
   state.stream.avail_in = static_cast<uInt>(piece.size());
+  // Straight into the sink's row: what a stream claims to unpack to never needs memory of its own.
   std::span<unsigned char> room = sink_.Room();
   while (state.ready && state.stream.avail_in > 0 && !room.empty()) {
     state.stream.next_out = room.data() + state.filled;
@@ -36,6 +37,7 @@ bool PieceInflater::Add(std::string_view piece) {
       state.filled = 0;
       room = sink_.Room();
     }
+    // The end of the stream with rows still missing is seen by IsComplete; it is no damage of its own.
     if (result == Z_STREAM_END) break;
     if (result != Z_OK) return false;
   }

@@ -5,7 +5,7 @@
 
 namespace lorv {
 
-// Takes the bytes that a stream unpacks to, one row after another, so that nobody has to hold them all.
+// Takes the bytes that a stream unpacks to, one row after another, so that they need not all be held.
 class RowSink {
  public:
   RowSink() = default;

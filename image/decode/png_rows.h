@@ -41,7 +41,7 @@ struct Colours {
   std::array<unsigned, 3> key = {};
 };
 
-// The pixels of one pass: every so many columns and rows from a first one on.
+// The pixels of one pass: every step_x-th column and step_y-th row from a first one on.
 struct Pass {
   int first_x, first_y, step_x, step_y;
 };

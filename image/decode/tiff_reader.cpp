@@ -32,6 +32,7 @@ class PageDecoder {
       for (int down = 0; down < page_.Down(); ++down)
         for (int across = 0; across < page_.Across(); ++across)
           if (!DecodePiece(plane, across, down)) return false;
+    // At the end, when the planes of a pixel have all come.
     if (page_.alpha == Alpha::kPremultiplied) Unmultiply();
     return true;
   }
@@ -41,6 +42,7 @@ class PageDecoder {
   unsigned ShownSamples() const { return PlainSamples() + (page_.alpha == Alpha::kNone ? 0 : 1); }
 
   void ReadPalette() {
+    // The palette holds all reds, then all greens, then all blues, in 16 bits each.
     const std::uint32_t count = 1U << page_.bits;
     for (std::uint32_t i = 0; i < count; ++i) {
       const auto part = [&](std::uint32_t which) {

@@ -180,7 +180,7 @@ class LzwBytes final : public PackedBytes {
   std::array<unsigned char, kMostCodes> last_ = {};
   std::array<unsigned char, kMostCodes> word_ = {};
   std::size_t word_size_ = 0;
-  std::size_t waiting_ = 0;  // the end of the word that nobody has had yet
+  std::size_t waiting_ = 0;  // the end of the word that has not been passed on yet
 };
 
 class DeflatedBytes final : public PackedBytes {

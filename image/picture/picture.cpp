@@ -12,7 +12,7 @@
 #include "platform/ports/platform.h"
 
 // Images of the library's own decoders, with the status that callers of the system's imaging library know:
-// kept by calls that fail, cleared by whoever reads it.
+// kept by calls that fail, cleared when it is read.
 namespace lorv {
 namespace {
 

@@ -8,8 +8,8 @@
 #include "framework/text/cstring.h"
 #include "image/decode/raster.h"
 
-// What an image object asks of whoever decodes: images with a selected frame and a status of their last call.
-// One answer serves every system; a test may put another one in force.
+// What an image object asks of a decoder: images with a selected frame and a status of their last call. One
+// answer serves every system; a test may put another one in force.
 namespace lorv {
 
 // Entries as a file has them, with the code of their type.
@@ -19,9 +19,9 @@ struct DelayProperty {
 };
 constexpr unsigned kLongEntries = 4;
 
-// An image, or what is left where none could be loaded: then every call fails. A call that fails for want of
-// an image is kept in the status; a question that an image cannot answer, such as delays of a picture without
-// any, is not.
+// An image, or what is left where none could be loaded: then every call fails. A call that fails because
+// there is no image is kept in the status; a question that an image cannot answer, such as delays of a
+// picture without any, is not.
 // One thread at a time.
 class Picture {
  public:

@@ -35,7 +35,7 @@ class COMM_LORV_API DesktopFailure : public CResourceException {
   CString reason_;
 };
 
-// Makes the desktop of that kind, for good.
+// Chooses the desktop of that kind and makes it; it stays to the end of the process.
 COMM_LORV_API void ChooseDesktop(DesktopKind kind);
 
 // Nothing as long as none has been chosen or used.

@@ -41,7 +41,7 @@ void CarriedFault::End(std::exception_ptr outer) noexcept {
 }
 
 void CarriedFault::Keep() noexcept {
-  // The first one counts; where nobody waits, as in a host's own loop, it ends here.
+  // The first one counts; where no CallOut waits, as in a host's own loop, it ends here.
   if (waiting > 0 && Kept() == nullptr) Kept() = std::current_exception();
 }
 

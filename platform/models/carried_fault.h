@@ -5,13 +5,13 @@
 
 #include "framework/native/export.h"
 
-// The way of an exception from a handler to the caller of the framework, past the window system in between,
+// Carries an exception from a handler to the caller of the framework across the window system between them,
 // through which no exception may pass: Win32, or the event loop of Qt.
 //
-// Guarded runs at the system's edge towards us and keeps what was thrown; CallOut runs at our edge towards
-// the system and throws it again when the system has come back. So a caller of Send, Pump or Create sees the
-// exception as if the system were not there. Edges: the first exception counts. One that nobody of ours waits
-// for (a program's own loop delivered the message) ends at the edge. One thread: that of the user interface.
+// Guarded runs where the system calls us, and keeps what was thrown; CallOut runs where we call the system,
+// and throws it again when the system has returned. So a caller of Send, Pump or Create sees the exception
+// as if the system were not there. Edges: the first exception counts. One that no CallOut waits for (a
+// program's own loop delivered the message) ends in Guarded. One thread: that of the user interface.
 namespace lorv {
 
 class COMM_LORV_API CarriedFault {

@@ -231,7 +231,7 @@ class ComboBehaviour : public Window {
     items_.chosen = chosen;
   }
 
-  // The parent fills the list on CBN_DROPDOWN, or thinks better of it.
+  // The parent may fill the list on CBN_DROPDOWN, or destroy the window.
   void Drop() {
     if (dropped_ || dropping_) return;
     before_drop_ = items_.chosen;

@@ -25,7 +25,7 @@ void DesktopModel::EndComposition() {
   const HWND former = std::exchange(composing_, nullptr);
   const auto window = At(former);
   if (window == nullptr) return;
-  // Whoever asks while the end is reported finds nothing composed.
+  // A call that comes while the end is reported finds nothing composed.
   window->composition_ = {};
   Deliver(MessageNow(former, WM_IME_ENDCOMPOSITION, 0, 0));
 }

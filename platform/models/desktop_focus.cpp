@@ -5,9 +5,9 @@
 #include "platform/models/desktop_model.h"
 #include "platform/models/first_fault.h"
 
-// Focus, activation, capture, and the keys that are down. State is changed before anybody hears of it, so a
-// handler that asks sees the new state; and everyone who is to hear does, even if one of them throws
-// (FirstFault).
+// Focus, activation, capture, and the keys that are down. State is changed before any window is notified, so
+// a handler that asks sees the new state; and every window that is to be notified is, even if one of them
+// throws (FirstFault).
 
 namespace lorv {
 namespace {
@@ -91,7 +91,7 @@ void DesktopModel::SetCapture(HWND window) {
   if (window != nullptr && !StillThere(window)) return;
   const HWND former = std::exchange(capture_, window);
   if (former == window) return;
-  // The screen's capture is moved before anybody hears of it, as a handler may take it again.
+  // The screen's capture is moved before any window is notified, as a handler may take it again.
   CaptureChanged(former);
   if (StillThere(former)) DeliverMessage(former, WM_CAPTURECHANGED, 0, AsParameter(window));
 }

@@ -19,7 +19,7 @@ HWND ForeignWindow() {
 // Of the whole process, so that a handle never means the windows of two desktops.
 HWND DesktopModel::NewHandle() {
   static std::atomic<UINT_PTR> last{0x10000};
-  // Never one that was in use before: who kept a handle too long finds nothing.
+  // Never one that was in use before: a handle that was kept too long finds nothing.
   return reinterpret_cast<HWND>(last += 2);
 }
 

@@ -18,8 +18,8 @@ namespace lorv {
 // has the focus, the activation and the mouse, the queue of posted messages, modal loops, and the order of
 // the messages that report all that. A peer derives from it and shows what changes.
 //
-// Calls out may destroy windows or throw; the state is changed before each call, and all who are to be
-// notified of a change are notified although one of them throws. Threads: as Desktop says.
+// Calls out may destroy windows or throw; the state is changed before each call, and all windows that are to
+// be notified of a change are notified although one of them throws. Threads: as Desktop says.
 class COMM_LORV_API DesktopModel : public Desktop {
  public:
   HWND Create(const WindowRequest& request) override;
@@ -47,7 +47,7 @@ class COMM_LORV_API DesktopModel : public Desktop {
   int Metric(int index) const override;
   UINT RegisterMessage(LPCTSTR name) override;
 
-  // Dots an inch of the first screen, and of that on which a window begins: where it stands in another or
+  // Dots per inch of the first screen, and of that on which a window begins: where it stands in another or
   // belongs to it, that one's.
   virtual int Dpi() const { return kUsualDpi; }
   virtual int DpiFor(const WindowRequest& request) const;
@@ -107,8 +107,8 @@ class COMM_LORV_API DesktopModel : public Desktop {
   bool PumpPosted();
   bool Quits() const { return quits_; }  // what was pumped last was WM_QUIT
 
-  // A loop that knows nothing of the end of the program, a menu's or a drag's. When it is asked for
-  // meanwhile, the loops around this one hear of it as soon as this one is over.
+  // A loop that knows nothing of the end of the program, a menu's or a drag's. When the end is asked for
+  // meanwhile, the loops around this one get it as soon as this one is over.
   class LoopWithin {
    public:
     explicit LoopWithin(DesktopModel& desktop) : desktop_(desktop) { desktop_.quits_ = false; }
@@ -158,7 +158,7 @@ class COMM_LORV_API DesktopModel : public Desktop {
   HWND active_ = nullptr;
   HWND capture_ = nullptr;
   HWND hovered_ = nullptr;
-  HWND composing_ = nullptr;  // has heard of the beginning and not of the end
+  HWND composing_ = nullptr;  // was notified of the beginning and not yet of the end
   int cursor_ = kCursorArrow;
   std::map<int, OwnCursor> own_cursors_;
   int last_own_cursor_ = kFirstOwnCursor - 1;

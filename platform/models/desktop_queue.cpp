@@ -67,7 +67,7 @@ MSG DesktopModel::MessageNow(HWND window, UINT message, WPARAM w, LPARAM l) cons
 }
 
 void DesktopModel::Deliver(MSG message) {
-  // A menu takes its keys by its own window: nobody else is offered them.
+  // A menu takes its keys by its own window: no other window is offered them.
   if (!MenuUp() && OfferMessage(message)) return;
   if (!StillThere(message.hwnd)) return;
   Translate(message);
@@ -123,8 +123,8 @@ void DesktopModel::RunModal(HWND dialog) {
   fault.Rethrow();
 }
 
-// The end of the program is the outer loops' affair as well: they come upon it again. Where a loop of the
-// host's has the code already, it stays with that.
+// The end of the program concerns the outer loops as well: they meet it again. Where a loop of the host's
+// has the code already, it stays with that.
 void DesktopModel::PassQuitOn() {
   if (!quits_ || host_loop_ended_) return;
   quits_ = false;

@@ -22,11 +22,11 @@ class EditLines {
   int Of(int position) const {
     return static_cast<int>(std::upper_bound(starts_.begin(), starts_.end(), position) - starts_.begin()) - 1;
   }
-  // -1 of a line that is not.
+  // -1 for a line that does not exist.
   int Start(int line) const {
     return line < 0 || line >= Count() ? -1 : starts_[static_cast<std::size_t>(line)];
   }
-  // Without its line end; 0 of a line that is not.
+  // Without its line end; 0 for a line that does not exist.
   int Length(int line) const {
     const int start = Start(line);
     if (start < 0) return 0;

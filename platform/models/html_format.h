@@ -9,8 +9,8 @@ namespace lorv {
 
 // HTML as Windows puts it on the clipboard: a header with byte positions, a frame, and the fragment in it.
 //
-// Units: bytes of UTF-8. Edges: a header that is cut, lies, or points outside gives the fragment between the
-// comments that mark it, else nothing.
+// Units: bytes of UTF-8. Edges: a header that is truncated, wrong, or points outside gives the fragment
+// between the comments that mark it, else nothing.
 //
 //   FragmentOfHtmlFormat(ToHtmlFormat("<b>x</b>"))  gives "<b>x</b>"
 COMM_LORV_API std::string ToHtmlFormat(std::string_view fragment);

@@ -99,7 +99,7 @@ void WindowModel::Show(int how) {
   if (alive_ && on && activates && parent_ == nullptr && kind_ != WindowKind::Popup) Activate();
 }
 
-// A window that goes out of sight leaves the focus to its parent, a top window to the one below it.
+// A window that goes out of sight leaves the focus to its parent, a top-level window to the one below it.
 void WindowModel::LoseFocusWithin() {
   if (desktop_.Capture() == handle_) desktop_.SetCapture(nullptr);
   if (!desktop_.Within(handle_, desktop_.FocusedWindow()) && desktop_.Active() != handle_) return;

@@ -31,10 +31,10 @@ class COMM_LORV_API WindowModel : public WindowPeer, public std::enable_shared_f
   bool Ending() const { return ending_; }
   // Whether it has something to paint.
   bool Dirty() const { return paint_.WantsPaint(); }
-  // Who had the focus in this top window when it was last active.
+  // Who had the focus in this top-level window when it was last active.
   HWND LastFocus() const { return last_focus_; }
-  // The window stands on a screen of so many dots an inch: if it stood on another one before, all of it is
-  // out of date, and a top window gets by WM_DPICHANGED which place keeps its size to the eye.
+  // The window stands on a screen of so many dots per inch: if it stood on another one before, all of it is
+  // out of date, and a top-level window gets by WM_DPICHANGED which place keeps its size to the eye.
   void ReportDpi(int dpi);
   // The mouse went elsewhere: WM_MOUSELEAVE if it was asked for.
   void MouseGone();

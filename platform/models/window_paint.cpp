@@ -66,7 +66,7 @@ void WindowModel::ShiftChildren(SIZE by, const CRect& area) {
 void WindowModel::ReportDpi(int dpi) {
   if (!alive_ || dpi <= 0 || dpi == dpi_) return;
   const auto keep = shared_from_this();
-  // Other threads ask for the dots an inch, so they are atomic.
+  // Other threads ask for the dots per inch, so they are atomic.
   const int before = dpi_.exchange(dpi);
   DpiChanged();
   Invalidate(nullptr);

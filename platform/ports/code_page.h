@@ -26,7 +26,7 @@ class COMM_LORV_API CodePage {
 
   virtual std::string ToNarrow(TextView text) const = 0;
   virtual std::basic_string<TCHAR> ToText(std::string_view bytes) const = 0;
-  // The bytes of the first character, as ToText takes it; 0 for no bytes. Who looks for a separator in narrow
+  // The bytes of the first character, as ToText takes it; 0 for no bytes. A search for a separator in narrow
   // text goes from character to character: a second byte may have the value of "\".
   virtual std::size_t FirstCharacter(std::string_view bytes) const { return bytes.empty() ? 0 : 1; }
 };

@@ -6,8 +6,8 @@
 #include "platform/ports/printing.h"
 #include "platform/ports/progress_dialog.h"
 
-// What a desktop brings along beside its windows: the ports of a system without windows of its own ask it
-// before they fall back on the terminal. A desktop has it by being derived from it, too.
+// Services that a desktop offers beside its windows: the ports of a system without windows of its own ask it
+// before they fall back on the terminal. A desktop offers them by deriving from this class as well.
 // One thread: that of the user interface.
 namespace lorv {
 

@@ -22,7 +22,7 @@ class COMM_LORV_API DeviceImages {
   // main program. Off Windows modules have no resources: what AddBitmapResource was given is found.
   virtual std::string BitmapResource(HINSTANCE module, unsigned number) = 0;
 
-  // A bitmap of those pixels laid over black, the asker's to end; null for want of memory.
+  // A bitmap of those pixels laid over black, the caller's to delete by EndBitmap; null for lack of memory.
   virtual HBITMAP MakeBitmap(const PixelImage& image) = 0;
   // False for a handle that names no bitmap.
   virtual bool EndBitmap(HBITMAP bitmap) = 0;
@@ -35,7 +35,7 @@ class COMM_LORV_API DeviceImages {
 
 COMM_LORV_API DeviceImages& NativeDeviceImages();
 
-// Who shows a bitmap takes no notice of alpha: what was seen through must not show as colour.
+// Programs that show a bitmap ignore alpha: transparent pixels must not show a colour of their own.
 inline DWORD OverBlack(DWORD pixel) {
   const DWORD alpha = pixel >> 24;
   const auto part = [&](unsigned shift) { return ((pixel >> shift & 255) * alpha + 127) / 255 << shift; };

@@ -17,7 +17,7 @@
 // Attributes: the bits of Windows. Elsewhere a file is read-only (0x1) without write permission, hidden
 //   (0x2) by a leading point, and archive (0x20) or normal (0x80) count for nothing. A read-only file is
 //   neither removed nor replaced nor opened for writing, on any system and by any user.
-// Result: no operation throws but for want of memory. Any thread; one File belongs to one thread at a time.
+// Result: no operation throws but for lack of memory. Any thread; one File belongs to one thread at a time.
 namespace lorv {
 
 constexpr DWORD kAttributeReadOnly = 0x01;

@@ -28,7 +28,7 @@ constexpr ULONG kMailCancelled = 1;
 constexpr ULONG kMailFailed = 2;
 constexpr ULONG kMailLogonFailed = 3;
 
-// The library while it is loaded; the end of the object frees it.
+// The library while it is loaded; the destructor frees it.
 class COMM_LORV_API MailLibrary {
  public:
   MailLibrary() = default;

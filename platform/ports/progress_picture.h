@@ -7,8 +7,8 @@
 
 namespace lorv {
 
-// A progress dialog that gives what it shows: one whose window is drawn by this process. A dialog has it by
-// being derived from it, too; that of the system's shell has it not.
+// A progress dialog that gives what it shows: one whose window is drawn by this process. A dialog offers it
+// by deriving from this class as well; that of the system's shell does not.
 // One thread: that of the user interface.
 class COMM_LORV_API ProgressPicture {
  public:

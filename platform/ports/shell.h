@@ -13,7 +13,7 @@ namespace lorv {
 // One call of the shell's file operation, with its own numbers.
 struct FileOperation {
   UINT function = 0;
-  CString from;  // one path; the list's second terminator is the port's affair
+  CString from;  // one path; the port adds the list's second terminator
   WORD flags = 0;
 };
 constexpr UINT kFileDelete = 3;
@@ -40,7 +40,7 @@ class COMM_LORV_API Shell {
 
   // 0 for success, else the shell's number. With kFileAllowUndo a deleted file goes to the trash.
   virtual int Operate(const FileOperation& operation) = 0;
-  // Whether it was started; nobody waits for its end. Off Windows "notepad.exe" stands for the desktop's
+  // Whether it was started; its end is not waited for. Off Windows "notepad.exe" stands for the desktop's
   // viewer of text files.
   virtual bool Start(const ShellStart& start) = 0;
   // Null where the system has no such dialog.

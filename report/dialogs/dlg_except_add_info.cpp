@@ -12,7 +12,7 @@ BOOL CDlgExceptAddInfo::OnInitDialog() {
   SetDlgItemText(lorv::kDescriptionId, m_strText);
   SetDlgItemText(IDOK, m_nPrint != 0 ? _T("打印") : _T("发送"));
   TPaneDlg::OnInitDialog();
-  // At the end of what is there, and nothing selected: who goes on writing loses nothing.
+  // At the end of what is there, and nothing selected: a user who goes on typing loses nothing.
   CWnd* const text = GetDlgItem(lorv::kDescriptionId);
   text->SetFocus();
   const auto end = static_cast<WPARAM>(m_strText.GetLength());

@@ -22,9 +22,9 @@
 #include "tools/lorv/program.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// The desktop example from its words to its exit code. It shows the library's windows with sample content, on
-// whichever desktop the system has, and edits a table in the grid; with --pictures it waits for nobody, so a
-// test or a manual gets its pictures without a hand.
+// The desktop example from its words to its exit code. It shows the library's windows with sample content,
+// on whichever desktop the system has, and edits a table in the grid; with --pictures it waits for no user,
+// so a test or a manual gets its pictures without a hand.
 
 namespace lorv::tool {
 namespace {
@@ -213,7 +213,7 @@ void EditTable(const Wishes& wishes, Console& console) {
   console.out << wishes.pictures << "/table-in-use.png  sorted, filtered and searched\n";
 }
 
-// Waits of nobody: an animation is at its last frame at once.
+// A clock without waits: an animation is at its last frame at once.
 class NoWaits : public WaitClock {
  public:
   bool WaitFor(CEvent& /*event*/, DWORD /*milliseconds*/) override { return false; }

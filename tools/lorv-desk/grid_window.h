@@ -8,13 +8,13 @@
 
 namespace lorv::tool {
 
-// A top window that a grid fills; the grid is the window's.
+// A top-level window that a grid fills; the grid is the window's.
 class GridWindow : public CWnd {
  public:
   explicit GridWindow(std::unique_ptr<CBCGPBasicGridCtrl> grid) : grid_(std::move(grid)) {}
   ~GridWindow() override;
 
-  // Makes both windows, hidden; the size is that of the grid, in pixels at 96 dots an inch. False: the
+  // Makes both windows, hidden; the size is that of the grid, in pixels at 96 dots per inch. False: the
   // desktop made none.
   bool Open(LPCTSTR title, CSize size);
   // Shows them until the user closes the window.

@@ -8,8 +8,8 @@
 
 namespace lorv::tool {
 
-// Writes a picture without transparency, as PngOf takes it; throws BadInput with the reason if
-// that cannot be done.
+// Writes a picture without transparency, as PngOf takes it; throws BadInput with the reason if that cannot
+// be done.
 void WritePng(const std::filesystem::path& path, SIZE size, const std::vector<DWORD>& pixels);
 
 }  // namespace lorv::tool

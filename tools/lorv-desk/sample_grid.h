@@ -18,7 +18,7 @@ struct SampleGrid {
 // In Chinese and in English.
 std::vector<SampleGrid> SampleGrids();
 
-// Pixels that the filled grid takes at 96 dots an inch.
+// Pixels that the filled grid takes at 96 dots per inch.
 constexpr int kSampleGridWidth = 926;
 constexpr int kSampleGridHeight = 240;
 

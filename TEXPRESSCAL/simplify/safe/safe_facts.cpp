@@ -7,9 +7,9 @@
 #include "TEXPRESSCAL/evaluate/rounding.h"
 #include "TEXPRESSCAL/language/operators.h"
 
-// What is known of every part of a formula whatever its names are worth: bounds, signs of zeros, whether it
-// can fail. First upwards, what a part gives; then downwards, what its surroundings can see of it. A rule of
-// the simplifier may rest on these facts alone.
+// What is known of every part of a formula whatever the values of its names: bounds, signs of zeros, whether
+// it can fail. First upwards, what a part gives; then downwards, what its surroundings can see of it. A rule
+// of the simplifier may rest on these facts alone.
 
 namespace lorv {
 namespace {
@@ -127,7 +127,7 @@ SafeFacts FactFinder::Sum(const SafeNode& node, const SafeFacts& a, const SafeFa
   return facts;
 }
 
-// 0 times infinity is no number, so a zero factor makes a zero of bounded ones only.
+// 0 times infinity is NaN, so a zero factor makes the product zero only where the other one is bounded.
 SafeFacts FactFinder::Product(const SafeFacts& a, const SafeFacts& b) {
   SafeFacts facts;
   facts.bound = Capped(a.bound * b.bound);

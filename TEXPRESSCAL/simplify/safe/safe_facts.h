@@ -11,7 +11,7 @@ struct SafeFacts {
   bool has_name = false;
   bool exact = false;  // made of numbers by operations that give the same bits on every system
   bool pure = false;   // its evaluation never sets an error
-  double bound = 0;    // the greatest magnitude; infinity if it is not known, or may be no number
+  double bound = 0;    // the greatest magnitude; infinity if it is not known, or may be NaN
   bool not_minus_zero = false;
   bool zero = false;       // it is 0 or -0
   bool plus_zero = false;  // it is 0

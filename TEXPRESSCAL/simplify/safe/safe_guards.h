@@ -7,7 +7,7 @@
 
 namespace lorv {
 
-// What a formula's worth hangs on beyond its tree, because values are put into its text and chained
+// What a formula's value depends on beside its tree, because values are put into its text and chained
 // comparisons are taken apart in it. Two texts with equal marks are evaluated alike.
 struct SafeMarks {
   // The comparisons in their order, if one of them may be taken apart over what stands between; else empty.

@@ -1,7 +1,7 @@
 #pragma once
 
-// The only door to the Windows header: every file that needs it comes through here, so that its macros
-// are tamed in one place.
+// The only place that includes the Windows header: every file that needs it includes this one, so that its
+// macros are dealt with once.
 #ifndef UNICODE
 #define UNICODE
 #endif

@@ -16,12 +16,12 @@
 
 namespace lorv {
 
-// A desktop in memory, alike at each run: windows, controls, queue, clock, menus and clipboard.
+// A deterministic desktop in memory: windows, controls, queue, clock, menus and clipboard.
 //
 // The user's part is played by the calls of the second half: what they do waits in the queue as a key or
 //   click would, until messages are dispatched (RunUntilIdle, or a modal dialog). Time passes by Advance
 //   only.
-// Who waits with an empty queue gets the next step of WhenIdle; a modal dialog that no step answers is
+// A wait with an empty queue runs the next step of WhenIdle; a modal dialog that no step answers is
 //   cancelled, a menu that has no answer is left without a choice.
 // Threads: as Desktop says.
 //
@@ -78,7 +78,7 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   std::vector<Report> TakeReports() { return std::exchange(reported_, {}); }
   // Whether the steps of WhenIdle stand for somebody who sees the windows.
   void SetViewer(bool there) { viewer_ = there; }
-  // The screen becomes one of so many dots an inch: all windows are notified.
+  // The screen becomes one of so many dots per inch: all windows are notified.
   void SetDpi(int dpi);
 
   HWND Focus() const override;
@@ -157,7 +157,7 @@ class COMM_LORV_API HeadlessDesktop : public DesktopModel {
   std::deque<std::function<void()>> menu_steps_;
   bool menu_up_ = false;
   std::vector<MenuModel> shown_menus_;
-  std::vector<HWND> cancelled_;  // modal dialogs that nobody answered
+  std::vector<HWND> cancelled_;  // modal dialogs without an answer
   bool elsewhere_ = false;
   bool viewer_ = false;
   static constexpr int kMaxPaintsInARow = 1000;

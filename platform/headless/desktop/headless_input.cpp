@@ -200,7 +200,7 @@ void HeadlessDesktop::Translate(const MSG& message) {
   if (c != 0) Post(message.hwnd, message.message == WM_SYSKEYDOWN ? WM_SYSCHAR : WM_CHAR, c, 1);
 }
 
-// Whether a press reaches the window: it makes its top window the active one, unless that is disabled.
+// Whether a press reaches the window: it makes its top-level window the active one, unless that is disabled.
 bool HeadlessDesktop::ComesToPress(HWND target, UINT message) {
   const auto top = At(TopOf(target));
   if (top == nullptr || (top->Style() & WS_DISABLED) != 0) return false;

@@ -14,7 +14,8 @@ class HeadlessDesktop;
 // The clock of a headless desktop for threads that wait: their time comes when the desktop's clock is moved
 // by Advance of this object.
 //
-// Threads: WaitFor is for any; the rest is for that of the desktop. Who waits must be gone before the clock.
+// Threads: WaitFor is for any; the rest is for that of the desktop. No thread may wait any more when the
+//   object is destroyed.
 //
 //   HeadlessWaits waits(desktop);  ScopedWaitClock scope(waits);  ...  waits.AwaitSleepers(1);
 //   waits.Advance(100);
@@ -26,7 +27,7 @@ class COMM_LORV_API HeadlessWaits : public WaitClock {
 
   // Threads that wait; those whose time has come no longer count once Advance is back.
   std::size_t Sleepers() const;
-  // Waits, by the system's clock, until there are so many; false after ten seconds.
+  // Waits, by the system's clock, until there are `count`; false after ten seconds.
   bool AwaitSleepers(std::size_t count);
   // Moves the desktop's clock; its timers come due one by one.
   void Advance(DWORD milliseconds);

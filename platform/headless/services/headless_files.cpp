@@ -5,9 +5,9 @@
 
 #include "framework/objects/exceptions.h"
 
-// Files in memory with the rules of Windows: read-only files that stay, folders that must
-// exist. Every question is noted for tests, and room and refusals can be set, so that full disks and locked
-// files are ordinary tests.
+// Files in memory with the rules of Windows: read-only files that stay, folders that must exist. Every
+// question is noted for tests, and room and refusals can be set, so that full disks and locked files are
+// ordinary tests.
 
 namespace lorv {
 namespace {

@@ -10,8 +10,8 @@
 #include "platform/headless/services/headless_printing.h"
 #include "platform/ports/platform.h"
 
-// A whole machine in memory: every port answers from what was set, alike at each run, and records what it was
-// asked. For tests, and for hosts without a desktop.
+// A whole machine in memory: every port answers from what was set, the same at each run, and records what it
+// was asked. For tests, and for hosts without a desktop.
 // One thread at a time.
 namespace lorv {
 

@@ -8,6 +8,7 @@ namespace {
 class RecordedJob : public PrintJob {
  public:
   explicit RecordedJob(HeadlessPrinting& printing) : printing_(printing) {}
+  // Noted, so that a test sees a job that was given up without End.
   ~RecordedJob() override { Note(_T("gone")); }
 
   bool Begin(LPCTSTR document, const PageWays& ways) override {
@@ -28,7 +29,7 @@ class RecordedJob : public PrintJob {
   }
 
   std::shared_ptr<Canvas> NextPage() override {
-    constexpr SIZE kPaper = {794, 1123};
+    constexpr SIZE kPaper = {794, 1123};  // A4 at 96 dots per inch
     printing_.pages.push_back(std::make_shared<HeadlessSurface>(kPaper));
     Note(_T("page %d"), static_cast<int>(printing_.pages.size()));
     return std::make_shared<HeadlessCanvas>(printing_.pages.back(), CRect(CPoint(0, 0), kPaper));

@@ -25,6 +25,7 @@ const DialogTemplate kForm = {0, _T(""), 248, 80, _T("SimSun"), 9, kItems};
 class ProgressBar : public CWnd {
  public:
   void Show(int steps) {
+    // An operation reports far more often than the bar moves.
     if (std::exchange(steps_, steps) != steps) Invalidate();
   }
 
@@ -56,6 +57,7 @@ class ProgressForm : public CDialog {
       const int id = static_cast<int>(kFirstLine) + i;
       CString before;
       GetDlgItemText(id, before);
+      // Each text that is set is a repaint and a line in the record of a test.
       if (before != text) SetDlgItemText(id, text);
     }
     if (bar_.m_hWnd != nullptr) bar_.Show(model_.Bar());
@@ -73,6 +75,7 @@ class ProgressForm : public CDialog {
   // Only the operation takes it away.
   void OnCancel() override {
     model_.Cancel();
+    // It cannot be cancelled twice.
     if (CWnd* const button = GetDlgItem(IDCANCEL)) button->EnableWindow(FALSE);
     Show();
   }

@@ -11,9 +11,8 @@ namespace lorv {
 // says.
 //
 // It neither takes the focus nor closes by itself; Tab leads to its button, and the button, Esc and closing
-// it
-//   cancel. The time is the desktop's. It does not work the queue: what the user does is taken as the program
-//   comes to it.
+// it cancel. The time is the desktop's. It dispatches no messages: what the user does is handled when the
+// program comes to it.
 // Edges: when the window that it belongs to goes, it goes with it, and every call does nothing.
 // One thread: that of the user interface.
 COMM_LORV_API std::unique_ptr<ProgressDialog> MakeHeadlessProgress();

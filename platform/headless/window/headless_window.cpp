@@ -65,7 +65,7 @@ POINT HeadlessWindow::ClientOrigin() const {
   return CRect(WindowRect()).TopLeft() + CSize(frame.side, frame.top);
 }
 
-// Where the client area of a top window stands on the screen, and a child in its parent.
+// Where the client area of a top-level window stands on the screen, and a child in its parent.
 CPoint HeadlessWindow::ReportedPlace() const {
   return Parent() == nullptr ? CPoint(ClientOrigin()) : place_.TopLeft();
 }

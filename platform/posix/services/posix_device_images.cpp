@@ -36,10 +36,12 @@ class PosixDeviceImages : public DeviceImages {
       KeptBitmap bitmap = {{image.width, image.height}, std::vector<DWORD>(count)};
       std::transform(image.pixels, image.pixels + count, bitmap.pixels.begin(), OverBlack);
       const std::lock_guard<std::mutex> lock(mutex_);
+      // A number is never given twice, so that the handle of a bitmap that was deleted names nothing.
       const auto handle = reinterpret_cast<HBITMAP>(++last_);
       bitmaps_[handle] = std::move(bitmap);
       return handle;
     } catch (const std::bad_alloc&) {
+      // The port answers null, as the system does where it has no memory for a bitmap.
       return nullptr;
     }
   }
@@ -58,6 +60,7 @@ class PosixDeviceImages : public DeviceImages {
     return true;
   }
 
+  // There are no contexts of a system here: those of the library are found before this is asked.
   bool Draw(HDC /*context*/, const PixelImage& /*image*/, const RECT& /*to*/) override { return false; }
 
  private:

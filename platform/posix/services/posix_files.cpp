@@ -56,7 +56,7 @@ class PosixFile : public File {
     return lseek(descriptor_, static_cast<off_t>(position), SEEK_SET) >= 0;
   }
 
-  // Of a pipe or a device nobody knows a size.
+  // The size of a pipe or a device is not known.
   std::int64_t Size() override {
     struct stat facts {};
     return fstat(descriptor_, &facts) == 0 && S_ISREG(facts.st_mode) ? facts.st_size : -1;

@@ -19,7 +19,7 @@ class DesktopMailProgram : public MailLibrary {
  public:
   bool CanSend() override { return true; }
 
-  // The program goes on alone: that the user gave up in it is not learnt.
+  // The program goes on by itself: whether the user gave up in it is not known here.
   ULONG Send(HWND /*owner*/, const MailMessage& message, ULONG /*flags*/) override {
     const std::string address = message.address.substr(message.address.find(':') + 1);
     const bool started = StartProgram(

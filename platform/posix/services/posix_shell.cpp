@@ -30,7 +30,7 @@ std::error_code Delete(const fs::path& path) {
   return error;
 }
 
-// Where nobody sees the line, nothing is written.
+// Where no terminal shows the line, nothing is written.
 class SilentProgress : public ProgressDialog {
  public:
   void SetTitle(LPCTSTR /*title*/) override {}

@@ -52,7 +52,7 @@ std::string NoteFor(const fs::path& path) {
   return "[Trash Info]\nPath=" + Escaped(path.string()) + "\nDeletionDate=" + date.data() + "\n";
 }
 
-// Makes the note under a name that no other has; who makes it first owns the name.
+// Makes the note under a name that no other has; the process that creates it first owns the name.
 std::error_code WriteNote(const fs::path& note, const std::string& text) {
   const int descriptor = open(note.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
   if (descriptor < 0) return {errno, std::generic_category()};

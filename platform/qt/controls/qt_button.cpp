@@ -37,7 +37,7 @@ QWidget* MakeWidget(UINT type, QWidget* around) {
       return new QGroupBox(around);
     default: {
       auto* const button = new QPushButton(around);
-      // Which button Return presses is the dialog's affair.
+      // Which button Return presses is decided by the dialog.
       button->setAutoDefault(false);
       return button;
     }
@@ -61,7 +61,7 @@ void QtButton::ShowText() {
   if (auto* const box = dynamic_cast<QGroupBox*>(Widget())) box->setTitle(text);
 }
 
-// Styles draw the focus of a button only for those who came by key.
+// Styles draw the focus of a button only where it came by key.
 void QtButton::ShowFocus() {
   const bool by_mouse = Home().KeyState(VK_LBUTTON) != 0;
   Widget()->setFocus(by_mouse ? Qt::MouseFocusReason : Qt::ShortcutFocusReason);

@@ -38,7 +38,7 @@ QtCombo::QtCombo(QtDesk& desk, HWND handle, const WindowRequest& request, DropLi
 }
 
 HWND QtCombo::KeyTarget() const {
-  // The widget gets the keys, the edit is who they are meant for.
+  // The widget gets the keys, but they are meant for the edit.
   return Edit() == nullptr ? Handle() : Edit();
 }
 
@@ -60,7 +60,7 @@ void QtCombo::ShowChoice() {
 void QtCombo::ShowDropped(bool on) {
   picked_ = -1;
   if (!on) return list_.hidePopup();
-  // Of a combo box that nobody sees a list would pop up alone.
+  // The list of a hidden combo box would pop up alone.
   if (Seen()) list_.showPopup();
 }
 

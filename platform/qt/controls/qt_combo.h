@@ -9,8 +9,8 @@ namespace lorv {
 
 class DropList;
 
-// The keys go through the drop-down list even while the widget's own list is shown; the mouse is that list's
-// affair.
+// The keys go through the drop-down list even while the widget's own list is shown; that list handles the
+// mouse.
 class QtCombo : public ComboBehaviour<QtControl, QtItems> {
  public:
   QtCombo(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around);

@@ -100,7 +100,7 @@ UINT QtDesk::Popup(const MenuModel& model, POINT screen, UINT flags, HWND owner)
   if (menu_up_) return 0;
   const auto window = Window(owner);
   const QFont font = window != nullptr ? window->Widget()->font() : QApplication::font("QMenu");
-  // A menu takes the mouse; whoever had captured it is notified before.
+  // A menu takes the mouse; the window that had captured it is notified before.
   SetCapture(nullptr);
   struct Up {
     explicit Up(bool& up) : up_(up) { up_ = true; }

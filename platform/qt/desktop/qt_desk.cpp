@@ -30,7 +30,7 @@ bool HasScreen() {
 }
 
 // The program counts the pixels of the screen, as it does elsewhere: a larger screen has more of them to the
-// inch, and nothing is drawn smaller and blown up. The scale that the user asks for becomes dots an inch.
+// inch, and nothing is drawn smaller and blown up. The scale that the user asks for becomes dots per inch.
 // In force while the application is made.
 class InRealPixels {
  public:
@@ -144,7 +144,7 @@ void QtDesk::NameAfter(HWND label) {
 
 void QtDesk::Forget(HWND window) {
   DesktopModel::Forget(window);
-  // A window that is gone cannot become active any more: nobody need wait for it.
+  // A window that is gone cannot become active any more: it is not waited for.
   if (asked_ == window) asked_ = nullptr;
 }
 
@@ -160,7 +160,7 @@ QtDesk::Event::~Event() {
 }
 
 void QtDesk::DeleteLater(QWidget* widget, std::uint64_t born) {
-  // Within no event nobody can be in the widget's code.
+  // Outside of events no code of the widget is running.
   if (live_events_.empty()) {
     delete widget;
     return;

@@ -23,7 +23,7 @@ class QScreen;
 
 namespace lorv {
 
-// Where errands for the thread of the windows are left, by any thread; closed when the desktop ends.
+// Tasks that any thread leaves for the thread of the windows; closed when the desktop ends.
 class QtMailbox {
  public:
   QtMailbox();
@@ -32,11 +32,11 @@ class QtMailbox {
   QtMailbox& operator=(const QtMailbox&) = delete;
   // Runs it in that thread when the events that are there are done; `last`: when all others are.
   void Leave(std::function<void()> errand, bool last = false);
-  // In that thread: the next errand of the two sorts.
+  // In that thread: runs the next task of the two sorts.
   void RunNext(bool last);
   void Close();
 
-  // As long as one lives, errands wait. In the thread of the windows.
+  // As long as one lives, tasks wait. In the thread of the windows.
   class Holding {
    public:
     explicit Holding(QtMailbox& mailbox) : mailbox_(mailbox) { mailbox_.Hold(1); }
@@ -181,7 +181,7 @@ class QtDesk : public DesktopModel, public QtServices {
 
   std::shared_ptr<QtMailbox> mailbox_;
 
-  HWND asked_ = nullptr;             // the top window that the widget set was asked to make the active one
+  HWND asked_ = nullptr;             // the top-level window that the widget set was asked to activate
   QPointer<QWidget> mouse_grabber_;  // the widget through which the mouse comes to the window that has it
   struct Doomed {
     QPointer<QWidget> widget;

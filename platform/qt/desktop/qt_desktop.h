@@ -29,6 +29,6 @@ COMM_LORV_API QWidget* QtWidgetOf(HWND window);
 
 }  // namespace lorv
 
-// For who loads this library by name at run time: a new desktop, the caller's to delete. Null where
+// For loading this library by name at run time: a new desktop, the caller's to delete. Null where
 // MakeQtDesktop raises.
 extern "C" COMM_LORV_API lorv::Desktop* LorvNewQtDesktop();

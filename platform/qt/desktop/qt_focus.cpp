@@ -62,7 +62,7 @@ void QtDesk::FocusArrived(HWND window) {
   }
 }
 
-// Between two windows of ours nobody has the focus for a moment: it is lost if it stays away.
+// Between two windows of ours no window has the focus for a moment: it is lost if it stays away.
 void QtDesk::FocusLeft() {
   // Milliseconds: longer than window systems take, and too short for a user to notice.
   constexpr int kMoment = 100;

@@ -46,7 +46,7 @@ QtMailbox::~QtMailbox() {
   Close();
 }
 
-// Under the lock: the thread of the windows is to run an errand of that sort.
+// Under the lock: the thread of the windows is to run a task of that sort.
 void QtMailbox::Call(bool last) {
   QCoreApplication::postEvent(receiver_, new QEvent(last ? kLastErrand : kErrand),
                               last ? Qt::LowEventPriority : Qt::NormalEventPriority);
@@ -85,7 +85,7 @@ void QtMailbox::Close() {
   QObject* gone = nullptr;
   {
     const std::lock_guard<std::mutex> lock(mutex_);
-    // Events that still wait go with their receiver, errands are never run after this.
+    // Events that still wait go with their receiver, tasks are never run after this.
     gone = std::exchange(receiver_, nullptr);
   }
   delete gone;

@@ -177,7 +177,7 @@ std::vector<BYTE> QtDesk::ClipboardBytes(const CString& format) const {
 }
 
 void QtDesk::ReportAccessible(HWND window, AccessEvent event, std::int64_t number) {
-  // An editor learns its name when its cell is known, after it was made.
+  // An editor gets its name when its cell is known, after it was made.
   if (event == AccessEvent::Name) NameByLabel(window);
   if (const auto reported = Window(window)) ReportQtAccessible(*reported->Widget(), event, number);
 }

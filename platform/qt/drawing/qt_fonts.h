@@ -13,7 +13,7 @@ namespace lorv {
 
 QFont FontOf(const LOGFONT& description);
 LOGFONT DescriptionOf(const QFont& font);
-// The font of dialogs: the Chinese face at 9 points of the desktop's dots an inch, 12 pixels on the usual
+// The font of dialogs: the Chinese face at 9 points of the desktop's dots per inch, 12 pixels on the usual
 // screen.
 LOGFONT DialogFace();
 void SetDialogDpi(int dpi);

@@ -43,7 +43,7 @@ class QtGround {
     COLORREF ink = 0;
     bool inked = false;
   };
-  // Between both calls nobody else draws. Null: there is nothing to draw on.
+  // Between both calls nothing else draws. Null: there is nothing to draw on.
   virtual QPainter* Open(const CRect& part) = 0;
   virtual void Close(const CRect& part) = 0;
 

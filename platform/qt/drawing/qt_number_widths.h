@@ -43,12 +43,11 @@ class QtPairWidths {
 // it is fitted.
 //
 // Numbers are texts of digits, blanks and the signs of ASCII up to "@" only: they are of one script, so a
-// pair is
-//   set in every text as it is alone. Letters turn their neighbours into another script, which a font may set
-//   by other rules; so digits behind letters are added up by pairs that were measured behind those very
-//   letters, once many texts began with them.
+// pair is set in every text as it is alone. Letters turn their neighbours into another script, which a font
+// may set by other rules; so digits behind letters are added up by pairs that were measured behind those very
+// letters, once many texts began with them.
 // Units: pixels, rounded as the font's own measure of the whole text is.
-// Memory: kMostNames beginnings are remembered, then the remembering begins anew.
+// Memory: kMostNames beginnings are kept; when one more is met all are forgotten.
 // One thread, that of the font.
 //
 //   QtNumberWidths(font).Width(_T("1.500"))  gives what QFontMetrics(font).horizontalAdvance("1.500") gives

@@ -87,7 +87,7 @@ void QtSurface::Close(const CRect& part) {
   if (!InWindowsThread()) EndPainter();
   const bool first = Note(part & CRect(CPoint(0, 0), static_cast<SIZE>(size_)));
   mutex_.unlock();
-  // Outside the lock, so that whoever is called may ask the surface.
+  // Outside the lock, so that the function called may ask the surface.
   if (first && changed_) changed_();
 }
 

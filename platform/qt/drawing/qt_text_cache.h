@@ -48,8 +48,8 @@ class QtTextCache {
   // Good until Age changes.
   const QtFace& Face(const LOGFONT& description);
   std::uint32_t Age() const { return age_; }
-  // Null for a text too long to be kept; good until the next call. Who knows the text's width already, as
-  // Advance gives it, spares its shaping.
+  // Null for a text too long to be kept; good until the next call. With the text's width, as Advance gives
+  // it, the text need not be shaped for it.
   QtRun* Run(const QtFace& face, TextView text, std::optional<int> advance = {});
   int Advance(const QtFace& face, TextView text);
   std::size_t Kept() const { return runs_.Count(); }

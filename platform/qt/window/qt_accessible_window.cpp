@@ -52,7 +52,7 @@ void QtAccessibleWindow::GiveUpParts(bool all) {
   }
 }
 
-// Whoever asks holds what it was given before: nothing is given up in the middle of its questions.
+// A reader holds the objects it was given before: none is deleted in the middle of its questions.
 QAccessibleInterface* QtAccessibleWindow::Part(const std::shared_ptr<AccessibleObject>& object) {
   if (object == nullptr) return nullptr;
   // Another window's object belongs to that window's interface, and number 0 is the window itself.
@@ -197,7 +197,7 @@ namespace {
 
 constexpr const char* kWindowOf = "lorv_window";
 
-// Whether anybody reads: else nothing is made for nobody.
+// Whether a screen reader is active: without one no objects are made.
 class Readers : public QAccessible::ActivationObserver {
  public:
   static bool There() { return Now().there_ || Now().sink_ != nullptr; }
@@ -236,7 +236,7 @@ void Report(QAccessibleInterface& reported, const Detail& detail) {
   }
 }
 
-// Qt wants the states that are others now; which, is for the reader to ask.
+// Qt wants the states that have changed; their values are for the reader to ask.
 QAccessible::State AllThatChange() {
   return QtStateOf(kAccessSelected | kAccessChecked | kAccessMixed | kAccessExpanded | kAccessReadOnly);
 }

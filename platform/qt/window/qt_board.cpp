@@ -12,9 +12,9 @@
 #include "platform/qt/desktop/qt_text.h"
 #include "platform/qt/window/qt_accessible.h"
 
-// Windows that draw themselves: top windows, dialogs, popups and children of no control class. All that is
-// seen of them comes from the surface; only the line around them and the scroll bars, which are widgets of
-// Qt, stand outside the client area.
+// Windows that draw themselves: top-level windows, dialogs, popups and children of no control class. All
+// that is seen of them comes from the surface; only the line around them and the scroll bars, which are
+// widgets of Qt, stand outside the client area.
 
 namespace lorv {
 namespace {

@@ -31,7 +31,7 @@ void QtWindow::VisibleChanged(int how) {
   if (how == SW_RESTORE || how == SW_SHOWNORMAL) widget_->setWindowState(Qt::WindowNoState);
 }
 
-// A disabled top window keeps its looks: only its input is refused.
+// A disabled top-level window keeps its looks: only its input is refused.
 void QtWindow::EnabledChanged() {
   if (Parent() != nullptr) widget_->setEnabled((Look() & WS_DISABLED) == 0);
 }

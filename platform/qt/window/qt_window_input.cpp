@@ -192,7 +192,7 @@ bool QtWindow::TakeQuery(QEvent& event) {
 
 bool QtWindow::TakeMouse(QObject* receiver, QMouseEvent& event) {
   auto* const part = static_cast<QWidget*>(receiver);
-  // Inner parts of a control are the widget's own affair.
+  // Inner parts of a control are handled by the widget.
   if (part != widget_ && part != pane_) return Blocked();
   event.accept();
   const CPoint screen = FromQt(part->mapToGlobal(event.position().toPoint()));

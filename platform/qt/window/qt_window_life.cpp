@@ -38,7 +38,7 @@ void QtWindow::Start(QWidget* widget, QWidget* pane) {
   widget->setFocusPolicy(Qt::NoFocus);
   pane_->setMouseTracking(true);
   widget->setMouseTracking(true);
-  // Of a top window only the input is refused: its widget would grey all that it holds.
+  // Of a top-level window only the input is refused: its widget would grey all that it holds.
   if ((Look() & WS_DISABLED) != 0 && Parent() != nullptr) widget->setEnabled(false);
 }
 

@@ -20,8 +20,8 @@ using OwnedMenu = std::unique_ptr<HMENU__, MenuEnd>;
 OwnedMenu Build(const MenuModel& model) {
   OwnedMenu menu(CreatePopupMenu());
   for (const MenuEntry& entry : model.entries) {
-    // Flags by which a caller named a place, or that ask for drawing by the owner, are
-    // nothing for the system's call.
+    // Flags by which a caller named a place, or that ask for drawing by the owner, are nothing for the
+    // system's call.
     UINT flags = entry.flags & ~kSetHere;
     UINT_PTR id = entry.id;
     OwnedMenu below;
@@ -74,7 +74,7 @@ UINT TrackNativeMenu(const MenuModel& model, POINT screen, UINT flags, HWND owne
   // A click elsewhere closes the menu only of a window in the foreground.
   const auto track = [&] {
     if (const HWND front = FrontFor(window); front != nullptr) SetForegroundWindow(front);
-    // The command is always the answer: whoever wants it as a message posts it when the menu is gone.
+    // The command is always returned: a caller that wants it as a message posts it when the menu is gone.
     const UINT all = (flags & ~static_cast<UINT>(TPM_RECURSE)) | TPM_RETURNCMD | TPM_NONOTIFY;
     return static_cast<UINT>(TrackPopupMenuEx(menu.get(), all, screen.x, screen.y, window, nullptr));
   };

@@ -53,7 +53,7 @@ class KeptData : public CountedObject<IDataObject> {
     out->ptd = nullptr;
     return E_NOTIMPL;
   }
-  // What is dragged is not changed by who takes it.
+  // A receiver cannot change what is dragged.
   HRESULT STDMETHODCALLTYPE GetDataHere(FORMATETC* /*wanted*/, STGMEDIUM* /*medium*/) override {
     return E_NOTIMPL;
   }

@@ -32,7 +32,7 @@ void Offer(MSG& message) {
   bool taken = true;
   CarriedFault::Guarded([&] { return taken = OfferMessage(message); });
   if (taken) {
-    // The system goes on with the message after the hook: as WM_NULL it reaches nobody.
+    // The system goes on with the message after the hook: as WM_NULL it has no effect.
     message.hwnd = nullptr;
     message.message = WM_NULL;
     message.wParam = 0;
@@ -50,7 +50,7 @@ PumpStep Handle(MSG& message) {
 }
 
 LRESULT CALLBACK SeeMessage(int code, WPARAM w, LPARAM l) {
-  // Those who only look at the queue will come again.
+  // A call that only looks at the queue comes again.
   if (code == HC_ACTION && w == PM_REMOVE) {
     MSG& message = *reinterpret_cast<MSG*>(l);
     if (message.message == WM_QUIT && !pump_takes) SystemLoop::TakeQuit(static_cast<int>(message.wParam));

@@ -7,7 +7,7 @@
 #include "framework/native/window_types.h"
 #include "platform/models/carried_fault.h"
 
-// How a message from the queue comes to the window classes before it is delivered, whoever runs the loop.
+// How a message from the queue comes to the window classes before it is delivered, in any loop.
 //
 // On the thread of a Win32 desktop a hook sees each message that a loop takes out: ours, the host's, and
 //   those that the system runs for its own dialogs. A message that a class took reaches its window as

@@ -26,7 +26,7 @@ class ModalRun {
     if (owner_ == nullptr || !IsWindow(owner_) || !IsWindowEnabled(owner_)) return;
     const HWND active = GetActiveWindow();
     if (active != nullptr && active != dialog_) return;
-    // Where nobody is in front it is taken there, but never past another program that is.
+    // Where no window is in front it is brought there, but never in front of another program's active one.
     if (GetForegroundWindow() == nullptr) {
       SetForegroundWindow(owner_);
     } else {
@@ -59,7 +59,7 @@ void RunModalLoop(HWND dialog) {
   const ModalRun run(dialog);
   while (run.Goes()) {
     if (PumpOne(true) != PumpStep::kQuit) continue;
-    // The end of the program is the outer loops' affair as well.
+    // The end of the program concerns the outer loops as well.
     PostQuitMessage(LastQuitCode().value_or(0));
     return;
   }

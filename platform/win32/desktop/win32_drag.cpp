@@ -120,7 +120,7 @@ DROPEFFECT RunNativeDrag(const TransferData& content, DROPEFFECT allowed) {
   const auto drag = [&] {
     DWORD done = DROPEFFECT_NONE;
     const HRESULT end = DoDragDrop(data.Get(), source.Get(), allowed, &done);
-    // A target may answer with effects that nobody offered.
+    // A target may answer with effects that were not offered.
     return end == DRAGDROP_S_DROP ? done & allowed : DROPEFFECT{DROPEFFECT_NONE};
   };
   return SystemLoop::Run(drag, [] { given_up = true; });

@@ -21,7 +21,7 @@ class GdiTarget {
   // For a call that fills the rectangle: what was there before is not asked for.
   virtual HDC ContextToFill(const RECT& /*rect*/) { return Context(); }
   virtual HDC ContextToAsk() { return Context(); }  // nothing is drawn with it
-  // Dots an inch of the screen or the paper; a context itself answers for the first screen.
+  // Dots per inch of the screen or the paper; a context itself answers for the first screen.
   virtual int Dpi() { return GetDeviceCaps(ContextToAsk(), LOGPIXELSY); }
   // What can be drawn on at all, in the context's own pixels; null: no limit.
   virtual HRGN Limit() const { return nullptr; }
@@ -36,7 +36,7 @@ class GdiMemory : public GdiTarget {
   HDC Context() override { return context_; }
   void SetCorner(POINT corner);
   SIZE Size() const override { return size_; }
-  DWORD* Pixels() { return pixels_; }  // from the top down, 0x00RRGGBB; null for want of memory
+  DWORD* Pixels() { return pixels_; }  // from the top down, 0x00RRGGBB; null for lack of memory
 
  private:
   SIZE size_;

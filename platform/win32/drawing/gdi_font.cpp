@@ -15,7 +15,7 @@
 namespace lorv {
 namespace {
 
-// As many as a busy sheet has looks; beyond it those that nobody holds are given up.
+// As many as a busy sheet has looks; beyond it those that are not in use are deleted.
 constexpr std::size_t kKeptFonts = 64;
 
 constexpr std::array<const wchar_t*, 4> kChineseFaces = {L"Microsoft YaHei", L"SimSun",

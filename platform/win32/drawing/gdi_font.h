@@ -8,8 +8,8 @@
 // Fonts of the system by value: making one costs more than drawing a cell with it, so they are shared.
 //
 // A face that is not installed is replaced by one that has Chinese characters.
-// Result: never null, but for want of the system's handles. The font lives as long as somebody holds it, and
-//   somewhat longer. Any thread.
+// Result: null only where the system has no handles left. The font lives at least as long as somebody holds
+//   it. Any thread.
 namespace lorv {
 
 class GdiFont {
@@ -30,7 +30,7 @@ class GdiFont {
 
 std::shared_ptr<const GdiFont> SharedFont(const LOGFONTW& face);
 
-// That of the system's own dialogs, on a screen of so many dots an inch; 0: on the first one.
+// That of the system's own dialogs, on a screen of that many dots per inch; 0: on the first one.
 LOGFONTW SystemDialogFont(int dots = 0);
 
 }  // namespace lorv

@@ -1,6 +1,6 @@
 #pragma once
 
-// The shell's part of the Windows headers, behind the one door of all.
+// The shell's part of the Windows headers, with framework/native/native_types.h before it.
 #include "framework/native/native_types.h"
 
 // clang-format off

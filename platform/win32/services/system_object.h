@@ -9,7 +9,7 @@
 namespace lorv {
 
 // An object that the system counts, under one interface beside IUnknown. It begins with one reference, its
-// maker's, and ends with the last one.
+// maker's, and is deleted with the last one.
 template <class Interface>
 class CountedObject : public Interface {
  public:

@@ -18,7 +18,7 @@ class Win32Printing : public Printing {
     PRINTDLGW choice = {};
     choice.lStructSize = sizeof(choice);
     choice.hwndOwner = owner;
-    // Copies are the driver's affair: pages are sent once.
+    // The driver makes the copies: pages are sent once.
     choice.Flags = flags | PD_RETURNDC | PD_USEDEVMODECOPIESANDCOLLATE;
     // Given whatever was chosen, and ours to free.
     struct Given {

@@ -31,7 +31,7 @@ class Win32Shell : public Shell {
     native.lpParameters = start.parameters;
     native.nShow = start.show;
     if (!ShellExecuteExW(&native)) return false;
-    // Given where the mask asks to keep it; nobody here waits for the process.
+    // Given where the mask asks to keep it; the process is not waited for.
     if (native.hProcess != nullptr) CloseHandle(native.hProcess);
     return true;
   }

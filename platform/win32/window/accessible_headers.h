@@ -1,6 +1,6 @@
 #pragma once
 
-// The system's interface for screen readers, behind the one door of all Windows headers.
+// The system's interface for screen readers, with framework/native/native_types.h before it.
 #include "framework/native/native_types.h"
 
 // clang-format off

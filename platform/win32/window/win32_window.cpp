@@ -48,11 +48,11 @@ bool Win32Window::Exists() const {
 }
 
 LRESULT Win32Window::Receive(UINT message, WPARAM w, LPARAM l) {
-  // Whoever looks up the handle in a handler must find the window, and this object must outlive its call.
+  // A handler that looks up the handle must find the window, and this object must outlive its call.
   const auto keep = shared_from_this();
   if (message == WM_NCDESTROY) return Ended(w, l);
-  // Before the object has the handle there is nobody to hear of messages, but for the
-  // first that a class waits for.
+  // Before the object has the handle there is nobody to hear of messages, but for the first that a class
+  // waits for.
   if (phase_ == Phase::kMaking) return message == WM_CREATE ? Created(w, l) : Default(message, w, l);
   NoteComposition(message);
   if (message == WM_DESTROY) {
@@ -163,7 +163,7 @@ LRESULT Win32Window::Default(UINT message, WPARAM w, LPARAM l) {
 bool Win32Window::TakeOver() {
   if (!Exists()) return false;
   if (ours_) return true;
-  // From now on it is answered for by this object, for everybody who asks for the handle.
+  // From now on the handle is answered for by this object.
   taken_over_ = TakeOverWindow(handle_, *this);
   ours_ = taken_over_;
   return taken_over_;

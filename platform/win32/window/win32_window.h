@@ -110,7 +110,7 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
   bool ours_ = true;
   bool taken_over_ = false;  // made by somebody else
   WindowKind kind_;
-  DWORD added_style_ = 0;  // ours, not the asker's
+  DWORD added_style_ = 0;  // added by us, not asked for
   WNDPROC original_ = nullptr;
   const WindowRequest* request_ = nullptr;  // while it is being made
   bool destroying_ = false;

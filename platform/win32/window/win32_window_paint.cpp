@@ -226,7 +226,7 @@ void Win32Window::SetRedraw(bool on) {
   for (const CRect& rect : held.Rects()) InvalidateRect(handle_, &rect, TRUE);
 }
 
-// A top window's own surface holds all that stands in it, seen or covered.
+// A top-level window's own surface holds all that stands in it, seen or covered.
 std::vector<DWORD> Win32Window::Picture(SIZE& size) {
   size = {0, 0};
   if (!Exists() || IsWindowVisible(handle_) == 0) return {};

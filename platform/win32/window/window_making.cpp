@@ -133,7 +133,7 @@ bool TakeOverWindow(HWND handle, Win32Window& window) {
   return true;
 }
 
-// Only where nobody else came in between since: else the window's messages go through us to its end.
+// Only where no other code has subclassed the window since: else its messages go through us to its end.
 bool GiveBackWindow(HWND handle, WNDPROC original) {
   if (GetWindowLongPtrW(handle, GWLP_WNDPROC) != reinterpret_cast<LONG_PTR>(&Procedure)) return false;
   SetWindowLongPtrW(handle, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(original));

@@ -12,7 +12,7 @@ HWND MakeNativeWindow(const WindowRequest& request);
 
 // Brings a window that somebody else made under the framework's procedure; false for one of another thread.
 bool TakeOverWindow(HWND handle, Win32Window& window);
-// Gives it its own procedure back; false where somebody else came in between since.
+// Gives it its own procedure back; false where other code has subclassed it since.
 bool GiveBackWindow(HWND handle, WNDPROC original);
 
 // The kind of a class of the system's; Custom for all others.

@@ -6,8 +6,8 @@
 #include "framework/values/variant_text.h"
 #include "grid/events/event_table.h"
 
-// One event as one line, for whoever learns the events of a table by watching them. The names are those that
-// the suite's dialogs give to their handlers.
+// One event as one line, for programmers who learn the events of a table by watching them. The names are
+// those that the suite's dialogs give to their handlers.
 
 namespace lorv::tool {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "tools/lorv-desk/events/event_text.h"
 
-// A table and the trace of its events. The window hears every event where its sink would, and changes the
+// A table and the trace of its events. The window gets every event where its sink would, and changes the
 // trace from its message queue only: an event may come out of the middle of a painting or of a drag.
 
 namespace lorv::tool {
@@ -24,7 +24,7 @@ EventWindow::EventWindow()
     : GridWindow(std::make_unique<CBcgTrueDbGridCtrl>()), table_(static_cast<CBcgTrueDbGridCtrl*>(&Grid())) {}
 
 EventWindow::~EventWindow() {
-  // While all that hears of it still stands.
+  // While all that is notified still exists.
   if (m_hWnd != nullptr) CWnd::DestroyWindow();
 }
 

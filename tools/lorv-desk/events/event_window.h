@@ -14,7 +14,7 @@ namespace lorv::tool {
 class EventWindow : public GridWindow {
  public:
   static constexpr int kMostLines = 1000;
-  static constexpr int kTraceWidth = 330;  // pixels at 96 dots an inch
+  static constexpr int kTraceWidth = 330;  // pixels at 96 dots per inch
 
   EventWindow();
   ~EventWindow() override;
@@ -24,7 +24,7 @@ class EventWindow : public GridWindow {
   CBcgTrueDbGridCtrl& Table() { return *table_; }
   CBCGPBasicGridCtrl& Trace() { return trace_; }
 
-  // A click on a cell, and its editor opened and closed, for who looks without a hand.
+  // A click on a cell, and its editor opened and closed: for pictures that are made without a user.
   void Play(int row, int column);
 
  protected:

@@ -13,7 +13,7 @@
 namespace lorv::tool {
 namespace {
 
-// Pixels at 96 dots an inch.
+// Pixels at 96 dots per inch.
 constexpr int kMargin = 12;
 constexpr int kLine = 20;
 constexpr int kLargeWidth = 420;

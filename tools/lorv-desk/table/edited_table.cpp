@@ -17,7 +17,7 @@
 namespace lorv::tool {
 namespace {
 
-constexpr int kRowsATurn = 4096;  // between two looks at the clock of whoever waits
+constexpr int kRowsATurn = 4096;  // between two calls of `progress`
 
 _variant_t ValueOf(std::string_view utf8) {
   // No text is no value: the grid shows both alike and an empty cell costs nothing.

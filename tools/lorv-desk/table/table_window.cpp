@@ -69,7 +69,7 @@ bool TableWindow::Read() {
   // A table of which a part is missing must not be saved over the whole one.
   if (!whole) return false;
   FitColumns();
-  // Nobody wants to take back that the file was read.
+  // Reading the file is no step to be undone.
   commands_.History().Forget();
   table_->MarkChanged(false);
   return true;

@@ -9,8 +9,8 @@
 #include "platform/ports/platform.h"
 
 // Names of entries, from paths of this system to what an archive holds and any other system can
-// take. Archives have a narrow name in the suite's code page, which older programs read, and one
-// in Unicode beside it.
+// take. Archives have a narrow name in the suite's code page, which older programs read, and one in Unicode
+// beside it.
 
 namespace lorv::tool {
 namespace {

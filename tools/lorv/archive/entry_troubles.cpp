@@ -16,7 +16,7 @@ void EntryTroubles::Add(const std::string& name, const std::string& words, int o
   troubles_.push_back({order, name, words});
 }
 
-// Threads come upon them in any order; who reads them expects that of the archive.
+// Threads meet them in any order; the reader of the list expects that of the archive.
 void EntryTroubles::Sort() {
   std::stable_sort(troubles_.begin(), troubles_.end(),
                    [](const Trouble& a, const Trouble& b) { return a.order < b.order; });

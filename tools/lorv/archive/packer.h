@@ -21,7 +21,7 @@ namespace lorv::tool {
 // The archive is the same as if they were packed one after the other: threads pack runs of small files in
 // memory, which are put behind one another in their order. Memory is bounded by how far they may be ahead.
 // What cannot be packed is reported and left out. Failure: BadInput where a file cannot be read to its end,
-// or the archive cannot be written; it is worth nothing then.
+// or the archive cannot be written, which is then useless.
 class Packer {
  public:
   // `archive` is the name of what is written, for messages.

@@ -18,11 +18,12 @@
 namespace lorv::tool {
 namespace {
 
-// From so many entries on they are shared among threads, and the disk is waited for by the batch.
+// From this many entries on they are shared among threads, and the disk is waited for once a batch.
 constexpr std::size_t kMany = 48;
 // More threads than that wait for the same disk.
 constexpr unsigned kMostThreads = 8;
-// So much is done again when the power fails; all its names can be remembered for an interruption.
+// Entries of a batch: what is lost when the power fails, and few enough names to be removed at an
+// interruption.
 constexpr std::size_t kBatchFiles = 2048;
 constexpr std::uint64_t kBatchBytes = 96U << 20;
 constexpr std::size_t kWriteBlock = 256 * 1024;

@@ -16,8 +16,8 @@ class InputBytes {
   // Opens a file, "-" being the stream given. Throws BadInput, with the reason, when it does not open.
   InputBytes(const std::string& path, std::istream& standard);
 
-  // Fills `block`, up to `size` bytes; nothing is left when it comes back empty. Throws
-  // BadInput when reading fails.
+  // Fills `block`, up to `size` bytes; nothing is left when it comes back empty. Throws BadInput when
+  // reading fails.
   void Read(std::string& block, std::size_t size);
 
   // What comes in is UTF-8, whatever the user says of his files.

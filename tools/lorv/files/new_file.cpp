@@ -31,8 +31,8 @@ NewFile::NewFile(const std::string& path, bool replace, std::ostream& standard_o
 void NewFile::OpenFile(bool replace) {
   Files& files = *PortsInForce().files;
   const CString given = CString::FromUtf8(path_);
-  // The file that the link leads to is written beside its own place, where a name can
-  // be given without copying.
+  // The file that the link leads to is written beside its own place, where a name can be given without
+  // copying.
   const CString goal = files.FollowLinks(given);
   const auto facts = files.Facts(goal);
   if (facts && facts->IsFolder()) Fail("it is a folder");

@@ -1,7 +1,7 @@
 #include "tools/lorv/archive/entry_name.h"
 
-// Names of files on Unix: there are no drives and no names that no file can have, but for what
-// an archive refuses anyhow.
+// Names of files on Unix: there are no drives and no names that no file can have, but for what an archive
+// refuses anyhow.
 
 namespace lorv::tool {
 

@@ -82,7 +82,7 @@ void Session::Keep(const CString& name, double number) {
   }
 }
 
-// "PI = 3" is a comparison to the formula engine, and surely not to who types it.
+// "PI = 3" is a comparison to the formula engine, and surely not to the user.
 bool GivesReservedName(const CString& line, const CString& name) {
   const bool is_word = !name.IsEmpty() && IsName((name + _T("_")).View());
   return is_word && !IsName(name.View()) && line.Find('=', line.Find('=') + 1) < 0;

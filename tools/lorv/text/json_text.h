@@ -15,7 +15,7 @@ class JsonText {
   void Close(char bracket);
   JsonText& Key(std::string_view key);
   void String(std::string_view utf8);
-  // What is no number (infinities included) becomes null: JSON has no other word for it.
+  // NaN and infinities become null: JSON has no other word for them.
   void Number(double value);
   void Number(long long value);
   void Bool(bool value);

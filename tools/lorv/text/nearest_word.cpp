@@ -9,8 +9,8 @@
 
 namespace lorv::tool {
 
-// The library's guess for a mistyped name, which knows names of functions as well: those are
-// not asked for here.
+// The library's guess for a mistyped name, which knows names of functions as well: those are not asked for
+// here.
 std::string NearestWord(const std::string& typed, const std::vector<std::string>& words) {
   TDefsetVars known;
   for (const std::string& word : words) known.AddSorted(CStrCmp(CString::FromUtf8(word)));

@@ -55,8 +55,8 @@ std::string WithPoint(std::string text) {
 }  // namespace
 
 std::optional<double> WholeNumber(std::string_view text) {
-  // The word for no number and for infinity begin with a letter: only digits, a sign or a
-  // point may begin one.
+  // The word for no number and for infinity begin with a letter: only digits, a sign or a point may begin
+  // one.
   const std::basic_string<TCHAR> units(text.begin(), text.end());
   if (units.empty() || text.find_first_not_of("0123456789.+-eE") != std::string_view::npos)
     return std::nullopt;

@@ -13,7 +13,7 @@
 #include "tools/lorv/text/spoken_language.h"
 
 // The verbs `list` and `test`: what an archive holds, and whether it can be unpacked. Both write nothing, so
-// they can be let loose on any archive.
+// they are safe on any archive.
 
 namespace lorv::tool {
 namespace {
@@ -40,7 +40,7 @@ std::string Time(std::int64_t time) {
   char text[40];
   std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", t.wYear, t.wMonth, t.wDay, t.wHour,
                 t.wMinute, t.wSecond);
-  // An entry without a time shows none; the first day of the calendar would be believed.
+  // An entry without a time shows none; the first day of the calendar would be taken for a date.
   return time == 0 ? std::string(19, '-') : text;
 }
 

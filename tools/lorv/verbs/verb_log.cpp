@@ -40,8 +40,11 @@ int WriteLog(const LogArguments& arguments, Console& console) {
   if (arguments.lines.empty()) {
     for (std::string line; std::getline(console.in, line);) log.AddOneString(CString::FromUtf8(line));
   }
+  // Asked before: without lines the library fails as it does for a file that cannot be written, once it has
+  // made the folder.
   if (log.Lines().IsEmpty()) throw BadInput(Say("there are no lines to write"));
   const CString folder = CString::FromUtf8(arguments.folder);
+  // The lines stay (`false`), as the answer below counts them.
   if (!log.OutputErrorLog(folder, CString::FromUtf8(arguments.file), false, arguments.open)) {
     throw BadInput(Say(arguments.open ? "cannot write \"{}\" in \"{}\", or no viewer starts"
                                       : "cannot write \"{}\" in \"{}\"",

@@ -53,6 +53,7 @@ void Print(const NameArguments& arguments, const char* key, const std::string& t
 
 int Check(const NameArguments& arguments, Console& console) {
   const CString text = CString::FromUtf8(arguments.text);
+  // The library's limit is the first length that is refused, and so is the option's.
   const auto finding = CAdLorvComm::IsValidStr(text, arguments.limit, arguments.blanks);
   Print(arguments, "finding", CString(CAdLorvComm::GetErrorInfo(finding)).ToUtf8(), console);
   return finding == CAdLorvComm::emStrValid ? kFine : kResultFailed;

@@ -81,6 +81,7 @@ Rewritten ReplaceText(const RewriteArguments& arguments) {
   const CString text = CString::FromUtf8(arguments.text);
   const auto [old, fresh] = OnePair(arguments, "OLD=NEW");
   std::vector<TCHAR> room = Room(text, old.GetLength(), fresh.GetLength(), text.GetLength());
+  // Replacements are limited by the library, so the room that is made for every unit always suffices.
   const int count = ReplaceStr(room.data(), old, fresh, !arguments.first);
   return {CString(room.data()), count, {}, true};
 }
@@ -146,6 +147,7 @@ constexpr struct {
                    {"pairs", "strvaluetomap", OrderPairs}};
 
 Rewritten Run(const RewriteArguments& arguments) {
+  // Either name, in any letter case: programmers of the suite know the functions, others the words.
   const std::string wanted = Folded(arguments.operation);
   std::string known;
   for (const auto& operation : kOperations) {

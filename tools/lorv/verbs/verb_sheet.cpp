@@ -75,7 +75,7 @@ SpreadsheetSystem& SheetServer() {
   return named != nullptr && std::string_view(named) == "office" ? OfficeSpreadsheet() : EngineSpreadsheet();
 }
 
-// The exchange without a program of the user's, for a scope. Its boxes would wait for somebody who is not
+// The exchange without a program of the user's, for a scope. Its boxes would wait for a user who is not
 // there.
 class FileExchange {
  public:

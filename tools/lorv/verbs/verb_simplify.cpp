@@ -43,6 +43,7 @@ constexpr const char* kHelp =
     "Exit code 1: the suite's rules found a division by zero, or a call that they cannot fold.";
 
 int FlagsOf(const std::vector<std::string>& rules) {
+  // The names were checked when the arguments were read.
   if (rules.empty()) return COptimizeExpression::kAllRules;
   int flags = 0;
   for (const std::string& rule : rules) {
@@ -92,10 +93,12 @@ int SimplifyAsSuite(const SimplifyArguments& arguments, Console& console) {
       return kFine;
     }
   } catch (CException* e) {
+    // The suite's rules raise for the one form of call that they cannot take apart.
     e->Delete();
     console.err << "lorv: " << Say("an iif inside another call has not three arguments") << "\n";
     return kResultFailed;
   }
+  // False without an exception: the text was empty, or a rule met a division by zero.
   console.err << "lorv: " << (text.IsEmpty() ? Say("the formula is empty") : Say("the formula divides by 0"))
               << "\n";
   return kResultFailed;

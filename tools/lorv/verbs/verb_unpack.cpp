@@ -6,8 +6,8 @@
 #include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// The verb `unpack`: a ZIP archive into a folder. Limits and names are looked at before the
-// first file is written.
+// The verb `unpack`: a ZIP archive into a folder. Limits and names are looked at before the first file is
+// written.
 
 namespace lorv::tool {
 namespace {

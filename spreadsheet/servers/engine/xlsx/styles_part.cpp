@@ -7,9 +7,8 @@
 #include "spreadsheet/servers/engine/xlsx/xlsx_text.h"
 
 // The styles of a file, of which only number formats, font sizes and alignments are taken, and whether a cell
-// is seen without a value. Cells name a
-// style by its place in one list, and that list names fonts and formats by theirs: so all that is reported
-// here is kept in the file's order.
+// is seen without a value. Cells name a style by its place in one list, and that list names fonts and formats
+// by theirs: so all that is reported here is kept in the file's order.
 
 namespace lorv::engine {
 namespace {

@@ -45,8 +45,8 @@ void ComponentEvaluator::PassOver() {
 
 void ComponentEvaluator::EvaluateRule(BoundRule& bound) {
   Result& result = results_[bound.result];
-  // Counted before anything is decided: a rule of which the bill says nothing may have
-  // fitted and never counted.
+  // Counted before anything is decided: a rule of which the bill says nothing may have fitted and never
+  // counted.
   coverage_.CountFit(bound.rule);
   // The first row of a name whose condition holds is the one that counts.
   // Once failed it stays so: a row below would hide that the one above should have counted.

@@ -26,8 +26,8 @@ class ComponentEvaluator : private ValueSource {
   ComponentEvaluator(Planner& planner, const ComponentsFile& file, Problems& problems, Coverage& coverage,
                      ValueDigits digits);
 
-  // The results of the component that the file stands at, in the order of its plan; valid
-  // until the next call.
+  // The results of the component that the file stands at, in the order of its plan; valid until the next
+  // call.
   const std::vector<Result>& Evaluate();
   // The same for a component that is not to be evaluated: blocks are evaluated ahead from their first
   // component on.

@@ -10,8 +10,8 @@
 
 namespace lorv::tool {
 
-// How far the suite's values, with three decimals and thirds, moved quantities from what they
-// are with all digits.
+// How far the suite's values, with three decimals and thirds, moved quantities from what they are with all
+// digits.
 class Precision {
  public:
   // A share by which a quantity may differ before the bill counts as wrong: a tenth of a per cent.

@@ -50,8 +50,8 @@ void Quantities::Join(const RuleSet& rules, const Rule& rule, Quantity& quantity
   quantity.says_totalling = rule.totalling;
 }
 
-// Names are those of quantities, with letters of any language: blanks inside a name stand as
-// "_" in the formula.
+// Names are those of quantities, with letters of any language: blanks inside a name stand as "_" in the
+// formula.
 void Quantities::AddRatio(const RuleSet& rules, const Rule& rule, std::size_t index) {
   std::vector<ExactName> names;
   for (const Quantity& quantity : list_) {

@@ -27,8 +27,8 @@ struct Quantity {
   std::string Title() const { return unit.empty() ? name : name + " (" + unit + ")"; }
 };
 
-// The quantities of a rule set in its order, the ratios behind them; rows of one name and
-// unit are one quantity.
+// The quantities of a rule set in its order, the ratios behind them; rows of one name and unit are one
+// quantity.
 class Quantities {
  public:
   // Throws BadInput for a ratio that cannot be calculated or names what is no quantity, and for rows of one
@@ -39,10 +39,10 @@ class Quantities {
   int Of(std::size_t rule) const { return of_rule_[rule]; }
 
   // A ratio of totals, which stand in the order of the list; nothing where one of its quantities has none or
-  // the ratio is no number.
+  // the ratio is not finite.
   std::optional<double> Ratio(std::size_t quantity, const std::vector<std::optional<double>>& totals) const;
-  // What is doubtful about ratios, with their rules: the formulas, and what kept a line from
-  // having one so far.
+  // What is doubtful about ratios, with their rules: the formulas, and what kept a line from having one so
+  // far.
   std::vector<std::pair<std::size_t, Fault>> RatioDoubts() const;
 
  private:

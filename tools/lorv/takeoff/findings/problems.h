@@ -24,8 +24,8 @@ struct Problem {
   std::string first;  // the first of them, for the user
 };
 
-// Collects what is wrong with formulas and values, so that a wrong rule is reported once and
-// not a thousand times.
+// Collects what is wrong with formulas and values, so that a wrong rule is reported once and not a thousand
+// times.
 class Problems {
  public:
   explicit Problems(const RuleSet& rules) : rules_(rules) {}

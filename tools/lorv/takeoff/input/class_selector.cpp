@@ -28,8 +28,8 @@ bool Matches(std::string_view pattern, std::string_view name) {
     const bool fits = !pattern.empty() && (TakeCharacter(rest_name) == wanted || wanted == '?');
     if (!fits && !star) return false;
     if (!fits) {
-      // The last star takes one character more; those before it need no second try, as what
-      // follows them has fitted.
+      // The last star takes one character more; those before it need no second try, as what follows them has
+      // fitted.
       TakeCharacter(star_name);
       rest_pattern = star_pattern;
       rest_name = star_name;

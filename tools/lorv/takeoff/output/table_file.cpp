@@ -6,8 +6,9 @@
 #include "tools/lorv/takeoff/output/bill_sheet.h"
 #include "tools/lorv/text/spoken_language.h"
 
-// A table as CSV or as a workbook, by the name of its file; who fills it need not know which. A CSV is
-// written as rows come, a workbook stands in memory until the end, as its parts cannot be written row by row.
+// A table as CSV or as a workbook, by the name of its file; the code that fills it need not know which. A
+// CSV is written as rows come, a workbook stands in memory until the end, as its parts cannot be written row
+// by row.
 
 namespace lorv::tool {
 

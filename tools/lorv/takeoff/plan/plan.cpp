@@ -44,7 +44,8 @@ Planner::Planner(const RuleSet& rules, const ComponentsFile& file, PlanOptions o
   DeclareSpecialTexts(file);
   for (std::size_t index = 0; index < rules.rules.size(); ++index) {
     Declare(index);
-    // PI is a number of the language and hides what is called so; whoever names something PI gets a warning.
+    // PI is a number of the language and hides what is called so; a file that names something PI gets a
+    // warning.
     names_the_circle_ = names_the_circle_ || Key(rules.rules[index].name) == _T("PI");
   }
   names_the_circle_ = names_the_circle_ || names_.contains(_T("PI"));

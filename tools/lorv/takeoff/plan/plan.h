@@ -75,8 +75,8 @@ class Planner {
   const std::vector<Dimension>& Dimensions() const { return dimensions_; }
   const RuleSet& Rules() const { return rules_; }
   const std::vector<Absence>& Absences() const { return absences_; }
-  // The formulas of a rule, bound as if a component of its classes had come; for rules
-  // that no component needs.
+  // The formulas of a rule, bound as if a component of its classes had come; for rules that no component
+  // needs.
   BoundRule BindAlone(std::size_t index);
   // The plans of the classes that have come so far.
   std::vector<const Plan*> Plans() const;

@@ -94,8 +94,8 @@ RowFilter::RowFilter(const std::string& formula, const Planner& planner, const C
                  CaretText(text_, fault.position, fault.length, kMessageColumns));
 }
 
-// What nothing is named is a word, and stands in quotes from then on: the language of formulas
-// has no other words.
+// What nothing is named is a word, and stands in quotes from then on: the language of formulas has no other
+// words.
 CString RowFilter::WithWords(const CString& typed, const Planner& planner) const {
   CString text;
   int at = 0;
