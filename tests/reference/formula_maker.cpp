@@ -207,6 +207,10 @@ class Maker {
 
 }  // namespace
 
+std::span<const TCHAR* const> UsualNames() {
+  return kNames;
+}
+
 Text MakeFormula(ChoiceSource& source, int depth) {
   return Maker(source).Sum(depth);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -11,6 +12,9 @@ namespace lorv::test {
 
 using reference::Text;
 
+// The names that stand in the formulas of MakeFormula: short and long, one inside another, Chinese, mixed.
+std::span<const TCHAR* const> UsualNames();
+
 // A formula of the grammar, at most `depth` levels of brackets and calls deep.
 Text MakeFormula(ChoiceSource& source, int depth);
 
@@ -21,7 +25,7 @@ void BreakText(ChoiceSource& source, Text& text);
 // A formula, in one of two cases broken.
 Text MakeAnyFormula(ChoiceSource& source);
 
-// Names that hang together with those of MakeFormula, and some that are none.
+// One of UsualNames, and at times an odd one, or one that is no name.
 Text MakeName(ChoiceSource& source);
 
 // Negative, thirds and their neighbours, tiny, huge, not a number, infinite, any bits.

@@ -285,22 +285,6 @@ TEST(FormulaPlan, ReadsEveryValueAsItsText) {
   EXPECT_GT(plain, 1000000 / kShare);
 }
 
-const TCHAR* const kNames[] = {_T("A"),
-                               _T("B"),
-                               _T("H"),
-                               _T("AB"),
-                               _T("A1"),
-                               _T("A_1"),
-                               _T("ABC"),
-                               _T("B2"),
-                               _T("X"),
-                               _T("E3"),
-                               _T("墙"),
-                               _T("墙高"),
-                               _T("H墙"),
-                               _T("LONG_NAME_OF_WALL"),
-                               _T("SOME_VERY_LONG_NAME_INDEED")};
-
 // Mostly values that fit a plan, so that plans are used and not only left.
 double TypicalValue(ChoiceSource& source) {
   if (source.OneIn(12)) return MakeValue(source);
@@ -313,7 +297,7 @@ int ExpectSameInAllRounds(ChoiceSource& source) {
   const Text formula =
       source.OneIn(8) ? MakeAnyFormula(source) : MakeFormula(source, 1 + static_cast<int>(source.Below(3)));
   NamedValues values;
-  for (const TCHAR* name : kNames) {
+  for (const TCHAR* name : UsualNames()) {
     if (!source.OneIn(24)) values.emplace_back(name, 0);
   }
   if (source.OneIn(16)) values.emplace_back(MakeName(source), 0);
