@@ -3,7 +3,7 @@
 #include <string>
 
 #include "tests/image/bounds/costly_images.h"
-#include "tests/image/decode/made_tiff.h"
+#include "tests/image/decode/tiff/made_tiff.h"
 
 // Files that a decoder without bounds would be slow or large with.
 namespace lorv {

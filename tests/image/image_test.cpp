@@ -11,7 +11,7 @@
 #include "platform/headless/services/headless_platform.h"
 #include "platform/ports/device_images.h"
 #include "tests/image/decode/made_images.h"
-#include "tests/image/decode/made_tiff.h"
+#include "tests/image/decode/tiff/made_tiff.h"
 
 namespace lorv::test {
 namespace {

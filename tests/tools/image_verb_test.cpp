@@ -2,7 +2,7 @@
 
 #include "image/decode/image_reader.h"
 #include "tests/image/decode/made_images.h"
-#include "tests/image/decode/made_tiff.h"
+#include "tests/image/decode/tiff/made_tiff.h"
 #include "tests/support/data.h"
 #include "tests/tools/run_tool.h"
 #include "tools/lorv/text/spoken_language.h"

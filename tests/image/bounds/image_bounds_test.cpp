@@ -6,7 +6,7 @@
 #include "image/image.h"
 #include "tests/image/bounds/costly_images.h"
 #include "tests/image/bounds/counted_memory.h"
-#include "tests/image/decode/made_tiff.h"
+#include "tests/image/decode/tiff/made_tiff.h"
 #include "tests/support/data.h"
 
 namespace lorv::test {

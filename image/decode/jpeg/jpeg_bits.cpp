@@ -1,4 +1,4 @@
-#include "image/decode/jpeg_bits.h"
+#include "image/decode/jpeg/jpeg_bits.h"
 
 #include <algorithm>
 

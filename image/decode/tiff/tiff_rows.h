@@ -4,7 +4,7 @@
 #include <memory>
 #include <string_view>
 
-#include "image/decode/tiff_page.h"
+#include "image/decode/tiff/tiff_page.h"
 
 namespace lorv::tiff {
 

@@ -1,4 +1,4 @@
-#include "image/decode/jpeg_scan.h"
+#include "image/decode/jpeg/jpeg_scan.h"
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "image/decode/image_decoders.h"
-#include "image/decode/tiff_page.h"
-#include "image/decode/tiff_rows.h"
+#include "image/decode/tiff/tiff_page.h"
+#include "image/decode/tiff/tiff_rows.h"
 
 // TIFF: strips and tiles of grey, colours and palettes, every page a frame. Directories are read when the
 // file is opened; a page is decoded when it is asked for, row by row, and only the last one is kept.

@@ -7,7 +7,7 @@
 #include "image/decode/byte_view.h"
 #include "image/decode/image_decoders.h"
 #include "image/decode/piece_inflater.h"
-#include "image/decode/png_rows.h"
+#include "image/decode/png/png_rows.h"
 
 // PNG, all colour types, depths and interlacing. A wrong sum of any chunk refuses the file. Of 16 bits the
 // upper eight count; gamma, profiles and the background are left alone.

@@ -1,4 +1,4 @@
-#include "image/decode/png_rows.h"
+#include "image/decode/png/png_rows.h"
 
 #include <cstdlib>
 

@@ -2,7 +2,7 @@
 
 #include "image/decode/byte_view.h"
 #include "image/decode/image_decoders.h"
-#include "image/decode/jpeg_scan.h"
+#include "image/decode/jpeg/jpeg_scan.h"
 
 // JPEG of eight bits, sequential and progressive, by Huffman codes. Turn, resolution and profiles are left
 // alone.

@@ -6,7 +6,7 @@
 #include <random>
 
 #include "image/decode/image_reader.h"
-#include "tests/image/decode/made_tiff.h"
+#include "tests/image/decode/tiff/made_tiff.h"
 
 namespace lorv::test {
 namespace {

@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "image/decode/jpeg_vectors.h"
+#include "image/decode/jpeg/jpeg_vectors.h"
 
 // The inverse cosine transform in whole numbers of 13 bits behind the point, by columns and then by rows.
 // Vectors do it for nearly all blocks; here it stands for numbers of any size.

@@ -1,4 +1,4 @@
-#include "image/decode/tiff_rows.h"
+#include "image/decode/tiff/tiff_rows.h"
 
 #include <zlib.h>
 

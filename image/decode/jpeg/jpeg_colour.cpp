@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "image/decode/jpeg_vectors.h"
+#include "image/decode/jpeg/jpeg_vectors.h"
 
 // From the samples of the components to colours. Where a component has half the samples of another, those
 // between are weighed by three and one of their neighbours; other ratios, in either direction, repeat in

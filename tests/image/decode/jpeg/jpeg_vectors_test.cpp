@@ -1,7 +1,7 @@
 // The steps on eight numbers at a time beside the plain ones: on blocks as pictures have them, on those at
 // the very edge of what vectors hold, and on those that only hostile files have.
 
-#include "image/decode/jpeg_vectors.h"
+#include "image/decode/jpeg/jpeg_vectors.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "image/decode/tiff_page.h"
+#include "image/decode/tiff/tiff_page.h"
 
 #include <algorithm>
 #include <unordered_set>

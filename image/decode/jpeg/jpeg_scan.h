@@ -3,8 +3,8 @@
 #include <array>
 #include <string_view>
 
-#include "image/decode/jpeg_bits.h"
-#include "image/decode/jpeg_picture.h"
+#include "image/decode/jpeg/jpeg_bits.h"
+#include "image/decode/jpeg/jpeg_picture.h"
 
 namespace lorv::jpeg {
 

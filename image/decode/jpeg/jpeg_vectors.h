@@ -1,6 +1,6 @@
 #pragma once
 
-#include "image/decode/jpeg_picture.h"
+#include "image/decode/jpeg/jpeg_picture.h"
 
 // Steps of the decoder on eight numbers at a time, where the processor can. Each gives exactly what the plain
 // step gives; what it cannot do it leaves to that one.

@@ -1,4 +1,4 @@
-#include "image/decode/jpeg_vectors.h"
+#include "image/decode/jpeg/jpeg_vectors.h"
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
