@@ -12,7 +12,7 @@
 #include "tools/lorv/archive/entry_name.h"
 #include "tools/lorv/archive/zip_words.h"
 #include "tools/lorv/files/new_file.h"
-#include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/screen/harmless_text.h"
 
 namespace lorv::test {
 namespace {

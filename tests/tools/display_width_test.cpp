@@ -1,13 +1,13 @@
-#include "tools/lorv/text/display_width.h"
+#include "tools/lorv/screen/display_width.h"
 
 #include <gtest/gtest.h>
 
 #include <chrono>
 #include <sstream>
 
-#include "tools/lorv/text/column_text.h"
+#include "tools/lorv/screen/column_text.h"
+#include "tools/lorv/screen/progress_bar.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/progress_bar.h"
 
 namespace lorv::tool {
 namespace {

@@ -1,7 +1,7 @@
 #include "tools/lorv-desk/table/find_dialog.h"
 
 #include "tests/tools/table_windows.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 namespace lorv::tool {
 namespace {

@@ -5,7 +5,7 @@
 #include "tests/image/decode/tiff/made_tiff.h"
 #include "tests/support/data.h"
 #include "tests/tools/run_tool.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 namespace lorv::test {
 namespace {

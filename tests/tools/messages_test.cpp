@@ -8,8 +8,8 @@
 #include "tests/tools/run_tool.h"
 #include "tools/lorv/command/verbs_table.h"
 #include "tools/lorv/describe/verb_words.h"
-#include "tools/lorv/text/messages_table.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/messages_table.h"
+#include "tools/lorv/language/spoken_language.h"
 
 namespace lorv::test {
 namespace {

@@ -7,8 +7,8 @@
 #include "tests/support/data.h"
 #include "tests/tools/run_tool.h"
 #include "tools/lorv/csv/workbook_words.h"
-#include "tools/lorv/text/messages_table.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/messages_table.h"
+#include "tools/lorv/language/spoken_language.h"
 
 namespace lorv::test {
 namespace {

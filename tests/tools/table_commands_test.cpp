@@ -2,7 +2,7 @@
 
 #include "prompts/language.h"
 #include "tests/tools/table_windows.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 namespace lorv::tool {
 namespace {

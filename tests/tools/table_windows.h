@@ -7,7 +7,7 @@
 #include "tests/support/headless_desk.h"
 #include "tests/support/print.h"
 #include "tools/lorv-desk/table/table_window.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 namespace lorv::tool {
 

@@ -2,7 +2,7 @@
 
 #include "spreadsheet/workbook_file.h"
 #include "tests/tools/work_runs.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
 // Nobody gets a quantity that is wrong, or none, without a word: rows of every kind, conditions, filters.

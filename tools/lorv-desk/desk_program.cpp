@@ -19,8 +19,8 @@
 #include "tools/lorv-desk/sample_progress.h"
 #include "tools/lorv-desk/table/table_window.h"
 #include "tools/lorv/guarded_run.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/program.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The desktop example from its words to its exit code. It shows the library's windows with sample content,
 // on whichever desktop the system has, and edits a table in the grid; with --pictures it waits for no user,

@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "tools/lorv/command_words.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/nearest_word.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // Puts faults of arguments into words of the tool. The argument library gives the kind of a fault by its type
 // and the rest in an English sentence only, so names and values are cut out of that sentence; a sentence of

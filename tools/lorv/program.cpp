@@ -12,10 +12,10 @@
 #include "tools/lorv/describe/program_words.h"
 #include "tools/lorv/describe/spoken_help.h"
 #include "tools/lorv/guarded_run.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/colours.h"
 #include "tools/lorv/session/session.h"
-#include "tools/lorv/text/colours.h"
 #include "tools/lorv/text/nearest_word.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The program from its words to its exit code: language, verb, arguments, work. Everything that can go wrong
 // leaves as an exception of one kind and is reported at one place, so a script finds the same three exit

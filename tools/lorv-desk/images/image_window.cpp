@@ -5,7 +5,7 @@
 #include "framework/drawing/context_handles.h"
 #include "image/memory_context.h"
 #include "tools/lorv/command/verb.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // What the library does with images, in one window: drawing a frame by its number at any size, and playing an
 // animation in a tip by a thread of the tip's own.

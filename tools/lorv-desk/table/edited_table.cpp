@@ -8,8 +8,8 @@
 #include "tools/lorv-desk/table/table_text.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/csv/output_file.h"
-#include "tools/lorv/text/harmless_text.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/harmless_text.h"
 
 // A table between its file and the grid. The file is the user's, and other programs read it: what was not
 // edited comes back cell by cell, in the form that it was found in.

@@ -1,6 +1,6 @@
 #include "tools/lorv-desk/table/find_dialog.h"
 
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // The dialog over GridFind: it takes options from its controls before each search, and says below them what
 // came of it. Handlers of the grid may close it in the middle of a replacement.

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/ports/platform.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // The grid's additions as a program puts them together: each object binds its commands, the program adds
 // those of its own, and keys and menu follow from the table.

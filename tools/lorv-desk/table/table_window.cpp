@@ -6,8 +6,8 @@
 #include "module/progress.h"
 #include "platform/ports/platform.h"
 #include "tools/lorv/command/verb.h"
-#include "tools/lorv/text/harmless_text.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/harmless_text.h"
 
 // The window in which a table is edited: reading with progress, and the question about what is not saved.
 

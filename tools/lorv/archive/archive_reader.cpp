@@ -5,8 +5,8 @@
 #include "platform/ports/platform.h"
 #include "tools/lorv/archive/zip_words.h"
 #include "tools/lorv/command/verb_syntax.h"
-#include "tools/lorv/text/harmless_text.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/harmless_text.h"
 
 // Opens an archive for the verbs `list`, `test` and `unpack`, and holds it against the limits. An archive
 // comes from anywhere: what its directory says is looked at before a byte of it is unpacked.

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <ostream>
 
-#include "tools/lorv/text/harmless_text.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/harmless_text.h"
 
 // Collects what could not be packed or unpacked while all else is done, so that one locked file does not
 // cost the other thousand.

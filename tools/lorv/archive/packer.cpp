@@ -9,8 +9,8 @@
 #include "platform/ports/platform.h"
 #include "tools/lorv/archive/zip_words.h"
 #include "tools/lorv/files/watched_file.h"
-#include "tools/lorv/text/harmless_text.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/harmless_text.h"
 
 // Packs sources in runs. Deflating is nearly all of the work and needs nothing of what stands before: a
 // thread makes an archive in memory of each run, and the one that writes puts these together in order. A

@@ -12,7 +12,7 @@
 #include "compress/zip/zip_writer.h"
 #include "tools/lorv/archive/entry_troubles.h"
 #include "tools/lorv/archive/source_list.h"
-#include "tools/lorv/text/progress_bar.h"
+#include "tools/lorv/screen/progress_bar.h"
 
 namespace lorv::tool {
 

@@ -5,8 +5,8 @@
 
 #include "platform/ports/platform.h"
 #include "tools/lorv/archive/entry_name.h"
-#include "tools/lorv/text/harmless_text.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/harmless_text.h"
 
 // Finds what is to be packed: walks the folders that the user named and gives each file its name in the
 // archive. Links are followed, as people pack what they see, so circles and files reached by two ways

@@ -8,8 +8,8 @@
 #include "platform/ports/platform.h"
 #include "tools/lorv/archive/entry_name.h"
 #include "tools/lorv/archive/zip_words.h"
-#include "tools/lorv/text/harmless_text.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/harmless_text.h"
 
 // Unpacks an archive into a folder. Files are written under unfinished names and given their own when the
 // disk has them, so that an interruption leaves whole files or none. Waiting for the disk is what takes the

@@ -11,7 +11,7 @@
 #include "tools/lorv/archive/archive_reader.h"
 #include "tools/lorv/archive/entry_troubles.h"
 #include "tools/lorv/files/unfinished_file.h"
-#include "tools/lorv/text/progress_bar.h"
+#include "tools/lorv/screen/progress_bar.h"
 
 namespace lorv::tool {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // Faults of archives in words for users. They are parts of a sentence, as the name of the file or entry
 // stands in front of each; the texts are keys of the table of messages.

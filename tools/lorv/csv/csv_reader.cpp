@@ -4,7 +4,7 @@
 
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/csv/csv_limits.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // Reads tables from text files of any size and any of the forms that spreadsheets write. Bytes come in blocks
 // of whole lines, so a row is put together without looking back; places are counted on the way, as every

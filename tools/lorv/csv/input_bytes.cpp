@@ -6,7 +6,7 @@
 #include "platform/ports/platform.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/csv/sheet_table.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // Where tables come from: a file, a pipe, or a workbook that is turned into a table while it is read. Who
 // reads need not know which.

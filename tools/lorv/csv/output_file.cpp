@@ -1,7 +1,7 @@
 #include "tools/lorv/csv/output_file.h"
 
-#include "tools/lorv/text/harmless_text.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/harmless_text.h"
 
 // Collects text into blocks on its way to a file: tables are written cell by cell, and a call of the system
 // for each would take longer than the work itself.

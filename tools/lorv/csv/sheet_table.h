@@ -8,7 +8,7 @@
 #include "spreadsheet/workbook_file.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/csv/workbook_words.h"
-#include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/screen/harmless_text.h"
 
 namespace lorv::tool {
 

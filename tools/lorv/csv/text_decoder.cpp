@@ -6,7 +6,7 @@
 #include "platform/ports/platform.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/csv/csv_limits.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // Turns what spreadsheets and editors write, in any of four encodings, into UTF-8. It works on whole lines,
 // since no character of any of them goes across a line end, and distinguishes GBK from UTF-8 by the first

@@ -3,8 +3,8 @@
 #include <optional>
 #include <vector>
 
-#include "tools/lorv/text/messages_table.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/messages_table.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // Finds the English words for what the library says of a workbook. Its texts are fixed by its interface and
 // hold values such as names of sheets, so they are compared with the messages piece by piece.

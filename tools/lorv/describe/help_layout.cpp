@@ -3,8 +3,8 @@
 #include <CLI/CLI.hpp>
 
 #include "tools/lorv/command/verbs_table.h"
-#include "tools/lorv/text/display_width.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/display_width.h"
 
 // The layout of --help. It is the argument library's, but for what that has wrong for Chinese (it counts
 // bytes) and for a program of many verbs (it lists them in one heap).

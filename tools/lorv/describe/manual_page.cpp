@@ -1,7 +1,7 @@
 #include "tools/lorv/describe/program_words.h"
 #include "tools/lorv/describe/verb_words.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The manual page and its JSON, from the same declarations as the help. It is made by the program itself, so
 // it never describes another version than the one that is installed.

@@ -3,7 +3,7 @@
 #include <CLI/CLI.hpp>
 
 #include "tools/lorv/describe/help_table.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // Changes a declared verb's help into the language that is spoken. Declarations stay in English and are
 // translated once they are whole: a verb need not know of languages.

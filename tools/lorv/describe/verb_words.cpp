@@ -5,7 +5,7 @@
 #include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/command/verbs_table.h"
 #include "tools/lorv/describe/spoken_help.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // What each verb takes, read back from the argument library. All verbs are declared for it, which takes the
 // time of some formulas: it is done for completion and manual only.

@@ -2,8 +2,8 @@
 
 #include "platform/ports/platform.h"
 #include "tools/lorv/files/stream_file.h"
-#include "tools/lorv/text/harmless_text.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/harmless_text.h"
 
 // Opens what a verb writes to. All that can be refused is refused here, before any work: a long
 // take-off must not end with a path that may not be written.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/ports/files.h"
-#include "tools/lorv/text/progress_bar.h"
+#include "tools/lorv/screen/progress_bar.h"
 
 namespace lorv::tool {
 

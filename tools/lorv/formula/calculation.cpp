@@ -6,7 +6,7 @@
 #include "TEXPRESSCAL/exact_formula.h"
 #include "TEXPRESSCAL/formula_words.h"
 #include "tools/lorv/formula/formula_digits.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // Evaluates one formula for `calc`, `check` and the session: with all digits, or as the suite does. The
 // suite's way is the calculator of the library itself, and what it does not report by its number is

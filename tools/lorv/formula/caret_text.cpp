@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "framework/text/utf8.h"
-#include "tools/lorv/text/display_width.h"
+#include "tools/lorv/screen/display_width.h"
 
 // Shows where in a formula something is wrong: the formula, and a mark below. Columns of the terminal are
 // counted and not characters, as formulas are half Chinese; a long one is cut to what stands around the mark.

@@ -3,9 +3,9 @@
 #include <ostream>
 
 #include "tools/lorv/formula/caret_text.h"
-#include "tools/lorv/text/colours.h"
-#include "tools/lorv/text/display_width.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/colours.h"
+#include "tools/lorv/screen/display_width.h"
 
 // Reports faults and doubts of a formula, to people and in JSON; the verbs that take formulas do it alike.
 

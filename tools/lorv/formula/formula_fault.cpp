@@ -1,7 +1,7 @@
 #include "tools/lorv/formula/formula_fault.h"
 
 #include "TEXPRESSCAL/diagnose.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // Faults as the tool reports them, from those of the library: in one language, with the proposal in the same
 // sentence, and parted into what is wrong with the formula and what only with its values.

@@ -4,7 +4,7 @@
 
 #include "TEXPRESSCAL/formula_words.h"
 #include "tools/lorv/command/verb.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
 // Reads NAME=VALUE as it is typed behind a formula. What cannot be meant is refused at once: a name that no

@@ -8,9 +8,9 @@
 #include "TEXPRESSCAL/formula_words.h"
 #include "tools/lorv/formula/calculation.h"
 #include "tools/lorv/formula/fault_report.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/session/line_editor.h"
 #include "tools/lorv/text/folded_text.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The calculator that `lorv` is when it is typed alone. Values are kept by names as an estimator has them on
 // paper; each line is evaluated as `lorv calc` does it, with all digits.

@@ -4,10 +4,10 @@
 #include <ostream>
 
 #include "framework/text/number_text.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/display_width.h"
+#include "tools/lorv/screen/progress_bar.h"
 #include "tools/lorv/takeoff/output/bill_output.h"
-#include "tools/lorv/text/display_width.h"
-#include "tools/lorv/text/progress_bar.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verb `work` itself: reads rules and components, evaluates one component after the other into the bill,
 // and reports what it found. Of a component nothing is kept but what the bill, the findings and the

@@ -5,8 +5,8 @@
 
 #include "framework/text/cstring.h"
 #include "framework/text/number_text.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/folded_text.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // Reads numbers as people type them, strictly: what could be meant in two ways is no number but a question to
 // who typed it. A wrong guess would go into a bill unseen.

@@ -13,9 +13,9 @@
 #include "tools/lorv/formula/calculation.h"
 #include "tools/lorv/formula/fault_report.h"
 #include "tools/lorv/formula/formula_lines.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/display_width.h"
 #include "tools/lorv/takeoff/evaluate/precision.h"
-#include "tools/lorv/text/display_width.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verb `calc`: evaluates one formula, or one a line of standard input, for scripts and for people who
 // look for the slip in a formula. It prints the number alone unless more is asked for, so that a shell can

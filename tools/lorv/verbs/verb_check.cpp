@@ -11,7 +11,7 @@
 #include "tools/lorv/formula/calculation.h"
 #include "tools/lorv/formula/fault_report.h"
 #include "tools/lorv/formula/formula_lines.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // The verbs `check` and `vars`: what can be said of a formula before any value is there. Nothing proves a
 // formula right for all values, so several are tried, and what all of them meet is wrong.

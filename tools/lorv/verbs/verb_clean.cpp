@@ -5,8 +5,8 @@
 #include "TEXPRESSCAL/formula_cleanup.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verb `clean`: the library's operations on formulas that were built by substitution, each by itself.
 // Programmers of the suite try here what a text becomes; the operations change the values of other formulas.

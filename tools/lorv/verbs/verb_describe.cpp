@@ -4,7 +4,7 @@
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/describe/verb_words.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // The verbs `completion` and `manual`: what the tool says of itself, for shells and for `man`. Both are asked
 // for once, when the tool is installed.

@@ -4,10 +4,10 @@
 #include "TEXPRESSCAL/express.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
-#include "tools/lorv/text/column_text.h"
-#include "tools/lorv/text/function_words_table.h"
+#include "tools/lorv/language/function_words_table.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/column_text.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verb `functions`: the functions that formulas may call, in Chinese in the words that the suite shows.
 // The list is the library's own, so it never names a function that is not there.

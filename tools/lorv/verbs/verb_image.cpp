@@ -8,9 +8,9 @@
 #include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/csv/input_bytes.h"
 #include "tools/lorv/files/new_file.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/pictures/png_bytes.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verb `image`: what the library makes of an image file, and a frame of it as PNG. It asks the reader
 // that the suite's images go through, with its limits.

@@ -7,10 +7,10 @@
 #include "tools/lorv/archive/zip_words.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
-#include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/harmless_text.h"
+#include "tools/lorv/screen/progress_bar.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/progress_bar.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verbs `list` and `test`: what an archive holds, and whether it can be unpacked. Both write nothing, so
 // they are safe on any archive.

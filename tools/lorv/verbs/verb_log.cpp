@@ -6,8 +6,8 @@
 #include "report/print_error_log.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verb `log`: writes lines to a text file in the way of the suite's failure reports, for scripts whose
 // findings a user is to read in the suite's viewer.

@@ -7,8 +7,8 @@
 #include "platform/ports/platform.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verb `match`: ranks stored names by how much they share with what was typed. It is the suite's own
 // ranking, to be tried on lists of real names.

@@ -5,8 +5,8 @@
 #include "comm/AdLorvComm.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verb `name`: the suite's rules for names of components. Its findings are in the suite's words, as users
 // of the suite know them.

@@ -8,8 +8,8 @@
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/files/new_file.h"
-#include "tools/lorv/text/harmless_text.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/harmless_text.h"
 
 // The verb `pack`: files and folders into a ZIP archive. What cannot be packed is left out and reported, as a
 // backup of a thousand files must not end at the one that another program has open.

@@ -6,8 +6,8 @@
 #include "prompts/prompts.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verb `prompts`: the suite's vocabulary in both languages, table by table. Programmers look texts up
 // here, and translators take whole tables.

@@ -10,9 +10,9 @@
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/formula/name_values.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/folded_text.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
 // The verb `rewrite`: the library's replacements in formulas, each as its function does it. They work in a

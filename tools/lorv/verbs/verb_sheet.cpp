@@ -17,12 +17,12 @@
 #include "tools/lorv/csv/csv_writer.h"
 #include "tools/lorv/csv/output_file.h"
 #include "tools/lorv/csv/sheet_table.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/display_width.h"
+#include "tools/lorv/screen/progress_bar.h"
 #include "tools/lorv/takeoff/output/sheet_rows.h"
 #include "tools/lorv/takeoff/output/table_file.h"
-#include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/progress_bar.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verb `sheet`: workbooks into tables and tables into workbooks, without a spreadsheet program. Workbooks
 // are read by the suite's own exchange, so cells come as the suite would get them.

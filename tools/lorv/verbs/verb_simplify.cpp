@@ -8,8 +8,8 @@
 #include "framework/text/number_text.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verb `simplify`: a shorter formula of the same value, or what the suite's own rules make of it. The
 // safe way is the default, since the suite's rules work on characters and may change what a formula gives.

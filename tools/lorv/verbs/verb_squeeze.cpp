@@ -9,10 +9,10 @@
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
 #include "tools/lorv/files/new_file.h"
-#include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/harmless_text.h"
+#include "tools/lorv/screen/progress_bar.h"
 #include "tools/lorv/text/json_text.h"
-#include "tools/lorv/text/progress_bar.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verbs `squeeze` and `expand`: single files in the suite's own compressed form, for data that programs
 // of the suite read.

@@ -4,7 +4,7 @@
 #include "tools/lorv/archive/unpacker.h"
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/command/verb_syntax.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // The verb `unpack`: a ZIP archive into a folder. Limits and names are looked at before the first file is
 // written.

@@ -2,8 +2,8 @@
 #include <memory>
 
 #include "tools/lorv/command/verb_syntax.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/takeoff/take_off.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The verb `work`: its arguments, and which of them do not go together. The take-off itself is TakeOff, which
 // relies on outputs being no inputs.

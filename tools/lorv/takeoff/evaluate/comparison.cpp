@@ -5,8 +5,8 @@
 #include <limits>
 #include <ostream>
 
-#include "tools/lorv/text/column_text.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/column_text.h"
 #include "tools/lorv/text/typed_number.h"
 
 // Compares the quantities that were calculated with those that the components file stores already, as models

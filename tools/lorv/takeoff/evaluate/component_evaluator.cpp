@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "tools/lorv/formula/formula_digits.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
 // Evaluates the rows of a plan for one component: which row of a name counts, what stands for a missing

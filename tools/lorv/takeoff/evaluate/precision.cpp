@@ -5,9 +5,9 @@
 #include <ostream>
 
 #include "framework/text/number_text.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/display_width.h"
 #include "tools/lorv/takeoff/input/takeoff_limits.h"
-#include "tools/lorv/text/display_width.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // Holds what the suite's numbers (three decimals, thirds) come to against what all digits give, for a run
 // with --suite-values. A user who wonders why the suite's bill differs from his own finds here by how much,

@@ -7,7 +7,7 @@
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/caret_text.h"
 #include "tools/lorv/formula/formula_fault.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // Joins the rows of a rule set into the quantities that the bill has columns for, and calculates ratios of
 // their totals. It is made once, before any component is read, so that rows which contradict each other are

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <ostream>
 
-#include "tools/lorv/text/display_width.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/display_width.h"
 
 // What a take-off passed over: a bill that looks whole may lack a class that no rule names. All of it is
 // counted while components are evaluated, and reported at the end with the reasons that the counts give.

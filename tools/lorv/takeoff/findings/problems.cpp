@@ -4,10 +4,10 @@
 #include <ostream>
 
 #include "tools/lorv/formula/caret_text.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/colours.h"
+#include "tools/lorv/screen/display_width.h"
 #include "tools/lorv/takeoff/input/takeoff_limits.h"
-#include "tools/lorv/text/colours.h"
-#include "tools/lorv/text/display_width.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // Collects faults and doubts of formulas, one entry for a fault whatever the number of components that have
 // it. A rule set gone wrong meets every component of the model, and its user has to see the one rule and

@@ -3,10 +3,10 @@
 #include <cmath>
 #include <ostream>
 
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/display_width.h"
 #include "tools/lorv/takeoff/plan/ready_block.h"
-#include "tools/lorv/text/display_width.h"
 #include "tools/lorv/text/folded_text.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // Looks for the slip that costs most and shows least: millimetres of a model used as metres, so that a
 // volume is a thousand million times too large. It looks at titles and values alone and stops nothing, as

@@ -1,6 +1,6 @@
 #include "tools/lorv/takeoff/input/class_selector.h"
 
-#include "tools/lorv/text/display_width.h"
+#include "tools/lorv/screen/display_width.h"
 #include "tools/lorv/text/folded_text.h"
 
 // Matches class names of models against the patterns of a rule. It is used once a class and rule, not for

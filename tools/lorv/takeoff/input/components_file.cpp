@@ -1,10 +1,10 @@
 #include "tools/lorv/takeoff/input/components_file.h"
 
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/takeoff/input/rules_file.h"
 #include "tools/lorv/takeoff/input/takeoff_limits.h"
 #include "tools/lorv/text/folded_text.h"
-#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
 // Reads the table of components, a block of rows at a time, so that formulas can be calculated for many at

@@ -7,10 +7,10 @@
 #include "TEXPRESSCAL/formula_words.h"
 #include "framework/text/number_text.h"
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/takeoff/input/column_names.h"
 #include "tools/lorv/takeoff/input/takeoff_limits.h"
 #include "tools/lorv/text/folded_text.h"
-#include "tools/lorv/text/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 
 // Reads a rules file. It is written by people in a spreadsheet, so every cell is checked and refused with its

@@ -5,10 +5,10 @@
 #include <limits>
 
 #include "tools/lorv/command/verb.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/takeoff/input/takeoff_limits.h"
 #include "tools/lorv/takeoff/output/line_rounding.h"
 #include "tools/lorv/takeoff/output/storey_order.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // Adds the quantities of components up by their keys and makes the lines of the bill of them. Groups are
 // found by numbers instead of texts, as this is done for every component; order, subtotals and rounding wait

@@ -3,8 +3,8 @@
 #include <ostream>
 
 #include "tools/lorv/csv/csv_writer.h"
-#include "tools/lorv/text/column_text.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/column_text.h"
 
 // The bill as text for people, as CSV and as JSON. The printed one leaves out what can be seen from the line
 // above; the others repeat everything, as programs read lines one by one.

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/takeoff/output/bill_output.h"
 #include "tools/lorv/takeoff/output/sheet_rows.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The bill as a sheet: the printed bill's cells, with subtotals that fold what they sum up. Rows repeat their
 // keys, other than on paper, so that the sheet can be filtered and sorted.

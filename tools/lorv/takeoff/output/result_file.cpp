@@ -1,6 +1,6 @@
 #include "tools/lorv/takeoff/output/result_file.h"
 
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // The full table: for each component what it is and what was calculated of it. It is the trail from a total
 // of the bill back to components, so nothing is left out: what failed is named in the row.

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <optional>
 
-#include "tools/lorv/text/display_width.h"
+#include "tools/lorv/screen/display_width.h"
 
 // Writes rows into a sheet of a workbook one below the other, and keeps the widths of its columns meanwhile:
 // a workbook that opens with ##### in place of its numbers has to be repaired by hand.

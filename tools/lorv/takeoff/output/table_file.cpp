@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "tools/lorv/csv/sheet_table.h"
+#include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/takeoff/output/bill_sheet.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // A table as CSV or as a workbook, by the name of its file; the code that fills it need not know which. A
 // CSV is written as rows come, a workbook stands in memory until the end, as its parts cannot be written row

@@ -5,7 +5,7 @@
 
 #include "TEXPRESSCAL/diagnose.h"
 #include "tools/lorv/formula/formula_digits.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // A formula of the rules with its names bound: to columns, constants and quantities above. It chooses between
 // the exact way and the suite's, and hands whole blocks of rows to either. Faults of the text are kept and

@@ -6,7 +6,7 @@
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/caret_text.h"
 #include "tools/lorv/formula/circle_number.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // Binds the rows of a rules file to the columns of a components file: says what each name in a formula stands
 // for and which rows a class gets. A plan is made for each set of rows that some class fits, as models have

@@ -5,9 +5,9 @@
 
 #include "tools/lorv/command/verb.h"
 #include "tools/lorv/formula/caret_text.h"
+#include "tools/lorv/language/spoken_language.h"
+#include "tools/lorv/screen/display_width.h"
 #include "tools/lorv/takeoff/plan/ready_block.h"
-#include "tools/lorv/text/display_width.h"
-#include "tools/lorv/text/spoken_language.h"
 
 // The condition of --where. It is a formula like any other, typed by people who think of classes and storeys
 // and not of quotes, so words may stand bare in it; what that may hide (a title with a slip of the pen) is

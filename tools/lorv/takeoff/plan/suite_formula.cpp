@@ -5,7 +5,7 @@
 
 #include "TEXPRESSCAL/calculate_rows.h"
 #include "tools/lorv/formula/formula_digits.h"
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 // Evaluates a formula with the suite's own calculator, for bills that must agree with the suite to the last
 // digit. The calculator sets values into the text by replacing names, with limits on their length and script;

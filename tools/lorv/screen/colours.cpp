@@ -1,4 +1,4 @@
-#include "tools/lorv/text/colours.h"
+#include "tools/lorv/screen/colours.h"
 
 // Colours of messages. Whether there are any is one switch for the whole program, as there is one terminal.
 

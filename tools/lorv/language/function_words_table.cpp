@@ -1,4 +1,4 @@
-#include "tools/lorv/text/function_words_table.h"
+#include "tools/lorv/language/function_words_table.h"
 
 // Data only: the functions of formulas in English, as an estimator would ask for them.
 

@@ -1,4 +1,4 @@
-#include "tools/lorv/text/progress_bar.h"
+#include "tools/lorv/screen/progress_bar.h"
 
 #include <algorithm>
 #include <ostream>

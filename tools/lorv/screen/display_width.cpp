@@ -1,8 +1,8 @@
-#include "tools/lorv/text/display_width.h"
+#include "tools/lorv/screen/display_width.h"
 
 #include <algorithm>
 
-#include "tools/lorv/text/character_width_table.h"
+#include "tools/lorv/screen/character_width_table.h"
 
 // How wide texts are on a terminal. Half of what the tool prints is Chinese, two columns a character, so
 // neither bytes nor characters show where the next column of a table or the mark under a formula begins.

@@ -1,9 +1,9 @@
-#include "tools/lorv/text/column_text.h"
+#include "tools/lorv/screen/column_text.h"
 
 #include <algorithm>
 #include <ostream>
 
-#include "tools/lorv/text/display_width.h"
+#include "tools/lorv/screen/display_width.h"
 
 // Tables for the terminal: the bill, the comparison, lists. All rows are there before the first is printed,
 // since a column is as wide as its widest cell.

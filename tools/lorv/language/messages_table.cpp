@@ -1,4 +1,4 @@
-#include "tools/lorv/text/messages_table.h"
+#include "tools/lorv/language/messages_table.h"
 
 // Data only: each message in English and Chinese. The English text is the name by which code asks for it; a
 // test holds the places of values in both against one another.

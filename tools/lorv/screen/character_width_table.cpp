@@ -1,4 +1,4 @@
-#include "tools/lorv/text/character_width_table.h"
+#include "tools/lorv/screen/character_width_table.h"
 
 // Data only: which characters take two columns of a terminal and which none. A table of our own, as the
 // system's answer depends on the locale, and a script runs without one.

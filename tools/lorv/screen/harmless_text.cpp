@@ -1,4 +1,4 @@
-#include "tools/lorv/text/harmless_text.h"
+#include "tools/lorv/screen/harmless_text.h"
 
 #include <array>
 #include <cstdio>

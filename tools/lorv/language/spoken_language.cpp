@@ -1,8 +1,8 @@
-#include "tools/lorv/text/spoken_language.h"
+#include "tools/lorv/language/spoken_language.h"
 
 #include <algorithm>
 
-#include "tools/lorv/text/messages_table.h"
+#include "tools/lorv/language/messages_table.h"
 
 // Messages in the language of the user. A message without a line in the table is given in English rather
 // than not at all.
