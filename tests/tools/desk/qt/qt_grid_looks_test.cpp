@@ -1,5 +1,5 @@
 #include "platform/qt/desktop/qt_desktop.h"
-#include "tests/tools/grid_looks_suite.h"
+#include "tests/tools/desk/grid_looks_suite.h"
 
 namespace lorv::test {
 namespace {

@@ -1,15 +1,15 @@
 #include "platform/headless/desktop/headless_desktop.h"
-#include "tests/tools/grid_looks_suite.h"
+#include "tests/tools/desk/dialog_looks_suite.h"
 
 namespace lorv::test {
 namespace {
 
-struct GridInMemory {
+struct Memory {
   static constexpr bool kHasPictures = false;
   static std::unique_ptr<Desktop> Make() { return std::make_unique<HeadlessDesktop>(); }
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Headless, GridLooks, GridInMemory);
+INSTANTIATE_TYPED_TEST_SUITE_P(Headless, DialogLooks, Memory);
 
 }  // namespace
 }  // namespace lorv::test

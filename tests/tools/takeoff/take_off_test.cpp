@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "tests/tools/work_runs.h"
+#include "tests/tools/takeoff/work_runs.h"
 #include "tools/lorv/takeoff/output/line_rounding.h"
 #include "tools/lorv/takeoff/output/storey_order.h"
 

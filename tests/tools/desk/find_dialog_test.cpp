@@ -1,6 +1,6 @@
 #include "tools/lorv-desk/table/find_dialog.h"
 
-#include "tests/tools/table_windows.h"
+#include "tests/tools/desk/table_windows.h"
 #include "tools/lorv/language/spoken_language.h"
 
 namespace lorv::tool {

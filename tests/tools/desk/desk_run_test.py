@@ -125,7 +125,7 @@ class Desk(unittest.TestCase):
 
     def test_an_image_is_shown_by_its_frames_and_in_a_tip(self):
         with tempfile.TemporaryDirectory() as folder:
-            beam = pathlib.Path(__file__).parents[2] / "examples" / "pictures" / "beam.gif"
+            beam = pathlib.Path(__file__).parents[3] / "examples" / "pictures" / "beam.gif"
             (pathlib.Path(folder) / "梁.gif").write_bytes(beam.read_bytes())
             code, out, err = run("--images", "梁.gif", "--pictures", "shots", folder=folder)
             self.assertEqual((code, out), (0, "shots/image.png  梁.gif, 8 frames\nshots/tip.png  梁.gif in a tip\n"), err)

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "spreadsheet/workbook_file.h"
-#include "tests/tools/work_runs.h"
+#include "tests/tools/takeoff/work_runs.h"
 #include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/text/typed_number.h"
 

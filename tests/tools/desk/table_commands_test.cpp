@@ -1,7 +1,7 @@
 #include "tools/lorv-desk/table/table_commands.h"
 
 #include "prompts/language.h"
-#include "tests/tools/table_windows.h"
+#include "tests/tools/desk/table_windows.h"
 #include "tools/lorv/language/spoken_language.h"
 
 namespace lorv::tool {

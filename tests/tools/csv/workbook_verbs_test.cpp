@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "spreadsheet/workbook_file.h"
-#include "tests/tools/work_runs.h"
+#include "tests/tools/takeoff/work_runs.h"
 #include "tools/lorv/csv/csv_reader.h"
 #include "tools/lorv/csv/sheet_table.h"
 #include "tools/lorv/takeoff/output/table_file.h"

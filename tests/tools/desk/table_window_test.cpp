@@ -1,6 +1,6 @@
 #include "tools/lorv-desk/table/table_window.h"
 
-#include "tests/tools/table_windows.h"
+#include "tests/tools/desk/table_windows.h"
 
 namespace lorv::tool {
 namespace {

@@ -4,7 +4,7 @@
 #include <sstream>
 
 #include "tests/support/data.h"
-#include "tests/tools/work_runs.h"
+#include "tests/tools/takeoff/work_runs.h"
 #include "tools/lorv/takeoff/output/bill.h"
 
 namespace lorv::test {
