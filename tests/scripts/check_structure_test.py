@@ -72,6 +72,10 @@ class CheckStructure(unittest.TestCase):
         self.passed({**button, "platform/qt/desktop/a.cpp": text})
         self.refused({**button, "platform/qt/desktop/a.h": text}, "platform/qt/desktop/ must not include")
         self.refused({**button, "platform/ports/a.cpp": text}, "platform/ports/ must not include")
+        desktop = {"platform/models/desktop/b.h": ""}
+        text = '#include "platform/models/desktop/b.h"\n'
+        self.passed({**desktop, "platform/models/window/a.cpp": text})
+        self.refused({**desktop, "platform/models/window/a.h": text}, "platform/models/window/ must not include")
 
     def test_include_of_a_test_or_tool(self):
         self.refused({"comm/a.h": '#include "tests/b.h"\n', "tests/b.h": ""}, "the library must not include tests/")

@@ -2,7 +2,7 @@
 
 #include "platform/headless/desktop/headless_desktop.h"
 #include "platform/headless/window/headless_window.h"
-#include "platform/models/button_behaviour.h"
+#include "platform/models/controls/button_behaviour.h"
 
 namespace lorv {
 

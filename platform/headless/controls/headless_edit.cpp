@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "platform/models/unit_pairs.h"
+#include "platform/models/controls/unit_pairs.h"
 
 // An edit in memory: rows of fixed height, widths of fixed metrics, so that a test can say to the pixel where
 // a caret is. Keys, messages and limits are the shared behaviour; this is the pane that shows them.

@@ -3,7 +3,7 @@
 #include "platform/headless/controls/headless_edit_text.h"
 #include "platform/headless/desktop/headless_desktop.h"
 #include "platform/headless/window/headless_window.h"
-#include "platform/models/edit_behaviour.h"
+#include "platform/models/controls/edit_behaviour.h"
 
 namespace lorv {
 

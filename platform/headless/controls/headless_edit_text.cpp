@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/headless/drawing/headless_canvas.h"
-#include "platform/models/unit_pairs.h"
+#include "platform/models/controls/unit_pairs.h"
 
 // The text of an edit in memory with caret, selection, one step of undo, and its lines. Positions count
 // units; a caret never stands between the two units of a character.

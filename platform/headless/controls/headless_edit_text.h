@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "framework/text/cstring.h"
-#include "platform/models/edit_lines.h"
+#include "platform/models/controls/edit_lines.h"
 
 namespace lorv {
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "platform/models/items.h"
+#include "platform/models/controls/items.h"
 
 namespace lorv {
 

@@ -3,7 +3,7 @@
 #include "platform/headless/controls/headless_items.h"
 #include "platform/headless/desktop/headless_desktop.h"
 #include "platform/headless/window/headless_window.h"
-#include "platform/models/list_behaviour.h"
+#include "platform/models/controls/list_behaviour.h"
 
 namespace lorv {
 

@@ -11,8 +11,8 @@
 #include "framework/drawing/geometry.h"
 #include "framework/ports/desktop_port.h"
 #include "platform/headless/window/headless_window.h"
-#include "platform/models/desktop_model.h"
-#include "platform/models/drag_model.h"
+#include "platform/models/desktop/desktop_model.h"
+#include "platform/models/transfer/drag_model.h"
 
 namespace lorv {
 

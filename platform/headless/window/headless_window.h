@@ -5,7 +5,7 @@
 #include <mutex>
 
 #include "platform/headless/drawing/headless_canvas.h"
-#include "platform/models/window_model.h"
+#include "platform/models/window/window_model.h"
 
 namespace lorv {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/models/edit_behaviour.h"
+#include "platform/models/controls/edit_behaviour.h"
 #include "platform/qt/controls/qt_control.h"
 #include "platform/qt/controls/qt_edit_pane.h"
 #include "platform/qt/desktop/qt_desk.h"

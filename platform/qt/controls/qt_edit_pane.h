@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-#include "platform/models/edit_pane.h"
+#include "platform/models/controls/edit_pane.h"
 
 class QWidget;
 

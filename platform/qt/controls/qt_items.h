@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/models/items.h"
+#include "platform/models/controls/items.h"
 
 class QAbstractItemModel;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/models/list_behaviour.h"
+#include "platform/models/controls/list_behaviour.h"
 #include "platform/qt/controls/qt_control.h"
 #include "platform/qt/controls/qt_items.h"
 #include "platform/qt/desktop/qt_desk.h"

@@ -15,7 +15,7 @@
 
 #include "framework/drawing/geometry.h"
 #include "framework/ports/desktop_port.h"
-#include "platform/models/desktop_model.h"
+#include "platform/models/desktop/desktop_model.h"
 #include "platform/qt/services/qt_services.h"
 #include "platform/qt/window/qt_window.h"
 

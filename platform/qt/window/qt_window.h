@@ -8,7 +8,7 @@
 
 #include "framework/ports/drop_port.h"
 #include "platform/models/carried_fault.h"
-#include "platform/models/window_model.h"
+#include "platform/models/window/window_model.h"
 #include "platform/qt/drawing/qt_canvas.h"
 
 class QInputMethodEvent;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/models/html_format.h"
+#include "platform/models/transfer/html_format.h"
 
 // Content as blocks of global memory, in the forms that the clipboard and drags know. Text has its own
 // format, HTML the system's with its header of byte offsets, and all others are the program's bytes under a

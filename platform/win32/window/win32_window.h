@@ -6,7 +6,7 @@
 
 #include "framework/drawing/region.h"
 #include "framework/ports/window_port.h"
-#include "platform/models/unit_pairs.h"
+#include "platform/models/controls/unit_pairs.h"
 #include "platform/win32/drawing/gdi_font.h"
 
 namespace lorv {

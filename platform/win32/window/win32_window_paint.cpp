@@ -1,6 +1,6 @@
 #include "framework/drawing/geometry.h"
 #include "platform/models/carried_fault.h"
-#include "platform/models/paint_state.h"
+#include "platform/models/window/paint_state.h"
 #include "platform/win32/drawing/gdi_canvas.h"
 #include "platform/win32/drawing/thread_owned.h"
 #include "platform/win32/window/win32_window.h"

@@ -1,8 +1,8 @@
 #include <cstdint>
 
 #include "framework/ports/window_map.h"
-#include "platform/models/desktop_model.h"
-#include "platform/models/window_model.h"
+#include "platform/models/desktop/desktop_model.h"
+#include "platform/models/window/window_model.h"
 
 // What of a window is out of date, and when it is painted; the dots of its screen. Painting is asked for once
 // however often it is invalidated, and only while the window can be seen.

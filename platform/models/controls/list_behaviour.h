@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "framework/ports/desktop_port.h"
-#include "platform/models/items.h"
+#include "platform/models/controls/items.h"
 #include "platform/models/message_values.h"
 
 namespace lorv {

@@ -1,4 +1,4 @@
-#include "platform/models/desktop_model.h"
+#include "platform/models/desktop/desktop_model.h"
 
 #include <functional>
 #include <stdexcept>

@@ -1,4 +1,4 @@
-#include "platform/models/html_format.h"
+#include "platform/models/transfer/html_format.h"
 
 #include <charconv>
 #include <cstddef>

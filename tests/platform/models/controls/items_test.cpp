@@ -1,4 +1,4 @@
-#include "platform/models/items.h"
+#include "platform/models/controls/items.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/models/unit_pairs.h"
+#include "platform/models/controls/unit_pairs.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
-#include "platform/models/drag_model.h"
+#include "platform/models/transfer/drag_model.h"
 
 #include <utility>
 
 #include "framework/drawing/geometry.h"
-#include "platform/models/desktop_model.h"
+#include "platform/models/desktop/desktop_model.h"
 
 // The order of calls that a drop target gets: it is entered before it is asked, left before the next one
 // is entered, and gets either the drop or the leave at the end, once. Receivers may end windows, so all is

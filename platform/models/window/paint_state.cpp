@@ -1,4 +1,4 @@
-#include "platform/models/paint_state.h"
+#include "platform/models/window/paint_state.h"
 
 #include <utility>
 

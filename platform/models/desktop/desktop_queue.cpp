@@ -2,7 +2,7 @@
 #include <utility>
 
 #include "framework/ports/window_map.h"
-#include "platform/models/desktop_model.h"
+#include "platform/models/desktop/desktop_model.h"
 #include "platform/models/first_fault.h"
 
 // The queue of posted messages, and the loops of modal dialogs. Posting is for any thread; a message is taken

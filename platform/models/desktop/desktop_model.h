@@ -10,7 +10,7 @@
 
 #include "framework/drawing/geometry.h"
 #include "framework/ports/desktop_port.h"
-#include "platform/models/window_model.h"
+#include "platform/models/window/window_model.h"
 
 namespace lorv {
 

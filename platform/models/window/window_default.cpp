@@ -1,7 +1,7 @@
 #include "framework/ports/window_map.h"
-#include "platform/models/desktop_model.h"
+#include "platform/models/desktop/desktop_model.h"
 #include "platform/models/message_values.h"
-#include "platform/models/window_model.h"
+#include "platform/models/window/window_model.h"
 
 // The default behaviour of a window that is no control: what the system does with a message that no handler
 // took. It is asked through the message numbers alone, so window classes see no difference between desktops.

@@ -1,6 +1,6 @@
 #include <utility>
 
-#include "platform/models/desktop_model.h"
+#include "platform/models/desktop/desktop_model.h"
 
 // Input methods: what they compose, as messages. A composition belongs to one window at a time; where a
 // handler opens an edit for it, as a grid does at the first key, it goes on in that edit.

@@ -1,4 +1,4 @@
-#include "platform/models/scroll_model.h"
+#include "platform/models/window/scroll_model.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/models/edit_lines.h"
+#include "platform/models/controls/edit_lines.h"
 
 #include <gtest/gtest.h>
 

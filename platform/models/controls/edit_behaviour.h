@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "framework/ports/desktop_port.h"
-#include "platform/models/edit_lines.h"
-#include "platform/models/edit_pane.h"
+#include "platform/models/controls/edit_lines.h"
+#include "platform/models/controls/edit_pane.h"
+#include "platform/models/controls/unit_pairs.h"
 #include "platform/models/message_values.h"
-#include "platform/models/unit_pairs.h"
 
 namespace lorv {
 

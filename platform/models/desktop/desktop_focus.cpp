@@ -2,7 +2,7 @@
 #include <utility>
 
 #include "framework/ports/window_map.h"
-#include "platform/models/desktop_model.h"
+#include "platform/models/desktop/desktop_model.h"
 #include "platform/models/first_fault.h"
 
 // Focus, activation, capture, and the keys that are down. State is changed before any window is notified, so

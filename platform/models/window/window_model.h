@@ -7,8 +7,8 @@
 
 #include "framework/drawing/geometry.h"
 #include "framework/ports/window_port.h"
-#include "platform/models/paint_state.h"
-#include "platform/models/scroll_model.h"
+#include "platform/models/window/paint_state.h"
+#include "platform/models/window/scroll_model.h"
 
 namespace lorv {
 

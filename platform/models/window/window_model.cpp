@@ -1,13 +1,13 @@
-#include "platform/models/window_model.h"
+#include "platform/models/window/window_model.h"
 
 #include <algorithm>
 #include <utility>
 
 #include "framework/ports/drop_port.h"
 #include "framework/ports/window_map.h"
-#include "platform/models/class_names.h"
-#include "platform/models/desktop_model.h"
+#include "platform/models/desktop/desktop_model.h"
 #include "platform/models/first_fault.h"
+#include "platform/models/window/class_names.h"
 
 // The state of a window, and what it hears of its changes. Its default behaviour is in window_default.cpp.
 // Every call that reaches a handler may end the window: the object is held by a pointer of its own meanwhile,
