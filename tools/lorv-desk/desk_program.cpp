@@ -24,7 +24,7 @@
 
 // The desktop example from its words to its exit code. It shows the library's windows with sample content,
 // on whichever desktop the system has, and edits a table in the grid; with --pictures it waits for no user,
-// so a test or a manual gets its pictures without a hand.
+// so a test or a manual gets its pictures unattended.
 
 namespace lorv::tool {
 namespace {

@@ -11,7 +11,7 @@ ON_WM_SETFOCUS()
 END_MESSAGE_MAP()
 
 GridWindow::~GridWindow() {
-  // The grid's own window goes along, while the grid still stands.
+  // Destroys the grid's own window while the grid still exists.
   if (m_hWnd != nullptr) CWnd::DestroyWindow();
 }
 

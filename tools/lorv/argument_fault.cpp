@@ -97,7 +97,7 @@ bool Is(const CLI::ParseError& wrong) {
 // The library gives the kind by the type alone: its names of faults are replaced by that of the verb.
 std::string ArgumentFault(const CLI::ParseError& wrong, const CLI::App& verb) {
   std::string text = WithoutShields(wrong.what());
-  // An option that nobody knows is why the argument is missing, more often than not.
+  // An unknown option is mostly the reason why the argument is missing.
   const std::vector<std::string> rest = verb.remaining();
   const bool unknown = !rest.empty() && LooksLikeOption(WithoutShields(rest.front()));
   if (Is<CLI::RequiredError>(wrong) && unknown) return OneTooMany(verb);

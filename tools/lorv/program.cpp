@@ -49,8 +49,9 @@ void DeclareVerb(Program& program, const Verb& verb) {
   UnshieldValues(*sub);
 }
 
-// Scripts start the program for every formula, and arguments of twenty verbs take longer to declare than one
-// formula to work: only those of the verb that is asked for are declared. The program's own help lists names.
+// Scripts start the program for every formula, and declaring the arguments of twenty verbs takes longer than
+// evaluating one formula: only those of the verb that is asked for are declared. The program's own help
+// lists names.
 void Declare(Program& program, const std::string& asked) {
   program.app.formatter(HelpLayout());
   program.app.allow_windows_style_options(false);
@@ -84,7 +85,7 @@ std::vector<std::string> NamesOfVerbs() {
 }
 
 [[noreturn]] void RefuseWord(const std::string& word) {
-  // Before the verb is searched for: nobody means a verb by a dash.
+  // Before the verb is searched for: no verb begins with a dash.
   if (word.size() > 1 && word[0] == '-') {
     throw BadInput(Say("there is no option \"{}\"; `lorv --help` lists them", {word}));
   }

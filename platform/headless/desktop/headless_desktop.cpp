@@ -31,7 +31,7 @@ HeadlessDesktop::HeadlessDesktop() : layouts_{LayoutNumber(0x08040804), LayoutNu
 }
 
 HeadlessDesktop::~HeadlessDesktop() {
-  // Objects above may outlive the desktop: they hear that their windows go, and may still ask it.
+  // Objects above may outlive the desktop: they are notified that their windows go, and may still ask it.
   const ScopedDesktop self(*this);
   DestroyAll();
 }

@@ -138,7 +138,7 @@ void HeadlessDesktop::DragFromOutside(const TransferData& data, DROPEFFECT allow
   drag_ = std::make_shared<DragModel>(*this, std::make_shared<KeptContent>(data), allowed);
 }
 
-// Where nobody is there to move the mouse any more, the drag is given up.
+// When no input is left that could move the mouse, the drag is given up.
 DROPEFFECT HeadlessDesktop::Drag(const TransferData& content, DROPEFFECT allowed) {
   if (drag_ != nullptr) return DROPEFFECT_NONE;
   SetCapture(nullptr);
@@ -230,7 +230,7 @@ void HeadlessDesktop::PlayMouse(const Input& input) {
   if (!StillThere(target) || !ComesToPress(target, input.message)) return;
   const CPoint at = CPoint(input.at) - CSize(CPoint(At(target)->ClientOrigin()));
   const bool inside = CRect(At(target)->ClientRect()).PtInRect(at) != 0;
-  // On the frame; only the owner of the capture hears of the mouse beside its client area.
+  // On the frame; only the owner of the capture gets the mouse outside its client area.
   if (captured == nullptr && !inside) return;
   if (captured == nullptr)
     DeliverMessage(target, WM_SETCURSOR, reinterpret_cast<WPARAM>(target),

@@ -106,7 +106,7 @@ void HeadlessDesktop::Advance(DWORD milliseconds) {
   }
 }
 
-// A dialog that nobody is there to answer is cancelled, and left if that does not end it.
+// A dialog without an answer is cancelled, and left if that does not end it.
 bool HeadlessDesktop::DispatchModal(HWND dialog) {
   if (Pump(true) || Quits()) return true;
   // A second time for the same dialog: it did not take the first.

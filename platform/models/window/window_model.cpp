@@ -9,9 +9,9 @@
 #include "platform/models/first_fault.h"
 #include "platform/models/window/class_names.h"
 
-// The state of a window, and what it hears of its changes. Its default behaviour is in window_default.cpp.
-// Every call that reaches a handler may end the window: the object is held by a pointer of its own meanwhile,
-// and `alive_` is asked behind it.
+// The state of a window, and the messages about its changes. Its default behaviour is in window_default.cpp.
+// Every call that reaches a handler may end the window: the object is held by a pointer of its own
+// meanwhile, and `alive_` is asked behind it.
 
 namespace lorv {
 

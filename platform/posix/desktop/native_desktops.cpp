@@ -7,7 +7,7 @@
 #include "platform/posix/services/user_folders.h"
 
 // The desktops that this system can offer: in memory, or Qt's from a library of its own. A wrong word in the
-// environment is refused instead of replaced: windows in memory would be seen by nobody.
+// environment is refused instead of replaced: no user would see windows in memory.
 
 namespace lorv {
 

@@ -51,8 +51,7 @@ LRESULT Win32Window::Receive(UINT message, WPARAM w, LPARAM l) {
   // A handler that looks up the handle must find the window, and this object must outlive its call.
   const auto keep = shared_from_this();
   if (message == WM_NCDESTROY) return Ended(w, l);
-  // Before the object has the handle there is nobody to hear of messages, but for the first that a class
-  // waits for.
+  // Before the object has the handle no class can get messages, but for the first that it waits for.
   if (phase_ == Phase::kMaking) return message == WM_CREATE ? Created(w, l) : Default(message, w, l);
   NoteComposition(message);
   if (message == WM_DESTROY) {

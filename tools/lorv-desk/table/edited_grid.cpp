@@ -3,8 +3,8 @@
 #include "tools/lorv-desk/table/grid_exchange.h"
 
 // The grid in which a table is edited. It observes itself, so that it notices changes wherever they come
-// from: typing, pasting, undoing, rows that come and go, a spreadsheet; who closes the window must be asked
-// exactly when there is something to lose.
+// from: typing, pasting, undoing, rows that come and go, a spreadsheet; a user who closes the window must be
+// asked exactly when there is something to lose.
 
 namespace lorv::tool {
 

@@ -46,7 +46,7 @@ std::string TableText::Encoded(const std::string& utf8) const {
       const auto text = Utf8ToText(utf8);
       const CodePage& page = *PortsInForce().code_page;
       std::string bytes = page.ToNarrow(text);
-      // There and back: the code page itself puts something in place of what it lacks, without a word.
+      // There and back: the code page itself replaces what it lacks without a report.
       whole_ = whole_ && page.ToText(bytes) == text;
       return bytes;
     }

@@ -8,8 +8,8 @@
 #include "tools/lorv/csv/sheet_table.h"
 #include "tools/lorv/language/spoken_language.h"
 
-// Where tables come from: a file, a pipe, or a workbook that is turned into a table while it is read. Who
-// reads need not know which.
+// Where tables come from: a file, a pipe, or a workbook that is turned into a table while it is read. The
+// reader need not know which.
 
 namespace lorv::tool {
 namespace {

@@ -82,7 +82,7 @@ class EditedLines : public LineEditor {
     if (typed == nullptr) return std::nullopt;
     std::string line(typed);
     std::free(typed);
-    // An empty line is nobody's wish to see again.
+    // Empty lines are not worth keeping.
     if (!line.empty()) library.add_history(line.c_str());
     return line;
   }

@@ -98,7 +98,7 @@ void CalcRun::Compare() {
   result_.doubts = exact.doubts;
   // Where there is no number with all digits, the suite's hides why.
   if (!result_.fault && exact.fault) result_.fault = exact.fault;
-  // Compared as they are printed: digits that nobody sees make no difference.
+  // Compared as they are printed: digits that are not shown make no difference.
   if (!result_.value || !exact.value || PlainReal(*result_.value) == PlainReal(*exact.value)) return;
   exact_ = exact.value;
   is_coarse_ = std::fabs(*result_.value - *exact_) > Precision::kTolerable * std::fabs(*exact_);

@@ -7,9 +7,9 @@
 #include "tools/lorv/text/typed_number.h"
 
 // Evaluates the rows of a plan for one component: which row of a name counts, what stands for a missing
-// value, what goes wrong. It uses the block evaluated ahead where a formula needs nothing but numbers,
-// and on the formulas themselves for the rest. Values are looked up once for each component, as most
-// names stand in several formulas.
+// value, what goes wrong. It uses the block evaluated ahead where a formula needs nothing but numbers, and
+// the formulas themselves for the rest. Values are looked up once for each component, as most names stand in
+// several formulas.
 
 namespace lorv::tool {
 ComponentEvaluator::ComponentEvaluator(Planner& planner, const ComponentsFile& file, Problems& problems,
@@ -27,7 +27,7 @@ const std::vector<Result>& ComponentEvaluator::Evaluate() {
   ++component_;
   if (file_.InBlock() == 0) ready_.Begin();
   plan_ = &ready_.PlanAtHand();
-  // Plans are made as classes come, and may name what nobody knows: dimensions without a column.
+  // Plans are made as classes come, and may hold unknown names: dimensions without a column.
   values_.resize(planner_.Dimensions().size());
   if (digits_ == ValueDigits::kSuite) exact_values_.resize(values_.size());
   defaults_in_use_ = plan_->defaults.size();

@@ -13,9 +13,9 @@
 #include "tools/lorv/text/folded_text.h"
 #include "tools/lorv/text/typed_number.h"
 
-// Reads a rules file. It is written by people in a spreadsheet, so every cell is checked and refused with its
-// place and what was meant to stand there; what a slip would make of a bill is known only to who knows the
-// building. Formulas are not read here: they need the columns of a model.
+// Reads a rules file. It is written by people in a spreadsheet, so every cell is checked and refused with
+// its place and what was meant to stand there; what a slip would make of a bill is known only to a person
+// who knows the building. Formulas are not read here: they need the columns of a model.
 
 namespace lorv::tool {
 namespace {
