@@ -11,6 +11,7 @@ struct FaultText {
   LPCTSTR english;
 };
 
+// The messages of a fault other than kNone. Constant: any thread.
 const FaultText& TextOfFault(FormulaFault fault);
 
 // The plain sign for a full-width or typographic one; empty if it is none.

@@ -5,7 +5,9 @@
 
 namespace lorv {
 
-// Walks a list "name:value;name:value;". A piece that has not exactly two parts is passed over.
+// Calls `take(name, value)` with both texts for each piece of a list "name:value;name:value;", in order. A
+// piece that has not exactly two parts is passed over; blanks and letter case are left as they are. What
+// `take` throws ends the walk.
 template <class Take>
 void ForEachPair(const CString& list, Take take) {
   CStringArray pieces;

@@ -8,14 +8,16 @@
 
 namespace lorv::lzari {
 
-// Packs one source. All state is the caller's and stays as the operation leaves it.
+// Packs one source into the LZARI stream. All state is the caller's, must live as long, and stays as the
+// operation leaves it: that is how one object's operations continue each other. One thread at a time.
 class Encoder {
  public:
   Encoder(SearchTree& tree, CoderState& coder, SymbolModel& model, BitWriter& put, Totals& totals,
           ByteSink& sink)
       : tree_(tree), coder_(coder), model_(model), put_(put), totals_(totals), sink_(sink) {}
 
-  // Writes the header and the code of all bytes of the source; "Write Error" where the sink fails.
+  // Writes the header and the code of `size` bytes. Throws Failure with "Write Error" where the sink fails,
+  // and with "Read Error" where the source holds another number of bytes.
   void Encode(std::uint32_t size, ByteSource& source);
 
  private:

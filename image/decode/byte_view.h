@@ -5,7 +5,14 @@
 
 namespace lorv {
 
-// The bytes of a file. Reading behind their end gives 0 and leaves a mark.
+// A reading position in the bytes of a file, whose numbers may be of either byte order.
+//
+// Units: bytes, positions count from 0.
+// Edges: a position may lie anywhere. What is read past the end is 0, and Overran() is true from then on, so
+//   that a decoder asks once at the end instead of at each number.
+// The bytes are not owned and must live as long. One thread at a time. Throws nothing.
+//
+//   ByteView view("\x01\x02");  view.Low16()  gives 0x0201;  view.Byte()  gives 0, view.Overran() true
 class ByteView {
  public:
   explicit ByteView(std::string_view bytes) : bytes_(bytes) {}
@@ -39,7 +46,7 @@ class ByteView {
     const std::uint32_t high = High16();
     return high << 16 | High16();
   }
-  // As many as there are.
+  // The next bytes, fewer than `count` at the end.
   std::string_view Take(std::size_t count) {
     const std::string_view taken = bytes_.substr(at_ < bytes_.size() ? at_ : bytes_.size(), count);
     overran_ = overran_ || taken.size() < count;
@@ -53,6 +60,7 @@ class ByteView {
   bool overran_ = false;
 };
 
+// The byte at a position that is there, as a number from 0 to 255.
 inline unsigned ByteAt(std::string_view bytes, std::size_t at) {
   return static_cast<unsigned char>(bytes[at]);
 }

@@ -7,7 +7,8 @@
 
 namespace lorv {
 
-// An image of one frame, decoded when it was opened.
+// An image of one frame, decoded when it was opened. Every index gives that frame. Clones share its pixels,
+// which are constant: they may be used by other threads.
 class StillImage final : public ImageReader {
  public:
   StillImage(ImageKind kind, Raster raster)

@@ -5,7 +5,9 @@
 #include "framework/native/export.h"
 #include "framework/native/native_types.h"
 
-// The time of day. File times are counts of 100 nanoseconds since 1601 in universal time.
+// The time of day.
+//
+// Units: file times are counts of 100 nanoseconds since 1601 in universal time; SYSTEMTIME has milliseconds.
 // Any thread.
 namespace lorv {
 

@@ -2,7 +2,8 @@
 
 #include "framework/windows/dialog.h"
 
-// The library's dialogs as data.
+// The library's dialogs as templates, with the ids of the controls that their classes ask for. Constant: any
+// thread.
 namespace lorv {
 
 // The failure and its report.

@@ -6,6 +6,8 @@
 
 namespace lorv {
 
+// A push button, check box, radio button or group box in memory: its looks over the shared behaviour. Thread:
+// that of the user interface, as for all controls here.
 class HeadlessButton : public ButtonBehaviour<HeadlessWindow> {
  public:
   using ButtonBehaviour::ButtonBehaviour;
@@ -17,6 +19,7 @@ class HeadlessButton : public ButtonBehaviour<HeadlessWindow> {
   void ShowState() override { Invalidate(nullptr); }
 };
 
+// A label. It is passed over by Tab and draws its text by the layout of DrawText.
 class HeadlessStatic : public HeadlessWindow {
  public:
   using HeadlessWindow::HeadlessWindow;

@@ -7,7 +7,8 @@
 
 namespace lorv {
 
-// Its list is no window of its own.
+// A combo box in memory over the shared behaviour. Its dropped list is state only, no window: tests choose by
+// keys and messages. One row of text is kHeadlessHeight pixels high.
 class HeadlessCombo : public ComboBehaviour<HeadlessWindow, HeadlessItems> {
  public:
   HeadlessCombo(HeadlessDesktop& desktop, HWND handle, const WindowRequest& request)

@@ -7,6 +7,9 @@
 
 namespace lorv {
 
+// Where lists and combo boxes in memory keep their items, as Items (platform/models/controls/items.h) asks
+// for it: each with its text, the caller's number and whether it is selected. Indices are those of items that
+// are there.
 class HeadlessItemStore {
  public:
   int Count() const { return static_cast<int>(items_.size()); }

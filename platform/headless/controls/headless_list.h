@@ -7,7 +7,8 @@
 
 namespace lorv {
 
-// Its rows are 16 pixels high.
+// A list box in memory over the shared behaviour. Rows are kHeadlessHeight pixels high and scrolled whole;
+// the row chosen is scrolled into sight.
 class HeadlessList : public ListBehaviour<HeadlessWindow, HeadlessItems> {
  public:
   HeadlessList(HeadlessDesktop& desktop, HWND handle, const WindowRequest& request)

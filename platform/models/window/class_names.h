@@ -4,8 +4,8 @@
 
 namespace lorv {
 
-// The name under which a window's class is known: the system's own for its controls, and for windows that
-// draw themselves the one asked for.
+// The name of a window's class, as ClassName gives it: the system's own for its controls and dialogs, for
+// other windows the one asked for, "LorvWindow" where none was.
 inline CString ClassNameOf(const WindowRequest& request) {
   switch (request.kind) {
     case WindowKind::Dialog:

@@ -6,7 +6,9 @@
 
 namespace lorv {
 
-// The widget shows the state, the messages decide it.
+// A push button, check box, radio button or group box as a widget. The shared behaviour decides the state by
+// messages, the widget shows it; clicks at the widget become messages. Thread: that of the windows, as for
+// all controls here.
 class QtButton : public ButtonBehaviour<QtControl> {
  public:
   QtButton(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around);
@@ -19,7 +21,7 @@ class QtButton : public ButtonBehaviour<QtControl> {
   void ShowState() override;
 };
 
-// A line of text, or several.
+// A label, whose text is broken at its width.
 class QtStatic : public QtControl {
  public:
   QtStatic(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around);

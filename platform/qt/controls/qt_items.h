@@ -6,7 +6,9 @@ class QAbstractItemModel;
 
 namespace lorv {
 
-// Items in the widget's own model.
+// Where lists and combo boxes of Qt keep their items, as Items (platform/models/controls/items.h) asks for
+// it: in the widget's own model, the caller's number as user data. The model is the widget's and must live as
+// long.
 class QtItemStore {
  public:
   explicit QtItemStore(QAbstractItemModel& model) : model_(model) {}

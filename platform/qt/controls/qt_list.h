@@ -9,6 +9,8 @@ class QListWidget;
 
 namespace lorv {
 
+// A list box over QListWidget. The widget holds the items and the selection, the shared behaviour chooses and
+// scrolls, by whole rows.
 class QtList : public ListBehaviour<QtControl, QtItems> {
  public:
   QtList(QtDesk& desk, HWND handle, const WindowRequest& request, QWidget* around);

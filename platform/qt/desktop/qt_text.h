@@ -10,7 +10,9 @@
 #include "framework/native/window_types.h"
 #include "framework/text/cstring.h"
 
-// Texts, places and colours from one side to the other. Both count 16-bit units, so positions need no change.
+// Texts, rectangles, points and colours as Qt has them (ToQt) and back (FromQt). Both sides count 16-bit
+// units, so positions in texts need no change; a QRect is made of its size, as its right and bottom edges
+// count otherwise. ViewOf is valid as long as the text is unchanged. Any thread.
 namespace lorv {
 
 inline QString ToQt(TextView text) {

@@ -2,6 +2,7 @@
 
 #include <random>
 
+#include "image/decode/byte_view.h"
 #include "image/decode/image_reader.h"
 #include "tests/image/decode/made_images.h"
 
@@ -19,6 +20,14 @@ const std::string kTwoColours = Low32(0xFF0000) + Low32(0xFFFFFF);
 Pixels PixelsOf(const std::string& bytes) {
   const auto image = OpenImage(bytes);
   return image == nullptr ? Pixels{} : image->Frame(0).pixels;
+}
+
+TEST(ByteView, HeaderExample) {
+  ByteView view("\x01\x02");
+  EXPECT_EQ(view.Low16(), 0x0201U);
+  EXPECT_FALSE(view.Overran());
+  EXPECT_EQ(view.Byte(), 0U);
+  EXPECT_TRUE(view.Overran());
 }
 
 TEST(OpenImage, KindsAreRecognisedByTheirContent) {

@@ -5,12 +5,19 @@
 
 #include "tests/support/data.h"
 #include "tests/tools/takeoff/work_runs.h"
+#include "tools/lorv/takeoff/evaluate/exact_sum.h"
 #include "tools/lorv/takeoff/output/bill.h"
 
 namespace lorv::test {
 namespace {
 
 class WorkVerb : public WorkRuns {};
+
+TEST(ExactSum, HeaderExample) {
+  tool::Sum sum;
+  for (const double value : {1e16, 1.0, -1e16}) sum.Add(value);
+  EXPECT_EQ(sum.Value(), 1);
+}
 
 TEST_F(WorkVerb, BillHasTotalsByClassStoreyAndQuantity) {
   const ToolRun run = Work(

@@ -5,7 +5,8 @@
 
 namespace lorv::tool {
 
-// A file for reading whose progress is shown.
+// A file whose bytes read move a progress bar; all else is passed on unchanged. File and bar are not owned
+// and must live as long. One thread at a time.
 class WatchedFile : public File {
  public:
   WatchedFile(File& file, ProgressBar& bar) : file_(file), bar_(bar) {}

@@ -19,7 +19,8 @@ struct Calculation {
   std::vector<Fault> doubts;    // what in it hardly means what it seems to
 };
 
-// Evaluates a formula over values with all their digits.
+// Evaluates a formula over values with all their digits. Never throws for a wrong formula: what is wrong is
+// in `fault`, with places that count units of the formula as typed. Nothing is kept; any thread.
 Calculation CalculateExactly(const CString& formula, const std::vector<NameValue>& values);
 
 // Evaluates it as the suite does: values go in with three decimals, what is near a third as one.

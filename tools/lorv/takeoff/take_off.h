@@ -36,7 +36,10 @@ struct TakeOffRequest {
   bool time = false;
 };
 
-// One run from the files to the bill.
+// One run from the files to the bill: reads the rules and the components, evaluates, writes what was asked
+// for, and prints the bill with notes on `console`. Throws BadInput for files and arguments that cannot be
+// used. The request and the console must live as long. One thread calls; blocks of components are evaluated
+// by several.
 class TakeOff {
  public:
   TakeOff(const TakeOffRequest& request, Console& console);
