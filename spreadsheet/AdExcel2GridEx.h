@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <vector>
 
 #include "containers/sort_array.h"
@@ -14,6 +16,7 @@
 namespace lorv {
 
 struct SheetArea;
+struct UnreadSheet;
 
 // Columns in ascending order, each once.
 using ColumnList = TSortArray<int, SortCompare<int, int, __int64>, OxArray<int, OxVector<int>>>;
@@ -43,10 +46,12 @@ class COMM_LORV_API CAdExcel2GridEx {
 
   // ---- Filling and reading ----
 
-  // Both give the object's own table.
-  const CXArrayDBToArray& GetArray() const { return m_array; }
-  CXArrayDBToArray& GetArrayForWrite() { return m_array; }
-  void SetArray(const CXArrayDBToArray& array) { m_array = array; }
+  // Both give the object's own table, valid as long as the object and always the table of its last operation.
+  // After LoadExcel2 by the engine the first call makes it, and raises CMemoryException or std::bad_alloc
+  // where memory lacks; until then the workbook stays in memory.
+  const CXArrayDBToArray& GetArray() const { return HandedOut(); }
+  CXArrayDBToArray& GetArrayForWrite() { return HandedOut(); }
+  void SetArray(const CXArrayDBToArray& array);
   // All rows and columns of a grid; its hidden columns are added to those that the sheet hides. The grid
   // shows the same rows afterwards, and its current row is behind the last one, as 16 bits hold it.
   void SetArray(lorv::ExchangeGrid& grid);
@@ -135,13 +140,37 @@ class COMM_LORV_API CAdExcel2GridEx {
                  std::vector<CXArrayDBToArray>& tables, CStringArray& names);
   void ReadAllSheets(const lorv::AutomationFamily& family, const lorv::AutoRef& worksheets, long count,
                      std::vector<CXArrayDBToArray>& tables, CStringArray& names);
+  std::optional<lorv::SheetArea> AreaToRead(const lorv::AutomationFamily& family,
+                                            const lorv::AutoRef& worksheet, bool use_used_range,
+                                            lorv::AutoRef& range) const;
+  // ReadSheet, with the area that was read without calls.
+  int ReadSheetShown(const lorv::AutomationFamily& family, const lorv::AutoRef& worksheet,
+                     bool use_used_range, std::optional<lorv::SheetArea>& shown);
+  // True where it was read without calls.
+  bool ReadArea(const lorv::AutomationFamily& family, const lorv::AutoRef& worksheet,
+                const lorv::SheetArea& area);
   bool ReadShown(const lorv::AutoRef& worksheet, const lorv::SheetArea& area);
+  CXArrayDBToArray GiveAway(const lorv::AutoRef& worksheet, const lorv::SheetArea& area);
+  // For this object's own use, during one operation.
+  CXArrayDBToArray& Table() const {
+    if (m_unread) ReadAgain();
+    return m_array;
+  }
+  CXArrayDBToArray& HandedOut() const {
+    m_is_handed_out = true;
+    return Table();
+  }
+  void ReadAgain() const;
   void AddMergedArea(const lorv::SheetArea& area, int table_row, int sheet_row);
   void NoteMergedArea(const lorv::AutomationFamily& family, const lorv::AutoRef& cell, int table_row,
                       int sheet_row);
 
   int m_nColAdjust;
-  CXArrayDBToArray m_array;
+  // Void while m_unread says from which sheet it is to be made. That is never so once a caller may hold a
+  // reference to it, who would see it void.
+  mutable CXArrayDBToArray m_array;
+  mutable std::shared_ptr<const lorv::UnreadSheet> m_unread;
+  mutable bool m_is_handed_out = false;
   CStringArray m_colTitles;
   int m_nFontSize = 10;
   CList<CBCGPGridRange> m_ranges{10};

@@ -54,7 +54,10 @@ bool IsWholeFormat(TextView format) {
 }
 
 void AppendDigits(std::string_view digits, CellFormat::Units& out) {
-  out.append(digits.begin(), digits.end());
+  // Not by append of two iterators, which makes a text of its own first, on the heap from eight digits on.
+  const std::size_t before = out.size();
+  out.resize(before + digits.size());
+  std::copy(digits.begin(), digits.end(), out.begin() + static_cast<std::ptrdiff_t>(before));
 }
 
 void AppendFixed(double value, int decimals, CellFormat::Units& out) {

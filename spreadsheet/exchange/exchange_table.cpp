@@ -8,6 +8,11 @@
 
 // What an exchange holds, and the conversions of its cells.
 
+void CAdExcel2GridEx::SetArray(const CXArrayDBToArray& array) {
+  m_array = array;
+  m_unread.reset();
+}
+
 void CAdExcel2GridEx::SetArray(lorv::ExchangeGrid& grid) {
   const long rows = grid.RowCount();
   // The grid is left as its user sees it, scrolled to where it was.
@@ -18,11 +23,12 @@ void CAdExcel2GridEx::SetArray(lorv::ExchangeGrid& grid) {
   }
   const lorv::ExchangeRedrawLock lock(grid);
   // Columns first: a row that is appended has as many cells as there are then.
-  m_array.SetArray(0, columns);
+  CXArrayDBToArray& table = Table();
+  table.SetArray(0, columns);
   for (long row = 0; row < rows; ++row) {
-    m_array.AppendRow(m_array.GetRowCount(), false);
+    table.AppendRow(table.GetRowCount(), false);
     for (int column = 0; column < columns; ++column) {
-      m_array.SetValue(static_cast<int>(row), column, grid.Value(row, column));
+      table.SetValue(static_cast<int>(row), column, grid.Value(row, column));
     }
   }
   grid.SetFirstVisibleRow(first_visible);

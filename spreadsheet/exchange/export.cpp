@@ -121,14 +121,14 @@ void CAdExcel2GridEx::SaveAndClose(const AutomationFamily& family, const AutoRef
 // `row` and `column` count from the offsets; with titles the first row is theirs.
 CString CAdExcel2GridEx::TextToWrite(int row, int column, bool title_row) const {
   const int data_row = row - (title_row ? 1 : 0);
-  return VariantToText(m_array.GetValue(data_row, column));
+  return VariantToText(Table().GetValue(data_row, column));
 }
 
 bool CAdExcel2GridEx::WriteCells(const AutomationFamily& family, const AutoRef& worksheet, int row_offset,
                                  int column_offset) {
   const bool titles = !m_colTitles.IsEmpty();
-  const __int64 row_end = m_array.GetRowCount() + row_offset + (titles ? 1 : 0);
-  const __int64 column_end = static_cast<__int64>(m_array.GetColCount()) + column_offset;
+  const __int64 row_end = Table().GetRowCount() + row_offset + (titles ? 1 : 0);
+  const __int64 column_end = static_cast<__int64>(Table().GetColCount()) + column_offset;
   const AutoRef cells = family.Cells(worksheet);
   // Each cell's font costs two more calls to another process.
   const bool set_font_size = row_end * column_end <= lorv::kMaxFontCells;

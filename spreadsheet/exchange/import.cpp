@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "module/progress.h"
 #include "platform/ports/platform.h"
 #include "spreadsheet/AdExcel2GridEx.h"
@@ -11,11 +13,26 @@
 using lorv::AutomationFamily;
 using lorv::AutoRef;
 
+namespace lorv {
+
+// A sheet of this process whose table went to a caller; its program has quit, so that nothing changes it.
+struct UnreadSheet {
+  AutoRef worksheet;
+  SheetArea area;
+};
+
+}  // namespace lorv
+
 namespace {
 
 constexpr DWORD kHideReadOnlyOverwritePrompt = 6;
 // One marked row is the cell or title that the user happened to click; then the whole sheet is meant.
 constexpr long kFewestSelectedRows = 2;
+
+// Without the room for it no cell of a sheet may pass for read.
+void MakeRoom(CXArrayDBToArray& table, const lorv::SheetArea& area) {
+  if (table.ReDim(area.rows, static_cast<int>(area.columns)) == 0) AfxThrowMemoryException();
+}
 
 void ReportOleFailure(const COleException& failure) {
   CString text;
@@ -75,13 +92,13 @@ bool CAdExcel2GridEx::ReadActiveSheet(const AutomationFamily& family, const Auto
   return true;
 }
 
-int CAdExcel2GridEx::ReadSheet(const AutomationFamily& family, const AutoRef& worksheet,
-                               bool use_used_range) {
+std::optional<lorv::SheetArea> CAdExcel2GridEx::AreaToRead(const AutomationFamily& family,
+                                                           const AutoRef& worksheet, bool use_used_range,
+                                                           AutoRef& range) const {
   if (!worksheet) {
     lorv::ShowUserMessage(_T("Excel数据没有准备好!"));
-    return 0;
+    return std::nullopt;
   }
-  AutoRef range;
   if (use_used_range) {
     range = family.UsedRange(worksheet);
   } else {
@@ -89,35 +106,58 @@ int CAdExcel2GridEx::ReadSheet(const AutomationFamily& family, const AutoRef& wo
     // Nothing marked is less than two rows as well.
     if (!range || family.Count(family.Rows(range)) < kFewestSelectedRows) range = family.UsedRange(worksheet);
   }
-  const long rows = family.Count(family.Rows(range));
-  long columns = family.Count(family.Columns(range));
-  if (columns > lorv::kMaxSelectedColumns) {
+  lorv::SheetArea area;
+  area.rows = family.Count(family.Rows(range));
+  area.columns = family.Count(family.Columns(range));
+  if (area.columns > lorv::kMaxSelectedColumns) {
     // The rows of the selection stay.
     range = family.UsedRange(worksheet);
-    columns = family.Count(family.Columns(range));
+    area.columns = family.Count(family.Columns(range));
   }
-  const long first_row = family.Row(range);
-  const long first_column = family.Column(range);
-  if (rows < 1 || columns < 1) return 0;
+  area.row = family.Row(range);
+  area.column = family.Column(range);
+  if (area.rows < 1 || area.columns < 1) return std::nullopt;
   // Each cell costs several calls to another process: a sheet marked as a whole would keep
   // the user waiting for hours.
-  if (rows > lorv::kMaxReadRows || columns > lorv::kMaxReadColumns) {
+  if (area.rows > lorv::kMaxReadRows || area.columns > lorv::kMaxReadColumns) {
     CString text;
-    text.Format(_T("您选择的Excel区域太大(行%dX列%d),请重新选择(注意不能全选要框选)!"), rows, columns);
+    text.Format(_T("您选择的Excel区域太大(行%dX列%d),请重新选择(注意不能全选要框选)!"), area.rows,
+                area.columns);
     lorv::ShowUserMessage(text);
-    return 0;
+    return std::nullopt;
   }
-  // Only now, so that a refused area leaves the table that was read before.
-  m_array.ReDim(rows, static_cast<int>(columns));
-  const lorv::SheetArea area = {first_row, first_column, rows, columns};
-  if (ReadShown(worksheet, area)) return 1;
-  for (int row = 0; row < rows; ++row) {
-    for (int column = 0; column < columns; ++column) {
-      ReadCell(family, worksheet, row, column, static_cast<int>(first_row) + row,
-               static_cast<int>(first_column) + column);
+  return area;
+}
+
+int CAdExcel2GridEx::ReadSheet(const AutomationFamily& family, const AutoRef& worksheet,
+                               bool use_used_range) {
+  std::optional<lorv::SheetArea> shown;
+  return ReadSheetShown(family, worksheet, use_used_range, shown);
+}
+
+int CAdExcel2GridEx::ReadSheetShown(const AutomationFamily& family, const AutoRef& worksheet,
+                                    bool use_used_range, std::optional<lorv::SheetArea>& shown) {
+  // Given back behind its cells: the order of releases is part of what programs see.
+  AutoRef range;
+  const auto area = AreaToRead(family, worksheet, use_used_range, range);
+  // An area that is refused leaves the table that was read before.
+  if (!area) return 0;
+  if (ReadArea(family, worksheet, *area)) shown = area;
+  return 1;
+}
+
+bool CAdExcel2GridEx::ReadArea(const AutomationFamily& family, const AutoRef& worksheet,
+                               const lorv::SheetArea& area) {
+  m_unread.reset();
+  MakeRoom(m_array, area);
+  if (ReadShown(worksheet, area)) return true;
+  for (int row = 0; row < area.rows; ++row) {
+    for (int column = 0; column < area.columns; ++column) {
+      ReadCell(family, worksheet, row, column, static_cast<int>(area.row) + row,
+               static_cast<int>(area.column) + column);
     }
   }
-  return 1;
+  return false;
 }
 
 // Half a microsecond a cell is saved where the sheet is one of this process. What stands behind the sheet's
@@ -129,6 +169,25 @@ bool CAdExcel2GridEx::ReadShown(const AutoRef& worksheet, const lorv::SheetArea&
     AddMergedArea(merged, row, static_cast<int>(area.row) + row);
   });
   return sheet->Visit(area, table);
+}
+
+// What a sheet of this process holds need not be kept twice, in the caller's table and in this object's:
+// hardly anybody asks for the latter, and copying a million texts takes as long as making them.
+CXArrayDBToArray CAdExcel2GridEx::GiveAway(const AutoRef& worksheet, const lorv::SheetArea& area) {
+  if (m_is_handed_out) return m_array;
+  m_unread = std::make_shared<lorv::UnreadSheet>(lorv::UnreadSheet{worksheet, area});
+  return std::exchange(m_array, CXArrayDBToArray());
+}
+
+void CAdExcel2GridEx::ReadAgain() const {
+  const auto& sheet = dynamic_cast<const lorv::DirectSheet&>(*m_unread->worksheet);
+  CXArrayDBToArray table;
+  MakeRoom(table, m_unread->area);
+  // Merged areas were listed when the sheet was read.
+  lorv::ShownTable visitor(sheet, table, [](int /*row*/, const lorv::SheetArea& /*merged*/) {});
+  sheet.Visit(m_unread->area, visitor);
+  m_array = std::move(table);
+  m_unread.reset();
 }
 
 // Rows of the range are those of the table, columns those of the sheet: callers know it so.
@@ -156,8 +215,9 @@ int CAdExcel2GridEx::ReadCell(const AutomationFamily& family, const AutoRef& wor
   const COleVariant value(family.Value(cell));
   CString format = family.NumberFormat(cell);
   const CString text = ExcelCellValue2Str(value, format);
-  if (table_row == m_array.GetRowCount()) m_array.AppendRow(m_array.GetRowCount(), false);
-  m_array.SetValue(table_row, table_column, _variant_t(text));
+  CXArrayDBToArray& table = Table();
+  if (table_row == table.GetRowCount()) table.AppendRow(table.GetRowCount(), false);
+  table.SetValue(table_row, table_column, _variant_t(text));
   return 1;
 }
 
@@ -171,6 +231,7 @@ int CAdExcel2GridEx::LoadExcel(std::vector<CXArrayDBToArray>& tables, CStringArr
 int CAdExcel2GridEx::LoadExcel2(const CString& file, std::vector<CXArrayDBToArray>& tables,
                                 CStringArray& names, int sheet_index) {
   int result = 0;
+  bool has_quit = false;
   try {
     AutoRef workbook;
     const lorv::ConnectResult connected = lorv::ConnectSpreadsheet(workbook, true, CString(), false);
@@ -184,10 +245,16 @@ int CAdExcel2GridEx::LoadExcel2(const CString& file, std::vector<CXArrayDBToArra
     result = ReadWorkbookFile(family, workbook, file, tables, names, sheet_index);
     // The program was started for this file alone; after an exception it is left running.
     family.Quit(application);
+    has_quit = true;
   } catch (CException* failure) {
     lorv::ReportFailure(*failure);
     failure->Delete();
+  } catch (...) {
+    Table();
+    throw;
   }
+  // In a program that was left running somebody may change the sheet that the table is to be made from.
+  if (!has_quit) Table();
   return result;
 }
 
@@ -222,10 +289,11 @@ int CAdExcel2GridEx::ReadWorkbookFile(const AutomationFamily& family, const Auto
 
 void CAdExcel2GridEx::TakeSheet(const AutomationFamily& family, const AutoRef& worksheet,
                                 std::vector<CXArrayDBToArray>& tables, CStringArray& names) {
-  // A sheet that is refused gives the table of the one before it.
-  ReadSheet(family, worksheet, true);
+  std::optional<lorv::SheetArea> shown;
+  ReadSheetShown(family, worksheet, true, shown);
   const CString name = family.SheetName(worksheet);
-  tables.push_back(m_array);
+  // A sheet that is refused gives the table of the one before it.
+  tables.push_back(shown ? GiveAway(worksheet, *shown) : Table());
   names.Add(name);
 }
 

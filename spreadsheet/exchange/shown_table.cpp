@@ -1,5 +1,7 @@
 #include "spreadsheet/exchange/shown_table.h"
 
+#include <utility>
+
 // A sheet of this process on its way into a table. A cell costs its text and nothing else: no object, no
 // arguments, and its number format is looked through once for all cells that have it.
 
@@ -7,9 +9,12 @@ namespace lorv {
 
 void ShownTable::Cell(int row, int column, const SheetCell& cell) {
   const TextView text = TextOf(cell);
-  const BSTR fresh = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-  if (fresh == nullptr) _com_raise_error(E_OUTOFMEMORY);
-  table_.SetValue(row, column, _variant_t(_bstr_t(fresh, false)));
+  _variant_t value;
+  // Straight into the value that the table takes over: no text in between that would have to be given back.
+  value.bstrVal = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
+  if (value.bstrVal == nullptr) _com_raise_error(E_OUTOFMEMORY);
+  value.vt = VT_BSTR;
+  table_.SetValue(row, column, std::move(value));
 }
 
 TextView ShownTable::TextOf(const SheetCell& cell) {

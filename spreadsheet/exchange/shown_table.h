@@ -11,6 +11,8 @@
 namespace lorv {
 
 // Takes the cells of an area as texts into a table of its size: what calls for each cell would put there.
+// Sheet and table must live as long as this. std::bad_alloc and `_com_error` (E_OUTOFMEMORY) leave the cells
+// that were shown until then.
 class ShownTable : public SheetVisitor {
  public:
   // Called with the merged area of a cell, with the cell's row in the table.
