@@ -5,12 +5,14 @@
 
 #include "framework/text/surrogates.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
+#include "spreadsheet/servers/engine/range_places.h"
 
 // The workbook behind every object of the engine and behind WorkbookFile: sheets with their cells, columns
 // and merged areas, over pools of texts and styles that they share. Names of sheets are checked here, for
 // programs take a file with a bad one for damaged.
 
 namespace lorv::engine {
+
 void ColumnShapes::Set(long first, long last, const ColumnShape& shape) {
   // What follows the run is asked before anything changes: the run that held it may be among those erased.
   const ColumnShape behind = At(last + 1);
@@ -20,8 +22,7 @@ void ColumnShapes::Set(long first, long last, const ColumnShape& shape) {
 }
 
 void Sheet::PutWidth(long first, long last, double width) {
-  // What is no number is none of them, too.
-  if (!(width >= 0 && width <= kMaxSheetColumnWidth)) Fail(_T("列宽须为0至255。"));
+  CheckedWidth(width);
   ColumnShape shape = columns.At(first);
   shape.hidden = width == 0;
   // A hidden column keeps its width, for the day when its user shows it again.

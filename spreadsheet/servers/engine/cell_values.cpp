@@ -13,8 +13,6 @@
 namespace lorv::engine {
 namespace {
 
-constexpr LPCTSTR kPlainDate = _T("yyyy/m/d");
-
 double RealOf(const VARIANT& value) {
   if (value.vt == VT_R8 || value.vt == VT_DATE) return value.dblVal;
   _variant_t real;
@@ -25,8 +23,7 @@ double RealOf(const VARIANT& value) {
 }
 
 void PutNumber(Book& book, Cell& cell, const VARIANT& value) {
-  double number = RealOf(value);
-  if (!std::isfinite(number)) Fail(_T("数值超出范围，无法写入单元格。"));
+  const double number = NumberOf(value, book.dates_of_1904);
   if (value.vt == VT_DATE) {
     CellStyle style = book.styles.Style(cell.style());
     // A cell that has a format of its own keeps it.
@@ -34,14 +31,12 @@ void PutNumber(Book& book, Cell& cell, const VARIANT& value) {
       style.format = book.styles.FormatId(kPlainDate);
       cell.SetStyle(book.styles.StyleId(style));
     }
-    // Callers count days in one system, whatever the workbook's own.
-    if (book.dates_of_1904) number -= kDaysTo1904;
   }
   cell.SetNumber(number);
 }
 
 void PutText(Book& book, Cell& cell, TextView text) {
-  if (text.size() > kMaxCellText) Fail(_T("文字超过32767个字符，无法写入单元格。"));
+  CheckText(text);
   // An empty text and no value are one and the same in a sheet.
   if (text.empty()) {
     cell.SetEmpty();
@@ -54,14 +49,31 @@ void LookAtNumber(const Book& book, const Cell& cell, SheetCell& look) {
   look.kind = VT_R8;
   look.number = cell.number();
   if (!book.styles.IsDate(look.format)) return;
-  const double date = cell.number() + (book.dates_of_1904 ? kDaysTo1904 : 0);
-  // Before 0 and behind the last year there are no dates.
-  if (!(date >= 0 && date < kBehindOleDates)) return;
+  const auto date = DateOf(cell.number(), book.dates_of_1904);
+  if (!date) return;
   look.kind = VT_DATE;
-  look.number = date;
+  look.number = *date;
 }
 
 }  // namespace
+
+double NumberOf(const VARIANT& value, bool dates_of_1904) {
+  const double number = RealOf(value);
+  if (!std::isfinite(number)) Fail(_T("数值超出范围，无法写入单元格。"));
+  // Callers count days in one system, whatever the workbook's own.
+  return value.vt == VT_DATE && dates_of_1904 ? number - kDaysTo1904 : number;
+}
+
+std::optional<double> DateOf(double number, bool dates_of_1904) {
+  const double date = number + (dates_of_1904 ? kDaysTo1904 : 0);
+  // Before 0 and behind the last year there are no dates.
+  if (!(date >= 0 && date < kBehindOleDates)) return std::nullopt;
+  return date;
+}
+
+void CheckText(TextView text) {
+  if (text.size() > kMaxCellText) Fail(_T("文字超过32767个字符，无法写入单元格。"));
+}
 
 void PutCellValue(Book& book, Sheet& sheet, long row, long column, const VARIANT& value) {
   const bool empty = value.vt == VT_EMPTY || value.vt == VT_NULL;

@@ -52,6 +52,12 @@ long CountOf(const Area& range, RangePart part) {
   return static_cast<long>(std::min<__int64>(CellsOf(range), 0x7FFFFFFF));
 }
 
+double CheckedWidth(double width) {
+  // What is no number is none of them, too.
+  if (!(width >= 0 && width <= kMaxSheetColumnWidth)) Fail(_T("列宽须为0至255。"));
+  return width;
+}
+
 void CheckCells(const Area& area) {
   if (CellsOf(area) > kMostCellsAtOnce) Fail(_T("区域太大。"));
 }

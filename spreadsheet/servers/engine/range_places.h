@@ -16,6 +16,8 @@ Area ItemOf(const Area& range, long row, long column);
 Area CornersOf(const Area& range, const CString& first, const CString& last);
 // At most what 32 bits hold; a whole sheet has more cells.
 long CountOf(const Area& range, RangePart part);
+// The width itself, if columns can have it.
+double CheckedWidth(double width);
 // Refuses an area with more cells than a value may be put into at once.
 void CheckCells(const Area& area);
 
