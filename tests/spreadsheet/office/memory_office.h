@@ -18,6 +18,7 @@ struct OfficeLog {
   int fail_at = 0;  // counted from 1; 0: none
   office::OfficeFault fault;
   int offices = 0;  // that run
+  int books = 0;    // that somebody holds
   std::vector<std::string> saved;
 
   void Call() {
@@ -116,7 +117,11 @@ class MemorySheet : public office::OfficeSheet {
 
 class MemoryBook : public office::OfficeBook {
  public:
-  explicit MemoryBook(OfficeLog& log) : log_(log) { Add(0, _T("Sheet1")); }
+  explicit MemoryBook(OfficeLog& log) : log_(log) {
+    Add(0, _T("Sheet1"));
+    ++log_.books;
+  }
+  ~MemoryBook() override { --log_.books; }
 
   void Add(long at, const office::Text& name) {
     sheets.insert(sheets.begin() + at, std::make_shared<MemorySheet>(log_, name));

@@ -9,8 +9,7 @@
 #include "spreadsheet/servers/native_spreadsheet.h"
 #include "spreadsheet/servers/office/office_failure.h"
 #include "spreadsheet/servers/office/office_system.h"
-#include "tests/spreadsheet/exchange_desk.h"
-#include "tests/spreadsheet/office/memory_office.h"
+#include "tests/spreadsheet/office/memory_office_desk.h"
 
 // The objects of an office over one in memory: what they make of the office's answers, and what becomes of
 // each failure.
@@ -37,59 +36,7 @@ bool IsRefused(const std::function<void()>& body) {
   return false;
 }
 
-class OfficeObjects : public testing::Test {
- protected:
-  OfficeObjects()
-      : system(Program::kExcel,
-               [this] {
-                 if (starts_with != nullptr) throw office::OfficeFault{true, starts_with};
-                 auto office = std::make_unique<MemoryOffice>(log, book);
-                 office->file = file;
-                 return office;
-               }),
-        scope_(system) {
-    machine.suite.root = CString::FromUtf8(folder.Path().string() + "/");
-    machine.dialogs.answer = kAnswerYes;
-  }
-
-  CString PathOf(const char* name) const { return CString::FromUtf8((folder.Path() / name).string()); }
-  Platform Ports() {
-    Platform ports = machine.Ports();
-    ports.files = &NativeFiles();
-    return ports;
-  }
-  Texts Messages() const {
-    Texts texts;
-    for (const auto& each : machine.dialogs.messages) texts.push_back(Utf8(each.text));
-    return texts;
-  }
-  test::MemorySheet& Sheet() const { return *book->sheets.at(0); }
-  AutoRef NewSheet() {
-    application = system.CreateDispatch(_T("Excel.Application"));
-    workbook = family.AddWorkbook(family.Workbooks(application), AutoValue::Missing());
-    return family.Sheet(family.Worksheets(workbook), 1);
-  }
-  int Load(int index) {
-    test::WriteBytes(folder.Path() / "in.xls", "x");
-    return exchange.LoadExcel2(PathOf("in.xls"), tables, names, index);
-  }
-
-  test::ScratchFolder folder;
-  HeadlessPlatform machine;
-  ScopedPlatform platform_{Ports()};
-  test::OfficeLog log;
-  std::shared_ptr<MemoryBook> book;
-  std::shared_ptr<MemoryBook> file = std::make_shared<MemoryBook>(log);
-  LPCTSTR starts_with = nullptr;
-  office::OfficeSystem system;
-  ScopedSpreadsheet scope_;
-  AutomationFamily family{Program::kExcel};
-  AutoRef application;
-  AutoRef workbook;
-  OpenExchange exchange;
-  std::vector<CXArrayDBToArray> tables;
-  CStringArray names;
-};
+using OfficeObjects = test::MemoryOfficeDesk;
 
 TEST_F(OfficeObjects, ATableArrivesAsTheGridShowsIt) {
   exchange.SetArray(TextTable({{"墙", "12.50", "007"}, {"", "-3", "=1+1"}}));
@@ -291,32 +238,6 @@ TEST_F(OfficeObjects, AMissingFileIsReported) {
   EXPECT_EQ(exchange.LoadExcel2(PathOf("none.xls"), tables, names, 0), 0);
   ASSERT_EQ(Messages().size(), 1U);
   EXPECT_EQ(Messages()[0].find("找不到文件"), 0U);
-}
-
-// Of a journey each call of the office fails in turn, by a refusal and by its end.
-TEST_F(OfficeObjects, EachFailureIsReportedOnceAndNothingLeaks) {
-  file->Add(1, _T("b"));
-  file->sheets[0]->PutText(0, 0, _T("x"));
-  for (const bool gone : {false, true}) {
-    int done = 0;
-    for (int n = 1; done == 0; ++n) {
-      machine.dialogs.messages.clear();
-      log.calls = 0;
-      log.fail_at = n;
-      log.fault = {gone, {}};
-      tables.clear();
-      names.RemoveAll();
-      // The making of the first workbook may fail: that leads to the search, as with any program.
-      done = Load(0) == 1 && log.calls < n ? n : 0;
-      if (done == 0 && n > 2) {
-        EXPECT_EQ(Messages().size(), 1U) << n;
-      }
-      EXPECT_EQ(static_cast<int>(tables.size()), names.GetSize());
-      EXPECT_EQ(log.offices, 0) << n;
-      ASSERT_LT(n, 200);
-    }
-    EXPECT_GT(done, 15);
-  }
 }
 
 TEST_F(OfficeObjects, AnOfficeThatIsGoneHasItsCode) {
