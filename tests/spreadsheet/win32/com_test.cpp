@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <objbase.h>
 
+#include <random>
 #include <thread>
 
 #include "framework/objects/exceptions.h"
@@ -8,6 +9,7 @@
 #include "spreadsheet/servers/com/win32/com_system.h"
 #include "spreadsheet/servers/engine/cell_values.h"
 #include "tests/spreadsheet/exchange_desk.h"
+#include "tests/spreadsheet/random_table.h"
 #include "tests/spreadsheet/win32/com_server.h"
 #include "tests/spreadsheet/win32/other_program.h"
 
@@ -92,6 +94,30 @@ TEST_F(Com, ATableGoesThroughAProgramAndBack) {
     EXPECT_EQ(in.GetRanges().GetCount(), 2);
     EXPECT_TRUE(Messages().empty());
   }
+}
+
+// Out through a program and back by a new one of the same kind.
+void ExpectBack(const CXArrayDBToArray& table, const CString& path) {
+  OpenExchange out;
+  out.SetArray(table);
+  ASSERT_TRUE(out.ToExcel(path, true, false, 1, 1, false, CString(), 0, 0));
+  OpenExchange in;
+  std::vector<CXArrayDBToArray> tables;
+  CStringArray names;
+  ASSERT_EQ(in.LoadExcel2(path, tables, names, 1), 1);
+  EXPECT_EQ(RowsOf(tables.at(0)), test::ShownRows(table));
+}
+
+TEST_F(Com, RandomTablesComeBack) {
+  std::mt19937 random(7122);
+  for (const Program family : {Program::kExcel, Program::kEt}) {
+    const ComProgram program(family);
+    for (int round = 0; round < 20; ++round) {
+      ExpectBack(test::RandomTable(random, round == 0 ? 32767 : 1), _T("C:\\t.xlsx"));
+      ASSERT_FALSE(HasFailure()) << round;
+    }
+  }
+  EXPECT_EQ(Messages(), Texts{});
 }
 
 TEST_F(Com, FailuresCarryTheirCodeAndWords) {
