@@ -2,6 +2,8 @@
 
 #include <objbase.h>
 
+#include <utility>
+
 #include "framework/objects/exceptions.h"
 #include "spreadsheet/servers/engine/engine_objects.h"
 
@@ -120,7 +122,7 @@ HRESULT STDMETHODCALLTYPE EngineDispatch::Invoke(DISPID dispid, REFIID, LCID, WO
 
 class Factory : public IClassFactory {
  public:
-  explicit Factory(ComProgram& program) : program_(program) {}
+  explicit Factory(ProgramClass& program) : program_(program) {}
   virtual ~Factory() = default;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
@@ -136,14 +138,13 @@ class Factory : public IClassFactory {
     return left;
   }
   HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* /*outer*/, REFIID id, void** object) override {
-    return Dispatched(program_.Engine().CreateDispatch(ProgramId(program_.Family())))
-        ->QueryInterface(id, object);
+    return Dispatched(program_.NewApplication())->QueryInterface(id, object);
   }
   HRESULT STDMETHODCALLTYPE LockServer(BOOL /*lock*/) override { return S_OK; }
 
  private:
   ULONG count_ = 0;
-  ComProgram& program_;
+  ProgramClass& program_;
 };
 
 const GUID& ClassOf(Program family) {
@@ -171,10 +172,21 @@ ComPointer<IDispatch> Dispatched(const AutoRef& target, const std::optional<GUID
   return object;
 }
 
-ComProgram::ComProgram(Program family) : family_(family), engine_(family) {
+ProgramKeys::ProgramKeys(Program family, const CString& command) : family_(family) {
   const CString id = TextOf(ClassOf(family));
+  const CString class_key = kKey + (_T("CLSID\\") + id);
   WriteKey(kKey + CString(ProgramId(family)) + _T("\\CLSID"), id);
-  WriteKey(kKey + (_T("CLSID\\") + id), ProgramId(family));
+  WriteKey(class_key, ProgramId(family));
+  if (!command.IsEmpty()) WriteKey(class_key + _T("\\LocalServer32"), command);
+}
+
+ProgramKeys::~ProgramKeys() {
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, kKey + CString(ProgramId(family_)));
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, kKey + (_T("CLSID\\") + TextOf(ClassOf(family_))));
+}
+
+ProgramClass::ProgramClass(Program family, Before before)
+    : family_(family), before_(std::move(before)), engine_(family) {
   ComPointer<IClassFactory> factory;
   auto* const made = new Factory(*this);
   made->AddRef();
@@ -183,10 +195,13 @@ ComProgram::ComProgram(Program family) : family_(family), engine_(family) {
                         REGCLS_MULTIPLEUSE, &class_object_);
 }
 
-ComProgram::~ComProgram() {
-  CoRevokeClassObject(class_object_);
-  RegDeleteTreeW(HKEY_LOCAL_MACHINE, kKey + CString(ProgramId(family_)));
-  RegDeleteTreeW(HKEY_LOCAL_MACHINE, kKey + (_T("CLSID\\") + TextOf(ClassOf(family_))));
+void ProgramClass::Revoke() {
+  if (class_object_ != 0) CoRevokeClassObject(std::exchange(class_object_, 0));
+}
+
+AutoRef ProgramClass::NewApplication() {
+  const AutoRef application = engine_.CreateDispatch(ProgramId(family_));
+  return before_ ? before_(application) : application;
 }
 
 RunningEntry::RunningEntry(const ComPointer<IDispatch>& object, LPCTSTR name) {

@@ -120,6 +120,35 @@ TEST_F(Com, RandomTablesComeBack) {
   EXPECT_EQ(Messages(), Texts{});
 }
 
+CString ScratchPathOf(LPCTSTR name) {
+  TCHAR folder[MAX_PATH] = {};
+  GetTempPathW(MAX_PATH, folder);
+  return CString(LPCTSTR{folder}) + name;
+}
+
+// What the system starts by the command in its registry, as it starts the programs of a user: each exchange
+// has a process of its own, whose files are those of the system.
+TEST_F(Com, AProgramIsStartedByTheSystem) {
+  std::mt19937 random(7123);
+  const CString path = ScratchPathOf(_T("lorv-started.xlsx"));
+  for (const Program family : {Program::kExcel, Program::kEt}) {
+    const CString word = family == Program::kExcel ? _T("Excel") : _T("Et");
+    const test::ProgramKeys keys(
+        family, _T("\"") + CString::FromUtf8(test::ComProgramPath()) + _T("\" serve ") + word);
+    ExpectBack(test::RandomTable(random, 1), path);
+    EXPECT_FALSE(machine.files.Exists(path)) << "written in this process";
+    EXPECT_NE(GetFileAttributesW(path), INVALID_FILE_ATTRIBUTES);
+    DeleteFileW(path);
+  }
+  EXPECT_EQ(Messages(), Texts{});
+}
+
+// The entry is there, the program is not: as one that was removed without its installer's help.
+TEST_F(Com, AProgramThatDoesNotStartIsNone) {
+  const test::ProgramKeys keys(Program::kExcel, _T("C:\\no such program.exe"));
+  EXPECT_EQ(system.CreateDispatch(ProgramId(Program::kExcel)), nullptr);
+}
+
 TEST_F(Com, FailuresCarryTheirCodeAndWords) {
   ComProgram program(Program::kExcel);
   OpenExchange out;

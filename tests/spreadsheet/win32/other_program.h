@@ -6,6 +6,14 @@
 
 namespace lorv::test {
 
+// The program of com_program.cpp, which stands beside this one.
+inline std::string ComProgramPath() {
+  char own[MAX_PATH] = {};
+  GetModuleFileNameA(nullptr, own, MAX_PATH);
+  const std::string path(own);
+  return path.substr(0, path.find_last_of('\\') + 1) + "lorv_com_program.exe";
+}
+
 // A spreadsheet program that runs beside this process, with one workbook open; it ends with the object.
 class OtherProgram {
  public:
@@ -18,7 +26,7 @@ class OtherProgram {
     const HANDLE is_ready = CreateEventA(nullptr, TRUE, FALSE, ready.c_str());
     quit_ = CreateEventA(nullptr, TRUE, FALSE, quit.c_str());
     std::string line =
-        "\"" + Path() + "\" " + family + " " + workbook + " " + ready + " " + quit + " " + fate;
+        "\"" + ComProgramPath() + "\" " + family + " " + workbook + " " + ready + " " + quit + " " + fate;
     STARTUPINFOA start = {};
     start.cb = sizeof start;
     PROCESS_INFORMATION made_process = {};
@@ -50,13 +58,6 @@ class OtherProgram {
 
  private:
   static constexpr DWORD kPatience = 60000;
-
-  static std::string Path() {
-    char own[MAX_PATH] = {};
-    GetModuleFileNameA(nullptr, own, MAX_PATH);
-    const std::string path(own);
-    return path.substr(0, path.find_last_of('\\') + 1) + "lorv_com_program.exe";
-  }
 
   HANDLE quit_ = nullptr;
   HANDLE process_ = nullptr;
