@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -20,6 +21,16 @@ inline ToolRun RunTool(const std::vector<std::string>& words, const std::string&
   std::istringstream input(in);
   std::ostringstream out, err;
   tool::Console console{input, out, err};
+  const int code = tool::RunProgram(words, console);
+  return {code, out.str(), err.str()};
+}
+
+// The same before a terminal, on which every work draws its bar at once.
+inline ToolRun RunOnTerminal(const std::vector<std::string>& words) {
+  std::istringstream input;
+  std::ostringstream out, err;
+  tool::Console console{input, out, err, true};
+  console.bar_after = std::chrono::milliseconds(0);
   const int code = tool::RunProgram(words, console);
   return {code, out.str(), err.str()};
 }

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <iterator>
+
 #include "spreadsheet/workbook_file.h"
 #include "tests/tools/takeoff/work_runs.h"
 #include "tools/lorv/csv/csv_reader.h"
@@ -151,6 +154,48 @@ TEST_F(WorkbookVerbs, DamagedWorkbooksAreRefusedAndNothingIsWritten) {
   EXPECT_FALSE(std::filesystem::exists(folder_.Path() / "bill.xlsx"));
   const ToolRun nowhere = Work(kComponents, kRules, {"--quiet", "--bill", Path("no folder/bill.xlsx")});
   EXPECT_EQ(nowhere.code, 2);
+}
+
+// How many bars were drawn and taken away again.
+std::ptrdiff_t CountBars(const std::string& err) {
+  const std::string blanks = "\r" + std::string(70, ' ') + "\r";
+  std::ptrdiff_t count = 0;
+  for (std::size_t at = 0; (at = err.find(blanks, at)) != std::string::npos; at += blanks.size()) ++count;
+  return count;
+}
+
+// Of a long saving too: a workbook is made at the end, when all components are through.
+TEST_F(WorkbookVerbs, TheSavingOfAWorkbookIsSeen) {
+  WriteBytes(folder_.Path() / "c.csv", kComponents);
+  WriteBytes(folder_.Path() / "r.csv", kRules);
+  const auto work = [&](const Texts& more) {
+    Texts words = {"work", Path("c.csv"), "--rules", Path("r.csv"), "--quiet"};
+    words.insert(words.end(), more.begin(), more.end());
+    const ToolRun run = RunOnTerminal(words);
+    EXPECT_EQ(run.code, 0) << run.err;
+    return CountBars(run.err);
+  };
+  EXPECT_EQ(work({}), 1) << "of the components";
+  EXPECT_EQ(work({"--out", Path("out.csv"), "--bill", Path("bill.csv")}), 1);
+  EXPECT_EQ(work({"--out", Path("out.xlsx")}), 2);
+  EXPECT_EQ(work({"--bill", Path("bill.xlsx")}), 2);
+  EXPECT_EQ(work({"--out", Path("out.xlsx"), "--bill", Path("bill.xlsx")}), 3);
+  EXPECT_EQ(RowsOf("out.xlsx", 0), kBill);
+  EXPECT_EQ(CountBars(RunOnTerminal({"sheet", Path("c.csv"), "--out", Path("c.xlsx")}).err), 1);
+  EXPECT_EQ(CountBars(Work(kComponents, kRules, {"--out", Path("out.xlsx")}).err), 0) << "no terminal";
+}
+
+// On a terminal as elsewhere: nothing of the new file, all of the old one.
+TEST_F(WorkbookVerbs, ASavingThatFailsLeavesTheOldWorkbook) {
+  WriteBytes(folder_.Path() / "c.csv", "class,name,L\nW,a,1\n");
+  WriteBytes(folder_.Path() / "r.csv", "class,name,formula\nW," + std::string(40000, 'q') + ",L\n");
+  WriteBytes(folder_.Path() / "bill.xlsx", "old");
+  const ToolRun run =
+      RunOnTerminal({"work", Path("c.csv"), "--rules", Path("r.csv"), "--bill", Path("bill.xlsx"), "-q"});
+  EXPECT_EQ(run.code, 2) << run.err;
+  EXPECT_EQ(ReadBytes(folder_.Path() / "bill.xlsx"), "old");
+  // The two tables and the old workbook.
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_.Path()), {}), 3);
 }
 
 TEST(SheetTable, TablesOfTextComeInAsBefore) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <iosfwd>
 #include <stdexcept>
@@ -21,6 +22,7 @@ struct Console {
   bool colours = false;          // messages may be coloured
   std::string locale = {};       // the name of the user's; decides the language of messages
   LineEditor* editor = nullptr;  // reads lines with history and completion; null: they come from `in`
+  std::chrono::milliseconds bar_after{500};  // how long a work lasts before its progress bar appears
 };
 
 // How a run of the program ends. Scripts rely on the numbers.

@@ -10,7 +10,6 @@
 namespace lorv::tool {
 namespace {
 
-constexpr auto kBeforeFirst = std::chrono::milliseconds(500);
 constexpr auto kBetween = std::chrono::milliseconds(100);
 constexpr int kWidest = 60;
 constexpr int kNumbers = 10;  // brackets, blanks and "100 %"
@@ -18,7 +17,7 @@ constexpr int kNumbers = 10;  // brackets, blanks and "100 %"
 }  // namespace
 
 ProgressBar::ProgressBar(Console& console, std::uint64_t size)
-    : console_(console), size_(console.err_is_terminal ? size : 0), next_(Clock::now() + kBeforeFirst) {}
+    : console_(console), size_(console.err_is_terminal ? size : 0), next_(Clock::now() + console.bar_after) {}
 
 void ProgressBar::Show(std::uint64_t done) {
   done_ = done;

@@ -121,12 +121,15 @@ void TakeOff::EvaluateAll() {
   std::optional<ResultFile> table;
   if (!request_.table.empty()) {
     table.emplace(request_.table, ResultLayout{request_.mark, request_.explain}, file_, quantities_, rules_,
-                  console_.out);
+                  console_);
   }
-  ProgressBar bar(console_, bytes_.Size());
-  while (file_.Next()) {
-    EvaluateOne(table);
-    bar.Show(bytes_.Done());
+  {
+    // Gone before the files are written: a workbook has a bar of its own.
+    ProgressBar bar(console_, bytes_.Size());
+    while (file_.Next()) {
+      EvaluateOne(table);
+      bar.Show(bytes_.Done());
+    }
   }
   CheckFormulas();
   CheckRatios();
@@ -174,7 +177,7 @@ void TakeOff::CheckRatios() {
 
 void TakeOff::WriteBillFile() const {
   if (request_.bill.empty()) return;
-  if (NamesWorkbook(request_.bill)) return WriteBillWorkbook(bill_, request_.bill, console_.out);
+  if (NamesWorkbook(request_.bill)) return WriteBillWorkbook(bill_, request_.bill, console_);
   OutputFile file(request_.bill, console_.out);
   // Spreadsheet programs take a CSV without this mark for one of the system's code page.
   if (request_.mark) file.Write("\xEF\xBB\xBF");

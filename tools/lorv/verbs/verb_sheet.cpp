@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
-#include <optional>
 #include <ostream>
 #include <string_view>
 #include <vector>
@@ -19,7 +18,6 @@
 #include "tools/lorv/csv/sheet_table.h"
 #include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/screen/display_width.h"
-#include "tools/lorv/screen/progress_bar.h"
 #include "tools/lorv/takeoff/output/sheet_rows.h"
 #include "tools/lorv/takeoff/output/table_file.h"
 #include "tools/lorv/text/json_text.h"
@@ -260,12 +258,7 @@ std::string BookOf(const CXArrayDBToArray& table, const std::string& name, Conso
     rows.EndRow();
   }
   rows.Finish();
-  std::optional<ProgressBar> bar;
-  return book.Bytes([&](std::uint64_t cells, std::uint64_t all) {
-    if (!bar) bar.emplace(console, all);
-    bar->Show(cells);
-    return true;
-  });
+  return WorkbookBytes(book, console);
 }
 
 int ToWorkbook(const SheetArguments& arguments, Console& console) {

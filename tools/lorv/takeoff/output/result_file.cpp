@@ -8,8 +8,8 @@
 namespace lorv::tool {
 
 ResultFile::ResultFile(const std::string& path, ResultLayout layout, const ComponentsFile& file,
-                       const Quantities& quantities, const RuleSet& rules, std::ostream& standard_output)
-    : out_(path, layout.mark, standard_output), layout_(layout), quantities_(quantities), rules_(rules) {
+                       const Quantities& quantities, const RuleSet& rules, Console& console)
+    : out_(path, layout.mark, console), layout_(layout), quantities_(quantities), rules_(rules) {
   for (std::size_t column = 0; column < file.Titles().size(); ++column) {
     // What identifies the component, and none of the dimensions: the model's own file has those.
     if (file.RoleAt(column) < 0) continue;

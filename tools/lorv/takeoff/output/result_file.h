@@ -20,9 +20,9 @@ struct ResultLayout {
 // component for whose class there is no rule.
 class ResultFile {
  public:
-  // "-" is `standard_output`.
+  // As TableFile takes them.
   ResultFile(const std::string& path, ResultLayout layout, const ComponentsFile& file,
-             const Quantities& quantities, const RuleSet& rules, std::ostream& standard_output);
+             const Quantities& quantities, const RuleSet& rules, Console& console);
 
   // `evaluator` has just evaluated the component that the file stands at.
   void Add(const ComponentsFile& file, const std::vector<Result>& results, ComponentEvaluator& evaluator);

@@ -34,8 +34,8 @@ bool NamesWorkbook(std::string_view path) {
   return EndsIn(path, ".xlsx");
 }
 
-TableFile::TableFile(const std::string& path, bool mark, std::ostream& standard_output)
-    : path_(path), out_(path, standard_output) {
+TableFile::TableFile(const std::string& path, bool mark, Console& console)
+    : path_(path), console_(console), out_(path, console.out) {
   if (NamesWorkbook(path)) {
     // Of its own sheet: the bill is put in front of it at the end.
     sheet_.emplace(book_, book_.AddSheet(CString::FromUtf8(Say("Components"))));
@@ -74,18 +74,18 @@ void TableFile::Commit(const Bill& bill) {
     WithWorkbook(path_, [&] {
       sheet_->Finish();
       AddBillSheet(bill, book_);
-      out_.Write(book_.Bytes());
+      out_.Write(WorkbookBytes(book_, console_));
     });
   }
   out_.Commit();
 }
 
-void WriteBillWorkbook(const Bill& bill, const std::string& path, std::ostream& standard_output) {
-  OutputFile out(path, standard_output);
+void WriteBillWorkbook(const Bill& bill, const std::string& path, Console& console) {
+  OutputFile out(path, console.out);
   WithWorkbook(path, [&] {
     WorkbookFile book;
     AddBillSheet(bill, book);
-    out.Write(book.Bytes());
+    out.Write(WorkbookBytes(book, console));
   });
   out.Commit();
 }

@@ -19,8 +19,8 @@ bool NamesWorkbook(std::string_view path);
 // names one. How files appear is described at NewFile.
 class TableFile {
  public:
-  // `mark`: a CSV begins with a byte order mark. "-" is `standard_output`.
-  TableFile(const std::string& path, bool mark, std::ostream& standard_output);
+  // `mark`: a CSV begins with a byte order mark. "-" is the console's output. The console must live as long.
+  TableFile(const std::string& path, bool mark, Console& console);
   TableFile(const TableFile&) = delete;
   TableFile& operator=(const TableFile&) = delete;
 
@@ -29,18 +29,19 @@ class TableFile {
   void AddNumber(std::string_view cell);
   // Throws BadInput when the disk is full, and for a workbook beyond its limits.
   void EndRow();
-  // A workbook begins with the bill; a CSV does without.
+  // A workbook begins with the bill; a CSV does without. Of a workbook all is made here, with a progress bar.
   void Commit(const Bill& bill);
 
  private:
   std::string path_;
+  Console& console_;
   OutputFile out_;
   CsvLine line_;
   WorkbookFile book_;
   std::optional<SheetRows> sheet_;
 };
 
-// Writes the bill alone, as a workbook.
-void WriteBillWorkbook(const Bill& bill, const std::string& path, std::ostream& standard_output);
+// Writes the bill alone, as a workbook; "-" is the console's output.
+void WriteBillWorkbook(const Bill& bill, const std::string& path, Console& console);
 
 }  // namespace lorv::tool
