@@ -1,10 +1,10 @@
 #include "framework/windows/dialog.h"
 
-#include <cstdint>
 #include <utility>
 #include <vector>
 
 #include "framework/drawing/device_context.h"
+#include "framework/drawing/dots.h"
 
 // Dialogs made from a template that is data: building, the modal loop, closing. After each call that can
 // reach a handler the window is looked for again, as any handler may destroy it or end the dialog.
@@ -75,15 +75,14 @@ void CDialog::EndDialog(int result) {
 
 namespace {
 
-int Scaled(LONG length, int dots, int before) {
-  const std::int64_t product = std::int64_t{length} * dots;
-  // To the nearest: cut off, a dialog would shrink with each screen that it is moved to.
-  return static_cast<int>((product + (product < 0 ? -before : before) / 2) / before);
+LOGFONT Scaled(LOGFONT face, int dots, int before) {
+  face.lfHeight = lorv::ForDots(face.lfHeight, dots, before);
+  return face;
 }
 
-LOGFONT Scaled(LOGFONT face, int dots, int before) {
-  face.lfHeight = Scaled(face.lfHeight, dots, before);
-  return face;
+CRect Scaled(const CRect& place, int dots, int before) {
+  const auto scaled = [=](LONG length) { return lorv::ForDots(length, dots, before); };
+  return {scaled(place.left), scaled(place.top), scaled(place.right), scaled(place.bottom)};
 }
 
 // Through the window's object where there is one, as that keeps the font that it was last asked for.
@@ -103,30 +102,31 @@ LRESULT CDialog::HandleDpiChanged(WPARAM w, LPARAM l) {
   const CPoint corner(reinterpret_cast<const RECT*>(l)->left, reinterpret_cast<const RECT*>(l)->top);
   const int before = std::exchange(dots_, dots);
   face_ = Scaled(face_, dots, before);
-  base_ = {Scaled(base_.cx, dots, before), Scaled(base_.cy, dots, before)};
+  base_ = {lorv::ForDots(base_.cx, dots, before), lorv::ForDots(base_.cy, dots, before)};
   const HWND window = m_hWnd;
   const LOGFONT face = face_;
   const auto peer = lorv::PeerOf(window);
   const CRect client(peer->ClientRect());
-  const SIZE inner = {Scaled(client.right, dots, before), Scaled(client.bottom, dots, before)};
+  const CSize inner = Scaled(client, dots, before).Size();
   struct Inside {
     HWND window;
     CRect place;
+    LOGFONT face;
   };
   std::vector<Inside> inside;
   const CSize origin{CPoint(peer->ClientOrigin())};
-  // All places are taken before the first changes: a child that is moved may move others.
-  for (const HWND child : peer->Children())
-    inside.push_back({child, CRect(lorv::PeerOf(child)->WindowRect()) - static_cast<SIZE>(origin)});
+  // All places and fonts are taken before the first changes: a child that is moved may move others, and a
+  // grid takes its font along by itself.
+  for (const HWND child : peer->Children()) {
+    const auto window_of = lorv::PeerOf(child);
+    inside.push_back({child, CRect(window_of->WindowRect()) - static_cast<SIZE>(origin), window_of->Font()});
+  }
   peer->Place(CRect(corner, peer->FrameSize(inner)));
   GiveFont(window, face);
   for (const Inside& one : inside) {
-    const auto child = lorv::PeerOf(one.window);
-    const CRect& at = one.place;
     // The font first, as some controls fit their height to it.
-    GiveFont(one.window, Scaled(child->Font(), dots, before));
-    child->Place(CRect(Scaled(at.left, dots, before), Scaled(at.top, dots, before),
-                       Scaled(at.right, dots, before), Scaled(at.bottom, dots, before)));
+    GiveFont(one.window, Scaled(one.face, dots, before));
+    lorv::PeerOf(one.window)->Place(Scaled(one.place, dots, before));
   }
   return 0;
 }
@@ -139,7 +139,7 @@ void CDialog::Measure(const lorv::DialogTemplate& form, int dots) {
   face_ = font.Face();
   const auto canvas = lorv::DesktopInForce().MakeCanvas({1, 1});
   dots_ = dots == 0 ? canvas->Dpi() : dots;
-  face_.lfHeight = Scaled(face_.lfHeight, dots_, lorv::kUsualDpi);
+  face_ = Scaled(face_, dots_, lorv::kUsualDpi);
   canvas->SetFont(face_);
   // The system's own formula: twice the average of 52 letters, halved with rounding; so dialogs have their
   // known sizes.

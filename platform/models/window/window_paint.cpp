@@ -1,5 +1,4 @@
-#include <cstdint>
-
+#include "framework/drawing/dots.h"
 #include "framework/ports/window_map.h"
 #include "platform/models/desktop/desktop_model.h"
 #include "platform/models/window/window_model.h"
@@ -73,12 +72,9 @@ void WindowModel::ReportDpi(int dpi) {
   for (const HWND child : Children())
     if (const auto window = desktop_.At(child)) window->ReportDpi(dpi);
   if (parent_ != nullptr) return;
-  const auto scaled = [&](LONG length) {
-    // To the nearest pixel, in 64 bits.
-    return static_cast<int>((static_cast<std::int64_t>(length) * dpi + before / 2) / before);
-  };
   const CRect now(WindowRect());
-  RECT place = CRect(now.TopLeft(), SIZE{scaled(now.Width()), scaled(now.Height())});
+  const SIZE size = {ForDots(now.Width(), dpi, before), ForDots(now.Height(), dpi, before)};
+  RECT place = CRect(now.TopLeft(), size);
   DeliverMessage(handle_, WM_DPICHANGED, MAKEWPARAM(dpi, dpi), reinterpret_cast<LPARAM>(&place));
 }
 
