@@ -124,13 +124,8 @@ bool GridHistory::Records(const CBCGPGridItem& item, ChangeBy by) const {
 }
 
 template <class Note>
-void GridHistory::Record(Note note, bool of_columns) {
+void GridHistory::Record(Note note) {
   if (spoiled_) return;
-  // Notes name cells by the numbers of one order of columns.
-  if (open_ != nullptr && !open_->IsEmpty() && open_->MovesColumns() != of_columns) {
-    OnTableReplaced();
-    return;
-  }
   try {
     if (open_ == nullptr) open_ = std::make_unique<RecordedStep>();
     note(*open_);
@@ -184,7 +179,7 @@ void GridHistory::OnMergesChanging(const std::vector<CBCGPGridRange>& now) {
 }
 
 void GridHistory::OnColumnMoving(int from, int to) {
-  if (applying_ == nullptr) Record([=](RecordedStep& step) { step.NoteColumn(from, to); }, true);
+  if (applying_ == nullptr) Record([=](RecordedStep& step) { step.NoteColumn(from, to); });
 }
 
 void GridHistory::OnTableReplaced() {

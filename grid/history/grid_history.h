@@ -95,7 +95,7 @@ class COMM_LORV_API GridHistory : private GridObserver {
   bool IsIdle() const { return grid_ != nullptr && applying_ == nullptr && subjects_.empty() && asked_ == 0; }
   bool Records(const CBCGPGridItem& item, ChangeBy by) const;
   template <class Note>
-  void Record(Note note, bool of_columns = false);
+  void Record(Note note);
   void CloseIfDone();
   void Keep();
   void Trim();

@@ -7,10 +7,13 @@
 
 #include "grid/basic/basic_grid.h"
 #include "grid/history/selection_colour.h"
+#include "gridcore/geometry/line_span.h"
+#include "gridcore/table/merged_cells.h"
 
 // The notes of one step. Values and looks are found by rows that live as long as the notes, so it does not
 // matter to them where the rows stand, or whether they stand in the table at all; rows that came, went or
-// moved are taken back in the opposite order.
+// moved and columns that moved are taken back in the opposite order. Then come the values, whose notes count
+// columns as before the step: there is one order to count in, whenever a note was made.
 
 namespace lorv {
 namespace {
@@ -43,6 +46,40 @@ bool EachWay(List& list, bool backwards, Visit visit) {
 }
 
 }  // namespace
+
+// What the column was called before the step, whose moves so far have brought it here.
+int RecordedStep::ColumnBefore(int column) const {
+  for (auto move = moves_.rbegin(); move != moves_.rend(); ++move)
+    column = LineAfterMove(column, turns_[*move].to, turns_[*move].from);
+  return column;
+}
+
+// Where that column is after so many of the turns.
+int RecordedStep::ColumnAfter(int column, std::size_t turns) const {
+  for (const std::size_t move : moves_) {
+    if (move >= turns) break;
+    column = LineAfterMove(column, turns_[move].from, turns_[move].to);
+  }
+  return column;
+}
+
+RecordedStep::RowsOut RecordedStep::FindRowsOut() const {
+  RowsOut out;
+  for (std::size_t turn = 0; MovesColumns() && turn < turns_.size(); ++turn)
+    if (turns_[turn].owned != nullptr) out.emplace(turns_[turn].owned.get(), turn);
+  return out;
+}
+
+// Which cell of the row it is now. A row that is out has seen the moves up to its own turn, in either
+// direction.
+int RecordedStep::ColumnNow(const CBCGPGridRow& row, int column, const RowsOut& out) const {
+  if (!MovesColumns()) return column;
+  const CBCGPGridRow* outermost = &row;
+  while (outermost->GetParentRow() != nullptr) outermost = outermost->GetParentRow();
+  const auto found = out.find(outermost);
+  if (found != out.end()) return ColumnAfter(column, found->second);
+  return taken_back_ ? column : ColumnAfter(column, turns_.size());
+}
 
 bool RecordedStep::ChangesNothing() const {
   return looks_.empty() && !merged_.has_value() && KeepsRows() && KeepsValues();
@@ -82,17 +119,19 @@ bool RecordedStep::KeepsValues() const {
 
 void RecordedStep::NoteValue(CBCGPGridItem& item, _variant_t& before) {
   CBCGPGridRow* const row = item.GetParentRow();
+  const int column = ColumnBefore(item.GetColumnId());
   // What the cell had in between is nobody's.
-  if (!values_.empty() && values_.back().row == row && values_.back().column == item.GetColumnId()) return;
+  if (!values_.empty() && values_.back().row == row && values_.back().column == column) return;
   bytes_ += sizeof(Value) + BytesOf(before);
-  values_.push_back({row, item.GetColumnId(), std::move(before)});
+  values_.push_back({row, column, std::move(before)});
 }
 
 void RecordedStep::NoteLooks(CBCGPGridItem& item, const ItemLooks& looks) {
   CBCGPGridRow* const row = item.GetParentRow();
-  if (!looks_.empty() && looks_.back().row == row && looks_.back().column == item.GetColumnId()) return;
+  const int column = ColumnBefore(item.GetColumnId());
+  if (!looks_.empty() && looks_.back().row == row && looks_.back().column == column) return;
   bytes_ += sizeof(Looks);
-  looks_.push_back({row, item.GetColumnId(), looks});
+  looks_.push_back({row, column, looks});
 }
 
 void RecordedStep::NoteInserted(CBCGPGridRow& row) {
@@ -127,7 +166,12 @@ void RecordedStep::NoteMoving(RowArrangement& now) {
 
 void RecordedStep::NoteMerged(const std::vector<CBCGPGridRange>& now) {
   if (merged_.has_value()) return;
-  merged_ = now;
+  // Until now they have only moved along with columns, whose moves are taken off again.
+  MergedCells before;
+  before.Assign(now);
+  for (auto move = moves_.rbegin(); move != moves_.rend(); ++move)
+    before.MoveColumn(turns_[*move].to, turns_[*move].from);
+  merged_ = before.Blocks();
   bytes_ += now.size() * sizeof(CBCGPGridRange);
 }
 
@@ -135,11 +179,14 @@ void RecordedStep::NoteColumn(int from, int to) {
   // Moved back, it was not moved.
   if (!turns_.empty() && turns_.back().from == to && turns_.back().to == from) {
     turns_.pop_back();
+    moves_.pop_back();
+    bytes_ -= sizeof(Turn);
     return;
   }
   Turn turn;
   turn.from = from;
   turn.to = to;
+  moves_.push_back(turns_.size());
   turns_.push_back(std::move(turn));
   bytes_ += sizeof(Turn);
 }
@@ -178,6 +225,8 @@ bool RecordedStep::ApplyTurns(CBCGPBasicGridCtrl& grid, bool back) {
   // Rows that come and go move merged cells along, so these are set when all rows stand where they should.
   std::vector<CBCGPGridRange> merged;
   if (merged_.has_value()) merged = restore.Merged();
+  // Those of one end of the step would refuse moves that were made in the middle of it.
+  if (merged_.has_value() && MovesColumns()) restore.SetMerged({});
   if (!EachWay(turns_, back, [&](Turn& turn) { return ApplyTurn(restore, turn, back); })) return false;
   if (!merged_.has_value()) return true;
   restore.SetMerged(*merged_);
@@ -185,8 +234,7 @@ bool RecordedStep::ApplyTurns(CBCGPBasicGridCtrl& grid, bool back) {
   return true;
 }
 
-void RecordedStep::SwapLooks(const SelectionColour& selection, Looks& looks) {
-  CBCGPGridItem* const item = looks.row->GetItem(looks.column);
+void RecordedStep::SwapLooks(const SelectionColour& selection, CBCGPGridItem* item, Looks& looks) {
   if (item == nullptr) return;
   const ItemLooks now = selection.Without(*item);
   item->SetLooks(selection.With(looks.other, *item), FALSE);
@@ -195,8 +243,9 @@ void RecordedStep::SwapLooks(const SelectionColour& selection, Looks& looks) {
 
 bool RecordedStep::ApplyCells(const CBCGPBasicGridCtrl& grid, bool back, const StillThere& still_there) {
   std::exception_ptr raised;
+  const RowsOut out = FindRowsOut();
   const auto swap = [&](Value& value) {
-    CBCGPGridItem* const item = value.row->GetItem(value.column);
+    CBCGPGridItem* const item = value.row->GetItem(ColumnNow(*value.row, value.column, out));
     if (item == nullptr) return true;
     former_.reset();
     // A row outside the table has no observers: its value is kept by hand.
@@ -221,20 +270,24 @@ bool RecordedStep::ApplyCells(const CBCGPBasicGridCtrl& grid, bool back, const S
   former_.reset();
   if (whole) {
     const SelectionColour selection(grid);
-    EachWay(looks_, back, [&](Looks& looks) { return SwapLooks(selection, looks), true; });
+    EachWay(looks_, back, [&](Looks& looks) {
+      SwapLooks(selection, looks.row->GetItem(ColumnNow(*looks.row, looks.column, out)), looks);
+      return true;
+    });
   }
   if (raised != nullptr) std::rethrow_exception(raised);
   return whole;
 }
 
 bool RecordedStep::Apply(CBCGPBasicGridCtrl& grid, bool back, const StillThere& still_there) {
+  taken_back_ = back;
   return ApplyTurns(grid, back) && ApplyCells(grid, back, still_there);
 }
 
 CBCGPGridRange RecordedStep::Touched() const {
-  const auto cell = [](const CBCGPGridRow* row, int column) {
+  const auto cell = [this](const CBCGPGridRow* row, int column) {
     const int id = row->GetRowId();
-    return id < 0 ? CBCGPGridRange() : CBCGPGridRange(CBCGPGridItemID(id, column));
+    return id < 0 ? CBCGPGridRange() : CBCGPGridRange(CBCGPGridItemID(id, ColumnNow(*row, column, {})));
   };
   if (!values_.empty()) {
     const CBCGPGridRange first = cell(values_.front().row, values_.front().column);

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <unordered_map>
 #include <vector>
 
 #include "gridcore/control/grid_restore.h"
@@ -15,16 +16,15 @@ class SelectionColour;
 
 // What one step changed in a table, in the form that takes it back and then makes it again.
 //
-// Cells are named by their row and column: rows stay the same objects, also while they are out of the table,
-// when the step owns them. Each note holds the state on the other side of the step; applying the step swaps
-// it with the table's.
-// One thread: that of the user interface.
+// Cells are named by their row and by the number that their column had before the step: columns may be moved
+// in it. Rows stay the same objects, also while they are out of the table, when the step owns them; their
+// cells then keep the order that the columns had when they went. Each note holds the state on the other side
+// of the step; applying the step swaps it with the table's. One thread: that of the user interface.
 class RecordedStep {
  public:
   // While a step is applied: false where the table, or what applies the step, is gone or another one.
   using StillThere = std::function<bool()>;
 
-  bool IsEmpty() const { return values_.empty() && looks_.empty() && turns_.empty() && !merged_.has_value(); }
   // A change that was taken back within the step: all cells that it names have their first values, rows that
   // came are gone.
   bool ChangesNothing() const;
@@ -40,7 +40,6 @@ class RecordedStep {
   void NoteMoving(RowArrangement& now);
   void NoteMerged(const std::vector<CBCGPGridRange>& now);
   void NoteColumn(int from, int to);
-  bool MovesColumns() const { return !turns_.empty() && turns_.front().from >= 0; }
 
   // Takes the step back, or makes it again. False: the table does not fit the notes, or is gone. What a
   // cell raises while its value is set is raised at the end, when all others have theirs.
@@ -49,7 +48,8 @@ class RecordedStep {
   void TakeFormer(_variant_t& before);
   bool TakeRow(const RowPlace& place, std::unique_ptr<CBCGPGridRow>& row);
 
-  // The cells or rows that it changed, as they stand now; null where they are gone.
+  // The cells or rows that it changed, as they stand now, with the step taken back or made again; null where
+  // they are gone.
   CBCGPGridRange Touched() const;
   void EachRow(const std::function<void(CBCGPGridRow&)>& visit) const;
 
@@ -75,9 +75,17 @@ class RecordedStep {
     int to = -1;
   };
 
+  // By rows that are out of the table: the number of the turn that took them.
+  using RowsOut = std::unordered_map<const CBCGPGridRow*, std::size_t>;
+
+  bool MovesColumns() const { return !moves_.empty(); }
+  int ColumnBefore(int column) const;
+  int ColumnAfter(int column, std::size_t turns) const;
+  int ColumnNow(const CBCGPGridRow& row, int column, const RowsOut& out) const;
+  RowsOut FindRowsOut() const;
   bool KeepsRows() const;
   bool KeepsValues() const;
-  static void SwapLooks(const SelectionColour& selection, Looks& looks);
+  static void SwapLooks(const SelectionColour& selection, CBCGPGridItem* item, Looks& looks);
   bool ApplyTurn(GridRestore& restore, Turn& turn, bool back);
   bool ApplyTurns(CBCGPBasicGridCtrl& grid, bool back);
   bool ApplyCells(const CBCGPBasicGridCtrl& grid, bool back, const StillThere& still_there);
@@ -85,6 +93,8 @@ class RecordedStep {
   std::vector<Value> values_;
   std::vector<Looks> looks_;
   std::vector<Turn> turns_;
+  std::vector<std::size_t> moves_;  // the turns that move columns
+  bool taken_back_ = false;
   std::optional<std::vector<CBCGPGridRange>> merged_;
   std::size_t bytes_ = 0;
   Turn* taking_ = nullptr;

@@ -32,6 +32,10 @@ std::vector<std::string> StateOf(Grid& grid) {
   for (const CBCGPGridRange& block : merged)
     state.push_back("merged " + number(block.m_nTop) + number(block.m_nLeft) + number(block.m_nBottom) +
                     number(block.m_nRight));
+  std::string columns = "columns";
+  for (int column = 0; column < grid.GetColumnCount(); ++column)
+    columns += " " + grid.GetColumnName(column).ToUtf8();
+  state.push_back(columns);
   state.push_back("sorted " + number(grid.GetSortColumn()) + number(grid.IsSortedAscending()));
   return state;
 }

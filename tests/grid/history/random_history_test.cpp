@@ -63,11 +63,15 @@ class RandomHistory : public lorv_test::HistoryDesk<Grid> {
   }
 
   void Do() {
-    switch (Below(12)) {
+    switch (Below(14)) {
       case 0:
         return SetSome();
       case 1:
         return Colour();
+      case 11:
+      case 12:
+        grid->MoveColumn(Column(), Column());
+        return;
       case 2:
         return Merge();
       case 3:
@@ -101,11 +105,6 @@ class RandomHistory : public lorv_test::HistoryDesk<Grid> {
 
   // One or more changes; the states are those between steps.
   void Change() {
-    // By itself: in one step with others it would end all steps.
-    if (Below(8) == 0) {
-      grid->MoveColumn(Column(), Column());
-      return;
-    }
     if (Below(4) > 0) return Do();
     const lorv::HistoryStep step(*history);
     for (int i = Below(5); i >= 0; --i) Do();
@@ -124,7 +123,7 @@ class RandomHistory : public lorv_test::HistoryDesk<Grid> {
     random_.seed(seed);
     grid = std::make_unique<Grid>();
     grid->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 400, 300), &top, 7);
-    grid->InsertColumns(_T("a,b,c"), _T(""), 0);
+    grid->InsertColumns(_T("a,b,c,d"), _T(""), 0);
     grid->AppendRows(5);
     if (seed % 2 == 0) grid->SetAutoAddRow(true);
     desktop.RunUntilIdle();

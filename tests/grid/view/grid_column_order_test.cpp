@@ -227,16 +227,40 @@ TEST_F(GridColumnOrder, MovesAreStepsOfTheHistory) {
   EXPECT_EQ(grid->GetRowCount(), 2);
 }
 
-TEST_F(GridColumnOrder, AStepOfMovesAndMoreEndsTheHistory) {
-  Start(2, 3);
+TEST_F(GridColumnOrder, AStepOfMovesAndMoreIsOneStep) {
+  Start(3, 4);
   lorv::GridHistory history(*grid);
   {
     const lorv::HistoryStep step(history);
-    grid->SetValue(0, 0, _variant_t(1));
+    grid->SetValue(0, 0, _variant_t(_T("a")));
+    grid->SetValue(2, 0, _variant_t(_T("goes")));
     EXPECT_TRUE(order->Move(0, 2));
+    grid->SetValue(0, 2, _variant_t(_T("b")));
+    grid->SetValue(1, 2, _variant_t(_T("c")));
+    grid->DeleteRows(2, 1);
+    EXPECT_TRUE(order->Move(3, 0));
+    grid->GetItem(1, 3)->SetBackgroundColor(RGB(1, 2, 3));
+    // The columns that stand beside each other now did not before, and no move could tear the block.
+    EXPECT_TRUE(grid->MergeRange({2, 0, 3, 0}));
   }
-  EXPECT_FALSE(history.CanUndo());
-  EXPECT_EQ(history.LostSteps(), 1U);
+  const std::string last = Row(1);
+  EXPECT_EQ(history.UndoCount(), 1U);
+  for (int turn = 0; turn < 2; ++turn) {
+    ASSERT_TRUE(history.Undo());
+    EXPECT_EQ(Row(0), "0 1 2 3");
+    EXPECT_EQ(Row(1), "10 11 12 13");
+    EXPECT_EQ(Row(2), "20 21 22 23");
+    EXPECT_EQ(grid->GetItem(1, 0)->GetBackgroundColor(), lorv::kNoColour);
+    EXPECT_FALSE(grid->GetMergedRange({0, 2}).IsValid());
+    EXPECT_EQ(grid->GetCurSelItemID(), CBCGPGridItemID(0, 0)) << "the user is led to what changed";
+    ASSERT_TRUE(history.Redo());
+    EXPECT_EQ(Row(1), last);
+    EXPECT_EQ(grid->GetItem(0, 3)->FormatItem(), _T("b"));
+    EXPECT_EQ(grid->GetItem(1, 3)->GetBackgroundColor(), RGB(1, 2, 3));
+    EXPECT_EQ(grid->GetMergedRange({0, 2}), CBCGPGridRange(2, 0, 3, 0));
+    EXPECT_EQ(grid->GetRowCount(), 2);
+  }
+  EXPECT_EQ(history.LostSteps(), 0U);
 }
 
 TEST_F(GridColumnOrder, AnOrderComesBackWholeOrNotAtAll) {
