@@ -111,6 +111,23 @@ class OurGrid : public GridPeer {
     find.SetOptions(options);
     return find.Count();
   }
+  int CountMatches(int column, const char16_t* pattern) override {
+    grid_.SelectColumn(column, FALSE);
+    lorv::GridFind find(grid_);
+    lorv::FindOptions options;
+    options.text = reinterpret_cast<LPCTSTR>(pattern);
+    options.pattern = true;
+    options.match_case = true;
+    options.selection_only = true;
+    options.hidden_cells = true;
+    find.SetOptions(options);
+    return find.Count();
+  }
+  void MoveColumn(int from, int to) override {
+    grid_.MoveColumn(from, to);
+    grid_.UpdateWindow();
+    Settle();
+  }
   bool IsEditing() { return grid_.GetEditingItem() != nullptr; }
 
  private:
@@ -163,6 +180,7 @@ std::vector<Step> StepsOf(const Table& table, bool quick) {
 
 constexpr const char16_t* kSoughtInCells = u"7.77";
 constexpr const char16_t* kSoughtInNames = u"k00";  // a tenth of them, and all of a quick run
+constexpr const char16_t* kPattern = u"K\\d*7[0-4]\\d$";
 
 // What changes which rows stand where, and is therefore measured last.
 std::vector<Step> StepsOfOrder(bool quick) {
@@ -170,6 +188,10 @@ std::vector<Step> StepsOfOrder(bool quick) {
   return {
       {"cells that hold a text, counted", few, 1,
        [](GridPeer& peer, int) { peer.CountCells(kSoughtInCells); }},
+      {"names that a pattern matches, counted", few, 1,
+       [](GridPeer& peer, int) { peer.CountMatches(0, kPattern); }},
+      {"a column moved to another place and back", few, 0,
+       [](GridPeer& peer, int) { peer.MoveColumn(1, 8), peer.MoveColumn(8, 1); }},
       {"sorted by names", few, 1, [](GridPeer& peer, int round) { peer.Sort(0, round % 2 != 0); }},
       {"sorted by numbers", few, 1, [](GridPeer& peer, int round) { peer.Sort(1, round % 2 != 0); }},
       {"rows filtered by a text", few, 1,
@@ -181,10 +203,16 @@ std::vector<Step> StepsOfOrder(bool quick) {
 bool AgreeOnTexts(const std::vector<GridPeer*>& sides) {
   const int cells = sides.front()->CountCells(kSoughtInCells);
   const int rows = sides.front()->Filter(0, kSoughtInNames);
-  bool agreed = rows > 0 && cells > 0;
+  const int matches = sides.front()->CountMatches(0, kPattern);
+  bool agreed = rows > 0 && cells > 0 && matches > 0;
   for (GridPeer* side : sides) {
     agreed = agreed && side->CountCells(kSoughtInCells) == cells && side->Filter(0, kSoughtInNames) == rows;
     side->Filter(0, u"");
+    // A moved column takes its texts along.
+    side->MoveColumn(0, 3);
+    agreed = agreed && side->CountMatches(side->ColumnAt(3), kPattern) == matches;
+    side->MoveColumn(3, 0);
+    agreed = agreed && side->CountMatches(0, kPattern) == matches;
     agreed = agreed && side->CountCells(kSoughtInCells) == cells;
   }
   return agreed;

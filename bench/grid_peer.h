@@ -62,6 +62,11 @@ class GridPeer {
   // from then on. An empty text shows all. How many are to be seen.
   virtual int Filter(int column, const char16_t* text) = 0;
   virtual int CountCells(const char16_t* text) = 0;  // that hold it, whatever its letter case
+  // Cells of the column in which the regular expression is found.
+  virtual int CountMatches(int column, const char16_t* pattern) = 0;
+  virtual void MoveColumn(int from, int to) = 0;  // painted and shown
+  // The number by which the other calls know the column at that place.
+  virtual int ColumnAt(int place) { return place; }
 };
 
 std::vector<std::unique_ptr<GridPeer>> MakeGridPeers(const Table& table);

@@ -1,10 +1,13 @@
 #include <malloc.h>
 
+#include <algorithm>
+
 #include <QAbstractTableModel>
 #include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QSortFilterProxyModel>
 #include <QTableView>
@@ -56,6 +59,24 @@ class VectorModel : public QAbstractTableModel {
     texts_.insert(at, static_cast<std::size_t>(count * table_.columns), QString());
     endInsertRows();
     return true;
+  }
+  // The texts themselves move, as a column that takes its number along needs it.
+  void Move(int from, int to) {
+    beginMoveColumns({}, from, from, {}, to > from ? to + 1 : to);
+    const auto first = static_cast<std::ptrdiff_t>(std::min(from, to));
+    const auto end = static_cast<std::ptrdiff_t>(std::max(from, to)) + 1;
+    for (std::size_t row = 0; row < texts_.size(); row += static_cast<std::size_t>(table_.columns)) {
+      const auto begin = texts_.begin() + static_cast<std::ptrdiff_t>(row);
+      std::rotate(begin + first, from < to ? begin + first + 1 : begin + end - 1, begin + end);
+    }
+    endMoveColumns();
+  }
+  int CountMatches(int column, const QRegularExpression& pattern) const {
+    int count = 0;
+    for (std::size_t at = static_cast<std::size_t>(column); at < texts_.size();
+         at += static_cast<std::size_t>(table_.columns))
+      count += pattern.match(texts_[at]).hasMatch() ? 1 : 0;
+    return count;
   }
 
  private:
@@ -151,6 +172,19 @@ class WidgetPeer : public QtPeer {
   int CountCells(const char16_t* text) override {
     return static_cast<int>(view_.findItems(QString::fromUtf16(text), Qt::MatchContains).size());
   }
+  int CountMatches(int column, const char16_t* pattern) override {
+    const QAbstractItemModel& model = *view_.model();
+    const QRegularExpression wanted(QString::fromUtf16(pattern));
+    return static_cast<int>(
+        model.match(model.index(0, column), Qt::DisplayRole, wanted, -1, Qt::MatchRegularExpression).size());
+  }
+  // What is seen moves, and the numbers stay.
+  void MoveColumn(int from, int to) override {
+    view_.horizontalHeader()->moveSection(from, to);
+    view_.viewport()->repaint();
+    Settle();
+  }
+  int ColumnAt(int place) override { return view_.horizontalHeader()->logicalIndex(place); }
 
  protected:
   QTableView& View() override { return view_; }
@@ -192,6 +226,14 @@ class ModelPeer : public QtPeer {
                           Qt::MatchContains)
                    .size();
     return static_cast<int>(count);
+  }
+  int CountMatches(int column, const char16_t* pattern) override {
+    return model_.CountMatches(column, QRegularExpression(QString::fromUtf16(pattern)));
+  }
+  void MoveColumn(int from, int to) override {
+    model_.Move(from, to);
+    view_.viewport()->repaint();
+    Settle();
   }
 
  protected:
