@@ -357,8 +357,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   }
   // What FilterItem answers is another thing now, for rows that stand in the table.
   void FilterChanged() { height_notes_.known = false; }
-  // Nothing of the grid's own follows the mouse any more.
-  void ForgetFollowed();
+  void ForgetFollowed();  // nothing of the grid's own follows the mouse any more
   bool DragsColumn() const { return header_press_.on && header_press_.moves; }
   void ClearBeginEditReason() { m_dwBeginEditReason = 0; }
   void ClearEndEditReason() { m_dwEndEditReason = 0; }
@@ -547,6 +546,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   bool StaysInEditor(UINT key) const;
 
   // Painting.
+  void EachRowIn(const CDC& dc, const CRect& part, const std::function<void(CBCGPGridRow&)>& draw);
   void DrawRowHeader(CDC* dc, const CRect& dirty);
   void DrawRows(CDC* dc, const CRect& dirty);
   void DrawMerged(CDC* dc, const CRect& dirty);

@@ -97,27 +97,36 @@ void CBCGPGridCtrl::OnDraw(CDC* dc) {
   dc->SelectObject(old);
 }
 
+// The rows of the part that are out of date, from above. Whoever draws one may end the grid.
+void CBCGPGridCtrl::EachRowIn(const CDC& dc, const CRect& part,
+                              const std::function<void(CBCGPGridRow&)>& draw) {
+  const auto life = life_.Watch();
+  int row = heights_.LineAt(std::int64_t{part.top} - m_rectList.top + m_nVertScrollOffset);
+  for (; row >= 0; row = heights_.NextShown(row)) {
+    const CRect line = GetRowRect(row);
+    if (line.top >= part.bottom) break;
+    if (!ShowsLine(dc, line, part)) continue;
+    CBCGPGridRow* const shown = GetRow(row);
+    if (shown == nullptr) break;
+    const auto held = rows_.Hold(*shown);
+    draw(*shown);
+    // Before the next line is looked for in what may be gone.
+    if (life.expired()) return;
+  }
+}
+
 void CBCGPGridCtrl::DrawRows(CDC* dc, const CRect& dirty) {
   const int saved = dc->SaveDC();
   dc->IntersectClipRect(&dirty);
   dc->FillSolidRect(&dirty, GetBkColor());
   const auto life = life_.Watch();
-  int row = heights_.LineAt(std::int64_t{dirty.top} - m_rectList.top + m_nVertScrollOffset);
-  for (; row >= 0; row = heights_.NextShown(row)) {
-    const CRect line = GetRowRect(row);
-    if (line.top >= dirty.bottom) break;
-    if (!ShowsLine(*dc, line, dirty)) continue;
-    CBCGPGridRow* const shown = GetRow(row);
-    if (shown == nullptr) break;
-    const auto held = rows_.Hold(*shown);
-    if (shown->IsGroup() != FALSE) {
-      DrawGroupRow(dc, *shown);
-      continue;
-    }
-    OnDrawItem(dc, shown);
-    if (life.expired()) return;
-    if (GetRow(row) == shown) DrawBranch(dc, *shown);
-  }
+  EachRowIn(*dc, dirty, [&](CBCGPGridRow& row) {
+    if (row.IsGroup() != FALSE) return DrawGroupRow(dc, row);
+    const int number = IndexOfRow(row);
+    OnDrawItem(dc, &row);
+    if (!life.expired() && GetRow(number) == &row) DrawBranch(dc, row);
+  });
+  if (life.expired()) return;
   for (PaneTurn turn(*this, dc); !merged_.IsEmpty() && turn.Next();) DrawMerged(dc, dirty);
   dc->RestoreDC(saved);
 }
@@ -182,18 +191,8 @@ void CBCGPGridCtrl::DrawRowHeader(CDC* dc, const CRect& dirty) {
   dc->IntersectClipRect(&dirty);
   dc->FillSolidRect(&dirty, lorv::DesktopInForce().Colour(COLOR_BTNFACE));
   const auto life = life_.Watch();
-  int row = heights_.LineAt(std::int64_t{dirty.top} - m_rectList.top + m_nVertScrollOffset);
-  for (; row >= 0; row = heights_.NextShown(row)) {
-    const CRect line = GetRowRect(row);
-    if (line.top >= dirty.bottom) break;
-    if (!ShowsLine(*dc, line, dirty)) continue;
-    CBCGPGridRow* const shown = GetRow(row);
-    if (shown == nullptr) break;
-    const auto held = rows_.Hold(*shown);
-    OnDrawRowHeaderItem(dc, shown);
-    if (life.expired()) return;
-  }
-  dc->RestoreDC(saved);
+  EachRowIn(*dc, dirty, [this, dc](CBCGPGridRow& row) { OnDrawRowHeaderItem(dc, &row); });
+  if (!life.expired()) dc->RestoreDC(saved);
 }
 
 void CBCGPGridCtrl::OnDrawRowHeaderItem(CDC* dc, CBCGPGridRow* row) {
