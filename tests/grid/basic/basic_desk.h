@@ -46,6 +46,19 @@ class BasicGrid : public CBCGPBasicGridCtrl {
   }
 };
 
+// Ends what the test wants when it is laid out.
+class LaidOut : public CBCGPGridCtrl {
+ public:
+  std::function<void()> on;
+  void AdjustLayout() override {
+    const auto copy = on;
+    if (copy)
+      copy();
+    else
+      CBCGPGridCtrl::AdjustLayout();
+  }
+};
+
 class BasicDesk : public SuiteDesk<BasicGrid> {
  protected:
   BasicDesk() { Make(); }

@@ -8,19 +8,6 @@
 
 namespace {
 
-// Ends what the test wants when it is laid out.
-class LaidOut : public CBCGPGridCtrl {
- public:
-  std::function<void()> on;
-  void AdjustLayout() override {
-    const auto copy = on;
-    if (copy)
-      copy();
-    else
-      CBCGPGridCtrl::AdjustLayout();
-  }
-};
-
 // Columns of 80 pixels behind a row header of 30 in a window of 430: columns 0 and 1 end at 190.
 class GridFrozenColumns : public lorv_test::GestureDesk {
  protected:
@@ -163,7 +150,7 @@ TEST_F(GridFrozenColumns, TheGridMayEndBeforeItAndWithinIt) {
   EXPECT_FALSE(frozen->FreezeToCurrent());
   frozen.reset();
   for (const bool both : {false, true}) {
-    auto ended = std::make_unique<LaidOut>();
+    auto ended = std::make_unique<lorv_test::LaidOut>();
     ended->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 100, 100), &top, 8);
     ended->InsertColumn(0, _T("a"), 30);
     frozen = std::make_unique<lorv::GridFrozenColumns>(*ended);

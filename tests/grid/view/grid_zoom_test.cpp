@@ -5,19 +5,6 @@
 
 namespace {
 
-// Ends what the test wants when it is laid out.
-class LaidOut : public CBCGPGridCtrl {
- public:
-  std::function<void()> on;
-  void AdjustLayout() override {
-    const auto copy = on;
-    if (copy)
-      copy();
-    else
-      CBCGPGridCtrl::AdjustLayout();
-  }
-};
-
 class GridZoom : public lorv_test::BasicDesk {
  protected:
   GridZoom() {
@@ -154,13 +141,13 @@ TEST_F(GridZoom, TheGridMayEndBeforeItAndWithinIt) {
   zoom->SetZoom(200);
   EXPECT_FALSE(zoom->ZoomIn());
   EXPECT_EQ(zoom->Zoom(), 100);
-  auto ended = std::make_unique<LaidOut>();
+  auto ended = std::make_unique<lorv_test::LaidOut>();
   ended->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 100, 100), &top, 8);
   zoom = std::make_unique<lorv::GridZoom>(*ended);
   ended->on = [&] { ended.reset(); };
   zoom->SetZoom(200);
   EXPECT_EQ(ended, nullptr);
-  ended = std::make_unique<LaidOut>();
+  ended = std::make_unique<lorv_test::LaidOut>();
   ended->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 100, 100), &top, 9);
   zoom = std::make_unique<lorv::GridZoom>(*ended);
   ended->on = [&] { zoom.reset(); };
