@@ -16,6 +16,7 @@ bool ClearCell(Grid& grid, const CBCGPGridItemID& id) {
   CBCGPGridItem* const item = grid.GetGridItem(id);
   if (item == nullptr || grid.IsEditableNow(item) == FALSE || item->FormatItem().IsEmpty()) return false;
   item->SetValue(_variant_t(), TRUE);
+  // The last step: hosts check it as a typed value, and may end the cell.
   item->SetItemChanged();
   return true;
 }
@@ -27,6 +28,7 @@ bool Clear(Grid& grid) {
   const auto life = grid.Watch();
   const auto user = grid.Changes().ByUser();
   const StepScope step(grid.Changes());
+  // A copy: hosts that answer a cleared cell may select another one.
   const std::vector<CBCGPGridRange> ranges = grid.GetSelection();
   bool any = false;
   for (const CBCGPGridRange& range : ranges)
@@ -55,11 +57,13 @@ bool DeleteRows(Grid& grid) {
   if (grid.IsReadOnly() != FALSE) return false;
   const auto user = grid.Changes().ByUser();
   const StepScope step(grid.Changes());
+  // The suite's grids keep rows back that a plain one would delete, as the one to be typed into.
   if (auto* const basic = dynamic_cast<CBCGPBasicGridCtrl*>(&grid)) return basic->DeleteSelectedRows() > 0;
   std::vector<CBCGPGridItem*> items;
   std::vector<CBCGPGridRow*> rows;
   for (const CBCGPGridRange& range : grid.GetSelection())
     for (int row = range.m_nTop; row <= range.m_nBottom; ++row) grid.PrepareRemoveRow(row, items, rows);
+  // All at once: a layout for each would cost the square of the rows.
   const auto life = grid.Watch();
   const int done = grid.DoRemoveRows(items, rows);
   if (done > 0 && !life.expired()) grid.AdjustLayout();
@@ -95,6 +99,7 @@ bool SwitchFilterBar(Grid& grid) {
   return true;
 }
 
+// By name, so that the table of commands stays plain text which a document can be tested against.
 struct OwnStep {
   LPCTSTR name;
   bool (*run)(Grid&);

@@ -3,7 +3,8 @@
 #include "grid/commands/command_steps.h"
 #include "grid/commands/command_table.h"
 
-// The table of commands as values, and as a part of a document.
+// The table of commands as values, and as a part of a document: the document is tested against what this
+// gives, so that no key is told that does not work.
 
 namespace lorv {
 
@@ -24,6 +25,7 @@ CString WhenText(CommandWhen when) {
   }
 }
 
+// A bar would end the cell of the document's table.
 CString Cell(CString text) {
   text.Replace(_T("|"), _T("\\|"));
   return text + _T(" | ");

@@ -5,7 +5,7 @@
 
 namespace lorv {
 
-// Keys that have a name of more than one character.
+// Keys that have a name of more than one character, as it is written; read it is in any letter case.
 struct KeyName {
   LPCTSTR name;
   unsigned key;

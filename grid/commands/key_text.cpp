@@ -22,6 +22,7 @@ bool IsLetterOrDigit(TCHAR c) {
   return (c >= _T('A') && c <= _T('Z')) || (c >= _T('0') && c <= _T('9'));
 }
 
+// A name of the table, or a letter or digit by itself. Zero: no key.
 unsigned KeyOfName(CString name) {
   for (const KeyName& known : kKeyNames)
     if (name.CompareNoCase(known.name) == 0) return known.key;
@@ -42,6 +43,7 @@ std::optional<KeyChord> ChordFromText(const CString& text) {
   CString rest = text;
   rest.Trim();
   KeyChord chord;
+  // In any order, each once: "Shift+Ctrl+A" is what "Ctrl+Shift+A" is.
   for (bool more = true; more;) {
     more = false;
     if (!chord.control && TakesPrefix(rest, _T("Ctrl+"))) more = chord.control = true;

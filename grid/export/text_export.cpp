@@ -6,7 +6,8 @@
 #include "framework/text/utf8.h"
 #include "grid/basic/basic_grid.h"
 
-// A walk over the rows by their numbers: each is asked for once, and nothing of it is kept.
+// A walk over the rows by their numbers: each is asked for once, and nothing of it is kept, so that a virtual
+// table of any length costs the memory of one piece.
 
 namespace lorv {
 namespace {
@@ -14,6 +15,7 @@ namespace {
 void AppendField(std::string& line, TextView text, char separator) {
   const std::string bytes = TextToUtf8(text);
   const char special[] = {separator, '"', '\r', '\n', 0};
+  // Readers cut blanks off at the ends of a field that has no quotes.
   const bool blank = !bytes.empty() && (bytes.front() == ' ' || bytes.back() == ' ');
   if (!blank && bytes.find_first_of(special) == std::string::npos) {
     line += bytes;
@@ -27,6 +29,7 @@ void AppendField(std::string& line, TextView text, char separator) {
   line += '"';
 }
 
+// In the order of the screen: a column that was moved has its number there.
 std::vector<int> ColumnsOf(const CBCGPBasicGridCtrl& grid, bool hidden) {
   std::vector<int> columns;
   for (int column = 0; column < grid.GetColumnCount(); ++column)
@@ -55,9 +58,11 @@ bool ExportText(const CBCGPBasicGridCtrl& grid, const TextExport& how,
   // The grid's own rows: a descendant may show one more, to be typed into.
   for (int row = 0; row < grid.CBCGPGridCtrl::GetRowCount(); ++row) {
     if (!how.hidden_cells && !grid.IsRowShown(row)) continue;
+    // A virtual row is good until a few thousand others were asked for: its texts are taken at once.
     const CBCGPGridRow* const cells = grid.CBCGPGridCtrl::GetRow(row);
     add_line([&](int column) { return cells == nullptr ? TextView() : cells->ShownText(column, room); });
     if (piece.size() < kExportPiece) continue;
+    // The caller's function may pump messages, and with them end the grid.
     if (!write(piece) || life.expired()) return false;
     piece.clear();
   }

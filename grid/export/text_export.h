@@ -21,9 +21,8 @@ struct TextExport {
 // Writes the texts that a grid shows as a table of separated texts, a piece at a time: a virtual table of any
 // length is written without being held.
 //
-// Units: UTF-8; lines end with CR LF. A text that holds the separator, a quote or a line break, or that
-// begins
-//   or ends with a blank, stands in quotes, its own quotes twice.
+// Units: UTF-8; lines end with CR LF. A text stands in quotes, its own quotes twice, where it holds the
+//   separator, a quote or a line break, or begins or ends with a blank.
 // `write` gets pieces of about kExportPiece bytes, which are valid during the call; it may end the grid.
 // Result: true when all was handed over; false where `write` answered false or the grid ended, or has no
 //   columns that count.

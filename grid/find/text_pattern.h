@@ -16,10 +16,10 @@ constexpr std::size_t kMostPatternWork = std::size_t{1} << 24U;
 // repeat with ? for as few as possible, \t \n \r \uXXXX, and a backslash before signs that mean something.
 //
 // Units: places count 16-bit units; a surrogate pair is one code to a pattern and never cut.
-// Edges: letter case and \w are those of ASCII. ^ and $ are the ends of the text, lines within it are not.
-//   The first place that fits is found, there the alternative that is written first. Groups beyond
-//   kMostPatternGroups are not kept. Not understood: look-around, back references, and what passes the limits
-//   of grid/find/pattern_program.h; then nothing is found.
+// Edges: letter case and \w are those of ASCII. ^ and $ are the ends of the text; a line break within it is
+//   an ordinary character. The first place that fits is found, there the alternative that is written first.
+//   Groups beyond kMostPatternGroups are not kept. Not understood: look-around, back references, and what
+//   passes the limits of grid/find/pattern_program.h; then nothing is found.
 // Cost: the product of the lengths of the text and the program, whatever the pattern, and no stack; a text
 //   that would cost more than kMostPatternWork counts as one that does not match.
 // One object serves any number of texts, one thread at a time.

@@ -22,6 +22,7 @@ bool GoTo(CBCGPGridCtrl& grid, const CBCGPGridItemID& id, const Life& life) {
   return !life.expired() && grid.GetCurSelItemID() == id;
 }
 
+// As a message of the keyboard, so that handlers of keys are asked as ever.
 bool PressKey(CBCGPGridCtrl& grid, const CBCGPGridItemID& id, int key) {
   const Life life = grid.Watch();
   if (!GoTo(grid, id, life)) return false;
@@ -35,6 +36,7 @@ bool Edit(CBCGPGridCtrl& grid, const CBCGPGridItemID& id) {
   return item != nullptr && item->GetGridItemID() == id;
 }
 
+// Both halves of a click: a header is clicked when the button goes up.
 bool Click(CBCGPGridCtrl& grid, const CRect& place) {
   if (place.IsRectEmpty() != FALSE || grid.m_hWnd == nullptr) return false;
   const CPoint at = place.CenterPoint();
@@ -45,6 +47,7 @@ bool Click(CBCGPGridCtrl& grid, const CRect& place) {
   return true;
 }
 
+// Out of sight a button has no place to click at.
 bool PressButton(CBCGPGridCtrl& grid, const CBCGPGridItemID& id) {
   const Life life = grid.Watch();
   grid.EnsureVisible(id);
@@ -52,6 +55,7 @@ bool PressButton(CBCGPGridCtrl& grid, const CBCGPGridItemID& id) {
   return item != nullptr && Click(grid, item->GetButtonRect());
 }
 
+// The list belongs to the editor.
 bool ShowList(CBCGPGridCtrl& grid, const CBCGPGridItemID& id) {
   if (!Edit(grid, id)) return false;
   grid.DropList(TRUE);
@@ -130,6 +134,7 @@ bool GridCells::SetCellText(CellAddress cell, const CString& text) {
 bool GridCells::SelectCell(CellAddress cell, bool on) {
   const CBCGPGridItemID id(cell.row, cell.column);
   if (on) return grid_.SetCurSel(id) != FALSE;
+  // A single cell cannot be taken out of a range, by keys or clicks either.
   const std::vector<CBCGPGridRange>& ranges = grid_.GetSelection();
   const bool alone = ranges.size() == 1 && ranges.front() == CBCGPGridRange(id);
   return alone && grid_.SetCurSel(CBCGPGridItemID(), kSelectClear) != FALSE;

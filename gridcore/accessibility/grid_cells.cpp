@@ -60,6 +60,7 @@ SIZE GridCells::CellCount() const {
 CString GridCells::TableName() const {
   CString name;
   grid_.GetWindowText(name);
+  // Hosts rarely name their grids: the label in front of one, as of other controls.
   return name.IsEmpty() ? AccessibleLabel(grid_.m_hWnd) : name;
 }
 
@@ -68,6 +69,7 @@ CString GridCells::ColumnHeader(int column) const {
   CString name = OnOneLine(grid_.GetColumnName(column));
   if (lines == nullptr) return name;
   CString text;
+  // A cell of the header that is several lines high is read once.
   const CBCGPGridHeaderItem* above = nullptr;
   for (int line = 0; line < lines->GetHeaderLineCount(); ++line) {
     const CBCGPGridHeaderItem* item = lines->GetHeaderItemAt(column, line);
@@ -76,6 +78,7 @@ CString GridCells::ColumnHeader(int column) const {
   }
   int first = 0;
   int last = 0;
+  // The column's own name is read where it is seen, and where nothing else is.
   if (lines->GetOwnHeaderLines(column, first, last) || text.IsEmpty()) AddLine(text, name);
   return text;
 }
@@ -101,6 +104,7 @@ CBCGPGridItem* GridCells::ItemAt(CellAddress cell) const {
 
 CString GridCells::CellText(CellAddress cell) const {
   if (IsGroupLine(cell.row)) {
+    // One text for the whole line: in each cell it would be read as often as there are columns.
     const CBCGPGridRow* row = grid_.GetRow(cell.row);
     if (row == nullptr || row->IsGroup() == FALSE || cell.column != FirstColumn(grid_)) return {};
     return static_cast<const GroupRow*>(row)->GetText();
@@ -168,6 +172,7 @@ RECT GridCells::CellPlace(CellAddress cell) const {
 
 CellAddress GridCells::CellAt(POINT client) const {
   const CPoint point(client);
+  // The grid's own tests, so that a reader's finger finds what a click would.
   const int column = grid_.HitTestHeader(point);
   if (column >= 0) return {-1, column};
   CRect rect;
@@ -208,6 +213,7 @@ std::vector<CellAddress> GridCells::SelectedCells(std::size_t most) const {
   const CBCGPGridColumnsInfo& info = grid_.GetColumnsInfo();
   for (const CBCGPGridRange& range : grid_.GetSelection())
     for (int row = range.m_nTop; row <= range.m_nBottom && cells.size() < most; ++row) {
+      // Whole columns may be selected over a million rows; the caller's limit ends the walk.
       if (IsOutOfSight({row, -1})) continue;
       int column = info.GetNextVisibleColumn(range.m_nLeft - 1, TRUE);
       for (; column >= 0 && column <= range.m_nRight; column = info.GetNextVisibleColumn(column, TRUE))
@@ -226,6 +232,7 @@ void GridCells::Remember() {
 void GridCells::ChosenChanged() {
   const CellAddress before = current_;
   Remember();
+  // The focus first: readers read the cell, and then that it is selected.
   if (current_ != before) FocusCame();
   grid_.ReportAccessible(AccessEvent::Selection);
 }
@@ -252,6 +259,7 @@ void GridCells::CellRedrawn(const CBCGPGridItem& item) {
 }
 
 void GridCells::LaidOut() {
+  // Layouts come with every row: a reader that is sent through the table for each would never speak.
   const SIZE now = CellCount();
   const bool other = std::exchange(moved_, false) || now.cx != count_.cx || now.cy != count_.cy;
   count_ = now;

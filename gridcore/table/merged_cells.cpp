@@ -29,10 +29,12 @@ std::vector<CBCGPGridRange> MergedCells::BlocksMeeting(const CBCGPGridRange& ran
   const auto behind =
       std::upper_bound(blocks_.begin(), blocks_.end(), range.m_nBottom,
                        [](int row, const CBCGPGridRange& block) { return row < block.m_nTop; });
+  // Upwards from the last block that begins above the range's end.
   for (auto at = static_cast<std::size_t>(std::distance(blocks_.begin(), behind)); at-- > 0;) {
     if (reach_[at] < range.m_nTop) break;
     if (blocks_[at].Meets(range)) found.push_back(blocks_[at]);
   }
+  // Callers get them in reading order.
   std::reverse(found.begin(), found.end());
   return found;
 }
@@ -78,6 +80,7 @@ void MergedCells::RemoveColumns(int first, int count) {
   MoveBlocks([=](CBCGPGridRange& block) { ColumnsRemoved(block, first, count); });
 }
 
+// Asked before the move: afterwards a torn block could not be put together again.
 bool MergedCells::CanMoveColumn(int from, int to) const {
   return std::all_of(blocks_.begin(), blocks_.end(), [=](const CBCGPGridRange& block) {
     if (block.m_nLeft == block.m_nRight || from == to) return true;
@@ -92,6 +95,7 @@ void MergedCells::MoveColumn(int from, int to) {
   });
 }
 
+// Whatever moves lines may make blocks smaller or bring them into another order.
 template <class Move>
 void MergedCells::MoveBlocks(Move move) {
   if (blocks_.empty()) return;
