@@ -10,6 +10,7 @@
 
 namespace {
 
+// Pixels at 96 dots an inch.
 constexpr int kUsualWidth = 80;
 constexpr int kSpareWidth = 40;
 constexpr int kDividerMargin = 10;
@@ -20,7 +21,7 @@ bool CBCGPBasicGridCtrl::IsInRowHeaderDivider(CPoint point) {
   CRect rect;
   const int row = HitTestRowHeader(point, rect);
   if (row < 0) return false;
-  const int divided = lorv::DividedRow(rect, row, point);
+  const int divided = lorv::DividedRow(rect, row, point, Scaled(lorv::kRowDividerBand));
   if (divided < 0) return false;
   m_nTrackRow = divided;
   return true;
@@ -79,7 +80,8 @@ bool CBCGPBasicGridCtrl::OnLBtnUpAdjustRowHeight(UINT /*flags*/, CPoint point) {
 void CBCGPBasicGridCtrl::TrackRowHeader(int y) {
   // The row may have gone while it was dragged.
   if (GetRow(m_nTrackRow) == nullptr) return;
-  adjusted_row_height_ = lorv::DraggedRowHeight(adjusted_row_height_, GetRowBottom(m_nTrackRow), y);
+  adjusted_row_height_ = lorv::DraggedRowHeight(adjusted_row_height_, GetRowBottom(m_nTrackRow), y,
+                                                Scaled(lorv::kLeastRowHeight));
 }
 
 bool CBCGPBasicGridCtrl::DealWithTrackBestFitCol(bool down) {
@@ -115,8 +117,8 @@ bool CBCGPBasicGridCtrl::SettleLastColumn() {
     const int room = OnGetColumnAutoSize(last);
     if (life.expired()) return false;
     if (room < 1 && (GetStyle() & WS_HSCROLL) == 0) {
-      info.SetColumnWidth(last, kUsualWidth);
-      SetHorzScrollTotal(info.GetTotalWidth() + kSpareWidth);
+      info.SetColumnWidth(last, Scaled(kUsualWidth));
+      SetHorzScrollTotal(info.GetTotalWidth() + Scaled(kSpareWidth));
       if (life.expired()) return false;
     }
   }
@@ -136,8 +138,8 @@ bool CBCGPBasicGridCtrl::ReturnBestFit() {
   if (room >= 1)
     info.SetColumnWidth(last, room);
   else if (!bar)
-    info.SetColumnWidth(last, kUsualWidth);
-  const int spare = room < 1 && !bar ? kSpareWidth : 0;
+    info.SetColumnWidth(last, Scaled(kUsualWidth));
+  const int spare = room < 1 && !bar ? Scaled(kSpareWidth) : 0;
   info.SetColumnWidthAutoSize(last, FALSE);
   info.SetColumnWidthAutoSize(best_fit_column_, TRUE);
   best_fit_column_ = -1;
@@ -172,7 +174,7 @@ void CBCGPBasicGridCtrl::OnHeaderDividerDblClick(int column) {
   const int widest = WidestText(column);
   CBCGPGridColumnsInfo& info = GetColumnsInfo();
   if (widest <= info.GetMinWidth(column)) return;
-  info.SetColumnWidth(column, widest + kDividerMargin);
+  info.SetColumnWidth(column, widest + Scaled(kDividerMargin));
   info.Resize(GetListRect().Width(), FALSE);
   SetScrollSizes();
   if (!life.expired()) AdjustLayout();

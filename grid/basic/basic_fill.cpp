@@ -26,7 +26,7 @@ int CBCGPBasicGridCtrl::GetOffsetVisibleCol(int column, int offset) const {
 
 bool CBCGPBasicGridCtrl::IsInDragCopyFillStart(CPoint point) const {
   const CRect border = GetSelectionBorder();
-  return border.IsRectEmpty() == FALSE && lorv::OnFillHandle(border, point);
+  return border.IsRectEmpty() == FALSE && lorv::OnFillHandle(border, point, Scaled(lorv::kFillHandleReach));
 }
 
 bool CBCGPBasicGridCtrl::OnLBtnDownDragCopyFill(UINT /*flags*/, CPoint point) {

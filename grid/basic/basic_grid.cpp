@@ -26,7 +26,7 @@ END_MESSAGE_MAP()
 
 namespace {
 
-constexpr int kLeastRowHeight = 20;
+constexpr int kLeastRowHeight = 20;               // pixels at 96 dots an inch
 constexpr DWORD kStyleOfDialogGrid = 0x52810100;  // child, visible, clips children, border, tab stop
 
 }  // namespace
@@ -67,7 +67,7 @@ void CBCGPBasicGridCtrl::InitGridSetting() {
   CBCGPGridCtrl::SetRowHeight();
   EnableMarkSortedColumn(FALSE, TRUE);
   EnableHeader(TRUE, lorv::kHeaderSelects);
-  EnableRowHeader(TRUE, -1, lorv::kRowHeaderWidth);
+  EnableRowHeader(TRUE);
   EnableLineNumbers(TRUE);
   EnableColumnAutoSize(FALSE);
   EnableInvertSelOnCtrl(TRUE);
@@ -78,7 +78,7 @@ void CBCGPBasicGridCtrl::InitGridSetting() {
   theme.m_SelColors.m_clrText = lorv::kWhite;
   SetColorTheme(theme);
   InitHeaderColor();
-  adjusted_row_height_ = std::max(m_nRowHeight, kLeastRowHeight);
+  adjusted_row_height_ = std::max(m_nRowHeight, Scaled(kLeastRowHeight));
   SetRowHeight();
   SetShowDragContext(FALSE);
   AdjustLayout();

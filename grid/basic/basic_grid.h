@@ -204,6 +204,8 @@ class COMM_LORV_API CBCGPBasicGridCtrl : public CBCGPGridCtrl {
   bool CanMouseClick(CPoint point) const;
   void OnSelChanged(const CBCGPGridRange& range, BOOL selected) override;
   void OnResizeColumns() override;
+  bool RecountLines() override;
+  void OnDotsChanged(int dots, int before) override;
   void TrackToolTip(CPoint point) override;
   void CancelGestures() override;
   void OnColumnMoved(int from, int to) override;

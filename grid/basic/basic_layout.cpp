@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int kSpareWidth = 40;
+constexpr int kSpareWidth = 40;  // pixels at 96 dots an inch
 
 bool IsStretchCursor(int cursor) {
   return cursor == lorv::kCursorSizeAcross || cursor == lorv::kCursorSizeDown;
@@ -80,7 +80,7 @@ int CBCGPBasicGridCtrl::OnGetColumnAutoSize(int column) {
     return CBCGPGridCtrl::OnGetColumnAutoSize(column);
   }
   ShowHorzScrollBar(FALSE);
-  return room > kSpareWidth ? room : CBCGPGridCtrl::OnGetColumnAutoSize(column);
+  return room > Scaled(kSpareWidth) ? room : CBCGPGridCtrl::OnGetColumnAutoSize(column);
 }
 
 void CBCGPBasicGridCtrl::OnSize(UINT type, int width, int height) {
@@ -149,6 +149,13 @@ void CBCGPBasicGridCtrl::OnResizeColumns() {
   CBCGPGridCtrl::OnResizeColumns();
   // The user drags a row: its height is his, not that of the texts.
   if (life.expired() || lorv::DesktopInForce().Cursor() == lorv::kCursorSizeDown) return;
+  // The base's alone: this is a part of a layout already.
+  if (RecountLines()) CBCGPGridCtrl::AdjustLayout();
+}
+
+bool CBCGPBasicGridCtrl::RecountLines() {
+  // Rows that are made when they are shown have their lines from who fills them.
+  if (IsVirtualMode() != FALSE) return false;
   bool changed = false;
   const int rows = GetRowCount();
   for (int at = 0; at < rows; ++at) {
@@ -158,9 +165,12 @@ void CBCGPBasicGridCtrl::OnResizeColumns() {
     row->OnItemUpdate(FALSE);
     changed = changed || row->GetLinesNumber() != before;
   }
-  if (!changed) return;
-  // The base's alone: this is a part of a layout already.
-  CBCGPGridCtrl::AdjustLayout();
+  return changed;
+}
+
+void CBCGPBasicGridCtrl::OnDotsChanged(int dots, int before) {
+  CBCGPGridCtrl::OnDotsChanged(dots, before);
+  adjusted_row_height_ = lorv::ForDots(adjusted_row_height_, dots, before);
 }
 
 CBCGPGridRow* CBCGPBasicGridCtrl::CreateMultiLineRow(int lines) {

@@ -95,7 +95,8 @@ bool CBCGPBasicGridCtrl::ShowTip(const TipSubject& subject, const CString& text)
     TEXTMETRIC metrics = {};
     dc.GetTextMetrics(&metrics);
     tip = lorv::PlanCellTip(own, text.Left(kMostTipUnits), subject.place, subject.column_width,
-                            static_cast<int>(dc.GetTextExtent(own).cx), static_cast<int>(metrics.tmHeight));
+                            static_cast<int>(dc.GetTextExtent(own).cx), static_cast<int>(metrics.tmHeight),
+                            Dots());
   }
   CBCGPInplaceToolTipCtrl* const window = tip.text.IsEmpty() ? nullptr : ToolTip();
   if (window == nullptr) {
@@ -105,7 +106,7 @@ bool CBCGPBasicGridCtrl::ShowTip(const TipSubject& subject, const CString& text)
   ClientToScreen(&tip.rect);
   if (IsToolTipShown() && tip.rect.TopLeft() == LastToolTipRect().TopLeft()) return false;
   tip_cell_ = subject.cell;
-  window->SetTextMargin(lorv::kTipTextMargin);
+  window->SetTextMargin(Scaled(lorv::kTipTextMargin));
   window->SetFont(GetFont());
   window->SetMultiline(tip.multiline ? TRUE : FALSE);
   window->Track(tip.rect, tip.text);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr int kFieldColumnWidth = 80;
+constexpr int kFieldColumnWidth = 80;  // pixels at 96 dots an inch
 
 }  // namespace
 
@@ -20,7 +20,7 @@ void CBcgTrueDbGridCtrl::SetDataSource(CERecordset* records) {
   if (life.expired()) return;
   if (GetColumnCount() == 0)
     for (int field = 0; field < fields; ++field)
-      InsertColumn(field, records->GetFieldName(field), kFieldColumnWidth, -1, FALSE);
+      InsertColumn(field, records->GetFieldName(field), Scaled(kFieldColumnWidth), -1, FALSE);
   if (records->IsEOF()) {
     AdjustLayout();
     return;

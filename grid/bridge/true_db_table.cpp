@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kRows = 1;
 constexpr int kColumns = 2;
-constexpr int kNewColumnWidth = 80;
+constexpr int kNewColumnWidth = 80;  // pixels at 96 dots an inch
 constexpr int kExactCase[] = {10, 13};
 
 }  // namespace
@@ -25,7 +25,7 @@ int CBcgTrueDbGridCtrl::GetCount(int dimension) const {
 void CBcgTrueDbGridCtrl::FitColumns(int columns) {
   const auto life = Watch();
   while (!life.expired() && GetColumnCount() < columns)
-    if (GetColumnsInfo().InsertColumn(GetColumnCount(), _T(""), kNewColumnWidth) == FALSE) return;
+    if (GetColumnsInfo().InsertColumn(GetColumnCount(), _T(""), Scaled(kNewColumnWidth)) == FALSE) return;
   while (!life.expired() && GetColumnCount() > columns)
     if (DeleteColumn(columns) == FALSE) return;
 }

@@ -13,9 +13,9 @@ constexpr int kAroundLine = 6;
 }  // namespace
 
 CellTip PlanCellTip(const CString& own, const CString& given, const CRect& place, int column_width,
-                    int text_width, int font_height) {
+                    int text_width, int font_height, int dots) {
   CellTip tip;
-  int wrap = text_width - kWrapSlack;
+  int wrap = text_width - ForDots(kWrapSlack, dots);
   tip.multiline = column_width < wrap;
   if (tip.multiline) wrap = column_width;
   if (place.Width() <= text_width) tip.text = own;
@@ -23,8 +23,9 @@ CellTip PlanCellTip(const CString& own, const CString& given, const CRect& place
   if (tip.text.IsEmpty()) return tip;
   tip.rect = place;
   if (tip.multiline) tip.rect.right = tip.rect.left + wrap * 2 / 3;
-  tip.rect.bottom = tip.rect.top + font_height + kAroundLine;
-  tip.rect.OffsetRect(kTipDistance, place.Height() + kTipDistance);
+  tip.rect.bottom = tip.rect.top + font_height + ForDots(kAroundLine, dots);
+  const int distance = ForDots(kTipDistance, dots);
+  tip.rect.OffsetRect(distance, place.Height() + distance);
   return tip;
 }
 

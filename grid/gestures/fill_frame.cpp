@@ -69,9 +69,9 @@ int TipColumn(const CBCGPGridRange& selected, int far_column, bool forward, cons
 
 }  // namespace
 
-bool OnFillHandle(const CRect& border, CPoint point) {
-  const CRect handle(border.right - kFillHandleReach, border.bottom - kFillHandleReach,
-                     border.right + kFillHandleReach, border.bottom + kFillHandleReach);
+bool OnFillHandle(const CRect& border, CPoint point, int reach) {
+  const CRect handle(border.right - reach, border.bottom - reach, border.right + reach,
+                     border.bottom + reach);
   return handle.PtInRect(point) != 0;
 }
 

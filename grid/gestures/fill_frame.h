@@ -15,13 +15,13 @@ namespace lorv {
 //   drawn while the mouse moves. Left and top edges of rectangles lie within, right and bottom edges do not.
 // Pure functions; any thread.
 
-// How far around the corner of the selection's border the handle reaches.
+// How far around the corner of the selection's border the handle reaches at 96 dots an inch.
 constexpr int kFillHandleReach = 2;
 
 // Whether the point is on the handle at the right bottom corner of the border.
 //
 //   OnFillHandle(CRect(0, 0, 50, 20), {48, 18})  gives true, {52, 18}  false
-COMM_LORV_API bool OnFillHandle(const CRect& border, CPoint point);
+COMM_LORV_API bool OnFillHandle(const CRect& border, CPoint point, int reach = kFillHandleReach);
 
 struct FillFrame {
   CRect frame;

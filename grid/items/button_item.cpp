@@ -54,7 +54,9 @@ void CBCGPGridButtonItem::OnDrawValue(CDC* dc, CRect rect) {
   }
   constexpr UINT kTextFlags = 2085;  // centred both ways, one line, no prefixes
   OnFillBackground(dc, rect);
-  rect.DeflateRect(1, 1);
+  const CBCGPGridCtrl* const owner = GetOwnerList();
+  const int gap = owner == nullptr ? 1 : owner->Scaled(1);
+  rect.DeflateRect(gap, gap);
   const std::vector<CRect> places = lorv::ButtonPlaces(rect, names_.GetSize());
   for (int i = 0; i < static_cast<int>(places.size()); ++i)
     CBCGPVisualManager::GetInstance()->OnDrawPushButton(

@@ -6,13 +6,13 @@
 
 IMPLEMENT_DYNCREATE(CBCGPGridCheckItemEx, CBCGPGridCheckItem)
 
-CRect lorv::CheckBoxPlace(CRect cell, int width, bool labelled) {
-  constexpr int kHighest = 20;
-  if (cell.Height() > kHighest) {
-    cell.top += (cell.Height() - kHighest) / 2;
-    cell.bottom = cell.top + kHighest;
+CRect lorv::CheckBoxPlace(CRect cell, int width, bool labelled, int dots) {
+  const int highest = ForDots(20, dots);
+  if (cell.Height() > highest) {
+    cell.top += (cell.Height() - highest) / 2;
+    cell.bottom = cell.top + highest;
   }
-  cell.DeflateRect(0, 2);
+  cell.DeflateRect(0, ForDots(2, dots));
   if (!labelled) cell.left += (cell.Width() - width) / 2;
   cell.right = cell.left + width;
   return cell;
@@ -40,11 +40,12 @@ void CBCGPGridCheckItemEx::OnDrawValue(CDC* dc, CRect rect) {
   constexpr int kLabelGap = 2;
   OnFillBackground(dc, rect);
   const CBCGPGridCtrl* owner = GetOwnerList();
-  const int width = owner == nullptr ? lorv::kItemButtonWidth : owner->GetButtonWidth();
-  const CRect box = lorv::CheckBoxPlace(rect, width, !GetLabel().IsEmpty());
+  const int dots = owner == nullptr ? lorv::kUsualDpi : owner->Dots();
+  const int width = lorv::ForDots(lorv::kItemButtonWidth, dots);
+  const CRect box = lorv::CheckBoxPlace(rect, width, !GetLabel().IsEmpty(), dots);
   CBCGPVisualManager::GetInstance()->OnDrawCheckBox(dc, box, DrawnState(), IsAllowEdit());
   if (GetLabel().IsEmpty() || owner == nullptr) return;
-  rect.left = box.right + kLabelGap;
+  rect.left = box.right + owner->Scaled(kLabelGap);
   dc->SetTextColor(owner->TextColourOf(*this));
   owner->DoDrawText(dc, GetLabel(), rect, kLabelFlags);
 }

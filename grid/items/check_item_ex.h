@@ -1,5 +1,6 @@
 #pragma once
 
+#include "framework/drawing/dots.h"
 #include "gridcore/items/check_item.h"
 
 // A check box with a third state: ticked, but not for all that it stands for.
@@ -26,7 +27,7 @@ class COMM_LORV_API CBCGPGridCheckItemEx : public CBCGPGridCheckItem {
 namespace lorv {
 
 // Where the box stands in a cell: cut to 20 pixels of height around the middle, two pixels less above and
-// below, `width` wide; centred where the cell has no label.
-COMM_LORV_API CRect CheckBoxPlace(CRect cell, int width, bool labelled);
+// below, both for 96 dots an inch; `width` wide; centred where the cell has no label.
+COMM_LORV_API CRect CheckBoxPlace(CRect cell, int width, bool labelled, int dots = kUsualDpi);
 
 }  // namespace lorv

@@ -18,9 +18,11 @@ CBCGPGridColorItemEx::CBCGPGridColorItemEx(COLORREF colour, CPalette* palette, D
 
 void CBCGPGridColorItemEx::OnDrawValue(CDC* dc, CRect rect) {
   rect.right = rect.left + rect.Height();
-  rect.DeflateRect(1, 1);
-  rect.top += 1;
-  rect.left += 1;
+  const CBCGPGridCtrl* const owner = GetOwnerList();
+  const int gap = owner == nullptr ? 1 : owner->Scaled(1);
+  rect.DeflateRect(gap, gap);
+  rect.top += gap;
+  rect.left += gap;
   if (rect.IsRectEmpty() != FALSE) return;
   const COLORREF colour = GetColor();
   dc->FillSolidRect(&rect, colour == lorv::kNoColour ? GetAutomaticColor() : colour);

@@ -12,6 +12,7 @@ IMPLEMENT_DYNCREATE(CBCGPGridPresentationItem, CBCGPGridItem)
 
 namespace {
 
+// Pixels at 96 dots an inch.
 constexpr int kWiderButton = 3;
 constexpr int kNarrowCharacters = 4;
 constexpr COLORREF kButtonFace = RGB(215, 218, 227);
@@ -66,7 +67,7 @@ void CBCGPGridPresentationItem::OnDrawButton(CDC* dc, CRect rect) {
   const CBCGPGridCtrl* owner = GetOwnerList();
   LOGFONT face =
       owner == nullptr || owner->m_hWnd == nullptr ? LOGFONT{} : lorv::PeerOf(owner->m_hWnd)->Font();
-  face.lfWidth = kNarrowCharacters;
+  face.lfWidth = owner == nullptr ? kNarrowCharacters : owner->Scaled(kNarrowCharacters);
   CFont narrow(face);
   CFont* const old = dc->SelectObject(&narrow);
   CBCGPGridItem::OnDrawButton(dc, rect);
@@ -124,7 +125,8 @@ void CBCGPGridPresentationItem::OnClickButton(CPoint point) {
 
 void CBCGPGridPresentationItem::AdjustButtonRect(CRect& rect) {
   CBCGPGridItem::AdjustButtonRect(rect);
-  rect.left -= kWiderButton;
+  const CBCGPGridCtrl* const owner = GetOwnerList();
+  rect.left -= owner == nullptr ? kWiderButton : owner->Scaled(kWiderButton);
 }
 
 CEdit* CBCGPGridPresentationItem::NewInPlaceEdit() {

@@ -16,7 +16,7 @@ namespace lorv {
 namespace {
 
 constexpr double kMillimetresPerInch = 25.4;
-constexpr int kLineGap = 6;  // pixels between the table and the title or footer
+constexpr int kLineGap = 6;  // pixels at 96 dots an inch between the table and the title or footer
 
 // A page in the grid's pixels: where the table may stand, and the lines above and below it.
 struct PageRoom {
@@ -37,7 +37,7 @@ PageRoom RoomOf(const CBCGPGridCtrl& grid, const GridPrintSettings& settings, SI
   room.all = CRect(pixels(dots), pixels(dots), pixels(static_cast<double>(paper.cx) - dots),
                    pixels(static_cast<double>(paper.cy) - dots));
   room.table = room.all;
-  const int line = LineHeight(grid) + kLineGap;
+  const int line = LineHeight(grid) + grid.Scaled(kLineGap);
   if (!settings.title.IsEmpty()) room.table.top += line;
   if (!settings.footer.IsEmpty()) room.table.bottom -= line;
   return room;

@@ -9,18 +9,17 @@
 
 namespace lorv {
 
-int DividedRow(const CRect& cell, int row, CPoint point) {
+int DividedRow(const CRect& cell, int row, CPoint point, int band) {
   if (!cell.PtInRect(point)) return -1;
   const int divided = point.y < cell.top + cell.Height() / 2 ? row - 1 : row;
-  const bool in_band = point.y < cell.top + kRowDividerBand || point.y >= cell.bottom - kRowDividerBand;
+  const bool in_band = point.y < cell.top + band || point.y >= cell.bottom - band;
   return in_band ? std::max(divided, -1) : -1;
 }
 
-int DraggedRowHeight(int height, int bottom, int y) {
+int DraggedRowHeight(int height, int bottom, int y, int least) {
   if (y <= 0) return height;
   const std::int64_t dragged = std::int64_t{height} + y - bottom;
-  return static_cast<int>(
-      std::clamp<std::int64_t>(dragged, kLeastRowHeight, std::numeric_limits<int>::max()));
+  return static_cast<int>(std::clamp<std::int64_t>(dragged, least, std::numeric_limits<int>::max()));
 }
 
 }  // namespace lorv

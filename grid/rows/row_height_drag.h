@@ -9,7 +9,8 @@ namespace lorv {
 // Units: pixels of the grid's client area.
 // Pure; any thread.
 
-// How far inside the edges of a row header its dividers reach.
+// At 96 dots an inch: what a grid on another screen gives instead of them. How far inside the edges of a row
+// header its dividers reach.
 constexpr int kRowDividerBand = 2;
 constexpr int kLeastRowHeight = 18;
 
@@ -17,12 +18,12 @@ constexpr int kLeastRowHeight = 18;
 // itself in the lower half, the one above in the upper half; -1 in the middle, and above the first row.
 //
 //   DividedRow(CRect(0, 20, 30, 40), 1, {5, 39})  gives 1, {5, 21}  gives 0, {5, 30}  gives -1
-COMM_LORV_API int DividedRow(const CRect& cell, int row, CPoint point);
+COMM_LORV_API int DividedRow(const CRect& cell, int row, CPoint point, int band = kRowDividerBand);
 
 // The height of all rows after the divider at `bottom` was dragged to `y`: it grows by the way the mouse
-// made, and is at least kLeastRowHeight. A mouse at or above the grid's upper edge changes nothing.
+// made, and is at least `least`. A mouse at or above the grid's upper edge changes nothing.
 //
 //   DraggedRowHeight(20, 40, 55)  gives 35,  DraggedRowHeight(20, 40, 5)  gives 18
-COMM_LORV_API int DraggedRowHeight(int height, int bottom, int y);
+COMM_LORV_API int DraggedRowHeight(int height, int bottom, int y, int least = kLeastRowHeight);
 
 }  // namespace lorv

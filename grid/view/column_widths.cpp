@@ -31,7 +31,7 @@ CString ColumnWidthsOf(CBCGPGridCtrl& grid) {
   std::vector<int> widths;
   widths.reserve(static_cast<std::size_t>(grid.GetColumnCount()));
   for (int column = 0; column < grid.GetColumnCount(); ++column)
-    widths.push_back(WidthOf(grid.GetColumnsInfo(), column));
+    widths.push_back(ForDots(WidthOf(grid.GetColumnsInfo(), column), kUsualDpi, grid.Dots()));
   return WidthsToText(widths);
 }
 
@@ -45,7 +45,7 @@ bool PasteColumnWidths(CBCGPGridCtrl& grid) {
   text.Trim();
   if (!HoldsWidths(text)) return false;
   int column = 0;
-  for (const int width : WidthsFromText(text)) grid.SetColumnWidth(column++, width);
+  for (const int width : WidthsFromText(text)) grid.SetColumnWidth(column++, grid.Scaled(width));
   grid.AdjustLayout();
   return true;
 }

@@ -10,7 +10,8 @@ class GridCommands;
 
 // The widths of a grid's columns as a text, as the suite keeps them, on the clipboard and from there.
 //
-// Units: pixels at the grid's present zoom, joined by commas; a hidden column has the width it shows with.
+// Units: pixels at 96 dots an inch and the grid's present zoom, joined by commas, so that a text is right on
+//   every screen; a hidden column has the width it shows with.
 // Edges: what is no list of numbers changes nothing; columns without a number keep their widths, numbers
 //   without a column are passed over. A width of 0 counts as the usual one.
 // One thread: that of the user interface.

@@ -1,6 +1,7 @@
 #include "gridcore/buttons/menu_button.h"
 
 #include "framework/drawing/device_context.h"
+#include "framework/drawing/dots.h"
 #include "framework/windows/menu.h"
 
 // A button with a menu below it. The menu runs a loop of its own in the middle of the press, in which the
@@ -22,15 +23,18 @@ END_MESSAGE_MAP()
 
 namespace {
 
+// Pixels at 96 dots an inch.
 constexpr int kArrowLines = 4;
-constexpr int kArrowRoom = 15;  // pixels at the right end
+constexpr int kArrowRoom = 15;  // at the right end
 constexpr int kTextMargin = 4;
+constexpr int kFocusInset = 2;
 
-void DrawArrow(CDC& dc, const CRect& face, COLORREF colour) {
-  const int x = static_cast<int>(face.right) - kArrowRoom / 2 - 1;
-  const int y = static_cast<int>(face.CenterPoint().y) - kArrowLines / 2;
-  for (int line = 0; line < kArrowLines; ++line) {
-    const int half = kArrowLines - 1 - line;
+void DrawArrow(CDC& dc, const CRect& face, int dots, COLORREF colour) {
+  const int lines = lorv::ForDots(kArrowLines, dots);
+  const int x = static_cast<int>(face.right) - lorv::ForDots(kArrowRoom, dots) / 2 - 1;
+  const int y = static_cast<int>(face.CenterPoint().y) - lines / 2;
+  for (int line = 0; line < lines; ++line) {
+    const int half = lines - 1 - line;
     dc.FillSolidRect(x - half, y + line, 2 * half + 1, 1, colour);
   }
 }
@@ -117,18 +121,20 @@ void CBCGPMenuButton::OnPaint() {
   sunk.DeflateRect(1, 1);
   if (down) dc.Draw3dRect(&sunk, shadow, shadow);
   const COLORREF ink = desktop.Colour(IsWindowEnabled() != FALSE ? COLOR_BTNTEXT : COLOR_GRAYTEXT);
-  DrawArrow(dc, face, ink);
+  const int dots = GetDpi();
+  DrawArrow(dc, face, dots, ink);
   CString text;
   GetWindowText(text);
   CRect room = face;
-  room.DeflateRect(kTextMargin, 0);
-  room.right -= kArrowRoom;
+  room.DeflateRect(lorv::ForDots(kTextMargin, dots), 0);
+  room.right -= lorv::ForDots(kArrowRoom, dots);
   CFont* const former = dc.SelectObject(GetFont());
   dc.SetBkMode(TRANSPARENT);
   dc.SetTextColor(ink);
   dc.DrawText(text, room, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_END_ELLIPSIS);
   dc.SelectObject(former);
   if (CWnd::GetFocus() != this) return;
-  face.DeflateRect(2, 2);
+  const int inset = lorv::ForDots(kFocusInset, dots);
+  face.DeflateRect(inset, inset);
   dc.DrawFocusRect(&face);
 }

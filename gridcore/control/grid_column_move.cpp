@@ -72,7 +72,7 @@ int CBCGPGridCtrl::DropPlaceAt(CPoint point, int& mark) const {
 }
 
 void CBCGPGridCtrl::DragColumn(CPoint point) {
-  const auto trembles = [](LONG from, LONG to) { return std::abs(to - from) < lorv::kDragStart; };
+  const auto trembles = [this](LONG from, LONG to) { return std::abs(to - from) < Scaled(lorv::kDragStart); };
   if (!header_press_.moves && trembles(header_press_.at.x, point.x) && trembles(header_press_.at.y, point.y))
     return;
   header_press_.moves = true;
@@ -85,9 +85,9 @@ void CBCGPGridCtrl::DragColumn(CPoint point) {
   if (life.expired() || !DragsColumn()) return;
   HideDragFrame();
   int mark = 0;
+  const int half = Scaled(lorv::kDropMarkWidth);
   if (DropPlaceAt(point, mark) >= 0)
-    m_rectDragFrame =
-        CRect(mark - lorv::kDropMarkWidth, m_rectList.top, mark + lorv::kDropMarkWidth, m_rectList.bottom);
+    m_rectDragFrame = CRect(mark - half, m_rectList.top, mark + half, m_rectList.bottom);
   CBCGPGridCtrl::OnDrawDragFrame();
 }
 

@@ -1,6 +1,7 @@
 #include "gridcore/control/grid_control.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "gridcore/accessibility/grid_cells.h"
 #include "gridcore/control/grid_composition.h"
@@ -43,6 +44,17 @@ LORV_MESSAGE(WM_IME_COMPOSITION, call.result = self.OnComposition(WM_IME_COMPOSI
 LORV_MESSAGE(WM_IME_ENDCOMPOSITION, call.result = self.OnComposition(WM_IME_ENDCOMPOSITION, call.w, call.l))
 ON_REGISTERED_MESSAGE(BCGM_GRID_ADJUST_LAYOUT, OnAdjustLayoutMessage)
 END_MESSAGE_MAP()
+
+int CBCGPWnd::DotsOfScreen() const {
+  const int dots = m_hWnd == nullptr ? 0 : GetDpi();
+  // A window that is going has none any more.
+  return dots > 0 ? dots : dots_;
+}
+
+void CBCGPWnd::FollowDots() {
+  const int before = std::exchange(dots_, DotsOfScreen());
+  if (dots_ != before) OnDotsChanged(dots_, before);
+}
 
 CBCGPGridCtrl::CBCGPGridCtrl() = default;
 
@@ -127,7 +139,8 @@ void CBCGPGridCtrl::EnableHeader(BOOL on, UINT flags) {
 
 void CBCGPGridCtrl::EnableRowHeader(BOOL on, int /*always_minus_one*/, int width) {
   switches_.row_header = on != FALSE;
-  switches_.row_header_width = std::clamp(width, 0, lorv::kMaxColumnWidth);
+  switches_.row_header_width =
+      width < 0 ? Scaled(lorv::kRowHeaderWidth) : std::min(width, lorv::kMaxColumnWidth);
 }
 
 void CBCGPGridCtrl::EnableLineNumbers(BOOL on) {

@@ -88,6 +88,8 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   virtual void OnSelChanging(const CBCGPGridRange& range, BOOL selected);
   virtual void OnSelChanged(const CBCGPGridRange& range, BOOL selected);
   virtual void OnResizeColumns();
+  virtual bool RecountLines() { return false; }  // of rows, by their texts; true: some have others now
+  void OnDotsChanged(int dots, int before) override;
   virtual int OnGetColumnAutoSize(int column);
   virtual BOOL SetHeaderItemWidth(int column, int width);
   virtual void TrackToolTip(CPoint point);
@@ -229,8 +231,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   BOOL SelectColumn(int column, BOOL redraw = TRUE);
   BOOL SelectAll();
   const std::vector<CBCGPGridRange>& GetSelection() const { return selection_.Ranges(); }
-  int GetSelectedItems(
-      std::vector<CBCGPGridItem*>& items) const;  // cells that are visible, in the order chosen
+  int GetSelectedItems(std::vector<CBCGPGridItem*>& items) const;  // visible ones, in the order chosen
   BOOL IsItemSelected(const CBCGPGridItemID& id) const { return selection_.Holds(id); }
   // `whole`: each of its cells in a visible column; else any cell.
   BOOL IsRowSelected(int row, BOOL whole = FALSE) const;
@@ -240,7 +241,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
 
   // Looks and behaviour.
   void EnableHeader(BOOL on, UINT flags = 0);
-  void EnableRowHeader(BOOL on, int always_minus_one = -1, int width = lorv::kRowHeaderWidth);
+  void EnableRowHeader(BOOL on, int always_minus_one = -1, int width = -1);  // -1: the usual one
   BOOL IsRowHeaderEnabled() const { return switches_.row_header; }
   void EnableLineNumbers(BOOL on = TRUE);
   void EnableMarkSortedColumn(BOOL mark, BOOL redraw = TRUE);
@@ -269,8 +270,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   CRect GetRowRect(int row) const;
   CRect GetColumnRect(int column) const;  // with its header; empty: hidden, or scrolled below frozen ones
   bool IsRowShown(int row) const { return heights_.SizeOf(row) > 0; }  // hidden by nothing
-  CRect GetRangeRect(
-      const CBCGPGridRange& range) const;  // what is visible of its columns and rows, unclipped
+  CRect GetRangeRect(const CBCGPGridRange& range) const;  // of visible columns and rows, unclipped
   // Around the range that was selected last; empty where its right bottom corner is out of sight.
   CRect GetSelectionBorder() const;
   const CRect& GetDragFrame() const { return m_rectDragFrame; }
@@ -332,13 +332,12 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
     return index >= 0 ? index : IdOutsideTable(row);
   }
   void RowLinesChanged(const CBCGPGridRow& row, BOOL relayout);
-  // Expires with the grid: asked after every call that may have ended it.
-  std::weak_ptr<int> Watch() const { return life_.Watch(); }
+  std::weak_ptr<int> Watch() const { return life_.Watch(); }  // expires with the grid
   lorv::GridChanges& Changes() { return changes_; }
   lorv::AccessibleCells* GetAccessibleCells() override;  // the table for screen readers
   CWnd* EditorOf(const CBCGPGridRow& row) const;
   CComboBox* ComboOf(const CBCGPGridRow& row) const;
-  int GetButtonWidth() const { return lorv::kItemButtonWidth; }
+  int GetButtonWidth() const { return Scaled(lorv::kItemButtonWidth); }
   int DoDrawText(CDC* dc, const CString& text, CRect rect, UINT flags) const;
   COLORREF BackColourOf(const CBCGPGridItem& item) const;  // in its present state
   COLORREF TextColourOf(const CBCGPGridItem& item) const;
@@ -390,8 +389,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   LRESULT OnAdjustLayoutMessage(WPARAM w, LPARAM l);
   void SetScrollSizes();
   void ScrollTo(int across, int down);
-  // The range of the bar below, until the next layout.
-  void SetHorzScrollTotal(int total);
+  void SetHorzScrollTotal(int total);  // of the bar below, until the next layout
 
   // The mouse is the grid's alone, or anybody's again; giving it back is no loss of it.
   void HoldMouse();
@@ -500,9 +498,11 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   void DrawFrozenEdge(CDC* dc) const;
 
   // Layout.
-  bool LayOut();
+  bool LayOut(bool other_dots = false);
   void SizeColumns();
   int TextHeight();  // of the font that is set
+  void TakeFontAlong();
+  bool FitToDots();
   void MeasureAreas();
   void PlaceEditor();
   void SetBars();

@@ -165,7 +165,7 @@ void CBCGPGridCtrl::DrawFilterCells(CDC* dc) {
     dc->FillSolidRect(&cell, GetBkColor());
     dc->FillSolidRect(cell.left, cell.bottom - 1, cell.Width(), 1, line);
     dc->FillSolidRect(cell.right - 1, cell.top, 1, cell.Height(), line);
-    cell.DeflateRect(kTextMargin, 0);
+    cell.DeflateRect(Scaled(kTextMargin), 0);
     dc->SetTextColor(lorv::InkOver(GetBkColor(), COLOR_WINDOWTEXT));
     dc->DrawText(GetFilterBarText(column), cell,
                  DT_LEFT | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);

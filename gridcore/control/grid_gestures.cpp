@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr int kFrameWidth = 2;
+constexpr int kFrameWidth = 2;  // pixels at 96 dots an inch
 
 }  // namespace
 
@@ -122,11 +122,12 @@ void CBCGPGridCtrl::SetHorzScrollTotal(int total) {
 void CBCGPGridCtrl::OnDrawDragFrame() {
   if (m_hWnd == nullptr || m_rectDragFrame.IsRectEmpty() != FALSE) return;
   const CRect& frame = m_rectDragFrame;
+  const int width = Scaled(kFrameWidth);
   // Its edges alone: what lies within may be all of the screen.
-  for (const CRect& edge : {CRect(frame.left, frame.top, frame.right, frame.top + kFrameWidth),
-                            CRect(frame.left, frame.bottom - kFrameWidth, frame.right, frame.bottom),
-                            CRect(frame.left, frame.top, frame.left + kFrameWidth, frame.bottom),
-                            CRect(frame.right - kFrameWidth, frame.top, frame.right, frame.bottom)})
+  for (const CRect& edge : {CRect(frame.left, frame.top, frame.right, frame.top + width),
+                            CRect(frame.left, frame.bottom - width, frame.right, frame.bottom),
+                            CRect(frame.left, frame.top, frame.left + width, frame.bottom),
+                            CRect(frame.right - width, frame.top, frame.right, frame.bottom)})
     InvalidateRect(&edge, FALSE);
 }
 
@@ -142,7 +143,7 @@ void CBCGPGridCtrl::DrawDragMarks(CDC* dc) {
   const COLORREF ink = lorv::InkOver(GetBkColor(), COLOR_WINDOWTEXT);
   if (m_rectDragFrame.IsRectEmpty() == FALSE) {
     CRect frame = m_rectDragFrame;
-    for (int line = 0; line < kFrameWidth; ++line) {
+    for (int line = Scaled(kFrameWidth); line > 0; --line) {
       dc->Draw3dRect(&frame, ink, ink);
       frame.DeflateRect(1, 1);
     }

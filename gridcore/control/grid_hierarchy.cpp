@@ -9,8 +9,15 @@
 
 namespace {
 
-constexpr int kBoxSide = 9;  // pixels, odd so that its mark has a middle
+// Pixels at 96 dots an inch.
+constexpr int kBoxSide = 9;
+constexpr int kBoxReach = 2;  // around a box, for the mouse
 constexpr int kTextMargin = 4;
+
+// Odd at any dots, so that its mark has a middle.
+int BoxSide(const CBCGPGridCtrl& grid) {
+  return grid.Scaled(kBoxSide) | 1;
+}
 
 }  // namespace
 
@@ -34,9 +41,10 @@ CRect CBCGPGridCtrl::BoxOf(const CBCGPGridRow& row) const {
   // Before frozen columns it stays with them, in both parts: the line of a group is one line.
   const int left =
       static_cast<int>(m_rectList.left) - (Panes().AreSplit() ? 0 : m_nHorzScrollOffset) + level * step;
-  const int x = left + std::max(0, step - kBoxSide) / 2;
-  const int y = static_cast<int>(line.CenterPoint().y) - kBoxSide / 2;
-  return {x, y, x + kBoxSide, y + kBoxSide};
+  const int side = BoxSide(*this);
+  const int x = left + std::max(0, step - side) / 2;
+  const int y = static_cast<int>(line.CenterPoint().y) - side / 2;
+  return {x, y, x + side, y + side};
 }
 
 bool CBCGPGridCtrl::PressOnBox(CPoint point) {
@@ -45,7 +53,7 @@ bool CBCGPGridCtrl::PressOnBox(CPoint point) {
       GetRow(heights_.LineAt(std::int64_t{point.y} - m_rectList.top + m_nVertScrollOffset));
   if (row == nullptr) return false;
   CRect box = BoxOf(*row);
-  if (box.IsRectEmpty() == FALSE) box.InflateRect(2, 2);
+  if (box.IsRectEmpty() == FALSE) box.InflateRect(Scaled(kBoxReach), Scaled(kBoxReach));
   // Beside its box a group's line has nothing to press, and the room before the cells neither.
   const bool used = row->IsGroup() != FALSE || point.x < CellsLeft();
   if (used && box.PtInRect(point) != FALSE) row->Expand(row->IsExpanded() == FALSE);
@@ -60,8 +68,9 @@ void DrawBox(CDC* dc, const CRect& box, bool expanded, COLORREF ink, COLORREF pa
   const CPoint middle = box.CenterPoint();
   const int x = static_cast<int>(middle.x);
   const int y = static_cast<int>(middle.y);
-  dc->FillSolidRect(x - 2, y, 5, 1, ink);
-  if (!expanded) dc->FillSolidRect(x, y - 2, 1, 5, ink);
+  const int arm = box.Width() / 4;
+  dc->FillSolidRect(x - arm, y, 2 * arm + 1, 1, ink);
+  if (!expanded) dc->FillSolidRect(x, y - arm, 1, 2 * arm + 1, ink);
 }
 
 }  // namespace
@@ -84,7 +93,7 @@ CRect CBCGPGridCtrl::GetGroupTextRect(const CBCGPGridRow& group) const {
   const CRect box = BoxOf(group);
   if (group.IsGroup() == FALSE || box.IsRectEmpty() != FALSE) return {};
   CRect place = GetRowRect(IndexOfRow(group));
-  place.left = box.right + kTextMargin;
+  place.left = box.right + Scaled(kTextMargin);
   return place;
 }
 

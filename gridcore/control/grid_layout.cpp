@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 
 #include "framework/drawing/device_context.h"
 #include "gridcore/accessibility/grid_cells.h"
@@ -23,10 +22,6 @@ int Near(std::int64_t place) {
 constexpr int kTextHeight = 16;  // where there is no window to measure in
 constexpr int kLinePadding = 4;  // pixels above and below the text of a row, together
 
-int ForDots(int size, int dots, int before) {
-  return static_cast<int>((std::int64_t{size} * dots + before / 2) / before);
-}
-
 // Columns that were as wide as their texts are so on the other screen, too. Rounded at each change: from
 // a finer screen straight back they come to the pixel, over several ones within a pixel for each.
 void ScaleColumns(CBCGPGridColumnsInfo& info, int dots, int before) {
@@ -34,8 +29,8 @@ void ScaleColumns(CBCGPGridColumnsInfo& info, int dots, int before) {
     const BOOL visible = info.GetColumnVisible(column);
     // A hidden column has no width while it is hidden.
     info.SetColumnVisible(column, TRUE);
-    info.SetColumnWidth(column, ForDots(info.GetColumnWidth(column), dots, before));
-    info.SetMinWidth(column, ForDots(info.GetMinWidth(column), dots, before));
+    info.SetColumnWidth(column, lorv::ForDots(info.GetColumnWidth(column), dots, before));
+    info.SetMinWidth(column, lorv::ForDots(info.GetMinWidth(column), dots, before));
     info.SetColumnVisible(column, visible);
   }
 }
@@ -46,22 +41,52 @@ int CBCGPGridCtrl::TextHeight() {
   if (m_hWnd == nullptr) return kTextHeight;
   CFont* const font = GetFont();
   const LOGFONT& face = font->Face();
-  const int dpi = GetDpi();
   // A layout comes with every row that is added: the same font is measured once.
-  if (measured_.height > 0 && dpi == measured_.dpi && std::memcmp(&face, &measured_.face, sizeof face) == 0)
-    return measured_.height;
+  if (measured_.IsOf(face)) return measured_.height;
   CClientDC dc(this);
   dc.SelectObject(font);
   TEXTMETRIC metrics = {};
   const bool known = dc.GetTextMetrics(&metrics) != FALSE && metrics.tmHeight > 0;
   measured_.height = known ? static_cast<int>(metrics.tmHeight) : kTextHeight;
   measured_.face = face;
-  measured_.dpi = dpi;
   return measured_.height;
 }
 
+void CBCGPGridCtrl::OnDotsChanged(int dots, int before) {
+  ScaleColumns(GetColumnsInfo(), dots, before);
+  switches_.row_header_width = lorv::ForDots(switches_.row_header_width, dots, before);
+  m_nHorzScrollOffset = lorv::ForDots(m_nHorzScrollOffset, dots, before);
+  measured_.height = 0;
+  height_notes_.known = false;
+  if (!own_bold_) return;
+  LOGFONT face = bold_.Face();
+  face.lfHeight = lorv::ForDots(face.lfHeight, dots, before);
+  bold_.CreateFontIndirect(&face);
+}
+
+// A dialog gives its windows fonts of the other size. Where nobody did, as in a plain window, the texts would
+// stay small in cells that grow.
+void CBCGPGridCtrl::TakeFontAlong() {
+  LOGFONT face = GetFont()->Face();
+  if (!measured_.IsOf(face)) return;
+  face.lfHeight = lorv::ForDots(face.lfHeight, DotsOfScreen(), Dots());
+  CFont font(face);
+  SetFont(&font, FALSE);
+}
+
+// Editors that are open get the font of the other size, and rows the lines that their texts need in it.
+// False: the grid is gone.
+bool CBCGPGridCtrl::FitToDots() {
+  const auto life = life_.Watch();
+  if (editing_ != nullptr) editing_->SetInPlaceEditFont();
+  if (!life.expired() && filter_.editor != nullptr) filter_.editor->SetFont(GetFont());
+  if (life.expired()) return false;
+  return RecountLines() ? LayOut() : true;
+}
+
 void CBCGPGridCtrl::SetRowHeight() {
-  m_nRowHeight = TextHeight() + kLinePadding;
+  FollowDots();
+  m_nRowHeight = TextHeight() + Scaled(kLinePadding);
   m_nLargeRowHeight = m_nRowHeight;
   m_nHeaderHeight = m_nRowHeight;
 }
@@ -77,7 +102,8 @@ int CBCGPGridCtrl::HeightOf(CBCGPGridRow& row) {
 int CBCGPGridCtrl::ShownHeightOf(const CBCGPGridRow& row) const {
   const int lines = row.GetLinesNumber();
   if (lines == 1) return m_nLargeRowHeight;
-  const std::int64_t tall = std::int64_t{m_nRowHeight - kLinePadding} * lines + kLinePadding;
+  const int padding = Scaled(kLinePadding);
+  const std::int64_t tall = std::int64_t{m_nRowHeight - padding} * lines + padding;
   return std::max(m_nLargeRowHeight, Near(tall));
 }
 
@@ -185,26 +211,27 @@ void CBCGPGridCtrl::SizeColumns() {
 }
 
 // False: the grid is gone.
-bool CBCGPGridCtrl::LayOut() {
+bool CBCGPGridCtrl::LayOut(bool other_dots) {
   const auto life = life_.Watch();
   const lorv::ScopeMark laying(laying_out_, life);
   // The row that stays the last one has a cell for each column, also for those that came after it.
   CBCGPGridRow* const last =
       switches_.keeps_last_row && !rows_.IsVirtual() ? rows_.At(rows_.Size() - 1) : nullptr;
   if (last != nullptr && last->GetItemCount() < GetColumnCount()) SetupRow(last, GetColumnCount());
-  // The window has come to a screen of other dots an inch, and its font with it.
-  const int before = measured_.height > 0 ? measured_.dpi : 0;
-  const int dots = before > 0 && m_hWnd != nullptr ? GetDpi() : before;
-  if (dots > 0 && dots != before) {
-    ScaleColumns(GetColumnsInfo(), dots, before);
-    switches_.row_header_width = ForDots(switches_.row_header_width, dots, before);
-    measured_.height = 0;
+  const int before = Dots();
+  int top = -1;  // the row that stays the first one on a screen of other dots an inch
+  if (other_dots) {
+    TakeFontAlong();
+    if (life.expired()) return false;
+    top = heights_.LineAt(m_nVertScrollOffset);
   }
+  const std::int64_t hidden = top < 0 ? 0 : m_nVertScrollOffset - heights_.OffsetOf(top);
   // The height that the font or the user asks for may be another one by now.
   const int height = m_nLargeRowHeight;
   SetRowHeight();
   if (life.expired()) return false;
   if (!height_notes_.trusted || !height_notes_.known || height != m_nLargeRowHeight) RebuildHeights();
+  if (top >= 0) m_nVertScrollOffset = Near(heights_.OffsetOf(top) + lorv::ForDots(hidden, Dots(), before));
   MeasureAreas();
   SizeColumns();
   if (life.expired()) return false;
@@ -216,7 +243,8 @@ void CBCGPGridCtrl::AdjustLayout() {
   // Bars that come or go change the window's size, which asks for a layout again.
   if (laying_out_) return;
   const auto life = life_.Watch();
-  if (!LayOut()) return;
+  const bool other_dots = HasOtherDots();
+  if (!LayOut(other_dots) || (other_dots && !FitToDots())) return;
   if (cells_ != nullptr) cells_->LaidOut();
   OnPosSizeChanged();
   if (life.expired()) return;

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int kFrameWidth = 2;  // pixels to both sides of the selection's edge
+constexpr int kFrameReach = 2;  // pixels at 96 dots an inch, to both sides of the selection's edge
 constexpr int kWheelNotch = 120;
 constexpr int kRowsOfNotch = 3;
 
@@ -119,18 +119,17 @@ bool CBCGPGridCtrl::OnSelectionFrame(CPoint point) const {
   if (selection_.IsEmpty()) return false;
   CRect outside = GetRangeRect(selection_.Ranges().back());
   CRect inside = outside;
-  outside.InflateRect(kFrameWidth, kFrameWidth);
-  inside.DeflateRect(kFrameWidth, kFrameWidth);
+  const int reach = Scaled(kFrameReach);
+  outside.InflateRect(reach, reach);
+  inside.DeflateRect(reach, reach);
   return outside.PtInRect(point) != FALSE && inside.PtInRect(point) == FALSE;
 }
 
 bool CBCGPGridCtrl::DragFrame(CPoint point) {
   if (!press_.on_frame) return false;
   // A press that trembles is no drag.
-  const auto along = [](int from, int to) { return from < to ? to - from : from - to; };
-  if (along(static_cast<int>(press_.at.x), static_cast<int>(point.x)) < lorv::kDragStart &&
-      along(static_cast<int>(press_.at.y), static_cast<int>(point.y)) < lorv::kDragStart)
-    return true;
+  const auto trembles = [this](LONG from, LONG to) { return std::abs(to - from) < Scaled(lorv::kDragStart); };
+  if (trembles(press_.at.x, point.x) && trembles(press_.at.y, point.y)) return true;
   press_.on_frame = false;
   const auto life = life_.Watch();
   const BOOL dragged = OnBeginDrag(press_.at);

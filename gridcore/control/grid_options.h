@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstring>
+
 #include "framework/native/window_types.h"
 #include "framework/text/cstring.h"
 
@@ -21,13 +23,14 @@ enum SelectMode : UINT {
 // What EnableHeader allows; bits.
 enum HeaderFlag : UINT { kHeaderMovesColumns = 1, kHeaderSorts = 2, kHeaderHides = 4, kHeaderSelects = 8 };
 
-constexpr UINT kEditorId = 1;              // of every editor of a grid
-constexpr UINT kFilterEditorId = 2;        // of the editor in the filter bar
-constexpr int kDragStart = 4;              // pixels from a press on: before them it only trembles
-constexpr int kDropMarkWidth = 2;          // pixels to both sides of where a dragged column would come
-constexpr int kDividerReach = 4;           // pixels to both sides of a column's edge
-constexpr int kLeastScrollingWidth = 48;   // pixels that frozen columns leave to the others
-constexpr int kRowHeaderWidth = 30;        // pixels
+constexpr UINT kEditorId = 1;        // of every editor of a grid
+constexpr UINT kFilterEditorId = 2;  // of the editor in the filter bar
+// Pixels at 96 dots an inch.
+constexpr int kDragStart = 4;             // from a press on: before them it only trembles
+constexpr int kDropMarkWidth = 2;         // to both sides of where a dragged column would come
+constexpr int kDividerReach = 4;          // to both sides of a column's edge
+constexpr int kLeastScrollingWidth = 48;  // what frozen columns leave to the others
+constexpr int kRowHeaderWidth = 30;
 constexpr int kMaxVirtualTable = 1 << 28;  // rows; as high as all of them can be scrolled over
 constexpr int kMostEditorCloses = 8;       // of editors that handlers open while rows go
 
@@ -70,7 +73,8 @@ struct FilterText {
 struct MeasuredFont {
   int height = 0;  // 0: not measured yet
   LOGFONT face = {};
-  int dpi = 0;
+
+  bool IsOf(const LOGFONT& other) const { return height > 0 && std::memcmp(&face, &other, sizeof face) == 0; }
 };
 
 }  // namespace lorv

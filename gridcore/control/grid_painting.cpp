@@ -216,7 +216,7 @@ void CBCGPGridCtrl::DrawHeaderCell(CDC* dc, const CRect& cell, const CString& te
   dc->FillSolidRect(cell.right - 1, cell.top, 1, cell.Height(), border);
   dc->SetTextColor(InkOf(record.m_clrText, Themed(record.m_clrBackground, COLOR_BTNFACE), COLOR_BTNTEXT));
   CRect place = cell;
-  place.DeflateRect(kTextMargin, 0);
+  place.DeflateRect(Scaled(kTextMargin), 0);
   const UINT aligned = align == DT_LEFT || align == DT_RIGHT ? static_cast<UINT>(align) : UINT{DT_CENTER};
   dc->DrawText(text, place, aligned | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS);
 }

@@ -18,7 +18,7 @@ lorv::ColumnPanes CBCGPGridCtrl::Panes() const {
 }
 
 int CBCGPGridCtrl::MostFrozenWidth() const {
-  return m_rectList.Width() - lorv::kLeastScrollingWidth;
+  return m_rectList.Width() - Scaled(lorv::kLeastScrollingWidth);
 }
 
 void CBCGPGridCtrl::SetFrozenColumns(int count) {
@@ -36,14 +36,14 @@ int CBCGPGridCtrl::DividerAt(int x) const {
   const CBCGPGridColumnsInfo& info = GetColumnsInfo();
   const lorv::ColumnPanes panes = Panes();
   const int room = RoomBeforeCells();
-  const int found = info.HitTestDivider(panes.PlaceAt(x) - room, lorv::kDividerReach);
+  const int found = info.HitTestDivider(panes.PlaceAt(x) - room, Scaled(lorv::kDividerReach));
   if (!panes.AreSplit()) return found;
   // An edge counts where it is seen: those of the frozen part up to its end, the others behind it.
   const int end = found < 0 ? 0 : room + info.GetColumnLeft(found) + info.GetColumnWidth(found);
   const bool within = x < panes.Edge();
   if (found >= 0 && (within ? end <= panes.frozen : panes.left + end - panes.scrolled > panes.Edge()))
     return found;
-  if (std::abs(x - panes.Edge()) > lorv::kDividerReach) return -1;
+  if (std::abs(x - panes.Edge()) > Scaled(lorv::kDividerReach)) return -1;
   return info.HitTestDivider(panes.frozen - room, 0);
 }
 

@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr int kMargin = 2;  // pixels at 96 dots an inch, around the colour
+
 int HexDigit(TCHAR c) {
   if (c >= '0' && c <= '9') return c - '0';
   if (c >= 'a' && c <= 'f') return c - 'a' + 10;
@@ -64,6 +66,8 @@ _variant_t CBCGPGridColorItem::ValueOfText(const CString& text) const {
 
 void CBCGPGridColorItem::OnDrawValue(CDC* dc, CRect rect) {
   const COLORREF colour = GetColor();
-  rect.DeflateRect(2, 2);
+  const CBCGPGridCtrl* const owner = GetOwnerList();
+  const int margin = owner == nullptr ? kMargin : owner->Scaled(kMargin);
+  rect.DeflateRect(margin, margin);
   if (rect.IsRectEmpty() == FALSE) dc->FillSolidRect(&rect, colour == lorv::kNoColour ? automatic_ : colour);
 }

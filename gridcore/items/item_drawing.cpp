@@ -9,6 +9,7 @@
 
 namespace {
 
+// Pixels at 96 dots an inch.
 constexpr int kTextMargin = 3;
 constexpr int kArrowSize = 3;
 
@@ -18,11 +19,11 @@ bool IsNumberType(VARTYPE type) {
          type != VT_BOOL && type != VT_DATE;
 }
 
-// A triangle of `kArrowSize` lines around the point, downwards or upwards.
-void DrawArrow(CDC* dc, CPoint centre, bool down, COLORREF colour) {
-  for (int line = 0; line < kArrowSize; ++line) {
-    const int half = kArrowSize - 1 - line;
-    const int y = static_cast<int>(centre.y) + (down ? line - 1 : 1 - line);
+// A triangle of so many lines around the point, downwards or upwards.
+void DrawArrow(CDC* dc, CPoint centre, int lines, bool down, COLORREF colour) {
+  for (int line = 0; line < lines; ++line) {
+    const int half = lines - 1 - line;
+    const int y = static_cast<int>(centre.y) + (down ? line - lines / 2 : lines / 2 - line);
     dc->FillSolidRect(static_cast<int>(centre.x) - half, y, 2 * half + 1, 1, colour);
   }
 }
@@ -42,9 +43,9 @@ void CBCGPGridItem::OnDrawValue(CDC* dc, CRect rect) {
 
 void CBCGPGridItem::DrawText(CDC* dc, const CString& text, CRect rect) const {
   if (text.IsEmpty()) return;
-  rect.DeflateRect(kTextMargin, 0);
-  if (rect.IsRectEmpty() != FALSE) return;
   const CBCGPGridCtrl* owner = GetOwnerList();
+  rect.DeflateRect(owner == nullptr ? kTextMargin : owner->Scaled(kTextMargin), 0);
+  if (rect.IsRectEmpty() != FALSE) return;
   const int asked = owner == nullptr ? -1 : owner->GetColumnsInfo().GetColumnAlign(column_);
   UINT align = asked >= 0 ? static_cast<UINT>(asked) : (IsNumberType(value_.vt) ? DT_RIGHT : DT_LEFT);
   // An ampersand in a text is an ampersand.
@@ -66,7 +67,7 @@ CRect CBCGPGridItem::GetButtonRect() const {
   // The last pixels are the lines of the grid.
   rect.right -= 1;
   rect.bottom -= 1;
-  rect.left = std::max(rect.left, rect.right - lorv::kItemButtonWidth);
+  rect.left = std::max(rect.left, rect.right - GetOwnerList()->GetButtonWidth());
   // The width is the cell's own affair; its virtual step may be asked on a cell that is not being changed.
   const_cast<CBCGPGridItem*>(this)->AdjustButtonRect(rect);
   return rect;
@@ -81,11 +82,15 @@ void CBCGPGridItem::OnDrawButton(CDC* dc, CRect rect) {
   dc->Draw3dRect(&rect, shadow, shadow);
   const COLORREF mark = IsEnabled() != FALSE ? desktop.Colour(COLOR_BTNTEXT) : shadow;
   const CPoint centre = rect.CenterPoint();
+  const CBCGPGridCtrl* const owner = GetOwnerList();
+  const int lines = owner == nullptr ? kArrowSize : owner->Scaled(kArrowSize);
   if ((flags_ & lorv::kItemHasSpin) != 0) {
-    DrawArrow(dc, {static_cast<int>(centre.x), static_cast<int>(rect.top + centre.y) / 2}, false, mark);
-    DrawArrow(dc, {static_cast<int>(centre.x), static_cast<int>(rect.bottom + centre.y) / 2}, true, mark);
+    DrawArrow(dc, {static_cast<int>(centre.x), static_cast<int>(rect.top + centre.y) / 2}, lines, false,
+              mark);
+    DrawArrow(dc, {static_cast<int>(centre.x), static_cast<int>(rect.bottom + centre.y) / 2}, lines, true,
+              mark);
   } else if ((flags_ & lorv::kItemHasList) != 0) {
-    DrawArrow(dc, centre, true, mark);
+    DrawArrow(dc, centre, lines, true, mark);
   } else {
     dc->SetTextColor(mark);
     dc->DrawText(_T("..."), rect, DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);

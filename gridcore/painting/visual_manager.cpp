@@ -3,21 +3,24 @@
 #include <algorithm>
 
 #include "framework/drawing/device_context.h"
+#include "framework/drawing/dots.h"
 #include "framework/ports/desktop_port.h"
 
 // Marks are drawn of plain rectangles, so that they are crisp at every scale and alike on every system.
 
 namespace {
 
+// Pixels at 96 dots an inch.
 constexpr int kLargestBox = 14;
 constexpr int kMarkInset = 3;
+constexpr int kStroke = 3;
 
 COLORREF Colour(int index) {
   return lorv::DesktopInForce().Colour(index);
 }
 
 // A tick in the square: a short stroke down to the right, then a long one up.
-void DrawTick(CDC* dc, const CRect& box, COLORREF colour) {
+void DrawTick(CDC* dc, const CRect& box, int stroke, COLORREF colour) {
   const int side = box.Width();
   const int turn = side / 3;
   for (int step = 0; step < side; ++step) {
@@ -25,12 +28,13 @@ void DrawTick(CDC* dc, const CRect& box, COLORREF colour) {
     const int y = static_cast<int>(box.top) + side / 3 + depth;
     const int top = std::max(static_cast<int>(box.top), y);
     dc->FillSolidRect(static_cast<int>(box.left) + step, top, 1,
-                      std::min(3, static_cast<int>(box.bottom) - top), colour);
+                      std::min(stroke, static_cast<int>(box.bottom) - top), colour);
   }
 }
 
 }  // namespace
 
+// Without a state one object is as good as many, and needs no making or ending.
 CBCGPVisualManager* CBCGPVisualManager::GetInstance() {
   static CBCGPVisualManager instance;
   return &instance;
@@ -47,17 +51,21 @@ void CBCGPVisualManager::OnDrawPushButton(CDC* dc, CRect rect, const CString& te
 }
 
 void CBCGPVisualManager::OnDrawCheckBox(CDC* dc, CRect rect, int state, BOOL enabled) const {
-  const int side = std::min({rect.Width(), rect.Height(), kLargestBox});
+  // Those of the context: a box is drawn in grids, and on paper, by whoever has one.
+  const int dots = dc->GetDeviceCaps(LOGPIXELSY);
+  const int side = std::min({rect.Width(), rect.Height(), lorv::ForDots(kLargestBox, dots)});
   if (side <= 0) return;
   const CPoint corner = rect.CenterPoint() - CSize(side / 2, side / 2);
   CRect box(corner, CSize(side, side));
   dc->FillSolidRect(&box, Colour(enabled != FALSE ? COLOR_WINDOW : COLOR_BTNFACE));
   const COLORREF mark = Colour(enabled != FALSE ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT);
   dc->Draw3dRect(&box, mark, mark);
-  box.DeflateRect(kMarkInset, kMarkInset);
+  const int inset = lorv::ForDots(kMarkInset, dots);
+  box.DeflateRect(inset, inset);
+  // In a row too low for a mark the empty box is all that fits.
   if (box.IsRectEmpty() != FALSE || state == 0) return;
   if (state == 2)
     dc->FillSolidRect(&box, mark);
   else
-    DrawTick(dc, box, mark);
+    DrawTick(dc, box, lorv::ForDots(kStroke, dots), mark);
 }

@@ -28,8 +28,7 @@ void AddColumns(CBCGPBasicGridCtrl& grid, const SampleWords& words) {
   for (int column = 0; column < kSampleColumns; ++column) {
     const int align = column == kChecked ? static_cast<int>(DT_CENTER) : -1;
     // Widths are given at 96 dots per inch, as all sizes of the sample.
-    const int width = kWidths[column] * grid.GetDpi() / kUsualDpi;
-    grid.InsertColumn(column, words.columns[column], width, align, FALSE);
+    grid.InsertColumn(column, words.columns[column], grid.Scaled(kWidths[column]), align, FALSE);
   }
   grid.EnableMultiLineHeader();
   grid.SetHeaderLineCount(2);

@@ -6,6 +6,7 @@ namespace lorv_test {
 namespace {
 
 constexpr int kRowHeight = 40;  // above that of any font here
+constexpr int kColumnWidth = 80;
 
 }  // namespace
 
@@ -19,6 +20,10 @@ void BridgeScene::Make(int rows, int columns) {
   grid->Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 430, 300), sheet.get(), kTableId);
   grid->SetRowHeight(kRowHeight);
   grid->ReDim(rows, columns);
+  // The window has the same pixels at any dots an inch, and so has what stands in it.
+  for (int column = 0; column < columns; ++column)
+    grid->GetColumnsInfo().SetColumnWidth(column, kColumnWidth);
+  grid->AdjustLayout();
   FillByPlace(*grid, rows, columns);
   grid->SetFocus();
   grid->SetCurSel(CBCGPGridItemID(0, 0));

@@ -192,6 +192,7 @@ TEST_F(GridLayout, AnotherScreenScalesWidthsAndRowsFollowTheFont) {
     grid->SetFont(&font, FALSE);
     grid->AdjustLayout();
     Run();
+    EXPECT_EQ(grid->GetFont()->Face().lfHeight, face.lfHeight) << "set for the screen, it stays";
     EXPECT_EQ(grid->GetColumnWidth(0), 80 * dots / 96);
     EXPECT_EQ(grid->GetColumnWidth(1), (33 * dots + 48) / 96);
     EXPECT_EQ(grid->GetColumnsInfo().GetMinWidth(1), (10 * dots + 48) / 96);
@@ -202,7 +203,7 @@ TEST_F(GridLayout, AnotherScreenScalesWidthsAndRowsFollowTheFont) {
     TEXTMETRIC metrics = {};
     ASSERT_TRUE(dc.GetTextMetrics(&metrics));
     // The text and its lines above and below, and no more lines than a pixel.
-    EXPECT_EQ(grid->GetRowHeight(), metrics.tmHeight + 4);
+    EXPECT_EQ(grid->GetRowHeight(), metrics.tmHeight + (4 * dots + 48) / 96);
     EXPECT_EQ(grid->GetItemRect({1, 0}).bottom, grid->GetItemRect({2, 0}).top);
   }
   EXPECT_EQ(grid->GetRowHeight(), height);

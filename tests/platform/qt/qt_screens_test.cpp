@@ -3,7 +3,8 @@
 #include "framework/drawing/device_context.h"
 #include "framework/windows/dialog.h"
 #include "framework/windows/tip_window.h"
-#include "gridcore/control/grid_control.h"
+#include "grid/basic/basic_grid.h"
+#include "grid/items/presentation_item.h"
 #include "tests/platform/qt/qt_fixture.h"
 
 // Windows that are moved to a screen of other dots an inch, while they are open. The program stands on four:
@@ -150,7 +151,12 @@ void ExpectThinLines(const CBCGPGridCtrl& grid) {
     return picture[static_cast<std::size_t>(y) * static_cast<std::size_t>(size.cx) +
                    static_cast<std::size_t>(x)];
   };
-  const CRect cell = grid.GetItemRect({1, 0});
+  // The picture has the window's border, too.
+  CRect frame;
+  grid.GetWindowRect(frame);
+  CPoint corner;
+  grid.ClientToScreen(&corner);
+  const CRect cell = grid.GetItemRect({1, 0}) + (corner - frame.TopLeft());
   for (const LONG along : {4, 9, 30}) {
     EXPECT_NE(pixel(cell.left + along, cell.bottom - 1), pixel(cell.left + along, cell.bottom - 2));
     EXPECT_NE(pixel(cell.left + along, cell.bottom - 1), pixel(cell.left + along, cell.bottom));
@@ -211,6 +217,51 @@ TEST_F(QtScreens, AGridInADialogIsTheSameOnEachScreenAndBack) {
     EXPECT_EQ(grid.GetColumnWidth(0), 120);
     EXPECT_EQ(grid.GetRowHeight(), row_height);
     EXPECT_EQ(picture(), before);
+  }
+}
+
+// In a window that is no dialog nobody sets fonts for the other screen.
+TEST_F(QtScreens, AGridInAPlainWindowTakesItsFontAndSizesAlong) {
+  ScreenWindow window;
+  window.Create(nullptr, _T("t"), WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(100, 100, 560, 400), nullptr, 0);
+  CBCGPBasicGridCtrl grid;
+  grid.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 400, 240), &window, 7);
+  grid.InsertColumns(_T("构件名称,混凝土强度"), _T("120,120"), 32);
+  grid.AppendRows(5);
+  auto* const list = new CBCGPGridPresentationItem(_variant_t(_T("剪力墙 C30 g")));
+  list->SetPresentationStyle(kListCell);
+  list->AddOption(_T("C30"));
+  grid.ReplaceItem(1, 0, list, FALSE);
+  grid.AdjustLayout();
+  Settle();
+  const LONG font = grid.GetFont()->Face().lfHeight;
+  const std::vector<int> before = {grid.GetRowHeight(), static_cast<int>(grid.GetHeaderRect().Height()),
+                                   grid.GetColumnWidth(1)};
+  ASSERT_EQ(before, (std::vector<int>{32, 32, 120}));
+  constexpr int kDots[] = {96, 192, 120, 144};
+  for (const int screen : {1, 2, 3}) {
+    const int dots = kDots[screen];
+    SCOPED_TRACE(dots);
+    MoveTo(window.m_hWnd, screen);
+    grid.MoveWindow(0, 0, ForDots(400, dots), ForDots(240, dots));
+    EXPECT_EQ(grid.GetFont()->Face().lfHeight, ForDots(font, dots));
+    EXPECT_EQ(grid.GetRowHeight(), ForDots(32, dots));
+    EXPECT_EQ(grid.GetHeaderRect().Height(), ForDots(32, dots));
+    EXPECT_EQ(list->GetButtonRect().Width(), ForDots(17, dots) + ForDots(3, dots));
+    grid.UpdateWindow();
+    Settle();
+    ExpectThinLines(grid);
+    CClientDC dc(&grid);
+    dc.SelectObject(grid.GetFont());
+    const CRect cell = grid.GetItemRect({1, 0});
+    EXPECT_LE(dc.GetTextExtent(list->FormatItem()).cx + 2 * ForDots(3, dots),
+              list->GetButtonRect().left - cell.left);
+    MoveTo(window.m_hWnd, 0);
+    grid.MoveWindow(0, 0, 400, 240);
+    EXPECT_EQ(grid.GetFont()->Face().lfHeight, font);
+    EXPECT_EQ((std::vector<int>{grid.GetRowHeight(), static_cast<int>(grid.GetHeaderRect().Height()),
+                                grid.GetColumnWidth(1)}),
+              before);
   }
 }
 
