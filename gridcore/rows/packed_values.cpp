@@ -25,10 +25,6 @@ bool PackedValues::Takes(const VARIANT& value) {
   return bytes % sizeof(TCHAR) == 0 && bytes / sizeof(TCHAR) <= kMostUnits;
 }
 
-PackedValues::Head& PackedValues::HeadOf() const {
-  return *reinterpret_cast<Head*>(memory_.get());
-}
-
 std::span<std::uint64_t> PackedValues::Payloads() const {
   return {reinterpret_cast<std::uint64_t*>(memory_.get() + sizeof(Head)), HeadOf().count};
 }

@@ -65,7 +65,7 @@ class PackedValues {
   };
   static std::size_t BytesBefore(std::uint32_t room) { return sizeof(Head) + room * kSlotBytes; }
 
-  Head& HeadOf() const;
+  Head& HeadOf() const { return *reinterpret_cast<Head*>(memory_.get()); }
   std::span<std::uint64_t> Payloads() const;
   std::span<std::uint16_t> Types() const;
   TextPlace PlaceOf(int index) const;
