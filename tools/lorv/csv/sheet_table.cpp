@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
 
 #include "tools/lorv/csv/csv_writer.h"
-#include "tools/lorv/screen/progress_bar.h"
 
 // A sheet of a workbook as the text of a table, row by row as it is read. So workbooks and text files go
 // through one reader with one set of checks and messages.
@@ -43,16 +41,6 @@ std::int64_t SheetTable::Read(void* out, std::size_t size) {
     taken_ += count;
   }
   return static_cast<std::int64_t>(given);
-}
-
-std::string WorkbookBytes(const WorkbookFile& book, Console& console) {
-  std::optional<ProgressBar> bar;
-  return book.Bytes([&](std::uint64_t cells, std::uint64_t all) {
-    // Only here it is known how many cells there are.
-    if (!bar) bar.emplace(console, all);
-    bar->Show(cells);
-    return true;
-  });
 }
 
 WorkbookFile OpenWorkbook(const std::string& path) {

@@ -47,10 +47,6 @@ auto WithWorkbook(const std::string& path, Body&& body) {
   }
 }
 
-// A workbook as the bytes of a file, with a progress bar while they are made: that takes most of the time of
-// a saving. Raises as WorkbookFile::Bytes does.
-std::string WorkbookBytes(const WorkbookFile& book, Console& console);
-
 // Opens a workbook. Throws BadInput, with the reason, for one that cannot be read.
 WorkbookFile OpenWorkbook(const std::string& path);
 

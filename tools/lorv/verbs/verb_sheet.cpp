@@ -16,6 +16,7 @@
 #include "tools/lorv/csv/csv_writer.h"
 #include "tools/lorv/csv/output_file.h"
 #include "tools/lorv/csv/sheet_table.h"
+#include "tools/lorv/csv/workbook_bytes.h"
 #include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/screen/display_width.h"
 #include "tools/lorv/takeoff/output/sheet_rows.h"

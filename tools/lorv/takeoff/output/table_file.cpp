@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tools/lorv/csv/sheet_table.h"
+#include "tools/lorv/csv/workbook_bytes.h"
 #include "tools/lorv/language/spoken_language.h"
 #include "tools/lorv/takeoff/output/bill_sheet.h"
 
