@@ -6,6 +6,7 @@ usage: desk_run_test.py [EMULATOR ...] PROGRAM
 import os
 import pathlib
 import re
+import shutil
 import struct
 import subprocess
 import sys
@@ -90,6 +91,34 @@ class Desk(unittest.TestCase):
                 width, height = size_of((pathlib.Path(folder) / "图片" / "shots" / f"{name}.png").read_bytes())
                 self.assertTrue(900 < width < 1000 if name in GRIDS else 300 < width < 700, (name, width))
                 self.assertTrue(100 < height < 600, (name, height))
+
+    def test_grids_are_half_as_large_again_at_144_dots(self):
+        # The screen of the other system has dots of its own.
+        times = 1.0 if len(COMMAND) > 1 else 1.5
+        with tempfile.TemporaryDirectory() as folder:
+            code, _, err = run("--dialogs", "--pictures", "shots", folder=folder, env={**os.environ, "QT_SCALE_FACTOR": "1.5"})
+            self.assertEqual(code, 0, err)
+            for name in GRIDS:
+                width, height = size_of((pathlib.Path(folder) / "shots" / f"{name}.png").read_bytes())
+                self.assertTrue(900 * times < width < 1000 * times, (name, width))
+                self.assertTrue(220 * times < height < 300 * times, (name, height))
+
+    def test_pictures_on_a_dark_desktop(self):
+        if len(COMMAND) > 1 or shutil.which("xvfb-run") is None:
+            return  # its theme is that of a desktop on X11
+        with tempfile.TemporaryDirectory() as folder:
+            screen = ["xvfb-run", "-a", "-s", "-screen 0 1600x1200x24"]
+            dark = {"XDG_CONFIG_HOME": str(pathlib.Path(__file__).parent / "dark_desktop"),
+                    "XDG_CURRENT_DESKTOP": "KDE", "KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5"}
+            for shots, theme in (("light", {}), ("dark", dark)):
+                env = {**os.environ, "QT_QPA_PLATFORM": "xcb", **theme}
+                done = subprocess.run(screen + COMMAND + ["--dialogs", "--pictures", shots], capture_output=True,
+                                      timeout=300, cwd=folder, env=env)
+                self.assertEqual(done.returncode, 0, done.stderr)
+            for name in GRIDS + NAMES:
+                light, night = ((pathlib.Path(folder) / shots / f"{name}.png").read_bytes() for shots in ("light", "dark"))
+                self.assertEqual(size_of(light), size_of(night), name)
+                self.assertNotEqual(light, night, name)
 
     def test_a_folder_that_cannot_be_made_is_told(self):
         with tempfile.TemporaryDirectory() as folder:

@@ -78,8 +78,8 @@ bool EditedTable::ReadRows(CsvReader& reader, CBCGPBasicGridCtrl& grid,
   CsvRow cells;
   named_columns_ = reader.Next(cells) ? static_cast<int>(cells.Size()) : 0;
   for (int column = 0; column < named_columns_; ++column)
-    grid.InsertColumn(column, CString::FromUtf8(std::string(cells[static_cast<std::size_t>(column)])), 80, -1,
-                      FALSE);
+    grid.InsertColumn(column, CString::FromUtf8(std::string(cells[static_cast<std::size_t>(column)])),
+                      grid.Scaled(80), -1, FALSE);
   int columns = std::max(1, named_columns_);
   long long all_cells = 0;
   for (int row = 0; reader.Next(cells); ++row) {
@@ -97,7 +97,7 @@ bool EditedTable::ReadRows(CsvReader& reader, CBCGPBasicGridCtrl& grid,
   }
   // Columns without a name are those behind the first row's last cell.
   for (int column = grid.GetColumnCount(); column < columns; ++column)
-    grid.InsertColumn(column, _T(""), 80, -1, FALSE);
+    grid.InsertColumn(column, _T(""), grid.Scaled(80), -1, FALSE);
   for (int row = 0; row < grid.GetRowCount(); ++row) Widen(*grid.GetRow(row), columns);
   return goes_on();
 }

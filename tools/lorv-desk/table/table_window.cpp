@@ -17,6 +17,7 @@ namespace {
 constexpr int kProgressSteps = 1000;
 // A page or two of rows show what a column holds; measuring all would take as long as reading.
 constexpr int kMeasuredRows = 200;  // by which columns get their first widths
+// Pixels at 96 dots an inch.
 constexpr int kLeastWidth = 50;
 constexpr int kMostWidth = 360;
 constexpr int kCellMargins = 14;
@@ -86,7 +87,8 @@ void TableWindow::FitColumns() {
       const CBCGPGridItem* item = table_->GetItem(row, column);
       if (item != nullptr) width = std::max(width, static_cast<int>(dc.GetTextExtent(item->FormatItem()).cx));
     }
-    table_->SetColumnWidth(column, std::clamp(width + kCellMargins, kLeastWidth, kMostWidth));
+    table_->SetColumnWidth(column, std::clamp(width + table_->Scaled(kCellMargins),
+                                              table_->Scaled(kLeastWidth), table_->Scaled(kMostWidth)));
   }
   table_->AdjustLayout();
 }
