@@ -43,7 +43,8 @@ void CBCGPGridCheckItemEx::OnDrawValue(CDC* dc, CRect rect) {
   const int dots = owner == nullptr ? lorv::kUsualDpi : owner->Dots();
   const int width = lorv::ForDots(lorv::kItemButtonWidth, dots);
   const CRect box = lorv::CheckBoxPlace(rect, width, !GetLabel().IsEmpty(), dots);
-  CBCGPVisualManager::GetInstance()->OnDrawCheckBox(dc, box, DrawnState(), IsAllowEdit());
+  const COLORREF ground = owner == nullptr ? 0 : owner->BackColourOf(*this);
+  CBCGPVisualManager::GetInstance()->OnDrawCheckBox(dc, box, DrawnState(), IsAllowEdit(), ground);
   if (GetLabel().IsEmpty() || owner == nullptr) return;
   rect.left = box.right + owner->Scaled(kLabelGap);
   dc->SetTextColor(owner->TextColourOf(*this));

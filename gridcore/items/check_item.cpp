@@ -44,5 +44,7 @@ BOOL CBCGPGridCheckItem::OnEdit(CPoint /*point*/) {
 }
 
 void CBCGPGridCheckItem::OnDrawValue(CDC* dc, CRect rect) {
-  CBCGPVisualManager::GetInstance()->OnDrawCheckBox(dc, rect, IsOn() ? 1 : 0, IsAllowEdit());
+  const CBCGPGridCtrl* const owner = GetOwnerList();
+  const COLORREF ground = owner == nullptr ? 0 : owner->BackColourOf(*this);
+  CBCGPVisualManager::GetInstance()->OnDrawCheckBox(dc, rect, IsOn() ? 1 : 0, IsAllowEdit(), ground);
 }

@@ -5,6 +5,7 @@
 #include "framework/drawing/device_context.h"
 #include "framework/drawing/dots.h"
 #include "framework/ports/desktop_port.h"
+#include "gridcore/painting/open_ink.h"
 
 // Marks are drawn of plain rectangles, so that they are crisp at every scale and alike on every system.
 
@@ -50,15 +51,17 @@ void CBCGPVisualManager::OnDrawPushButton(CDC* dc, CRect rect, const CString& te
   dc->DrawText(text, rect, text_flags);
 }
 
-void CBCGPVisualManager::OnDrawCheckBox(CDC* dc, CRect rect, int state, BOOL enabled) const {
+void CBCGPVisualManager::OnDrawCheckBox(CDC* dc, CRect rect, int state, BOOL enabled, COLORREF ground) const {
   // Those of the context: a box is drawn in grids, and on paper, by whoever has one.
   const int dots = dc->GetDeviceCaps(LOGPIXELSY);
   const int side = std::min({rect.Width(), rect.Height(), lorv::ForDots(kLargestBox, dots)});
   if (side <= 0) return;
   const CPoint corner = rect.CenterPoint() - CSize(side / 2, side / 2);
   CRect box(corner, CSize(side, side));
-  dc->FillSolidRect(&box, Colour(enabled != FALSE ? COLOR_WINDOW : COLOR_BTNFACE));
-  const COLORREF mark = Colour(enabled != FALSE ? COLOR_WINDOWTEXT : COLOR_GRAYTEXT);
+  const COLORREF ink = lorv::InkOver(ground, COLOR_WINDOWTEXT);
+  const COLORREF paper = ink == Colour(COLOR_WINDOWTEXT) ? Colour(COLOR_WINDOW) : RGB(255, 255, 255);
+  dc->FillSolidRect(&box, enabled != FALSE ? paper : Colour(COLOR_BTNFACE));
+  const COLORREF mark = enabled != FALSE ? ink : Colour(COLOR_GRAYTEXT);
   dc->Draw3dRect(&box, mark, mark);
   const int inset = lorv::ForDots(kMarkInset, dots);
   box.DeflateRect(inset, inset);

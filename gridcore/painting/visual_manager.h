@@ -2,6 +2,7 @@
 
 #include "framework/drawing/geometry.h"
 #include "framework/native/export.h"
+#include "framework/native/window_types.h"
 #include "framework/text/cstring.h"
 
 class CDC;
@@ -17,6 +18,8 @@ class COMM_LORV_API CBCGPVisualManager {
   static CBCGPVisualManager* GetInstance();
 
   void OnDrawPushButton(CDC* dc, CRect rect, const CString& text, UINT text_flags, BOOL enabled) const;
-  // State 0: empty, 1: checked, 2: some of what it stands for is checked.
-  void OnDrawCheckBox(CDC* dc, CRect rect, int state, BOOL enabled) const;
+  // State 0: empty, 1: checked, 2: some of what it stands for is checked. The ground is what the box stands
+  // on: over a light one that a host has fixed it is that of a light desktop, or on a dark one an empty box
+  // would look like a full one.
+  void OnDrawCheckBox(CDC* dc, CRect rect, int state, BOOL enabled, COLORREF ground = 0) const;
 };

@@ -2,6 +2,7 @@
 
 #include "grid/basic/basic_grid.h"
 #include "grid/commands/grid_commands.h"
+#include "grid/items/check_item_ex.h"
 #include "grid/view/grid_column_order.h"
 #include "grid/view/grid_frozen_columns.h"
 #include "grid/view/grid_zoom.h"
@@ -173,8 +174,10 @@ TEST_F(QtGridView, OpenTextsCanBeReadOnFixedGroundsOfADarkDesktop) {
   CBCGPBasicGridCtrl light;
   light.Create(WS_CHILD | WS_VISIBLE, CRect(0, 0, 300, 150), CWnd::FromHandle(top.window), 8);
   light.InsertColumn(0, _T("名称"), 80);
+  light.InsertColumn(1, _T("选"), 80);
   light.AddRow(FALSE);
   light.SetValue(0, 0, _variant_t(_T("梁")), FALSE);
+  light.ReplaceItem(0, 1, new CBCGPGridCheckItemEx(false), FALSE);
   light.EnableFilterBar();
   light.SetFilterBarText(0, _T("梁"));
   light.AdjustLayout();
@@ -202,6 +205,11 @@ TEST_F(QtGridView, OpenTextsCanBeReadOnFixedGroundsOfADarkDesktop) {
   filter.top = light.GetFilterBarRect().top;
   filter.bottom = light.GetFilterBarRect().bottom;
   EXPECT_TRUE(has_dark_text(filter));
+  // An empty box is light within a dark frame: dark, it would be taken for a full one.
+  const CRect box = light.GetItemRect({0, 1});
+  EXPECT_TRUE(has_dark_text(box));
+  const CPoint middle = box.CenterPoint();
+  EXPECT_FALSE(has_dark_text(CRect(middle.x - 6, middle.y - 5, middle.x + 6, middle.y + 5)));
   QApplication::setPalette(usual);
   Settle();
 }
