@@ -27,9 +27,16 @@ CellSearch::CellSearch(const CBCGPGridCtrl& grid, const FindOptions& options,
     first_row_ = top;
     last_row_ = std::min(last_row_, bottom);
   }
+  // Beside the ranges no cell is compared: a column is searched at the cost of one.
+  const auto in_ranges = [&](int column) {
+    return scope.empty() || std::any_of(scope.begin(), scope.end(), [&](const CBCGPGridRange& range) {
+             return column >= range.m_nLeft && column <= range.m_nRight;
+           });
+  };
   for (int column = 0; column < grid.GetColumnCount(); ++column)
     // A column of no width is hidden, whatever made it so.
-    if (options.hidden_cells || grid.GetColumnWidth(column) > 0) columns_.push_back(column);
+    if ((options.hidden_cells || grid.GetColumnWidth(column) > 0) && in_ranges(column))
+      columns_.push_back(column);
 }
 
 bool CellSearch::InScope(const CBCGPGridItemID& cell) const {

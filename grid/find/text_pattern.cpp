@@ -25,7 +25,7 @@ struct Way {
 // The ways that stand in front of one code, those preferred first.
 struct Front {
   std::vector<Way> ways;
-  std::vector<unsigned> seen;  // by step: the turn in which it was come to
+  std::vector<std::size_t> seen;  // by step: the turn in which it was come to
 
   explicit Front(std::size_t steps) : seen(steps) { ways.reserve(steps); }
 };
@@ -43,20 +43,24 @@ bool IsLineBreak(char32_t code) {
 
 }  // namespace
 
+// Serves one text after the other: cells are short, and its room would cost more than the search in one.
 class TextPattern::Run {
  public:
-  Run(const PatternProgram& program, TextView text, bool match_case)
-      : program_(program),
-        text_(text),
-        match_case_(match_case),
-        here_(program.steps.size()),
-        next_(program.steps.size()) {}
+  Run(const PatternProgram& program, bool match_case)
+      : program_(program), match_case_(match_case), here_(program.steps.size()), next_(program.steps.size()) {
+    std::size_t first = 0;
+    while (program.steps[first].kind == Kind::kSave) ++first;
+    if (program.steps[first].kind == Kind::kCode) begins_with_ = &program.steps[first];
+  }
 
-  bool Find(std::size_t from, Saved& found) {
+  bool Find(TextView text, std::size_t from, Saved& found) {
+    Forget(text);
     bool any = false;
     Saved fresh;
     fresh.fill(-1);
     for (std::size_t at = from;; at += CodeOf(text_, at).units) {
+      // Where no way stands yet, none can begin before the code that all begin with.
+      if (!any && here_.ways.empty() && begins_with_ != nullptr) at = NextBegin(at);
       // Where nothing was found yet it may begin here, after all that began before.
       if (!any) {
         fresh[0] = static_cast<int>(at);
@@ -75,6 +79,20 @@ class TextPattern::Run {
   }
 
  private:
+  // The last search may have ended in the middle.
+  void Forget(TextView text) {
+    text_ = text;
+    here_.ways.clear();
+    next_.ways.clear();
+    work_ = 0;
+    turn_here_ = ++marks_;
+  }
+
+  std::size_t NextBegin(std::size_t at) const {
+    while (at < text_.size() && !Fits(*begins_with_, CodeOf(text_, at).code)) at += CodeOf(text_, at).units;
+    return at;
+  }
+
   // Each way over the code at that place. True: one of them is at the end, and found is its.
   bool Step(std::size_t at, std::size_t behind, bool more, Saved& found) {
     turn_next_ = ++marks_;
@@ -101,12 +119,12 @@ class TextPattern::Run {
   }
 
   // To all steps that read a code and are come to from here without one.
-  void Follow(Front& front, int first, const Saved& saved, std::size_t at, unsigned turn) {
+  void Follow(Front& front, int first, const Saved& saved, std::size_t at, std::size_t turn) {
     stack_.push_back({first, saved});
     while (!stack_.empty()) {
       Way way = stack_.back();
       stack_.pop_back();
-      unsigned& seen = front.seen[static_cast<std::size_t>(way.step)];
+      std::size_t& seen = front.seen[static_cast<std::size_t>(way.step)];
       if (seen == turn) continue;
       seen = turn;
       ++work_;
@@ -148,28 +166,29 @@ class TextPattern::Run {
   }
 
   const PatternProgram& program_;
+  const PatternStep* begins_with_ = nullptr;
   TextView text_;
   bool match_case_;
   Front here_;
   Front next_;
   std::vector<Way> stack_;
   std::size_t work_ = 0;
-  unsigned marks_ = 1;
-  unsigned turn_here_ = 1;
-  unsigned turn_next_ = 1;
+  std::size_t marks_ = 1;
+  std::size_t turn_here_ = 1;
+  std::size_t turn_next_ = 1;
 };
 
-TextPattern::TextPattern(TextView pattern, bool match_case) : match_case_(match_case) {
+TextPattern::TextPattern(TextView pattern, bool match_case) {
   if (auto program = ParsePattern(pattern, match_case))
     program_ = std::make_unique<PatternProgram>(std::move(*program));
+  if (program_ != nullptr) run_ = std::make_unique<Run>(*program_, match_case);
 }
 
 TextPattern::~TextPattern() = default;
 
 bool TextPattern::Find(TextView text, std::size_t from, Places& places) const {
   Saved saved;
-  if (program_ == nullptr || from > text.size() || !Run(*program_, text, match_case_).Find(from, saved))
-    return false;
+  if (program_ == nullptr || from > text.size() || !run_->Find(text, from, saved)) return false;
   for (std::size_t i = 0; i < places.size(); ++i) {
     const bool whole = saved[2 * i] >= 0 && saved[2 * i + 1] >= 0;
     places[i] = whole ? Place{saved[2 * i], saved[2 * i + 1]} : Place();

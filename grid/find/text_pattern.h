@@ -48,7 +48,7 @@ class COMM_LORV_API TextPattern {
   class Run;
 
   std::unique_ptr<PatternProgram> program_;
-  bool match_case_;
+  std::unique_ptr<Run> run_;  // what a search needs, kept for the next text
 };
 
 }  // namespace lorv
