@@ -5,7 +5,7 @@
 #include "framework/native/export.h"
 #include "framework/text/cstring.h"
 
-// Sheets of this very process, whose cells can be looked at without an object and three calls for each.
+// A faster way to the cells of sheets that live in this process: no object and three calls for each cell.
 namespace lorv {
 
 // What a cell holds, as its Value and NumberFormat would give it.
@@ -24,7 +24,7 @@ struct SheetArea {
   long columns = 1;
 };
 
-// Whom the cells of an area are shown to; he must not change the workbook meanwhile.
+// Receives the cells of an area one by one. It must not change the workbook while it does.
 class COMM_LORV_API SheetVisitor {
  public:
   SheetVisitor() = default;
@@ -32,13 +32,13 @@ class COMM_LORV_API SheetVisitor {
   SheetVisitor& operator=(const SheetVisitor&) = delete;
   virtual ~SheetVisitor() = default;
 
-  // A cell, by its place in the area, counted from 0.
+  // A cell; `row` and `column` are its place in the area, counted from 0.
   virtual void Cell(int row, int column, const SheetCell& cell) = 0;
   // Before a cell that lies in a merged area.
   virtual void Merged(int row, int column, const SheetArea& area) = 0;
 };
 
-// What a worksheet is beside an AutoObject where it can show its cells at once.
+// Implemented by worksheets, beside AutoObject, that can hand over all cells of an area by one call.
 //
 // One thread: that of the worksheet.
 class COMM_LORV_API DirectSheet {

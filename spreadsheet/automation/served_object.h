@@ -10,7 +10,7 @@ namespace lorv {
 // program's object has not, or a form that the operation has not, raises DISP_E_MEMBERNOTFOUND.
 class ServedObject : public AutoObject {
  public:
-  // Of one of the two programs, whose numbers it answers.
+  // `family` is the program whose dispids it answers.
   ServedObject(Program family, ObjectKind kind) : family_(family), kind_(kind) {}
 
   AutoValue Invoke(DISPID dispid, Form form, std::span<const AutoValue> args) override;

@@ -29,6 +29,7 @@ class RunningBooks : public RunningObjects {
  public:
   explicit RunningBooks(std::vector<ListedWorkbook> books) : books_(std::move(books)) {}
 
+  // The walk begins in front of the first entry, as that of the system's table does.
   bool Next() override { return ++at_ <= books_.size(); }
   std::unique_ptr<RunningObject> Bind() override { return std::make_unique<RunningBook>(books_[at_ - 1]); }
 
@@ -43,6 +44,7 @@ std::unique_ptr<RunningObjects> QuietSystem::EnumRunning() {
   return std::make_unique<RunningBooks>(OpenWorkbooks());
 }
 
+// Unguessable, as it names files in a folder that others may write into.
 CString QuietSystem::NewGuid() {
   std::random_device random;
   CString text;
@@ -55,6 +57,7 @@ CString QuietSystem::NewGuid() {
   return text;
 }
 
+// Cancelled: hosts of such systems ask by dialogs of their own and then call LoadExcel2.
 std::optional<CString> QuietSystem::AskForFile(const FileQuestion& /*question*/) {
   return std::nullopt;
 }

@@ -36,9 +36,13 @@ Area Sheet::UsedArea() const {
   for (const auto& block : cells.Blocks()) {
     for (const Cell& cell : block) {
       if (cell.kind() == CellKind::kEmpty) continue;
-      const Area one = {cell.row(), cell.column(), cell.row(), cell.column()};
-      used = any ? Union(used, one) : one;
+      const long column = cell.column();
+      if (!any) used = {cell.row(), column, cell.row(), column};
       any = true;
+      // Cells come in the order of their rows: only the columns have to be compared.
+      used.bottom = cell.row();
+      used.left = std::min(used.left, column);
+      used.right = std::max(used.right, column);
     }
   }
   if (marked.Rows() > 0) any = TakeIntoUse(marked, any, used);

@@ -93,6 +93,7 @@ void PutCellValue(Book& book, Sheet& sheet, long row, long column, const VARIANT
       cell.SetWord(CellKind::kBool, value.boolVal != VARIANT_FALSE ? 1 : 0);
       break;
     case VT_ERROR:
+      // A caller's error is "no value"; sheets have a word for that and for none of the other codes.
       cell.SetWord(CellKind::kError, book.texts.Add(_T("#N/A")));
       break;
     default:
@@ -100,6 +101,7 @@ void PutCellValue(Book& book, Sheet& sheet, long row, long column, const VARIANT
   }
 }
 
+// Calls and showing both go this way, so that a cell cannot come out differently by one of them.
 SheetCell LookAt(const Book& book, const Cell& cell) {
   SheetCell look;
   look.format = book.styles.Style(cell.style()).format;

@@ -4,7 +4,8 @@
 #include "spreadsheet/servers/engine/shown_cells.h"
 #include "spreadsheet/servers/engine/workbook_files.h"
 
-// Application, workbooks, workbook, worksheets and worksheet.
+// Application, workbooks, workbook, worksheets and worksheet. Each answer is a new object over
+// the same state, as in the programs: callers must not expect to be given an object a second time.
 
 namespace lorv::engine {
 namespace {
@@ -159,6 +160,7 @@ class Application : public EngineObject {
   }
 
   AutoValue Call(Operation /*operation*/, std::span<const AutoValue> /*args*/) override {
+    // Before the workbooks go: who is told of the end finds none open.
     Owner()->ended = true;
     while (!Owner()->Books().empty()) Owner()->CloseBook(Owner()->Books().back());
     if (Owner()->on_quit) Owner()->on_quit(*Owner());

@@ -23,6 +23,7 @@ SheetArea AsPrograms(const Area& area) {
 
 bool ShowCells(const Book& book, const Sheet& sheet, const SheetArea& area, SheetVisitor& visitor) {
   if (!IsWithinSheet(area)) return false;
+  // Most sheets have no merged area, and then no cell is looked for among them.
   const bool any_merged = sheet.merges.Size() > 0;
   const SheetCell none;
   CellCursor cursor(sheet.cells, area.row - 1, area.column - 1);

@@ -8,7 +8,10 @@
 
 namespace lorv::engine {
 
-// The texts of a workbook's cells, kept together and known by number. A text lives as long as the pool.
+// The texts of a workbook's cells, known by numbers from 0 in the order of their adding. A text that is
+// handed out stays where it is as long as the pool lives. Equal texts are not made one. One thread at a time.
+//
+//   pool.At(pool.Add(_T("a")))  gives _T("a")
 class TextPool {
  public:
   std::uint32_t Add(TextView text);

@@ -4,7 +4,9 @@
 #include "spreadsheet/servers/engine/engine_limits.h"
 #include "spreadsheet/servers/office/office_object.h"
 
-// Application, workbooks, workbook, worksheets and worksheet of an office.
+// Application, workbooks, workbook, worksheets and worksheet of an office. Each object asks the bridge at
+// every call and keeps nothing of the answers: the office's user interface, its formulas and other objects
+// may change them. Faults of the bridge become exceptions right where it is asked.
 
 namespace lorv::office {
 namespace {
@@ -23,6 +25,7 @@ class Worksheet : public OfficeObject {
       case Operation::kSheetName:
         return AutoValue(_variant_t(CString(TextView(AskOffice([&] { return place_->sheet->Name(); })))));
       case Operation::kCells:
+        // The size of the other programs' sheets: what lies beyond has no address there.
         return RangeObject(place_, {0, 0, engine::kMaxRows - 1, engine::kMaxColumns - 1});
       case Operation::kUsedRange:
         return RangeObject(place_, AskOffice([&] { return UsedArea(); }));
@@ -44,6 +47,7 @@ class Worksheet : public OfficeObject {
   Area UsedArea() const {
     OfficeSheet& sheet = *place_->sheet;
     Area used = sheet.UsedArea();
+    // One cell is also what a sheet without any value answers.
     const bool one = used == Area();
     bool any = !one || sheet.Cell(0, 0).kind != CellKind::kEmpty;
     for (const Area& each : sheet.MergedAreas()) any = engine::TakeIntoUse(each, any, used);
@@ -61,6 +65,7 @@ class Worksheets : public OfficeObject {
 
  protected:
   AutoValue Get(Operation operation, std::span<const AutoValue> args) override {
+    // The office would answer an index outside with a failure of its own, in English and without a number.
     const long count = Count();
     if (operation == Operation::kSheetCount) return AutoValue(_variant_t(count));
     const long index = LongArgument(args, 0);
@@ -74,6 +79,7 @@ class Worksheets : public OfficeObject {
     const long after = PlaceOf(args, 1);
     long at = before < 0 ? 0 : before;
     if (after >= 0) at = after + 1;
+    // The office wants a name for a new sheet; the programs make one up.
     const CString name = FreeName();
     AskOffice([&] { book_->book->AddSheet(at, Plain(name)); });
     return ObjectAt(at);
@@ -102,6 +108,7 @@ class Worksheets : public OfficeObject {
     return AskOffice([&] {
       for (long at = 0; at < book_->book->SheetCount(); ++at) {
         const Text other = book_->book->Sheet(at)->Name();
+        // For the programs "sheet1" and "Sheet1" are one name.
         if (CompareWithoutCase(TextView(other), name.View()) == 0) return true;
       }
       return false;
@@ -157,6 +164,7 @@ class Workbooks : public OfficeObject {
     if (operation == Operation::kOpenWorkbook) {
       return WorkbookObject(Owner(), Owner()->OpenFile(TextArgument(args, 0), false));
     }
+    // A file in this place is a template: its contents without its name.
     if (args.empty() || args[0].IsMissing()) return WorkbookObject(Owner(), Owner()->AddBook());
     return WorkbookObject(Owner(), Owner()->OpenFile(TextArgument(args, 0), true));
   }
@@ -170,6 +178,7 @@ class Application : public OfficeObject {
   AutoValue Get(Operation operation, std::span<const AutoValue> /*args*/) override {
     if (operation == Operation::kWorkbooks) return AutoRef(std::make_shared<Workbooks>(Owner()));
     if (Owner()->Books().empty()) return {};
+    // The one opened last stands in front, as in a program with windows.
     const BookRef book = Owner()->Books().back();
     return AskOffice([&]() -> AutoValue {
       const long at = book->book->ActiveSheet();

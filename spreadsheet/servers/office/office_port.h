@@ -52,11 +52,12 @@ class OfficeSheet {
   virtual Text Name() = 0;
   // False where the office does not take the name; it keeps the old one.
   virtual bool Rename(const Text& name) = 0;
-  // Of its values; one cell for a sheet without any.
+  // The smallest area that holds all values; cell A1 for a sheet without any.
   virtual Area UsedArea() = 0;
   // All that are merged, in the order of their corners, rows first.
   virtual std::vector<Area> MergedAreas() = 0;
-  // Of what follows: cells of the area are asked for, row by row. Whatever is asked then is answered.
+  // A hint for reading ahead: the cells of the area will be asked for next, row by row. Other questions are
+  // answered as well.
   virtual void Expect(const Area& area) = 0;
   virtual OfficeCell Cell(long row, long column) = 0;
   virtual OfficeFormat Format(long row, long column) = 0;
@@ -69,9 +70,9 @@ class OfficeSheet {
   virtual void Clear(long row, long column) = 0;
   virtual void PutFormat(const Area& area, const Text& text) = 0;
   virtual void PutFontSize(const Area& area, double points) = 0;
-  // 0 standard, 1 left, 2 centre, 3 right.
+  // `justify`: 0 standard, 1 left, 2 centre, 3 right.
   virtual void PutAlignment(const Area& area, int justify) = 0;
-  // A width of 0 hides.
+  // Of the columns from `first` to `last`; a width of 0 hides them.
   virtual void PutWidth(long first, long last, long hundredths) = 0;
   virtual void Merge(const Area& area, bool merged) = 0;
 };

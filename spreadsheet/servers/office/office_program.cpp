@@ -62,6 +62,7 @@ BookRef OfficeProgram::OpenFile(const CString& file, bool as_template) {
 }
 
 void OfficeProgram::CloseBook(const BookRef& book) {
+  // Off the list first: it is closed for the caller even where the office fails at that.
   std::erase(books_, book);
   AskOffice([&] { book->book->Close(); });
 }
@@ -69,6 +70,7 @@ void OfficeProgram::CloseBook(const BookRef& book) {
 void OfficeProgram::SaveBook(OpenBook& book, const CString& file) {
   const FileFilter& filter = FilterOf(file);
   const CString what = _T("无法保存文件“") + file + _T("”。");
+  // Beside the file, so that taking its name is one step of the file system.
   const CString unfinished = UnfinishedPath(file);
   const CString folder = FolderOfPath(file);
   // The office would make it.
@@ -90,6 +92,7 @@ void OfficeProgram::SaveBook(OpenBook& book, const CString& file) {
 }
 
 void OfficeProgram::Quit() {
+  // Workbooks before the office that they are in.
   books_.clear();
   bridge_.reset();
 }

@@ -51,6 +51,7 @@ class Recorded : public AutoObject {
         name_(KindName(kind) + std::to_string(++record.objects)) {
     ++record_.alive;
   }
+  // The order of releases is part of what documents rely on, so each is a line.
   ~Recorded() override {
     --record_.alive;
     record_.lines.push_back("release " + name_);
@@ -140,6 +141,8 @@ AutoValue Recorded::Invoke(DISPID dispid, Form form, std::span<const AutoValue> 
   return answer;
 }
 
+// The questions of a search are not written down, as their number goes with the entries of the table; the
+// workbook that is found is recorded from then on.
 class RecordedRunning : public RunningObject {
  public:
   RecordedRunning(std::unique_ptr<RunningObject> target, CallRecord& record)
@@ -150,6 +153,7 @@ class RecordedRunning : public RunningObject {
   bool HasInterface(const GUID& id) override { return target_->HasInterface(id); }
   std::optional<CString> DisplayName() override { return target_->DisplayName(); }
   AutoRef Object() override {
+    // Whose numbers the record has to read is known by the workbook's type alone.
     const auto type = target_->TypeId(0);
     const bool et = type && type->Data1 == WorkbookId(Program::kEt).Data1;
     return RecordedObject(record_, et ? Program::kEt : Program::kExcel, ObjectKind::kWorkbook,
@@ -189,6 +193,7 @@ AutoRef RecordedObject(CallRecord& record, Program program, ObjectKind kind, con
   return std::make_shared<Recorded>(record, program, kind, target);
 }
 
+// Written behind the call, so that the objects that it makes are numbered first.
 AutoRef RecordingSystem::CreateDispatch(LPCTSTR program_id) {
   AutoRef object = RecordedObject(record_, ProgramNamed(program_id), ObjectKind::kApplication,
                                   target_.CreateDispatch(program_id));

@@ -6,7 +6,10 @@
 
 namespace lorv::com {
 
-// A counted interface, released at the end.
+// Owns one count of a COM interface and gives it back at its end; null is allowed. One thread, as the
+// interface.
+//
+//   ComPointer<ITypeInfo> info;  object->GetTypeInfo(0, language, info.Receive());
 template <class Interface>
 class ComPointer {
  public:

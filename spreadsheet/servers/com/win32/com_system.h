@@ -4,7 +4,11 @@
 
 namespace lorv::com {
 
-// The programs that are installed on a Windows machine. The calling thread has started COM.
+// The spreadsheet programs that are installed on a Windows machine: started by their classes, found in the
+// system's table of running objects, and opened by the shell.
+//
+// Failures are answers (null, nothing, an empty text), as spreadsheet_system.h says of each operation.
+// One thread: that of the user interface, which has started COM (CoInitialize).
 class ComSystem : public SpreadsheetSystem {
  public:
   AutoRef CreateDispatch(LPCTSTR program_id) override;

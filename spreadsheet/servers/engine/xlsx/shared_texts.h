@@ -25,7 +25,7 @@ class RichText {
   int aids_ = 0;
 };
 
-// The table of texts that the cells of a file share.
+// Reads the table of texts that the cells of a file share into the pool of the book.
 class SharedTexts : public XmlHandler {
  public:
   explicit SharedTexts(TextPool& pool) : pool_(pool) {}

@@ -9,7 +9,9 @@
 
 namespace lorv::engine {
 
-// A worksheet of a file, read into a sheet of the book.
+// Reads the XML of a worksheet into a sheet of the book, which is empty: cells, widths of columns and merged
+// areas. Raises the engine's failure for cells outside a sheet, texts that the file lacks, and beyond the
+// limits of engine_limits.h; what was read until then stays in the sheet.
 class SheetPart : public XmlHandler {
  public:
   // `cell_room` is how many cells the whole workbook may still take.

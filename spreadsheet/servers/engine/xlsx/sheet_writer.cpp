@@ -184,6 +184,7 @@ void SheetDocument::MakeCell(const Cell& cell) {
 void SheetDocument::MakeTail() {
   if (row_ >= 0) made_ += "</row>";
   made_ += "</sheetData>";
+  // Without an area there is no such element: an empty one is a damaged file for some programs.
   if (sheet_.merges.Size() > 0) {
     made_ += "<mergeCells count=\"";
     AppendNumber(sheet_.merges.Size(), made_);

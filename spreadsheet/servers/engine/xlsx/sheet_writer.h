@@ -8,7 +8,9 @@
 
 namespace lorv::engine {
 
-// The document of a sheet, made while it is read: no more of it than a block is ever in memory.
+// The XML document of a worksheet as a file that can only be read, once and from its beginning: its text is
+// made while it is read, and never more than about 64 KB of it are in memory. Book and sheet must live as
+// long as this and must not change.
 class SheetDocument : public File {
  public:
   // Asked now and then, with the cells that are made; false ends the document by a failure of Read.

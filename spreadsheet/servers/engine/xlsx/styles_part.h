@@ -8,7 +8,8 @@
 
 namespace lorv::engine {
 
-// The styles of a file: which style of the book stands for each of its cell formats.
+// Reads the styles of a file into the book, and says which of the book's styles stands for a cell format of
+// the file, which cells know by its place in the file's list.
 class StylesPart : public XmlHandler {
  public:
   explicit StylesPart(StylePool& pool) : pool_(pool) {}

@@ -168,6 +168,7 @@ std::string XlsxBytes(const Book& book, const Making& making) {
   std::uint64_t before = 0;
   std::uint64_t all = 0;
   bool ended = false;
+  // Cells are what takes the time; the other parts are small whatever the workbook is.
   for (const auto& sheet : book.sheets) all += sheet->cells.Size();
   const auto goes_on = [&](std::uint64_t cells) {
     ended = making && !making(before + cells, all);
@@ -185,6 +186,7 @@ std::string XlsxBytes(const Book& book, const Making& making) {
     SheetDocument document(book, *book.sheets[i], goes_on);
     const DWORD result =
         zip.Add(("xl/worksheets/sheet" + Decimal(i + 1) + ".xml").c_str(), document, nullptr);
+    // Ended by the caller: the archive's own failure would be the wrong reason.
     if (ended) return {};
     Check(result);
     before += book.sheets[i]->cells.Size();

@@ -31,6 +31,7 @@ void CallWatch::Run() {
   while (!ended_) {
     changed_.wait_for(hold, step);
     if (!calling_ || std::chrono::steady_clock::now() - begin_ < limit_) continue;
+    // Once a call; and without the lock, as the call's own end waits for it.
     calling_ = false;
     hold.unlock();
     expire_();

@@ -24,6 +24,7 @@ using SheetRef = uno::Reference<sheet::XSpreadsheet>;
 
 UnoBlock::UnoBlock(const SheetRef& from, const Area& area) : empty_(false), area_(area) {
   const uno::Reference<sheet::XCellRangeData> data(RangeOf(from, area), uno::UNO_QUERY_THROW);
+  // One message for all values; those of single cells would be a message each.
   values_ = data->getDataArray();
   keys_.resize(static_cast<std::size_t>(area.Rows()) * static_cast<std::size_t>(area.Columns()));
   // The corner of an area that reaches into the block may lie outside.
@@ -33,6 +34,7 @@ UnoBlock::UnoBlock(const SheetRef& from, const Area& area) : empty_(false), area
 void UnoBlock::TakeFormats(const SheetRef& from, const Area& around) {
   const uno::Reference<sheet::XUniqueCellFormatRangesSupplier> supplier(RangeOf(from, around),
                                                                         uno::UNO_QUERY_THROW);
+  // A sheet has few formats beside its cells, so there are few groups to be asked for their keys.
   const auto groups = supplier->getUniqueCellFormatRanges();
   const sal_Int32 count = groups->getCount();
   for (sal_Int32 i = 0; i < count; ++i) {
@@ -53,6 +55,7 @@ void UnoBlock::TakeGroup(const SheetRef& from, const uno::Reference<sheet::XShee
   }
 }
 
+// A group's areas may reach beyond the block, as formats were asked for as far as merged areas go.
 void UnoBlock::PutKeys(const Area& area, sal_Int32 key) {
   for (long row = std::max(area.top, area_.top); row <= std::min(area.bottom, area_.bottom); ++row) {
     for (long column = std::max(area.left, area_.left); column <= std::min(area.right, area_.right);
@@ -80,6 +83,7 @@ OfficeCell UnoBlock::Cell(long row, long column) const {
     cell.kind = text.isEmpty() ? CellKind::kEmpty : CellKind::kText;
     cell.text = FromUno(text);
   } else {
+    // The table of values has nothing at all in the place of an error.
     cell.kind = CellKind::kError;
   }
   return cell;
@@ -90,6 +94,7 @@ sal_Int32 UnoBlock::FormatKey(long row, long column) const {
 }
 
 Area UnoBlock::MergedArea(long row, long column) const {
+  // Walked through, as blocks hold few merged areas and every one of them once.
   const auto found = std::find_if(merges_.begin(), merges_.end(),
                                   [&](const Area& each) { return each.Contains(row, column); });
   return found == merges_.end() ? Area{row, column, row, column} : *found;

@@ -14,7 +14,7 @@ namespace lorv::office {
 class UnoBlock {
  public:
   UnoBlock() = default;
-  // In the body of a Call.
+  // Reads the area. To be called in the body of UnoConnection::Call only.
   UnoBlock(const com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheet>& sheet,
            const Area& area);
 

@@ -74,6 +74,7 @@ void UnoBook::PutSaved(bool saved) {
 void UnoBook::Save(const Text& path, const char* filter) {
   shared_->connection->Call([&] {
     const uno::Reference<com::sun::star::frame::XStorable> store(shared_->model, uno::UNO_QUERY_THROW);
+    // The document keeps its own name: what is given here is the name of an unfinished file.
     store->storeToURL(AddressOf(path), List({Named("FilterName", uno::Any(ToUno(filter))),
                                              Named("Overwrite", uno::Any(true))}));
   });
@@ -82,6 +83,7 @@ void UnoBook::Save(const Text& path, const char* filter) {
 void UnoBook::Close() {
   shared_->connection->Call([&] {
     const uno::Reference<com::sun::star::util::XCloseable> closing(shared_->model, uno::UNO_QUERY_THROW);
+    // Whoever still holds the document then closes it: it must not stay open for want of an owner.
     closing->close(true);
   });
 }
@@ -90,6 +92,7 @@ long UnoBook::ActiveSheet() {
   return shared_->connection->Call([&] {
     const uno::Reference<sheet::XSpreadsheetView> view(shared_->model->getCurrentController(),
                                                        uno::UNO_QUERY);
+    // A document without a view has no sheet in front.
     if (!view.is()) return -1L;
     const uno::Reference<sheet::XCellRangeAddressable> place(view->getActiveSheet(), uno::UNO_QUERY_THROW);
     return long{place->getRangeAddress().Sheet};
@@ -113,6 +116,7 @@ void UnoBook::Select(long at, const Area& area) {
     const auto chosen = SheetAt(shared_->model, at);
     const uno::Reference<sheet::XSpreadsheetView> view(shared_->model->getCurrentController(),
                                                        uno::UNO_QUERY_THROW);
+    // The sheet first: what is marked belongs to the sheet in front.
     view->setActiveSheet(chosen);
     const uno::Reference<com::sun::star::view::XSelectionSupplier> selection(view, uno::UNO_QUERY_THROW);
     selection->select(uno::Any(chosen->getCellRangeByPosition(

@@ -8,7 +8,7 @@ namespace lorv::office {
 class UnoBook : public OfficeBook {
  public:
   using Model = com::sun::star::uno::Reference<com::sun::star::frame::XModel>;
-  // In the body of a Call.
+  // To be called in the body of UnoConnection::Call only.
   UnoBook(const ConnectionRef& connection, const Model& model)
       : shared_(std::make_shared<UnoShared>(connection, model)) {}
 

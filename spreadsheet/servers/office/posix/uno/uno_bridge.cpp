@@ -37,6 +37,7 @@ bool IsTakenForText(const ModelRef& model, const rtl::OUString& address) {
   return false;
 }
 
+// What was opened and is not wanted must not stay open in an office that goes on running.
 void CloseQuietly(const uno::Reference<XComponent>& component) {
   const uno::Reference<com::sun::star::util::XCloseable> closing(component, uno::UNO_QUERY);
   if (closing.is()) closing->close(true);

@@ -60,6 +60,7 @@ UnoConnection::~UnoConnection() {
     if (desktop_.is()) desktop_->terminate();
   } catch (const uno::Exception&) {  // NOLINT(bugprone-empty-catch): it ends anyway, by the process
   }
+  // The last references write into the pipe as well, which may be gone by now.
   const PipeSignalHeld held;
   desktop_.clear();
   context_.clear();
@@ -93,11 +94,13 @@ void UnoConnection::Connect(std::chrono::steady_clock::time_point end) {
     }
     std::this_thread::sleep_for(kBetweenTries);
   }
+  // Now, while it runs: an office that is killed cannot say what it leaves behind.
   process_.NoteSockets();
 }
 
 bool UnoConnection::Answers() {
   if (process_.Ended()) return false;
+  // A process may stand and have lost its end of the pipe.
   try {
     desktop_->getComponents();
     return true;

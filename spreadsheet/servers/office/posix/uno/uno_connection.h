@@ -38,7 +38,7 @@ class UnoConnection {
   pid_t ProcessId() const { return process_.Id(); }
 
  private:
-  // Of every call.
+  // Held during every call: the signal of a broken pipe is held back, and the time is watched.
   struct Scope {
     explicit Scope(CallWatch& watch) : watched(watch) {}
     PipeSignalHeld held;

@@ -27,6 +27,7 @@ UnoFormats::UnoFormats(const uno::Reference<com::sun::star::frame::XModel>& mode
 }
 
 const OfficeFormat& UnoFormats::OfKey(sal_Int32 key) {
+  // A question to the other process takes longer than all else of a cell; workbooks have few formats.
   if (const auto found = known_.find(key); found != known_.end()) return found->second;
   const auto format = formats_->getByKey(types_->getFormatForLocale(key, English()));
   rtl::OUString text;

@@ -9,7 +9,8 @@
 
 namespace lorv::office {
 
-// The number formats of a workbook, known there by keys; each is asked for once. In the body of a Call.
+// The number formats of a workbook. The office knows each by a key; both directions are kept, so that it is
+// asked once a format. To be used in the body of UnoConnection::Call only.
 class UnoFormats {
  public:
   explicit UnoFormats(const com::sun::star::uno::Reference<com::sun::star::frame::XModel>& model);

@@ -55,6 +55,7 @@ bool AreCorners(const SheetRef& from, const uno::Sequence<CellRangeAddress>& gro
 Area WithMerges(const SheetRef& from, const Area& area) {
   const uno::Reference<sheet::XSheetCellRange> range(RangeOf(from, area), uno::UNO_QUERY_THROW);
   const uno::Reference<sheet::XSheetCellCursor> cursor = from->createCursorByRange(range);
+  // Grows to whole merged areas; the property "is merged" is true of a corner alone.
   cursor->collapseToMergedArea();
   const uno::Reference<sheet::XCellRangeAddressable> place(cursor, uno::UNO_QUERY_THROW);
   return AreaOf(place->getRangeAddress());
@@ -77,6 +78,7 @@ std::vector<Area> MergesOf(const SheetRef& from) {
     const uno::Reference<sheet::XSheetCellRanges> group(groups->getByIndex(i), uno::UNO_QUERY_THROW);
     ForEachMergeOf(from, group->getRangeAddresses(), take);
   }
+  // Groups come in the order of formats, which says nothing of places.
   std::sort(merges.begin(), merges.end(), IsBefore);
   return merges;
 }

@@ -8,7 +8,7 @@
 
 #include "spreadsheet/servers/office/office_port.h"
 
-// Merged areas of a sheet. In the body of a Call.
+// Merged areas of a sheet. All of it may be called in the body of UnoConnection::Call only.
 namespace lorv::office {
 
 using SheetRef = com::sun::star::uno::Reference<com::sun::star::sheet::XSpreadsheet>;

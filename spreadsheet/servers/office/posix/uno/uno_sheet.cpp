@@ -34,6 +34,7 @@ sal_Int32 Int(long value) {
 
 }  // namespace
 
+// Counted before the body, which may fail half done.
 template <class Body>
 void UnoSheet::Change(Body&& body) {
   book_->connection->Call([&] {
@@ -61,6 +62,7 @@ bool UnoSheet::Rename(const Text& name) {
 Area UnoSheet::Used() {
   const uno::Reference<sheet::XSheetCellCursor> cursor = sheet_->createCursor();
   const uno::Reference<sheet::XUsedAreaCursor> used(cursor, uno::UNO_QUERY_THROW);
+  // The cursor is moved to the first corner and then drawn out to the last one.
   used->gotoStartOfUsedArea(false);
   used->gotoEndOfUsedArea(true);
   const uno::Reference<sheet::XCellRangeAddressable> place(cursor, uno::UNO_QUERY_THROW);
@@ -106,6 +108,7 @@ Area UnoSheet::MergedArea(long row, long column) {
   return book_->connection->Call([&] { return BlockAt(row, column).MergedArea(row, column); });
 }
 
+// Of a cell its format, its value and its alignment are put one after the other: it is asked for once.
 const UnoSheet::CellRef& UnoSheet::CellAt(long row, long column) {
   if (row != row_ || column != column_ || !cell_.is()) {
     cell_ = sheet_->getCellByPosition(Int(column), Int(row));
@@ -159,6 +162,7 @@ void UnoSheet::PutText(long row, long column, const Text& text) {
 }
 
 void UnoSheet::Clear(long row, long column) {
+  // There is no call that takes a value away; an empty formula does.
   Change([&] { CellAt(row, column)->setFormula({}); });
 }
 
@@ -189,8 +193,8 @@ void UnoSheet::PutWidth(long first, long last, long hundredths) {
   Change([&] {
     for (long column = first; column <= last; ++column) {
       const PropertyRef& look = ColumnAt(column);
+      // Hidden by its own property, as the office passes over a width of 0; so it keeps its width.
       look->setPropertyValue(ToUno("IsVisible"), uno::Any(hundredths != 0));
-      // A hidden column keeps its width.
       if (hundredths != 0) look->setPropertyValue(ToUno("Width"), uno::Any(Int(hundredths)));
     }
   });

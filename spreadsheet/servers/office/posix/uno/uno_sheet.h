@@ -19,7 +19,8 @@ struct UnoShared {
   ConnectionRef connection;
   com::sun::star::uno::Reference<com::sun::star::frame::XModel> model;
   UnoFormats formats;
-  // One more with each change: what was read before may be another value now, by a formula of any sheet.
+  // Counts the changes to the workbook. A block that was read before the last change may be out of date, as a
+  // formula of any sheet may depend on what was changed.
   unsigned changes = 0;
 };
 
@@ -50,7 +51,7 @@ class UnoSheet : public OfficeSheet {
  private:
   using PropertyRef = com::sun::star::uno::Reference<com::sun::star::beans::XPropertySet>;
   using CellRef = com::sun::star::uno::Reference<com::sun::star::table::XCell>;
-  // In the body of a Call.
+  // What follows may be called in the body of UnoConnection::Call only.
   const CellRef& CellAt(long row, long column);
   PropertyRef LookOf(const Area& area);
   const PropertyRef& ColumnAt(long column);

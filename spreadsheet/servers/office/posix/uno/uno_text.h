@@ -12,7 +12,8 @@
 // Texts and lists between the two libraries: both hold 16-bit units.
 namespace lorv::office {
 
-// A text that has no form between processes would end the office: it is a fault of its own.
+// Half of a surrogate pair cannot be sent to another process: the office would end. OfficeFault says so
+// instead.
 inline rtl::OUString ToUno(const Text& text) {
   if (HasLoneHalf(text)) throw OfficeFault{false, Text(_T("half a character"))};
   return {reinterpret_cast<const sal_Unicode*>(text.data()), static_cast<sal_Int32>(text.size())};
