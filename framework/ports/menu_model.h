@@ -7,6 +7,10 @@
 #include "framework/text/cstring.h"
 
 // What a popup menu holds: data that CMenu writes and a peer shows.
+//
+// Units: entries count from 0. Edges: an entry with a submenu has no command; a menu never holds itself.
+// Submenus are shared with the menus that own them; a peer only reads them. One thread: that of the user
+// interface.
 namespace lorv {
 
 struct MenuModel;
