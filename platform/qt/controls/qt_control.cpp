@@ -6,7 +6,7 @@
 
 #include "framework/ports/window_map.h"
 #include "platform/qt/desktop/qt_text.h"
-#include "platform/qt/drawing/qt_fonts.h"
+#include "platform/qt/drawing/qt_text_cache.h"
 
 // What all controls made of widgets share: their margins, and that the widget paints itself unless the class
 // has drawn. Which of the two holds is known only after WM_PAINT was handled, hence the round by `natively_`
@@ -16,7 +16,7 @@ namespace lorv {
 
 void QtControl::StartControl(QWidget* widget, QWidget* pane) {
   Start(widget, pane);
-  widget->setFont(FontOf(Font()));
+  widget->setFont(QtTextCache::Here().Face(Font()).font);
 }
 
 bool QtControl::Framed() const {

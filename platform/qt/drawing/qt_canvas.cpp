@@ -1,95 +1,25 @@
 #include "platform/qt/drawing/qt_canvas.h"
 
+#include <QGuiApplication>
 #include <QPainter>
-#include <QRegion>
 #include <algorithm>
 #include <atomic>
-#include <cmath>
 #include <cstring>
+#include <functional>
 
 #include "framework/drawing/line_runs.h"
 #include "platform/qt/desktop/qt_text.h"
+#include "platform/qt/drawing/qt_drawing.h"
 #include "platform/qt/drawing/qt_fonts.h"
+#include "platform/qt/drawing/qt_glyph_texts.h"
 #include "platform/qt/drawing/qt_text_cache.h"
 
 // A canvas over Qt's painter. It draws on a ground (a window's surface, a picture, a page) that keeps one
-// painter open and what is set in it; the clip, the pen and the font are set only when they differ from what
-// that painter has. Sizes are in counted pixels, fills in whole ones of the picture.
+// painter open and what is set in it. Most of a page of cells passes the painter by: pixels of one colour are
+// set as they are, and numbers are put together from glyphs. Sizes are in counted pixels, fills in whole ones
+// of the picture.
 
 namespace lorv {
-
-// The painter of a canvas' ground for the time of one call, set to the canvas' clip.
-class QtDrawing {
- public:
-  // `within` narrows the clip for this call.
-  QtDrawing(const QtCanvas& canvas, const CRect& bounds, const RECT* within = nullptr)
-      : ground_(*canvas.ground_), part_(bounds & canvas.clip_) {
-    if (within != nullptr) part_ &= *within;
-    // What lies outside the clip takes no painter and no lock.
-    if (part_.IsRectEmpty() != 0) return;
-    painter_ = ground_.Open(part_);
-    if (painter_ != nullptr) UseClip(canvas, within);
-  }
-  QtDrawing(const QtDrawing&) = delete;
-  QtDrawing& operator=(const QtDrawing&) = delete;
-  ~QtDrawing() {
-    if (painter_ != nullptr) ground_.Close(part_);
-  }
-
-  explicit operator bool() const { return painter_ != nullptr; }
-  QPainter* operator->() const { return painter_; }
-  const CRect& Part() const { return part_; }
-
-  // In whole pixels of the picture, whatever one counted pixel is: so edges are never between two of them.
-  void Fill(const CRect& rect, const QColor& colour) const {
-    const double ratio = ground_.Ratio();
-    if (ratio == 1) return painter_->fillRect(ToQt(rect), colour);
-    const auto snapped = [ratio](LONG at) { return std::round(at * ratio) / ratio; };
-    // What is one pixel thin stays as thin everywhere.
-    const auto length = [&](LONG from, LONG to) {
-      return to - from == 1 ? std::max(std::floor(ratio), 1.0) / ratio : snapped(to) - snapped(from);
-    };
-    painter_->fillRect(QRectF(snapped(rect.left), snapped(rect.top), length(rect.left, rect.right),
-                              length(rect.top, rect.bottom)),
-                       colour);
-  }
-  void UseFace(const QtFace& face) const {
-    if (ground_.setting_.face == face.number) return;
-    painter_->setFont(face.font);
-    ground_.setting_.face = face.number;
-  }
-  void UseInk(COLORREF colour) const {
-    QtGround::Setting& setting = ground_.setting_;
-    if (setting.inked && setting.ink == colour) return;
-    painter_->setPen(ToQt(colour));
-    setting.inked = true;
-    setting.ink = colour;
-  }
-  void ForgetInk() const { ground_.setting_.inked = false; }
-
- private:
-  void UseClip(const QtCanvas& canvas, const RECT* within) const {
-    QtGround::Setting& setting = ground_.setting_;
-    if (within == nullptr && setting.canvas == canvas.number_ && setting.clip == canvas.clip_number_) return;
-    // The faces are numbered by thread, and a canvas is drawn on by one of them.
-    if (setting.canvas != canvas.number_) setting.face = 0;
-    const CRect clip = within == nullptr ? canvas.clip_ : canvas.clip_ & *within;
-    if (canvas.clip_parts_.IsEmpty()) {
-      painter_->setClipRect(ToQt(clip));
-    } else {
-      QRegion parts;
-      for (const CRect& part : canvas.clip_parts_.Rects()) parts += ToQt(part & clip);
-      painter_->setClipRegion(parts);
-    }
-    setting.canvas = canvas.number_;
-    // A narrowed clip is for one call; number 0 is no canvas' clip, so the next call sets its own.
-    setting.clip = within == nullptr ? canvas.clip_number_ : 0;
-  }
-
-  QtGround& ground_;
-  CRect part_;
-  QPainter* painter_ = nullptr;
-};
 
 namespace {
 
@@ -101,23 +31,20 @@ std::uint64_t NextNumber() {
   return ++last;
 }
 
-int Between(int first, int last, int at, int length) {
-  return length <= 1 ? first : first + (last - first) * at / (length - 1);
+BYTE Between(BYTE first, BYTE last, int at, int length) {
+  return static_cast<BYTE>(length <= 1 ? first : first + (last - first) * at / (length - 1));
 }
 
-QColor Mixed(COLORREF first, COLORREF last, int at, int length) {
-  return QColor(Between(GetRValue(first), GetRValue(last), at, length),
-                Between(GetGValue(first), GetGValue(last), at, length),
-                Between(GetBValue(first), GetBValue(last), at, length));
+COLORREF Mixed(COLORREF first, COLORREF last, int at, int length) {
+  return RGB(Between(GetRValue(first), GetRValue(last), at, length),
+             Between(GetGValue(first), GetGValue(last), at, length),
+             Between(GetBValue(first), GetBValue(last), at, length));
 }
 
-// Shaped ahead, so that drawing takes the glyphs as they are.
-QStaticText Shaped(const QString& text, const QFont& font) {
-  QStaticText shaped(text);
-  shaped.setTextFormat(Qt::PlainText);
-  shaped.setPerformanceHint(QStaticText::AggressiveCaching);
-  shaped.prepare(QTransform(), font);
-  return shaped;
+// Whether the glyphs of a text, shaped for keeping, are drawn as the font draws the text. Lines through it
+// and below it, and what runs from right to left, are the font's affair.
+bool CanBeKept(const QFont& font, TextView text) {
+  return !font.underline() && !font.strikeOut() && !QGuiApplication::isRightToLeft() && AreSetSingly(text);
 }
 
 }  // namespace
@@ -144,6 +71,12 @@ void QtCanvas::SetClip(const RECT* clip) {
   ++clip_number_;
 }
 
+bool QtCanvas::Holds(const CRect& part) const {
+  const std::vector<CRect>& parts = clip_parts_.Rects();
+  return parts.empty() ||
+         std::any_of(parts.begin(), parts.end(), [&](const CRect& known) { return (known & part) == part; });
+}
+
 bool QtCanvas::Shows(const RECT& rect) const {
   // The surface's size lies behind a lock, which costs more than all else here: it is asked for the few
   // rectangles that the clip lets through.
@@ -154,44 +87,55 @@ bool QtCanvas::Shows(const RECT& rect) const {
   return shown(within) && shown(within & CRect(CPoint(0, 0), Size()));
 }
 
+void QtCanvas::FillAll(std::span<const QtFill> fills) {
+  const auto within =
+      clip_parts_.IsEmpty() ? std::span<const CRect>(&clip_, 1) : std::span<const CRect>(clip_parts_.Rects());
+  if (ground_->SetPixels(fills, within)) return;
+  CRect bounds;
+  for (const QtFill& fill : fills) bounds |= fill.rect;
+  const QtDrawing drawing(*this, bounds);
+  if (!drawing) return;
+  for (const QtFill& fill : fills) drawing.Fill(fill.rect, ToQt(fill.colour));
+}
+
 void QtCanvas::Fill(const RECT& rect, COLORREF colour) {
-  if (const QtDrawing drawing(*this, rect); drawing) drawing.Fill(rect, ToQt(colour));
+  const QtFill fill{rect, colour};
+  // What lies outside the clip takes no lock.
+  if ((clip_ & fill.rect).IsRectEmpty() == 0) FillAll({&fill, 1});
 }
 
 void QtCanvas::Gradient(const RECT& rect, COLORREF first, COLORREF last, bool downwards) {
   const CRect box(rect);
-  const QtDrawing drawing(*this, box);
-  if (!drawing) return;
-  const CRect part = drawing.Part();
+  const CRect part = box & clip_ & CRect(CPoint(0, 0), Size());
+  if (part.IsRectEmpty() != 0) return;
   const int length = downwards ? box.Height() : box.Width();
   const int start = downwards ? box.top : box.left;
-  for (int at = downwards ? part.top : part.left; at < (downwards ? part.bottom : part.right); ++at)
-    drawing.Fill(downwards ? CRect(box.left, at, box.right, at + 1) : CRect(at, box.top, at + 1, box.bottom),
-                 Mixed(first, last, at - start, length));
+  const int end = downwards ? part.bottom : part.right;
+  std::vector<QtFill> lines;
+  lines.reserve(static_cast<std::size_t>(downwards ? part.Height() : part.Width()));
+  for (int at = downwards ? part.top : part.left; at < end; ++at)
+    lines.push_back(
+        {downwards ? CRect(box.left, at, box.right, at + 1) : CRect(at, box.top, at + 1, box.bottom),
+         Mixed(first, last, at - start, length)});
+  FillAll(lines);
 }
 
 void QtCanvas::Frame(const RECT& rect, COLORREF colour, int width) {
   const CRect box(rect);
   if (width <= 0 || box.IsRectEmpty() != 0) return;
-  const QtDrawing drawing(*this, box);
-  if (!drawing) return;
-  const QColor ink = ToQt(colour);
-  if (width >= (box.Width() + 1) / 2 || width >= (box.Height() + 1) / 2) return drawing.Fill(box, ink);
-  drawing.Fill(CRect(box.left, box.top, box.right, box.top + width), ink);
-  drawing.Fill(CRect(box.left, box.bottom - width, box.right, box.bottom), ink);
-  drawing.Fill(CRect(box.left, box.top + width, box.left + width, box.bottom - width), ink);
-  drawing.Fill(CRect(box.right - width, box.top + width, box.right, box.bottom - width), ink);
+  if (width >= (box.Width() + 1) / 2 || width >= (box.Height() + 1) / 2) return Fill(box, colour);
+  const QtFill edges[] = {{{box.left, box.top, box.right, box.top + width}, colour},
+                          {{box.left, box.bottom - width, box.right, box.bottom}, colour},
+                          {{box.left, box.top + width, box.left + width, box.bottom - width}, colour},
+                          {{box.right - width, box.top + width, box.right, box.bottom - width}, colour}};
+  FillAll(edges);
 }
 
 void QtCanvas::Line(POINT from, POINT to, const Stroke& stroke) {
-  const auto runs = LineRuns(from, to, stroke, clip_ & CRect(CPoint(0, 0), Size()));
-  if (runs.empty()) return;
-  CRect bounds;
-  for (const CRect& run : runs) bounds |= run;
-  const QtDrawing drawing(*this, bounds);
-  if (!drawing) return;
-  const QColor ink = ToQt(stroke.colour);
-  for (const CRect& run : runs) drawing.Fill(run, ink);
+  std::vector<QtFill> fills;
+  for (const CRect& run : LineRuns(from, to, stroke, clip_ & CRect(CPoint(0, 0), Size())))
+    fills.push_back({run, stroke.colour});
+  if (!fills.empty()) FillAll(fills);
 }
 
 void QtCanvas::Polygon(const std::vector<POINT>& corners, const Stroke* edge, const COLORREF* inside) {
@@ -255,6 +199,8 @@ void QtCanvas::ClippedText(POINT at, TextView text, COLORREF colour, const RECT&
 void QtCanvas::PutText(POINT at, TextView text, COLORREF colour, const RECT* within) {
   QtTextCache& cache = QtTextCache::Here();
   const QtFace& face = Face(cache);
+  if (const QtGlyphText* const glyphs = ground_->IsPicture() ? face.Glyphs().Of(text) : nullptr)
+    return PutGlyphs({at.x, at.y + face.metrics.tmAscent}, *glyphs, colour, within);
   const int advance = cache.Advance(face, text);
   // Letters may hang over their advance at both ends.
   const int over = face.metrics.tmHeight;
@@ -265,13 +211,41 @@ void QtCanvas::PutText(POINT at, TextView text, COLORREF colour, const RECT* wit
   drawing.UseInk(colour);
   QtRun* const run = cache.Run(face, text, advance);
   // Only what is drawn a second time is shaped for keeping: a page that is scrolled through is drawn once.
-  if (run != nullptr && !run->shaped && run->drawn && shapings_left_ > 0) {
+  if (run != nullptr && !run->shaped && run->drawn && shapings_left_ > 0 && CanBeKept(face.font, text)) {
     --shapings_left_;
-    run->shaped = Shaped(ToQt(text), face.font);
+    run->shaped = GlyphRunsOf(ToQt(text), face.font);
   }
-  if (run != nullptr && run->shaped) return drawing->drawStaticText(ToQt(at), *run->shaped);
+  const QPoint base(at.x, at.y + face.metrics.tmAscent);
+  if (run != nullptr && run->shaped) {
+    for (const QGlyphRun& glyphs : *run->shaped) drawing->drawGlyphRun(base, glyphs);
+    return;
+  }
   if (run != nullptr) run->drawn = true;
-  drawing->drawText(QPoint(at.x, at.y + face.metrics.tmAscent), ToQt(text));
+  drawing->drawText(base, ToQt(text));
+}
+
+// False: the ink meets the clip's edges, or what it is to stand on is not of one colour.
+bool QtCanvas::PutStamps(const CRect& ink, CPoint base, const QtGlyphText& text, COLORREF colour,
+                         const RECT* within) {
+  const CRect part = within == nullptr ? ink & clip_ : ink & clip_ & *within;
+  if (part != ink || !Holds(ink)) return false;
+  const CSize from_corner = base - ink.TopLeft();
+  const QRgb pen = qRgb(GetRValue(colour), GetGValue(colour), GetBValue(colour));
+  const auto put = [&](QRgb ground, QRgb* corner, std::ptrdiff_t line) {
+    text.stamps->Stamp(pen, ground, corner + from_corner.cy * line + from_corner.cx, line);
+  };
+  return ground_->PutOnEven(ink, std::cref(put));
+}
+
+void QtCanvas::PutGlyphs(CPoint base, const QtGlyphText& text, COLORREF colour, const RECT* within) {
+  const CRect ink = text.ink + base;
+  if (text.stamps != nullptr && PutStamps(ink, base, text, colour, within)) return;
+  const QtDrawing drawing(*this, ink, within, QtDrawing::Bounds::kExact);
+  if (!drawing) return;
+  drawing.UseInk(colour);
+  if (text.beginning != nullptr)
+    for (const QGlyphRun& run : *text.beginning) drawing->drawGlyphRun(ToQt(base), run);
+  drawing->drawGlyphRun(ToQt(base), *text.run);
 }
 
 void QtCanvas::Copy(const RECT& to, Canvas& from, POINT from_at) {

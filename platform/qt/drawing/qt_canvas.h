@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <span>
 
 #include "framework/drawing/geometry.h"
 #include "framework/drawing/region.h"
@@ -10,6 +11,7 @@
 namespace lorv {
 
 struct QtFace;
+struct QtGlyphText;
 class QtTextCache;
 
 class QtCanvas : public Canvas {
@@ -40,6 +42,12 @@ class QtCanvas : public Canvas {
  private:
   friend class QtDrawing;
   const QtFace& Face(QtTextCache& cache) const;
+  // Whether the clip lets all of that through, which lies within its bounds.
+  bool Holds(const CRect& part) const;
+  // One after the other, cut to the clip.
+  void FillAll(std::span<const QtFill> fills);
+  bool PutStamps(const CRect& ink, CPoint base, const QtGlyphText& text, COLORREF colour, const RECT* within);
+  void PutGlyphs(CPoint base, const QtGlyphText& text, COLORREF colour, const RECT* within);
   void PutText(POINT at, TextView text, COLORREF colour, const RECT* within);
 
   std::shared_ptr<QtGround> ground_;

@@ -2,6 +2,7 @@
 
 #include <QFont>
 
+#include "framework/native/export.h"
 #include "framework/native/window_types.h"
 
 // Fonts by the platform's description.
@@ -11,7 +12,7 @@
 // thread.
 namespace lorv {
 
-QFont FontOf(const LOGFONT& description);
+COMM_LORV_API QFont FontOf(const LOGFONT& description);
 LOGFONT DescriptionOf(const QFont& font);
 // The font of dialogs: the Chinese face at 9 points of the desktop's dots per inch, 12 pixels on the usual
 // screen.

@@ -7,6 +7,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <span>
 
 #include "framework/drawing/region.h"
 #include "framework/ports/canvas_port.h"
@@ -15,6 +16,12 @@ namespace lorv {
 
 class QtCanvas;
 struct QtFace;
+
+// A rectangle of one colour.
+struct QtFill {
+  CRect rect;
+  COLORREF colour;
+};
 
 // What canvases draw on: a picture in memory or a page of paper. One painter serves all calls of a painting;
 // the ground remembers what that painter is set to, so that a call sets only what differs.
@@ -30,6 +37,17 @@ class QtGround {
   virtual int Dpi() const { return kUsualDpi; }
   // The copy of a part with all its pixels; null where none are kept.
   virtual QImage Part(const CRect& /*rect*/) const { return {}; }
+  // Whether one counted pixel is one of a picture that is drawn on.
+  virtual bool IsPicture() const { return false; }
+  // Sets the pixels of a picture without a painter, those that lie in `within`. False: there is no picture,
+  // and a painter fills.
+  virtual bool SetPixels(std::span<const QtFill> /*fills*/, std::span<const CRect> /*within*/) {
+    return false;
+  }
+  // Where the picture has one colour all over `area`, `put` is called with that, the area's first pixel and
+  // the pixels from one line to the next, and sets what it likes of the area. False: nothing was called.
+  using PutOver = std::function<void(QRgb ground, QRgb* corner, std::ptrdiff_t line)>;
+  virtual bool PutOnEven(const CRect& /*area*/, const PutOver& /*put*/) { return false; }
   // The canvas draws no more.
   virtual void Leave(std::uint64_t /*canvas*/) {}
 
@@ -42,6 +60,7 @@ class QtGround {
     std::uint32_t face = 0;
     COLORREF ink = 0;
     bool inked = false;
+    bool clipped = false;
   };
   // Between both calls nothing else draws. Null: there is nothing to draw on.
   virtual QPainter* Open(const CRect& part) = 0;
@@ -67,6 +86,9 @@ class QtSurface : public QtGround {
   int Dpi() const override { return dpi_; }
   void SetDpi(int dpi) { dpi_ = dpi; }
   QImage Part(const CRect& rect) const override;
+  bool IsPicture() const override { return ratio_ == 1; }
+  bool SetPixels(std::span<const QtFill> fills, std::span<const CRect> within) override;
+  bool PutOnEven(const CRect& area, const PutOver& put) override;
   void Leave(std::uint64_t canvas) override;
   void Show(QPainter& screen, QPoint at, const QRect& part);
   // Moves what is in the area. False: it cannot be moved by whole pixels, and stands as it was.
@@ -82,6 +104,8 @@ class QtSurface : public QtGround {
  private:
   void Provide();
   void EndPainter();
+  uchar* Bits();
+  void SetPixels(uchar* bits, const CRect& rect, COLORREF colour) const;
   bool Note(const CRect& part);
   QRect Device(const CRect& rect) const;
 

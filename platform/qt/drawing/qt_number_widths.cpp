@@ -1,6 +1,5 @@
 #include "platform/qt/drawing/qt_number_widths.h"
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -17,17 +16,6 @@ namespace {
 constexpr int kParts = 64;              // of a pixel, in the toolkit's fixed numbers
 constexpr std::size_t kLongest = 1024;  // units; beyond it a sum could leave 32 bits with a huge font
 constexpr std::int32_t kUnknown = std::numeric_limits<std::int32_t>::min();
-
-constexpr std::size_t kLongestBeginning = 64;  // units
-// Its pairs are a hundred texts to shape: fewer names are shaped themselves.
-constexpr int kManyNames = 32;
-
-// Scripts that run from left to right and are set letter by letter: Latin, Greek and Cyrillic without marks
-// that combine, Chinese, and the wide forms.
-bool IsSetSingly(TCHAR unit) {
-  return (unit >= 0x20 && unit < 0x7F) || (unit > 0xA0 && unit < 0x300) || (unit >= 0x370 && unit < 0x483) ||
-         (unit >= 0x3000 && unit < 0xA000) || (unit >= 0xFF00 && unit < 0xFFE0);
-}
 
 }  // namespace
 
@@ -91,26 +79,12 @@ std::optional<int> QtNumberWidths::Width(TextView text) {
 }
 
 std::optional<std::int32_t> QtNumberWidths::WidthOfName(TextView text) {
-  std::size_t length = text.size();
-  while (length > 0 && IsDigit(text[length - 1])) --length;
-  const TextView beginning = text.substr(0, length);
-  if (length == text.size() || length > kLongestBeginning ||
-      !std::all_of(beginning.begin(), beginning.end(), IsSetSingly))
-    return std::nullopt;
-  QtPairWidths* const digits = DigitsBehind(beginning);
-  return digits == nullptr ? std::nullopt : digits->Sum(text.substr(length));
-}
-
-QtPairWidths* QtNumberWidths::DigitsBehind(TextView beginning) {
-  auto found = names_.find(beginning);
-  if (found == names_.end()) {
-    if (names_.size() >= kMostNames) names_.clear();
-    found = names_.emplace(beginning, Name()).first;
-  }
-  Name& name = found->second;
-  if (name.digits == nullptr && ++name.met >= kManyNames)
-    name.digits = std::make_unique<QtPairWidths>(metrics_, ToQt(beginning), u'0', 10);
-  return name.digits.get();
+  const TextView beginning = BeginningOfName(text);
+  if (beginning.empty()) return std::nullopt;
+  // Its pairs are a hundred texts to shape: fewer names are shaped themselves.
+  QtPairWidths* const digits = names_.Met(
+      beginning, [&] { return std::make_unique<QtPairWidths>(metrics_, ToQt(beginning), u'0', 10); });
+  return digits == nullptr ? std::nullopt : digits->Sum(text.substr(beginning.size()));
 }
 
 }  // namespace lorv

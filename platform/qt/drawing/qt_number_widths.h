@@ -3,15 +3,12 @@
 #include <QFontMetricsF>
 #include <QString>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
-#include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "framework/native/export.h"
-#include "framework/text/text_compare.h"
+#include "platform/qt/drawing/kept_beginnings.h"
 
 namespace lorv {
 
@@ -47,13 +44,13 @@ class QtPairWidths {
 // may set by other rules; so digits behind letters are added up by pairs that were measured behind those very
 // letters, once many texts began with them.
 // Units: pixels, rounded as the font's own measure of the whole text is.
-// Memory: kMostNames beginnings are kept; when one more is met all are forgotten.
+// Memory: as much as KeptBeginnings says.
 // One thread, that of the font.
 //
 //   QtNumberWidths(font).Width(_T("1.500"))  gives what QFontMetrics(font).horizontalAdvance("1.500") gives
 class COMM_LORV_API QtNumberWidths {
  public:
-  static constexpr std::size_t kMostNames = 256;
+  static constexpr std::size_t kMostNames = KeptBeginnings<QtPairWidths>::kMost;
 
   explicit QtNumberWidths(const QFont& font);
 
@@ -61,22 +58,11 @@ class COMM_LORV_API QtNumberWidths {
   std::optional<int> Width(TextView text);
 
  private:
-  // A beginning that names have in common.
-  struct Name {
-    int met = 0;
-    std::unique_ptr<QtPairWidths> digits;  // once it was met often
-  };
-  struct Hash {
-    using is_transparent = void;
-    std::size_t operator()(TextView text) const { return std::hash<TextView>()(text); }
-  };
-
   std::optional<std::int32_t> WidthOfName(TextView text);
-  QtPairWidths* DigitsBehind(TextView beginning);
 
   QFontMetricsF metrics_;
   QtPairWidths numbers_;
-  std::unordered_map<std::basic_string<TCHAR>, Name, Hash, std::equal_to<>> names_;
+  KeptBeginnings<QtPairWidths> names_;
 };
 
 }  // namespace lorv

@@ -91,6 +91,67 @@ void QtSurface::Close(const CRect& part) {
   if (first && changed_) changed_();
 }
 
+void QtSurface::SetPixels(uchar* bits, const CRect& rect, COLORREF colour) const {
+  const auto line = static_cast<std::size_t>(image_.bytesPerLine());
+  const auto width = static_cast<std::size_t>(rect.Width());
+  uchar* const first =
+      bits + static_cast<std::size_t>(rect.top) * line + static_cast<std::size_t>(rect.left) * sizeof(QRgb);
+  std::fill_n(reinterpret_cast<QRgb*>(first), width,
+              qRgb(GetRValue(colour), GetGValue(colour), GetBValue(colour)));
+  uchar* row = first;
+  for (int y = rect.top + 1; y < rect.bottom; ++y) std::memcpy(row += line, first, width * sizeof(QRgb));
+}
+
+// The painter that is open draws on these very pixels, whoever else holds the picture.
+uchar* QtSurface::Bits() {
+  return painter_.isActive() ? const_cast<uchar*>(image_.constBits()) : image_.bits();
+}
+
+bool QtSurface::SetPixels(std::span<const QtFill> fills, std::span<const CRect> within) {
+  bool first = false;
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (ratio_ != 1) return false;
+    Provide();
+    if (image_.isNull()) return true;
+    uchar* const bits = Bits();
+    const CRect all(CPoint(0, 0), static_cast<SIZE>(size_));
+    for (const QtFill& fill : fills)
+      for (const CRect& part : within) {
+        const CRect seen = fill.rect & part & all;
+        if (seen.IsRectEmpty() != 0) continue;
+        SetPixels(bits, seen, fill.colour);
+        first = Note(seen) || first;
+      }
+  }
+  // Outside the lock, so that whoever is called may ask the surface.
+  if (first && changed_) changed_();
+  return true;
+}
+
+bool QtSurface::PutOnEven(const CRect& area, const PutOver& put) {
+  bool first = false;
+  {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    const CRect all(CPoint(0, 0), static_cast<SIZE>(size_));
+    if (ratio_ != 1 || area.IsRectEmpty() != 0 || (area & all) != area) return false;
+    Provide();
+    if (image_.isNull()) return false;
+    const auto line = static_cast<std::ptrdiff_t>(image_.bytesPerLine()) / std::ptrdiff_t{sizeof(QRgb)};
+    QRgb* const corner = reinterpret_cast<QRgb*>(Bits()) + area.top * line + area.left;
+    const auto width = static_cast<std::size_t>(area.Width());
+    QRgb other = 0;
+    for (std::size_t x = 0; x < width; ++x) other |= corner[x] ^ *corner;
+    for (int y = 1; y < area.Height() && other == 0; ++y)
+      if (std::memcmp(corner + y * line, corner, width * sizeof(QRgb)) != 0) other = 1;
+    if (other != 0) return false;
+    put(*corner, corner, line);
+    first = Note(area);
+  }
+  if (first && changed_) changed_();
+  return true;
+}
+
 // Whether it is the first of a series to be reported.
 bool QtSurface::Note(const CRect& part) {
   if (!changed_) return false;

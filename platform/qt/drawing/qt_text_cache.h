@@ -1,18 +1,19 @@
 #pragma once
 
 #include <QFont>
-#include <QStaticText>
 #include <cstdint>
 #include <deque>
 #include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "framework/native/export.h"
 #include "framework/native/window_types.h"
 #include "framework/text/utf8.h"
 #include "platform/models/kept_texts.h"
+#include "platform/qt/drawing/qt_glyph_texts.h"
 #include "platform/qt/drawing/qt_number_widths.h"
 
 // The fonts and texts that one thread draws: found by value, so that a font is made and a text is shaped once
@@ -30,12 +31,20 @@ struct QtFace {
   TEXTMETRIC metrics = {};
   std::uint32_t number;
   mutable std::unique_ptr<QtNumberWidths> numbers;  // from the first text that was measured on
+
+  QtGlyphTexts& Glyphs() const {
+    if (glyphs_ == nullptr) glyphs_ = std::make_unique<QtGlyphTexts>(font);
+    return *glyphs_;
+  }
+
+ private:
+  mutable std::unique_ptr<QtGlyphTexts> glyphs_;  // from the first text that was drawn on
 };
 
 struct QtRun {
   int advance = 0;
   bool drawn = false;
-  std::optional<QStaticText> shaped;  // from the second drawing on
+  std::optional<std::vector<QGlyphRun>> shaped;  // from the second drawing on
 };
 
 class QtTextCache {

@@ -8,7 +8,7 @@
 #include "framework/ports/window_map.h"
 #include "platform/qt/desktop/qt_desk.h"
 #include "platform/qt/desktop/qt_text.h"
-#include "platform/qt/drawing/qt_fonts.h"
+#include "platform/qt/drawing/qt_text_cache.h"
 
 // Place and state of a window. Its painting is in qt_window_paint.cpp, its life in qt_window_life.cpp, its
 // events in qt_window_input.cpp.
@@ -44,7 +44,7 @@ void QtWindow::TextChanged() {
 
 void QtWindow::FontChanged() {
   const WidgetWork work(*this);
-  ShowFont(FontOf(Font()));
+  ShowFont(QtTextCache::Here().Face(Font()).font);
 }
 
 void QtWindow::ShowFocus() {
