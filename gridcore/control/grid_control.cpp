@@ -116,15 +116,16 @@ lorv::AccessibleCells* CBCGPGridCtrl::GetAccessibleCells() {
   return cells_.get();
 }
 
-// The current cell is drawn another way with the focus and without it.
-void CBCGPGridCtrl::OnSetFocus(CWnd* /*former*/) {
-  InvalidateSelection();
+// Descendants may draw what is selected another way without the focus. An editor has it for its grid, and
+// lies over the cell: between the two nothing is to be drawn.
+void CBCGPGridCtrl::OnSetFocus(CWnd* former) {
+  if (former == nullptr || IsChild(former) == FALSE) InvalidateSelection();
   lorv::SettleComposition(*this);
   if (cells_ != nullptr) cells_->FocusCame();
 }
 
-void CBCGPGridCtrl::OnKillFocus(CWnd* /*next*/) {
-  InvalidateSelection();
+void CBCGPGridCtrl::OnKillFocus(CWnd* next) {
+  if (next == nullptr || IsChild(next) == FALSE) InvalidateSelection();
 }
 
 UINT CBCGPGridCtrl::OnGetDlgCode() {

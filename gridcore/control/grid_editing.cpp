@@ -149,6 +149,9 @@ BOOL CBCGPGridCtrl::EndEditItem(BOOL update) {
   if (update != FALSE) lorv::TakeComposed(*this);
   if (life.expired() || editing_ != item) return FALSE;
   if (update != FALSE && item->CanUpdateData() != FALSE) {
+    // Beforehand: the handlers of the change may end the cell, and what they paint has the value already.
+    const CRect place = item->GetRect();
+    if (m_hWnd != nullptr && place.IsRectEmpty() == FALSE) InvalidateRect(&place, FALSE);
     const BOOL taken = item->OnUpdateValue();
     if (life.expired()) return FALSE;
     // A text that the cell refuses stays in the editor.

@@ -25,9 +25,11 @@ CBCGPGridItem* CBCGPGridCtrl::GetCurSelItem(CBCGPGridRow* row) const {
 
 void CBCGPGridCtrl::InvalidateRange(const CBCGPGridRange& range) {
   if (m_hWnd == nullptr) return;
+  // Nothing of a cell is drawn beside it, but a merged one reaches beyond the range that its main cell is in.
   CRect rect = GetRangeRect(range);
+  for (const CBCGPGridRange& block : merged_.Blocks())
+    if (range.IsInRange({block.m_nTop, block.m_nLeft})) rect |= GetRangeRect(block);
   if (rect.IsRectEmpty() != FALSE) return;
-  rect.InflateRect(2, 2);
   // The headers show which rows and columns are selected.
   CRect beside = rect;
   beside.left = m_rectRowHeader.left;
