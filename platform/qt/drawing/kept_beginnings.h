@@ -55,7 +55,11 @@ class KeptBeginnings {
     if (name.known == nullptr && ++name.met >= kMany) name.known = make();
     return name.known.get();
   }
-  void Clear() { names_.clear(); }
+  template <class Change>
+  void ForEach(Change change) {
+    for (auto& [beginning, name] : names_)
+      if (name.known != nullptr) change(*name.known);
+  }
 
  private:
   struct Name {

@@ -347,7 +347,7 @@ const QtGlyphText* QtGlyphTexts::Of(TextView text) {
   if (made_ > kMostStamps) {
     made_ = 0;
     numbers_.ForgetStamps();
-    names_.Clear();
+    names_.ForEach([](QtGlyphsBehind& digits) { digits.ForgetStamps(); });
   }
   if (const QtGlyphText* const number = numbers_.Of(text)) return number;
   const TextView beginning = BeginningOfName(text);
