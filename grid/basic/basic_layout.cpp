@@ -139,6 +139,7 @@ void CBCGPBasicGridCtrl::OnSelChanged(const CBCGPGridRange& range, BOOL selected
     const auto by_selection = Changes().BySelection();
     SetRowBackgroundColor(range.m_nTop, selected != FALSE ? selected_row_colour_ : lorv::kNoColour, false);
     CRect row = GetRowRect(range.m_nTop);
+    row |= PaintedRect({0, range.m_nTop, GetColumnCount() - 1, range.m_nTop});
     if (m_hWnd != nullptr && row.IsRectEmpty() == FALSE) InvalidateRect(&row, FALSE);
   }
   CBCGPGridCtrl::OnSelChanged(range, selected);

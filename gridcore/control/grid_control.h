@@ -271,6 +271,7 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   CRect GetColumnRect(int column) const;  // with its header; empty: hidden, or scrolled below frozen ones
   bool IsRowShown(int row) const { return heights_.SizeOf(row) > 0; }  // hidden by nothing
   CRect GetRangeRect(const CBCGPGridRange& range) const;  // of visible columns and rows, unclipped
+  CRect PaintedRect(const CBCGPGridRange& range) const;   // the same with merged cells that begin there
   // Around the range that was selected last; empty where its right bottom corner is out of sight.
   CRect GetSelectionBorder() const;
   const CRect& GetDragFrame() const { return m_rectDragFrame; }
@@ -580,7 +581,6 @@ class COMM_LORV_API CBCGPGridCtrl : public CBCGPWnd {
   CBCGPGridItemID anchor_;
   RowSorter row_sorter_;
   lorv::SortState sort_;
-
   lorv::GridSwitches switches_;
   BCGP_GRID_COLOR_DATA theme_;
   CFont bold_;

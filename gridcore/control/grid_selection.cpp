@@ -23,12 +23,17 @@ CBCGPGridItem* CBCGPGridCtrl::GetCurSelItem(CBCGPGridRow* row) const {
   return row != nullptr && row == GetCurSel() ? GetCurSelItem() : nullptr;
 }
 
-void CBCGPGridCtrl::InvalidateRange(const CBCGPGridRange& range) {
-  if (m_hWnd == nullptr) return;
-  // Nothing of a cell is drawn beside it, but a merged one reaches beyond the range that its main cell is in.
+// Nothing of a cell is drawn beside it, but a merged one reaches beyond the range that its main cell is in.
+CRect CBCGPGridCtrl::PaintedRect(const CBCGPGridRange& range) const {
   CRect rect = GetRangeRect(range);
   for (const CBCGPGridRange& block : merged_.Blocks())
     if (range.IsInRange({block.m_nTop, block.m_nLeft})) rect |= GetRangeRect(block);
+  return rect;
+}
+
+void CBCGPGridCtrl::InvalidateRange(const CBCGPGridRange& range) {
+  if (m_hWnd == nullptr) return;
+  const CRect rect = PaintedRect(range);
   if (rect.IsRectEmpty() != FALSE) return;
   // The headers show which rows and columns are selected.
   CRect beside = rect;
