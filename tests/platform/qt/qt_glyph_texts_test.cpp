@@ -179,8 +179,8 @@ class QtCanvasScriptTest : public QtGlyphTextsTest {
 
   CRect SomeRect() {
     const int left = static_cast<int>(random_() % 180) - 10;
-    const int top = static_cast<int>(random_() % 120) - 10;
-    return {left, top, left + static_cast<int>(random_() % 90), top + static_cast<int>(random_() % 50)};
+    const int upper = static_cast<int>(random_() % 120) - 10;
+    return {left, upper, left + static_cast<int>(random_() % 90), upper + static_cast<int>(random_() % 50)};
   }
   COLORREF SomeColour() {
     constexpr COLORREF kColours[] = {0, RGB(255, 255, 255), RGB(0, 120, 215), RGB(250, 240, 200)};
