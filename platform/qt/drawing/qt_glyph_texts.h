@@ -140,8 +140,8 @@ class COMM_LORV_API QtGlyphsBehind {
 // font sets them by rules of its own, all are left to it. Over a ground of one colour the pictures of glyphs
 // that were drawn before are set instead of drawing them again, which takes ten times as long.
 // Units: pixels. Result: what is drawn is to the pixel what the toolkit draws for the text.
-// Memory: as much as KeptBeginnings says, and about kMostStamps pictures; then these are made anew. One thread,
-// that of the font.
+// Memory: as much as KeptBeginnings says, and about kMostStamps pictures; then these are made anew. One
+// thread, that of the font.
 //
 //   QtGlyphTexts(font).Of(_T("1.500"))  gives five glyphs; for _T("abc") it gives null
 class COMM_LORV_API QtGlyphTexts {

@@ -10,6 +10,7 @@
 #include "tools/lorv/csv/csv_limits.h"
 #include "tools/lorv/csv/csv_writer.h"
 #include "tools/lorv/csv/output_file.h"
+#include "tools/lorv/language/spoken_language.h"
 
 namespace lorv::tool {
 namespace {
@@ -29,6 +30,8 @@ Rows Read(const std::string& file, Encoding encoding = Encoding::kAuto, bool com
 }
 
 std::string Refusal(const std::string& file, Encoding encoding = Encoding::kAuto) {
+  // A program that ran before may have spoken another one.
+  SpeakLanguage(Language::kEnglish);
   try {
     Read(file, encoding);
   } catch (const BadInput& wrong) {
