@@ -328,7 +328,7 @@ void CBCGPGridCtrl::ScrollTo(int across, int down) {
       CRect area = m_rectList;
       area.left = m_rectRowHeader.left;
       ScrollWindow(0, old_down - down, &area, &area);
-    } else if (sideways) {
+    } else if (sideways && old_down == down) {
       const CRect moved(Panes().Edge(), m_rectHeader.top, m_rectList.right, m_rectList.bottom);
       InvalidateRect(&moved, FALSE);
     } else {

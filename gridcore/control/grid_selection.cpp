@@ -34,12 +34,14 @@ CRect CBCGPGridCtrl::PaintedRect(const CBCGPGridRange& range) const {
 void CBCGPGridCtrl::InvalidateRange(const CBCGPGridRange& range) {
   if (m_hWnd == nullptr) return;
   const CRect rect = PaintedRect(range);
-  if (rect.IsRectEmpty() != FALSE) return;
-  // The headers show which rows and columns are selected.
-  CRect beside = rect;
+  // The headers show which rows and columns are selected, also while the cells are scrolled below frozen
+  // ones.
+  CRect beside = GetRangeRect({0, range.m_nTop, GetColumnCount() - 1, range.m_nBottom});
+  CRect above = GetRangeRect({range.m_nLeft, 0, range.m_nRight, rows_.Size() - 1});
+  beside |= rect;
+  above |= rect;
   beside.left = m_rectRowHeader.left;
   beside.right = m_rectRowHeader.right;
-  CRect above = rect;
   above.top = m_rectHeader.top;
   above.bottom = m_rectHeader.bottom;
   for (const CRect& part : {rect, beside, above})

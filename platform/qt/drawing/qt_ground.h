@@ -91,8 +91,8 @@ class QtSurface : public QtGround {
   bool PutOnEven(const CRect& area, const PutOver& put) override;
   void Leave(std::uint64_t canvas) override;
   void Show(QPainter& screen, QPoint at, const QRect& part);
-  // Moves what is in the area. False: it cannot be moved by whole pixels, and stands as it was.
-  bool Shift(const CRect& area, SIZE by);
+  // Moves pixels so far, to where the rectangle is. False: not by whole pixels, and they stand as they were.
+  bool Shift(const CRect& to_where, SIZE by);
   // All of it will be drawn: what is drawn in it need not be noted one by one.
   void Mark(const Region& parts);
   Region TakeChanged();

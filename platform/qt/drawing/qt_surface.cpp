@@ -199,10 +199,10 @@ QImage QtSurface::Part(const CRect& rect) const {
   return copy;
 }
 
-bool QtSurface::Shift(const CRect& area, SIZE by) {
+bool QtSurface::Shift(const CRect& to_where, SIZE by) {
   const std::lock_guard<std::mutex> lock(mutex_);
   const CRect all(CPoint(0, 0), static_cast<SIZE>(size_));
-  const CRect target = area & all & (area + by);
+  const CRect target = to_where & all & (all + by);
   // Between pixels nothing can be moved: the caller has all of it painted again.
   if (!Whole(by.cx * ratio_) || !Whole(by.cy * ratio_)) return false;
   if (image_.isNull() || target.IsRectEmpty() != 0) return true;

@@ -7,10 +7,11 @@
 namespace lorv_test {
 namespace {
 
-constexpr int kRows = 11;
-constexpr int kColumns = 5;
+constexpr int kRows = 40;
+constexpr int kColumns = 8;
 
-// A grid whose cells change, are chosen and edited, and whose picture is always that of painting all of it.
+// A grid whose cells change, are chosen, edited, scrolled and frozen, and whose picture is always that of
+// painting all of it.
 class QtGridPictures : public lorv::test::QtTest {
  protected:
   QtGridPictures() {
@@ -26,6 +27,8 @@ class QtGridPictures : public lorv::test::QtTest {
     grid.GetGridItem({7, 2})->SetReadOnly(TRUE);
     grid.GetGridItem({8, 3})->SetTextColor(RGB(200, 0, 0));
     grid.GetGridItem({8, 3})->SetBackgroundColor(RGB(255, 255, 180));
+    grid.MergeRange({1, 1, 2, 3});
+    grid.MergeRange({4, 8, 6, 9});
     grid.AdjustLayout();
     grid.SetFocus();
     Settle();
@@ -50,7 +53,11 @@ class QtGridPictures : public lorv::test::QtTest {
   void Edit();
   void Change();
 
-  CBCGPBasicGridCtrl grid;
+  class Grid : public CBCGPBasicGridCtrl {
+   public:
+    using CBCGPBasicGridCtrl::ScrollTo;
+  };
+  Grid grid;
   std::mt19937 random_{4};
 };
 
@@ -107,12 +114,18 @@ void QtGridPictures::Edit() {
 
 void QtGridPictures::Change() {
   const CBCGPGridItemID id = SomeCell();
-  switch (Below(5)) {
+  switch (Below(8)) {
     case 0:
       lorv::DesktopInForce().ClearFocus();
       break;
     case 1:
       grid.SetFocus();
+      break;
+    case 2:
+      grid.ScrollTo(Below(300), Below(600));
+      break;
+    case 3:
+      grid.SetFrozenColumns(Below(3));
       break;
     default:
       Put(id.m_nRow, id.m_nColumn);
