@@ -23,9 +23,8 @@ COMM_LORV_API void AppendHtmlCell(std::string& html, const HtmlCell& cell);
 
 // The first table of a piece of HTML, as spreadsheets and browsers put it on the clipboard.
 //
-// Units: UTF-8 in; positions in the table count from 0. What a cell that spans several covers are empty
-// cells. Edges: tags may be in any letter case, unclosed and with attributes of all sorts; what stands
-// between tags
+// Units: UTF-8 in; positions in the table count from 0. Places that a cell spans are empty cells.
+// Edges: tags may be in any letter case, unclosed and with attributes of all sorts; what stands between tags
 //   that mean nothing here counts, style sheets and comments do not; tables within cells are text. Cells
 //   behind column kMaxHtmlColumns are left out, spans beyond the last row are cut. Without a table: no rows.
 //

@@ -7,6 +7,7 @@
 #include "platform/qt/desktop/qt_text.h"
 #include "platform/qt/drawing/qt_fonts.h"
 #include "tests/platform/qt/qt_fixture.h"
+#include "tests/platform/qt/some_faces.h"
 
 namespace lorv::test {
 namespace {
@@ -14,20 +15,8 @@ namespace {
 constexpr QPoint kAt(60, 90);
 constexpr QSize kSize(900, 160);
 
-// Faces that set numbers differently: with kerning, all digits alike, bold, leaning, fractions of pixels.
 std::vector<QFont> SomeFonts() {
-  std::vector<QFont> fonts;
-  for (const char16_t* name : {u"WenQuanYi Micro Hei", u"DejaVu Sans", u"DejaVu Serif", u"DejaVu Sans Mono"})
-    for (const int size : {9, 12, 18, 24, 40}) {
-      QFont font(QString::fromUtf16(name));
-      font.setPixelSize(size);
-      font.setBold(size == 18);
-      font.setItalic(size == 24);
-      fonts.push_back(font);
-      font.setHintingPreference(QFont::PreferNoHinting);
-      fonts.push_back(font);
-    }
-  return fonts;
+  return SomeFaces({9, 12, 18, 24, 40}, 18, 24);
 }
 
 QImage Picture(QRgb ground) {

@@ -5,26 +5,13 @@
 
 #include "platform/qt/desktop/qt_text.h"
 #include "tests/platform/qt/qt_fixture.h"
+#include "tests/platform/qt/some_faces.h"
 
 namespace lorv::test {
 namespace {
 
-// Faces that set numbers differently: with kerning, all digits alike, bold, fractions of pixels.
 std::vector<QFont> SomeFonts() {
-  std::vector<QFont> fonts;
-  for (const char16_t* name :
-       {u"WenQuanYi Micro Hei", u"DejaVu Sans", u"DejaVu Serif", u"DejaVu Sans Mono"}) {
-    for (const int size : {9, 12, 17, 40}) {
-      QFont font(QString::fromUtf16(name));
-      font.setPixelSize(size);
-      font.setBold(size == 17);
-      font.setItalic(size == 40);
-      fonts.push_back(font);
-      font.setHintingPreference(QFont::PreferNoHinting);
-      fonts.push_back(font);
-    }
-  }
-  return fonts;
+  return SomeFaces({9, 12, 17, 40}, 17, 40);
 }
 
 int Shaped(const QFont& font, const CString& text) {
