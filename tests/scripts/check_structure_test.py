@@ -163,6 +163,13 @@ class CheckStructure(unittest.TestCase):
             self.refused({"comm/a.h": f"// {text}\n"}, "comm/a.h:1: ")
         self.passed({"docs/a.md": "a stubborn hacker\n"})
 
+    def test_pipes_that_are_cut(self):
+        begin = "#!/bin/bash\n# Says what.\nset -euo pipefail\n\n"
+        for cut in ("ldd a | grep -q b", "ldd a |\n  grep -qE b", "ls | head -1", "ls | grep -m1 b"):
+            self.refused({"scripts/a": f"{begin}{cut}\n"}, "scripts/a:")
+            self.passed({"scripts/a": f"#!/bin/sh\n{cut}\n"})
+        self.passed({"scripts/a": f"{begin}grep -q b <<<\"$(ldd a)\" || grep -q c d\nls | grep -c b\n"})
+
 
 if __name__ == "__main__":
     unittest.main(verbosity=1)
