@@ -5,7 +5,7 @@
 #include "grid/editing/caret_keys.h"
 #include "grid/editing/option_menu.h"
 #include "grid/items/presentation_item.h"
-#include "gridcore/control/grid_composition.h"
+#include "gridcore/control/editing/grid_composition.h"
 #include "gridcore/geometry/line_span.h"
 
 // The keyboard of the suite's grid: keys that stand for others, editing that walks on from cell to cell, the

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "gridcore/control/grid_restore.h"
+#include "gridcore/control/table/grid_restore.h"
 
 class CBCGPBasicGridCtrl;
 

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "gridcore/accessibility/grid_cells.h"
-#include "gridcore/control/grid_composition.h"
 
 // The window of a grid: making it, its messages, its switches.
 
@@ -114,18 +113,6 @@ lorv::AccessibleCells* CBCGPGridCtrl::GetAccessibleCells() {
   // Made when a screen reader first asks: without one no grid pays for it.
   if (cells_ == nullptr) cells_ = std::make_unique<lorv::GridCells>(*this);
   return cells_.get();
-}
-
-// Descendants may draw what is selected another way without the focus. An editor has it for its grid, and
-// lies over the cell: between the two nothing is to be drawn.
-void CBCGPGridCtrl::OnSetFocus(CWnd* former) {
-  if (former == nullptr || IsChild(former) == FALSE) InvalidateSelection();
-  lorv::SettleComposition(*this);
-  if (cells_ != nullptr) cells_->FocusCame();
-}
-
-void CBCGPGridCtrl::OnKillFocus(CWnd* next) {
-  if (next == nullptr || IsChild(next) == FALSE) InvalidateSelection();
 }
 
 UINT CBCGPGridCtrl::OnGetDlgCode() {

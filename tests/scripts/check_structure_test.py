@@ -77,6 +77,16 @@ class CheckStructure(unittest.TestCase):
         self.passed({**desktop, "platform/models/window/a.cpp": text})
         self.refused({**desktop, "platform/models/window/a.h": text}, "platform/models/window/ must not include")
 
+    def test_cells_know_their_grid_but_the_sources_of_the_grid_keep_the_order(self):
+        grid = {"gridcore/control/grid.h": "", "gridcore/control/input/keys.h": ""}
+        text = '#include "gridcore/control/grid.h"\n'
+        self.passed({**grid, "gridcore/items/a.cpp": text})
+        self.refused({**grid, "gridcore/items/a.h": text}, "gridcore/items/ must not include gridcore/control/")
+        text = '#include "gridcore/control/input/keys.h"\n'
+        self.refused({**grid, "gridcore/control/a.cpp": text}, "gridcore/control/ must not include gridcore/control/input/")
+        self.refused({**grid, "gridcore/control/table/a.cpp": text}, "gridcore/control/table/ must not include")
+        self.passed({**grid, "gridcore/control/input/a.cpp": text})
+
     def test_include_of_a_test_or_tool(self):
         self.refused({"comm/a.h": '#include "tests/b.h"\n', "tests/b.h": ""}, "the library must not include tests/")
         self.refused({"comm/a.h": '#include "tools/b.h"\n', "tools/b.h": ""}, "the library must not include tools/")

@@ -1,4 +1,4 @@
-#include "gridcore/control/grid_composition.h"
+#include "gridcore/control/editing/grid_composition.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 
 #include "framework/drawing/device_context.h"
 #include "gridcore/control/grid_control.h"
-#include "gridcore/control/grid_panes.h"
+#include "gridcore/control/layout/grid_panes.h"
 #include "gridcore/painting/open_ink.h"
 
 // A line below the header with a text for each column. Rows that do not hold the texts in their cells are

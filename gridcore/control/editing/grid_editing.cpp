@@ -1,7 +1,7 @@
 #include <utility>
 
 #include "gridcore/accessibility/grid_cells.h"
-#include "gridcore/control/grid_composition.h"
+#include "gridcore/control/editing/grid_composition.h"
 #include "gridcore/control/grid_control.h"
 #include "gridcore/control/scope_mark.h"
 

@@ -1,4 +1,4 @@
-#include "gridcore/control/grid_panes.h"
+#include "gridcore/control/layout/grid_panes.h"
 #include "gridcore/painting/open_ink.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "gridcore/accessibility/grid_cells.h"
-#include "gridcore/control/grid_composition.h"
+#include "gridcore/control/editing/grid_composition.h"
 #include "gridcore/control/grid_control.h"
 
 // What is selected. A change reports the old selection as left and then the new one as chosen; each report
@@ -50,6 +50,18 @@ void CBCGPGridCtrl::InvalidateRange(const CBCGPGridRange& range) {
 
 void CBCGPGridCtrl::InvalidateSelection() {
   for (const CBCGPGridRange& range : selection_.Ranges()) InvalidateRange(range);
+}
+
+// Descendants may draw what is selected another way without the focus. An editor has it for its grid, and
+// lies over the cell: between the two nothing is to be drawn.
+void CBCGPGridCtrl::OnSetFocus(CWnd* former) {
+  if (former == nullptr || IsChild(former) == FALSE) InvalidateSelection();
+  lorv::SettleComposition(*this);
+  if (cells_ != nullptr) cells_->FocusCame();
+}
+
+void CBCGPGridCtrl::OnKillFocus(CWnd* next) {
+  if (next == nullptr || IsChild(next) == FALSE) InvalidateSelection();
 }
 
 // Nearly all cells that a program sets stand above or below what is seen; the whole rectangle of one takes as

@@ -1,4 +1,4 @@
-#include "gridcore/control/grid_restore.h"
+#include "gridcore/control/table/grid_restore.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include "framework/drawing/device_context.h"
 #include "gridcore/columns/columns_info_ex.h"
 #include "gridcore/control/grid_control.h"
-#include "gridcore/control/grid_panes.h"
+#include "gridcore/control/layout/grid_panes.h"
 #include "gridcore/painting/open_ink.h"
 
 // What a grid shows. Only rows and columns that meet the part that is out of date are looked at, so a page
