@@ -5,8 +5,8 @@
 #include "compress/zip/zip_writer.h"
 #include "framework/objects/exceptions.h"
 #include "platform/headless/services/headless_platform.h"
-#include "spreadsheet/servers/engine/cell_values.h"
-#include "spreadsheet/servers/engine/workbook_files.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
+#include "spreadsheet/servers/engine/files/workbook_files.h"
 
 // Any bytes as a workbook file, or, unless they begin as an archive does, as the sheet in one: what is read
 // comes back unchanged from a file that is written of it.

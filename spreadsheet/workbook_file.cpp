@@ -5,9 +5,9 @@
 #include <cmath>
 
 #include "framework/values/ole_date.h"
-#include "spreadsheet/servers/engine/cell_values.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
-#include "spreadsheet/servers/engine/workbook_files.h"
+#include "spreadsheet/servers/engine/files/workbook_files.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_writer.h"
 
 // Workbooks for callers who read and write them as files, without a program and without the exchange. It

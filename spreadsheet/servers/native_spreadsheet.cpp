@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "spreadsheet/servers/engine/engine_system.h"
+#include "spreadsheet/servers/engine/objects/engine_system.h"
 
 // Which server answers where nobody has put one in force. The environment decides each time it is asked, so
 // that a program that runs with the engine needs no other build and no setting of its own.

@@ -7,8 +7,8 @@
 
 #include "framework/text/utf8.h"
 #include "platform/headless/services/headless_platform.h"
-#include "spreadsheet/servers/engine/engine_system.h"
-#include "spreadsheet/servers/engine/workbook_files.h"
+#include "spreadsheet/servers/engine/files/workbook_files.h"
+#include "spreadsheet/servers/engine/objects/engine_system.h"
 #include "tests/spreadsheet/open_exchange.h"
 #include "tests/support/data.h"
 

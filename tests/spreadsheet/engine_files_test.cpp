@@ -7,9 +7,9 @@
 
 #include "compress/zip/zip_writer.h"
 #include "framework/objects/exceptions.h"
-#include "spreadsheet/servers/engine/cell_reference.h"
-#include "spreadsheet/servers/engine/cell_values.h"
-#include "spreadsheet/servers/engine/number_format_kind.h"
+#include "spreadsheet/servers/engine/areas/cell_reference.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
+#include "spreadsheet/servers/engine/styles/number_format_kind.h"
 #include "spreadsheet/workbook_file.h"
 #include "tests/spreadsheet/exchange_desk.h"
 #include "tests/spreadsheet/random_table.h"

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "platform/headless/services/headless_platform.h"
-#include "spreadsheet/servers/engine/engine_system.h"
-#include "spreadsheet/servers/engine/workbook_files.h"
+#include "spreadsheet/servers/engine/files/workbook_files.h"
+#include "spreadsheet/servers/engine/objects/engine_system.h"
 #include "spreadsheet/servers/recording/recording.h"
 #include "tests/spreadsheet/open_exchange.h"
 #include "tests/support/data.h"

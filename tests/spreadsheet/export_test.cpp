@@ -4,7 +4,7 @@
 
 #include "framework/objects/exceptions.h"
 #include "spreadsheet/exchange_grid.h"
-#include "spreadsheet/servers/engine/cell_values.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
 #include "tests/spreadsheet/exchange_desk.h"
 #include "tests/spreadsheet/table_grid.h"
 

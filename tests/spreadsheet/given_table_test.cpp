@@ -6,8 +6,8 @@
 
 #include "framework/objects/exceptions.h"
 #include "spreadsheet/automation/automation_family.h"
-#include "spreadsheet/servers/engine/cell_values.h"
-#include "spreadsheet/servers/engine/engine_object.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
+#include "spreadsheet/servers/engine/objects/engine_object.h"
 #include "tests/spreadsheet/exchange_desk.h"
 #include "tests/spreadsheet/table_grid.h"
 

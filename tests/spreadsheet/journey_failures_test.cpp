@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "spreadsheet/servers/engine/cell_values.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
 #include "tests/spreadsheet/exchange_desk.h"
 
 // Of each journey through a program each call fails in turn, by both kinds of failure: the user gets one

@@ -4,9 +4,9 @@
 
 #include <random>
 
-#include "spreadsheet/servers/engine/cell_values.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
-#include "spreadsheet/servers/engine/engine_object.h"
+#include "spreadsheet/servers/engine/objects/engine_object.h"
 #include "tests/spreadsheet/exchange_desk.h"
 
 // Sheets of the engine are read without calls. A recording in front of it stands in the way of that, so that

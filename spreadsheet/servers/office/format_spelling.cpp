@@ -1,7 +1,7 @@
 #include "spreadsheet/servers/office/format_spelling.h"
 
 #include "framework/text/text_compare.h"
-#include "spreadsheet/servers/engine/number_format_kind.h"
+#include "spreadsheet/servers/engine/styles/number_format_kind.h"
 
 // The office writes the letters of its formats large. The rules for shown texts go by the programs' spelling,
 // where a large "Y" means something else than a small one.

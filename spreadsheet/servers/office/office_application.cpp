@@ -1,5 +1,5 @@
 #include "framework/objects/exceptions.h"
-#include "spreadsheet/servers/engine/book.h"
+#include "spreadsheet/servers/engine/book/book.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
 #include "spreadsheet/servers/office/office_object.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "spreadsheet/automation/served_object.h"
-#include "spreadsheet/servers/engine/range_places.h"
+#include "spreadsheet/servers/engine/areas/range_places.h"
 #include "spreadsheet/servers/office/office_failure.h"
 #include "spreadsheet/servers/office/office_program.h"
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "framework/native/native_types.h"
-#include "spreadsheet/servers/engine/merge_list.h"
+#include "spreadsheet/servers/engine/areas/merge_list.h"
 
 // What the bridge to an office does for the library: workbooks of an office that runs for it, asked in the
 // office's own terms. The bridge is a module without a link to this library, so nothing but plain types

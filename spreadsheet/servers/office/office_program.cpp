@@ -5,7 +5,7 @@
 #include "framework/objects/exceptions.h"
 #include "platform/ports/files.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
-#include "spreadsheet/servers/engine/workbook_files.h"
+#include "spreadsheet/servers/engine/files/workbook_files.h"
 #include "spreadsheet/servers/office/file_filter.h"
 #include "spreadsheet/servers/office/office_failure.h"
 

@@ -1,10 +1,10 @@
 #include <algorithm>
 
 #include "framework/text/surrogates.h"
-#include "spreadsheet/servers/engine/cell_values.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
-#include "spreadsheet/servers/engine/number_format_kind.h"
-#include "spreadsheet/servers/engine/served_range.h"
+#include "spreadsheet/servers/engine/objects/served_range.h"
+#include "spreadsheet/servers/engine/styles/number_format_kind.h"
 #include "spreadsheet/servers/office/column_width.h"
 #include "spreadsheet/servers/office/format_spelling.h"
 #include "spreadsheet/servers/office/office_object.h"

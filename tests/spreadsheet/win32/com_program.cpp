@@ -6,8 +6,8 @@
 #include <string>
 #include <utility>
 
-#include "spreadsheet/servers/engine/cell_values.h"
-#include "spreadsheet/servers/engine/engine_object.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
+#include "spreadsheet/servers/engine/objects/engine_object.h"
 #include "tests/spreadsheet/win32/com_server.h"
 
 // A spreadsheet program of its own process: the engine with one workbook in the table of running objects, or

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "framework/objects/exceptions.h"
-#include "spreadsheet/servers/engine/engine_objects.h"
+#include "spreadsheet/servers/engine/objects/engine_objects.h"
 
 namespace lorv::test {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "spreadsheet/automation/auto_object.h"
 #include "spreadsheet/servers/com/win32/com_pointer.h"
-#include "spreadsheet/servers/engine/engine_system.h"
+#include "spreadsheet/servers/engine/objects/engine_system.h"
 
 namespace lorv::test {
 

@@ -7,7 +7,7 @@
 #include "framework/objects/exceptions.h"
 #include "spreadsheet/servers/com/win32/com_object.h"
 #include "spreadsheet/servers/com/win32/com_system.h"
-#include "spreadsheet/servers/engine/cell_values.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
 #include "tests/spreadsheet/exchange_desk.h"
 #include "tests/spreadsheet/random_table.h"
 #include "tests/spreadsheet/win32/com_server.h"

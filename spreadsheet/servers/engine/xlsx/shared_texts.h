@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "spreadsheet/servers/engine/text_pool.h"
+#include "spreadsheet/servers/engine/book/text_pool.h"
 #include "spreadsheet/servers/engine/xlsx/xml_feed.h"
 
 namespace lorv::engine {

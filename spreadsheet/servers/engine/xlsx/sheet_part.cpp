@@ -6,8 +6,8 @@
 
 #include "framework/text/number_text.h"
 #include "framework/values/ole_date.h"
-#include "spreadsheet/servers/engine/cell_reference.h"
-#include "spreadsheet/servers/engine/cell_values.h"
+#include "spreadsheet/servers/engine/areas/cell_reference.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_text.h"

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "spreadsheet/servers/engine/book.h"
+#include "spreadsheet/servers/engine/book/book.h"
 #include "spreadsheet/servers/engine/xlsx/shared_texts.h"
 #include "spreadsheet/servers/engine/xlsx/styles_part.h"
 

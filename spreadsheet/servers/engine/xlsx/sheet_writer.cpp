@@ -5,7 +5,7 @@
 #include <cstring>
 #include <utility>
 
-#include "spreadsheet/servers/engine/cell_reference.h"
+#include "spreadsheet/servers/engine/areas/cell_reference.h"
 #include "spreadsheet/servers/engine/xlsx/escaped_units.h"
 
 // The XML of one worksheet, made as the archive asks for it: a sheet's document is many times its

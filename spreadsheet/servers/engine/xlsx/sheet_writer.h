@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/ports/files.h"
-#include "spreadsheet/servers/engine/book.h"
+#include "spreadsheet/servers/engine/book/book.h"
 
 namespace lorv::engine {
 

@@ -3,7 +3,7 @@
 #include "framework/text/number_text.h"
 #include "spreadsheet/cells/exchange_limits.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
-#include "spreadsheet/servers/engine/number_format_kind.h"
+#include "spreadsheet/servers/engine/styles/number_format_kind.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_text.h"
 
 // The styles of a file, of which only number formats, font sizes and alignments are taken, and whether a cell

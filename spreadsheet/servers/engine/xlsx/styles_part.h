@@ -3,7 +3,7 @@
 #include <map>
 #include <vector>
 
-#include "spreadsheet/servers/engine/style_pool.h"
+#include "spreadsheet/servers/engine/styles/style_pool.h"
 #include "spreadsheet/servers/engine/xlsx/xml_feed.h"
 
 namespace lorv::engine {

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "platform/ports/files.h"
-#include "spreadsheet/servers/engine/book.h"
+#include "spreadsheet/servers/engine/book/book.h"
 
 namespace lorv::engine {
 

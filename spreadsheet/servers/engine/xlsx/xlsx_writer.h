@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "spreadsheet/servers/engine/book.h"
+#include "spreadsheet/servers/engine/book/book.h"
 
 namespace lorv::engine {
 

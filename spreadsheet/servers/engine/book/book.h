@@ -5,11 +5,11 @@
 #include <vector>
 
 #include "framework/text/cstring.h"
-#include "spreadsheet/servers/engine/cell_store.h"
+#include "spreadsheet/servers/engine/areas/merge_list.h"
+#include "spreadsheet/servers/engine/book/cell_store.h"
+#include "spreadsheet/servers/engine/book/text_pool.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
-#include "spreadsheet/servers/engine/merge_list.h"
-#include "spreadsheet/servers/engine/style_pool.h"
-#include "spreadsheet/servers/engine/text_pool.h"
+#include "spreadsheet/servers/engine/styles/style_pool.h"
 
 // A workbook in memory: what the exchange writes and reads, and nothing else of what a program knows.
 // One thread at a time.

@@ -1,4 +1,4 @@
-#include "spreadsheet/servers/engine/merge_list.h"
+#include "spreadsheet/servers/engine/areas/merge_list.h"
 
 #include <algorithm>
 

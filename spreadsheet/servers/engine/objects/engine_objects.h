@@ -7,7 +7,7 @@
 
 #include "spreadsheet/automation/auto_object.h"
 #include "spreadsheet/automation/automation_table.h"
-#include "spreadsheet/servers/engine/book.h"
+#include "spreadsheet/servers/engine/book/book.h"
 
 // The objects of the engine: a program of one of the two families whose workbooks are in memory.
 namespace lorv::engine {

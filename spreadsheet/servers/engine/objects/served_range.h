@@ -1,7 +1,7 @@
 #pragma once
 
 #include "spreadsheet/automation/served_object.h"
-#include "spreadsheet/servers/engine/range_places.h"
+#include "spreadsheet/servers/engine/areas/range_places.h"
 
 // Ranges as the servers of this library answer for them: what programs ask of a range is taken apart here,
 // checked and counted, and a server is left with questions about cells, columns and areas of its sheet.

@@ -1,9 +1,9 @@
-#include "spreadsheet/servers/engine/number_format_kind.h"
+#include "spreadsheet/servers/engine/styles/number_format_kind.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "spreadsheet/servers/engine/built_in_format_table.h"
+#include "spreadsheet/servers/engine/styles/built_in_format_table.h"
 
 // Whether a number format shows a date, and the formats that files name by number only. Sheets store dates as
 // plain numbers, so the format is all that distinguishes "2024-3-7" from 45358; it is looked at once for each

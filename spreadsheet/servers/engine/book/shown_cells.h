@@ -1,7 +1,7 @@
 #pragma once
 
 #include "spreadsheet/automation/direct_sheet.h"
-#include "spreadsheet/servers/engine/book.h"
+#include "spreadsheet/servers/engine/book/book.h"
 
 namespace lorv::engine {
 

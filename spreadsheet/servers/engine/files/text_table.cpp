@@ -1,4 +1,4 @@
-#include "spreadsheet/servers/engine/text_table.h"
+#include "spreadsheet/servers/engine/files/text_table.h"
 
 #include <algorithm>
 #include <string>

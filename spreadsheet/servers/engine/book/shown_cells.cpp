@@ -1,6 +1,6 @@
-#include "spreadsheet/servers/engine/shown_cells.h"
+#include "spreadsheet/servers/engine/book/shown_cells.h"
 
-#include "spreadsheet/servers/engine/cell_values.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
 
 // The cells of an area shown one after the other: the engine's side of reading a sheet without calls. What is

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "framework/text/text_compare.h"
-#include "spreadsheet/servers/engine/merge_list.h"
+#include "spreadsheet/servers/engine/areas/merge_list.h"
 
 // Cell addresses as sheets write them: "B7" is row 6, column 1, both from 0.
 namespace lorv::engine {

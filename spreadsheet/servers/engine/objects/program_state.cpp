@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "spreadsheet/servers/engine/engine_objects.h"
-#include "spreadsheet/servers/engine/workbook_files.h"
+#include "spreadsheet/servers/engine/files/workbook_files.h"
+#include "spreadsheet/servers/engine/objects/engine_objects.h"
 
 // What a program of the engine holds: the workbooks that are open, and what its user has marked.
 // Workbooks are counted, so that one that is closed lives on in the objects that were handed out, and

@@ -1,4 +1,4 @@
-#include "spreadsheet/servers/engine/text_pool.h"
+#include "spreadsheet/servers/engine/book/text_pool.h"
 
 #include <algorithm>
 #include <utility>

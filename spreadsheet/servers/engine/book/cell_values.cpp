@@ -1,4 +1,4 @@
-#include "spreadsheet/servers/engine/cell_values.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
-#include "spreadsheet/servers/engine/cell_values.h"
-#include "spreadsheet/servers/engine/engine_object.h"
-#include "spreadsheet/servers/engine/served_range.h"
+#include "spreadsheet/servers/engine/book/cell_values.h"
+#include "spreadsheet/servers/engine/objects/engine_object.h"
+#include "spreadsheet/servers/engine/objects/served_range.h"
 
 // Ranges of the engine's sheets, and the font of one. A range holds its sheet, so that it can be asked after
 // the workbook was closed, as objects of programs can for as long as somebody counts them.

@@ -1,4 +1,4 @@
-#include "spreadsheet/servers/engine/cell_store.h"
+#include "spreadsheet/servers/engine/book/cell_store.h"
 
 #include <algorithm>
 #include <iterator>

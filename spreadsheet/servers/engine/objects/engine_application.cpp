@@ -1,8 +1,8 @@
 #include "framework/objects/exceptions.h"
+#include "spreadsheet/servers/engine/book/shown_cells.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
-#include "spreadsheet/servers/engine/engine_object.h"
-#include "spreadsheet/servers/engine/shown_cells.h"
-#include "spreadsheet/servers/engine/workbook_files.h"
+#include "spreadsheet/servers/engine/files/workbook_files.h"
+#include "spreadsheet/servers/engine/objects/engine_object.h"
 
 // Application, workbooks, workbook, worksheets and worksheet. Each answer is a new object over
 // the same state, as in the programs: callers must not expect to be given an object a second time.

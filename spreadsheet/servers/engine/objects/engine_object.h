@@ -1,8 +1,8 @@
 #pragma once
 
 #include "spreadsheet/automation/served_object.h"
-#include "spreadsheet/servers/engine/engine_objects.h"
-#include "spreadsheet/servers/engine/range_places.h"
+#include "spreadsheet/servers/engine/areas/range_places.h"
+#include "spreadsheet/servers/engine/objects/engine_objects.h"
 
 namespace lorv::engine {
 

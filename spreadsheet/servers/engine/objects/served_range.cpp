@@ -1,4 +1,4 @@
-#include "spreadsheet/servers/engine/served_range.h"
+#include "spreadsheet/servers/engine/objects/served_range.h"
 
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/engine_limits.h"

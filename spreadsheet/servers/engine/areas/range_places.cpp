@@ -1,8 +1,8 @@
-#include "spreadsheet/servers/engine/range_places.h"
+#include "spreadsheet/servers/engine/areas/range_places.h"
 
 #include <algorithm>
 
-#include "spreadsheet/servers/engine/cell_reference.h"
+#include "spreadsheet/servers/engine/areas/cell_reference.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
 

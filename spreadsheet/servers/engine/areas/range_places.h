@@ -1,7 +1,7 @@
 #pragma once
 
 #include "framework/text/cstring.h"
-#include "spreadsheet/servers/engine/merge_list.h"
+#include "spreadsheet/servers/engine/areas/merge_list.h"
 
 // Places within a range, as the programs count them. What lies outside a sheet raises the failure of the
 // programs for the user.

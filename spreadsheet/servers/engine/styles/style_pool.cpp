@@ -1,8 +1,8 @@
-#include "spreadsheet/servers/engine/style_pool.h"
+#include "spreadsheet/servers/engine/styles/style_pool.h"
 
 #include "spreadsheet/servers/engine/engine_failure.h"
 #include "spreadsheet/servers/engine/engine_limits.h"
-#include "spreadsheet/servers/engine/number_format_kind.h"
+#include "spreadsheet/servers/engine/styles/number_format_kind.h"
 
 // Formats and styles of a workbook, each kept once: a cell has 16 bits for its style, and the
 // exchange puts the same few looks into every cell. Nothing is ever taken out, so numbers stay

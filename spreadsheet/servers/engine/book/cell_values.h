@@ -4,7 +4,7 @@
 
 #include "framework/values/variant.h"
 #include "spreadsheet/automation/direct_sheet.h"
-#include "spreadsheet/servers/engine/book.h"
+#include "spreadsheet/servers/engine/book/book.h"
 
 // How a cell of the engine takes a value and gives it.
 namespace lorv::engine {

@@ -1,4 +1,4 @@
-#include "spreadsheet/servers/engine/cell_reference.h"
+#include "spreadsheet/servers/engine/areas/cell_reference.h"
 
 #include <algorithm>
 

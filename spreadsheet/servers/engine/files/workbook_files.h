@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "spreadsheet/servers/engine/book.h"
+#include "spreadsheet/servers/engine/book/book.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_writer.h"
 
 // Workbooks in files.

@@ -1,11 +1,11 @@
-#include "spreadsheet/servers/engine/workbook_files.h"
+#include "spreadsheet/servers/engine/files/workbook_files.h"
 
 #include <algorithm>
 #include <string>
 
 #include "platform/ports/platform.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
-#include "spreadsheet/servers/engine/text_table.h"
+#include "spreadsheet/servers/engine/files/text_table.h"
 #include "spreadsheet/servers/engine/xlsx/xlsx_reader.h"
 
 // Workbooks by path: the kind of a file is recognised by its first bytes, as users rename files and old

@@ -1,8 +1,8 @@
-#include "spreadsheet/servers/engine/engine_system.h"
+#include "spreadsheet/servers/engine/objects/engine_system.h"
 
 #include <algorithm>
 
-#include "spreadsheet/servers/engine/workbook_files.h"
+#include "spreadsheet/servers/engine/files/workbook_files.h"
 
 // The engine in the role of a spreadsheet program: it can be created, runs, is found among the running
 // ones and shows its workbooks. There is no window of its own, so showing means writing a file and

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "spreadsheet/connection/quiet_system.h"
-#include "spreadsheet/servers/engine/engine_objects.h"
+#include "spreadsheet/servers/engine/objects/engine_objects.h"
 
 namespace lorv::engine {
 

@@ -1,11 +1,11 @@
-#include "spreadsheet/servers/engine/book.h"
+#include "spreadsheet/servers/engine/book/book.h"
 
 #include <algorithm>
 #include <iterator>
 
 #include "framework/text/surrogates.h"
+#include "spreadsheet/servers/engine/areas/range_places.h"
 #include "spreadsheet/servers/engine/engine_failure.h"
-#include "spreadsheet/servers/engine/range_places.h"
 
 // The workbook behind every object of the engine and behind WorkbookFile: sheets with their cells, columns
 // and merged areas, over pools of texts and styles that they share. Names of sheets are checked here, for
