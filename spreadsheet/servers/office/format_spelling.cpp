@@ -34,6 +34,7 @@ CString ProgramSpelling(const OfficeFormat& format) {
       text += engine::SpelledBracket(from.substr(at, end - at));
       at = end;
       continue;
+      // What stands behind these is shown, left out or repeated, whatever letter it is.
     } else if (c == _T('\\') || c == _T('_') || c == _T('*')) {
       end = std::min(at + 2, from.size());
     } else if (format.is_time && from.substr(at, 5) == TextView(_T("AM/PM"))) {

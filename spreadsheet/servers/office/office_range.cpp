@@ -19,7 +19,8 @@ namespace {
 using Place = std::shared_ptr<const SheetPlace>;
 using engine::RangePart;
 
-// The office's name of the format of truth values.
+// The office's name of the format of truth values. To it they are numbers: this format alone tells 1 from
+// true.
 constexpr LPCTSTR kTruth = _T("BOOLEAN");
 
 CString FormatOf(const SheetPlace& at, long row, long column) {
@@ -56,13 +57,16 @@ bool HasControls(TextView text) {
 
 void PutText(const SheetPlace& at, long row, long column, TextView text) {
   engine::CheckText(text);
+  // Such a text has no form between processes: an office that got one ended.
   if (HasLoneHalf(text)) engine::Fail(_T("文字含有不完整的字符（单个代理项），无法写入单元格。"));
+  // Noted, not refused: which of them a file keeps depends on its format, known when it is saved.
   at.book->has_controls = at.book->has_controls || HasControls(text);
   AskOffice([&] { at.sheet->PutText(row, column, Text(text)); });
 }
 
 void PutNumber(const SheetPlace& at, long row, long column, const AutoValue& value) {
   const double number = engine::NumberOf(value.data, at.book->from_1904);
+  // The format is asked for where it matters only, as it is one more call to the office.
   const bool plain = value.data.vt == VT_DATE && FormatOf(at, row, column) == engine::kGeneralFormat;
   AskOffice([&] {
     // A cell that has a format of its own keeps it.
@@ -140,6 +144,7 @@ class OfficeRange : public engine::ServedRange {
     PutValue(*place_, row, column, value);
   }
   void PutFormat(const Area& area, const CString& format) override {
+    // The office's own reason comes behind this, in English.
     const CString what = _T("“") + format + _T("”不是数字格式。");
     AskOffice([&] { place_->sheet->PutFormat(area, Plain(format)); }, what);
   }
@@ -150,6 +155,7 @@ class OfficeRange : public engine::ServedRange {
     AskOffice([&] { place_->sheet->Merge(area, merged); });
   }
   void PutWidth(long first, long last, double width) override {
+    // 0 hides the columns; counted in hundredths it would be the room beside a column's text.
     AskOffice([&] { place_->sheet->PutWidth(first, last, width == 0 ? 0 : HundredthsOf(width)); });
   }
 

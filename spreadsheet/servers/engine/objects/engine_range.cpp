@@ -56,6 +56,7 @@ class EngineRange : public ServedRange {
     return area == nullptr ? Area{row, column, row, column} : *area;
   }
   double WidthOf(long column) const override {
+    // A hidden column keeps its width for the day it is shown again; asked for, it is 0, as programs answer.
     const ColumnShape& shape = place_->sheet->columns.At(column);
     return shape.hidden ? 0 : shape.width;
   }
@@ -64,10 +65,12 @@ class EngineRange : public ServedRange {
     PutCellValue(*place_->book, *place_->sheet, row, column, value.data);
   }
   void PutFormat(const Area& area, const CString& format) override {
+    // Once for the area: the pool finds a format by comparing texts.
     const std::uint32_t id = place_->book->styles.FormatId(format);
     ChangeStyles(*place_, area, [&](CellStyle& style) { style.format = id; });
   }
   void PutAlignment(const Area& area, long code) override {
+    // Any code is kept; the writer of files leaves out those that it has no word for.
     ChangeStyles(*place_, area, [&](CellStyle& style) { style.alignment = static_cast<int>(code); });
   }
   void PutMerged(const Area& area, bool merged) override {

@@ -8,7 +8,8 @@
 
 namespace lorv::engine {
 
-// Of cells that are merged in part the answer is neither yes nor no.
+// The first cell is asked: merged with none, no; with the last one too, and so with all between them, yes. An
+// area that ends before the last one is neither.
 _variant_t ServedRange::Merged() const {
   const Area merged = MergedAreaAt(area_.top, area_.left);
   if (CountOf(merged, RangePart::kCells) == 1) return _variant_t(false);
@@ -44,6 +45,7 @@ AutoValue ServedRange::Get(Operation operation, std::span<const AutoValue> args)
     case Operation::kColumn:
       return AutoValue(_variant_t(area_.left + 1));
     case Operation::kRows:
+      // The same cells; only what is counted differs.
       return RangeOf(area_, RangePart::kRows);
     case Operation::kColumns:
       return RangeOf(area_, RangePart::kColumns);
@@ -62,6 +64,7 @@ void ServedRange::Put(Operation operation, const AutoValue& value) {
       ForEachCell(area_, [&](long row, long column) { PutValueAt(row, column, value); });
       break;
     case Operation::kNumberFormat:
+      // From here on by area: for an office each call is one to another process.
       PutFormat(area_, TextArgument(only, 0));
       break;
     case Operation::kHorizontalAlignment:
@@ -80,6 +83,7 @@ void ServedRange::Put(Operation operation, const AutoValue& value) {
 
 void ServedFont::Put(Operation /*operation*/, const AutoValue& value) {
   const double points = RealArgument(value);
+  // The font has this one operation. Said so that what is no number is refused as well.
   if (!(points >= 1 && points <= kMaxFontSize)) Fail(_T("字号须为1至409。"));
   PutSize(area_, points);
 }
