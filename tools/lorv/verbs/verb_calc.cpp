@@ -172,6 +172,7 @@ int CalcRun::Report(long long line) {
                    << "\n";
     }
   }
+  // A script must not take for good what decimals and thirds have changed by more than a bill may be off.
   if (result_.fault || is_coarse_) return kResultFailed;
   return arguments_.strict && !result_.doubts.empty() ? kResultFailed : kFine;
 }

@@ -162,6 +162,7 @@ int ListNames(const CheckArguments& arguments, Console& console) {
     if (reported.insert(NameKey(word.name.View())).second || arguments.all)
       names.push_back(word.name.ToUtf8());
   }
+  // An empty list allows any name.
   const std::optional<Fault> fault = FindingOf(formula, {}).fault;
   if (arguments.json) {
     JsonText json;

@@ -57,6 +57,7 @@ int Clean(const CleanArguments& arguments, Console& console) {
   } else if (operation == "signs" || operation == "MoveConnSymbol") {
     ClearUpSigns(text);
   } else if (!calculator.PrepareParamsValue(text)) {
+    // It has no other failure: a formula of the list that is wrong counts 0.
     throw BadInput(Say("the list of parameters is empty"));
   }
   if (!arguments.json) {

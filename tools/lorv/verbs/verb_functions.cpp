@@ -45,6 +45,7 @@ int List(const FunctionsArguments& arguments, Console& console) {
   bool any = false;
   for (const CDtaFunction& function : all) {
     const CString name = function.pszName;
+    // As in formulas, letter case does not count.
     if (!wanted.IsEmpty() && name.CompareNoCase(wanted) != 0) continue;
     any = true;
     const std::string description = DescriptionOf(function);
@@ -56,6 +57,7 @@ int List(const FunctionsArguments& arguments, Console& console) {
   }
   json.Close(']');
   if (!any) {
+    // Diagnosed as if it were a formula, which suggests a known name for one that is misspelt.
     const CString nearest = DiagnoseFormula(wanted, {}, {}).suggestion;
     throw BadInput(Say("there is no function \"{}\"", {arguments.name}) +
                    (nearest.IsEmpty() ? Say("; `lorv functions` lists them")

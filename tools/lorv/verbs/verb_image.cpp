@@ -45,6 +45,7 @@ constexpr const char* kHelp =
     "frame.";
 
 const char* NameOf(ImageKind kind) {
+  // In the order of ImageKind.
   static constexpr const char* kNames[] = {"GIF", "PNG", "JPEG", "BMP", "ICO", "TIFF"};
   return kNames[static_cast<int>(kind)];
 }
@@ -72,6 +73,7 @@ std::unique_ptr<ImageReader> Opened(const std::string& path, Console& console) {
 
 // In milliseconds, as an image tip waits.
 long long DelayOf(const ImageReader& image, int frame) {
+  // Files count delays in hundredths of a second.
   constexpr long long kMillisecondsAnEntry = 10;
   return kMillisecondsAnEntry * image.Delays()[static_cast<std::size_t>(frame)];
 }

@@ -84,6 +84,7 @@ std::vector<Damaged> DamagedOf(ArchiveReader& archive, Console& console) {
   for (const Item& item : archive.Items()) {
     // Folders have no data.
     if (item.IsFolder()) continue;
+    // Unpacked for its sum alone: nothing of it is kept.
     const DWORD result = archive.Zip().UnzipItem(item.index, [&](std::span<const unsigned char> bytes) {
       bar.Advance(bytes.size());
       return true;

@@ -49,6 +49,7 @@ CStringArray LinesOf(std::istream& in) {
 
 CStringArray StoredTexts(const MatchArguments& arguments, Console& console) {
   if (arguments.file.empty()) return LinesOf(console.in);
+  // By the library's port: a stream of Windows would take the name for one in the narrow code page.
   const auto bytes = PortsInForce().files->ReadAll(CString::FromUtf8(arguments.file));
   if (!bytes.has_value()) throw BadInput(Say("cannot read \"{}\"", {arguments.file}));
   std::istringstream in(*bytes);
@@ -60,6 +61,7 @@ int Rank(const MatchArguments& arguments, Console& console) {
   const CString typed = CString::FromUtf8(arguments.typed);
   const auto ranked = RankMatches(typed, stored, arguments.sum ? 1 : 0, arguments.most);
   if (arguments.json) {
+    // An empty list is an answer for a program, too: the exit code says that none shares anything.
     JsonText json;
     json.Open('[');
     for (const RankedMatch& match : ranked) {

@@ -63,6 +63,7 @@ CString FreeName(const NameArguments& arguments) {
   CStringArray names;
   for (const std::string& name : arguments.names) names.Add(CString::FromUtf8(name));
   CString result;
+  // Its result is true always: there is a free name for any head.
   CAdLorvComm::GetValidNewNamebyHead(CString::FromUtf8(arguments.text), names, result, arguments.number);
   return result;
 }

@@ -23,6 +23,7 @@ struct NamedTable {
   LPCTSTR (*at)(int position);
 };
 
+// Each lookup takes an enumeration of its own, which counts from 0 as the rows of a table do.
 template <class Key, LPCTSTR (*lookup)(Key)>
 LPCTSTR At(int position) {
   return lookup(static_cast<Key>(position));
@@ -134,6 +135,7 @@ int LookUp(const NamedTable& table, const PromptArguments& arguments, Console& c
   int row = -1;
   // Digits alone are the number of a row, even where a text reads so.
   if (std::all_of(item.begin(), item.end(), [](char c) { return c >= '0' && c <= '9'; })) {
+    // Six digits are more than any table has rows; still more of them may be no int.
     row = item.size() < 6 ? std::stoi(item) : table.rows;
     if (row >= table.rows) {
       throw BadInput(Say("the table has the rows 0 to {}, not {}", {std::to_string(table.rows - 1), item}));

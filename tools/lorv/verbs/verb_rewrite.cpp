@@ -122,6 +122,7 @@ Rewritten Split(const RewriteArguments& arguments) {
   if (!arguments.pairs.empty())
     throw BadInput(Say("the operation {} takes the text alone", {arguments.operation}));
   Rewritten rewritten{CString::FromUtf8(arguments.text), std::nullopt, {}, true};
+  // The pairs hold these names as well, each with what stood in its brackets.
   CStringArray names;
   SplitMidBracketKey(rewritten.text, names, rewritten.names);
   return rewritten;

@@ -90,6 +90,7 @@ class FileExchange {
     return ports;
   }
 
+  // In this order, so that the scope ends before the messages that it leads to.
   KeptMessages messages_;
   ScopedPlatform dialogs_scope_;
   ScopedSpreadsheet server_scope_;
@@ -200,6 +201,7 @@ int ToCsv(const SheetArguments& arguments, Console& console) {
     (arguments.json ? ListAsJson : List)(sheets, console);
     return kFine;
   }
+  // A target asks for a table: without a name that of the first sheet.
   const std::size_t index = FindSheet(sheets, arguments.sheet.empty() ? "1" : arguments.sheet);
   const CXArrayDBToArray& table = sheets.tables[index];
   if (arguments.target.empty() && arguments.json) {
@@ -235,6 +237,7 @@ CXArrayDBToArray ReadTable(const SheetArguments& arguments, Console& console) {
 
 // A number that a cell shows again as it is typed: neither 007 nor 1e3, and no more digits than it keeps.
 bool IsPlainNumber(std::string_view text) {
+  // A cell holds a double, which gives back up to 15 decimal digits as they were.
   constexpr std::size_t kDigitsKept = 15;
   if (text.starts_with('-')) text.remove_prefix(1);
   const std::size_t point = std::min(text.find('.'), text.size());
@@ -263,6 +266,7 @@ std::string BookOf(const CXArrayDBToArray& table, const std::string& name, Conso
 }
 
 int ToWorkbook(const SheetArguments& arguments, Console& console) {
+  // Read to its end before the target is opened: both may be one file.
   const CXArrayDBToArray table = ReadTable(arguments, console);
   OutputFile target(arguments.target, console.out);
   WithWorkbook(arguments.target, [&] { target.Write(BookOf(table, arguments.sheet, console)); });

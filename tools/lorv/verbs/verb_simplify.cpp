@@ -124,6 +124,7 @@ Work DeclareSimplify(VerbSyntax& syntax) {
   Argument suite =
       syntax.Flag("--suite", arguments->suite, "by the suite's own rules, which may change the value");
   rules.Needs(suite);
+  // The safe way gives what holds for any values, so it takes none.
   values.Needs(suite);
   syntax.Flag("--any-zero", arguments->any_zero, "0 and -0 count as the same").Excludes(suite);
   syntax.Flag("-j,--json", arguments->json, "print the formula and the shorter one as JSON");

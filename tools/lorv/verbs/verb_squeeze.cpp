@@ -72,6 +72,7 @@ void WriteBy(const SqueezeArguments& arguments, std::uint64_t total, Console& co
     CAdRar codec;
     // Without it only the beginning of a file would come back right.
     codec.SetExactDecoding(true);
+    // Without a handler the codec prints lines of its own, into the target where that is standard output.
     codec.SetProgress([&](std::uint32_t done) { bar.Show(done); });
     operation(codec, *source, target.Stream());
   }

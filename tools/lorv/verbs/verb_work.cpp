@@ -43,6 +43,8 @@ void CheckOutputs(const TakeOffRequest& arguments) {
     const auto path = [](const std::string& utf8) {
       return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
     };
+    // Other spellings of a path and links are found for files that are there; of new ones the text alone
+    // counts.
     return !a.empty() && !b.empty() && (a == b || std::filesystem::equivalent(path(a), path(b), none));
   };
   for (const std::string& output : {arguments.table, arguments.bill}) {
@@ -58,6 +60,7 @@ void CheckOutputs(const TakeOffRequest& arguments) {
   if (arguments.components == "-" && arguments.rules == "-") {
     throw BadInput(Say("components and rules cannot both come from standard input"));
   }
+  // Said so that what is no number is refused as well.
   if (!(arguments.tolerance >= 0)) throw BadInput(Say("--tolerance is a share in per cent, from 0 up"));
 }
 
