@@ -3,12 +3,15 @@
 #include <cstdlib>
 #include <new>
 
+// The counting allocator of a benchmark: replaces the global operators of the program that links it.
+
 namespace {
 
 std::uint64_t count = 0;
 
 void* Counted(std::size_t size) {
   ++count;
+  // A request of no bytes gets an address of its own, as the language asks for; malloc may give null there.
   if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
   throw std::bad_alloc();
 }

@@ -27,11 +27,13 @@ void SearchSortArray(benchmark::State& state) {
   std::vector<int> ascending = keys;
   std::sort(ascending.begin(), ascending.end());
   Numbers array;
+  // In order, so that each is added at the end: making the array costs the square of its size else.
   for (int key : ascending) array.AddSorted(key);
   std::size_t next = 0;
   for (auto _ : state) {
     int position = 0;
     benchmark::DoNotOptimize(array.FindPosition(keys[next], position));
+    // No modulo: a division would be a good part of what a search takes.
     next = next + 1 == keys.size() ? 0 : next + 1;
   }
 }

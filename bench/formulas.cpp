@@ -3,6 +3,8 @@
 #include <cctype>
 #include <map>
 
+// The formulas that both engines of the comparison evaluate, and the values of their names.
+
 namespace lorv::bench {
 namespace {
 

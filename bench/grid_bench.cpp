@@ -235,6 +235,7 @@ void Compare(const Step& step, const std::vector<GridPeer*>& sides) {
   std::mt19937 random(1);
   std::vector<std::vector<double>> times(sides.size());
   for (int round = 0; round < step.rounds; ++round) {
+    // In another order each round, so that none always finds the caches as the same one left them.
     std::vector<std::size_t> order(sides.size());
     for (std::size_t i = 0; i < order.size(); ++i) order[i] = i;
     std::shuffle(order.begin(), order.end(), random);
@@ -286,6 +287,7 @@ void Curve(const std::vector<int>& counts, int rounds) {
     std::vector<double> layouts;
     const int room = count - table.shown_rows;
     for (int round = 0; round < rounds; ++round) {
+      // By a prime, far from the page before: neighbours would find their rows in the cache.
       const int page = static_cast<int>((round + 1) * 7919LL * table.shown_rows % std::max(1, room));
       pages.push_back(Milliseconds([&] { grid.ScrollTo(page); }));
       rows.push_back(Milliseconds([&] { grid.ScrollTo(page + 1); }));

@@ -201,9 +201,11 @@ void Compare(const std::vector<Row>& rows, int rounds) {
   for (const Row& row : rows) {
     std::vector<double> ours;
     std::vector<double> plain;
+    // Glyphs and texts that are kept from one painting to the next are in their caches then, on both sides.
     for (int warm = 0; warm < std::min(rounds, 12); ++warm) row.ours(), row.plain();
     for (int i = 0; i < rounds; ++i) {
       const bool first = random() % 2 == 0;
+      // Whose turn is first is drawn, so that neither always finds the caches as the other left them.
       if (first) ours.push_back(Milliseconds(row.ours));
       plain.push_back(Milliseconds(row.plain));
       if (!first) ours.push_back(Milliseconds(row.ours));
@@ -229,6 +231,7 @@ void InMemory(int rounds) {
     std::printf("| %d | %.2f | %zu |\n", paintings, Best(times), desktop.Seen(ours.Window()).size());
   };
   std::printf("\n| Paintings in memory before | page, ms | entries |\n|--:|--:|--:|\n");
+  // A list that only grows would show in the second line.
   report(0);
   for (int i = 0; i < rounds; ++i) page();
   report(rounds);

@@ -8,6 +8,8 @@
 #include <cstdint>
 #include <map>
 
+// The public parser that formulas are measured beside, brought to evaluate as the library does.
+
 namespace lorv::bench {
 namespace {
 
@@ -74,6 +76,7 @@ PeerParser::~PeerParser() = default;
 
 double& PeerParser::Slot(const std::string& name) {
   const auto [at, fresh] = state_->slots.try_emplace(name, 0.0);
+  // The parser keeps the address: a map leaves its values where they are when others come.
   if (fresh) state_->parser.DefineVar(name, &at->second);
   return at->second;
 }

@@ -31,7 +31,7 @@ struct Table {
       values.emplace_back(kRows);
       for (double& row : values.back()) {
         seed = seed * 6364136223846793005U + 1442695040888963407U;
-        // As a length is typed: so many millimetres, in metres.
+        // As a length is typed: so many millimetres, in metres; from row to row up to a metre more.
         row = (std::round(value * 1000) + static_cast<double>(seed >> 54)) / 1000;
       }
     }

@@ -16,6 +16,7 @@ using PlainTable = std::vector<std::vector<PlainCell>>;
 constexpr int kRows = 10000;
 constexpr int kColumns = 100;
 constexpr int kCells = kRows * kColumns;
+// One column as long as all cells together: a search compares as many as the others set and get.
 constexpr int kFindRows = kCells;
 
 template <class Work>

@@ -68,6 +68,7 @@ void Export(const std::string& path) {
 
 void WriteExchange(benchmark::State& state) {
   const std::string path = PathOf("lorv_bench_out.xlsx");
+  // Made before the time begins.
   Table();
   for (auto _ : state) Export(path);
   state.SetItemsProcessed(state.iterations() * kCells);
@@ -152,6 +153,7 @@ void ReadPeerTree(benchmark::State& state) {
     std::vector<char> xml(static_cast<std::size_t>(entry.size));
     zip.UnzipItem(entry.index, xml.data(), xml.size());
     pugi::xml_document document;
+    // The peer's quickest way: in the buffer, and nothing converted but what is needed here.
     document.load_buffer_inplace(xml.data(), xml.size(), pugi::parse_ws_pcdata_single | pugi::parse_escapes);
     double sum = 0;
     std::vector<std::string> texts;
@@ -214,6 +216,7 @@ void ReadOffice(benchmark::State& state) {
 
 [[maybe_unused]] const bool kWithOffice = [] {
   const char* const server = std::getenv("COMM_LORV_SPREADSHEET");
+  // Registered when asked for: without an office on the machine they would fail.
   if (server == nullptr || std::string(server) != "office") return false;
   for (const auto& [name, body] :
        {std::pair{"WriteOffice", &WriteOffice}, std::pair{"ReadOffice", &ReadOffice}}) {

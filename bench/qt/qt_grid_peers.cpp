@@ -15,6 +15,9 @@
 
 #include "bench/grid_peer.h"
 
+// The tables of the toolkit as peers of the grid: a view over a model in one vector, and the toolkit's table
+// of items. Both are set up as quick as a user can have them.
+
 namespace lorv_bench {
 namespace {
 

@@ -10,6 +10,8 @@
 #include "platform/choice/desktop_choice.h"
 #include "platform/qt/desktop/qt_text.h"
 
+// What paint_bench draws, by the toolkit's painter alone.
+
 namespace lorv_bench {
 namespace {
 

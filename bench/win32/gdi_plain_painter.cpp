@@ -1,6 +1,8 @@
 #include "bench/plain_painter.h"
 #include "framework/drawing/geometry.h"
 
+// What paint_bench draws, by the system's drawing calls alone.
+
 namespace lorv_bench {
 namespace {
 
@@ -138,6 +140,7 @@ class GdiPlainPainter : public PlainPainter {
 
 LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM w, LPARAM l) {
   auto* const painter = reinterpret_cast<GdiPlainPainter*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+  // The first messages come from within CreateWindowExW, before the window knows its painter.
   if (message != WM_PAINT || painter == nullptr) return DefWindowProcW(window, message, w, l);
   painter->Answer();
   return 0;
