@@ -4,6 +4,8 @@
 #include "gridcore/control/grid_control.h"
 #include "gridcore/painting/visual_manager.h"
 
+// The suite's check boxes: where the box stands in its cell, and the third state.
+
 IMPLEMENT_DYNCREATE(CBCGPGridCheckItemEx, CBCGPGridCheckItem)
 
 CRect lorv::CheckBoxPlace(CRect cell, int width, bool labelled, int dots) {
