@@ -33,6 +33,7 @@ bool IsLineEnd(TCHAR c) {
 TextView TakeLine(TextView& text) {
   const auto end = std::find_if(text.begin(), text.end(), IsLineEnd);
   const auto length = static_cast<std::size_t>(end - text.begin());
+  // CR LF gives an empty line in between, which means nothing in these files.
   const TextView line = text.substr(0, length);
   text.remove_prefix(std::min(length + 1, text.size()));
   return Trimmed(line);

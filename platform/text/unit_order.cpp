@@ -27,6 +27,7 @@ bool OrdersBySound(const SystemOrder& order) {
 UnitOrder UnitOrder::Made() {
   UnitOrder made;
   const SystemOrder order;
+  // Not every system has an order by sound: then codes decide.
   if (!OrdersBySound(order)) return made;
   std::vector<std::pair<std::string, std::uint16_t>> keys;
   for (unsigned code = kFirst; code <= kLast; ++code)

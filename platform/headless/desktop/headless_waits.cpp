@@ -43,6 +43,7 @@ bool HeadlessWaits::AwaitSleepers(std::size_t count) {
 DWORD HeadlessWaits::StepWithin(DWORD left) const {
   const DWORD now = desktop_.Ticks();
   const std::lock_guard<std::mutex> lock(mutex_);
+  // At least 1, or Advance would not get on over a sleeper that is due now.
   for (const Sleeper* sleeper : sleepers_) left = std::min(left, std::max<DWORD>(sleeper->due - now, 1));
   return left;
 }

@@ -13,6 +13,7 @@ namespace lorv {
 namespace {
 
 constexpr DWORD kOpaque = 0xFF000000;
+// Where the blocks of Chinese characters begin, with their radicals; all behind count as wide.
 constexpr TCHAR kFirstWide = 0x2E80;
 
 DWORD PixelOf(COLORREF colour) {

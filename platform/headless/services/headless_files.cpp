@@ -104,12 +104,14 @@ class HeadlessFiles::OpenFile : public File {
  private:
   HeadlessFiles& files_;
   CString path_;
+  // Shared with the table: what is removed or replaced meanwhile stays whole for this file.
   EntryPointer entry_;
   FileUse use_;
   std::size_t position_ = 0;
 };
 
 HeadlessFiles::HeadlessFiles(Clock& clock) : clock_(clock) {
+  // The empty one holds what is named without a folder.
   for (const LPCTSTR folder : {_T(""), _T("C:"), _T("D:")}) Make(folder, kAttributeFolder);
 }
 

@@ -8,6 +8,7 @@ namespace {
 class RecordedLibrary : public MailLibrary {
  public:
   explicit RecordedLibrary(HeadlessMail& mail) : mail_(mail) {}
+  // Noted, so that a test sees when the library is let go.
   ~RecordedLibrary() override { mail_.asked.push_back(_T("free")); }
 
   bool CanSend() override {

@@ -17,6 +17,7 @@ constexpr std::chrono::sys_days kFirstDay{std::chrono::year{1601} / 1 / 1};
 class RecordedProgress : public ProgressDialog {
  public:
   explicit RecordedProgress(HeadlessShell& shell) : shell_(shell) {}
+  // Noted, so that a test sees a dialog that ended without Close.
   ~RecordedProgress() override { shell_.progress.push_back(_T("gone")); }
 
   void SetTitle(LPCTSTR title) override { Note(_T("title %s"), title); }
@@ -99,6 +100,7 @@ bool HeadlessProcess::CallLoadedModule(LPCTSTR module, int ordinal, void* record
   asked.push_back(note);
   if (loaded_module != module) return false;
   const BYTE* const bytes = static_cast<const BYTE*>(record);
+  // Copied: the caller's record is gone by the time a test looks.
   records.emplace_back(bytes, bytes + record_size);
   if (on_call != nullptr) on_call(record);
   return true;

@@ -21,6 +21,7 @@ class LoadedObject : public SharedLibrary {
 
 std::unique_ptr<SharedLibrary> OpenSharedLibrary(std::initializer_list<const char*> names) {
   for (const char* const name : names)
+    // Local, so that its names do not answer for those of libraries that are loaded later.
     if (void* const library = dlopen(name, RTLD_LAZY | RTLD_LOCAL))
       return std::make_unique<LoadedObject>(library);
   return nullptr;

@@ -80,6 +80,7 @@ class PosixProcess : public Process {
   bool CallLoadedModule(LPCTSTR module, int ordinal, void* record) override {
     const Library library = LoadedLibrary(NativePath(module));
     if (!library) return false;
+    // Libraries here have no entries by number: the number is part of the name.
     const std::string entry = "Ordinal" + std::to_string(ordinal);
     using Entry = void (*)(void*);
     const auto call = reinterpret_cast<Entry>(dlsym(library.get(), entry.c_str()));

@@ -87,6 +87,7 @@ class TextPane : public QtEditPane {
     text_.textCursor().insertText(WithSingleEnds(text));
   }
   bool Undo() override {
+    // One step, as the messages have it: the next call brings back what this one took away.
     if (undone_ ? !text_.document()->isRedoAvailable() : !text_.document()->isUndoAvailable()) return false;
     if (undone_) {
       text_.redo();
@@ -115,6 +116,7 @@ class TextPane : public QtEditPane {
       step = step == Step::PageUp ? Step::Up : Step::Down;
     }
     QTextCursor cursor = text_.textCursor();
+    // Steps by lines need the lines.
     LayOut();
     cursor.movePosition(OperationOf(step), mode, times);
     text_.setTextCursor(cursor);
@@ -148,6 +150,7 @@ class TextPane : public QtEditPane {
   int PositionAt(CPoint at) const override { return Outer(text_.cursorForPosition(ToQt(at)).position()); }
   void ShowMenu(CPoint screen) override {
     QMenu* const menu = text_.createStandardContextMenu();
+    // It is shown without waiting, so nobody here could delete it.
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->popup(ToQt(screen));
   }

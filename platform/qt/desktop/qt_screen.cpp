@@ -113,6 +113,7 @@ RECT QtDesk::Screen() const {
 }
 
 COLORREF QtDesk::Colour(int index) const {
+  // Grey text has no role of its own: it is the usual text of what is disabled.
   const auto group = index == COLOR_GRAYTEXT ? QPalette::Disabled : QPalette::Active;
   const QColor colour = QApplication::palette().color(group, RoleOf(index));
   return RGB(static_cast<unsigned>(colour.red()), static_cast<unsigned>(colour.green()),
@@ -168,6 +169,7 @@ bool QtDesk::SetClipboardText(const CString& text) {
 }
 
 bool QtDesk::SetClipboard(const TransferData& data) {
+  // The clipboard owns it from then on.
   QGuiApplication::clipboard()->setMimeData(ToMime(data).release());
   return true;
 }

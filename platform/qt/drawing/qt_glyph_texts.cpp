@@ -180,12 +180,14 @@ std::optional<std::vector<QtGlyphsBehind::Placed>> QtGlyphsBehind::Behind(const 
                                                                           std::size_t count) const {
   auto placed = Shaped(beginning_ + text);
   if (!placed || placed->size() != before_.size() + count) return std::nullopt;
+  // A character behind it may change the beginning, as letters do that join.
   for (std::size_t i = 0; i < before_.size(); ++i) {
     const Placed& now = (*placed)[i];
     if (now.glyph != before_[i].glyph || now.at != before_[i].at || now.font != before_[i].font)
       return std::nullopt;
   }
   placed->erase(placed->begin(), placed->begin() + static_cast<std::ptrdiff_t>(before_.size()));
+  // One font for all of them: they are drawn as one run, which has but one.
   const auto other = [&](const Placed& glyph) { return raw_ && glyph.font != *raw_; };
   if (std::any_of(placed->begin(), placed->end(), other)) return std::nullopt;
   return placed;
@@ -210,6 +212,7 @@ QtGlyphsBehind::Step QtGlyphsBehind::Learned(unsigned before, unsigned sign) {
   const Sign& first = SignOf(before);
   const Sign& second = SignOf(sign);
   const auto placed = Behind(Unit(before) + Unit(sign), 2);
+  // Both as they stand alone, but for the step between them: a pair may become other glyphs.
   const bool good = placed && first.state == State::kGood && second.state == State::kGood &&
                     placed->front().glyph == first.glyph && placed->back().glyph == second.glyph &&
                     placed->front().at.x() == first.at;
@@ -305,6 +308,7 @@ QtGlyphsBehind::Stamps& QtGlyphsBehind::StampsIn(QRgb ink, QRgb ground) {
 // The columns of a character, with what of the one in front of it reaches into them.
 const QtStamp& QtGlyphsBehind::StampOf(Stamps& stamps, const Put& put) {
   const double whole = std::floor(put.at);
+  // Places are 64ths of a pixel, so this is exact, and less than kParts.
   const auto part = static_cast<unsigned>(std::lround((put.at - whole) * kParts));
   const auto [found, fresh] = stamps.signs.try_emplace((put.before * count_ + put.sign) * kParts + part);
   if (!fresh) return found->second;

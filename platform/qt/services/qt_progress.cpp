@@ -82,6 +82,7 @@ class OneWindowOnly : public QObject {
 
   bool eventFilter(QObject* receiver, QEvent* event) override {
     switch (event->type()) {
+      // Timers of windows run handlers; those of the widget set itself go on.
       case QEvent::Timer:
         return dynamic_cast<QtWatcher*>(receiver) != nullptr;
       case QEvent::MouseButtonPress:

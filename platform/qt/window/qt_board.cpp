@@ -125,6 +125,7 @@ void QtBoard::ProvideBar(int bar) {
   // A bar that was hidden again is kept: showing and hiding go with every fit of a table.
   if (slot != nullptr) return;
   slot = new QScrollBar(bar == SB_VERT ? Qt::Vertical : Qt::Horizontal, Widget());
+  // As on Windows, where the bars of a window never take the keys from it.
   slot->setFocusPolicy(Qt::NoFocus);
   Watch(slot);
   QObject::connect(slot, &QScrollBar::actionTriggered, slot,

@@ -58,6 +58,7 @@ bool SetSystemClipboard(const TransferData& data) {
     const HGLOBAL block = BlockOf(data, number);
     const bool taken = block != nullptr && SetClipboardData(number, block) != nullptr;
     if (block != nullptr && !taken) GlobalFree(block);
+    // A format that fails does not keep the others away; the caller is told all the same.
     all = all && taken;
   }
   return all;

@@ -197,6 +197,7 @@ class Win32Desktop : public Desktop {
   std::vector<HKL> Layouts() const override {
     std::vector<HKL> layouts(static_cast<std::size_t>(std::max(GetKeyboardLayoutList(0, nullptr), 0)));
     const int count = GetKeyboardLayoutList(static_cast<int>(layouts.size()), layouts.data());
+    // A layout may have gone between both calls.
     layouts.resize(static_cast<std::size_t>(std::max(count, 0)));
     return layouts;
   }

@@ -247,6 +247,7 @@ class Provider : public CountedObject<IAccessible> {
   template <class Room, class Work>
   HRESULT Answer(Room* room, Work work) const {
     if (room == nullptr) return E_POINTER;
+    // In any case, as the system's rules are: a caller may free what stands there after a failure.
     *room = {};
     return Living(work);
   }

@@ -127,6 +127,7 @@ CString Win32Window::Text() const {
     CString text;
     const int room = GetWindowTextLengthW(handle_) + 1;
     const int length = GetWindowTextW(handle_, text.GetBuffer(room), room);
+    // By what was copied: the length that was asked for may be larger than the text.
     text.ReleaseBuffer(length);
     return text;
   });
