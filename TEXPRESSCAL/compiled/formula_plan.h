@@ -82,7 +82,7 @@ class FormulaPlan {
   bool takes_thirds_ = false;
   std::vector<Slot> slots_;
   std::vector<std::size_t> close_slots_;  // the indexes of those that are not free
-  // The slots' values in bytes from the first entry; the last one repeated to whole strides.
+  // Where the slots' values stand, in bytes from the first entry; the last place repeated to whole strides.
   std::vector<std::size_t> places_;
   AlignedRow<double> values_;  // of these places
   ScatteredValues scattered_{};

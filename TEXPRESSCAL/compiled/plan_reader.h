@@ -52,10 +52,10 @@ class PlanReader {
   std::vector<PlaceholderEdit::Place> places_;
   std::unique_ptr<NodePool> pool_ = std::make_unique<NodePool>();
   const ExprNode* root_ = nullptr;
-  NamesByPlace starts_;
-  NamesByPlace divisors_;
-  std::set<std::size_t> found_;
-  std::set<std::size_t> sums_;
+  NamesByPlace starts_;          // of the values
+  NamesByPlace divisors_;        // of the divisors behind them
+  std::set<std::size_t> found_;  // places of the tree's numbers that are values
+  std::set<std::size_t> sums_;   // places of the tree's additions: another "+" is a sign
 };
 
 }  // namespace lorv

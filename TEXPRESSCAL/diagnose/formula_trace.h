@@ -61,8 +61,8 @@ class FormulaTrace {
   std::size_t longest_name_ = kVarListSize;
   TCHAR names_text_[kVarListSize] = {};
   ParseFault fault_ = ParseFault::kNone;
-  unsigned int position_ = 0;
-  unsigned int place_ = 0;
+  unsigned int position_ = 0;  // where the last parse stopped
+  unsigned int place_ = 0;     // where that began which it failed at
 };
 
 }  // namespace lorv

@@ -70,10 +70,11 @@ class DirectEvaluator {
   bool by_zero_ = false;                    // in what was evaluated so far, branches not taken left aside
   std::array<std::uint64_t, 2> seen_ = {};  // a bit for each entry that took a place
   static_assert(ValuePlaces::kMaxEntries <= 128);
-  std::size_t name_units_ = 0;
-  int operators_ = 0;                       // that are written in other ways before a parse
-  LPCTSTR last_comparison_ = nullptr;       // behind it
-  std::array<std::uint8_t, kSlots> slots_;  // of many names: entry and one; 0 is a free slot
+  std::size_t name_units_ = 0;  // of all names met: no fewer than the hits of a substitution
+  int operators_ = 0;           // joins and comparisons met: no fewer than are rewritten before a parse
+  LPCTSTR last_comparison_ = nullptr;  // the place behind it; null: none was met
+  // Of more than kFewEntries names, by hash: the entry's number and 1; 0 is a free slot.
+  std::array<std::uint8_t, kSlots> slots_;
 };
 
 }  // namespace lorv

@@ -56,8 +56,7 @@ inline bool NumbersCompare(unsigned short kind, double left, double right) {
   return number == 1.0;
 }
 
-// MAX and MIN compare from the last argument to the first: which of `number` and the best so far
-// stays.
+// MAX and MIN compare from the last argument to the first: which of `number` and the best so far stays.
 [[gnu::always_inline]] inline double Larger(double number, double best) {
   return number > best ? number : best;
 }

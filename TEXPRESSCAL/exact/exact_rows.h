@@ -16,15 +16,15 @@ class ExactRows {
   bool Make(const ExprNode* root, std::size_t names, const std::vector<const ExprNode*>& hidden,
             const FormulaProgram::SlotOf& slot_of);
 
-  // The last code of each row goes to `codes` unless it is null. `doubted` is asked for each row in which a
-  // number beyond 32 bits may have been cut, or a part may be NaN or infinite; it evaluates the row anew.
   struct Task {
     const double* const* columns;
     std::size_t rows;
     double* results;
-    int* codes;
+    int* codes;  // the last code of each row; null: not wanted
   };
   using RowEvaluation = std::function<void(std::size_t row)>;
+  // `doubted` is called for each row in which a number beyond 32 bits may have been cut, or a part may be NaN
+  // or infinite; it evaluates the row anew.
   void Evaluate(const Task& task, const RowEvaluation& doubted) const;
 
  private:

@@ -72,8 +72,8 @@ class DeferredRows {
 
   RowText& texts_;
   BlockExecutor& executor_;
-  bool is_tried_ = false;
-  bool is_planned_ = false;
+  bool is_tried_ = false;    // a plan was asked for
+  bool is_planned_ = false;  // and there is one
   RowPlan plan_;
   std::vector<BlockCell> cells_;
   AlignedRow<Reading> readings_;  // of the plan's slots

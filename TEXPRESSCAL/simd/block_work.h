@@ -75,7 +75,7 @@ struct BlockJob {
 // Values of which the i-th stands places[i] bytes behind a first one, and where they go.
 struct ScatteredValues {
   const std::size_t* places;
-  std::size_t count;  // in strides of `lanes`
+  std::size_t count;  // a multiple of `lanes`
   double* values;
   double* readings;
 };
@@ -93,9 +93,9 @@ struct BlockLoops {
   // Reads at most 64 values, in whole strides of blocks, as numbers and divisors: a third as 1 and 3. A bit
   // for each of which the number does not surely follow.
   std::uint64_t (*read_thirds)(const double* values, double* numbers, double* divisors, std::size_t rows);
+  std::size_t lanes;  // numbers that one instruction works on
   // Reads values that lie scattered. True, with the numbers that they read as, where these follow from all
   // values alone. The values are copied in any case.
-  std::size_t lanes;
   bool (*read_places)(const char* first, const ScatteredValues& scattered);
   bool (*read_stride)(const char* first, const ScatteredValues& scattered);  // the same for `lanes` values
   // Whether a text is a known one: both are read in steps, of the last one only the bits set in `counts`

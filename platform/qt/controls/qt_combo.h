@@ -29,7 +29,7 @@ class QtCombo : public ComboBehaviour<QtControl, QtItems> {
   void ListClosed();
 
   DropList& list_;
-  int picked_ = -1;
+  int picked_ = -1;  // by the mouse in the list that is open; -1: nothing
 };
 
 }  // namespace lorv

@@ -22,8 +22,8 @@ class QtControl : public QtWindow {
   bool Framed() const;
 
  private:
-  bool natively_ = true;  // as the class last said
-  bool asked_ = false;    // since the widget set painted
+  bool natively_ = true;  // the class left its last WM_PAINT to the widget
+  bool asked_ = false;    // the class was asked for the painting that comes next
 };
 
 }  // namespace lorv

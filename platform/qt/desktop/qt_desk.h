@@ -52,8 +52,10 @@ class QtMailbox {
   void Hold(int more);
   void Call(bool last);
 
-  std::mutex mutex_;                                          // over all that follows
-  std::array<std::deque<std::function<void()>>, 2> errands_;  // what an event carried would not be guarded
+  std::mutex mutex_;  // over all that follows
+  // The tasks that wait, those of Leave(..., true) second. Events only call for them: what an event carried
+  // would lie outside the lock.
+  std::array<std::deque<std::function<void()>>, 2> errands_;
   int held_ = 0;
   QObject* receiver_;
 };
@@ -111,6 +113,7 @@ class QtDesk : public DesktopModel, public QtServices {
   // The widget set gave a window the focus, or took it away from all.
   void FocusArrived(HWND window);
   void FocusLeft();
+  // The user pressed the mouse in one of our windows: an activation that was asked for is not waited for.
   void ClickedIn() { asked_ = nullptr; }
 
   // An event of ours is being handled. What the widget set does around it may hold every widget that was
@@ -191,15 +194,15 @@ class QtDesk : public DesktopModel, public QtServices {
   std::vector<std::uint64_t> live_events_;  // their numbers, the innermost last
   std::vector<Doomed> doomed_;
   bool sweep_wanted_ = false;
-  bool elsewhere_ = false;
-  bool menu_up_ = false;
-  bool dragging_ = false;
+  bool elsewhere_ = false;  // the focus has left our windows
+  bool menu_up_ = false;    // a menu of ours
+  bool dragging_ = false;   // out of a window of ours
   bool paint_wanted_ = false;
   std::vector<std::function<void()>> inner_loops_;  // what ends them, the innermost last
   std::atomic<int> dpi_{kUsualDpi};                 // of the first screen
   std::atomic<double> ratio_{1};
-  QObject screens_;  // ends what is connected to it
-  QObject drags_;    // owns those whose content may still be asked for
+  QObject screens_;  // the signals of screens are connected to it, and end with it
+  QObject drags_;    // owns the drags: their content may be asked for after the call that ran them
 };
 
 }  // namespace lorv

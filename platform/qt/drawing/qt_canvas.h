@@ -14,6 +14,9 @@ struct QtFace;
 struct QtGlyphText;
 class QtTextCache;
 
+// The canvas over a ground: it keeps clip and font, the ground's painter draws. The ground lives as long. One
+// thread at a time; several canvases of one ground may draw from several threads, as far as the ground
+// allows.
 class QtCanvas : public Canvas {
  public:
   // `limit` is what can be drawn on at all.
@@ -62,7 +65,7 @@ class QtCanvas : public Canvas {
   mutable const QtTextCache* cache_ = nullptr;
   mutable std::uint32_t cache_age_ = 0;
   mutable const QtFace* face_ = nullptr;
-  int shapings_left_;
+  int shapings_left_;  // texts that may still be shaped for keeping
 };
 
 // An image's pixels row by row.

@@ -43,8 +43,7 @@ struct QtStamp {
 // the steps between pairs of them, each shaped once.
 class COMM_LORV_API QtGlyphsBehind {
  public:
-  // The characters are the `count` from `first` on.
-  // `made` counts the pictures.
+  // The characters are the `count` from `first` on; `made` counts the pictures.
   QtGlyphsBehind(const QFont& font, const QString& beginning, unsigned first, unsigned count,
                  std::size_t& made);
 

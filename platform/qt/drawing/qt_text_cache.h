@@ -41,9 +41,10 @@ struct QtFace {
   mutable std::unique_ptr<QtGlyphTexts> glyphs_;  // from the first text that was drawn on
 };
 
+// A text of one face that is kept.
 struct QtRun {
-  int advance = 0;
-  bool drawn = false;
+  int advance = 0;                               // pixels
+  bool drawn = false;                            // at least once
   std::optional<std::vector<QGlyphRun>> shaped;  // from the second drawing on
 };
 

@@ -77,7 +77,7 @@ class QtWindow : public WindowModel {
   virtual bool IsFixed() const { return false; }
   void HoldSize();
   virtual void EraseGround(Canvas& /*canvas*/, const CRect& /*part*/) {}
-  // The same as the model's, while what the widget reports of it is kept back.
+  // The widget is to show what the model has changed. What the widget reports of that is kept back.
   virtual void ShowStyle(DWORD /*before*/) {}
   virtual void ShowText() {}
   virtual void ShowFocus();
@@ -147,11 +147,11 @@ class QtWindow : public WindowModel {
   QWidget* widget_ = nullptr;
   QWidget* pane_ = nullptr;
   QtWatcher* watcher_ = nullptr;
-  std::uint64_t born_ = 0;  // the count of events when the widget was made
-  int working_ = 0;
-  bool notes_due_ = false;
+  std::uint64_t born_ = 0;                 // the count of events when the widget was made
+  int working_ = 0;                        // WidgetWork objects in force
+  bool notes_due_ = false;                 // a task that sends them is left at the mailbox
   DROPEFFECT promised_ = DROPEFFECT_NONE;  // by the last answer to a drag
-  std::vector<UINT> notes_;
+  std::vector<UINT> notes_;                // codes of WM_COMMAND that wait
 };
 
 // While the widget works for us, what it reports is kept back: nothing calls out of the middle of the

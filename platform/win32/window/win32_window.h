@@ -107,19 +107,19 @@ class Win32Window : public WindowPeer, public std::enable_shared_from_this<Win32
 
   std::atomic<HWND> handle_{nullptr};
   std::atomic<Phase> phase_{Phase::kMaking};
-  bool ours_ = true;
+  bool ours_ = true;         // its messages come to Receive; false: somebody else's window
   bool taken_over_ = false;  // made by somebody else
   WindowKind kind_;
   DWORD added_style_ = 0;  // added by us, not asked for
   WNDPROC original_ = nullptr;
   const WindowRequest* request_ = nullptr;  // while it is being made
-  bool destroying_ = false;
-  bool drops_ = false;
-  bool redraw_ = true;
-  int painting_ = 0;  // its WM_PAINT under way, one within the other
-  Region held_;       // invalidated while WM_SETREDRAW is off
-  bool saw_the_end_ = false;
-  TypedHalves halves_;  // of an edit
+  bool destroying_ = false;                 // its end is under way, and not to be asked for again
+  bool drops_ = false;                      // it is registered with the system for drops
+  bool redraw_ = true;                      // as WM_SETREDRAW said last
+  int painting_ = 0;                        // its WM_PAINT under way, one within the other
+  Region held_;                             // invalidated while WM_SETREDRAW is off
+  bool saw_the_end_ = false;                // its own procedure has had WM_NCDESTROY
+  TypedHalves halves_;                      // of characters that are typed into an edit
   std::shared_ptr<const GdiFont> font_;
   HFONT font_handle_ = nullptr;  // of a window that draws itself, for WM_GETFONT
 };
