@@ -1,8 +1,7 @@
 // Image files that are small or soon made and cost much to show: time to the first frame and the most memory,
 // each in a process of its own, over the toolkit's desktop.
 //
-//   lorv_bench_image_limits [--quick]      the bounds are 2 s and 300 MB; --quick takes small files and no
-//   bounds
+//   lorv_bench_image_limits [--quick]      bounds of 2 s and 300 MB; --quick: small files without bounds
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
