@@ -88,6 +88,7 @@ void HeadlessDesktop::MoveMouse(POINT screen) {
 }
 
 void HeadlessDesktop::MouseDown(int button) {
+  // Where the input that still waits will have left the mouse.
   const POINT at = input_.empty() ? CursorPosition() : input_.back().at;
   const UINT message = button == VK_RBUTTON ? WM_RBUTTONDOWN : WM_LBUTTONDOWN;
   input_.push_back({message, 0, at});

@@ -27,6 +27,7 @@ WindowModel::WindowModel(DesktopModel& desktop, HWND handle, const WindowRequest
       font_(desktop.DialogFont()),
       dpi_(desktop.DpiFor(request)) {
   ((style_ & WS_CHILD) != 0 ? parent_ : owner_) = request.parent;
+  // The desktop's font is made for the first screen; the window may begin on another one.
   font_.lfHeight = font_.lfHeight * dpi_ / std::max(1, desktop.Dpi());
 }
 

@@ -10,6 +10,7 @@ namespace lorv {
 namespace {
 
 constexpr std::int64_t kUnitsPerMillisecond = kUnitsPerSecond / 1000;
+// The years that a SYSTEMTIME can have.
 constexpr int kFirstYear = 1601;
 constexpr int kLastYear = 30827;
 

@@ -47,6 +47,8 @@ class LinePane : public QtEditPane {
     line_.insert(ToQt(text.View()));
   }
   bool Undo() override {
+    // The widget does not say whether there was anything to take back. One step, as the messages have it: the
+    // next call brings back what this one took away.
     const QString before = line_.text();
     if (undone_) {
       line_.redo();
@@ -72,6 +74,7 @@ class LinePane : public QtEditPane {
     }
   }
   void Move(Step step, bool extend) override {
+    // In a single line Up and Down go sideways, as in the edit of Windows.
     switch (step) {
       case Step::Back:
       case Step::Up:
@@ -109,6 +112,7 @@ class LinePane : public QtEditPane {
   }
   void ShowMenu(CPoint screen) override {
     QMenu* const menu = line_.createStandardContextMenu();
+    // It is shown without waiting, so nobody here could delete it.
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->popup(ToQt(screen));
   }

@@ -74,6 +74,7 @@ bool QtWindow::Take(QObject* receiver, QEvent& event) {
       return false;
     case QEvent::Close:
       return receiver == widget_ && TakeClose(event);
+    // The messages of the right button ask for the menu: the widget set must not bring one of its own.
     case QEvent::ContextMenu:
       return true;
     default:
