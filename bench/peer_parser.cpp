@@ -69,6 +69,7 @@ PeerParser::PeerParser() : state_(std::make_unique<State>()) {
   parser.DefineFun("ABS", Magnitude);
   parser.DefineFun("SIN", Sine);
   parser.DefineFun("COS", Cosine);
+  // With the digits that it has in the library's formulas.
   parser.DefineConst("PI", 3.1415926536);
 }
 

@@ -35,6 +35,7 @@ void TypeInPrepareRow(benchmark::State& state) {
   grid.SetAutoAddRow(true);
   grid.SetCurSel(CBCGPGridItemID(rows, 1));
   grid.SetFocus();
+  // Once before the time begins: what the first key makes is there then.
   stage.desktop.Type(_T("x"));
   stage.desktop.Press(VK_BACK);
   stage.desktop.RunUntilIdle();
@@ -44,6 +45,7 @@ void TypeInPrepareRow(benchmark::State& state) {
     stage.desktop.Press(VK_BACK);
     stage.desktop.RunUntilIdle();
   }
+  // A row that stayed would make the table longer with every round.
   if (grid.GetRowCount() != rows) state.SkipWithError("the table is another one");
 }
 
@@ -109,6 +111,7 @@ void PageOfVirtualTable(benchmark::State& state) {
   MakeVirtual(stage, grid, rows);
   unsigned at = 1;
   for (auto _ : state) {
+    // Anywhere in the table: a page near the one before would find its rows still made.
     at = at * 1664525U + 1013904223U;
     grid.EnsureVisible(grid.GetVirtualRow(static_cast<int>(at % static_cast<unsigned>(rows))));
     stage.desktop.RunUntilIdle();

@@ -47,6 +47,7 @@ struct Table {
   }
   void ByPeer() { peer.EvaluateRows(text, results.data(), kRows); }
   void BySum() {
+    // About as many rows as the library's own blocks have, and a divisor of all.
     constexpr std::size_t kBlock = 250;
     static_assert(kRows % kBlock == 0);
     for (std::size_t first = 0; first < kRows; first += kBlock) {

@@ -81,6 +81,7 @@ void WriteByPeer(benchmark::State& state, bool constant_memory) {
   for (auto _ : state) {
     lxw_workbook* const book = workbook_new_opt(path.c_str(), &options);
     lxw_format* const number = workbook_add_format(book);
+    // The formats that the exchange gives to numbers and texts.
     format_set_num_format(number, "0.00_ ");
     lxw_format* const text = workbook_add_format(book);
     format_set_num_format(text, "@");
