@@ -13,7 +13,7 @@
 namespace lorv::test {
 namespace {
 
-const unsigned char* Bytes(const std::string& text) {
+const unsigned char* ArchiveBytes(const std::string& text) {
   return reinterpret_cast<const unsigned char*>(text.data());
 }
 
@@ -102,7 +102,7 @@ TEST(AdRar, EmptyInputGivesFourZeroBytesAndThoseGiveNothing) {
     const unsigned char mark = 0;
     const unsigned char* result = &mark;
     int length = -7;
-    unpacker.UnCompress(Bytes(std::string(4, '\0')), 4, result, length);
+    unpacker.UnCompress(ArchiveBytes(std::string(4, '\0')), 4, result, length);
     EXPECT_EQ(result, &mark);
     EXPECT_EQ(length, -7);
   }
@@ -115,7 +115,7 @@ TEST(AdRar, NullOrNegativeSourceCountsAsEmpty) {
   packer.Compress(nullptr, 5, result, length);
   EXPECT_EQ(length, 4);
   CAdRar other;
-  other.Compress(Bytes("abc"), -1, result, length);
+  other.Compress(ArchiveBytes("abc"), -1, result, length);
   EXPECT_EQ(length, 4);
   EXPECT_THROW(CAdRar().UnCompress(nullptr, 9, result, length), int);
 }
@@ -125,7 +125,7 @@ TEST(AdRar, LessThanFourBytesAreAReadError) {
     const unsigned char* result = nullptr;
     int result_length = -7;
     std::string printed = Printed([&] {
-      EXPECT_THROW(CAdRar().UnCompress(Bytes("\x01\x02\x03"), length, result, result_length), int);
+      EXPECT_THROW(CAdRar().UnCompress(ArchiveBytes("\x01\x02\x03"), length, result, result_length), int);
     });
     EXPECT_EQ(printed, "\nRead Error\n");
     EXPECT_EQ(result, nullptr);
@@ -136,8 +136,8 @@ TEST(AdRar, LessThanFourBytesAreAReadError) {
 TEST(AdRar, CountThatNoIntCanHoldIsAReadError) {
   const unsigned char* result = nullptr;
   int length = 0;
-  EXPECT_THROW(CAdRar().UnCompress(Bytes("\xff\xff\xff\x7f\x01\x02\x03"), 7, result, length), int);
-  EXPECT_THROW(CAdRar().UnCompress(Bytes("\xff\xff\xff\xff\x01\x02\x03"), 7, result, length), int);
+  EXPECT_THROW(CAdRar().UnCompress(ArchiveBytes("\xff\xff\xff\x7f\x01\x02\x03"), 7, result, length), int);
+  EXPECT_THROW(CAdRar().UnCompress(ArchiveBytes("\xff\xff\xff\xff\x01\x02\x03"), 7, result, length), int);
 }
 
 TEST(AdRar, UnpackedTextIsTerminatedBehindItsLength) {
@@ -146,7 +146,7 @@ TEST(AdRar, UnpackedTextIsTerminatedBehindItsLength) {
   unpacker.SetExactDecoding(true);
   const unsigned char* result = nullptr;
   int length = 0;
-  unpacker.UnCompress(Bytes(stream), static_cast<int>(stream.size()), result, length);
+  unpacker.UnCompress(ArchiveBytes(stream), static_cast<int>(stream.size()), result, length);
   ASSERT_EQ(length, 11);
   EXPECT_STREQ(reinterpret_cast<const char*>(result), "hello world");
 }
@@ -157,7 +157,7 @@ TEST(AdRar, PackingPrintsProgressAndTotals) {
   const unsigned char* result = nullptr;
   int length = 0;
   const std::string printed =
-      Printed([&] { packer.Compress(Bytes(text), static_cast<int>(text.size()), result, length); });
+      Printed([&] { packer.Compress(ArchiveBytes(text), static_cast<int>(text.size()), result, length); });
   EXPECT_EQ(printed.substr(0, 13), "          61\r") << "above the first mark, which is 0";
   EXPECT_EQ(printed.substr(13, 13), "        1081\r");
   char totals[80];
@@ -171,11 +171,11 @@ TEST(AdRar, UnpackingPrintsProgressAndTheCount) {
   CAdRar unpacker;
   const unsigned char* result = nullptr;
   int length = 0;
-  const std::string printed =
-      Printed([&] { unpacker.UnCompress(Bytes(stream), static_cast<int>(stream.size()), result, length); });
+  const std::string printed = Printed(
+      [&] { unpacker.UnCompress(ArchiveBytes(stream), static_cast<int>(stream.size()), result, length); });
   EXPECT_EQ(printed.substr(0, 13), "           1\r");
   EXPECT_EQ(printed.substr(printed.size() - 13), "        2159\n") << "the spoilt end is a match too long";
-  EXPECT_EQ(Printed([&] { CAdRar().UnCompress(Bytes(std::string(4, '\0')), 4, result, length); }), "");
+  EXPECT_EQ(Printed([&] { CAdRar().UnCompress(ArchiveBytes(std::string(4, '\0')), 4, result, length); }), "");
 }
 
 TEST(AdRar, ProgressHandlerHearsInsteadOfTheOutput) {
@@ -185,11 +185,12 @@ TEST(AdRar, ProgressHandlerHearsInsteadOfTheOutput) {
   packer.SetProgress([&](std::uint32_t done) { heard.push_back(done); });
   const unsigned char* result = nullptr;
   int length = 0;
-  EXPECT_EQ(Printed([&] { packer.Compress(Bytes(text), static_cast<int>(text.size()), result, length); }),
-            "");
+  EXPECT_EQ(
+      Printed([&] { packer.Compress(ArchiveBytes(text), static_cast<int>(text.size()), result, length); }),
+      "");
   EXPECT_EQ(heard, (std::vector<std::uint32_t>{61, 1081, 2100}));
   packer.Release();
-  EXPECT_EQ(Printed([&] { EXPECT_THROW(packer.UnCompress(Bytes("x"), 1, result, length), int); }), "");
+  EXPECT_EQ(Printed([&] { EXPECT_THROW(packer.UnCompress(ArchiveBytes("x"), 1, result, length), int); }), "");
 }
 
 TEST(AdRar, ReleaseMakesTheObjectAsNew) {
@@ -198,7 +199,8 @@ TEST(AdRar, ReleaseMakesTheObjectAsNew) {
   int length = 0;
   std::string first;
   for (int round = 0; round < 3; ++round) {
-    const std::string printed = Printed([&] { codec.Compress(Bytes("hello world"), 11, result, length); });
+    const std::string printed =
+        Printed([&] { codec.Compress(ArchiveBytes("hello world"), 11, result, length); });
     if (round == 0) first = printed;
     EXPECT_EQ(printed, first);
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(result), 15), Packed("hello world"));
@@ -210,8 +212,8 @@ TEST(AdRar, WithoutReleaseTheCoderGoesOnWhereItWas) {
   CAdRar codec;
   const unsigned char* result = nullptr;
   int length = 0;
-  codec.Compress(Bytes("hello world"), 11, result, length);
-  codec.Compress(Bytes("hello world"), 11, result, length);
+  codec.Compress(ArchiveBytes("hello world"), 11, result, length);
+  codec.Compress(ArchiveBytes("hello world"), 11, result, length);
   EXPECT_EQ(std::string(reinterpret_cast<const char*>(result), 15), Packed("hello world"));
   EXPECT_GT(length, 15) << "the second result stands behind the first";
   EXPECT_NE(std::string(reinterpret_cast<const char*>(result) + 15, static_cast<std::size_t>(length) - 15),
@@ -226,8 +228,8 @@ TEST(AdRar, UsedCoderNeverLoopsOrCrashes) {
     int length = 0;
     for (unsigned step = 0; step < 4; ++step) {
       const std::string noise = std::string("\x50\x00\x00\x00", 4) + Noise(6, seed * 5 + step);
-      Printed([&] { codec.UnCompress(Bytes(noise), 10, result, length); });
-      Printed([&] { codec.Compress(Bytes(stream), static_cast<int>(stream.size()), result, length); });
+      Printed([&] { codec.UnCompress(ArchiveBytes(noise), 10, result, length); });
+      Printed([&] { codec.Compress(ArchiveBytes(stream), static_cast<int>(stream.size()), result, length); });
     }
   }
 }
@@ -236,14 +238,14 @@ TEST(AdRar, CopyHasItsOwnResult) {
   auto codec = std::make_unique<CAdRar>();
   const unsigned char* result = nullptr;
   int length = 0;
-  codec->Compress(Bytes("hello world"), 11, result, length);
+  codec->Compress(ArchiveBytes("hello world"), 11, result, length);
   CAdRar copy(*codec);
   CAdRar assigned;
   assigned = *codec;
   codec.reset();
   const std::string released = Printed([&] { copy.Release(); });
   EXPECT_EQ(released, "");
-  assigned.Compress(Bytes("x"), 1, result, length);
+  assigned.Compress(ArchiveBytes("x"), 1, result, length);
   EXPECT_GT(length, 15) << "the copied result is still there, in front";
 }
 
@@ -251,7 +253,7 @@ TEST(AdRar, HeaderExample) {
   CAdRar packer;
   const unsigned char* stream = nullptr;
   int length = 0;
-  packer.Compress(Bytes("hello world"), 11, stream, length);
+  packer.Compress(ArchiveBytes("hello world"), 11, stream, length);
   EXPECT_EQ(length, 15);
   CAdRar unpacker;
   unpacker.SetExactDecoding(true);

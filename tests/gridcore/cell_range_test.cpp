@@ -1,12 +1,10 @@
 #include "gridcore/cell_range.h"
+#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 namespace {
 
-constexpr int kMost = std::numeric_limits<int>::max();
 using Range = CBCGPGridRange;
 using Cell = CBCGPGridItemID;
 

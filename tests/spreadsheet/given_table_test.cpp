@@ -119,7 +119,7 @@ auto Loading(LPCTSTR file, int index) {
   };
 }
 
-long Export(Reader& reader) {
+long ExportTable(Reader& reader) {
   EXPECT_TRUE(reader.exchange.ToExcel(_T("C:\\out.xlsx"), true, false, 1, 1, false, CString(), 0, 0));
   Reader back;
   const long result = Loading(_T("C:\\out.xlsx"), 1)(back);
@@ -175,7 +175,7 @@ std::function<long(Reader&)> WorkOf(int which) {
     case 7:
       return [](Reader& reader) { return long{reader.exchange.FromExcel()}; };
     case 8:
-      return Export;
+      return ExportTable;
     case 9:
       return [](Reader& reader) {
         reader.exchange.SetArray(TextTable({{"new"}}));
@@ -299,7 +299,7 @@ TEST_F(GivenTables, AProgramThatGoesOnRunningChangesNoTable) {
 TEST_F(GivenTables, ATableThatWasGivenAwayIsExported) {
   const ScopedSpreadsheet plain(engine);
   ASSERT_EQ(Loading(_T("C:\\one.xlsx"), 1)(shown), 1);
-  EXPECT_EQ(Export(shown), 1);
+  EXPECT_EQ(ExportTable(shown), 1);
   EXPECT_EQ(RowsOf(shown.tables.at(1)), RowsOf(shown.tables.at(0)));
 }
 

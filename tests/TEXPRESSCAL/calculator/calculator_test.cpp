@@ -252,10 +252,10 @@ TYPED_TEST(Calculator, ValuesGoInByOrderOfName) {
 }
 
 TYPED_TEST(Calculator, InfiniteAndNoNumbersAreNames) {
-  constexpr double kInfinity = std::numeric_limits<double>::infinity();
-  this->calculator_.Set(_T("A"), kInfinity);
+  constexpr double kBeyond = std::numeric_limits<double>::infinity();
+  this->calculator_.Set(_T("A"), kBeyond);
   this->Expect("A+1", 0, 3, "inf+1");
-  this->calculator_.Set(_T("A"), -kInfinity);
+  this->calculator_.Set(_T("A"), -kBeyond);
   this->Expect("A+1", 0, 4, "-inf+1");
   this->calculator_.Set(_T("A"), std::numeric_limits<double>::quiet_NaN());
   this->Expect("A+1", 0, 3, "nan+1");

@@ -23,34 +23,34 @@
 namespace lorv::test {
 namespace {
 
-constexpr int kShare = CheckedShare(10);
+constexpr int kPlanShare = CheckedShare(10);
 
 using NamedValues = std::vector<std::pair<Text, double>>;
 
-struct Outcome {
+struct PlanOutcome {
   double value = 0;
   int error = 0;
   std::string with_values;
 
-  bool operator==(const Outcome& other) const {
+  bool operator==(const PlanOutcome& other) const {
     return SameBits(value, other.value) && error == other.error && with_values == other.with_values;
   }
 };
 
-void PrintTo(const Outcome& outcome, std::ostream* out) {
+void PrintTo(const PlanOutcome& outcome, std::ostream* out) {
   *out << outcome.value << ", error " << outcome.error << ", evaluated as " << outcome.with_values;
 }
 
-Outcome EvaluatedBy(CAdExpCalculate& calculator, const Text& formula, const NamedValues& values) {
+PlanOutcome EvaluatedBy(CAdExpCalculate& calculator, const Text& formula, const NamedValues& values) {
   calculator.SetExpr(formula.c_str());
   for (const auto& [name, value] : values) calculator.SetVarValue(name.c_str(), value, false);
-  Outcome outcome;
+  PlanOutcome outcome;
   outcome.value = calculator.Calculate(outcome.error);
   outcome.with_values = Utf8(calculator.GetCalcedExpr());
   return outcome;
 }
 
-Outcome EvaluatedAfresh(const Text& formula, const NamedValues& values) {
+PlanOutcome EvaluatedAfresh(const Text& formula, const NamedValues& values) {
   CAdExpCalculate calculator;
   return EvaluatedBy(calculator, formula, values);
 }
@@ -270,7 +270,7 @@ TEST(FormulaPlan, LeavesTheWorkingTextAsTheTextWouldBe) {
 TEST(FormulaPlan, ReadsEveryValueAsItsText) {
   ChoiceSource source(77);
   int plain = 0;
-  for (int i = 0; i < 2000000 / kShare; ++i) {
+  for (int i = 0; i < 2000000 / kPlanShare; ++i) {
     const double value =
         source.OneIn(2) ? MakeValue(source) : static_cast<double>(source.Below(1000000)) / 7777;
     double reading = 0;
@@ -282,7 +282,7 @@ TEST(FormulaPlan, ReadsEveryValueAsItsText) {
     const double expected = negative ? -magnitude : magnitude;
     ASSERT_EQ(std::bit_cast<std::uint64_t>(reading), std::bit_cast<std::uint64_t>(expected)) << value;
   }
-  EXPECT_GT(plain, 1000000 / kShare);
+  EXPECT_GT(plain, 1000000 / kPlanShare);
 }
 
 // Mostly values that fit a plan, so that plans are used and not only left.
@@ -305,8 +305,8 @@ int ExpectSameInAllRounds(ChoiceSource& source) {
   int planned = 0;
   for (int round = 0; round < 6; ++round) {
     for (auto& [name, value] : values) value = TypicalValue(source);
-    const Outcome expected = EvaluatedAfresh(formula, values);
-    const Outcome outcome = EvaluatedBy(calculator, formula, values);
+    const PlanOutcome expected = EvaluatedAfresh(formula, values);
+    const PlanOutcome outcome = EvaluatedBy(calculator, formula, values);
     EXPECT_EQ(outcome, expected) << Shown(formula) << " in round " << round;
     if (!(outcome == expected)) break;
     planned += FitsPlan(formula, values) ? 1 : 0;
@@ -317,7 +317,7 @@ int ExpectSameInAllRounds(ChoiceSource& source) {
 TEST(FormulaPlan, GivesWhatTheTextGives) {
   ChoiceSource source(20260101);
   int planned = 0;
-  const int formulas = 60000 / kShare;
+  const int formulas = 60000 / kPlanShare;
   for (int i = 0; i < formulas && !HasFailure(); ++i) planned += ExpectSameInAllRounds(source);
   EXPECT_GT(planned, formulas);  // else the comparison would say nothing about plans
 }

@@ -19,7 +19,7 @@
 namespace lorv::test {
 namespace {
 
-constexpr int kShare = CheckedShare(10);
+constexpr int kRepeatedShare = CheckedShare(10);
 
 struct Known {
   const TCHAR* formula;
@@ -122,7 +122,7 @@ bool HasPlan(const RepeatedCase& made) {
 }
 
 TEST(RepeatedFormula, AllWaysAgree) {
-  constexpr int kCases = 12000 / kShare;
+  constexpr int kCases = 12000 / kRepeatedShare;
   int planned = 0;
   for (int seed = 1; seed <= kCases; ++seed) {
     ChoiceSource source(static_cast<std::uint64_t>(seed));

@@ -20,7 +20,7 @@ namespace {
 
 using Values = std::vector<std::pair<Text, double>>;
 
-constexpr int kShare = CheckedShare(5);
+constexpr int kDirectShare = CheckedShare(5);
 
 const Values kUsual = {{_T("A"), 2.5},   {_T("B"), 0.25}, {_T("C"), 3},       {_T("N"), -4},
                        {_T("H"), 3.15},  {_T("X1"), 7},   {_T("B1K"), 1.125}, {_T("W_1"), 0.5},
@@ -224,7 +224,7 @@ TEST(DirectEvaluator, EveryFormulaOfFiveTokens) {
   const TCHAR* const tokens[] = {_T("A"), _T("N"), _T("2"), _T("-"), _T("+"),
                                  _T("/"), _T("^"), _T("("), _T(")"), _T("<")};
   constexpr int kLong = 100000;
-  for (int number = 0; number < kLong; number += kShare) {
+  for (int number = 0; number < kLong; number += kDirectShare) {
     Text formula;
     for (int rest = number, i = 0; i < 5; ++i, rest /= 10) formula += tokens[rest % 10];
     CalculatorCase made;
@@ -278,7 +278,7 @@ class FormulaSource {
 TEST(DirectEvaluator, RandomFormulas) {
   ChoiceSource source(20240611);
   int covered = 0;
-  constexpr int kCount = 40000 / kShare;
+  constexpr int kCount = 40000 / kDirectShare;
   for (int i = 0; i < kCount; ++i) {
     FormulaSource formulas(source);
     const Text formula = formulas.Sum(2);

@@ -21,7 +21,7 @@
 namespace lorv::test {
 namespace {
 
-constexpr int kShare = CheckedShare(10);
+constexpr int kRowsShare = CheckedShare(10);
 
 struct NamedColumn {
   Text name;
@@ -141,7 +141,7 @@ double TypicalValue(ChoiceSource& source) {
 
 TEST(CalculateRows, GivesWhatRowByRowGives) {
   ChoiceSource source(20260301);
-  for (int i = 0; i < 4000 / kShare && !HasFatalFailure(); ++i) {
+  for (int i = 0; i < 4000 / kRowsShare && !HasFatalFailure(); ++i) {
     const Text formula = source.OneIn(12) ? MakeAnyFormula(source)
                                           : MakeFormula(source, 1 + static_cast<int>(source.Below(4)));
     CAdExpCalculate calculator(formula.c_str());

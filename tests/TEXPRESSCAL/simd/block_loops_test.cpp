@@ -21,7 +21,7 @@
 namespace lorv::test {
 namespace {
 
-constexpr int kShare = CheckedShare(10);
+constexpr int kLoopsShare = CheckedShare(10);
 
 std::vector<const BlockLoops*> AllLoops() {
   std::vector<const BlockLoops*> loops(4);
@@ -173,7 +173,7 @@ void ExpectReadAlike(const BlockLoops& loops, const std::vector<double>& values)
 TEST(BlockLoops, ReadsValuesAlikeOnEveryGeneration) {
   const std::vector<const BlockLoops*> loops = AllLoops();
   ChoiceSource source(6);
-  for (int turn = 0; turn < 20000 / kShare && !HasFatalFailure(); ++turn) {
+  for (int turn = 0; turn < 20000 / kLoopsShare && !HasFatalFailure(); ++turn) {
     std::vector<double> values(1 + source.Below(turn % 10 == 0 ? kBlockRows : 20));
     const std::size_t any_share = source.OneIn(3) ? 10 : 1000;
     for (double& value : values)
@@ -201,7 +201,7 @@ TEST(BlockLoops, ReadsEveryCountOfThousandthsAsTheQuotient) {
   ChoiceSource source(9);
   std::vector<double> values(kBlockRows);
   std::vector<double> readings(kBlockRows);
-  for (int turn = 0; turn < 40000 / kShare; ++turn) {
+  for (int turn = 0; turn < 40000 / kLoopsShare; ++turn) {
     const double first = std::floor(std::ldexp(1.0 + static_cast<double>(source.Below(1U << 30)) / (1U << 30),
                                                static_cast<int>(source.Below(35))));
     for (std::size_t i = 0; i < values.size(); ++i)
@@ -223,7 +223,7 @@ TEST(BlockLoops, ReadsEveryCountOfThousandthsAsTheQuotient) {
 TEST(BlockLoops, ReadsPlacesAlikeOnEveryGeneration) {
   const std::vector<const BlockLoops*> loops = AllLoops();
   ChoiceSource source(16);
-  for (int turn = 0; turn < 60000 / kShare; ++turn) {
+  for (int turn = 0; turn < 60000 / kLoopsShare; ++turn) {
     std::array<double, 16> values{};
     std::array<std::size_t, 16> places{};
     std::array<double, 16> copies{};
@@ -258,7 +258,7 @@ TEST(BlockLoops, ReadsThirdsAlikeOnEveryGeneration) {
   ChoiceSource source(17);
   const double kNear[] = {1.0 / 3, 2.0 / 3, 0.3333, 0.333,    0.334,  0.332,
                           0.666,   0.667,   0.668,  -1.0 / 3, 0.3323, 0.6677};
-  for (int turn = 0; turn < 20000 / kShare; ++turn) {
+  for (int turn = 0; turn < 20000 / kLoopsShare; ++turn) {
     AlignedRow<double> values(64);
     for (double& value : values) {
       value = source.OneIn(3) ? source.From(kNear)

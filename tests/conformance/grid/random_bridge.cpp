@@ -15,9 +15,9 @@
 namespace lorv_test {
 namespace {
 
-constexpr int kReactions = 10;  // that one step may have; else it might never end
-constexpr int kSteps = 12;
-constexpr int kMostRows = 12;
+constexpr int kBridgeReactions = 10;  // that one step may have; else it might never end
+constexpr int kBridgeSteps = 12;
+constexpr int kMostBridgeRows = 12;
 
 constexpr lorv::DialogTemplate kPassing = {300, _T("passing"), 80, 40, _T("font"), 9, {}};
 
@@ -44,8 +44,8 @@ class BridgeWorld {
   }
 
   void Play() {
-    for (int i = 0; i < kSteps && !testing::Test::HasFailure(); ++i) {
-      left_ = kReactions;
+    for (int i = 0; i < kBridgeSteps && !testing::Test::HasFailure(); ++i) {
+      left_ = kBridgeReactions;
       Act();
       user_.Settle();
       left_ = 0;
@@ -130,7 +130,7 @@ class BridgeWorld {
       case 0:
         return grid_->RemoveAll();
       case 1:
-        return grid_->ReDim(Below(kMostRows), 1 + Below(4));
+        return grid_->ReDim(Below(kMostBridgeRows), 1 + Below(4));
       case 2:
         return grid_->SetDataSource(&records_);
       case 3:
@@ -155,7 +155,7 @@ class BridgeWorld {
         static_cast<void>(grid_->DeleteRows(AnyRow(), 1 + Below(2)));
         return;
       case 10:
-        if (grid_->GetRowCount() < kMostRows) static_cast<void>(grid_->Append());
+        if (grid_->GetRowCount() < kMostBridgeRows) static_cast<void>(grid_->Append());
         return;
       case 11:
         return grid_->SetValue(AnyRow(), AnyColumn(), _variant_t(Below(500)), TRUE);

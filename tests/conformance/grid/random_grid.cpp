@@ -15,7 +15,7 @@
 namespace lorv_test {
 namespace {
 
-constexpr int kReactions = 12;  // that one script may have; else it might never end
+constexpr int kGridReactions = 12;  // that one script may have; else it might never end
 constexpr int kSteps = 12;
 constexpr int kMostRows = 14;
 constexpr int kMostColumns = 6;
@@ -101,7 +101,7 @@ class GridWorld {
 
   void Play() {
     for (int i = 0; i < kSteps && !testing::Test::HasFailure(); ++i) {
-      left_ = hostile_ ? kReactions : 0;
+      left_ = hostile_ ? kGridReactions : 0;
       Guarded([this] { Act(); });
       Work();
       left_ = 0;

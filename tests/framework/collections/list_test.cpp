@@ -4,11 +4,13 @@
 
 #include <string>
 
+#include "tests/framework/collections/raised_fault.h"
 #include "tests/support/print.h"
 
 namespace lorv {
 namespace {
 
+using test::RaisesInvalidArg;
 using test::Utf8;
 using Numbers = CList<int, int>;
 
@@ -28,17 +30,6 @@ Numbers Of(std::initializer_list<int> values) {
   Numbers list(10);
   for (const int value : values) list.AddTail(value);
   return list;
-}
-
-template <class Action>
-bool RaisesInvalidArg(Action action) {
-  try {
-    action();
-  } catch (CInvalidArgException* e) {
-    e->Delete();
-    return true;
-  }
-  return false;
 }
 
 TEST(CList, WalksBothWays) {

@@ -10,7 +10,7 @@ namespace lorv {
 namespace {
 
 using test::Utf8;
-using Numbers = CMap<int, int, int, int>;
+using NumberMap = CMap<int, int, int, int>;
 
 class Thing : public CObject {
  public:
@@ -19,7 +19,7 @@ class Thing : public CObject {
 };
 
 TEST(CMap, HeaderExample) {
-  Numbers m;
+  NumberMap m;
   m[3] = 7;
   int v = 0;
   EXPECT_TRUE(m.Lookup(3, v));
@@ -27,7 +27,7 @@ TEST(CMap, HeaderExample) {
 }
 
 TEST(CMap, UnknownKeyLeavesTheValue) {
-  const Numbers m;
+  const NumberMap m;
   int v = 5;
   EXPECT_FALSE(m.Lookup(1, v));
   EXPECT_EQ(v, 5);
@@ -35,7 +35,7 @@ TEST(CMap, UnknownKeyLeavesTheValue) {
 }
 
 TEST(CMap, WalksInTheOrderOfComing) {
-  Numbers m;
+  NumberMap m;
   for (const int key : {9, 4, 7, 4}) m.SetAt(key, key * 10);
   std::string seen;
   for (POSITION at = m.GetStartPosition(); at != nullptr;) {
@@ -50,7 +50,7 @@ TEST(CMap, WalksInTheOrderOfComing) {
 }
 
 TEST(CMap, RemovesOneAndAll) {
-  Numbers m;
+  NumberMap m;
   m[1] = 2;
   EXPECT_FALSE(m.RemoveKey(5));
   EXPECT_TRUE(m.RemoveKey(1));

@@ -2,24 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/framework/collections/raised_fault.h"
 #include "tests/support/print.h"
 
 namespace lorv {
 namespace {
 
+using test::RaisesInvalidArg;
 using test::Utf8;
-
-// True if the action raises the framework's failure for a bad argument, which is freed here.
-template <class Action>
-bool RaisesInvalidArg(Action action) {
-  try {
-    action();
-  } catch (CInvalidArgException* e) {
-    e->Delete();
-    return true;
-  }
-  return false;
-}
 
 CStringArray Three() {
   CStringArray list;

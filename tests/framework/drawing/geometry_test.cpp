@@ -1,8 +1,8 @@
 #include "framework/drawing/geometry.h"
+#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <ostream>
 
 // Found by the checks through the class's own namespace.
@@ -11,8 +11,6 @@ void PrintTo(const CRect& rect, std::ostream* out) {
 }
 
 namespace {
-
-constexpr int kMost = std::numeric_limits<int>::max();
 
 TEST(CPoint, MovesAndMeasures) {
   CPoint p(3, 4);

@@ -11,10 +11,10 @@ namespace {
 
 using lorv::Region;
 using Rects = std::vector<CRect>;
-constexpr int kSide = 12;
+constexpr int kEdge = 12;
 using Pixels = std::set<std::pair<int, int>>;
 
-Pixels PixelsOf(const CRect& rect) {
+Pixels CoveredBy(const CRect& rect) {
   Pixels pixels;
   for (int y = rect.top; y < rect.bottom; ++y)
     for (int x = rect.left; x < rect.right; ++x) pixels.emplace(x, y);
@@ -22,17 +22,17 @@ Pixels PixelsOf(const CRect& rect) {
 }
 
 // Fails where two rectangles overlap or one is empty.
-Pixels PixelsOf(const Region& region) {
+Pixels CoveredBy(const Region& region) {
   Pixels pixels;
   for (const CRect& rect : region.Rects()) {
     EXPECT_EQ(rect.IsRectEmpty(), 0);
-    for (const auto& pixel : PixelsOf(rect)) EXPECT_TRUE(pixels.insert(pixel).second) << rect.left;
+    for (const auto& pixel : CoveredBy(rect)) EXPECT_TRUE(pixels.insert(pixel).second) << rect.left;
   }
   return pixels;
 }
 
 CRect RandomRect(std::mt19937& random) {
-  const auto at = [&] { return static_cast<int>(random() % (kSide + 1)); };
+  const auto at = [&] { return static_cast<int>(random() % (kEdge + 1)); };
   return {at(), at(), at(), at()};
 }
 
@@ -93,7 +93,7 @@ TEST(Region, AgreesWithASetOfPixels) {
     Pixels expected;
     for (int step = 0; step < 12; ++step) {
       const CRect rect = RandomRect(random);
-      const Pixels pixels = PixelsOf(rect);
+      const Pixels pixels = CoveredBy(rect);
       const auto way = random() % 8;
       if (way < 4) {
         region.Add(rect);
@@ -105,9 +105,9 @@ TEST(Region, AgreesWithASetOfPixels) {
         region.Keep(rect);
         std::erase_if(expected, [&](const auto& pixel) { return pixels.count(pixel) == 0; });
       }
-      ASSERT_EQ(PixelsOf(region), expected);
+      ASSERT_EQ(CoveredBy(region), expected);
       const CRect asked = RandomRect(random);
-      const Pixels wanted = PixelsOf(asked);
+      const Pixels wanted = CoveredBy(asked);
       const auto inside = std::count_if(wanted.begin(), wanted.end(),
                                         [&](const auto& pixel) { return expected.count(pixel) != 0; });
       EXPECT_EQ(region.Touches(asked), inside != 0);
@@ -121,15 +121,15 @@ TEST(Region, SimplifiedItHoldsNoFewerPixels) {
   for (int round = 0; round < 300; ++round) {
     Region region;
     for (int step = 0; step < 9; ++step) {
-      const int x = static_cast<int>(random() % kSide);
-      const int y = static_cast<int>(random() % kSide);
+      const int x = static_cast<int>(random() % kEdge);
+      const int y = static_cast<int>(random() % kEdge);
       region.Add(CRect(x, y, x + 1, y + 1));
     }
-    const Pixels before = PixelsOf(region);
+    const Pixels before = CoveredBy(region);
     const std::size_t most = 1 + random() % 6;
     region.Simplify(most);
     EXPECT_LE(region.Rects().size(), most);
-    const Pixels after = PixelsOf(region);
+    const Pixels after = CoveredBy(region);
     EXPECT_TRUE(std::includes(after.begin(), after.end(), before.begin(), before.end()));
   }
 }

@@ -4,17 +4,15 @@
 
 #include <algorithm>
 #include <compare>
-#include <limits>
 
 #include "tests/support/print.h"
+#include "tests/support/whole_number_limits.h"
 
 namespace lorv {
 namespace {
 
 using test::Utf8;
 
-constexpr int kMost = std::numeric_limits<int>::max();
-constexpr int kLeast = std::numeric_limits<int>::min();
 constexpr LPCTSTR kNull = nullptr;
 
 TEST(CString, HeaderExample) {

@@ -17,7 +17,7 @@ namespace {
 
 using test::Utf8;
 
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kInfiniteReal = std::numeric_limits<double>::infinity();
 
 std::string TextOf(const VARIANT& value) {
   _variant_t text;
@@ -73,8 +73,8 @@ TEST(VariantConvert, DoublesHaveFifteenDigits) {
       {DBL_MAX, "1.79769313486232E+308"},
       {DBL_MIN, "2.2250738585072E-308"},
       {5e-324, "4.94065645841247E-324"},
-      {kInfinity, "1.#INF"},
-      {-kInfinity, "-1.#INF"},
+      {kInfiniteReal, "1.#INF"},
+      {-kInfiniteReal, "-1.#INF"},
       {std::numeric_limits<double>::quiet_NaN(), "1.#QNAN"},
       {-std::numeric_limits<double>::quiet_NaN(), "-1.#IND"},
   };
@@ -160,7 +160,7 @@ TEST(VariantConvert, WhatDoesNotFitOverflows) {
   EXPECT_EQ(Convert(_variant_t(9223372036854775808.0), VT_UI8), S_OK);
   EXPECT_EQ(Convert(_variant_t(18446744073709551616.0), VT_UI8), DISP_E_OVERFLOW);
   EXPECT_EQ(Convert(_variant_t(std::numeric_limits<double>::quiet_NaN()), VT_I4), DISP_E_OVERFLOW);
-  EXPECT_EQ(Convert(_variant_t(kInfinity), VT_I8), DISP_E_OVERFLOW);
+  EXPECT_EQ(Convert(_variant_t(kInfiniteReal), VT_I8), DISP_E_OVERFLOW);
   EXPECT_EQ(Convert(_variant_t(1e39), VT_R4), DISP_E_OVERFLOW);
   EXPECT_EQ(Convert(_variant_t(1e15), VT_CY), DISP_E_OVERFLOW);
   EXPECT_EQ(Convert(_variant_t(std::numeric_limits<long long>::min()), VT_CY), DISP_E_OVERFLOW);

@@ -18,7 +18,7 @@ void PutText(std::string& bytes, const CString& text) {
 }
 
 // A popup "梁" of a checked entry 40, a separator and a grey entry 41; then the entry 42 in a new column.
-std::string ShortForm() {
+std::string ShortTemplate() {
   std::string bytes;
   Put(bytes, 0, 4);
   Put(bytes, 0x10, 2);
@@ -75,7 +75,7 @@ void ExpectTheMenu(const lorv::MenuModel& menu, UINT grey) {
 }  // namespace
 
 TEST(MenuTemplate, BothFormsGiveTheMenu) {
-  const auto short_menu = lorv::ParseMenuTemplate(ShortForm());
+  const auto short_menu = lorv::ParseMenuTemplate(ShortTemplate());
   ASSERT_TRUE(short_menu.has_value());
   ExpectTheMenu(*short_menu, MF_GRAYED);
   const auto long_menu = lorv::ParseMenuTemplate(LongForm());
@@ -84,10 +84,10 @@ TEST(MenuTemplate, BothFormsGiveTheMenu) {
 }
 
 TEST(MenuTemplate, CutBytesAreRefused) {
-  for (const std::string& whole : {ShortForm(), LongForm()})
+  for (const std::string& whole : {ShortTemplate(), LongForm()})
     for (std::size_t size = 0; size < whole.size(); ++size)
       EXPECT_FALSE(lorv::ParseMenuTemplate(whole.substr(0, size)).has_value()) << size;
-  std::string other = ShortForm();
+  std::string other = ShortTemplate();
   other[0] = 2;
   EXPECT_FALSE(lorv::ParseMenuTemplate(other).has_value());
 }
@@ -114,7 +114,7 @@ TEST(MenuTemplate, DepthHasALimit) {
 TEST(MenuTemplate, RandomBytesEnd) {
   std::mt19937 random(7);
   for (int round = 0; round < 20000; ++round) {
-    std::string bytes = round % 2 == 0 ? ShortForm() : LongForm();
+    std::string bytes = round % 2 == 0 ? ShortTemplate() : LongForm();
     for (int i = 0; i < 3; ++i) bytes[random() % bytes.size()] = static_cast<char>(random());
     static_cast<void>(lorv::ParseMenuTemplate(bytes));
   }

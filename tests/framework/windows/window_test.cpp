@@ -14,13 +14,13 @@ constexpr UINT kPrivate = WM_USER + 7;
 UINT registered_message = 0;
 
 // Notes what it is notified of, and does what the test wants in the middle of it.
-class Sheet : public lorv_test::NotingWindow {
+class NotedSheet : public lorv_test::NotingWindow {
  public:
   std::function<void(const std::string&)> on;
   bool dies_with_window = false;
   int* ends = nullptr;
 
-  ~Sheet() override {
+  ~NotedSheet() override {
     if (ends != nullptr) ++*ends;
   }
 
@@ -75,7 +75,7 @@ class Sheet : public lorv_test::NotingWindow {
   DECLARE_MESSAGE_MAP()
 };
 
-BEGIN_MESSAGE_MAP(Sheet, lorv_test::NotingWindow)
+BEGIN_MESSAGE_MAP(NotedSheet, lorv_test::NotingWindow)
 ON_WM_CREATE()
 ON_WM_DESTROY()
 ON_WM_PAINT()
@@ -94,10 +94,10 @@ END_MESSAGE_MAP()
 class Window : public Desk {
  protected:
   Window() {
-    sheet.Create(_T("Sheet"), _T("a"), WS_CHILD | WS_VISIBLE, CRect(10, 20, 110, 70), &top, 7);
+    sheet.Create(_T("NotedSheet"), _T("a"), WS_CHILD | WS_VISIBLE, CRect(10, 20, 110, 70), &top, 7);
     Run();
   }
-  Sheet sheet;
+  NotedSheet sheet;
 };
 
 }  // namespace
@@ -133,7 +133,7 @@ TEST_F(Window, KnowsItsKin) {
 TEST_F(Window, HandleLeadsToTheObjectAndBack) {
   EXPECT_EQ(CWnd::FromHandle(sheet.m_hWnd), &sheet);
   EXPECT_EQ(CWnd::FromHandlePermanent(sheet.m_hWnd), &sheet);
-  EXPECT_EQ(sheet.GetWindowClassName(), CString(_T("Sheet")));
+  EXPECT_EQ(sheet.GetWindowClassName(), CString(_T("NotedSheet")));
   EXPECT_STREQ(sheet.GetRuntimeClass()->m_lpszClassName, "CWnd");
   const HWND handle = sheet.Detach();
   EXPECT_EQ(CWnd::FromHandlePermanent(handle), nullptr);
@@ -300,7 +300,7 @@ TEST_F(Window, ParentMayEndInsideAChildsKey) {
 
 TEST_F(Window, ObjectMayEndWithItsWindow) {
   int ends = 0;
-  auto* const mortal = new Sheet;
+  auto* const mortal = new NotedSheet;
   mortal->dies_with_window = true;
   mortal->ends = &ends;
   mortal->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 9, 9), &top, 9);
@@ -312,7 +312,7 @@ TEST_F(Window, ObjectMayEndWithItsWindow) {
 
 TEST_F(Window, ObjectMayEndInsideItsOwnHandler) {
   int ends = 0;
-  auto* const mortal = new Sheet;
+  auto* const mortal = new NotedSheet;
   mortal->ends = &ends;
   mortal->Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 9, 9), &top, 9);
   mortal->on = [mortal](const std::string& what) {
@@ -374,7 +374,7 @@ TEST_F(Window, MessagesAreOfferedUpTheRow) {
   };
   Taking frame;
   frame.Create(nullptr, nullptr, WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(0, 0, 300, 300), nullptr, 0);
-  Sheet inner;
+  NotedSheet inner;
   inner.Create(nullptr, nullptr, WS_CHILD | WS_VISIBLE, CRect(0, 0, 9, 9), &frame, 9);
   inner.SetFocus();
   inner.Taken();

@@ -1,16 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "tests/grid/basic/basic_desk.h"
+#include "tests/support/whole_number_limits.h"
 
 namespace {
 
 using BasicRows = lorv_test::BasicDesk;
 using Cell = CBCGPGridItemID;
-
-constexpr int kMost = std::numeric_limits<int>::max();
-constexpr int kLeast = std::numeric_limits<int>::min();
 
 // A grid that keeps its last row to itself.
 class OneLess : public CBCGPBasicGridCtrl {

@@ -22,7 +22,7 @@ Rows RowsOf(const lorv::TextTable& table) {
   return rows;
 }
 
-Rows Read(const std::string& text) {
+Rows ReadTabs(const std::string& text) {
   const CString units = CString::FromUtf8(text);
   return RowsOf(
       lorv::ReadTabText(lorv::TextView(units.GetString(), static_cast<std::size_t>(units.GetLength()))));
@@ -38,25 +38,25 @@ std::string Written(const std::string& cell) {
 }  // namespace
 
 TEST(TabText, ReadsWhatSpreadsheetsPutOnTheClipboard) {
-  EXPECT_EQ(Read(""), Rows{});
-  EXPECT_EQ(Read("梁"), (Rows{{"梁"}}));
-  EXPECT_EQ(Read("a\tb\r\nc\td\r\n"), (Rows{{"a", "b"}, {"c", "d"}}));
-  EXPECT_EQ(Read("a\tb\nc\td\n"), (Rows{{"a", "b"}, {"c", "d"}}));
-  EXPECT_EQ(Read("a\rb"), (Rows{{"a"}, {"b"}}));
-  EXPECT_EQ(Read("\r\n"), (Rows{{""}}));
-  EXPECT_EQ(Read("a\n\nb"), (Rows{{"a"}, {""}, {"b"}}));
-  EXPECT_EQ(Read("\t\r\n"), (Rows{{"", ""}}));
-  EXPECT_EQ(Read("a\tb\tc\nd"), (Rows{{"a", "b", "c"}, {"d"}}));
+  EXPECT_EQ(ReadTabs(""), Rows{});
+  EXPECT_EQ(ReadTabs("梁"), (Rows{{"梁"}}));
+  EXPECT_EQ(ReadTabs("a\tb\r\nc\td\r\n"), (Rows{{"a", "b"}, {"c", "d"}}));
+  EXPECT_EQ(ReadTabs("a\tb\nc\td\n"), (Rows{{"a", "b"}, {"c", "d"}}));
+  EXPECT_EQ(ReadTabs("a\rb"), (Rows{{"a"}, {"b"}}));
+  EXPECT_EQ(ReadTabs("\r\n"), (Rows{{""}}));
+  EXPECT_EQ(ReadTabs("a\n\nb"), (Rows{{"a"}, {""}, {"b"}}));
+  EXPECT_EQ(ReadTabs("\t\r\n"), (Rows{{"", ""}}));
+  EXPECT_EQ(ReadTabs("a\tb\tc\nd"), (Rows{{"a", "b", "c"}, {"d"}}));
 }
 
 TEST(TabText, ReadsQuotesAroundBreaksAndLeavesOthers) {
-  EXPECT_EQ(Read("\"a\nb\"\tc\r\n"), (Rows{{"a\nb", "c"}}));
-  EXPECT_EQ(Read("\"a\tb\"\n\"c \"\"d\"\"\""), (Rows{{"a\tb"}, {"c \"d\""}}));
-  EXPECT_EQ(Read("\"\"\t\"\""), (Rows{{"", ""}}));
-  EXPECT_EQ(Read("\"a"), (Rows{{"\"a"}}));
-  EXPECT_EQ(Read("\"a\" b\tc"), (Rows{{"\"a\" b", "c"}}));
-  EXPECT_EQ(Read("5\" pipe\t6\""), (Rows{{"5\" pipe", "6\""}}));
-  EXPECT_EQ(Read("\"a\tb\nc"), (Rows{{"\"a", "b"}, {"c"}}));
+  EXPECT_EQ(ReadTabs("\"a\nb\"\tc\r\n"), (Rows{{"a\nb", "c"}}));
+  EXPECT_EQ(ReadTabs("\"a\tb\"\n\"c \"\"d\"\"\""), (Rows{{"a\tb"}, {"c \"d\""}}));
+  EXPECT_EQ(ReadTabs("\"\"\t\"\""), (Rows{{"", ""}}));
+  EXPECT_EQ(ReadTabs("\"a"), (Rows{{"\"a"}}));
+  EXPECT_EQ(ReadTabs("\"a\" b\tc"), (Rows{{"\"a\" b", "c"}}));
+  EXPECT_EQ(ReadTabs("5\" pipe\t6\""), (Rows{{"5\" pipe", "6\""}}));
+  EXPECT_EQ(ReadTabs("\"a\tb\nc"), (Rows{{"\"a", "b"}, {"c"}}));
 }
 
 TEST(TabText, KnowsTheLongestRow) {
@@ -90,6 +90,6 @@ TEST(TabText, ReadsBackWhateverItWrote) {
       }
       text += "\r\n";
     }
-    ASSERT_EQ(Read(text), rows) << text;
+    ASSERT_EQ(ReadTabs(text), rows) << text;
   }
 }

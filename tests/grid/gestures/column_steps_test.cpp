@@ -2,19 +2,16 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <set>
 
 #include "tests/grid/gestures/columns.h"
+#include "tests/support/whole_number_limits.h"
 
 namespace {
 
 using lorv::HiddenColumns;
 using lorv::ShownColumnAt;
 using lorv_test::Columns;
-
-constexpr int kMost = std::numeric_limits<int>::max();
-constexpr int kLeast = std::numeric_limits<int>::min();
 
 }  // namespace
 

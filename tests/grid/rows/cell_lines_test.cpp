@@ -10,18 +10,18 @@ using lorv::RowLines;
 namespace {
 
 // Each unit is 10 pixels wide.
-int Tens(const CString& text) {
+int TenEach(const CString& text) {
   return text.GetLength() * 10;
 }
 
 int Lines(LPCTSTR text, int width) {
-  return CellLines(text, width, Tens);
+  return CellLines(text, width, TenEach);
 }
 
 }  // namespace
 
 TEST(CellLines, HeaderExamples) {
-  EXPECT_EQ(CellLines(CString(_T('x'), 50), 100, Tens), 5);
+  EXPECT_EQ(CellLines(CString(_T('x'), 50), 100, TenEach), 5);
   EXPECT_EQ(RowLines(5, 3, 1), 3);
   EXPECT_EQ(RowLines(1, 2, 4), 4);
 }

@@ -1,15 +1,13 @@
 #include "grid/rows/row_height_drag.h"
+#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
-
-#include <limits>
 
 using lorv::DividedRow;
 using lorv::DraggedRowHeight;
 
 namespace {
 
-constexpr int kMost = std::numeric_limits<int>::max();
 const CRect kSecond(0, 20, 30, 40);
 
 }  // namespace

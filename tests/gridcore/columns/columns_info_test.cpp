@@ -2,14 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "gridcore/items/grid_item.h"
+#include "tests/support/whole_number_limits.h"
 
 namespace {
-
-constexpr int kMost = std::numeric_limits<int>::max();
-constexpr int kLeast = std::numeric_limits<int>::min();
 
 CBCGPGridColumnsInfo& Filled(CBCGPGridColumnsInfo& info, std::initializer_list<int> widths) {
   for (const int width : widths) info.InsertColumn(info.GetColumnCount(), _T("c"), width);

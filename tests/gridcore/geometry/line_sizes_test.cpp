@@ -1,17 +1,14 @@
 #include "gridcore/geometry/line_sizes.h"
+#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <numeric>
 #include <random>
 
 namespace {
 
 using lorv::LineSizes;
-
-constexpr int kMost = std::numeric_limits<int>::max();
-constexpr int kLeast = std::numeric_limits<int>::min();
 
 // What LineSizes promises, by the plainest means.
 class PlainSizes {

@@ -1,9 +1,9 @@
 #include "gridcore/geometry/line_span.h"
+#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <limits>
 #include <vector>
 
 namespace {
@@ -13,8 +13,6 @@ using lorv::SpanAfterInsert;
 using lorv::SpanAfterRemove;
 using lorv::UnitedSpans;
 using Spans = std::vector<LineSpan>;
-
-constexpr int kMost = std::numeric_limits<int>::max();
 
 // The lines of a table of which those of the span are marked, after the change.
 LineSpan MarkedAfter(LineSpan span, int at, int count, bool insert) {

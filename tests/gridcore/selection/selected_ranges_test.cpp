@@ -1,8 +1,8 @@
 #include "gridcore/selection/selected_ranges.h"
+#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
 
-#include <limits>
 #include <random>
 #include <set>
 #include <vector>
@@ -14,8 +14,6 @@ using lorv::SelectedRanges;
 using Range = CBCGPGridRange;
 using Cell = CBCGPGridItemID;
 using Spans = std::vector<LineSpan>;
-
-constexpr int kMost = std::numeric_limits<int>::max();
 
 // A table of marks, the plainest selection there is.
 class Marks {

@@ -4,23 +4,13 @@
 
 #include "image/decode/byte_view.h"
 #include "image/decode/image_reader.h"
+#include "tests/image/decode/decoded_pixels.h"
 #include "tests/image/decode/made_images.h"
 
 namespace lorv::test {
 namespace {
 
-using Pixels = std::vector<std::uint32_t>;
-
-constexpr std::uint32_t kBlack = 0xFF000000;
-constexpr std::uint32_t kRed = 0xFFFF0000;
-constexpr std::uint32_t kWhite = 0xFFFFFFFF;
-
 const std::string kTwoColours = Low32(0xFF0000) + Low32(0xFFFFFF);
-
-Pixels PixelsOf(const std::string& bytes) {
-  const auto image = OpenImage(bytes);
-  return image == nullptr ? Pixels{} : image->Frame(0).pixels;
-}
 
 TEST(ByteView, HeaderExample) {
   ByteView view("\x01\x02");

@@ -40,7 +40,7 @@ class PlayedDrag : public DragUser {
   lorv::HeadlessDesktop& desktop_;
 };
 
-struct InMemory {
+struct InMemoryDrops {
   static std::unique_ptr<lorv::Desktop> Make() { return std::make_unique<lorv::HeadlessDesktop>(); }
   static std::unique_ptr<DragUser> Bring(lorv::Desktop& desktop, const lorv::TransferData& data,
                                          DROPEFFECT allowed) {
@@ -48,7 +48,7 @@ struct InMemory {
   }
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Headless, DropIn, InMemory);
+INSTANTIATE_TYPED_TEST_SUITE_P(Headless, DropIn, InMemoryDrops);
 
 // A drag within the program: the mouse is moved while DoDragDrop waits.
 class DragOut : public Desk {

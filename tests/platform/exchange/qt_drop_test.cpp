@@ -71,7 +71,7 @@ class EventDrag : public DragUser {
   bool over_ = false;
 };
 
-struct Widgets {
+struct WidgetDrops {
   static std::unique_ptr<lorv::Desktop> Make() { return lorv::MakeQtDesktop(); }
   static std::unique_ptr<DragUser> Bring(lorv::Desktop& /*desktop*/, const lorv::TransferData& data,
                                          DROPEFFECT allowed) {
@@ -79,9 +79,9 @@ struct Widgets {
   }
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Qt, DropIn, Widgets);
+INSTANTIATE_TYPED_TEST_SUITE_P(Qt, DropIn, WidgetDrops);
 
-using QtDragOut = DropIn<Widgets>;
+using QtDragOut = DropIn<WidgetDrops>;
 
 // Nobody moves the mouse: Esc ends the loop that the drag runs.
 TEST_F(QtDragOut, EscapeGivesItUpAndLeavesNothingBehind) {

@@ -43,7 +43,7 @@ class CalledDrag : public DragUser {
   std::unique_ptr<lorv::CountedReference<IDropTarget>> target_;
 };
 
-struct SystemWindows {
+struct SystemWindowDrops {
   static std::unique_ptr<lorv::Desktop> Make() { return lorv::MakeWin32Desktop(); }
   static std::unique_ptr<DragUser> Bring(lorv::Desktop& /*desktop*/, const lorv::TransferData& data,
                                          DROPEFFECT allowed) {
@@ -51,7 +51,7 @@ struct SystemWindows {
   }
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Win32, DropIn, SystemWindows);
+INSTANTIATE_TYPED_TEST_SUITE_P(Win32, DropIn, SystemWindowDrops);
 
 // A real drag by the mouse, from one window to another.
 class NativeDrag : public RealWindows {};

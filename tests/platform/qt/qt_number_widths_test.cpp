@@ -10,7 +10,7 @@
 namespace lorv::test {
 namespace {
 
-std::vector<QFont> SomeFonts() {
+std::vector<QFont> MeasuredFonts() {
   return SomeFaces({9, 12, 17, 40}, 17, 40);
 }
 
@@ -22,7 +22,7 @@ using QtNumberWidthsTest = QtTest;
 
 TEST_F(QtNumberWidthsTest, AreThoseOfTheWholeText) {
   std::mt19937 random(1);
-  for (const QFont& font : SomeFonts()) {
+  for (const QFont& font : MeasuredFonts()) {
     QtNumberWidths widths(font);
     for (int round = 0; round < 400; ++round) {
       // Mostly numbers, now and then any sign there is.
@@ -39,7 +39,7 @@ TEST_F(QtNumberWidthsTest, AreThoseOfTheWholeText) {
 }
 
 TEST_F(QtNumberWidthsTest, EveryPairIsKnown) {
-  for (const QFont& font : SomeFonts()) {
+  for (const QFont& font : MeasuredFonts()) {
     QtNumberWidths widths(font);
     for (int first = 0x20; first <= 0x40; ++first) {
       for (int second = 0x20; second <= 0x40; ++second) {
@@ -54,7 +54,7 @@ TEST_F(QtNumberWidthsTest, EveryPairIsKnown) {
 }
 
 TEST_F(QtNumberWidthsTest, OtherCharactersAreNotAddedUp) {
-  QtNumberWidths widths(SomeFonts().front());
+  QtNumberWidths widths(MeasuredFonts().front());
   for (const LPCTSTR text : {_T("A"), _T("1a"), _T("梁1"), _T("1\t2"), _T("1~"), _T("1\x80")})
     EXPECT_FALSE(widths.Width(CString(text).View()).has_value()) << CString(text).ToUtf8();
   EXPECT_EQ(widths.Width(lorv::TextView()), 0);
@@ -69,7 +69,7 @@ TEST_F(QtNumberWidthsTest, NamesThatEndInDigitsAreThoseOfTheWholeText) {
                                 _T("柱 "), _T("T."), _T("2x"), _T("(3"),    _T("Ж-"), _T("《"),
                                 _T("K/"),  _T("１"), _T("fi"), _T("-A-")};
   std::mt19937 random(3);
-  for (const QFont& font : SomeFonts()) {
+  for (const QFont& font : MeasuredFonts()) {
     QtNumberWidths widths(font);
     int added_up = 0;
     for (int round = 0; round < 3000; ++round) {
@@ -86,7 +86,7 @@ TEST_F(QtNumberWidthsTest, NamesThatEndInDigitsAreThoseOfTheWholeText) {
 }
 
 TEST_F(QtNumberWidthsTest, BeginningsAreForgottenWhenThereAreTooMany) {
-  QtNumberWidths widths(SomeFonts().front());
+  QtNumberWidths widths(MeasuredFonts().front());
   const auto is_known = [&](const CString& name) {
     return widths.Width((name + _T("7")).View()).has_value();
   };
@@ -102,7 +102,7 @@ TEST_F(QtNumberWidthsTest, BeginningsAreForgottenWhenThereAreTooMany) {
 
 // Scripts that join, combine or run from right to left are the font's, however often they come.
 TEST_F(QtNumberWidthsTest, OtherScriptsAreNeverAddedUp) {
-  QtNumberWidths widths(SomeFonts().front());
+  QtNumberWidths widths(MeasuredFonts().front());
   for (const LPCTSTR text : {_T("\u05d0"), _T("\u0633"), _T("e\u0301"), _T("\u0e01"), _T("\u0915"), _T("a\t"),
                              _T("\U00020000"), _T("\u200f"), _T("\u2044")}) {
     for (int i = 0; i < 100; ++i)

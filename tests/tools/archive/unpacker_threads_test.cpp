@@ -11,9 +11,9 @@
 namespace lorv::test {
 namespace {
 
-constexpr int kFiles = 400;
+constexpr int kEntries = 400;
 
-std::string BytesOf(int i) {
+std::string EntryBytes(int i) {
   std::string bytes;
   for (int j = 0; j < i * 37 % 5000; ++j) bytes += static_cast<char>(i * j);
   return bytes;
@@ -23,8 +23,8 @@ std::string BytesOf(int i) {
 void MakeArchive(const std::string& path) {
   ZipWriter writer;
   ASSERT_EQ(writer.Create(path.c_str()), kZipOk);
-  for (int i = 0; i < kFiles; ++i) {
-    const std::string bytes = BytesOf(i);
+  for (int i = 0; i < kEntries; ++i) {
+    const std::string bytes = EntryBytes(i);
     const std::string name = "d" + std::to_string(i % 7) + "/f" + std::to_string(i) + ".zip";
     ASSERT_EQ(writer.Add(name.c_str(), bytes.data(), bytes.size()), kZipOk);
   }
@@ -54,12 +54,12 @@ TEST(UnpackerThreads, ManyEntriesComeBackWholeAndTheDamagedOneIsReported) {
     troubles.Print(console, "{} was not unpacked: {}");
     EXPECT_NE(err.str().find("\"d5/f201.zip\" was not unpacked: its data are damaged"), std::string::npos)
         << err.str();
-    for (int i = 0; i < kFiles; ++i) {
+    for (int i = 0; i < kEntries; ++i) {
       const auto file =
           scratch.Path() / "back" / ("d" + std::to_string(i % 7)) / ("f" + std::to_string(i) + ".zip");
       EXPECT_EQ(std::filesystem::exists(file), i != 201) << i;
       if (i == 201) continue;
-      EXPECT_TRUE(ReadBytes(file) == BytesOf(i)) << i;
+      EXPECT_TRUE(ReadBytes(file) == EntryBytes(i)) << i;
     }
   }
 }

@@ -7,13 +7,13 @@
 namespace lorv::test {
 namespace {
 
-struct Case {
+struct FaultCase {
   std::vector<std::string> words;
   const char* english;
   const char* chinese;
 };
 
-const Case kCases[] = {
+const FaultCase kCases[] = {
     {{"match"}, "TYPED is missing", "缺少TYPED"},
     {{"list"}, "ARCHIVE is missing", "缺少ARCHIVE"},
     {{"list", "a", "b"}, "\"b\" is one argument too many", "“b”是多余的参数"},
@@ -54,7 +54,7 @@ const Case kCases[] = {
 };
 
 TEST(ArgumentFault, IsReportedInTheLanguageSpoken) {
-  for (const Case& one : kCases) {
+  for (const FaultCase& one : kCases) {
     const std::string& verb = one.words[0];
     const ToolRun english = RunTool(one.words);
     EXPECT_EQ(english.code, 2) << one.english;

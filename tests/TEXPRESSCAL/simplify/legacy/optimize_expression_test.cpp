@@ -10,8 +10,6 @@ namespace {
 
 using test::Utf8;
 
-const SimplifierRules rules;
-
 CStringArray List(std::initializer_list<LPCTSTR> texts) {
   CStringArray list;
   for (LPCTSTR text : texts) list.Add(text);

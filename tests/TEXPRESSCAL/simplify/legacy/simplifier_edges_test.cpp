@@ -9,8 +9,6 @@ namespace {
 
 using test::Utf8;
 
-const SimplifierRules rules;
-
 TEST(SimplifierEdges, EstimateOptCaseStopsAtDigitsOperatorsAndTheLimit) {
   const struct {
     LPCTSTR text;

@@ -61,3 +61,5 @@ struct SimplifierRules {
     return lorv::test::Utf8(changed) + " " + std::to_string(result);
   }
 };
+
+inline const SimplifierRules rules;

@@ -9,8 +9,6 @@ namespace {
 
 using test::Utf8;
 
-const SimplifierRules rules;
-
 TEST(SimplifierZero, IsValueLooksAtTheFirstDivisionByZeroOnly) {
   const struct {
     LPCTSTR text;

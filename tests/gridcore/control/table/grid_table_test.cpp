@@ -1,17 +1,13 @@
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "tests/gridcore/control/grid_desk.h"
+#include "tests/support/whole_number_limits.h"
 
 namespace {
 
 using lorv_test::GridDesk;
 using lorv_test::Notes;
 using Cell = CBCGPGridItemID;
-
-constexpr int kMost = std::numeric_limits<int>::max();
-constexpr int kLeast = std::numeric_limits<int>::min();
 
 // A cell of a class of its own, for columns that ask for it.
 class OwnItem : public CBCGPGridItem {

@@ -1,17 +1,11 @@
 #include <gtest/gtest.h>
 
 #include "image/decode/image_reader.h"
+#include "tests/image/decode/decoded_pixels.h"
 #include "tests/image/decode/made_images.h"
 
 namespace lorv::test {
 namespace {
-
-constexpr std::uint32_t kBlack = 0xFF000000;
-constexpr std::uint32_t kRed = 0xFFFF0000;
-constexpr std::uint32_t kGreen = 0xFF00FF00;
-constexpr std::uint32_t kBlue = 0xFF0000FF;
-
-using Pixels = std::vector<std::uint32_t>;
 
 // A picture of three pixels in a row, the middle one redrawn by the second frame, the last one by the third.
 std::string ThreeFrames(unsigned disposal) {

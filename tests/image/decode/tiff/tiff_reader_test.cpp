@@ -6,21 +6,11 @@
 #include <random>
 
 #include "image/decode/image_reader.h"
+#include "tests/image/decode/decoded_pixels.h"
 #include "tests/image/decode/tiff/made_tiff.h"
 
 namespace lorv::test {
 namespace {
-
-using Pixels = std::vector<std::uint32_t>;
-
-constexpr std::uint32_t kBlack = 0xFF000000;
-constexpr std::uint32_t kWhite = 0xFFFFFFFF;
-constexpr std::uint32_t kRed = 0xFFFF0000;
-
-Pixels PixelsOf(const std::string& bytes, int frame = 0) {
-  const auto image = OpenImage(bytes);
-  return image == nullptr ? Pixels() : image->Frame(frame).pixels;
-}
 
 MadePage Grey(std::uint32_t width, std::uint32_t height, const std::string& samples) {
   return {PageFields(width, height, 8, 1, 1), {samples}};

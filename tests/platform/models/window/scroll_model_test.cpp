@@ -1,16 +1,13 @@
 #include "platform/models/window/scroll_model.h"
+#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 #include <random>
 
 namespace {
-
-constexpr int kLeast = std::numeric_limits<int>::min();
-constexpr int kMost = std::numeric_limits<int>::max();
 
 lorv::ScrollModel Bar(int least, int most, UINT page, int position = 0) {
   lorv::ScrollModel bar;
