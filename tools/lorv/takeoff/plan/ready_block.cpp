@@ -15,7 +15,7 @@
 namespace lorv::tool {
 namespace {
 
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNoResult = std::numeric_limits<double>::quiet_NaN();
 
 }  // namespace
 
@@ -81,7 +81,7 @@ void ReadyBlock::EvaluateAhead(const BoundFormula& formula, const std::vector<st
   }
   const Numbers values = formula.EvaluateRows(columns, complete.size());
   Numbers& results = results_[&formula];
-  results.assign(file_.BlockSize(), kNone);
+  results.assign(file_.BlockSize(), kNoResult);
   for (std::size_t i = 0; i < complete.size(); ++i) results[complete[i]] = values[i];
 }
 
@@ -90,10 +90,10 @@ const ReadyBlock::Numbers& ReadyBlock::NumbersOf(std::size_t dimension) {
   const auto [at, fresh] = numbers_.try_emplace(dimension);
   if (!fresh) return at->second;
   const auto& [name, column, factor] = planner_.Dimensions()[dimension];
-  at->second.assign(file_.BlockSize(), kNone);
+  at->second.assign(file_.BlockSize(), kNoResult);
   for (std::size_t i = 0; column && i < file_.BlockSize(); ++i) {
     bool is_text = false;
-    at->second[i] = NumberOfCell(file_.RowInBlock(i)[*column], factor, is_text).value_or(kNone);
+    at->second[i] = NumberOfCell(file_.RowInBlock(i)[*column], factor, is_text).value_or(kNoResult);
   }
   return at->second;
 }
