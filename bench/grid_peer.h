@@ -55,8 +55,13 @@ class GridPeer {
   virtual void InsertRow(int row) = 0;
   virtual void FitColumn(int column) = 0;  // by all of its rows
   virtual void ScrollTo(int row) = 0;      // that row becomes the first one; painted and shown
+  virtual void Activate() = 0;  // its window becomes the active one, as a user's click would make it
+  // The cell becomes the current one and its editor comes by F2; painted and shown.
   virtual void OpenEditor(int row, int column) = 0;
+  virtual void TypeDigit(int digit) = 0;  // into the editor; painted and shown
+  // Return puts the text into the cell, which stays the current one; painted and shown.
   virtual void CloseEditor() = 0;
+  virtual std::u16string TextAt(int row, int column) = 0;
   virtual void Sort(int column, bool ascending) = 0;
   // The rows whose cell in the column holds the text, whatever its letter case: the others are out of sight
   // from then on. An empty text shows all. How many are to be seen.

@@ -5,14 +5,13 @@
 #include <QAbstractTableModel>
 #include <QApplication>
 #include <QHeaderView>
-#include <QKeyEvent>
-#include <QLineEdit>
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QSortFilterProxyModel>
 #include <QTableView>
 #include <QTableWidget>
 
+#include "bench/editor_keys.h"
 #include "bench/grid_peer.h"
 
 // The tables of the toolkit as peers of the grid: a view over a model in one vector, and the toolkit's table
@@ -112,17 +111,26 @@ class QtPeer : public GridPeer {
     View().viewport()->repaint();
     Settle();
   }
+  void Activate() override {
+    View().activateWindow();
+    View().setFocus();
+    Settle();
+  }
   void OpenEditor(int row, int column) override {
-    const QModelIndex cell = View().model()->index(row, column);
-    View().setCurrentIndex(cell);
-    View().edit(cell);
+    View().setCurrentIndex(View().model()->index(row, column));
+    Press(Key::F2);
+    Settle();
+  }
+  void TypeDigit(int digit) override {
+    Press(Key::Digit, digit);
     Settle();
   }
   void CloseEditor() override {
-    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-    if (auto* const editor = View().viewport()->findChild<QLineEdit*>())
-      QApplication::sendEvent(editor, &enter);
+    Press(Key::Return);
     Settle();
+  }
+  std::u16string TextAt(int row, int column) override {
+    return View().model()->index(row, column).data().toString().toStdU16String();
   }
 
  protected:
@@ -140,6 +148,7 @@ class QtPeer : public GridPeer {
   }
   static void Settle() {
     // An editor is deleted by an event of its own, which belongs to the work that closed it.
+    QApplication::processEvents();
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QApplication::processEvents();
   }
