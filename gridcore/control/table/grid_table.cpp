@@ -196,8 +196,11 @@ int CBCGPGridCtrl::DoRemoveRows(std::vector<CBCGPGridItem*>& items, std::vector<
   if (edited != nullptr && std::any_of(rows.begin(), rows.end(), holds_it)) CloseEditor();
   if (life.expired()) return 0;
   // An editor that closes runs handlers, which may have taken rows of the list away themselves.
+  const std::unordered_set<const CBCGPGridRow*> listed(rows.begin(), rows.end());
   std::unordered_set<const CBCGPGridRow*> there;
-  rows_.ForEach([&](const CBCGPGridRow& row) { there.insert(&row); });
+  rows_.ForEach([&](const CBCGPGridRow& row) {
+    if (listed.count(&row) != 0) there.insert(&row);
+  });
   for (CBCGPGridRow* row : rows) {
     if (there.count(row) == 0) continue;
     // What is nested in it goes along, and may be on the list itself.
