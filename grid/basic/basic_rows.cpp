@@ -57,8 +57,14 @@ int CBCGPBasicGridCtrl::DeleteSelectedRows() {
   if (selected.empty()) return 0;
   std::vector<CBCGPGridItem*> items;
   std::vector<CBCGPGridRow*> rows;
-  // Gathered before the first goes: numbers move with each.
-  for (const int row : selected) PrepareRemoveRow(row, items, rows);
+  std::vector<CBCGPGridRow*> one;
+  // Gathered before the first goes: numbers move with each. A list of its own for each, since no number comes
+  // twice: looking for each row among all that are listed would take the square of them.
+  for (const int row : selected) {
+    one.clear();
+    PrepareRemoveRow(row, items, one);
+    rows.insert(rows.end(), one.begin(), one.end());
+  }
   const auto life = Watch();
   const lorv::StepScope step(Changes());
   const int done = DoRemoveRows(items, rows);
