@@ -62,6 +62,8 @@ class Steps {
         [&] {
           grid_.SelectRange({0, 0, kColumns - 1, rows_ / 10});
         });
+    Row(
+        "all rows deleted", [&] { return grid_.DeleteSelectedRows() > 0; }, [&] { grid_.SelectAll(); });
     return done_;
   }
 
