@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "grid/basic/basic_grid.h"
+#include "grid/rows/listed_rows.h"
 
 // Rows of the suite's grid. The virtual operations at the end are the only way from here to the library's row
 // store, so that a descendant can hide a row from all the others.
@@ -55,19 +56,12 @@ int CBCGPBasicGridCtrl::RemoveCurRow() {
 int CBCGPBasicGridCtrl::DeleteSelectedRows() {
   const std::vector<int> selected = SelectedRowIds();
   if (selected.empty()) return 0;
-  std::vector<CBCGPGridItem*> items;
-  std::vector<CBCGPGridRow*> rows;
-  std::vector<CBCGPGridRow*> one;
-  // Gathered before the first goes: numbers move with each. A list of its own for each, since no number comes
-  // twice: looking for each row among all that are listed would take the square of them.
-  for (const int row : selected) {
-    one.clear();
-    PrepareRemoveRow(row, items, one);
-    rows.insert(rows.end(), one.begin(), one.end());
-  }
+  // Gathered before the first goes: numbers move with each.
+  lorv::ListedRows rows(*this);
+  for (const int row : selected) rows.Add(row);
   const auto life = Watch();
   const lorv::StepScope step(Changes());
-  const int done = DoRemoveRows(items, rows);
+  const int done = rows.Remove();
   if (!life.expired()) AdjustLayout();
   return done;
 }

@@ -2,6 +2,7 @@
 
 #include "grid/basic/basic_grid.h"
 #include "grid/commands/grid_command.h"
+#include "grid/rows/listed_rows.h"
 
 // What commands do that need nothing but the grid. Each change runs handlers, which may rebuild the table or
 // end the grid.
@@ -59,13 +60,12 @@ bool DeleteRows(Grid& grid) {
   const StepScope step(grid.Changes());
   // The suite's grids keep rows back that a plain one would delete, as the one to be typed into.
   if (auto* const basic = dynamic_cast<CBCGPBasicGridCtrl*>(&grid)) return basic->DeleteSelectedRows() > 0;
-  std::vector<CBCGPGridItem*> items;
-  std::vector<CBCGPGridRow*> rows;
+  ListedRows rows(grid);
   for (const CBCGPGridRange& range : grid.GetSelection())
-    for (int row = range.m_nTop; row <= range.m_nBottom; ++row) grid.PrepareRemoveRow(row, items, rows);
+    for (int row = range.m_nTop; row <= range.m_nBottom; ++row) rows.Add(row);
   // All at once: a layout for each would cost the square of the rows.
   const auto life = grid.Watch();
-  const int done = grid.DoRemoveRows(items, rows);
+  const int done = rows.Remove();
   if (done > 0 && !life.expired()) grid.AdjustLayout();
   return done > 0;
 }
