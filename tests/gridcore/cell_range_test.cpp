@@ -1,7 +1,8 @@
 #include "gridcore/cell_range.h"
-#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
+
+#include "tests/support/whole_number_limits.h"
 
 namespace {
 

@@ -1,9 +1,10 @@
 #include "framework/drawing/geometry.h"
-#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
 
 #include <ostream>
+
+#include "tests/support/whole_number_limits.h"
 
 // Found by the checks through the class's own namespace.
 void PrintTo(const CRect& rect, std::ostream* out) {

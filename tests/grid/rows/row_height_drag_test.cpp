@@ -1,7 +1,8 @@
 #include "grid/rows/row_height_drag.h"
-#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
+
+#include "tests/support/whole_number_limits.h"
 
 using lorv::DividedRow;
 using lorv::DraggedRowHeight;

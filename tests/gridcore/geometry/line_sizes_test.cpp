@@ -1,10 +1,11 @@
 #include "gridcore/geometry/line_sizes.h"
-#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
 
 #include <numeric>
 #include <random>
+
+#include "tests/support/whole_number_limits.h"
 
 namespace {
 

@@ -1,10 +1,11 @@
 #include "gridcore/geometry/line_span.h"
-#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <vector>
+
+#include "tests/support/whole_number_limits.h"
 
 namespace {
 

@@ -1,11 +1,12 @@
 #include "gridcore/selection/selected_ranges.h"
-#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 #include <set>
 #include <vector>
+
+#include "tests/support/whole_number_limits.h"
 
 namespace {
 

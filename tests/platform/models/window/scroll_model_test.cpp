@@ -1,11 +1,12 @@
 #include "platform/models/window/scroll_model.h"
-#include "tests/support/whole_number_limits.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <random>
+
+#include "tests/support/whole_number_limits.h"
 
 namespace {
 
